@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+enum class FileKind {
+    Missing,     ///< the system says that there is no such file
+    Regular,     ///< a plain file, also one reached through a link
+    Folder,      ///< a folder, also one reached through a link
+    Other,       ///< a device, a FIFO, a socket: never opened
+    Unreachable, ///< it may exist, but can't be looked at (permission, I/O error, link loop)
+};
+
+/// What stands at \a path, links followed. Opens nothing.
+FileKind fileKind(const QString &path);
+
+/// True for a plain file, also through a link: the only thing that may be opened as a song.
+bool isRegularFile(const QString &path);
+
+/// A text that is the same for every path that leads to the same file or folder; empty when there
+/// is none. Folders already visited are remembered by it, so that a link loop ends.
+QString fileIdentity(const QString &path);
+
+/// True when both paths lead to one existing file, by whatever way.
+bool isSameFile(const QString &first, const QString &second);

@@ -1,0 +1,34 @@
+#include "base/songtext.h"
+
+namespace
+{
+
+bool isBlank(QChar character)
+{
+    constexpr char16_t nextLine = 0x85;
+    return character.isSpace() && character != QChar(nextLine);
+}
+
+} // namespace
+
+QString trimmedSongText(const QString &text)
+{
+    qsizetype first = 0;
+    qsizetype end = text.size();
+    while (first < end && isBlank(text.at(first)))
+        ++first;
+    while (end > first && isBlank(text.at(end - 1)))
+        --end;
+    return text.mid(first, end - first);
+}
+
+QString songText(const QByteArray &bytes)
+{
+    const qsizetype end = bytes.indexOf('\0');
+    return trimmedSongText(QString::fromLatin1(end < 0 ? bytes : bytes.left(end)));
+}
+
+QByteArray songBytes(const QString &text)
+{
+    return text.toLatin1();
+}

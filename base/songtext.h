@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// The text of song files, the catalogue and the player's records: 8 bits a character, Latin-1.
+
+/// Takes surrounding white space away, the no-break space included. The control character 0x85
+/// stays: in files from other systems it stands for an ellipsis.
+QString trimmedSongText(const QString &text);
+
+/// \a bytes up to the first zero byte as text, trimmed.
+QString songText(const QByteArray &bytes);
+
+/// \a text as Latin-1; a character that Latin-1 lacks becomes '?'.
+QByteArray songBytes(const QString &text);

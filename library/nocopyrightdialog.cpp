@@ -1,0 +1,67 @@
+#include "library/nocopyrightdialog.h"
+
+#include "ui_nocopyrightdialog.h"
+
+#include <QEvent>
+
+NoCopyrightDialog::NoCopyrightDialog(QWidget *parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::NoCopyrightDialog>())
+{
+    m_ui->setupUi(this);
+}
+
+NoCopyrightDialog::~NoCopyrightDialog() = default;
+
+void NoCopyrightDialog::setFilename(const QString &fileName)
+{
+    m_fileName = fileName;
+    showTexts();
+}
+
+void NoCopyrightDialog::setMessage(const QString &message)
+{
+    m_message = message;
+    showTexts();
+}
+
+void NoCopyrightDialog::setYesNoOnly(bool on)
+{
+    m_ui->yesAllPushButton->setVisible(!on);
+    m_ui->noAllPushButton->setVisible(!on);
+}
+
+void NoCopyrightDialog::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    showTexts();
+}
+
+void NoCopyrightDialog::on_yesPushButton_clicked()
+{
+    done(Yes);
+}
+
+void NoCopyrightDialog::on_yesAllPushButton_clicked()
+{
+    done(YesToAll);
+}
+
+void NoCopyrightDialog::on_noPushButton_clicked()
+{
+    done(No);
+}
+
+void NoCopyrightDialog::on_noAllPushButton_clicked()
+{
+    done(NoToAll);
+}
+
+void NoCopyrightDialog::showTexts()
+{
+    m_ui->fileNameLabel->setText(m_fileName);
+    if (!m_message.isEmpty())
+        m_ui->messageLabel->setText(m_message);
+}

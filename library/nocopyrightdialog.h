@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui
+{
+class NoCopyrightDialog;
+}
+
+/// The program's one yes / yes-to-all / no / no-to-all question about a file.
+class NoCopyrightDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// What exec() returns. A dialog that was closed counts as Yes.
+    enum Answer { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
+
+    explicit NoCopyrightDialog(QWidget *parent = nullptr);
+    ~NoCopyrightDialog() override;
+
+    void setFilename(const QString &fileName);
+    /// Replaces the preset message, which says that the publisher did not publish the song.
+    void setMessage(const QString &message);
+    /// Hides (true) or shows the two "tutti" buttons.
+    void setYesNoOnly(bool on);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private slots:
+    void on_yesPushButton_clicked();
+    void on_yesAllPushButton_clicked();
+    void on_noPushButton_clicked();
+    void on_noAllPushButton_clicked();
+
+private:
+    void showTexts();
+
+    std::unique_ptr<Ui::NoCopyrightDialog> m_ui;
+    QString m_fileName;
+    QString m_message;
+};

@@ -1,0 +1,35 @@
+#include "songfile/songinfo.h"
+
+#include "base/debugstream.h"
+
+void SongInfo::clear()
+{
+    *this = SongInfo();
+}
+
+void SongInfo::dbgDump() const
+{
+    debug() << "Dump Info song ----------------------------------------------";
+    debug() << "Format     :" << format;
+    debug() << "Filename   :" << fileName;
+    debug() << "Shortname  :" << shortName;
+    debug() << "Is Kordia  :" << isKordia;
+    debug() << "Title      :" << title;
+    debug() << "Artist     :" << artist;
+    debug() << "AltArtist  :" << altArtist;
+    debug() << "Genre      :" << genre;
+    debug() << "Author     :" << author;
+    debug() << "Length     :" << length;
+    debug() << "userBpm    :" << userBpm;
+    if (markers.isEmpty())
+        debug() << "NO Markers";
+    else
+        debug() << "Markers:";
+    for (const Marker &marker : markers)
+        debug() << "  bar:" << marker.bar << "  text:" << marker.text;
+    debug() << "ZbxLongName:" << zbxLongName;
+    // The byte is widened with its sign: the record declares it as a signed one.
+    debug() << "ZbxFlags   :"
+            << QStringLiteral("0x%1").arg(static_cast<int>(zbxFlags), 2, 16, QChar(u'0'));
+    debug() << "Dump END ----------------------------------------------------";
+}

@@ -1,0 +1,58 @@
+#include "base/debugstream.h"
+#include "tests/logcapture.h"
+#include "tests/testhome.h"
+
+#include <QtTest>
+
+class TestDebugStream : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void endsEveryItemWithABlank();
+    void keepsTextRawBetweenQuotes();
+    void writesEmptyMessageAsOneBlank();
+    void keepsLineBreaksInsideOneLine();
+    void passesLoggingRulesOfTheUser();
+};
+
+void TestDebugStream::endsEveryItemWithABlank()
+{
+    LogCapture log;
+    debug() << "Song Index: " << 7 << true << -1 << 3000000000U;
+    QCOMPARE(log.messages(), QStringList{QStringLiteral("Song Index:  7 true -1 3000000000 ")});
+}
+
+void TestDebugStream::keepsTextRawBetweenQuotes()
+{
+    LogCapture log;
+    debug() << "Found file:" << QStringLiteral("/a \"b\"\\ \u00e9\t");
+    QCOMPARE(log.messages(), QStringList{QStringLiteral("Found file: \"/a \"b\"\\ \u00e9\t\" ")});
+}
+
+void TestDebugStream::writesEmptyMessageAsOneBlank()
+{
+    LogCapture log;
+    debug() << "";
+    QCOMPARE(log.messages(), QStringList{QStringLiteral(" ")});
+}
+
+void TestDebugStream::keepsLineBreaksInsideOneLine()
+{
+    LogCapture log;
+    debug() << QStringLiteral("a\r\n[01-01-2025 00:00:00]D| forged");
+    QCOMPARE(log.messages(),
+             QStringList{QStringLiteral("\"a\\r\\n[01-01-2025 00:00:00]D| forged\" ")});
+}
+
+void TestDebugStream::passesLoggingRulesOfTheUser()
+{
+    LogCapture log;
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    debug() << "still here";
+    QLoggingCategory::setFilterRules(QString());
+    QCOMPARE(log.messages(), QStringList{QStringLiteral("still here ")});
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestDebugStream)
+#include "tst_debugstream.moc"

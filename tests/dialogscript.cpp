@@ -1,0 +1,102 @@
+#include "tests/dialogscript.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QTest>
+
+DialogScript::DialogScript(QObject *parent) : QObject(parent)
+{
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    connect(&m_timer, &QTimer::timeout, this, &DialogScript::look);
+    m_timer.start(5);
+}
+
+void DialogScript::expect(const char *className, Step step)
+{
+    m_steps.append({className, std::move(step)});
+}
+
+void DialogScript::expectMessage(const QString &title, const QString &text, int button)
+{
+    expect("QMessageBox", [this, title, text, button](QWidget *widget) {
+        auto *box = qobject_cast<QMessageBox *>(widget);
+        if (box->windowTitle() != title || box->text() != text)
+            m_problems.append(
+                QStringLiteral("message box \"%1\" / \"%2\" instead of \"%3\" / \"%4\"")
+                    .arg(box->windowTitle(), box->text(), title, text));
+        if (QAbstractButton *wanted = box->button(static_cast<QMessageBox::StandardButton>(button)))
+            QTest::mouseClick(wanted, Qt::LeftButton);
+        else
+            m_problems.append(QStringLiteral("no such button in \"%1\"").arg(box->text()));
+    });
+}
+
+void DialogScript::expectFiles(const QStringList &paths)
+{
+    expect("QFileDialog",
+           [paths](QWidget *widget) { chooseFiles(qobject_cast<QFileDialog *>(widget), paths); });
+}
+
+void DialogScript::expectFilesCancelled()
+{
+    expect("QFileDialog", [](QWidget *widget) { qobject_cast<QDialog *>(widget)->reject(); });
+}
+
+void DialogScript::click(QWidget *dialog, const QString &name)
+{
+    auto *button = dialog->findChild<QAbstractButton *>(name);
+    QVERIFY2(button != nullptr, qPrintable(name));
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+void DialogScript::look()
+{
+    QWidget *dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr || !dialog->isVisible() || dialog == m_answered)
+        return;
+    const bool isProgress = qobject_cast<QProgressDialog *>(dialog) != nullptr;
+    if (isProgress && (m_steps.isEmpty() || m_steps.first().className != "QProgressDialog"))
+        return;
+    answer(dialog);
+}
+
+void DialogScript::answer(QWidget *dialog)
+{
+    m_answered = dialog;
+    if (m_steps.isEmpty() || !dialog->inherits(m_steps.first().className.constData())) {
+        auto *box = qobject_cast<QMessageBox *>(dialog);
+        m_problems.append(QStringLiteral("unexpected %1 \"%2\" %3")
+                              .arg(QLatin1StringView(dialog->metaObject()->className()),
+                                   dialog->windowTitle(),
+                                   box != nullptr ? box->text() : QString()));
+        if (auto *plain = qobject_cast<QDialog *>(dialog))
+            plain->reject();
+        else
+            dialog->close();
+    } else {
+        m_steps.takeFirst().step(dialog);
+    }
+    // A dialog that lives on as a member is shown again under the same address.
+    if (m_answered != nullptr && !m_answered->isVisible())
+        m_answered = nullptr;
+}
+
+void DialogScript::chooseFiles(QFileDialog *dialog, const QStringList &paths)
+{
+    auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    QString text = paths.value(0);
+    if (paths.size() > 1)
+        text = u'"' + paths.join(QStringLiteral("\" \"")) + u'"';
+    edit->setText(text);
+    auto *buttons = dialog->findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"));
+    for (QAbstractButton *button : buttons->buttons()) {
+        if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole)
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QStringList>
+#include <QtGlobal>
+
+/// Collects every message of the program's own category while it lives. One at a time.
+class LogCapture
+{
+public:
+    LogCapture();
+    ~LogCapture();
+    LogCapture(const LogCapture &) = delete;
+    LogCapture &operator=(const LogCapture &) = delete;
+
+    /// The messages in their order, each with its trailing blank.
+    const QStringList &messages() const { return m_messages; }
+    bool contains(const QString &message) const { return m_messages.contains(message); }
+    void clear() { m_messages.clear(); }
+
+private:
+    static void receive(QtMsgType type, const QMessageLogContext &context, const QString &message);
+
+    static LogCapture *s_current;
+    QtMessageHandler m_previous;
+    QStringList m_messages;
+};

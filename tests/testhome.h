@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QTemporaryDir>
+
+/// Gives a test program a home of its own: HOME, the XDG folders and the working folder lie in a
+/// temporary folder, so that settings, logs and catalogues of the user are neither read nor
+/// written. Construct it before the application object.
+class TestHome
+{
+public:
+    TestHome();
+    ~TestHome();
+    TestHome(const TestHome &) = delete;
+    TestHome &operator=(const TestHome &) = delete;
+
+    /// The folder, also the working folder.
+    QString path() const;
+    QString filePath(const QString &name) const;
+
+private:
+    QString m_oldFolder;
+    QTemporaryDir m_folder;
+};
+
+/// The main function of a test program: a home of its own, the application, the test object.
+#define BRISEL_TEST_MAIN(ApplicationClass, TestClass)                                              \
+    int main(int argc, char **argv)                                                                \
+    {                                                                                              \
+        TestHome home;                                                                             \
+        ApplicationClass application(argc, argv);                                                  \
+        TestClass test;                                                                            \
+        return QTest::qExec(&test, argc, argv);                                                    \
+    }
