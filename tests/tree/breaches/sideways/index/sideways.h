@@ -1,0 +1,4 @@
+#pragma once
+
+#include "library/nocopyrightdialog.h"
+#include "library/progress.h"

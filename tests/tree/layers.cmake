@@ -1,0 +1,76 @@
+# cmake -DTREE=<folder> -P layers.cmake: fails when a source of the tree looks uphill.
+
+cmake_minimum_required(VERSION 3.25)
+
+# What the sources of each folder may include, their own folder apart.
+set(below_base)
+set(below_songfile base)
+set(below_db base songfile)
+set(below_index base library/nocopyrightdialog.h)
+set(below_library base songfile db index)
+set(below_app base songfile db index library)
+set(everything base songfile db index library app tests tools)
+foreach(folder IN ITEMS tests tools bench fuzz)
+  set(below_${folder} ${everything})
+endforeach()
+set(longest_file 500)
+set_property(GLOBAL PROPERTY breaches 0)
+
+function(breach text)
+  get_property(breaches GLOBAL PROPERTY breaches)
+  math(EXPR breaches "${breaches} + 1")
+  set_property(GLOBAL PROPERTY breaches ${breaches})
+  message("${file}: ${text}")
+endfunction()
+
+function(check_quoted_include path)
+  get_filename_component(target_folder "${path}" DIRECTORY)
+  if(path MATCHES "^(ui_.*\\.h|.*\\.moc)$")
+    # Generated beside the objects.
+  elseif(path MATCHES "\\.\\./" OR target_folder STREQUAL "")
+    breach("includes \"${path}\": include from the root of the tree")
+  else()
+    string(REGEX REPLACE "/.*" "" target_folder "${path}")
+    if(NOT target_folder STREQUAL folder AND NOT target_folder IN_LIST below_${folder}
+       AND NOT path IN_LIST below_${folder})
+      breach("includes \"${path}\", which ${folder}/ may not see")
+    endif()
+  endif()
+endfunction()
+
+function(check_file)
+  file(STRINGS "${TREE}/${file}" includes REGEX "^[ \t]*#[ \t]*include")
+  foreach(line IN LISTS includes)
+    if(line MATCHES "#[ \t]*include[ \t]*\"([^\"]*)\"")
+      check_quoted_include("${CMAKE_MATCH_1}")
+    elseif(line MATCHES "<Qt[A-Z][A-Za-z0-9]*/")
+      # Qt's folders lie side by side: such a path finds modules that are not linked.
+      breach("${line}: include the class alone")
+    endif()
+  endforeach()
+
+  file(STRINGS "${TREE}/${file}" guard REGEX "^#pragma once$" LIMIT_COUNT 1)
+  if(file MATCHES "\\.h$" AND guard STREQUAL "")
+    breach("has no #pragma once")
+  endif()
+
+  file(READ "${TREE}/${file}" text)
+  string(REGEX MATCHALL "\n" line_ends "${text}")
+  list(LENGTH line_ends lines)
+  if(lines GREATER longest_file)
+    breach("has ${lines} lines: ${longest_file} are the most")
+  endif()
+endfunction()
+
+foreach(folder IN ITEMS base songfile db index library app tests tools bench fuzz)
+  file(GLOB_RECURSE files RELATIVE "${TREE}" "${TREE}/${folder}/*.cpp" "${TREE}/${folder}/*.h")
+  list(FILTER files EXCLUDE REGEX "^tests/tree/breaches/")
+  foreach(file IN LISTS files)
+    check_file()
+  endforeach()
+endforeach()
+
+get_property(breaches GLOBAL PROPERTY breaches)
+if(breaches)
+  message(FATAL_ERROR "${breaches} breach(es)")
+endif()
