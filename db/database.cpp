@@ -1,0 +1,299 @@
+#include "db/database.h"
+
+#include "base/debugstream.h"
+#include "base/fileidentity.h"
+#include "base/filewriting.h"
+#include "base/songtext.h"
+
+#include <QFile>
+#include <QSqlQuery>
+#include <QTemporaryFile>
+#include <QVariant>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+const QString localCatalogue = QStringLiteral("songsdb_debug");
+const QString builtInCatalogue = QStringLiteral(":/db/songsdb");
+const QString selectRecord =
+    QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs ");
+
+/// Adds an SQLite connection. A second Database of the same process gets names of its own: taking
+/// over a connection's name would cut off the first one.
+QSqlDatabase addConnection(const QString &name)
+{
+    QString freeName = name;
+    for (int number = 2; QSqlDatabase::contains(freeName); ++number)
+        freeName = QStringLiteral("%1_%2").arg(name).arg(number);
+    return QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), freeName);
+}
+
+void removeConnection(QSqlDatabase &connection)
+{
+    const QString name = connection.connectionName();
+    connection.close();
+    connection = QSqlDatabase();
+    if (!name.isEmpty())
+        QSqlDatabase::removeDatabase(name);
+}
+
+/// The number in a column; -1 for NULL, text and what 32 signed bits can't hold.
+qint32 numberOf(const QVariant &value)
+{
+    if (value.isNull())
+        return -1;
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber || !(number >= std::numeric_limits<qint32>::min()) ||
+        !(number <= std::numeric_limits<qint32>::max()))
+        return -1;
+    return static_cast<qint32>(std::lround(number));
+}
+
+void fillRecord(const QSqlQuery &query, SongsDbRecord &record)
+{
+    record.title = query.value(0).toString();
+    record.artist = query.value(1).toString();
+    record.genre = query.value(2).toString();
+    record.author = query.value(3).toString();
+    record.length = numberOf(query.value(4));
+    record.bpm = numberOf(query.value(5));
+    record.key = trimmedSongText(query.value(6).toString());
+    Database::splitMarkers(query.value(7).toString(), record.markers);
+    record.altArtist = query.value(8).toString();
+}
+
+/// SQLite reads a double-quoted name as a column where it has one.
+bool isColumnName(const QString &text)
+{
+    static const std::array names{u"title", u"artist", u"genre",    u"author",  u"length",
+                                  u"bpm",   u"key",    u"filename", u"markers", u"altartist",
+                                  u"rowid", u"oid",    u"_rowid_"};
+    return std::any_of(names.begin(), names.end(), [&text](const char16_t *name) {
+        return text.compare(QStringView(name), Qt::CaseInsensitive) == 0;
+    });
+}
+
+/// True when the text stays a string whatever it holds: it can be bound instead of written out.
+bool isPlainText(const QString &text)
+{
+    return !text.contains(u'"') && !isColumnName(text);
+}
+
+/// Behind a double quote a name is read as SQL. A condition on the same row is let through; what
+/// could keep the catalogue busy for ever (a sub-select, a second table, a function) is not.
+bool isTooClever(const QString &text)
+{
+    return text.contains(u'"') &&
+           (text.contains(u'(') || text.contains(QStringLiteral("select"), Qt::CaseInsensitive));
+}
+
+/// Runs a statement that ends with LIKE and \a text in double quotes, not escaped.
+bool execLike(QSqlQuery &query, const QString &statement, const QString &text)
+{
+    if (text.contains(QChar::Null) || isTooClever(text))
+        return false;
+    if (!isPlainText(text))
+        return query.exec(statement + u'"' + text + u'"');
+    if (!query.prepare(statement + u'?'))
+        return false;
+    query.addBindValue(text.isNull() ? QStringLiteral("") : text);
+    return query.exec();
+}
+
+bool isAscii(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](QChar character) { return character < u'\x80'; });
+}
+
+/// LIKE ignores the case of A to Z only; for such texts upper-casing is the same rule.
+bool isIndexable(const QString &name)
+{
+    return isAscii(name) && !name.contains(QChar::Null) && !name.contains(u'%') &&
+           !name.contains(u'_') && isPlainText(name);
+}
+
+} // namespace
+
+Database::Database() = default;
+
+Database::~Database()
+{
+    closeConnections();
+}
+
+bool Database::init()
+{
+    closeConnections();
+    if (!openUserLibrary() || !openCatalogue())
+        return false;
+    fillList(m_genres, QStringLiteral("select distinct genre from songs"));
+    fillList(m_artists, QStringLiteral("select distinct altartist from songs"));
+    indexFileNames();
+    return true;
+}
+
+bool Database::openUserLibrary()
+{
+    m_userLibraryDb = addConnection(QStringLiteral("con_mem"));
+    m_userLibraryDb.setDatabaseName(QStringLiteral(":memory:"));
+    if (!m_userLibraryDb.open())
+        return false;
+    QSqlQuery query(m_userLibraryDb);
+    query.exec(QStringLiteral("create table usersongs (id integer primary key, type varchar, "
+                              "title varchar, artist varchar, genre varchar, author varchar, "
+                              "length varchar, userbpm int, key varchar, filename varchar, "
+                              "shortname varchar, status int)"));
+    return true;
+}
+
+bool Database::openCatalogue()
+{
+    QString fileName = localCatalogue;
+    if (fileKind(localCatalogue) != FileKind::Missing) {
+        debug() << "Using local file: 'songsdb_debug' as database";
+        // The opening of a FIFO would wait for ever.
+        if (fileKind(localCatalogue) == FileKind::Other)
+            return false;
+    } else {
+        if (!unpackCatalogue())
+            return false;
+        fileName = m_temporaryFile->fileName();
+    }
+    m_songsDb = addConnection(QStringLiteral("con_songsdb"));
+    m_songsDb.setDatabaseName(fileName);
+    m_songsDb.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+    return m_songsDb.open();
+}
+
+bool Database::unpackCatalogue()
+{
+    m_temporaryFile = std::make_unique<QTemporaryFile>();
+    if (!m_temporaryFile->open()) {
+        debug() << "[Database::init] FATAL: Unable to create temporary files !!!";
+        return false;
+    }
+    debug() << "[Database::init] Created temporary db file: " << m_temporaryFile->fileName();
+
+    QFile resource(builtInCatalogue);
+    if (!resource.open(QIODevice::ReadOnly)) {
+        debug() << "[Database::init] FATAL: Unable to open db resource file !!!";
+        return false;
+    }
+    const QByteArray catalogue = resource.readAll();
+    // SQLite opens an empty or cut copy without a word: a full disk must be noticed here.
+    if (!writeAll(*m_temporaryFile, catalogue) || !m_temporaryFile->flush() ||
+        m_temporaryFile->error() != QFileDevice::NoError ||
+        m_temporaryFile->size() != catalogue.size()) {
+        debug() << "[Database::init] FATAL: Unable to create temporary files !!!";
+        return false;
+    }
+    return true;
+}
+
+void Database::closeConnections()
+{
+    removeConnection(m_songsDb);
+    removeConnection(m_userLibraryDb);
+    m_temporaryFile.reset();
+}
+
+void Database::fillList(QStringList &list, const QString &statement) const
+{
+    list.clear();
+    QSqlQuery query(m_songsDb);
+    query.setForwardOnly(true);
+    if (!query.exec(statement))
+        return;
+    while (query.next()) {
+        const QString entry = trimmedSongText(query.value(0).toString());
+        if (!entry.isEmpty())
+            list.append(entry);
+    }
+}
+
+void Database::indexFileNames()
+{
+    m_rowIdByFileName.clear();
+    QSqlQuery query(m_songsDb);
+    query.setForwardOnly(true);
+    if (!query.exec(QStringLiteral("SELECT rowid,cast(filename as text) FROM songs "
+                                   "WHERE filename IS NOT NULL ORDER BY rowid DESC")))
+        return;
+    // Backwards, so that the first of several rows stays. LIKE reads a name up to its first NUL.
+    while (query.next()) {
+        const QString name = query.value(1).toString().section(QChar::Null, 0, 0);
+        if (isAscii(name))
+            m_rowIdByFileName.insert(name.toUpper(), query.value(0).toLongLong());
+    }
+}
+
+bool Database::clearUserLibraryDb()
+{
+    QSqlQuery query(m_userLibraryDb);
+    return query.exec(QStringLiteral("DELETE from usersongs"));
+}
+
+bool Database::getRecordByFilename(const QString &fileName, SongsDbRecord &record)
+{
+    QSqlQuery query(m_songsDb);
+    query.setForwardOnly(true);
+    if (isIndexable(fileName) && !m_rowIdByFileName.isEmpty()) {
+        const auto row = m_rowIdByFileName.constFind(fileName.toUpper());
+        if (row == m_rowIdByFileName.constEnd() ||
+            !query.exec(selectRecord + QStringLiteral("WHERE rowid=%1").arg(row.value())))
+            return false;
+    } else if (!execLike(query, selectRecord + QStringLiteral("WHERE filename like "), fileName)) {
+        return false;
+    }
+    if (!query.next())
+        return false;
+    fillRecord(query, record);
+    return true;
+}
+
+bool Database::getRecordByTitle(const QString &title, SongsDbRecord &record)
+{
+    QSqlQuery query(m_songsDb);
+    query.setForwardOnly(true);
+    if (!execLike(query, selectRecord + QStringLiteral("WHERE title like "), title) ||
+        !query.next())
+        return false;
+
+    QSqlQuery countQuery(m_songsDb);
+    if (!execLike(countQuery, QStringLiteral("SELECT count(*) from songs WHERE title like "),
+                  title) ||
+        !countQuery.next()) {
+        debug() << "[getRecordByTitle] WARNING: unable to count reusults, aborting !!!";
+        return false;
+    }
+    bool isNumber = false;
+    if (countQuery.value(0).toInt(&isNumber) != 1 || !isNumber) {
+        debug() << "[getRecordByTitle] WARNING: multiple reusults in query, aborting !!!";
+        return false;
+    }
+    fillRecord(query, record);
+    return true;
+}
+
+void Database::splitMarkers(const QString &text, QList<Marker> &markers)
+{
+    markers.clear();
+    const QStringList parts = text.split(u';', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        bool isNumber = false;
+        const int bar = parts.at(i).toInt(&isNumber);
+        if (!isNumber || bar < 0)
+            continue;
+        Marker marker;
+        marker.text = parts.at(i + 1);
+        marker.bar = bar;
+        markers.append(marker);
+    }
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "songfile/songinfo.h"
+
+#include <QList>
+#include <QString>
+
+/// One row of the reference catalogue: see docs/formats/catalogue.md.
+class SongsDbRecord
+{
+public:
+    /// Writes the record to the log.
+    void dbgDump() const;
+
+    QString title;
+    QString artist;
+    QString altArtist; ///< the artist in the form for lists and sorting
+    QString genre;
+    QString author;
+    qint32 length = 0; ///< whole seconds; -1 when the catalogue has no number
+    qint32 bpm = 0;    ///< beats per minute; -1 when the catalogue has no number
+    QString key;       ///< a key name; a minor key has a blank before the minus ("A -")
+    QList<Marker> markers;
+};

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "db/database.h"
+
+#include <QList>
+#include <QSqlRelationalTableModel>
+#include <QVariant>
+
+#include <optional>
+
+class SongInfo;
+
+/// The user's library as the table view shows it: the rows of "usersongs", one for each song.
+///
+/// Rows are addressed as they stand in the model, from 0. The model holds all of them itself: every
+/// change is one statement on the table and one on the model's copy, whatever the number of rows,
+/// and no row moves, comes or goes unless it is asked for. A new song stands at the end whatever
+/// the sort, and a change in the sorted column leaves its row in place until the next select() or
+/// sort(). Rows are added by addSong() only; insertRows() refuses.
+class UserSongsRelTableModel : public QSqlRelationalTableModel
+{
+    Q_OBJECT
+
+public:
+    /// \a database holds the table "usersongs" and outlives the model. Reads no rows.
+    UserSongsRelTableModel(QObject *parent, const QSqlDatabase &database);
+
+    /// Looks the columns up by their names. (The name is misspelt for good: it is part of the
+    /// design.)
+    void setFiledsIndexes();
+    /// Sets the headings in the current language.
+    void setHeaderLabels();
+
+    int goodRowCount();
+    /// The full path of the song; empty when there is no such row.
+    QString fileName(int row);
+    /// The file name without folder; empty when there is no such row.
+    QString shortName(int row);
+    /// A Database::statusEnum; 0 when there is no such row.
+    int status(int row);
+    void setStatus(int row, Database::statusEnum status);
+    /// The index of the row's first cell, for selecting and scrolling.
+    QModelIndex rowIndex(int row);
+
+    /// Rewrites title, artist, genre, author, length, tempo and key of a row; a negative tempo
+    /// becomes 0. Type, file names and status stay.
+    void updateRow(int row, const SongInfo &info);
+    /// Appends a song with the status Imported; false when the table does not take it. A negative
+    /// tempo is stored as it is.
+    bool addSong(const SongInfo &info);
+
+    int colIdxFilename() const { return m_filename; }
+    int colIdxStatus() const { return m_status; }
+
+    /// While locked, sort() only remembers what was asked for, so that the rows of a running
+    /// workflow keep their numbers; the last unlock does it. Locks nest.
+    void setSortingLocked(bool locked);
+
+    bool select() override;
+    void sort(int column, Qt::SortOrder order) override;
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    bool canFetchMore(const QModelIndex &parent = QModelIndex()) const override;
+    void fetchMore(const QModelIndex &parent = QModelIndex()) override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    bool insertRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
+    bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
+
+private:
+    using Row = QVariantList; ///< one value a column
+    struct Cell {
+        int column;
+        QVariant value;
+    };
+    struct Sort {
+        int column;
+        Qt::SortOrder order;
+    };
+
+    bool hasRow(int row) const { return row >= 0 && row < m_rows.size(); }
+    QString textAt(int row, int column) const;
+    int statusAt(int row) const;
+    bool writeCells(int row, const QList<Cell> &cells);
+    bool deleteRow(int row);
+    bool run(const QString &statement, const QVariantList &values, qint64 *newId = nullptr);
+    QString quoted(const QString &name) const;
+    QString columnName(int column) const;
+
+    int m_type = -1;
+    int m_title = -1;
+    int m_artist = -1;
+    int m_genre = -1;
+    int m_author = -1;
+    int m_length = -1;
+    int m_userBpm = -1;
+    int m_key = -1;
+    int m_filename = -1;
+    int m_shortName = -1;
+    int m_status = -1;
+
+    QList<Row> m_rows;
+    bool m_isRead = false; ///< the table was read at least once
+    int m_sortingLocks = 0;
+    std::optional<Sort> m_wantedSort; ///< asked for while sorting was locked
+};
