@@ -1,0 +1,89 @@
+#include "library/runprogress.h"
+
+#include "base/runguard.h"
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QProgressDialog>
+
+static constexpr qint64 paintInterval = 50; ///< milliseconds between two looks at the advance
+static constexpr int dialogWidth = 420;     ///< pixels; the label changes without moving the dialog
+
+RunProgress::RunProgress(QWidget *window) : m_window(window) {}
+
+RunProgress::~RunProgress() = default;
+
+void RunProgress::begin(const QString &title, const QString &label, int maximum)
+{
+    end();
+    m_canceled = false;
+    m_dialog = std::make_unique<QProgressDialog>(m_window);
+    m_label = new QLabel(label);
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setAlignment(Qt::AlignCenter);
+    m_bar = new QProgressBar;
+    m_bar->setRange(0, maximum);
+    m_bar->setValue(0);
+    m_dialog->setLabel(m_label);
+    m_dialog->setBar(m_bar);
+    m_dialog->setCancelButtonText(tr("Interrompi"));
+    m_dialog->setWindowTitle(title);
+    m_dialog->setWindowModality(Qt::WindowModal);
+    m_dialog->setMinimumWidth(dialogWidth);
+    connect(m_dialog.get(), &QProgressDialog::canceled, this, &RunProgress::cancel);
+    // Shown by hand: the dialog's own setValue() waits for four seconds, during which clicks would
+    // reach the window, processes clicks by itself, and would open the dialog again after a cancel.
+    m_dialog->show();
+    paint();
+}
+
+void RunProgress::setValue(int value)
+{
+    if (m_dialog == nullptr)
+        return;
+    m_label->setText(tr("%1 di %2").arg(value).arg(m_bar->maximum()));
+    setStep(value);
+}
+
+void RunProgress::setStep(int value)
+{
+    if (m_dialog == nullptr)
+        return;
+    m_bar->setValue(value);
+    if (m_sincePaint.elapsed() >= paintInterval)
+        paint();
+}
+
+void RunProgress::setMaximum(int maximum)
+{
+    if (m_dialog != nullptr)
+        m_bar->setRange(0, maximum);
+}
+
+bool RunProgress::isCanceled() const
+{
+    return m_canceled || RunGuard::endRequested();
+}
+
+void RunProgress::breathe()
+{
+    QCoreApplication::processEvents();
+    m_sincePaint.restart();
+}
+
+void RunProgress::end()
+{
+    m_dialog.reset();
+}
+
+void RunProgress::cancel()
+{
+    m_canceled = true;
+}
+
+void RunProgress::paint()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    m_sincePaint.restart();
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "library/progress.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+class QLabel;
+class QProgressBar;
+class QProgressDialog;
+class QWidget;
+
+/// Owns the progress dialog of the run that is under way, and its "%1 di %2" label.
+///
+/// The window is blocked from the first moment. A press on "Interrompi" (Escape and the dialog's
+/// close button count as one) closes the dialog for good and is remembered until the next begin().
+class RunProgress : public QObject, public Progress
+{
+    Q_OBJECT
+
+public:
+    /// \a window is blocked while a dialog is open.
+    explicit RunProgress(QWidget *window);
+    ~RunProgress() override;
+
+    /// Opens a dialog over 0 to \a maximum steps (0: a busy bar) in place of an open one, and
+    /// forgets an earlier cancel.
+    void begin(const QString &title, const QString &label, int maximum);
+    /// Shows "%1 di %2" and moves the bar. Paints now and then, but lets no click or key through.
+    void setValue(int value) override;
+    /// Moves the bar and leaves the label as it is.
+    void setStep(int value);
+    /// Changes the number of steps; 0 makes the bar a busy bar.
+    void setMaximum(int maximum);
+    bool isCanceled() const override;
+    void breathe() override;
+    /// Closes the dialog. A cancel stays remembered.
+    void end();
+
+private:
+    void cancel();
+    void paint();
+
+    QWidget *m_window;
+    std::unique_ptr<QProgressDialog> m_dialog;
+    QPointer<QLabel> m_label;
+    QPointer<QProgressBar> m_bar;
+    QElapsedTimer m_sincePaint;
+    bool m_canceled = false;
+};

@@ -1,0 +1,220 @@
+#include "base/runguard.h"
+#include "library/runprogress.h"
+#include "tests/testhome.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QMainWindow>
+#include <QProgressBar>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+class PaintCounter : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+};
+
+class TestRunProgress : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void blocksTheWindowFromTheFirstMoment();
+    void showsCountInLabelAndBar();
+    void keepsLabelWhenOnlyTheBarMoves();
+    void showsSongNamesAsTheyAre();
+    void remembersCancelAndStaysClosed_data();
+    void remembersCancelAndStaysClosed();
+    void paintsWhileTheValueIsSet();
+    void forgetsCancelAtTheNextRun();
+    void replacesAnOpenDialog();
+    void countsARequestToEndAsCancel();
+    void closesWithItsOwner();
+    void toleratesCallsWithoutADialog();
+
+private:
+    static QProgressDialog *dialogOf(const QWidget &window)
+    {
+        return window.findChild<QProgressDialog *>();
+    }
+    static QString labelOf(const QWidget &window)
+    {
+        return dialogOf(window)->findChild<QLabel *>()->text();
+    }
+};
+
+void TestRunProgress::blocksTheWindowFromTheFirstMoment()
+{
+    QMainWindow window;
+    window.show();
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("Lettura file"), QStringLiteral("Importo la libreria..."), 5);
+
+    QProgressDialog *dialog = dialogOf(window);
+    QVERIFY(dialog != nullptr);
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(dialog->windowModality(), Qt::WindowModal);
+    QCOMPARE(QApplication::activeModalWidget(), dialog);
+    QCOMPARE(dialog->windowTitle(), QStringLiteral("Lettura file"));
+    QCOMPARE(labelOf(window), QStringLiteral("Importo la libreria..."));
+    QCOMPARE(dialog->findChild<QPushButton *>()->text(), QStringLiteral("Interrompi"));
+    QCOMPARE(dialog->minimum(), 0);
+    QCOMPARE(dialog->maximum(), 5);
+    QCOMPARE(dialog->value(), 0);
+}
+
+void TestRunProgress::showsCountInLabelAndBar()
+{
+    QMainWindow window;
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 3);
+    for (int value = 1; value <= 3; ++value) {
+        progress.setValue(value);
+        QCOMPARE(labelOf(window), QStringLiteral("%1 di 3").arg(value));
+        QCOMPARE(dialogOf(window)->value(), value);
+    }
+    QVERIFY2(dialogOf(window)->isVisible(), "the last step alone does not close the dialog");
+    QVERIFY(!progress.isCanceled());
+}
+
+void TestRunProgress::keepsLabelWhenOnlyTheBarMoves()
+{
+    QMainWindow window;
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("Aggiornamento database..."), 0);
+    QCOMPARE(dialogOf(window)->maximum(), 0);
+    progress.setMaximum(9);
+    progress.setStep(4);
+    QCOMPARE(dialogOf(window)->maximum(), 9);
+    QCOMPARE(dialogOf(window)->value(), 4);
+    QCOMPARE(labelOf(window), QStringLiteral("Aggiornamento database..."));
+}
+
+void TestRunProgress::showsSongNamesAsTheyAre()
+{
+    QMainWindow window;
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("<b>x</b>"), 1);
+    QCOMPARE(dialogOf(window)->findChild<QLabel *>()->textFormat(), Qt::PlainText);
+}
+
+void TestRunProgress::remembersCancelAndStaysClosed_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"button", "escape", "close"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void TestRunProgress::remembersCancelAndStaysClosed()
+{
+    QFETCH(QString, way);
+    QMainWindow window;
+    window.show();
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 4);
+    progress.setValue(1);
+    QProgressDialog *dialog = dialogOf(window);
+    if (way == QStringLiteral("button"))
+        QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+    else if (way == QStringLiteral("escape"))
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    else
+        dialog->close();
+    QVERIFY(progress.isCanceled());
+
+    for (int value = 2; value <= 4; ++value) {
+        progress.setValue(value);
+        progress.breathe();
+        QVERIFY(!dialog->isVisible());
+        QVERIFY(progress.isCanceled());
+    }
+    QCOMPARE(labelOf(window), QStringLiteral("4 di 4"));
+    progress.end();
+    QVERIFY(progress.isCanceled());
+}
+
+void TestRunProgress::paintsWhileTheValueIsSet()
+{
+    QMainWindow window;
+    window.show();
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 100);
+    progress.breathe();
+    PaintCounter painted;
+    dialogOf(window)->findChild<QLabel *>()->installEventFilter(&painted);
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 400)
+        progress.setValue(1);
+    QVERIFY2(painted.count >= 3, qPrintable(QString::number(painted.count)));
+}
+
+void TestRunProgress::forgetsCancelAtTheNextRun()
+{
+    QMainWindow window;
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 4);
+    QTest::mouseClick(dialogOf(window)->findChild<QPushButton *>(), Qt::LeftButton);
+    QVERIFY(progress.isCanceled());
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 4);
+    QVERIFY(!progress.isCanceled());
+    QVERIFY(dialogOf(window)->isVisible());
+}
+
+void TestRunProgress::replacesAnOpenDialog()
+{
+    QMainWindow window;
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("A"), QStringLiteral("L"), 4);
+    progress.begin(QStringLiteral("B"), QStringLiteral("L"), 4);
+    QCOMPARE(window.findChildren<QProgressDialog *>().size(), 1);
+    QCOMPARE(dialogOf(window)->windowTitle(), QStringLiteral("B"));
+}
+
+void TestRunProgress::countsARequestToEndAsCancel()
+{
+    QMainWindow window;
+    RunProgress progress(&window);
+    const RunGuard run;
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 4);
+    QVERIFY(!progress.isCanceled());
+    QTimer::singleShot(0, qApp, [] { RunGuard::requestEnd(); });
+    progress.breathe();
+    QVERIFY(progress.isCanceled());
+}
+
+void TestRunProgress::closesWithItsOwner()
+{
+    QMainWindow window;
+    {
+        RunProgress progress(&window);
+        progress.begin(QStringLiteral("T"), QStringLiteral("L"), 4);
+        QVERIFY(dialogOf(window) != nullptr);
+    }
+    QVERIFY(dialogOf(window) == nullptr);
+}
+
+void TestRunProgress::toleratesCallsWithoutADialog()
+{
+    QMainWindow window;
+    RunProgress progress(&window);
+    progress.setValue(3);
+    progress.setStep(3);
+    progress.setMaximum(3);
+    progress.breathe();
+    progress.end();
+    QVERIFY(!progress.isCanceled());
+    QVERIFY(dialogOf(window) == nullptr);
+}
+
+BRISEL_TEST_MAIN(QApplication, TestRunProgress)
+#include "tst_runprogress.moc"
