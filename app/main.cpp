@@ -1,0 +1,27 @@
+#include "app/mainwindow.h"
+#include "app/startup.h"
+#include "app/style.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QLocale>
+#include <QSettings>
+#include <QTranslator>
+
+int main(int argc, char **argv)
+{
+    QSettings settings(settingsOrganisation, settingsApplication);
+    startLog(settings);
+
+    QApplication application(argc, argv);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/imgs/brisel2pc.png")));
+    applyDarkStyle(application);
+
+    QTranslator programTranslator;
+    QTranslator qtTranslator;
+    loadTranslations(chooseLanguage(settings, QLocale::system()), programTranslator, qtTranslator);
+
+    MainWindow window;
+    window.show();
+    return QApplication::exec();
+}

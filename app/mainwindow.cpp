@@ -1,0 +1,221 @@
+#include "app/mainwindow.h"
+
+#include "app/startup.h"
+#include "base/debugstream.h"
+#include "db/usersongsreltablemodel.h"
+#include "ui_mainwindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+
+MainWindow::LibraryRun::LibraryRun(MainWindow &window) : m_model(*window.m_model)
+{
+    m_model.setSortingLocked(true);
+}
+
+MainWindow::LibraryRun::~LibraryRun()
+{
+    m_model.setSortingLocked(false);
+}
+
+MainWindow::MainWindow()
+    : m_ui(std::make_unique<Ui::MainWindow>()),
+      m_settings(settingsOrganisation, settingsApplication), m_progress(this)
+{
+    m_ui->setupUi(this);
+    setWindowTitle(tr("Brisel2 PC"));
+    m_ui->actionGerman->setVisible(false);
+    m_ui->actionItalian->setVisible(true);
+    m_ui->debugKordiaGroupBox->hide();
+    m_ui->debugGroupBox->hide();
+    m_ui->updateDataToolButton->setEnabled(false);
+    m_ui->transferFilesToolButton->setEnabled(false);
+    showSettings();
+
+    if (!m_database.init()) {
+        debug() << "Error initializing DB !!!";
+        m_ui->selectDirToolButton->setEnabled(false);
+        return;
+    }
+    debug() << "DB initialized correctly";
+    m_ui->userLibraryTableView->setContextMenuPolicy(Qt::CustomContextMenu);
+    initUserLibraryModel();
+    adjustUserLibraryHeaders();
+    qApp->installEventFilter(this);
+}
+
+MainWindow::~MainWindow()
+{
+    delete m_model; // before the database that it stands on
+}
+
+void MainWindow::updateProgress(int value)
+{
+    m_progress.setValue(value);
+}
+
+void MainWindow::enableCopyrightMessage(bool on)
+{
+    m_copyrightAsk = on;
+    m_settings.setValue(QStringLiteral("copyrightAsk"), on);
+    showCopyrightChoice(on);
+}
+
+void MainWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    setWindowTitle(tr("Brisel2 PC"));
+    if (m_model != nullptr)
+        m_model->setHeaderLabels();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (!RunGuard::isActive()) {
+        QMainWindow::closeEvent(event);
+        return;
+    }
+    RunGuard::requestEnd();
+    event->ignore();
+}
+
+/// Ctrl+Alt+D reveals the hidden options and hides them again; everything else goes through.
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto *key = static_cast<QKeyEvent *>(event);
+    const auto *widget = qobject_cast<QWidget *>(watched);
+    if (widget == nullptr || widget->window() != this || key->key() != Qt::Key_D ||
+        key->modifiers() != (Qt::ControlModifier | Qt::AltModifier))
+        return false;
+    if (!key->isAutoRepeat()) {
+        const bool reveal = m_ui->debugKordiaGroupBox->isHidden();
+        m_ui->debugKordiaGroupBox->setVisible(reveal);
+        m_ui->debugGroupBox->setVisible(reveal);
+    }
+    return true;
+}
+
+void MainWindow::on_actionItalian_triggered()
+{
+    setLanguage(QStringLiteral("it"));
+}
+
+void MainWindow::on_actionEnglish_triggered()
+{
+    setLanguage(QStringLiteral("en"));
+}
+
+void MainWindow::on_actionGerman_triggered()
+{
+    setLanguage(QStringLiteral("de"));
+}
+
+void MainWindow::on_actionCopyrightYes_triggered()
+{
+    enableCopyrightMessage(true);
+}
+
+void MainWindow::on_actionCopyrightNo_triggered()
+{
+    enableCopyrightMessage(false);
+}
+
+void MainWindow::on_actionAbout_QT_triggered()
+{
+    if (!RunGuard::isActive())
+        QApplication::aboutQt();
+}
+
+void MainWindow::on_dbgLogEnableCheckBox_toggled(bool on)
+{
+    m_settings.setValue(QStringLiteral("logenabled"), on);
+}
+
+void MainWindow::on_dbgLogClearCheckBox_toggled(bool on)
+{
+    m_settings.setValue(QStringLiteral("logclear"), on);
+}
+
+void MainWindow::on_dbgHidePushButton_clicked()
+{
+    m_ui->debugGroupBox->setVisible(m_ui->debugGroupBox->isHidden());
+}
+
+void MainWindow::showSettings()
+{
+    showLanguage(m_settings.value(QStringLiteral("language"), QStringLiteral("it")).toString());
+    showCopyrightChoice(isCopyrightAskOn());
+    m_ui->dbgLogEnableCheckBox->setChecked(
+        m_settings.value(QStringLiteral("logenabled"), false).toBool());
+    m_ui->dbgLogClearCheckBox->setChecked(
+        m_settings.value(QStringLiteral("logclear"), false).toBool());
+}
+
+void MainWindow::initUserLibraryModel()
+{
+    m_model = new UserSongsRelTableModel(this, *m_database.userLibraryDb());
+    m_model->setHeaderLabels();
+    QTableView *view = m_ui->userLibraryTableView;
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    // Before the model is set: afterwards it would sort at once, the last song first.
+    view->setSortingEnabled(true);
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setSelectionMode(QAbstractItemView::SingleSelection);
+    view->setShowGrid(true);
+    view->verticalHeader()->hide();
+    view->setAlternatingRowColors(false);
+    view->setModel(m_model);
+    view->hideColumn(m_model->colIdxFilename());
+    view->hideColumn(m_model->colIdxStatus());
+    view->hideColumn(0);
+}
+
+void MainWindow::adjustUserLibraryHeaders()
+{
+    constexpr int lastDataColumn = 8;
+    constexpr int shortNameColumn = 10;
+    for (int column = 0; column <= lastDataColumn; ++column)
+        m_ui->userLibraryTableView->resizeColumnToContents(column);
+    m_ui->userLibraryTableView->resizeColumnToContents(shortNameColumn);
+}
+
+void MainWindow::showLanguage(const QString &code)
+{
+    const bool italian = code == QStringLiteral("it");
+    const bool german = code == QStringLiteral("de");
+    m_ui->actionItalian->setChecked(italian);
+    m_ui->actionGerman->setChecked(german);
+    m_ui->actionEnglish->setChecked(!italian && !german);
+}
+
+void MainWindow::setLanguage(const QString &code)
+{
+    m_settings.setValue(QStringLiteral("language"), code);
+    showLanguage(code);
+    QCoreApplication::removeTranslator(&m_programTranslator);
+    QCoreApplication::removeTranslator(&m_qtTranslator);
+    loadTranslations(code, m_programTranslator, m_qtTranslator);
+}
+
+void MainWindow::showCopyrightChoice(bool on)
+{
+    m_ui->actionCopyrightYes->setChecked(on);
+    m_ui->actionCopyrightNo->setChecked(!on);
+}
+
+bool MainWindow::isCopyrightAskOn() const
+{
+    return m_settings.value(QStringLiteral("copyrightAsk"), m_copyrightAsk).toBool();
+}
+
+bool MainWindow::canStartRun() const
+{
+    return m_model != nullptr && !RunGuard::isActive();
+}

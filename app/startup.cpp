@@ -1,0 +1,132 @@
+#include "app/startup.h"
+
+#include "base/debugstream.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QLocale>
+#include <QSettings>
+#include <QTranslator>
+
+#include <cstdlib>
+
+const QString settingsOrganisation = QStringLiteral("kordia");
+const QString settingsApplication = QStringLiteral("brisel2pc");
+
+namespace
+{
+
+const QString logFileName = QStringLiteral("log.txt");
+
+const char *typeTag(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return "D| ";
+    case QtWarningMsg:
+        return "W| ";
+    case QtCriticalMsg:
+        return "C| ";
+    case QtFatalMsg:
+        return "F| ";
+    case QtInfoMsg:
+        break;
+    }
+    return nullptr;
+}
+
+void writeBanner()
+{
+    debug() << "|==============================================================================|";
+    debug() << "V ========================  Log start  ======================================= V";
+    debug() << "(c)Kordia Brisel2 PC";
+    debug() << qPrintable(QStringLiteral("Version:  ") + programVersion());
+    debug() << qPrintable(QStringLiteral("Build:    %1 - %2").arg(buildDate(), buildTime()));
+    debug() << "";
+}
+
+} // namespace
+
+QString programVersion()
+{
+    return QStringLiteral("2.0");
+}
+
+QString buildDate()
+{
+    return QStringLiteral(__DATE__);
+}
+
+QString buildTime()
+{
+    return QStringLiteral(__TIME__);
+}
+
+void startLog(const QSettings &settings)
+{
+    if (!settings.value(QStringLiteral("logenabled"), false).toBool()) {
+        qInstallMessageHandler(dummyMessageOutput);
+        return;
+    }
+    if (settings.value(QStringLiteral("logclear"), false).toBool() && QFile::exists(logFileName))
+        QFile::remove(logFileName);
+    qInstallMessageHandler(myMessageOutput);
+    writeBanner();
+}
+
+void myMessageOutput(QtMsgType type, const QMessageLogContext & /*context*/, const QString &message)
+{
+    const char *tag = typeTag(type);
+    if (tag == nullptr)
+        return;
+    const QString stamp =
+        QDateTime::currentDateTime().toString(QStringLiteral("[dd-MM-yyyy hh:mm:ss]"));
+    QByteArray text = message.toUtf8();
+    if (const qsizetype end = text.indexOf('\0'); end >= 0)
+        text.truncate(end);
+    const QByteArray line = stamp.toLatin1() + tag + text + '\n';
+
+    // Opened for each line, so that the log holds the last message before a crash.
+    QFile file(logFileName);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
+        file.write(line);
+        file.close();
+    }
+    if (type == QtFatalMsg)
+        std::abort();
+}
+
+void dummyMessageOutput(QtMsgType type, const QMessageLogContext & /*context*/,
+                        const QString & /*message*/)
+{
+    if (type == QtFatalMsg)
+        std::abort();
+}
+
+QString chooseLanguage(QSettings &settings, const QLocale &system)
+{
+    const QString key = QStringLiteral("language");
+    const QString neverChosen = QStringLiteral("--");
+    QString language = settings.value(key, neverChosen).toString();
+    if (language != neverChosen)
+        return language;
+    language = system.language() == QLocale::Italian ? QStringLiteral("it") : QStringLiteral("en");
+    settings.setValue(key, language);
+    settings.sync();
+    return language;
+}
+
+void loadTranslations(const QString &language, QTranslator &program, QTranslator &qt)
+{
+    const auto install = [](QTranslator &translator, const QString &texts) {
+        if (translator.load(texts))
+            QCoreApplication::installTranslator(&translator);
+    };
+    if (language == QStringLiteral("it")) {
+        install(program, QStringLiteral(":/trans/brisel2pc_it"));
+        install(qt, QStringLiteral(":/trans/qt_it"));
+    } else {
+        install(program, QStringLiteral(":/trans/brisel2pc_en"));
+    }
+}

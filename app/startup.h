@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+class QLocale;
+class QMessageLogContext;
+class QSettings;
+class QTranslator;
+
+/// What happens before the window opens, in pieces that a test can call.
+
+/// The names under which every component opens the settings store.
+extern const QString settingsOrganisation; ///< "kordia"
+extern const QString settingsApplication;  ///< "brisel2pc"
+
+/// The version that the log banner and the About box show.
+QString programVersion();
+/// The compiler's date stamp of the build, its day padded with a blank: "Dec  3 2013".
+QString buildDate();
+/// The compiler's time stamp of the build: "09:52:04".
+QString buildTime();
+
+/// Sends all messages from now on to "log.txt" in the working folder when "logenabled" is on
+/// (deleting an old log first when "logclear" is on, too), and nowhere otherwise.
+void startLog(const QSettings &settings);
+
+/// Appends one line to "log.txt"; a line that can't be written is dropped. See docs/formats/log.md.
+void myMessageOutput(QtMsgType type, const QMessageLogContext &context, const QString &message);
+/// Writes nothing. Both handlers end the process after a fatal message.
+void dummyMessageOutput(QtMsgType type, const QMessageLogContext &context, const QString &message);
+
+/// The language code stored in \a settings. At the first start it is chosen from the language of
+/// \a system and stored at once: "it" on an Italian system, "en" on every other.
+QString chooseLanguage(QSettings &settings, const QLocale &system);
+
+/// Loads the texts for a language code and installs the translators: "it" has texts for both,
+/// every other code has the English texts for \a program alone. What can't be loaded stays in the
+/// Italian of the sources.
+void loadTranslations(const QString &language, QTranslator &program, QTranslator &qt);
