@@ -1,0 +1,22 @@
+#include "library/backup.h"
+
+#include "base/debugstream.h"
+
+#include <QDateTime>
+#include <QDir>
+
+QString backupFolderName(const QDateTime &time)
+{
+    return QStringLiteral("backup_kordia_") + time.toString(QStringLiteral("yyyy_MM_dd_hh-mm-ss"));
+}
+
+QString makeBackupFolder(const QString &chosen, const QDateTime &time)
+{
+    const QString name = backupFolderName(time);
+    QString path = chosen + u'/' + name;
+    debug() << "Making new root backup dir:" << path;
+    if (QDir(chosen).mkdir(name))
+        return path;
+    debug() << "Dest root dir creation failed";
+    return {};
+}

@@ -1,0 +1,46 @@
+#include "library/backupdialog.h"
+
+#include "ui_backupdialog.h"
+
+#include <QEvent>
+#include <QFileDialog>
+
+BackupDialog::BackupDialog(QWidget *parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::BackupDialog>())
+{
+    m_ui->setupUi(this);
+}
+
+BackupDialog::~BackupDialog() = default;
+
+void BackupDialog::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        m_ui->retranslateUi(this);
+}
+
+void BackupDialog::on_browsePushButton_clicked()
+{
+    const QString chosen =
+        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), QStringLiteral("/home"));
+    if (chosen.isEmpty())
+        return;
+    m_directory = chosen;
+    m_ui->directoryLineEdit->setText(chosen);
+}
+
+void BackupDialog::on_abortPushButton_clicked()
+{
+    done(Abort);
+}
+
+void BackupDialog::on_doBackupPushButton_clicked()
+{
+    done(DoBackup);
+}
+
+void BackupDialog::on_exitPushButton_clicked()
+{
+    done(NoBackup);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui
+{
+class BackupDialog;
+}
+
+/// Offers a backup of the picked files before a synchronisation changes them.
+class BackupDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// What exec() returns. A dialog that was closed counts as Abort.
+    enum Answer { Abort = 0, DoBackup = 1, NoBackup = 2 };
+
+    explicit BackupDialog(QWidget *parent = nullptr);
+    ~BackupDialog() override;
+
+    /// The folder that the user chose for the backup; empty when none was chosen.
+    QString directory() const { return m_directory; }
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private slots:
+    void on_browsePushButton_clicked();
+    void on_abortPushButton_clicked();
+    void on_doBackupPushButton_clicked();
+    void on_exitPushButton_clicked();
+
+private:
+    std::unique_ptr<Ui::BackupDialog> m_ui;
+    QString m_directory;
+};

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+class QCheckBox;
+class SongInfo;
+
+namespace Ui
+{
+class DataEditDialog;
+}
+
+/// Lets the user correct one song's data, and spread some of it over the whole list. The main
+/// window owns one and uses it for every song: setOtherInfo() leaves nothing of the last one.
+class DataEditDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// What exec() returns.
+    enum Answer { Rejected = 0, Accepted = 1 };
+
+    explicit DataEditDialog(QWidget *parent = nullptr);
+    ~DataEditDialog() override;
+
+    void setArtistsCombo(const QStringList &artists);
+    void setGenresCombo(const QStringList &genres);
+    void setKeysCombo(const QStringList &keys);
+
+    /// Shows \a info. A key that is not in the key list leaves the list without a current entry,
+    /// and getInfo() then gives an empty key.
+    void setOtherInfo(const SongInfo &info);
+
+    /// Writes title, author, artist, genre, key, length and userBpm of the dialog into \a info and
+    /// leaves the rest of it. An empty or non-numeric number counts as 0.
+    void getInfo(SongInfo &info) const;
+
+    bool isApplyToAllAuthor() const;
+    bool isApplyToAllArtist() const;
+    bool isApplyToAllGenre() const;
+    /// True when every song's title is to be made from its file name.
+    bool isApplyToAllFname() const;
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private slots:
+    void on_radioButtonTitle1_clicked();
+    void on_radioButtonTitle2_clicked();
+    void on_checkBoxToAllTitle_clicked(bool checked);
+    void on_checkBoxToAllArtist_clicked(bool checked);
+    void on_checkBoxToAllGenre_clicked(bool checked);
+    void on_checkBoxToAllAuthor_clicked(bool checked);
+    void on_savePushButton_clicked();
+    void on_exitPushButton_clicked();
+
+private:
+    void confirmApplyToAll(QCheckBox *box, const QString &question);
+
+    std::unique_ptr<Ui::DataEditDialog> m_ui;
+    QString m_loadedTitle;
+    QString m_path;
+};

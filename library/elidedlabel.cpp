@@ -1,0 +1,42 @@
+#include "library/elidedlabel.h"
+
+#include <QPainter>
+#include <QStyle>
+
+ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+}
+
+void ElidedLabel::setPath(const QString &path)
+{
+    setText(path);
+    // A tool tip guesses its format: escaped, and marked as rich text, a name can't become markup.
+    setToolTip(
+        path.isEmpty()
+            ? QString()
+            : QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(path.toHtmlEscaped()));
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    return {fontMetrics().averageCharWidth() * 40, fontMetrics().height() + 2 * margin()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {fontMetrics().averageCharWidth() * 10, fontMetrics().height() + 2 * margin()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *event)
+{
+    Q_UNUSED(event)
+    QPainter painter(this);
+    const QRect area = contentsRect();
+    QString line = text();
+    line.replace(u'\n', u' ');
+    style()->drawItemText(&painter, area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                          palette(), isEnabled(),
+                          fontMetrics().elidedText(line, Qt::ElideMiddle, area.width()),
+                          foregroundRole());
+}

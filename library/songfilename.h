@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+/// The title that a song gets from its file: what stands between the last "/" and the last "." of
+/// \a path. Without a "." after the last "/" it is everything after that.
+QString titleFromFileName(const QString &path);

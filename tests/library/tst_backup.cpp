@@ -1,0 +1,146 @@
+#include "library/backup.h"
+#include "library/backupdialog.h"
+
+#include "tests/dialogscript.h"
+#include "tests/logcapture.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+class TestBackup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void namesTheFolderByDateAndTime();
+    void makesTheFolder();
+    void refusesExistingFolder();
+    void refusesMissingFolder();
+
+    void dialogHasItsTexts();
+    void dialogResults_data();
+    void dialogResults();
+    void escapeAborts();
+    void browseStoresTheFolder();
+    void cancelledBrowseKeepsTheFolder();
+
+private:
+    const QDateTime m_time{QDate(2011, 3, 7), QTime(18, 5, 9)};
+};
+
+void TestBackup::namesTheFolderByDateAndTime()
+{
+    QCOMPARE(backupFolderName(m_time), u"backup_kordia_2011_03_07_18-05-09"_qs);
+}
+
+void TestBackup::makesTheFolder()
+{
+    const QTemporaryDir folder;
+    const QString expected = folder.filePath(u"backup_kordia_2011_03_07_18-05-09"_qs);
+    const LogCapture log;
+    QCOMPARE(makeBackupFolder(folder.path(), m_time), expected);
+    QVERIFY(QFileInfo(expected).isDir());
+    QCOMPARE(log.messages(),
+             QStringList({u"Making new root backup dir: \"%1\" "_qs.arg(expected)}));
+}
+
+void TestBackup::refusesExistingFolder()
+{
+    const QTemporaryDir folder;
+    makeFile(folder.filePath(u"backup_kordia_2011_03_07_18-05-09"_qs), "in the way");
+    const LogCapture log;
+    QCOMPARE(makeBackupFolder(folder.path(), m_time), QString());
+    QCOMPARE(log.messages().last(), u"Dest root dir creation failed "_qs);
+}
+
+void TestBackup::refusesMissingFolder()
+{
+    const QTemporaryDir folder;
+    QCOMPARE(makeBackupFolder(folder.filePath(u"none"_qs), m_time), QString());
+    QVERIFY(!QFile::exists(folder.filePath(u"none"_qs)));
+}
+
+void TestBackup::dialogHasItsTexts()
+{
+    const BackupDialog dialog;
+    QCOMPARE(dialog.windowTitle(), u"Backup"_qs);
+    QCOMPARE(dialog.findChild<QLabel *>(u"messageLabel"_qs)->text(),
+             u"Si consiglia di effettuare un backup della libreria prima di procedere con "
+             "l'aggiornamento.\nSelezionare una cartella di destinazione per il backup oppure "
+             "premere 'Prosegui senza backup'."_qs);
+    const auto text = [&dialog](const QString &button) {
+        return dialog.findChild<QPushButton *>(button)->text();
+    };
+    QCOMPARE(text(u"browsePushButton"_qs), u"Sfoglia..."_qs);
+    QCOMPARE(text(u"abortPushButton"_qs), u"Annulla"_qs);
+    QCOMPARE(text(u"doBackupPushButton"_qs), u"Esegui backup"_qs);
+    QCOMPARE(text(u"exitPushButton"_qs), u"Prosegui senza backup"_qs);
+    QCOMPARE(dialog.directory(), QString());
+}
+
+void TestBackup::dialogResults_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<int>("result");
+    QTest::newRow("abort") << u"abortPushButton"_qs << 0;
+    QTest::newRow("backup") << u"doBackupPushButton"_qs << 1;
+    QTest::newRow("no backup") << u"exitPushButton"_qs << 2;
+}
+
+void TestBackup::dialogResults()
+{
+    QFETCH(QString, button);
+    BackupDialog dialog;
+    DialogScript script;
+    script.expect("BackupDialog",
+                  [&button](QWidget *widget) { DialogScript::click(widget, button); });
+    QTEST(dialog.exec(), "result");
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+}
+
+void TestBackup::escapeAborts()
+{
+    BackupDialog dialog;
+    DialogScript script;
+    script.expect("BackupDialog", [](QWidget *widget) { QTest::keyClick(widget, Qt::Key_Escape); });
+    QCOMPARE(dialog.exec(), int(BackupDialog::Abort));
+}
+
+void TestBackup::browseStoresTheFolder()
+{
+    const QTemporaryDir folder;
+    BackupDialog dialog;
+    DialogScript script;
+    script.expectFiles({folder.path()});
+    DialogScript::click(&dialog, u"browsePushButton"_qs);
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+    QCOMPARE(dialog.directory(), folder.path());
+    QCOMPARE(dialog.findChild<QLineEdit *>(u"directoryLineEdit"_qs)->text(), folder.path());
+
+    script.expectFilesCancelled();
+    DialogScript::click(&dialog, u"browsePushButton"_qs);
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+    QCOMPARE(dialog.directory(), folder.path());
+}
+
+void TestBackup::cancelledBrowseKeepsTheFolder()
+{
+    BackupDialog dialog;
+    DialogScript script;
+    script.expect("QFileDialog", [](QWidget *widget) {
+        QCOMPARE(widget->windowTitle(), u"Scegli cartella"_qs);
+        qobject_cast<QDialog *>(widget)->reject();
+    });
+    DialogScript::click(&dialog, u"browsePushButton"_qs);
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+    QCOMPARE(dialog.directory(), QString());
+}
+
+BRISEL_TEST_MAIN(QApplication, TestBackup)
+#include "tst_backup.moc"

@@ -1,0 +1,214 @@
+#include "library/safecopy.h"
+
+#include "tests/library/filesizelimit.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QTest>
+
+#include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
+
+class TestSafeCopy : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void copiesContentAndPermissions();
+    void copiesEmptyFile();
+    void copiesFilesLargerThanABlock();
+    void copiesWhatALinkLeadsTo();
+    void refusesExistingDestination();
+    void refusesMissingSource();
+    void refusesFolderAsSource();
+    void refusesFifoAsSource();
+    void refusesUnwritableFolder();
+    void replacesExistingFile();
+    void replacesALinkAndNotItsTarget();
+    void keepsOldFileWhenTheSourceIsMissing();
+    void refusesToReplaceAFileByItself();
+    void refusesToReplaceAFolder();
+    void leavesNoHalfCopyOnAFullDisk();
+    void keepsOldFileWhenTheCopyFails();
+    void deletesFirstOnlyWhenThatMakesRoom_data();
+    void deletesFirstOnlyWhenThatMakesRoom();
+
+private:
+    QString at(const QString &name) const { return m_folder->filePath(name); }
+    QStringList entries() const
+    {
+        return QDir(m_folder->path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot | QDir::System);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void TestSafeCopy::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    makeFile(at(u"a.mid"_qs), "song");
+}
+
+void TestSafeCopy::copiesContentAndPermissions()
+{
+    QFile::setPermissions(at(u"a.mid"_qs), QFile::ReadOwner | QFile::ReadGroup);
+    QVERIFY(copyToNewFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("song"));
+    struct stat entry {
+    };
+    QCOMPARE(::stat(qPrintable(at(u"b.mid"_qs)), &entry), 0);
+    QCOMPARE(entry.st_mode & 0777, 0440U);
+    QCOMPARE(entries(), QStringList({u"a.mid"_qs, u"b.mid"_qs}));
+}
+
+void TestSafeCopy::copiesEmptyFile()
+{
+    makeFile(at(u"empty.mid"_qs), "");
+    QVERIFY(copyToNewFile(at(u"empty.mid"_qs), at(u"b.mid"_qs)));
+    QVERIFY(QFile::exists(at(u"b.mid"_qs)));
+    QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray());
+}
+
+void TestSafeCopy::copiesFilesLargerThanABlock()
+{
+    QByteArray content(3 * 1024 * 1024 + 17, 'x');
+    content[1024 * 1024] = 'y';
+    makeFile(at(u"big.mp3"_qs), content);
+    QVERIFY(copyToNewFile(at(u"big.mp3"_qs), at(u"b.mp3"_qs)));
+    QVERIFY(fileContent(at(u"b.mp3"_qs)) == content);
+}
+
+void TestSafeCopy::copiesWhatALinkLeadsTo()
+{
+    QVERIFY(QFile::link(at(u"a.mid"_qs), at(u"link.mid"_qs)));
+    QVERIFY(copyToNewFile(at(u"link.mid"_qs), at(u"b.mid"_qs)));
+    QVERIFY(!QFileInfo(at(u"b.mid"_qs)).isSymLink());
+    QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("song"));
+}
+
+void TestSafeCopy::refusesExistingDestination()
+{
+    makeFile(at(u"b.mid"_qs), "old");
+    QVERIFY(!copyToNewFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("old"));
+}
+
+void TestSafeCopy::refusesMissingSource()
+{
+    QVERIFY(!copyToNewFile(at(u"none.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(entries(), QStringList({u"a.mid"_qs}));
+}
+
+void TestSafeCopy::refusesFolderAsSource()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir(u"folder.mid"_qs));
+    QVERIFY(!copyToNewFile(at(u"folder.mid"_qs), at(u"b.mid"_qs)));
+    QVERIFY(!QFile::exists(at(u"b.mid"_qs)));
+}
+
+void TestSafeCopy::refusesFifoAsSource()
+{
+    QCOMPARE(::mkfifo(qPrintable(at(u"fifo.mid"_qs)), 0600), 0);
+    QVERIFY(QFile::link(at(u"fifo.mid"_qs), at(u"link.mid"_qs)));
+    QVERIFY(!copyToNewFile(at(u"fifo.mid"_qs), at(u"b.mid"_qs)));
+    QVERIFY(!copyToNewFile(at(u"link.mid"_qs), at(u"b.mid"_qs)));
+}
+
+void TestSafeCopy::refusesUnwritableFolder()
+{
+    // A file stands where the folder should be: no user can write below it, root neither.
+    QVERIFY(!copyToNewFile(at(u"a.mid"_qs), at(u"a.mid/b.mid"_qs)));
+    QVERIFY(!copyToNewFile(at(u"a.mid"_qs), at(u"none/b.mid"_qs)));
+    QCOMPARE(entries(), QStringList({u"a.mid"_qs}));
+}
+
+void TestSafeCopy::replacesExistingFile()
+{
+    makeFile(at(u"b.mid"_qs), "a longer old song");
+    QFile::setPermissions(at(u"b.mid"_qs), QFile::ReadOwner);
+    QVERIFY(copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("song"));
+    QCOMPARE(entries(), QStringList({u"a.mid"_qs, u"b.mid"_qs}));
+}
+
+void TestSafeCopy::replacesALinkAndNotItsTarget()
+{
+    makeFile(at(u"target.mid"_qs), "target");
+    QVERIFY(QFile::link(at(u"target.mid"_qs), at(u"b.mid"_qs)));
+    QVERIFY(copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(fileContent(at(u"target.mid"_qs)), QByteArray("target"));
+    QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("song"));
+}
+
+void TestSafeCopy::keepsOldFileWhenTheSourceIsMissing()
+{
+    makeFile(at(u"b.mid"_qs), "old");
+    QVERIFY(!copyOverFile(at(u"none.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("old"));
+}
+
+void TestSafeCopy::refusesToReplaceAFileByItself()
+{
+    QCOMPARE(::link(qPrintable(at(u"a.mid"_qs)), qPrintable(at(u"hard.mid"_qs))), 0);
+    QVERIFY(QFile::link(at(u"a.mid"_qs), at(u"soft.mid"_qs)));
+    for (const QString &other : {u"a.mid"_qs, u"hard.mid"_qs, u"soft.mid"_qs})
+        QVERIFY(!copyOverFile(at(u"a.mid"_qs), at(other)));
+    QCOMPARE(fileContent(at(u"a.mid"_qs)), QByteArray("song"));
+}
+
+void TestSafeCopy::refusesToReplaceAFolder()
+{
+    makeFile(at(u"b.mid/inside"_qs), "inside");
+    QVERIFY(!copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(fileContent(at(u"b.mid/inside"_qs)), QByteArray("inside"));
+}
+
+void TestSafeCopy::leavesNoHalfCopyOnAFullDisk()
+{
+    makeFile(at(u"big.mid"_qs), QByteArray(100000, 'x'));
+    for (const rlim_t room : {0, 1, 4096, 65536, 99999}) {
+        const FileSizeLimit limit(room);
+        QVERIFY(!copyToNewFile(at(u"big.mid"_qs), at(u"b.mid"_qs)));
+        QCOMPARE(entries(), QStringList({u"a.mid"_qs, u"big.mid"_qs}));
+    }
+}
+
+void TestSafeCopy::keepsOldFileWhenTheCopyFails()
+{
+    makeFile(at(u"big.mid"_qs), QByteArray(100000, 'x'));
+    makeFile(at(u"b.mid"_qs), "old");
+    const FileSizeLimit limit(50000);
+    QVERIFY(!copyOverFile(at(u"big.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("old"));
+    QCOMPARE(entries(), QStringList({u"a.mid"_qs, u"b.mid"_qs, u"big.mid"_qs}));
+}
+
+void TestSafeCopy::deletesFirstOnlyWhenThatMakesRoom_data()
+{
+    QTest::addColumn<qint64>("freeSize");
+    QTest::addColumn<qint64>("oldSize");
+    QTest::addColumn<qint64>("newSize");
+    QTest::addColumn<bool>("expected");
+    const qint64 huge = std::numeric_limits<qint64>::max();
+    QTest::newRow("room for both") << 100LL << 50LL << 100LL << false;
+    QTest::newRow("room for one") << 99LL << 50LL << 100LL << true;
+    QTest::newRow("just room for one") << 50LL << 50LL << 100LL << true;
+    QTest::newRow("no room at all") << 49LL << 50LL << 100LL << false;
+    QTest::newRow("old file empty") << 0LL << 0LL << 1LL << false;
+    QTest::newRow("disk is gone") << -1LL << huge << huge << false;
+    QTest::newRow("huge sizes") << 1LL << huge << huge << true;
+}
+
+void TestSafeCopy::deletesFirstOnlyWhenThatMakesRoom()
+{
+    QFETCH(qint64, freeSize);
+    QFETCH(qint64, oldSize);
+    QFETCH(qint64, newSize);
+    QTEST(mustDeleteFirst(freeSize, oldSize, newSize), "expected");
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestSafeCopy)
+#include "tst_safecopy.moc"
