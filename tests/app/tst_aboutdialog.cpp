@@ -1,0 +1,128 @@
+#include "app/aboutdialog.h"
+#include "tests/testhome.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QTest>
+#include <QTextDocument>
+#include <QTranslator>
+
+class TestAboutDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void parsesDaysPaddedWithABlank();
+    void findsNoDateInAnyOtherText();
+    void showsProductVersionAndDate();
+    void showsContactLineAsRichText();
+    void keepsTextsOnLanguageChange();
+    void closesByButtonAndEscape();
+};
+
+namespace
+{
+
+QString shownText(const QDialog &dialog, const char *name)
+{
+    QTextDocument text;
+    text.setHtml(dialog.findChild<QLabel *>(QLatin1StringView(name))->text());
+    return text.toPlainText();
+}
+
+/// Translates the window's title, and the version text with other words around its places.
+class EnglishTexts : public QTranslator
+{
+public:
+    QString translate(const char *, const char *source, const char *, int) const override
+    {
+        if (qstrcmp(source, "Informazioni") == 0)
+            return QStringLiteral("About");
+        if (qstrncmp(source, "Version:", 8) == 0)
+            return QStringLiteral("Edition %1<br/>Made on %2<br/>");
+        return {};
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+void TestAboutDialog::parsesDaysPaddedWithABlank()
+{
+    QCOMPARE(AboutDialog::buildDate(QStringLiteral("Dec  3 2013")), QDate(2013, 12, 3));
+    QCOMPARE(AboutDialog::buildDate(QStringLiteral("Feb 28 2025")), QDate(2025, 2, 28));
+    QLocale::setDefault(QLocale(QLocale::Italian));
+    QCOMPARE(AboutDialog::buildDate(QStringLiteral("May  1 2024")), QDate(2024, 5, 1));
+    QLocale::setDefault(QLocale::system());
+}
+
+void TestAboutDialog::findsNoDateInAnyOtherText()
+{
+    QVERIFY(!AboutDialog::buildDate(QString()).isValid());
+    QVERIFY(!AboutDialog::buildDate(QStringLiteral("??? ?? ????")).isValid());
+    QVERIFY(!AboutDialog::buildDate(QStringLiteral("Feb 30 2025")).isValid());
+}
+
+void TestAboutDialog::showsProductVersionAndDate()
+{
+    const AboutDialog dialog;
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("Informazioni"));
+    QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("label"))->text(),
+             QStringLiteral("Brisel2 PC"));
+    const QString version = shownText(dialog, "versionLabel");
+    QVERIFY2(version.startsWith(QStringLiteral("Version:")), qPrintable(version));
+    const QString firstLine = version.section(u'\n', 0, 0);
+    QVERIFY2(firstLine.endsWith(QStringLiteral(" 2.0")), qPrintable(firstLine));
+    const QRegularExpression dateLine(QStringLiteral("Build date: (\\S.*)"));
+    const QString date = dateLine.match(version.section(u'\n', 1, 1)).captured(1);
+    const QDate shown = QLocale::system().toDate(date, QLocale::ShortFormat);
+    QVERIFY2(shown.isValid(), qPrintable(date));
+    QVERIFY(dialog.findChild<QLabel *>(QStringLiteral("logoLabel"))
+                ->styleSheet()
+                .contains(QStringLiteral(":/imgs/logo-kordia_512.png")));
+}
+
+void TestAboutDialog::showsContactLineAsRichText()
+{
+    const AboutDialog dialog;
+    auto *label = dialog.findChild<QLabel *>(QStringLiteral("infoLabel"));
+    QCOMPARE(label->textFormat(), Qt::RichText);
+    QVERIFY(label->text().contains(QStringLiteral("font-size:10pt")));
+    QVERIFY(shownText(dialog, "infoLabel").startsWith(QStringLiteral("Kordia")));
+}
+
+void TestAboutDialog::keepsTextsOnLanguageChange()
+{
+    AboutDialog dialog;
+    EnglishTexts english;
+    QCoreApplication::installTranslator(&english);
+    QCoreApplication::processEvents();
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("About"));
+    QVERIFY(shownText(dialog, "versionLabel").startsWith(QStringLiteral("Edition 2.0")));
+    QVERIFY(!shownText(dialog, "infoLabel").isEmpty());
+    QCoreApplication::removeTranslator(&english);
+    QCoreApplication::processEvents();
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("Informazioni"));
+    QVERIFY(shownText(dialog, "versionLabel").startsWith(QStringLiteral("Version:")));
+}
+
+void TestAboutDialog::closesByButtonAndEscape()
+{
+    AboutDialog dialog;
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    auto *buttons = dialog.findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"));
+    QTest::mouseClick(buttons->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    dialog.show();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
+}
+
+BRISEL_TEST_MAIN(QApplication, TestAboutDialog)
+#include "tst_aboutdialog.moc"
