@@ -1,5 +1,6 @@
 #include "app/aboutdialog.h"
 
+#include "app/startup.h"
 #include "ui_aboutdialog.h"
 
 #include <QEvent>
@@ -30,7 +31,7 @@ AboutDialog::AboutDialog(QWidget *parent)
 
 AboutDialog::~AboutDialog() = default;
 
-QDate AboutDialog::buildDate(const QString &stamp)
+QDate AboutDialog::dateOfStamp(const QString &stamp)
 {
     // Days below 10 are padded with a blank, which the pattern does not take.
     const QLocale english(QLocale::English, QLocale::UnitedStates);
@@ -48,12 +49,12 @@ void AboutDialog::changeEvent(QEvent *event)
 
 void AboutDialog::showTexts()
 {
-    const QDate date = buildDate(QStringLiteral(__DATE__));
+    const QDate date = dateOfStamp(buildDate());
     const QString dateText = QLocale::system().toString(date, QLocale::ShortFormat);
     setWindowTitle(tr("Informazioni"));
     m_ui->versionLabel->setText(
         richText(tr("Version:&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp; %1<br/>Build date: %2<br/>")
-                     .arg(QStringLiteral("2.0"), dateText),
+                     .arg(programVersion(), dateText),
                  12));
     m_ui->infoLabel->setText(richText(
         tr("<b>Kordia</b><br/>Per informazioni e assistenza rivolgersi al servizio clienti Kordia "

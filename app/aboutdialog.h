@@ -20,7 +20,7 @@ public:
     ~AboutDialog() override;
 
     /// The date of a compiler's stamp such as "Dec  3 2013"; an invalid date for any other text.
-    static QDate buildDate(const QString &stamp);
+    static QDate dateOfStamp(const QString &stamp);
 
 protected:
     void changeEvent(QEvent *event) override;

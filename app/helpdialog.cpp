@@ -1,5 +1,6 @@
 #include "app/helpdialog.h"
 
+#include "app/startup.h"
 #include "ui_helpdialog.h"
 
 #include <QEvent>
@@ -30,7 +31,7 @@ HelpDialog::~HelpDialog() = default;
 
 void HelpDialog::loadHelp()
 {
-    const QSettings settings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"));
+    const QSettings settings(settingsOrganisation, settingsApplication);
     QFile page(
         helpPage(settings.value(QStringLiteral("language"), QStringLiteral("it")).toString()));
     if (page.open(QIODevice::ReadOnly))

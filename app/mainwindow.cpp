@@ -1,5 +1,7 @@
 #include "app/mainwindow.h"
 
+#include "app/aboutdialog.h"
+#include "app/helpdialog.h"
 #include "app/startup.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
@@ -9,6 +11,21 @@
 #include <QCloseEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+
+namespace
+{
+
+/// Shows a dialog of its own window until it is closed; none while a run is under way.
+template <typename Dialog>
+void runDialog()
+{
+    if (RunGuard::isActive())
+        return;
+    Dialog dialog;
+    dialog.exec();
+}
+
+} // namespace
 
 MainWindow::LibraryRun::LibraryRun(MainWindow &window) : m_model(*window.m_model)
 {
@@ -125,6 +142,16 @@ void MainWindow::on_actionCopyrightYes_triggered()
 void MainWindow::on_actionCopyrightNo_triggered()
 {
     enableCopyrightMessage(false);
+}
+
+void MainWindow::on_actionContents_triggered()
+{
+    runDialog<HelpDialog>();
+}
+
+void MainWindow::on_actionAbout_triggered()
+{
+    runDialog<AboutDialog>();
 }
 
 void MainWindow::on_actionAbout_QT_triggered()

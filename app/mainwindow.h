@@ -48,6 +48,8 @@ private slots:
     void on_actionGerman_triggered();
     void on_actionCopyrightYes_triggered();
     void on_actionCopyrightNo_triggered();
+    void on_actionContents_triggered();
+    void on_actionAbout_triggered();
     void on_actionAbout_QT_triggered();
     void on_dbgLogEnableCheckBox_toggled(bool on);
     void on_dbgLogClearCheckBox_toggled(bool on);

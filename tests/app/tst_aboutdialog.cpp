@@ -52,18 +52,18 @@ public:
 
 void TestAboutDialog::parsesDaysPaddedWithABlank()
 {
-    QCOMPARE(AboutDialog::buildDate(QStringLiteral("Dec  3 2013")), QDate(2013, 12, 3));
-    QCOMPARE(AboutDialog::buildDate(QStringLiteral("Feb 28 2025")), QDate(2025, 2, 28));
+    QCOMPARE(AboutDialog::dateOfStamp(QStringLiteral("Dec  3 2013")), QDate(2013, 12, 3));
+    QCOMPARE(AboutDialog::dateOfStamp(QStringLiteral("Feb 28 2025")), QDate(2025, 2, 28));
     QLocale::setDefault(QLocale(QLocale::Italian));
-    QCOMPARE(AboutDialog::buildDate(QStringLiteral("May  1 2024")), QDate(2024, 5, 1));
+    QCOMPARE(AboutDialog::dateOfStamp(QStringLiteral("May  1 2024")), QDate(2024, 5, 1));
     QLocale::setDefault(QLocale::system());
 }
 
 void TestAboutDialog::findsNoDateInAnyOtherText()
 {
-    QVERIFY(!AboutDialog::buildDate(QString()).isValid());
-    QVERIFY(!AboutDialog::buildDate(QStringLiteral("??? ?? ????")).isValid());
-    QVERIFY(!AboutDialog::buildDate(QStringLiteral("Feb 30 2025")).isValid());
+    QVERIFY(!AboutDialog::dateOfStamp(QString()).isValid());
+    QVERIFY(!AboutDialog::dateOfStamp(QStringLiteral("??? ?? ????")).isValid());
+    QVERIFY(!AboutDialog::dateOfStamp(QStringLiteral("Feb 30 2025")).isValid());
 }
 
 void TestAboutDialog::showsProductVersionAndDate()
