@@ -52,6 +52,16 @@ bool overwriteKeepingOld(const QString &path, const QByteArray &content)
     return false;
 }
 
+std::error_code renameEntry(const QString &from, const QString &to)
+{
+    std::error_code error;
+    std::filesystem::rename(QFileInfo(from).filesystemAbsoluteFilePath(),
+                            QFileInfo(to).filesystemAbsoluteFilePath(), error);
+    if (!error)
+        flushFolder(QFileInfo(to).absolutePath());
+    return error;
+}
+
 } // namespace
 
 bool replaceFile(const QString &path, const QByteArray &content)
@@ -88,13 +98,16 @@ bool finishWriting(QFileDevice &file, qint64 expectedSize)
 
 bool moveIntoPlace(const QString &from, const QString &to)
 {
-    std::error_code error;
-    std::filesystem::rename(QFileInfo(from).filesystemAbsoluteFilePath(),
-                            QFileInfo(to).filesystemAbsoluteFilePath(), error);
-    if (error)
-        return false;
-    flushFolder(QFileInfo(to).absolutePath());
-    return true;
+    return !renameEntry(from, to);
+}
+
+bool moveOver(const QString &from, const QString &to)
+{
+    const std::error_code error = renameEntry(from, to);
+    const bool canNotReplace = error == std::errc::file_exists ||
+                               error == std::errc::operation_not_supported ||
+                               error == std::errc::function_not_supported;
+    return !error || (canNotReplace && QFile::remove(to) && moveIntoPlace(from, to));
 }
 
 bool flushFolder(const QString &folder)

@@ -24,5 +24,10 @@ bool finishWriting(QFileDevice &file, qint64 expectedSize);
 /// False when nothing was renamed.
 bool moveIntoPlace(const QString &from, const QString &to);
 
+/// Like moveIntoPlace(), and where the system can't replace a file in one step, deletes \a to
+/// first. False when that failed: \a from is still there, and \a to too unless it was deleted
+/// first.
+bool moveOver(const QString &from, const QString &to);
+
 /// Flushes the entries of \a folder to the disk, where the system offers that. False on failure.
 bool flushFolder(const QString &folder);

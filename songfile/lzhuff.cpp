@@ -1,0 +1,432 @@
+#include "songfile/lzhuff.h"
+
+#include "base/bytes.h"
+#include "base/debugstream.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+constexpr int lowPositionBits = 6; ///< sent plainly, below the coded upper six
+constexpr int longestPositionCode = 8;
+
+/// The fixed prefix code of a position's upper six bits, near positions first: lengths of 3 to 8
+/// bits, the codes of each length following on from those of the shorter one.
+struct PositionTables {
+    std::array<quint8, 64> codeLength{};
+    std::array<quint8, 64> code{};
+    std::array<quint8, 256> decoded{}; ///< by the next eight bits of the stream
+};
+
+constexpr PositionTables makePositionTables()
+{
+    constexpr int firstLength = 3;
+    constexpr std::array<int, 6> codesOfLength{1, 3, 8, 12, 24, 16};
+    PositionTables tables;
+    unsigned upper = 0;
+    unsigned next = 0;
+    for (unsigned group = 0; group < codesOfLength.size(); ++group) {
+        const unsigned length = firstLength + group;
+        const unsigned span = 1U << (longestPositionCode - length);
+        for (int i = 0; i < codesOfLength.at(group); ++i, ++upper) {
+            tables.codeLength.at(upper) = static_cast<quint8>(length);
+            tables.code.at(upper) = static_cast<quint8>(next >> (longestPositionCode - length));
+            for (const unsigned end = next + span; next < end; ++next)
+                tables.decoded.at(next) = static_cast<quint8>(upper);
+        }
+    }
+    return tables;
+}
+
+constexpr PositionTables positionTables = makePositionTables();
+static_assert(positionTables.codeLength[63] == 8 && positionTables.code[63] == 0xFF);
+
+} // namespace
+
+bool LzHuff::expand(const QByteArray &in, QByteArray &out)
+{
+    m_in = in;
+    m_inPosition = 0;
+    out.clear();
+
+    quint32 textSize = 0;
+    for (int shift = 0; shift < 32; shift += 8) {
+        const int byte = getInByte();
+        textSize |= (byte < 0 ? 0xFFU : static_cast<quint32>(byte)) << shift;
+    }
+    if (textSize == 0 || textSize > maxTextSize) {
+        debug() << "=====================================================================";
+        debug() << "WARNING: skipping file, compressed stream corrupted/wrong size !!!";
+        debug() << "Text size: " << textSize;
+        debug() << "=====================================================================";
+        debug() << "Expand: ERROR";
+        return false;
+    }
+    m_out = QByteArray();
+    decode(textSize);
+    out = std::exchange(m_out, {});
+    debug() << "Expand: " << static_cast<qint64>(m_in.size()) << " --> "
+            << static_cast<qint64>(out.size());
+    return true;
+}
+
+void LzHuff::compress(const QByteArray &in, QByteArray &out)
+{
+    m_in = in;
+    m_inPosition = 0;
+    m_out = QByteArray(4, '\0');
+    putLe32(m_out, 0, static_cast<quint32>(m_in.size()));
+    if (!m_in.isEmpty())
+        encode();
+    out = std::exchange(m_out, {});
+    debug() << "Compress: " << static_cast<qint64>(m_in.size()) << " --> "
+            << static_cast<qint64>(out.size());
+}
+
+void LzHuff::startHuff()
+{
+    for (int symbol = 0; symbol < symbolCount; ++symbol) {
+        m_frequency[symbol] = 1;
+        m_son[symbol] = static_cast<quint16>(symbol + treeSize);
+        m_parent[symbol + treeSize] = static_cast<quint16>(symbol);
+    }
+    for (int node = symbolCount, pair = 0; node <= root; ++node, pair += 2) {
+        m_frequency[node] = m_frequency[pair] + m_frequency[pair + 1];
+        m_son[node] = static_cast<quint16>(pair);
+        m_parent[pair] = m_parent[pair + 1] = static_cast<quint16>(node);
+    }
+    m_frequency[treeSize] = 0xFFFF; // stops every search to the right
+    m_parent[root] = 0;
+}
+
+void LzHuff::collectLeaves()
+{
+    int leaf = 0;
+    for (int node = 0; node < treeSize; ++node) {
+        if (m_son[node] < treeSize)
+            continue;
+        m_frequency[leaf] = (m_frequency[node] + 1) / 2;
+        m_son[leaf] = m_son[node];
+        ++leaf;
+    }
+}
+
+void LzHuff::reconst()
+{
+    collectLeaves();
+    for (int node = symbolCount, pair = 0; node < treeSize; ++node, pair += 2) {
+        const auto sum = static_cast<quint16>(m_frequency[pair] + m_frequency[pair + 1]);
+        // Behind the nodes of equal frequency: the order decides which nodes are swapped later.
+        const auto begin = m_frequency.begin();
+        const auto place =
+            std::upper_bound(begin + pair + 2, begin + node, sum) - m_frequency.begin();
+        std::move_backward(begin + place, begin + node, begin + node + 1);
+        std::move_backward(m_son.begin() + place, m_son.begin() + node, m_son.begin() + node + 1);
+        m_frequency[place] = sum;
+        m_son[place] = static_cast<quint16>(pair);
+    }
+    for (int node = 0; node < treeSize; ++node) {
+        const quint16 son = m_son[node];
+        m_parent[son] = static_cast<quint16>(node);
+        if (son < treeSize)
+            m_parent[son + 1] = static_cast<quint16>(node);
+    }
+}
+
+void LzHuff::swapNodes(int first, int second)
+{
+    std::swap(m_frequency[first], m_frequency[second]);
+    std::swap(m_son[first], m_son[second]);
+    for (const int node : {first, second}) {
+        const quint16 son = m_son[node];
+        m_parent[son] = static_cast<quint16>(node);
+        if (son < treeSize)
+            m_parent[son + 1] = static_cast<quint16>(node);
+    }
+}
+
+void LzHuff::update(int symbol)
+{
+    if (m_frequency[root] == maxFrequency)
+        reconst();
+    int node = m_parent[symbol + treeSize];
+    do {
+        const quint16 frequency = ++m_frequency[node];
+        if (frequency > m_frequency[node + 1]) {
+            int last = node + 1;
+            while (frequency > m_frequency[last + 1])
+                ++last;
+            swapNodes(node, last);
+            node = last;
+        }
+        node = m_parent[node];
+    } while (node != 0); // the root's parent; node 0 itself is always a leaf
+}
+
+int LzHuff::getInByte()
+{
+    if (m_inPosition >= m_in.size())
+        return -1;
+    return static_cast<quint8>(m_in.at(m_inPosition++));
+}
+
+void LzHuff::fillBits()
+{
+    for (; m_readCount <= 56; m_readCount += 8) {
+        const int byte = getInByte();
+        m_readBuffer |= static_cast<quint64>(std::max(byte, 0)) << (56 - m_readCount);
+    }
+}
+
+int LzHuff::getBits(int count)
+{
+    if (m_readCount < count)
+        fillBits();
+    const int bits = static_cast<int>(m_readBuffer >> (64 - count));
+    m_readBuffer <<= count;
+    m_readCount -= count;
+    return bits;
+}
+
+int LzHuff::getBit()
+{
+    return getBits(1);
+}
+
+int LzHuff::getByte()
+{
+    return getBits(8);
+}
+
+int LzHuff::decodeChar()
+{
+    int node = m_son[root];
+    while (node < treeSize)
+        node = m_son[node + getBit()];
+    const int symbol = node - treeSize;
+    update(symbol);
+    return symbol;
+}
+
+int LzHuff::decodePosition()
+{
+    int bits = getByte();
+    const int upper = positionTables.decoded[bits];
+    const int unread = positionTables.codeLength[upper] + lowPositionBits - 8;
+    bits = (bits << unread) | getBits(unread);
+    constexpr int lowMask = (1 << lowPositionBits) - 1;
+    return (upper << lowPositionBits) | (bits & lowMask);
+}
+
+void LzHuff::decode(quint32 textSize)
+{
+    m_readBuffer = 0;
+    m_readCount = 0;
+    startHuff();
+    m_ring.fill(initialFill);
+    m_out.resize(static_cast<qsizetype>(textSize));
+    char *next = m_out.data();
+    const char *const end = next + m_out.size();
+    int position = firstPosition;
+    const auto put = [&](char byte) {
+        *next++ = byte;
+        m_ring[position] = byte;
+        position = (position + 1) % ringSize;
+    };
+    while (next < end) {
+        const int symbol = decodeChar();
+        if (symbol < 256) {
+            put(static_cast<char>(symbol));
+            continue;
+        }
+        int from = (position - decodePosition() - 1) & (ringSize - 1);
+        for (int left = symbol - firstMatchSymbol; left > 0 && next < end; --left) {
+            put(m_ring[from]);
+            from = (from + 1) % ringSize;
+        }
+    }
+}
+
+void LzHuff::putOutByte(quint8 byte)
+{
+    m_out.append(static_cast<char>(byte));
+}
+
+void LzHuff::putcode(int length, quint32 code)
+{
+    // At most 7 bits wait in the buffer and no code is longer than 24 bits: frequencies that make
+    // so deep a tree add up to more than maxFrequency.
+    m_writeBuffer = (m_writeBuffer << length) | code;
+    m_writeCount += length;
+    while (m_writeCount >= 8) {
+        m_writeCount -= 8;
+        putOutByte(static_cast<quint8>(m_writeBuffer >> m_writeCount));
+    }
+}
+
+void LzHuff::encodeEnd()
+{
+    if (m_writeCount > 0)
+        putOutByte(static_cast<quint8>(m_writeBuffer << (8 - m_writeCount)));
+    m_writeCount = 0;
+}
+
+void LzHuff::encodeChar(int symbol)
+{
+    quint32 code = 0;
+    int length = 0;
+    for (int node = m_parent[symbol + treeSize]; node != root; node = m_parent[node])
+        code |= static_cast<quint32>(node & 1) << length++;
+    putcode(length, code);
+    update(symbol);
+}
+
+void LzHuff::encodePosition(int position)
+{
+    const int upper = position >> lowPositionBits;
+    putcode(positionTables.codeLength[upper], positionTables.code[upper]);
+    putcode(lowPositionBits, static_cast<quint32>(position & ((1 << lowPositionBits) - 1)));
+}
+
+int LzHuff::codedLength(int available) const
+{
+    const int length = std::min(m_matchLength, available);
+    return length > threshold ? length : 1;
+}
+
+void LzHuff::encode()
+{
+    m_writeBuffer = 0;
+    m_writeCount = 0;
+    startHuff();
+    initTree();
+    m_ring.fill('\0'); // short input is compared with what lies behind it: always the same
+    std::fill_n(m_ring.begin(), firstPosition, initialFill);
+
+    int oldest = 0;
+    int position = firstPosition;
+    int available = 0;
+    for (int byte = 0; available < lookAhead && (byte = getInByte()) >= 0; ++available)
+        m_ring[position + available] = static_cast<char>(byte);
+    for (int back = 1; back <= lookAhead; ++back)
+        insertNode(position - back);
+    insertNode(position);
+
+    while (available > 0) {
+        const int length = codedLength(available);
+        if (length == 1) {
+            encodeChar(static_cast<quint8>(m_ring[position]));
+        } else {
+            encodeChar(firstMatchSymbol + length);
+            encodePosition(m_matchPosition);
+        }
+        for (int i = 0; i < length; ++i) {
+            deleteNode(oldest);
+            const int byte = getInByte();
+            if (byte >= 0) {
+                m_ring[oldest] = static_cast<char>(byte);
+                if (oldest < lookAhead - 1)
+                    m_ring[oldest + ringSize] = static_cast<char>(byte);
+            } else {
+                --available;
+            }
+            oldest = (oldest + 1) % ringSize;
+            position = (position + 1) % ringSize;
+            if (available > 0)
+                insertNode(position);
+        }
+    }
+    encodeEnd();
+}
+
+void LzHuff::initTree()
+{
+    m_left.fill(noNode);
+    m_right.fill(noNode);
+    m_dad.fill(noNode);
+}
+
+int LzHuff::compareStrings(int position, int other, int &length) const
+{
+    int difference = 0;
+    for (length = 1; length < lookAhead; ++length) {
+        difference = static_cast<quint8>(m_ring[position + length]) -
+                     static_cast<quint8>(m_ring[other + length]);
+        if (difference != 0)
+            break;
+    }
+    return difference;
+}
+
+void LzHuff::insertNode(int position)
+{
+    const auto node = static_cast<quint16>(position);
+    m_left[node] = m_right[node] = noNode;
+    m_matchLength = 0;
+    int current = ringSize + 1 + static_cast<quint8>(m_ring[position]);
+    int difference = 1;
+    for (;;) {
+        quint16 &next = difference >= 0 ? m_right[current] : m_left[current];
+        if (next == noNode) {
+            next = node;
+            m_dad[node] = static_cast<quint16>(current);
+            return;
+        }
+        current = next;
+        int length = 0;
+        difference = compareStrings(position, current, length);
+        if (length <= threshold || length < m_matchLength)
+            continue;
+        const int distance = ((position - current) & (ringSize - 1)) - 1;
+        if (length > m_matchLength || distance < m_matchPosition)
+            m_matchPosition = distance;
+        m_matchLength = length;
+        if (length == lookAhead)
+            break;
+    }
+    replaceNode(current, node);
+}
+
+void LzHuff::replaceNode(int node, int replacement)
+{
+    m_left[replacement] = m_left[node];
+    m_right[replacement] = m_right[node];
+    m_dad[m_left[node]] = static_cast<quint16>(replacement);
+    m_dad[m_right[node]] = static_cast<quint16>(replacement);
+    replaceChild(m_dad[node], node, replacement);
+    m_dad[node] = noNode;
+}
+
+void LzHuff::replaceChild(int parent, int node, int replacement)
+{
+    m_dad[replacement] = static_cast<quint16>(parent);
+    quint16 &child = m_right[parent] == node ? m_right[parent] : m_left[parent];
+    child = static_cast<quint16>(replacement);
+}
+
+void LzHuff::deleteNode(int position)
+{
+    if (m_dad[position] == noNode)
+        return;
+    int heir = m_left[position];
+    if (m_right[position] == noNode) {
+        replaceChild(m_dad[position], position, heir);
+    } else if (heir == noNode) {
+        replaceChild(m_dad[position], position, m_right[position]);
+    } else {
+        // The rightmost string of the left branch takes the place of the one that goes.
+        if (m_right[heir] != noNode) {
+            while (m_right[heir] != noNode)
+                heir = m_right[heir];
+            replaceChild(m_dad[heir], heir, m_left[heir]);
+            m_left[heir] = m_left[position];
+            m_dad[m_left[position]] = static_cast<quint16>(heir);
+        }
+        m_right[heir] = m_right[position];
+        m_dad[m_right[position]] = static_cast<quint16>(heir);
+        replaceChild(m_dad[position], position, heir);
+    }
+    m_dad[position] = noNode;
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <array>
+
+/// The codec of the MIDI data inside a compressed song container: LZSS matches over a ring of
+/// 4096 bytes, literals and match lengths coded by an adaptive Huffman tree, the upper bits of a
+/// match position by a fixed prefix code. See docs/formats/codec.md.
+class LzHuff
+{
+public:
+    /// Bytes: a stream that announces more is not a song.
+    static constexpr quint32 maxTextSize = 500000;
+
+    /// Empties \a out and fills it with the data that \a in holds. False, with \a out empty, when
+    /// the announced length is 0 or above `maxTextSize`. A stream that is cut short or damaged is
+    /// not noticed: it gives the announced number of bytes, wrong ones.
+    bool expand(const QByteArray &in, QByteArray &out);
+
+    /// Empties \a out and fills it with the stream of \a in. Nothing at all becomes four zero
+    /// bytes, which expand() refuses.
+    void compress(const QByteArray &in, QByteArray &out);
+
+private:
+    static constexpr int ringSize = 4096; ///< positions are 12 bits
+    static constexpr int lookAhead = 29;  ///< bytes; also the longest match
+    static constexpr int threshold = 2;   ///< only a longer match is coded as a match
+    static constexpr int symbolCount = 256 - threshold + lookAhead; ///< literals, lengths 3..29
+    static constexpr int treeSize = 2 * symbolCount - 1;
+    static constexpr int root = treeSize - 1;
+    static constexpr quint16 maxFrequency = 0x8000; ///< of the root: then the counts are halved
+    static constexpr quint16 noNode = ringSize;     ///< in the search trees
+    static constexpr int firstPosition = ringSize - lookAhead;
+    static constexpr int firstMatchSymbol = 256 - (threshold + 1); ///< plus the match length
+    static constexpr char initialFill = ' ';
+
+    // The adaptive Huffman tree. Nodes stand in ascending order of frequency, brothers side by
+    // side; a son of treeSize or more is a leaf, the symbol plus treeSize.
+    void startHuff();
+    void reconst();
+    void collectLeaves();
+    void update(int symbol);
+    void swapNodes(int first, int second);
+
+    // Reading.
+    void fillBits();
+    int getBits(int count);
+    int getBit();
+    int getByte();
+    int decodeChar();
+    int decodePosition();
+    void decode(quint32 textSize);
+
+    // Writing.
+    void putcode(int length, quint32 code);
+    void encodeChar(int symbol);
+    void encodePosition(int position);
+    void encodeEnd();
+    void encode();
+    int codedLength(int available) const;
+    void putOutByte(quint8 byte);
+
+    // The match finder: one binary search tree for each first byte.
+    void initTree();
+    void insertNode(int position);
+    void deleteNode(int position);
+    int compareStrings(int position, int other, int &length) const;
+    void replaceNode(int node, int replacement);
+    void replaceChild(int parent, int node, int replacement);
+
+    int getInByte();
+
+    QByteArray m_in;
+    qsizetype m_inPosition = 0;
+    QByteArray m_out;
+    quint64 m_readBuffer = 0;
+    int m_readCount = 0; ///< valid bits at the top of m_readBuffer
+    quint32 m_writeBuffer = 0;
+    int m_writeCount = 0; ///< valid bits at the bottom of m_writeBuffer, 0 to 7 between codes
+
+    std::array<quint16, treeSize + 1> m_frequency{};
+    std::array<quint16, treeSize + symbolCount> m_parent{};
+    std::array<quint16, treeSize> m_son{};
+
+    std::array<char, ringSize + lookAhead - 1> m_ring{};
+    std::array<quint16, ringSize + 1> m_left{};
+    std::array<quint16, ringSize + 257> m_right{}; ///< the last 256 are the roots of the trees
+    std::array<quint16, ringSize + 1> m_dad{};
+    int m_matchPosition = 0; ///< offset back from the current position, minus one
+    int m_matchLength = 0;
+};

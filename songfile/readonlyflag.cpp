@@ -1,0 +1,75 @@
+#include "songfile/readonlyflag.h"
+
+#include "base/debugstream.h"
+#include "base/fileidentity.h"
+
+#include <QFile>
+
+#ifdef Q_OS_LINUX
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+#elif defined(Q_OS_MACOS)
+#include <QProcess>
+#endif
+
+namespace
+{
+
+#if defined(Q_OS_LINUX)
+
+bool clearImmutable(const QString &path)
+{
+    if (!isRegularFile(path))
+        return true;
+    const int handle =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    int flags = 0;
+    bool isClear = true; // most file systems of memories have no such attribute
+    if (::ioctl(handle, FS_IOC_GETFLAGS, &flags) == 0 && (flags & FS_IMMUTABLE_FL) != 0) {
+        flags &= ~FS_IMMUTABLE_FL;
+        isClear = ::ioctl(handle, FS_IOC_SETFLAGS, &flags) == 0;
+    }
+    ::close(handle);
+    return isClear;
+}
+
+#elif defined(Q_OS_MACOS)
+
+bool clearImmutable(const QString &path)
+{
+    constexpr int patience = 60000; // milliseconds
+    QProcess command;
+    command.start(QStringLiteral("chflags"), {QStringLiteral("nouchg"), path});
+    return command.waitForFinished(patience);
+}
+
+#else
+
+bool clearImmutable(const QString &path)
+{
+    Q_UNUSED(path)
+    return true;
+}
+
+#endif
+
+} // namespace
+
+void clearReadOnlyFlag(const QString &path)
+{
+    if (clearImmutable(path))
+        debug() << "remove read only flag: OK";
+    else
+        debug() << "remove read only flag: ERROR";
+}
+
+void makeWritable(const QString &path)
+{
+    clearReadOnlyFlag(path);
+    if (isRegularFile(path))
+        QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteUser);
+}

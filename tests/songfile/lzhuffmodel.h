@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QByteArray>
+
+/// A second encoder for the container's stream, made only to be obviously right: nodes that point
+/// at each other, strings compared as strings, bits kept as text. Slow.
+QByteArray modelCompress(const QByteArray &text);
