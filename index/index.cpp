@@ -1,0 +1,295 @@
+#include "index/index.h"
+
+#include "base/debugstream.h"
+#include "base/fileidentity.h"
+#include "base/runguard.h"
+#include "index/indexreader.h"
+#include "index/playlists.h"
+#include "index/songhead.h"
+#include "library/nocopyrightdialog.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+
+namespace
+{
+
+int askByDialog(const QString &path, const QString &message)
+{
+    NoCopyrightDialog dialog(QApplication::activeWindow());
+    dialog.setFilename(path);
+    dialog.setMessage(message);
+    return dialog.exec();
+}
+
+} // namespace
+
+Index::Index(QObject *parent) : QObject(parent), m_question(askByDialog) {}
+
+void Index::setRenameQuestion(RenameQuestion question)
+{
+    m_question = std::move(question);
+}
+
+bool Index::createIndex(const QString &root)
+{
+    const RunGuard guard;
+    return begin(root) && rebuild();
+}
+
+bool Index::updateIndex(const QString &root)
+{
+    const RunGuard guard;
+    if (!begin(root))
+        return false;
+    if (!checkIndexFile())
+        return rebuild();
+    m_lastId = 0;
+    m_nextId = 0;
+    resetCounts();
+    m_restorePlaylists = createPlaylistFilePath() == Playlists::Preparation::Written;
+    if (!m_restorePlaylists) {
+        m_playlists.clear();
+        if (loadAllIndexFile() < 0) {
+            m_set.discard();
+            return false;
+        }
+    }
+    m_nextId = m_lastId + 1;
+    return finish(createPathIndex());
+}
+
+void Index::deleteIndex()
+{
+    debug() << "delete index";
+    m_set.remove();
+}
+
+bool Index::checkIndexFile()
+{
+    return m_set.isComplete();
+}
+
+bool Index::setSongInfo(SongInfoIndex &song)
+{
+    QByteArray prefix;
+    const bool readable = SongHead::read(song.absolutePath, prefix);
+    return SongHead::parse(prefix, song) && readable;
+}
+
+bool Index::setRoot(const QString &root)
+{
+    m_root = root;
+    if (m_root.endsWith(u'/') || m_root.endsWith(u'\\'))
+        m_root.chop(1);
+    // Paths are cut by the root's length: "X//" or "X/." would spoil them. An empty root would
+    // be the working folder.
+    if (!m_root.isEmpty())
+        m_root = QDir::cleanPath(QFileInfo(m_root).absoluteFilePath());
+    if (m_root == QStringLiteral("/"))
+        m_root.clear();
+    m_set.setRoot(m_root);
+    m_rootIdentity = fileIdentity(m_root);
+    return fileKind(m_root) == FileKind::Folder;
+}
+
+/// Before a run: stores the root and mends what a run that was cut has left there.
+bool Index::begin(const QString &root)
+{
+    if (!setRoot(root))
+        return false;
+    m_set.recover();
+    return true;
+}
+
+bool Index::rebuild()
+{
+    resetCounts();
+    if (createPlaylistFilePath() == Playlists::Preparation::Unwritable) {
+        // Without its path file a playlist would lose all its songs together with the old index.
+        m_set.discard();
+        return false;
+    }
+    m_restorePlaylists = true;
+    m_lastId = SongInfoIndex::deletedId;
+    m_nextId = 0;
+    m_nextPosidx = 0;
+    m_songs.clear();
+    // Given up here, taken away once the new set is ready to take its place.
+    debug() << "delete index";
+    const ListRun run = createPathIndex();
+    if (run == ListRun::Done && !m_modified)
+        m_set.remove();
+    return finish(run);
+}
+
+void Index::resetCounts()
+{
+    m_filesFound = 0;
+    m_nextPosidx = 0;
+    m_counts.fill(0);
+}
+
+bool Index::finish(ListRun run)
+{
+    m_set.discard();
+    if (run == ListRun::Ended)
+        return false;
+    createBriselDir();
+    return checkIndexFile();
+}
+
+Index::ListRun Index::createPathIndex()
+{
+    debug() << "create path index";
+    emit progressValueChanged(0);
+    m_filesFound = 0;
+    m_visitedFolders.clear();
+    m_paths.build(m_songs);
+    scanFiles(m_root);
+    sortSongs(m_songs, compareByPath);
+    if (m_filesFound > 0 && !RunGuard::endRequested()) {
+        emit progressMaxSetup(m_filesFound);
+        createTitleIndex();
+    }
+    if (RunGuard::endRequested())
+        return ListRun::Ended;
+    if (m_filesFound == 0 || !m_modified)
+        return ListRun::Done;
+    const ListRun run = writeSet();
+    if (run == ListRun::Failed)
+        deleteIndex();
+    return run;
+}
+
+Index::ListRun Index::writeSet()
+{
+    emit progressMaxSetup(100);
+    emit progressValueChanged(0);
+    // A memory that was pulled may leave its mount folder behind: that is no place for an index.
+    if (fileIdentity(m_root) != m_rootIdentity || !m_set.beginStaging())
+        return ListRun::Failed;
+    removeDeletedItems();
+    emit progressValueChanged(10);
+    if (writeOrdIndex() < 0)
+        return ListRun::Failed;
+    if (m_restorePlaylists)
+        restorePlaylistFilePath();
+    if (writePathIndex() < 0)
+        return ListRun::Failed;
+    emit progressValueChanged(20);
+    if (!writeLists(QString(), 0, 20))
+        return ListRun::Failed;
+    createMp3TitleIndex();
+    emit progressValueChanged(60);
+    if (!writeLists(QStringLiteral("3"), 3, 60) || writeNumFile() < 0)
+        return ListRun::Failed;
+    if (RunGuard::endRequested())
+        return ListRun::Ended;
+    if (!m_set.commit())
+        return ListRun::Failed;
+    emit progressValueChanged(100);
+    return ListRun::Done;
+}
+
+/// Writes the title, artist and genre files, whose names end in \a suffix, and their tables. Their
+/// counts go into "fsinfos.id2" from \a count on.
+bool Index::writeLists(const QString &suffix, std::size_t count, int progress)
+{
+    using Writer = qint32 (Index::*)(const QString &);
+    struct List {
+        QString name;
+        Writer write;
+    };
+    const QList<List> lists{{QStringLiteral("title"), &Index::writeTitleIndex},
+                            {QStringLiteral("artist"), &Index::writeArtistIndex},
+                            {QStringLiteral("genre"), &Index::writeGenreIndex}};
+    for (const List &list : lists) {
+        const QString fileName = list.name + suffix + QStringLiteral(".id2");
+        const qint32 written = (this->*list.write)(fileName);
+        if (written < 0 || writeAlphaBuffer(u'a' + fileName) < 0)
+            return false;
+        m_counts.at(count++) = static_cast<quint16>(written);
+        progress += 10;
+        emit progressValueChanged(progress);
+    }
+    return true;
+}
+
+void Index::removeDeletedItems()
+{
+    sortSongs(m_songs, compareByPosidx);
+    m_songs.removeIf([](const SongInfoIndex &song) { return song.id == SongInfoIndex::deletedId; });
+    for (qsizetype i = 0; i < m_songs.size(); ++i)
+        m_songs[i].posidx = static_cast<quint16>(i);
+}
+
+void Index::createMp3TitleIndex()
+{
+    debug() << "create mp3 index";
+    m_songs.removeIf([](const SongInfoIndex &song) { return song.type != SongInfoIndex::Mp3; });
+}
+
+void Index::createTitleIndex()
+{
+    debug() << "create title index";
+    int counter = 1;
+    for (SongInfoIndex &song : m_songs) {
+        if (RunGuard::endRequested())
+            return;
+        emit currentPathChanged(song.absolutePath);
+        refreshSong(song);
+        emit progressValueChanged(counter++);
+    }
+    emit currentPathChanged(QString());
+}
+
+void Index::refreshSong(SongInfoIndex &song)
+{
+    const FileKind kind = fileKind(song.absolutePath);
+    const bool isNew = song.id > m_lastId || m_lastId == SongInfoIndex::deletedId;
+    // A song that can't be looked at (no permission, a read error) has not vanished.
+    if (kind != FileKind::Regular && kind != FileKind::Unreachable) {
+        song.id = SongInfoIndex::deletedId;
+        m_modified = true;
+        return;
+    }
+    const QDateTime modified = QFileInfo(song.absolutePath).lastModified();
+    const bool changed = song.date != dateNumber(modified) || song.time != timeNumber(modified);
+    if (!isNew && !changed)
+        return;
+    SongInfoIndex fresh = song;
+    QByteArray prefix;
+    // A known song that can't be looked at now keeps what is known of it, for another day.
+    if (!SongHead::read(song.absolutePath, prefix) && !isNew)
+        return;
+    SongHead::parse(prefix, fresh);
+    if (!isNew) {
+        fresh.date = dateNumber(modified);
+        fresh.time = timeNumber(modified);
+    }
+    song = fresh;
+    m_modified = true;
+}
+
+void Index::createBriselDir()
+{
+    const QDir root(m_root);
+    for (const QString &folder : {QStringLiteral("sfx"), QStringLiteral("bridge")}) {
+        if (!QFileInfo::exists(m_set.filePath(folder)))
+            root.mkdir(folder);
+    }
+}
+
+qint32 Index::loadAllIndexFile()
+{
+    m_nextPosidx = 0;
+    if (!IndexReader::read(m_set, m_root, m_songs))
+        return -1;
+    m_nextPosidx = static_cast<quint16>(m_songs.size());
+    if (!m_songs.isEmpty())
+        m_lastId = m_songs.last().id;
+    return 0;
+}

@@ -1,0 +1,131 @@
+#pragma once
+
+#include "index/indexset.h"
+#include "index/indexwriters.h"
+#include "index/pathtable.h"
+#include "index/playlists.h"
+#include "index/songinfoindex.h"
+
+#include <QList>
+#include <QObject>
+#include <QSet>
+
+#include <array>
+#include <functional>
+
+class QDateTime;
+class QFileInfo;
+
+/// Builds and updates the index on the player's memory: walks its folders, shortens long names,
+/// reads the songs' heads and writes the index set, keeping the playlists right. One object serves
+/// one run. What the files hold: docs/formats/player-index.md and docs/formats/playlists.md.
+///
+/// A run never leaves a mixture behind: the whole new set is written beside the old one and then
+/// put in its place; a swap that was cut is finished by the next run.
+class Index : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Asks about the file or folder \a path, \a message saying what it will be called. Answers as
+    /// NoCopyrightDialog: 0 yes, 1 yes to all, 2 no, 3 no to all.
+    using RenameQuestion = std::function<int(const QString &path, const QString &message)>;
+
+    explicit Index(QObject *parent = nullptr);
+
+    /// Replaces the dialog that asks before a long name is shortened.
+    void setRenameQuestion(RenameQuestion question);
+
+    /// Numbers all songs below \a root afresh. True when the index is complete afterwards; false
+    /// also for a memory without songs, which then has no index.
+    bool createIndex(const QString &root);
+    /// Takes new, changed and vanished songs into the index of \a root; every known song keeps its
+    /// id. Runs createIndex where there is no complete index. Writes nothing when nothing changed.
+    bool updateIndex(const QString &root);
+    /// Removes the index files from the memory. "sfx.id2" stays.
+    void deleteIndex();
+    /// True when all fifteen index files exist. Does not look into them.
+    bool checkIndexFile();
+    /// Writes the songs of the index of \a root as lines of ";"-separated texts to \a fileName.
+    /// 1 on success, 0 when the index can't be read or the file not be written, -1 when the memory
+    /// holds no complete index.
+    int saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode);
+
+    /// Fills title, artist, genre, type, bpm, reserved and flag from the file absolutePath. False
+    /// when it can't be read or holds fewer than 5 bytes.
+    static bool setSongInfo(SongInfoIndex &song);
+
+signals:
+    void fileFoundChanged(int count);
+    void progressMaxSetup(int maximum);
+    void progressValueChanged(int value);
+    void currentPathChanged(const QString &path);
+    void errorFromIndex(const QString &message);
+
+private:
+    enum class ListRun { Done, Failed, Ended };
+
+    /// Stores \a root without one trailing "/" or "\". False when it is no folder.
+    bool setRoot(const QString &root);
+    bool begin(const QString &root);
+    bool rebuild();
+    void resetCounts();
+    bool finish(ListRun run);
+
+    ListRun createPathIndex();
+    void createTitleIndex();
+    void refreshSong(SongInfoIndex &song);
+    ListRun writeSet();
+    bool writeLists(const QString &suffix, std::size_t count, int progress);
+    void removeDeletedItems();
+    void createMp3TitleIndex();
+    void createBriselDir();
+    /// Fills m_songs from the index on the memory. 0, or -1 on any fault.
+    qint32 loadAllIndexFile();
+
+    static quint32 dateNumber(const QDateTime &moment);
+    static quint32 timeNumber(const QDateTime &moment);
+    void scanFiles(const QString &longFolder);
+    void scanFile(const QString &longPath);
+    static bool checkFileExt(const QString &suffix);
+    bool addFileToIndex(const QFileInfo &file);
+    static void meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met);
+    QString renameLongFileName(const QString &path);
+    void askRename(const QString &path, const QString &candidate);
+    static QString getShortFileNamePath(const QString &path);
+    static QString getLongFileNamePath(const QString &path);
+
+    qint32 writePathIndex();
+    qint32 writeOrdIndex();
+    qint32 writeTitleIndex(const QString &fileName);
+    qint32 writeArtistIndex(const QString &fileName);
+    qint32 writeGenreIndex(const QString &fileName);
+    qint32 writeAlphaBuffer(const QString &fileName);
+    qint32 writeNumFile();
+    qint32 stageFile(const QString &fileName, const QByteArray &content);
+    qint32 stageList(const QString &fileName, const IndexWriters::ListFile &list);
+
+    Playlists::Preparation createPlaylistFilePath();
+    bool restorePlaylistFilePath();
+
+    const QString m_sfxFolder = QStringLiteral("sfx");
+    const QString m_bridgeFolder = QStringLiteral("bridge");
+    QString m_root;
+    QString m_rootIdentity;
+    IndexSet m_set;
+    RenameQuestion m_question;
+    QList<SongInfoIndex> m_songs;
+    QList<qint16> m_playlists;
+    quint32 m_lastId = 0;
+    quint32 m_nextId = 0;
+    quint16 m_nextPosidx = 0;
+    int m_filesFound = 0;
+    bool m_restorePlaylists = false;
+    bool m_modified = false;
+    bool m_askRename = true;
+    bool m_doRename = true;
+    AlphabetTable m_alphabet;
+    std::array<quint16, 6> m_counts{};
+    PathTable m_paths;
+    QSet<QString> m_visitedFolders;
+};

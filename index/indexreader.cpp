@@ -1,0 +1,110 @@
+#include "index/indexreader.h"
+
+#include "base/fileidentity.h"
+#include "base/songtext.h"
+#include "index/indexrecords.h"
+#include "index/indexset.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace
+{
+
+/// Reads a file of whole records. No set that the player can hold has more than \a maxRecords.
+bool readRecords(const QString &path, qint64 maxRecords, QByteArray &content)
+{
+    QFile file(path);
+    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly) ||
+        file.size() > maxRecords * IndexRecord::size)
+        return false;
+    content = file.read(maxRecords * IndexRecord::size);
+    return file.error() == QFileDevice::NoError && content.size() % IndexRecord::size == 0;
+}
+
+QString indexText(const QByteArray &bytes)
+{
+    return trimmedSongText(stringToUpper(QString::fromLatin1(bytes)));
+}
+
+bool readPaths(const QString &path, const QString &root, QList<SongInfoIndex> &songs)
+{
+    QByteArray content;
+    if (!readRecords(path, SongInfoIndex::maxSongs, content))
+        return false;
+    PathRecord record;
+    for (qsizetype pos = 0; PathRecord::read(content, pos, record); pos += IndexRecord::size) {
+        if (record.id == SongInfoIndex::deletedId)
+            return false;
+        SongInfoIndex song;
+        song.id = record.id;
+        song.setPath(QString::fromLatin1(record.path));
+        song.absolutePath = root + song.path;
+        song.date = record.date;
+        song.time = record.time;
+        song.posidx = static_cast<quint16>(songs.size());
+        songs.append(song);
+    }
+    return true;
+}
+
+/// The song with the id of \a record; null when there is none.
+SongInfoIndex *songOf(const SongRecord &record, QList<SongInfoIndex> &songs)
+{
+    SongInfoIndex wanted;
+    wanted.id = record.id;
+    const auto song = std::lower_bound(songs.begin(), songs.end(), wanted, compareById);
+    return song != songs.end() && song->id == record.id ? &*song : nullptr;
+}
+
+bool readTitles(const QString &path, QList<SongInfoIndex> &songs)
+{
+    QByteArray content;
+    if (!readRecords(path, SongInfoIndex::maxSongs, content))
+        return false;
+    SongRecord record;
+    for (qsizetype pos = 0; SongRecord::read(content, pos, record); pos += IndexRecord::size) {
+        SongInfoIndex *song = songOf(record, songs);
+        if (song == nullptr)
+            return false;
+        song->title = indexText(record.title);
+        song->bpm = record.bpm;
+        song->type = record.type;
+        song->flag = record.flag;
+    }
+    return true;
+}
+
+bool readGroups(const QString &path, QString SongInfoIndex::*group, QList<SongInfoIndex> &songs)
+{
+    QByteArray content;
+    // Each song can have a header of its own.
+    if (!readRecords(path, qint64{2} * SongInfoIndex::maxSongs, content))
+        return false;
+    GroupHeader header;
+    SongRecord record;
+    QString name;
+    for (qsizetype pos = 0; SongRecord::read(content, pos, record); pos += IndexRecord::size) {
+        if (GroupHeader::read(content, pos, header)) {
+            name = indexText(header.name);
+            continue;
+        }
+        SongInfoIndex *song = songOf(record, songs);
+        if (song == nullptr)
+            return false;
+        song->*group = name;
+    }
+    return true;
+}
+
+} // namespace
+
+bool IndexReader::read(const IndexSet &set, const QString &root, QList<SongInfoIndex> &songs)
+{
+    songs.clear();
+    return readPaths(set.filePath(QStringLiteral("index.id2")), root, songs) &&
+           readTitles(set.filePath(QStringLiteral("title.id2")), songs) &&
+           readGroups(set.filePath(QStringLiteral("artist.id2")), &SongInfoIndex::artist, songs) &&
+           readGroups(set.filePath(QStringLiteral("genre.id2")), &SongInfoIndex::genre, songs);
+}

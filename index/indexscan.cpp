@@ -1,0 +1,176 @@
+#include "index/index.h"
+
+#include "base/fileidentity.h"
+#include "base/runguard.h"
+#include "index/entrylist.h"
+#include "index/longnames.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+
+#include <algorithm>
+
+// The walk over the memory: which files become songs of the index, and under what names.
+
+namespace
+{
+
+bool isSameName(const QString &a, const QString &b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+bool isAscii(const QString &text)
+{
+    return std::all_of(text.cbegin(), text.cend(),
+                       [](QChar character) { return character.unicode() < 0x80; });
+}
+
+} // namespace
+
+quint32 Index::dateNumber(const QDateTime &moment)
+{
+    const QDate date = moment.date();
+    return static_cast<quint32>(date.year() * 10000 + date.month() * 100 + date.day());
+}
+
+quint32 Index::timeNumber(const QDateTime &moment)
+{
+    const QTime time = moment.time();
+    return static_cast<quint32>(time.hour() * 10000 + time.minute() * 100 + time.second());
+}
+
+void Index::scanFiles(const QString &longFolder)
+{
+    const QString folder = renameLongFileName(longFolder);
+    const QString identity = fileIdentity(folder);
+    // A link to a folder above would lead round for ever.
+    if (folder.isEmpty() || m_visitedFolders.contains(identity))
+        return;
+    m_visitedFolders.insert(identity);
+    for (const QFileInfo &entry : visibleEntries(folder)) {
+        if (RunGuard::endRequested())
+            return;
+        const QString path = entry.absoluteFilePath();
+        const FileKind kind = fileKind(path);
+        if (kind == FileKind::Regular)
+            scanFile(path);
+        else if (kind == FileKind::Folder && !isSameName(entry.fileName(), m_sfxFolder) &&
+                 !isSameName(entry.fileName(), m_bridgeFolder))
+            scanFiles(path);
+    }
+}
+
+void Index::scanFile(const QString &longPath)
+{
+    emit currentPathChanged(longPath);
+    if (!checkFileExt(QFileInfo(longPath).suffix()))
+        return;
+    const QString path = renameLongFileName(longPath);
+    if (path.isEmpty())
+        return;
+    addFileToIndex(QFileInfo(path));
+    ++m_filesFound;
+    emit fileFoundChanged(m_filesFound);
+}
+
+bool Index::checkFileExt(const QString &suffix)
+{
+    static const QStringList suffixes{QStringLiteral("MID"), QStringLiteral("KAR"),
+                                      QStringLiteral("ZB3"), QStringLiteral("ZB4"),
+                                      QStringLiteral("ZB5"), QStringLiteral("MP3")};
+    return suffixes.contains(suffix, Qt::CaseInsensitive);
+}
+
+bool Index::addFileToIndex(const QFileInfo &file)
+{
+    const QString full = file.absoluteFilePath();
+    if (getShortFileNamePath(full).isEmpty() || getShortFileNamePath(m_root).isEmpty()) {
+        emit errorFromIndex(tr("File non importato, errore nel path:") + full);
+        return false;
+    }
+    const QString path = full.right(full.size() - m_root.size());
+    if (path.size() > SongInfoIndex::maxPath) {
+        emit errorFromIndex(tr("File non importato, path troppo lungo: ") + full);
+        return false;
+    }
+    SongInfoIndex song;
+    song.absolutePath = full;
+    song.setPath(path);
+    const qsizetype known = m_paths.find(m_songs, song);
+    if (known >= 0) {
+        meetKnownSong(m_songs[known], song);
+        return true;
+    }
+    if (m_nextPosidx >= SongInfoIndex::maxSongs || m_nextId == SongInfoIndex::deletedId) {
+        emit errorFromIndex(tr("File non importato, memoria piena: ") + full);
+        return false;
+    }
+    const QDateTime modified = file.lastModified();
+    song.date = dateNumber(modified);
+    song.time = timeNumber(modified);
+    song.id = m_nextId++;
+    song.posidx = m_nextPosidx++;
+    m_paths.add(song, m_songs.size());
+    m_songs.append(song);
+    m_modified = true;
+    return true;
+}
+
+/// The file \a met has the path of \a known, which keeps its id.
+void Index::meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met)
+{
+    // Read back as Latin-1, a path with other characters may be that of another song now.
+    if (!isAscii(known.path)) {
+        known.date = 0;
+        known.time = 0;
+    }
+    // Renamed in letter case only: on a memory that tells them apart the old name finds nothing.
+    if (known.absolutePath != met.absolutePath &&
+        fileKind(known.absolutePath) == FileKind::Missing) {
+        known.absolutePath = met.absolutePath;
+        known.setPath(met.path);
+    }
+}
+
+QString Index::renameLongFileName(const QString &path)
+{
+    if (isSameName(path, m_root) || !LongNames::isLong(path))
+        return path;
+    const QString candidate = LongNames::freeShortPath(path);
+    if (!candidate.isEmpty()) {
+        if (m_askRename && !RunGuard::endRequested())
+            askRename(path, candidate);
+        // Once the program is to end nobody has answered, whatever the dialog says.
+        if (RunGuard::endRequested())
+            return {};
+        if (!m_doRename)
+            return path;
+        if (LongNames::rename(path, candidate))
+            return candidate;
+    }
+    emit errorFromIndex(tr("File non importato, impossibile rinominare: ") + path);
+    return {};
+}
+
+void Index::askRename(const QString &path, const QString &candidate)
+{
+    enum Answer { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
+    const int answer =
+        m_question(path, tr("verrà rinominato: ") + candidate + QStringLiteral("\n\n") +
+                             tr("Se il file non viene rinominato, è possibile che non venga "
+                                "rilevato da Brisel."));
+    m_doRename = answer == Yes || answer == YesToAll;
+    m_askRename = answer == Yes || answer == No;
+}
+
+/// For systems that keep a short name beside each long one; this one has none.
+QString Index::getShortFileNamePath(const QString &path)
+{
+    return path;
+}
+
+QString Index::getLongFileNamePath(const QString &path)
+{
+    return path;
+}

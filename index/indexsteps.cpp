@@ -1,0 +1,85 @@
+#include "index/index.h"
+
+#include "base/debugstream.h"
+#include "index/indexwriters.h"
+
+// The steps of a run that write: each logs its name, sorts the list and stages a file.
+
+qint32 Index::writePathIndex()
+{
+    debug() << "write path index";
+    sortSongs(m_songs, compareByPosidx);
+    return stageFile(QStringLiteral("index.id2"), IndexWriters::pathFile(m_songs));
+}
+
+qint32 Index::writeOrdIndex()
+{
+    debug() << "write ord index";
+    sortSongs(m_songs, compareByPath);
+    return stageFile(QStringLiteral("ordfile.id2"), IndexWriters::orderFile(m_songs));
+}
+
+qint32 Index::writeTitleIndex(const QString &fileName)
+{
+    debug() << "write title index";
+    sortSongs(m_songs, compareTitle);
+    return stageList(fileName, IndexWriters::titleFile(m_songs));
+}
+
+qint32 Index::writeArtistIndex(const QString &fileName)
+{
+    debug() << "write artist index";
+    sortSongs(m_songs, compareArtist);
+    return stageList(fileName, IndexWriters::groupFile(m_songs, &SongInfoIndex::artist));
+}
+
+qint32 Index::writeGenreIndex(const QString &fileName)
+{
+    debug() << "write genre index";
+    sortSongs(m_songs, compareGenre);
+    return stageList(fileName, IndexWriters::groupFile(m_songs, &SongInfoIndex::genre));
+}
+
+qint32 Index::writeAlphaBuffer(const QString &fileName)
+{
+    debug() << "write alpha index";
+    return stageFile(fileName, m_alphabet.bytes());
+}
+
+qint32 Index::writeNumFile()
+{
+    debug() << "write numfile index";
+    return stageFile(QStringLiteral("fsinfos.id2"), IndexWriters::countFile(m_counts));
+}
+
+qint32 Index::stageFile(const QString &fileName, const QByteArray &content)
+{
+    return m_set.stage(fileName, content) ? 0 : -1;
+}
+
+qint32 Index::stageList(const QString &fileName, const IndexWriters::ListFile &list)
+{
+    m_alphabet = list.alphabet;
+    return m_set.stage(fileName, list.content) ? list.count : -1;
+}
+
+Playlists::Preparation Index::createPlaylistFilePath()
+{
+    debug() << "create playlist file path";
+    m_playlists = Playlists::readNumbers(m_set);
+    if (Playlists::haveAllPathFiles(m_set, m_playlists))
+        return Playlists::Preparation::NotNeeded;
+    if (loadAllIndexFile() < 0) {
+        m_playlists.clear();
+        return Playlists::Preparation::NotNeeded;
+    }
+    if (m_songs.isEmpty())
+        return Playlists::Preparation::NotNeeded;
+    return Playlists::writePathFiles(m_set, m_playlists, m_songs);
+}
+
+bool Index::restorePlaylistFilePath()
+{
+    debug() << "restore playlist file path";
+    return Playlists::stageSongsFiles(m_set, m_playlists, m_songs);
+}

@@ -1,0 +1,142 @@
+#include "index/playlists.h"
+
+#include "base/bytes.h"
+#include "base/fileidentity.h"
+#include "index/indexrecords.h"
+#include "index/indexset.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int numberRecordSize = 32; ///< bytes; all but the first two are the player's own
+constexpr qint64 maxListSize = 65536 * numberRecordSize;      ///< every 16-bit number once
+constexpr qint64 maxPlaylistSize = 65535 * IndexRecord::size; ///< as many songs as an index
+
+QString fileName(qint16 number, const char *suffix)
+{
+    return QString::asprintf("playlist/play%04u.%s",
+                             static_cast<unsigned>(static_cast<int>(number)), suffix);
+}
+
+/// Reads the plain file at \a path. False when it can't be, or holds more than \a maximum bytes.
+bool readFile(const QString &path, qint64 maximum, QByteArray &content)
+{
+    QFile file(path);
+    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly) || file.size() > maximum)
+        return false;
+    content = file.read(maximum);
+    return file.error() == QFileDevice::NoError;
+}
+
+/// The path records of the song records \a playlist.
+QByteArray pathRecords(const QByteArray &playlist, const QList<SongInfoIndex> &songs)
+{
+    QByteArray paths;
+    SongRecord record;
+    for (qsizetype pos = 0; SongRecord::read(playlist, pos, record); pos += IndexRecord::size) {
+        SongInfoIndex wanted;
+        wanted.id = record.id;
+        QByteArray path(IndexRecord::size, '\0');
+        const auto song = std::lower_bound(songs.cbegin(), songs.cend(), wanted, compareById);
+        if (song != songs.cend() && song->id == record.id)
+            putField(path, 0, PathRecord::pathWidth - 1, song->path.toLatin1());
+        paths += path;
+    }
+    return paths;
+}
+
+/// The song records of the path records \a paths. A path that no song has gives none.
+QByteArray songRecords(const QByteArray &paths, const QList<SongInfoIndex> &songs,
+                       const PathTable &table)
+{
+    QByteArray playlist;
+    for (qsizetype pos = 0; fits(paths, pos, IndexRecord::size); pos += IndexRecord::size) {
+        const QByteArray path = fieldAt(paths, pos, IndexRecord::size);
+        const qsizetype found = path.isEmpty() ? -1 : table.findBytes(songs, path);
+        if (found >= 0)
+            playlist += SongRecord(songs.at(found)).bytes();
+    }
+    return playlist;
+}
+
+} // namespace
+
+QString Playlists::songsFileName(qint16 number)
+{
+    return fileName(number, "dat");
+}
+
+QString Playlists::pathsFileName(qint16 number)
+{
+    return fileName(number, "pts");
+}
+
+QList<qint16> Playlists::readNumbers(const IndexSet &set)
+{
+    QByteArray list;
+    QList<qint16> numbers;
+    if (!readFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize, list))
+        return numbers;
+    QSet<qint16> known;
+    for (qsizetype pos = 0; fits(list, pos, numberRecordSize); pos += numberRecordSize) {
+        // The low byte is signed: a playlist of 0x85 0x00 is number -123, and its files are named
+        // so by every version of the program.
+        const auto number =
+            static_cast<qint16>(byteAt(list, pos + 1) * 256 + signedByteAt(list, pos));
+        if (!known.contains(number))
+            numbers.append(number);
+        known.insert(number);
+    }
+    return numbers;
+}
+
+bool Playlists::haveAllPathFiles(const IndexSet &set, const QList<qint16> &numbers)
+{
+    return std::all_of(numbers.cbegin(), numbers.cend(), [&set](qint16 number) {
+        return QFileInfo::exists(set.filePath(pathsFileName(number)));
+    });
+}
+
+Playlists::Preparation Playlists::writePathFiles(IndexSet &set, const QList<qint16> &numbers,
+                                                 const QList<SongInfoIndex> &songs)
+{
+    Preparation result = Preparation::Written;
+    for (const qint16 number : numbers) {
+        QByteArray playlist;
+        if (!readFile(set.filePath(songsFileName(number)), maxPlaylistSize, playlist))
+            result = Preparation::NoSongs;
+        else if (!set.place(pathsFileName(number), pathRecords(playlist, songs)))
+            return Preparation::Unwritable;
+    }
+    return result;
+}
+
+bool Playlists::stageSongsFiles(IndexSet &set, const QList<qint16> &numbers,
+                                const QList<SongInfoIndex> &songs)
+{
+    PathTable table;
+    table.build(songs);
+    bool complete = true;
+    for (const qint16 number : numbers) {
+        QByteArray paths;
+        QByteArray old;
+        const QString name = songsFileName(number);
+        if (!readFile(set.filePath(pathsFileName(number)), maxPlaylistSize, paths) ||
+            !readFile(set.filePath(name), maxPlaylistSize, old) ||
+            !QFileInfo(set.filePath(name)).isWritable()) {
+            complete = false;
+            continue;
+        }
+        // Rewritten from its start and not shortened: a playlist that loses songs keeps its old
+        // last records, as players have always found it.
+        const QByteArray playlist = songRecords(paths, songs, table);
+        set.stage(name, playlist + old.mid(playlist.size()));
+    }
+    return complete;
+}

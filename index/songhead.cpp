@@ -1,0 +1,248 @@
+#include "index/songhead.h"
+
+#include "base/bytes.h"
+#include "base/fileidentity.h"
+#include "base/songtext.h"
+#include "index/songinfoindex.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int minimumSize = 5;    ///< bytes; a shorter file is no song
+constexpr int textWidth = 58;     ///< bytes of a text in the player's records
+constexpr int midiScanStart = 22; ///< just behind the headers of file and first track
+constexpr int id3Window = 512;    ///< bytes in which frames are looked for
+
+const QString unknownText = QStringLiteral("<unknown>");
+
+/// Takes the text of \a width bytes at \a pos, at most 58 of them; empty when there is none.
+QString textAt(const QByteArray &prefix, qsizetype pos, qint64 width)
+{
+    return songText(prefix.mid(pos, std::clamp<qint64>(width, 0, textWidth)));
+}
+
+/// Puts \a value into \a field unless it is empty.
+void setText(QString &field, const QString &value)
+{
+    if (!value.isEmpty())
+        field = value;
+}
+
+/// Offsets of the index's reader. They are not those of the container's own fields, and the
+/// windows overlap: a text that fills its field runs on into the next.
+void parseContainer(const QByteArray &prefix, SongInfoIndex &song)
+{
+    constexpr int bpmAt = 38;
+    constexpr int titleAt = 138;
+    constexpr int flagAt = 201;
+    constexpr int artistAt = 234;
+    constexpr int genreAt = 266;
+    setText(song.title, textAt(prefix, titleAt, textWidth));
+    setText(song.artist, textAt(prefix, artistAt, textWidth));
+    setText(song.genre, textAt(prefix, genreAt, textWidth));
+    song.bpm = byteAt(prefix, bpmAt);
+    song.flag = byteAt(prefix, flagAt) == 1 ? 1 : 0;
+}
+
+/// Looks for the meta-events of a MIDI file in its first bytes.
+class MidiScan
+{
+public:
+    explicit MidiScan(const QByteArray &prefix) : m_prefix(prefix) {}
+
+    void run(SongInfoIndex &song);
+
+private:
+    enum MetaType : quint8 { Text = 1, TrackName = 3, MarkerText = 6, Makers = 0x4B, Tempo = 0x51 };
+
+    static bool isWanted(quint8 type);
+    /// Takes one event; \a length data bytes stand at \a data.
+    void take(quint8 type, qsizetype data, int length, SongInfoIndex &song);
+    void takeTempo(qsizetype data, int length, SongInfoIndex &song);
+    void takeMakersText(qsizetype data, int length);
+    QString artistOfSystemExclusive() const;
+    static void keepFirst(QString &found, const QString &value);
+
+    const QByteArray &m_prefix;
+    bool m_hasTempo = false;
+    QString m_title;
+    QString m_artist;
+    QString m_genre;
+};
+
+void MidiScan::run(SongInfoIndex &song)
+{
+    constexpr int headSize = 3; // 0xFF, type, length
+    qsizetype pos = midiScanStart;
+    while (fits(m_prefix, pos, headSize)) {
+        const quint8 type = byteAt(m_prefix, pos + 1);
+        const int length = byteAt(m_prefix, pos + 2);
+        if (byteAt(m_prefix, pos) != 0xFF || !isWanted(type)) {
+            ++pos;
+            continue;
+        }
+        pos += headSize;
+        if (!fits(m_prefix, pos, length))
+            break;
+        take(type, pos, length, song);
+        pos += length;
+    }
+    if (m_artist.isEmpty())
+        m_artist = artistOfSystemExclusive();
+    setText(song.title, m_title);
+    setText(song.artist, m_artist);
+    setText(song.genre, m_genre);
+}
+
+bool MidiScan::isWanted(quint8 type)
+{
+    return type == Text || type == TrackName || type == MarkerText || type == Makers ||
+           type == Tempo;
+}
+
+void MidiScan::take(quint8 type, qsizetype data, int length, SongInfoIndex &song)
+{
+    constexpr int titleMarkSize = 2;
+    if (type == Tempo)
+        takeTempo(data, length, song);
+    else if (type == MarkerText)
+        song.flag = 1;
+    else if (type == TrackName)
+        keepFirst(m_title, textAt(m_prefix, data, length));
+    else if (type == Makers)
+        takeMakersText(data, length);
+    else if (m_prefix.mid(data, std::min(length, titleMarkSize)) == "@T")
+        keepFirst(m_title, textAt(m_prefix, data + titleMarkSize,
+                                  std::min(length, textWidth) - titleMarkSize));
+}
+
+void MidiScan::takeTempo(qsizetype data, int length, SongInfoIndex &song)
+{
+    constexpr int tempoSize = 3;
+    constexpr quint32 microsecondsPerMinute = 60000000;
+    if (m_hasTempo || length < tempoSize)
+        return;
+    m_hasTempo = true;
+    const quint32 tempo = static_cast<quint32>(byteAt(m_prefix, data)) << 16 |
+                          static_cast<quint32>(be16At(m_prefix, data + 1));
+    // 8 bits are kept: a tempo above 255 wraps around, as the player knows it.
+    if (tempo != 0)
+        song.bpm = static_cast<quint8>(microsecondsPerMinute / tempo);
+}
+
+void MidiScan::takeMakersText(qsizetype data, int length)
+{
+    enum SubType : quint8 { Genre = 1, Artist = 2 };
+    if (length == 0)
+        return;
+    const QString text = textAt(m_prefix, data + 1, length - 1);
+    if (byteAt(m_prefix, data) == Artist)
+        keepFirst(m_artist, text);
+    else if (byteAt(m_prefix, data) == Genre)
+        keepFirst(m_genre, text);
+}
+
+/// Older files carry the artist as "(ARTIST" in a message of the maker's.
+QString MidiScan::artistOfSystemExclusive() const
+{
+    const QByteArray mark = QByteArray::fromHex("0020240005");
+    constexpr int headSize = 2; // 0xF0, length
+    constexpr int overhead = 7;
+    const qsizetype textOffset = headSize + mark.size();
+    for (qsizetype hit = m_prefix.indexOf(mark, midiScanStart + headSize); hit >= 0;
+         hit = m_prefix.indexOf(mark, hit + 1)) {
+        const qsizetype start = hit - headSize;
+        if (byteAt(m_prefix, start) != 0xF0)
+            continue;
+        const int length = std::min(byteAt(m_prefix, start + 1) - overhead, textWidth);
+        if (length < 2 || !fits(m_prefix, start + textOffset, length))
+            return {};
+        const QByteArray text = m_prefix.mid(start + textOffset, length - 1);
+        return text.startsWith('(') ? songText(text.mid(1)) : QString();
+    }
+    return {};
+}
+
+void MidiScan::keepFirst(QString &found, const QString &value)
+{
+    if (found.isEmpty())
+        found = value;
+}
+
+/// The text of the first frame \a identifier; empty when there is none.
+QString frameText(const QByteArray &prefix, const QByteArray &identifier)
+{
+    constexpr int sizeAt = 4;
+    constexpr int textOffset = 11; // frame header and encoding byte
+    const qsizetype frame = prefix.left(id3Window).indexOf(identifier);
+    if (frame < 0)
+        return {};
+    const qint64 size = be32At(prefix, frame + sizeAt);
+    return textAt(prefix, frame + textOffset, size - 1);
+}
+
+void parseMp3(const QByteArray &prefix, SongInfoIndex &song)
+{
+    if (!prefix.startsWith("ID3"))
+        return;
+    setText(song.title, frameText(prefix, "TIT2"));
+    setText(song.artist, frameText(prefix, "TPE1"));
+    setText(song.genre, frameText(prefix, "TCON"));
+}
+
+void parseByMagic(const QByteArray &prefix, SongInfoIndex &song)
+{
+    constexpr quint8 bpmOfUnrecognised = 120;
+    const QByteArray magic = prefix.left(4);
+    if (magic == "MThd") {
+        MidiScan(prefix).run(song);
+    } else if (magic == "_ZB3" || magic == "_ZB4" || magic == "_ZB5") {
+        song.type = static_cast<quint8>(SongInfoIndex::Zb3 + (magic.at(3) - '3'));
+        parseContainer(prefix, song);
+    } else {
+        song.bpm = bpmOfUnrecognised;
+    }
+}
+
+void setDefaults(SongInfoIndex &song)
+{
+    song.title = song.absolutePath.mid(song.absolutePath.lastIndexOf(u'/') + 1);
+    song.artist = unknownText;
+    song.genre = unknownText;
+    song.type = SongInfoIndex::Midi;
+    song.bpm = 0;
+    song.reserved = 0;
+    song.flag = 0;
+}
+
+} // namespace
+
+bool SongHead::read(const QString &path, QByteArray &prefix)
+{
+    QFile file(path);
+    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly))
+        return false;
+    prefix = file.read(prefixSize);
+    return file.error() == QFileDevice::NoError;
+}
+
+bool SongHead::parse(const QByteArray &prefix, SongInfoIndex &song)
+{
+    setDefaults(song);
+    if (prefix.size() < minimumSize)
+        return false;
+    const QString extension = song.absolutePath.mid(song.absolutePath.lastIndexOf(u'.') + 1);
+    if (extension.compare(QStringLiteral("MP3"), Qt::CaseInsensitive) == 0) {
+        song.type = SongInfoIndex::Mp3;
+        parseMp3(prefix, song);
+    } else {
+        parseByMagic(prefix, song);
+    }
+    for (QString *text : {&song.title, &song.artist, &song.genre})
+        *text = trimmedSongText(stringToUpper(*text));
+    return true;
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+
+class SongInfoIndex;
+
+/// What the player's index says of a song is read from the song's first bytes, by rules that are
+/// the index's own: offsets and limits differ from those of the song file readers on purpose.
+namespace SongHead
+{
+
+/// How much of a song is looked at, in bytes.
+constexpr int prefixSize = 3072;
+
+/// Reads the first bytes of the plain file at \a path. False when it can't be read.
+bool read(const QString &path, QByteArray &prefix);
+
+/// Fills title, artist, genre, type, bpm, reserved and flag of \a song, whose absolutePath is set,
+/// from its first bytes. False when they are fewer than 5; then only the defaults are set.
+bool parse(const QByteArray &prefix, SongInfoIndex &song);
+
+} // namespace SongHead

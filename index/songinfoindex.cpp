@@ -1,0 +1,96 @@
+#include "index/songinfoindex.h"
+
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace
+{
+
+/// QStringEncoder would write 0x7F for what the page lacks; the player's files have '?'.
+QTextCodec *pathCodec()
+{
+    static QTextCodec *const codec = QTextCodec::codecForName("IBM 850");
+    return codec;
+}
+
+/// The kept key, or that of a record whose path was set without it.
+QByteArray keyOf(const SongInfoIndex &song)
+{
+    return song.pathKey.isEmpty() ? pathSortKey(song.path) : song.pathKey;
+}
+
+int compareTexts(const QString &a, const QString &b)
+{
+    return QString::compare(a, b, Qt::CaseInsensitive);
+}
+
+} // namespace
+
+void SongInfoIndex::setPath(const QString &newPath)
+{
+    path = newPath;
+    pathKey = pathSortKey(newPath);
+}
+
+QString stringToUpper(const QString &text)
+{
+    return text.toUpper();
+}
+
+QByteArray pathBytes(const QString &path)
+{
+    return pathCodec() != nullptr ? pathCodec()->fromUnicode(path) : path.toLatin1();
+}
+
+QString pathFromBytes(const QByteArray &bytes)
+{
+    return pathCodec() != nullptr ? pathCodec()->toUnicode(bytes) : QString::fromLatin1(bytes);
+}
+
+QByteArray pathSortKey(const QString &path)
+{
+    return pathBytes(stringToUpper(path));
+}
+
+bool compareByPath(const SongInfoIndex &a, const SongInfoIndex &b)
+{
+    return qstrcmp(keyOf(a).constData(), keyOf(b).constData()) < 0;
+}
+
+bool compareByPosidx(const SongInfoIndex &a, const SongInfoIndex &b)
+{
+    return a.posidx < b.posidx;
+}
+
+bool compareById(const SongInfoIndex &a, const SongInfoIndex &b)
+{
+    return a.id < b.id;
+}
+
+bool compareTitle(const SongInfoIndex &a, const SongInfoIndex &b)
+{
+    return compareTexts(a.title, b.title) < 0;
+}
+
+bool compareArtist(const SongInfoIndex &a, const SongInfoIndex &b)
+{
+    const int order = compareTexts(a.artist, b.artist);
+    return order != 0 ? order < 0 : compareTitle(a, b);
+}
+
+bool compareGenre(const SongInfoIndex &a, const SongInfoIndex &b)
+{
+    const int order = compareTexts(a.genre, b.genre);
+    return order != 0 ? order < 0 : compareTitle(a, b);
+}
+
+void sortSongs(QList<SongInfoIndex> &songs, SongCompare compare)
+{
+    std::sort(songs.begin(), songs.end(),
+              [compare](const SongInfoIndex &a, const SongInfoIndex &b) {
+                  if (compare(a, b))
+                      return true;
+                  return !compare(b, a) && a.path < b.path;
+              });
+}

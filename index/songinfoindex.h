@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+/// The orders of a song list.
+enum SORT_MODE {
+    SortByTitle = 0,
+    SortByArtist = 1,
+    SortByGenre = 2,
+};
+
+/// What the index of the player's memory knows of one song.
+class SongInfoIndex
+{
+public:
+    /// The id of a record whose file has disappeared; it never reaches the memory.
+    static constexpr quint32 deletedId = 0xFFFFFFFF;
+    /// The longest path that a path record can hold, in characters.
+    static constexpr int maxPath = 45;
+    /// Record numbers have 16 bits.
+    static constexpr int maxSongs = 65535;
+
+    /// The formats as the player numbers them.
+    enum Type : quint8 { Midi = 0, Mp3 = 1, Zb3 = 2, Zb4 = 3, Zb5 = 4 };
+
+    /// Sets path and the key under which it is ordered.
+    void setPath(const QString &newPath);
+
+    QString title;
+    QString artist;
+    QString genre;
+    quint32 id = 0;  ///< kept across updates; deletedId marks a record whose file has disappeared
+    quint8 type = 0; ///< see Type; 0 also for files that are not recognised
+    quint8 bpm = 0;  ///< beats per minute; 0 for MP3
+    quint8 reserved = 0;
+    quint8 flag = 0; ///< 1 when the song has markers
+    QString absolutePath;
+    QString path;       ///< below the memory's root, begins with "/"; change it by setPath
+    QByteArray pathKey; ///< pathSortKey(path), kept because every look-up needs it
+    quint16 posidx = 0; ///< record number in "index.id2"
+    quint32 date = 0;   ///< last modification: year x 10000 + month x 100 + day
+    quint32 time = 0;   ///< last modification: hour x 10000 + minute x 100 + second
+};
+
+/// \a text upper-cased by the rules of Unicode; nothing else changes.
+QString stringToUpper(const QString &text);
+
+/// \a path in code page "IBM 850", in which the player keeps paths; '?' for what the page lacks.
+QByteArray pathBytes(const QString &path);
+/// The path that \a bytes in code page "IBM 850" stand for.
+QString pathFromBytes(const QByteArray &bytes);
+/// What paths are ordered by: the upper-cased path in code page "IBM 850". Different paths can
+/// have one key.
+QByteArray pathSortKey(const QString &path);
+
+/// Each answers whether \a a comes strictly before \a b. Path: the order in which the player
+/// browses folders, by bytes of pathSortKey. Texts: ignoring case; artist and genre then by title.
+bool compareByPath(const SongInfoIndex &a, const SongInfoIndex &b);
+bool compareByPosidx(const SongInfoIndex &a, const SongInfoIndex &b);
+bool compareById(const SongInfoIndex &a, const SongInfoIndex &b);
+bool compareTitle(const SongInfoIndex &a, const SongInfoIndex &b);
+bool compareArtist(const SongInfoIndex &a, const SongInfoIndex &b);
+bool compareGenre(const SongInfoIndex &a, const SongInfoIndex &b);
+
+using SongCompare = bool (*)(const SongInfoIndex &, const SongInfoIndex &);
+
+/// Sorts \a songs by \a compare. Songs that it holds for equal stand in the order of their paths
+/// on the disk, so that the same songs always give the same files.
+void sortSongs(QList<SongInfoIndex> &songs, SongCompare compare);
