@@ -1,11 +1,9 @@
 #include "index/indexreader.h"
 
-#include "base/fileidentity.h"
+#include "base/filereading.h"
 #include "base/songtext.h"
 #include "index/indexrecords.h"
 #include "index/indexset.h"
-
-#include <QFile>
 
 #include <algorithm>
 
@@ -15,12 +13,8 @@ namespace
 /// Reads a file of whole records. No set that the player can hold has more than \a maxRecords.
 bool readRecords(const QString &path, qint64 maxRecords, QByteArray &content)
 {
-    QFile file(path);
-    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly) ||
-        file.size() > maxRecords * IndexRecord::size)
-        return false;
-    content = file.read(maxRecords * IndexRecord::size);
-    return file.error() == QFileDevice::NoError && content.size() % IndexRecord::size == 0;
+    return readPlainFile(path, maxRecords * IndexRecord::size, content) &&
+           content.size() % IndexRecord::size == 0;
 }
 
 QString indexText(const QByteArray &bytes)

@@ -137,7 +137,7 @@ QString Index::renameLongFileName(const QString &path)
 {
     if (isSameName(path, m_root) || !LongNames::isLong(path))
         return path;
-    const QString candidate = LongNames::freeShortPath(path);
+    QString candidate = LongNames::freeShortPath(path);
     if (!candidate.isEmpty()) {
         if (m_askRename && !RunGuard::endRequested())
             askRename(path, candidate);

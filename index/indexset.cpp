@@ -1,6 +1,6 @@
 #include "index/indexset.h"
 
-#include "base/fileidentity.h"
+#include "base/filereading.h"
 #include "base/filewriting.h"
 
 #include <QCryptographicHash>
@@ -39,15 +39,6 @@ bool writeFile(const QString &path, const QByteArray &content)
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && writeAll(file, content) &&
            finishWriting(file, content.size());
-}
-
-bool readFile(const QString &path, qint64 maximum, QByteArray &content)
-{
-    QFile file(path);
-    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly) || file.size() > maximum)
-        return false;
-    content = file.read(maximum);
-    return file.error() == QFileDevice::NoError;
 }
 
 bool isGone(const QString &path)
@@ -192,7 +183,8 @@ bool IndexSet::writeMark() const
 bool IndexSet::readMark(QList<StagedFile> &files) const
 {
     QByteArray mark;
-    if (QFileInfo(workFolder()).isSymLink() || !readFile(workFile(markName), maxMarkSize, mark))
+    if (QFileInfo(workFolder()).isSymLink() ||
+        !readPlainFile(workFile(markName), maxMarkSize, mark))
         return false;
     const qsizetype end = mark.lastIndexOf("end ");
     if (end < 0 || mark.mid(end) != "end " + checksumOf(mark.left(end)) + '\n')
@@ -216,7 +208,7 @@ bool IndexSet::readMark(QList<StagedFile> &files) const
 
 bool IndexSet::readStaged(const StagedFile &file, QByteArray &content) const
 {
-    return readFile(workFile(file.name), file.size, content) && content.size() == file.size &&
+    return readPlainFile(workFile(file.name), file.size, content) && content.size() == file.size &&
            checksumOf(content) == file.checksum;
 }
 

@@ -34,7 +34,7 @@ QString companionOf(const QString &path)
             if ((upper & 1 << i) != 0)
                 suffix[i] = suffix.at(i).toUpper();
         }
-        const QString companion = withoutSuffix(path) + u'.' + suffix;
+        QString companion = withoutSuffix(path) + u'.' + suffix;
         if (QFileInfo(companion).isFile())
             return companion;
     }
@@ -74,7 +74,7 @@ QString LongNames::freeShortPath(const QString &path)
     const QString suffix = entry.isDir() ? QString() : u'.' + entry.suffix();
     const QString companion = companionOf(path);
     for (int number = 1; number <= lastNumber; ++number) {
-        const QString candidate = folder + shortBase(entry.completeBaseName(), number) + suffix;
+        QString candidate = folder + shortBase(entry.completeBaseName(), number) + suffix;
         if (!isTaken(candidate) &&
             (companion.isEmpty() || !isTaken(shortCompanion(companion, candidate))))
             return candidate;

@@ -1,11 +1,10 @@
 #include "index/playlists.h"
 
 #include "base/bytes.h"
-#include "base/fileidentity.h"
+#include "base/filereading.h"
 #include "index/indexrecords.h"
 #include "index/indexset.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
@@ -22,16 +21,6 @@ QString fileName(qint16 number, const char *suffix)
 {
     return QString::asprintf("playlist/play%04u.%s",
                              static_cast<unsigned>(static_cast<int>(number)), suffix);
-}
-
-/// Reads the plain file at \a path. False when it can't be, or holds more than \a maximum bytes.
-bool readFile(const QString &path, qint64 maximum, QByteArray &content)
-{
-    QFile file(path);
-    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly) || file.size() > maximum)
-        return false;
-    content = file.read(maximum);
-    return file.error() == QFileDevice::NoError;
 }
 
 /// The path records of the song records \a playlist.
@@ -81,7 +70,7 @@ QList<qint16> Playlists::readNumbers(const IndexSet &set)
 {
     QByteArray list;
     QList<qint16> numbers;
-    if (!readFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize, list))
+    if (!readPlainFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize, list))
         return numbers;
     QSet<qint16> known;
     for (qsizetype pos = 0; fits(list, pos, numberRecordSize); pos += numberRecordSize) {
@@ -109,7 +98,7 @@ Playlists::Preparation Playlists::writePathFiles(IndexSet &set, const QList<qint
     Preparation result = Preparation::Written;
     for (const qint16 number : numbers) {
         QByteArray playlist;
-        if (!readFile(set.filePath(songsFileName(number)), maxPlaylistSize, playlist))
+        if (!readPlainFile(set.filePath(songsFileName(number)), maxPlaylistSize, playlist))
             result = Preparation::NoSongs;
         else if (!set.place(pathsFileName(number), pathRecords(playlist, songs)))
             return Preparation::Unwritable;
@@ -127,8 +116,8 @@ bool Playlists::stageSongsFiles(IndexSet &set, const QList<qint16> &numbers,
         QByteArray paths;
         QByteArray old;
         const QString name = songsFileName(number);
-        if (!readFile(set.filePath(pathsFileName(number)), maxPlaylistSize, paths) ||
-            !readFile(set.filePath(name), maxPlaylistSize, old) ||
+        if (!readPlainFile(set.filePath(pathsFileName(number)), maxPlaylistSize, paths) ||
+            !readPlainFile(set.filePath(name), maxPlaylistSize, old) ||
             !QFileInfo(set.filePath(name)).isWritable()) {
             complete = false;
             continue;

@@ -82,7 +82,7 @@ QStringList mountFolders()
 
 QString getRoot(const QString &path)
 {
-    const QString systemRoot = QStringLiteral("/");
+    QString systemRoot = QStringLiteral("/");
     const QString clean = QDir::cleanPath(path);
     if (climbs(path) || mountFolders().contains(clean))
         return systemRoot;
