@@ -1,0 +1,258 @@
+#include "base/filewriting.h"
+#include "tests/testhome.h"
+
+#include <QtTest>
+
+#include <csignal>
+#include <filesystem>
+#include <memory>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QByteArray read(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+void write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("can't write");
+}
+
+/// Files can't grow beyond a size while it lives: what a full disk does.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_old);
+        const rlimit limit{bytes, m_old.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_old); }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    rlimit m_old{};
+};
+
+} // namespace
+
+class TestFileWriting : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void createsAndReplaces();
+    void keepsPermissions();
+    void keepsALinkAndRewritesItsTarget();
+    void keepsTheOldContentOnAFullDisk_data();
+    void keepsTheOldContentOnAFullDisk();
+    void createsNothingOnAFullDisk();
+    void refusesWhatIsNoFile();
+    void refusesAWriteProtectedFile();
+    void replacesWithContentOfAnySize();
+    void noticesAShortFile();
+    void movesOverAFile();
+    void movesNothingThatIsMissing();
+    void keepsTheTargetWhenAMoveFails();
+    void flushesFoldersOnly();
+
+private:
+    QStringList entries() const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+};
+
+void TestFileWriting::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_path = m_folder->filePath(u"song.mid"_s);
+}
+
+void TestFileWriting::cleanup()
+{
+    m_folder.reset();
+}
+
+QStringList TestFileWriting::entries() const
+{
+    return QDir(m_folder->path())
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+void TestFileWriting::createsAndReplaces()
+{
+    QVERIFY(replaceFile(m_path, "first"));
+    QCOMPARE(read(m_path), QByteArray("first"));
+    QVERIFY(replaceFile(m_path, "2"));
+    QCOMPARE(read(m_path), QByteArray("2"));
+    QCOMPARE(entries(), QStringList{u"song.mid"_s});
+}
+
+void TestFileWriting::keepsPermissions()
+{
+    write(m_path, "old");
+    const QFile::Permissions wanted = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+    QFile::setPermissions(m_path, wanted);
+    const QFile::Permissions before = QFile::permissions(m_path);
+    QVERIFY(replaceFile(m_path, "new"));
+    QCOMPARE(QFile::permissions(m_path), before);
+    QVERIFY(before.testFlag(QFile::ReadGroup) && !before.testFlag(QFile::ReadOther));
+}
+
+void TestFileWriting::keepsALinkAndRewritesItsTarget()
+{
+    write(m_path, "old");
+    const QString link = m_folder->filePath(u"link.mid"_s);
+    QVERIFY(QFile::link(u"song.mid"_s, link));
+    QVERIFY(replaceFile(link, "new"));
+    QVERIFY(QFileInfo(link).isSymLink());
+    QCOMPARE(read(m_path), QByteArray("new"));
+    QCOMPARE(entries().size(), 2);
+}
+
+void TestFileWriting::keepsTheOldContentOnAFullDisk_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::newRow("none") << 0;
+    QTest::newRow("some") << 10;
+    QTest::newRow("a block") << 4096;
+    QTest::newRow("all but one byte") << 49999;
+}
+
+void TestFileWriting::keepsTheOldContentOnAFullDisk()
+{
+    QFETCH(const int, room);
+    write(m_path, "old content");
+    {
+        const FullDisk disk(static_cast<rlim_t>(room));
+        QVERIFY(!replaceFile(m_path, QByteArray(50000, 'n')));
+    }
+    QCOMPARE(read(m_path), QByteArray("old content"));
+    QCOMPARE(entries(), QStringList{u"song.mid"_s});
+}
+
+void TestFileWriting::createsNothingOnAFullDisk()
+{
+    {
+        const FullDisk disk(3);
+        QVERIFY(!replaceFile(m_path, "four"));
+        QVERIFY(replaceFile(m_path, "two"));
+    }
+    QCOMPARE(read(m_path), QByteArray("two"));
+}
+
+void TestFileWriting::refusesWhatIsNoFile()
+{
+    QVERIFY(!replaceFile(m_folder->path(), "x"));
+    QVERIFY(!replaceFile(QString(), "x"));
+    QVERIFY(!replaceFile(m_folder->filePath(u"missing/song.mid"_s), "x"));
+    QCOMPARE(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+    QVERIFY(!replaceFile(m_path, "x"));
+    struct stat entry {
+    };
+    QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &entry), 0);
+    QVERIFY(S_ISFIFO(entry.st_mode));
+    const QString loop = m_folder->filePath(u"loop"_s);
+    QVERIFY(QFile::link(u"loop"_s, loop));
+    QVERIFY(!replaceFile(loop, "x"));
+    QVERIFY(QFileInfo(loop).isSymLink());
+    const QString dangling = m_folder->filePath(u"dangling"_s);
+    QVERIFY(QFile::link(u"nowhere"_s, dangling));
+    QVERIFY(!replaceFile(dangling, "x"));
+    QVERIFY(!replaceFile(u"/dev/null"_s, "x"));
+}
+
+void TestFileWriting::refusesAWriteProtectedFile()
+{
+    if (::geteuid() == 0)
+        QSKIP("root may write to every file");
+    write(m_path, "old");
+    QFile::setPermissions(m_path, QFile::ReadOwner);
+    QVERIFY(!replaceFile(m_path, "new"));
+    QCOMPARE(read(m_path), QByteArray("old"));
+}
+
+void TestFileWriting::replacesWithContentOfAnySize()
+{
+    for (const int size : {0, 1, 16383, 16384, 16385, 300000}) {
+        const QByteArray content(size, static_cast<char>('a' + size % 20));
+        QVERIFY(replaceFile(m_path, content));
+        QVERIFY(read(m_path) == content);
+    }
+}
+
+void TestFileWriting::noticesAShortFile()
+{
+    const FullDisk disk(100);
+    QFile file(m_path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    writeAll(file, QByteArray(101, 'x')); // the buffer takes it
+    QVERIFY(!finishWriting(file, 101));
+    file.close();
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(writeAll(file, QByteArray(100, 'x')));
+    QVERIFY(!finishWriting(file, 99));
+    QVERIFY(finishWriting(file, 100));
+}
+
+void TestFileWriting::movesOverAFile()
+{
+    for (const auto move : {&moveIntoPlace, &moveOver}) {
+        const QString from = m_folder->filePath(u"new.tmp"_s);
+        write(from, "new");
+        write(m_path, "old");
+        QVERIFY(move(from, m_path));
+        QCOMPARE(read(m_path), QByteArray("new"));
+        QCOMPARE(entries(), QStringList{u"song.mid"_s});
+    }
+}
+
+void TestFileWriting::movesNothingThatIsMissing()
+{
+    write(m_path, "old");
+    for (const auto move : {&moveIntoPlace, &moveOver}) {
+        QVERIFY(!move(m_folder->filePath(u"missing"_s), m_path));
+        QCOMPARE(read(m_path), QByteArray("old"));
+    }
+}
+
+void TestFileWriting::keepsTheTargetWhenAMoveFails()
+{
+    write(m_path, "new");
+    const QString folder = m_folder->filePath(u"folder"_s);
+    QVERIFY(QDir().mkpath(folder + u"/inside"_s));
+    for (const auto move : {&moveIntoPlace, &moveOver}) {
+        QVERIFY(!move(m_path, folder));
+        QVERIFY(QFileInfo::exists(folder + u"/inside"_s));
+        QCOMPARE(read(m_path), QByteArray("new"));
+    }
+}
+
+void TestFileWriting::flushesFoldersOnly()
+{
+    QVERIFY(flushFolder(m_folder->path()));
+    QVERIFY(!flushFolder(m_folder->filePath(u"missing"_s)));
+    write(m_path, "x");
+    QVERIFY(!flushFolder(m_path));
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestFileWriting)
+#include "tst_filewriting.moc"

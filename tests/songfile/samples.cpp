@@ -1,0 +1,98 @@
+#include "tests/songfile/samples.h"
+
+#include <QFile>
+#include <QtEndian>
+
+static QByteArray number(quint32 value)
+{
+    QByteArray bytes(4, '\0');
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+QByteArray Samples::midi(const QByteArray &events, int format)
+{
+    const QByteArray note = bytes("\x00\x90\x3C\x40\x60\x80\x3C\x40\x00\xFF\x2F\x00");
+    QByteArray file = bytes("MThd\0\0\0\6\0") + static_cast<char>(format) + '\0' +
+                      static_cast<char>(format == 0 ? 1 : 2) + bytes("\0\x60");
+    const QByteArray track = events + note;
+    file += "MTrk" + number(static_cast<quint32>(track.size())) + track;
+    if (format != 0) {
+        const QByteArray second = bytes("\x00\x91\x40\x40\x60\x81\x40\x40\x00\xFF\x2F\x00");
+        file += "MTrk" + number(static_cast<quint32>(second.size())) + second;
+    }
+    return file;
+}
+
+quint32 Samples::trackLength(const QByteArray &midi)
+{
+    return qFromBigEndian<quint32>(midi.constData() + midi.indexOf("MTrk") + 4);
+}
+
+quint32 Samples::trackBytes(const QByteArray &midi)
+{
+    const qsizetype start = midi.indexOf("MTrk") + 8;
+    const qsizetype next = midi.indexOf("MTrk", start);
+    return static_cast<quint32>((next < 0 ? midi.size() : next) - start);
+}
+
+QByteArray Samples::kordiaEvent(int type, const QByteArray &data)
+{
+    return bytes("\x00\xFF\x4B") + static_cast<char>(data.size() + 1) + static_cast<char>(type) +
+           data;
+}
+
+QByteArray Samples::metaEvent(char type, const QByteArray &data)
+{
+    return bytes("\x00\xFF") + type + static_cast<char>(data.size()) + data;
+}
+
+QByteArray Samples::frame(const QByteArray &id, const QByteArray &text)
+{
+    return id + number(static_cast<quint32>(text.size() + 1)) + QByteArray(3, '\0') + text;
+}
+
+QByteArray Samples::tag(const QByteArray &frames)
+{
+    const auto size = static_cast<unsigned>(frames.size());
+    QByteArray header = bytes("ID3\x03\0\0");
+    for (const int shift : {21, 14, 7, 0})
+        header += static_cast<char>((size >> shift) & 0x7F);
+    return header + frames;
+}
+
+QByteArray Samples::audio(int size)
+{
+    QByteArray data = bytes("\xFF\xFB\x90\x44");
+    while (data.size() < size)
+        data += static_cast<char>(data.size() * 31 % 251);
+    return data.left(size);
+}
+
+QByteArray Samples::containerHeader(const QByteArray &magic, int size)
+{
+    QByteArray header(size, '\0');
+    for (int i = 0; i < size; ++i)
+        header[i] = static_cast<char>(i % 255 + 1);
+    struct Field {
+        int offset;
+        int width;
+    };
+    for (const Field field : {Field{38, 2}, Field{42, 13}, Field{90, 20}, Field{122, 32},
+                              Field{154, 31}, Field{185, 1}, Field{186, 96}})
+        header.replace(field.offset, field.width, QByteArray(field.width, '\0'));
+    return header.replace(0, 4, magic);
+}
+
+void Samples::write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("can't write %s", qPrintable(path));
+}
+
+QByteArray Samples::read(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}

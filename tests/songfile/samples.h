@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// Song files written out byte by byte, without the program's own writers.
+namespace Samples
+{
+
+/// A literal with its zero bytes: `bytes("\0\xFF")`.
+template <size_t size>
+QByteArray bytes(const char (&literal)[size])
+{
+    return QByteArray(literal, size - 1);
+}
+
+/// The bytes of a Standard MIDI File whose first track holds \a events and then one note; format 1
+/// has a second track with another note.
+QByteArray midi(const QByteArray &events = {}, int format = 0);
+
+/// The first track's length field, and the number of bytes that are there up to the next track or
+/// the end of the data.
+quint32 trackLength(const QByteArray &midi);
+quint32 trackBytes(const QByteArray &midi);
+
+/// A publisher's meta-event with the delta-time 0.
+QByteArray kordiaEvent(int type, const QByteArray &data);
+/// A standard meta-event with the delta-time 0.
+QByteArray metaEvent(char type, const QByteArray &data);
+
+/// A frame as ID3v2.3 has it, Latin-1.
+QByteArray frame(const QByteArray &id, const QByteArray &text);
+/// A tag of version 2.3 around \a frames.
+QByteArray tag(const QByteArray &frames);
+/// Bytes that stand for audio: an MPEG frame header, then a pattern.
+QByteArray audio(int size);
+
+/// A container's header of \a size bytes with \a magic, the other bytes counting upwards from 1,
+/// so that a change anywhere is seen; the text fields are empty.
+QByteArray containerHeader(const QByteArray &magic, int size);
+
+void write(const QString &path, const QByteArray &content);
+QByteArray read(const QString &path);
+
+} // namespace Samples

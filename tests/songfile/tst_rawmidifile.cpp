@@ -1,0 +1,704 @@
+#include "songfile/rawmidifile.h"
+#include "tests/logcapture.h"
+#include "tests/songfile/samples.h"
+#include "tests/testhome.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+using Samples::kordiaEvent;
+using Samples::metaEvent;
+using Samples::midi;
+
+namespace
+{
+
+RawMidiFile loaded(const QByteArray &data)
+{
+    RawMidiFile file;
+    if (!file.loadData(data))
+        qFatal("MIDI data refused");
+    return file;
+}
+
+QByteArray keyEvent(const char (&signature)[3])
+{
+    return metaEvent('\x59', QByteArray(signature, 2));
+}
+
+/// The described removal, one event after the other, on plain bytes: slow.
+QByteArray removedOneByOne(QByteArray data, const QByteArray &pattern, int type)
+{
+    const qsizetype start = data.indexOf("MTrk") + 8;
+    qint64 end = start + Samples::trackLength(data);
+    for (qsizetype hit = data.indexOf(pattern, start); hit >= 0 && hit < end;) {
+        const int length = static_cast<qint8>(data.at(hit + 3)) + 4;
+        if (length <= 0 || (type >= 0 && data.at(hit + 4) != type)) {
+            hit = data.indexOf(pattern, hit + 1);
+            continue;
+        }
+        const qsizetype before = data.size();
+        data.remove(hit, std::min<qint64>(length, end - hit));
+        end -= before - data.size();
+        hit = data.indexOf(pattern, hit);
+    }
+    return data;
+}
+
+} // namespace
+
+class TestRawMidiFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void takesFormats0And1();
+    void refusesOtherData();
+    void keepsItsDataWhenRefused();
+    void readsEveryField();
+    void readsNothingFromAPlainFile();
+    void searchesBehindTheFirstTrack();
+    void writesEachFieldAtTheHead_data();
+    void writesEachFieldAtTheHead();
+    void setsTheArtistTwice();
+    void cutsTextsAt125();
+    void keepsAnEventForAnEmptyText();
+    void readsUpToAZeroByteAndTrims();
+    void readsNumbersOnly();
+    void readsANegativeLengthAsTheRest_data();
+    void readsANegativeLengthAsTheRest();
+    void removesOnlyInTheFirstTrack();
+    void removesOnlyTheFirst();
+    void skipsRemovalsThatLeadNowhere_data();
+    void skipsRemovalsThatLeadNowhere();
+    void endsARemovalWithTheTrack();
+    void removesAsIfOneByOne();
+    void searchesOnBehindARemovalOnly();
+    void keepsTrackLengthsInRange();
+    void insertsNothingOutside();
+    void namesAll30Keys();
+    void acceptsThreeMoreKeyNames();
+    void writesGSharpAsE();
+    void removesBlanksFromKeyNames();
+    void writesCForANameOfBlanks();
+    void removesTheKeyForAnEmptyName();
+    void warnsOfAnUnknownKeyName();
+    void warnsOfAnUnknownSignature();
+    void listsTheKeysByValue();
+    void keepsMarkersInOrder();
+    void removesTheAuthorWithTheMarkers();
+    void removesAuthorOfEmptyMarkerList();
+    void keepsOldMarkers();
+    void cutsMarkersAt125AndBarsAt16Bits();
+    void readsMarkersOfEveryLength();
+    void insertsAMarker();
+    void knowsTheMakersNames();
+    void staysFastOnHostileData_data();
+    void staysFastOnHostileData();
+    void survivesEveryTruncation();
+    void survivesEveryLengthByte();
+    void worksWithoutData();
+
+private:
+    static void useEverything(RawMidiFile &file);
+};
+
+void TestRawMidiFile::takesFormats0And1()
+{
+    QCOMPARE(loaded(midi({}, 0)).fileType(), SongInfo::Midi0);
+    QCOMPARE(loaded(midi({}, 1)).fileType(), SongInfo::Midi1);
+    QCOMPARE(loaded(midi({}, 1)).stream(), midi({}, 1));
+}
+
+void TestRawMidiFile::refusesOtherData()
+{
+    RawMidiFile file;
+    QVERIFY(!file.loadData(midi({}, 2)));
+    QVERIFY(!file.loadData(midi().replace(8, 1, "\x01"))); // format 256
+    QVERIFY(!file.loadData('x' + midi()));
+    QVERIFY(!file.loadData(midi().replace(0, 4, "MThe")));
+    QVERIFY(!file.loadData(midi().replace("MTrk", "MTrj")));
+    QVERIFY(!file.loadData("MTrkMThd"));
+    QVERIFY(!file.loadData("MThdMTrk")); // no format at all
+    QVERIFY(!file.loadData({}));
+}
+
+void TestRawMidiFile::keepsItsDataWhenRefused()
+{
+    RawMidiFile file = loaded(midi(metaEvent(3, "T"), 1));
+    QVERIFY(!file.loadData(midi({}, 2)));
+    QCOMPARE(file.fileType(), SongInfo::Midi1);
+    QCOMPARE(file.title(), u"T"_s);
+}
+
+void TestRawMidiFile::readsEveryField()
+{
+    const RawMidiFile file =
+        loaded(midi(metaEvent(3, " Title\xE9 ") + kordiaEvent(1, "Pop") + kordiaEvent(2, "Anna") +
+                    kordiaEvent(3, "Bea") + kordiaEvent(4, "185") + kordiaEvent(5, "120") +
+                    keyEvent("\xFD\x01") + kordiaEvent(6, Samples::bytes("\x01\x02Verse"))));
+    QCOMPARE(file.title(), u"Title\u00e9"_s);
+    QCOMPARE(file.genre(), u"Pop"_s);
+    QCOMPARE(file.artist(), u"Anna"_s);
+    QCOMPARE(file.author(), u"Bea"_s);
+    QCOMPARE(file.length(), 185);
+    QCOMPARE(file.userBpm(), 120);
+    QCOMPARE(file.key(), u"C-"_s);
+    QCOMPARE(file.markersList().size(), 1);
+    QCOMPARE(file.markersList().first().bar, 258);
+    QCOMPARE(file.markersList().first().text, u"Verse"_s);
+    QVERIFY(file.hasTitle() && file.hasGenre() && file.hasArtist() && file.hasAuthor());
+    QVERIFY(file.hasLength() && file.hasUserBpm() && file.hasKey() && file.hasMarkers());
+}
+
+void TestRawMidiFile::readsNothingFromAPlainFile()
+{
+    const RawMidiFile file = loaded(midi());
+    QVERIFY(file.title().isEmpty() && file.genre().isEmpty() && file.artist().isEmpty());
+    QVERIFY(file.author().isEmpty() && file.key().isEmpty() && file.markersList().isEmpty());
+    QCOMPARE(file.length(), 0);
+    QCOMPARE(file.userBpm(), 0);
+    QVERIFY(!file.hasTitle() && !file.hasGenre() && !file.hasArtist() && !file.hasAuthor());
+    QVERIFY(!file.hasLength() && !file.hasUserBpm() && !file.hasKey() && !file.hasMarkers());
+    QVERIFY(!file.isKordia());
+    QString text = u"old"_s;
+    QCOMPARE(file.extractMetaevent(text, RawMidiFile::Genre), -1);
+    QVERIFY(text.isEmpty());
+}
+
+void TestRawMidiFile::searchesBehindTheFirstTrack()
+{
+    RawMidiFile file = loaded(midi({}, 1) + kordiaEvent(2, "Anna") + metaEvent(3, "Late"));
+    QCOMPARE(file.artist(), u"Anna"_s);
+    QCOMPARE(file.title(), u"Late"_s);
+    QString text;
+    QCOMPARE(file.extractMetaevent(text, RawMidiFile::Artist), midi({}, 1).size() + 1);
+    QCOMPARE(RawMidiFile::indexOfKordiaMetaevent(file.stream(), 0, RawMidiFile::Genre), -1);
+}
+
+using Change = std::function<void(RawMidiFile &)>;
+
+void TestRawMidiFile::writesEachFieldAtTheHead_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QByteArray>("event");
+    const auto row = [](const char *name, const Change &change, const QByteArray &event) {
+        QTest::newRow(name) << change << event;
+    };
+    row(
+        "title", [](auto &f) { f.setTitle(u"La"_s); }, Samples::bytes("\0\xFF\x03\x02La"));
+    row(
+        "genre", [](auto &f) { f.setGenre(u"La"_s); }, Samples::bytes("\0\xFF\x4B\x03\x01La"));
+    row(
+        "artist", [](auto &f) { f.setArtist(u"\u00e9"_s); }, Samples::bytes("\0\xFF\x4B\2\2\xE9"));
+    row(
+        "author", [](auto &f) { f.setAuthor(u"La"_s); }, Samples::bytes("\0\xFF\x4B\x03\x03La"));
+    row(
+        "length", [](auto &f) { f.setLength(185); }, Samples::bytes("\0\xFF\x4B\x04\x04") + "185");
+    row(
+        "tempo", [](auto &f) { f.setUserBpm(97); }, Samples::bytes("\0\xFF\x4B\x03\x05") + "97");
+    row(
+        "key", [](auto &f) { f.setKey(u"F#-"_s); }, Samples::bytes("\0\xFF\x59\x02\x03\x01"));
+    row(
+        "marker",
+        [](auto &f) {
+            f.setMarkersList({{u"V"_s, 0x0102}});
+        },
+        Samples::bytes("\0\xFF\x4B\x04\x06\x01\x02V"));
+}
+
+void TestRawMidiFile::writesEachFieldAtTheHead()
+{
+    QFETCH(const Change, change);
+    QFETCH(const QByteArray, event);
+    for (const int format : {0, 1}) {
+        RawMidiFile file = loaded(midi(metaEvent(1, "kept"), format));
+        change(file);
+        QCOMPARE(file.stream(), midi(event + metaEvent(1, "kept"), format));
+    }
+}
+
+void TestRawMidiFile::setsTheArtistTwice()
+{
+    RawMidiFile file =
+        loaded(midi(kordiaEvent(2, "A") + kordiaEvent(1, "G") + kordiaEvent(2, "B")));
+    file.setArtist(u"First"_s);
+    file.setArtist(u"Second"_s);
+    QCOMPARE(file.stream(), midi(kordiaEvent(2, "Second") + kordiaEvent(1, "G")));
+}
+
+void TestRawMidiFile::cutsTextsAt125()
+{
+    RawMidiFile file = loaded(midi());
+    file.setTitle(QString(200, u't'));
+    file.setGenre(QString(126, u'g'));
+    QCOMPARE(file.stream(),
+             midi(kordiaEvent(1, QByteArray(125, 'g')) + metaEvent(3, QByteArray(125, 't'))));
+    QCOMPARE(file.title(), QString(125, u't'));
+    QCOMPARE(file.genre(), QString(125, u'g'));
+}
+
+void TestRawMidiFile::keepsAnEventForAnEmptyText()
+{
+    RawMidiFile file = loaded(midi());
+    file.setAuthor(QString());
+    file.setTitle(QString());
+    QCOMPARE(file.stream(), midi(metaEvent(3, {}) + kordiaEvent(3, {})));
+    QVERIFY(file.hasTitle() && file.hasAuthor());
+    QVERIFY(file.title().isEmpty() && file.author().isEmpty());
+}
+
+void TestRawMidiFile::readsUpToAZeroByteAndTrims()
+{
+    const RawMidiFile file = loaded(midi(kordiaEvent(2, Samples::bytes(" \tAn na\n\0rest"))));
+    QCOMPARE(file.artist(), u"An na"_s);
+}
+
+void TestRawMidiFile::readsNumbersOnly()
+{
+    const auto length = [](const QByteArray &text) {
+        return loaded(midi(kordiaEvent(4, text))).length();
+    };
+    QCOMPARE(length(" 7 "), 7);
+    QCOMPARE(length("-7"), 0);
+    QCOMPARE(length("7x"), 0);
+    QCOMPARE(length(""), 0);
+    QCOMPARE(length("3000000000"), 0);
+    QCOMPARE(length("2147483647"), 2147483647);
+    RawMidiFile file = loaded(midi());
+    file.setLength(-5);
+    QCOMPARE(file.stream(), midi(kordiaEvent(4, "-5")));
+    QCOMPARE(file.length(), 0);
+    QVERIFY(file.hasLength());
+}
+
+void TestRawMidiFile::readsANegativeLengthAsTheRest_data()
+{
+    QTest::addColumn<int>("length");
+    for (const int length : {0x80, 0x81, 0xFC, 0xFF})
+        QTest::addRow("0x%X", length) << length;
+}
+
+void TestRawMidiFile::readsANegativeLengthAsTheRest()
+{
+    QFETCH(const int, length);
+    // A title of 130 characters with a length of two bytes, 0x81 0x02: the second reads as text.
+    const QByteArray title =
+        Samples::bytes("\0\xFF\x03") + static_cast<char>(length) + QByteArray(130, 't');
+    QCOMPARE(loaded(midi(title)).title(), QString(130, u't'));
+    const QByteArray genre =
+        Samples::bytes("\0\xFF\x4B") + static_cast<char>(length) + "\x01" + QByteArray(130, 'g');
+    QCOMPARE(loaded(midi(genre)).genre(), QString(130, u'g'));
+}
+
+void TestRawMidiFile::removesOnlyInTheFirstTrack()
+{
+    const QByteArray behind = kordiaEvent(2, "Anna") + metaEvent(3, "Late");
+    RawMidiFile file = loaded(midi(kordiaEvent(2, "Old"), 1) + behind);
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 8U);
+    QCOMPARE(file.removeHeadMetaevent('\x03', false), 0U);
+    QCOMPARE(file.stream(), midi({}, 1) + behind);
+}
+
+void TestRawMidiFile::removesOnlyTheFirst()
+{
+    RawMidiFile file =
+        loaded(midi(kordiaEvent(1, "G") + kordiaEvent(2, "one") + kordiaEvent(2, "two")));
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, true), 8U);
+    QCOMPARE(file.stream(), midi(kordiaEvent(1, "G") + kordiaEvent(2, "two")));
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, true), 8U);
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, true), 0U);
+    QCOMPARE(file.stream(), midi(kordiaEvent(1, "G")));
+}
+
+void TestRawMidiFile::skipsRemovalsThatLeadNowhere_data()
+{
+    QTest::addColumn<int>("length");
+    for (const int length : {0x80, 0x81, 0xF0, 0xFB, 0xFC})
+        QTest::addRow("0x%X", length) << length;
+}
+
+void TestRawMidiFile::skipsRemovalsThatLeadNowhere()
+{
+    QFETCH(const int, length);
+    const QByteArray bad = Samples::bytes("\0\xFF\x4B") + static_cast<char>(length) + "\x02text";
+    RawMidiFile file = loaded(midi(bad + kordiaEvent(2, "Good")));
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 9U);
+    QCOMPARE(file.stream(), midi(bad));
+    // 0xFD takes one byte away: it leads forward.
+    QByteArray one = bad;
+    one[3] = '\xFD';
+    file = loaded(midi(one));
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 1U);
+    QCOMPARE(file.stream(), midi(one.mid(1)));
+}
+
+void TestRawMidiFile::endsARemovalWithTheTrack()
+{
+    // A length byte in the last bytes of the first track that reaches into the second.
+    QByteArray data = midi(metaEvent(3, "T"), 1);
+    const qsizetype second = data.lastIndexOf("MTrk");
+    data.replace(second - 4, 4, Samples::bytes("\0\xFF\x03\x7F"));
+    RawMidiFile file = loaded(data);
+    file.removeHeadMetaevent('\x03', false);
+    QCOMPARE(Samples::trackLength(file.stream()), Samples::trackBytes(file.stream()));
+    QVERIFY(file.stream().endsWith(data.mid(second)));
+}
+
+void TestRawMidiFile::removesAsIfOneByOne()
+{
+    QRandomGenerator random(11);
+    const QByteArray pieces = Samples::bytes("\0\xFF\x4B\x03\x02\x01\0\xFF\xFC\xFD\xFE\x04");
+    for (int round = 0; round < 3000; ++round) {
+        QByteArray events;
+        for (int i = 0; i < 60; ++i)
+            events += pieces.at(random.bounded(static_cast<int>(pieces.size())));
+        const QByteArray data = midi(events, round % 2);
+        RawMidiFile file = loaded(data);
+        const unsigned removed = file.removeHeadMetaevent(RawMidiFile::Artist, false);
+        QByteArray expected = removedOneByOne(data, Samples::bytes("\0\xFF\x4B"), 2);
+        QCOMPARE(file.stream().mid(26), expected.mid(26));
+        QCOMPARE(file.stream().size() + removed, data.size());
+        QCOMPARE(Samples::trackLength(file.stream()), Samples::trackLength(data) - removed);
+        file = loaded(data);
+        file.removeHeadMetaevent('\x03', false);
+        expected = removedOneByOne(data, Samples::bytes("\0\xFF\x03"), -1);
+        QCOMPARE(file.stream().mid(26), expected.mid(26));
+    }
+}
+
+void TestRawMidiFile::searchesOnBehindARemovalOnly()
+{
+    // The removal brings 00 and FF 4B together; what stands before it is not searched again.
+    const QByteArray events =
+        Samples::bytes("\0") + kordiaEvent(2, "gone") + Samples::bytes("\xFF\x4B\x03\x02ok");
+    RawMidiFile file = loaded(midi(events));
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 9U);
+    QCOMPARE(file.stream(), midi(Samples::bytes("\0\xFF\x4B\x03\x02ok")));
+    // Directly behind it, it is found.
+    file = loaded(midi(kordiaEvent(2, "gone") + kordiaEvent(2, "too")));
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 17U);
+    QCOMPARE(file.stream(), midi());
+}
+
+void TestRawMidiFile::keepsTrackLengthsInRange()
+{
+    QByteArray data = midi(kordiaEvent(2, "Anna"));
+    data.replace(18, 4, QByteArray(4, '\0'));
+    RawMidiFile file = loaded(data);
+    file.setArtist(u"B"_s); // nothing lies in a track of length 0
+    QCOMPARE(Samples::trackLength(file.stream()), 6U);
+    QCOMPARE(file.stream().size(), data.size() + 6);
+    data.replace(18, 4, Samples::bytes("\0\0\0\x03"));
+    file = loaded(data);
+    file.removeHeadMetaevent(RawMidiFile::Artist, false);
+    QCOMPARE(Samples::trackLength(file.stream()), 0U);
+    data.replace(18, 4, QByteArray(4, '\xFF'));
+    file = loaded(data);
+    file.setTitle(u"T"_s);
+    QCOMPARE(Samples::trackLength(file.stream()), 0xFFFFFFFFU);
+}
+
+void TestRawMidiFile::insertsNothingOutside()
+{
+    RawMidiFile file = loaded(midi());
+    const int size = static_cast<int>(midi().size());
+    QCOMPARE(file.insertMetaevent("x", RawMidiFile::Genre, size + 1), 0U);
+    QCOMPARE(file.insertMetaevent("x", '\x03', size + 1), 0U);
+    QCOMPARE(file.insertMetaevent("x", '\x03', -1), 0U);
+    QCOMPARE(file.stream(), midi());
+    QCOMPARE(file.insertMetaevent("x", '\x03', size), 5U);
+    // An "MTrk" at the very end: its data would start outside.
+    file = loaded(midi().left(18));
+    file.setTitle(u"T"_s);
+    file.setKey(u"C"_s);
+    QCOMPARE(file.stream(), midi().left(18));
+}
+
+void TestRawMidiFile::namesAll30Keys()
+{
+    const QStringList major{u"Cb"_s, u"Gb"_s, u"Db"_s, u"Ab"_s, u"Eb"_s, u"Bb"_s, u"F"_s, u"C"_s,
+                            u"G"_s,  u"D"_s,  u"A"_s,  u"E"_s,  u"B"_s,  u"F#"_s, u"C#"_s};
+    const QStringList minor{u"Ab-"_s, u"Eb-"_s, u"Bb-"_s, u"F-"_s,  u"C-"_s,
+                            u"G-"_s,  u"D-"_s,  u"A-"_s,  u"E-"_s,  u"B-"_s,
+                            u"F#-"_s, u"C#-"_s, u"G#-"_s, u"D#-"_s, u"A#-"_s};
+    for (int sharps = -7; sharps <= 7; ++sharps) {
+        for (const int mode : {0, 1}) {
+            const QString name = (mode == 0 ? major : minor).at(sharps + 7);
+            RawMidiFile file = loaded(midi());
+            file.setKey(name);
+            const QByteArray event = metaEvent('\x59', QByteArray(1, static_cast<char>(sharps)) +
+                                                           static_cast<char>(mode));
+            QCOMPARE(file.stream(), midi(event));
+            QCOMPARE(file.key(), name);
+        }
+    }
+}
+
+void TestRawMidiFile::acceptsThreeMoreKeyNames()
+{
+    RawMidiFile file = loaded(midi());
+    file.setKey(u"Db-"_s);
+    QCOMPARE(file.stream(), midi(keyEvent("\x04\x01")));
+    file.setKey(u"D#"_s);
+    QCOMPARE(file.stream(), midi(metaEvent('\x59', Samples::bytes("\xFD\0"))));
+    QCOMPARE(file.key(), u"Eb"_s);
+}
+
+void TestRawMidiFile::writesGSharpAsE()
+{
+    RawMidiFile file = loaded(midi());
+    file.setKey(u"G#"_s);
+    QCOMPARE(file.stream(), midi(metaEvent('\x59', Samples::bytes("\x04\0"))));
+    QCOMPARE(file.key(), u"E"_s);
+}
+
+void TestRawMidiFile::removesBlanksFromKeyNames()
+{
+    RawMidiFile file = loaded(midi(keyEvent("\x01\x01")));
+    file.setKey(u"A -"_s);
+    QCOMPARE(file.stream(), midi(metaEvent('\x59', Samples::bytes("\0\x01"))));
+}
+
+void TestRawMidiFile::writesCForANameOfBlanks()
+{
+    LogCapture log;
+    RawMidiFile file = loaded(midi(keyEvent("\x01\x01")));
+    file.setKey(u"   "_s);
+    QCOMPARE(file.stream(), midi(metaEvent('\x59', Samples::bytes("\0\0"))));
+    QVERIFY(log.messages().isEmpty());
+}
+
+void TestRawMidiFile::removesTheKeyForAnEmptyName()
+{
+    RawMidiFile file = loaded(midi(keyEvent("\x01\x01") + keyEvent("\x02\x01")));
+    file.setKey(QString());
+    QCOMPARE(file.stream(), midi());
+    QVERIFY(!file.hasKey());
+}
+
+void TestRawMidiFile::warnsOfAnUnknownKeyName()
+{
+    LogCapture log;
+    RawMidiFile file = loaded(midi(keyEvent("\x01\x01")));
+    file.setKey(u"H"_s);
+    QCOMPARE(file.stream(), midi());
+    QCOMPARE(log.messages(), QStringList{u"[RawMidiFile::setKey] WARNING: unknown key: \"H\" . "
+                                         "Metaevent not added !!! "_s});
+}
+
+void TestRawMidiFile::warnsOfAnUnknownSignature()
+{
+    LogCapture log;
+    const QByteArray event = metaEvent('\x59', Samples::bytes("\x08\0"));
+    const RawMidiFile file = loaded(midi(event));
+    QVERIFY(file.key().isEmpty());
+    QCOMPARE(log.messages(),
+             QStringList{u"[RawMidiFile::extractKey] WARNING: unknown key metaevent "
+                         "\"[sf=08|mi=00]\" in MIDI file. "_s});
+    QVERIFY(file.hasKey());
+    log.clear();
+    QVERIFY(loaded(midi(keyEvent("\xAB\xCD"))).key().isEmpty());
+    QVERIFY(log.messages().first().contains(u"\"[sf=ab|mi=CD]\""_s));
+}
+
+void TestRawMidiFile::listsTheKeysByValue()
+{
+    const QStringList keys = RawMidiFile::getKeysList();
+    QCOMPARE(keys.join(u' '),
+             u"C A- G E- D B- A F#- E C#- B G#- F# D#- C# A#- Cb Ab- Gb Eb- Db Bb- "
+             "Ab F- Eb C- Bb G- F D-"_s);
+}
+
+void TestRawMidiFile::keepsMarkersInOrder()
+{
+    RawMidiFile file = loaded(midi());
+    file.setMarkersList({{u"Intro"_s, 5}, {u"Verse"_s, 9}, {u"Coda"_s, 17}});
+    QCOMPARE(file.stream(), midi(kordiaEvent(6, Samples::bytes("\0\5Intro")) +
+                                 kordiaEvent(6, Samples::bytes("\0\x09Verse")) +
+                                 kordiaEvent(6, Samples::bytes("\0\x11") + "Coda")));
+    const QList<Marker> list = file.markersList();
+    QCOMPARE(list.size(), 3);
+    QCOMPARE(list.at(0).bar, 5);
+    QCOMPARE(list.at(1).bar, 9);
+    QCOMPARE(list.at(2).bar, 17);
+    QCOMPARE(list.at(2).text, u"Coda"_s);
+    QList<Marker> again{{u"old"_s, 1}};
+    QCOMPARE(file.extractMarkersList(again), 23);
+    QCOMPARE(again.size(), 3);
+}
+
+void TestRawMidiFile::removesTheAuthorWithTheMarkers()
+{
+    RawMidiFile file = loaded(midi(kordiaEvent(3, "Bea") + kordiaEvent(2, "Anna")));
+    file.setMarkersList({{u"A"_s, 1}});
+    QCOMPARE(file.stream(), midi(kordiaEvent(6, Samples::bytes("\0\1A")) + kordiaEvent(2, "Anna")));
+}
+
+void TestRawMidiFile::removesAuthorOfEmptyMarkerList()
+{
+    RawMidiFile file = loaded(midi(kordiaEvent(3, "Bea")));
+    file.setMarkersList({});
+    QCOMPARE(file.stream(), midi());
+}
+
+void TestRawMidiFile::keepsOldMarkers()
+{
+    RawMidiFile file = loaded(midi(kordiaEvent(6, Samples::bytes("\0\1A"))));
+    file.setMarkersList({{u"B"_s, 2}});
+    QCOMPARE(file.markersList().size(), 2);
+    QCOMPARE(file.markersList().first().text, u"B"_s);
+}
+
+void TestRawMidiFile::cutsMarkersAt125AndBarsAt16Bits()
+{
+    RawMidiFile file = loaded(midi());
+    file.setMarkersList({{QString(200, u'm'), 65536 + 7}, {u"neg"_s, -1}});
+    const QList<Marker> list = file.markersList();
+    QCOMPARE(list.first().text, QString(125, u'm'));
+    QCOMPARE(list.first().bar, 7);
+    QCOMPARE(list.last().bar, 65535);
+    // Its length byte is 128, negative to a removal, which leaves it alone.
+    QCOMPARE(file.stream().mid(22, 4), Samples::bytes("\0\xFF\x4B\x80"));
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Marker, false), 10U);
+    QCOMPARE(file.markersList().size(), 1);
+}
+
+void TestRawMidiFile::readsMarkersOfEveryLength()
+{
+    for (int length = 0; length < 256; ++length) {
+        QByteArray event = kordiaEvent(6, Samples::bytes("\0\1") + QByteArray(260, 'm') + '\0');
+        event[3] = static_cast<char>(length);
+        const QList<Marker> list =
+            loaded(midi(event + kordiaEvent(6, Samples::bytes("\0\2B")))).markersList();
+        QCOMPARE(list.size(), 2);
+        // Shorter than its own bar number: the text is what comes, up to the zero byte.
+        QCOMPARE(list.first().text.size(), length < 3 ? 260 : length - 3);
+        QCOMPARE(list.last().text, u"B"_s);
+    }
+}
+
+void TestRawMidiFile::insertsAMarker()
+{
+    RawMidiFile file = loaded(midi());
+    QCOMPARE(file.insertMarker(u"Hi"_s, 300), 9);
+    QCOMPARE(file.dbgInsertMarker(QString(), 1), 7);
+    QCOMPARE(file.stream(), midi(kordiaEvent(6, Samples::bytes("\0\1")) +
+                                 kordiaEvent(6, Samples::bytes("\1\x2CHi"))));
+}
+
+void TestRawMidiFile::knowsTheMakersNames()
+{
+    QVERIFY(loaded(midi(metaEvent(2, "(c) Kordia 2001"))).isKordia());
+    QVERIFY(loaded(midi(metaEvent(2, "by sonwerks"))).isKordia());
+    QVERIFY(!loaded(midi(metaEvent(2, "somebody else"))).isKordia());
+    QVERIFY(!loaded(midi(metaEvent(1, "Kordia"))).isKordia());
+}
+
+void TestRawMidiFile::staysFastOnHostileData_data()
+{
+    QTest::addColumn<QByteArray>("piece");
+    QTest::newRow("patterns alone") << Samples::bytes("\0\xFF\x4B");
+    QTest::newRow("artists") << kordiaEvent(2, "x");
+    QTest::newRow("empty removals") << Samples::bytes("\0\xFF\x4B\xFC\x02");
+    QTest::newRow("one-byte removals") << Samples::bytes("\0\xFF\x4B\xFD\x02");
+    QTest::newRow("markers that claim the rest") << Samples::bytes("\xFF\x4B\x01\x06");
+    QTest::newRow("markers of length 0") << Samples::bytes("\xFF\x4B\x00\x06");
+    QTest::newRow("markers of length 255") << Samples::bytes("\xFF\x4B\xFF\x06xxxx");
+    QTest::newRow("titles") << Samples::bytes("\0\xFF\x03\x80");
+    QTest::newRow("keys") << Samples::bytes("\0\xFF\x59\x00");
+    QTest::newRow("MTrk") << Samples::bytes("MTrk");
+    QTest::newRow("FF") << Samples::bytes("\xFF");
+}
+
+void TestRawMidiFile::staysFastOnHostileData()
+{
+    QFETCH(const QByteArray, piece);
+    constexpr qsizetype size = 1024 * 1024;
+    RawMidiFile file = loaded(midi(piece.repeated(size / piece.size())));
+    LogCapture log;
+    QElapsedTimer timer;
+    timer.start();
+    useEverything(file);
+    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(Samples::trackLength(file.stream()), file.stream().size() - 22);
+}
+
+void TestRawMidiFile::useEverything(RawMidiFile &file)
+{
+    file.isKordia();
+    file.key();
+    file.length();
+    file.userBpm();
+    file.markersList();
+    file.setMarkersList({{u"m"_s, 1}});
+    file.setTitle(u"t"_s);
+    file.setGenre(u"g"_s);
+    file.setArtist(u"a"_s);
+    file.setAuthor(u"b"_s);
+    file.setLength(1);
+    file.setUserBpm(2);
+    file.setKey(u"G"_s);
+    file.insertMarker(u"m"_s, 3);
+}
+
+void TestRawMidiFile::survivesEveryTruncation()
+{
+    LogCapture log;
+    const QByteArray whole =
+        midi(metaEvent(3, "Title") + kordiaEvent(6, Samples::bytes("\0\1A")) +
+                 kordiaEvent(2, "Anna") + keyEvent("\x01\x01") + metaEvent(2, "Kordia"),
+             1);
+    for (int size = 0; size <= whole.size(); ++size) {
+        RawMidiFile file;
+        if (!file.loadData(whole.left(size)))
+            continue;
+        QVERIFY(size >= 18);
+        useEverything(file);
+        if (size >= 22)
+            QCOMPARE(file.title(), u"t"_s);
+        else
+            QCOMPARE(file.stream().size(), size);
+    }
+}
+
+void TestRawMidiFile::survivesEveryLengthByte()
+{
+    LogCapture log;
+    const QByteArray whole =
+        midi(metaEvent(3, "Title") + kordiaEvent(6, Samples::bytes("\0\1A")) +
+                 kordiaEvent(2, "Anna") + keyEvent("\x01\x01") + metaEvent(2, "Kordia"),
+             1);
+    for (int index = 14; index < whole.size(); ++index) {
+        for (const int value : {0, 1, 0x7F, 0x80, 0xFF}) {
+            QByteArray data = whole;
+            data[index] = static_cast<char>(value);
+            RawMidiFile file;
+            if (!file.loadData(data))
+                continue;
+            const bool wasRight = Samples::trackLength(data) == Samples::trackBytes(data);
+            useEverything(file);
+            if (wasRight)
+                QCOMPARE(Samples::trackLength(file.stream()), Samples::trackBytes(file.stream()));
+        }
+    }
+}
+
+void TestRawMidiFile::worksWithoutData()
+{
+    RawMidiFile file;
+    QCOMPARE(file.fileType(), SongInfo::Unknown);
+    useEverything(file);
+    file.updateTrackSize();
+    QVERIFY(file.stream().isEmpty());
+    QVERIFY(!file.hasTitle() && !file.hasMarkers() && !file.hasKey());
+    QCOMPARE(file.dbgInsertMarker(u"x"_s, 1), 0);
+    QCOMPARE(RawMidiFile::indexOfKordiaMetaevent({}, 5, RawMidiFile::Genre), -1);
+    QCOMPARE(RawMidiFile::indexOfKordiaMetaevent("\xFF\x4B", 0, RawMidiFile::Genre), -1);
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestRawMidiFile)
+#include "tst_rawmidifile.moc"
