@@ -5,10 +5,13 @@
 #include "app/startup.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
+#include "library/folderscan.h"
+#include "library/libraryimport.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
 
@@ -68,6 +71,17 @@ MainWindow::~MainWindow()
     delete m_model; // before the database that it stands on
 }
 
+void MainWindow::importUserLibrary()
+{
+    if (!canStartRun())
+        return;
+    SongCounts counts;
+    if (!readFileList(counts))
+        return;
+    adjustUserLibraryHeaders();
+    m_ui->updateDataToolButton->setEnabled(true);
+}
+
 void MainWindow::updateProgress(int value)
 {
     m_progress.setValue(value);
@@ -78,6 +92,23 @@ void MainWindow::enableCopyrightMessage(bool on)
     m_copyrightAsk = on;
     m_settings.setValue(QStringLiteral("copyrightAsk"), on);
     showCopyrightChoice(on);
+}
+
+void MainWindow::filesCount(const QString &dir, int &count) const
+{
+    count += FolderScan::filesCount(dir);
+}
+
+void MainWindow::scanDir(const QString &dir, int &songs, int &publisherSongs, int &unknown)
+{
+    if (!canStartRun())
+        return;
+    const LibraryRun run(*this);
+    SongCounts counts{songs, publisherSongs, unknown};
+    FolderScan(*m_model, m_progress, counts).scan(dir);
+    songs = counts.songs;
+    publisherSongs = counts.publisherSongs;
+    unknown = counts.unknown;
 }
 
 void MainWindow::changeEvent(QEvent *event)
@@ -117,6 +148,27 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
         m_ui->debugGroupBox->setVisible(reveal);
     }
     return true;
+}
+
+void MainWindow::on_selectDirToolButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    const QStringList files = QFileDialog::getOpenFileNames(
+        this, tr("Seleziona i file da importare"), QStringLiteral("/"),
+        QStringLiteral("Songs (*.mid *.kar *.mp3 *.zb3 *.zb4 *.zb5)"));
+    if (files.isEmpty())
+        return;
+    m_fileList = files;
+    m_ui->updateDataToolButton->setEnabled(false);
+    m_ui->transferFilesToolButton->setEnabled(false);
+    importUserLibrary();
+    m_ui->transferFilesToolButton->setEnabled(true);
+}
+
+void MainWindow::on_dbgImportPushButton_clicked()
+{
+    importUserLibrary();
 }
 
 void MainWindow::on_actionItalian_triggered()
@@ -245,4 +297,18 @@ bool MainWindow::isCopyrightAskOn() const
 bool MainWindow::canStartRun() const
 {
     return m_model != nullptr && !RunGuard::isActive();
+}
+
+/// False when the table could not be emptied or the program was asked to end.
+bool MainWindow::readFileList(SongCounts &counts)
+{
+    const LibraryRun run(*this);
+    LibraryImport import(m_database, *m_model, m_progress);
+    if (!import.clearLibrary())
+        return false;
+    m_progress.begin(tr("Lettura file"), tr("Importo la libreria..."),
+                     static_cast<int>(m_fileList.size()));
+    counts = import.readFiles(m_fileList);
+    m_progress.end();
+    return !RunGuard::endRequested();
 }

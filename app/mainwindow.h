@@ -12,6 +12,7 @@
 #include <memory>
 
 class UserSongsRelTableModel;
+struct SongCounts;
 
 namespace Ui
 {
@@ -31,11 +32,18 @@ public:
     MainWindow();
     ~MainWindow() override;
 
+    /// Empties the library table and fills it with the files that were picked last.
+    void importUserLibrary();
     /// Shows "%1 di %2" in the progress dialog of the run under way, and moves its bar.
     void updateProgress(int value);
     /// Stores whether songs that the publisher did not publish are asked for, and shows it in the
     /// menu.
     void enableCopyrightMessage(bool on);
+
+    /// Adds the number of files below \a dir to \a count.
+    void filesCount(const QString &dir, int &count) const;
+    /// Adds every song below \a dir to the table and to the counters.
+    void scanDir(const QString &dir, int &songs, int &publisherSongs, int &unknown);
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -43,6 +51,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:
+    void on_selectDirToolButton_clicked();
+    void on_dbgImportPushButton_clicked();
     void on_actionItalian_triggered();
     void on_actionEnglish_triggered();
     void on_actionGerman_triggered();
@@ -79,6 +89,7 @@ private:
     void showCopyrightChoice(bool on);
     bool isCopyrightAskOn() const;
     bool canStartRun() const;
+    bool readFileList(SongCounts &counts);
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     Database m_database;

@@ -1,4 +1,409 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="en_GB" sourcelanguage="it_IT">
+<context>
+    <name>AboutDialog</name>
+    <message>
+        <source>Informazioni</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Brisel2 PC</source>
+        <translation>Brisel2 PC</translation>
+    </message>
+    <message>
+        <source>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</source>
+        <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;Per informazioni e assistenza rivolgersi al servizio clienti Kordia o al proprio rivenditore.</source>
+        <translation>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;For information and support please turn to Kordia customer service or to your dealer.</translation>
+    </message>
+</context>
+<context>
+    <name>BackupDialog</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l&apos;aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere &apos;Prosegui senza backup&apos;.</source>
+        <translation>It is advisable to back up the library before proceeding with the update.
+Select a destination folder for the backup or press &apos;Proceed without backup&apos;.</translation>
+    </message>
+    <message>
+        <source>Sfoglia...</source>
+        <translation>Browse...</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Esegui backup</source>
+        <translation>Do backup</translation>
+    </message>
+    <message>
+        <source>Prosegui senza backup</source>
+        <translation>Proceed without backup</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Select folder</translation>
+    </message>
+</context>
+<context>
+    <name>DataEditDialog</name>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Edit song details</translation>
+    </message>
+    <message>
+        <source>Percorso file:</source>
+        <translation>File path:</translation>
+    </message>
+    <message>
+        <source>Formato:</source>
+        <translation>Format:</translation>
+    </message>
+    <message>
+        <source>Titolo Song:</source>
+        <translation>Song title:</translation>
+    </message>
+    <message>
+        <source>Usa il titolo</source>
+        <translation>Use the title</translation>
+    </message>
+    <message>
+        <source>Usa il filename</source>
+        <translation>Use the file name</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <translation>Apply to all</translation>
+    </message>
+    <message>
+        <source>Interprete:</source>
+        <translation>Artist:</translation>
+    </message>
+    <message>
+        <source>Genere Musicale:</source>
+        <translation>Genre:</translation>
+    </message>
+    <message>
+        <source>Autore:</source>
+        <translation>Author:</translation>
+    </message>
+    <message>
+        <source>Durata:</source>
+        <translation>Length:</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>ss</source>
+        <translation>ss</translation>
+    </message>
+    <message>
+        <source>BPM:</source>
+        <translation>BPM:</translation>
+    </message>
+    <message>
+        <source>Tonalità:</source>
+        <translation>Key:</translation>
+    </message>
+    <message>
+        <source>Salva</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</source>
+        <translation>The title of all the songs in the list will be overwritten with the file name, are you sure?</translation>
+    </message>
+    <message>
+        <source>L&apos;interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The artist entered will be applied to all the songs in the list, are you sure?</translation>
+    </message>
+    <message>
+        <source>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The genre entered will be applied to all the songs in the list, are you sure?</translation>
+    </message>
+    <message>
+        <source>L&apos;autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The author entered will be applied to all the songs in the list, are you sure?</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>WARNING</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>Aiuto Brisel2 PC</source>
+        <translation>Help for Brisel2 PC</translation>
+    </message>
+    <message>
+        <source>Aiuto</source>
+        <translation>Help for Brisel2 PC</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Brisel2 PC</source>
+        <translation>Brisel2 PC</translation>
+    </message>
+    <message>
+        <source>Seleziona le basi musicali che desideri inserire nella memoria di Brisel</source>
+        <translation>Select the songs you wish to put in the memory dedicated to Brisel2</translation>
+    </message>
+    <message>
+        <source>Sincronizza song con il database Kordia</source>
+        <translation>Sync your songs with the Kordia database</translation>
+    </message>
+    <message>
+        <source>Trasferisci song nella memoria di Brisel</source>
+        <translation>Transfer songs in the Brisel2 memory</translation>
+    </message>
+    <message>
+        <source>Opzioni nascoste</source>
+        <translation>Hidden options</translation>
+    </message>
+    <message>
+        <source>Abilita log (riavvio necessario!)</source>
+        <translation>Enable log (restart required!)</translation>
+    </message>
+    <message>
+        <source>Cancella log ad ogni avvio</source>
+        <translation>Clear log every run</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>Debug</translation>
+    </message>
+    <message>
+        <source>Add Marker</source>
+        <translation>Add Marker</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Import again</source>
+        <translation>Import again</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Manual Dialog</source>
+        <translation>Manual Dialog</translation>
+    </message>
+    <message>
+        <source>Hide Debug</source>
+        <translation>Hide Debug</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Preferenze</source>
+        <translation>Preferences</translation>
+    </message>
+    <message>
+        <source>Lingua</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>Messaggi Copyright</source>
+        <translation>Show copyright messages</translation>
+    </message>
+    <message>
+        <source>Strumenti</source>
+        <translation>Tools</translation>
+    </message>
+    <message>
+        <source>Aiuto</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>Esci</source>
+        <translation>Quit</translation>
+    </message>
+    <message>
+        <source>Italiano</source>
+        <translation>Italiano</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Deutsch</source>
+        <translation>Deutsch</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Rigenera il database delle song</source>
+        <translation>Rebuild songs database</translation>
+    </message>
+    <message>
+        <source>Salva lista delle song</source>
+        <translation>Save songs list</translation>
+    </message>
+    <message>
+        <source>Aiuto Brisel PC</source>
+        <translation>Help for Brisel2 PC</translation>
+    </message>
+    <message>
+        <source>Informazioni</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Informazioni su QT</source>
+        <translation>About QT</translation>
+    </message>
+    <message>
+        <source>Seleziona i file da importare</source>
+        <translation>Select files to import</translation>
+    </message>
+    <message>
+        <source>Lettura file</source>
+        <translation>Reading file</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importing library...</translation>
+    </message>
+</context>
+<context>
+    <name>NoCopyrightDialog</name>
+    <message>
+        <source>Richiesta conferma</source>
+        <translation>Confirmation request</translation>
+    </message>
+    <message>
+        <source>Il file:</source>
+        <translation>File:</translation>
+    </message>
+    <message>
+        <source>Non è stato pubblicato da Kordia. Si vuole procedere comunque con le modifiche?</source>
+        <translation>Was not published by Kordia. Do you want to proceed with editing?</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>Si tutti</source>
+        <translation>Yes to all</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>No tutti</source>
+        <translation>No to all</translation>
+    </message>
+</context>
+<context>
+    <name>ProceedDialog</name>
+    <message>
+        <source>Riassunto importazione</source>
+        <translation>Import summary</translation>
+    </message>
+    <message>
+        <source>Si vuole procedere alla sincronizzazione automatica con il database?</source>
+        <translation>Do you want to proceed with automatic synchronization?</translation>
+    </message>
+    <message>
+        <source>Non mostrare più messaggi sul copyright</source>
+        <translation>Don&apos;t show messages on copyright</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)Kordia</source>
+        <translation>%1 files have been examined, found %2 songs of which %3 (c) Kordia</translation>
+    </message>
+</context>
+<context>
+    <name>RunProgress</name>
+    <message>
+        <source>Interrompi</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>UserSongsRelTableModel</name>
+    <message>
+        <source>Num</source>
+        <translation>Num</translation>
+    </message>
+    <message>
+        <source>Formato</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Length</translation>
+    </message>
+    <message>
+        <source>Bpm</source>
+        <translation>Bpm</translation>
+    </message>
+    <message>
+        <source>Tonalita&apos;</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>Nome file</source>
+        <translation>File name</translation>
+    </message>
+</context>
 </TS>

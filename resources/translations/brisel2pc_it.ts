@@ -1,4 +1,409 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="it_IT" sourcelanguage="it_IT">
+<context>
+    <name>AboutDialog</name>
+    <message>
+        <source>Informazioni</source>
+        <translation>Informazioni</translation>
+    </message>
+    <message>
+        <source>Brisel2 PC</source>
+        <translation>Brisel2 PC</translation>
+    </message>
+    <message>
+        <source>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</source>
+        <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;Per informazioni e assistenza rivolgersi al servizio clienti Kordia o al proprio rivenditore.</source>
+        <translation>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;Per informazioni e assistenza rivolgersi al servizio clienti Kordia o al proprio rivenditore.</translation>
+    </message>
+</context>
+<context>
+    <name>BackupDialog</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l&apos;aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere &apos;Prosegui senza backup&apos;.</source>
+        <translation>Si consiglia di effettuare un backup della libreria prima di procedere con l&apos;aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere &apos;Prosegui senza backup&apos;.</translation>
+    </message>
+    <message>
+        <source>Sfoglia...</source>
+        <translation>Sfoglia...</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Esegui backup</source>
+        <translation>Esegui backup</translation>
+    </message>
+    <message>
+        <source>Prosegui senza backup</source>
+        <translation>Prosegui senza backup</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+</context>
+<context>
+    <name>DataEditDialog</name>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Modifica dati song</translation>
+    </message>
+    <message>
+        <source>Percorso file:</source>
+        <translation>Percorso file:</translation>
+    </message>
+    <message>
+        <source>Formato:</source>
+        <translation>Formato:</translation>
+    </message>
+    <message>
+        <source>Titolo Song:</source>
+        <translation>Titolo Song:</translation>
+    </message>
+    <message>
+        <source>Usa il titolo</source>
+        <translation>Usa il titolo</translation>
+    </message>
+    <message>
+        <source>Usa il filename</source>
+        <translation>Usa il filename</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <translation>Applica a tutti</translation>
+    </message>
+    <message>
+        <source>Interprete:</source>
+        <translation>Interprete:</translation>
+    </message>
+    <message>
+        <source>Genere Musicale:</source>
+        <translation>Genere Musicale:</translation>
+    </message>
+    <message>
+        <source>Autore:</source>
+        <translation>Autore:</translation>
+    </message>
+    <message>
+        <source>Durata:</source>
+        <translation>Durata:</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>ss</source>
+        <translation>ss</translation>
+    </message>
+    <message>
+        <source>BPM:</source>
+        <translation>BPM:</translation>
+    </message>
+    <message>
+        <source>Tonalità:</source>
+        <translation>Tonalità:</translation>
+    </message>
+    <message>
+        <source>Salva</source>
+        <translation>Salva</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</source>
+        <translation>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>L&apos;interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>L&apos;interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>L&apos;autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>L&apos;autore inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>ATTENZIONE</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>Aiuto Brisel2 PC</source>
+        <translation>Aiuto Brisel2 PC</translation>
+    </message>
+    <message>
+        <source>Aiuto</source>
+        <translation>Aiuto</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Brisel2 PC</source>
+        <translation>Brisel2 PC</translation>
+    </message>
+    <message>
+        <source>Seleziona le basi musicali che desideri inserire nella memoria di Brisel</source>
+        <translation>Seleziona le basi musicali che desideri inserire nella memoria di Brisel</translation>
+    </message>
+    <message>
+        <source>Sincronizza song con il database Kordia</source>
+        <translation>Sincronizza song con il database Kordia</translation>
+    </message>
+    <message>
+        <source>Trasferisci song nella memoria di Brisel</source>
+        <translation>Trasferisci song nella memoria di Brisel</translation>
+    </message>
+    <message>
+        <source>Opzioni nascoste</source>
+        <translation>Opzioni nascoste</translation>
+    </message>
+    <message>
+        <source>Abilita log (riavvio necessario!)</source>
+        <translation>Abilita log (riavvio necessario!)</translation>
+    </message>
+    <message>
+        <source>Cancella log ad ogni avvio</source>
+        <translation>Cancella log ad ogni avvio</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>Debug</translation>
+    </message>
+    <message>
+        <source>Add Marker</source>
+        <translation>Add Marker</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Import again</source>
+        <translation>Import again</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Manual Dialog</source>
+        <translation>Manual Dialog</translation>
+    </message>
+    <message>
+        <source>Hide Debug</source>
+        <translation>Hide Debug</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Preferenze</source>
+        <translation>Preferenze</translation>
+    </message>
+    <message>
+        <source>Lingua</source>
+        <translation>Lingua</translation>
+    </message>
+    <message>
+        <source>Messaggi Copyright</source>
+        <translation>Messaggi Copyright</translation>
+    </message>
+    <message>
+        <source>Strumenti</source>
+        <translation>Strumenti</translation>
+    </message>
+    <message>
+        <source>Aiuto</source>
+        <translation>Aiuto</translation>
+    </message>
+    <message>
+        <source>Esci</source>
+        <translation>Esci</translation>
+    </message>
+    <message>
+        <source>Italiano</source>
+        <translation>Italiano</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Deutsch</source>
+        <translation>Deutsch</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Si</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Rigenera il database delle song</source>
+        <translation>Rigenera il database delle song</translation>
+    </message>
+    <message>
+        <source>Salva lista delle song</source>
+        <translation>Salva lista delle song</translation>
+    </message>
+    <message>
+        <source>Aiuto Brisel PC</source>
+        <translation>Aiuto Brisel PC</translation>
+    </message>
+    <message>
+        <source>Informazioni</source>
+        <translation>Informazioni</translation>
+    </message>
+    <message>
+        <source>Informazioni su QT</source>
+        <translation>Informazioni su QT</translation>
+    </message>
+    <message>
+        <source>Seleziona i file da importare</source>
+        <translation>Seleziona i file da importare</translation>
+    </message>
+    <message>
+        <source>Lettura file</source>
+        <translation>Lettura file</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importo la libreria...</translation>
+    </message>
+</context>
+<context>
+    <name>NoCopyrightDialog</name>
+    <message>
+        <source>Richiesta conferma</source>
+        <translation>Richiesta conferma</translation>
+    </message>
+    <message>
+        <source>Il file:</source>
+        <translation>Il file:</translation>
+    </message>
+    <message>
+        <source>Non è stato pubblicato da Kordia. Si vuole procedere comunque con le modifiche?</source>
+        <translation>Non è stato pubblicato da Kordia. Si vuole procedere comunque con le modifiche?</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Si</translation>
+    </message>
+    <message>
+        <source>Si tutti</source>
+        <translation>Si tutti</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>No tutti</source>
+        <translation>No tutti</translation>
+    </message>
+</context>
+<context>
+    <name>ProceedDialog</name>
+    <message>
+        <source>Riassunto importazione</source>
+        <translation>Riassunto importazione</translation>
+    </message>
+    <message>
+        <source>Si vuole procedere alla sincronizzazione automatica con il database?</source>
+        <translation>Si vuole procedere alla sincronizzazione automatica con il database?</translation>
+    </message>
+    <message>
+        <source>Non mostrare più messaggi sul copyright</source>
+        <translation>Non mostrare più messaggi sul copyright</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Si</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)Kordia</source>
+        <translation>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)Kordia</translation>
+    </message>
+</context>
+<context>
+    <name>RunProgress</name>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 di %2</translation>
+    </message>
+</context>
+<context>
+    <name>UserSongsRelTableModel</name>
+    <message>
+        <source>Num</source>
+        <translation>Num</translation>
+    </message>
+    <message>
+        <source>Formato</source>
+        <translation>Formato</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genere</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Durata</translation>
+    </message>
+    <message>
+        <source>Bpm</source>
+        <translation>Bpm</translation>
+    </message>
+    <message>
+        <source>Tonalita&apos;</source>
+        <translation>Tonalita&apos;</translation>
+    </message>
+    <message>
+        <source>Nome file</source>
+        <translation>Nome file</translation>
+    </message>
+</context>
 </TS>

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui
+{
+class ProceedDialog;
+}
+
+/// The summary after an import, with the offer to synchronise.
+class ProceedDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// What exec() returns. A dialog that was closed counts as No.
+    enum Answer { No = 0, Yes = 1 };
+
+    explicit ProceedDialog(QWidget *parent = nullptr);
+    ~ProceedDialog() override;
+
+    /// Fills the summary in: files that opened, those of the publisher, files that did not open.
+    void setFilesCount(int songs, int publisherSongs, int unknown);
+
+    /// False when the user wants no more messages on copyright.
+    bool getShowAgainValue() const;
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private slots:
+    void on_yesPushButton_clicked();
+    void on_noPushButton_clicked();
+
+private:
+    void showSummary();
+
+    std::unique_ptr<Ui::ProceedDialog> m_ui;
+    int m_songs = 0;
+    int m_publisherSongs = 0;
+    int m_unknown = 0;
+};

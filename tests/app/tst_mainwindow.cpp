@@ -1,0 +1,498 @@
+#include "app/mainwindow.h"
+#include "app/startup.h"
+#include "db/usersongsreltablemodel.h"
+#include "tests/dialogscript.h"
+#include "tests/logcapture.h"
+#include "tests/testhome.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSettings>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+
+/// The window as it opens: its form, its menus, its settings.
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void opensWithItsTextsAndButtons();
+    void showsLogosWithoutText();
+    void ordersItsMenus();
+    void hidesIdFilenameAndStatus();
+    void setsTheTableUpForReading();
+    void keepsInsertionOrderUntilASortIsChosen();
+    void switchesToEnglishAtOnce();
+    void switchesBackToItalian();
+    void showsEnglishForGerman();
+    void checksTheStoredLanguage_data();
+    void checksTheStoredLanguage();
+    void keepsTheCheckMarkOfTheLanguageClickedAgain();
+    void showsStoredCopyrightChoice();
+    void storesCopyrightChoice();
+    void storesLogOptions();
+    void showsStoredLogOptions();
+    void revealsHiddenOptionsByKeys();
+    void togglesDebugGroup();
+    void opensAboutQt();
+    void staysUsableWhenTheDatabaseFails();
+    void closesWhenNothingRuns();
+    void refusesToCloseDuringARun();
+    void reachesEverythingByTab();
+    void reachesMenusByKeyboard();
+    void fitsItsTexts_data();
+    void fitsItsTexts();
+
+private:
+    void open();
+    template <typename Kind>
+    Kind *find(const char *name) const
+    {
+        auto *object = m_window->findChild<Kind *>(QString::fromLatin1(name));
+        if (object == nullptr)
+            qFatal("no %s", name);
+        return object;
+    }
+    static QVariant stored(const char *key)
+    {
+        return QSettings(settingsOrganisation, settingsApplication).value(QString::fromLatin1(key));
+    }
+    static void store(const char *key, const QVariant &value)
+    {
+        QSettings(settingsOrganisation, settingsApplication)
+            .setValue(QString::fromLatin1(key), value);
+    }
+    QString heading(int column) const
+    {
+        return find<QTableView>("userLibraryTableView")
+            ->model()
+            ->headerData(column, Qt::Horizontal)
+            .toString();
+    }
+
+    std::unique_ptr<MainWindow> m_window;
+};
+
+void TestMainWindow::init()
+{
+    QSettings(settingsOrganisation, settingsApplication).clear();
+}
+
+void TestMainWindow::cleanup()
+{
+    m_window.reset();
+}
+
+void TestMainWindow::open()
+{
+    m_window = std::make_unique<MainWindow>();
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+}
+
+void TestMainWindow::opensWithItsTextsAndButtons()
+{
+    const LogCapture log;
+    open();
+    QVERIFY(log.contains(QStringLiteral("DB initialized correctly ")));
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Brisel2 PC"));
+    auto *select = find<QToolButton>("selectDirToolButton");
+    auto *update = find<QToolButton>("updateDataToolButton");
+    auto *transfer = find<QToolButton>("transferFilesToolButton");
+    QCOMPARE(
+        select->text(),
+        QStringLiteral("Seleziona le basi musicali che desideri inserire nella memoria di Brisel"));
+    QCOMPARE(update->text(), QStringLiteral("Sincronizza song con il database Kordia"));
+    QCOMPARE(transfer->text(), QStringLiteral("Trasferisci song nella memoria di Brisel"));
+    QVERIFY(select->isEnabled());
+    QVERIFY(!update->isEnabled());
+    QVERIFY(!transfer->isEnabled());
+    for (QToolButton *button : {select, update, transfer})
+        QVERIFY(!button->icon().availableSizes().isEmpty());
+    for (const char *group : {"debugKordiaGroupBox", "debugGroupBox"})
+        QVERIFY(!find<QWidget>(group)->isVisible());
+    QCOMPARE(find<QCheckBox>("dbgLogEnableCheckBox")->text(),
+             QStringLiteral("Abilita log (riavvio necessario!)"));
+    QCOMPARE(find<QCheckBox>("dbgLogClearCheckBox")->text(),
+             QStringLiteral("Cancella log ad ogni avvio"));
+    const QList<std::pair<const char *, QString>> buttons{
+        {"dbgAddMarkerPushButton", QStringLiteral("Add Marker")},
+        {"dbgSavePushButton", QStringLiteral("Save")},
+        {"dbgImportPushButton", QStringLiteral("Import again")},
+        {"dbgHidePushButton", QStringLiteral("Hide Debug")},
+        {"dbgBackupPushButton", QStringLiteral("Backup")},
+        {"dbgShowDialogPushButton", QStringLiteral("Manual Dialog")}};
+    for (const auto &[name, text] : buttons)
+        QCOMPARE(find<QPushButton>(name)->text(), text);
+    QVERIFY(!find<QAction>("actionGerman")->isVisible());
+    QVERIFY(find<QAction>("actionItalian")->isVisible());
+}
+
+void TestMainWindow::showsLogosWithoutText()
+{
+    open();
+    for (const char *name : {"logoBriselLabel", "logoKordiaLabel"}) {
+        auto *logo = find<QLabel>(name);
+        QVERIFY(logo->text().isEmpty());
+        const QImage image = logo->grab().toImage();
+        bool painted = false;
+        for (int x = 0; x < image.width() && !painted; ++x)
+            painted = image.pixel(x, image.height() / 2) != image.pixel(0, 0);
+        QVERIFY2(painted, name);
+    }
+}
+
+void TestMainWindow::ordersItsMenus()
+{
+    open();
+    QStringList menus;
+    QStringList entries;
+    for (QAction *menu : m_window->menuBar()->actions()) {
+        menus.append(menu->text());
+        for (QAction *action : menu->menu()->actions())
+            entries.append(action->text());
+    }
+    QCOMPARE(menus.join(u'|'), QStringLiteral("File|Preferenze|Strumenti|Aiuto"));
+    QCOMPARE(entries.join(u'|'),
+             QStringLiteral("Esci|Lingua|Messaggi Copyright|Rigenera il database delle song|Salva "
+                            "lista delle song|Aiuto Brisel PC|Informazioni|Informazioni su QT"));
+    QCOMPARE(find<QAction>("actionItalian")->text(), QStringLiteral("Italiano"));
+    QCOMPARE(find<QAction>("actionEnglish")->text(), QStringLiteral("English"));
+    QCOMPARE(find<QAction>("actionGerman")->text(), QStringLiteral("Deutsch"));
+    QCOMPARE(find<QAction>("actionCopyrightYes")->text(), QStringLiteral("Si"));
+    QCOMPARE(find<QAction>("actionCopyrightNo")->text(), QStringLiteral("No"));
+}
+
+void TestMainWindow::hidesIdFilenameAndStatus()
+{
+    open();
+    auto *view = find<QTableView>("userLibraryTableView");
+    QList<int> hidden;
+    for (int column = 0; column < view->model()->columnCount(); ++column) {
+        if (view->isColumnHidden(column))
+            hidden.append(column);
+    }
+    QCOMPARE(hidden, QList<int>({0, 9, 11}));
+    QVERIFY(view->verticalHeader()->isHidden());
+}
+
+void TestMainWindow::setsTheTableUpForReading()
+{
+    open();
+    auto *view = find<QTableView>("userLibraryTableView");
+    QCOMPARE(view->editTriggers(), QAbstractItemView::NoEditTriggers);
+    QCOMPARE(view->selectionBehavior(), QAbstractItemView::SelectRows);
+    QCOMPARE(view->selectionMode(), QAbstractItemView::SingleSelection);
+    QCOMPARE(view->contextMenuPolicy(), Qt::CustomContextMenu);
+    QVERIFY(view->isSortingEnabled());
+    QVERIFY(view->showGrid());
+    QVERIFY(!view->alternatingRowColors());
+}
+
+void TestMainWindow::keepsInsertionOrderUntilASortIsChosen()
+{
+    open();
+    auto *view = find<QTableView>("userLibraryTableView");
+    auto *model = qobject_cast<UserSongsRelTableModel *>(view->model());
+    for (const char *name : {"b", "c", "a"}) {
+        SongInfo info;
+        info.title = QString::fromLatin1(name);
+        QVERIFY(model->addSong(info));
+    }
+    const auto titles = [model] {
+        QString text;
+        for (int row = 0; row < model->goodRowCount(); ++row)
+            text += model->index(row, 2).data().toString();
+        return text;
+    };
+    QVERIFY(model->select());
+    QCOMPARE(titles(), QStringLiteral("bca"));
+    QHeaderView *header = view->horizontalHeader();
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                      {header->sectionViewportPosition(2) + 5, 5});
+    QCOMPARE(titles(), QStringLiteral("abc"));
+}
+
+void TestMainWindow::switchesToEnglishAtOnce()
+{
+    open();
+    find<QAction>("actionEnglish")->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(stored("language").toString(), QStringLiteral("en"));
+    QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Quit"));
+    QCOMPARE(m_window->menuBar()->actions().at(1)->text(), QStringLiteral("Preferences"));
+    QCOMPARE(find<QToolButton>("transferFilesToolButton")->text(),
+             QStringLiteral("Transfer songs in the Brisel2 memory"));
+    QCOMPARE(heading(2), QStringLiteral("Title"));
+    QCOMPARE(heading(10), QStringLiteral("File name"));
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Brisel2 PC"));
+    QVERIFY(find<QAction>("actionEnglish")->isChecked());
+    QVERIFY(!find<QAction>("actionItalian")->isChecked());
+}
+
+void TestMainWindow::switchesBackToItalian()
+{
+    open();
+    find<QAction>("actionEnglish")->trigger();
+    QCoreApplication::processEvents();
+    find<QAction>("actionItalian")->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(stored("language").toString(), QStringLiteral("it"));
+    QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Esci"));
+    QCOMPARE(heading(2), QStringLiteral("Titolo"));
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QStringLiteral("&Sì"));
+    find<QAction>("actionEnglish")->trigger();
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QStringLiteral("&Yes"));
+}
+
+void TestMainWindow::showsEnglishForGerman()
+{
+    open();
+    find<QAction>("actionGerman")->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(stored("language").toString(), QStringLiteral("de"));
+    QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Quit"));
+    QVERIFY(find<QAction>("actionGerman")->isChecked());
+    QVERIFY(!find<QAction>("actionEnglish")->isChecked());
+}
+
+void TestMainWindow::checksTheStoredLanguage_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("action");
+    QTest::newRow("none") << ""
+                          << "actionItalian";
+    QTest::newRow("it") << "it"
+                        << "actionItalian";
+    QTest::newRow("en") << "en"
+                        << "actionEnglish";
+    QTest::newRow("de") << "de"
+                        << "actionGerman";
+    QTest::newRow("other") << "fr"
+                           << "actionEnglish";
+}
+
+void TestMainWindow::checksTheStoredLanguage()
+{
+    QFETCH(QString, code);
+    QFETCH(QString, action);
+    if (!code.isEmpty())
+        store("language", code);
+    open();
+    for (const char *name : {"actionItalian", "actionEnglish", "actionGerman"})
+        QCOMPARE(find<QAction>(name)->isChecked(), action == QLatin1StringView(name));
+}
+
+void TestMainWindow::keepsTheCheckMarkOfTheLanguageClickedAgain()
+{
+    store("language", QStringLiteral("en"));
+    open();
+    find<QAction>("actionEnglish")->trigger();
+    QVERIFY(find<QAction>("actionEnglish")->isChecked());
+}
+
+void TestMainWindow::showsStoredCopyrightChoice()
+{
+    open();
+    QVERIFY(find<QAction>("actionCopyrightYes")->isChecked());
+    QVERIFY(!stored("copyrightAsk").isValid());
+    m_window.reset();
+    store("copyrightAsk", false);
+    open();
+    QVERIFY(!find<QAction>("actionCopyrightYes")->isChecked());
+    QVERIFY(find<QAction>("actionCopyrightNo")->isChecked());
+}
+
+void TestMainWindow::storesCopyrightChoice()
+{
+    open();
+    find<QAction>("actionCopyrightNo")->trigger();
+    QCOMPARE(stored("copyrightAsk").toBool(), false);
+    QVERIFY(!find<QAction>("actionCopyrightYes")->isChecked());
+    QVERIFY(find<QAction>("actionCopyrightNo")->isChecked());
+    find<QAction>("actionCopyrightNo")->trigger();
+    QVERIFY(find<QAction>("actionCopyrightNo")->isChecked());
+    find<QAction>("actionCopyrightYes")->trigger();
+    QCOMPARE(stored("copyrightAsk").toBool(), true);
+    QVERIFY(find<QAction>("actionCopyrightYes")->isChecked());
+    QVERIFY(!find<QAction>("actionCopyrightNo")->isChecked());
+}
+
+void TestMainWindow::storesLogOptions()
+{
+    open();
+    QTest::keyClick(m_window.get(), Qt::Key_D, Qt::ControlModifier | Qt::AltModifier);
+    auto *enable = find<QCheckBox>("dbgLogEnableCheckBox");
+    auto *clear = find<QCheckBox>("dbgLogClearCheckBox");
+    QVERIFY(!clear->isEnabled());
+    enable->click();
+    QCOMPARE(stored("logenabled").toBool(), true);
+    QVERIFY(clear->isEnabled());
+    clear->click();
+    QCOMPARE(stored("logclear").toBool(), true);
+    enable->click();
+    QCOMPARE(stored("logenabled").toBool(), false);
+    QVERIFY(!clear->isEnabled());
+    QCOMPARE(stored("logclear").toBool(), true);
+}
+
+void TestMainWindow::showsStoredLogOptions()
+{
+    store("logenabled", true);
+    store("logclear", true);
+    open();
+    QVERIFY(find<QCheckBox>("dbgLogEnableCheckBox")->isChecked());
+    QVERIFY(find<QCheckBox>("dbgLogClearCheckBox")->isChecked());
+    QVERIFY(find<QCheckBox>("dbgLogClearCheckBox")->isEnabled());
+}
+
+void TestMainWindow::revealsHiddenOptionsByKeys()
+{
+    open();
+    const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::AltModifier;
+    for (bool shown : {true, false, true}) {
+        // To the window of the system, as real keys come, whichever widget has the focus.
+        QTest::keyClick(m_window->windowHandle(), Qt::Key_D, both);
+        QCOMPARE(find<QWidget>("debugKordiaGroupBox")->isVisible(), shown);
+        QCOMPARE(find<QWidget>("debugGroupBox")->isVisible(), shown);
+    }
+    QTest::keyClick(m_window->windowHandle(), Qt::Key_D, Qt::ControlModifier);
+    QTest::keyClick(m_window->windowHandle(), Qt::Key_D, Qt::AltModifier);
+    QTest::keyClick(m_window->windowHandle(), Qt::Key_D);
+    QVERIFY(find<QWidget>("debugGroupBox")->isVisible());
+}
+
+void TestMainWindow::togglesDebugGroup()
+{
+    open();
+    QTest::keyClick(m_window.get(), Qt::Key_D, Qt::ControlModifier | Qt::AltModifier);
+    auto *hide = find<QPushButton>("dbgHidePushButton");
+    QTest::mouseClick(hide, Qt::LeftButton);
+    QVERIFY(!find<QWidget>("debugGroupBox")->isVisible());
+    QVERIFY(find<QWidget>("debugKordiaGroupBox")->isVisible());
+    hide->click();
+    QVERIFY(find<QWidget>("debugGroupBox")->isVisible());
+}
+
+void TestMainWindow::opensAboutQt()
+{
+    open();
+    DialogScript script;
+    script.expect("QMessageBox", [](QWidget *box) { box->close(); });
+    find<QAction>("actionAbout_QT")->trigger();
+    QTRY_VERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+}
+
+void TestMainWindow::staysUsableWhenTheDatabaseFails()
+{
+    QVERIFY(QDir().mkpath(QStringLiteral("songsdb_debug")));
+    const LogCapture log;
+    open();
+    QVERIFY(QDir().rmdir(QStringLiteral("songsdb_debug")));
+    QVERIFY(log.contains(QStringLiteral("Error initializing DB !!! ")));
+    auto *view = find<QTableView>("userLibraryTableView");
+    QVERIFY(view->model() == nullptr);
+    QCOMPARE(view->contextMenuPolicy(), Qt::DefaultContextMenu);
+    for (const char *button :
+         {"selectDirToolButton", "updateDataToolButton", "transferFilesToolButton"})
+        QVERIFY(!find<QToolButton>(button)->isEnabled());
+    DialogScript script;
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton);
+    QMetaObject::invokeMethod(m_window.get(), "on_selectDirToolButton_clicked");
+    find<QPushButton>("dbgImportPushButton")->click();
+    find<QAction>("actionEnglish")->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Quit"));
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+}
+
+void TestMainWindow::closesWhenNothingRuns()
+{
+    open();
+    find<QAction>("actionQuit")->trigger();
+    QVERIFY(!m_window->isVisible());
+}
+
+void TestMainWindow::refusesToCloseDuringARun()
+{
+    open();
+    auto run = std::make_unique<RunGuard>();
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    QVERIFY(RunGuard::endRequested());
+    QMetaObject::invokeMethod(m_window.get(), "on_selectDirToolButton_clicked");
+    find<QAction>("actionAbout_QT")->trigger();
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    run.reset();
+    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
+    QVERIFY(m_window->close());
+}
+
+void TestMainWindow::reachesEverythingByTab()
+{
+    open();
+    QTest::keyClick(m_window.get(), Qt::Key_D, Qt::ControlModifier | Qt::AltModifier);
+    for (const char *button : {"updateDataToolButton", "transferFilesToolButton"})
+        find<QToolButton>(button)->setEnabled(true);
+    find<QCheckBox>("dbgLogEnableCheckBox")->setChecked(true);
+    find<QToolButton>("selectDirToolButton")->setFocus();
+    QStringList order;
+    for (int i = 0; i < 15; ++i) {
+        order.append(QApplication::focusWidget()->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    const QStringList wanted{
+        QStringLiteral("selectDirToolButton"),     QStringLiteral("userLibraryTableView"),
+        QStringLiteral("updateDataToolButton"),    QStringLiteral("transferFilesToolButton"),
+        QStringLiteral("dbgLogEnableCheckBox"),    QStringLiteral("dbgLogClearCheckBox"),
+        QStringLiteral("dbgMarkerTextLineEdit"),   QStringLiteral("dbgMarkerBarSpinBox"),
+        QStringLiteral("dbgAddMarkerPushButton"),  QStringLiteral("dbgSavePushButton"),
+        QStringLiteral("dbgImportPushButton"),     QStringLiteral("dbgBackupPushButton"),
+        QStringLiteral("dbgShowDialogPushButton"), QStringLiteral("dbgHidePushButton")};
+    QCOMPARE(order.mid(0, wanted.size()), wanted);
+}
+
+void TestMainWindow::reachesMenusByKeyboard()
+{
+    open();
+    QTest::keyClick(m_window->windowHandle(), Qt::Key_Alt);
+    QVERIFY(m_window->menuBar()->activeAction() != nullptr);
+    QTest::keyClick(m_window->menuBar(), Qt::Key_Right);
+    QCOMPARE(m_window->menuBar()->activeAction()->text(), QStringLiteral("Preferenze"));
+}
+
+void TestMainWindow::fitsItsTexts_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::newRow("italian") << "actionItalian";
+    QTest::newRow("english") << "actionEnglish";
+}
+
+void TestMainWindow::fitsItsTexts()
+{
+    QFETCH(QString, action);
+    open();
+    m_window->findChild<QAction *>(action)->trigger();
+    QTest::keyClick(m_window.get(), Qt::Key_D, Qt::ControlModifier | Qt::AltModifier);
+    QCoreApplication::processEvents();
+    m_window->resize(m_window->minimumSizeHint());
+    QCoreApplication::processEvents();
+    QVERIFY2(m_window->width() <= 1000, "opens on a small screen");
+    for (QAbstractButton *button : m_window->findChildren<QAbstractButton *>()) {
+        if (button->isVisible() && !button->text().isEmpty())
+            QVERIFY2(button->width() >= button->sizeHint().width(), qPrintable(button->text()));
+    }
+}
+
+BRISEL_TEST_MAIN(QApplication, TestMainWindow)
+#include "tst_mainwindow.moc"

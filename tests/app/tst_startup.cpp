@@ -1,0 +1,324 @@
+#include "app/startup.h"
+#include "base/debugstream.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QTest>
+#include <QTranslator>
+
+#include <csignal>
+#include <functional>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// Each case starts with an empty settings store and no log in the working folder.
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void writesNoLogWhenOff();
+    void keepsOldLogWhenOffThoughClearIsOn();
+    void appendsBannerToTheOldLog();
+    void clearsTheOldLogFirst();
+    void writesBannerWordForWord();
+    void writesOneLineForEachKind();
+    void writesNothingForInfo();
+    void padsEveryFieldOfTheTimeStamp();
+    void writesUtf8UpToTheFirstZero();
+    void keepsALineBreakOfASongInItsLine();
+    void dropsLinesWhenTheLogCannotBeOpened();
+    void writesLogWhateverTheLoggingRulesSay();
+    void abortsAfterAFatalMessage_data();
+    void abortsAfterAFatalMessage();
+    void choosesLanguageAtTheFirstStart_data();
+    void choosesLanguageAtTheFirstStart();
+    void keepsAChosenLanguage();
+    void loadsItalianForTheDialogsOfQtToo();
+    void loadsEnglishForEveryOtherLanguage_data();
+    void loadsEnglishForEveryOtherLanguage();
+    void runsTheProgramFromBannerToWindow();
+
+private:
+    static void set(const QString &key, const QVariant &value)
+    {
+        QSettings(settingsOrganisation, settingsApplication).setValue(key, value);
+    }
+    static void start() { startLog(QSettings(settingsOrganisation, settingsApplication)); }
+    static QStringList logLines()
+    {
+        QStringList lines = QString::fromUtf8(fileContent(QStringLiteral("log.txt"))).split(u'\n');
+        lines.removeLast();
+        return lines;
+    }
+    /// A line without its time stamp.
+    static QString textOf(const QString &line) { return line.mid(21); }
+
+    QtMessageHandler m_handler = nullptr;
+};
+
+void TestStartup::init()
+{
+    QSettings(settingsOrganisation, settingsApplication).clear();
+    QFile::remove(QStringLiteral("log.txt"));
+    m_handler = qInstallMessageHandler(nullptr);
+}
+
+void TestStartup::cleanup()
+{
+    qInstallMessageHandler(m_handler);
+}
+
+void TestStartup::writesNoLogWhenOff()
+{
+    start();
+    debug() << "lost";
+    QVERIFY(!QFile::exists(QStringLiteral("log.txt")));
+}
+
+void TestStartup::keepsOldLogWhenOffThoughClearIsOn()
+{
+    makeFile(QStringLiteral("log.txt"), "old\n");
+    set(QStringLiteral("logclear"), true);
+    start();
+    debug() << "lost";
+    QCOMPARE(fileContent(QStringLiteral("log.txt")), QByteArray("old\n"));
+}
+
+void TestStartup::appendsBannerToTheOldLog()
+{
+    makeFile(QStringLiteral("log.txt"), "old\n");
+    set(QStringLiteral("logenabled"), true);
+    start();
+    QCOMPARE(logLines().size(), 7);
+    QCOMPARE(logLines().first(), QStringLiteral("old"));
+}
+
+void TestStartup::clearsTheOldLogFirst()
+{
+    makeFile(QStringLiteral("log.txt"), "old\n");
+    set(QStringLiteral("logenabled"), true);
+    set(QStringLiteral("logclear"), true);
+    start();
+    QCOMPARE(logLines().size(), 6);
+    QVERIFY(textOf(logLines().first()).startsWith(QStringLiteral("D| |=====")));
+}
+
+void TestStartup::writesBannerWordForWord()
+{
+    set(QStringLiteral("logenabled"), true);
+    start();
+    const QStringList lines = logLines();
+    QCOMPARE(lines.size(), 6);
+    QCOMPARE(textOf(lines.at(0)),
+             QStringLiteral("D| |") + QString(78, u'=') + QStringLiteral("| "));
+    QCOMPARE(textOf(lines.at(1)), QStringLiteral("D| V ========================  Log start  "
+                                                 "======================================= V "));
+    QCOMPARE(textOf(lines.at(1)).size(), 3 + 80 + 1);
+    QCOMPARE(textOf(lines.at(2)), QStringLiteral("D| (c)Kordia Brisel2 PC "));
+    QCOMPARE(textOf(lines.at(3)), QStringLiteral("D| Version:  2.0 "));
+    const QRegularExpression build(QStringLiteral(
+        "\\AD\\| Build:    [A-Z][a-z]{2} [ 1-3]\\d \\d{4} - \\d\\d:\\d\\d:\\d\\d \\z"));
+    QVERIFY2(build.match(textOf(lines.at(4))).hasMatch(), qPrintable(lines.at(4)));
+    QCOMPARE(textOf(lines.at(5)), QStringLiteral("D|  "));
+}
+
+void TestStartup::writesOneLineForEachKind()
+{
+    const QMessageLogContext context;
+    myMessageOutput(QtDebugMsg, context, QStringLiteral("one "));
+    myMessageOutput(QtWarningMsg, context, QStringLiteral("two"));
+    myMessageOutput(QtCriticalMsg, context, QStringLiteral("three"));
+    const QStringList lines = logLines();
+    QCOMPARE(lines.size(), 3);
+    QCOMPARE(textOf(lines.at(0)), QStringLiteral("D| one "));
+    QCOMPARE(textOf(lines.at(1)), QStringLiteral("W| two"));
+    QCOMPARE(textOf(lines.at(2)), QStringLiteral("C| three"));
+}
+
+void TestStartup::writesNothingForInfo()
+{
+    myMessageOutput(QtInfoMsg, QMessageLogContext(), QStringLiteral("news"));
+    QVERIFY(!QFile::exists(QStringLiteral("log.txt")));
+}
+
+void TestStartup::padsEveryFieldOfTheTimeStamp()
+{
+    const QDateTime before = QDateTime::currentDateTime().addSecs(-1);
+    myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("x"));
+    const QString stamp = logLines().constFirst().left(21);
+    const QRegularExpression form(
+        QStringLiteral("\\A\\[\\d\\d-\\d\\d-\\d{4} \\d\\d:\\d\\d:\\d\\d\\]\\z"));
+    QVERIFY2(form.match(stamp).hasMatch(), qPrintable(stamp));
+    const auto time =
+        QDateTime::fromString(stamp, QStringLiteral("'['dd'-'MM'-'yyyy' 'hh':'mm':'ss']'"));
+    QVERIFY(time >= before && time <= QDateTime::currentDateTime());
+}
+
+void TestStartup::writesUtf8UpToTheFirstZero()
+{
+    const QString message = QStringLiteral("perché") + QChar(u'\0') + QStringLiteral("cut");
+    myMessageOutput(QtDebugMsg, QMessageLogContext(), message);
+    const QByteArray log = fileContent(QStringLiteral("log.txt"));
+    QCOMPARE(log.mid(21), QByteArray("D| perch\xc3\xa9\n"));
+}
+
+void TestStartup::keepsALineBreakOfASongInItsLine()
+{
+    qInstallMessageHandler(myMessageOutput);
+    debug() << "  Title:" << QStringLiteral("A\n[01-01-2025 00:00:00]D| forged\r");
+    QCOMPARE(logLines().size(), 1);
+    QCOMPARE(textOf(logLines().constFirst()),
+             QStringLiteral("D|   Title: \"A\\n[01-01-2025 00:00:00]D| forged\\r\" "));
+}
+
+void TestStartup::dropsLinesWhenTheLogCannotBeOpened()
+{
+    QVERIFY(QDir().mkpath(QStringLiteral("log.txt")));
+    myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("x"));
+    QVERIFY(QFileInfo(QStringLiteral("log.txt")).isDir());
+    QVERIFY(QDir().rmdir(QStringLiteral("log.txt")));
+}
+
+void TestStartup::writesLogWhateverTheLoggingRulesSay()
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("*.debug=false"));
+    program.setProcessEnvironment(environment);
+    set(QStringLiteral("logenabled"), true);
+    program.start(QStringLiteral(BRISEL_PROGRAM), QStringList());
+    QTRY_VERIFY_WITH_TIMEOUT(
+        fileContent(QStringLiteral("log.txt")).contains("DB initialized correctly"), 20000);
+    program.kill();
+    program.waitForFinished();
+}
+
+void TestStartup::abortsAfterAFatalMessage_data()
+{
+    QTest::addColumn<bool>("logging");
+    QTest::newRow("log on") << true;
+    QTest::newRow("log off") << false;
+}
+
+void TestStartup::abortsAfterAFatalMessage()
+{
+    QFETCH(bool, logging);
+    const pid_t child = fork();
+    if (child == 0) {
+        const struct rlimit none {
+        };
+        setrlimit(RLIMIT_CORE, &none);
+        std::signal(SIGABRT, SIG_DFL);
+        const auto output = logging ? myMessageOutput : dummyMessageOutput;
+        output(QtFatalMsg, QMessageLogContext(), QStringLiteral("the end"));
+        _exit(0);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY(WIFSIGNALED(status));
+    QCOMPARE(WTERMSIG(status), SIGABRT);
+    if (logging)
+        QCOMPARE(textOf(logLines().constFirst()), QStringLiteral("F| the end"));
+    else
+        QVERIFY(!QFile::exists(QStringLiteral("log.txt")));
+}
+
+void TestStartup::choosesLanguageAtTheFirstStart_data()
+{
+    QTest::addColumn<QString>("system");
+    QTest::addColumn<QString>("language");
+    QTest::newRow("italian") << "it_IT"
+                             << "it";
+    QTest::newRow("swiss italian") << "it_CH"
+                                   << "it";
+    QTest::newRow("german") << "de_DE"
+                            << "en";
+    QTest::newRow("english") << "en_GB"
+                             << "en";
+    QTest::newRow("none") << "C"
+                          << "en";
+}
+
+void TestStartup::choosesLanguageAtTheFirstStart()
+{
+    QFETCH(QString, system);
+    QFETCH(QString, language);
+    QSettings settings(settingsOrganisation, settingsApplication);
+    QCOMPARE(chooseLanguage(settings, QLocale(system)), language);
+    QCOMPARE(QSettings(settingsOrganisation, settingsApplication)
+                 .value(QStringLiteral("language"))
+                 .toString(),
+             language);
+}
+
+void TestStartup::keepsAChosenLanguage()
+{
+    set(QStringLiteral("language"), QStringLiteral("de"));
+    QSettings settings(settingsOrganisation, settingsApplication);
+    QCOMPARE(chooseLanguage(settings, QLocale(QStringLiteral("it_IT"))), QStringLiteral("de"));
+}
+
+void TestStartup::loadsItalianForTheDialogsOfQtToo()
+{
+    QTranslator program;
+    QTranslator qt;
+    loadTranslations(QStringLiteral("it"), program, qt);
+    QVERIFY(!program.isEmpty());
+    const QMessageBox box(QMessageBox::Question, QString(), QString(),
+                          QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(box.button(QMessageBox::Yes)->text(), QStringLiteral("&Sì"));
+    QCOMPARE(QCoreApplication::translate("MainWindow", "Esci"), QStringLiteral("Esci"));
+}
+
+void TestStartup::loadsEnglishForEveryOtherLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    for (const char *language : {"en", "de", "fr", ""})
+        QTest::newRow(language) << QString::fromLatin1(language);
+}
+
+void TestStartup::loadsEnglishForEveryOtherLanguage()
+{
+    QFETCH(QString, language);
+    QTranslator program;
+    QTranslator qt;
+    loadTranslations(language, program, qt);
+    QCOMPARE(QCoreApplication::translate("MainWindow", "Esci"), QStringLiteral("Quit"));
+    QVERIFY(qt.isEmpty());
+    const QMessageBox box(QMessageBox::Question, QString(), QString(), QMessageBox::Yes);
+    QCOMPARE(box.button(QMessageBox::Yes)->text(), QStringLiteral("&Yes"));
+}
+
+void TestStartup::runsTheProgramFromBannerToWindow()
+{
+    set(QStringLiteral("logenabled"), true);
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(BRISEL_PROGRAM), QStringList());
+    QTRY_VERIFY_WITH_TIMEOUT(
+        fileContent(QStringLiteral("log.txt")).contains("D| DB initialized correctly \n"), 20000);
+    QCOMPARE(program.state(), QProcess::Running);
+    program.kill();
+    program.waitForFinished();
+    QVERIFY(textOf(logLines().first()).startsWith(QStringLiteral("D| |=====")));
+    QCOMPARE(QSettings(settingsOrganisation, settingsApplication)
+                 .value(QStringLiteral("language"))
+                 .toString(),
+             QStringLiteral("en"));
+}
+
+BRISEL_TEST_MAIN(QApplication, TestStartup)
+#include "tst_startup.moc"

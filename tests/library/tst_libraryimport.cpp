@@ -1,0 +1,209 @@
+#include "base/runguard.h"
+#include "db/database.h"
+#include "db/usersongsreltablemodel.h"
+#include "library/libraryimport.h"
+#include "tests/library/fakeprogress.h"
+#include "tests/logcapture.h"
+#include "tests/smallsongs.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QCoreApplication>
+#include <QSqlQuery>
+#include <QTest>
+
+#include <sys/stat.h>
+
+class TestLibraryImport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void addsSongsInTheirOrder();
+    void countsAndLogsWhatDoesNotOpen();
+    void countsPublisherSongs();
+    void logsEachStepInOrder();
+    void showsTheCountAfterEachFile();
+    void takesWholePathWithoutSlashAsShortName();
+    void goesOnAfterACancel();
+    void endsWhenTheProgramIsAskedToEnd();
+    void emptiesTheTableFirst();
+    void keepsRowsThatCannotBeCleared();
+    void refusesWhatIsNoPlainFile();
+    void takesNamesAsTheyAre();
+
+private:
+    std::unique_ptr<Database> m_database;
+    std::unique_ptr<UserSongsRelTableModel> m_model;
+    FakeProgress m_progress;
+};
+
+void TestLibraryImport::init()
+{
+    makeFile(QStringLiteral("songsdb_debug"), {});
+    m_database = std::make_unique<Database>();
+    QVERIFY(m_database->init());
+    m_model = std::make_unique<UserSongsRelTableModel>(nullptr, *m_database->userLibraryDb());
+    m_progress = {};
+    makeFile(QStringLiteral("songs/one.mid"), smallMidi("One"));
+    makeFile(QStringLiteral("songs/two.kar"), smallMidi("Two", true));
+    makeFile(QStringLiteral("songs/bad.mid"), "no song");
+}
+
+void TestLibraryImport::cleanup()
+{
+    m_model.reset();
+    m_database.reset();
+}
+
+void TestLibraryImport::addsSongsInTheirOrder()
+{
+    const QString two = QDir::current().filePath(QStringLiteral("songs/two.kar"));
+    const QString one = QDir::current().filePath(QStringLiteral("songs/one.mid"));
+    LibraryImport import(*m_database, *m_model, m_progress);
+    QVERIFY(import.clearLibrary());
+    const SongCounts counts = import.readFiles({two, one});
+    QCOMPARE(counts.songs, 2);
+    QCOMPARE(m_model->goodRowCount(), 2);
+    QCOMPARE(m_model->fileName(0), two);
+    QCOMPARE(m_model->shortName(0), QStringLiteral("two.kar"));
+    QCOMPARE(m_model->index(0, 2).data().toString(), QStringLiteral("Two"));
+    QCOMPARE(m_model->index(0, 1).data().toString(), QStringLiteral("MIDI"));
+    QCOMPARE(m_model->fileName(1), one);
+    QCOMPARE(m_model->status(1), static_cast<int>(Database::Imported));
+}
+
+void TestLibraryImport::countsAndLogsWhatDoesNotOpen()
+{
+    const LogCapture log;
+    LibraryImport import(*m_database, *m_model, m_progress);
+    const SongCounts counts =
+        import.readFiles({QStringLiteral("songs/bad.mid"), QStringLiteral("songs/missing.mid")});
+    QCOMPARE(counts.songs, 0);
+    QCOMPARE(counts.unknown, 2);
+    QCOMPARE(counts.examined(), 2);
+    QCOMPARE(m_model->goodRowCount(), 0);
+    QVERIFY(log.contains(QStringLiteral("Unknown/corrupted file \"songs/bad.mid\" ")));
+    QVERIFY(log.contains(QStringLiteral("Unknown/corrupted file \"songs/missing.mid\" ")));
+}
+
+void TestLibraryImport::countsPublisherSongs()
+{
+    LibraryImport import(*m_database, *m_model, m_progress);
+    const SongCounts counts =
+        import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+    QCOMPARE(counts.songs, 2);
+    QCOMPARE(counts.publisherSongs, 1);
+}
+
+void TestLibraryImport::logsEachStepInOrder()
+{
+    const LogCapture log;
+    LibraryImport import(*m_database, *m_model, m_progress);
+    QVERIFY(import.clearLibrary());
+    import.readFiles({QStringLiteral("songs/bad.mid"), QStringLiteral("songs/one.mid")});
+    const QString rule = QString(44, u'=') + u' ';
+    QCOMPARE(log.messages().mid(0, 7),
+             QStringList({rule, QStringLiteral("          IMPORT USER LIBRARY "), rule,
+                          QStringLiteral("Found file: \"songs/bad.mid\" "),
+                          QStringLiteral("Unknown/corrupted file \"songs/bad.mid\" "),
+                          QStringLiteral("Found file: \"songs/one.mid\" "),
+                          QStringLiteral("Song Index:  1 ")}));
+    QVERIFY(log.contains(QStringLiteral("Filename   : \"songs/one.mid\" ")));
+    QVERIFY(log.contains(QStringLiteral("Shortname  : \"one.mid\" ")));
+}
+
+void TestLibraryImport::showsTheCountAfterEachFile()
+{
+    LibraryImport import(*m_database, *m_model, m_progress);
+    QList<int> rowsAtBreath;
+    m_progress.onBreath = [&] { rowsAtBreath.append(m_model->goodRowCount()); };
+    import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/bad.mid"),
+                      QStringLiteral("songs/two.kar")});
+    QCOMPARE(m_progress.values, QList<int>({1, 2, 3}));
+    QCOMPARE(rowsAtBreath, QList<int>({1, 1, 2}));
+}
+
+void TestLibraryImport::takesWholePathWithoutSlashAsShortName()
+{
+    makeFile(QStringLiteral("here.mid"), smallMidi("Here"));
+    LibraryImport import(*m_database, *m_model, m_progress);
+    import.readFiles({QStringLiteral("here.mid")});
+    QCOMPARE(m_model->shortName(0), QStringLiteral("here.mid"));
+    QCOMPARE(m_model->fileName(0), QStringLiteral("here.mid"));
+}
+
+void TestLibraryImport::goesOnAfterACancel()
+{
+    LibraryImport import(*m_database, *m_model, m_progress);
+    m_progress.onBreath = [this] { m_progress.canceled = true; };
+    const SongCounts counts =
+        import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+    QCOMPARE(counts.songs, 2);
+}
+
+void TestLibraryImport::endsWhenTheProgramIsAskedToEnd()
+{
+    auto run = std::make_unique<RunGuard>();
+    LibraryImport import(*m_database, *m_model, m_progress);
+    m_progress.onBreath = [] { RunGuard::requestEnd(); };
+    const SongCounts counts =
+        import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+    QCOMPARE(counts.songs, 1);
+    run.reset();
+    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
+}
+
+void TestLibraryImport::emptiesTheTableFirst()
+{
+    LibraryImport import(*m_database, *m_model, m_progress);
+    import.readFiles({QStringLiteral("songs/one.mid")});
+    QCOMPARE(m_model->goodRowCount(), 1);
+    QVERIFY(import.clearLibrary());
+    QCOMPARE(m_model->goodRowCount(), 0);
+}
+
+void TestLibraryImport::keepsRowsThatCannotBeCleared()
+{
+    LibraryImport import(*m_database, *m_model, m_progress);
+    import.readFiles({QStringLiteral("songs/one.mid")});
+    QSqlQuery(*m_database->userLibraryDb())
+        .exec(QStringLiteral("create trigger keep before delete on usersongs "
+                             "begin select raise(abort, 'kept'); end"));
+    const LogCapture log;
+    QVERIFY(!import.clearLibrary());
+    QCOMPARE(log.messages().last(),
+             QStringLiteral("[importUserLibrary] WARNING: impossible to CLEAR table. Aborting "
+                            "import !!! "));
+    QCOMPARE(m_model->goodRowCount(), 1);
+}
+
+void TestLibraryImport::refusesWhatIsNoPlainFile()
+{
+    QVERIFY(QDir().mkpath(QStringLiteral("songs/folder.mid")));
+    const QString fifo = QStringLiteral("songs/fifo.mid");
+    QFile::remove(fifo);
+    QCOMPARE(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    QFile::link(QStringLiteral("loop.mid"), QStringLiteral("songs/loop.mid"));
+    makeFile(QStringLiteral("songs/empty.mid"), {});
+    LibraryImport import(*m_database, *m_model, m_progress);
+    const SongCounts counts =
+        import.readFiles({QStringLiteral("songs/folder.mid"), fifo,
+                          QStringLiteral("songs/loop.mid"), QStringLiteral("songs/empty.mid")});
+    QCOMPARE(counts.songs, 0);
+    QCOMPARE(counts.unknown, 4);
+}
+
+void TestLibraryImport::takesNamesAsTheyAre()
+{
+    const QString name = QStringLiteral("songs/%1 \"x'; drop\n<b>perché</b>.mid");
+    makeFile(name, smallMidi("Odd"));
+    LibraryImport import(*m_database, *m_model, m_progress);
+    QCOMPARE(import.readFiles({name}).songs, 1);
+    QCOMPARE(m_model->fileName(0), name);
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestLibraryImport)
+#include "tst_libraryimport.moc"
