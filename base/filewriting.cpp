@@ -36,6 +36,15 @@ bool writeInPlace(const QString &path, const QByteArray &content)
            finishWriting(file, content.size());
 }
 
+/// False when a name is so long that the one of the copy beside it, seven bytes longer, would not
+/// be allowed; the save file notices that only when it is too late.
+bool hasRoomBeside(const QString &path)
+{
+    constexpr qsizetype longestName = 255; // bytes, on every file system of songs
+    constexpr qsizetype addition = 7;
+    return QFile::encodeName(QFileInfo(path).fileName()).size() + addition <= longestName;
+}
+
 /// For a folder in which no file can be made: the old content is kept at hand for the way back.
 bool overwriteKeepingOld(const QString &path, const QByteArray &content)
 {
@@ -77,7 +86,7 @@ bool replaceFile(const QString &path, const QByteArray &content)
         return false;
 
     QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!hasRoomBeside(target) || !file.open(QIODevice::WriteOnly))
         return kind == FileKind::Regular && overwriteKeepingOld(target, content);
     // commit() trusts what the buffer once took: whatever went wrong must be seen before it.
     if (!writeAll(file, content) || !finishWriting(file, content.size()))

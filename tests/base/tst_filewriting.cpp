@@ -1,13 +1,11 @@
 #include "base/filewriting.h"
+#include "tests/fulldisk.h"
 #include "tests/testhome.h"
 
 #include <QtTest>
 
-#include <csignal>
-#include <filesystem>
 #include <memory>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -28,25 +26,6 @@ void write(const QString &path, const QByteArray &content)
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("can't write");
 }
-
-/// Files can't grow beyond a size while it lives: what a full disk does.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_old);
-        const rlimit limit{bytes, m_old.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_old); }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
-
-private:
-    rlimit m_old{};
-};
 
 } // namespace
 

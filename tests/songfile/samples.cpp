@@ -1,5 +1,7 @@
 #include "tests/songfile/samples.h"
 
+#include "songfile/lzhuff.h"
+
 #include <QFile>
 #include <QtEndian>
 
@@ -82,6 +84,13 @@ QByteArray Samples::containerHeader(const QByteArray &magic, int size)
                               Field{154, 31}, Field{185, 1}, Field{186, 96}})
         header.replace(field.offset, field.width, QByteArray(field.width, '\0'));
     return header.replace(0, 4, magic);
+}
+
+QByteArray Samples::container(const QByteArray &header, const QByteArray &midi)
+{
+    QByteArray compressed;
+    LzHuff().compress(midi, compressed);
+    return header + compressed;
 }
 
 void Samples::write(const QString &path, const QByteArray &content)

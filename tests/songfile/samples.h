@@ -39,6 +39,9 @@ QByteArray audio(int size);
 /// so that a change anywhere is seen; the text fields are empty.
 QByteArray containerHeader(const QByteArray &magic, int size);
 
+/// \a header and the compressed \a midi, the header's sizes left as they are.
+QByteArray container(const QByteArray &header, const QByteArray &midi);
+
 void write(const QString &path, const QByteArray &content);
 QByteArray read(const QString &path);
 

@@ -623,7 +623,7 @@ void TestRawMidiFile::staysFastOnHostileData()
     QElapsedTimer timer;
     timer.start();
     useEverything(file);
-    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(Samples::trackLength(file.stream()), file.stream().size() - 22);
 }
 
