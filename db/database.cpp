@@ -6,7 +6,6 @@
 #include "base/songtext.h"
 
 #include <QFile>
-#include <QSqlQuery>
 #include <QTemporaryFile>
 #include <QVariant>
 
@@ -14,6 +13,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -169,7 +169,12 @@ bool Database::openCatalogue()
     m_songsDb = addConnection(QStringLiteral("con_songsdb"));
     m_songsDb.setDatabaseName(fileName);
     m_songsDb.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
-    return m_songsDb.open();
+    if (!m_songsDb.open())
+        return false;
+    // Nobody else knows the copy: it need not be locked anew for each look-up.
+    if (m_temporaryFile)
+        QSqlQuery(m_songsDb).exec(QStringLiteral("PRAGMA locking_mode=EXCLUSIVE"));
+    return true;
 }
 
 bool Database::unpackCatalogue()
@@ -199,6 +204,8 @@ bool Database::unpackCatalogue()
 
 void Database::closeConnections()
 {
+    m_recordByRowId.reset();
+    m_rowIdByFileName.clear();
     removeConnection(m_songsDb);
     removeConnection(m_userLibraryDb);
     m_temporaryFile.reset();
@@ -220,11 +227,11 @@ void Database::fillList(QStringList &list, const QString &statement) const
 
 void Database::indexFileNames()
 {
-    m_rowIdByFileName.clear();
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
+    // A name that is not like itself (NULL, bytes in some builds of SQLite) is never found.
     if (!query.exec(QStringLiteral("SELECT rowid,cast(filename as text) FROM songs "
-                                   "WHERE filename IS NOT NULL ORDER BY rowid DESC")))
+                                   "WHERE filename LIKE filename ORDER BY rowid DESC")))
         return;
     // Backwards, so that the first of several rows stays. LIKE reads a name up to its first NUL.
     while (query.next()) {
@@ -232,6 +239,23 @@ void Database::indexFileNames()
         if (isAscii(name))
             m_rowIdByFileName.insert(name.toUpper(), query.value(0).toLongLong());
     }
+    QSqlQuery byRowId(m_songsDb);
+    byRowId.setForwardOnly(true);
+    if (byRowId.prepare(selectRecord + QStringLiteral("WHERE rowid=?")))
+        m_recordByRowId = std::move(byRowId);
+}
+
+bool Database::getIndexedRecord(const QString &fileName, SongsDbRecord &record)
+{
+    const auto row = m_rowIdByFileName.constFind(fileName.toUpper());
+    if (row == m_rowIdByFileName.constEnd())
+        return false;
+    m_recordByRowId->bindValue(0, row.value());
+    const bool found = m_recordByRowId->exec() && m_recordByRowId->next();
+    if (found)
+        fillRecord(*m_recordByRowId, record);
+    m_recordByRowId->finish();
+    return found;
 }
 
 bool Database::clearUserLibraryDb()
@@ -242,17 +266,12 @@ bool Database::clearUserLibraryDb()
 
 bool Database::getRecordByFilename(const QString &fileName, SongsDbRecord &record)
 {
+    if (m_recordByRowId && isIndexable(fileName))
+        return getIndexedRecord(fileName, record);
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
-    if (isIndexable(fileName) && !m_rowIdByFileName.isEmpty()) {
-        const auto row = m_rowIdByFileName.constFind(fileName.toUpper());
-        if (row == m_rowIdByFileName.constEnd() ||
-            !query.exec(selectRecord + QStringLiteral("WHERE rowid=%1").arg(row.value())))
-            return false;
-    } else if (!execLike(query, selectRecord + QStringLiteral("WHERE filename like "), fileName)) {
-        return false;
-    }
-    if (!query.next())
+    if (!execLike(query, selectRecord + QStringLiteral("WHERE filename like "), fileName) ||
+        !query.next())
         return false;
     fillRecord(query, record);
     return true;

@@ -4,12 +4,13 @@
 
 #include <QHash>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
-class QSqlQuery;
 class QTemporaryFile;
 
 /// The two databases of the program: the reference catalogue of the publisher's songs, which is
@@ -66,6 +67,7 @@ private:
     void closeConnections();
     void fillList(QStringList &list, const QString &statement) const;
     void indexFileNames();
+    bool getIndexedRecord(const QString &fileName, SongsDbRecord &record);
 
     std::unique_ptr<QTemporaryFile> m_temporaryFile;
     QSqlDatabase m_songsDb;
@@ -73,4 +75,5 @@ private:
     QStringList m_genres;
     QStringList m_artists;
     QHash<QString, qint64> m_rowIdByFileName; ///< upper-cased name to its first row
+    std::optional<QSqlQuery> m_recordByRowId; ///< prepared; empty when names can't be indexed
 };

@@ -1,0 +1,460 @@
+#include "db/database.h"
+#include "tests/db/localcatalogue.h"
+#include "tests/logcapture.h"
+#include "tests/testhome.h"
+#include "tools/syntheticcatalogue.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QtTest>
+
+namespace
+{
+
+const QString multipleResults =
+    QStringLiteral("[getRecordByTitle] WARNING: multiple reusults in query, aborting !!! ");
+
+/// The look-up by file name as it is told: one statement of text, the name in double quotes.
+QString titleByScan(const QString &fileName)
+{
+    QSqlQuery query(QSqlDatabase::database(QStringLiteral("con_songsdb")));
+    if (!query.exec(QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,"
+                                   "altartist FROM songs WHERE filename like \"%1\"")
+                        .arg(fileName)) ||
+        !query.next())
+        return QStringLiteral("(none)");
+    return query.value(0).toString();
+}
+
+QString titleOf(Database &database, const QString &fileName)
+{
+    SongsDbRecord record;
+    return database.getRecordByFilename(fileName, record) ? record.title : QStringLiteral("(none)");
+}
+
+QByteArray hashOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return "unreadable";
+    return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
+}
+
+QStringList hostileTexts()
+{
+    return {
+        QStringLiteral("\"; drop table songs; --"),
+        QStringLiteral("\"; delete from songs where \"1"),
+        QStringLiteral("x\"; attach database 'evil.db' as evil; create table evil.a (b); --"),
+        QStringLiteral("x\" or (select writefile('evil.txt','x')) or \""),
+        QStringLiteral("x\" or load_extension(\"evil.so\") or \""),
+        QStringLiteral("x\" union select 1,2,3,4,5,6,7,8,9 order by \"1"),
+        QStringLiteral("x\"; pragma writable_schema=1; --"),
+        QStringLiteral("x\"; vacuum into 'evil.db'; --"),
+        QStringLiteral("x\"; commit; begin exclusive; --"),
+        QStringLiteral("'; drop table songs; --"),
+        QStringLiteral("\"\"\"\"\"\"\""),
+        QStringLiteral("\""),
+        QStringLiteral("\\\""),
+        QString(255, u'A'),
+        QString(255, u'"'),
+        QString(255, u'%'),
+        QString(100000, u'%'),
+        QString(2000000, u'x'),
+        QStringLiteral("A\0\"; drop table songs; --").replace(u'0', QChar::Null),
+        QString(QChar::Null),
+        QString(QChar(0xD800)),
+        QStringLiteral("\n\r\t"),
+        QStringLiteral("%1%2%3"),
+    };
+}
+
+} // namespace
+
+class TestCatalogueLookup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+
+    void findsLowerCaseNames();
+    void ignoresCaseOfAsciiLettersOnly();
+    void underscoreMatchesAnyCharacter();
+    void percentMatchesAnyRun();
+    void leavesRecordAloneWhenNothingIsFound();
+    void takesFirstOfNamesThatDifferInCase();
+    void readsColumnNameAsColumn();
+    void breaksAtDoubleQuote();
+    void letsAConditionOnTheRowThrough();
+    void refusesSubSelects();
+    void fastLookUpEqualsScan();
+    void fastLookUpEqualsScanOfFullCatalogue();
+    void findsSingleTitle();
+    void refusesTitleOfTwoRows();
+    void refusesTitleThatCannotBeCounted();
+    void readsNumbers_data();
+    void readsNumbers();
+    void trimsKey();
+    void splitsMarkers_data();
+    void splitsMarkers();
+    void hostileTextsChangeNothing();
+};
+
+void TestCatalogueLookup::cleanup()
+{
+    QFile::remove(QStringLiteral("songsdb_debug"));
+}
+
+void TestCatalogueLookup::findsLowerCaseNames()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("MYSONG01"), QStringLiteral("MY SONG"))});
+    Database database;
+    QVERIFY(database.init());
+    QCOMPARE(titleOf(database, QStringLiteral("mysong01")), QStringLiteral("MY SONG"));
+    SongsDbRecord record;
+    QVERIFY(database.getRecordByTitle(QStringLiteral("my song"), record));
+}
+
+void TestCatalogueLookup::ignoresCaseOfAsciiLettersOnly()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("CITT\u00c0"), QStringLiteral("CITT\u00c0"))});
+    Database database;
+    QVERIFY(database.init());
+    QCOMPARE(titleOf(database, QStringLiteral("citt\u00c0")), QStringLiteral("CITT\u00c0"));
+    QCOMPARE(titleOf(database, QStringLiteral("citt\u00e0")), QStringLiteral("(none)"));
+}
+
+void TestCatalogueLookup::underscoreMatchesAnyCharacter()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("ZZSONG"), QStringLiteral("FIRST")),
+                         catalogueRow(QStringLiteral("AASONG"), QStringLiteral("SECOND")),
+                         catalogueRow(QStringLiteral("__SONG"), QStringLiteral("THIRD"))});
+    Database database;
+    QVERIFY(database.init());
+    QCOMPARE(titleOf(database, QStringLiteral("__SONG")), QStringLiteral("FIRST"));
+    QCOMPARE(titleOf(database, QStringLiteral("A_song")), QStringLiteral("SECOND"));
+    QCOMPARE(titleOf(database, QStringLiteral("_SONG")), QStringLiteral("(none)"));
+}
+
+void TestCatalogueLookup::percentMatchesAnyRun()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("ZZSONG"), QStringLiteral("FIRST")),
+                         catalogueRow(QStringLiteral("AASONG"), QStringLiteral("SECOND"))});
+    Database database;
+    QVERIFY(database.init());
+    QCOMPARE(titleOf(database, QStringLiteral("%song")), QStringLiteral("FIRST"));
+    QCOMPARE(titleOf(database, QStringLiteral("a%")), QStringLiteral("SECOND"));
+    QCOMPARE(titleOf(database, QStringLiteral("%")), QStringLiteral("FIRST"));
+}
+
+void TestCatalogueLookup::leavesRecordAloneWhenNothingIsFound()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("A"))});
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    record.title = QStringLiteral("OLD");
+    LogCapture log;
+    QVERIFY(!database.getRecordByFilename(QStringLiteral("B"), record));
+    QVERIFY(!database.getRecordByFilename(QStringLiteral(""), record));
+    QVERIFY(!database.getRecordByFilename(QString(), record));
+    QVERIFY(!database.getRecordByTitle(QStringLiteral("B"), record));
+    QVERIFY(!database.getRecordByTitle(QString(), record));
+    QCOMPARE(record.title, QStringLiteral("OLD"));
+    QVERIFY(log.messages().isEmpty());
+}
+
+void TestCatalogueLookup::takesFirstOfNamesThatDifferInCase()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("song"), QStringLiteral("FIRST")),
+                         catalogueRow(QStringLiteral("SONG"), QStringLiteral("SECOND"))});
+    Database database;
+    QVERIFY(database.init());
+    QCOMPARE(titleOf(database, QStringLiteral("SONG")), QStringLiteral("FIRST"));
+}
+
+void TestCatalogueLookup::readsColumnNameAsColumn()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("TITLE"), QStringLiteral("NAMED TITLE")),
+                         catalogueRow(QStringLiteral("SAME"), QStringLiteral("same"))});
+    Database database;
+    QVERIFY(database.init());
+    // The name stands for the column "title": the row whose file name is like its own title.
+    QCOMPARE(titleOf(database, QStringLiteral("TITLE")), QStringLiteral("same"));
+    QCOMPARE(titleOf(database, QStringLiteral("Filename")), QStringLiteral("NAMED TITLE"));
+    SongsDbRecord record;
+    LogCapture log;
+    QVERIFY(!database.getRecordByTitle(QStringLiteral("title"), record));
+    QCOMPARE(log.messages(), QStringList{multipleResults});
+    QVERIFY(database.getRecordByTitle(QStringLiteral("filename"), record));
+    QCOMPARE(record.title, QStringLiteral("same"));
+}
+
+void TestCatalogueLookup::breaksAtDoubleQuote()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("SAY \"A\" AGAIN"))});
+    Database database;
+    QVERIFY(database.init());
+    LogCapture log;
+    SongsDbRecord record;
+    QVERIFY(!database.getRecordByFilename(QStringLiteral("A\""), record));
+    QVERIFY(!database.getRecordByTitle(QStringLiteral("SAY \"A\" AGAIN"), record));
+    // Two quotes stand for one, as in any quoted text of the language.
+    QVERIFY(database.getRecordByTitle(QStringLiteral("SAY \"\"A\"\" AGAIN"), record));
+    QVERIFY(log.messages().isEmpty());
+}
+
+void TestCatalogueLookup::letsAConditionOnTheRowThrough()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("FIRST")),
+                         catalogueRow(QStringLiteral("B"), QStringLiteral("SECOND"))});
+    Database database;
+    QVERIFY(database.init());
+    QCOMPARE(titleOf(database, QStringLiteral("x\" or \"1")), QStringLiteral("FIRST"));
+    QCOMPARE(titleOf(database, QStringLiteral("x\" or title=\"SECOND")), QStringLiteral("SECOND"));
+}
+
+void TestCatalogueLookup::refusesSubSelects()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("FIRST"))});
+    Database database;
+    QVERIFY(database.init());
+    // Each of these would keep the catalogue busy for ever.
+    const QString endless = QStringLiteral("x\" or (with recursive t(a) as (values(1) union all "
+                                           "SELECT a+1 from t) SELECT count(*) from t) or \"");
+    SongsDbRecord record;
+    QVERIFY(!database.getRecordByFilename(endless, record));
+    QVERIFY(!database.getRecordByTitle(endless, record));
+    QVERIFY(!database.getRecordByTitle(
+        QStringLiteral("x\" union Select 1,2,3,4,5,6,7,8,9 from songs a,songs b order by \"1"),
+        record));
+}
+
+void TestCatalogueLookup::fastLookUpEqualsScan()
+{
+    QList<CatalogueRow> rows;
+    const QStringList names{QStringLiteral("ABC"),           QStringLiteral("abc"),
+                            QStringLiteral("A_C"),           QStringLiteral("A%"),
+                            QStringLiteral("\u00c9T\u00c9"), QStringLiteral("\u00e9t\u00e9"),
+                            QStringLiteral("A B"),           QStringLiteral("12"),
+                            QStringLiteral("ROWID"),         QStringLiteral("k"),
+                            QStringLiteral("\u212a"),        QStringLiteral("[A]"),
+                            QStringLiteral("A'B"),           QStringLiteral("A\"B"),
+                            QStringLiteral("A\\B"),          QStringLiteral("")};
+    for (const QString &name : names)
+        rows.append(catalogueRow(name, QStringLiteral("T%1").arg(rows.size())));
+    writeLocalCatalogue(
+        rows,
+        {QStringLiteral("insert into songs (title,filename) values ('NULL',NULL)"),
+         QStringLiteral("insert into songs (title,filename) values ('BLOB',x'5858')"),
+         QStringLiteral("insert into songs (title,filename) values ('LATIN',x'58e958')"),
+         QStringLiteral("insert into songs (title,filename) values ('NUL','NU'||char(0)||'L')"),
+         QStringLiteral("insert into songs (title,filename) values ('NUMBER',77)"),
+         QStringLiteral("delete from songs where title='T1'"),
+         QStringLiteral("insert into songs (rowid,title,filename) values (-5,'MINUS','a b')")});
+    Database database;
+    QVERIFY(database.init());
+
+    QStringList asked = names;
+    for (const QString &name : names)
+        asked << name.toLower() << name.toUpper() << name + u'X' << name + u'_' << name + u'%'
+              << u'_' + name << QStringLiteral(" ") + name;
+    for (const char *name :
+         {"xx",     "XX",     "nu",      "NUL",   "77",          "x\u00e9x",     "true",
+          "false",  "null",   "NULL",    "title", "TITLE",       "Artist",       "genre",
+          "author", "length", "bpm",     "key",   "filename",    "markers",      "altartist",
+          "rowid",  "OID",    "_rowid_", "songs", "songs.title", "current_date", "__",
+          "_%_",    "a__",    "X_X",     "*",     "?",           "[AB]*",        "--",
+          "/*",     ";",      "''",      "\"\"",  "x\" or \"1",  "\u212a",       "K"})
+        asked << QString::fromUtf8(name);
+    asked << QStringLiteral("x\ufffdx") << QString(QChar(0xD83D))
+          << QString::fromUtf8("\U0001F3B5");
+
+    int found = 0;
+    for (const QString &name : std::as_const(asked)) {
+        const QString expected = titleByScan(name);
+        QVERIFY2(titleOf(database, name) == expected,
+                 qPrintable(QStringLiteral("%1: %2 instead of %3")
+                                .arg(name, titleOf(database, name), expected)));
+        found += expected == QStringLiteral("(none)") ? 0 : 1;
+    }
+    QVERIFY(found > 50);
+}
+
+void TestCatalogueLookup::fastLookUpEqualsScanOfFullCatalogue()
+{
+    const QList<CatalogueRow> rows = syntheticCatalogue();
+    writeLocalCatalogue(rows);
+    Database database;
+    QVERIFY(database.init());
+    for (qsizetype i = 0; i < rows.size(); i += 97) {
+        QString name = rows.at(i).fileName;
+        QCOMPARE(titleOf(database, name.toLower()), titleByScan(name));
+        name[4] = u'_';
+        QCOMPARE(titleOf(database, name), titleByScan(name));
+    }
+    QElapsedTimer timer;
+    timer.start();
+    SongsDbRecord record;
+    for (const CatalogueRow &row : rows)
+        QVERIFY(database.getRecordByFilename(row.fileName, record));
+    qInfo("%lld us for %lld look-ups by file name", timer.nsecsElapsed() / 1000,
+          static_cast<long long>(rows.size()));
+}
+
+void TestCatalogueLookup::findsSingleTitle()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("ONE SONG")),
+                         catalogueRow(QStringLiteral("B"), QStringLiteral("ANOTHER SONG"))});
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    LogCapture log;
+    QVERIFY(database.getRecordByTitle(QStringLiteral("One Song"), record));
+    QCOMPARE(record.title, QStringLiteral("ONE SONG"));
+    QCOMPARE(record.artist, QStringLiteral("ARTIST OF ONE SONG"));
+    QCOMPARE(record.altArtist, QStringLiteral("ALT OF ONE SONG"));
+    QVERIFY(database.getRecordByTitle(QStringLiteral("A%"), record));
+    QCOMPARE(record.title, QStringLiteral("ANOTHER SONG"));
+    QVERIFY(log.messages().isEmpty());
+}
+
+void TestCatalogueLookup::refusesTitleOfTwoRows()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("SAME")),
+                         catalogueRow(QStringLiteral("B"), QStringLiteral("SAME"))});
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    LogCapture log;
+    QVERIFY(!database.getRecordByTitle(QStringLiteral("SAME"), record));
+    QCOMPARE(log.messages(), QStringList{multipleResults});
+    QVERIFY(record.title.isNull());
+}
+
+void TestCatalogueLookup::refusesTitleThatCannotBeCounted()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("FIRST")),
+                         catalogueRow(QStringLiteral("B"), QStringLiteral("SECOND"))});
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    LogCapture log;
+    // The second row is there, but the one row that holds the count is skipped too.
+    QVERIFY(!database.getRecordByTitle(QStringLiteral("x\" or 1 limit 1 offset 1 --"), record));
+    QCOMPARE(log.messages(),
+             QStringList{QStringLiteral(
+                 "[getRecordByTitle] WARNING: unable to count reusults, aborting !!! ")});
+}
+
+void TestCatalogueLookup::readsNumbers_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("number") << "215" << 215;
+    QTest::newRow("zero") << "0" << 0;
+    QTest::newRow("negative") << "-7" << -7;
+    QTest::newRow("NULL") << "NULL" << -1;
+    QTest::newRow("text") << "'abc'" << -1;
+    QTest::newRow("empty text") << "''" << -1;
+    QTest::newRow("text of digits becomes a number") << "'120'" << 120;
+    QTest::newRow("largest") << "2147483647" << 2147483647;
+    QTest::newRow("smallest") << "-2147483648" << std::numeric_limits<int>::min();
+    QTest::newRow("too large") << "2147483648" << -1;
+    QTest::newRow("far too large") << "3000000000" << -1;
+    QTest::newRow("too small") << "-2147483649" << -1;
+    QTest::newRow("infinite") << "9e999" << -1;
+    QTest::newRow("fraction") << "2.25" << 2;
+}
+
+void TestCatalogueLookup::readsNumbers()
+{
+    QFETCH(QString, stored);
+    QFETCH(int, expected);
+    writeLocalCatalogue(
+        {catalogueRow(QStringLiteral("A"), QStringLiteral("A"))},
+        {QStringLiteral("update songs set length=%1, bpm=%1, markers=NULL").arg(stored)});
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    QVERIFY(database.getRecordByFilename(QStringLiteral("A"), record));
+    QCOMPARE(record.length, expected);
+    QCOMPARE(record.bpm, expected);
+    QVERIFY(record.markers.isEmpty());
+}
+
+void TestCatalogueLookup::trimsKey()
+{
+    CatalogueRow row = catalogueRow(QStringLiteral("A"), QStringLiteral(" A "));
+    row.key = QStringLiteral(" F# -\u00a0");
+    writeLocalCatalogue({row});
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    QVERIFY(database.getRecordByFilename(QStringLiteral("A"), record));
+    QCOMPARE(record.key, QStringLiteral("F# -"));
+    QCOMPARE(record.title, QStringLiteral(" A "));
+}
+
+void TestCatalogueLookup::splitsMarkers_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *text, const QStringList &expected) {
+        QTest::newRow(text) << QString::fromLatin1(text) << expected;
+    };
+    row("1;Intro;9;Verse 1;25;Chorus;41;Fine;",
+        {QStringLiteral("1 Intro"), QStringLiteral("9 Verse 1"), QStringLiteral("25 Chorus"),
+         QStringLiteral("41 Fine")});
+    row("3;Intro;x;Bad;-2;Neg;17;Fine;", {QStringLiteral("3 Intro"), QStringLiteral("17 Fine")});
+    row("5;Solo", {QStringLiteral("5 Solo")});
+    row("5;", {});
+    row("", {});
+    row(";;;;", {});
+    row("1;;A;", {QStringLiteral("1 A")});
+    row("1;A;2", {QStringLiteral("1 A")});
+    row("0; A ;", {QStringLiteral("0  A ")});
+    row("99999999999;A;2;B;", {QStringLiteral("2 B")});
+    row("65536;A;", {QStringLiteral("65536 A")});
+    row("1.5;A;0x10;B;", {});
+}
+
+void TestCatalogueLookup::splitsMarkers()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, expected);
+    QList<Marker> markers(3);
+    Database::splitMarkers(text, markers);
+    QStringList got;
+    for (const Marker &marker : std::as_const(markers))
+        got.append(QStringLiteral("%1 %2").arg(marker.bar).arg(marker.text));
+    QCOMPARE(got, expected);
+}
+
+void TestCatalogueLookup::hostileTextsChangeNothing()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("FIRST")),
+                         catalogueRow(QStringLiteral("B"), QStringLiteral("SECOND"))});
+    const QByteArray before = hashOf(QStringLiteral("songsdb_debug"));
+    const QStringList files = QDir().entryList(QDir::AllEntries | QDir::Hidden);
+    Database database;
+    QVERIFY(database.init());
+    for (const QString &text : hostileTexts()) {
+        SongsDbRecord record;
+        const QString shown = text.left(60);
+        QVERIFY2(!database.getRecordByFilename(text, record) || text.count(u'%') == text.size(),
+                 qPrintable(shown));
+        QVERIFY2(!database.getRecordByTitle(text, record), qPrintable(shown));
+        QVERIFY2(hashOf(QStringLiteral("songsdb_debug")) == before, qPrintable(shown));
+        QVERIFY2(QDir().entryList(QDir::AllEntries | QDir::Hidden) == files, qPrintable(shown));
+    }
+    QSqlQuery query(QSqlDatabase::database(QStringLiteral("con_songsdb")));
+    QVERIFY(query.exec(QStringLiteral("pragma database_list")));
+    QVERIFY(query.next() && !query.next());
+    QCOMPARE(titleOf(database, QStringLiteral("A")), QStringLiteral("FIRST"));
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestCatalogueLookup)
+#include "tst_cataloguelookup.moc"
