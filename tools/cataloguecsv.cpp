@@ -1,5 +1,7 @@
 #include "tools/cataloguecsv.h"
 
+#include "songfile/rawmidifile.h"
+
 #include <QSet>
 #include <QStringDecoder>
 #include <QStringList>
@@ -67,15 +69,14 @@ bool isLatin1Text(const QString &text)
     });
 }
 
-/// The names of the player's keys as the catalogue writes them: a minor key has a blank before
-/// its minus.
+/// In the catalogue a minor key has a blank before its minus.
 bool isKeyName(const QString &key)
 {
-    static const QStringList names =
-        QStringLiteral("C#,F#,B,E,A,D,G,C,F,Bb,Eb,Ab,Db,Gb,Cb,A# -,D# -,G# -,"
-                       "C# -,F# -,B -,E -,A -,D -,G -,C -,F -,Bb -,Eb -,Ab -")
-            .split(u',');
-    return names.contains(key);
+    QString inSongFile = key;
+    const bool isMinor = inSongFile.endsWith(u'-');
+    inSongFile.replace(QStringLiteral(" -"), QStringLiteral("-"));
+    return isMinor == key.endsWith(QStringLiteral(" -")) &&
+           RawMidiFile::getKeysList().contains(inSongFile);
 }
 
 QString checkNumber(const QString &text, const char *name, int lowest, int highest, int &number)
