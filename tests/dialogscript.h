@@ -42,6 +42,8 @@ public:
 
     /// Clicks the button of \a dialog with the object name \a name.
     static void click(QWidget *dialog, const QString &name);
+    /// Types \a paths (full paths) into a file dialog and accepts.
+    static void chooseFiles(QFileDialog *dialog, const QStringList &paths);
 
 private:
     struct Expected {
@@ -51,8 +53,6 @@ private:
 
     void look();
     void answer(QWidget *dialog);
-    static void chooseFiles(QFileDialog *dialog, const QStringList &paths);
-
     QTimer m_timer;
     QList<Expected> m_steps;
     QStringList m_problems;

@@ -1,0 +1,26 @@
+#include "tools/demo/demohome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+
+DemoHome::DemoHome(const QString &language)
+{
+    for (const QString &path : {songs(), memory(), backups(), lists()})
+        QDir().mkpath(path);
+    const QByteArray home = QFile::encodeName(m_folder.path());
+    for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME",
+                             "XDG_CACHE_HOME", "XDG_STATE_HOME", "TMPDIR"})
+        qputenv(name, home);
+    qputenv("BRISEL_VOLUMES", QFile::encodeName(volumes()));
+    QDir::setCurrent(m_folder.path());
+
+    QSettings settings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"));
+    settings.setValue(QStringLiteral("language"), language);
+    settings.setValue(QStringLiteral("logenabled"), true);
+}
+
+bool DemoHome::isValid() const
+{
+    return m_folder.isValid() && QDir(memory()).exists();
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "tools/demo/stage.h"
+
+/// The first half of the road: the songs in the library table.
+class LibraryRoad
+{
+public:
+    explicit LibraryRoad(Stage &stage) : m_stage(stage) {}
+
+    void openWindow();
+    void importSongs();
+    void synchronise();
+    void editOneSong();
+
+private:
+    void answerImportSummary(QWidget *dialog);
+    void expectBackup();
+    void expectConfirmations();
+    void checkSynchronised();
+    void checkUpdated(const DemoSong &song, int row);
+    void checkLeftAlone(const DemoSong &song, int row, const QString &why);
+    void checkBackup();
+    bool isEnabled(const QString &button) const;
+    /// The rows of songs that are not the publisher's, in the order of the table.
+    QList<int> foreignRows() const;
+    const DemoSong *songAt(int row) const;
+
+    Stage &m_stage;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "tools/demo/memoryreader.h"
+#include "tools/demo/stage.h"
+
+/// The second half of the road: the songs on the player's memory.
+class MemoryRoad
+{
+public:
+    explicit MemoryRoad(Stage &stage) : m_stage(stage) {}
+
+    void transfer();
+    /// What the player's owner does meanwhile: makes a playlist, adds a song, deletes another.
+    void useTheMemory();
+    void rebuild();
+    void exportLists();
+    /// Prints the index as the player reads it.
+    void listIndex();
+
+private:
+    void checkIndex(const MemoryReader &memory, qsizetype songs);
+    void checkPlaylist(MemoryReader &memory);
+    void exportList(int order, const QString &name);
+    QStringList readList(const QString &file);
+    void listTitles(const MemoryReader &memory);
+    void listGroups(const QString &heading, const QList<SongGroup> &groups);
+
+    Stage &m_stage;
+    QStringList m_playlistPaths;
+    QList<quint32> m_playlistIds;
+    qsizetype m_songsOnMemory = 0;
+};
