@@ -40,7 +40,7 @@ bool Hand::checkAnswered()
                             QStringLiteral("every expected dialog came, and no other"));
 }
 
-void Hand::expectDialog(const char *className, const QString &picture, Action action)
+void Hand::expectDialog(const char *className, const QString &picture, const Action &action)
 {
     m_script->expect(className, [this, picture, action](QWidget *dialog) {
         if (!picture.isEmpty())

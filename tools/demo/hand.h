@@ -34,7 +34,7 @@ public:
     /// The next dialog is a \a className: takes a picture named \a picture (none when empty) and
     /// lets \a action answer it. An action may open further dialogs, which are expected next, and
     /// after them the same dialog once more.
-    void expectDialog(const char *className, const QString &picture, Action action);
+    void expectDialog(const char *className, const QString &picture, const Action &action);
     void expectMessage(const ShownText &text, int button, const QString &picture);
     void expectFiles(const QStringList &paths, const QString &picture);
 

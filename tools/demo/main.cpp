@@ -18,6 +18,8 @@
 namespace
 {
 
+constexpr QSize pictureSize(1200, 860); ///< wide enough for every column of the table
+
 struct Wishes {
     QString language;
     QString output;
@@ -66,6 +68,7 @@ void walk(Stage &stage)
 int showRoad(DemoHome &home, Narrator &narrator, bool english)
 {
     MainWindow window;
+    window.resize(pictureSize);
     window.show();
     Hand hand(window, narrator, english);
     Stage stage{home, window, narrator, hand, writeDemoSongs(home.songs())};
