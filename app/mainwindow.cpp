@@ -5,6 +5,8 @@
 #include "app/startup.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
+#include "index/indexdialog.h"
+#include "index/songslistdialog.h"
 #include "library/folderscan.h"
 #include "library/libraryimport.h"
 #include "ui_mainwindow.h"
@@ -194,6 +196,16 @@ void MainWindow::on_actionCopyrightYes_triggered()
 void MainWindow::on_actionCopyrightNo_triggered()
 {
     enableCopyrightMessage(false);
+}
+
+void MainWindow::on_optimizeMemory_triggered()
+{
+    runDialog<IndexDialog>();
+}
+
+void MainWindow::on_actionSongsList_triggered()
+{
+    runDialog<SongsListDialog>();
 }
 
 void MainWindow::on_actionContents_triggered()

@@ -58,6 +58,8 @@ private slots:
     void on_actionGerman_triggered();
     void on_actionCopyrightYes_triggered();
     void on_actionCopyrightNo_triggered();
+    void on_optimizeMemory_triggered();
+    void on_actionSongsList_triggered();
     void on_actionContents_triggered();
     void on_actionAbout_triggered();
     void on_actionAbout_QT_triggered();

@@ -1,0 +1,207 @@
+#include "index/indexdialog.h"
+
+#include "base/runguard.h"
+#include "index/index.h"
+#include "index/volumes.h"
+#include "ui_indexdialog.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QMouseEvent>
+
+namespace
+{
+
+/// Shift, and nothing but Shift, asks for the typed folder itself.
+bool meansDriveRoot(Qt::KeyboardModifiers modifiers)
+{
+    return modifiers != Qt::ShiftModifier;
+}
+
+} // namespace
+
+IndexDialog::IndexDialog(QWidget *parent)
+    : RunDialog(parent), m_ui(std::make_unique<Ui::IndexDialog>())
+{
+    m_ui->setupUi(this);
+    m_ui->lineEditPath->setText(mediaRoot());
+    m_ui->checkBoxChkdsk->setChecked(false);
+    updateLabelNum(0);
+    connect(m_ui->pushButtonBrowse, &QPushButton::clicked, this, &IndexDialog::browseDir);
+    m_ui->pushButtonStart->installEventFilter(this);
+    // The mouse starts by its press, which the filter eats: only a key ends in a click.
+    connect(m_ui->pushButtonStart, &QPushButton::clicked, this,
+            [this] { start(meansDriveRoot(QGuiApplication::keyboardModifiers())); });
+}
+
+IndexDialog::~IndexDialog() = default;
+
+QString IndexDialog::getRootDrivePath(const QString &path)
+{
+    return ::getRootDrivePath(path);
+}
+
+bool IndexDialog::checkDisk(const QString &)
+{
+    return false;
+}
+
+void IndexDialog::browseDir()
+{
+    const QString folder =
+        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), QStringLiteral("/home"));
+    if (folder.isEmpty())
+        return;
+    m_ui->lineEditPath->setText(folder);
+    setMediaRoot(folder);
+}
+
+void IndexDialog::start(bool toDriveRoot)
+{
+    if (!canStart())
+        return;
+    QString folder = m_ui->lineEditPath->text();
+    if (toDriveRoot)
+        folder = getRootDrivePath(folder);
+    if (folder.isEmpty() || !QFileInfo::exists(folder)) {
+        QMessageBox::warning(this, tr("Ottimizza memoria"),
+                             tr("Il percorso selezionato non esiste"));
+        return;
+    }
+    m_ui->pushButtonStart->setEnabled(false);
+    m_ui->pushButtonClose->setEnabled(false);
+    if (folder.endsWith(u'/') || folder.endsWith(u'\\'))
+        folder.chop(1);
+    showOutcome(runIndex(folder));
+    m_ui->plainTextReport->appendPlainText(tr("Operazione completata"));
+    m_ui->pushButtonStart->setEnabled(true);
+    m_ui->pushButtonClose->setEnabled(true);
+    m_ui->pushButtonClose->setFocus();
+}
+
+IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
+{
+    const Work work(*this);
+    const RunGuard guard;
+    updateLabelNum(0);
+    initProgress(0);
+    clearIndexErrors();
+    m_ui->plainTextReport->appendPlainText(tr("Ottimizzazione memoria in corso..."));
+    breathe();
+
+    Index index;
+    connect(&index, &Index::fileFoundChanged, this, &IndexDialog::updateLabelNum);
+    connect(&index, &Index::progressMaxSetup, this, &IndexDialog::initProgress);
+    connect(&index, &Index::progressValueChanged, this, &IndexDialog::setProgressValue);
+    connect(&index, &Index::currentPathChanged, this, &IndexDialog::updateLabelCurrPath);
+    connect(&index, &Index::errorFromIndex, this, &IndexDialog::errorFromIndexReceived);
+    bool done = false;
+    if (m_ui->radioButtonUpdate->isChecked())
+        done = index.updateIndex(folder);
+    else if (m_ui->radioButtonRebuild->isChecked())
+        done = index.createIndex(folder);
+    if (RunGuard::endRequested())
+        return Outcome::Ended;
+    return done ? Outcome::Done : Outcome::Failed;
+}
+
+void IndexDialog::showOutcome(Outcome outcome)
+{
+    const QString title = tr("Ottimizza memoria");
+    if (outcome == Outcome::Ended)
+        return;
+    if (m_errors > 0) {
+        QMessageBox::critical(this, title,
+                              tr("Durante l'operazione si sono verificati alcuni errori.\n"
+                                 "Consultare il report per maggiori informazioni."));
+    } else if (outcome == Outcome::Done) {
+        QMessageBox::information(this, title, tr("Operazione completata con successo"));
+    } else {
+        initProgress(100);
+        QMessageBox::critical(this, title,
+                              tr("Operazione non riuscita.\nAssicurarsi che il disco abbia "
+                                 "sufficiente spazio libero e che non sia protetto da scrittura."));
+    }
+}
+
+void IndexDialog::updateLabelNum(int count)
+{
+    m_ui->labelFileFound->setText(QStringLiteral("%1").arg(count));
+    breathe();
+}
+
+void IndexDialog::updateLabelCurrPath(const QString &path)
+{
+    m_currentPath = path;
+    showCurrentPath();
+    breathe();
+}
+
+void IndexDialog::initProgress(int maximum)
+{
+    m_ui->progressBar->setRange(0, maximum);
+    m_ui->progressBar->setValue(0);
+    breathe();
+}
+
+void IndexDialog::setProgressValue(int value)
+{
+    m_ui->progressBar->setValue(value);
+    breathe();
+}
+
+void IndexDialog::errorFromIndexReceived(const QString &message)
+{
+    m_ui->plainTextReport->appendPlainText(message);
+    ++m_errors;
+    breathe();
+}
+
+void IndexDialog::clearIndexErrors()
+{
+    m_ui->plainTextReport->clear();
+    m_errors = 0;
+}
+
+void IndexDialog::changeEvent(QEvent *event)
+{
+    RunDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        m_ui->retranslateUi(this);
+}
+
+void IndexDialog::resizeEvent(QResizeEvent *event)
+{
+    RunDialog::resizeEvent(event);
+    showCurrentPath();
+}
+
+/// Starts at the press of the mouse, not at its release. Presses reach a filter also while the
+/// button is disabled.
+bool IndexDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isPress = event->type() == QEvent::MouseButtonPress;
+    if (watched != m_ui->pushButtonStart || !m_ui->pushButtonStart->isEnabled() ||
+        (!isPress && event->type() != QEvent::MouseButtonDblClick))
+        return RunDialog::eventFilter(watched, event);
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    if (mouse->button() != Qt::LeftButton)
+        return RunDialog::eventFilter(watched, event);
+    if (isPress)
+        start(meansDriveRoot(mouse->modifiers()));
+    return true;
+}
+
+void IndexDialog::on_pushButtonClose_clicked()
+{
+    close();
+}
+
+void IndexDialog::showCurrentPath()
+{
+    QString line = m_currentPath;
+    line.replace(u'\n', u' ').replace(u'\r', u' ');
+    QLabel *label = m_ui->labelCurrPath;
+    label->setText(label->fontMetrics().elidedText(line, Qt::ElideMiddle, label->width()));
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "index/rundialog.h"
+
+#include <memory>
+
+namespace Ui
+{
+class IndexDialog;
+}
+
+/// Prepares a memory for the player: builds its index afresh or brings it up to date, and lists
+/// the files that were refused.
+class IndexDialog : public RunDialog
+{
+    Q_OBJECT
+
+public:
+    explicit IndexDialog(QWidget *parent = nullptr);
+    ~IndexDialog() override;
+
+    /// The root of the memory that holds \a path; empty when it lies on no memory.
+    static QString getRootDrivePath(const QString &path);
+    /// Reserved for a check of the memory's structure, which is not performed. Always false.
+    static bool checkDisk(const QString &path);
+
+public slots:
+    void browseDir();
+    /// Indexes the memory that holds the typed folder, or the typed folder itself when
+    /// \a toDriveRoot is false, and shows in a box what came of it.
+    void start(bool toDriveRoot);
+
+    void updateLabelNum(int count);
+    void updateLabelCurrPath(const QString &path);
+    /// Sets the progress to 0 of \a maximum; a maximum of 0 shows a busy bar.
+    void initProgress(int maximum);
+    void setProgressValue(int value);
+    /// Appends \a message to the report and counts one error.
+    void errorFromIndexReceived(const QString &message);
+    /// Empties the report and the count of errors.
+    void clearIndexErrors();
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private slots:
+    void on_pushButtonClose_clicked();
+
+private:
+    enum class Outcome { Done, Failed, Ended };
+
+    Outcome runIndex(const QString &folder);
+    void showOutcome(Outcome outcome);
+    void showCurrentPath();
+
+    std::unique_ptr<Ui::IndexDialog> m_ui;
+    QString m_currentPath;
+    qint32 m_errors = 0;
+};

@@ -1,0 +1,68 @@
+#include "index/rundialog.h"
+
+#include "base/runguard.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QSettings>
+
+namespace
+{
+
+const QString mediaRootKey = QStringLiteral("mediaroot");
+
+QSettings openSettings()
+{
+    return QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"));
+}
+
+} // namespace
+
+RunDialog::Work::Work(RunDialog &dialog) : m_dialog(dialog)
+{
+    m_dialog.m_working = true;
+    m_dialog.m_sincePainted.invalidate();
+}
+
+RunDialog::Work::~Work()
+{
+    m_dialog.m_working = false;
+}
+
+void RunDialog::reject()
+{
+    if (!m_working)
+        QDialog::reject();
+}
+
+bool RunDialog::canStart() const
+{
+    return !m_working && !RunGuard::isActive();
+}
+
+void RunDialog::breathe()
+{
+    constexpr qint64 paintingInterval = 50; // milliseconds
+    if (m_sincePainted.isValid() && m_sincePainted.elapsed() < paintingInterval)
+        return;
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    m_sincePainted.start();
+}
+
+QString RunDialog::mediaRoot()
+{
+    return openSettings().value(mediaRootKey).toString();
+}
+
+void RunDialog::setMediaRoot(const QString &folder)
+{
+    openSettings().setValue(mediaRootKey, folder);
+}
+
+void RunDialog::closeEvent(QCloseEvent *event)
+{
+    if (m_working)
+        event->ignore();
+    else
+        QDialog::closeEvent(event);
+}

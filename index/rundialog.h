@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDialog>
+#include <QElapsedTimer>
+
+/// A dialog that works on a memory while it stands open: it can't be closed before the work is
+/// done, keeps painting while it lasts, and works once at a time.
+class RunDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    using QDialog::QDialog;
+
+    /// Closes the dialog, by Escape or "Chiudi", unless it works.
+    void reject() override;
+
+protected:
+    /// Marks the work as under way for as long as it lives.
+    class Work
+    {
+    public:
+        explicit Work(RunDialog &dialog);
+        ~Work();
+        Work(const Work &) = delete;
+        Work &operator=(const Work &) = delete;
+
+    private:
+        RunDialog &m_dialog;
+    };
+
+    /// True when neither this dialog nor anything else of the program works on files.
+    bool canStart() const;
+    /// Paints what has changed, at most some twenty times a second: clicks and keys wait.
+    void breathe();
+    /// The memory folder that was chosen last.
+    static QString mediaRoot();
+    static void setMediaRoot(const QString &folder);
+
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    bool m_working = false;
+    QElapsedTimer m_sincePainted;
+};

@@ -1,0 +1,131 @@
+#include "index/songslistdialog.h"
+
+#include "base/runguard.h"
+#include "index/index.h"
+#include "index/volumes.h"
+#include "ui_songslistdialog.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+SongsListDialog::SongsListDialog(QWidget *parent)
+    : RunDialog(parent), m_ui(std::make_unique<Ui::SongsListDialog>())
+{
+    m_ui->setupUi(this);
+    m_ui->lineEditPath->setText(mediaRoot());
+    m_ui->lineEditFile->setText(QStringLiteral("SongsList.csv"));
+    connect(m_ui->pushButtonBrowseDir, &QPushButton::clicked, this, &SongsListDialog::browseDir);
+    connect(m_ui->pushButtonBrowseFile, &QPushButton::clicked, this, &SongsListDialog::browseFile);
+    connect(m_ui->pushButtonStart, &QPushButton::clicked, this, &SongsListDialog::start);
+}
+
+SongsListDialog::~SongsListDialog() = default;
+
+void SongsListDialog::browseDir()
+{
+    const QString folder =
+        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), volumesStartFolder());
+    if (folder.isEmpty())
+        return;
+    m_ui->lineEditPath->setText(folder);
+    setMediaRoot(folder);
+}
+
+void SongsListDialog::browseFile()
+{
+    const QString fileName = QFileDialog::getSaveFileName(
+        this, tr("Scegli nome del file"), m_ui->lineEditFile->text(), tr("File (*.csv)"));
+    if (!fileName.isEmpty())
+        m_ui->lineEditFile->setText(fileName);
+}
+
+void SongsListDialog::start()
+{
+    if (!canStart())
+        return;
+    const QString title = tr("Salva lista song");
+    if (!QFileInfo(m_ui->lineEditPath->text()).isDir()) {
+        QMessageBox::warning(this, title, tr("Il percorso selezionato non esiste"));
+        return;
+    }
+    if (!QFileInfo(QFileInfo(QDir(), m_ui->lineEditFile->text()).absolutePath()).isDir()) {
+        QMessageBox::warning(this, title, tr("Il percorso di destinazione non esiste"));
+        return;
+    }
+    showOutcome(save());
+}
+
+SongsListDialog::Outcome SongsListDialog::save()
+{
+    const Work work(*this);
+    const RunGuard guard;
+    Index index;
+    connect(&index, &Index::progressMaxSetup, this, &SongsListDialog::initProgress);
+    connect(&index, &Index::progressValueChanged, this, &SongsListDialog::setProgressValue);
+    setControlsEnabled(false);
+    const int result =
+        index.saveSongsList(m_ui->lineEditPath->text(), m_ui->lineEditFile->text(),
+                            static_cast<SORT_MODE>(m_ui->comboBoxSort->currentIndex()));
+    setControlsEnabled(true);
+    m_ui->pushButtonClose->setFocus();
+    if (RunGuard::endRequested())
+        return Outcome::Ended;
+    if (result > 0)
+        return Outcome::Saved;
+    return result == 0 ? Outcome::Failed : Outcome::NotPrepared;
+}
+
+void SongsListDialog::showOutcome(Outcome outcome)
+{
+    const QString title = tr("Salva lista song");
+    switch (outcome) {
+    case Outcome::Saved:
+        QMessageBox::information(this, title, tr("Operazione completata"));
+        break;
+    case Outcome::Failed:
+        QMessageBox::warning(this, title, tr("Errore durante la creazione del file"));
+        break;
+    case Outcome::NotPrepared:
+        QMessageBox::warning(this, title,
+                             tr("Impossibile proseguire, la memoria non è preparata per Brisel"));
+        break;
+    case Outcome::Ended:
+        break;
+    }
+}
+
+void SongsListDialog::initProgress(int maximum)
+{
+    m_ui->progressBar->setRange(0, maximum);
+    m_ui->progressBar->setValue(0);
+    breathe();
+}
+
+void SongsListDialog::setProgressValue(int value)
+{
+    m_ui->progressBar->setValue(value);
+    breathe();
+}
+
+void SongsListDialog::changeEvent(QEvent *event)
+{
+    RunDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        m_ui->retranslateUi(this);
+}
+
+void SongsListDialog::on_pushButtonClose_clicked()
+{
+    close();
+}
+
+void SongsListDialog::setControlsEnabled(bool enabled)
+{
+    const QList<QWidget *> controls{m_ui->lineEditPath,   m_ui->pushButtonBrowseDir,
+                                    m_ui->lineEditFile,   m_ui->pushButtonBrowseFile,
+                                    m_ui->comboBoxSort,   m_ui->pushButtonStart,
+                                    m_ui->pushButtonClose};
+    for (QWidget *control : controls)
+        control->setEnabled(enabled);
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "index/rundialog.h"
+
+#include <memory>
+
+namespace Ui
+{
+class SongsListDialog;
+}
+
+/// Saves the list of the songs on a prepared memory as a ";"-separated text file.
+class SongsListDialog : public RunDialog
+{
+    Q_OBJECT
+
+public:
+    explicit SongsListDialog(QWidget *parent = nullptr);
+    ~SongsListDialog() override;
+
+public slots:
+    void browseDir();
+    void browseFile();
+    /// Saves the list and shows in a box what came of it. A file name without a folder means the
+    /// working folder.
+    void start();
+    void initProgress(int maximum);
+    void setProgressValue(int value);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private slots:
+    void on_pushButtonClose_clicked();
+
+private:
+    enum class Outcome { Saved, Failed, NotPrepared, Ended };
+
+    Outcome save();
+    void showOutcome(Outcome outcome);
+    void setControlsEnabled(bool enabled);
+
+    std::unique_ptr<Ui::SongsListDialog> m_ui;
+};

@@ -1,0 +1,540 @@
+#include "index/index.h"
+#include "index/indexdialog.h"
+#include "tests/dialogscript.h"
+#include "tests/index/samplememory.h"
+#include "tests/testhome.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QTest>
+#include <QTranslator>
+
+using namespace Sample;
+
+namespace
+{
+
+const QString boxTitle = QStringLiteral("Ottimizza memoria");
+const QString success = QStringLiteral("Operazione completata con successo");
+const QString someErrors = QStringLiteral("Durante l'operazione si sono verificati alcuni errori.\n"
+                                          "Consultare il report per maggiori informazioni.");
+const QString noPath = QStringLiteral("Il percorso selezionato non esiste");
+const QString quietReport =
+    QStringLiteral("Ottimizzazione memoria in corso...\nOperazione completata");
+
+/// Counts the paintings of one widget.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
+    int count() const { return m_count; }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++m_count;
+        return false;
+    }
+
+private:
+    int m_count = 0;
+};
+
+class EnglishTitle : public QTranslator
+{
+public:
+    QString translate(const char *, const char *source, const char *, int) const override
+    {
+        return qstrcmp(source, "Dialog") == 0 ? QStringLiteral("Optimize memory") : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+/// The dialog on a sample memory with two songs, below a mount folder of the test's own.
+class TestIndexDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void showsDescribedTexts();
+    void startsWithTheMemoryChosenLast();
+    void choosesFolder();
+    void keepsFolderWhenChoiceIsCancelled();
+    void findsRootOfMemory();
+    void startsWhenMouseIsPressed();
+    void ignoresOtherPresses();
+    void startsByKeys_data();
+    void startsByKeys();
+    void indexesWholeMemoryOfTypedFolder();
+    void refusesFolderOutsideMemories();
+    void indexesTypedFolderWithShift();
+    void needsShiftAlone();
+    void indexesTypedFolderWithShiftAndSpace();
+    void refusesMissingAndEmptyPaths();
+    void keepsIdsInUpdateAndRenumbersInRebuild();
+    void reportsRefusedFiles();
+    void forgetsErrorsOfTheRunBefore();
+    void resetsProgressAfterFailure();
+    void endsRunWithoutQuestionAtQuit();
+    void refusesToCloseWhileWorking();
+    void startsOnceAtATime();
+    void keepsPaintingWhileWorking();
+    void leavesMemoryCheckAlone();
+    void keepsValuesOnLanguageChange();
+    void showsLongAndMarkedUpPathsInOneLine();
+    void closesWhenIdle();
+
+private:
+    template <typename Widget>
+    Widget *child(const char *name) const
+    {
+        return m_dialog->findChild<Widget *>(QLatin1StringView(name));
+    }
+    QPushButton *startButton() const { return child<QPushButton>("pushButtonStart"); }
+    QString report() const { return child<QPlainTextEdit>("plainTextReport")->toPlainText(); }
+    void typePath(const QString &path) const { child<QLineEdit>("lineEditPath")->setText(path); }
+    void press(Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QTest::mouseClick(startButton(), Qt::LeftButton, modifiers);
+    }
+    QByteArray firstId() const { return m_memory->read(QStringLiteral("index.id2")).left(4); }
+    void addSongs(int count) const;
+    /// Calls \a step from inside the first event loop that runs while the dialog works.
+    void duringRun(const std::function<void()> &step);
+
+    std::unique_ptr<SampleMemory> m_memory;
+    std::unique_ptr<IndexDialog> m_dialog;
+    std::unique_ptr<DialogScript> m_script;
+};
+
+void TestIndexDialog::init()
+{
+    m_memory = std::make_unique<SampleMemory>();
+    qputenv("BRISEL_VOLUMES", QFile::encodeName(QFileInfo(m_memory->root()).path()));
+    m_memory->write(QStringLiteral("BASI/A.MID"), midiSong("One", "Anna", "Pop"));
+    m_memory->write(QStringLiteral("BASI/B.MP3"), mp3Song("Two", "Bruno", "Rock"));
+    QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc")).clear();
+    m_script = std::make_unique<DialogScript>();
+    m_dialog = std::make_unique<IndexDialog>();
+    m_dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_dialog.get()));
+    typePath(m_memory->root());
+}
+
+void TestIndexDialog::cleanup()
+{
+    QVERIFY2(m_script->isDone(), qPrintable(m_script->problems().join(u'\n')));
+    m_dialog.reset();
+    m_script.reset();
+    m_memory.reset();
+}
+
+void TestIndexDialog::addSongs(int count) const
+{
+    for (int i = 0; i < count; ++i)
+        m_memory->write(QStringLiteral("MANY/S%1.MID").arg(i), midiSong("Song", "Band", "Pop"));
+}
+
+void TestIndexDialog::duringRun(const std::function<void()> &step)
+{
+    auto *timer = new QTimer(m_dialog.get());
+    timer->setInterval(0);
+    connect(timer, &QTimer::timeout, m_dialog.get(), [this, timer, step] {
+        if (startButton()->isEnabled() || QApplication::activeModalWidget() != nullptr)
+            return;
+        timer->stop();
+        step();
+    });
+    timer->start();
+}
+
+void TestIndexDialog::showsDescribedTexts()
+{
+    QCOMPARE(m_dialog->windowTitle(), QStringLiteral("Dialog"));
+    QCOMPARE(child<QLabel>("labelInfoPath")->text(),
+             QStringLiteral("Seleziona la cartella principale della Compact Flash o della Penna "
+                            "USB che vuoi ottimizzare per Brisel:"));
+    QCOMPARE(child<QLabel>("labelInfoPath_2")->text(),
+             QStringLiteral("Seleziona l'azione che vuoi eseguire:"));
+    QCOMPARE(child<QPushButton>("pushButtonBrowse")->text(), QStringLiteral("Sfoglia"));
+    QCOMPARE(child<QRadioButton>("radioButtonUpdate")->text(),
+             QStringLiteral("Ho inserito o eliminato alcune song, aggiorna database"));
+    QVERIFY(child<QRadioButton>("radioButtonUpdate")->isChecked());
+    QCOMPARE(child<QRadioButton>("radioButtonRebuild")->text(),
+             QStringLiteral("Ho problemi con gli archivi, ricostruisci database"));
+    QVERIFY(!child<QRadioButton>("radioButtonRebuild")->isChecked());
+    QCOMPARE(child<QCheckBox>("checkBoxChkdsk")->text(),
+             QStringLiteral("Controlla struttura memoria"));
+    QVERIFY(!child<QCheckBox>("checkBoxChkdsk")->isChecked());
+    QCOMPARE(child<QLabel>("labelFileFoundDescr")->text(), QStringLiteral("File found:"));
+    QCOMPARE(child<QLabel>("labelFileFound")->text(), QStringLiteral("0"));
+    QCOMPARE(child<QLabel>("labelCurrPath")->text(), QString());
+    QCOMPARE(child<QProgressBar>("progressBar")->value(), 0);
+    QCOMPARE(child<QLabel>("labelReport")->text(), QStringLiteral("Report:"));
+    QCOMPARE(report(), QString());
+    QCOMPARE(startButton()->text(), QStringLiteral("Inizia"));
+    QCOMPARE(child<QPushButton>("pushButtonClose")->text(), QStringLiteral("Chiudi"));
+}
+
+void TestIndexDialog::startsWithTheMemoryChosenLast()
+{
+    QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"))
+        .setValue(QStringLiteral("mediaroot"), QStringLiteral("/Volumes/LAST"));
+    const IndexDialog dialog;
+    QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("lineEditPath"))->text(),
+             QStringLiteral("/Volumes/LAST"));
+}
+
+void TestIndexDialog::choosesFolder()
+{
+    QString title;
+    QString folder;
+    m_script->expect("QFileDialog", [&](QWidget *widget) {
+        auto *dialog = qobject_cast<QFileDialog *>(widget);
+        title = dialog->windowTitle();
+        folder = dialog->directory().path();
+        QCOMPARE(dialog->fileMode(), QFileDialog::Directory);
+        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))
+            ->setText(m_memory->path(QStringLiteral("BASI")));
+        QTest::keyClick(dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")),
+                        Qt::Key_Return);
+    });
+    QTest::mouseClick(child<QPushButton>("pushButtonBrowse"), Qt::LeftButton);
+    QCOMPARE(title, QStringLiteral("Scegli cartella"));
+    QCOMPARE(folder, QStringLiteral("/home"));
+    QCOMPARE(child<QLineEdit>("lineEditPath")->text(), m_memory->path(QStringLiteral("BASI")));
+    QCOMPARE(QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"))
+                 .value(QStringLiteral("mediaroot"))
+                 .toString(),
+             m_memory->path(QStringLiteral("BASI")));
+}
+
+void TestIndexDialog::keepsFolderWhenChoiceIsCancelled()
+{
+    m_script->expectFilesCancelled();
+    QTest::mouseClick(child<QPushButton>("pushButtonBrowse"), Qt::LeftButton);
+    QCOMPARE(child<QLineEdit>("lineEditPath")->text(), m_memory->root());
+    QVERIFY(!QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"))
+                 .contains(QStringLiteral("mediaroot")));
+}
+
+void TestIndexDialog::findsRootOfMemory()
+{
+    const auto root = [](const char *path) {
+        return IndexDialog::getRootDrivePath(QLatin1StringView(path));
+    };
+    QCOMPARE(root("/Volumes/CARD/BASI"), QStringLiteral("/Volumes/CARD"));
+    QCOMPARE(root("/Volumes/CARD"), QStringLiteral("/Volumes/CARD"));
+    QCOMPARE(root("/volumes/C/x"), QStringLiteral("/volumes/C"));
+    QCOMPARE(root("/Volumes/"), QString());
+    QCOMPARE(root("/Users/anna/Music"), QString());
+    QCOMPARE(root(""), QString());
+    QCOMPARE(IndexDialog::getRootDrivePath(m_memory->path(QStringLiteral("BASI"))),
+             m_memory->root());
+}
+
+void TestIndexDialog::startsWhenMouseIsPressed()
+{
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    QTest::mousePress(startButton(), Qt::LeftButton);
+    QVERIFY(m_script->isDone());
+    QTest::mouseRelease(startButton(), Qt::LeftButton);
+    QCOMPARE(report(), quietReport);
+    QCOMPARE(child<QLabel>("labelFileFound")->text(), QStringLiteral("2"));
+    QCOMPARE(child<QLabel>("labelCurrPath")->text(), QString());
+    QCOMPARE(child<QProgressBar>("progressBar")->value(), 100);
+    QVERIFY(m_memory->has(QStringLiteral("fsinfos.id2")));
+    QVERIFY(startButton()->isEnabled());
+    QVERIFY(child<QPushButton>("pushButtonClose")->isEnabled());
+}
+
+void TestIndexDialog::ignoresOtherPresses()
+{
+    QTest::mouseClick(startButton(), Qt::RightButton);
+    QTest::mouseClick(startButton(), Qt::MiddleButton);
+    startButton()->setEnabled(false);
+    press();
+    startButton()->setEnabled(true);
+    QTest::mouseRelease(startButton(), Qt::LeftButton);
+    QCOMPARE(report(), QString());
+    QVERIFY(!m_memory->has(QStringLiteral("fsinfos.id2")));
+}
+
+void TestIndexDialog::startsByKeys_data()
+{
+    QTest::addColumn<QByteArray>("widget");
+    QTest::addColumn<int>("key");
+    QTest::newRow("space on the button") << QByteArray("pushButtonStart") << int(Qt::Key_Space);
+    QTest::newRow("enter on the button") << QByteArray("pushButtonStart") << int(Qt::Key_Return);
+    QTest::newRow("enter in the path") << QByteArray("lineEditPath") << int(Qt::Key_Return);
+}
+
+void TestIndexDialog::startsByKeys()
+{
+    QFETCH(QByteArray, widget);
+    QFETCH(int, key);
+    auto *target = child<QWidget>(widget.constData());
+    target->setFocus();
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    QTest::keyClick(target, static_cast<Qt::Key>(key));
+    QCOMPARE(report(), quietReport);
+}
+
+void TestIndexDialog::indexesWholeMemoryOfTypedFolder()
+{
+    m_memory->write(QStringLiteral("C.MID"), midiSong("Three", "Carla", "Pop"));
+    typePath(m_memory->path(QStringLiteral("BASI")));
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    QCOMPARE(child<QLabel>("labelFileFound")->text(), QStringLiteral("3"));
+    QVERIFY(m_memory->has(QStringLiteral("index.id2")));
+    QVERIFY(!m_memory->has(QStringLiteral("BASI/index.id2")));
+}
+
+void TestIndexDialog::refusesFolderOutsideMemories()
+{
+    qputenv("BRISEL_VOLUMES", "/nowhere");
+    m_script->expectMessage(boxTitle, noPath, QMessageBox::Ok);
+    press();
+    QCOMPARE(report(), QString());
+    QVERIFY(!m_memory->has(QStringLiteral("index.id2")));
+}
+
+void TestIndexDialog::indexesTypedFolderWithShift()
+{
+    qputenv("BRISEL_VOLUMES", "/nowhere");
+    typePath(m_memory->path(QStringLiteral("BASI/")));
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press(Qt::ShiftModifier);
+    QVERIFY(m_memory->has(QStringLiteral("BASI/index.id2")));
+    QVERIFY(!m_memory->has(QStringLiteral("index.id2")));
+    QCOMPARE(m_memory->read(QStringLiteral("BASI/index.id2")).mid(4, 7), QByteArray("/A.MID\0", 7));
+}
+
+void TestIndexDialog::needsShiftAlone()
+{
+    typePath(m_memory->path(QStringLiteral("BASI")));
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press(Qt::ShiftModifier | Qt::ControlModifier);
+    QVERIFY(m_memory->has(QStringLiteral("index.id2")));
+    QVERIFY(!m_memory->has(QStringLiteral("BASI/index.id2")));
+}
+
+void TestIndexDialog::indexesTypedFolderWithShiftAndSpace()
+{
+    typePath(m_memory->path(QStringLiteral("BASI")));
+    startButton()->setFocus();
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    QTest::keyClick(startButton(), Qt::Key_Space, Qt::ShiftModifier);
+    QVERIFY(m_memory->has(QStringLiteral("BASI/index.id2")));
+}
+
+void TestIndexDialog::refusesMissingAndEmptyPaths()
+{
+    for (const QString &path : {QString(), m_memory->root() + QStringLiteral("X/songs"),
+                                m_memory->root() + QStringLiteral("/../CARD")}) {
+        typePath(path);
+        m_script->expectMessage(boxTitle, noPath, QMessageBox::Ok);
+        press();
+    }
+    // An empty folder would be the working folder.
+    typePath(QString());
+    m_script->expectMessage(boxTitle, noPath, QMessageBox::Ok);
+    press(Qt::ShiftModifier);
+    QVERIFY(!QFile::exists(QStringLiteral("index.id2")));
+}
+
+void TestIndexDialog::keepsIdsInUpdateAndRenumbersInRebuild()
+{
+    const auto run = [this] {
+        m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+        press();
+    };
+    run();
+    m_memory->remove(QStringLiteral("BASI/A.MID"));
+    run();
+    QCOMPARE(firstId(), QByteArray::fromHex("00000001"));
+    QTest::mouseClick(child<QRadioButton>("radioButtonRebuild"), Qt::LeftButton, {}, QPoint(8, 8));
+    QVERIFY(child<QRadioButton>("radioButtonRebuild")->isChecked());
+    run();
+    QCOMPARE(firstId(), QByteArray::fromHex("00000000"));
+}
+
+void TestIndexDialog::reportsRefusedFiles()
+{
+    const QString longPath = QStringLiteral("FOLDER1/FOLDER2/FOLDER3/FOLDER4/FOLDER5/SONG.MID");
+    m_memory->write(longPath, midiSong("Deep", "Dora", "Pop"));
+    m_script->expectMessage(boxTitle, someErrors, QMessageBox::Ok);
+    press();
+    QCOMPARE(report(),
+             QStringLiteral("Ottimizzazione memoria in corso...\n"
+                            "File non importato, path troppo lungo: %1\nOperazione completata")
+                 .arg(m_memory->path(longPath)));
+    QVERIFY(m_memory->has(QStringLiteral("fsinfos.id2")));
+}
+
+void TestIndexDialog::forgetsErrorsOfTheRunBefore()
+{
+    reportsRefusedFiles();
+    QDir(m_memory->path(QStringLiteral("FOLDER1"))).removeRecursively();
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    QCOMPARE(report(), quietReport);
+}
+
+void TestIndexDialog::resetsProgressAfterFailure()
+{
+    QDir(m_memory->path(QStringLiteral("BASI"))).removeRecursively();
+    m_script->expectMessage(
+        boxTitle,
+        QStringLiteral(
+            "Operazione non riuscita.\nAssicurarsi che il disco abbia sufficiente spazio "
+            "libero e che non sia protetto da scrittura."),
+        QMessageBox::Ok);
+    press();
+    QCOMPARE(child<QProgressBar>("progressBar")->minimum(), 0);
+    QCOMPARE(child<QProgressBar>("progressBar")->maximum(), 100);
+    QCOMPARE(child<QProgressBar>("progressBar")->value(), 0);
+    QCOMPARE(report(), quietReport);
+}
+
+void TestIndexDialog::endsRunWithoutQuestionAtQuit()
+{
+    addSongs(20);
+    m_memory->write(QStringLiteral("A very long name.mid"), midiSong("Long", "Luca", "Pop"));
+    duringRun([] {
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+    });
+    press();
+    QVERIFY(m_memory->has(QStringLiteral("A very long name.mid")));
+    QVERIFY(!m_memory->has(QStringLiteral("fsinfos.id2")));
+    QVERIFY(startButton()->isEnabled());
+    // The quit comes again once the run is over; here it must not end the test program.
+    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
+}
+
+void TestIndexDialog::refusesToCloseWhileWorking()
+{
+    bool seen = false;
+    duringRun([&] {
+        QVERIFY(!child<QPushButton>("pushButtonClose")->isEnabled());
+        m_dialog->close();
+        QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+        QTest::mouseClick(child<QPushButton>("pushButtonClose"), Qt::LeftButton);
+        seen = m_dialog->isVisible();
+    });
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    QVERIFY(seen);
+    QVERIFY(m_dialog->isVisible());
+}
+
+void TestIndexDialog::startsOnceAtATime()
+{
+    duringRun([&] {
+        press();
+        m_dialog->start(true);
+        QTest::keyClick(child<QLineEdit>("lineEditPath"), Qt::Key_Return);
+    });
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    QCOMPARE(report(), quietReport);
+}
+
+void TestIndexDialog::keepsPaintingWhileWorking()
+{
+    addSongs(1500);
+    QStringList paths;
+    int largest = 0;
+    QTimer watch;
+    watch.setInterval(5);
+    connect(&watch, &QTimer::timeout, this, [&] {
+        if (startButton()->isEnabled())
+            return;
+        paths.append(child<QLabel>("labelCurrPath")->text());
+        largest = std::max(largest, child<QLabel>("labelFileFound")->text().toInt());
+    });
+    watch.start();
+    const PaintCounter paintings(child<QLabel>("labelCurrPath"));
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    QVERIFY2(paintings.count() > 2, qPrintable(QString::number(paintings.count())));
+    paths.removeDuplicates();
+    QVERIFY(paths.size() > 2);
+    QVERIFY(largest > 0);
+}
+
+void TestIndexDialog::leavesMemoryCheckAlone()
+{
+    QVERIFY(!IndexDialog::checkDisk(m_memory->root()));
+    child<QCheckBox>("checkBoxChkdsk")->setChecked(true);
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    QCOMPARE(report(), quietReport);
+}
+
+void TestIndexDialog::keepsValuesOnLanguageChange()
+{
+    m_dialog->updateLabelNum(12);
+    m_dialog->updateLabelCurrPath(QStringLiteral("/a/b.mid"));
+    m_dialog->errorFromIndexReceived(QStringLiteral("refused"));
+    EnglishTitle english;
+    QCoreApplication::installTranslator(&english);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_dialog->windowTitle(), QStringLiteral("Optimize memory"));
+    QCOMPARE(child<QLabel>("labelFileFound")->text(), QStringLiteral("12"));
+    QCOMPARE(child<QLabel>("labelCurrPath")->text(), QStringLiteral("/a/b.mid"));
+    QCOMPARE(report(), QStringLiteral("refused"));
+    QCOMPARE(child<QLineEdit>("lineEditPath")->text(), m_memory->root());
+    QCoreApplication::removeTranslator(&english);
+    QCoreApplication::processEvents();
+}
+
+void TestIndexDialog::showsLongAndMarkedUpPathsInOneLine()
+{
+    const int width = m_dialog->width();
+    auto *label = child<QLabel>("labelCurrPath");
+    m_dialog->updateLabelCurrPath(QStringLiteral("/<b>x</b>\n<img src=y>.mid"));
+    QCOMPARE(label->textFormat(), Qt::PlainText);
+    QCOMPARE(label->text(), QStringLiteral("/<b>x</b> <img src=y>.mid"));
+    m_dialog->updateLabelCurrPath(u'/' + QString(4000, u'w') + QStringLiteral("/end.mid"));
+    QVERIFY(label->text().contains(u'\u2026'));
+    QVERIFY(label->text().endsWith(QStringLiteral("end.mid")));
+    QCoreApplication::processEvents();
+    QCOMPARE(m_dialog->width(), width);
+    const QString elided = label->text();
+    m_dialog->resize(width + 200, m_dialog->height());
+    QCoreApplication::processEvents();
+    QVERIFY(label->text().size() > elided.size());
+}
+
+void TestIndexDialog::closesWhenIdle()
+{
+    QTest::mouseClick(child<QPushButton>("pushButtonClose"), Qt::LeftButton);
+    QVERIFY(!m_dialog->isVisible());
+    m_dialog->show();
+    QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+    QVERIFY(!m_dialog->isVisible());
+    m_dialog->show();
+    m_dialog->close();
+    QVERIFY(!m_dialog->isVisible());
+}
+
+BRISEL_TEST_MAIN(QApplication, TestIndexDialog)
+#include "tst_indexdialog.moc"
