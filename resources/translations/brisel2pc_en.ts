@@ -156,6 +156,132 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
+    <name>Index</name>
+    <message>
+        <source>File non importato, errore nel path:</source>
+        <translation>File not imported, error in path:</translation>
+    </message>
+    <message>
+        <source>File non importato, path troppo lungo: </source>
+        <translation>File not imported, path too long: </translation>
+    </message>
+    <message>
+        <source>File non importato, memoria piena: </source>
+        <translation>File not imported, memory full: </translation>
+    </message>
+    <message>
+        <source>File non importato, impossibile rinominare: </source>
+        <translation>File not imported, impossible to rename: </translation>
+    </message>
+    <message>
+        <source>verrà rinominato: </source>
+        <translation>will be renamed: </translation>
+    </message>
+    <message>
+        <source>Se il file non viene rinominato, è possibile che non venga rilevato da Brisel.</source>
+        <translation>If the file is not renamed, Brisel2 may not find it.</translation>
+    </message>
+    <message>
+        <source>TITOLO</source>
+        <translation>TITLE</translation>
+    </message>
+    <message>
+        <source>ARTISTA</source>
+        <translation>ARTIST</translation>
+    </message>
+    <message>
+        <source>GENERE</source>
+        <translation>GENRE</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>IndexDialog</name>
+    <message>
+        <source>Dialog</source>
+        <translation>Optimize memory</translation>
+    </message>
+    <message>
+        <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Brisel:</source>
+        <translation>Select the main folder of the Compact Flash or USB stick that you want to optimize for Brisel2:</translation>
+    </message>
+    <message>
+        <source>Sfoglia</source>
+        <translation>Browse</translation>
+    </message>
+    <message>
+        <source>Seleziona l&apos;azione che vuoi eseguire:</source>
+        <translation>Select the action that you want to perform:</translation>
+    </message>
+    <message>
+        <source>Ho inserito o eliminato alcune song, aggiorna database</source>
+        <translation>I have added or removed some songs, update the database</translation>
+    </message>
+    <message>
+        <source>Ho problemi con gli archivi, ricostruisci database</source>
+        <translation>I have problems with the archives, rebuild the database</translation>
+    </message>
+    <message>
+        <source>Controlla struttura memoria</source>
+        <translation>Check memory structure</translation>
+    </message>
+    <message>
+        <source>File found:</source>
+        <translation>File found:</translation>
+    </message>
+    <message>
+        <source>Report:</source>
+        <translation>Report:</translation>
+    </message>
+    <message>
+        <source>Inizia</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Select folder</translation>
+    </message>
+    <message>
+        <source>Ottimizza memoria</source>
+        <translation>Optimize memory</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>The selected path does not exist</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operation completed</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria in corso...</source>
+        <translation>Memory optimization in progress...</translation>
+    </message>
+    <message>
+        <source>Durante l&apos;operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</source>
+        <translation>Some errors occurred during the operation.
+See the report for more information.</translation>
+    </message>
+    <message>
+        <source>Operazione completata con successo</source>
+        <translation>Operation completed successfully</translation>
+    </message>
+    <message>
+        <source>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
+        <translation>Operation failed.
+Make sure that the disk has enough free space and that it is not write protected.</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Brisel2 PC</source>
@@ -361,6 +487,81 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>%1 di %2</source>
         <translation>%1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>SongsListDialog</name>
+    <message>
+        <source>Salva lista song</source>
+        <translation>Save songs list</translation>
+    </message>
+    <message>
+        <source>Cartella della memoria:</source>
+        <translation>Memory folder:</translation>
+    </message>
+    <message>
+        <source>Sfoglia</source>
+        <translation>Browse</translation>
+    </message>
+    <message>
+        <source>File di destinazione:</source>
+        <translation>Destination file:</translation>
+    </message>
+    <message>
+        <source>Ordina per:</source>
+        <translation>Sort by:</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Inizia</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Select folder</translation>
+    </message>
+    <message>
+        <source>Scegli nome del file</source>
+        <translation>Choose the file name</translation>
+    </message>
+    <message>
+        <source>File (*.csv)</source>
+        <translation>File (*.csv)</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>The selected path does not exist</translation>
+    </message>
+    <message>
+        <source>Il percorso di destinazione non esiste</source>
+        <translation>The destination path does not exist</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operation completed</translation>
+    </message>
+    <message>
+        <source>Errore durante la creazione del file</source>
+        <translation>Error while creating the file</translation>
+    </message>
+    <message>
+        <source>Impossibile proseguire, la memoria non è preparata per Brisel</source>
+        <translation>Operation aborted, memory not optimized for Brisel2</translation>
     </message>
 </context>
 <context>

@@ -156,6 +156,132 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
+    <name>Index</name>
+    <message>
+        <source>File non importato, errore nel path:</source>
+        <translation>File non importato, errore nel path:</translation>
+    </message>
+    <message>
+        <source>File non importato, path troppo lungo: </source>
+        <translation>File non importato, path troppo lungo: </translation>
+    </message>
+    <message>
+        <source>File non importato, memoria piena: </source>
+        <translation>File non importato, memoria piena: </translation>
+    </message>
+    <message>
+        <source>File non importato, impossibile rinominare: </source>
+        <translation>File non importato, impossibile rinominare: </translation>
+    </message>
+    <message>
+        <source>verrà rinominato: </source>
+        <translation>verrà rinominato: </translation>
+    </message>
+    <message>
+        <source>Se il file non viene rinominato, è possibile che non venga rilevato da Brisel.</source>
+        <translation>Se il file non viene rinominato, è possibile che non venga rilevato da Brisel.</translation>
+    </message>
+    <message>
+        <source>TITOLO</source>
+        <translation>TITOLO</translation>
+    </message>
+    <message>
+        <source>ARTISTA</source>
+        <translation>ARTISTA</translation>
+    </message>
+    <message>
+        <source>GENERE</source>
+        <translation>GENERE</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>IndexDialog</name>
+    <message>
+        <source>Dialog</source>
+        <translation>Dialog</translation>
+    </message>
+    <message>
+        <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Brisel:</source>
+        <translation>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Brisel:</translation>
+    </message>
+    <message>
+        <source>Sfoglia</source>
+        <translation>Sfoglia</translation>
+    </message>
+    <message>
+        <source>Seleziona l&apos;azione che vuoi eseguire:</source>
+        <translation>Seleziona l&apos;azione che vuoi eseguire:</translation>
+    </message>
+    <message>
+        <source>Ho inserito o eliminato alcune song, aggiorna database</source>
+        <translation>Ho inserito o eliminato alcune song, aggiorna database</translation>
+    </message>
+    <message>
+        <source>Ho problemi con gli archivi, ricostruisci database</source>
+        <translation>Ho problemi con gli archivi, ricostruisci database</translation>
+    </message>
+    <message>
+        <source>Controlla struttura memoria</source>
+        <translation>Controlla struttura memoria</translation>
+    </message>
+    <message>
+        <source>File found:</source>
+        <translation>File found:</translation>
+    </message>
+    <message>
+        <source>Report:</source>
+        <translation>Report:</translation>
+    </message>
+    <message>
+        <source>Inizia</source>
+        <translation>Inizia</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+    <message>
+        <source>Ottimizza memoria</source>
+        <translation>Ottimizza memoria</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>Il percorso selezionato non esiste</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operazione completata</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria in corso...</source>
+        <translation>Ottimizzazione memoria in corso...</translation>
+    </message>
+    <message>
+        <source>Durante l&apos;operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</source>
+        <translation>Durante l&apos;operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</translation>
+    </message>
+    <message>
+        <source>Operazione completata con successo</source>
+        <translation>Operazione completata con successo</translation>
+    </message>
+    <message>
+        <source>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
+        <translation>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Brisel2 PC</source>
@@ -361,6 +487,81 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>%1 di %2</source>
         <translation>%1 di %2</translation>
+    </message>
+</context>
+<context>
+    <name>SongsListDialog</name>
+    <message>
+        <source>Salva lista song</source>
+        <translation>Salva lista song</translation>
+    </message>
+    <message>
+        <source>Cartella della memoria:</source>
+        <translation>Cartella della memoria:</translation>
+    </message>
+    <message>
+        <source>Sfoglia</source>
+        <translation>Sfoglia</translation>
+    </message>
+    <message>
+        <source>File di destinazione:</source>
+        <translation>File di destinazione:</translation>
+    </message>
+    <message>
+        <source>Ordina per:</source>
+        <translation>Ordina per:</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genere</translation>
+    </message>
+    <message>
+        <source>Inizia</source>
+        <translation>Inizia</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+    <message>
+        <source>Scegli nome del file</source>
+        <translation>Scegli nome del file</translation>
+    </message>
+    <message>
+        <source>File (*.csv)</source>
+        <translation>File (*.csv)</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>Il percorso selezionato non esiste</translation>
+    </message>
+    <message>
+        <source>Il percorso di destinazione non esiste</source>
+        <translation>Il percorso di destinazione non esiste</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operazione completata</translation>
+    </message>
+    <message>
+        <source>Errore durante la creazione del file</source>
+        <translation>Errore durante la creazione del file</translation>
+    </message>
+    <message>
+        <source>Impossibile proseguire, la memoria non è preparata per Brisel</source>
+        <translation>Impossibile proseguire, la memoria non è preparata per Brisel</translation>
     </message>
 </context>
 <context>
