@@ -5,6 +5,7 @@
 #include <QSettings>
 
 DemoHome::DemoHome(const QString &language)
+    : m_folder(QDir::tempPath() + QStringLiteral("/brisel2pc-demo-XXXXXX"))
 {
     for (const QString &path : {songs(), memory(), backups(), lists()})
         QDir().mkpath(path);
