@@ -107,7 +107,9 @@ void MainWindow::scanDir(const QString &dir, int &songs, int &publisherSongs, in
         return;
     const LibraryRun run(*this);
     SongCounts counts{songs, publisherSongs, unknown};
+    m_ui->userLibraryTableView->setUpdatesEnabled(false);
     FolderScan(*m_model, m_progress, counts).scan(dir);
+    m_ui->userLibraryTableView->setUpdatesEnabled(true);
     songs = counts.songs;
     publisherSongs = counts.publisherSongs;
     unknown = counts.unknown;
@@ -320,7 +322,10 @@ bool MainWindow::readFileList(SongCounts &counts)
         return false;
     m_progress.begin(tr("Lettura file"), tr("Importo la libreria..."),
                      static_cast<int>(m_fileList.size()));
+    // Laying the table out and painting it after each song would take most of the time.
+    m_ui->userLibraryTableView->setUpdatesEnabled(false);
     counts = import.readFiles(m_fileList);
+    m_ui->userLibraryTableView->setUpdatesEnabled(true);
     m_progress.end();
     return !RunGuard::endRequested();
 }
