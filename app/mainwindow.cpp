@@ -43,7 +43,7 @@ MainWindow::LibraryRun::~LibraryRun()
 }
 
 MainWindow::MainWindow()
-    : m_ui(std::make_unique<Ui::MainWindow>()),
+    : m_ui(std::make_unique<Ui::MainWindow>()), m_editDialog(this),
       m_settings(settingsOrganisation, settingsApplication), m_progress(this)
 {
     m_ui->setupUi(this);
@@ -62,6 +62,10 @@ MainWindow::MainWindow()
         return;
     }
     debug() << "DB initialized correctly";
+    connect(m_ui->userLibraryTableView, &QTableView::doubleClicked, this,
+            &MainWindow::onSongsTableViewDoubleClicked);
+    connect(m_ui->userLibraryTableView, &QTableView::customContextMenuRequested, this,
+            &MainWindow::onSongsTableViewShowContextMenu);
     m_ui->userLibraryTableView->setContextMenuPolicy(Qt::CustomContextMenu);
     initUserLibraryModel();
     adjustUserLibraryHeaders();
@@ -81,7 +85,8 @@ void MainWindow::importUserLibrary()
     if (!readFileList(counts))
         return;
     adjustUserLibraryHeaders();
-    m_ui->updateDataToolButton->setEnabled(true);
+    if (!offerSynchronisation(counts))
+        m_ui->updateDataToolButton->setEnabled(true);
 }
 
 void MainWindow::updateProgress(int value)

@@ -2,6 +2,7 @@
 
 #include "base/runguard.h"
 #include "db/database.h"
+#include "library/dataeditdialog.h"
 #include "library/runprogress.h"
 
 #include <QMainWindow>
@@ -11,8 +12,12 @@
 
 #include <memory>
 
+class MetaSong;
+class SongInfo;
 class UserSongsRelTableModel;
 struct SongCounts;
+
+enum class TransferRefusal;
 
 namespace Ui
 {
@@ -32,7 +37,8 @@ public:
     MainWindow();
     ~MainWindow() override;
 
-    /// Empties the library table and fills it with the files that were picked last.
+    /// Empties the library table and fills it with the files that were picked last, then offers to
+    /// synchronise while the setting "copyrightAsk" is on.
     void importUserLibrary();
     /// Shows "%1 di %2" in the progress dialog of the run under way, and moves its bar.
     void updateProgress(int value);
@@ -44,6 +50,29 @@ public:
     void filesCount(const QString &dir, int &count) const;
     /// Adds every song below \a dir to the table and to the counters.
     void scanDir(const QString &dir, int &songs, int &publisherSongs, int &unknown);
+
+    /// Brings the library in line with the catalogue, after the offer of a backup. True when every
+    /// row was looked at; false when there is none, or the user did not want to go on.
+    bool updateUserLibrary();
+    /// Offers a backup of the picked files. True when the synchronisation is to go on, also after
+    /// a backup that failed while copying.
+    bool suggestBackup();
+    /// Synchronises one row as a run of its own; true when it was found, rewritten and read again.
+    bool updateFileWithDb(int row);
+
+    /// Writes \a info into the open song and saves it to \a path; the row then shows the file.
+    void manualModifySong(MetaSong song, const SongInfo &info, const QString &path, int row);
+
+    /// Asks for a folder on a memory, copies the picked files there and updates the memory's
+    /// index. True when all of that went well.
+    bool transferFiles();
+    /// Copies the picked files into \a destDir and counts in \a copied what is there afterwards.
+    /// True when none failed and the user did not cancel. The progress dialog is the caller's.
+    bool copyFiles(const QString &destDir, int &copied);
+    /// Brings the index of the memory that holds \a dest up to date; true when it is complete.
+    bool updateBriselIndex(const QString &dest);
+    /// Copies a folder with all below it; see FolderTreeBackup. No button leads here.
+    bool backupDirectory(const QString &source, const QString &dest, int &count);
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -66,6 +95,15 @@ private slots:
     void on_dbgLogEnableCheckBox_toggled(bool on);
     void on_dbgLogClearCheckBox_toggled(bool on);
     void on_dbgHidePushButton_clicked();
+
+    void on_updateDataToolButton_clicked();
+    void on_transferFilesToolButton_clicked();
+    void onSongsTableViewDoubleClicked(const QModelIndex &index);
+    void onSongsTableViewShowContextMenu(const QPoint &pos);
+    void on_dbgSavePushButton_clicked();
+    void on_dbgAddMarkerPushButton_clicked();
+    void on_dbgShowDialogPushButton_clicked();
+    void on_dbgBackupPushButton_clicked();
 
 private:
     /// Lives while a workflow works on the rows: no second run, no quit, no rows that change
@@ -93,8 +131,19 @@ private:
     bool canStartRun() const;
     bool readFileList(SongCounts &counts);
 
+    bool offerSynchronisation(const SongCounts &counts);
+    int askAboutFile(const QString &path, const QString &message);
+    bool backUpPickedFiles(const QString &chosen);
+    bool sendPickedFiles(const QString &destination);
+    void tellTransferRefusal(TransferRefusal refusal);
+    void editSong(int row);
+    void spreadEdit(const SongInfo &edited, int row);
+    void centreRow(int row);
+    void deleteSongFile(int row);
+
     std::unique_ptr<Ui::MainWindow> m_ui;
     Database m_database;
+    DataEditDialog m_editDialog; ///< used for every manual edit
     QSettings m_settings;
     QTranslator m_programTranslator;
     QTranslator m_qtTranslator;

@@ -1,0 +1,122 @@
+// The window's part in the transfer of the picked files to the player's memory.
+
+#include "app/mainwindow.h"
+
+#include "base/debugstream.h"
+#include "index/index.h"
+#include "index/volumes.h"
+#include "library/filecopier.h"
+#include "library/foldertreebackup.h"
+#include "library/transfer.h"
+#include "library/workflowlog.h"
+
+#include "ui_mainwindow.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+void MainWindow::on_transferFilesToolButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    const LibraryRun run(*this);
+    m_ui->updateDataToolButton->setEnabled(false);
+    m_ui->transferFilesToolButton->setEnabled(false);
+    transferFiles();
+    // Only this one: after a transfer, synchronisation needs a new import.
+    m_ui->transferFilesToolButton->setEnabled(true);
+}
+
+bool MainWindow::transferFiles()
+{
+    const LibraryRun run(*this);
+    const QString chosen =
+        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), volumesStartFolder());
+    if (chosen.isEmpty() || RunGuard::endRequested())
+        return false;
+    QString destination;
+    const TransferRefusal refusal = findTransferFolder(chosen, destination);
+    if (refusal != TransferRefusal::None) {
+        tellTransferRefusal(refusal);
+        return false;
+    }
+    const bool done = sendPickedFiles(destination);
+    m_progress.end();
+    if (!RunGuard::endRequested()) {
+        if (done)
+            QMessageBox::information(this, tr("Trasferimento"),
+                                     tr("Tutti i file sono stati copiati correttamente"));
+        else
+            QMessageBox::critical(this, tr("Trasferimento"),
+                                  tr("Non è stato possibile copiare uno o più file"));
+    }
+    debug() << "";
+    return done;
+}
+
+void MainWindow::tellTransferRefusal(TransferRefusal refusal)
+{
+    QString text;
+    switch (refusal) {
+    case TransferRefusal::None:
+        return;
+    case TransferRefusal::SystemDisk:
+        text = tr("Non è possibile copiare i file sul disco di sistema");
+        break;
+    case TransferRefusal::NoSongsFolder:
+        text = tr("Non è possibile copiare i file sulla cartella principale, creare o selezionare "
+                  "una sottocartella");
+        break;
+    case TransferRefusal::ReservedFolder:
+        text = tr("Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono "
+                  "riservate per funzionalità specifiche di Brisel, selezionare un'altra cartella");
+        break;
+    }
+    QMessageBox::warning(this, tr("Trasferimento"), text);
+}
+
+bool MainWindow::sendPickedFiles(const QString &destination)
+{
+    logBanner("TRASFERIMENTO FILE");
+    m_progress.begin(tr("Trasferimento"), tr("Trasferimento file..."),
+                     static_cast<int>(m_fileList.size()));
+    int copied = 0;
+    const bool allCopied = copyFiles(destination, copied);
+    // What did arrive is of no use to the player without the index.
+    if (copied > 0)
+        return updateBriselIndex(destination) && allCopied;
+    return allCopied;
+}
+
+bool MainWindow::copyFiles(const QString &destDir, int &copied)
+{
+    FileCopier copier(m_progress, [this](const QString &destination) {
+        return askAboutFile(destination, tr("esiste già, vuoi sostituirlo?"));
+    });
+    return copier.copyFiles(m_fileList, destDir, copied);
+}
+
+bool MainWindow::updateBriselIndex(const QString &dest)
+{
+    const QString root = getRoot(dest);
+    if (!QFileInfo::exists(root))
+        return false;
+    m_progress.begin(tr("Aggiornamento"), tr("Aggiornamento database..."), 0);
+    Index index;
+    index.setRenameQuestion([this](const QString &path, const QString &message) {
+        return askAboutFile(path, message);
+    });
+    connect(&index, &Index::fileFoundChanged, &m_progress, &RunProgress::setStep);
+    connect(&index, &Index::progressMaxSetup, &m_progress, &RunProgress::setMaximum);
+    connect(&index, &Index::progressValueChanged, &m_progress, &RunProgress::setStep);
+    const bool complete = index.updateIndex(root);
+    m_progress.end();
+    return complete;
+}
+
+bool MainWindow::backupDirectory(const QString &source, const QString &dest, int &count)
+{
+    const RunGuard guard;
+    return FolderTreeBackup(m_progress).backupDirectory(source, dest, count);
+}

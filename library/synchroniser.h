@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class Database;
+class Progress;
+class UserSongsRelTableModel;
+
+/// Brings the songs of the library in line with the catalogue: looks each one up, writes what the
+/// catalogue knows into its file, and shows in the row what the file holds then. One object serves
+/// one run.
+class Synchroniser
+{
+public:
+    /// Asks whether a song that the publisher did not publish may be changed; gives a
+    /// NoCopyrightDialog::Answer.
+    using Question = std::function<int(const QString &fileName)>;
+
+    /// With \a askPublisher off every such song is changed unasked.
+    Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher,
+                 Question question);
+
+    /// Takes every row once, in the table's order, which must not change meanwhile, and sets its
+    /// status. False when the user interrupted; the rows left keep what they had.
+    bool updateRows(Progress &progress);
+
+    /// True when the row's file was found in the catalogue, rewritten and read again.
+    bool updateFileWithDb(int row);
+
+private:
+    bool mayChange(const QString &fileName);
+    bool reloadRow(int row, const QString &fileName);
+
+    UserSongsRelTableModel &m_model;
+    Database &m_catalogue;
+    Question m_question;
+    bool m_askPublisher;
+    bool m_rememberedAnswer = true; ///< holds while nobody is asked
+};

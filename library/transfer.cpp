@@ -1,0 +1,36 @@
+#include "library/transfer.h"
+
+#include "index/volumes.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+static bool isReserved(const QString &folderName)
+{
+    for (const QString &reserved :
+         {QStringLiteral("SFX"), QStringLiteral("BRIDGE"), QStringLiteral("PLAYLIST")}) {
+        if (folderName.compare(reserved, Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
+TransferRefusal findTransferFolder(const QString &chosen, QString &destination)
+{
+    destination = QDir::cleanPath(chosen);
+    if (isSystemDisk(destination))
+        return TransferRefusal::SystemDisk;
+    if (isRoot(destination)) {
+        const QString songs = QStringLiteral("songs");
+        const QDir memory(destination);
+        destination += u'/' + songs;
+        if (!QFileInfo(destination).isDir() && !memory.mkdir(songs))
+            return TransferRefusal::NoSongsFolder;
+        // "songs" may be a link that leads off the memory.
+        if (isSystemDisk(destination))
+            return TransferRefusal::SystemDisk;
+    }
+    if (isReserved(destination.mid(destination.lastIndexOf(u'/') + 1)))
+        return TransferRefusal::ReservedFolder;
+    return TransferRefusal::None;
+}

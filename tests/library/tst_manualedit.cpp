@@ -1,0 +1,234 @@
+#include "library/manualedit.h"
+
+#include "base/runguard.h"
+#include "tests/library/fakeprogress.h"
+#include "tests/library/filesizelimit.h"
+#include "tests/library/samplelibrary.h"
+#include "tests/logcapture.h"
+#include "tests/testhome.h"
+
+#include <QTest>
+
+class TestManualEdit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m_library.reset(); }
+    void savesAndReloads();
+    void failedSaveIsLoggedAndTheRowShowsTheDisk();
+    void vanishedFileKeepsItsRow();
+    void spreadsOnlyWhatIsFlagged_data();
+    void spreadsOnlyWhatIsFlagged();
+    void titleComesFromEachFilesName();
+    void skipsUnreadableFiles();
+    void doesNothingForASingleRow();
+    void isNotStoppedByCancel();
+    void endsWithTheProgram();
+    void visitsEveryRowOnceInASortedTable_data();
+    void visitsEveryRowOnceInASortedTable();
+
+private:
+    void spread(int row, const ManualEdit::Spread &flags)
+    {
+        ManualEdit(m_library->model()).spreadOverList(m_edited, row, flags, m_progress);
+    }
+
+    std::unique_ptr<Sample::Library> m_library;
+    FakeProgress m_progress;
+    SongInfo m_edited;
+};
+
+void TestManualEdit::init()
+{
+    m_library = std::make_unique<Sample::Library>();
+    m_progress = FakeProgress();
+    m_edited.clear();
+    m_edited.title = u"Edited"_qs;
+    m_edited.author = u"E. Author"_qs;
+    m_edited.artist = u"E. Artist"_qs;
+    m_edited.genre = u"E. Genre"_qs;
+    m_edited.length = 99;
+    m_edited.userBpm = 99;
+    m_edited.key = u"Bb"_qs;
+}
+
+void TestManualEdit::savesAndReloads()
+{
+    const QString path = m_library->add(u"one.mid"_qs, Sample::midi("One", false));
+    MetaSong song;
+    QVERIFY(song.importFile(path));
+    const LogCapture log;
+    ManualEdit(m_library->model()).modifySong(song, m_edited, path, 0);
+    const qsizetype saving = log.messages().indexOf(u"Saving to file:  \"%1\" "_qs.arg(path));
+    QVERIFY(saving >= 0);
+    QVERIFY(log.messages().indexOf(u"Ok "_qs) > saving);
+    QVERIFY(log.contains(u"[MetaSong] setSongInfo, manual:  true "_qs));
+    const SongInfo info = Sample::infoOf(path);
+    QCOMPARE(info.title, u"Edited"_qs);
+    QCOMPARE(info.length, 99);
+    QCOMPARE(info.userBpm, 99);
+    QCOMPARE(info.key, u"Bb"_qs);
+    QCOMPARE(m_library->shown(0, u"title"_qs), u"Edited"_qs);
+    QCOMPARE(m_library->shown(0, u"length"_qs), u"01:39"_qs);
+    QCOMPARE(m_library->statuses(), u"2"_qs);
+}
+
+void TestManualEdit::failedSaveIsLoggedAndTheRowShowsTheDisk()
+{
+    const QByteArray content = Sample::midi("One", false);
+    const QString path = m_library->add(u"one.mid"_qs, content);
+    MetaSong song;
+    QVERIFY(song.importFile(path));
+    const LogCapture log;
+    {
+        const FileSizeLimit limit(20);
+        ManualEdit(m_library->model()).modifySong(song, m_edited, path, 0);
+    }
+    QVERIFY(log.contains(u"Error! "_qs));
+    QVERIFY(!log.contains(u"Ok "_qs));
+    QCOMPARE(fileContent(path), content);
+    QCOMPARE(m_library->shown(0, u"title"_qs), u"One"_qs);
+    QCOMPARE(m_library->statuses(), u"2"_qs);
+}
+
+void TestManualEdit::vanishedFileKeepsItsRow()
+{
+    const QString path = m_library->add(u"sub/one.mid"_qs, Sample::midi("One", false));
+    MetaSong song;
+    QVERIFY(song.importFile(path));
+    QVERIFY(QDir(m_library->path(u"sub"_qs)).removeRecursively());
+    ManualEdit(m_library->model()).modifySong(song, m_edited, path, 0);
+    QCOMPARE(m_library->shown(0, u"title"_qs), u"One"_qs);
+    QCOMPARE(m_library->statuses(), u"2"_qs);
+}
+
+void TestManualEdit::spreadsOnlyWhatIsFlagged_data()
+{
+    QTest::addColumn<bool>("author");
+    QTest::addColumn<bool>("artist");
+    QTest::addColumn<bool>("genre");
+    QTest::addColumn<bool>("title");
+    for (int bits = 0; bits < 16; ++bits)
+        QTest::addRow("%d", bits) << bool(bits & 1) << bool(bits & 2) << bool(bits & 4)
+                                  << bool(bits & 8);
+}
+
+void TestManualEdit::spreadsOnlyWhatIsFlagged()
+{
+    QFETCH(bool, author);
+    QFETCH(bool, artist);
+    QFETCH(bool, genre);
+    QFETCH(bool, title);
+    m_library->add(u"one.mid"_qs, Sample::midi("One", false));
+    const QString edited = m_library->add(u"two.mid"_qs, Sample::midi("Two", false));
+    const QByteArray editedBytes = fileContent(edited);
+    m_library->add(u"three.mid"_qs, Sample::midi("Three", false));
+    spread(1, {author, artist, genre, title});
+    for (const int row : {0, 2}) {
+        const SongInfo info = Sample::infoOf(m_library->model().fileName(row));
+        const QString fromFile = row == 0 ? u"one"_qs : u"three"_qs;
+        const QString own = row == 0 ? u"One"_qs : u"Three"_qs;
+        QCOMPARE(info.title, title ? fromFile : own);
+        QCOMPARE(info.author, author ? u"E. Author"_qs : QString());
+        QCOMPARE(info.artist, artist ? u"E. Artist"_qs : QString());
+        QCOMPARE(info.genre, genre ? u"E. Genre"_qs : QString());
+        QCOMPARE(info.length, 0);
+        QCOMPARE(info.userBpm, 0);
+        QCOMPARE(info.key, QString());
+        QCOMPARE(m_library->shown(row, u"title"_qs), info.title);
+    }
+    QCOMPARE(fileContent(edited), editedBytes);
+    QCOMPARE(m_library->statuses(), u"202"_qs);
+    QCOMPARE(m_progress.values, QList<int>({1, 3}));
+    QCOMPARE(m_progress.breaths, 0);
+}
+
+void TestManualEdit::titleComesFromEachFilesName()
+{
+    m_library->add(u"edited.mid"_qs, Sample::midi("x", false));
+    m_library->add(u"with.dots/no dot"_qs, Sample::midi("x", false));
+    m_library->add(u"My.Song.kar"_qs, Sample::midi("x", false));
+    spread(0, {false, false, false, true});
+    QCOMPARE(m_library->shown(1, u"title"_qs), u"no dot"_qs);
+    QCOMPARE(m_library->shown(2, u"title"_qs), u"My.Song"_qs);
+}
+
+void TestManualEdit::skipsUnreadableFiles()
+{
+    m_library->add(u"one.mid"_qs, Sample::midi("One", false));
+    const QString gone = m_library->add(u"two.mid"_qs, Sample::midi("Two", false));
+    m_library->add(u"three.mid"_qs, Sample::midi("Three", false));
+    QVERIFY(QFile::remove(gone));
+    spread(0, {true, false, false, false});
+    QCOMPARE(m_library->statuses(), u"002"_qs);
+    QCOMPARE(m_library->shown(1, u"title"_qs), u"Two"_qs);
+    QCOMPARE(m_progress.values, QList<int>({3}));
+}
+
+void TestManualEdit::doesNothingForASingleRow()
+{
+    const QString path = m_library->add(u"one.mid"_qs, Sample::midi("One", false));
+    const QByteArray content = fileContent(path);
+    spread(0, {true, true, true, true});
+    QCOMPARE(fileContent(path), content);
+    QCOMPARE(m_library->statuses(), u"0"_qs);
+    QCOMPARE(m_progress.values, QList<int>());
+}
+
+void TestManualEdit::isNotStoppedByCancel()
+{
+    for (const QString &name : {u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs})
+        m_library->add(name, Sample::midi("x", false));
+    m_progress.canceled = true;
+    spread(0, {true, false, false, false});
+    QCOMPARE(m_library->statuses(), u"022"_qs);
+}
+
+void TestManualEdit::endsWithTheProgram()
+{
+    for (const QString &name : {u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs})
+        m_library->add(name, Sample::midi("x", false));
+    const RunGuard guard;
+    m_progress.onValue = [](int) { RunGuard::requestEnd(); };
+    spread(0, {true, false, false, false});
+    QCOMPARE(m_library->statuses(), u"020"_qs);
+}
+
+void TestManualEdit::visitsEveryRowOnceInASortedTable_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::newRow("title") << u"title"_qs;
+    QTest::newRow("status") << u"status"_qs;
+    QTest::newRow("author") << u"author"_qs;
+}
+
+void TestManualEdit::visitsEveryRowOnceInASortedTable()
+{
+    QFETCH(QString, column);
+    UserSongsRelTableModel &model = m_library->model();
+    for (int i = 0; i < 40; ++i) {
+        const QString name = u"file %1.mid"_qs.arg(40 - i, 2, 10, QChar(u'0'));
+        m_library->add(name, Sample::midi("title " + QByteArray::number(i * 7 % 40), false));
+        if (i % 4 == 0)
+            model.setStatus(i, Database::Failed);
+    }
+    model.sort(model.fieldIndex(column), Qt::DescendingOrder);
+    const QString edited = model.fileName(5);
+    model.setSortingLocked(true);
+    spread(5, {true, false, false, true});
+    model.setSortingLocked(false);
+    QCOMPARE(model.goodRowCount(), 40);
+    QCOMPARE(m_progress.values.size(), 39);
+    for (int row = 0; row < 40; ++row) {
+        const bool isEdited = model.fileName(row) == edited;
+        QCOMPARE(model.status(row) == Database::Edited, !isEdited);
+        QCOMPARE(m_library->shown(row, u"author"_qs), isEdited ? QString() : u"E. Author"_qs);
+        if (!isEdited)
+            QCOMPARE(m_library->shown(row, u"title"_qs) + u".mid"_qs, model.shortName(row));
+    }
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestManualEdit)
+#include "tst_manualedit.moc"

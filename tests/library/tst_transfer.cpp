@@ -1,0 +1,103 @@
+#include "library/transfer.h"
+
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QTest>
+
+class TestTransfer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void findsTheFolder_data();
+    void findsTheFolder();
+    void makesTheSongsFolder();
+    void refusesWhenSongsCannotBeMade();
+    void refusesSongsFolderThatLeadsOffTheMemory();
+
+private:
+    std::unique_ptr<QTemporaryDir> m_volumes;
+};
+
+void TestTransfer::init()
+{
+    m_volumes = std::make_unique<QTemporaryDir>();
+    qputenv("BRISEL_VOLUMES", QFile::encodeName(m_volumes->path()));
+    for (const char *folder : {"CARD/songs", "CARD/playlist", "CARD/PLAYLIST/old", "CARD/Sfx/x",
+                               "CARD/bridge", "CARD/pop", "CARD/songs/SFX", "sfx"})
+        QVERIFY(QDir(m_volumes->path()).mkpath(QString::fromLatin1(folder)));
+}
+
+void TestTransfer::findsTheFolder_data()
+{
+    QTest::addColumn<QString>("chosen");
+    QTest::addColumn<int>("refusal");
+    QTest::addColumn<QString>("destination");
+    const auto row = [](const char *tag, const QString &chosen, TransferRefusal refusal,
+                        const QString &destination = {}) {
+        QTest::newRow(tag) << chosen << int(refusal) << destination;
+    };
+    using R = TransferRefusal;
+    row("memory", u"%1/CARD"_qs, R::None, u"%1/CARD/songs"_qs);
+    row("memory, not clean", u"%1//CARD/."_qs, R::None, u"%1/CARD/songs"_qs);
+    row("subfolder", u"%1/CARD/pop"_qs, R::None, u"%1/CARD/pop"_qs);
+    row("songs itself", u"%1/CARD/songs"_qs, R::None, u"%1/CARD/songs"_qs);
+    row("playlist", u"%1/CARD/playlist"_qs, R::ReservedFolder);
+    row("bridge", u"%1/CARD/bridge"_qs, R::ReservedFolder);
+    row("Sfx", u"%1/CARD/Sfx"_qs, R::ReservedFolder);
+    row("SFX deeper", u"%1/CARD/songs/SFX"_qs, R::ReservedFolder);
+    row("below PLAYLIST", u"%1/CARD/PLAYLIST/old"_qs, R::None, u"%1/CARD/PLAYLIST/old"_qs);
+    row("below SFX", u"%1/CARD/Sfx/x"_qs, R::None, u"%1/CARD/Sfx/x"_qs);
+    row("memory called sfx", u"%1/sfx"_qs, R::None, u"%1/sfx/songs"_qs);
+    row("mount folder", u"%1"_qs, R::SystemDisk);
+    row("out of the memory", u"%1/CARD/../.."_qs, R::SystemDisk);
+    row("home", u"/Users/me/Music"_qs, R::SystemDisk);
+    row("Volumes", u"/Volumes/"_qs, R::SystemDisk);
+    row("root", u"/"_qs, R::SystemDisk);
+}
+
+void TestTransfer::findsTheFolder()
+{
+    QFETCH(QString, chosen);
+    QFETCH(int, refusal);
+    QFETCH(QString, destination);
+    QString found;
+    chosen.replace(u"%1"_qs, m_volumes->path());
+    destination.replace(u"%1"_qs, m_volumes->path());
+    QCOMPARE(int(findTransferFolder(chosen, found)), refusal);
+    if (refusal == int(TransferRefusal::None))
+        QCOMPARE(found, destination);
+}
+
+void TestTransfer::makesTheSongsFolder()
+{
+    QVERIFY(QDir(m_volumes->path()).mkdir(u"STICK"_qs));
+    QString found;
+    QCOMPARE(findTransferFolder(m_volumes->filePath(u"STICK"_qs), found), TransferRefusal::None);
+    QVERIFY(QFileInfo(m_volumes->filePath(u"STICK/songs"_qs)).isDir());
+}
+
+void TestTransfer::refusesWhenSongsCannotBeMade()
+{
+    makeFile(m_volumes->filePath(u"STICK/songs"_qs), "a file in the way");
+    QString found;
+    QCOMPARE(findTransferFolder(m_volumes->filePath(u"STICK"_qs), found),
+             TransferRefusal::NoSongsFolder);
+    QCOMPARE(findTransferFolder(m_volumes->filePath(u"GONE"_qs), found),
+             TransferRefusal::NoSongsFolder);
+}
+
+void TestTransfer::refusesSongsFolderThatLeadsOffTheMemory()
+{
+    const QTemporaryDir elsewhere;
+    QVERIFY(QDir(m_volumes->path()).mkdir(u"STICK"_qs));
+    QVERIFY(QFile::link(elsewhere.path(), m_volumes->filePath(u"STICK/songs"_qs)));
+    QString found;
+    QCOMPARE(findTransferFolder(m_volumes->filePath(u"STICK"_qs), found),
+             TransferRefusal::SystemDisk);
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestTransfer)
+#include "tst_transfer.moc"
