@@ -419,6 +419,86 @@ Make sure that the disk has enough free space and that it is not write protected
         <source>Importo la libreria...</source>
         <translation>Importing library...</translation>
     </message>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating library...</translation>
+    </message>
+    <message>
+        <source>Remove from list</source>
+        <translation>Remove from list</translation>
+    </message>
+    <message>
+        <source>Delete file</source>
+        <translation>Delete file</translation>
+    </message>
+    <message>
+        <source>Attenzione</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>Sei sicuro di voler cancellare il file?</source>
+        <translation>Are you sure you want to permanently delete the file?</translation>
+    </message>
+    <message>
+        <source>Backup FALLITO !!!</source>
+        <translation>Backup FAILED !!!</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Backing up the library...</translation>
+    </message>
+    <message>
+        <source>Backup eseguito correttamente</source>
+        <translation>Backup done correctly</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Select folder</translation>
+    </message>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Transfer</translation>
+    </message>
+    <message>
+        <source>Tutti i file sono stati copiati correttamente</source>
+        <translation>All the files have been copied successfully</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile copiare uno o più file</source>
+        <translation>It was not possible to copy one or more files</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sul disco di sistema</source>
+        <translation>Can not copy the file on system disc</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
+        <translation>It is not possible to copy files on the main folder, select or create a subfolder</translation>
+    </message>
+    <message>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate per funzionalità specifiche di Brisel, selezionare un&apos;altra cartella</source>
+        <translation>You can not use BRIDGE, SFX and PLAYLIST folders, they are reserved for BRISEL2. Select another folder</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Transferring files...</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>is already present, replace it?</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Update</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Updating database...</translation>
+    </message>
 </context>
 <context>
     <name>NoCopyrightDialog</name>

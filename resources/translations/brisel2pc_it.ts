@@ -419,6 +419,86 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <source>Importo la libreria...</source>
         <translation>Importo la libreria...</translation>
     </message>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+    <message>
+        <source>Remove from list</source>
+        <translation>Remove from list</translation>
+    </message>
+    <message>
+        <source>Delete file</source>
+        <translation>Delete file</translation>
+    </message>
+    <message>
+        <source>Attenzione</source>
+        <translation>Attenzione</translation>
+    </message>
+    <message>
+        <source>Sei sicuro di voler cancellare il file?</source>
+        <translation>Sei sicuro di voler cancellare il file?</translation>
+    </message>
+    <message>
+        <source>Backup FALLITO !!!</source>
+        <translation>Backup FALLITO !!!</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Eseguo backup dellla libreria...</translation>
+    </message>
+    <message>
+        <source>Backup eseguito correttamente</source>
+        <translation>Backup eseguito correttamente</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Trasferimento</translation>
+    </message>
+    <message>
+        <source>Tutti i file sono stati copiati correttamente</source>
+        <translation>Tutti i file sono stati copiati correttamente</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile copiare uno o più file</source>
+        <translation>Non è stato possibile copiare uno o più file</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sul disco di sistema</source>
+        <translation>Non è possibile copiare i file sul disco di sistema</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
+        <translation>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</translation>
+    </message>
+    <message>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate per funzionalità specifiche di Brisel, selezionare un&apos;altra cartella</source>
+        <translation>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate per funzionalità specifiche di Brisel, selezionare un&apos;altra cartella</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Trasferimento file...</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>esiste già, vuoi sostituirlo?</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Aggiornamento</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Aggiornamento database...</translation>
+    </message>
 </context>
 <context>
     <name>NoCopyrightDialog</name>
