@@ -29,11 +29,25 @@ bool flushToDisk(QFileDevice &file)
 #endif
 }
 
+/// Overwrites a file without emptying it first: what it occupies stays its own, so that the way
+/// back needs no room.
 bool writeInPlace(const QString &path, const QByteArray &content)
 {
     QFile file(path);
-    return file.open(QIODevice::WriteOnly) && writeAll(file, content) &&
+    return file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered) &&
+           writeAll(file, content) && file.resize(content.size()) &&
            finishWriting(file, content.size());
+}
+
+bool writeNewFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+        return false;
+    if (writeAll(file, content) && finishWriting(file, content.size()))
+        return flushFolder(QFileInfo(path).absolutePath());
+    file.remove();
+    return false;
 }
 
 /// False when a name is so long that the one of the copy beside it, seven bytes longer, would not
@@ -45,7 +59,14 @@ bool hasRoomBeside(const QString &path)
     return QFile::encodeName(QFileInfo(path).fileName()).size() + addition <= longestName;
 }
 
-/// For a folder in which no file can be made: the old content is kept at hand for the way back.
+/// True when no file can ever be made beside \a path. A full disk is no such place: what stands
+/// there must not be overwritten.
+bool mustWriteInPlace(const QString &path)
+{
+    return !hasRoomBeside(path) || !QFileInfo(QFileInfo(path).absolutePath()).isWritable();
+}
+
+/// The old content is kept at hand for the way back.
 bool overwriteKeepingOld(const QString &path, const QByteArray &content)
 {
     QFile old(path);
@@ -85,9 +106,12 @@ bool replaceFile(const QString &path, const QByteArray &content)
     if (kind == FileKind::Regular && !QFileInfo(target).isWritable())
         return false;
 
+    if (mustWriteInPlace(target))
+        return kind == FileKind::Regular ? overwriteKeepingOld(target, content)
+                                         : writeNewFile(target, content);
     QSaveFile file(target);
-    if (!hasRoomBeside(target) || !file.open(QIODevice::WriteOnly))
-        return kind == FileKind::Regular && overwriteKeepingOld(target, content);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
     // commit() trusts what the buffer once took: whatever went wrong must be seen before it.
     if (!writeAll(file, content) || !finishWriting(file, content.size()))
         return false;

@@ -1,4 +1,5 @@
 #include "base/filewriting.h"
+#include "tests/base/nonewfiles.h"
 #include "tests/fulldisk.h"
 #include "tests/testhome.h"
 
@@ -46,6 +47,10 @@ private slots:
     void refusesWhatIsNoFile();
     void refusesAWriteProtectedFile();
     void replacesWithContentOfAnySize();
+    void writesNamesThatAllowNoneBeside();
+    void keepsTheOldContentInPlace_data();
+    void keepsTheOldContentInPlace();
+    void overwritesNothingOnADiskWithoutRoomForAFile();
     void noticesAShortFile();
     void movesOverAFile();
     void movesNothingThatIsMissing();
@@ -176,6 +181,58 @@ void TestFileWriting::replacesWithContentOfAnySize()
         QVERIFY(replaceFile(m_path, content));
         QVERIFY(read(m_path) == content);
     }
+}
+
+void TestFileWriting::writesNamesThatAllowNoneBeside()
+{
+    for (const int length : {248, 249, 255}) {
+        const QString path = m_folder->filePath(QString(length, u'n'));
+        for (const char *content : {"first, long", "2", "third, longer than that"}) {
+            QVERIFY(replaceFile(path, content));
+            QCOMPARE(read(path), QByteArray(content));
+        }
+    }
+    const FullDisk disk(3);
+    QVERIFY(!replaceFile(m_folder->filePath(QString(255, u'm')), "four"));
+    QCOMPARE(entries().size(), 3);
+    QVERIFY(replaceFile(m_folder->filePath(QString(255, u'm')), "two"));
+}
+
+void TestFileWriting::keepsTheOldContentInPlace_data()
+{
+    keepsTheOldContentOnAFullDisk_data();
+}
+
+void TestFileWriting::keepsTheOldContentInPlace()
+{
+    QFETCH(const int, room);
+    const QString path = m_folder->filePath(QString(255, u'n'));
+    const QByteArray old(20000, 'o');
+    write(path, old);
+    {
+        // What the file occupies must not be given back before the new content is there.
+        const FullDisk disk(static_cast<rlim_t>(room));
+        QVERIFY(!replaceFile(path, QByteArray(50000, 'n')));
+    }
+    QVERIFY(read(path) == old);
+}
+
+void TestFileWriting::overwritesNothingOnADiskWithoutRoomForAFile()
+{
+    write(m_path, "old");
+    struct stat before {
+    };
+    QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &before), 0);
+    {
+        const NoNewFiles disk;
+        QVERIFY(!replaceFile(m_path, "new"));
+    }
+    QCOMPARE(read(m_path), QByteArray("old"));
+    struct stat after {
+    };
+    QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &after), 0);
+    QCOMPARE(after.st_ctim.tv_nsec, before.st_ctim.tv_nsec); // not even for a moment
+    QVERIFY(replaceFile(m_path, "new"));
 }
 
 void TestFileWriting::noticesAShortFile()
