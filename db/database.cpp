@@ -86,10 +86,11 @@ bool isPlainText(const QString &text)
 }
 
 /// Behind a double quote a name is read as SQL. A condition on the same row is let through; what
-/// could keep the catalogue busy for ever (a sub-select, a second table, a function) is not.
+/// could keep the catalogue busy for ever (a sub-select, a second table, a function) is not. Two
+/// quotes stand for one in the text and end nothing.
 bool isTooClever(const QString &text)
 {
-    return text.contains(u'"') &&
+    return QString(text).remove(QStringLiteral("\"\"")).contains(u'"') &&
            (text.contains(u'(') || text.contains(QStringLiteral("select"), Qt::CaseInsensitive));
 }
 

@@ -87,6 +87,7 @@ private slots:
     void takesFirstOfNamesThatDifferInCase();
     void readsColumnNameAsColumn();
     void breaksAtDoubleQuote();
+    void findsParenthesesBetweenDoubledQuotes();
     void letsAConditionOnTheRowThrough();
     void refusesSubSelects();
     void fastLookUpEqualsScan();
@@ -204,6 +205,17 @@ void TestCatalogueLookup::breaksAtDoubleQuote()
     // Two quotes stand for one, as in any quoted text of the language.
     QVERIFY(database.getRecordByTitle(QStringLiteral("SAY \"\"A\"\" AGAIN"), record));
     QVERIFY(log.messages().isEmpty());
+}
+
+void TestCatalogueLookup::findsParenthesesBetweenDoubledQuotes()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("\"SELECT\" (LIVE)"))});
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    QVERIFY(database.getRecordByTitle(QStringLiteral("\"\"Select\"\" (live)"), record));
+    QCOMPARE(record.title, QStringLiteral("\"SELECT\" (LIVE)"));
+    QVERIFY(!database.getRecordByTitle(QStringLiteral("\"Select\" (live)"), record));
 }
 
 void TestCatalogueLookup::letsAConditionOnTheRowThrough()
