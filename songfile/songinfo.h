@@ -16,7 +16,7 @@ class SongInfo
 {
 public:
     /// The formats that the system recognises. The numbers are part of the design.
-    enum fileTypeEnum {
+    enum fileTypeEnum : int {
         Unknown = 0,
         Midi0 = 1, ///< Standard MIDI File, format 0
         Midi1 = 2, ///< Standard MIDI File, format 1

@@ -5,6 +5,8 @@
 
 #include <QtTest>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 class TestSongInfo : public QObject
@@ -147,7 +149,9 @@ void TestSongInfo::namesTheFormats()
     for (int type = 0; type < names.size(); ++type)
         QCOMPARE(MetaSong::getFormatString(static_cast<SongInfo::fileTypeEnum>(type)),
                  names.at(type));
-    QCOMPARE(MetaSong::getFormatString(SongInfo::fileTypeEnum(0)), u"UNKNOWN"_s);
+    for (const int type : {-1, 8, 256 + 1, std::numeric_limits<int>::min()})
+        QCOMPARE(MetaSong::getFormatString(static_cast<SongInfo::fileTypeEnum>(type)),
+                 u"UNKNOWN"_s);
 }
 
 BRISEL_TEST_MAIN(QCoreApplication, TestSongInfo)
