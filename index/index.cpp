@@ -49,13 +49,16 @@ bool Index::updateIndex(const QString &root)
     m_lastId = 0;
     m_nextId = 0;
     resetCounts();
-    m_restorePlaylists = createPlaylistFilePath() == Playlists::Preparation::Written;
-    if (!m_restorePlaylists) {
+    const Playlists::Preparation playlists = createPlaylistFilePath();
+    m_restorePlaylists = playlists == Playlists::Preparation::Written;
+    if (!m_restorePlaylists)
         m_playlists.clear();
-        if (loadAllIndexFile() < 0) {
-            m_set.discard();
-            return false;
-        }
+    // A memory that takes no path file takes no index either, and losing this one would leave the
+    // playlists without their songs.
+    if (playlists == Playlists::Preparation::Unwritable ||
+        (!m_restorePlaylists && loadAllIndexFile() < 0)) {
+        m_set.discard();
+        return false;
     }
     m_nextId = m_lastId + 1;
     return finish(createPathIndex());

@@ -1,0 +1,664 @@
+#include "base/runguard.h"
+#include "index/index.h"
+#include "tests/dialogscript.h"
+#include "tests/index/samplememory.h"
+#include "tests/logcapture.h"
+#include "tests/testhome.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace Sample;
+
+namespace
+{
+
+const QByteArray anySong = midiSong("Title", "Artist", "Genre");
+
+/// The paths of "index.id2" in its order, decoded here.
+QStringList indexedPaths(const SampleMemory &memory)
+{
+    const QByteArray index = memory.read(u"index.id2"_qs);
+    QStringList paths;
+    for (qsizetype pos = 0; pos + 64 <= index.size(); pos += 64)
+        paths.append(QString::fromLatin1(index.mid(pos + 4).constData()));
+    return paths;
+}
+
+QList<int> indexedIds(const SampleMemory &memory)
+{
+    const QByteArray index = memory.read(u"index.id2"_qs);
+    QList<int> ids;
+    for (qsizetype pos = 0; pos + 64 <= index.size(); pos += 64)
+        ids.append(index.mid(pos, 4).toHex().toInt(nullptr, 16));
+    return ids;
+}
+
+QStringList titles(const SampleMemory &memory)
+{
+    const QByteArray content = memory.read(u"title.id2"_qs);
+    QStringList texts;
+    for (qsizetype pos = 0; pos + 64 <= content.size(); pos += 64)
+        texts.append(QString::fromLatin1(content.mid(pos + 4, 58).constData()));
+    return texts;
+}
+
+Index::RenameQuestion always(int answer, int *asked = nullptr)
+{
+    return [answer, asked](const QString &, const QString &) {
+        if (asked != nullptr)
+            ++*asked;
+        return answer;
+    };
+}
+
+QList<int> values(const QSignalSpy &spy)
+{
+    QList<int> list;
+    for (const QList<QVariant> &arguments : spy)
+        list.append(arguments.first().toInt());
+    return list;
+}
+
+QStringList texts(const QSignalSpy &spy)
+{
+    QStringList list;
+    for (const QList<QVariant> &arguments : spy)
+        list.append(arguments.first().toString());
+    return list;
+}
+
+} // namespace
+
+/// Building and updating the index of a memory.
+class TestIndex : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void refusesEmptyRoot();
+    void cleansTheRoot();
+    void writesNothingWithoutSongs();
+    void writesNothingWhenNothingChanged();
+    void rebuildsWhereAFileIsMissing();
+    void emitsProgressInOrder();
+    void logsItsSteps();
+    void keepsIdsAcrossUpdates();
+    void readsChangedSongsAgain();
+    void keepsSongThatCannotBeLookedAt();
+    void indexesAccentedPathsAnew();
+    void readsHeadOfMisreadPathAgain();
+    void keepsSongRenamedInCaseOnly();
+    void walksFoldersInOrder();
+    void skipsReservedAndHiddenFolders();
+    void acceptsOnlySongSuffixes();
+    void endsLinkLoopsAndSkipsSpecialFiles();
+    void refusesPathOf46Characters();
+    void failsOnFaultyOldIndex_data();
+    void failsOnFaultyOldIndex();
+    void survivesUnorderedIds();
+    void removesAllButReservedFile();
+    void shortensLongNames();
+    void countsPast9And99();
+    void renamesFoldersButNeverTheRoot();
+    void obeysTheAnswers_data();
+    void obeysTheAnswers();
+    void asksByDialog();
+    void takesGraphicsAlong();
+    void reportsFailedRename();
+    void endsWhenAskedToQuit();
+    void endsInThePerSongPass();
+    void keepsRoomForNoSongInAnotherPlace();
+};
+
+void TestIndex::refusesEmptyRoot()
+{
+    QVERIFY(QDir().mkpath(u"inside"_qs));
+    QFile song(u"inside/A.MID"_qs);
+    QVERIFY(song.open(QIODevice::WriteOnly));
+    for (const QString &root :
+         {QString(), u"/"_qs, u"\\"_qs, u"/nowhere/at/all"_qs, u"inside/A.MID"_qs}) {
+        QVERIFY(!Index().createIndex(root));
+        QVERIFY(!Index().updateIndex(root));
+    }
+    QVERIFY(!QFileInfo::exists(u"index.id2"_qs));
+    QVERIFY(!QFileInfo::exists(u"sfx"_qs));
+    QVERIFY(!Index().checkIndexFile());
+}
+
+void TestIndex::cleansTheRoot()
+{
+    for (const QString &tail : {u"/"_qs, u"\\"_qs, u"//"_qs, u"/."_qs, u"/./"_qs}) {
+        const SampleMemory memory;
+        memory.write(u"A/B.MID"_qs, anySong);
+        QVERIFY2(Index().createIndex(memory.root() + tail), qPrintable(tail));
+        QCOMPARE(indexedPaths(memory), QStringList{u"/A/B.MID"_qs});
+    }
+}
+
+void TestIndex::writesNothingWithoutSongs()
+{
+    const SampleMemory memory;
+    memory.write(u"readme.txt"_qs, "x");
+    QVERIFY(!Index().createIndex(memory.root()));
+    QCOMPARE(memory.rootFiles().keys(), QStringList{u"readme.txt"_qs});
+
+    memory.write(u"A.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.remove(u"A.MID"_qs);
+    memory.write(u"temp1.id2"_qs, "x");
+    memory.write(u"temp2.id2"_qs, "x");
+    memory.write(u"sfx.id2"_qs, "x");
+    QVERIFY(!Index().createIndex(memory.root()));
+    QCOMPARE(memory.rootFiles().keys(), QStringList({u"readme.txt"_qs, u"sfx.id2"_qs}));
+}
+
+void TestIndex::writesNothingWhenNothingChanged()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    const QDateTime old(QDate(2001, 2, 3), QTime(4, 5));
+    for (const QString &name : memory.rootFiles().keys())
+        memory.setDate(name, old);
+    const QDateTime songDate(QDate(2010, 1, 1), QTime(1, 1, 1));
+    memory.setDate(u"A.MID"_qs, songDate);
+    QVERIFY(Index().updateIndex(memory.root()));
+    memory.setDate(u"index.id2"_qs, old);
+    memory.setDate(u"fsinfos.id2"_qs, old);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(QFileInfo(memory.path(u"index.id2"_qs)).lastModified(), old);
+    QCOMPARE(QFileInfo(memory.path(u"fsinfos.id2"_qs)).lastModified(), old);
+    // No song at all: the update leaves the old files as they are, too.
+    memory.remove(u"A.MID"_qs);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(QFileInfo(memory.path(u"index.id2"_qs)).lastModified(), old);
+}
+
+void TestIndex::rebuildsWhereAFileIsMissing()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    memory.write(u"B.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    const QStringList names = memory.rootFiles().keys();
+    memory.remove(u"A.MID"_qs);
+    for (const QString &name : names) {
+        if (!name.endsWith(u".id2"_qs))
+            continue;
+        memory.remove(name);
+        QVERIFY(Index().updateIndex(memory.root()));
+        QCOMPARE(indexedIds(memory), QList<int>{0});
+        QVERIFY(memory.has(name));
+    }
+}
+
+void TestIndex::emitsProgressInOrder()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    memory.write(u"B.TXT"_qs, "x");
+    memory.write(u"C.MID"_qs, anySong);
+    Index index;
+    const QSignalSpy found(&index, &Index::fileFoundChanged);
+    const QSignalSpy maximum(&index, &Index::progressMaxSetup);
+    const QSignalSpy value(&index, &Index::progressValueChanged);
+    const QSignalSpy path(&index, &Index::currentPathChanged);
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(values(found), QList<int>({1, 2}));
+    QCOMPARE(values(maximum), QList<int>({2, 100}));
+    QCOMPARE(values(value), QList<int>({0, 1, 2, 0, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100}));
+    const QString a = memory.path(u"A.MID"_qs);
+    const QString c = memory.path(u"C.MID"_qs);
+    QCOMPARE(texts(path), QStringList({a, memory.path(u"B.TXT"_qs), c, a, c, QString()}));
+}
+
+void TestIndex::logsItsSteps()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    LogCapture log;
+    QVERIFY(Index().createIndex(memory.root()));
+    const QStringList lists{u"write title index "_qs,  u"write alpha index "_qs,
+                            u"write artist index "_qs, u"write alpha index "_qs,
+                            u"write genre index "_qs,  u"write alpha index "_qs};
+    const QStringList steps =
+        QStringList{u"create path index "_qs, u"create title index "_qs, u"write ord index "_qs} +
+        QStringList{u"restore playlist file path "_qs, u"write path index "_qs} + lists +
+        QStringList{u"create mp3 index "_qs} + lists + QStringList{u"write numfile index "_qs};
+    QCOMPARE(log.messages(),
+             QStringList({u"create playlist file path "_qs, u"delete index "_qs}) + steps);
+}
+
+void TestIndex::keepsIdsAcrossUpdates()
+{
+    const SampleMemory memory;
+    for (const char *name : {"A.MID", "B.MID", "C.MID"})
+        memory.write(QLatin1StringView(name), anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.remove(u"B.MID"_qs);
+    memory.write(u"AA.MID"_qs, anySong);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs, u"/C.MID"_qs, u"/AA.MID"_qs}));
+    QCOMPARE(indexedIds(memory), QList<int>({0, 2, 3}));
+    memory.write(u"B.MID"_qs, anySong);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(indexedIds(memory), QList<int>({0, 2, 3, 4}));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(indexedIds(memory), QList<int>({0, 1, 2, 3}));
+    QCOMPARE(indexedPaths(memory),
+             QStringList({u"/A.MID"_qs, u"/AA.MID"_qs, u"/B.MID"_qs, u"/C.MID"_qs}));
+}
+
+void TestIndex::readsChangedSongsAgain()
+{
+    const SampleMemory memory;
+    const QDateTime moment(QDate(2010, 5, 6), QTime(7, 8, 9));
+    memory.write(u"A.MID"_qs, midiSong("Old", "A", "G"));
+    memory.setDate(u"A.MID"_qs, moment);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.write(u"A.MID"_qs, midiSong("New", "A", "G"));
+    memory.setDate(u"A.MID"_qs, moment);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(titles(memory), QStringList{u"OLD"_qs});
+    memory.setDate(u"A.MID"_qs, moment.addSecs(1));
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(titles(memory), QStringList{u"NEW"_qs});
+    QCOMPARE(memory.read(u"index.id2"_qs).mid(50), QByteArray("20100506070810"));
+    QCOMPARE(indexedIds(memory), QList<int>{0});
+}
+
+void TestIndex::keepsSongThatCannotBeLookedAt()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, midiSong("Kept", "A", "G"));
+    memory.write(u"B.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.remove(u"A.MID"_qs);
+    QVERIFY(QFile::link(memory.path(u"A.MID"_qs), memory.path(u"A.MID"_qs)));
+    memory.write(u"C.MID"_qs, anySong);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs, u"/B.MID"_qs, u"/C.MID"_qs}));
+    QVERIFY(titles(memory).contains(u"KEPT"_qs));
+    // A folder in its place is no longer the song.
+    memory.remove(u"A.MID"_qs);
+    QVERIFY(QDir().mkpath(memory.path(u"A.MID"_qs)));
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList({u"/B.MID"_qs, u"/C.MID"_qs}));
+}
+
+void TestIndex::indexesAccentedPathsAnew()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    memory.write(u"\u00E9.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(indexedIds(memory), QList<int>({0, 2}));
+    QCOMPARE(memory.read(u"index.id2"_qs).mid(64 + 4, 7), QByteArray("/\x82.MID\0", 7));
+}
+
+void TestIndex::readsHeadOfMisreadPathAgain()
+{
+    // 0xEA stands for U+00DB in the code page, and is U+00EA in Latin-1: the record of the first
+    // song looks like that of the second.
+    const SampleMemory memory;
+    const QDateTime moment(QDate(2010, 5, 6), QTime(7, 8, 9));
+    memory.write(u"\u00DB.MID"_qs, midiSong("First", "A", "G"));
+    memory.setDate(u"\u00DB.MID"_qs, moment);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.remove(u"\u00DB.MID"_qs);
+    memory.write(u"\u00EA.MID"_qs, midiSong("Second", "A", "G"));
+    memory.setDate(u"\u00EA.MID"_qs, moment);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(titles(memory), QStringList{u"SECOND"_qs});
+}
+
+void TestIndex::keepsSongRenamedInCaseOnly()
+{
+    const SampleMemory memory;
+    memory.write(u"a.mid"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(QFile::rename(memory.path(u"a.mid"_qs), memory.path(u"A.MID"_qs)));
+    memory.write(u"B.MID"_qs, anySong);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs, u"/B.MID"_qs}));
+    QCOMPARE(indexedIds(memory), QList<int>({0, 1}));
+}
+
+void TestIndex::walksFoldersInOrder()
+{
+    const SampleMemory memory;
+    for (const char *name : {"b/1.MID", "B.MID", "_.MID", "a.kar", "C/d/2.zb3", "C/e.Zb5"})
+        memory.write(QLatin1StringView(name), anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList({u"/_.MID"_qs, u"/a.kar"_qs, u"/b/1.MID"_qs,
+                                                u"/B.MID"_qs, u"/C/d/2.zb3"_qs, u"/C/e.Zb5"_qs}));
+}
+
+void TestIndex::skipsReservedAndHiddenFolders()
+{
+    const SampleMemory memory;
+    for (const char *name :
+         {"SFX/1.MID", "Bridge/2.MID", "x/sFx/3.MID", ".hidden/4.MID", ".5.MID",
+          "System Volume Information/6.MID", "lost+found/7.MID", "SFXX/8.MID", "x/sfx.mid"})
+        memory.write(QLatin1StringView(name), anySong);
+    Index index;
+    index.setRenameQuestion(always(2));
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList({u"/SFXX/8.MID"_qs, u"/x/sfx.mid"_qs}));
+}
+
+void TestIndex::acceptsOnlySongSuffixes()
+{
+    const SampleMemory memory;
+    for (const char *name : {"1.mid", "2.KAR", "3.zb3", "4.ZB4", "5.zb5", "6.Mp3", "7.midi",
+                             "8.zb2", "9", "10.mid.txt", "mid"})
+        memory.write(QLatin1StringView(name), anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory).size(), 6);
+}
+
+void TestIndex::endsLinkLoopsAndSkipsSpecialFiles()
+{
+    const SampleMemory memory;
+    memory.write(u"x/A.MID"_qs, anySong);
+    QVERIFY(QFile::link(u"."_qs, memory.path(u"loop"_qs)));
+    QVERIFY(QFile::link(memory.root(), memory.path(u"x/up"_qs)));
+    QVERIFY(QFile::link(u"/dev/zero"_qs, memory.path(u"zero.mid"_qs)));
+    QCOMPARE(::mkfifo(QFile::encodeName(memory.path(u"fifo.mid"_qs)).constData(), 0600), 0);
+    QVERIFY(QDir().mkpath(memory.path(u"folder.mid"_qs)));
+    QVERIFY(QFile::link(memory.path(u"x/A.MID"_qs), memory.path(u"link.mid"_qs)));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList({u"/link.mid"_qs, u"/x/A.MID"_qs}));
+}
+
+void TestIndex::refusesPathOf46Characters()
+{
+    const SampleMemory memory;
+    const QString folder = u"12345678/12345678/12345678/12345678/"_qs;
+    memory.write(folder + u"1234.mid"_qs, anySong);
+    memory.write(folder + u"12345.mid"_qs, anySong);
+    Index index;
+    const QSignalSpy errors(&index, &Index::errorFromIndex);
+    const QSignalSpy found(&index, &Index::fileFoundChanged);
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(texts(errors), QStringList{u"File non importato, path troppo lungo: "_qs +
+                                        memory.path(folder + u"12345.mid"_qs)});
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(indexedPaths(memory), QStringList{u'/' + folder + u"1234.mid"_qs});
+    // With only refused songs there is no index.
+    memory.remove(folder + u"1234.mid"_qs);
+    QVERIFY(!Index().createIndex(memory.root()));
+    QVERIFY(!memory.has(u"index.id2"_qs));
+}
+
+void TestIndex::failsOnFaultyOldIndex_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("content");
+    const QByteArray strange = songRecord("00000009", "X", "0000");
+    const QByteArray path = pathRecord("00000000", "/A.MID", "20100101000000");
+    QTest::newRow("short path") << u"index.id2"_qs << QByteArray(63, 'x');
+    QTest::newRow("path and a half") << u"index.id2"_qs << path + "x";
+    QTest::newRow("no paths") << u"index.id2"_qs << QByteArray();
+    QTest::newRow("reserved id") << u"index.id2"_qs
+                                 << pathRecord("FFFFFFFF", "/A.MID", "20100101000000");
+    QTest::newRow("too many") << u"index.id2"_qs << path.repeated(65536);
+    QTest::newRow("short title") << u"title.id2"_qs << QByteArray(65, '\0');
+    QTest::newRow("strange title") << u"title.id2"_qs << strange;
+    QTest::newRow("short artist") << u"artist.id2"_qs << QByteArray(1, '\0');
+    QTest::newRow("strange artist") << u"artist.id2"_qs << strange;
+    QTest::newRow("strange genre") << u"genre.id2"_qs << strange;
+}
+
+void TestIndex::failsOnFaultyOldIndex()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    QFETCH(QString, file);
+    QFETCH(QByteArray, content);
+    memory.write(file, content);
+    memory.write(u"B.MID"_qs, anySong);
+    const auto before = memory.rootFiles();
+    QVERIFY(!Index().updateIndex(memory.root()));
+    QCOMPARE(memory.rootFiles(), before);
+    QVERIFY(Index().createIndex(memory.root()));
+}
+
+void TestIndex::survivesUnorderedIds()
+{
+    const SampleMemory memory;
+    for (const char *name : {"A.MID", "B.MID", "C.MID"})
+        memory.write(QLatin1StringView(name), anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    const QByteArray index = memory.read(u"index.id2"_qs);
+    memory.write(u"index.id2"_qs, index.mid(128) + index.left(128));
+    Index().updateIndex(memory.root());
+    memory.write(u"index.id2"_qs, index.left(64) + index.left(64) + index.left(64));
+    Index().updateIndex(memory.root());
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(indexedIds(memory), QList<int>({0, 1, 2}));
+}
+
+void TestIndex::removesAllButReservedFile()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    memory.write(u"sfx.id2"_qs, "x");
+    memory.write(u"temp1.id2"_qs, "x");
+    Index index;
+    QVERIFY(index.createIndex(memory.root()));
+    QVERIFY(index.checkIndexFile());
+    LogCapture log;
+    index.deleteIndex();
+    QVERIFY(log.contains(u"delete index "_qs));
+    QVERIFY(!index.checkIndexFile());
+    QCOMPARE(memory.rootFiles().keys(), QStringList({u"A.MID"_qs, u"sfx.id2"_qs}));
+}
+
+void TestIndex::shortensLongNames()
+{
+    const SampleMemory memory;
+    memory.write(u"A very long name.mid"_qs, anySong);
+    memory.write(u"A very lovely one.mid"_qs, anySong);
+    memory.write(u"It's a-b.c d.kar"_qs, anySong);
+    memory.write(u"12345678.mid"_qs, anySong);
+    memory.write(u"- . ' - . -.mid"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory),
+             QStringList({u"/-1.mid"_qs, u"/12345678.mid"_qs, u"/Averyl-1.mid"_qs,
+                          u"/Averyl-2.mid"_qs, u"/Itsabc-1.kar"_qs}));
+    QVERIFY(memory.has(u"Averyl-2.mid"_qs));
+    QVERIFY(!memory.has(u"A very long name.mid"_qs));
+}
+
+void TestIndex::countsPast9And99()
+{
+    const SampleMemory memory;
+    for (int number = 1; number < 10; ++number)
+        memory.write(u"abcdef-%1.mid"_qs.arg(number), anySong);
+    for (int number = 10; number < 100; ++number)
+        memory.write(u"abcde-%1.mid"_qs.arg(number), anySong);
+    memory.write(u"abcdefghi.mid"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    QVERIFY(memory.has(u"abcd-100.mid"_qs));
+    for (int number = 101; number < 1000; ++number)
+        memory.write(u"abcd-%1.mid"_qs.arg(number), anySong);
+    memory.write(u"abcdefghij.mid"_qs, anySong);
+    Index full;
+    full.setRenameQuestion(always(1));
+    const QSignalSpy errors(&full, &Index::errorFromIndex);
+    QVERIFY(full.createIndex(memory.root()));
+    QVERIFY(memory.has(u"abcdefghij.mid"_qs));
+    QCOMPARE(texts(errors), QStringList{u"File non importato, impossibile rinominare: "_qs +
+                                        memory.path(u"abcdefghij.mid"_qs)});
+}
+
+void TestIndex::renamesFoldersButNeverTheRoot()
+{
+    const SampleMemory memory;
+    memory.write(u"A long memory/Summer hits.2009/A.MID"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(0));
+    QVERIFY(index.createIndex(memory.path(u"A long memory"_qs)));
+    QVERIFY(memory.has(u"A long memory/Summer-1/A.MID"_qs));
+    QCOMPARE(memory.read(u"A long memory/index.id2"_qs).mid(4, 16),
+             QByteArray("/Summer-1/A.MID\0", 16));
+}
+
+void TestIndex::obeysTheAnswers_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<int>("asked");
+    QTest::addColumn<bool>("renamed");
+    QTest::newRow("yes") << 0 << 2 << true;
+    QTest::newRow("yes to all") << 1 << 1 << true;
+    QTest::newRow("no") << 2 << 2 << false;
+    QTest::newRow("no to all") << 3 << 1 << false;
+}
+
+void TestIndex::obeysTheAnswers()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mid"_qs, anySong);
+    memory.write(u"B long name.mid"_qs, anySong);
+    QFETCH(int, answer);
+    QFETCH(bool, renamed);
+    int asked = 0;
+    Index index;
+    index.setRenameQuestion(always(answer, &asked));
+    QVERIFY(index.createIndex(memory.root()));
+    QTEST(asked, "asked");
+    QCOMPARE(indexedPaths(memory),
+             renamed ? QStringList({u"/Alongn-1.mid"_qs, u"/Blongn-1.mid"_qs})
+                     : QStringList({u"/A long name.mid"_qs, u"/B long name.mid"_qs}));
+}
+
+void TestIndex::asksByDialog()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mid"_qs, anySong);
+    DialogScript script;
+    QString file;
+    QString message;
+    script.expect("NoCopyrightDialog", [&](QWidget *dialog) {
+        file = dialog->findChild<QLabel *>(u"fileNameLabel"_qs)->text();
+        message = dialog->findChild<QLabel *>(u"messageLabel"_qs)->text();
+        DialogScript::click(dialog, u"yesPushButton"_qs);
+    });
+    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+    QCOMPARE(file, memory.path(u"A long name.mid"_qs));
+    QCOMPARE(message, u"verrà rinominato: "_qs + memory.path(u"Alongn-1.mid"_qs) +
+                          u"\n\nSe il file non viene rinominato, è possibile che non venga "
+                          "rilevato da Brisel."_qs);
+    QVERIFY(memory.has(u"Alongn-1.mid"_qs));
+}
+
+void TestIndex::takesGraphicsAlong()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mp3"_qs, mp3Song("T", "A", "G"));
+    memory.write(u"A long name.CdG"_qs, "graphics");
+    memory.write(u"Alongn-1.CdG"_qs, "of another song");
+    memory.write(u"B long name.mid"_qs, anySong);
+    memory.write(u"B long name.cdg"_qs, "left alone");
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    QVERIFY(memory.has(u"Alongn-2.mp3"_qs));
+    QCOMPARE(memory.read(u"Alongn-2.CdG"_qs), QByteArray("graphics"));
+    QCOMPARE(memory.read(u"Alongn-1.CdG"_qs), QByteArray("of another song"));
+    QCOMPARE(memory.read(u"B long name.cdg"_qs), QByteArray("left alone"));
+}
+
+void TestIndex::reportsFailedRename()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mid"_qs, anySong);
+    memory.write(u"B.MID"_qs, anySong);
+    Index index;
+    index.setRenameQuestion([](const QString &path, const QString &) {
+        QFile::remove(path);
+        return 0;
+    });
+    const QSignalSpy errors(&index, &Index::errorFromIndex);
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(texts(errors), QStringList{u"File non importato, impossibile rinominare: "_qs +
+                                        memory.path(u"A long name.mid"_qs)});
+    QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});
+}
+
+void TestIndex::endsWhenAskedToQuit()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.write(u"B long name.mid"_qs, anySong);
+    memory.write(u"C long name.mid"_qs, anySong);
+    const auto before = memory.rootFiles();
+    for (const bool rebuild : {true, false}) {
+        int asked = 0;
+        Index index;
+        index.setRenameQuestion([&asked](const QString &, const QString &) {
+            ++asked;
+            RunGuard::requestEnd();
+            return 0;
+        });
+        QVERIFY(!(rebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root())));
+        QCOMPARE(asked, 1);
+        QCOMPARE(memory.rootFiles(), before);
+    }
+}
+
+void TestIndex::endsInThePerSongPass()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    memory.write(u"B.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.write(u"C.MID"_qs, anySong);
+    const auto before = memory.rootFiles();
+    for (const int value : {1, 30, 90}) {
+        Index index;
+        connect(&index, &Index::progressValueChanged, &index, [value](int now) {
+            if (now == value)
+                RunGuard::requestEnd();
+        });
+        QVERIFY(!index.updateIndex(memory.root()));
+        QCOMPARE(memory.rootFiles(), before);
+        QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
+    }
+}
+
+void TestIndex::keepsRoomForNoSongInAnotherPlace()
+{
+    // The memory is pulled in the middle and its mount folder stays, empty.
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.write(u"B.MID"_qs, anySong);
+    Index index;
+    connect(&index, &Index::progressMaxSetup, &index, [&memory](int maximum) {
+        if (maximum != 100)
+            return;
+        QVERIFY(QFile::rename(memory.root(), memory.root() + u"-away"_qs));
+        QVERIFY(QDir().mkpath(memory.root()));
+    });
+    QVERIFY(!index.updateIndex(memory.root()));
+    QVERIFY(memory.rootFiles().isEmpty());
+    QVERIFY(QFile::exists(memory.root() + u"-away/fsinfos.id2"_qs));
+}
+
+BRISEL_TEST_MAIN(QApplication, TestIndex)
+#include "tst_index.moc"

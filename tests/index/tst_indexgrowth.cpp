@@ -1,0 +1,53 @@
+#include "index/index.h"
+#include "tests/index/samplememory.h"
+#include "tests/testhome.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Sample;
+
+/// A full index: as many songs as 16-bit record numbers can tell apart.
+class TestIndexGrowth : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void refusesSong65536();
+};
+
+void TestIndexGrowth::refusesSong65536()
+{
+    const SampleMemory memory;
+    memory.write(u"ZZ.MID"_qs, midiSong("One more", "Artist", "Genre"));
+    QVERIFY(Index().createIndex(memory.root()));
+    constexpr int full = 65535;
+    QByteArray paths;
+    QByteArray songs;
+    for (int id = 0; id < full; ++id) {
+        const QByteArray number = QByteArray::number(id, 16).rightJustified(8, '0');
+        paths += pathRecord(number.constData(), "/F/" + number + ".MID", "20100101000000");
+        songs += songRecord(number.constData(), "T", "0000");
+    }
+    memory.write(u"index.id2"_qs, paths);
+    memory.write(u"title.id2"_qs, songs);
+    memory.write(u"artist.id2"_qs, groupHeader("0000FFFF", "A") + songs);
+    memory.write(u"genre.id2"_qs, groupHeader("0000FFFF", "G") + songs);
+
+    Index index;
+    const QSignalSpy errors(&index, &Index::errorFromIndex);
+    const QSignalSpy found(&index, &Index::fileFoundChanged);
+    QVERIFY(index.updateIndex(memory.root()));
+    QCOMPARE(errors.size(), 1);
+    QCOMPARE(errors.first().first().toString(),
+             u"File non importato, memoria piena: "_qs + memory.path(u"ZZ.MID"_qs));
+    QCOMPARE(found.size(), 1);
+    // All the others had vanished: now there is room, and the numbers begin again at the start.
+    QCOMPARE(memory.read(u"index.id2"_qs), QByteArray());
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(memory.read(u"index.id2"_qs).mid(4, 8), QByteArray("/ZZ.MID\0", 8));
+    QCOMPARE(memory.read(u"fsinfos.id2"_qs).left(6), hex("010001000100"));
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestIndexGrowth)
+#include "tst_indexgrowth.moc"

@@ -1,0 +1,249 @@
+#include "index/index.h"
+#include "tests/index/samplememory.h"
+#include "tests/logcapture.h"
+#include "tests/testhome.h"
+
+#include <QTest>
+
+using namespace Sample;
+
+namespace
+{
+
+const QString list = u"playlist/playlist.dat"_qs;
+const QString songs7 = u"playlist/play0007.dat"_qs;
+const QString paths7 = u"playlist/play0007.pts"_qs;
+
+QByteArray listRecord(const char *number)
+{
+    return field(hex(number), 2) + QByteArray(30, '\x55');
+}
+
+QByteArray playlistOf(const QList<const char *> &ids)
+{
+    QByteArray content;
+    for (const char *id : ids)
+        content += songRecord(id, "OLD", "0000");
+    return content;
+}
+
+QByteArray pathOf(const QByteArray &path)
+{
+    return field(path, 64);
+}
+
+/// Songs "/A.MID" to "/C.MID" with the ids 0 to 2 and playlist 7 of them in reverse.
+void prepare(const SampleMemory &memory)
+{
+    for (const char *name : {"A", "B", "C"})
+        memory.write(QLatin1StringView(name) + u".MID"_qs, midiSong(name, "Artist", "Genre"));
+    if (!Index().createIndex(memory.root()))
+        qFatal("no index");
+    memory.write(list, listRecord("0700"));
+    memory.write(songs7, playlistOf({"00000002", "00000001", "00000000"}));
+}
+
+} // namespace
+
+/// The user's playlists through rebuilds and updates.
+class TestPlaylists : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void namesFilesByNumber();
+    void leavesMemoryWithoutPlaylistsAlone();
+    void survivesRebuild();
+    void keepsLastRecordOfLostSong();
+    void writesZerosForUnknownId();
+    void usesPathFilesThatExist();
+    void findsSongsIgnoringCase();
+    void findsAccentedSongs();
+    void dropsRenamedSongs();
+    void goesOnWithoutOneSongsFile();
+    void stopsBeforeTheIndexIsLost();
+    void endsAtHalfARecord();
+    void restoresInUpdateOnlyWhenTranslated();
+};
+
+void TestPlaylists::namesFilesByNumber()
+{
+    QCOMPARE(Playlists::songsFileName(7), songs7);
+    QCOMPARE(Playlists::pathsFileName(7), paths7);
+    QCOMPARE(Playlists::songsFileName(12345), u"playlist/play12345.dat"_qs);
+    // The low byte of a number is signed.
+    QCOMPARE(Playlists::songsFileName(-123), u"playlist/play4294967173.dat"_qs);
+    QCOMPARE(Playlists::pathsFileName(-123), u"playlist/play4294967173.pts"_qs);
+    const SampleMemory memory;
+    IndexSet set;
+    set.setRoot(memory.root());
+    memory.write(list, listRecord("8500") + listRecord("0700") + listRecord("8501") +
+                           listRecord("0700") + listRecord("0900").left(31));
+    QCOMPARE(Playlists::readNumbers(set), QList<qint16>({-123, 7, 133}));
+}
+
+void TestPlaylists::leavesMemoryWithoutPlaylistsAlone()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.remove(list);
+    const QByteArray before = memory.read(songs7);
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(songs7), before);
+    QVERIFY(!memory.has(paths7));
+}
+
+void TestPlaylists::survivesRebuild()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.write(list, listRecord("0700") + listRecord("8500"));
+    memory.write(u"playlist/play4294967173.dat"_qs, playlistOf({"00000001"}));
+    memory.write(u"0.MID"_qs, midiSong("Zero", "Artist", "Genre"));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(paths7), pathOf("/C.MID") + pathOf("/B.MID") + pathOf("/A.MID"));
+    QCOMPARE(memory.read(songs7), songRecord("00000003", "C", "7800") +
+                                      songRecord("00000002", "B", "7800") +
+                                      songRecord("00000001", "A", "7800"));
+    QCOMPARE(memory.read(u"playlist/play4294967173.dat"_qs), songRecord("00000002", "B", "7800"));
+    QCOMPARE(memory.read(list), listRecord("0700") + listRecord("8500"));
+}
+
+void TestPlaylists::keepsLastRecordOfLostSong()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.remove(u"B.MID"_qs);
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(paths7).mid(64, 64), pathOf("/B.MID"));
+    QCOMPARE(memory.read(songs7), songRecord("00000001", "C", "7800") +
+                                      songRecord("00000000", "A", "7800") +
+                                      playlistOf({"00000000"}));
+}
+
+void TestPlaylists::writesZerosForUnknownId()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.write(songs7, playlistOf({"00000009", "00000001"}));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(paths7), QByteArray(64, '\0') + pathOf("/B.MID"));
+    QCOMPARE(memory.read(songs7), songRecord("00000001", "B", "7800") + playlistOf({"00000001"}));
+}
+
+void TestPlaylists::usesPathFilesThatExist()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    const QByteArray paths = pathOf("/A.MID") + pathOf("/A.MID");
+    memory.write(paths7, paths);
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(paths7), paths);
+    QCOMPARE(memory.read(songs7), songRecord("00000000", "A", "7800") +
+                                      songRecord("00000000", "A", "7800") +
+                                      playlistOf({"00000000"}));
+}
+
+void TestPlaylists::findsSongsIgnoringCase()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.write(paths7, pathOf("/c.mid") + pathOf("") + pathOf("/none.mid") + pathOf("/b.Mid"));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(songs7).left(128),
+             songRecord("00000002", "C", "7800") + songRecord("00000001", "B", "7800"));
+}
+
+void TestPlaylists::findsAccentedSongs()
+{
+    const SampleMemory memory;
+    memory.write(u"\u00E9.MID"_qs, midiSong("E", "Artist", "Genre"));
+    memory.write(u"A.MID"_qs, midiSong("A", "Artist", "Genre"));
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.write(list, listRecord("0700"));
+    memory.write(songs7, playlistOf({"00000001"}));
+    memory.write(u"0.MID"_qs, midiSong("0", "Artist", "Genre"));
+    QVERIFY(Index().createIndex(memory.root()));
+    // The bytes of "index.id2", whatever code page they are read in.
+    QCOMPARE(memory.read(paths7), pathOf("/\x82.MID"));
+    QCOMPARE(memory.read(songs7), songRecord("00000002", "E", "7800"));
+}
+
+void TestPlaylists::dropsRenamedSongs()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.MID"_qs, midiSong("A", "Artist", "Genre"));
+    memory.write(u"B.MID"_qs, midiSong("B", "Artist", "Genre"));
+    Index first;
+    first.setRenameQuestion([](const QString &, const QString &) { return 2; });
+    QVERIFY(first.createIndex(memory.root()));
+    memory.write(list, listRecord("0700"));
+    memory.write(songs7, playlistOf({"00000000", "00000001"}));
+    Index second;
+    second.setRenameQuestion([](const QString &, const QString &) { return 0; });
+    QVERIFY(second.createIndex(memory.root()));
+    QVERIFY(memory.has(u"Alongn-1.MID"_qs));
+    QCOMPARE(memory.read(songs7), songRecord("00000001", "B", "7800") + playlistOf({"00000001"}));
+}
+
+void TestPlaylists::goesOnWithoutOneSongsFile()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.write(list, listRecord("0800") + listRecord("0700"));
+    memory.remove(u"A.MID"_qs);
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(songs7).left(128),
+             songRecord("00000001", "C", "7800") + songRecord("00000000", "B", "7800"));
+    QVERIFY(!memory.has(u"playlist/play0008.dat"_qs));
+}
+
+void TestPlaylists::stopsBeforeTheIndexIsLost()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    // A dangling link of that name would be written through; a folder can't be replaced at all.
+    memory.write(list, listRecord("0700") + listRecord("0800"));
+    memory.write(u"playlist/play0008.dat"_qs, playlistOf({"00000001"}));
+    QVERIFY(QDir().mkpath(memory.path(paths7 + u"/x"_qs)));
+    const auto before = memory.rootFiles();
+    QVERIFY(!Index().createIndex(memory.root()));
+    QCOMPARE(memory.rootFiles(), before);
+    QVERIFY(!Index().updateIndex(memory.root()));
+    QCOMPARE(memory.rootFiles(), before);
+    QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
+}
+
+void TestPlaylists::endsAtHalfARecord()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.write(songs7, playlistOf({"00000002"}) + playlistOf({"00000001"}).left(63));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(paths7), pathOf("/C.MID"));
+}
+
+void TestPlaylists::restoresInUpdateOnlyWhenTranslated()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.remove(u"A.MID"_qs);
+    LogCapture log;
+    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(log.contains(u"create playlist file path "_qs));
+    QVERIFY(log.contains(u"restore playlist file path "_qs));
+    QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") +
+                                      songRecord("00000001", "B", "7800") +
+                                      playlistOf({"00000000"}));
+    // The player changes the list; the path file stays, and the next update touches neither.
+    memory.write(songs7, playlistOf({"00000001"}));
+    memory.remove(u"C.MID"_qs);
+    log.clear();
+    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(!log.contains(u"restore playlist file path "_qs));
+    QCOMPARE(memory.read(songs7), playlistOf({"00000001"}));
+    QCOMPARE(memory.read(paths7).size(), 192);
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestPlaylists)
+#include "tst_playlists.moc"
