@@ -159,7 +159,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <name>Index</name>
     <message>
         <source>File non importato, errore nel path:</source>
-        <translation>File not imported, error in path:</translation>
+        <translation>File not imported, path error:</translation>
     </message>
     <message>
         <source>File non importato, path troppo lungo: </source>
@@ -171,7 +171,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>File non importato, impossibile rinominare: </source>
-        <translation>File not imported, impossible to rename: </translation>
+        <translation>File not imported, unable to rename: </translation>
     </message>
     <message>
         <source>verrà rinominato: </source>
@@ -179,7 +179,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Se il file non viene rinominato, è possibile che non venga rilevato da Brisel.</source>
-        <translation>If the file is not renamed, Brisel2 may not find it.</translation>
+        <translation>If the file is not renamed, Brisel may not be able to find it.</translation>
     </message>
     <message>
         <source>TITOLO</source>
@@ -206,7 +206,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Brisel:</source>
-        <translation>Select the main folder of the Compact Flash or USB stick that you want to optimize for Brisel2:</translation>
+        <translation>Select the main folder of the Compact Flash or USB stick that you want to optimize for Brisel:</translation>
     </message>
     <message>
         <source>Sfoglia</source>
@@ -218,11 +218,11 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Ho inserito o eliminato alcune song, aggiorna database</source>
-        <translation>I have added or removed some songs, update the database</translation>
+        <translation>I have added or deleted some songs, update database</translation>
     </message>
     <message>
         <source>Ho problemi con gli archivi, ricostruisci database</source>
-        <translation>I have problems with the archives, rebuild the database</translation>
+        <translation>I have problems with the archives, rebuild database</translation>
     </message>
     <message>
         <source>Controlla struttura memoria</source>
@@ -262,7 +262,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Ottimizzazione memoria in corso...</source>
-        <translation>Memory optimization in progress...</translation>
+        <translation>Optimizing memory...</translation>
     </message>
     <message>
         <source>Durante l&apos;operazione si sono verificati alcuni errori.
@@ -278,7 +278,7 @@ See the report for more information.</translation>
         <source>Operazione non riuscita.
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
         <translation>Operation failed.
-Make sure that the disk has enough free space and that it is not write protected.</translation>
+Make sure that the disk has enough free space and is not write-protected.</translation>
     </message>
 </context>
 <context>
