@@ -30,7 +30,8 @@ public:
     void setSongInfo(const SongInfo &info, bool manual);
 
     /// Writes the song to \a path. An MP3 must stand there already: its audio is kept and the tag
-    /// replaced. False, logged, when that failed: what was there before is there still.
+    /// replaced. False when that failed: what was there before is there still. Every failure is
+    /// logged but that of an MP3's last step, the renaming.
     bool saveToFile(const QString &path);
 
     /// "MIDI", "ZB3", "ZB4", "ZB5", "MP3", or "UNKNOWN" for anything else.

@@ -82,6 +82,7 @@ private slots:
     void savesToANewFile();
     void savesAnMp3();
     void givesAnMp3ItsFirstTag();
+    void savesAnMp3WhoseTagEndsBehindTheFile();
     void savesAnMp3Twice();
     void keepsOtherTemporaryFiles();
     void namesTheTemporaryFileInTheFolder();
@@ -275,6 +276,18 @@ void TestSongSaving::givesAnMp3ItsFirstTag()
                 tag(frame("MEDT", QByteArray(3, '\0')) + frame("TIT2", "New")) +
                     Samples::audio(size));
     }
+}
+
+void TestSongSaving::savesAnMp3WhoseTagEndsBehindTheFile()
+{
+    const QByteArray padding(20, '\0');
+    writeSong(u"a.mp3"_s, tag(frame("TIT2", "Old") + padding).chopped(5));
+    for (int i = 0; i < 2; ++i) {
+        MetaSong song = changedSong(u"a.mp3"_s);
+        QVERIFY(song.saveToFile(u"a.mp3"_s));
+    }
+    QCOMPARE(Samples::read(u"a.mp3"_s),
+             tag(frame("TIT2", "New") + frame("MEDT", QByteArray(3, '\0')) + padding).chopped(5));
 }
 
 void TestSongSaving::savesAnMp3Twice()
