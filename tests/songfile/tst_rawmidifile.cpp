@@ -1,9 +1,8 @@
 #include "songfile/rawmidifile.h"
-#include "tests/logcapture.h"
+#include "tests/songfile/loadedmidi.h"
 #include "tests/songfile/samples.h"
 #include "tests/testhome.h"
 
-#include <QElapsedTimer>
 #include <QtTest>
 
 #include <functional>
@@ -15,19 +14,6 @@ using Samples::midi;
 
 namespace
 {
-
-RawMidiFile loaded(const QByteArray &data)
-{
-    RawMidiFile file;
-    if (!file.loadData(data))
-        qFatal("MIDI data refused");
-    return file;
-}
-
-QByteArray keyEvent(const char (&signature)[3])
-{
-    return metaEvent('\x59', QByteArray(signature, 2));
-}
 
 /// The described removal, one event after the other, on plain bytes: slow.
 QByteArray removedOneByOne(QByteArray data, const QByteArray &pattern, int type)
@@ -79,15 +65,6 @@ private slots:
     void searchesOnBehindARemovalOnly();
     void keepsTrackLengthsInRange();
     void insertsNothingOutside();
-    void namesAll30Keys();
-    void acceptsThreeMoreKeyNames();
-    void writesGSharpAsE();
-    void removesBlanksFromKeyNames();
-    void writesCForANameOfBlanks();
-    void removesTheKeyForAnEmptyName();
-    void warnsOfAnUnknownKeyName();
-    void warnsOfAnUnknownSignature();
-    void listsTheKeysByValue();
     void keepsMarkersInOrder();
     void removesTheAuthorWithTheMarkers();
     void removesAuthorOfEmptyMarkerList();
@@ -96,14 +73,6 @@ private slots:
     void readsMarkersOfEveryLength();
     void insertsAMarker();
     void knowsTheMakersNames();
-    void staysFastOnHostileData_data();
-    void staysFastOnHostileData();
-    void survivesEveryTruncation();
-    void survivesEveryLengthByte();
-    void worksWithoutData();
-
-private:
-    static void useEverything(RawMidiFile &file);
 };
 
 void TestRawMidiFile::takesFormats0And1()
@@ -418,101 +387,6 @@ void TestRawMidiFile::insertsNothingOutside()
     QCOMPARE(file.stream(), midi().left(18));
 }
 
-void TestRawMidiFile::namesAll30Keys()
-{
-    const QStringList major{u"Cb"_s, u"Gb"_s, u"Db"_s, u"Ab"_s, u"Eb"_s, u"Bb"_s, u"F"_s, u"C"_s,
-                            u"G"_s,  u"D"_s,  u"A"_s,  u"E"_s,  u"B"_s,  u"F#"_s, u"C#"_s};
-    const QStringList minor{u"Ab-"_s, u"Eb-"_s, u"Bb-"_s, u"F-"_s,  u"C-"_s,
-                            u"G-"_s,  u"D-"_s,  u"A-"_s,  u"E-"_s,  u"B-"_s,
-                            u"F#-"_s, u"C#-"_s, u"G#-"_s, u"D#-"_s, u"A#-"_s};
-    for (int sharps = -7; sharps <= 7; ++sharps) {
-        for (const int mode : {0, 1}) {
-            const QString name = (mode == 0 ? major : minor).at(sharps + 7);
-            RawMidiFile file = loaded(midi());
-            file.setKey(name);
-            const QByteArray event = metaEvent('\x59', QByteArray(1, static_cast<char>(sharps)) +
-                                                           static_cast<char>(mode));
-            QCOMPARE(file.stream(), midi(event));
-            QCOMPARE(file.key(), name);
-        }
-    }
-}
-
-void TestRawMidiFile::acceptsThreeMoreKeyNames()
-{
-    RawMidiFile file = loaded(midi());
-    file.setKey(u"Db-"_s);
-    QCOMPARE(file.stream(), midi(keyEvent("\x04\x01")));
-    file.setKey(u"D#"_s);
-    QCOMPARE(file.stream(), midi(metaEvent('\x59', Samples::bytes("\xFD\0"))));
-    QCOMPARE(file.key(), u"Eb"_s);
-}
-
-void TestRawMidiFile::writesGSharpAsE()
-{
-    RawMidiFile file = loaded(midi());
-    file.setKey(u"G#"_s);
-    QCOMPARE(file.stream(), midi(metaEvent('\x59', Samples::bytes("\x04\0"))));
-    QCOMPARE(file.key(), u"E"_s);
-}
-
-void TestRawMidiFile::removesBlanksFromKeyNames()
-{
-    RawMidiFile file = loaded(midi(keyEvent("\x01\x01")));
-    file.setKey(u"A -"_s);
-    QCOMPARE(file.stream(), midi(metaEvent('\x59', Samples::bytes("\0\x01"))));
-}
-
-void TestRawMidiFile::writesCForANameOfBlanks()
-{
-    LogCapture log;
-    RawMidiFile file = loaded(midi(keyEvent("\x01\x01")));
-    file.setKey(u"   "_s);
-    QCOMPARE(file.stream(), midi(metaEvent('\x59', Samples::bytes("\0\0"))));
-    QVERIFY(log.messages().isEmpty());
-}
-
-void TestRawMidiFile::removesTheKeyForAnEmptyName()
-{
-    RawMidiFile file = loaded(midi(keyEvent("\x01\x01") + keyEvent("\x02\x01")));
-    file.setKey(QString());
-    QCOMPARE(file.stream(), midi());
-    QVERIFY(!file.hasKey());
-}
-
-void TestRawMidiFile::warnsOfAnUnknownKeyName()
-{
-    LogCapture log;
-    RawMidiFile file = loaded(midi(keyEvent("\x01\x01")));
-    file.setKey(u"H"_s);
-    QCOMPARE(file.stream(), midi());
-    QCOMPARE(log.messages(), QStringList{u"[RawMidiFile::setKey] WARNING: unknown key: \"H\" . "
-                                         "Metaevent not added !!! "_s});
-}
-
-void TestRawMidiFile::warnsOfAnUnknownSignature()
-{
-    LogCapture log;
-    const QByteArray event = metaEvent('\x59', Samples::bytes("\x08\0"));
-    const RawMidiFile file = loaded(midi(event));
-    QVERIFY(file.key().isEmpty());
-    QCOMPARE(log.messages(),
-             QStringList{u"[RawMidiFile::extractKey] WARNING: unknown key metaevent "
-                         "\"[sf=08|mi=00]\" in MIDI file. "_s});
-    QVERIFY(file.hasKey());
-    log.clear();
-    QVERIFY(loaded(midi(keyEvent("\xAB\xCD"))).key().isEmpty());
-    QVERIFY(log.messages().first().contains(u"\"[sf=ab|mi=CD]\""_s));
-}
-
-void TestRawMidiFile::listsTheKeysByValue()
-{
-    const QStringList keys = RawMidiFile::getKeysList();
-    QCOMPARE(keys.join(u' '),
-             u"C A- G E- D B- A F#- E C#- B G#- F# D#- C# A#- Cb Ab- Gb Eb- Db Bb- "
-             "Ab F- Eb C- Bb G- F D-"_s);
-}
-
 void TestRawMidiFile::keepsMarkersInOrder()
 {
     RawMidiFile file = loaded(midi());
@@ -596,108 +470,6 @@ void TestRawMidiFile::knowsTheMakersNames()
     QVERIFY(loaded(midi(metaEvent(2, "by sonwerks"))).isKordia());
     QVERIFY(!loaded(midi(metaEvent(2, "somebody else"))).isKordia());
     QVERIFY(!loaded(midi(metaEvent(1, "Kordia"))).isKordia());
-}
-
-void TestRawMidiFile::staysFastOnHostileData_data()
-{
-    QTest::addColumn<QByteArray>("piece");
-    QTest::newRow("patterns alone") << Samples::bytes("\0\xFF\x4B");
-    QTest::newRow("artists") << kordiaEvent(2, "x");
-    QTest::newRow("empty removals") << Samples::bytes("\0\xFF\x4B\xFC\x02");
-    QTest::newRow("one-byte removals") << Samples::bytes("\0\xFF\x4B\xFD\x02");
-    QTest::newRow("markers that claim the rest") << Samples::bytes("\xFF\x4B\x01\x06");
-    QTest::newRow("markers of length 0") << Samples::bytes("\xFF\x4B\x00\x06");
-    QTest::newRow("markers of length 255") << Samples::bytes("\xFF\x4B\xFF\x06xxxx");
-    QTest::newRow("titles") << Samples::bytes("\0\xFF\x03\x80");
-    QTest::newRow("keys") << Samples::bytes("\0\xFF\x59\x00");
-    QTest::newRow("MTrk") << Samples::bytes("MTrk");
-    QTest::newRow("FF") << Samples::bytes("\xFF");
-}
-
-void TestRawMidiFile::staysFastOnHostileData()
-{
-    QFETCH(const QByteArray, piece);
-    constexpr qsizetype size = 1024 * 1024;
-    RawMidiFile file = loaded(midi(piece.repeated(size / piece.size())));
-    LogCapture log;
-    QElapsedTimer timer;
-    timer.start();
-    useEverything(file);
-    QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(Samples::trackLength(file.stream()), file.stream().size() - 22);
-}
-
-void TestRawMidiFile::useEverything(RawMidiFile &file)
-{
-    file.isKordia();
-    file.key();
-    file.length();
-    file.userBpm();
-    file.markersList();
-    file.setMarkersList({{u"m"_s, 1}});
-    file.setTitle(u"t"_s);
-    file.setGenre(u"g"_s);
-    file.setArtist(u"a"_s);
-    file.setAuthor(u"b"_s);
-    file.setLength(1);
-    file.setUserBpm(2);
-    file.setKey(u"G"_s);
-    file.insertMarker(u"m"_s, 3);
-}
-
-void TestRawMidiFile::survivesEveryTruncation()
-{
-    LogCapture log;
-    const QByteArray whole =
-        midi(metaEvent(3, "Title") + kordiaEvent(6, Samples::bytes("\0\1A")) +
-                 kordiaEvent(2, "Anna") + keyEvent("\x01\x01") + metaEvent(2, "Kordia"),
-             1);
-    for (int size = 0; size <= whole.size(); ++size) {
-        RawMidiFile file;
-        if (!file.loadData(whole.left(size)))
-            continue;
-        QVERIFY(size >= 18);
-        useEverything(file);
-        if (size >= 22)
-            QCOMPARE(file.title(), u"t"_s);
-        else
-            QCOMPARE(file.stream().size(), size);
-    }
-}
-
-void TestRawMidiFile::survivesEveryLengthByte()
-{
-    LogCapture log;
-    const QByteArray whole =
-        midi(metaEvent(3, "Title") + kordiaEvent(6, Samples::bytes("\0\1A")) +
-                 kordiaEvent(2, "Anna") + keyEvent("\x01\x01") + metaEvent(2, "Kordia"),
-             1);
-    for (int index = 14; index < whole.size(); ++index) {
-        for (const int value : {0, 1, 0x7F, 0x80, 0xFF}) {
-            QByteArray data = whole;
-            data[index] = static_cast<char>(value);
-            RawMidiFile file;
-            if (!file.loadData(data))
-                continue;
-            const bool wasRight = Samples::trackLength(data) == Samples::trackBytes(data);
-            useEverything(file);
-            if (wasRight)
-                QCOMPARE(Samples::trackLength(file.stream()), Samples::trackBytes(file.stream()));
-        }
-    }
-}
-
-void TestRawMidiFile::worksWithoutData()
-{
-    RawMidiFile file;
-    QCOMPARE(file.fileType(), SongInfo::Unknown);
-    useEverything(file);
-    file.updateTrackSize();
-    QVERIFY(file.stream().isEmpty());
-    QVERIFY(!file.hasTitle() && !file.hasMarkers() && !file.hasKey());
-    QCOMPARE(file.dbgInsertMarker(u"x"_s, 1), 0);
-    QCOMPARE(RawMidiFile::indexOfKordiaMetaevent({}, 5, RawMidiFile::Genre), -1);
-    QCOMPARE(RawMidiFile::indexOfKordiaMetaevent("\xFF\x4B", 0, RawMidiFile::Genre), -1);
 }
 
 BRISEL_TEST_MAIN(QCoreApplication, TestRawMidiFile)

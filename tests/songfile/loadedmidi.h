@@ -1,0 +1,19 @@
+#pragma once
+
+#include "songfile/rawmidifile.h"
+#include "tests/songfile/samples.h"
+
+/// A MIDI file of the data, which must be a right one.
+inline RawMidiFile loaded(const QByteArray &data)
+{
+    RawMidiFile file;
+    if (!file.loadData(data))
+        qFatal("MIDI data refused");
+    return file;
+}
+
+/// A key signature event: sharps and mode.
+inline QByteArray keyEvent(const char (&signature)[3])
+{
+    return Samples::metaEvent('\x59', QByteArray(signature, 2));
+}
