@@ -290,143 +290,27 @@ void LzHuff::encodePosition(int position)
     putcode(lowPositionBits, static_cast<quint32>(position & ((1 << lowPositionBits) - 1)));
 }
 
-int LzHuff::codedLength(int available) const
-{
-    const int length = std::min(m_matchLength, available);
-    return length > threshold ? length : 1;
-}
-
 void LzHuff::encode()
 {
     m_writeBuffer = 0;
     m_writeCount = 0;
     startHuff();
-    initTree();
-    m_ring.fill('\0'); // short input is compared with what lies behind it: always the same
-    std::fill_n(m_ring.begin(), firstPosition, initialFill);
-
-    int oldest = 0;
-    int position = firstPosition;
-    int available = 0;
-    for (int byte = 0; available < lookAhead && (byte = getInByte()) >= 0; ++available)
-        m_ring[position + available] = static_cast<char>(byte);
-    for (int back = 1; back <= lookAhead; ++back)
-        insertNode(position - back);
-    insertNode(position);
-
-    while (available > 0) {
-        const int length = codedLength(available);
-        if (length == 1) {
-            encodeChar(static_cast<quint8>(m_ring[position]));
-        } else {
+    if (m_matches == nullptr)
+        m_matches = std::make_unique<MatchFinder>();
+    m_matches->start(m_in);
+    const auto size = static_cast<int>(m_in.size());
+    for (int done = 0; done < size;) {
+        int length = std::min(m_matches->length(), size - done);
+        if (length > threshold) {
             encodeChar(firstMatchSymbol + length);
-            encodePosition(m_matchPosition);
+            encodePosition(m_matches->distance());
+        } else {
+            length = 1;
+            encodeChar(static_cast<quint8>(m_in.at(done)));
         }
-        for (int i = 0; i < length; ++i) {
-            deleteNode(oldest);
-            const int byte = getInByte();
-            if (byte >= 0) {
-                m_ring[oldest] = static_cast<char>(byte);
-                if (oldest < lookAhead - 1)
-                    m_ring[oldest + ringSize] = static_cast<char>(byte);
-            } else {
-                --available;
-            }
-            oldest = (oldest + 1) % ringSize;
-            position = (position + 1) % ringSize;
-            if (available > 0)
-                insertNode(position);
-        }
+        done += length;
+        for (int left = done < size ? length : 0; left > 0; --left)
+            m_matches->advance(left == 1);
     }
     encodeEnd();
-}
-
-void LzHuff::initTree()
-{
-    m_left.fill(noNode);
-    m_right.fill(noNode);
-    m_dad.fill(noNode);
-}
-
-int LzHuff::compareStrings(int position, int other, int &length) const
-{
-    int difference = 0;
-    for (length = 1; length < lookAhead; ++length) {
-        difference = static_cast<quint8>(m_ring[position + length]) -
-                     static_cast<quint8>(m_ring[other + length]);
-        if (difference != 0)
-            break;
-    }
-    return difference;
-}
-
-void LzHuff::insertNode(int position)
-{
-    const auto node = static_cast<quint16>(position);
-    m_left[node] = m_right[node] = noNode;
-    m_matchLength = 0;
-    int current = ringSize + 1 + static_cast<quint8>(m_ring[position]);
-    int difference = 1;
-    for (;;) {
-        quint16 &next = difference >= 0 ? m_right[current] : m_left[current];
-        if (next == noNode) {
-            next = node;
-            m_dad[node] = static_cast<quint16>(current);
-            return;
-        }
-        current = next;
-        int length = 0;
-        difference = compareStrings(position, current, length);
-        if (length <= threshold || length < m_matchLength)
-            continue;
-        const int distance = ((position - current) & (ringSize - 1)) - 1;
-        if (length > m_matchLength || distance < m_matchPosition)
-            m_matchPosition = distance;
-        m_matchLength = length;
-        if (length == lookAhead)
-            break;
-    }
-    replaceNode(current, node);
-}
-
-void LzHuff::replaceNode(int node, int replacement)
-{
-    m_left[replacement] = m_left[node];
-    m_right[replacement] = m_right[node];
-    m_dad[m_left[node]] = static_cast<quint16>(replacement);
-    m_dad[m_right[node]] = static_cast<quint16>(replacement);
-    replaceChild(m_dad[node], node, replacement);
-    m_dad[node] = noNode;
-}
-
-void LzHuff::replaceChild(int parent, int node, int replacement)
-{
-    m_dad[replacement] = static_cast<quint16>(parent);
-    quint16 &child = m_right[parent] == node ? m_right[parent] : m_left[parent];
-    child = static_cast<quint16>(replacement);
-}
-
-void LzHuff::deleteNode(int position)
-{
-    if (m_dad[position] == noNode)
-        return;
-    int heir = m_left[position];
-    if (m_right[position] == noNode) {
-        replaceChild(m_dad[position], position, heir);
-    } else if (heir == noNode) {
-        replaceChild(m_dad[position], position, m_right[position]);
-    } else {
-        // The rightmost string of the left branch takes the place of the one that goes.
-        if (m_right[heir] != noNode) {
-            while (m_right[heir] != noNode)
-                heir = m_right[heir];
-            replaceChild(m_dad[heir], heir, m_left[heir]);
-            m_left[heir] = m_left[position];
-            m_dad[m_left[position]] = static_cast<quint16>(heir);
-        }
-        m_right[heir] = m_right[position];
-        m_dad[m_right[position]] = static_cast<quint16>(heir);
-        replaceChild(m_dad[position], position, heir);
-    }
-    m_dad[position] = noNode;
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "songfile/matchfinder.h"
+
 #include <QByteArray>
 
 #include <array>
+#include <memory>
 
 /// The codec of the MIDI data inside a compressed song container: LZSS matches over a ring of
 /// 4096 bytes, literals and match lengths coded by an adaptive Huffman tree, the upper bits of a
@@ -23,14 +26,13 @@ public:
     void compress(const QByteArray &in, QByteArray &out);
 
 private:
-    static constexpr int ringSize = 4096; ///< positions are 12 bits
-    static constexpr int lookAhead = 29;  ///< bytes; also the longest match
-    static constexpr int threshold = 2;   ///< only a longer match is coded as a match
+    static constexpr int ringSize = MatchFinder::windowSize; ///< positions are 12 bits
+    static constexpr int lookAhead = MatchFinder::lookAhead;
+    static constexpr int threshold = MatchFinder::threshold; ///< only longer matches are coded
     static constexpr int symbolCount = 256 - threshold + lookAhead; ///< literals, lengths 3..29
     static constexpr int treeSize = 2 * symbolCount - 1;
     static constexpr int root = treeSize - 1;
     static constexpr quint16 maxFrequency = 0x8000; ///< of the root: then the counts are halved
-    static constexpr quint16 noNode = ringSize;     ///< in the search trees
     static constexpr int firstPosition = ringSize - lookAhead;
     static constexpr int firstMatchSymbol = 256 - (threshold + 1); ///< plus the match length
     static constexpr char initialFill = ' ';
@@ -58,16 +60,7 @@ private:
     void encodePosition(int position);
     void encodeEnd();
     void encode();
-    int codedLength(int available) const;
     void putOutByte(quint8 byte);
-
-    // The match finder: one binary search tree for each first byte.
-    void initTree();
-    void insertNode(int position);
-    void deleteNode(int position);
-    int compareStrings(int position, int other, int &length) const;
-    void replaceNode(int node, int replacement);
-    void replaceChild(int parent, int node, int replacement);
 
     int getInByte();
 
@@ -84,9 +77,5 @@ private:
     std::array<quint16, treeSize> m_son{};
 
     std::array<char, ringSize + lookAhead - 1> m_ring{};
-    std::array<quint16, ringSize + 1> m_left{};
-    std::array<quint16, ringSize + 257> m_right{}; ///< the last 256 are the roots of the trees
-    std::array<quint16, ringSize + 1> m_dad{};
-    int m_matchPosition = 0; ///< offset back from the current position, minus one
-    int m_matchLength = 0;
+    std::unique_ptr<MatchFinder> m_matches; ///< made when first wanted: expand() does without
 };

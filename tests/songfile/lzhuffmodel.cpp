@@ -37,7 +37,7 @@ public:
     {
         std::string bits;
         for (const HuffmanNode *node = leaf(symbol); node->parent != nullptr; node = node->parent)
-            bits.insert(0, node == node->parent->one ? "1" : "0");
+            bits.insert(bits.begin(), node == node->parent->one ? '1' : '0');
         return bits;
     }
 

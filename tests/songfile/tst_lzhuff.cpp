@@ -50,6 +50,16 @@ QByteArray songLikeBytes(int size)
     return bytes.left(size);
 }
 
+/// Runs of blanks, each closed by a greater or lesser byte than the one before: in a tree that is
+/// never balanced such strings make chains.
+QByteArray blanksWithTails(int size, int period, bool isRising)
+{
+    QByteArray bytes(size, ' ');
+    for (int i = period, tail = 0; i < size; i += period, tail = (tail + 1) % 200)
+        bytes[i] = static_cast<char>(isRising ? 33 + tail : 255 - tail);
+    return bytes;
+}
+
 } // namespace
 
 class TestLzHuff : public QObject
@@ -65,6 +75,9 @@ private slots:
     void codesEveryLiteralOfAFreshTree();
     void writesWhatTheModelWrites_data();
     void writesWhatTheModelWrites();
+    void writesWhatTheModelWritesOfEveryShortSize();
+    void takesFewStepsForTextsOfDeepTrees_data();
+    void takesFewStepsForTextsOfDeepTrees();
     void expandsWhatItCompressed_data();
     void expandsWhatItCompressed();
     void compressesNothingToALengthThatIsRefused();
@@ -125,6 +138,9 @@ void TestLzHuff::writesWhatTheModelWrites_data()
     QTest::newRow("zeros") << QByteArray(6000, '\0');
     QTest::newRow("blanks") << QByteArray(6000, ' ');
     QTest::newRow("text") << QByteArray("la la la, tra la la; ").repeated(300);
+    QTest::newRow("rising tails") << blanksWithTails(12000, 100, true);
+    QTest::newRow("falling tails") << blanksWithTails(12000, 37, false);
+    QTest::newRow("window ranked thrice") << blanksWithTails(70000, 211, true);
     QTest::newRow("two rebuilt trees") << randomBytes(60000, 5);
     QTest::newRow("rebuilt tree of a song") << songLikeBytes(120000);
 }
@@ -135,6 +151,53 @@ void TestLzHuff::writesWhatTheModelWrites()
     const QByteArray stream = compressed(text);
     QVERIFY(stream == modelCompress(text));
     QVERIFY(expanded(stream) == text);
+}
+
+void TestLzHuff::writesWhatTheModelWritesOfEveryShortSize()
+{
+    // Behind a short text stand zeros for some strings and blanks for others.
+    for (int size = 1; size < 100; ++size) {
+        for (quint32 seed = 0; seed < 20; ++seed) {
+            QByteArray text = randomBytes(size, seed, 2);
+            text.replace('\1', ' ');
+            QVERIFY2(compressed(text) == modelCompress(text), text.toHex().constData());
+        }
+    }
+}
+
+void TestLzHuff::takesFewStepsForTextsOfDeepTrees_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    for (const int period : {30, 37, 100, 211, 1000, 4000}) {
+        QTest::addRow("rising tails %d", period) << blanksWithTails(500000, period, true);
+        QTest::addRow("falling tails %d", period) << blanksWithTails(500000, period, false);
+    }
+    QTest::newRow("song") << songLikeBytes(500000);
+    QTest::newRow("random") << randomBytes(500000, 2);
+    QTest::newRow("two kinds") << randomBytes(500000, 2, 2);
+    QTest::newRow("blanks") << QByteArray(500000, ' ');
+    QByteArray numbers;
+    while (numbers.size() < 500000)
+        numbers += QByteArray::number(numbers.size()).rightJustified(7, '0');
+    QTest::newRow("numbers") << numbers;
+}
+
+void TestLzHuff::takesFewStepsForTextsOfDeepTrees()
+{
+    QFETCH(const QByteArray, text);
+    MatchFinder matches;
+    matches.start(text);
+    const auto size = static_cast<int>(text.size());
+    for (int done = 0; done < size;) {
+        const int match = std::min(matches.length(), size - done);
+        const int length = match > MatchFinder::threshold ? match : 1;
+        done += length;
+        for (int left = done < size ? length : 0; left > 0; --left)
+            matches.advance(left == 1);
+    }
+    // A walk down from the roots would pass thousands a byte here.
+    QVERIFY2(matches.visitedNodes() < 100 * text.size(),
+             QByteArray::number(matches.visitedNodes()).constData());
 }
 
 void TestLzHuff::expandsWhatItCompressed_data()

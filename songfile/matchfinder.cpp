@@ -1,0 +1,320 @@
+#include "songfile/matchfinder.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+#include <bit>
+#include <initializer_list>
+#include <utility>
+
+namespace
+{
+
+constexpr int wordBytes = 8;
+
+/// The first byte is the highest: words compare like strings.
+quint64 wordAt(const char *bytes)
+{
+    return qFromBigEndian<quint64>(bytes);
+}
+
+} // namespace
+
+void MatchFinder::start(const QByteArray &text)
+{
+    layOut(text);
+    m_left.fill(noNode);
+    m_right.fill(noNode);
+    m_dad.fill(noNode);
+    m_rankedFrom = 0;
+    m_rankedEnd = 0;
+    m_visitedNodes = 0;
+    for (m_place = lookAhead - 1; m_place >= 0; --m_place)
+        insertNode(false);
+    m_place = lookAhead;
+    insertNode(true);
+}
+
+void MatchFinder::layOut(const QByteArray &text)
+{
+    // What is read behind the end is what the encoder's ring held there a turn before.
+    const auto size = static_cast<int>(text.size());
+    m_text = QByteArray(lookAhead, ' ') + text;
+    m_end = static_cast<int>(m_text.size());
+    m_jumpAt = m_end;
+    m_jump = 0;
+    // The ring's last place is the look-ahead's last one at the start.
+    constexpr int ringTurn = 2 * lookAhead;
+    if (m_end < ringTurn + lookAhead - 1) {
+        // Strings that begin before the ring's turn read zeros from the copy of the ring's start,
+        // which was never written, and those behind it blanks from the start itself: a second
+        // layout of the text stands behind the first.
+        m_text.append(2 * lookAhead, '\0');
+        if (m_end > ringTurn) {
+            m_jumpAt = ringTurn;
+            m_jump = static_cast<int>(m_text.size());
+            m_text += QByteArray(lookAhead, ' ') + text + QByteArray(lookAhead, ' ');
+        }
+    } else {
+        for (int i = 0; i < lookAhead; ++i)
+            m_text += m_text.size() < windowSize ? ' ' : m_text.at(m_text.size() - windowSize);
+    }
+    m_end = lookAhead + size + m_jump;
+}
+
+void MatchFinder::advance(bool isWanted)
+{
+    if (m_place + lookAhead >= windowSize)
+        deleteNode(m_place + lookAhead - windowSize);
+    ++m_place;
+    if (m_place == m_jumpAt)
+        m_place += m_jump;
+    insertNode(isWanted);
+}
+
+void MatchFinder::rankStrings()
+{
+    m_rankedFrom = std::max(0, m_place - windowSize);
+    m_rankedEnd = std::min(m_end, m_rankedFrom + rankedStrings);
+    // The strings that begin inside the last one help to rank it.
+    const int count = m_rankedEnd - m_rankedFrom + lookAhead - 1;
+    m_rank.resize(count);
+    m_nextRank.resize(count);
+    m_order.resize(count);
+    m_bucketEnd.assign(std::max(count, 256), 0);
+    const auto *bytes = reinterpret_cast<const quint8 *>(m_text.constData()) + m_rankedFrom;
+    for (int i = 0; i < count; ++i)
+        ++m_bucketEnd[m_rank[i] = bytes[i]];
+    for (int i = 1; i < 256; ++i)
+        m_bucketEnd[i] += m_bucketEnd[i - 1];
+    for (int i = count - 1; i >= 0; --i)
+        m_order[--m_bucketEnd[m_rank[i]]] = static_cast<quint16>(i);
+    // Ranked by 1, 2, 4, 8, 16 and at last by 29 bytes.
+    for (const int shift : {1, 2, 4, 8, lookAhead - 16})
+        lengthenRankedPrefix(shift);
+
+    m_stringOfRank.resize(m_rankedEnd - m_rankedFrom);
+    m_ranks.fill(0);
+    m_rankWords.fill(0);
+    for (int place = m_rankedFrom; place < m_place; ++place) {
+        if (isInTree(place))
+            addRank(place);
+    }
+}
+
+void MatchFinder::lengthenRankedPrefix(int shift)
+{
+    // A string's rank by its first bytes and the rank of the string behind these make its new
+    // rank. Strings come in the order of the second: one stable pass by the first sorts them.
+    const auto count = static_cast<int>(m_order.size()) - shift;
+    m_nextOrder.resize(count);
+    std::fill(m_bucketEnd.begin(), m_bucketEnd.end(), 0);
+    for (int i = 0; i < count; ++i)
+        ++m_bucketEnd[m_rank[i]];
+    quint16 begin = 0;
+    for (quint16 &bucket : m_bucketEnd)
+        begin += std::exchange(bucket, begin);
+    for (const int behind : m_order) {
+        const int i = behind - shift;
+        if (i >= 0)
+            m_nextOrder[m_bucketEnd[m_rank[i]]++] = static_cast<quint16>(i);
+    }
+    quint16 rank = 0;
+    int previous = m_nextOrder.front();
+    for (const int i : m_nextOrder) {
+        if (m_rank[i] != m_rank[previous] || m_rank[i + shift] != m_rank[previous + shift])
+            ++rank;
+        m_nextRank[i] = rank;
+        previous = i;
+    }
+    m_rank.swap(m_nextRank);
+    m_order.swap(m_nextOrder);
+}
+
+void MatchFinder::addRank(int place)
+{
+    const int rank = rankAt(place);
+    m_stringOfRank[rank] = static_cast<quint16>(place - m_rankedFrom);
+    const int word = rank / wordBits;
+    m_ranks[word] |= quint64{1} << (rank % wordBits);
+    m_rankWords[word / wordBits] |= quint64{1} << (word % wordBits);
+}
+
+void MatchFinder::removeRank(int place)
+{
+    const int rank = rankAt(place);
+    const int word = rank / wordBits;
+    m_ranks[word] &= ~(quint64{1} << (rank % wordBits));
+    if (m_ranks[word] == 0)
+        m_rankWords[word / wordBits] &= ~(quint64{1} << (word % wordBits));
+}
+
+int MatchFinder::lowerNeighbour(int rank) const
+{
+    int word = rank / wordBits;
+    quint64 bits = m_ranks[word] & ((quint64{1} << (rank % wordBits)) - 1);
+    if (bits == 0) {
+        int group = word / wordBits;
+        quint64 words = m_rankWords[group] & ((quint64{1} << (word % wordBits)) - 1);
+        while (words == 0) {
+            if (--group < 0)
+                return -1;
+            words = m_rankWords[group];
+        }
+        word = group * wordBits + std::bit_width(words) - 1;
+        bits = m_ranks[word];
+    }
+    return m_rankedFrom + m_stringOfRank[word * wordBits + std::bit_width(bits) - 1];
+}
+
+int MatchFinder::higherNeighbour(int rank) const
+{
+    // All bits above one: for the highest none, for 2 << 63 is 0.
+    const auto above = [](int bit) { return ~((quint64{2} << bit) - 1); };
+    int word = rank / wordBits;
+    quint64 bits = m_ranks[word] & above(rank % wordBits);
+    if (bits == 0) {
+        size_t group = word / wordBits;
+        quint64 words = m_rankWords[group] & above(word % wordBits);
+        while (words == 0) {
+            if (++group == m_rankWords.size())
+                return -1;
+            words = m_rankWords[group];
+        }
+        word = static_cast<int>(group) * wordBits + std::countr_zero(words);
+        bits = m_ranks[word];
+    }
+    return m_rankedFrom + m_stringOfRank[word * wordBits + std::countr_zero(bits)];
+}
+
+void MatchFinder::insertNode(bool isWanted)
+{
+    if (m_place >= m_rankedEnd)
+        rankStrings();
+    const int rank = rankAt(m_place);
+    if (((m_ranks[rank / wordBits] >> (rank % wordBits)) & 1) != 0) {
+        const int equal = m_rankedFrom + m_stringOfRank[rank];
+        m_stringOfRank[rank] = static_cast<quint16>(m_place - m_rankedFrom);
+        replaceNode(equal % windowSize, m_place % windowSize);
+        m_length = lookAhead;
+        m_distance = distanceTo(equal);
+        return;
+    }
+    const auto inSameTree = [this](int place) {
+        return place >= 0 && m_text.at(place) == m_text.at(m_place) ? place : -1;
+    };
+    const int lower = inSameTree(lowerNeighbour(rank));
+    const int higher = inSameTree(higherNeighbour(rank));
+    addRank(m_place);
+    attach(lower, higher);
+    if (isWanted)
+        findMatch(lower, higher);
+}
+
+void MatchFinder::attach(int lower, int higher)
+{
+    const int node = m_place % windowSize;
+    m_left[node] = m_right[node] = noNode;
+    int dad = 0;
+    if (lower >= 0 && m_right[lower % windowSize] == noNode) {
+        dad = lower % windowSize;
+        m_right[dad] = static_cast<quint16>(node);
+    } else if (higher >= 0) {
+        dad = higher % windowSize;
+        m_left[dad] = static_cast<quint16>(node);
+    } else {
+        dad = windowSize + 1 + static_cast<quint8>(m_text.at(m_place));
+        m_right[dad] = static_cast<quint16>(node);
+    }
+    m_dad[node] = static_cast<quint16>(dad);
+}
+
+void MatchFinder::findMatch(int lower, int higher)
+{
+    const int lowerLength = lower < 0 ? 0 : commonLength(lower);
+    const int higherLength = higher < 0 ? 0 : commonLength(higher);
+    m_length = std::max(lowerLength, higherLength);
+    if (m_length > threshold)
+        findNearest(lowerLength == m_length, higherLength == m_length);
+}
+
+void MatchFinder::findNearest(bool isLowerOpen, bool isHigherOpen)
+{
+    // Going up, lower strings get lower and higher ones higher: behind the first of a side that
+    // matches less no other of that side matches as much.
+    m_distance = windowSize;
+    for (int node = m_place % windowSize; isLowerOpen || isHigherOpen;) {
+        const int dad = m_dad[node];
+        if (dad > noNode)
+            break;
+        ++m_visitedNodes;
+        bool &isOpen = m_right[dad] == node ? isLowerOpen : isHigherOpen;
+        node = dad;
+        if (!isOpen)
+            continue;
+        const int place = m_place - (m_place - dad) % windowSize;
+        isOpen = commonLength(place) == m_length;
+        if (isOpen)
+            m_distance = std::min(m_distance, distanceTo(place));
+    }
+}
+
+int MatchFinder::distanceTo(int place) const
+{
+    const int left = place < m_jumpAt && m_place >= m_jumpAt ? m_jump : 0;
+    return m_place - left - place - 1;
+}
+
+int MatchFinder::commonLength(int place) const
+{
+    const char *const string = m_text.constData() + m_place;
+    const char *const other = m_text.constData() + place;
+    for (const int offset : {0, wordBytes, 2 * wordBytes, lookAhead - wordBytes}) {
+        const quint64 difference = wordAt(string + offset) ^ wordAt(other + offset);
+        if (difference != 0)
+            return offset + std::countl_zero(difference) / 8;
+    }
+    return lookAhead;
+}
+
+void MatchFinder::replaceNode(int node, int replacement)
+{
+    m_left[replacement] = m_left[node];
+    m_right[replacement] = m_right[node];
+    m_dad[m_left[node]] = static_cast<quint16>(replacement);
+    m_dad[m_right[node]] = static_cast<quint16>(replacement);
+    replaceChild(m_dad[node], node, replacement);
+    m_dad[node] = noNode;
+}
+
+void MatchFinder::replaceChild(int parent, int node, int replacement)
+{
+    m_dad[replacement] = static_cast<quint16>(parent);
+    quint16 &child = m_right[parent] == node ? m_right[parent] : m_left[parent];
+    child = static_cast<quint16>(replacement);
+}
+
+void MatchFinder::deleteNode(int place)
+{
+    if (!isInTree(place))
+        return; // an equal, younger string has taken its place
+    removeRank(place);
+    const int node = place % windowSize;
+    if (m_right[node] == noNode) {
+        replaceChild(m_dad[node], node, m_left[node]);
+    } else if (m_left[node] == noNode) {
+        replaceChild(m_dad[node], node, m_right[node]);
+    } else {
+        // The rightmost string of the left branch takes the place of the one that goes.
+        const int heir = lowerNeighbour(rankAt(place)) % windowSize;
+        if (m_dad[heir] != node) {
+            replaceChild(m_dad[heir], heir, m_left[heir]);
+            m_left[heir] = m_left[node];
+            m_dad[m_left[node]] = static_cast<quint16>(heir);
+        }
+        m_right[heir] = m_right[node];
+        m_dad[m_right[node]] = static_cast<quint16>(heir);
+        replaceChild(m_dad[node], node, heir);
+    }
+    m_dad[node] = noNode;
+}
