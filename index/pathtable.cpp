@@ -2,18 +2,32 @@
 
 void PathTable::build(const QList<SongInfoIndex> &songs)
 {
+    m_byPath.clear();
+    m_byPath.reserve(songs.size());
     m_byKey.clear();
     m_byKey.reserve(songs.size());
     for (qsizetype i = 0; i < songs.size(); ++i)
         add(songs.at(i), i);
 }
 
+void PathTable::add(const SongInfoIndex &song, qsizetype index)
+{
+    m_byPath.insert(song.path.toCaseFolded(), index);
+    const auto sameKey = m_byKey.find(song.pathKey);
+    if (sameKey == m_byKey.end())
+        m_byKey.insert(song.pathKey, index);
+    else
+        *sameKey = several;
+}
+
 qsizetype PathTable::find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted) const
 {
-    for (auto run = m_byKey.constFind(wanted.pathKey);
-         run != m_byKey.cend() && run.key() == wanted.pathKey; ++run) {
-        const QString &path = songs.at(run.value()).path;
-        if (QString::compare(path, wanted.path, Qt::CaseInsensitive) == 0)
+    const QString folded = wanted.path.toCaseFolded();
+    for (auto run = m_byPath.constFind(folded); run != m_byPath.cend() && run.key() == folded;
+         ++run) {
+        const SongInfoIndex &song = songs.at(run.value());
+        if (song.pathKey == wanted.pathKey &&
+            QString::compare(song.path, wanted.path, Qt::CaseInsensitive) == 0)
             return run.value();
     }
     return -1;
@@ -27,11 +41,9 @@ qsizetype PathTable::findBytes(const QList<SongInfoIndex> &songs, const QByteArr
     if (found >= 0)
         return found;
     // A name with characters that the code page lacks: its '?' are all that is known of them.
-    const QList<qsizetype> run = m_byKey.values(wanted.pathKey);
-    if (run.size() == 1)
-        return run.first();
-    if (run.size() > 1)
-        return -1;
+    const auto sameKey = m_byKey.constFind(wanted.pathKey);
+    if (sameKey != m_byKey.cend())
+        return *sameKey;
     wanted.setPath(QString::fromLatin1(bytes));
     return find(songs, wanted);
 }

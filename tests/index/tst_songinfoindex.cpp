@@ -39,6 +39,7 @@ private slots:
     void breaksTiesByPathOnDisk();
     void tellsPathsWithEqualKeysApart();
     void findsPathOfBytes();
+    void findsPathsAmongManyEqualKeys();
     void namesSortModes();
 };
 
@@ -128,6 +129,26 @@ void TestSongInfoIndex::findsPathOfBytes()
     // 0xFE is a box in the code page and a letter in Latin-1.
     QCOMPARE(table.findBytes(songs, "/\xFE.mid"), 4);
     QCOMPARE(table.findBytes(songs, "/none.mid"), -1);
+}
+
+void TestSongInfoIndex::findsPathsAmongManyEqualKeys()
+{
+    // A full memory of names that the code page lacks altogether.
+    QList<SongInfoIndex> songs;
+    PathTable table;
+    constexpr char16_t firstLetter = 0x4E00;
+    constexpr int letters = 256;
+    for (int i = 0; i < SongInfoIndex::maxSongs; ++i) {
+        const QChar high(firstLetter + i / letters);
+        const QChar low(firstLetter + i % letters);
+        const SongInfoIndex record = withPath(u"/%1%2.mid"_qs.arg(high).arg(low));
+        QCOMPARE(table.find(songs, record), -1);
+        table.add(record, songs.size());
+        songs.append(record);
+    }
+    for (int i = 0; i < songs.size(); ++i)
+        QCOMPARE(table.find(songs, songs.at(i)), i);
+    QCOMPARE(table.findBytes(songs, "/??.mid"), -1);
 }
 
 void TestSongInfoIndex::namesSortModes()
