@@ -57,7 +57,7 @@ bool Index::updateIndex(const QString &root)
     // playlists without their songs.
     if (playlists == Playlists::Preparation::Unwritable ||
         (!m_restorePlaylists && loadAllIndexFile() < 0)) {
-        m_set.discard();
+        m_set.abandon();
         return false;
     }
     m_nextId = m_lastId + 1;
@@ -112,7 +112,7 @@ bool Index::rebuild()
     resetCounts();
     if (createPlaylistFilePath() == Playlists::Preparation::Unwritable) {
         // Without its path file a playlist would lose all its songs together with the old index.
-        m_set.discard();
+        m_set.abandon();
         return false;
     }
     m_restorePlaylists = true;
@@ -137,11 +137,21 @@ void Index::resetCounts()
 
 bool Index::finish(ListRun run)
 {
-    m_set.discard();
-    if (run == ListRun::Ended)
+    if (run == ListRun::Gone)
         return false;
+    if (run == ListRun::Ended) {
+        m_set.abandon();
+        return false;
+    }
+    m_set.discard();
     createBriselDir();
     return checkIndexFile();
+}
+
+/// A memory that was pulled may leave its mount folder behind, or another take its place.
+bool Index::isSameMemory() const
+{
+    return fileIdentity(m_root) == m_rootIdentity;
 }
 
 Index::ListRun Index::createPathIndex()
@@ -157,11 +167,15 @@ Index::ListRun Index::createPathIndex()
         emit progressMaxSetup(m_filesFound);
         createTitleIndex();
     }
+    if (!isSameMemory())
+        return ListRun::Gone;
     if (RunGuard::endRequested())
         return ListRun::Ended;
     if (m_filesFound == 0 || !m_modified)
         return ListRun::Done;
     const ListRun run = writeSet();
+    if (!isSameMemory())
+        return ListRun::Gone;
     if (run == ListRun::Failed)
         deleteIndex();
     return run;
@@ -171,8 +185,7 @@ Index::ListRun Index::writeSet()
 {
     emit progressMaxSetup(100);
     emit progressValueChanged(0);
-    // A memory that was pulled may leave its mount folder behind: that is no place for an index.
-    if (fileIdentity(m_root) != m_rootIdentity || !m_set.beginStaging())
+    if (!isSameMemory() || !m_set.beginStaging())
         return ListRun::Failed;
     removeDeletedItems();
     emit progressValueChanged(10);
@@ -191,7 +204,7 @@ Index::ListRun Index::writeSet()
         return ListRun::Failed;
     if (RunGuard::endRequested())
         return ListRun::Ended;
-    if (!m_set.commit())
+    if (!isSameMemory() || !m_set.commit())
         return ListRun::Failed;
     emit progressValueChanged(100);
     return ListRun::Done;

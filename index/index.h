@@ -63,7 +63,12 @@ signals:
     void errorFromIndex(const QString &message);
 
 private:
-    enum class ListRun { Done, Failed, Ended };
+    enum class ListRun {
+        Done,
+        Failed,
+        Ended, ///< the program is to end: the old index stays
+        Gone,  ///< the memory is no longer there; what is there now must not be touched
+    };
 
     /// Stores \a root without one trailing "/" or "\". False when it is no folder.
     bool setRoot(const QString &root);
@@ -71,6 +76,7 @@ private:
     bool rebuild();
     void resetCounts();
     bool finish(ListRun run);
+    bool isSameMemory() const;
 
     ListRun createPathIndex();
     void createTitleIndex();
@@ -89,7 +95,7 @@ private:
     void scanFile(const QString &longPath);
     static bool checkFileExt(const QString &suffix);
     bool addFileToIndex(const QFileInfo &file);
-    static void meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met);
+    void meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met);
     QString renameLongFileName(const QString &path);
     void askRename(const QString &path, const QString &candidate);
     static QString getShortFileNamePath(const QString &path);

@@ -130,6 +130,7 @@ void Index::meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met)
         fileKind(known.absolutePath) == FileKind::Missing) {
         known.absolutePath = met.absolutePath;
         known.setPath(met.path);
+        m_modified = true;
     }
 }
 

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 
@@ -18,8 +19,12 @@ namespace
 const QString keyFile = QStringLiteral("fsinfos.id2");
 const QString markName = QStringLiteral("swap");
 const QString placingName = QStringLiteral("placing");
+const QString noteName = QStringLiteral("paths");
 const QByteArray markHead = "brisel2pc swap 1";
+const QByteArray noteHead = "brisel2pc paths 1\n";
 constexpr qint64 maxMarkSize = 16 * 1024 * 1024; ///< bytes; holds every playlist number there is
+constexpr qint64 maxStagedSize =
+    16 * 1024 * 1024; ///< bytes; the largest file of a full index has 8
 
 QByteArray checksumOf(const QByteArray &content)
 {
@@ -34,11 +39,11 @@ bool isReplaceable(const QString &name)
     return IndexSet::names().contains(name) || playlist.match(name).hasMatch();
 }
 
-bool writeFile(const QString &path, const QByteArray &content)
+bool writeFile(const QString &path, const QByteArray &content,
+               QIODevice::OpenMode mode = QIODevice::WriteOnly)
 {
     QFile file(path);
-    return file.open(QIODevice::WriteOnly) && writeAll(file, content) &&
-           finishWriting(file, content.size());
+    return file.open(mode) && writeAll(file, content) && finishWriting(file, content.size());
 }
 
 bool isGone(const QString &path)
@@ -100,14 +105,27 @@ void IndexSet::recover()
     if (!work.exists() && !work.isSymLink())
         return;
     QList<StagedFile> files;
-    if (readMark(files) && !swap(files))
+    // A complete set means that the swap had not begun, or was over: putting the staged playlists
+    // in place now would undo what the player has done to them since.
+    if (!isComplete() && readMark(files) && !swap(files))
         remove();
-    discard();
+    abandon();
+}
+
+bool IndexSet::notePathFiles()
+{
+    return makeWorkFolder() && writeFile(workFile(noteName), noteHead) &&
+           flushFolder(workFolder()) && flushFolder(m_root);
+}
+
+bool IndexSet::hasUnusedPathFiles() const
+{
+    return !QFileInfo(workFolder()).isSymLink() && QFileInfo(workFile(noteName)).isFile();
 }
 
 bool IndexSet::beginStaging()
 {
-    discard();
+    abandon();
     return makeWorkFolder();
 }
 
@@ -123,27 +141,43 @@ bool IndexSet::stage(const QString &name, const QByteArray &content)
 
 bool IndexSet::commit()
 {
-    const bool done = !m_stagingFailed && flushFolder(workFolder()) && writeMark() &&
-                      flushFolder(workFolder()) && flushFolder(m_root) && swap(m_staged);
-    discard();
-    return done;
+    return !m_stagingFailed && flushFolder(workFolder()) && writeMark() &&
+           flushFolder(workFolder()) && flushFolder(m_root) && swap(m_staged);
 }
 
 void IndexSet::discard()
 {
+    clearWorkFolder(QString());
+}
+
+void IndexSet::abandon()
+{
+    clearWorkFolder(hasUnusedPathFiles() ? noteName : QString());
+}
+
+void IndexSet::clearWorkFolder(const QString &kept)
+{
     m_staged.clear();
     m_stagingFailed = false;
-    const QString folder = workFolder();
-    if (QFileInfo(folder).isSymLink()) {
-        QFile::remove(folder);
+    const QFileInfo folder(workFolder());
+    if (folder.isSymLink() || !folder.isDir()) {
+        QFile::remove(folder.filePath());
         return;
     }
-    if (!QFileInfo::exists(folder))
-        return;
     // The mark goes first: without it the rest means nothing.
     QFile::remove(workFile(markName));
-    flushFolder(folder);
-    QDir(folder).removeRecursively();
+    flushFolder(folder.filePath());
+    const QFileInfoList entries =
+        QDir(folder.filePath())
+            .entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo &entry : entries) {
+        if (entry.isDir() && !entry.isSymLink())
+            QDir(entry.filePath()).removeRecursively();
+        else if (entry.fileName() != kept)
+            QFile::remove(entry.filePath());
+    }
+    if (kept.isEmpty())
+        QDir(m_root).rmdir(folder.fileName());
     flushFolder(m_root);
 }
 
@@ -193,23 +227,25 @@ bool IndexSet::readMark(QList<StagedFile> &files) const
     if (lines.takeFirst() != markHead || lines.isEmpty())
         return false;
     lines.removeLast();
-    QStringList missing = names();
+    QSet<QString> found;
     for (const QByteArray &line : lines) {
         const QList<QByteArray> parts = line.split(' ');
         const QString name = QString::fromLatin1(parts.value(2));
         files.append({name, parts.value(1).toLongLong(), parts.value(0)});
-        missing.removeOne(name);
         QByteArray content;
-        if (parts.size() != 3 || !isReplaceable(name) || !readStaged(files.last(), content))
+        if (parts.size() != 3 || !isReplaceable(name) || found.contains(name) ||
+            !readStaged(files.last(), content))
             return false;
+        found.insert(name);
     }
-    return missing.isEmpty();
+    return std::all_of(names().cbegin(), names().cend(),
+                       [&found](const QString &name) { return found.contains(name); });
 }
 
 bool IndexSet::readStaged(const StagedFile &file, QByteArray &content) const
 {
-    return readPlainFile(workFile(file.name), file.size, content) && content.size() == file.size &&
-           checksumOf(content) == file.checksum;
+    return readPlainFile(workFile(file.name), std::min(file.size, maxStagedSize), content) &&
+           content.size() == file.size && checksumOf(content) == file.checksum;
 }
 
 bool IndexSet::swap(const QList<StagedFile> &files)
@@ -234,5 +270,16 @@ bool IndexSet::swap(const QList<StagedFile> &files)
 bool IndexSet::placeStaged(const StagedFile &file)
 {
     QByteArray content;
-    return readStaged(file, content) && place(file.name, content);
+    if (!readStaged(file, content))
+        return false;
+    // A rename that is cut can leave two names on one file. It is for files that must appear at
+    // once: the last one, and playlists that are still the old ones. The others may be torn.
+    const QString path = filePath(file.name);
+    const bool atOnce = file.name == keyFile || !names().contains(file.name);
+    if (atOnce ? place(file.name, content)
+               : writeFile(path, content, QIODevice::WriteOnly | QIODevice::NewOnly))
+        return true;
+    // No room for a second copy. Once the staged one is gone a cut can't be mended from it any
+    // more, but it leaves an incomplete set, and the next run builds that anew.
+    return moveIntoPlace(workFile(file.name), path);
 }

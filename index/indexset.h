@@ -10,9 +10,9 @@
 /// A memory has no journal, and a cut can leave any single step as the last one that reached it.
 /// So the new files are first written into a work folder ".brisel2pc" and flushed; then a mark
 /// with their names, sizes and checksums says that they are all there; then the old set is removed,
-/// "fsinfos.id2" first, and the new one copied into its place, "fsinfos.id2" last. Until the mark
-/// stands the old set is whole; from then on the next run can finish the swap. In between
-/// isComplete() is false. See docs/formats/player-index.md, "How a set is replaced".
+/// "fsinfos.id2" first, and the new one copied into its place, "fsinfos.id2" last. While
+/// isComplete() is false the mark lets the next run finish the swap. See
+/// docs/formats/player-index.md, "How a set is replaced".
 class IndexSet
 {
 public:
@@ -26,9 +26,16 @@ public:
     /// Removes the fifteen files and the two temporary ones whose names are reserved.
     void remove();
 
-    /// Finishes a swap that was cut, or takes away what a run that was cut has left. Does nothing
-    /// on a memory without a work folder.
+    /// Finishes a swap that was cut while it had left no complete set, and takes away what else a
+    /// run that was cut has left, but for the note of its path files. Does nothing on a memory
+    /// without a work folder.
     void recover();
+
+    /// Notes on the memory that path files of playlists are being written, before the first of
+    /// them. The note stays until a run has used them. False when it can't be made.
+    bool notePathFiles();
+    /// True when a run wrote path files and came to no end that used them.
+    bool hasUnusedPathFiles() const;
 
     /// Starts a new set: an empty work folder. False when it can't be made.
     bool beginStaging();
@@ -36,10 +43,13 @@ public:
     /// \a name is relative to the root. False when it is not wholly there; commit() then fails.
     bool stage(const QString &name, const QByteArray &content);
     /// Puts the staged files in their places. False when one of the fifteen is missing or the
-    /// memory refused; then the old set may be gone, and the caller removes what is there.
+    /// memory refused; then the old set may be gone, and the caller removes what is there. Either
+    /// way the caller discards afterwards.
     bool commit();
-    /// Takes the work folder away.
+    /// Takes the work folder away: the run has come to its end.
     void discard();
+    /// Takes the work folder away but for the note of path files: the old index stays as it was.
+    void abandon();
 
     /// Replaces one file of the memory as a whole, by way of the work folder.
     bool place(const QString &name, const QByteArray &content);
@@ -54,6 +64,7 @@ private:
     QString workFolder() const;
     QString workFile(const QString &name) const;
     bool makeWorkFolder() const;
+    void clearWorkFolder(const QString &kept);
     bool writeMark() const;
     bool readMark(QList<StagedFile> &files) const;
     bool readStaged(const StagedFile &file, QByteArray &content) const;

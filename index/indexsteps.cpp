@@ -67,14 +67,21 @@ Playlists::Preparation Index::createPlaylistFilePath()
 {
     debug() << "create playlist file path";
     m_playlists = Playlists::readNumbers(m_set);
-    if (Playlists::haveAllPathFiles(m_set, m_playlists))
+    const bool haveAll = Playlists::haveAllPathFiles(m_set, m_playlists);
+    // A run that ended between writing path files and using them counts as not having written
+    // them: else the songs that get a new id in an update would drop out of their playlists.
+    const bool mustWrite = !m_playlists.isEmpty() && m_set.hasUnusedPathFiles() && checkIndexFile();
+    if (haveAll && !mustWrite)
         return Playlists::Preparation::NotNeeded;
     if (loadAllIndexFile() < 0) {
-        m_playlists.clear();
+        if (!haveAll)
+            m_playlists.clear();
         return Playlists::Preparation::NotNeeded;
     }
     if (m_songs.isEmpty())
         return Playlists::Preparation::NotNeeded;
+    if (!m_set.notePathFiles())
+        return Playlists::Preparation::Unwritable;
     return Playlists::writePathFiles(m_set, m_playlists, m_songs);
 }
 

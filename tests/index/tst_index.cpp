@@ -113,6 +113,8 @@ private slots:
     void endsWhenAskedToQuit();
     void endsInThePerSongPass();
     void keepsRoomForNoSongInAnotherPlace();
+    void leavesAnotherMemoryAlone_data();
+    void leavesAnotherMemoryAlone();
 };
 
 void TestIndex::refusesEmptyRoot()
@@ -324,6 +326,8 @@ void TestIndex::keepsSongRenamedInCaseOnly()
     memory.write(u"a.mid"_qs, anySong);
     QVERIFY(Index().createIndex(memory.root()));
     QVERIFY(QFile::rename(memory.path(u"a.mid"_qs), memory.path(u"A.MID"_qs)));
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs}));
     memory.write(u"B.MID"_qs, anySong);
     QVERIFY(Index().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs, u"/B.MID"_qs}));
@@ -657,6 +661,46 @@ void TestIndex::keepsRoomForNoSongInAnotherPlace()
     });
     QVERIFY(!index.updateIndex(memory.root()));
     QVERIFY(memory.rootFiles().isEmpty());
+    QVERIFY(QFile::exists(memory.root() + u"-away/fsinfos.id2"_qs));
+}
+
+void TestIndex::leavesAnotherMemoryAlone_data()
+{
+    QTest::addColumn<bool>("isRebuild");
+    QTest::addColumn<int>("value");
+    for (const int value : {1, 10, 90}) {
+        QTest::addRow("update at %d", value) << false << value;
+        QTest::addRow("rebuild at %d", value) << true << value;
+    }
+}
+
+void TestIndex::leavesAnotherMemoryAlone()
+{
+    // The memory is pulled in the middle, and another of the same name is put in its place.
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.write(u"B.MID"_qs, anySong);
+    const SampleMemory other;
+    other.write(u"C.MID"_qs, anySong);
+    QVERIFY(Index().createIndex(other.root()));
+    QVERIFY(QDir(other.path(u"sfx"_qs)).removeRecursively());
+    other.write(u".brisel2pc/paths"_qs, "of its own");
+    const auto files = other.rootFiles();
+
+    QFETCH(bool, isRebuild);
+    QFETCH(int, value);
+    Index index;
+    connect(&index, &Index::progressValueChanged, &index, [&](int now) {
+        if (now != value || QFileInfo::exists(memory.root() + u"-away"_qs))
+            return;
+        QVERIFY(QFile::rename(memory.root(), memory.root() + u"-away"_qs));
+        QVERIFY(QFile::rename(other.root(), memory.root()));
+    });
+    QVERIFY(!(isRebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root())));
+    QCOMPARE(memory.rootFiles(), files);
+    QCOMPARE(memory.read(u".brisel2pc/paths"_qs), QByteArray("of its own"));
+    QVERIFY(!QFileInfo::exists(memory.path(u"sfx"_qs)));
     QVERIFY(QFile::exists(memory.root() + u"-away/fsinfos.id2"_qs));
 }
 

@@ -1,3 +1,4 @@
+#include "base/runguard.h"
 #include "index/index.h"
 #include "tests/index/samplememory.h"
 #include "tests/logcapture.h"
@@ -64,6 +65,8 @@ private slots:
     void stopsBeforeTheIndexIsLost();
     void endsAtHalfARecord();
     void restoresInUpdateOnlyWhenTranslated();
+    void restoresAfterARunThatEnded();
+    void usesPathFilesWhenTheIndexIsGone();
 };
 
 void TestPlaylists::namesFilesByNumber()
@@ -211,6 +214,10 @@ void TestPlaylists::stopsBeforeTheIndexIsLost()
     QCOMPARE(memory.rootFiles(), before);
     QVERIFY(!Index().updateIndex(memory.root()));
     QCOMPARE(memory.rootFiles(), before);
+    // What the next run makes of it is right again.
+    QVERIFY(QDir(memory.path(paths7)).removeRecursively());
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(memory.read(paths7), pathOf("/C.MID") + pathOf("/B.MID") + pathOf("/A.MID"));
     QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
 }
 
@@ -243,6 +250,54 @@ void TestPlaylists::restoresInUpdateOnlyWhenTranslated()
     QVERIFY(!log.contains(u"restore playlist file path "_qs));
     QCOMPARE(memory.read(songs7), playlistOf({"00000001"}));
     QCOMPARE(memory.read(paths7).size(), 192);
+}
+
+void TestPlaylists::restoresAfterARunThatEnded()
+{
+    // The accented song gets a new id in each update, so path files that a run has written must
+    // be used by the next one when it did not come to use them itself.
+    const SampleMemory memory;
+    memory.write(u"\u00E9.MID"_qs, midiSong("E", "Artist", "Genre"));
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.write(list, listRecord("0700"));
+    memory.write(songs7, playlistOf({"00000000"}));
+    for (const bool isRebuild : {true, false}) {
+        Index index;
+        connect(&index, &Index::progressValueChanged, &index, [](int value) {
+            if (value == 1)
+                RunGuard::requestEnd();
+        });
+        QVERIFY(!(isRebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root())));
+        QCOMPARE(memory.read(paths7), pathOf("/\x82.MID"));
+        QCOMPARE(memory.read(songs7), playlistOf({"00000000"}));
+    }
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(memory.read(songs7), songRecord("00000001", "E", "7800"));
+    QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
+    // The next update leaves the playlist alone, and a rebuild finds the song again.
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(memory.read(u"index.id2"_qs).left(4), hex("00000002"));
+    QCOMPARE(memory.read(songs7), songRecord("00000001", "E", "7800"));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(songs7), songRecord("00000000", "E", "7800"));
+}
+
+void TestPlaylists::usesPathFilesWhenTheIndexIsGone()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.write(u".brisel2pc/paths"_qs, "of a run that was cut");
+    memory.write(paths7, pathOf("/B.MID"));
+    memory.remove(u"fsinfos.id2"_qs);
+    memory.remove(u"A.MID"_qs);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(memory.read(songs7).left(64), songRecord("00000000", "B", "7800"));
+    // A faulty index is no better than none.
+    memory.write(u".brisel2pc/paths"_qs, "of a run that was cut");
+    memory.write(paths7, pathOf("/C.MID"));
+    memory.write(u"title.id2"_qs, "x");
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(songs7).left(64), songRecord("00000001", "C", "7800"));
 }
 
 BRISEL_TEST_MAIN(QCoreApplication, TestPlaylists)
