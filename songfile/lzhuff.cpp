@@ -3,7 +3,10 @@
 #include "base/bytes.h"
 #include "base/debugstream.h"
 
+#include <QtEndian>
+
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace
@@ -11,6 +14,7 @@ namespace
 
 constexpr int lowPositionBits = 6; ///< sent plainly, below the coded upper six
 constexpr int longestPositionCode = 8;
+constexpr int chunk = 32; ///< bytes copied at once: no match is longer
 
 /// The fixed prefix code of a position's upper six bits, near positions first: lengths of 3 to 8
 /// bits, the codes of each length following on from those of the shorter one.
@@ -147,22 +151,48 @@ void LzHuff::swapNodes(int first, int second)
     }
 }
 
+int LzHuff::countNode(int node)
+{
+    const quint16 frequency = ++m_frequency[node];
+    if (frequency <= m_frequency[node + 1])
+        return node;
+    int last = node + 1;
+    while (frequency > m_frequency[last + 1])
+        ++last;
+    swapNodes(node, last);
+    return last;
+}
+
 void LzHuff::update(int symbol)
 {
     if (m_frequency[root] == maxFrequency)
         reconst();
-    int node = m_parent[symbol + treeSize];
+    countWayFrom(m_parent[symbol + treeSize]);
+}
+
+void LzHuff::countWayFrom(int node)
+{
     do {
-        const quint16 frequency = ++m_frequency[node];
-        if (frequency > m_frequency[node + 1]) {
-            int last = node + 1;
-            while (frequency > m_frequency[last + 1])
-                ++last;
-            swapNodes(node, last);
-            node = last;
-        }
-        node = m_parent[node];
+        node = m_parent[countNode(node)];
     } while (node != 0); // the root's parent; node 0 itself is always a leaf
+}
+
+void LzHuff::updateWay(int symbol, const Way &way, int depth)
+{
+    if (m_frequency[root] == maxFrequency) {
+        update(symbol);
+        return;
+    }
+    // The way down is known, as long as no node on it changes places.
+    while (depth > 0) {
+        const int node = way[--depth];
+        const int now = countNode(node);
+        if (now != node) {
+            countWayFrom(m_parent[now]);
+            return;
+        }
+    }
+    ++m_frequency[root];
 }
 
 int LzHuff::getInByte()
@@ -174,6 +204,15 @@ int LzHuff::getInByte()
 
 void LzHuff::fillBits()
 {
+    constexpr int wordBytes = 8;
+    if (m_in.size() - m_inPosition >= wordBytes) {
+        // Bits of a byte that does not fit whole are there already when it is read again.
+        m_readBuffer |= qFromBigEndian<quint64>(m_in.constData() + m_inPosition) >> m_readCount;
+        const int bytes = (63 - m_readCount) / 8;
+        m_inPosition += bytes;
+        m_readCount += 8 * bytes;
+        return;
+    }
     for (; m_readCount <= 56; m_readCount += 8) {
         const int byte = getInByte();
         m_readBuffer |= static_cast<quint64>(std::max(byte, 0)) << (56 - m_readCount);
@@ -190,11 +229,6 @@ int LzHuff::getBits(int count)
     return bits;
 }
 
-int LzHuff::getBit()
-{
-    return getBits(1);
-}
-
 int LzHuff::getByte()
 {
     return getBits(8);
@@ -202,11 +236,22 @@ int LzHuff::getByte()
 
 int LzHuff::decodeChar()
 {
+    if (m_readCount < longestCode)
+        fillBits();
+    Way way; // all that is read of it is written first
+    int depth = 0;
+    quint64 bits = m_readBuffer;
     int node = m_son[root];
-    while (node < treeSize)
-        node = m_son[node + getBit()];
+    while (node < treeSize) {
+        node += static_cast<int>(bits >> 63);
+        bits <<= 1;
+        way[depth++] = static_cast<quint16>(node);
+        node = m_son[node];
+    }
+    m_readBuffer = bits;
+    m_readCount -= depth;
     const int symbol = node - treeSize;
-    update(symbol);
+    updateWay(symbol, way, depth);
     return symbol;
 }
 
@@ -225,28 +270,28 @@ void LzHuff::decode(quint32 textSize)
     m_readBuffer = 0;
     m_readCount = 0;
     startHuff();
-    m_ring.fill(initialFill);
-    m_out.resize(static_cast<qsizetype>(textSize));
-    char *next = m_out.data();
-    const char *const end = next + m_out.size();
-    int position = firstPosition;
-    const auto put = [&](char byte) {
-        *next++ = byte;
-        m_ring[position] = byte;
-        position = (position + 1) % ringSize;
-    };
+    // The text itself is the ring: before it stand the blanks that the ring starts with, behind it
+    // there is room for copies in whole chunks.
+    m_out = QByteArray(ringSize + static_cast<qsizetype>(textSize) + chunk, Qt::Uninitialized);
+    char *next = std::fill_n(m_out.data(), ringSize, initialFill);
+    const char *const end = next + textSize;
     while (next < end) {
         const int symbol = decodeChar();
         if (symbol < 256) {
-            put(static_cast<char>(symbol));
+            *next++ = static_cast<char>(symbol);
             continue;
         }
-        int from = (position - decodePosition() - 1) & (ringSize - 1);
-        for (int left = symbol - firstMatchSymbol; left > 0 && next < end; --left) {
-            put(m_ring[from]);
-            from = (from + 1) % ringSize;
-        }
+        const int length = symbol - firstMatchSymbol;
+        const int distance = decodePosition() + 1;
+        const auto count = std::min(static_cast<std::ptrdiff_t>(length), end - next);
+        if (distance >= chunk)
+            std::memcpy(next, next - distance, chunk);
+        else
+            for (std::ptrdiff_t i = 0; i < count; ++i) // each byte may be one just written
+                next[i] = next[i - distance];
+        next += count;
     }
+    m_out = m_out.mid(ringSize, static_cast<qsizetype>(textSize));
 }
 
 void LzHuff::putOutByte(quint8 byte)
@@ -256,8 +301,7 @@ void LzHuff::putOutByte(quint8 byte)
 
 void LzHuff::putcode(int length, quint32 code)
 {
-    // At most 7 bits wait in the buffer and no code is longer than 24 bits: frequencies that make
-    // so deep a tree add up to more than maxFrequency.
+    // At most 7 bits wait in the buffer.
     m_writeBuffer = (m_writeBuffer << length) | code;
     m_writeCount += length;
     while (m_writeCount >= 8) {

@@ -33,9 +33,13 @@ private:
     static constexpr int treeSize = 2 * symbolCount - 1;
     static constexpr int root = treeSize - 1;
     static constexpr quint16 maxFrequency = 0x8000; ///< of the root: then the counts are halved
-    static constexpr int firstPosition = ringSize - lookAhead;
     static constexpr int firstMatchSymbol = 256 - (threshold + 1); ///< plus the match length
     static constexpr char initialFill = ' ';
+
+    /// Bits of a symbol's code: frequencies that make a deeper tree add up to more than
+    /// maxFrequency.
+    static constexpr int longestCode = 24;
+    using Way = std::array<quint16, longestCode>; ///< nodes from the root's son down to a leaf
 
     // The adaptive Huffman tree. Nodes stand in ascending order of frequency, brothers side by
     // side; a son of treeSize or more is a leaf, the symbol plus treeSize.
@@ -43,12 +47,14 @@ private:
     void reconst();
     void collectLeaves();
     void update(int symbol);
+    void updateWay(int symbol, const Way &way, int depth);
+    void countWayFrom(int node);
+    int countNode(int node);
     void swapNodes(int first, int second);
 
     // Reading.
     void fillBits();
     int getBits(int count);
-    int getBit();
     int getByte();
     int decodeChar();
     int decodePosition();
@@ -76,6 +82,5 @@ private:
     std::array<quint16, treeSize + symbolCount> m_parent{};
     std::array<quint16, treeSize> m_son{};
 
-    std::array<char, ringSize + lookAhead - 1> m_ring{};
     std::unique_ptr<MatchFinder> m_matches; ///< made when first wanted: expand() does without
 };
