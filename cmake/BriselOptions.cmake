@@ -16,6 +16,7 @@ endif()
 
 option(BRISEL_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(BRISEL_TIDY "Run clang-tidy on every source that is compiled" OFF)
+option(BRISEL_BENCH "Build the programs that measure, see bench/run" OFF)
 set(BRISEL_CATALOGUE "" CACHE FILEPATH "A full SQLite catalogue to embed instead of the sample")
 
 add_library(brisel_options INTERFACE)
