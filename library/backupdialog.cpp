@@ -9,6 +9,8 @@ BackupDialog::BackupDialog(QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::BackupDialog>())
 {
     m_ui->setupUi(this);
+    // Without a folder there is nothing to start: Enter asks for one first.
+    m_ui->browsePushButton->setFocus();
 }
 
 BackupDialog::~BackupDialog() = default;
@@ -28,6 +30,7 @@ void BackupDialog::on_browsePushButton_clicked()
         return;
     m_directory = chosen;
     m_ui->directoryLineEdit->setText(chosen);
+    m_ui->doBackupPushButton->setFocus();
 }
 
 void BackupDialog::on_abortPushButton_clicked()

@@ -8,6 +8,7 @@ ProceedDialog::ProceedDialog(QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::ProceedDialog>())
 {
     m_ui->setupUi(this);
+    m_ui->yesPushButton->setFocus();
     showSummary();
 }
 

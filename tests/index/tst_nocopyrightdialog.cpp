@@ -15,10 +15,16 @@ class TestNoCopyrightDialog : public QObject
 private slots:
     void givesEachButtonItsResult_data();
     void givesEachButtonItsResult();
+    void enterPressesTheFocusedButton_data();
+    void enterPressesTheFocusedButton();
+    void enterFirstMeansYes();
+    void tabWalksTheButtonsInOrder();
     void countsEscapeAsYes();
     void countsClosingAsYes();
     void showsItsTexts();
     void showsFileNamesAsTheyAre();
+    void breaksNamesWithoutBlanks();
+    void cutsEndlessNamesInTheMiddle();
     void hidesTheButtonsForAll();
     void keepsTextsWhenTheLanguageChanges();
 };
@@ -44,6 +50,49 @@ void TestNoCopyrightDialog::givesEachButtonItsResult()
     script.expect("NoCopyrightDialog", [&](QWidget *shown) { DialogScript::click(shown, button); });
     QTEST(dialog.exec(), "result");
     QVERIFY(script.isDone());
+}
+
+void TestNoCopyrightDialog::enterPressesTheFocusedButton_data()
+{
+    givesEachButtonItsResult_data();
+}
+
+void TestNoCopyrightDialog::enterPressesTheFocusedButton()
+{
+    QFETCH(QString, button);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        NoCopyrightDialog dialog;
+        DialogScript script;
+        script.expect("NoCopyrightDialog", [&](QWidget *shown) {
+            auto *focused = shown->findChild<QPushButton *>(button);
+            focused->setFocus();
+            QTest::keyClick(focused, key);
+        });
+        QTEST(dialog.exec(), "result");
+        QVERIFY(script.isDone());
+    }
+}
+
+void TestNoCopyrightDialog::enterFirstMeansYes()
+{
+    NoCopyrightDialog dialog;
+    DialogScript script;
+    script.expect("NoCopyrightDialog",
+                  [](QWidget *shown) { QTest::keyClick(shown, Qt::Key_Return); });
+    QCOMPARE(dialog.exec(), int(NoCopyrightDialog::Yes));
+}
+
+void TestNoCopyrightDialog::tabWalksTheButtonsInOrder()
+{
+    NoCopyrightDialog dialog;
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QStringList walked;
+    for (int step = 0; step < 4; ++step) {
+        walked.append(dialog.focusWidget()->objectName());
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(walked.join(u' '), u"yesPushButton yesAllPushButton noPushButton noAllPushButton"_qs);
 }
 
 void TestNoCopyrightDialog::countsEscapeAsYes()
@@ -83,6 +132,30 @@ void TestNoCopyrightDialog::showsFileNamesAsTheyAre()
     QCOMPARE(name->text(), u"/x/<b>&amp;.mid"_qs);
     QCOMPARE(name->textFormat(), Qt::PlainText);
     QCOMPARE(dialog.findChild<QLabel *>(u"messageLabel"_qs)->textFormat(), Qt::PlainText);
+}
+
+void TestNoCopyrightDialog::breaksNamesWithoutBlanks()
+{
+    NoCopyrightDialog dialog;
+    dialog.setFilename(u"/x/"_qs + QString(250, u'W') + u".mid"_qs);
+    dialog.setMessage(u"verrà rinominato: /x/"_qs + QString(250, u'W'));
+    dialog.show();
+    QVERIFY(dialog.width() < 700);
+    for (const char *name : {"fileNameLabel", "messageLabel"}) {
+        const auto *label = dialog.findChild<QLabel *>(QString::fromLatin1(name));
+        QVERIFY(label->height() >= label->fontMetrics().height() * 4);
+        QVERIFY(label->height() >= label->heightForWidth(label->width()));
+    }
+}
+
+void TestNoCopyrightDialog::cutsEndlessNamesInTheMiddle()
+{
+    NoCopyrightDialog dialog;
+    const QString name = u'/' + QString(4000, u'W') + u".mid"_qs;
+    dialog.setFilename(name);
+    dialog.show();
+    QVERIFY(dialog.height() < 500);
+    QCOMPARE(dialog.findChild<QLabel *>(u"fileNameLabel"_qs)->text(), name);
 }
 
 void TestNoCopyrightDialog::hidesTheButtonsForAll()
