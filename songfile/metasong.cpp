@@ -101,7 +101,7 @@ bool MetaSong::importContainer(QFile &file)
     if (file.size() > maxSongSize || !m_zbxHeader.loadHeader(file.read(headerSize)))
         return false;
     QByteArray midi;
-    if (!LzHuff().expand(file.read(maxSongSize), midi)) {
+    if (!LzHuff().expand(file.read(file.bytesAvailable()), midi)) {
         debug() << "[MetaSong::importFile] LzHuff Expand filed, skipping file"; // "filed": as ever
         return false;
     }
@@ -118,7 +118,7 @@ bool MetaSong::importContainer(QFile &file)
 
 bool MetaSong::importMidi(QFile &file)
 {
-    if (file.size() > maxSongSize || !m_midiFile.loadData(file.read(maxSongSize)))
+    if (file.size() > maxSongSize || !m_midiFile.loadData(file.read(file.bytesAvailable())))
         return false;
     m_fileType = m_midiFile.fileType();
     return true;
