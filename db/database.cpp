@@ -6,7 +6,9 @@
 #include "base/songtext.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryFile>
+#include <QUrl>
 #include <QVariant>
 
 #include <algorithm>
@@ -168,14 +170,23 @@ bool Database::openCatalogue()
         fileName = m_temporaryFile->fileName();
     }
     m_songsDb = addConnection(QStringLiteral("con_songsdb"));
-    m_songsDb.setDatabaseName(fileName);
-    m_songsDb.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
-    if (!m_songsDb.open())
-        return false;
-    // Nobody else knows the copy: it need not be locked anew for each look-up.
-    if (m_temporaryFile)
-        QSqlQuery(m_songsDb).exec(QStringLiteral("PRAGMA locking_mode=EXCLUSIVE"));
-    return true;
+    // Immutable: no locks, and whatever the file says of itself, none is made beside it.
+    m_songsDb.setDatabaseName(QString::fromLatin1(
+        QUrl::fromLocalFile(QFileInfo(fileName).absoluteFilePath()).toEncoded() + "?immutable=1"));
+    m_songsDb.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
+    return m_songsDb.open() && holdsPlainSongs();
+}
+
+/// False when the catalogue's "songs" are worked out by the file itself (a view, a computed
+/// column): that could go on for ever. A catalogue without them is only empty.
+bool Database::holdsPlainSongs() const
+{
+    QSqlQuery query(m_songsDb);
+    query.setForwardOnly(true);
+    const QString computed =
+        QStringLiteral("SELECT 1 FROM pragma_table_list('songs') WHERE type<>'table' UNION ALL "
+                       "SELECT 1 FROM pragma_table_xinfo('songs') WHERE hidden<>0");
+    return !query.exec(computed) || !query.next();
 }
 
 bool Database::unpackCatalogue()

@@ -36,7 +36,8 @@ public:
 
     /// Opens both databases, creates the table "usersongs" and fills the two lists. A file
     /// "songsdb_debug" in the working folder stands in for the built-in catalogue. False when a
-    /// database can't be opened or the built-in catalogue can't be unpacked. Called once.
+    /// database can't be opened, or the catalogue's songs are no plain table, or the built-in
+    /// catalogue can't be unpacked. Called once.
     bool init();
 
     /// The library's connection; not open before init().
@@ -64,6 +65,7 @@ private:
     bool openUserLibrary();
     bool openCatalogue();
     bool unpackCatalogue();
+    bool holdsPlainSongs() const;
     void closeConnections();
     void fillList(QStringList &list, const QString &statement) const;
     void indexFileNames();

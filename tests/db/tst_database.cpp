@@ -31,6 +31,9 @@ private slots:
     void doesNotWaitForAFifo();
     void opensGarbageWithEmptyLists();
     void opensEmptyFileWithEmptyLists();
+    void writesNothingBesideACatalogueWithALog();
+    void refusesACatalogueThatIsWorkedOut_data();
+    void refusesACatalogueThatIsWorkedOut();
     void createsLibraryTable();
     void clearsEmptyLibrary();
     void clearsLibraryRows();
@@ -239,6 +242,39 @@ void TestDatabase::opensEmptyFileWithEmptyLists()
     QVERIFY(database.init());
     QVERIFY(database.genresList()->isEmpty());
     QCOMPARE(QFileInfo(QStringLiteral("songsdb_debug")).size(), 0);
+}
+
+void TestDatabase::writesNothingBesideACatalogueWithALog()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("SONG"))},
+                        {QStringLiteral("PRAGMA journal_mode=WAL")});
+    const QStringList before = QDir().entryList(QDir::Files | QDir::Hidden);
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    QVERIFY(database.getRecordByFilename(QStringLiteral("A"), record));
+    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), before);
+}
+
+void TestDatabase::refusesACatalogueThatIsWorkedOut()
+{
+    QFETCH(QStringList, statements);
+    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("SONG"))}, statements);
+    Database database;
+    QVERIFY(!database.init());
+}
+
+void TestDatabase::refusesACatalogueThatIsWorkedOut_data()
+{
+    QTest::addColumn<QStringList>("statements");
+    QTest::newRow("endless view") << QStringList{
+        QStringLiteral("DROP TABLE songs"),
+        QStringLiteral("CREATE VIEW songs AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 "
+                       "FROM n) SELECT i AS title,i AS artist,i AS genre,i AS author,i AS length,i "
+                       "AS bpm,i AS key,i AS filename,i AS markers,i AS altartist FROM n")};
+    QTest::newRow("huge computed column") << QStringList{
+        QStringLiteral("ALTER TABLE songs RENAME COLUMN genre TO oldgenre"),
+        QStringLiteral("ALTER TABLE songs ADD COLUMN genre AS (zeroblob(900000000))")};
 }
 
 void TestDatabase::createsLibraryTable()
