@@ -22,6 +22,7 @@ const QString placingName = QStringLiteral("placing");
 const QString noteName = QStringLiteral("paths");
 const QByteArray markHead = "brisel2pc swap 1";
 const QByteArray noteHead = "brisel2pc paths 1\n";
+constexpr qsizetype maxMarkLine = 128;           ///< bytes
 constexpr qint64 maxMarkSize = 16 * 1024 * 1024; ///< bytes; holds every playlist number there is
 constexpr qint64 maxStagedSize =
     16 * 1024 * 1024; ///< bytes; the largest file of a full index has 8
@@ -223,20 +224,25 @@ bool IndexSet::readMark(QList<StagedFile> &files) const
     const qsizetype end = mark.lastIndexOf("end ");
     if (end < 0 || mark.mid(end) != "end " + checksumOf(mark.left(end)) + '\n')
         return false;
-    QList<QByteArray> lines = mark.left(end).split('\n');
-    if (lines.takeFirst() != markHead || lines.isEmpty())
+    mark.truncate(end);
+    if (!mark.startsWith(markHead + '\n'))
         return false;
-    lines.removeLast();
+    // Each file once, and the first line that is wrong ends it: a mark of a million lines takes no
+    // longer than the files that are there.
     QSet<QString> found;
-    for (const QByteArray &line : lines) {
-        const QList<QByteArray> parts = line.split(' ');
+    for (qsizetype start = markHead.size() + 1; start < end;) {
+        const qsizetype lineEnd = mark.indexOf('\n', start);
+        if (lineEnd < 0 || lineEnd - start > maxMarkLine)
+            return false;
+        const QList<QByteArray> parts = mark.mid(start, lineEnd - start).split(' ');
         const QString name = QString::fromLatin1(parts.value(2));
         files.append({name, parts.value(1).toLongLong(), parts.value(0)});
         QByteArray content;
-        if (parts.size() != 3 || !isReplaceable(name) || found.contains(name) ||
+        if (parts.size() != 3 || found.contains(name) || !isReplaceable(name) ||
             !readStaged(files.last(), content))
             return false;
         found.insert(name);
+        start = lineEnd + 1;
     }
     return std::all_of(names().cbegin(), names().cend(),
                        [&found](const QString &name) { return found.contains(name); });
