@@ -15,6 +15,7 @@ if(NOT CMAKE_BUILD_TYPE)
 endif()
 
 option(BRISEL_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+option(BRISEL_FUZZ "Build the fuzz targets with the fuzzer; needs clang" OFF)
 option(BRISEL_TIDY "Run clang-tidy on every source that is compiled" OFF)
 option(BRISEL_BENCH "Build the programs that measure, see bench/run" OFF)
 set(BRISEL_CATALOGUE "" CACHE FILEPATH "A full SQLite catalogue to embed instead of the sample")
@@ -25,7 +26,7 @@ target_compile_options(brisel_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror
   -fstack-protector-strong)
 target_compile_definitions(brisel_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH)
-if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT BRISEL_SANITIZE)
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT BRISEL_SANITIZE AND NOT BRISEL_FUZZ)
   target_compile_options(brisel_options INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 endif()
 if(UNIX AND NOT APPLE)
@@ -34,6 +35,12 @@ endif()
 if(BRISEL_SANITIZE)
   target_compile_options(brisel_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(brisel_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+if(BRISEL_FUZZ)
+  target_compile_options(brisel_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(brisel_options INTERFACE -fsanitize=address,undefined)
 endif()
 

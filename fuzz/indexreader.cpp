@@ -1,0 +1,65 @@
+#include "index/indexreader.h"
+#include "fuzz/fuzzing.h"
+#include "fuzz/targets.h"
+#include "index/index.h"
+#include "index/indexrecords.h"
+
+#include <QDir>
+
+namespace
+{
+
+const QStringList contents{QStringLiteral("index.id2"), QStringLiteral("title.id2"),
+                           QStringLiteral("artist.id2"), QStringLiteral("genre.id2")};
+
+/// All the files of a set, those that are not read without content.
+void makeMemory(const QString &root, const QByteArray &input)
+{
+    static bool isMade = false;
+    for (const QString &name : IndexSet::names()) {
+        if (!isMade)
+            putFile(root + u'/' + name, {});
+    }
+    isMade = true;
+    const QList<QByteArray> files = splitInput(input, static_cast<int>(contents.size()));
+    for (qsizetype i = 0; i < files.size(); ++i)
+        putFile(root + u'/' + contents.at(i), files.at(i));
+}
+
+void checkSongs(const QList<SongInfoIndex> &songs, const QByteArray &pathFile)
+{
+    REQUIRE(songs.size() * IndexRecord::size == pathFile.size());
+    for (qsizetype i = 0; i < songs.size(); ++i) {
+        const SongInfoIndex &song = songs.at(i);
+        REQUIRE(song.id != SongInfoIndex::deletedId);
+        REQUIRE(song.posidx == i);
+        REQUIRE(song.type <= 7 && song.flag <= 1);
+        REQUIRE(song.path.size() <= SongInfoIndex::maxPath + 1);
+        REQUIRE(song.absolutePath.endsWith(song.path));
+        // What is written for it again is a record like any other.
+        REQUIRE(PathRecord(song).bytes().size() == IndexRecord::size);
+        REQUIRE(SongRecord(song).bytes().size() == IndexRecord::size);
+    }
+}
+
+} // namespace
+
+void checkIndexReader(const QByteArray &input)
+{
+    const QString root = scratchFolder() + QStringLiteral("/memory");
+    const QString list = scratchFolder() + QStringLiteral("/list.csv");
+    makeMemory(root, input);
+    IndexSet set;
+    set.setRoot(root);
+    QList<SongInfoIndex> songs;
+    const bool done = IndexReader::read(set, root, songs);
+    if (done)
+        checkSongs(songs, fileBytes(root + QStringLiteral("/index.id2")));
+
+    QFile::remove(list);
+    Index index;
+    const auto mode = static_cast<SORT_MODE>(input.size() % 3);
+    REQUIRE(index.saveSongsList(root, list, mode) == (done ? 1 : 0));
+    // A line break in a title gives a line more.
+    REQUIRE(!done || fileBytes(list).count('\n') > songs.size());
+}
