@@ -61,5 +61,7 @@ SongCounts LibraryImport::readFiles(const QStringList &files)
         debug() << "Found file:" << path;
         addSongFile(path, "", m_model, m_progress, counts);
     }
+    // New rows stand at the end: a sort that the user chose before holds for them too.
+    m_model.select();
     return counts;
 }

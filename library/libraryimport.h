@@ -30,7 +30,8 @@ public:
     /// Empties the table. False, logged, when that fails: the old rows stay.
     bool clearLibrary();
 
-    /// Adds \a files in their order. A cancel does not stop it, a request to end the program does.
+    /// Adds \a files in their order; a sort that was chosen before is carried out at the end. A
+    /// cancel does not stop it, a request to end the program does.
     SongCounts readFiles(const QStringList &files);
 
 private:

@@ -22,6 +22,7 @@ private slots:
     void init();
     void cleanup();
     void addsSongsInTheirOrder();
+    void sortsTheNewRowsAsTheOldOnesWere();
     void countsAndLogsWhatDoesNotOpen();
     void countsPublisherSongs();
     void logsEachStepInOrder();
@@ -73,6 +74,26 @@ void TestLibraryImport::addsSongsInTheirOrder()
     QCOMPARE(m_model->index(0, 1).data().toString(), QStringLiteral("MIDI"));
     QCOMPARE(m_model->fileName(1), one);
     QCOMPARE(m_model->status(1), static_cast<int>(Database::Imported));
+}
+
+void TestLibraryImport::sortsTheNewRowsAsTheOldOnesWere()
+{
+    makeFile(QStringLiteral("songs/three.mid"), smallMidi("Three"));
+    LibraryImport import(*m_database, *m_model, m_progress);
+    m_model->sort(2, Qt::DescendingOrder);
+    QStringList whileReading;
+    m_progress.onBreath = [&] {
+        whileReading.clear();
+        for (int row = 0; row < m_model->goodRowCount(); ++row)
+            whileReading.append(m_model->shortName(row));
+    };
+    import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar"),
+                      QStringLiteral("songs/three.mid")});
+    QCOMPARE(whileReading.join(u'|'), QStringLiteral("one.mid|two.kar|three.mid"));
+    QCOMPARE(m_model->goodRowCount(), 3);
+    QCOMPARE(m_model->shortName(0), QStringLiteral("two.kar"));
+    QCOMPARE(m_model->shortName(1), QStringLiteral("three.mid"));
+    QCOMPARE(m_model->shortName(2), QStringLiteral("one.mid"));
 }
 
 void TestLibraryImport::countsAndLogsWhatDoesNotOpen()
