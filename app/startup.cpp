@@ -75,17 +75,21 @@ void startLog(const QSettings &settings)
     writeBanner();
 }
 
+QByteArray logTimeStamp(const QDateTime &time)
+{
+    return time.toString(QStringLiteral("[dd-MM-yyyy hh:mm:ss]")).toLatin1();
+}
+
 void myMessageOutput(QtMsgType type, const QMessageLogContext & /*context*/, const QString &message)
 {
     const char *tag = typeTag(type);
     if (tag == nullptr)
         return;
-    const QString stamp =
-        QDateTime::currentDateTime().toString(QStringLiteral("[dd-MM-yyyy hh:mm:ss]"));
+    const QByteArray stamp = logTimeStamp(QDateTime::currentDateTime());
     QByteArray text = message.toUtf8();
     if (const qsizetype end = text.indexOf('\0'); end >= 0)
         text.truncate(end);
-    const QByteArray line = stamp.toLatin1() + tag + text + '\n';
+    const QByteArray line = stamp + tag + text + '\n';
 
     // Opened for each line, so that the log holds the last message before a crash.
     QFile file(logFileName);

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QtGlobal>
 
+class QDateTime;
 class QLocale;
 class QMessageLogContext;
 class QSettings;
@@ -24,6 +26,9 @@ QString buildTime();
 /// Sends all messages from now on to "log.txt" in the working folder when "logenabled" is on
 /// (deleting an old log first when "logclear" is on, too), and nowhere otherwise.
 void startLog(const QSettings &settings);
+
+/// What a log line starts with: "[05-03-2024 14:07:09]", each field padded with zeros.
+QByteArray logTimeStamp(const QDateTime &time);
 
 /// Appends one line to "log.txt"; a line that can't be written is dropped. See docs/formats/log.md.
 void myMessageOutput(QtMsgType type, const QMessageLogContext &context, const QString &message);

@@ -154,6 +154,11 @@ void TestStartup::writesNothingForInfo()
 
 void TestStartup::padsEveryFieldOfTheTimeStamp()
 {
+    const QDateTime morning(QDate(2025, 2, 1), QTime(8, 5, 3));
+    QCOMPARE(logTimeStamp(morning), QByteArray("[01-02-2025 08:05:03]"));
+    const QDateTime evening(QDate(2024, 12, 31), QTime(23, 59, 58));
+    QCOMPARE(logTimeStamp(evening), QByteArray("[31-12-2024 23:59:58]"));
+
     const QDateTime before = QDateTime::currentDateTime().addSecs(-1);
     myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("x"));
     const QString stamp = logLines().constFirst().left(21);

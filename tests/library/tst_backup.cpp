@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDateTime>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -134,8 +135,12 @@ void TestBackup::cancelledBrowseKeepsTheFolder()
     BackupDialog dialog;
     DialogScript script;
     script.expect("QFileDialog", [](QWidget *widget) {
-        QCOMPARE(widget->windowTitle(), u"Scegli cartella"_qs);
-        qobject_cast<QDialog *>(widget)->reject();
+        auto *chooser = qobject_cast<QFileDialog *>(widget);
+        const QString title = chooser->windowTitle();
+        const QString start = chooser->directory().path();
+        chooser->reject();
+        QCOMPARE(title, u"Scegli cartella"_qs);
+        QCOMPARE(start, u"/home"_qs);
     });
     DialogScript::click(&dialog, u"browsePushButton"_qs);
     QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
