@@ -16,6 +16,7 @@
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QShortcut>
 
 namespace
 {
@@ -32,14 +33,16 @@ void runDialog()
 
 } // namespace
 
-MainWindow::LibraryRun::LibraryRun(MainWindow &window) : m_model(*window.m_model)
+MainWindow::LibraryRun::LibraryRun(MainWindow &window) : m_model(window.m_model)
 {
-    m_model.setSortingLocked(true);
+    if (m_model != nullptr)
+        m_model->setSortingLocked(true);
 }
 
 MainWindow::LibraryRun::~LibraryRun()
 {
-    m_model.setSortingLocked(false);
+    if (m_model != nullptr)
+        m_model->setSortingLocked(false);
 }
 
 MainWindow::MainWindow()
@@ -67,6 +70,7 @@ MainWindow::MainWindow()
     connect(m_ui->userLibraryTableView, &QTableView::customContextMenuRequested, this,
             &MainWindow::onSongsTableViewShowContextMenu);
     m_ui->userLibraryTableView->setContextMenuPolicy(Qt::CustomContextMenu);
+    connectRowKeys();
     initUserLibraryModel();
     adjustUserLibraryHeaders();
     qApp->installEventFilter(this);
@@ -114,6 +118,7 @@ void MainWindow::scanDir(const QString &dir, int &songs, int &publisherSongs, in
     SongCounts counts{songs, publisherSongs, unknown};
     m_ui->userLibraryTableView->setUpdatesEnabled(false);
     FolderScan(*m_model, m_progress, counts).scan(dir);
+    m_model->select();
     m_ui->userLibraryTableView->setUpdatesEnabled(true);
     songs = counts.songs;
     publisherSongs = counts.publisherSongs;
@@ -254,6 +259,19 @@ void MainWindow::showSettings()
         m_settings.value(QStringLiteral("logenabled"), false).toBool());
     m_ui->dbgLogClearCheckBox->setChecked(
         m_settings.value(QStringLiteral("logclear"), false).toBool());
+}
+
+/// Return opens the current song as a double click does: without a mouse there is no other way.
+void MainWindow::connectRowKeys()
+{
+    QTableView *view = m_ui->userLibraryTableView;
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *shortcut = new QShortcut(QKeySequence(key), view);
+        shortcut->setContext(Qt::WidgetShortcut);
+        shortcut->setAutoRepeat(false);
+        connect(shortcut, &QShortcut::activated, this,
+                [this, view] { onSongsTableViewDoubleClicked(view->currentIndex()); });
+    }
 }
 
 void MainWindow::initUserLibraryModel()

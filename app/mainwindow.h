@@ -118,10 +118,11 @@ private:
 
     private:
         RunGuard m_guard;
-        UserSongsRelTableModel &m_model;
+        UserSongsRelTableModel *m_model; ///< null when the databases did not open
     };
 
     void showSettings();
+    void connectRowKeys();
     void initUserLibraryModel();
     void adjustUserLibraryHeaders();
     void showLanguage(const QString &code);

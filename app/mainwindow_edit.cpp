@@ -52,7 +52,8 @@ void MainWindow::editSong(int row)
 
 void MainWindow::manualModifySong(MetaSong song, const SongInfo &info, const QString &path, int row)
 {
-    ManualEdit(*m_model).modifySong(song, info, path, row);
+    if (m_model != nullptr)
+        ManualEdit(*m_model).modifySong(song, info, path, row);
 }
 
 void MainWindow::spreadEdit(const SongInfo &edited, int row)

@@ -44,6 +44,8 @@ bool MainWindow::offerSynchronisation(const SongCounts &counts)
 
 bool MainWindow::updateUserLibrary()
 {
+    if (m_model == nullptr)
+        return false;
     const LibraryRun run(*this);
     logBanner("UPDATE USER LIBRARY");
     const int count = m_model->goodRowCount();
@@ -65,6 +67,8 @@ bool MainWindow::updateUserLibrary()
 
 bool MainWindow::updateFileWithDb(int row)
 {
+    if (m_model == nullptr)
+        return false;
     const LibraryRun run(*this);
     Synchroniser synchroniser(
         *m_model, m_database, isCopyrightAskOn(),

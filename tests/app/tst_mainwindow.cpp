@@ -410,6 +410,10 @@ void TestMainWindow::staysUsableWhenTheDatabaseFails()
     QTest::mouseDClick(view->viewport(), Qt::LeftButton);
     QMetaObject::invokeMethod(m_window.get(), "on_selectDirToolButton_clicked");
     find<QPushButton>("dbgImportPushButton")->click();
+    QVERIFY(!m_window->updateUserLibrary());
+    QVERIFY(!m_window->updateFileWithDb(0));
+    script.expectFilesCancelled();
+    QVERIFY(!m_window->transferFiles());
     find<QAction>("actionEnglish")->trigger();
     QCoreApplication::processEvents();
     QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Quit"));

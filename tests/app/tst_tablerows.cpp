@@ -1,0 +1,152 @@
+#include "base/runguard.h"
+#include "tests/app/samplewindow.h"
+#include "tests/testhome.h"
+
+#include <QContextMenuEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QScrollBar>
+
+/// The rows of the window's table: what the keyboard reaches, and where the view stands.
+class TestTableRows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void centresTheEditedRow();
+    void returnEditsTheCurrentRow_data();
+    void returnEditsTheCurrentRow();
+    void returnStartsNothingWithoutARow();
+    void menuKeyMeansTheCurrentRow();
+    void startsNoImportInsideARun();
+
+private:
+    /// Answers the next edit dialog by its "Salva", after a look at its title.
+    void expectEditOf(const QString &title);
+    bool focusTable() const
+    {
+        m_sample->window->activateWindow();
+        m_sample->table->setFocus();
+        return QTest::qWaitForWindowActive(m_sample->window.get());
+    }
+    int row(const QString &name) const
+    {
+        for (int row = 0; row < m_sample->model->goodRowCount(); ++row) {
+            if (m_sample->model->shortName(row) == name)
+                return row;
+        }
+        return -1;
+    }
+
+    std::unique_ptr<SampleWindow> m_sample;
+    QString m_edited;
+    int m_scrolledTo = 0; ///< where the edit leaves the view sideways
+};
+
+void TestTableRows::init()
+{
+    m_sample = std::make_unique<SampleWindow>();
+    QStringList names;
+    for (int i = 0; i < 60; ++i)
+        names.append(u"s%1.mid"_qs.arg(i, 2, 10, QChar(u'0')));
+    m_sample->import(names);
+    m_edited.clear();
+    m_scrolledTo = 0;
+}
+
+void TestTableRows::cleanup()
+{
+    const QString problems = m_sample->script.problems().join(u'\n');
+    const bool done = m_sample->script.isDone();
+    m_sample.reset();
+    QVERIFY2(done, qPrintable(problems));
+}
+
+void TestTableRows::expectEditOf(const QString &title)
+{
+    m_sample->script.expect("DataEditDialog", [this, title](QWidget *widget) {
+        m_edited = widget->findChild<QLineEdit *>(u"titleLineEdit"_qs)->text();
+        m_sample->table->horizontalScrollBar()->setValue(m_scrolledTo);
+        DialogScript::click(widget, u"savePushButton"_qs);
+        QCOMPARE(m_edited, title);
+    });
+}
+
+void TestTableRows::centresTheEditedRow()
+{
+    QTableView *table = m_sample->table;
+    const QModelIndex index = m_sample->model->index(30, 2);
+    table->setColumnWidth(2, 3000);
+    QCoreApplication::processEvents();
+    table->scrollTo(index, QAbstractItemView::PositionAtTop);
+    QVERIFY(table->visualRect(index).center().y() < 60);
+    m_scrolledTo = 700;
+    expectEditOf(u"s30"_qs);
+    // The view scrolls by itself a while after a real click.
+    emit table->doubleClicked(index);
+    const QRect row = table->visualRect(index);
+    QVERIFY(std::abs(row.center().y() - table->viewport()->height() / 2) <= 2 * row.height());
+    QCOMPARE(table->horizontalScrollBar()->value(), 700);
+}
+
+void TestTableRows::returnEditsTheCurrentRow_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("Return") << int(Qt::Key_Return);
+    QTest::newRow("Enter") << int(Qt::Key_Enter);
+}
+
+void TestTableRows::returnEditsTheCurrentRow()
+{
+    QFETCH(int, key);
+    QVERIFY(focusTable());
+    m_sample->table->setCurrentIndex(m_sample->model->index(7, 2));
+    expectEditOf(u"s07"_qs);
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key(key));
+    QCOMPARE(m_edited, u"s07"_qs);
+    QCOMPARE(m_sample->model->status(7), int(Database::Edited));
+}
+
+void TestTableRows::returnStartsNothingWithoutARow()
+{
+    QVERIFY(focusTable());
+    m_sample->table->setCurrentIndex({});
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Return);
+    const RunGuard guard;
+    m_sample->table->setCurrentIndex(m_sample->model->index(7, 2));
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Return);
+    QCOMPARE(m_edited, QString());
+}
+
+void TestTableRows::menuKeyMeansTheCurrentRow()
+{
+    QTableView *table = m_sample->table;
+    QVERIFY(focusTable());
+    table->setCurrentIndex(m_sample->model->index(3, 2));
+    QTimer::singleShot(20, this, [] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu != nullptr);
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    // As the toolkit places the menu of a key press.
+    const QPoint pos = table->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, pos, table->mapToGlobal(pos));
+    QCoreApplication::sendEvent(table, &event);
+    QCOMPARE(m_sample->model->goodRowCount(), 59);
+    QCOMPARE(row(u"s03.mid"_qs), -1);
+}
+
+void TestTableRows::startsNoImportInsideARun()
+{
+    const RunGuard guard;
+    m_sample->press("selectDirToolButton");
+    m_sample->window->findChild<QPushButton *>(u"dbgImportPushButton"_qs)->click();
+    m_sample->window->importUserLibrary();
+    QCOMPARE(m_sample->model->goodRowCount(), 60);
+}
+
+BRISEL_TEST_MAIN(QApplication, TestTableRows)
+#include "tst_tablerows.moc"
