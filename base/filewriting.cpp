@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <cerrno>
 #include <filesystem>
@@ -39,31 +38,21 @@ bool writeInPlace(const QString &path, const QByteArray &content)
            finishWriting(file, content.size());
 }
 
-bool writeNewFile(const QString &path, const QByteArray &content)
+/// Opens a new file in \a folder. Its name has nothing of the song's: those may be as long as the
+/// system allows, and no player shows what a cut has left.
+bool openFreeName(QFile &file, const QString &folder)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-        return false;
-    if (writeAll(file, content) && finishWriting(file, content.size()))
-        return flushFolder(QFileInfo(path).absolutePath());
-    file.remove();
+    constexpr int maxAttempts = 1000;
+    for (int attempt = 1; attempt <= maxAttempts; ++attempt) {
+        const QString number = QString::number(attempt);
+        file.setFileName(QStringLiteral("%1/.brisel-save-%2.tmp").arg(folder, number));
+        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+            return true;
+        const QFileInfo entry(file.fileName());
+        if (!entry.exists() && !entry.isSymLink())
+            return false;
+    }
     return false;
-}
-
-/// False when a name is so long that the one of the copy beside it, seven bytes longer, would not
-/// be allowed; the save file notices that only when it is too late.
-bool hasRoomBeside(const QString &path)
-{
-    constexpr qsizetype longestName = 255; // bytes, on every file system of songs
-    constexpr qsizetype addition = 7;
-    return QFile::encodeName(QFileInfo(path).fileName()).size() + addition <= longestName;
-}
-
-/// True when no file can ever be made beside \a path. A full disk is no such place: what stands
-/// there must not be overwritten.
-bool mustWriteInPlace(const QString &path)
-{
-    return !hasRoomBeside(path) || !QFileInfo(QFileInfo(path).absolutePath()).isWritable();
 }
 
 /// The old content is kept at hand for the way back.
@@ -87,9 +76,22 @@ std::error_code renameEntry(const QString &from, const QString &to)
     std::error_code error;
     std::filesystem::rename(QFileInfo(from).filesystemAbsoluteFilePath(),
                             QFileInfo(to).filesystemAbsoluteFilePath(), error);
-    if (!error)
-        flushFolder(QFileInfo(to).absolutePath());
     return error;
+}
+
+bool writeBeside(const QString &path, const QByteArray &content)
+{
+    const QFileInfo old(path);
+    QFile file;
+    if (!openFreeName(file, old.absolutePath()))
+        return false;
+    if (old.exists())
+        file.setPermissions(old.permissions());
+    if (writeAll(file, content) && finishWriting(file, content.size()) &&
+        !renameEntry(file.fileName(), path))
+        return flushFolder(old.absolutePath());
+    file.remove();
+    return false;
 }
 
 } // namespace
@@ -106,16 +108,11 @@ bool replaceFile(const QString &path, const QByteArray &content)
     if (kind == FileKind::Regular && !QFileInfo(target).isWritable())
         return false;
 
-    if (mustWriteInPlace(target))
-        return kind == FileKind::Regular ? overwriteKeepingOld(target, content)
-                                         : writeNewFile(target, content);
-    QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    // commit() trusts what the buffer once took: whatever went wrong must be seen before it.
-    if (!writeAll(file, content) || !finishWriting(file, content.size()))
-        return false;
-    return file.commit() && flushFolder(QFileInfo(target).absolutePath());
+    // A folder without room for a new file is another matter: what stands there must not be
+    // overwritten.
+    if (!QFileInfo(QFileInfo(target).absolutePath()).isWritable())
+        return kind == FileKind::Regular && overwriteKeepingOld(target, content);
+    return writeBeside(target, content);
 }
 
 bool writeAll(QFileDevice &file, const QByteArray &data)
@@ -131,7 +128,10 @@ bool finishWriting(QFileDevice &file, qint64 expectedSize)
 
 bool moveIntoPlace(const QString &from, const QString &to)
 {
-    return !renameEntry(from, to);
+    if (renameEntry(from, to))
+        return false;
+    flushFolder(QFileInfo(to).absolutePath());
+    return true;
 }
 
 bool moveOver(const QString &from, const QString &to)
@@ -140,7 +140,11 @@ bool moveOver(const QString &from, const QString &to)
     const bool canNotReplace = error == std::errc::file_exists ||
                                error == std::errc::operation_not_supported ||
                                error == std::errc::function_not_supported;
-    return !error || (canNotReplace && QFile::remove(to) && moveIntoPlace(from, to));
+    if (canNotReplace)
+        return QFile::remove(to) && moveIntoPlace(from, to);
+    if (!error)
+        flushFolder(QFileInfo(to).absolutePath());
+    return !error;
 }
 
 bool flushFolder(const QString &folder)

@@ -9,8 +9,8 @@ class QFileDevice;
 
 /// Replaces the content of \a path, or creates the file: the new content is written beside it,
 /// flushed to the disk and put in its place in one step. Permissions and the target of a symbolic
-/// link stay. Where the folder allows no new file, or the name is too long for one beside it, the
-/// content is written in place; when that fails the old content is put back. False when it failed:
+/// link stay. Where the folder allows no new file the content is written in place; when that fails
+/// the old content is put back. False when it failed:
 /// the file holds its old content then, or, when only the folder could not be flushed to the disk,
 /// the new one. Refuses whatever is not a plain file.
 bool replaceFile(const QString &path, const QByteArray &content);

@@ -28,6 +28,42 @@ void write(const QString &path, const QByteArray &content)
         qFatal("can't write");
 }
 
+/// While it lives no file can be made in a folder, and its files can be written: nobody's rights
+/// are those of a folder that is write-protected, and root gives its own up.
+class FolderWithoutEntries
+{
+public:
+    explicit FolderWithoutEntries(const QString &folder) : m_folder(QFile::encodeName(folder))
+    {
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0) {
+            change(nobody);
+            m_isRoot = ::setresuid(nobody, nobody, 0) == 0;
+        }
+        ::chmod(m_folder.constData(), 0500);
+    }
+    ~FolderWithoutEntries()
+    {
+        if (m_isRoot && ::setresuid(0, 0, 0) == 0)
+            change(0);
+        ::chmod(m_folder.constData(), 0700);
+    }
+    FolderWithoutEntries(const FolderWithoutEntries &) = delete;
+    FolderWithoutEntries &operator=(const FolderWithoutEntries &) = delete;
+
+private:
+    void change(uid_t owner) const
+    {
+        const QString folder = QFile::decodeName(m_folder);
+        for (const QFileInfo &entry : QDir(folder).entryInfoList(QDir::Files))
+            (void)!::chown(QFile::encodeName(entry.filePath()).constData(), owner, gid_t(-1));
+        (void)!::chown(m_folder.constData(), owner, gid_t(-1));
+    }
+
+    QByteArray m_folder;
+    bool m_isRoot = false;
+};
+
 } // namespace
 
 class TestFileWriting : public QObject
@@ -50,6 +86,7 @@ private slots:
     void writesNamesThatAllowNoneBeside();
     void keepsTheOldContentInPlace_data();
     void keepsTheOldContentInPlace();
+    void writesInPlaceWhereNothingCanStandBeside();
     void overwritesNothingOnADiskWithoutRoomForAFile();
     void noticesAShortFile();
     void movesOverAFile();
@@ -206,15 +243,34 @@ void TestFileWriting::keepsTheOldContentInPlace_data()
 void TestFileWriting::keepsTheOldContentInPlace()
 {
     QFETCH(const int, room);
-    const QString path = m_folder->filePath(QString(255, u'n'));
     const QByteArray old(20000, 'o');
-    write(path, old);
+    write(m_path, old);
     {
+        const FolderWithoutEntries folder(m_folder->path());
         // What the file occupies must not be given back before the new content is there.
         const FullDisk disk(static_cast<rlim_t>(room));
-        QVERIFY(!replaceFile(path, QByteArray(50000, 'n')));
+        QVERIFY(!replaceFile(m_path, QByteArray(50000, 'n')));
     }
-    QVERIFY(read(path) == old);
+    QVERIFY(read(m_path) == old);
+}
+
+void TestFileWriting::writesInPlaceWhereNothingCanStandBeside()
+{
+    write(m_path, "the old content");
+    struct stat before {
+    };
+    QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &before), 0);
+    {
+        const FolderWithoutEntries folder(m_folder->path());
+        QVERIFY(replaceFile(m_path, "new"));
+        QVERIFY(!replaceFile(m_folder->filePath(u"other.mid"_s), "new"));
+    }
+    QCOMPARE(read(m_path), QByteArray("new"));
+    QCOMPARE(entries(), QStringList{u"song.mid"_s});
+    struct stat after {
+    };
+    QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &after), 0);
+    QCOMPARE(after.st_ino, before.st_ino);
 }
 
 void TestFileWriting::overwritesNothingOnADiskWithoutRoomForAFile()
