@@ -4,6 +4,7 @@
 #include "app/helpdialog.h"
 #include "app/startup.h"
 #include "base/debugstream.h"
+#include "base/settingsstore.h"
 #include "db/usersongsreltablemodel.h"
 #include "index/indexdialog.h"
 #include "index/songslistdialog.h"
@@ -101,7 +102,7 @@ void MainWindow::updateProgress(int value)
 void MainWindow::enableCopyrightMessage(bool on)
 {
     m_copyrightAsk = on;
-    m_settings.setValue(QStringLiteral("copyrightAsk"), on);
+    storeSetting(m_settings, QStringLiteral("copyrightAsk"), on);
     showCopyrightChoice(on);
 }
 
@@ -238,12 +239,12 @@ void MainWindow::on_actionAbout_QT_triggered()
 
 void MainWindow::on_dbgLogEnableCheckBox_toggled(bool on)
 {
-    m_settings.setValue(QStringLiteral("logenabled"), on);
+    storeSetting(m_settings, QStringLiteral("logenabled"), on);
 }
 
 void MainWindow::on_dbgLogClearCheckBox_toggled(bool on)
 {
-    m_settings.setValue(QStringLiteral("logclear"), on);
+    storeSetting(m_settings, QStringLiteral("logclear"), on);
 }
 
 void MainWindow::on_dbgHidePushButton_clicked()
@@ -313,7 +314,7 @@ void MainWindow::showLanguage(const QString &code)
 
 void MainWindow::setLanguage(const QString &code)
 {
-    m_settings.setValue(QStringLiteral("language"), code);
+    storeSetting(m_settings, QStringLiteral("language"), code);
     showLanguage(code);
     QCoreApplication::removeTranslator(&m_programTranslator);
     QCoreApplication::removeTranslator(&m_qtTranslator);

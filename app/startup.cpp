@@ -1,6 +1,7 @@
 #include "app/startup.h"
 
 #include "base/debugstream.h"
+#include "base/settingsstore.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -116,8 +117,7 @@ QString chooseLanguage(QSettings &settings, const QLocale &system)
     if (language != neverChosen)
         return language;
     language = system.language() == QLocale::Italian ? QStringLiteral("it") : QStringLiteral("en");
-    settings.setValue(key, language);
-    settings.sync();
+    storeSetting(settings, key, language);
     return language;
 }
 

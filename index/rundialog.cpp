@@ -1,6 +1,7 @@
 #include "index/rundialog.h"
 
 #include "base/runguard.h"
+#include "base/settingsstore.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -56,7 +57,8 @@ QString RunDialog::mediaRoot()
 
 void RunDialog::setMediaRoot(const QString &folder)
 {
-    openSettings().setValue(mediaRootKey, folder);
+    QSettings settings = openSettings();
+    storeSetting(settings, mediaRootKey, folder);
 }
 
 void RunDialog::closeEvent(QCloseEvent *event)
