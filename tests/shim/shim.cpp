@@ -1,0 +1,400 @@
+#include "tests/shim/shim.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+// The system is called directly: what the C library has under these names is this file.
+
+namespace
+{
+
+constexpr size_t pathSize = 4096;
+
+char folder[pathSize];
+size_t folderLength = 0;
+int wanted = 0;
+Shim::Action wantedAction = Shim::Kill;
+bool refusesReplacing = false;
+int ownCount = 0;
+int *counted = &ownCount; ///< shared with the test when preloaded: a kill must not take it along
+int trace = -1;
+
+bool isBelow(const char *path)
+{
+    return folderLength > 0 && std::strncmp(path, folder, folderLength) == 0 &&
+           (path[folderLength] == '/' || path[folderLength] == '\0' || path[folderLength] == ' ');
+}
+
+/// What /proc says of a file or folder that is open.
+bool pathOf(int handle, char *path)
+{
+    char link[64];
+    std::snprintf(link, sizeof link, "/proc/self/fd/%d", handle);
+    const ssize_t length = ::readlink(link, path, pathSize - 1);
+    path[length < 0 ? 0 : length] = '\0';
+    return length > 0;
+}
+
+/// One name of a call: a path, and the folder that it is relative to.
+class Watched
+{
+public:
+    Watched(int base, const char *path)
+    {
+        if (folderLength == 0 || path == nullptr)
+            return;
+        if (path[0] == '/') {
+            std::snprintf(m_path, sizeof m_path, "%s", path);
+        } else {
+            char start[pathSize] = {};
+            if (base == AT_FDCWD ? ::getcwd(start, sizeof start) == nullptr : !pathOf(base, start))
+                return;
+            if (std::snprintf(m_path, sizeof m_path, "%s/%s", start, path) < 0)
+                return;
+        }
+        m_watched = isBelow(m_path);
+    }
+    explicit Watched(const char *path) : Watched(AT_FDCWD, path) {}
+    explicit Watched(int handle)
+    {
+        m_watched = folderLength > 0 && pathOf(handle, m_path) && isBelow(m_path);
+    }
+
+    explicit operator bool() const { return m_watched; }
+    const char *path() const { return m_path; }
+
+private:
+    char m_path[pathSize * 2] = {};
+    bool m_watched = false;
+};
+
+void note(const char *step, const char *path)
+{
+    if (trace < 0)
+        return;
+    char line[pathSize * 2 + 64];
+    const int length = std::snprintf(line, sizeof line, "%s %s\n", step, path);
+    if (length > 0)
+        ::syscall(SYS_write, trace, line, length);
+}
+
+[[noreturn]] void die()
+{
+    ::syscall(SYS_kill, ::getpid(), SIGKILL);
+    ::_exit(1);
+}
+
+/// Counts one step; true when it fails, with errno set. \a takesRoom: a full disk refuses it.
+bool fails(const char *step, const Watched &file, bool takesRoom)
+{
+    ++*counted;
+    if (wantedAction == Shim::NoSpace && wanted > 0 && *counted >= wanted && takesRoom) {
+        errno = ENOSPC;
+        return true;
+    }
+    if (*counted == wanted) {
+        if (wantedAction == Shim::Kill || wantedAction == Shim::Torn)
+            die();
+        if (wantedAction == Shim::IoError) {
+            errno = EIO;
+            return true;
+        }
+    }
+    note(step, file.path());
+    return false;
+}
+
+bool isNextTo(Shim::Action action)
+{
+    return wantedAction == action && *counted + 1 == wanted;
+}
+
+int openAt(int base, const char *path, int flags, mode_t mode)
+{
+    const bool writes = (flags & (O_CREAT | O_TRUNC)) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    if (writes) {
+        const Watched file(base, path);
+        if (file && fails("open", file, true))
+            return -1;
+    }
+    return static_cast<int>(::syscall(SYS_openat, base, path, flags, mode));
+}
+
+/// A write of \a size bytes that \a write carries out for the number of bytes that it is given.
+template <typename Write>
+ssize_t writeCounted(int handle, size_t size, Write write)
+{
+    const Watched file(handle);
+    if (!file)
+        return write(size);
+    if (isNextTo(Shim::Torn))
+        write(size / 2);
+    const bool isShort = isNextTo(Shim::Short) && size > 1;
+    if (fails("write", file, true))
+        return -1;
+    return write(isShort ? size / 2 : size);
+}
+
+int changeCounted(const char *step, const Watched &file, bool takesRoom, long (*call)(void *),
+                  void *arguments)
+{
+    return file && fails(step, file, takesRoom) ? -1 : static_cast<int>(call(arguments));
+}
+
+/// As changeCounted() with a lambda.
+template <typename Call>
+int change(const char *step, const Watched &file, bool takesRoom, Call call)
+{
+    return changeCounted(
+        step, file, takesRoom, [](void *arguments) { return (*static_cast<Call *>(arguments))(); },
+        &call);
+}
+
+int renameCounted(int fromBase, const char *from, int toBase, const char *to, unsigned flags)
+{
+    const Watched file(toBase, to);
+    if (file && refusesReplacing && ::syscall(SYS_faccessat, toBase, to, F_OK) == 0) {
+        errno = EEXIST;
+        return -1;
+    }
+    return change("rename", file, false,
+                  [=] { return ::syscall(SYS_renameat2, fromBase, from, toBase, to, flags); });
+}
+
+mode_t modeOf(int flags, va_list arguments)
+{
+    const bool creates = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    return creates ? va_arg(arguments, mode_t) : 0;
+}
+
+Shim::Action actionNamed(const char *name)
+{
+    const char *const names[] = {"kill", "torn", "enospc", "eio", "short"};
+    for (int i = 0; i < 5; ++i) {
+        if (name != nullptr && std::strcmp(name, names[i]) == 0)
+            return static_cast<Shim::Action>(i);
+    }
+    return Shim::Kill;
+}
+
+/// Before main, for a program that it is preloaded into.
+[[gnu::constructor]] void armByEnvironment()
+{
+    const char *watched = std::getenv("BRISEL_SHIM_FOLDER");
+    const char *count = std::getenv("BRISEL_SHIM_COUNT");
+    if (watched == nullptr || count == nullptr)
+        return;
+    const auto handle = static_cast<int>(::syscall(SYS_openat, AT_FDCWD, count, O_RDWR, 0));
+    void *memory = ::mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED, handle, 0);
+    if (handle < 0 || memory == MAP_FAILED) {
+        std::fprintf(stderr, "can't map %s\n", count);
+        std::abort();
+    }
+    counted = static_cast<int *>(memory);
+    ::close(handle);
+    if (const char *name = std::getenv("BRISEL_SHIM_TRACE"))
+        trace = static_cast<int>(
+            ::syscall(SYS_openat, AT_FDCWD, name, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+    refusesReplacing = std::getenv("BRISEL_SHIM_NO_REPLACE") != nullptr;
+    const char *at = std::getenv("BRISEL_SHIM_AT");
+    Shim::arm(watched, at == nullptr ? 0 : std::atoi(at),
+              actionNamed(std::getenv("BRISEL_SHIM_ACTION")));
+}
+
+} // namespace
+
+void Shim::arm(const char *watched, int at, Action action)
+{
+    std::snprintf(folder, sizeof folder, "%s", watched);
+    folderLength = std::strlen(folder);
+    wanted = at;
+    wantedAction = action;
+    *counted = 0;
+}
+
+int Shim::disarm()
+{
+    folderLength = 0;
+    return *counted;
+}
+
+extern "C" {
+
+int open(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeOf(flags, arguments);
+    va_end(arguments);
+    return openAt(AT_FDCWD, path, flags, mode);
+}
+
+int open64(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeOf(flags, arguments);
+    va_end(arguments);
+    return openAt(AT_FDCWD, path, flags, mode);
+}
+
+int openat(int base, const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeOf(flags, arguments);
+    va_end(arguments);
+    return openAt(base, path, flags, mode);
+}
+
+int openat64(int base, const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeOf(flags, arguments);
+    va_end(arguments);
+    return openAt(base, path, flags, mode);
+}
+
+int creat(const char *path, mode_t mode)
+{
+    return openAt(AT_FDCWD, path, O_CREAT | O_WRONLY | O_TRUNC, mode);
+}
+
+ssize_t write(int handle, const void *data, size_t size)
+{
+    return writeCounted(handle, size,
+                        [=](size_t bytes) { return ::syscall(SYS_write, handle, data, bytes); });
+}
+
+ssize_t pwrite(int handle, const void *data, size_t size, off_t offset)
+{
+    return writeCounted(handle, size, [=](size_t bytes) {
+        return ::syscall(SYS_pwrite64, handle, data, bytes, offset);
+    });
+}
+
+ssize_t pwrite64(int handle, const void *data, size_t size, off64_t offset)
+{
+    return pwrite(handle, data, size, offset);
+}
+
+ssize_t copy_file_range(int in, off64_t *inOffset, int out, off64_t *outOffset, size_t size,
+                        unsigned flags)
+{
+    return writeCounted(out, size, [=](size_t bytes) {
+        return ::syscall(SYS_copy_file_range, in, inOffset, out, outOffset, bytes, flags);
+    });
+}
+
+ssize_t sendfile(int out, int in, off_t *offset, size_t size) noexcept
+{
+    return writeCounted(
+        out, size, [=](size_t bytes) { return ::syscall(SYS_sendfile, out, in, offset, bytes); });
+}
+
+ssize_t sendfile64(int out, int in, off64_t *offset, size_t size) noexcept
+{
+    return sendfile(out, in, offset, size);
+}
+
+int rename(const char *from, const char *to) noexcept
+{
+    return renameCounted(AT_FDCWD, from, AT_FDCWD, to, 0);
+}
+
+int renameat(int fromBase, const char *from, int toBase, const char *to) noexcept
+{
+    return renameCounted(fromBase, from, toBase, to, 0);
+}
+
+int renameat2(int fromBase, const char *from, int toBase, const char *to, unsigned flags) noexcept
+{
+    return renameCounted(fromBase, from, toBase, to, flags);
+}
+
+int link(const char *from, const char *to) noexcept
+{
+    return linkat(AT_FDCWD, from, AT_FDCWD, to, 0);
+}
+
+int linkat(int fromBase, const char *from, int toBase, const char *to, int flags) noexcept
+{
+    return change("link", Watched(toBase, to), true,
+                  [=] { return ::syscall(SYS_linkat, fromBase, from, toBase, to, flags); });
+}
+
+int unlink(const char *path) noexcept
+{
+    return change("unlink", Watched(path), false,
+                  [=] { return ::syscall(SYS_unlinkat, AT_FDCWD, path, 0); });
+}
+
+int unlinkat(int base, const char *path, int flags) noexcept
+{
+    return change("unlink", Watched(base, path), false,
+                  [=] { return ::syscall(SYS_unlinkat, base, path, flags); });
+}
+
+int rmdir(const char *path) noexcept
+{
+    return change("rmdir", Watched(path), false,
+                  [=] { return ::syscall(SYS_unlinkat, AT_FDCWD, path, AT_REMOVEDIR); });
+}
+
+int mkdir(const char *path, mode_t mode) noexcept
+{
+    return change("mkdir", Watched(path), true,
+                  [=] { return ::syscall(SYS_mkdirat, AT_FDCWD, path, mode); });
+}
+
+int mkdirat(int base, const char *path, mode_t mode) noexcept
+{
+    return change("mkdir", Watched(base, path), true,
+                  [=] { return ::syscall(SYS_mkdirat, base, path, mode); });
+}
+
+int ftruncate(int handle, off_t size) noexcept
+{
+    return change("truncate", Watched(handle), false,
+                  [=] { return ::syscall(SYS_ftruncate, handle, size); });
+}
+
+int ftruncate64(int handle, off64_t size) noexcept
+{
+    return ftruncate(handle, size);
+}
+
+int chmod(const char *path, mode_t mode) noexcept
+{
+    return change("chmod", Watched(path), false,
+                  [=] { return ::syscall(SYS_fchmodat, AT_FDCWD, path, mode); });
+}
+
+int fchmod(int handle, mode_t mode) noexcept
+{
+    return change("chmod", Watched(handle), false,
+                  [=] { return ::syscall(SYS_fchmod, handle, mode); });
+}
+
+int fsync(int handle)
+{
+    const Watched file(handle);
+    return change("flush", file, false, [&] { return file ? 0L : ::syscall(SYS_fsync, handle); });
+}
+
+int fdatasync(int handle)
+{
+    return fsync(handle);
+}
+}

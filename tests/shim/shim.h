@@ -1,0 +1,32 @@
+#pragma once
+
+/// Counts the steps by which a program changes the files below one folder (open for writing, write,
+/// rename, delete, flush, folder made or removed, ...), and lets a chosen one go wrong. It stands
+/// between the program and the C library, so that the product needs no hook: either linked to a
+/// test, which arms it, or preloaded into any program, which it then watches from the start by
+///
+///     BRISEL_SHIM_FOLDER  the folder, as an absolute path
+///     BRISEL_SHIM_AT      the step that goes wrong, counted from 1; 0 for none
+///     BRISEL_SHIM_ACTION  kill, torn, enospc, eio or short
+///     BRISEL_SHIM_COUNT   a file that afterwards holds the number of steps seen (a native int)
+///     BRISEL_SHIM_TRACE   a file that gains a line for each step: its name, a blank, the path
+///     BRISEL_SHIM_NO_REPLACE  set: a file can't be renamed to the name of another one
+///
+/// A flush of a watched file only counts: the tests end processes, not the power.
+namespace Shim
+{
+
+enum Action {
+    Kill,    ///< the process ends before the step
+    Torn,    ///< the process ends after half of a write, before any other step
+    NoSpace, ///< from that step on nothing can be written or created; deleting goes on
+    IoError, ///< that one step fails
+    Short,   ///< that one write takes half of its bytes
+};
+
+/// From now on: step \a at below \a folder meets \a action.
+void arm(const char *folder, int at, Action action);
+/// Ends it. The number of steps since arm().
+int disarm();
+
+} // namespace Shim

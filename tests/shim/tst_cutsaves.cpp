@@ -1,0 +1,302 @@
+#include "index/index.h"
+#include "tests/index/samplememory.h"
+#include "tests/songfile/samples.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QDirIterator>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+using Files = QMap<QString, QByteArray>;
+
+/// All files below \a folder by their paths in it.
+Files filesOf(const QString &folder)
+{
+    Files files;
+    QDirIterator entry(folder, QDir::Files | QDir::Hidden | QDir::System,
+                       QDirIterator::Subdirectories);
+    while (entry.hasNext()) {
+        const QString path = entry.next();
+        files.insert(path.mid(folder.size() + 1), fileContent(path));
+    }
+    return files;
+}
+
+QByteArray midiSong(const char *title)
+{
+    return Samples::midi(Samples::metaEvent(3, title));
+}
+
+QByteArray mp3Song(const char *title)
+{
+    return Samples::tag(Samples::frame("TIT2", title)) + Samples::audio(250000);
+}
+
+/// What the worker is told to do, in a folder of its own that holds some files before.
+struct Job {
+    QStringList arguments; ///< "%1" stands for the folder
+    Files before;
+    bool saysMessage = false; ///< a failure is logged as a message of the song file
+    bool replaces = true;     ///< the system can rename a file to the name of another one
+};
+
+struct Outcome {
+    bool killed = false;
+    bool saidTrue = false;
+    int steps = 0;
+    QByteArray log;
+    QList<QByteArray> trace; ///< a line for each step
+    Files files;
+};
+
+/// Runs \a job from its start; step \a number meets \a action.
+Outcome run(const Job &job, int number, const char *action)
+{
+    const QTemporaryDir home;
+    const QString folder = home.filePath(u"work"_s);
+    for (auto file = job.before.cbegin(); file != job.before.cend(); ++file)
+        makeFile(folder + u'/' + file.key(), file.value());
+    const QString count = home.filePath(u"count"_s);
+    makeFile(count, QByteArray(sizeof(int), '\0'));
+
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(BRISEL_SHIM));
+    environment.insert(u"BRISEL_SHIM_FOLDER"_s, folder);
+    environment.insert(u"BRISEL_SHIM_AT"_s, QString::number(number));
+    environment.insert(u"BRISEL_SHIM_ACTION"_s, QLatin1StringView(action));
+    environment.insert(u"BRISEL_SHIM_COUNT"_s, count);
+    const QString trace = home.filePath(u"trace"_s);
+    environment.insert(u"BRISEL_SHIM_TRACE"_s, trace);
+    if (!job.replaces)
+        environment.insert(u"BRISEL_SHIM_NO_REPLACE"_s, u"1"_s);
+    environment.insert(u"XDG_CONFIG_HOME"_s, folder);
+    environment.insert(u"TMPDIR"_s, folder);
+    environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
+    QProcess worker;
+    worker.setProcessEnvironment(environment);
+    worker.setWorkingDirectory(home.path());
+    QStringList arguments = job.arguments;
+    arguments.replaceInStrings(u"%1"_s, folder);
+    worker.start(QStringLiteral(BRISEL_WORKER), arguments);
+    if (!worker.waitForFinished(60000))
+        qFatal("the worker hangs or does not start");
+
+    Outcome outcome;
+    outcome.killed = worker.exitStatus() == QProcess::CrashExit && worker.exitCode() == SIGKILL;
+    if (!outcome.killed && (worker.exitStatus() == QProcess::CrashExit || worker.exitCode() > 1))
+        qFatal("the worker failed: %s", worker.readAllStandardError().constData());
+    outcome.saidTrue = !outcome.killed && worker.exitCode() == 0;
+    outcome.log = worker.readAllStandardError();
+    outcome.files = filesOf(folder);
+    outcome.trace = fileContent(trace).trimmed().split('\n');
+    std::memcpy(&outcome.steps, fileContent(count).constData(), sizeof(int));
+    return outcome;
+}
+
+/// "write" of "write /folder/song.mid".
+QByteArray stepOf(const QByteArray &line)
+{
+    return line.left(line.indexOf(' '));
+}
+
+/// Whether \a action does to such a step what no other action does.
+bool concerns(const QByteArray &action, const QByteArray &step)
+{
+    if (action == "torn" || action == "short")
+        return step == "write";
+    return action != "enospc" || step == "write" || step == "open" || step == "mkdir" ||
+           step == "link";
+}
+
+/// Names that no player and no import takes for a song.
+bool isLeftOver(const QString &name)
+{
+    static const QRegularExpression temporary(u"\\.tmp\\z|\\.[A-Za-z]{6}\\z|\\.lock\\z"_s);
+    return temporary.match(name).hasMatch();
+}
+
+/// What is wrong in the folder after \a outcome; empty when nothing is. \a after: the files after
+/// a run without a fault.
+/// \a step is the one that went wrong.
+QString problemOf(const Job &job, const Outcome &outcome, const Files &after,
+                  const QByteArray &step)
+{
+    Files left = outcome.files;
+    Files known = job.before;
+    known.insert(after);
+    for (const QString &name : known.keys()) {
+        const bool isThere = left.contains(name);
+        const QByteArray content = left.take(name);
+        const bool isOld = isThere == job.before.contains(name) && content == job.before[name];
+        const bool isNew = isThere == after.contains(name) && content == after[name];
+        const QString spare = isThere || job.replaces ? QString() : left.key(after[name]);
+        left.remove(spare); // all that is left of the song, and whole
+        if (!isOld && !isNew && spare.isEmpty())
+            return u"neither old nor new: "_s + name;
+        if (outcome.saidTrue && !isNew)
+            return u"said to be new, but is old: "_s + name;
+    }
+    for (auto file = left.cbegin(); file != left.cend(); ++file) {
+        if (!(outcome.killed || step == "unlink") || !isLeftOver(file.key()))
+            return u"left behind: "_s + file.key();
+    }
+    // That the finished file can't take the song's place has never had a message.
+    const bool isQuiet = step == "rename" || step == "unlink";
+    if (!outcome.killed && !outcome.saidTrue && job.saysMessage && !isQuiet &&
+        !outcome.log.contains("[MetaSong::saveToFile] Impossible to "))
+        return u"no message"_s;
+    return {};
+}
+
+Files songFolder(const QString &name, const QByteArray &content)
+{
+    return {{name, content}, {u"other.mid"_s, midiSong("Other")}};
+}
+
+/// A memory with an index, and an old list of its songs.
+Files memoryWithList()
+{
+    const SampleMemory memory;
+    memory.write(u"a.mid"_s, Sample::midiSong("A", "Artist", "Genre"));
+    memory.write(u"b.mp3"_s, Sample::mp3Song("B", "Other", "Genre"));
+    if (!Index().createIndex(memory.root()))
+        qFatal("no index");
+    Files files = memory.rootFiles();
+    files.insert(u"list/songs.csv"_s, "the old list\n");
+    return files;
+}
+
+} // namespace
+
+/// The program's savings, each cut or failed at every step: the old or the new content is there.
+class TestCutSaves : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void survivesEveryStep_data();
+    void survivesEveryStep();
+    void flushesBeforeTakingTheName_data();
+    void flushesBeforeTakingTheName();
+
+private:
+    QMap<QString, Job> m_jobs;
+};
+
+void TestCutSaves::initTestCase()
+{
+#ifdef BRISEL_SANITIZE
+    QSKIP("a sanitizer's runtime library must come first, and so nothing can be preloaded");
+#endif
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    const QByteArray container =
+        Samples::container(Samples::containerHeader("_ZB4", 512), midiSong("Old"));
+    const auto save = [this](const QString &row, const QString &name, const QByteArray &content) {
+        m_jobs.insert(row, Job{{u"save"_s, u"%1/"_s + name}, songFolder(name, content), true});
+    };
+    save(u"MIDI"_s, u"song.mid"_s, midiSong("Old"));
+    save(u"MIDI, longest name"_s, QString(251, u'x') + u".mid"_s, midiSong("Old"));
+    save(u"container"_s, u"song.zb4"_s, container);
+    save(u"MP3"_s, u"song.mp3"_s, mp3Song("Old"));
+    save(u"MP3, delete and rename"_s, u"song.mp3"_s, mp3Song("Old"));
+    m_jobs[u"MP3, delete and rename"_s].replaces = false;
+    m_jobs.insert(u"copy"_s, Job{{u"copy"_s, u"%1/CARD"_s, u"%1/new.mid"_s, u"%1/song.mp3"_s},
+                                 {{u"new.mid"_s, midiSong("New")},
+                                  {u"song.mp3"_s, mp3Song("New")},
+                                  {u"song.cdg"_s, "graphics"},
+                                  {u"CARD/song.mp3"_s, mp3Song("Old")}}});
+    m_jobs.insert(u"catalogue"_s, Job{{u"catalogue"_s}, {{u"other.txt"_s, "mine"}}});
+    m_jobs.insert(
+        u"settings"_s,
+        Job{{u"settings"_s}, {{u"kordia/brisel2pc.conf"_s, "[General]\nmediaroot=/media/card\n"}}});
+    m_jobs.insert(u"list"_s, Job{{u"list"_s, u"%1"_s, u"%1/list/songs.csv"_s}, memoryWithList()});
+}
+
+void TestCutSaves::survivesEveryStep_data()
+{
+    QTest::addColumn<QString>("job");
+    QTest::addColumn<QByteArray>("action");
+    for (auto job = m_jobs.cbegin(); job != m_jobs.cend(); ++job) {
+        for (const char *action : {"kill", "torn", "enospc", "eio", "short"})
+            QTest::addRow("%s, %s", qPrintable(job.key()), action)
+                << job.key() << QByteArray(action);
+    }
+}
+
+void TestCutSaves::survivesEveryStep()
+{
+    QFETCH(QString, job);
+    QFETCH(QByteArray, action);
+    const Job &work = m_jobs[job];
+    const Outcome whole = run(work, 0, action);
+    QVERIFY2(whole.saidTrue, whole.log);
+    QVERIFY(whole.files != work.before || job == u"catalogue"_s);
+    QVERIFY(whole.steps > 0);
+    QCOMPARE(whole.trace.size(), whole.steps);
+    int tried = 0;
+    int refused = 0;
+    for (int number = 1; number <= whole.steps; ++number) {
+        const QByteArray step = stepOf(whole.trace.at(number - 1));
+        if (!concerns(action, step))
+            continue;
+        ++tried;
+        const Outcome outcome = run(work, number, action.constData());
+        const QString problem = problemOf(work, outcome, whole.files, step);
+        QVERIFY2(problem.isEmpty(), "step " + QByteArray::number(number) + ": " + problem.toUtf8() +
+                                        '\n' + outcome.log);
+        QVERIFY2(outcome.steps >= number, "a step that never came");
+        refused += outcome.saidTrue ? 0 : 1;
+    }
+    QVERIFY(tried > 0);
+    if (action == "kill")
+        QCOMPARE(refused, whole.steps);
+    std::printf("%s: %d steps, %d not said to be done\n", QTest::currentDataTag(), tried, refused);
+}
+
+void TestCutSaves::flushesBeforeTakingTheName_data()
+{
+    QTest::addColumn<QString>("job");
+    for (const char *job : {"MIDI", "container", "MP3", "copy", "list"})
+        QTest::addRow("%s", job) << QString::fromLatin1(job);
+}
+
+/// A memory has no journal: what takes a song's name must have reached the disk before, and the
+/// name must reach it before the program goes on.
+void TestCutSaves::flushesBeforeTakingTheName()
+{
+    QFETCH(QString, job);
+    const Outcome whole = run(m_jobs[job], 0, "kill");
+    QVERIFY(whole.saidTrue);
+    QSet<QByteArray> dirty;
+    QSet<QByteArray> openFolders;
+    int names = 0;
+    for (const QByteArray &line : whole.trace) {
+        const QByteArray step = stepOf(line);
+        QByteArray path = line.mid(step.size() + 1);
+        path.replace(" (deleted)", "");
+        if (step == "write" || step == "truncate")
+            dirty.insert(path);
+        else if (step == "flush" && !dirty.remove(path))
+            openFolders.remove(path);
+        if (step != "rename")
+            continue;
+        ++names;
+        QVERIFY2(dirty.isEmpty(), dirty.values().join(" ").constData());
+        openFolders.insert(path.left(path.lastIndexOf('/')));
+    }
+    QVERIFY(names > 0);
+    QVERIFY2(openFolders.isEmpty(), openFolders.values().join(" ").constData());
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestCutSaves)
+#include "tst_cutsaves.moc"
