@@ -1,11 +1,12 @@
 #include "index/index.h"
 #include "tests/index/setreader.h"
-#include "tests/index/stepcounter.h"
+#include "tests/shim/shim.h"
 #include "tests/testhome.h"
 
 #include <QCryptographicHash>
 #include <QTest>
 
+#include <csignal>
 #include <functional>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -81,24 +82,31 @@ bool update(Index &index, const QString &root)
     return index.updateIndex(root);
 }
 
-/// Runs \a run in a process of its own whose step \a number goes wrong. Its exit code: killedExit,
-/// 0 or 1 for the run's result; \a reached tells whether the step came.
-int runWithFault(const SampleMemory &memory, const Run &run, int number, StepCounter::Fault fault,
+constexpr int killed = -1;
+
+/// Runs \a run in a process of its own whose step \a number goes wrong. Gives killed, or 0 or 1 for
+/// the run's result; \a reached tells whether the step came.
+int runWithFault(const SampleMemory &memory, const Run &run, int number, Shim::Action fault,
                  bool &reached)
 {
     const pid_t child = ::fork();
     if (child == 0) {
-        StepCounter::arm(QFile::encodeName(memory.root()), number, fault);
+        Shim::arm(QFile::encodeName(memory.root()).constData(), number, fault);
         Index index;
         const bool result = run(index, memory.root());
-        const int steps = StepCounter::disarm();
+        const int steps = Shim::disarm();
         ::_exit((result ? 1 : 0) + (steps >= number ? 2 : 0));
     }
     int status = 0;
     ::waitpid(child, &status, 0);
-    const int code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    reached = code == StepCounter::killedExit || (code & 2) != 0;
-    return code == StepCounter::killedExit ? code : code & 1;
+    if (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) {
+        reached = true;
+        return killed;
+    }
+    if (!WIFEXITED(status))
+        qFatal("the run crashed");
+    reached = (WEXITSTATUS(status) & 2) != 0;
+    return WEXITSTATUS(status) & 1;
 }
 
 } // namespace
@@ -131,11 +139,11 @@ void TestIndexCuts::survivesFaultAtEveryStep_data()
 {
     QTest::addColumn<bool>("isRebuild");
     QTest::addColumn<int>("fault");
-    const QList<std::pair<const char *, StepCounter::Fault>> faults{
-        {"killed", StepCounter::Kill},
-        {"torn", StepCounter::Tear},
-        {"full", StepCounter::NoSpace},
-        {"broken", StepCounter::IoError}};
+    const QList<std::pair<const char *, Shim::Action>> faults{{"killed", Shim::Kill},
+                                                              {"torn", Shim::Torn},
+                                                              {"full", Shim::NoSpace},
+                                                              {"broken", Shim::IoError},
+                                                              {"short", Shim::Short}};
     for (const auto &[name, fault] : faults) {
         QTest::addRow("update %s", name) << false << int(fault);
         QTest::addRow("rebuild %s", name) << true << int(fault);
@@ -157,7 +165,7 @@ void TestIndexCuts::survivesFaultAtEveryStep()
         prepare(memory);
         const auto before = setOf(memory);
         const int result =
-            runWithFault(memory, run, number, static_cast<StepCounter::Fault>(fault), reached);
+            runWithFault(memory, run, number, static_cast<Shim::Action>(fault), reached);
         const QString where = u"step %1"_qs.arg(number);
         const auto set = setOf(memory);
         const bool isComplete = set.size() == IndexSet::names().size();
@@ -172,10 +180,10 @@ void TestIndexCuts::survivesFaultAtEveryStep()
         QVERIFY2(!QTest::currentTestFailed(), qPrintable(where));
     }
     // Once all is staged and the old set gone, a full memory needs no room for a second copy.
-    if (fault == StepCounter::NoSpace)
+    if (fault == Shim::NoSpace)
         QVERIFY2(overcome > 10, qPrintable(QString::number(overcome)));
     QVERIFY2(number > fewestSteps, qPrintable(QString::number(number)));
-    qInfo("%d steps", number - 1);
+    std::printf("%s: %d steps\n", QTest::currentDataTag(), number - 1);
 }
 
 /// \a before is the set that the run found.
@@ -208,7 +216,7 @@ void TestIndexCuts::finishesSwapThatWasCut()
     for (int number = 1; reached; ++number) {
         const SampleMemory memory;
         prepare(memory);
-        runWithFault(memory, rebuild, number, StepCounter::Kill, reached);
+        runWithFault(memory, rebuild, number, Shim::Kill, reached);
         if (!memory.has(u".brisel2pc/swap"_qs) || memory.has(u"fsinfos.id2"_qs))
             continue;
         IndexSet set;
@@ -235,7 +243,7 @@ void TestIndexCuts::leavesChangedPlaylistsAlone()
         const SampleMemory memory;
         prepare(memory);
         const auto before = setOf(memory);
-        runWithFault(memory, rebuild, number, StepCounter::Kill, reached);
+        runWithFault(memory, rebuild, number, Shim::Kill, reached);
         const auto set = setOf(memory);
         if (!memory.has(u".brisel2pc/swap"_qs) || set.size() != IndexSet::names().size())
             continue;
@@ -320,8 +328,8 @@ void TestIndexCuts::survivesCutOfRecovery()
         bool first = false;
         for (int cut = 60; !memory.has(u".brisel2pc/swap"_qs) || memory.has(u"fsinfos.id2"_qs);
              ++cut)
-            runWithFault(memory, rebuild, cut, StepCounter::Kill, first);
-        runWithFault(memory, update, number, StepCounter::Kill, reached);
+            runWithFault(memory, rebuild, cut, Shim::Kill, first);
+        runWithFault(memory, update, number, Shim::Kill, reached);
         const auto set = setOf(memory);
         if (set.size() == IndexSet::names().size())
             QCOMPARE(SetReader(memory).problem(), QString());

@@ -389,8 +389,10 @@ int fchmod(int handle, mode_t mode) noexcept
 
 int fsync(int handle)
 {
-    const Watched file(handle);
-    return change("flush", file, false, [&] { return file ? 0L : ::syscall(SYS_fsync, handle); });
+    // A cut before a flush is the same as one before the step that follows it.
+    if (wantedAction != Shim::IoError && trace < 0)
+        return 0;
+    return change("flush", Watched(handle), false, [] { return 0L; });
 }
 
 int fdatasync(int handle)

@@ -12,7 +12,8 @@
 ///     BRISEL_SHIM_TRACE   a file that gains a line for each step: its name, a blank, the path
 ///     BRISEL_SHIM_NO_REPLACE  set: a file can't be renamed to the name of another one
 ///
-/// A flush of a watched file only counts: the tests end processes, not the power.
+/// Nothing is flushed for real, it takes too long: the tests end processes, not the power. A flush
+/// is a step where it can fail by itself, and in a trace.
 namespace Shim
 {
 

@@ -1,5 +1,7 @@
 #include "index/index.h"
+#include "tests/fulldisk.h"
 #include "tests/index/samplememory.h"
+#include "tests/smalldisk.h"
 #include "tests/songfile/samples.h"
 #include "tests/testfiles.h"
 #include "tests/testhome.h"
@@ -7,6 +9,7 @@
 #include <QDirIterator>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QStorageInfo>
 #include <QTest>
 
 #include <csignal>
@@ -58,14 +61,44 @@ struct Outcome {
     Files files;
 };
 
+void makeFiles(const QString &folder, const Files &files)
+{
+    QDir().mkpath(folder);
+    for (auto file = files.cbegin(); file != files.cend(); ++file)
+        makeFile(folder + u'/' + file.key(), file.value());
+}
+
+/// Runs the worker on \a folder until its end.
+Outcome runWorker(const Job &job, const QString &folder, QProcessEnvironment environment)
+{
+    environment.insert(u"XDG_CONFIG_HOME"_s, folder);
+    environment.insert(u"TMPDIR"_s, folder);
+    environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
+    QProcess worker;
+    worker.setProcessEnvironment(environment);
+    QStringList arguments = job.arguments;
+    arguments.replaceInStrings(u"%1"_s, folder);
+    worker.start(QStringLiteral(BRISEL_WORKER), arguments);
+    if (!worker.waitForFinished(60000))
+        qFatal("the worker hangs or does not start");
+    Outcome outcome;
+    outcome.log = worker.readAllStandardError();
+    outcome.killed = worker.exitStatus() == QProcess::CrashExit && worker.exitCode() == SIGKILL;
+    if (!outcome.killed && (worker.exitStatus() == QProcess::CrashExit || worker.exitCode() > 1))
+        qFatal("the worker failed: %s", outcome.log.constData());
+    outcome.saidTrue = !outcome.killed && worker.exitCode() == 0;
+    outcome.files = filesOf(folder);
+    return outcome;
+}
+
 /// Runs \a job from its start; step \a number meets \a action.
 Outcome run(const Job &job, int number, const char *action)
 {
     const QTemporaryDir home;
     const QString folder = home.filePath(u"work"_s);
-    for (auto file = job.before.cbegin(); file != job.before.cend(); ++file)
-        makeFile(folder + u'/' + file.key(), file.value());
+    makeFiles(folder, job.before);
     const QString count = home.filePath(u"count"_s);
+    const QString trace = home.filePath(u"trace"_s);
     makeFile(count, QByteArray(sizeof(int), '\0'));
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -74,31 +107,39 @@ Outcome run(const Job &job, int number, const char *action)
     environment.insert(u"BRISEL_SHIM_AT"_s, QString::number(number));
     environment.insert(u"BRISEL_SHIM_ACTION"_s, QLatin1StringView(action));
     environment.insert(u"BRISEL_SHIM_COUNT"_s, count);
-    const QString trace = home.filePath(u"trace"_s);
     environment.insert(u"BRISEL_SHIM_TRACE"_s, trace);
     if (!job.replaces)
         environment.insert(u"BRISEL_SHIM_NO_REPLACE"_s, u"1"_s);
-    environment.insert(u"XDG_CONFIG_HOME"_s, folder);
-    environment.insert(u"TMPDIR"_s, folder);
-    environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
-    QProcess worker;
-    worker.setProcessEnvironment(environment);
-    worker.setWorkingDirectory(home.path());
-    QStringList arguments = job.arguments;
-    arguments.replaceInStrings(u"%1"_s, folder);
-    worker.start(QStringLiteral(BRISEL_WORKER), arguments);
-    if (!worker.waitForFinished(60000))
-        qFatal("the worker hangs or does not start");
-
-    Outcome outcome;
-    outcome.killed = worker.exitStatus() == QProcess::CrashExit && worker.exitCode() == SIGKILL;
-    if (!outcome.killed && (worker.exitStatus() == QProcess::CrashExit || worker.exitCode() > 1))
-        qFatal("the worker failed: %s", worker.readAllStandardError().constData());
-    outcome.saidTrue = !outcome.killed && worker.exitCode() == 0;
-    outcome.log = worker.readAllStandardError();
-    outcome.files = filesOf(folder);
+    Outcome outcome = runWorker(job, folder, environment);
     outcome.trace = fileContent(trace).trimmed().split('\n');
     std::memcpy(&outcome.steps, fileContent(count).constData(), sizeof(int));
+    return outcome;
+}
+
+/// Runs \a job on a disk that has room for \a room more bytes; where none can be mounted, with
+/// files that can't grow beyond as many.
+Outcome runInRoom(const Job &job, qint64 room)
+{
+    constexpr qint64 diskSize = 4 << 20;
+    const QTemporaryDir home;
+    const QString folder = home.filePath(u"work"_s);
+    QDir().mkpath(folder);
+    const SmallDisk disk(folder, diskSize);
+    makeFiles(folder, job.before);
+    const QString filler = folder + u"/filler"_s;
+    Outcome outcome;
+    if (disk.isMounted()) {
+        QFile file(filler);
+        const qint64 size = QStorageInfo(folder).bytesAvailable() - room;
+        if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray(size, 'x')) != size)
+            qFatal("can't fill the disk");
+        file.close();
+        outcome = runWorker(job, folder, QProcessEnvironment::systemEnvironment());
+    } else {
+        const FullDisk limit(static_cast<rlim_t>(room));
+        outcome = runWorker(job, folder, QProcessEnvironment::systemEnvironment());
+    }
+    outcome.files.remove(u"filler"_s);
     return outcome;
 }
 
@@ -186,6 +227,8 @@ private slots:
     void initTestCase();
     void survivesEveryStep_data();
     void survivesEveryStep();
+    void survivesAFullDisk_data();
+    void survivesAFullDisk();
     void flushesBeforeTakingTheName_data();
     void flushesBeforeTakingTheName();
 
@@ -261,6 +304,37 @@ void TestCutSaves::survivesEveryStep()
     if (action == "kill")
         QCOMPARE(refused, whole.steps);
     std::printf("%s: %d steps, %d not said to be done\n", QTest::currentDataTag(), tried, refused);
+}
+
+void TestCutSaves::survivesAFullDisk_data()
+{
+    QTest::addColumn<QString>("job");
+    for (auto job = m_jobs.cbegin(); job != m_jobs.cend(); ++job)
+        QTest::addRow("%s", qPrintable(job.key())) << job.key();
+}
+
+void TestCutSaves::survivesAFullDisk()
+{
+    QFETCH(QString, job);
+    Job work = m_jobs[job];
+    work.replaces = true;
+    constexpr qint64 plenty = 2 << 20;
+    const Outcome whole = runInRoom(work, plenty);
+    QVERIFY2(whole.saidTrue, whole.log);
+    int refused = 0;
+    int done = 0;
+    for (const int pages : {0, 1, 2, 3, 4, 8, 16, 32, 61, 62, 63, 100, 124, 125, 126, 200}) {
+        const Outcome outcome = runInRoom(work, pages * SmallDisk::pageSize);
+        const QString problem = problemOf(work, outcome, whole.files, "write");
+        QVERIFY2(problem.isEmpty(),
+                 QByteArray::number(pages) + " pages: " + problem.toUtf8() + '\n' + outcome.log);
+        refused += outcome.saidTrue ? 0 : 1;
+        done += outcome.saidTrue ? 1 : 0;
+    }
+    QVERIFY(refused > 0);
+    QVERIFY(done > 0);
+    std::printf("%s: %d sizes of the disk, %d refused\n", QTest::currentDataTag(), refused + done,
+                refused);
 }
 
 void TestCutSaves::flushesBeforeTakingTheName_data()

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <sched.h>
+#include <sys/mount.h>
+
+/// A real file system of a few pages, mounted on a folder where this process alone (and what it
+/// starts) sees it. Only root may do that: ask isMounted().
+class SmallDisk
+{
+public:
+    static constexpr qint64 pageSize = 4096; ///< bytes; files take whole pages
+
+    SmallDisk(const QString &folder, qint64 size) : m_folder(QFile::encodeName(folder))
+    {
+        static const bool isPrivate =
+            ::unshare(CLONE_NEWNS) == 0 &&
+            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+        const QByteArray options = "size=" + QByteArray::number(size);
+        m_mounted = isPrivate && ::mount("brisel-test", m_folder.constData(), "tmpfs", 0,
+                                         options.constData()) == 0;
+    }
+    ~SmallDisk()
+    {
+        if (m_mounted)
+            ::umount2(m_folder.constData(), MNT_DETACH);
+    }
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
+
+    bool isMounted() const { return m_mounted; }
+
+private:
+    QByteArray m_folder;
+    bool m_mounted = false;
+};
