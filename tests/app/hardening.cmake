@@ -1,0 +1,33 @@
+# Fails when PROGRAM lacks one of the protections that it is linked and compiled with. Asks
+# READELF; READELF, PROGRAM and FORTIFIED (whether the build optimises) are set by the caller.
+function(ask result)
+  execute_process(COMMAND ${READELF} ${ARGN} ${PROGRAM}
+    OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+  set(${result} "${output}" PARENT_SCOPE)
+endfunction()
+
+ask(header --file-header)
+ask(segments --program-headers --wide)
+ask(dynamic --dynamic --wide)
+ask(symbols --dyn-syms --wide)
+
+set(missing)
+if(NOT header MATCHES "Type: +DYN")
+  list(APPEND missing "a position independent executable")
+endif()
+if(NOT segments MATCHES "GNU_RELRO" OR NOT dynamic MATCHES "BIND_NOW|FLAGS_1[^\n]*NOW")
+  list(APPEND missing "full RELRO")
+endif()
+if(NOT segments MATCHES "GNU_STACK[^\n]*RW +0x" OR segments MATCHES "GNU_STACK[^\n]*RWE")
+  list(APPEND missing "a stack that can't be executed")
+endif()
+if(NOT symbols MATCHES "__stack_chk_fail")
+  list(APPEND missing "the stack protector")
+endif()
+if(FORTIFIED AND NOT symbols MATCHES "_chk@")
+  list(APPEND missing "FORTIFY")
+endif()
+if(missing)
+  list(JOIN missing ", " missing)
+  message(FATAL_ERROR "${PROGRAM} lacks ${missing}")
+endif()
