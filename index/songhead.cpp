@@ -77,11 +77,11 @@ private:
 void MidiScan::run(SongInfoIndex &song)
 {
     constexpr int headSize = 3; // 0xFF, type, length
-    qsizetype pos = midiScanStart;
-    while (fits(m_prefix, pos, headSize)) {
+    qsizetype pos = m_prefix.indexOf('\xFF', midiScanStart);
+    for (; pos >= 0 && fits(m_prefix, pos, headSize); pos = m_prefix.indexOf('\xFF', pos)) {
         const quint8 type = byteAt(m_prefix, pos + 1);
         const int length = byteAt(m_prefix, pos + 2);
-        if (byteAt(m_prefix, pos) != 0xFF || !isWanted(type)) {
+        if (!isWanted(type)) {
             ++pos;
             continue;
         }
