@@ -62,6 +62,7 @@ bool MainWindow::updateUserLibrary()
         [this](const QString &fileName) { return askAboutFile(fileName, QString()); });
     const bool done = synchroniser.updateRows(m_progress);
     m_progress.end();
+    adjustUserLibraryHeaders(); // the catalogue's texts may be longer than the files' own
     return done;
 }
 
