@@ -2,6 +2,7 @@
 #include "fuzz/fuzzing.h"
 #include "fuzz/targets.h"
 #include "songfile/lzhuff.h"
+#include "songfile/mp3header.h"
 
 #include <QDir>
 
@@ -59,10 +60,12 @@ SongInfo scriptedInfo(Script &script)
     return info;
 }
 
-/// A container with more MIDI data than a reader takes is never written.
+/// A song with more MIDI data, or a larger tag, than a reader takes is never written.
 bool isTooLargeToSave(const SongInfo &info, const QByteArray &input)
 {
     constexpr qsizetype mostAdded = 8192; ///< bytes of all that scriptedInfo() can give
+    if (info.format == QStringLiteral("MP3"))
+        return Mp3Header::getId3TagSize(input) + mostAdded > Mp3Header::maxFileStart;
     if (!info.format.startsWith(QStringLiteral("ZB")))
         return false;
     QByteArray midi;

@@ -276,11 +276,13 @@ bool MetaSong::saveToFile(const QString &path)
 
 bool MetaSong::isWholeInMemory() const
 {
+    // What has grown larger than a reader takes could never be read again.
     if (m_fileType == SongInfo::Mp3)
-        return !m_mp3Header.stream().isEmpty();
-    if (m_fileType == SongInfo::Unknown || m_midiFile.stream().isEmpty())
+        return !m_mp3Header.stream().isEmpty() &&
+               Mp3Header::getId3TagSize(m_mp3Header.stream()) <= Mp3Header::maxFileStart;
+    const qsizetype size = m_midiFile.stream().size();
+    if (m_fileType == SongInfo::Unknown || size == 0 || size > maxSongSize)
         return false;
-    // A container with more MIDI data than that could never be read again.
     return !isContainer() || (m_zbxHeader.header().size() == ZbxHeader::sizeOf(m_fileType) &&
                               payload().size() <= LzHuff::maxTextSize);
 }

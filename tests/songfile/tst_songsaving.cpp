@@ -79,6 +79,8 @@ private slots:
     void savesContainers();
     void roundTripsTheMarkOfZb4();
     void refusesAContainerThatCouldNotBeReadAgain();
+    void refusesAMidiFileThatCouldNotBeReadAgain();
+    void refusesATagThatCouldNotBeReadAgain();
     void savesToANewFile();
     void savesAnMp3();
     void givesAnMp3ItsFirstTag();
@@ -242,6 +244,34 @@ void TestSongSaving::refusesAContainerThatCouldNotBeReadAgain()
     QVERIFY(song.dbgAddMarker(u"M"_s, 1) > 0);
     QVERIFY(!song.saveToFile(u"a.zb3"_s));
     QVERIFY(Samples::read(u"a.zb3"_s) == before);
+}
+
+void TestSongSaving::refusesAMidiFileThatCouldNotBeReadAgain()
+{
+    const QByteArray start = Samples::midi();
+    const QByteArray song = start + QByteArray(MetaSong::maxSongSize - start.size(), 'x');
+    writeSong(u"song.mid"_s, song);
+    MetaSong metaSong;
+    QVERIFY(metaSong.importFile(u"song.mid"_s));
+    SongInfo info;
+    info.title = u"One event more"_s;
+    metaSong.setSongInfo(info, true);
+    QVERIFY(!metaSong.saveToFile(u"song.mid"_s));
+    QVERIFY(Samples::read(u"song.mid"_s) == song);
+}
+
+void TestSongSaving::refusesATagThatCouldNotBeReadAgain()
+{
+    const QByteArray frame = Samples::frame("APIC", QByteArray(Mp3Header::maxFileStart - 20, 'x'));
+    const QByteArray song = Samples::tag(frame) + Samples::audio(1000);
+    writeSong(u"song.mp3"_s, song);
+    MetaSong metaSong;
+    QVERIFY(metaSong.importFile(u"song.mp3"_s));
+    SongInfo info;
+    info.title = u"One frame more"_s;
+    metaSong.setSongInfo(info, true);
+    QVERIFY(!metaSong.saveToFile(u"song.mp3"_s));
+    QVERIFY(Samples::read(u"song.mp3"_s) == song);
 }
 
 void TestSongSaving::savesToANewFile()
