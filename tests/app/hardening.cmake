@@ -1,5 +1,7 @@
 # Fails when PROGRAM lacks one of the protections that it is linked and compiled with. Asks
-# READELF; READELF, PROGRAM and FORTIFIED (whether the build optimises) are set by the caller.
+# READELF; READELF and PROGRAM are set by the caller, and so is COMMANDS, the build's list of compile
+# commands, where the build optimises: FORTIFY leaves no trace in a program that calls none of the
+# functions that it guards.
 function(ask result)
   execute_process(COMMAND ${READELF} ${ARGN} ${PROGRAM}
     OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
@@ -24,8 +26,11 @@ endif()
 if(NOT symbols MATCHES "__stack_chk_fail")
   list(APPEND missing "the stack protector")
 endif()
-if(FORTIFIED AND NOT symbols MATCHES "_chk@")
-  list(APPEND missing "FORTIFY")
+if(COMMANDS)
+  file(READ ${COMMANDS} commands)
+  if(NOT commands MATCHES "-D_FORTIFY_SOURCE=[23][^\n]*/app/main[.]cpp")
+    list(APPEND missing "FORTIFY")
+  endif()
 endif()
 if(missing)
   list(JOIN missing ", " missing)
