@@ -19,7 +19,11 @@
 #endif
 
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+// Both compilers' sanitizer has these; only one of them ships the header.
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*mallocHook)(const volatile void *,
+                                                                            std::size_t),
+                                                         void (*freeHook)(const volatile void *));
+extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void *block);
 #else
 #include <sys/resource.h>
 #endif
@@ -44,9 +48,7 @@ void noteAllocation(const volatile void *block, std::size_t size)
 void noteRelease(const volatile void *block)
 {
     // Blocks from before the first measurement may go too.
-    const std::size_t size =
-        block != nullptr ? __sanitizer_get_allocated_size(const_cast<const void *>(block)) // NOLINT
-                         : 0;
+    const std::size_t size = block != nullptr ? __sanitizer_get_allocated_size(block) : 0;
     heapInUse -= std::min(heapInUse, size);
 }
 
