@@ -174,7 +174,7 @@ void TestLibraryImport::endsWhenTheProgramIsAskedToEnd()
         import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
     QCOMPARE(counts.songs, 1);
     run.reset();
-    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
+    QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::Quit);
 }
 
 void TestLibraryImport::emptiesTheTableFirst()
