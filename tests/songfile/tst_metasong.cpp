@@ -1,6 +1,6 @@
 #include "songfile/metasong.h"
 #include "tests/logcapture.h"
-#include "tests/songfile/samples.h"
+#include "tests/songfile/songs.h"
 #include "tests/testhome.h"
 
 #include <QtTest>
@@ -11,62 +11,27 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using Samples::artistField;
+using Samples::authorField;
 using Samples::frame;
+using Samples::fullInfo;
+using Samples::genreField;
+using Samples::header;
+using Samples::infoOf;
 using Samples::kordiaEvent;
 using Samples::metaEvent;
 using Samples::midi;
+using Samples::opened;
 using Samples::tag;
+using Samples::titleField;
 
 namespace
 {
-
-/// Writes \a content under \a name, opens it and reads its record; the name is the format's.
-MetaSong opened(const QString &name, const QByteArray &content)
-{
-    Samples::write(name, content);
-    MetaSong song;
-    if (!song.importFile(name))
-        qFatal("refused: %s", qPrintable(name));
-    return song;
-}
-
-SongInfo infoOf(const MetaSong &song)
-{
-    SongInfo info;
-    info.title = u"left over"_s;
-    song.getSongInfo(info);
-    return info;
-}
 
 bool opens(const QString &name, const QByteArray &content)
 {
     Samples::write(name, content);
     return MetaSong().importFile(name);
-}
-
-QByteArray header(int field, const QByteArray &text)
-{
-    return Samples::containerHeader("_ZB3", 512).replace(field, text.size(), text);
-}
-
-constexpr int titleField = 122;
-constexpr int authorField = 186;
-constexpr int artistField = 218;
-constexpr int genreField = 250;
-
-SongInfo fullInfo(bool isKordia)
-{
-    SongInfo info;
-    info.title = u"New title"_s;
-    info.artist = u"New artist"_s;
-    info.genre = u"New genre"_s;
-    info.author = u"New author"_s;
-    info.length = 200;
-    info.userBpm = 130;
-    info.key = u"G"_s;
-    info.markers = {{u"M"_s, 4}};
-    info.isKordia = isKordia;
-    return info;
 }
 
 } // namespace
