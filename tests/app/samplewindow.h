@@ -23,7 +23,9 @@ struct SampleWindow {
         QDir::setCurrent(folder.path());
         QDir().mkpath(at(u"volumes/CARD"_qs));
         qputenv("BRISEL_VOLUMES", QFile::encodeName(at(u"volumes"_qs)));
-        Sample::makeCatalogue(folder.path(), {{u"ONE"_qs, u"ONE LOVE"_qs}});
+        Sample::makeCatalogue(folder.path(), {{u"ONE"_qs, u"ONE LOVE"_qs},
+                                              {u"TWO"_qs, u"TWO SONGS"_qs},
+                                              {u"THREE"_qs, u"THREE KINGS"_qs}});
         QSettings(u"kordia"_qs, u"brisel2pc"_qs).clear();
         window = std::make_unique<MainWindow>();
         window->enableCopyrightMessage(false);

@@ -1,4 +1,5 @@
-#include "app/mainwindow.h"
+#include "tests/app/windowtest.h"
+
 #include "app/startup.h"
 #include "db/usersongsreltablemodel.h"
 #include "tests/dialogscript.h"
@@ -18,8 +19,8 @@
 #include <QTest>
 #include <QToolButton>
 
-/// The window as it opens: its form, its menus, its settings.
-class TestMainWindow : public QObject
+/// The window as it opens: its form, its menus, its keys.
+class TestMainWindow : public WindowTest
 {
     Q_OBJECT
 
@@ -32,16 +33,6 @@ private slots:
     void hidesIdFilenameAndStatus();
     void setsTheTableUpForReading();
     void keepsInsertionOrderUntilASortIsChosen();
-    void switchesToEnglishAtOnce();
-    void switchesBackToItalian();
-    void showsEnglishForGerman();
-    void checksTheStoredLanguage_data();
-    void checksTheStoredLanguage();
-    void keepsTheCheckMarkOfTheLanguageClickedAgain();
-    void showsStoredCopyrightChoice();
-    void storesCopyrightChoice();
-    void storesLogOptions();
-    void showsStoredLogOptions();
     void revealsHiddenOptionsByKeys();
     void togglesDebugGroup();
     void opensAboutQt();
@@ -52,35 +43,6 @@ private slots:
     void reachesMenusByKeyboard();
     void fitsItsTexts_data();
     void fitsItsTexts();
-
-private:
-    void open();
-    template <typename Kind>
-    Kind *find(const char *name) const
-    {
-        auto *object = m_window->findChild<Kind *>(QString::fromLatin1(name));
-        if (object == nullptr)
-            qFatal("no %s", name);
-        return object;
-    }
-    static QVariant stored(const char *key)
-    {
-        return QSettings(settingsOrganisation, settingsApplication).value(QString::fromLatin1(key));
-    }
-    static void store(const char *key, const QVariant &value)
-    {
-        QSettings(settingsOrganisation, settingsApplication)
-            .setValue(QString::fromLatin1(key), value);
-    }
-    QString heading(int column) const
-    {
-        return find<QTableView>("userLibraryTableView")
-            ->model()
-            ->headerData(column, Qt::Horizontal)
-            .toString();
-    }
-
-    std::unique_ptr<MainWindow> m_window;
 };
 
 void TestMainWindow::init()
@@ -91,13 +53,6 @@ void TestMainWindow::init()
 void TestMainWindow::cleanup()
 {
     m_window.reset();
-}
-
-void TestMainWindow::open()
-{
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
 }
 
 void TestMainWindow::opensWithItsTextsAndButtons()
@@ -221,139 +176,6 @@ void TestMainWindow::keepsInsertionOrderUntilASortIsChosen()
     QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
                       {header->sectionViewportPosition(2) + 5, 5});
     QCOMPARE(titles(), QStringLiteral("abc"));
-}
-
-void TestMainWindow::switchesToEnglishAtOnce()
-{
-    open();
-    find<QAction>("actionEnglish")->trigger();
-    QCoreApplication::processEvents();
-    QCOMPARE(stored("language").toString(), QStringLiteral("en"));
-    QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Quit"));
-    QCOMPARE(m_window->menuBar()->actions().at(1)->text(), QStringLiteral("Preferences"));
-    QCOMPARE(find<QToolButton>("transferFilesToolButton")->text(),
-             QStringLiteral("Transfer songs in the Brisel2 memory"));
-    QCOMPARE(heading(2), QStringLiteral("Title"));
-    QCOMPARE(heading(10), QStringLiteral("File name"));
-    QCOMPARE(m_window->windowTitle(), QStringLiteral("Brisel2 PC"));
-    QVERIFY(find<QAction>("actionEnglish")->isChecked());
-    QVERIFY(!find<QAction>("actionItalian")->isChecked());
-}
-
-void TestMainWindow::switchesBackToItalian()
-{
-    open();
-    find<QAction>("actionEnglish")->trigger();
-    QCoreApplication::processEvents();
-    find<QAction>("actionItalian")->trigger();
-    QCoreApplication::processEvents();
-    QCOMPARE(stored("language").toString(), QStringLiteral("it"));
-    QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Esci"));
-    QCOMPARE(heading(2), QStringLiteral("Titolo"));
-    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QStringLiteral("&Sì"));
-    find<QAction>("actionEnglish")->trigger();
-    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QStringLiteral("&Yes"));
-}
-
-void TestMainWindow::showsEnglishForGerman()
-{
-    open();
-    find<QAction>("actionGerman")->trigger();
-    QCoreApplication::processEvents();
-    QCOMPARE(stored("language").toString(), QStringLiteral("de"));
-    QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Quit"));
-    QVERIFY(find<QAction>("actionGerman")->isChecked());
-    QVERIFY(!find<QAction>("actionEnglish")->isChecked());
-}
-
-void TestMainWindow::checksTheStoredLanguage_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("action");
-    QTest::newRow("none") << ""
-                          << "actionItalian";
-    QTest::newRow("it") << "it"
-                        << "actionItalian";
-    QTest::newRow("en") << "en"
-                        << "actionEnglish";
-    QTest::newRow("de") << "de"
-                        << "actionGerman";
-    QTest::newRow("other") << "fr"
-                           << "actionEnglish";
-}
-
-void TestMainWindow::checksTheStoredLanguage()
-{
-    QFETCH(QString, code);
-    QFETCH(QString, action);
-    if (!code.isEmpty())
-        store("language", code);
-    open();
-    for (const char *name : {"actionItalian", "actionEnglish", "actionGerman"})
-        QCOMPARE(find<QAction>(name)->isChecked(), action == QLatin1StringView(name));
-}
-
-void TestMainWindow::keepsTheCheckMarkOfTheLanguageClickedAgain()
-{
-    store("language", QStringLiteral("en"));
-    open();
-    find<QAction>("actionEnglish")->trigger();
-    QVERIFY(find<QAction>("actionEnglish")->isChecked());
-}
-
-void TestMainWindow::showsStoredCopyrightChoice()
-{
-    open();
-    QVERIFY(find<QAction>("actionCopyrightYes")->isChecked());
-    QVERIFY(!stored("copyrightAsk").isValid());
-    m_window.reset();
-    store("copyrightAsk", false);
-    open();
-    QVERIFY(!find<QAction>("actionCopyrightYes")->isChecked());
-    QVERIFY(find<QAction>("actionCopyrightNo")->isChecked());
-}
-
-void TestMainWindow::storesCopyrightChoice()
-{
-    open();
-    find<QAction>("actionCopyrightNo")->trigger();
-    QCOMPARE(stored("copyrightAsk").toBool(), false);
-    QVERIFY(!find<QAction>("actionCopyrightYes")->isChecked());
-    QVERIFY(find<QAction>("actionCopyrightNo")->isChecked());
-    find<QAction>("actionCopyrightNo")->trigger();
-    QVERIFY(find<QAction>("actionCopyrightNo")->isChecked());
-    find<QAction>("actionCopyrightYes")->trigger();
-    QCOMPARE(stored("copyrightAsk").toBool(), true);
-    QVERIFY(find<QAction>("actionCopyrightYes")->isChecked());
-    QVERIFY(!find<QAction>("actionCopyrightNo")->isChecked());
-}
-
-void TestMainWindow::storesLogOptions()
-{
-    open();
-    QTest::keyClick(m_window.get(), Qt::Key_D, Qt::ControlModifier | Qt::AltModifier);
-    auto *enable = find<QCheckBox>("dbgLogEnableCheckBox");
-    auto *clear = find<QCheckBox>("dbgLogClearCheckBox");
-    QVERIFY(!clear->isEnabled());
-    enable->click();
-    QCOMPARE(stored("logenabled").toBool(), true);
-    QVERIFY(clear->isEnabled());
-    clear->click();
-    QCOMPARE(stored("logclear").toBool(), true);
-    enable->click();
-    QCOMPARE(stored("logenabled").toBool(), false);
-    QVERIFY(!clear->isEnabled());
-    QCOMPARE(stored("logclear").toBool(), true);
-}
-
-void TestMainWindow::showsStoredLogOptions()
-{
-    store("logenabled", true);
-    store("logclear", true);
-    open();
-    QVERIFY(find<QCheckBox>("dbgLogEnableCheckBox")->isChecked());
-    QVERIFY(find<QCheckBox>("dbgLogClearCheckBox")->isChecked());
-    QVERIFY(find<QCheckBox>("dbgLogClearCheckBox")->isEnabled());
 }
 
 void TestMainWindow::revealsHiddenOptionsByKeys()

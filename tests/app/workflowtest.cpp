@@ -1,0 +1,84 @@
+#include "tests/app/workflowtest.h"
+
+#include "base/runguard.h"
+
+#include <QMenu>
+
+void WorkflowTest::openWindow()
+{
+    m_sample = std::make_unique<SampleWindow>();
+    m_window = m_sample->window.get();
+    m_script = &m_sample->script;
+    m_folder = &m_sample->folder;
+}
+
+void WorkflowTest::closeWindow()
+{
+    m_sample.reset();
+    QVERIFY(!RunGuard::isActive());
+}
+
+void WorkflowTest::makeSongs(const QStringList &names, bool published)
+{
+    for (const QString &name : names)
+        makeFile(at(name), Sample::midi(name.section(u'.', 0, 0).toLatin1(), published));
+}
+
+void WorkflowTest::import(const QStringList &names)
+{
+    QStringList paths;
+    for (const QString &name : names)
+        paths.append(at(name));
+    m_script->expectFiles(paths);
+    QTest::mouseClick(tool("selectDirToolButton"), Qt::LeftButton);
+    verifyScript();
+}
+
+void WorkflowTest::expectBackup(const QString &button)
+{
+    m_script->expect("BackupDialog",
+                     [button](QWidget *widget) { DialogScript::click(widget, button); });
+}
+
+void WorkflowTest::expectBackupToFolder()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir(u"backups"_qs));
+    m_script->expect("BackupDialog", [this](QWidget *widget) {
+        DialogScript inner;
+        inner.expectFiles({at(u"backups"_qs)});
+        DialogScript::click(widget, u"browsePushButton"_qs);
+        DialogScript::click(widget, u"doBackupPushButton"_qs);
+    });
+}
+
+void WorkflowTest::expectQuestion(int answer)
+{
+    static const QStringList buttons{u"yesPushButton"_qs, u"yesAllPushButton"_qs,
+                                     u"noPushButton"_qs, u"noAllPushButton"_qs};
+    m_script->expect("NoCopyrightDialog", [answer](QWidget *widget) {
+        DialogScript::click(widget, buttons.at(answer));
+    });
+}
+
+void WorkflowTest::doubleClick(int row)
+{
+    QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, cell(row));
+    QTest::mouseDClick(table()->viewport(), Qt::LeftButton, {}, cell(row));
+}
+
+void WorkflowTest::chooseFromMenu(int entry, const QPoint &pos)
+{
+    QTimer::singleShot(20, m_window, [entry] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu != nullptr);
+        QCOMPARE(menu->actions().size(), 2);
+        QCOMPARE(menu->actions().at(0)->text(), u"Remove from list"_qs);
+        QCOMPARE(menu->actions().at(1)->text(), u"Delete file"_qs);
+        if (entry >= 0)
+            QTest::mouseClick(menu, Qt::LeftButton, {},
+                              menu->actionGeometry(menu->actions().at(entry)).center());
+        if (menu->isVisible())
+            menu->close();
+    });
+    emit table()->customContextMenuRequested(pos);
+}
