@@ -3,6 +3,7 @@
 #include "app/aboutdialog.h"
 #include "app/helpdialog.h"
 #include "app/startup.h"
+#include "app/statusline.h"
 #include "base/debugstream.h"
 #include "base/settingsstore.h"
 #include "db/usersongsreltablemodel.h"
@@ -48,10 +49,12 @@ MainWindow::LibraryRun::~LibraryRun()
 
 MainWindow::MainWindow()
     : m_ui(std::make_unique<Ui::MainWindow>()), m_editDialog(this),
-      m_settings(settingsOrganisation, settingsApplication), m_progress(this)
+      m_settings(settingsOrganisation, settingsApplication), m_progress(this),
+      m_statusLine(new StatusLine(this))
 {
     m_ui->setupUi(this);
     setWindowTitle(tr("Brisel2 PC"));
+    m_ui->statusBar->addWidget(m_statusLine, 1);
     m_ui->actionGerman->setVisible(false);
     m_ui->actionItalian->setVisible(true);
     m_ui->debugKordiaGroupBox->hide();
@@ -289,6 +292,7 @@ void MainWindow::initUserLibraryModel()
     view->verticalHeader()->hide();
     view->setAlternatingRowColors(false);
     view->setModel(m_model);
+    m_statusLine->setModel(m_model);
     view->hideColumn(m_model->colIdxFilename());
     view->hideColumn(m_model->colIdxStatus());
     view->hideColumn(0);

@@ -14,6 +14,7 @@
 
 class MetaSong;
 class SongInfo;
+class StatusLine;
 class UserSongsRelTableModel;
 struct SongCounts;
 
@@ -153,4 +154,5 @@ private:
 
     QStringList m_fileList; ///< what the user picked last
     RunProgress m_progress;
+    StatusLine *m_statusLine;
 };

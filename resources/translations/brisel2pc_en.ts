@@ -645,6 +645,16 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
 </context>
 <context>
+    <name>StatusLine</name>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n songs</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>UserSongsRelTableModel</name>
     <message>
         <source>Num</source>

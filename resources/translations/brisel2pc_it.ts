@@ -645,6 +645,16 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
 </context>
 <context>
+    <name>StatusLine</name>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n song</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>UserSongsRelTableModel</name>
     <message>
         <source>Num</source>

@@ -27,7 +27,8 @@ private slots:
 private:
     struct Message {
         QString source;
-        QString translation;
+        QString translation; ///< that of many things where the text counts some
+        QString singular;    ///< empty unless the text counts things
     };
     static QList<Message> messages(const QString &language);
 
@@ -44,10 +45,18 @@ QList<TestTranslations::Message> TestTranslations::messages(const QString &langu
     while (!reader.atEnd()) {
         if (reader.readNext() != QXmlStreamReader::StartElement)
             continue;
-        if (reader.name() == QStringLiteral("source"))
-            found.append({reader.readElementText(), {}});
-        else if (reader.name() == QStringLiteral("translation"))
+        if (reader.name() == QStringLiteral("source")) {
+            found.append({reader.readElementText(), {}, {}});
+        } else if (reader.name() == QStringLiteral("translation")) {
+            if (!found.last().source.contains(QStringLiteral("%n"))) {
+                found.last().translation = reader.readElementText();
+                continue;
+            }
+            reader.readNextStartElement();
+            found.last().singular = reader.readElementText();
+            reader.readNextStartElement();
             found.last().translation = reader.readElementText();
+        }
     }
     return reader.hasError() ? QList<Message>() : found;
 }
@@ -69,8 +78,14 @@ void TestTranslations::keepsPlaceholdersAndLines_data()
 {
     QTest::addColumn<QString>("source");
     QTest::addColumn<QString>("translation");
-    for (const Message &text : messages(QStringLiteral("en")))
-        QTest::newRow(qPrintable(text.source.left(60))) << text.source << text.translation;
+    for (const QString &language : {QStringLiteral("it"), QStringLiteral("en")}) {
+        for (const Message &text : messages(language)) {
+            const QString name = language + u' ' + text.source.left(60);
+            QTest::newRow(qPrintable(name)) << text.source << text.translation;
+            if (!text.singular.isEmpty())
+                QTest::newRow(qPrintable(name + u" of one"_qs)) << text.source << text.singular;
+        }
+    }
 }
 
 void TestTranslations::keepsPlaceholdersAndLines()
@@ -78,8 +93,9 @@ void TestTranslations::keepsPlaceholdersAndLines()
     QFETCH(QString, source);
     QFETCH(QString, translation);
     QVERIFY(!translation.isEmpty());
-    for (const QString &part : {QStringLiteral("%1"), QStringLiteral("%2"), QStringLiteral("%3"),
-                                QStringLiteral("\n"), QStringLiteral("<br/>")})
+    for (const QString &part :
+         {QStringLiteral("%1"), QStringLiteral("%2"), QStringLiteral("%3"), QStringLiteral("%n"),
+          QStringLiteral("\n"), QStringLiteral("<br/>")})
         QCOMPARE(translation.count(part), source.count(part));
     // What is appended to a text relies on the blank at its end.
     QCOMPARE(translation.endsWith(u' '), source.endsWith(u' '));
