@@ -9,6 +9,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "index/indexdialog.h"
 #include "index/songslistdialog.h"
+#include "library/dataeditdialog.h"
 #include "library/folderscan.h"
 #include "library/libraryimport.h"
 #include "ui_mainwindow.h"
@@ -48,7 +49,7 @@ MainWindow::LibraryRun::~LibraryRun()
 }
 
 MainWindow::MainWindow()
-    : m_ui(std::make_unique<Ui::MainWindow>()), m_editDialog(this),
+    : m_ui(std::make_unique<Ui::MainWindow>()),
       m_settings(settingsOrganisation, settingsApplication), m_progress(this),
       m_statusLine(new StatusLine(this))
 {

@@ -2,7 +2,6 @@
 
 #include "base/runguard.h"
 #include "db/database.h"
-#include "library/dataeditdialog.h"
 #include "library/runprogress.h"
 
 #include <QMainWindow>
@@ -12,6 +11,7 @@
 
 #include <memory>
 
+class DataEditDialog;
 class MetaSong;
 class SongInfo;
 class StatusLine;
@@ -139,13 +139,14 @@ private:
     bool sendPickedFiles(const QString &destination);
     void tellTransferRefusal(TransferRefusal refusal);
     void editSong(int row);
+    DataEditDialog &editDialog();
     void spreadEdit(const SongInfo &edited, int row);
     void centreRow(int row);
     void deleteSongFile(int row);
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     Database m_database;
-    DataEditDialog m_editDialog; ///< used for every manual edit
+    std::unique_ptr<DataEditDialog> m_editDialog; ///< used for every manual edit; see editDialog()
     QSettings m_settings;
     QTranslator m_programTranslator;
     QTranslator m_qtTranslator;

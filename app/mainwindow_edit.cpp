@@ -4,6 +4,7 @@
 
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
+#include "library/dataeditdialog.h"
 #include "library/manualedit.h"
 #include "songfile/metasong.h"
 
@@ -33,21 +34,30 @@ void MainWindow::editSong(int row)
     SongInfo info;
     song.getSongInfo(info);
     info.fileName = path;
-    m_editDialog.setArtistsCombo(*m_database.artistsList());
-    m_editDialog.setGenresCombo(*m_database.genresList());
-    m_editDialog.setKeysCombo(MetaSong::getKeysList());
-    m_editDialog.setOtherInfo(info);
-    if (m_editDialog.exec() != DataEditDialog::Accepted) {
+    DataEditDialog &dialog = editDialog();
+    dialog.setArtistsCombo(*m_database.artistsList());
+    dialog.setGenresCombo(*m_database.genresList());
+    dialog.setKeysCombo(MetaSong::getKeysList());
+    dialog.setOtherInfo(info);
+    if (dialog.exec() != DataEditDialog::Accepted) {
         debug() << "Rejected!";
         info.dbgDump();
         return;
     }
     debug() << "Accepted";
-    m_editDialog.getInfo(info);
+    dialog.getInfo(info);
     info.dbgDump();
     manualModifySong(song, info, path, row);
     spreadEdit(info, row);
     centreRow(row);
+}
+
+/// Made when it is first needed: the window opens sooner without it.
+DataEditDialog &MainWindow::editDialog()
+{
+    if (m_editDialog == nullptr)
+        m_editDialog = std::make_unique<DataEditDialog>(this);
+    return *m_editDialog;
 }
 
 void MainWindow::manualModifySong(MetaSong song, const SongInfo &info, const QString &path, int row)
@@ -59,8 +69,8 @@ void MainWindow::manualModifySong(MetaSong song, const SongInfo &info, const QSt
 void MainWindow::spreadEdit(const SongInfo &edited, int row)
 {
     const ManualEdit::Spread spread{
-        m_editDialog.isApplyToAllAuthor(), m_editDialog.isApplyToAllArtist(),
-        m_editDialog.isApplyToAllGenre(), m_editDialog.isApplyToAllFname()};
+        m_editDialog->isApplyToAllAuthor(), m_editDialog->isApplyToAllArtist(),
+        m_editDialog->isApplyToAllGenre(), m_editDialog->isApplyToAllFname()};
     if (!spread.any())
         return;
     m_progress.begin(tr("Aggiornamento file"), tr("Aggiorno la libreria..."),
@@ -156,10 +166,11 @@ void MainWindow::on_dbgShowDialogPushButton_clicked()
     if (!canStartRun())
         return;
     const LibraryRun run(*this);
-    m_editDialog.setArtistsCombo(*m_database.artistsList());
-    m_editDialog.setGenresCombo(*m_database.genresList());
-    m_editDialog.setOtherInfo(SongInfo());
-    if (m_editDialog.exec() == DataEditDialog::Accepted)
+    DataEditDialog &dialog = editDialog();
+    dialog.setArtistsCombo(*m_database.artistsList());
+    dialog.setGenresCombo(*m_database.genresList());
+    dialog.setOtherInfo(SongInfo());
+    if (dialog.exec() == DataEditDialog::Accepted)
         debug() << "Accettato";
     else
         debug() << "Rifiutato";

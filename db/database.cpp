@@ -138,7 +138,6 @@ bool Database::init()
         return false;
     fillList(m_genres, QStringLiteral("select distinct genre from songs"));
     fillList(m_artists, QStringLiteral("select distinct altartist from songs"));
-    indexFileNames();
     return true;
 }
 
@@ -218,6 +217,7 @@ void Database::closeConnections()
 {
     m_recordByRowId.reset();
     m_rowIdByFileName.clear();
+    m_hasTriedIndex = false;
     removeConnection(m_songsDb);
     removeConnection(m_userLibraryDb);
     m_temporaryFile.reset();
@@ -237,8 +237,12 @@ void Database::fillList(QStringList &list, const QString &statement) const
     }
 }
 
+/// Not before the first look-up: the window opens sooner without it.
 void Database::indexFileNames()
 {
+    if (m_hasTriedIndex)
+        return;
+    m_hasTriedIndex = true;
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
     // A name that is not like itself (NULL, bytes in some builds of SQLite) is never found.
@@ -278,6 +282,7 @@ bool Database::clearUserLibraryDb()
 
 bool Database::getRecordByFilename(const QString &fileName, SongsDbRecord &record)
 {
+    indexFileNames();
     if (m_recordByRowId && isIndexable(fileName))
         return getIndexedRecord(fileName, record);
     QSqlQuery query(m_songsDb);

@@ -78,4 +78,5 @@ private:
     QStringList m_artists;
     QHash<QString, qint64> m_rowIdByFileName; ///< upper-cased name to its first row
     std::optional<QSqlQuery> m_recordByRowId; ///< prepared; empty when names can't be indexed
+    bool m_hasTriedIndex = false;
 };

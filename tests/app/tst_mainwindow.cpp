@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDialog>
 #include <QDir>
 #include <QHeaderView>
 #include <QLabel>
@@ -28,6 +29,7 @@ private slots:
     void init();
     void cleanup();
     void opensWithItsTextsAndButtons();
+    void opensWithoutWhatIsNotYetNeeded();
     void showsLogosWithoutText();
     void ordersItsMenus();
     void hidesIdFilenameAndStatus();
@@ -91,6 +93,12 @@ void TestMainWindow::opensWithItsTextsAndButtons()
         QCOMPARE(find<QPushButton>(name)->text(), text);
     QVERIFY(!find<QAction>("actionGerman")->isVisible());
     QVERIFY(find<QAction>("actionItalian")->isVisible());
+}
+
+void TestMainWindow::opensWithoutWhatIsNotYetNeeded()
+{
+    open();
+    QCOMPARE(m_window->findChildren<QDialog *>().size(), 0);
 }
 
 void TestMainWindow::showsLogosWithoutText()
