@@ -6,6 +6,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -14,14 +15,20 @@ namespace
 
 constexpr int lowPositionBits = 6; ///< sent plainly, below the coded upper six
 constexpr int longestPositionCode = 8;
-constexpr int chunk = 32; ///< bytes copied at once: no match is longer
+constexpr int longestPosition = longestPositionCode + lowPositionBits;
+constexpr int chunk = 16; ///< bytes copied at once: no match is longer than two
+
+struct PositionCode {
+    quint8 upper = 0;
+    quint8 length = 0;
+};
 
 /// The fixed prefix code of a position's upper six bits, near positions first: lengths of 3 to 8
 /// bits, the codes of each length following on from those of the shorter one.
 struct PositionTables {
     std::array<quint8, 64> codeLength{};
     std::array<quint8, 64> code{};
-    std::array<quint8, 256> decoded{}; ///< by the next eight bits of the stream
+    std::array<PositionCode, 256> decoded{}; ///< by the next eight bits of the stream
 };
 
 constexpr PositionTables makePositionTables()
@@ -38,7 +45,7 @@ constexpr PositionTables makePositionTables()
             tables.codeLength.at(upper) = static_cast<quint8>(length);
             tables.code.at(upper) = static_cast<quint8>(next >> (longestPositionCode - length));
             for (const unsigned end = next + span; next < end; ++next)
-                tables.decoded.at(next) = static_cast<quint8>(upper);
+                tables.decoded.at(next) = {static_cast<quint8>(upper), static_cast<quint8>(length)};
         }
     }
     return tables;
@@ -48,6 +55,48 @@ constexpr PositionTables positionTables = makePositionTables();
 static_assert(positionTables.codeLength[63] == 8 && positionTables.code[63] == 0xFF);
 
 } // namespace
+
+/// The bits of a stream, and zeros behind its end.
+class LzHuff::BitReader
+{
+public:
+    BitReader(const char *begin, const char *end) : m_next(begin), m_end(end) {}
+
+    /// Makes at least 56 bits ready.
+    void fill()
+    {
+        constexpr int wordBytes = 8;
+        if (m_end - m_next >= wordBytes) {
+            // Bits of a byte that does not fit whole are there already when it is read again.
+            m_bits |= qFromBigEndian<quint64>(m_next) >> m_count;
+            const int bytes = (63 - m_count) / 8;
+            m_next += bytes;
+            m_count += 8 * bytes;
+            return;
+        }
+        for (; m_count <= 56; m_count += 8) {
+            const quint64 byte = m_next < m_end ? static_cast<quint8>(*m_next++) : 0;
+            m_bits |= byte << (56 - m_count);
+        }
+    }
+
+    int ready() const { return m_count; }
+    /// The next bits, 1 or more.
+    int peek(int count) const { return static_cast<int>(m_bits >> (64 - count)); }
+    /// The bit behind the next \a offset ones.
+    int bitAt(int offset) const { return static_cast<int>((m_bits << offset) >> 63); }
+    void skip(int count)
+    {
+        m_bits <<= count;
+        m_count -= count;
+    }
+
+private:
+    const char *m_next;
+    const char *m_end;
+    quint64 m_bits = 0; ///< the next one at the top
+    int m_count = 0;
+};
 
 bool LzHuff::expand(const QByteArray &in, QByteArray &out)
 {
@@ -101,8 +150,8 @@ void LzHuff::startHuff()
         m_son[node] = static_cast<quint16>(pair);
         m_parent[pair] = m_parent[pair + 1] = static_cast<quint16>(node);
     }
-    m_frequency[treeSize] = 0xFFFF; // stops every search to the right
-    m_parent[root] = 0;
+    std::fill(m_frequency.begin() + treeSize, m_frequency.end(), 0xFFFF);
+    m_parent[root] = root;
 }
 
 void LzHuff::collectLeaves()
@@ -137,62 +186,91 @@ void LzHuff::reconst()
         if (son < treeSize)
             m_parent[son + 1] = static_cast<quint16>(node);
     }
+    if (m_areJumpsKept)
+        startJumps();
 }
 
-void LzHuff::swapNodes(int first, int second)
+int LzHuff::lastOfSameFrequency(int node) const
 {
-    std::swap(m_frequency[first], m_frequency[second]);
-    std::swap(m_son[first], m_son[second]);
-    for (const int node : {first, second}) {
-        const quint16 son = m_son[node];
-        m_parent[son] = static_cast<quint16>(node);
-        if (son < treeSize)
-            m_parent[son + 1] = static_cast<quint16>(node);
+    // Four nodes at once; in a young tree hundreds have the same.
+    constexpr int step = sizeof(quint64) / sizeof(quint16);
+    const quint64 same = m_frequency[node] * Q_UINT64_C(0x0001000100010001);
+    for (const quint16 *next = m_frequency.data() + node + 1;; next += step) {
+        quint64 difference = 0;
+        std::memcpy(&difference, next, sizeof difference);
+        difference ^= same;
+        if (difference == 0)
+            continue;
+        const int zeros = std::endian::native == std::endian::little ? std::countr_zero(difference)
+                                                                     : std::countl_zero(difference);
+        return static_cast<int>(next - m_frequency.data()) + zeros / 16 - 1;
     }
 }
 
-int LzHuff::countNode(int node)
+int LzHuff::swapWithLast(int node)
 {
-    const quint16 frequency = ++m_frequency[node];
-    if (frequency <= m_frequency[node + 1])
-        return node;
-    int last = node + 1;
-    while (frequency > m_frequency[last + 1])
-        ++last;
-    swapNodes(node, last);
+    const int last = lastOfSameFrequency(node);
+    ++m_frequency[last];
+    const quint16 son = m_son[node];
+    const quint16 other = m_son[last];
+    m_son[node] = other;
+    m_son[last] = son;
+    m_parent[son] = static_cast<quint16>(last);
+    m_parent[other] = static_cast<quint16>(node);
+    if (son >= treeSize && other >= treeSize)
+        return last; // leaves: no way down has changed
+    if (son < treeSize)
+        m_parent[son + 1] = static_cast<quint16>(last);
+    if (other < treeSize)
+        m_parent[other + 1] = static_cast<quint16>(node);
+    if (m_areJumpsKept) {
+        setJumps(node);
+        setJumps(last);
+    }
     return last;
 }
 
-void LzHuff::update(int symbol)
+/// Gives the place where \a node stands now.
+inline int LzHuff::countNode(int node)
+{
+    if (m_frequency[node] == m_frequency[node + 1])
+        return swapWithLast(node);
+    ++m_frequency[node];
+    return node;
+}
+
+inline void LzHuff::count(int symbol)
 {
     if (m_frequency[root] == maxFrequency)
         reconst();
-    countWayFrom(m_parent[symbol + treeSize]);
-}
-
-void LzHuff::countWayFrom(int node)
-{
-    do {
-        node = m_parent[countNode(node)];
-    } while (node != 0); // the root's parent; node 0 itself is always a leaf
-}
-
-void LzHuff::updateWay(int symbol, const Way &way, int depth)
-{
-    if (m_frequency[root] == maxFrequency) {
-        update(symbol);
-        return;
+    const quint16 total = m_frequency[root] + 1;
+    // The root is its own parent, so that ways of all lengths can take the same steps. Near the
+    // leaves nodes overtake often: each step has its own branch to predict.
+    int node = m_parent[symbol + treeSize];
+    node = m_parent[countNode(node)];
+    node = m_parent[countNode(node)];
+    node = m_parent[countNode(node)];
+    node = m_parent[countNode(node)];
+    // Above them it is rare: three are counted without looking, and taken back where one did.
+    constexpr int blindSteps = 3;
+    const int start = node;
+    bool overtakes = false;
+    for (int step = 0; step < blindSteps; ++step) {
+        overtakes |= m_frequency[node] == m_frequency[node + 1];
+        ++m_frequency[node];
+        node = m_parent[node];
     }
-    // The way down is known, as long as no node on it changes places.
-    while (depth > 0) {
-        const int node = way[--depth];
-        const int now = countNode(node);
-        if (now != node) {
-            countWayFrom(m_parent[now]);
-            return;
+    if (overtakes) {
+        node = start;
+        for (int step = 0; step < blindSteps; ++step) {
+            --m_frequency[node];
+            node = m_parent[node];
         }
+        node = start;
     }
-    ++m_frequency[root];
+    while (node != root)
+        node = m_parent[countNode(node)];
+    m_frequency[root] = total;
 }
 
 int LzHuff::getInByte()
@@ -202,93 +280,79 @@ int LzHuff::getInByte()
     return static_cast<quint8>(m_in.at(m_inPosition++));
 }
 
-void LzHuff::fillBits()
+void LzHuff::startJumps()
 {
-    constexpr int wordBytes = 8;
-    if (m_in.size() - m_inPosition >= wordBytes) {
-        // Bits of a byte that does not fit whole are there already when it is read again.
-        m_readBuffer |= qFromBigEndian<quint64>(m_in.constData() + m_inPosition) >> m_readCount;
-        const int bytes = (63 - m_readCount) / 8;
-        m_inPosition += bytes;
-        m_readCount += 8 * bytes;
-        return;
-    }
-    for (; m_readCount <= 56; m_readCount += 8) {
-        const int byte = getInByte();
-        m_readBuffer |= static_cast<quint64>(std::max(byte, 0)) << (56 - m_readCount);
-    }
+    m_jumps.fill({});
 }
 
-int LzHuff::getBits(int count)
+void LzHuff::setJumps(int node)
 {
-    if (m_readCount < count)
-        fillBits();
-    const int bits = static_cast<int>(m_readBuffer >> (64 - count));
-    m_readBuffer <<= count;
-    m_readCount -= count;
-    return bits;
-}
-
-int LzHuff::getByte()
-{
-    return getBits(8);
-}
-
-int LzHuff::decodeChar()
-{
-    if (m_readCount < longestCode)
-        fillBits();
-    Way way; // all that is read of it is written first
+    int prefix = 0;
     int depth = 0;
-    quint64 bits = m_readBuffer;
-    int node = m_son[root];
-    while (node < treeSize) {
-        node += static_cast<int>(bits >> 63);
-        bits <<= 1;
-        way[depth++] = static_cast<quint16>(node);
-        node = m_son[node];
+    int above = node;
+    for (int step = 0; step < jumpBits; ++step) {
+        prefix |= (above & 1) << step; // the root is even
+        depth += above != root ? 1 : 0;
+        above = m_parent[above];
     }
-    m_readBuffer = bits;
-    m_readCount -= depth;
-    const int symbol = node - treeSize;
-    updateWay(symbol, way, depth);
-    return symbol;
+    if (above != root)
+        return; // too deep for any jump to pass it
+    const int unknown = jumpBits - depth;
+    std::fill_n(m_jumps.begin() + (prefix << unknown), 1 << unknown,
+                Jump{static_cast<quint16>(node), static_cast<quint16>(depth)});
 }
 
-int LzHuff::decodePosition()
+inline int LzHuff::decodeChar(BitReader &bits)
 {
-    int bits = getByte();
-    const int upper = positionTables.decoded[bits];
-    const int unread = positionTables.codeLength[upper] + lowPositionBits - 8;
-    bits = (bits << unread) | getBits(unread);
-    constexpr int lowMask = (1 << lowPositionBits) - 1;
-    return (upper << lowPositionBits) | (bits & lowMask);
+    Jump &jump = m_jumps[bits.peek(jumpBits)];
+    int node = jump.node;
+    int depth = jump.depth;
+    int son = m_son[node];
+    while (son < treeSize) {
+        node = son + bits.bitAt(depth++);
+        son = m_son[node];
+        if (depth <= jumpBits)
+            jump = {static_cast<quint16>(node), static_cast<quint16>(depth)};
+    }
+    bits.skip(depth);
+    const int symbol = son - treeSize;
+    count(symbol);
+    return symbol;
 }
 
 void LzHuff::decode(quint32 textSize)
 {
-    m_readBuffer = 0;
-    m_readCount = 0;
     startHuff();
+    startJumps();
+    m_areJumpsKept = true;
+    BitReader bits(m_in.constData() + m_inPosition, m_in.constData() + m_in.size());
     // The text itself is the ring: before it stand the blanks that the ring starts with, behind it
     // there is room for copies in whole chunks.
-    m_out = QByteArray(ringSize + static_cast<qsizetype>(textSize) + chunk, Qt::Uninitialized);
+    m_out = QByteArray(ringSize + static_cast<qsizetype>(textSize) + 2 * chunk, Qt::Uninitialized);
     char *next = std::fill_n(m_out.data(), ringSize, initialFill);
     const char *const end = next + textSize;
     while (next < end) {
-        const int symbol = decodeChar();
+        if (bits.ready() < longestCode + longestPosition)
+            bits.fill();
+        const int symbol = decodeChar(bits);
         if (symbol < 256) {
             *next++ = static_cast<char>(symbol);
             continue;
         }
-        const int length = symbol - firstMatchSymbol;
-        const int distance = decodePosition() + 1;
-        const auto count = std::min(static_cast<std::ptrdiff_t>(length), end - next);
-        if (distance >= chunk)
+        const PositionCode position = positionTables.decoded[bits.peek(longestPositionCode)];
+        const int positionBits = position.length + lowPositionBits;
+        const int low = bits.peek(positionBits) & ((1 << lowPositionBits) - 1);
+        bits.skip(positionBits);
+        const int distance = ((position.upper << lowPositionBits) | low) + 1;
+        const auto count =
+            std::min(static_cast<std::ptrdiff_t>(symbol - firstMatchSymbol), end - next);
+        if (distance >= chunk) {
             std::memcpy(next, next - distance, chunk);
-        else
+            std::memcpy(next + chunk, next + chunk - distance, chunk);
+        } else {
             for (std::ptrdiff_t i = 0; i < count; ++i) // each byte may be one just written
                 next[i] = next[i - distance];
+        }
         next += count;
     }
     m_out = m_out.mid(ringSize, static_cast<qsizetype>(textSize));
@@ -324,7 +388,7 @@ void LzHuff::encodeChar(int symbol)
     for (int node = m_parent[symbol + treeSize]; node != root; node = m_parent[node])
         code |= static_cast<quint32>(node & 1) << length++;
     putcode(length, code);
-    update(symbol);
+    count(symbol);
 }
 
 void LzHuff::encodePosition(int position)
@@ -338,6 +402,7 @@ void LzHuff::encode()
 {
     m_writeBuffer = 0;
     m_writeCount = 0;
+    m_areJumpsKept = false;
     startHuff();
     if (m_matches == nullptr)
         m_matches = std::make_unique<MatchFinder>();

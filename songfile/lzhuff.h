@@ -39,25 +39,28 @@ private:
     /// Bits of a symbol's code: frequencies that make a deeper tree add up to more than
     /// maxFrequency.
     static constexpr int longestCode = 24;
-    using Way = std::array<quint16, longestCode>; ///< nodes from the root's son down to a leaf
+    static constexpr int jumpBits = 7;
+
+    class BitReader;
+    struct Jump {
+        quint16 node = root;
+        quint16 depth = 0;
+    };
 
     // The adaptive Huffman tree. Nodes stand in ascending order of frequency, brothers side by
     // side; a son of treeSize or more is a leaf, the symbol plus treeSize.
     void startHuff();
     void reconst();
     void collectLeaves();
-    void update(int symbol);
-    void updateWay(int symbol, const Way &way, int depth);
-    void countWayFrom(int node);
+    void count(int symbol);
     int countNode(int node);
-    void swapNodes(int first, int second);
+    int lastOfSameFrequency(int node) const;
+    int swapWithLast(int node);
 
     // Reading.
-    void fillBits();
-    int getBits(int count);
-    int getByte();
-    int decodeChar();
-    int decodePosition();
+    void startJumps();
+    void setJumps(int node);
+    int decodeChar(BitReader &bits);
     void decode(quint32 textSize);
 
     // Writing.
@@ -73,14 +76,17 @@ private:
     QByteArray m_in;
     qsizetype m_inPosition = 0;
     QByteArray m_out;
-    quint64 m_readBuffer = 0;
-    int m_readCount = 0; ///< valid bits at the top of m_readBuffer
     quint32 m_writeBuffer = 0;
     int m_writeCount = 0; ///< valid bits at the bottom of m_writeBuffer, 0 to 7 between codes
 
-    std::array<quint16, treeSize + 1> m_frequency{};
+    std::array<quint16, treeSize + 4> m_frequency{}; ///< closed by four that no node reaches
     std::array<quint16, treeSize + symbolCount> m_parent{};
     std::array<quint16, treeSize> m_son{};
+
+    /// By the next bits of the stream: a node on their way down, which need not be as deep as they
+    /// reach.
+    std::array<Jump, 1 << jumpBits> m_jumps{};
+    bool m_areJumpsKept = false; ///< compress() does without
 
     std::unique_ptr<MatchFinder> m_matches; ///< made when first wanted: expand() does without
 };

@@ -41,6 +41,15 @@ public:
         return bits;
     }
 
+    template <typename NextBit>
+    int symbol(NextBit nextBit) const
+    {
+        const HuffmanNode *node = m_row.back();
+        while (node->symbol < 0)
+            node = nextBit() ? node->one : node->zero;
+        return node->symbol;
+    }
+
     void count(int symbol)
     {
         if (m_row.back()->count == 32768)
@@ -284,4 +293,40 @@ QByteArray modelCompress(const QByteArray &text)
     for (size_t bit = 0; bit < bits.size(); bit += 8)
         stream.append(static_cast<char>(std::stoi(bits.substr(bit, 8), nullptr, 2)));
     return stream;
+}
+
+QByteArray modelExpand(const QByteArray &stream)
+{
+    qsizetype size = 0;
+    for (int i = 0; i < 4; ++i)
+        size |= static_cast<qsizetype>(static_cast<unsigned char>(stream.at(i))) << (8 * i);
+    qsizetype passed = 32;
+    const auto nextBit = [&] {
+        const qsizetype byte = passed / 8;
+        const qsizetype bit = 7 - passed++ % 8;
+        return byte < stream.size() && ((stream.at(byte) >> bit) & 1) != 0;
+    };
+    HuffmanModel huffman;
+    QByteArray text(ring, ' ');
+    while (text.size() < ring + size) {
+        const int symbol = huffman.symbol(nextBit);
+        huffman.count(symbol);
+        if (symbol < 256) {
+            text.append(static_cast<char>(symbol));
+            continue;
+        }
+        std::string bits;
+        int upper = 0;
+        while (bits != positionCode(upper)) {
+            bits += nextBit() ? '1' : '0';
+            for (upper = 0; upper < 63 && bits != positionCode(upper);)
+                ++upper;
+        }
+        int distance = upper;
+        for (int i = 0; i < 6; ++i)
+            distance = distance * 2 + (nextBit() ? 1 : 0);
+        for (int i = 0; i < symbol - 253; ++i)
+            text.append(text.at(text.size() - distance - 1));
+    }
+    return text.mid(ring, size);
 }
