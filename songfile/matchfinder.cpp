@@ -76,24 +76,28 @@ void MatchFinder::rankStrings()
 {
     m_rankedFrom = std::max(0, m_place - windowSize);
     m_rankedEnd = std::min(m_end, m_rankedFrom + rankedStrings);
-    // The strings that begin inside the last one help to rank it.
+    // The strings that begin inside the last one help to rank it. Theirs run on over the end, so
+    // their own ranks mean little, and nobody asks for them.
     const int count = m_rankedEnd - m_rankedFrom + lookAhead - 1;
-    m_rank.resize(count);
-    m_nextRank.resize(count);
+    m_rank.resize(count + lookAhead); // zeros behind the end
+    m_nextRank.resize(count + lookAhead);
     m_order.resize(count);
+    m_nextOrder.resize(count);
     m_bucketEnd.assign(std::max(count, 256), 0);
     const auto *bytes = reinterpret_cast<const quint8 *>(m_text.constData()) + m_rankedFrom;
     for (int i = 0; i < count; ++i)
         ++m_bucketEnd[m_rank[i] = bytes[i]];
     for (int i = 1; i < 256; ++i)
         m_bucketEnd[i] += m_bucketEnd[i - 1];
+    std::array<quint16, 256> next{};
+    std::copy_n(m_bucketEnd.begin(), next.size(), next.begin());
     for (int i = count - 1; i >= 0; --i)
-        m_order[--m_bucketEnd[m_rank[i]]] = static_cast<quint16>(i);
+        m_order[--next[m_rank[i]]] = static_cast<quint16>(i);
     // Ranked by 1, 2, 4, 8, 16 and at last by 29 bytes.
     for (const int shift : {1, 2, 4, 8, lookAhead - 16})
         lengthenRankedPrefix(shift);
 
-    m_stringOfRank.resize(m_rankedEnd - m_rankedFrom);
+    m_stringOfRank.resize(count);
     m_ranks.fill(0);
     m_rankWords.fill(0);
     for (int place = m_rankedFrom; place < m_place; ++place) {
@@ -105,27 +109,27 @@ void MatchFinder::rankStrings()
 void MatchFinder::lengthenRankedPrefix(int shift)
 {
     // A string's rank by its first bytes and the rank of the string behind these make its new
-    // rank. Strings come in the order of the second: one stable pass by the first sorts them.
-    const auto count = static_cast<int>(m_order.size()) - shift;
-    m_nextOrder.resize(count);
-    std::fill(m_bucketEnd.begin(), m_bucketEnd.end(), 0);
-    for (int i = 0; i < count; ++i)
-        ++m_bucketEnd[m_rank[i]];
-    quint16 begin = 0;
-    for (quint16 &bucket : m_bucketEnd)
-        begin += std::exchange(bucket, begin);
-    for (const int behind : m_order) {
-        const int i = behind - shift;
+    // rank. Strings come in the order of the second, greatest first, those without one at the end:
+    // hung before each other into the bucket of the first, they are sorted.
+    const auto count = static_cast<int>(m_order.size());
+    for (auto behind = m_order.rbegin(); behind != m_order.rend(); ++behind) {
+        const int i = *behind - shift;
         if (i >= 0)
-            m_nextOrder[m_bucketEnd[m_rank[i]]++] = static_cast<quint16>(i);
+            m_nextOrder[--m_bucketEnd[m_rank[i]]] = static_cast<quint16>(i);
     }
+    for (int i = count - shift; i < count; ++i)
+        m_nextOrder[--m_bucketEnd[m_rank[i]]] = static_cast<quint16>(i);
+    // Nobody can predict which strings differ: counted without a branch.
     quint16 rank = 0;
-    int previous = m_nextOrder.front();
+    quint16 end = 0;
+    quint32 previous =
+        quint32{m_rank[m_nextOrder.front()]} << 16 | m_rank[m_nextOrder.front() + shift];
     for (const int i : m_nextOrder) {
-        if (m_rank[i] != m_rank[previous] || m_rank[i + shift] != m_rank[previous + shift])
-            ++rank;
+        const quint32 both = quint32{m_rank[i]} << 16 | m_rank[i + shift];
+        rank += both != previous ? 1 : 0;
+        previous = both;
         m_nextRank[i] = rank;
-        previous = i;
+        m_bucketEnd[rank] = ++end;
     }
     m_rank.swap(m_nextRank);
     m_order.swap(m_nextOrder);

@@ -43,6 +43,7 @@ private:
     static constexpr int noNode = windowSize;
     static constexpr int rankedStrings = 8 * windowSize; ///< at a time; fits 16 bits
     static constexpr int wordBits = 64;
+    static constexpr int rankWords = rankedStrings / wordBits + 1;
 
     void layOut(const QByteArray &text);
     void insertNode(bool isWanted);
@@ -91,9 +92,7 @@ private:
     std::vector<quint16> m_nextOrder;
     std::vector<quint16> m_bucketEnd;
 
-    std::vector<quint16> m_stringOfRank; ///< place, of those in the trees
-    std::array<quint64, rankedStrings / wordBits>
-        m_ranks{}; ///< one bit a rank: is it in the trees?
-    std::array<quint64, rankedStrings / wordBits / wordBits>
-        m_rankWords{}; ///< one bit a word that is not zero
+    std::vector<quint16> m_stringOfRank;      ///< place, of those in the trees
+    std::array<quint64, rankWords> m_ranks{}; ///< one bit a rank: is it in the trees?
+    std::array<quint64, rankWords / wordBits + 1> m_rankWords{}; ///< one a word that is not zero
 };
