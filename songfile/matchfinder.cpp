@@ -79,22 +79,22 @@ void MatchFinder::rankStrings()
     // The strings that begin inside the last one help to rank it. Theirs run on over the end, so
     // their own ranks mean little, and nobody asks for them.
     const int count = m_rankedEnd - m_rankedFrom + lookAhead - 1;
-    m_rank.resize(count + lookAhead); // zeros behind the end
-    m_nextRank.resize(count + lookAhead);
+    m_rank.assign(count + lookAhead, 0);
+    m_nextRank.assign(count + lookAhead, 0);
     m_order.resize(count);
     m_nextOrder.resize(count);
-    m_bucketEnd.assign(std::max(count, 256), 0);
-    const auto *bytes = reinterpret_cast<const quint8 *>(m_text.constData()) + m_rankedFrom;
+    constexpr int pairs = 1 << 16;
+    m_bucketEnd.assign(pairs + 1, 0);
+    const char *const bytes = m_text.constData() + m_rankedFrom;
     for (int i = 0; i < count; ++i)
-        ++m_bucketEnd[m_rank[i] = bytes[i]];
-    for (int i = 1; i < 256; ++i)
+        ++m_bucketEnd[m_rank[i] = qFromBigEndian<quint16>(bytes + i)];
+    for (int i = 1; i <= pairs; ++i)
         m_bucketEnd[i] += m_bucketEnd[i - 1];
-    std::array<quint16, 256> next{};
-    std::copy_n(m_bucketEnd.begin(), next.size(), next.begin());
     for (int i = count - 1; i >= 0; --i)
-        m_order[--next[m_rank[i]]] = static_cast<quint16>(i);
-    // Ranked by 1, 2, 4, 8, 16 and at last by 29 bytes.
-    for (const int shift : {1, 2, 4, 8, lookAhead - 16})
+        m_order[--m_bucketEnd[m_rank[i]]] = static_cast<quint16>(i);
+    m_bucketEnd.erase(m_bucketEnd.begin()); // begins have become ends
+    // Ranked by 2, 4, 8, 16 and at last by 29 bytes.
+    for (const int shift : {2, 4, 8, lookAhead - 16})
         lengthenRankedPrefix(shift);
 
     m_stringOfRank.resize(count);
