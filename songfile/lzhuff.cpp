@@ -358,26 +358,25 @@ void LzHuff::decode(quint32 textSize)
     m_out = m_out.mid(ringSize, static_cast<qsizetype>(textSize));
 }
 
-void LzHuff::putOutByte(quint8 byte)
-{
-    m_out.append(static_cast<char>(byte));
-}
-
 void LzHuff::putcode(int length, quint32 code)
 {
-    // At most 7 bits wait in the buffer.
+    // At most 31 bits wait in the buffer.
     m_writeBuffer = (m_writeBuffer << length) | code;
     m_writeCount += length;
-    while (m_writeCount >= 8) {
-        m_writeCount -= 8;
-        putOutByte(static_cast<quint8>(m_writeBuffer >> m_writeCount));
+    if (m_writeCount >= 32) {
+        m_writeCount -= 32;
+        const auto word = qToBigEndian(static_cast<quint32>(m_writeBuffer >> m_writeCount));
+        m_out.append(reinterpret_cast<const char *>(&word), sizeof word);
     }
 }
 
 void LzHuff::encodeEnd()
 {
-    if (m_writeCount > 0)
-        putOutByte(static_cast<quint8>(m_writeBuffer << (8 - m_writeCount)));
+    for (; m_writeCount > 0; m_writeCount -= 8) {
+        const quint64 bits = m_writeCount < 8 ? m_writeBuffer << (8 - m_writeCount)
+                                              : m_writeBuffer >> (m_writeCount - 8);
+        m_out.append(static_cast<char>(bits));
+    }
     m_writeCount = 0;
 }
 

@@ -69,15 +69,14 @@ private:
     void encodePosition(int position);
     void encodeEnd();
     void encode();
-    void putOutByte(quint8 byte);
 
     int getInByte();
 
     QByteArray m_in;
     qsizetype m_inPosition = 0;
     QByteArray m_out;
-    quint32 m_writeBuffer = 0;
-    int m_writeCount = 0; ///< valid bits at the bottom of m_writeBuffer, 0 to 7 between codes
+    quint64 m_writeBuffer = 0;
+    int m_writeCount = 0; ///< valid bits at the bottom of m_writeBuffer, 0 to 31 between codes
 
     std::array<quint16, treeSize + 4> m_frequency{}; ///< closed by four that no node reaches
     std::array<quint16, treeSize + symbolCount> m_parent{};

@@ -137,33 +137,33 @@ void MatchFinder::lengthenRankedPrefix(int shift)
 
 void MatchFinder::addRank(int place)
 {
-    const int rank = rankAt(place);
+    const unsigned rank = rankAt(place);
     m_stringOfRank[rank] = static_cast<quint16>(place - m_rankedFrom);
-    const int word = rank / wordBits;
+    const unsigned word = rank / wordBits;
     m_ranks[word] |= quint64{1} << (rank % wordBits);
     m_rankWords[word / wordBits] |= quint64{1} << (word % wordBits);
 }
 
 void MatchFinder::removeRank(int place)
 {
-    const int rank = rankAt(place);
-    const int word = rank / wordBits;
+    const unsigned rank = rankAt(place);
+    const unsigned word = rank / wordBits;
     m_ranks[word] &= ~(quint64{1} << (rank % wordBits));
     if (m_ranks[word] == 0)
         m_rankWords[word / wordBits] &= ~(quint64{1} << (word % wordBits));
 }
 
-int MatchFinder::lowerNeighbour(int rank) const
+int MatchFinder::lowerNeighbour(unsigned rank) const
 {
-    int word = rank / wordBits;
+    unsigned word = rank / wordBits;
     quint64 bits = m_ranks[word] & ((quint64{1} << (rank % wordBits)) - 1);
     if (bits == 0) {
-        int group = word / wordBits;
+        unsigned group = word / wordBits;
         quint64 words = m_rankWords[group] & ((quint64{1} << (word % wordBits)) - 1);
         while (words == 0) {
-            if (--group < 0)
+            if (group == 0)
                 return -1;
-            words = m_rankWords[group];
+            words = m_rankWords[--group];
         }
         word = group * wordBits + std::bit_width(words) - 1;
         bits = m_ranks[word];
@@ -171,11 +171,11 @@ int MatchFinder::lowerNeighbour(int rank) const
     return m_rankedFrom + m_stringOfRank[word * wordBits + std::bit_width(bits) - 1];
 }
 
-int MatchFinder::higherNeighbour(int rank) const
+int MatchFinder::higherNeighbour(unsigned rank) const
 {
     // All bits above one: for the highest none, for 2 << 63 is 0.
-    const auto above = [](int bit) { return ~((quint64{2} << bit) - 1); };
-    int word = rank / wordBits;
+    const auto above = [](unsigned bit) { return ~((quint64{2} << bit) - 1); };
+    unsigned word = rank / wordBits;
     quint64 bits = m_ranks[word] & above(rank % wordBits);
     if (bits == 0) {
         size_t group = word / wordBits;
@@ -185,7 +185,7 @@ int MatchFinder::higherNeighbour(int rank) const
                 return -1;
             words = m_rankWords[group];
         }
-        word = static_cast<int>(group) * wordBits + std::countr_zero(words);
+        word = static_cast<unsigned>(group) * wordBits + std::countr_zero(words);
         bits = m_ranks[word];
     }
     return m_rankedFrom + m_stringOfRank[word * wordBits + std::countr_zero(bits)];
@@ -195,11 +195,11 @@ void MatchFinder::insertNode(bool isWanted)
 {
     if (m_place >= m_rankedEnd)
         rankStrings();
-    const int rank = rankAt(m_place);
+    const unsigned rank = rankAt(m_place);
     if (((m_ranks[rank / wordBits] >> (rank % wordBits)) & 1) != 0) {
         const int equal = m_rankedFrom + m_stringOfRank[rank];
         m_stringOfRank[rank] = static_cast<quint16>(m_place - m_rankedFrom);
-        replaceNode(equal % windowSize, m_place % windowSize);
+        replaceNode(nodeAt(equal), nodeAt(m_place));
         m_length = lookAhead;
         m_distance = distanceTo(equal);
         return;
@@ -217,14 +217,14 @@ void MatchFinder::insertNode(bool isWanted)
 
 void MatchFinder::attach(int lower, int higher)
 {
-    const int node = m_place % windowSize;
+    const int node = nodeAt(m_place);
     m_left[node] = m_right[node] = noNode;
     int dad = 0;
-    if (lower >= 0 && m_right[lower % windowSize] == noNode) {
-        dad = lower % windowSize;
+    if (lower >= 0 && m_right[nodeAt(lower)] == noNode) {
+        dad = nodeAt(lower);
         m_right[dad] = static_cast<quint16>(node);
     } else if (higher >= 0) {
-        dad = higher % windowSize;
+        dad = nodeAt(higher);
         m_left[dad] = static_cast<quint16>(node);
     } else {
         dad = windowSize + 1 + static_cast<quint8>(m_text.at(m_place));
@@ -247,7 +247,7 @@ void MatchFinder::findNearest(bool isLowerOpen, bool isHigherOpen)
     // Going up, lower strings get lower and higher ones higher: behind the first of a side that
     // matches less no other of that side matches as much.
     m_distance = windowSize;
-    for (int node = m_place % windowSize; isLowerOpen || isHigherOpen;) {
+    for (int node = nodeAt(m_place); isLowerOpen || isHigherOpen;) {
         const int dad = m_dad[node];
         if (dad > noNode)
             break;
@@ -256,7 +256,7 @@ void MatchFinder::findNearest(bool isLowerOpen, bool isHigherOpen)
         node = dad;
         if (!isOpen)
             continue;
-        const int place = m_place - (m_place - dad) % windowSize;
+        const int place = m_place - nodeAt(m_place - dad);
         isOpen = commonLength(place) == m_length;
         if (isOpen)
             m_distance = std::min(m_distance, distanceTo(place));
@@ -303,14 +303,14 @@ void MatchFinder::deleteNode(int place)
     if (!isInTree(place))
         return; // an equal, younger string has taken its place
     removeRank(place);
-    const int node = place % windowSize;
+    const int node = nodeAt(place);
     if (m_right[node] == noNode) {
         replaceChild(m_dad[node], node, m_left[node]);
     } else if (m_left[node] == noNode) {
         replaceChild(m_dad[node], node, m_right[node]);
     } else {
         // The rightmost string of the left branch takes the place of the one that goes.
-        const int heir = lowerNeighbour(rankAt(place)) % windowSize;
+        const int heir = nodeAt(lowerNeighbour(rankAt(place)));
         if (m_dad[heir] != node) {
             replaceChild(m_dad[heir], heir, m_left[heir]);
             m_left[heir] = m_left[node];

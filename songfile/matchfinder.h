@@ -42,8 +42,8 @@ public:
 private:
     static constexpr int noNode = windowSize;
     static constexpr int rankedStrings = 8 * windowSize; ///< at a time; fits 16 bits
-    static constexpr int wordBits = 64;
-    static constexpr int rankWords = rankedStrings / wordBits + 1;
+    static constexpr unsigned wordBits = 64;
+    static constexpr unsigned rankWords = rankedStrings / wordBits + 1;
 
     void layOut(const QByteArray &text);
     void insertNode(bool isWanted);
@@ -56,16 +56,17 @@ private:
     /// Of the newest string and another one.
     int distanceTo(int place) const;
     int commonLength(int place) const;
-    bool isInTree(int place) const { return m_dad[place % windowSize] != noNode; }
+    static int nodeAt(int place) { return place & (windowSize - 1); }
+    bool isInTree(int place) const { return m_dad[nodeAt(place)] != noNode; }
 
     // Ranks of the strings from m_rankedFrom to m_rankedEnd, and which of them are in the trees.
     void rankStrings();
     void lengthenRankedPrefix(int shift);
-    int rankAt(int place) const { return m_rank[place - m_rankedFrom]; }
+    unsigned rankAt(int place) const { return m_rank[place - m_rankedFrom]; }
     void addRank(int place);
     void removeRank(int place);
-    int lowerNeighbour(int rank) const;
-    int higherNeighbour(int rank) const;
+    int lowerNeighbour(unsigned rank) const;
+    int higherNeighbour(unsigned rank) const;
 
     /// The text behind the blanks that precede it and before what is read behind its end. Places
     /// in it count from the first of those blanks.
