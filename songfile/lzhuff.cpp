@@ -382,9 +382,17 @@ void LzHuff::encodeEnd()
 
 void LzHuff::encodeChar(int symbol)
 {
+    // Codes are seldom longer than this: as many steps each time spare the branch that ends them.
+    constexpr int usualCode = 8;
     quint32 code = 0;
     int length = 0;
-    for (int node = m_parent[symbol + treeSize]; node != root; node = m_parent[node])
+    int node = m_parent[symbol + treeSize];
+    for (int step = 0; step < usualCode; ++step) {
+        code |= static_cast<quint32>(node & 1) << step; // the root is even, and its own parent
+        length += node != root ? 1 : 0;
+        node = m_parent[node];
+    }
+    for (; node != root; node = m_parent[node])
         code |= static_cast<quint32>(node & 1) << length++;
     putcode(length, code);
     count(symbol);

@@ -294,8 +294,8 @@ void MatchFinder::replaceNode(int node, int replacement)
 void MatchFinder::replaceChild(int parent, int node, int replacement)
 {
     m_dad[replacement] = static_cast<quint16>(parent);
-    quint16 &child = m_right[parent] == node ? m_right[parent] : m_left[parent];
-    child = static_cast<quint16>(replacement);
+    quint16 *const sons = m_right[parent] == node ? m_right.data() : m_left.data();
+    sons[parent] = static_cast<quint16>(replacement);
 }
 
 void MatchFinder::deleteNode(int place)
@@ -304,10 +304,9 @@ void MatchFinder::deleteNode(int place)
         return; // an equal, younger string has taken its place
     removeRank(place);
     const int node = nodeAt(place);
-    if (m_right[node] == noNode) {
-        replaceChild(m_dad[node], node, m_left[node]);
-    } else if (m_left[node] == noNode) {
-        replaceChild(m_dad[node], node, m_right[node]);
+    const bool isRightFree = m_right[node] == noNode;
+    if (isRightFree || m_left[node] == noNode) {
+        replaceChild(m_dad[node], node, isRightFree ? m_left[node] : m_right[node]);
     } else {
         // The rightmost string of the left branch takes the place of the one that goes.
         const int heir = nodeAt(lowerNeighbour(rankAt(place)));
