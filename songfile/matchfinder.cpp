@@ -219,17 +219,14 @@ void MatchFinder::attach(int lower, int higher)
 {
     const int node = nodeAt(m_place);
     m_left[node] = m_right[node] = noNode;
-    int dad = 0;
-    if (lower >= 0 && m_right[nodeAt(lower)] == noNode) {
-        dad = nodeAt(lower);
-        m_right[dad] = static_cast<quint16>(node);
-    } else if (higher >= 0) {
-        dad = nodeAt(higher);
-        m_left[dad] = static_cast<quint16>(node);
-    } else {
+    const bool isBelowLower = lower >= 0 && m_right[nodeAt(lower)] == noNode;
+    int dad = nodeAt(isBelowLower ? lower : higher);
+    quint16 *sons = isBelowLower ? m_right.data() : m_left.data();
+    if (!isBelowLower && higher < 0) { // the first of its tree
         dad = windowSize + 1 + static_cast<quint8>(m_text.at(m_place));
-        m_right[dad] = static_cast<quint16>(node);
+        sons = m_right.data();
     }
+    sons[dad] = static_cast<quint16>(node);
     m_dad[node] = static_cast<quint16>(dad);
 }
 
