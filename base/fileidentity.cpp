@@ -1,5 +1,6 @@
 #include "base/fileidentity.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 
@@ -8,17 +9,35 @@
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 
-FileKind fileKind(const QString &path)
+namespace
+{
+
+FileState stateOf(const struct stat &entry)
+{
+    const FileKind kind = S_ISREG(entry.st_mode)   ? FileKind::Regular
+                          : S_ISDIR(entry.st_mode) ? FileKind::Folder
+                                                   : FileKind::Other;
+    return {kind, entry.st_mtime};
+}
+
+} // namespace
+
+FileState fileState(const QString &path)
 {
     struct stat entry {
     };
     if (path.isEmpty())
-        return FileKind::Missing;
+        return {};
     if (::stat(QFile::encodeName(path).constData(), &entry) != 0)
-        return errno == ENOENT || errno == ENOTDIR ? FileKind::Missing : FileKind::Unreachable;
-    if (S_ISREG(entry.st_mode))
-        return FileKind::Regular;
-    return S_ISDIR(entry.st_mode) ? FileKind::Folder : FileKind::Other;
+        return {errno == ENOENT || errno == ENOTDIR ? FileKind::Missing : FileKind::Unreachable, 0};
+    return stateOf(entry);
+}
+
+FileState fileState(int handle)
+{
+    struct stat entry {
+    };
+    return ::fstat(handle, &entry) == 0 ? stateOf(entry) : FileState{FileKind::Unreachable, 0};
 }
 
 QString fileIdentity(const QString &path)
@@ -32,14 +51,15 @@ QString fileIdentity(const QString &path)
 
 #else
 
-FileKind fileKind(const QString &path)
+FileState fileState(const QString &path)
 {
     const QFileInfo entry(path);
     if (path.isEmpty() || !entry.exists())
-        return FileKind::Missing;
-    if (entry.isFile())
-        return FileKind::Regular;
-    return entry.isDir() ? FileKind::Folder : FileKind::Other;
+        return {};
+    const FileKind kind = entry.isFile()  ? FileKind::Regular
+                          : entry.isDir() ? FileKind::Folder
+                                          : FileKind::Other;
+    return {kind, entry.lastModified().toSecsSinceEpoch()};
 }
 
 QString fileIdentity(const QString &path)
@@ -48,6 +68,11 @@ QString fileIdentity(const QString &path)
 }
 
 #endif
+
+FileKind fileKind(const QString &path)
+{
+    return fileState(path).kind;
+}
 
 bool isRegularFile(const QString &path)
 {

@@ -10,7 +10,18 @@ enum class FileKind {
     Unreachable, ///< it may exist, but can't be looked at (permission, I/O error, link loop)
 };
 
-/// What stands at \a path, links followed. Opens nothing.
+struct FileState {
+    FileKind kind = FileKind::Missing;
+    qint64 modified = 0; ///< seconds since 1970, UTC; 0 for what can't be looked at
+};
+
+/// What stands at \a path and when it was changed, links followed. Opens nothing.
+FileState fileState(const QString &path);
+#ifdef Q_OS_UNIX
+/// The same of an open file.
+FileState fileState(int handle);
+#endif
+/// The kind alone.
 FileKind fileKind(const QString &path);
 
 /// True for a plain file, also through a link: the only thing that may be opened as a song.

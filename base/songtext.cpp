@@ -22,10 +22,10 @@ QString trimmedSongText(const QString &text)
     return text.mid(first, end - first);
 }
 
-QString songText(const QByteArray &bytes)
+QString songText(QByteArrayView bytes)
 {
     const qsizetype end = bytes.indexOf('\0');
-    return trimmedSongText(QString::fromLatin1(end < 0 ? bytes : bytes.left(end)));
+    return trimmedSongText(QString::fromLatin1(end < 0 ? bytes : bytes.first(end)));
 }
 
 QByteArray songBytes(const QString &text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 /// The text of song files, the catalogue and the player's records: 8 bits a character, Latin-1.
@@ -10,7 +11,7 @@
 QString trimmedSongText(const QString &text);
 
 /// \a bytes up to the first zero byte as text, trimmed.
-QString songText(const QByteArray &bytes);
+QString songText(QByteArrayView bytes);
 
 /// \a text as Latin-1; a character that Latin-1 lacks becomes '?'.
 QByteArray songBytes(const QString &text);

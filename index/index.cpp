@@ -9,7 +9,6 @@
 #include "library/nocopyrightdialog.h"
 
 #include <QApplication>
-#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 
@@ -78,7 +77,9 @@ bool Index::checkIndexFile()
 bool Index::setSongInfo(SongInfoIndex &song)
 {
     QByteArray prefix;
-    const bool readable = SongHead::read(song.absolutePath, prefix);
+    FileState state;
+    const bool readable =
+        isRegularFile(song.absolutePath) && SongHead::read(song.absolutePath, prefix, state);
     return SongHead::parse(prefix, song) && readable;
 }
 
@@ -264,28 +265,27 @@ void Index::createTitleIndex()
 
 void Index::refreshSong(SongInfoIndex &song)
 {
-    const FileKind kind = fileKind(song.absolutePath);
     const bool isNew = song.id > m_lastId || m_lastId == SongInfoIndex::deletedId;
+    // One look at each song: a new one is opened anyway.
+    FileState state;
+    if (isNew)
+        SongHead::read(song.absolutePath, m_prefix, state);
+    else
+        state = fileState(song.absolutePath);
     // A song that can't be looked at (no permission, a read error) has not vanished.
-    if (kind != FileKind::Regular && kind != FileKind::Unreachable) {
+    if (state.kind != FileKind::Regular && state.kind != FileKind::Unreachable) {
         song.id = SongInfoIndex::deletedId;
         m_modified = true;
         return;
     }
-    const QDateTime modified = QFileInfo(song.absolutePath).lastModified();
-    const bool changed = song.date != dateNumber(modified) || song.time != timeNumber(modified);
-    if (!isNew && !changed)
-        return;
     SongInfoIndex fresh = song;
-    QByteArray prefix;
-    // A known song that can't be looked at now keeps what is known of it, for another day.
-    if (!SongHead::read(song.absolutePath, prefix) && !isNew)
+    fresh.setModified(state.modified);
+    if (!isNew && fresh.date == song.date && fresh.time == song.time)
         return;
-    SongHead::parse(prefix, fresh);
-    if (!isNew) {
-        fresh.date = dateNumber(modified);
-        fresh.time = timeNumber(modified);
-    }
+    // A known song that can't be looked at now keeps what is known of it, for another day.
+    if (!isNew && !SongHead::read(song.absolutePath, m_prefix, state))
+        return;
+    SongHead::parse(m_prefix, fresh);
     song = fresh;
     m_modified = true;
 }

@@ -13,7 +13,6 @@
 #include <array>
 #include <functional>
 
-class QDateTime;
 class QFileInfo;
 
 /// Builds and updates the index on the player's memory: walks its folders, shortens long names,
@@ -89,8 +88,6 @@ private:
     /// Fills m_songs from the index on the memory. 0, or -1 on any fault.
     qint32 loadAllIndexFile();
 
-    static quint32 dateNumber(const QDateTime &moment);
-    static quint32 timeNumber(const QDateTime &moment);
     void scanFiles(const QString &longFolder);
     void scanFile(const QString &longPath);
     static bool checkFileExt(const QString &suffix);
@@ -132,6 +129,7 @@ private:
     bool m_doRename = true;
     AlphabetTable m_alphabet;
     std::array<quint16, 6> m_counts{};
+    QByteArray m_prefix; ///< of the song that is read; kept for its room
     PathTable m_paths;
     QSet<QString> m_visitedFolders;
 };

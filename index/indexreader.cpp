@@ -27,6 +27,7 @@ bool readPaths(const QString &path, const QString &root, QList<SongInfoIndex> &s
     QByteArray content;
     if (!readRecords(path, SongInfoIndex::maxSongs, content))
         return false;
+    songs.reserve(content.size() / IndexRecord::size);
     PathRecord record;
     for (qsizetype pos = 0; PathRecord::read(content, pos, record); pos += IndexRecord::size) {
         if (record.id == SongInfoIndex::deletedId)
@@ -43,23 +44,37 @@ bool readPaths(const QString &path, const QString &root, QList<SongInfoIndex> &s
     return true;
 }
 
-/// The song with the id of \a record; null when there is none.
-SongInfoIndex *songOf(const SongRecord &record, QList<SongInfoIndex> &songs)
+/// Finds the songs of records by their ids.
+class SongFinder
 {
-    SongInfoIndex wanted;
-    wanted.id = record.id;
-    const auto song = std::lower_bound(songs.begin(), songs.end(), wanted, compareById);
-    return song != songs.end() && song->id == record.id ? &*song : nullptr;
-}
+public:
+    explicit SongFinder(QList<SongInfoIndex> &songs) : m_songs(songs)
+    {
+        m_ids.reserve(songs.size());
+        for (const SongInfoIndex &song : std::as_const(songs))
+            m_ids.append(song.id);
+    }
 
-bool readTitles(const QString &path, QList<SongInfoIndex> &songs)
+    /// The song with the id of \a record; null when there is none.
+    SongInfoIndex *songOf(const SongRecord &record)
+    {
+        const auto id = std::lower_bound(m_ids.cbegin(), m_ids.cend(), record.id);
+        return id != m_ids.cend() && *id == record.id ? &m_songs[id - m_ids.cbegin()] : nullptr;
+    }
+
+private:
+    QList<SongInfoIndex> &m_songs;
+    QList<quint32> m_ids; ///< apart from the songs: a search for one is to touch little memory
+};
+
+bool readTitles(const QString &path, SongFinder &finder)
 {
     QByteArray content;
     if (!readRecords(path, SongInfoIndex::maxSongs, content))
         return false;
     SongRecord record;
     for (qsizetype pos = 0; SongRecord::read(content, pos, record); pos += IndexRecord::size) {
-        SongInfoIndex *song = songOf(record, songs);
+        SongInfoIndex *song = finder.songOf(record);
         if (song == nullptr)
             return false;
         song->title = indexText(record.title);
@@ -70,7 +85,7 @@ bool readTitles(const QString &path, QList<SongInfoIndex> &songs)
     return true;
 }
 
-bool readGroups(const QString &path, QString SongInfoIndex::*group, QList<SongInfoIndex> &songs)
+bool readGroups(const QString &path, QString SongInfoIndex::*group, SongFinder &finder)
 {
     QByteArray content;
     // Each song can have a header of its own.
@@ -84,7 +99,7 @@ bool readGroups(const QString &path, QString SongInfoIndex::*group, QList<SongIn
             name = indexText(header.name);
             continue;
         }
-        SongInfoIndex *song = songOf(record, songs);
+        SongInfoIndex *song = finder.songOf(record);
         if (song == nullptr)
             return false;
         song->*group = name;
@@ -97,8 +112,10 @@ bool readGroups(const QString &path, QString SongInfoIndex::*group, QList<SongIn
 bool IndexReader::read(const IndexSet &set, const QString &root, QList<SongInfoIndex> &songs)
 {
     songs.clear();
-    return readPaths(set.filePath(QStringLiteral("index.id2")), root, songs) &&
-           readTitles(set.filePath(QStringLiteral("title.id2")), songs) &&
-           readGroups(set.filePath(QStringLiteral("artist.id2")), &SongInfoIndex::artist, songs) &&
-           readGroups(set.filePath(QStringLiteral("genre.id2")), &SongInfoIndex::genre, songs);
+    if (!readPaths(set.filePath(QStringLiteral("index.id2")), root, songs))
+        return false;
+    SongFinder finder(songs);
+    return readTitles(set.filePath(QStringLiteral("title.id2")), finder) &&
+           readGroups(set.filePath(QStringLiteral("artist.id2")), &SongInfoIndex::artist, finder) &&
+           readGroups(set.filePath(QStringLiteral("genre.id2")), &SongInfoIndex::genre, finder);
 }

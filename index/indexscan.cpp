@@ -5,7 +5,6 @@
 #include "index/entrylist.h"
 #include "index/longnames.h"
 
-#include <QDateTime>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -27,18 +26,6 @@ bool isAscii(const QString &text)
 }
 
 } // namespace
-
-quint32 Index::dateNumber(const QDateTime &moment)
-{
-    const QDate date = moment.date();
-    return static_cast<quint32>(date.year() * 10000 + date.month() * 100 + date.day());
-}
-
-quint32 Index::timeNumber(const QDateTime &moment)
-{
-    const QTime time = moment.time();
-    return static_cast<quint32>(time.hour() * 10000 + time.minute() * 100 + time.second());
-}
 
 void Index::scanFiles(const QString &longFolder)
 {
@@ -106,9 +93,6 @@ bool Index::addFileToIndex(const QFileInfo &file)
         emit errorFromIndex(tr("File non importato, memoria piena: ") + full);
         return false;
     }
-    const QDateTime modified = file.lastModified();
-    song.date = dateNumber(modified);
-    song.time = timeNumber(modified);
     song.id = m_nextId++;
     song.posidx = m_nextPosidx++;
     m_paths.add(song, m_songs.size());

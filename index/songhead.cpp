@@ -1,28 +1,29 @@
 #include "index/songhead.h"
 
 #include "base/bytes.h"
-#include "base/fileidentity.h"
+#include "base/filereading.h"
 #include "base/songtext.h"
 #include "index/songinfoindex.h"
-
-#include <QFile>
 
 #include <algorithm>
 
 namespace
 {
 
-constexpr int minimumSize = 5;    ///< bytes; a shorter file is no song
-constexpr int textWidth = 58;     ///< bytes of a text in the player's records
-constexpr int midiScanStart = 22; ///< just behind the headers of file and first track
-constexpr int id3Window = 512;    ///< bytes in which frames are looked for
+constexpr int minimumSize = 5;       ///< bytes; a shorter file is no song
+constexpr int textWidth = 58;        ///< bytes of a text in the player's records
+constexpr int midiScanStart = 22;    ///< just behind the headers of file and first track
+constexpr qsizetype id3Window = 512; ///< bytes in which frames are looked for
 
 const QString unknownText = QStringLiteral("<unknown>");
 
 /// Takes the text of \a width bytes at \a pos, at most 58 of them; empty when there is none.
 QString textAt(const QByteArray &prefix, qsizetype pos, qint64 width)
 {
-    return songText(prefix.mid(pos, std::clamp<qint64>(width, 0, textWidth)));
+    const qsizetype start = std::min(pos, prefix.size());
+    const qsizetype size = std::min<qint64>(width, prefix.size() - start);
+    return songText(
+        QByteArrayView(prefix).sliced(start, std::clamp<qsizetype>(size, 0, textWidth)));
 }
 
 /// Puts \a value into \a field unless it is empty.
@@ -115,7 +116,7 @@ void MidiScan::take(quint8 type, qsizetype data, int length, SongInfoIndex &song
         keepFirst(m_title, textAt(m_prefix, data, length));
     else if (type == Makers)
         takeMakersText(data, length);
-    else if (m_prefix.mid(data, std::min(length, titleMarkSize)) == "@T")
+    else if (QByteArrayView(m_prefix).sliced(data, std::min(length, titleMarkSize)) == "@T")
         keepFirst(m_title, textAt(m_prefix, data + titleMarkSize,
                                   std::min(length, textWidth) - titleMarkSize));
 }
@@ -149,14 +150,15 @@ void MidiScan::takeMakersText(qsizetype data, int length)
 /// Older files carry the artist as "(ARTIST" in a message of the maker's.
 QString MidiScan::artistOfSystemExclusive() const
 {
-    const QByteArray mark = QByteArray::fromHex("0020240005");
+    static const QByteArray mark = QByteArray::fromHex("0020240005");
     constexpr int headSize = 2; // 0xF0, length
     constexpr int overhead = 7;
     const qsizetype textOffset = headSize + mark.size();
-    for (qsizetype hit = m_prefix.indexOf(mark, midiScanStart + headSize); hit >= 0;
-         hit = m_prefix.indexOf(mark, hit + 1)) {
-        const qsizetype start = hit - headSize;
-        if (byteAt(m_prefix, start) != 0xF0)
+    for (qsizetype start = m_prefix.indexOf('\xF0', midiScanStart); start >= 0;
+         start = m_prefix.indexOf('\xF0', start + 1)) {
+        if (!fits(m_prefix, start, textOffset))
+            return {};
+        if (QByteArrayView(m_prefix).sliced(start + headSize, mark.size()) != mark)
             continue;
         const int length = std::min(byteAt(m_prefix, start + 1) - overhead, textWidth);
         if (length < 2 || !fits(m_prefix, start + textOffset, length))
@@ -174,11 +176,12 @@ void MidiScan::keepFirst(QString &found, const QString &value)
 }
 
 /// The text of the first frame \a identifier; empty when there is none.
-QString frameText(const QByteArray &prefix, const QByteArray &identifier)
+QString frameText(const QByteArray &prefix, QByteArrayView identifier)
 {
     constexpr int sizeAt = 4;
     constexpr int textOffset = 11; // frame header and encoding byte
-    const qsizetype frame = prefix.left(id3Window).indexOf(identifier);
+    const QByteArrayView window = QByteArrayView(prefix).first(std::min(prefix.size(), id3Window));
+    const qsizetype frame = window.indexOf(identifier);
     if (frame < 0)
         return {};
     const qint64 size = be32At(prefix, frame + sizeAt);
@@ -221,13 +224,9 @@ void setDefaults(SongInfoIndex &song)
 
 } // namespace
 
-bool SongHead::read(const QString &path, QByteArray &prefix)
+bool SongHead::read(const QString &path, QByteArray &prefix, FileState &state)
 {
-    QFile file(path);
-    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly))
-        return false;
-    prefix = file.read(prefixSize);
-    return file.error() == QFileDevice::NoError;
+    return readFileStart(path, prefixSize, prefix, state);
 }
 
 bool SongHead::parse(const QByteArray &prefix, SongInfoIndex &song)
@@ -235,7 +234,8 @@ bool SongHead::parse(const QByteArray &prefix, SongInfoIndex &song)
     setDefaults(song);
     if (prefix.size() < minimumSize)
         return false;
-    const QString extension = song.absolutePath.mid(song.absolutePath.lastIndexOf(u'.') + 1);
+    const QStringView extension =
+        QStringView(song.absolutePath).sliced(song.absolutePath.lastIndexOf(u'.') + 1);
     if (extension.compare(QStringLiteral("MP3"), Qt::CaseInsensitive) == 0) {
         song.type = SongInfoIndex::Mp3;
         parseMp3(prefix, song);

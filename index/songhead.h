@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/fileidentity.h"
+
 #include <QByteArray>
 
 class SongInfoIndex;
@@ -12,8 +14,9 @@ namespace SongHead
 /// How much of a song is looked at, in bytes.
 constexpr int prefixSize = 3072;
 
-/// Reads the first bytes of the plain file at \a path. False when it can't be read.
-bool read(const QString &path, QByteArray &prefix);
+/// Reads the first bytes of the song at \a path, which was a plain file a moment ago. False when
+/// it can't be read. \a state tells what stands there now.
+bool read(const QString &path, QByteArray &prefix, FileState &state);
 
 /// Fills title, artist, genre, type, bpm, reserved and flag of \a song, whose absolutePath is set,
 /// from its first bytes. False when they are fewer than 5; then only the defaults are set.

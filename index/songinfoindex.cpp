@@ -1,8 +1,10 @@
 #include "index/songinfoindex.h"
 
+#include <QDateTime>
 #include <QTextCodec>
 
 #include <algorithm>
+#include <ctime>
 
 namespace
 {
@@ -32,6 +34,34 @@ void SongInfoIndex::setPath(const QString &newPath)
     path = newPath;
     pathKey = pathSortKey(newPath);
 }
+
+#ifdef Q_OS_UNIX
+
+// QDateTime would look at the system's time zone file for each song.
+void SongInfoIndex::setModified(qint64 seconds)
+{
+    const time_t moment = seconds;
+    struct tm local {
+    };
+    ::localtime_r(&moment, &local);
+    const auto number = [](int first, int second, int third) {
+        return static_cast<quint32>(first) * 10000 + static_cast<quint32>(second) * 100 +
+               static_cast<quint32>(third);
+    };
+    date = number(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
+    time = number(local.tm_hour, local.tm_min, local.tm_sec);
+}
+
+#else
+
+void SongInfoIndex::setModified(qint64 seconds)
+{
+    const QDateTime moment = QDateTime::fromSecsSinceEpoch(seconds);
+    date = moment.toString(QStringLiteral("yyyyMMdd")).toUInt();
+    time = moment.toString(QStringLiteral("hhmmss")).toUInt();
+}
+
+#endif
 
 QString stringToUpper(const QString &text)
 {

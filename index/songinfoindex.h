@@ -28,6 +28,9 @@ public:
     /// Sets path and the key under which it is ordered.
     void setPath(const QString &newPath);
 
+    /// Sets date and time, which are local, to a moment in seconds since 1970, UTC.
+    void setModified(qint64 seconds);
+
     QString title;
     QString artist;
     QString genre;
