@@ -1,7 +1,10 @@
 #include "app/mainwindow.h"
 
 #include "app/aboutdialog.h"
+#include "app/currentrowkeeper.h"
+#include "app/emptytablehint.h"
 #include "app/helpdialog.h"
+#include "app/songfilter.h"
 #include "app/startup.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
@@ -67,6 +70,7 @@ MainWindow::MainWindow()
     if (!m_database.init()) {
         debug() << "Error initializing DB !!!";
         m_ui->selectDirToolButton->setEnabled(false);
+        m_ui->searchLineEdit->setEnabled(false);
         return;
     }
     debug() << "DB initialized correctly";
@@ -137,8 +141,10 @@ void MainWindow::changeEvent(QEvent *event)
         return;
     m_ui->retranslateUi(this);
     setWindowTitle(tr("Brisel2 PC"));
-    if (m_model != nullptr)
-        m_model->setHeaderLabels();
+    if (m_model == nullptr)
+        return;
+    m_model->setHeaderLabels();
+    explainEmptyTable();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -275,8 +281,15 @@ void MainWindow::connectRowKeys()
         shortcut->setContext(Qt::WidgetShortcut);
         shortcut->setAutoRepeat(false);
         connect(shortcut, &QShortcut::activated, this,
-                [this, view] { onSongsTableViewDoubleClicked(view->currentIndex()); });
+                [this] { onSongsTableViewDoubleClicked(currentShownRow()); });
     }
+}
+
+/// None when the search hides it: no key may work on a row that is not seen.
+QModelIndex MainWindow::currentShownRow() const
+{
+    const QModelIndex current = m_ui->userLibraryTableView->currentIndex();
+    return m_ui->userLibraryTableView->isRowHidden(current.row()) ? QModelIndex() : current;
 }
 
 void MainWindow::initUserLibraryModel()
@@ -297,6 +310,17 @@ void MainWindow::initUserLibraryModel()
     view->hideColumn(m_model->colIdxFilename());
     view->hideColumn(m_model->colIdxStatus());
     view->hideColumn(0);
+
+    view->horizontalHeader()->setSectionsMovable(true);
+    m_hint = new EmptyTableHint(*view);
+    m_filter = new SongFilter(*m_ui->searchLineEdit, *view, *m_model);
+    connect(m_filter, &SongFilter::changed, this, &MainWindow::explainEmptyTable);
+    new CurrentRowKeeper(*view); // after the filter: it scrolls to a row that is shown
+}
+
+void MainWindow::explainEmptyTable()
+{
+    m_hint->tell(m_filter->hidesAll() ? tr("Nessun brano corrisponde alla ricerca") : QString());
 }
 
 void MainWindow::adjustUserLibraryHeaders()

@@ -12,7 +12,9 @@
 #include <memory>
 
 class DataEditDialog;
+class EmptyTableHint;
 class MetaSong;
+class SongFilter;
 class SongInfo;
 class StatusLine;
 class UserSongsRelTableModel;
@@ -124,8 +126,10 @@ private:
 
     void showSettings();
     void connectRowKeys();
+    QModelIndex currentShownRow() const;
     void initUserLibraryModel();
     void adjustUserLibraryHeaders();
+    void explainEmptyTable();
     void showLanguage(const QString &code);
     void setLanguage(const QString &code);
     void showCopyrightChoice(bool on);
@@ -151,6 +155,8 @@ private:
     QTranslator m_programTranslator;
     QTranslator m_qtTranslator;
     UserSongsRelTableModel *m_model = nullptr; ///< null until the databases are open
+    SongFilter *m_filter = nullptr;            ///< null as long as the model is
+    EmptyTableHint *m_hint = nullptr;          ///< null as long as the model is
     bool m_copyrightAsk = true;                ///< default of the setting "copyrightAsk"
 
     QStringList m_fileList; ///< what the user picked last

@@ -499,6 +499,14 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <source>Aggiornamento database...</source>
         <translation>Updating database...</translation>
     </message>
+    <message>
+        <source>Cerca nella tabella</source>
+        <translation>Search the table</translation>
+    </message>
+    <message>
+        <source>Nessun brano corrisponde alla ricerca</source>
+        <translation>No song matches the search</translation>
+    </message>
 </context>
 <context>
     <name>NoCopyrightDialog</name>

@@ -499,6 +499,14 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <source>Aggiornamento database...</source>
         <translation>Aggiornamento database...</translation>
     </message>
+    <message>
+        <source>Cerca nella tabella</source>
+        <translation>Cerca nella tabella</translation>
+    </message>
+    <message>
+        <source>Nessun brano corrisponde alla ricerca</source>
+        <translation>Nessun brano corrisponde alla ricerca</translation>
+    </message>
 </context>
 <context>
     <name>NoCopyrightDialog</name>

@@ -281,12 +281,13 @@ void TestMainWindow::reachesEverythingByTab()
     find<QCheckBox>("dbgLogEnableCheckBox")->setChecked(true);
     find<QToolButton>("selectDirToolButton")->setFocus();
     QStringList order;
-    for (int i = 0; i < 15; ++i) {
+    for (int i = 0; i < 16; ++i) {
         order.append(QApplication::focusWidget()->objectName());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
     const QStringList wanted{
-        QStringLiteral("selectDirToolButton"),     QStringLiteral("userLibraryTableView"),
+        QStringLiteral("selectDirToolButton"),     QStringLiteral("searchLineEdit"),
+        QStringLiteral("userLibraryTableView"),
         QStringLiteral("updateDataToolButton"),    QStringLiteral("transferFilesToolButton"),
         QStringLiteral("dbgLogEnableCheckBox"),    QStringLiteral("dbgLogClearCheckBox"),
         QStringLiteral("dbgMarkerTextLineEdit"),   QStringLiteral("dbgMarkerBarSpinBox"),

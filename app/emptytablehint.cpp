@@ -1,0 +1,30 @@
+#include "app/emptytablehint.h"
+
+#include <QEvent>
+#include <QTableView>
+
+EmptyTableHint::EmptyTableHint(QTableView &view) : QLabel(view.viewport())
+{
+    setObjectName(QStringLiteral("emptyTableHint"));
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAlignment(Qt::AlignCenter);
+    setMargin(20);
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    hide();
+    view.viewport()->installEventFilter(this);
+}
+
+void EmptyTableHint::tell(const QString &text)
+{
+    setText(text);
+    setVisible(!text.isEmpty());
+    setGeometry(parentWidget()->rect());
+}
+
+bool EmptyTableHint::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        setGeometry(parentWidget()->rect());
+    return QLabel::eventFilter(watched, event);
+}
