@@ -3,6 +3,7 @@
 #include "app/mainwindow.h"
 
 #include "base/debugstream.h"
+#include "base/fileidentity.h"
 #include "index/index.h"
 #include "index/volumes.h"
 #include "library/filecopier.h"
@@ -81,12 +82,16 @@ bool MainWindow::sendPickedFiles(const QString &destination)
     logBanner("TRASFERIMENTO FILE");
     m_progress.begin(tr("Trasferimento"), tr("Trasferimento file..."),
                      static_cast<int>(m_fileList.size()));
+    const QString memory = fileIdentity(getRoot(destination));
     int copied = 0;
     const bool allCopied = copyFiles(destination, copied);
+    if (copied == 0)
+        return allCopied;
+    // A memory that was pulled may leave its mount folder behind, which is none.
+    if (fileIdentity(getRoot(destination)) != memory)
+        return false;
     // What did arrive is of no use to the player without the index.
-    if (copied > 0)
-        return updateBriselIndex(destination) && allCopied;
-    return allCopied;
+    return updateBriselIndex(destination) && allCopied;
 }
 
 bool MainWindow::copyFiles(const QString &destDir, int &copied)

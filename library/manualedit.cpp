@@ -1,6 +1,7 @@
 #include "library/manualedit.h"
 
 #include "base/debugstream.h"
+#include "base/fileidentity.h"
 #include "base/runguard.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/progress.h"
@@ -11,7 +12,8 @@ void ManualEdit::modifySong(MetaSong &song, const SongInfo &info, const QString 
 {
     song.setSongInfo(info, true);
     debug() << "Saving to file: " << path;
-    if (song.saveToFile(path))
+    // A song that went away with its memory is not made anew where the memory was.
+    if (isRegularFile(path) && song.saveToFile(path))
         debug() << "Ok";
     else
         debug() << "Error!";

@@ -1,6 +1,7 @@
 #include "library/synchroniser.h"
 
 #include "base/debugstream.h"
+#include "base/fileidentity.h"
 #include "base/runguard.h"
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
@@ -58,8 +59,10 @@ bool Synchroniser::updateFileWithDb(int row)
     debug() << "Found in DB by: " << trace;
     record.dbgDump();
     song.setSongInfo(mergedWithCatalogue(info, record), false);
-    // Whether it was saved is seen in the row: it shows what the file holds.
-    song.saveToFile(fileName);
+    // Whether it was saved is seen in the row: it shows what the file holds. One that went away
+    // with its memory is not made anew where the memory was.
+    if (isRegularFile(fileName))
+        song.saveToFile(fileName);
     return reloadRow(row, fileName);
 }
 

@@ -10,7 +10,8 @@
 #include <QProgressDialog>
 #include <QTest>
 
-DialogScript::DialogScript(QObject *parent) : QObject(parent)
+DialogScript::DialogScript(QObject *parent)
+    : QObject(parent), m_outer(QApplication::activeModalWidget())
 {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     connect(&m_timer, &QTimer::timeout, this, &DialogScript::look);
@@ -58,7 +59,7 @@ void DialogScript::click(QWidget *dialog, const QString &name)
 void DialogScript::look()
 {
     QWidget *dialog = QApplication::activeModalWidget();
-    if (dialog == nullptr || !dialog->isVisible() || dialog == m_answered)
+    if (dialog == nullptr || !dialog->isVisible() || dialog == m_outer || dialog == m_answered)
         return;
     const bool isProgress = qobject_cast<QProgressDialog *>(dialog) != nullptr;
     if (isProgress && (m_steps.isEmpty() || m_steps.first().className != "QProgressDialog"))

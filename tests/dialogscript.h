@@ -15,7 +15,9 @@ class QWidget;
 /// inside their own event loops, by the same clicks and keys as a user.
 ///
 /// A modal dialog that no step expects, or one of another class, is noted in problems() and
-/// rejected, so that no test hangs. Progress dialogs are left alone unless a step names them.
+/// rejected, so that no test hangs. Progress dialogs are left alone unless a step names them, and
+/// so is the dialog that is open when the script is made: its step makes a script of its own for
+/// what it opens in turn.
 class DialogScript : public QObject
 {
     Q_OBJECT
@@ -56,5 +58,6 @@ private:
     QTimer m_timer;
     QList<Expected> m_steps;
     QStringList m_problems;
+    QPointer<QWidget> m_outer;
     QPointer<QWidget> m_answered;
 };
