@@ -7,8 +7,11 @@ build_packages="ca-certificates cmake g++ ninja-build \
     qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n \
     libqt6sql6-sqlite libgl-dev fonts-dejavu-core"
 run_packages="xvfb"
-# The linters, and independent readers of songs that the tests ask for a second opinion.
-check_packages="clang-format-14 clang-tidy-14 midicsv id3v2 libtag1-dev"
+# The linters, and what judges the files for the desktop, and independent readers of songs that the tests ask for a second opinion.
+check_packages="clang-format-14 clang-tidy-14 midicsv id3v2 libtag1-dev \
+    appstream desktop-file-utils libxml2-utils shared-mime-info shellcheck"
+# What looks into the program for its dependencies, and what judges the package.
+package_packages="dpkg-dev file lintian"
 
 say() {
     printf '%s\n' "$*"

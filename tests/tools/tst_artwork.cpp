@@ -19,6 +19,7 @@ private slots:
     void isReadableOnTheDarkStyle_data();
     void isReadableOnTheDarkStyle();
     void doubleSizeIsDrawnAndNotBlownUp();
+    void drawsAWidthInProportion();
     void refusesWhatItCannotDraw_data();
     void refusesWhatItCannotDraw();
 };
@@ -115,6 +116,16 @@ void TestArtwork::doubleSizeIsDrawnAndNotBlownUp()
     QVERIFY(once.scaled(twice.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation) != twice);
 }
 
+void TestArtwork::drawsAWidthInProportion()
+{
+    const QString source = QStringLiteral(BRISEL_IMAGES "/logo-brisel2.svg"); // 240 by 72
+    const QString target = u"wide.png"_qs;
+    QCOMPARE(render({source, target, u"80px"_qs}), 0);
+    QCOMPARE(QImage(target).size(), QSize(80, 24));
+    QCOMPARE(render({source, target, u"1px"_qs}), 0);
+    QCOMPARE(QImage(target).size(), QSize(1, 1));
+}
+
 void TestArtwork::refusesWhatItCannotDraw_data()
 {
     const QString good = QStringLiteral(BRISEL_IMAGES "/icon-sync.svg");
@@ -123,6 +134,9 @@ void TestArtwork::refusesWhatItCannotDraw_data()
     QTest::newRow("no arguments") << QStringList() << 2;
     QTest::newRow("scale 0") << QStringList{good, u"a.png"_qs, u"0"_qs} << 2;
     QTest::newRow("scale 3") << QStringList{good, u"a.png"_qs, u"3"_qs} << 2;
+    QTest::newRow("width 0") << QStringList{good, u"a.png"_qs, u"0px"_qs} << 2;
+    QTest::newRow("too wide") << QStringList{good, u"a.png"_qs, u"4097px"_qs} << 2;
+    QTest::newRow("no number") << QStringList{good, u"a.png"_qs, u"px"_qs} << 2;
     QTest::newRow("no file") << QStringList{u"none.svg"_qs, u"a.png"_qs, u"1"_qs} << 1;
     QTest::newRow("no drawing") << QStringList{u"text.svg"_qs, u"a.png"_qs, u"1"_qs} << 1;
     QTest::newRow("no folder") << QStringList{good, u"none/a.png"_qs, u"1"_qs} << 1;
