@@ -6,6 +6,7 @@
 #include <QIcon>
 #include <QLocale>
 #include <QSettings>
+#include <QTimer>
 #include <QTranslator>
 
 int main(int argc, char **argv)
@@ -23,5 +24,9 @@ int main(int argc, char **argv)
 
     MainWindow window;
     window.show();
+    // All that is left of the arguments are songs and folders, such as a file manager hands over.
+    const QStringList paths = QApplication::arguments().mid(1);
+    if (!paths.isEmpty())
+        QTimer::singleShot(0, &window, [&window, paths] { window.openSongs(paths); });
     return QApplication::exec();
 }

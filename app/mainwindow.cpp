@@ -15,6 +15,7 @@
 #include "library/dataeditdialog.h"
 #include "library/folderscan.h"
 #include "library/libraryimport.h"
+#include "library/songpicker.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
@@ -80,6 +81,7 @@ MainWindow::MainWindow()
             &MainWindow::onSongsTableViewShowContextMenu);
     m_ui->userLibraryTableView->setContextMenuPolicy(Qt::CustomContextMenu);
     connectRowKeys();
+    takeDrops();
     initUserLibraryModel();
     adjustUserLibraryHeaders();
     qApp->installEventFilter(this);
@@ -181,14 +183,9 @@ void MainWindow::on_selectDirToolButton_clicked()
         return;
     const QStringList files = QFileDialog::getOpenFileNames(
         this, tr("Seleziona i file da importare"), QStringLiteral("/"),
-        QStringLiteral("Songs (*.mid *.kar *.mp3 *.zb3 *.zb4 *.zb5)"));
-    if (files.isEmpty())
-        return;
-    m_fileList = files;
-    m_ui->updateDataToolButton->setEnabled(false);
-    m_ui->transferFilesToolButton->setEnabled(false);
-    importUserLibrary();
-    m_ui->transferFilesToolButton->setEnabled(true);
+        QStringLiteral("Songs (%1)").arg(songNamePatterns));
+    if (!files.isEmpty())
+        importPickedFiles(files);
 }
 
 void MainWindow::on_dbgImportPushButton_clicked()

@@ -43,6 +43,9 @@ public:
     /// Empties the library table and fills it with the files that were picked last, then offers to
     /// synchronise while the setting "copyrightAsk" is on.
     void importUserLibrary();
+    /// Imports the songs among \a paths and below the folders among them, as if the user had picked
+    /// them; says so when there are none. Nothing while a run is under way.
+    void openSongs(const QStringList &paths);
     /// Shows "%1 di %2" in the progress dialog of the run under way, and moves its bar.
     void updateProgress(int value);
     /// Stores whether songs that the publisher did not publish are asked for, and shows it in the
@@ -136,6 +139,8 @@ private:
     bool isCopyrightAskOn() const;
     bool canStartRun() const;
     bool readFileList(SongCounts &counts);
+    void importPickedFiles(const QStringList &files);
+    void takeDrops();
 
     bool offerSynchronisation(const SongCounts &counts);
     int askAboutFile(const QString &path, const QString &message);

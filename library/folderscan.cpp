@@ -29,21 +29,6 @@ bool visit(QSet<QString> &visited, const QString &folder)
     return true;
 }
 
-int countFiles(const QString &folder, QSet<QString> &visited)
-{
-    int count = 0;
-    if (!visit(visited, folder))
-        return count;
-    for (const QString &path : entriesOf(folder)) {
-        const FileKind kind = fileKind(path);
-        if (kind == FileKind::Folder)
-            count += countFiles(path, visited);
-        else if (kind == FileKind::Regular)
-            ++count;
-    }
-    return count;
-}
-
 } // namespace
 
 FolderScan::FolderScan(UserSongsRelTableModel &model, Progress &progress, SongCounts &counts)
@@ -71,8 +56,28 @@ void FolderScan::scan(const QString &folder)
     }
 }
 
+bool FolderScan::visitFiles(const QString &folder, QSet<QString> &visited,
+                            const std::function<bool(const QString &path)> &visitFile)
+{
+    if (!visit(visited, folder))
+        return true;
+    for (const QString &path : entriesOf(folder)) {
+        const FileKind kind = fileKind(path);
+        if (kind == FileKind::Folder && !visitFiles(path, visited, visitFile))
+            return false;
+        if (kind == FileKind::Regular && !visitFile(path))
+            return false;
+    }
+    return true;
+}
+
 int FolderScan::filesCount(const QString &folder)
 {
+    int count = 0;
     QSet<QString> visited;
-    return countFiles(folder, visited);
+    visitFiles(folder, visited, [&count](const QString & /*path*/) {
+        ++count;
+        return true;
+    });
+    return count;
 }

@@ -507,6 +507,18 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <source>Nessun brano corrisponde alla ricerca</source>
         <translation>No song matches the search</translation>
     </message>
+    <message>
+        <source>Cerco i brani...</source>
+        <translation>Looking for songs...</translation>
+    </message>
+    <message>
+        <source>Non è stato trovato nessun brano</source>
+        <translation>No song was found</translation>
+    </message>
+    <message>
+        <source>Attendere la fine dell&apos;operazione in corso</source>
+        <translation>Wait until the operation under way has ended</translation>
+    </message>
 </context>
 <context>
     <name>NoCopyrightDialog</name>

@@ -507,6 +507,18 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <source>Nessun brano corrisponde alla ricerca</source>
         <translation>Nessun brano corrisponde alla ricerca</translation>
     </message>
+    <message>
+        <source>Cerco i brani...</source>
+        <translation>Cerco i brani...</translation>
+    </message>
+    <message>
+        <source>Non è stato trovato nessun brano</source>
+        <translation>Non è stato trovato nessun brano</translation>
+    </message>
+    <message>
+        <source>Attendere la fine dell&apos;operazione in corso</source>
+        <translation>Attendere la fine dell&apos;operazione in corso</translation>
+    </message>
 </context>
 <context>
     <name>NoCopyrightDialog</name>

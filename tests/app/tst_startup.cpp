@@ -4,6 +4,7 @@
 #include "tests/testhome.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLocale>
 #include <QMessageBox>
 #include <QProcess>
@@ -48,6 +49,7 @@ private slots:
     void loadsEnglishForEveryOtherLanguage_data();
     void loadsEnglishForEveryOtherLanguage();
     void runsTheProgramFromBannerToWindow();
+    void importsTheSongsOfItsArguments();
 
 private:
     static void set(const QString &key, const QVariant &value)
@@ -323,6 +325,32 @@ void TestStartup::runsTheProgramFromBannerToWindow()
                  .value(QStringLiteral("language"))
                  .toString(),
              QStringLiteral("en"));
+}
+
+void TestStartup::importsTheSongsOfItsArguments()
+{
+    set(QStringLiteral("logenabled"), true);
+    makeFile(QStringLiteral("given/100% uno.mid"), "no song in truth");
+    makeFile(QStringLiteral("given/in/-due.MP3"), "nor this");
+    makeFile(QStringLiteral("given/in/tre.txt"), "no song's name");
+    makeFile(QStringLiteral("-quattro.kar"), "looks like an option");
+    QProcess program;
+    program.start(
+        QStringLiteral(BRISEL_PROGRAM),
+        {QStringLiteral("given"), QStringLiteral("missing.mid"), QStringLiteral("-quattro.kar")});
+    QTRY_VERIFY_WITH_TIMEOUT(fileContent(QStringLiteral("log.txt")).count("Unknown/corrupted") == 3,
+                             20000);
+    program.kill();
+    program.waitForFinished();
+    QStringList found;
+    for (const QString &line : logLines()) {
+        if (line.contains(QStringLiteral("Found file: ")))
+            found.append(textOf(line).section(u'"', 1, 1));
+    }
+    const QDir here;
+    QCOMPARE(found, QStringList({here.absoluteFilePath(QStringLiteral("given/100% uno.mid")),
+                                 here.absoluteFilePath(QStringLiteral("given/in/-due.MP3")),
+                                 here.absoluteFilePath(QStringLiteral("-quattro.kar"))}));
 }
 
 BRISEL_TEST_MAIN(QApplication, TestStartup)

@@ -1,0 +1,50 @@
+#include "app/songdrop.h"
+
+#include "base/runguard.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+#include <QWidget>
+
+namespace
+{
+
+QStringList localPaths(const QMimeData &data)
+{
+    QStringList paths;
+    for (const QUrl &url : data.urls()) {
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    }
+    return paths;
+}
+
+} // namespace
+
+SongDrop::SongDrop(QWidget &window) : QObject(&window)
+{
+    window.setAcceptDrops(true);
+    window.installEventFilter(this);
+}
+
+bool SongDrop::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)
+        return QObject::eventFilter(watched, event);
+    auto *drag = static_cast<QDropEvent *>(event);
+    const QStringList paths =
+        type == QEvent::DragMove ? QStringList() : localPaths(*drag->mimeData());
+    if (type == QEvent::DragEnter)
+        m_isWanted = !paths.isEmpty();
+    const bool isBusy = RunGuard::isActive();
+    drag->setDropAction(Qt::CopyAction); // a move would let the source delete its files
+    drag->setAccepted(m_isWanted && !isBusy);
+    if (isBusy && type == QEvent::DragEnter)
+        emit refused();
+    if (type == QEvent::Drop && drag->isAccepted())
+        QMetaObject::invokeMethod(
+            this, [this, paths] { emit dropped(paths); }, Qt::QueuedConnection);
+    return true;
+}

@@ -1,0 +1,139 @@
+#include "library/songpicker.h"
+#include "tests/library/fakeprogress.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTest>
+
+#include <cstdio>
+#include <sys/stat.h>
+#include <unistd.h>
+
+/// What is picked of files and folders; the songs need no content for it.
+class TestSongPicker : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void picksEveryKindOfSong();
+    void picksFolders();
+    void picksNothingTwice();
+    void makesFullPaths();
+    void passesOverWhatIsNoSong();
+    void endsInALinkLoop();
+    void survivesNamesThatAreNoText();
+    void stopsAtACancel();
+    void picksTensOfThousands();
+
+private:
+    static QStringList picked(const QStringList &paths)
+    {
+        FakeProgress progress;
+        SongPicker picker(progress);
+        for (const QString &path : paths)
+            picker.add(path);
+        QStringList names;
+        for (const QString &song : picker.songs())
+            names.append(QDir::current().relativeFilePath(song));
+        return names;
+    }
+    static void makeFiles(const QStringList &names)
+    {
+        for (const QString &name : names)
+            makeFile(name, "x");
+    }
+};
+
+void TestSongPicker::picksEveryKindOfSong()
+{
+    const QStringList songs{u"kinds/a.mid"_qs, u"kinds/b.KAR"_qs, u"kinds/c.Mp3"_qs,
+                            u"kinds/d.zb3"_qs, u"kinds/e.zb4"_qs, u"kinds/f.ZB5"_qs};
+    const QStringList others{u"kinds/g.txt"_qs, u"kinds/mid"_qs, u"kinds/h.mid.bak"_qs,
+                             u"kinds/.hidden.mid"_qs};
+    makeFiles(songs + others);
+    QCOMPARE(picked({u"kinds"_qs}), songs);
+    QCOMPARE(picked(others.mid(0, 3) + songs), songs);
+}
+
+void TestSongPicker::picksFolders()
+{
+    makeFiles({u"tree/b.mid"_qs, u"tree/a/x.mid"_qs, u"tree/a/y.txt"_qs, u"tree/c/d/z.mp3"_qs,
+               u"alone.kar"_qs});
+    QCOMPARE(
+        picked({u"alone.kar"_qs, u"tree"_qs}),
+        QStringList({u"alone.kar"_qs, u"tree/a/x.mid"_qs, u"tree/b.mid"_qs, u"tree/c/d/z.mp3"_qs}));
+}
+
+void TestSongPicker::picksNothingTwice()
+{
+    makeFiles({u"twice/a.mid"_qs, u"twice/in/b.mid"_qs});
+    QCOMPARE(picked({u"twice/in/b.mid"_qs, u"twice"_qs, u"twice/in"_qs, u"twice/a.mid"_qs}),
+             QStringList({u"twice/in/b.mid"_qs, u"twice/a.mid"_qs}));
+}
+
+void TestSongPicker::makesFullPaths()
+{
+    makeFiles({u"full/a.mid"_qs});
+    FakeProgress progress;
+    SongPicker picker(progress);
+    picker.add(u"full/a.mid"_qs);
+    QCOMPARE(picker.songs(), QStringList(QDir::current().filePath(u"full/a.mid"_qs)));
+}
+
+void TestSongPicker::passesOverWhatIsNoSong()
+{
+    QVERIFY(QDir().mkpath(u"odd/folder.mid"_qs));
+    QCOMPARE(mkfifo("odd/pipe.mid", 0600), 0);
+    QVERIFY(QFile::link(u"nowhere"_qs, u"odd/broken.mid"_qs));
+    QVERIFY(QFile::link(u"/dev/zero"_qs, u"odd/zero.mid"_qs));
+    QCOMPARE(picked({u"odd"_qs, u"odd/pipe.mid"_qs, u"odd/broken.mid"_qs, u"odd/zero.mid"_qs,
+                     u"missing.mid"_qs, QString()}),
+             QStringList());
+}
+
+void TestSongPicker::endsInALinkLoop()
+{
+    makeFiles({u"loop/in/a.mid"_qs});
+    QVERIFY(QFile::link(u".."_qs, u"loop/in/up"_qs));
+    QVERIFY(QFile::link(u"in"_qs, u"loop/same"_qs));
+    QCOMPARE(picked({u"loop"_qs}), QStringList(u"loop/in/a.mid"_qs));
+}
+
+void TestSongPicker::survivesNamesThatAreNoText()
+{
+    makeFiles({u"bytes/a.mid"_qs});
+    FILE *file = std::fopen("bytes/b\xff.mid", "w");
+    QVERIFY(file != nullptr);
+    QCOMPARE(std::fclose(file), 0);
+    QVERIFY(picked({u"bytes"_qs}).contains(u"bytes/a.mid"_qs));
+    QCOMPARE(picked({QString::fromLocal8Bit("bytes/b\xff.mid")}), QStringList());
+}
+
+void TestSongPicker::stopsAtACancel()
+{
+    makeFiles({u"many/a.mid"_qs, u"many/b.mid"_qs, u"many/in/c.mid"_qs, u"many/z.mid"_qs});
+    FakeProgress progress;
+    progress.onBreath = [&progress] { progress.canceled = progress.breaths >= 2; };
+    SongPicker picker(progress);
+    picker.add(u"many"_qs);
+    QCOMPARE(picker.songs().size(), 2);
+}
+
+void TestSongPicker::picksTensOfThousands()
+{
+    QVERIFY(QDir().mkdir(u"mass"_qs));
+    makeFile(u"mass/0.mid"_qs, "x");
+    constexpr int count = 20000;
+    for (int i = 1; i < count; ++i)
+        QCOMPARE(link("mass/0.mid", qPrintable(u"mass/%1.mid"_qs.arg(i))), 0);
+    FakeProgress progress;
+    SongPicker picker(progress);
+    picker.add(u"mass"_qs);
+    QCOMPARE(picker.songs().size(), count);
+    QCOMPARE(progress.breaths, count);
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestSongPicker)
+#include "tst_songpicker.moc"
