@@ -39,6 +39,8 @@ What stands here is no entry.
 - Faster; by `./run`.
 - Titles with [brackets] & <angles>
   on two lines.
+- An entry that fills eighty characters to the very last one after its bullet.
+- An entry that has one character more than that when it stands after its star.
 
 ## 2.0 (2026-11-21)
 
@@ -50,8 +52,10 @@ expect("Debian's form" "${BRISEL_DEBIAN_CHANGELOG}" [[
 brisel2pc (2.1) stable; urgency=medium
 
   * Faster; by ./run.
-  * Titles with [brackets] & <angles>
-    on two lines.
+  * Titles with [brackets] & <angles> on two lines.
+  * An entry that fills eighty characters to the very last one after its bullet.
+  * An entry that has one character more than that when it stands after its
+    star.
 
  -- A Person <a@b.example>  Mon, 09 Aug 2027 12:00:00 +0000
 
@@ -67,6 +71,8 @@ expect("AppStream's form" "${BRISEL_APPSTREAM_RELEASES}" [[
         <ul>
           <li>Faster; by ./run.</li>
           <li>Titles with [brackets] &amp; &lt;angles> on two lines.</li>
+          <li>An entry that fills eighty characters to the very last one after its bullet.</li>
+          <li>An entry that has one character more than that when it stands after its star.</li>
         </ul>
       </description>
     </release>
