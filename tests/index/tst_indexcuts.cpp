@@ -1,4 +1,5 @@
 #include "index/index.h"
+#include "tests/index/changedmemory.h"
 #include "tests/index/setreader.h"
 #include "tests/shim/shim.h"
 #include "tests/testhome.h"
@@ -15,60 +16,6 @@ using namespace Sample;
 
 namespace
 {
-
-const QString songsFile = u"playlist/play0007.dat"_qs;
-const QList<QByteArray> keptSongs{"/D.MID", "/B.MP3", "/\x82.MID"};
-const QString accented = u"\u00E9.MID"_qs;
-
-QByteArray playlistRecord(int id)
-{
-    return songRecord(QByteArray::number(id).rightJustified(8, '0').constData(), "X", "0000");
-}
-
-const QDateTime songDate(QDate(2004, 1, 1), QTime(1, 1));
-
-/// A memory whose index is built and whose songs have changed since. The ids of its first index:
-/// A 0, B 1, C 2, D 3, \u00E9 4; a rebuild gives B 0, C 1, D 2, Z 3, \u00E9 4. In every update the
-/// accented song gets a new one.
-void build(const SampleMemory &memory)
-{
-    for (const char *name : {"A", "C", "D"})
-        memory.write(QLatin1StringView(name) + u".MID"_qs, midiSong(name, "Artist", "Genre"));
-    memory.write(u"B.MP3"_qs, mp3Song("B", "Other", "Genre"));
-    memory.write(accented, midiSong("E", "Artist", "Genre"));
-    for (const char *name : {"A.MID", "B.MP3", "C.MID", "D.MID"})
-        memory.setDate(QLatin1StringView(name), songDate);
-    if (!Index().createIndex(memory.root()))
-        qFatal("no index");
-    memory.remove(u"A.MID"_qs);
-    memory.write(u"Z.MID"_qs, midiSong("Z", "Artist", "New"));
-    memory.write(u"C.MID"_qs, midiSong("CC", "Artist", "Genre"));
-}
-
-/// A copy of that memory, with a playlist of D, B and the accented song.
-void prepare(const SampleMemory &memory)
-{
-    static const SampleMemory model;
-    if (!model.has(u"Z.MID"_qs))
-        build(model);
-    const auto files = model.rootFiles();
-    for (auto file = files.cbegin(); file != files.cend(); ++file)
-        memory.write(file.key(), file.value());
-    for (const char *name : {"B.MP3", "D.MID"})
-        memory.setDate(QLatin1StringView(name), songDate);
-    memory.write(u"playlist/playlist.dat"_qs, field(QByteArray("\7\0", 2), 32));
-    memory.write(songsFile, playlistRecord(3) + playlistRecord(1) + playlistRecord(4));
-}
-
-QMap<QString, QByteArray> setOf(const SampleMemory &memory)
-{
-    QMap<QString, QByteArray> set;
-    for (const QString &name : IndexSet::names()) {
-        if (memory.has(name))
-            set.insert(name, memory.read(name));
-    }
-    return set;
-}
 
 using Run = std::function<bool(Index &, const QString &)>;
 
@@ -130,9 +77,6 @@ private slots:
     void refusesMarksOfAbsurdSize();
     void takesAwayAFileInPlaceOfTheWorkFolder();
     void survivesCutOfRecovery();
-
-private:
-    void checkRepaired(const SampleMemory &memory, const QMap<QString, QByteArray> &before);
 };
 
 void TestIndexCuts::survivesFaultAtEveryStep_data()
@@ -162,7 +106,7 @@ void TestIndexCuts::survivesFaultAtEveryStep()
     while (reached) {
         ++number;
         const SampleMemory memory;
-        prepare(memory);
+        copyChangedMemory(memory);
         const auto before = setOf(memory);
         const int result =
             runWithFault(memory, run, number, static_cast<Shim::Action>(fault), reached);
@@ -186,28 +130,6 @@ void TestIndexCuts::survivesFaultAtEveryStep()
     std::printf("%s: %d steps\n", QTest::currentDataTag(), number - 1);
 }
 
-/// \a before is the set that the run found.
-void TestIndexCuts::checkRepaired(const SampleMemory &memory,
-                                  const QMap<QString, QByteArray> &before)
-{
-    const auto set = setOf(memory);
-    QList<QByteArray> expected = keptSongs;
-    // Where the run had all done, the next one finds path files that were used, and leaves the
-    // playlists alone: the accented song has a new id again.
-    if (set.size() == IndexSet::names().size() && set != before &&
-        !memory.has(u".brisel2pc/paths"_qs)) {
-        QCOMPARE(SetReader(memory).playlist(songsFile), keptSongs);
-        expected.last() = "<none>";
-    }
-    QVERIFY(Index().updateIndex(memory.root()));
-    const SetReader reader(memory);
-    QCOMPARE(reader.problem(), QString());
-    QCOMPARE(reader.songCount(), 5);
-    QCOMPARE(reader.playlist(songsFile), expected);
-    QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
-    QCOMPARE(QDir(memory.path(u"playlist"_qs)).entryList(QDir::Files | QDir::Hidden).size(), 3);
-}
-
 void TestIndexCuts::finishesSwapThatWasCut()
 {
     // Found by trying: the steps at which the old set is gone and the mark stands.
@@ -215,7 +137,7 @@ void TestIndexCuts::finishesSwapThatWasCut()
     bool reached = true;
     for (int number = 1; reached; ++number) {
         const SampleMemory memory;
-        prepare(memory);
+        copyChangedMemory(memory);
         runWithFault(memory, rebuild, number, Shim::Kill, reached);
         if (!memory.has(u".brisel2pc/swap"_qs) || memory.has(u"fsinfos.id2"_qs))
             continue;
@@ -241,7 +163,7 @@ void TestIndexCuts::leavesChangedPlaylistsAlone()
     bool reached = true;
     for (int number = 30; reached; ++number) {
         const SampleMemory memory;
-        prepare(memory);
+        copyChangedMemory(memory);
         const auto before = setOf(memory);
         runWithFault(memory, rebuild, number, Shim::Kill, reached);
         const auto set = setOf(memory);
@@ -259,7 +181,7 @@ void TestIndexCuts::leavesChangedPlaylistsAlone()
 void TestIndexCuts::ignoresForgedMarks()
 {
     const SampleMemory memory;
-    prepare(memory);
+    copyChangedMemory(memory);
     memory.write(u"victim.txt"_qs, "mine");
     const QByteArray evil = "evil";
     const QByteArray sum = "7e0bb8a64f8d1b7a0f5b1b7fb0c1c0e4a6f1e6b1";
@@ -290,7 +212,7 @@ void TestIndexCuts::ignoresForgedMarks()
 void TestIndexCuts::refusesMarksOfAbsurdSize()
 {
     const SampleMemory memory;
-    prepare(memory);
+    copyChangedMemory(memory);
     memory.remove(u"fsinfos.id2"_qs);
     const auto before = setOf(memory);
     const QByteArray content = "evil";
@@ -311,7 +233,7 @@ void TestIndexCuts::refusesMarksOfAbsurdSize()
 void TestIndexCuts::takesAwayAFileInPlaceOfTheWorkFolder()
 {
     const SampleMemory memory;
-    prepare(memory);
+    copyChangedMemory(memory);
     const auto before = setOf(memory);
     memory.write(u".brisel2pc"_qs, "no folder");
     checkRepaired(memory, before);
@@ -323,7 +245,7 @@ void TestIndexCuts::survivesCutOfRecovery()
     bool reached = true;
     for (int number = 1; reached; ++number) {
         const SampleMemory memory;
-        prepare(memory);
+        copyChangedMemory(memory);
         const auto before = setOf(memory);
         bool first = false;
         for (int cut = 60; !memory.has(u".brisel2pc/swap"_qs) || memory.has(u"fsinfos.id2"_qs);

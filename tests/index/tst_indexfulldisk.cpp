@@ -1,0 +1,91 @@
+#include "tests/index/changedmemory.h"
+#include "tests/smalldisk.h"
+#include "tests/testhome.h"
+
+#include <QStorageInfo>
+
+#include <cstdio>
+
+using namespace Sample;
+
+/// Runs on a real file system that is full: what is left is a whole set or an incomplete one, and
+/// with room again the next run mends it.
+class TestIndexFullDisk : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void survivesEverySize_data();
+    void survivesEverySize();
+};
+
+namespace
+{
+
+constexpr qint64 diskSize = 4 << 20; ///< bytes
+
+/// Takes all the room of \a memory but \a pages.
+void fill(const SampleMemory &memory, int pages)
+{
+    QFile filler(memory.path(u"filler"_qs));
+    const qint64 size = QStorageInfo(memory.root()).bytesAvailable() - pages * SmallDisk::pageSize;
+    if (!filler.open(QIODevice::WriteOnly) || filler.write(QByteArray(size, 'x')) != size)
+        qFatal("can't fill the disk");
+}
+
+} // namespace
+
+void TestIndexFullDisk::initTestCase()
+{
+    const SampleMemory memory;
+    if (!SmallDisk(memory.root(), diskSize).isMounted())
+        QSKIP("only root can mount a file system");
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+}
+
+void TestIndexFullDisk::survivesEverySize_data()
+{
+    QTest::addColumn<bool>("isRebuild");
+    QTest::newRow("update") << false;
+    QTest::newRow("rebuild") << true;
+}
+
+void TestIndexFullDisk::survivesEverySize()
+{
+    QFETCH(bool, isRebuild);
+    int kept = 0;
+    int whole = 0;
+    int incomplete = 0;
+    bool hasRoom = false;
+    for (int pages = 0; !hasRoom || pages % 8 != 0; ++pages) {
+        const SampleMemory memory;
+        const SmallDisk disk(memory.root(), diskSize);
+        copyChangedMemory(memory);
+        const auto before = setOf(memory);
+        const auto songs = memory.rootFiles();
+        fill(memory, pages);
+        const bool result =
+            isRebuild ? Index().createIndex(memory.root()) : Index().updateIndex(memory.root());
+        const QByteArray where = QByteArray::number(pages) + " pages";
+        const auto set = setOf(memory);
+        const bool isComplete = set.size() == IndexSet::names().size();
+        if (isComplete && set != before)
+            QVERIFY2(SetReader(memory).problem().isEmpty(), where);
+        QVERIFY2(!result || (isComplete && set != before), where);
+        ++(!isComplete ? incomplete : set == before ? kept : whole);
+        for (auto song = songs.cbegin(); song != songs.cend(); ++song)
+            QVERIFY2(before.contains(song.key()) || memory.read(song.key()) == song.value(), where);
+        QFile::remove(memory.path(u"filler"_qs));
+        checkRepaired(memory, before);
+        QVERIFY2(!QTest::currentTestFailed(), where);
+        hasRoom = result;
+    }
+    std::printf("%s: %d sizes of the disk, old set %d times, new set %d, incomplete %d\n",
+                QTest::currentDataTag(), kept + whole + incomplete, kept, whole, incomplete);
+    QVERIFY(kept > 0);
+    QVERIFY(whole > 0);
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestIndexFullDisk)
+#include "tst_indexfulldisk.moc"
