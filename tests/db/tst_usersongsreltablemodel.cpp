@@ -1,37 +1,7 @@
-#include "db/usersongsreltablemodel.h"
-#include "songfile/songinfo.h"
-#include "tests/testhome.h"
-
-#include <QAbstractItemModelTester>
-#include <QApplication>
-#include <QColor>
-#include <QElapsedTimer>
-#include <QHeaderView>
-#include <QSet>
-#include <QSignalSpy>
-#include <QSqlQuery>
-#include <QSqlRecord>
-#include <QTableView>
-#include <QTranslator>
-#include <QtTest>
-
-#include <memory>
+#include "tests/db/songsmodeltest.h"
 
 namespace
 {
-
-/// Counts how often the table is read.
-class CountingModel : public UserSongsRelTableModel
-{
-public:
-    using UserSongsRelTableModel::UserSongsRelTableModel;
-    bool select() override
-    {
-        ++selects;
-        return UserSongsRelTableModel::select();
-    }
-    int selects = 0;
-};
 
 class EnglishHeadings : public QTranslator
 {
@@ -46,36 +16,16 @@ public:
     bool isEmpty() const override { return false; }
 };
 
-SongInfo song(int number)
-{
-    SongInfo info;
-    info.format = QStringLiteral("MIDI");
-    info.title = QStringLiteral("TITLE %1").arg((number * 7) % 10);
-    info.artist = QStringLiteral("ARTIST");
-    info.genre = QStringLiteral("GENRE");
-    info.author = QStringLiteral("AUTHOR");
-    info.length = number;
-    info.userBpm = 120;
-    info.key = QStringLiteral("C");
-    info.fileName = QStringLiteral("/songs/SONG%1.MID").arg(number);
-    info.shortName = QStringLiteral("SONG%1.MID").arg(number);
-    return info;
-}
-
-QColor colour(int red, int green, int blue)
-{
-    return {red, green, blue};
-}
-
 } // namespace
 
-class TestUserSongsRelTableModel : public QObject
+/// What a row stores and shows.
+class TestUserSongsRelTableModel : public SongsModelTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
 
     void findsColumnsByName();
     void setsHeadings();
@@ -92,17 +42,6 @@ private slots:
     void setsStatus();
     void readsStatusThatIsNoNumberAsZero();
     void rowsOutsideTheModelAreEmpty();
-    void keepsMoreThanOneFetchBatch();
-    void rowsComeBackInInsertionOrder();
-    void sortsInTheTable();
-    void addedSongStandsAtTheEndOfASortedTable();
-    void walkVisitsEveryRowOnceWhenSortedByStatus();
-    void walkVisitsEveryRowOnceWhenSortedByTitle();
-    void lockedSortingWaits();
-    void removesRowAndLeavesTheRest();
-    void refusesToRemoveRowsThatAreNotThere();
-    void removesFromSortedTable();
-    void emptiesAfterClear();
     void failsToAddWithoutTable();
     void failsToWriteRowThatIsGone();
     void colorsRows_data();
@@ -110,61 +49,7 @@ private slots:
     void setDataWritesTheTable();
     void refusesBlankRows();
     void keepsHostileTexts();
-    void showsSongsInAViewInInsertionOrder();
-    void addsAndUpdatesWithoutReadingTheTableAgain();
-    void obeysTheRulesOfModels();
-
-private:
-    QVariant stored(const QString &column, int id = 1) const;
-    QStringList shownNames() const;
-    void addSongs(int count);
-    int column(const char *name) const { return m_model->fieldIndex(QString::fromLatin1(name)); }
-    QVariant cell(int row, const char *name, int role = Qt::DisplayRole) const
-    {
-        return m_model->data(m_model->index(row, column(name)), role);
-    }
-
-    std::unique_ptr<Database> m_database;
-    std::unique_ptr<CountingModel> m_model;
 };
-
-void TestUserSongsRelTableModel::init()
-{
-    QFile file(QStringLiteral("songsdb_debug"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.close();
-    m_database = std::make_unique<Database>();
-    QVERIFY(m_database->init());
-    m_model = std::make_unique<CountingModel>(nullptr, *m_database->userLibraryDb());
-}
-
-void TestUserSongsRelTableModel::cleanup()
-{
-    m_model.reset();
-    m_database.reset();
-    QVERIFY(QSqlDatabase::connectionNames().isEmpty());
-}
-
-QVariant TestUserSongsRelTableModel::stored(const QString &column, int id) const
-{
-    QSqlQuery query(*m_database->userLibraryDb());
-    const QString statement = QStringLiteral("select %1 from usersongs where id=%2");
-    return query.exec(statement.arg(column).arg(id)) && query.next() ? query.value(0) : QVariant();
-}
-
-QStringList TestUserSongsRelTableModel::shownNames() const
-{
-    QStringList names;
-    for (int row = 0; row < m_model->goodRowCount(); ++row)
-        names.append(m_model->shortName(row));
-    return names;
-}
-
-void TestUserSongsRelTableModel::addSongs(int count)
-{
-    for (int i = 0; i < count; ++i)
-        QVERIFY(m_model->addSong(song(i)));
-}
 
 void TestUserSongsRelTableModel::findsColumnsByName()
 {
@@ -389,171 +274,6 @@ void TestUserSongsRelTableModel::rowsOutsideTheModelAreEmpty()
     QCOMPARE(m_model->rowIndex(1), m_model->index(1, 0));
 }
 
-void TestUserSongsRelTableModel::keepsMoreThanOneFetchBatch()
-{
-    addSongs(300);
-    QCOMPARE(m_model->goodRowCount(), 300);
-    QCOMPARE(m_model->fileName(299), QStringLiteral("/songs/SONG299.MID"));
-    QVERIFY(m_model->select());
-    QCOMPARE(m_model->goodRowCount(), 300);
-    QCOMPARE(m_model->fileName(299), QStringLiteral("/songs/SONG299.MID"));
-    QVERIFY(m_model->addSong(song(300)));
-    m_model->setStatus(280, Database::Updated);
-    QVERIFY(m_model->removeRows(290, 1));
-    QCOMPARE(m_model->goodRowCount(), 300);
-    QCOMPARE(m_model->fileName(299), QStringLiteral("/songs/SONG300.MID"));
-    QCOMPARE(m_model->status(280), 1);
-}
-
-void TestUserSongsRelTableModel::rowsComeBackInInsertionOrder()
-{
-    addSongs(30);
-    QVERIFY(m_model->removeRows(29, 1));
-    QVERIFY(m_model->addSong(song(40)));
-    const QStringList names = shownNames();
-    QCOMPARE(names.first(), QStringLiteral("SONG0.MID"));
-    QCOMPARE(names.last(), QStringLiteral("SONG40.MID"));
-    QVERIFY(m_model->select());
-    QCOMPARE(shownNames(), names);
-}
-
-void TestUserSongsRelTableModel::sortsInTheTable()
-{
-    addSongs(300);
-    m_model->sort(column("title"), Qt::DescendingOrder);
-    QCOMPARE(m_model->goodRowCount(), 300);
-    for (int row = 1; row < 300; ++row)
-        QVERIFY(cell(row - 1, "title").toString() >= cell(row, "title").toString());
-    m_model->sort(column("userbpm"), Qt::AscendingOrder);
-    QCOMPARE(m_model->goodRowCount(), 300);
-    m_model->sort(-1, Qt::AscendingOrder);
-    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG0.MID"));
-    QCOMPARE(m_model->shortName(299), QStringLiteral("SONG299.MID"));
-}
-
-void TestUserSongsRelTableModel::addedSongStandsAtTheEndOfASortedTable()
-{
-    addSongs(20);
-    m_model->sort(column("title"), Qt::AscendingOrder);
-    SongInfo info = song(99);
-    info.title = QStringLiteral("A");
-    QVERIFY(m_model->addSong(info));
-    QCOMPARE(m_model->shortName(20), QStringLiteral("SONG99.MID"));
-    QVERIFY(m_model->select());
-    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG99.MID"));
-}
-
-void TestUserSongsRelTableModel::walkVisitsEveryRowOnceWhenSortedByStatus()
-{
-    addSongs(599);
-    m_model->sort(m_model->colIdxStatus(), Qt::AscendingOrder);
-    QStringList visited;
-    const int count = m_model->goodRowCount();
-    for (int row = 0; row < count; ++row) {
-        visited.append(m_model->shortName(row));
-        m_model->setStatus(row, row % 2 == 0 ? Database::Updated : Database::Failed);
-    }
-    QCOMPARE(QSet<QString>(visited.begin(), visited.end()).size(), 599);
-    for (int row = 0; row < count; ++row) {
-        QCOMPARE(m_model->shortName(row), visited.at(row));
-        QCOMPARE(m_model->status(row), row % 2 == 0 ? 1 : 3);
-    }
-    // Sorted again, each song still has the status that it was given.
-    m_model->sort(m_model->colIdxStatus(), Qt::AscendingOrder);
-    for (int row = 0; row < count; ++row)
-        QCOMPARE(m_model->status(row), visited.indexOf(m_model->shortName(row)) % 2 == 0 ? 1 : 3);
-}
-
-void TestUserSongsRelTableModel::walkVisitsEveryRowOnceWhenSortedByTitle()
-{
-    addSongs(300);
-    m_model->sort(column("title"), Qt::DescendingOrder);
-    const QStringList before = shownNames();
-    for (int row = 0; row < 300; ++row) {
-        SongInfo info = song(row);
-        info.title = QStringLiteral("NEW ") + m_model->shortName(row);
-        m_model->updateRow(row, info);
-        m_model->setStatus(row, Database::Updated);
-    }
-    QCOMPARE(shownNames(), before);
-    QVERIFY(m_model->select());
-    for (int row = 0; row < 300; ++row) {
-        QCOMPARE(cell(row, "title").toString(), QStringLiteral("NEW ") + m_model->shortName(row));
-        QCOMPARE(m_model->status(row), 1);
-    }
-}
-
-void TestUserSongsRelTableModel::lockedSortingWaits()
-{
-    addSongs(20);
-    const QStringList before = shownNames();
-    m_model->setSortingLocked(true);
-    m_model->setSortingLocked(true);
-    m_model->sort(column("title"), Qt::DescendingOrder);
-    m_model->sort(column("title"), Qt::AscendingOrder);
-    QCOMPARE(shownNames(), before);
-    m_model->setSortingLocked(false);
-    QCOMPARE(shownNames(), before);
-    m_model->setSortingLocked(false);
-    QCOMPARE(cell(0, "title").toString(), QStringLiteral("TITLE 0"));
-    QCOMPARE(cell(19, "title").toString(), QStringLiteral("TITLE 9"));
-    const int selects = m_model->selects;
-    m_model->setSortingLocked(false);
-    m_model->setSortingLocked(true);
-    m_model->setSortingLocked(false);
-    QCOMPARE(m_model->selects, selects);
-}
-
-void TestUserSongsRelTableModel::removesRowAndLeavesTheRest()
-{
-    addSongs(5);
-    QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
-    QSignalSpy removals(m_model.get(), &QAbstractItemModel::rowsRemoved);
-    QVERIFY(m_model->removeRows(2, 1));
-    QCOMPARE(shownNames(), QStringList({QStringLiteral("SONG0.MID"), QStringLiteral("SONG1.MID"),
-                                        QStringLiteral("SONG3.MID"), QStringLiteral("SONG4.MID")}));
-    QCOMPARE(removals.size(), 1);
-    QCOMPARE(resets.size(), 0);
-    QVERIFY(!stored(QStringLiteral("id"), 3).isValid());
-    QVERIFY(m_model->removeRows(1, 3));
-    QVERIFY(m_model->select());
-    QCOMPARE(shownNames(), QStringList{QStringLiteral("SONG0.MID")});
-}
-
-void TestUserSongsRelTableModel::refusesToRemoveRowsThatAreNotThere()
-{
-    addSongs(3);
-    QVERIFY(!m_model->removeRows(-1, 1));
-    QVERIFY(!m_model->removeRows(3, 1));
-    QVERIFY(!m_model->removeRows(2, 2));
-    QVERIFY(!m_model->removeRows(0, 0));
-    QVERIFY(!m_model->removeRows(1, std::numeric_limits<int>::max()));
-    QVERIFY(!m_model->removeRows(0, 1, m_model->index(0, 0)));
-    QCOMPARE(m_model->goodRowCount(), 3);
-}
-
-void TestUserSongsRelTableModel::removesFromSortedTable()
-{
-    addSongs(10);
-    m_model->sort(column("shortname"), Qt::DescendingOrder);
-    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG9.MID"));
-    QVERIFY(m_model->removeRows(0, 1));
-    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG8.MID"));
-    QVERIFY(!stored(QStringLiteral("id"), 10).isValid());
-    QVERIFY(stored(QStringLiteral("id"), 1).isValid());
-}
-
-void TestUserSongsRelTableModel::emptiesAfterClear()
-{
-    addSongs(300);
-    QVERIFY(m_database->clearUserLibraryDb());
-    QVERIFY(m_model->select());
-    QCOMPARE(m_model->goodRowCount(), 0);
-    addSongs(3);
-    QCOMPARE(m_model->goodRowCount(), 3);
-    QCOMPARE(cell(0, "id").toInt(), 1);
-}
-
 void TestUserSongsRelTableModel::failsToAddWithoutTable()
 {
     addSongs(2);
@@ -669,74 +389,6 @@ void TestUserSongsRelTableModel::keepsHostileTexts()
         QCOMPARE(cell(row, "title").toString(), texts.at(row));
         QCOMPARE(m_model->fileName(row), texts.at(row));
     }
-}
-
-void TestUserSongsRelTableModel::showsSongsInAViewInInsertionOrder()
-{
-    QTableView view;
-    view.setSortingEnabled(true);
-    view.setModel(m_model.get());
-    view.show();
-    addSongs(300);
-    QCOMPARE(view.model()->rowCount(), 300);
-    QCOMPARE(view.verticalHeader()->count(), 300);
-    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG0.MID"));
-    QCOMPARE(m_model->shortName(299), QStringLiteral("SONG299.MID"));
-
-    view.selectRow(10);
-    QVERIFY(m_model->removeRows(3, 1));
-    QCOMPARE(view.currentIndex().row(), 9);
-    view.horizontalHeader()->setSortIndicator(column("shortname"), Qt::DescendingOrder);
-    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG99.MID"));
-    m_model->setSortingLocked(true);
-    view.horizontalHeader()->setSortIndicator(column("shortname"), Qt::AscendingOrder);
-    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG99.MID"));
-    m_model->setSortingLocked(false);
-    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG0.MID"));
-}
-
-/// The base class reads the table again, and walks every row that it has ever inserted, at each
-/// change: 10,000 songs took 21 seconds.
-void TestUserSongsRelTableModel::addsAndUpdatesWithoutReadingTheTableAgain()
-{
-    constexpr int count = 10000;
-    QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
-    QSignalSpy insertions(m_model.get(), &QAbstractItemModel::rowsInserted);
-    QSignalSpy changes(m_model.get(), &QAbstractItemModel::dataChanged);
-    QElapsedTimer timer;
-    timer.start();
-    addSongs(count);
-    const qint64 added = timer.restart();
-    for (int row = 0; row < count; ++row) {
-        m_model->updateRow(row, song(row + 1));
-        m_model->setStatus(row, Database::Updated);
-    }
-    const qint64 updated = timer.restart();
-    for (int row = 0; row < count; ++row)
-        QVERIFY(!m_model->fileName(row).isEmpty() && m_model->status(row) == 1);
-    qInfo("%d songs: added in %lld ms, updated in %lld ms, read in %lld ms", count,
-          static_cast<long long>(added), static_cast<long long>(updated),
-          static_cast<long long>(timer.elapsed()));
-    QCOMPARE(m_model->selects, 1);
-    QCOMPARE(resets.size(), 1);
-    QCOMPARE(insertions.size(), count);
-    QCOMPARE(changes.size(), 2 * count);
-    QCOMPARE(m_model->goodRowCount(), count);
-}
-
-void TestUserSongsRelTableModel::obeysTheRulesOfModels()
-{
-    const QAbstractItemModelTester tester(m_model.get(),
-                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
-    addSongs(5);
-    m_model->updateRow(2, song(7));
-    m_model->setStatus(4, Database::Edited);
-    m_model->sort(2, Qt::DescendingOrder);
-    QVERIFY(m_model->removeRows(0, 2));
-    QVERIFY(m_database->clearUserLibraryDb());
-    QVERIFY(m_model->select());
-    addSongs(2);
-    QCOMPARE(m_model->goodRowCount(), 2);
 }
 
 BRISEL_TEST_MAIN(QApplication, TestUserSongsRelTableModel)

@@ -1,35 +1,9 @@
-#include "index/index.h"
-#include "index/indexdialog.h"
-#include "tests/dialogscript.h"
-#include "tests/index/samplememory.h"
-#include "tests/testhome.h"
-
-#include <QApplication>
-#include <QCheckBox>
-#include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSettings>
-#include <QTest>
-#include <QTranslator>
+#include "tests/index/indexdialogtest.h"
 
 using namespace Sample;
 
 namespace
 {
-
-const QString boxTitle = QStringLiteral("Ottimizza memoria");
-const QString success = QStringLiteral("Operazione completata con successo");
-const QString someErrors = QStringLiteral("Durante l'operazione si sono verificati alcuni errori.\n"
-                                          "Consultare il report per maggiori informazioni.");
-const QString noPath = QStringLiteral("Il percorso selezionato non esiste");
-const QString quietReport =
-    QStringLiteral("Ottimizzazione memoria in corso...\nOperazione completata");
 
 /// Counts the paintings of one widget.
 class PaintCounter : public QObject
@@ -62,30 +36,21 @@ public:
 
 } // namespace
 
-/// The dialog on a sample memory with two songs, below a mount folder of the test's own.
-class TestIndexDialog : public QObject
+/// What the dialog shows, how a run starts and how it ends.
+class TestIndexDialog : public IndexDialogTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
 
     void showsDescribedTexts();
     void startsWithTheMemoryChosenLast();
-    void choosesFolder();
-    void keepsFolderWhenChoiceIsCancelled();
-    void findsRootOfMemory();
     void startsWhenMouseIsPressed();
     void ignoresOtherPresses();
     void startsByKeys_data();
     void startsByKeys();
-    void indexesWholeMemoryOfTypedFolder();
-    void refusesFolderOutsideMemories();
-    void indexesTypedFolderWithShift();
-    void needsShiftAlone();
-    void indexesTypedFolderWithShiftAndSpace();
-    void refusesMissingAndEmptyPaths();
     void keepsIdsInUpdateAndRenumbersInRebuild();
     void reportsRefusedFiles();
     void forgetsErrorsOfTheRunBefore();
@@ -98,70 +63,7 @@ private slots:
     void keepsValuesOnLanguageChange();
     void showsLongAndMarkedUpPathsInOneLine();
     void closesWhenIdle();
-
-private:
-    template <typename Widget>
-    Widget *child(const char *name) const
-    {
-        return m_dialog->findChild<Widget *>(QLatin1StringView(name));
-    }
-    QPushButton *startButton() const { return child<QPushButton>("pushButtonStart"); }
-    QString report() const { return child<QPlainTextEdit>("plainTextReport")->toPlainText(); }
-    void typePath(const QString &path) const { child<QLineEdit>("lineEditPath")->setText(path); }
-    void press(Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
-    {
-        QTest::mouseClick(startButton(), Qt::LeftButton, modifiers);
-    }
-    QByteArray firstId() const { return m_memory->read(QStringLiteral("index.id2")).left(4); }
-    void addSongs(int count) const;
-    /// Calls \a step from inside the first event loop that runs while the dialog works.
-    void duringRun(const std::function<void()> &step);
-
-    std::unique_ptr<SampleMemory> m_memory;
-    std::unique_ptr<IndexDialog> m_dialog;
-    std::unique_ptr<DialogScript> m_script;
 };
-
-void TestIndexDialog::init()
-{
-    m_memory = std::make_unique<SampleMemory>();
-    qputenv("BRISEL_VOLUMES", QFile::encodeName(QFileInfo(m_memory->root()).path()));
-    m_memory->write(QStringLiteral("BASI/A.MID"), midiSong("One", "Anna", "Pop"));
-    m_memory->write(QStringLiteral("BASI/B.MP3"), mp3Song("Two", "Bruno", "Rock"));
-    QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc")).clear();
-    m_script = std::make_unique<DialogScript>();
-    m_dialog = std::make_unique<IndexDialog>();
-    m_dialog->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_dialog.get()));
-    typePath(m_memory->root());
-}
-
-void TestIndexDialog::cleanup()
-{
-    QVERIFY2(m_script->isDone(), qPrintable(m_script->problems().join(u'\n')));
-    m_dialog.reset();
-    m_script.reset();
-    m_memory.reset();
-}
-
-void TestIndexDialog::addSongs(int count) const
-{
-    for (int i = 0; i < count; ++i)
-        m_memory->write(QStringLiteral("MANY/S%1.MID").arg(i), midiSong("Song", "Band", "Pop"));
-}
-
-void TestIndexDialog::duringRun(const std::function<void()> &step)
-{
-    auto *timer = new QTimer(m_dialog.get());
-    timer->setInterval(0);
-    connect(timer, &QTimer::timeout, m_dialog.get(), [this, timer, step] {
-        if (startButton()->isEnabled() || QApplication::activeModalWidget() != nullptr)
-            return;
-        timer->stop();
-        step();
-    });
-    timer->start();
-}
 
 void TestIndexDialog::showsDescribedTexts()
 {
@@ -198,54 +100,6 @@ void TestIndexDialog::startsWithTheMemoryChosenLast()
     const IndexDialog dialog;
     QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("lineEditPath"))->text(),
              QStringLiteral("/Volumes/LAST"));
-}
-
-void TestIndexDialog::choosesFolder()
-{
-    QString title;
-    QString folder;
-    m_script->expect("QFileDialog", [&](QWidget *widget) {
-        auto *dialog = qobject_cast<QFileDialog *>(widget);
-        title = dialog->windowTitle();
-        folder = dialog->directory().path();
-        QCOMPARE(dialog->fileMode(), QFileDialog::Directory);
-        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))
-            ->setText(m_memory->path(QStringLiteral("BASI")));
-        QTest::keyClick(dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")),
-                        Qt::Key_Return);
-    });
-    QTest::mouseClick(child<QPushButton>("pushButtonBrowse"), Qt::LeftButton);
-    QCOMPARE(title, QStringLiteral("Scegli cartella"));
-    QCOMPARE(folder, QStringLiteral("/home"));
-    QCOMPARE(child<QLineEdit>("lineEditPath")->text(), m_memory->path(QStringLiteral("BASI")));
-    QCOMPARE(QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"))
-                 .value(QStringLiteral("mediaroot"))
-                 .toString(),
-             m_memory->path(QStringLiteral("BASI")));
-}
-
-void TestIndexDialog::keepsFolderWhenChoiceIsCancelled()
-{
-    m_script->expectFilesCancelled();
-    QTest::mouseClick(child<QPushButton>("pushButtonBrowse"), Qt::LeftButton);
-    QCOMPARE(child<QLineEdit>("lineEditPath")->text(), m_memory->root());
-    QVERIFY(!QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"))
-                 .contains(QStringLiteral("mediaroot")));
-}
-
-void TestIndexDialog::findsRootOfMemory()
-{
-    const auto root = [](const char *path) {
-        return IndexDialog::getRootDrivePath(QLatin1StringView(path));
-    };
-    QCOMPARE(root("/Volumes/CARD/BASI"), QStringLiteral("/Volumes/CARD"));
-    QCOMPARE(root("/Volumes/CARD"), QStringLiteral("/Volumes/CARD"));
-    QCOMPARE(root("/volumes/C/x"), QStringLiteral("/volumes/C"));
-    QCOMPARE(root("/Volumes/"), QString());
-    QCOMPARE(root("/Users/anna/Music"), QString());
-    QCOMPARE(root(""), QString());
-    QCOMPARE(IndexDialog::getRootDrivePath(m_memory->path(QStringLiteral("BASI"))),
-             m_memory->root());
 }
 
 void TestIndexDialog::startsWhenMouseIsPressed()
@@ -293,70 +147,6 @@ void TestIndexDialog::startsByKeys()
     m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
     QTest::keyClick(target, static_cast<Qt::Key>(key));
     QCOMPARE(report(), quietReport);
-}
-
-void TestIndexDialog::indexesWholeMemoryOfTypedFolder()
-{
-    m_memory->write(QStringLiteral("C.MID"), midiSong("Three", "Carla", "Pop"));
-    typePath(m_memory->path(QStringLiteral("BASI")));
-    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
-    press();
-    QCOMPARE(child<QLabel>("labelFileFound")->text(), QStringLiteral("3"));
-    QVERIFY(m_memory->has(QStringLiteral("index.id2")));
-    QVERIFY(!m_memory->has(QStringLiteral("BASI/index.id2")));
-}
-
-void TestIndexDialog::refusesFolderOutsideMemories()
-{
-    qputenv("BRISEL_VOLUMES", "/nowhere");
-    m_script->expectMessage(boxTitle, noPath, QMessageBox::Ok);
-    press();
-    QCOMPARE(report(), QString());
-    QVERIFY(!m_memory->has(QStringLiteral("index.id2")));
-}
-
-void TestIndexDialog::indexesTypedFolderWithShift()
-{
-    qputenv("BRISEL_VOLUMES", "/nowhere");
-    typePath(m_memory->path(QStringLiteral("BASI/")));
-    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
-    press(Qt::ShiftModifier);
-    QVERIFY(m_memory->has(QStringLiteral("BASI/index.id2")));
-    QVERIFY(!m_memory->has(QStringLiteral("index.id2")));
-    QCOMPARE(m_memory->read(QStringLiteral("BASI/index.id2")).mid(4, 7), QByteArray("/A.MID\0", 7));
-}
-
-void TestIndexDialog::needsShiftAlone()
-{
-    typePath(m_memory->path(QStringLiteral("BASI")));
-    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
-    press(Qt::ShiftModifier | Qt::ControlModifier);
-    QVERIFY(m_memory->has(QStringLiteral("index.id2")));
-    QVERIFY(!m_memory->has(QStringLiteral("BASI/index.id2")));
-}
-
-void TestIndexDialog::indexesTypedFolderWithShiftAndSpace()
-{
-    typePath(m_memory->path(QStringLiteral("BASI")));
-    startButton()->setFocus();
-    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
-    QTest::keyClick(startButton(), Qt::Key_Space, Qt::ShiftModifier);
-    QVERIFY(m_memory->has(QStringLiteral("BASI/index.id2")));
-}
-
-void TestIndexDialog::refusesMissingAndEmptyPaths()
-{
-    for (const QString &path : {QString(), m_memory->root() + QStringLiteral("X/songs"),
-                                m_memory->root() + QStringLiteral("/../CARD")}) {
-        typePath(path);
-        m_script->expectMessage(boxTitle, noPath, QMessageBox::Ok);
-        press();
-    }
-    // An empty folder would be the working folder.
-    typePath(QString());
-    m_script->expectMessage(boxTitle, noPath, QMessageBox::Ok);
-    press(Qt::ShiftModifier);
-    QVERIFY(!QFile::exists(QStringLiteral("index.id2")));
 }
 
 void TestIndexDialog::keepsIdsInUpdateAndRenumbersInRebuild()

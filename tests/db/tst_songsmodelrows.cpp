@@ -1,0 +1,262 @@
+#include "tests/db/songsmodeltest.h"
+
+/// The order of the rows, and rows that come and go.
+class TestSongsModelRows : public SongsModelTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
+
+    void rowsComeBackInInsertionOrder();
+    void sortsInTheTable();
+    void addedSongStandsAtTheEndOfASortedTable();
+    void walkVisitsEveryRowOnceWhenSortedByStatus();
+    void walkVisitsEveryRowOnceWhenSortedByTitle();
+    void lockedSortingWaits();
+    void removesRowAndLeavesTheRest();
+    void refusesToRemoveRowsThatAreNotThere();
+    void removesFromSortedTable();
+    void emptiesAfterClear();
+    void keepsMoreThanOneFetchBatch();
+    void showsSongsInAViewInInsertionOrder();
+    void addsAndUpdatesWithoutReadingTheTableAgain();
+    void obeysTheRulesOfModels();
+};
+
+void TestSongsModelRows::rowsComeBackInInsertionOrder()
+{
+    addSongs(30);
+    QVERIFY(m_model->removeRows(29, 1));
+    QVERIFY(m_model->addSong(song(40)));
+    const QStringList names = shownNames();
+    QCOMPARE(names.first(), QStringLiteral("SONG0.MID"));
+    QCOMPARE(names.last(), QStringLiteral("SONG40.MID"));
+    QVERIFY(m_model->select());
+    QCOMPARE(shownNames(), names);
+}
+
+void TestSongsModelRows::sortsInTheTable()
+{
+    addSongs(300);
+    m_model->sort(column("title"), Qt::DescendingOrder);
+    QCOMPARE(m_model->goodRowCount(), 300);
+    for (int row = 1; row < 300; ++row)
+        QVERIFY(cell(row - 1, "title").toString() >= cell(row, "title").toString());
+    m_model->sort(column("userbpm"), Qt::AscendingOrder);
+    QCOMPARE(m_model->goodRowCount(), 300);
+    m_model->sort(-1, Qt::AscendingOrder);
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG0.MID"));
+    QCOMPARE(m_model->shortName(299), QStringLiteral("SONG299.MID"));
+}
+
+void TestSongsModelRows::addedSongStandsAtTheEndOfASortedTable()
+{
+    addSongs(20);
+    m_model->sort(column("title"), Qt::AscendingOrder);
+    SongInfo info = song(99);
+    info.title = QStringLiteral("A");
+    QVERIFY(m_model->addSong(info));
+    QCOMPARE(m_model->shortName(20), QStringLiteral("SONG99.MID"));
+    QVERIFY(m_model->select());
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG99.MID"));
+}
+
+void TestSongsModelRows::walkVisitsEveryRowOnceWhenSortedByStatus()
+{
+    addSongs(599);
+    m_model->sort(m_model->colIdxStatus(), Qt::AscendingOrder);
+    QStringList visited;
+    const int count = m_model->goodRowCount();
+    for (int row = 0; row < count; ++row) {
+        visited.append(m_model->shortName(row));
+        m_model->setStatus(row, row % 2 == 0 ? Database::Updated : Database::Failed);
+    }
+    QCOMPARE(QSet<QString>(visited.begin(), visited.end()).size(), 599);
+    for (int row = 0; row < count; ++row) {
+        QCOMPARE(m_model->shortName(row), visited.at(row));
+        QCOMPARE(m_model->status(row), row % 2 == 0 ? 1 : 3);
+    }
+    // Sorted again, each song still has the status that it was given.
+    m_model->sort(m_model->colIdxStatus(), Qt::AscendingOrder);
+    for (int row = 0; row < count; ++row)
+        QCOMPARE(m_model->status(row), visited.indexOf(m_model->shortName(row)) % 2 == 0 ? 1 : 3);
+}
+
+void TestSongsModelRows::walkVisitsEveryRowOnceWhenSortedByTitle()
+{
+    addSongs(300);
+    m_model->sort(column("title"), Qt::DescendingOrder);
+    const QStringList before = shownNames();
+    for (int row = 0; row < 300; ++row) {
+        SongInfo info = song(row);
+        info.title = QStringLiteral("NEW ") + m_model->shortName(row);
+        m_model->updateRow(row, info);
+        m_model->setStatus(row, Database::Updated);
+    }
+    QCOMPARE(shownNames(), before);
+    QVERIFY(m_model->select());
+    for (int row = 0; row < 300; ++row) {
+        QCOMPARE(cell(row, "title").toString(), QStringLiteral("NEW ") + m_model->shortName(row));
+        QCOMPARE(m_model->status(row), 1);
+    }
+}
+
+void TestSongsModelRows::lockedSortingWaits()
+{
+    addSongs(20);
+    const QStringList before = shownNames();
+    m_model->setSortingLocked(true);
+    m_model->setSortingLocked(true);
+    m_model->sort(column("title"), Qt::DescendingOrder);
+    m_model->sort(column("title"), Qt::AscendingOrder);
+    QCOMPARE(shownNames(), before);
+    m_model->setSortingLocked(false);
+    QCOMPARE(shownNames(), before);
+    m_model->setSortingLocked(false);
+    QCOMPARE(cell(0, "title").toString(), QStringLiteral("TITLE 0"));
+    QCOMPARE(cell(19, "title").toString(), QStringLiteral("TITLE 9"));
+    const int selects = m_model->selects;
+    m_model->setSortingLocked(false);
+    m_model->setSortingLocked(true);
+    m_model->setSortingLocked(false);
+    QCOMPARE(m_model->selects, selects);
+}
+
+void TestSongsModelRows::removesRowAndLeavesTheRest()
+{
+    addSongs(5);
+    QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
+    QSignalSpy removals(m_model.get(), &QAbstractItemModel::rowsRemoved);
+    QVERIFY(m_model->removeRows(2, 1));
+    QCOMPARE(shownNames(), QStringList({QStringLiteral("SONG0.MID"), QStringLiteral("SONG1.MID"),
+                                        QStringLiteral("SONG3.MID"), QStringLiteral("SONG4.MID")}));
+    QCOMPARE(removals.size(), 1);
+    QCOMPARE(resets.size(), 0);
+    QVERIFY(!stored(QStringLiteral("id"), 3).isValid());
+    QVERIFY(m_model->removeRows(1, 3));
+    QVERIFY(m_model->select());
+    QCOMPARE(shownNames(), QStringList{QStringLiteral("SONG0.MID")});
+}
+
+void TestSongsModelRows::refusesToRemoveRowsThatAreNotThere()
+{
+    addSongs(3);
+    QVERIFY(!m_model->removeRows(-1, 1));
+    QVERIFY(!m_model->removeRows(3, 1));
+    QVERIFY(!m_model->removeRows(2, 2));
+    QVERIFY(!m_model->removeRows(0, 0));
+    QVERIFY(!m_model->removeRows(1, std::numeric_limits<int>::max()));
+    QVERIFY(!m_model->removeRows(0, 1, m_model->index(0, 0)));
+    QCOMPARE(m_model->goodRowCount(), 3);
+}
+
+void TestSongsModelRows::removesFromSortedTable()
+{
+    addSongs(10);
+    m_model->sort(column("shortname"), Qt::DescendingOrder);
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG9.MID"));
+    QVERIFY(m_model->removeRows(0, 1));
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG8.MID"));
+    QVERIFY(!stored(QStringLiteral("id"), 10).isValid());
+    QVERIFY(stored(QStringLiteral("id"), 1).isValid());
+}
+
+void TestSongsModelRows::emptiesAfterClear()
+{
+    addSongs(300);
+    QVERIFY(m_database->clearUserLibraryDb());
+    QVERIFY(m_model->select());
+    QCOMPARE(m_model->goodRowCount(), 0);
+    addSongs(3);
+    QCOMPARE(m_model->goodRowCount(), 3);
+    QCOMPARE(cell(0, "id").toInt(), 1);
+}
+
+void TestSongsModelRows::keepsMoreThanOneFetchBatch()
+{
+    addSongs(300);
+    QCOMPARE(m_model->goodRowCount(), 300);
+    QCOMPARE(m_model->fileName(299), QStringLiteral("/songs/SONG299.MID"));
+    QVERIFY(m_model->select());
+    QCOMPARE(m_model->goodRowCount(), 300);
+    QCOMPARE(m_model->fileName(299), QStringLiteral("/songs/SONG299.MID"));
+    QVERIFY(m_model->addSong(song(300)));
+    m_model->setStatus(280, Database::Updated);
+    QVERIFY(m_model->removeRows(290, 1));
+    QCOMPARE(m_model->goodRowCount(), 300);
+    QCOMPARE(m_model->fileName(299), QStringLiteral("/songs/SONG300.MID"));
+    QCOMPARE(m_model->status(280), 1);
+}
+
+void TestSongsModelRows::showsSongsInAViewInInsertionOrder()
+{
+    QTableView view;
+    view.setSortingEnabled(true);
+    view.setModel(m_model.get());
+    view.show();
+    addSongs(300);
+    QCOMPARE(view.model()->rowCount(), 300);
+    QCOMPARE(view.verticalHeader()->count(), 300);
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG0.MID"));
+    QCOMPARE(m_model->shortName(299), QStringLiteral("SONG299.MID"));
+
+    view.selectRow(10);
+    QVERIFY(m_model->removeRows(3, 1));
+    QCOMPARE(view.currentIndex().row(), 9);
+    view.horizontalHeader()->setSortIndicator(column("shortname"), Qt::DescendingOrder);
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG99.MID"));
+    m_model->setSortingLocked(true);
+    view.horizontalHeader()->setSortIndicator(column("shortname"), Qt::AscendingOrder);
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG99.MID"));
+    m_model->setSortingLocked(false);
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG0.MID"));
+}
+
+/// The base class reads the table again, and walks every row that it has ever inserted, at each
+/// change: 10,000 songs took 21 seconds.
+void TestSongsModelRows::addsAndUpdatesWithoutReadingTheTableAgain()
+{
+    constexpr int count = 10000;
+    QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
+    QSignalSpy insertions(m_model.get(), &QAbstractItemModel::rowsInserted);
+    QSignalSpy changes(m_model.get(), &QAbstractItemModel::dataChanged);
+    QElapsedTimer timer;
+    timer.start();
+    addSongs(count);
+    const qint64 added = timer.restart();
+    for (int row = 0; row < count; ++row) {
+        m_model->updateRow(row, song(row + 1));
+        m_model->setStatus(row, Database::Updated);
+    }
+    const qint64 updated = timer.restart();
+    for (int row = 0; row < count; ++row)
+        QVERIFY(!m_model->fileName(row).isEmpty() && m_model->status(row) == 1);
+    qInfo("%d songs: added in %lld ms, updated in %lld ms, read in %lld ms", count,
+          static_cast<long long>(added), static_cast<long long>(updated),
+          static_cast<long long>(timer.elapsed()));
+    QCOMPARE(m_model->selects, 1);
+    QCOMPARE(resets.size(), 1);
+    QCOMPARE(insertions.size(), count);
+    QCOMPARE(changes.size(), 2 * count);
+    QCOMPARE(m_model->goodRowCount(), count);
+}
+
+void TestSongsModelRows::obeysTheRulesOfModels()
+{
+    const QAbstractItemModelTester tester(m_model.get(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    addSongs(5);
+    m_model->updateRow(2, song(7));
+    m_model->setStatus(4, Database::Edited);
+    m_model->sort(2, Qt::DescendingOrder);
+    QVERIFY(m_model->removeRows(0, 2));
+    QVERIFY(m_database->clearUserLibraryDb());
+    QVERIFY(m_model->select());
+    addSongs(2);
+    QCOMPARE(m_model->goodRowCount(), 2);
+}
+
+BRISEL_TEST_MAIN(QApplication, TestSongsModelRows)
+#include "tst_songsmodelrows.moc"

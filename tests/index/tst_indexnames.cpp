@@ -1,0 +1,159 @@
+#include "tests/index/indexsamples.h"
+
+using namespace Sample;
+
+/// Long names, which the player does not know, and the question before they are shortened.
+class TestIndexNames : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shortensLongNames();
+    void countsPast9And99();
+    void renamesFoldersButNeverTheRoot();
+    void obeysTheAnswers_data();
+    void obeysTheAnswers();
+    void asksByDialog();
+    void takesGraphicsAlong();
+    void reportsFailedRename();
+};
+
+void TestIndexNames::shortensLongNames()
+{
+    const SampleMemory memory;
+    memory.write(u"A very long name.mid"_qs, anySong);
+    memory.write(u"A very lovely one.mid"_qs, anySong);
+    memory.write(u"It's a-b.c d.kar"_qs, anySong);
+    memory.write(u"12345678.mid"_qs, anySong);
+    memory.write(u"- . ' - . -.mid"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory),
+             QStringList({u"/-1.mid"_qs, u"/12345678.mid"_qs, u"/Averyl-1.mid"_qs,
+                          u"/Averyl-2.mid"_qs, u"/Itsabc-1.kar"_qs}));
+    QVERIFY(memory.has(u"Averyl-2.mid"_qs));
+    QVERIFY(!memory.has(u"A very long name.mid"_qs));
+}
+
+void TestIndexNames::countsPast9And99()
+{
+    const SampleMemory memory;
+    for (int number = 1; number < 10; ++number)
+        memory.write(u"abcdef-%1.mid"_qs.arg(number), anySong);
+    for (int number = 10; number < 100; ++number)
+        memory.write(u"abcde-%1.mid"_qs.arg(number), anySong);
+    memory.write(u"abcdefghi.mid"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    QVERIFY(memory.has(u"abcd-100.mid"_qs));
+    for (int number = 101; number < 1000; ++number)
+        memory.write(u"abcd-%1.mid"_qs.arg(number), anySong);
+    memory.write(u"abcdefghij.mid"_qs, anySong);
+    Index full;
+    full.setRenameQuestion(always(1));
+    const QSignalSpy errors(&full, &Index::errorFromIndex);
+    QVERIFY(full.createIndex(memory.root()));
+    QVERIFY(memory.has(u"abcdefghij.mid"_qs));
+    QCOMPARE(texts(errors), QStringList{u"File non importato, impossibile rinominare: "_qs +
+                                        memory.path(u"abcdefghij.mid"_qs)});
+}
+
+void TestIndexNames::renamesFoldersButNeverTheRoot()
+{
+    const SampleMemory memory;
+    memory.write(u"A long memory/Summer hits.2009/A.MID"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(0));
+    QVERIFY(index.createIndex(memory.path(u"A long memory"_qs)));
+    QVERIFY(memory.has(u"A long memory/Summer-1/A.MID"_qs));
+    QCOMPARE(memory.read(u"A long memory/index.id2"_qs).mid(4, 16),
+             QByteArray("/Summer-1/A.MID\0", 16));
+}
+
+void TestIndexNames::obeysTheAnswers_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<int>("asked");
+    QTest::addColumn<bool>("renamed");
+    QTest::newRow("yes") << 0 << 2 << true;
+    QTest::newRow("yes to all") << 1 << 1 << true;
+    QTest::newRow("no") << 2 << 2 << false;
+    QTest::newRow("no to all") << 3 << 1 << false;
+}
+
+void TestIndexNames::obeysTheAnswers()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mid"_qs, anySong);
+    memory.write(u"B long name.mid"_qs, anySong);
+    QFETCH(int, answer);
+    QFETCH(bool, renamed);
+    int asked = 0;
+    Index index;
+    index.setRenameQuestion(always(answer, &asked));
+    QVERIFY(index.createIndex(memory.root()));
+    QTEST(asked, "asked");
+    QCOMPARE(indexedPaths(memory),
+             renamed ? QStringList({u"/Alongn-1.mid"_qs, u"/Blongn-1.mid"_qs})
+                     : QStringList({u"/A long name.mid"_qs, u"/B long name.mid"_qs}));
+}
+
+void TestIndexNames::asksByDialog()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mid"_qs, anySong);
+    DialogScript script;
+    QString file;
+    QString message;
+    script.expect("NoCopyrightDialog", [&](QWidget *dialog) {
+        file = dialog->findChild<QLabel *>(u"fileNameLabel"_qs)->text();
+        message = dialog->findChild<QLabel *>(u"messageLabel"_qs)->text();
+        DialogScript::click(dialog, u"yesPushButton"_qs);
+    });
+    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+    QCOMPARE(file, memory.path(u"A long name.mid"_qs));
+    QCOMPARE(message, u"verrà rinominato: "_qs + memory.path(u"Alongn-1.mid"_qs) +
+                          u"\n\nSe il file non viene rinominato, è possibile che non venga "
+                          "rilevato da Brisel."_qs);
+    QVERIFY(memory.has(u"Alongn-1.mid"_qs));
+}
+
+void TestIndexNames::takesGraphicsAlong()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mp3"_qs, mp3Song("T", "A", "G"));
+    memory.write(u"A long name.CdG"_qs, "graphics");
+    memory.write(u"Alongn-1.CdG"_qs, "of another song");
+    memory.write(u"B long name.mid"_qs, anySong);
+    memory.write(u"B long name.cdg"_qs, "left alone");
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    QVERIFY(memory.has(u"Alongn-2.mp3"_qs));
+    QCOMPARE(memory.read(u"Alongn-2.CdG"_qs), QByteArray("graphics"));
+    QCOMPARE(memory.read(u"Alongn-1.CdG"_qs), QByteArray("of another song"));
+    QCOMPARE(memory.read(u"B long name.cdg"_qs), QByteArray("left alone"));
+}
+
+void TestIndexNames::reportsFailedRename()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mid"_qs, anySong);
+    memory.write(u"B.MID"_qs, anySong);
+    Index index;
+    index.setRenameQuestion([](const QString &path, const QString &) {
+        QFile::remove(path);
+        return 0;
+    });
+    const QSignalSpy errors(&index, &Index::errorFromIndex);
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(texts(errors), QStringList{u"File non importato, impossibile rinominare: "_qs +
+                                        memory.path(u"A long name.mid"_qs)});
+    QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});
+}
+
+BRISEL_TEST_MAIN(QApplication, TestIndexNames)
+#include "tst_indexnames.moc"
