@@ -93,11 +93,14 @@ void writeIndexSeeds()
 {
     const QList<SongInfoIndex> songs = sampleIndexSongs();
     const QByteArray paths = IndexWriters::pathFile(songs);
-    const QByteArray titles = IndexWriters::titleFile(songs).content;
-    QList<SongInfoIndex> byArtist = songs;
-    sortSongs(byArtist, compareArtist);
-    const QByteArray artists = IndexWriters::groupFile(byArtist, &SongInfoIndex::artist).content;
-    const QByteArray genres = IndexWriters::groupFile(songs, &SongInfoIndex::genre).content;
+    const SongOrder byTitle = SongOrders::byTitle(songs);
+    const QByteArray titles = IndexWriters::titleFile(songs, byTitle).content;
+    const auto groups = [&](QString SongInfoIndex::*group) {
+        const SongOrder order = SongOrders::byGroup(songs, byTitle, group);
+        return IndexWriters::groupFile(songs, order, group).content;
+    };
+    const QByteArray artists = groups(&SongInfoIndex::artist);
+    const QByteArray genres = groups(&SongInfoIndex::genre);
     writeSeed(QStringLiteral("indexreader"), QStringLiteral("set"),
               joinedPieces(0, paths) + joinedPieces(1, titles) + joinedPieces(2, artists) +
                   joinedPieces(3, genres));
@@ -110,7 +113,9 @@ void writeIndexSeeds()
     putByte(numbers, 0, 1);
     putByte(numbers, 32, 2);
     putByte(numbers, 64, 0x85);
-    const QByteArray playlist = IndexWriters::titleFile(sampleIndexSongs(7)).content;
+    const QList<SongInfoIndex> listed = sampleIndexSongs(7);
+    const QByteArray playlist =
+        IndexWriters::titleFile(listed, SongOrders::byTitle(listed)).content;
     QByteArray pathFile;
     for (const SongInfoIndex &song : songs)
         pathFile += song.path.toLatin1().leftJustified(64, '\0');

@@ -4,8 +4,10 @@
 #include <QFile>
 
 #include <algorithm>
+#include <vector>
 
 #ifdef Q_OS_LINUX
+#include <dirent.h>
 #include <fcntl.h>
 #include <linux/msdos_fs.h>
 #include <sys/ioctl.h>
@@ -43,51 +45,94 @@ bool isHiddenByAttribute(const QString &path)
     return answered && (attributes & (ATTR_HIDDEN | ATTR_SYS)) != 0;
 }
 
-#else
-
-bool hasFatAttributes(const QString &)
+FileKind kindOf(const dirent &entry, const QString &path)
 {
-    return false;
+    switch (entry.d_type) {
+    case DT_REG:
+        return FileKind::Regular;
+    case DT_DIR:
+        return FileKind::Folder;
+    case DT_LNK:
+    case DT_UNKNOWN:
+        return fileKind(path);
+    default:
+        return FileKind::Other;
+    }
 }
 
-bool isHiddenByAttribute(const QString &)
+/// The name of \a entry; empty when it is no text.
+QString nameOf(const dirent &entry)
 {
-    return false;
+    const QByteArray bytes(static_cast<const char *>(entry.d_name));
+    QString name = QFile::decodeName(bytes);
+    if (name.contains(QChar::ReplacementCharacter) && QFile::encodeName(name) != bytes)
+        name.clear();
+    return name;
+}
+
+/// The entries of \a folder, in no order.
+QList<FolderEntry> entriesOf(const QString &folder)
+{
+    QList<FolderEntry> entries;
+    DIR *const handle = ::opendir(QFile::encodeName(folder).constData());
+    if (handle == nullptr)
+        return entries;
+    const bool fat = hasFatAttributes(folder);
+    while (const dirent *const entry = ::readdir(handle)) {
+        const QString name = nameOf(*entry);
+        if (name.isEmpty() || name.startsWith(u'.'))
+            continue;
+        const QString path = folder + u'/' + name;
+        const FileKind kind = kindOf(*entry, path);
+        if (!fat || !isHiddenByAttribute(path))
+            entries.append({name, kind});
+    }
+    ::closedir(handle);
+    return entries;
+}
+
+#else
+
+QList<FolderEntry> entriesOf(const QString &folder)
+{
+    QList<FolderEntry> entries;
+    const QFileInfoList all =
+        QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (const QFileInfo &info : all) {
+        if (!info.isHidden())
+            entries.append({info.fileName(), fileKind(info.filePath())});
+    }
+    return entries;
 }
 
 #endif
 
-bool belongsToSystem(const QFileInfo &entry)
+bool belongsToSystem(const QString &name)
 {
-    const QString name = entry.fileName();
     return name.compare(QStringLiteral("System Volume Information"), Qt::CaseInsensitive) == 0 ||
            name.compare(QStringLiteral("lost+found"), Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
 
-QFileInfoList visibleEntries(const QString &folder)
+QList<FolderEntry> visibleEntries(const QString &folder)
 {
     struct Entry {
         QString key;
-        QFileInfo info;
+        FolderEntry entry;
     };
-    const bool fat = hasFatAttributes(folder);
-    QList<Entry> entries;
-    const QFileInfoList all =
-        QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QFileInfo &info : all) {
-        const bool hidden = info.isHidden() || belongsToSystem(info) ||
-                            (fat && isHiddenByAttribute(info.absoluteFilePath()));
-        if (!info.fileName().isEmpty() && !hidden)
-            entries.append({info.fileName().toLower(), info});
+    std::vector<Entry> entries;
+    for (const FolderEntry &entry : entriesOf(folder)) {
+        const bool isShown = entry.kind == FileKind::Regular || entry.kind == FileKind::Folder;
+        if (isShown && !entry.name.isEmpty() && !belongsToSystem(entry.name))
+            entries.push_back({entry.name.toLower(), entry});
     }
     std::sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) {
-        return a.key != b.key ? a.key < b.key : a.info.fileName() < b.info.fileName();
+        return a.key != b.key ? a.key < b.key : a.entry.name < b.entry.name;
     });
-    QFileInfoList visible;
-    visible.reserve(entries.size());
+    QList<FolderEntry> visible;
+    visible.reserve(static_cast<qsizetype>(entries.size()));
     for (const Entry &entry : entries)
-        visible.append(entry.info);
+        visible.append(entry.entry);
     return visible;
 }

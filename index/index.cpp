@@ -163,7 +163,7 @@ Index::ListRun Index::createPathIndex()
     m_visitedFolders.clear();
     m_paths.build(m_songs);
     scanFiles(m_root);
-    sortSongs(m_songs, compareByPath);
+    m_byPath = SongOrders::byPath(m_songs);
     if (m_filesFound > 0 && !RunGuard::endRequested()) {
         emit progressMaxSetup(m_filesFound);
         createTitleIndex();
@@ -237,25 +237,29 @@ bool Index::writeLists(const QString &suffix, std::size_t count, int progress)
 
 void Index::removeDeletedItems()
 {
-    sortSongs(m_songs, compareByPosidx);
-    m_songs.removeIf([](const SongInfoIndex &song) { return song.id == SongInfoIndex::deletedId; });
+    const qsizetype removed = m_songs.removeIf(
+        [](const SongInfoIndex &song) { return song.id == SongInfoIndex::deletedId; });
     for (qsizetype i = 0; i < m_songs.size(); ++i)
         m_songs[i].posidx = static_cast<quint16>(i);
+    if (removed > 0)
+        m_byPath = SongOrders::byPath(m_songs);
+    m_byTitle = SongOrders::byTitle(m_songs);
 }
 
 void Index::createMp3TitleIndex()
 {
     debug() << "create mp3 index";
-    m_songs.removeIf([](const SongInfoIndex &song) { return song.type != SongInfoIndex::Mp3; });
+    m_byTitle = SongOrders::mp3Only(m_songs, m_byTitle);
 }
 
 void Index::createTitleIndex()
 {
     debug() << "create title index";
     int counter = 1;
-    for (SongInfoIndex &song : m_songs) {
+    for (const qsizetype position : std::as_const(m_byPath)) {
         if (RunGuard::endRequested())
             return;
+        SongInfoIndex &song = m_songs[position];
         emit currentPathChanged(song.absolutePath);
         refreshSong(song);
         emit progressValueChanged(counter++);

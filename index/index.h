@@ -13,8 +13,6 @@
 #include <array>
 #include <functional>
 
-class QFileInfo;
-
 /// Builds and updates the index on the player's memory: walks its folders, shortens long names,
 /// reads the songs' heads and writes the index set, keeping the playlists right. One object serves
 /// one run. What the files hold: docs/formats/player-index.md and docs/formats/playlists.md.
@@ -90,8 +88,8 @@ private:
 
     void scanFiles(const QString &longFolder);
     void scanFile(const QString &longPath);
-    static bool checkFileExt(const QString &suffix);
-    bool addFileToIndex(const QFileInfo &file);
+    static bool checkFileExt(QStringView suffix);
+    bool addFileToIndex(const QString &full);
     void meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met);
     QString renameLongFileName(const QString &path);
     void askRename(const QString &path, const QString &candidate);
@@ -107,6 +105,7 @@ private:
     qint32 writeNumFile();
     qint32 stageFile(const QString &fileName, const QByteArray &content);
     qint32 stageList(const QString &fileName, const IndexWriters::ListFile &list);
+    qint32 stageGroups(const QString &fileName, QString SongInfoIndex::*group);
 
     Playlists::Preparation createPlaylistFilePath();
     bool restorePlaylistFilePath();
@@ -117,7 +116,9 @@ private:
     QString m_rootIdentity;
     IndexSet m_set;
     RenameQuestion m_question;
-    QList<SongInfoIndex> m_songs;
+    QList<SongInfoIndex> m_songs; ///< in the order of their record numbers
+    SongOrder m_byPath;
+    SongOrder m_byTitle; ///< of all songs, or of the MP3s while their files are written
     QList<qint16> m_playlists;
     quint32 m_lastId = 0;
     quint32 m_nextId = 0;

@@ -12,21 +12,37 @@ constexpr quint32 noEntry = 0xFFFFFFFF;
 constexpr char16_t firstCharacter = 0x20;
 constexpr char16_t lastCharacter = 0x5F;
 
-QByteArray emptyRecord()
+/// Appends an empty record to \a file. Its offset.
+qsizetype appendRecord(QByteArray &file)
 {
-    return QByteArray(IndexRecord::size, '\0');
+    const qsizetype offset = file.size();
+    file.append(IndexRecord::size, '\0');
+    return offset;
 }
 
-/// \a number in at least \a width decimal digits; a year above 9999 would give one more.
-QByteArray digits(quint32 number, int width)
+/// Puts \a number in decimal digits at \a pos, \a width of them or, when it has more, its first.
+void putDigits(QByteArray &file, qsizetype pos, int width, quint32 number)
 {
-    return QByteArray::number(number).rightJustified(width, '0').left(width);
+    quint32 limit = 1;
+    for (int i = 0; i < width; ++i)
+        limit *= 10;
+    while (number >= limit)
+        number /= 10;
+    for (int i = width - 1; i >= 0; --i, number /= 10)
+        putByte(file, pos + i, static_cast<quint8>('0' + number % 10));
 }
 
 /// The number in the field of digits at \a pos; 0 when it holds anything else.
 quint32 numberAt(const QByteArray &file, qsizetype pos, int width)
 {
-    return fieldAt(file, pos, width).toUInt();
+    quint32 number = 0;
+    for (int i = 0; i < width; ++i) {
+        const int digit = byteAt(file, pos + i) - '0';
+        if (digit < 0 || digit > 9)
+            return fieldAt(file, pos, width).toUInt();
+        number = number * 10 + static_cast<quint32>(digit);
+    }
+    return number;
 }
 
 } // namespace
@@ -54,12 +70,18 @@ bool PathRecord::read(const QByteArray &file, qsizetype offset, PathRecord &reco
 
 QByteArray PathRecord::bytes() const
 {
-    QByteArray record = emptyRecord();
-    putBe32(record, 0, id);
-    putField(record, pathAt, pathWidth - 1, path);
-    putField(record, dateAt, dateWidth, digits(date, dateWidth));
-    putField(record, timeAt, timeWidth, digits(time, timeWidth));
+    QByteArray record;
+    appendTo(record);
     return record;
+}
+
+void PathRecord::appendTo(QByteArray &file) const
+{
+    const qsizetype offset = appendRecord(file);
+    putBe32(file, offset, id);
+    putField(file, offset + pathAt, pathWidth - 1, path);
+    putDigits(file, offset + dateAt, dateWidth, date);
+    putDigits(file, offset + timeAt, timeWidth, time);
 }
 
 SongRecord::SongRecord(const SongInfoIndex &song)
@@ -81,12 +103,18 @@ bool SongRecord::read(const QByteArray &file, qsizetype offset, SongRecord &reco
 
 QByteArray SongRecord::bytes() const
 {
-    QByteArray record = emptyRecord();
-    putBe32(record, 0, id);
-    putField(record, titleAt, titleWidth, title);
-    putByte(record, bpmAt, bpm);
-    putByte(record, typeAt, static_cast<quint8>((type & 7) | (flag * 8)));
+    QByteArray record;
+    appendTo(record);
     return record;
+}
+
+void SongRecord::appendTo(QByteArray &file) const
+{
+    const qsizetype offset = appendRecord(file);
+    putBe32(file, offset, id);
+    putField(file, offset + titleAt, titleWidth, title);
+    putByte(file, offset + bpmAt, bpm);
+    putByte(file, offset + typeAt, static_cast<quint8>((type & 7) | (flag * 8)));
 }
 
 bool GroupHeader::isAt(const QByteArray &file, qsizetype offset)
@@ -106,7 +134,8 @@ bool GroupHeader::read(const QByteArray &file, qsizetype offset, GroupHeader &he
 
 QByteArray GroupHeader::bytes() const
 {
-    QByteArray record = emptyRecord();
+    QByteArray record;
+    appendRecord(record);
     putBe16(record, 0, previousCount);
     putBe16(record, 2, count);
     putField(record, SongRecord::titleAt, SongRecord::titleWidth, name);

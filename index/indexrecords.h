@@ -27,6 +27,7 @@ struct PathRecord {
     /// Reads the record at \a offset. False when fewer than 64 bytes are left.
     static bool read(const QByteArray &file, qsizetype offset, PathRecord &record);
     QByteArray bytes() const;
+    void appendTo(QByteArray &file) const;
 
     quint32 id = 0;
     QByteArray path; ///< in code page "IBM 850", at most 45 bytes
@@ -47,6 +48,7 @@ struct SongRecord {
     /// Reads the record at \a offset. False when fewer than 64 bytes are left.
     static bool read(const QByteArray &file, qsizetype offset, SongRecord &record);
     QByteArray bytes() const;
+    void appendTo(QByteArray &file) const;
 
     quint32 id = 0;
     QByteArray title; ///< Latin-1, at most 58 bytes

@@ -5,8 +5,6 @@
 #include "index/entrylist.h"
 #include "index/longnames.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 
 // The walk over the memory: which files become songs of the index, and under what names.
@@ -25,6 +23,12 @@ bool isAscii(const QString &text)
                        [](QChar character) { return character.unicode() < 0x80; });
 }
 
+QStringView suffixOf(const QString &path)
+{
+    const qsizetype dot = path.lastIndexOf(u'.');
+    return dot > path.lastIndexOf(u'/') ? QStringView(path).sliced(dot + 1) : QStringView();
+}
+
 } // namespace
 
 void Index::scanFiles(const QString &longFolder)
@@ -35,15 +39,13 @@ void Index::scanFiles(const QString &longFolder)
     if (folder.isEmpty() || m_visitedFolders.contains(identity))
         return;
     m_visitedFolders.insert(identity);
-    for (const QFileInfo &entry : visibleEntries(folder)) {
+    for (const FolderEntry &entry : visibleEntries(folder)) {
         if (RunGuard::endRequested())
             return;
-        const QString path = entry.absoluteFilePath();
-        const FileKind kind = fileKind(path);
-        if (kind == FileKind::Regular)
+        const QString path = folder + u'/' + entry.name;
+        if (entry.kind == FileKind::Regular)
             scanFile(path);
-        else if (kind == FileKind::Folder && !isSameName(entry.fileName(), m_sfxFolder) &&
-                 !isSameName(entry.fileName(), m_bridgeFolder))
+        else if (!isSameName(entry.name, m_sfxFolder) && !isSameName(entry.name, m_bridgeFolder))
             scanFiles(path);
     }
 }
@@ -51,27 +53,26 @@ void Index::scanFiles(const QString &longFolder)
 void Index::scanFile(const QString &longPath)
 {
     emit currentPathChanged(longPath);
-    if (!checkFileExt(QFileInfo(longPath).suffix()))
+    if (!checkFileExt(suffixOf(longPath)))
         return;
     const QString path = renameLongFileName(longPath);
     if (path.isEmpty())
         return;
-    addFileToIndex(QFileInfo(path));
+    addFileToIndex(path);
     ++m_filesFound;
     emit fileFoundChanged(m_filesFound);
 }
 
-bool Index::checkFileExt(const QString &suffix)
+bool Index::checkFileExt(QStringView suffix)
 {
-    static const QStringList suffixes{QStringLiteral("MID"), QStringLiteral("KAR"),
-                                      QStringLiteral("ZB3"), QStringLiteral("ZB4"),
-                                      QStringLiteral("ZB5"), QStringLiteral("MP3")};
-    return suffixes.contains(suffix, Qt::CaseInsensitive);
+    static constexpr QStringView suffixes[]{u"MID", u"KAR", u"ZB3", u"ZB4", u"ZB5", u"MP3"};
+    return std::any_of(std::cbegin(suffixes), std::cend(suffixes), [suffix](QStringView known) {
+        return suffix.compare(known, Qt::CaseInsensitive) == 0;
+    });
 }
 
-bool Index::addFileToIndex(const QFileInfo &file)
+bool Index::addFileToIndex(const QString &full)
 {
-    const QString full = file.absoluteFilePath();
     if (getShortFileNamePath(full).isEmpty() || getShortFileNamePath(m_root).isEmpty()) {
         emit errorFromIndex(tr("File non importato, errore nel path:") + full);
         return false;

@@ -3,41 +3,36 @@
 #include "base/debugstream.h"
 #include "index/indexwriters.h"
 
-// The steps of a run that write: each logs its name, sorts the list and stages a file.
+// The steps of a run that write: each logs its name and stages a file.
 
 qint32 Index::writePathIndex()
 {
     debug() << "write path index";
-    sortSongs(m_songs, compareByPosidx);
     return stageFile(QStringLiteral("index.id2"), IndexWriters::pathFile(m_songs));
 }
 
 qint32 Index::writeOrdIndex()
 {
     debug() << "write ord index";
-    sortSongs(m_songs, compareByPath);
-    return stageFile(QStringLiteral("ordfile.id2"), IndexWriters::orderFile(m_songs));
+    return stageFile(QStringLiteral("ordfile.id2"), IndexWriters::orderFile(m_songs, m_byPath));
 }
 
 qint32 Index::writeTitleIndex(const QString &fileName)
 {
     debug() << "write title index";
-    sortSongs(m_songs, compareTitle);
-    return stageList(fileName, IndexWriters::titleFile(m_songs));
+    return stageList(fileName, IndexWriters::titleFile(m_songs, m_byTitle));
 }
 
 qint32 Index::writeArtistIndex(const QString &fileName)
 {
     debug() << "write artist index";
-    sortSongs(m_songs, compareArtist);
-    return stageList(fileName, IndexWriters::groupFile(m_songs, &SongInfoIndex::artist));
+    return stageGroups(fileName, &SongInfoIndex::artist);
 }
 
 qint32 Index::writeGenreIndex(const QString &fileName)
 {
     debug() << "write genre index";
-    sortSongs(m_songs, compareGenre);
-    return stageList(fileName, IndexWriters::groupFile(m_songs, &SongInfoIndex::genre));
+    return stageGroups(fileName, &SongInfoIndex::genre);
 }
 
 qint32 Index::writeAlphaBuffer(const QString &fileName)
@@ -61,6 +56,12 @@ qint32 Index::stageList(const QString &fileName, const IndexWriters::ListFile &l
 {
     m_alphabet = list.alphabet;
     return m_set.stage(fileName, list.content) ? list.count : -1;
+}
+
+qint32 Index::stageGroups(const QString &fileName, QString SongInfoIndex::*group)
+{
+    const SongOrder order = SongOrders::byGroup(m_songs, m_byTitle, group);
+    return stageList(fileName, IndexWriters::groupFile(m_songs, order, group));
 }
 
 Playlists::Preparation Index::createPlaylistFilePath()

@@ -8,40 +8,44 @@ QByteArray IndexWriters::pathFile(const QList<SongInfoIndex> &songs)
     QByteArray content;
     content.reserve(songs.size() * IndexRecord::size);
     for (const SongInfoIndex &song : songs)
-        content += PathRecord(song).bytes();
+        PathRecord(song).appendTo(content);
     return content;
 }
 
-QByteArray IndexWriters::orderFile(const QList<SongInfoIndex> &songs)
+QByteArray IndexWriters::orderFile(const QList<SongInfoIndex> &songs, const SongOrder &byPath)
 {
-    QByteArray content(songs.size() * 2, '\0');
-    for (qsizetype i = 0; i < songs.size(); ++i)
-        putLe16(content, i * 2, songs.at(i).posidx);
+    QByteArray content(byPath.size() * 2, '\0');
+    for (qsizetype i = 0; i < byPath.size(); ++i)
+        putLe16(content, i * 2, songs.at(byPath.at(i)).posidx);
     return content;
 }
 
-IndexWriters::ListFile IndexWriters::titleFile(const QList<SongInfoIndex> &songs)
+IndexWriters::ListFile IndexWriters::titleFile(const QList<SongInfoIndex> &songs,
+                                               const SongOrder &byTitle)
 {
     ListFile file;
-    file.content.reserve(songs.size() * IndexRecord::size);
-    for (const SongInfoIndex &song : songs) {
+    file.content.reserve(byTitle.size() * IndexRecord::size);
+    for (const qsizetype position : byTitle) {
+        const SongInfoIndex &song = songs.at(position);
         file.alphabet.add(song.title, static_cast<quint32>(file.content.size()));
-        file.content += SongRecord(song).bytes();
+        SongRecord(song).appendTo(file.content);
         ++file.count;
     }
     return file;
 }
 
 IndexWriters::ListFile IndexWriters::groupFile(const QList<SongInfoIndex> &songs,
+                                               const SongOrder &order,
                                                QString SongInfoIndex::*group)
 {
     ListFile file;
-    file.content.reserve(songs.size() * 2 * IndexRecord::size);
+    file.content.reserve(order.size() * 2 * IndexRecord::size);
     // An empty name at the start equals this one and gets no header: names are never empty.
     QString previous;
     qsizetype headerAt = -1;
     quint16 songsInGroup = 0;
-    for (const SongInfoIndex &song : songs) {
+    for (const qsizetype position : order) {
+        const SongInfoIndex &song = songs.at(position);
         const QString &name = song.*group;
         if (QString::compare(name, previous, Qt::CaseInsensitive) != 0) {
             GroupHeader header;
@@ -53,7 +57,7 @@ IndexWriters::ListFile IndexWriters::groupFile(const QList<SongInfoIndex> &songs
             ++file.count;
             songsInGroup = 0;
         }
-        file.content += SongRecord(song).bytes();
+        SongRecord(song).appendTo(file.content);
         ++songsInGroup;
         if (headerAt >= 0)
             putBe16(file.content, headerAt + 2, songsInGroup);

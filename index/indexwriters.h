@@ -1,7 +1,7 @@
 #pragma once
 
 #include "index/indexrecords.h"
-#include "index/songinfoindex.h"
+#include "index/songorders.h"
 
 #include <array>
 
@@ -18,12 +18,13 @@ struct ListFile {
 
 /// "index.id2" of \a songs in the order of their record numbers.
 QByteArray pathFile(const QList<SongInfoIndex> &songs);
-/// "ordfile.id2" of \a songs in the order of their paths.
-QByteArray orderFile(const QList<SongInfoIndex> &songs);
-/// "title.id2" of \a songs in the order of their titles.
-ListFile titleFile(const QList<SongInfoIndex> &songs);
-/// "artist.id2" or "genre.id2" of \a songs in that order; \a group is the field.
-ListFile groupFile(const QList<SongInfoIndex> &songs, QString SongInfoIndex::*group);
+/// "ordfile.id2" of \a songs; \a byPath is their order.
+QByteArray orderFile(const QList<SongInfoIndex> &songs, const SongOrder &byPath);
+/// "title.id2" of those of \a songs that \a byTitle names.
+ListFile titleFile(const QList<SongInfoIndex> &songs, const SongOrder &byTitle);
+/// "artist.id2" or "genre.id2" of those of \a songs that \a order names; \a group is the field.
+ListFile groupFile(const QList<SongInfoIndex> &songs, const SongOrder &order,
+                   QString SongInfoIndex::*group);
 /// "fsinfos.id2".
 QByteArray countFile(const std::array<quint16, 6> &counts);
 

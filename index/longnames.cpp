@@ -64,7 +64,9 @@ QString shortBase(const QString &base, int number)
 
 bool LongNames::isLong(const QString &path)
 {
-    return QFileInfo(path).completeBaseName().size() > longestShortName;
+    const QStringView name = QStringView(path).sliced(path.lastIndexOf(u'/') + 1);
+    const qsizetype dot = name.lastIndexOf(u'.');
+    return (dot < 0 ? name.size() : dot) > longestShortName;
 }
 
 QString LongNames::freeShortPath(const QString &path)

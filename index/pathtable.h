@@ -2,7 +2,7 @@
 
 #include "index/songinfoindex.h"
 
-#include <QMultiHash>
+#include <QHash>
 
 /// Finds songs of a list by their path in constant time, up to the 65,535 that an index holds.
 ///
@@ -14,18 +14,31 @@ class PathTable
 public:
     /// Enters all of \a songs.
     void build(const QList<SongInfoIndex> &songs);
-    /// Enters the song that stands at \a index of the list.
+    /// Enters the song that stands at \a index of the list, the next one after those entered.
     void add(const SongInfoIndex &song, qsizetype index);
 
     /// The index of the song with the path of \a wanted, ignoring case; -1 when there is none.
     qsizetype find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted) const;
     /// The index of the song that a path file's \a bytes name; -1 when there is none, or when
     /// several could be meant: a neighbour must not take a song's place.
-    qsizetype findBytes(const QList<SongInfoIndex> &songs, const QByteArray &bytes) const;
+    qsizetype findBytes(const QList<SongInfoIndex> &songs, const QByteArray &bytes);
 
 private:
     static constexpr qsizetype several = -1;
 
-    QMultiHash<QString, qsizetype> m_byPath; ///< by the path with its case folded
-    QHash<QByteArray, qsizetype> m_byKey;    ///< \c several where songs share a sort key
+    struct Entry {
+        size_t hash = 0;
+        qsizetype next = none; ///< the song entered before with the same hash
+    };
+    static constexpr qsizetype none = -1;
+
+    /// The slot that has the songs of \a hash, or is free for them.
+    qsizetype slotOf(size_t hash) const;
+    void enter(qsizetype index);
+    void grow();
+
+    QList<Entry> m_entries;   ///< one for each song
+    QList<qsizetype> m_slots; ///< the last song of each hash, by open addressing
+    qsizetype m_keyed = 0;    ///< how many songs m_byKey has: only playlists ask for keys
+    QHash<QByteArray, qsizetype> m_byKey; ///< \c several where songs share a sort key
 };

@@ -41,8 +41,7 @@ QByteArray pathRecords(const QByteArray &playlist, const QList<SongInfoIndex> &s
 }
 
 /// The song records of the path records \a paths. A path that no song has gives none.
-QByteArray songRecords(const QByteArray &paths, const QList<SongInfoIndex> &songs,
-                       const PathTable &table)
+QByteArray songRecords(const QByteArray &paths, const QList<SongInfoIndex> &songs, PathTable &table)
 {
     QByteArray playlist;
     for (qsizetype pos = 0; fits(paths, pos, IndexRecord::size); pos += IndexRecord::size) {

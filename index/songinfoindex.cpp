@@ -16,6 +16,12 @@ QTextCodec *pathCodec()
     return codec;
 }
 
+/// True for letters that every code page has at one place.
+bool isPlain(QChar character)
+{
+    return character >= u' ' && character <= u'~';
+}
+
 /// The kept key, or that of a record whose path was set without it.
 QByteArray keyOf(const SongInfoIndex &song)
 {
@@ -70,6 +76,9 @@ QString stringToUpper(const QString &text)
 
 QByteArray pathBytes(const QString &path)
 {
+    // The codec takes long to ask, and changes nothing here.
+    if (std::all_of(path.cbegin(), path.cend(), isPlain))
+        return path.toLatin1();
     return pathCodec() != nullptr ? pathCodec()->fromUnicode(path) : path.toLatin1();
 }
 
@@ -113,14 +122,4 @@ bool compareGenre(const SongInfoIndex &a, const SongInfoIndex &b)
 {
     const int order = compareTexts(a.genre, b.genre);
     return order != 0 ? order < 0 : compareTitle(a, b);
-}
-
-void sortSongs(QList<SongInfoIndex> &songs, SongCompare compare)
-{
-    std::sort(songs.begin(), songs.end(),
-              [compare](const SongInfoIndex &a, const SongInfoIndex &b) {
-                  if (compare(a, b))
-                      return true;
-                  return !compare(b, a) && a.path < b.path;
-              });
 }

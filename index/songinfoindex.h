@@ -66,9 +66,3 @@ bool compareById(const SongInfoIndex &a, const SongInfoIndex &b);
 bool compareTitle(const SongInfoIndex &a, const SongInfoIndex &b);
 bool compareArtist(const SongInfoIndex &a, const SongInfoIndex &b);
 bool compareGenre(const SongInfoIndex &a, const SongInfoIndex &b);
-
-using SongCompare = bool (*)(const SongInfoIndex &, const SongInfoIndex &);
-
-/// Sorts \a songs by \a compare. Songs that it holds for equal stand in the order of their paths
-/// on the disk, so that the same songs always give the same files.
-void sortSongs(QList<SongInfoIndex> &songs, SongCompare compare);

@@ -1,17 +1,20 @@
 #include "base/filewriting.h"
 #include "base/runguard.h"
 #include "index/index.h"
+#include "index/songorders.h"
 
 #include <QTextStream>
 
 namespace
 {
 
-SongCompare listOrder(SORT_MODE mode)
+SongOrder listOrder(const QList<SongInfoIndex> &songs, SORT_MODE mode)
 {
+    SongOrder byTitle = SongOrders::byTitle(songs);
     if (mode == SortByGenre)
-        return compareGenre;
-    return mode == SortByArtist ? compareArtist : compareTitle;
+        return SongOrders::byGroup(songs, byTitle, &SongInfoIndex::genre);
+    return mode == SortByArtist ? SongOrders::byGroup(songs, byTitle, &SongInfoIndex::artist)
+                                : byTitle;
 }
 
 } // namespace
@@ -23,7 +26,6 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
         return -1;
     if (loadAllIndexFile() < 0)
         return 0;
-    sortSongs(m_songs, listOrder(mode));
     emit progressMaxSetup(static_cast<int>(m_songs.size()));
 
     QByteArray list;
@@ -31,9 +33,10 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
     lines << tr("TITOLO") << ';' << tr("ARTISTA") << ';' << tr("GENERE") << ';' << tr("FILE")
           << ";\n";
     int written = 0;
-    for (const SongInfoIndex &song : std::as_const(m_songs)) {
+    for (const qsizetype position : listOrder(m_songs, mode)) {
         if (RunGuard::endRequested())
             return 0;
+        const SongInfoIndex &song = m_songs.at(position);
         // Fields stand as they are: a ";" in a title shifts the columns of its line.
         lines << song.title << ';' << song.artist << ';' << song.genre << ';'
               << QStringView(song.absolutePath).mid(m_root.size()) << ";\n";

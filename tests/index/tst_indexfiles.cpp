@@ -213,7 +213,7 @@ void TestIndexFiles::givesSongsWithoutNameNoHeader()
     SongInfoIndex song;
     song.title = u"A"_qs;
     const IndexWriters::ListFile file =
-        IndexWriters::groupFile({song, song}, &SongInfoIndex::artist);
+        IndexWriters::groupFile({song, song}, {0, 1}, &SongInfoIndex::artist);
     QCOMPARE(file.count, 0);
     QCOMPARE(file.content,
              songRecord("00000000", "A", "0000") + songRecord("00000000", "A", "0000"));

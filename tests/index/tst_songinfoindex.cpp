@@ -36,7 +36,6 @@ private slots:
     void ordersPathsByCodePage();
     void ordersNumbersUnsigned();
     void ordersTextsIgnoringCase();
-    void breaksTiesByPathOnDisk();
     void tellsPathsWithEqualKeysApart();
     void findsPathOfBytes();
     void findsPathsAmongManyEqualKeys();
@@ -91,17 +90,6 @@ void TestSongInfoIndex::ordersTextsIgnoringCase()
     QVERIFY(compareGenre(song(u"z"_qs, u"z"_qs, u"a"_qs), song(u"a"_qs, u"a"_qs, u"B"_qs)));
     QVERIFY(compareGenre(song(u"a"_qs, u"z"_qs, u"X"_qs), song(u"B"_qs, u"a"_qs, u"x"_qs)));
     QCOMPARE(stringToUpper(u"perch\u00E9 \u00DF"_qs), u"PERCH\u00C9 SS"_qs);
-}
-
-void TestSongInfoIndex::breaksTiesByPathOnDisk()
-{
-    QList<SongInfoIndex> songs{withPath(u"/c"_qs), withPath(u"/a"_qs), withPath(u"/B"_qs),
-                               withPath(u"/A"_qs)};
-    sortSongs(songs, compareByPath);
-    QStringList paths;
-    for (const SongInfoIndex &record : std::as_const(songs))
-        paths.append(record.path);
-    QCOMPARE(paths, QStringList({u"/A"_qs, u"/a"_qs, u"/B"_qs, u"/c"_qs}));
 }
 
 void TestSongInfoIndex::tellsPathsWithEqualKeysApart()
