@@ -24,16 +24,6 @@ void putNumber(QByteArray &data, qsizetype pos, Number value)
 
 } // namespace
 
-bool fits(const QByteArray &data, qsizetype pos, qsizetype count)
-{
-    return pos >= 0 && count >= 0 && pos <= data.size() && count <= data.size() - pos;
-}
-
-quint8 byteAt(const QByteArray &data, qsizetype pos)
-{
-    return fits(data, pos, 1) ? static_cast<quint8>(data.at(pos)) : 0;
-}
-
 qint8 signedByteAt(const QByteArray &data, qsizetype pos)
 {
     return static_cast<qint8>(byteAt(data, pos));

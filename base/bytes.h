@@ -6,9 +6,16 @@
 /// and is not written.
 
 /// True when \a count bytes stand at \a pos.
-bool fits(const QByteArray &data, qsizetype pos, qsizetype count);
+inline bool fits(const QByteArray &data, qsizetype pos, qsizetype count)
+{
+    return pos >= 0 && count >= 0 && pos <= data.size() && count <= data.size() - pos;
+}
 
-quint8 byteAt(const QByteArray &data, qsizetype pos);
+inline quint8 byteAt(const QByteArray &data, qsizetype pos)
+{
+    return fits(data, pos, 1) ? static_cast<quint8>(data.at(pos)) : 0;
+}
+
 /// The byte at \a pos as a two's complement number, -128 to 127.
 qint8 signedByteAt(const QByteArray &data, qsizetype pos);
 quint16 be16At(const QByteArray &data, qsizetype pos);

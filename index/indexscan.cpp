@@ -14,7 +14,8 @@ namespace
 
 bool isSameName(const QString &a, const QString &b)
 {
-    return a.compare(b, Qt::CaseInsensitive) == 0;
+    // Case is folded letter by letter: names of different lengths are never the same.
+    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 bool isAscii(const QString &text)

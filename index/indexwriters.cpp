@@ -47,7 +47,7 @@ IndexWriters::ListFile IndexWriters::groupFile(const QList<SongInfoIndex> &songs
     for (const qsizetype position : order) {
         const SongInfoIndex &song = songs.at(position);
         const QString &name = song.*group;
-        if (QString::compare(name, previous, Qt::CaseInsensitive) != 0) {
+        if (name != previous && QString::compare(name, previous, Qt::CaseInsensitive) != 0) {
             GroupHeader header;
             header.previousCount = songsInGroup;
             header.name = songBytes(name);

@@ -1,18 +1,12 @@
 #include "index/pathtable.h"
 
-#include <QVarLengthArray>
-
 namespace
 {
 
 /// Equal for what counts as the same path, and not to be foreseen by whoever fills a memory.
 size_t pathHash(const SongInfoIndex &song)
 {
-    QVarLengthArray<char16_t, SongInfoIndex::maxPath + 1> folded;
-    for (const QChar character : song.path)
-        folded.append(character.toCaseFolded().unicode());
-    const QStringView text(folded.constData(), folded.size());
-    return qHashMulti(QHashSeed::globalSeed(), text, song.pathKey);
+    return qHashMulti(QHashSeed::globalSeed(), foldedText(song.path), song.pathKey);
 }
 
 } // namespace
@@ -68,7 +62,8 @@ qsizetype PathTable::find(const QList<SongInfoIndex> &songs, const SongInfoIndex
          index = m_entries.at(index).next) {
         const SongInfoIndex &song = songs.at(index);
         if (song.pathKey == wanted.pathKey &&
-            QString::compare(song.path, wanted.path, Qt::CaseInsensitive) == 0)
+            (song.path == wanted.path ||
+             QString::compare(song.path, wanted.path, Qt::CaseInsensitive) == 0))
             return index;
     }
     return none;

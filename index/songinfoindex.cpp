@@ -16,10 +16,11 @@ QTextCodec *pathCodec()
     return codec;
 }
 
-/// True for letters that every code page has at one place.
-bool isPlain(QChar character)
+/// True for a text of letters that every code page has at one place.
+bool isPlain(const QString &text)
 {
-    return character >= u' ' && character <= u'~';
+    return std::all_of(text.cbegin(), text.cend(),
+                       [](QChar character) { return character >= u' ' && character <= u'~'; });
 }
 
 /// The kept key, or that of a record whose path was set without it.
@@ -77,7 +78,7 @@ QString stringToUpper(const QString &text)
 QByteArray pathBytes(const QString &path)
 {
     // The codec takes long to ask, and changes nothing here.
-    if (std::all_of(path.cbegin(), path.cend(), isPlain))
+    if (isPlain(path))
         return path.toLatin1();
     return pathCodec() != nullptr ? pathCodec()->fromUnicode(path) : path.toLatin1();
 }
@@ -89,7 +90,29 @@ QString pathFromBytes(const QByteArray &bytes)
 
 QByteArray pathSortKey(const QString &path)
 {
-    return pathBytes(stringToUpper(path));
+    return isPlain(path) ? path.toLatin1().toUpper() : pathBytes(stringToUpper(path));
+}
+
+QString foldedText(const QString &text)
+{
+    QString folded = text;
+    QChar *const letters = folded.data();
+    for (qsizetype i = 0; i < folded.size(); ++i) {
+        const char16_t letter = letters[i].unicode();
+        if (letter < 0x80) {
+            if (letter >= u'A' && letter <= u'Z')
+                letters[i] = QChar(static_cast<char16_t>(letter + (u'a' - u'A')));
+        } else if (letters[i].isHighSurrogate() && i + 1 < folded.size() &&
+                   letters[i + 1].isLowSurrogate()) {
+            const char32_t wide =
+                QChar::toCaseFolded(QChar::surrogateToUcs4(letters[i], letters[i + 1]));
+            letters[i] = QChar(QChar::highSurrogate(wide));
+            letters[++i] = QChar(QChar::lowSurrogate(wide));
+        } else {
+            letters[i] = letters[i].toCaseFolded();
+        }
+    }
+    return folded;
 }
 
 bool compareByPath(const SongInfoIndex &a, const SongInfoIndex &b)

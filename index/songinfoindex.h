@@ -50,6 +50,10 @@ public:
 /// \a text upper-cased by the rules of Unicode; nothing else changes.
 QString stringToUpper(const QString &text);
 
+/// \a text as QString::compare() sees it when it ignores case: folded letter by letter, so that
+/// none becomes two.
+QString foldedText(const QString &text);
+
 /// \a path in code page "IBM 850", in which the player keeps paths; '?' for what the page lacks.
 QByteArray pathBytes(const QString &path);
 /// The path that \a bytes in code page "IBM 850" stand for.

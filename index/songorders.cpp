@@ -9,26 +9,6 @@
 namespace
 {
 
-/// \a text as QString::compare() sees it when it ignores case: folded letter by letter, so that
-/// none becomes two.
-QString foldedText(const QString &text)
-{
-    QString folded = text;
-    for (qsizetype i = 0; i < folded.size(); ++i) {
-        const QChar character = folded.at(i);
-        if (character.isHighSurrogate() && i + 1 < folded.size() &&
-            folded.at(i + 1).isLowSurrogate()) {
-            const char32_t letter =
-                QChar::toCaseFolded(QChar::surrogateToUcs4(character, folded.at(i + 1)));
-            folded[i] = QChar(QChar::highSurrogate(letter));
-            folded[++i] = QChar(QChar::lowSurrogate(letter));
-        } else if (const QChar letter = character.toCaseFolded(); letter != character) {
-            folded[i] = letter;
-        }
-    }
-    return folded;
-}
-
 /// The first letters of \a folded as a number that has their order.
 quint64 startOf(const QString &folded)
 {
@@ -83,10 +63,10 @@ SongOrder SongOrders::byGroup(const QList<SongInfoIndex> &songs, const SongOrder
                               QString SongInfoIndex::*group)
 {
     QHash<QString, qsizetype> numbers;
-    QList<qsizetype> numberOf;
-    numberOf.reserve(byTitle.size());
-    for (const qsizetype position : byTitle) {
-        const QString name = foldedText(songs.at(position).*group);
+    QList<qsizetype> numberOf; // by position
+    numberOf.reserve(songs.size());
+    for (const SongInfoIndex &song : songs) {
+        const QString name = foldedText(song.*group);
         auto number = numbers.find(name);
         if (number == numbers.end())
             number = numbers.insert(name, numbers.size());
@@ -96,8 +76,8 @@ SongOrder SongOrders::byGroup(const QList<SongInfoIndex> &songs, const SongOrder
     std::sort(names.begin(), names.end());
     // Where the songs of each group begin.
     QList<qsizetype> sizes(names.size(), 0);
-    for (const qsizetype number : std::as_const(numberOf))
-        ++sizes[number];
+    for (const qsizetype position : byTitle)
+        ++sizes[numberOf.at(position)];
     QList<qsizetype> next(names.size(), 0);
     qsizetype start = 0;
     for (const QString &name : std::as_const(names)) {
@@ -106,8 +86,8 @@ SongOrder SongOrders::byGroup(const QList<SongInfoIndex> &songs, const SongOrder
         start += sizes.at(number);
     }
     SongOrder order(byTitle.size());
-    for (qsizetype i = 0; i < byTitle.size(); ++i)
-        order[next[numberOf.at(i)]++] = byTitle.at(i);
+    for (const qsizetype position : byTitle)
+        order[next[numberOf.at(position)]++] = position;
     return order;
 }
 
