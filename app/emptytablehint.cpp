@@ -17,6 +17,8 @@ EmptyTableHint::EmptyTableHint(QTableView &view) : QLabel(view.viewport())
 
 void EmptyTableHint::tell(const QString &text)
 {
+    if (text == this->text())
+        return;
     setText(text);
     setVisible(!text.isEmpty());
     setGeometry(parentWidget()->rect());

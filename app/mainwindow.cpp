@@ -5,6 +5,7 @@
 #include "app/emptytablehint.h"
 #include "app/helpdialog.h"
 #include "app/songfilter.h"
+#include "app/songtooltip.h"
 #include "app/startup.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
@@ -312,12 +313,19 @@ void MainWindow::initUserLibraryModel()
     m_hint = new EmptyTableHint(*view);
     m_filter = new SongFilter(*m_ui->searchLineEdit, *view, *m_model);
     connect(m_filter, &SongFilter::changed, this, &MainWindow::explainEmptyTable);
+    new SongToolTip(*view, *m_model);
     new CurrentRowKeeper(*view); // after the filter: it scrolls to a row that is shown
+    explainEmptyTable();
 }
 
 void MainWindow::explainEmptyTable()
 {
-    m_hint->tell(m_filter->hidesAll() ? tr("Nessun brano corrisponde alla ricerca") : QString());
+    if (m_model->rowCount() == 0)
+        m_hint->tell(tr("Nessun brano nella tabella.\nPer cominciare premi il pulsante qui sopra, "
+                        "oppure trascina qui file o cartelle."));
+    else
+        m_hint->tell(m_filter->hidesAll() ? tr("Nessun brano corrisponde alla ricerca")
+                                          : QString());
 }
 
 void MainWindow::adjustUserLibraryHeaders()

@@ -101,8 +101,11 @@ void MainWindow::onSongsTableViewShowContextMenu(const QPoint &pos)
         return;
     const LibraryRun run(*this);
     QMenu menu(this);
-    const QAction *removeAction = menu.addAction(tr("Remove from list"));
-    const QAction *deleteAction = menu.addAction(tr("Delete file"));
+    QAction *removeAction = menu.addAction(tr("Remove from list"));
+    QAction *deleteAction = menu.addAction(tr("Delete file"));
+    menu.setToolTipsVisible(true);
+    removeAction->setToolTip(tr("Toglie la riga dalla tabella; il file resta sul disco (Canc)"));
+    deleteAction->setToolTip(tr("Cancella il file dal disco, dopo una domanda"));
     for (QAction *action : menu.actions())
         action->setEnabled(index.isValid());
     const QAction *chosen = menu.exec(view->viewport()->mapToGlobal(pos));

@@ -91,6 +91,24 @@ void UserSongsRelTableModel::setHeaderLabels()
     setHeaderData(m_filename, Qt::Horizontal, QString());
     setHeaderData(m_shortName, Qt::Horizontal, tr("Nome file"));
     setHeaderData(m_status, Qt::Horizontal, QString());
+    setHeaderToolTips();
+}
+
+void UserSongsRelTableModel::setHeaderToolTips()
+{
+    const auto explain = [this](int column, const QString &text) {
+        setHeaderData(column, Qt::Horizontal, tr("%1 (un clic ordina le righe)").arg(text),
+                      Qt::ToolTipRole);
+    };
+    explain(m_type, tr("Formato del file"));
+    explain(m_title, tr("Titolo della song"));
+    explain(m_artist, tr("Interprete della song"));
+    explain(m_genre, tr("Genere musicale"));
+    explain(m_author, tr("Autore della song"));
+    explain(m_length, tr("Durata in minuti e secondi"));
+    explain(m_userBpm, tr("Tempo in battiti al minuto"));
+    explain(m_key, tr("Tonalità; il segno - indica il modo minore"));
+    explain(m_shortName, tr("Nome del file senza la cartella"));
 }
 
 int UserSongsRelTableModel::goodRowCount()

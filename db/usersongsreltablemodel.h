@@ -28,7 +28,7 @@ public:
     /// Looks the columns up by their names. (The name is misspelt for good: it is part of the
     /// design.)
     void setFiledsIndexes();
-    /// Sets the headings in the current language.
+    /// Sets the headings and their tool tips in the current language.
     void setHeaderLabels();
 
     int goodRowCount();
@@ -77,6 +77,7 @@ private:
         Qt::SortOrder order;
     };
 
+    void setHeaderToolTips();
     bool hasRow(int row) const { return row >= 0 && row < m_rows.size(); }
     QString textAt(int row, int column) const;
     int statusAt(int row) const;

@@ -52,6 +52,30 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <source>Scegli cartella</source>
         <translation>Select folder</translation>
     </message>
+    <message>
+        <source>Cartella del backup</source>
+        <translation>Folder of the backup</translation>
+    </message>
+    <message>
+        <source>Cartella in cui salvare il backup</source>
+        <translation>Folder in which the backup is saved</translation>
+    </message>
+    <message>
+        <source>Sceglie la cartella del backup</source>
+        <translation>Chooses the folder of the backup</translation>
+    </message>
+    <message>
+        <source>Rinuncia alla sincronizzazione</source>
+        <translation>Gives up the synchronization</translation>
+    </message>
+    <message>
+        <source>Copia i file scelti, poi li sincronizza</source>
+        <translation>Copies the chosen files, then synchronizes them</translation>
+    </message>
+    <message>
+        <source>Sincronizza i file senza copiarli prima</source>
+        <translation>Synchronizes the files without copying them first</translation>
+    </message>
 </context>
 <context>
     <name>DataEditDialog</name>
@@ -143,6 +167,94 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <source>ATTENZIONE</source>
         <translation>WARNING</translation>
     </message>
+    <message>
+        <source>Titolo della song</source>
+        <translation>Title of the song</translation>
+    </message>
+    <message>
+        <source>Rimette il titolo letto dal file</source>
+        <translation>Puts back the title that was read from the file</translation>
+    </message>
+    <message>
+        <source>Usa come titolo il nome del file senza estensione</source>
+        <translation>Takes the file name without its extension as the title</translation>
+    </message>
+    <message>
+        <source>Applica a tutti: titolo</source>
+        <translation>Apply to all: title</translation>
+    </message>
+    <message>
+        <source>Dà a ogni song della lista il nome del suo file come titolo</source>
+        <translation>Gives every song of the list its file name as the title</translation>
+    </message>
+    <message>
+        <source>Interprete: dall&apos;elenco oppure scritto a mano</source>
+        <translation>Artist: from the list or written by hand</translation>
+    </message>
+    <message>
+        <source>Applica a tutti: interprete</source>
+        <translation>Apply to all: artist</translation>
+    </message>
+    <message>
+        <source>Scrive questo interprete in tutte le song della lista</source>
+        <translation>Writes this artist into all songs of the list</translation>
+    </message>
+    <message>
+        <source>Genere: dall&apos;elenco oppure scritto a mano</source>
+        <translation>Genre: from the list or written by hand</translation>
+    </message>
+    <message>
+        <source>Applica a tutti: genere</source>
+        <translation>Apply to all: genre</translation>
+    </message>
+    <message>
+        <source>Scrive questo genere in tutte le song della lista</source>
+        <translation>Writes this genre into all songs of the list</translation>
+    </message>
+    <message>
+        <source>Autore della song</source>
+        <translation>Author of the song</translation>
+    </message>
+    <message>
+        <source>Applica a tutti: autore</source>
+        <translation>Apply to all: author</translation>
+    </message>
+    <message>
+        <source>Scrive questo autore in tutte le song della lista</source>
+        <translation>Writes this author into all songs of the list</translation>
+    </message>
+    <message>
+        <source>Durata, minuti</source>
+        <translation>Length, minutes</translation>
+    </message>
+    <message>
+        <source>Durata: minuti</source>
+        <translation>Length: minutes</translation>
+    </message>
+    <message>
+        <source>Durata, secondi</source>
+        <translation>Length, seconds</translation>
+    </message>
+    <message>
+        <source>Durata: secondi</source>
+        <translation>Length: seconds</translation>
+    </message>
+    <message>
+        <source>Tempo, in battiti al minuto</source>
+        <translation>Tempo, in beats per minute</translation>
+    </message>
+    <message>
+        <source>Tonalità; il segno - indica il modo minore</source>
+        <translation>Key; the sign - stands for minor</translation>
+    </message>
+    <message>
+        <source>Scrive i dati nel file della song</source>
+        <translation>Writes the data into the song file</translation>
+    </message>
+    <message>
+        <source>Lascia il file com&apos;è</source>
+        <translation>Leaves the file as it is</translation>
+    </message>
 </context>
 <context>
     <name>HelpDialog</name>
@@ -153,6 +265,10 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Aiuto</source>
         <translation>Help for Brisel2 PC</translation>
+    </message>
+    <message>
+        <source>Guida all&apos;uso</source>
+        <translation>User guide</translation>
     </message>
 </context>
 <context>
@@ -279,6 +395,54 @@ See the report for more information.</translation>
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
         <translation>Operation failed.
 Make sure that the disk has enough free space and is not write-protected.</translation>
+    </message>
+    <message>
+        <source>Cartella della memoria</source>
+        <translation>Folder of the memory</translation>
+    </message>
+    <message>
+        <source>Sfoglia: cartella della memoria</source>
+        <translation>Browse: folder of the memory</translation>
+    </message>
+    <message>
+        <source>Sceglie la cartella della memoria</source>
+        <translation>Chooses the folder of the memory</translation>
+    </message>
+    <message>
+        <source>Rilegge solo le song nuove o cambiate</source>
+        <translation>Reads only new or changed songs again</translation>
+    </message>
+    <message>
+        <source>Cancella gli archivi e li rifà da capo</source>
+        <translation>Deletes the archives and makes them anew</translation>
+    </message>
+    <message>
+        <source>Chiede anche un controllo della struttura della memoria</source>
+        <translation>Asks for a check of the memory&apos;s structure, too</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Advance</translation>
+    </message>
+    <message>
+        <source>Avanzamento del lavoro</source>
+        <translation>Advance of the work</translation>
+    </message>
+    <message>
+        <source>Report</source>
+        <translation>Report</translation>
+    </message>
+    <message>
+        <source>Elenca i file rifiutati, uno per riga</source>
+        <translation>Lists the files that were refused, one a line</translation>
+    </message>
+    <message>
+        <source>Avvia il lavoro; con Maiusc premuto lavora proprio sulla cartella indicata</source>
+        <translation>Starts the work; with Shift held down it works on just the folder named</translation>
+    </message>
+    <message>
+        <source>Chiude la finestra</source>
+        <translation>Closes the window</translation>
     </message>
 </context>
 <context>
@@ -519,6 +683,132 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <source>Attendere la fine dell&apos;operazione in corso</source>
         <translation>Wait until the operation under way has ended</translation>
     </message>
+    <message>
+        <source>Sceglie i file delle song e li legge nella tabella (Ctrl+O)</source>
+        <translation>Chooses song files and reads them into the table (Ctrl+O)</translation>
+    </message>
+    <message>
+        <source>Mostra solo le song che contengono queste parole (Ctrl+F; Esc le mostra tutte)</source>
+        <translation>Shows only the songs that hold these words (Ctrl+F; Esc shows all)</translation>
+    </message>
+    <message>
+        <source>Song della libreria</source>
+        <translation>Songs of the library</translation>
+    </message>
+    <message>
+        <source>Corregge i dati nei file delle song secondo il database Kordia, dopo un backup</source>
+        <translation>Corrects the data in the song files after the Kordia database, following a backup</translation>
+    </message>
+    <message>
+        <source>Copia le song nella memoria di Brisel e ne aggiorna gli archivi</source>
+        <translation>Copies the songs to the Brisel2 memory and brings its archives up to date</translation>
+    </message>
+    <message>
+        <source>Scrive ciò che il programma fa nel file log.txt, dal prossimo avvio</source>
+        <translation>Writes what the program does to the file log.txt, from the next start</translation>
+    </message>
+    <message>
+        <source>Comincia ogni volta con un log vuoto</source>
+        <translation>Begins every time with an empty log</translation>
+    </message>
+    <message>
+        <source>Testo del marker</source>
+        <translation>Marker text</translation>
+    </message>
+    <message>
+        <source>Testo del marker di prova</source>
+        <translation>Text of the trial marker</translation>
+    </message>
+    <message>
+        <source>Battuta del marker</source>
+        <translation>Marker bar</translation>
+    </message>
+    <message>
+        <source>Non usato: la battuta è il numero della riga</source>
+        <translation>Not used: the bar is the number of the row</translation>
+    </message>
+    <message>
+        <source>Salva la song della riga corrente con un marker di prova in test_addmarker.bin</source>
+        <translation>Saves the song of the current row with a trial marker as test_addmarker.bin</translation>
+    </message>
+    <message>
+        <source>Salva la song della riga corrente in test_save.bin</source>
+        <translation>Saves the song of the current row as test_save.bin</translation>
+    </message>
+    <message>
+        <source>Importa di nuovo gli stessi file</source>
+        <translation>Imports the same files again</translation>
+    </message>
+    <message>
+        <source>Propone un backup dei file scelti</source>
+        <translation>Offers a backup of the chosen files</translation>
+    </message>
+    <message>
+        <source>Apre la finestra di modifica vuota</source>
+        <translation>Opens the edit window empty</translation>
+    </message>
+    <message>
+        <source>Mostra o nasconde il gruppo Debug</source>
+        <translation>Shows or hides the group Debug</translation>
+    </message>
+    <message>
+        <source>Chiude il programma</source>
+        <translation>Closes the program</translation>
+    </message>
+    <message>
+        <source>Mostra il programma in italiano</source>
+        <translation>Shows the program in Italian</translation>
+    </message>
+    <message>
+        <source>Mostra il programma in inglese</source>
+        <translation>Shows the program in English</translation>
+    </message>
+    <message>
+        <source>Mostra la guida in tedesco</source>
+        <translation>Shows the guide in German</translation>
+    </message>
+    <message>
+        <source>Chiede prima di modificare le song non pubblicate da Kordia</source>
+        <translation>Asks before songs that Kordia did not publish are changed</translation>
+    </message>
+    <message>
+        <source>Modifica tutte le song senza chiedere</source>
+        <translation>Changes all songs without asking</translation>
+    </message>
+    <message>
+        <source>Prepara una memoria per Brisel o ne rifà gli archivi</source>
+        <translation>Prepares a memory for Brisel2 or makes its archives anew</translation>
+    </message>
+    <message>
+        <source>Salva l&apos;elenco delle song di una memoria in un file CSV</source>
+        <translation>Saves the list of a memory&apos;s songs as a CSV file</translation>
+    </message>
+    <message>
+        <source>Apre la guida all&apos;uso (F1)</source>
+        <translation>Opens the user guide (F1)</translation>
+    </message>
+    <message>
+        <source>Mostra versione e data del programma</source>
+        <translation>Shows the program&apos;s version and date</translation>
+    </message>
+    <message>
+        <source>Mostra la versione della libreria grafica</source>
+        <translation>Shows the version of the graphics library</translation>
+    </message>
+    <message>
+        <source>Nessun brano nella tabella.
+Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.</source>
+        <translation>No songs in the table.
+To begin, press the button above, or drag files or folders here.</translation>
+    </message>
+    <message>
+        <source>Toglie la riga dalla tabella; il file resta sul disco (Canc)</source>
+        <translation>Takes the row out of the table; the file stays on the disk (Del)</translation>
+    </message>
+    <message>
+        <source>Cancella il file dal disco, dopo una domanda</source>
+        <translation>Deletes the file from the disk, after a question</translation>
+    </message>
 </context>
 <context>
     <name>NoCopyrightDialog</name>
@@ -550,6 +840,22 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <source>No tutti</source>
         <translation>No to all</translation>
     </message>
+    <message>
+        <source>Sì, per questo file</source>
+        <translation>Yes, for this file</translation>
+    </message>
+    <message>
+        <source>Sì, per questo file e per tutti quelli che seguono</source>
+        <translation>Yes, for this file and for all that follow</translation>
+    </message>
+    <message>
+        <source>No, per questo file</source>
+        <translation>No, for this file</translation>
+    </message>
+    <message>
+        <source>No, per questo file e per tutti quelli che seguono</source>
+        <translation>No, for this file and for all that follow</translation>
+    </message>
 </context>
 <context>
     <name>ProceedDialog</name>
@@ -577,6 +883,18 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)Kordia</source>
         <translation>%1 files have been examined, found %2 songs of which %3 (c) Kordia</translation>
     </message>
+    <message>
+        <source>Spegne questo riassunto e le domande sulle song non pubblicate da Kordia</source>
+        <translation>Turns off this summary and the questions about songs that Kordia did not publish</translation>
+    </message>
+    <message>
+        <source>Sincronizza subito le song</source>
+        <translation>Synchronizes the songs at once</translation>
+    </message>
+    <message>
+        <source>Lascia le song come sono</source>
+        <translation>Leaves the songs as they are</translation>
+    </message>
 </context>
 <context>
     <name>RunProgress</name>
@@ -587,6 +905,41 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     <message>
         <source>%1 di %2</source>
         <translation>%1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>SongToolTip</name>
+    <message>
+        <source>Stato: %1</source>
+        <translation>Status: %1</translation>
+    </message>
+    <message>
+        <source>sincronizzata con il database</source>
+        <translation>synchronized with the database</translation>
+    </message>
+    <message>
+        <source>modificata a mano</source>
+        <translation>edited by hand</translation>
+    </message>
+    <message>
+        <source>non trovata nel database o non scritta</source>
+        <translation>not found in the database or not written</translation>
+    </message>
+    <message>
+        <source>importata</source>
+        <translation>imported</translation>
+    </message>
+    <message>
+        <source>Il file non è più leggibile</source>
+        <translation>The file can no longer be read</translation>
+    </message>
+    <message>
+        <source>Nessun marker</source>
+        <translation>No markers</translation>
+    </message>
+    <message>
+        <source>Marker:</source>
+        <translation>Markers:</translation>
     </message>
 </context>
 <context>
@@ -663,6 +1016,50 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <source>Impossibile proseguire, la memoria non è preparata per Brisel</source>
         <translation>Operation aborted, memory not optimized for Brisel2</translation>
     </message>
+    <message>
+        <source>Cartella principale della memoria</source>
+        <translation>Main folder of the memory</translation>
+    </message>
+    <message>
+        <source>Sfoglia: cartella della memoria</source>
+        <translation>Browse: folder of the memory</translation>
+    </message>
+    <message>
+        <source>Sceglie la cartella della memoria</source>
+        <translation>Chooses the folder of the memory</translation>
+    </message>
+    <message>
+        <source>File in cui salvare la lista</source>
+        <translation>File in which the list is saved</translation>
+    </message>
+    <message>
+        <source>Sfoglia: file della lista</source>
+        <translation>Browse: file of the list</translation>
+    </message>
+    <message>
+        <source>Sceglie il file in cui salvare la lista</source>
+        <translation>Chooses the file in which the list is saved</translation>
+    </message>
+    <message>
+        <source>Ordine delle song nella lista</source>
+        <translation>Order of the songs in the list</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Advance</translation>
+    </message>
+    <message>
+        <source>Avanzamento del lavoro</source>
+        <translation>Advance of the work</translation>
+    </message>
+    <message>
+        <source>Salva la lista</source>
+        <translation>Saves the list</translation>
+    </message>
+    <message>
+        <source>Chiude la finestra</source>
+        <translation>Closes the window</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
@@ -715,6 +1112,46 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     <message>
         <source>Nome file</source>
         <translation>File name</translation>
+    </message>
+    <message>
+        <source>%1 (un clic ordina le righe)</source>
+        <translation>%1 (a click sorts the rows)</translation>
+    </message>
+    <message>
+        <source>Formato del file</source>
+        <translation>Format of the file</translation>
+    </message>
+    <message>
+        <source>Titolo della song</source>
+        <translation>Title of the song</translation>
+    </message>
+    <message>
+        <source>Interprete della song</source>
+        <translation>Artist of the song</translation>
+    </message>
+    <message>
+        <source>Genere musicale</source>
+        <translation>Musical genre</translation>
+    </message>
+    <message>
+        <source>Autore della song</source>
+        <translation>Author of the song</translation>
+    </message>
+    <message>
+        <source>Durata in minuti e secondi</source>
+        <translation>Length in minutes and seconds</translation>
+    </message>
+    <message>
+        <source>Tempo in battiti al minuto</source>
+        <translation>Tempo in beats per minute</translation>
+    </message>
+    <message>
+        <source>Tonalità; il segno - indica il modo minore</source>
+        <translation>Key; the sign - stands for minor</translation>
+    </message>
+    <message>
+        <source>Nome del file senza la cartella</source>
+        <translation>Name of the file without its folder</translation>
     </message>
 </context>
 </TS>

@@ -52,6 +52,30 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <source>Scegli cartella</source>
         <translation>Scegli cartella</translation>
     </message>
+    <message>
+        <source>Cartella del backup</source>
+        <translation>Cartella del backup</translation>
+    </message>
+    <message>
+        <source>Cartella in cui salvare il backup</source>
+        <translation>Cartella in cui salvare il backup</translation>
+    </message>
+    <message>
+        <source>Sceglie la cartella del backup</source>
+        <translation>Sceglie la cartella del backup</translation>
+    </message>
+    <message>
+        <source>Rinuncia alla sincronizzazione</source>
+        <translation>Rinuncia alla sincronizzazione</translation>
+    </message>
+    <message>
+        <source>Copia i file scelti, poi li sincronizza</source>
+        <translation>Copia i file scelti, poi li sincronizza</translation>
+    </message>
+    <message>
+        <source>Sincronizza i file senza copiarli prima</source>
+        <translation>Sincronizza i file senza copiarli prima</translation>
+    </message>
 </context>
 <context>
     <name>DataEditDialog</name>
@@ -143,6 +167,94 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <source>ATTENZIONE</source>
         <translation>ATTENZIONE</translation>
     </message>
+    <message>
+        <source>Titolo della song</source>
+        <translation>Titolo della song</translation>
+    </message>
+    <message>
+        <source>Rimette il titolo letto dal file</source>
+        <translation>Rimette il titolo letto dal file</translation>
+    </message>
+    <message>
+        <source>Usa come titolo il nome del file senza estensione</source>
+        <translation>Usa come titolo il nome del file senza estensione</translation>
+    </message>
+    <message>
+        <source>Applica a tutti: titolo</source>
+        <translation>Applica a tutti: titolo</translation>
+    </message>
+    <message>
+        <source>Dà a ogni song della lista il nome del suo file come titolo</source>
+        <translation>Dà a ogni song della lista il nome del suo file come titolo</translation>
+    </message>
+    <message>
+        <source>Interprete: dall&apos;elenco oppure scritto a mano</source>
+        <translation>Interprete: dall&apos;elenco oppure scritto a mano</translation>
+    </message>
+    <message>
+        <source>Applica a tutti: interprete</source>
+        <translation>Applica a tutti: interprete</translation>
+    </message>
+    <message>
+        <source>Scrive questo interprete in tutte le song della lista</source>
+        <translation>Scrive questo interprete in tutte le song della lista</translation>
+    </message>
+    <message>
+        <source>Genere: dall&apos;elenco oppure scritto a mano</source>
+        <translation>Genere: dall&apos;elenco oppure scritto a mano</translation>
+    </message>
+    <message>
+        <source>Applica a tutti: genere</source>
+        <translation>Applica a tutti: genere</translation>
+    </message>
+    <message>
+        <source>Scrive questo genere in tutte le song della lista</source>
+        <translation>Scrive questo genere in tutte le song della lista</translation>
+    </message>
+    <message>
+        <source>Autore della song</source>
+        <translation>Autore della song</translation>
+    </message>
+    <message>
+        <source>Applica a tutti: autore</source>
+        <translation>Applica a tutti: autore</translation>
+    </message>
+    <message>
+        <source>Scrive questo autore in tutte le song della lista</source>
+        <translation>Scrive questo autore in tutte le song della lista</translation>
+    </message>
+    <message>
+        <source>Durata, minuti</source>
+        <translation>Durata, minuti</translation>
+    </message>
+    <message>
+        <source>Durata: minuti</source>
+        <translation>Durata: minuti</translation>
+    </message>
+    <message>
+        <source>Durata, secondi</source>
+        <translation>Durata, secondi</translation>
+    </message>
+    <message>
+        <source>Durata: secondi</source>
+        <translation>Durata: secondi</translation>
+    </message>
+    <message>
+        <source>Tempo, in battiti al minuto</source>
+        <translation>Tempo, in battiti al minuto</translation>
+    </message>
+    <message>
+        <source>Tonalità; il segno - indica il modo minore</source>
+        <translation>Tonalità; il segno - indica il modo minore</translation>
+    </message>
+    <message>
+        <source>Scrive i dati nel file della song</source>
+        <translation>Scrive i dati nel file della song</translation>
+    </message>
+    <message>
+        <source>Lascia il file com&apos;è</source>
+        <translation>Lascia il file com&apos;è</translation>
+    </message>
 </context>
 <context>
     <name>HelpDialog</name>
@@ -153,6 +265,10 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>Aiuto</source>
         <translation>Aiuto</translation>
+    </message>
+    <message>
+        <source>Guida all&apos;uso</source>
+        <translation>Guida all&apos;uso</translation>
     </message>
 </context>
 <context>
@@ -279,6 +395,54 @@ Consultare il report per maggiori informazioni.</translation>
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
         <translation>Operazione non riuscita.
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</translation>
+    </message>
+    <message>
+        <source>Cartella della memoria</source>
+        <translation>Cartella della memoria</translation>
+    </message>
+    <message>
+        <source>Sfoglia: cartella della memoria</source>
+        <translation>Sfoglia: cartella della memoria</translation>
+    </message>
+    <message>
+        <source>Sceglie la cartella della memoria</source>
+        <translation>Sceglie la cartella della memoria</translation>
+    </message>
+    <message>
+        <source>Rilegge solo le song nuove o cambiate</source>
+        <translation>Rilegge solo le song nuove o cambiate</translation>
+    </message>
+    <message>
+        <source>Cancella gli archivi e li rifà da capo</source>
+        <translation>Cancella gli archivi e li rifà da capo</translation>
+    </message>
+    <message>
+        <source>Chiede anche un controllo della struttura della memoria</source>
+        <translation>Chiede anche un controllo della struttura della memoria</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Avanzamento</translation>
+    </message>
+    <message>
+        <source>Avanzamento del lavoro</source>
+        <translation>Avanzamento del lavoro</translation>
+    </message>
+    <message>
+        <source>Report</source>
+        <translation>Report</translation>
+    </message>
+    <message>
+        <source>Elenca i file rifiutati, uno per riga</source>
+        <translation>Elenca i file rifiutati, uno per riga</translation>
+    </message>
+    <message>
+        <source>Avvia il lavoro; con Maiusc premuto lavora proprio sulla cartella indicata</source>
+        <translation>Avvia il lavoro; con Maiusc premuto lavora proprio sulla cartella indicata</translation>
+    </message>
+    <message>
+        <source>Chiude la finestra</source>
+        <translation>Chiude la finestra</translation>
     </message>
 </context>
 <context>
@@ -519,6 +683,132 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <source>Attendere la fine dell&apos;operazione in corso</source>
         <translation>Attendere la fine dell&apos;operazione in corso</translation>
     </message>
+    <message>
+        <source>Sceglie i file delle song e li legge nella tabella (Ctrl+O)</source>
+        <translation>Sceglie i file delle song e li legge nella tabella (Ctrl+O)</translation>
+    </message>
+    <message>
+        <source>Mostra solo le song che contengono queste parole (Ctrl+F; Esc le mostra tutte)</source>
+        <translation>Mostra solo le song che contengono queste parole (Ctrl+F; Esc le mostra tutte)</translation>
+    </message>
+    <message>
+        <source>Song della libreria</source>
+        <translation>Song della libreria</translation>
+    </message>
+    <message>
+        <source>Corregge i dati nei file delle song secondo il database Kordia, dopo un backup</source>
+        <translation>Corregge i dati nei file delle song secondo il database Kordia, dopo un backup</translation>
+    </message>
+    <message>
+        <source>Copia le song nella memoria di Brisel e ne aggiorna gli archivi</source>
+        <translation>Copia le song nella memoria di Brisel e ne aggiorna gli archivi</translation>
+    </message>
+    <message>
+        <source>Scrive ciò che il programma fa nel file log.txt, dal prossimo avvio</source>
+        <translation>Scrive ciò che il programma fa nel file log.txt, dal prossimo avvio</translation>
+    </message>
+    <message>
+        <source>Comincia ogni volta con un log vuoto</source>
+        <translation>Comincia ogni volta con un log vuoto</translation>
+    </message>
+    <message>
+        <source>Testo del marker</source>
+        <translation>Testo del marker</translation>
+    </message>
+    <message>
+        <source>Testo del marker di prova</source>
+        <translation>Testo del marker di prova</translation>
+    </message>
+    <message>
+        <source>Battuta del marker</source>
+        <translation>Battuta del marker</translation>
+    </message>
+    <message>
+        <source>Non usato: la battuta è il numero della riga</source>
+        <translation>Non usato: la battuta è il numero della riga</translation>
+    </message>
+    <message>
+        <source>Salva la song della riga corrente con un marker di prova in test_addmarker.bin</source>
+        <translation>Salva la song della riga corrente con un marker di prova in test_addmarker.bin</translation>
+    </message>
+    <message>
+        <source>Salva la song della riga corrente in test_save.bin</source>
+        <translation>Salva la song della riga corrente in test_save.bin</translation>
+    </message>
+    <message>
+        <source>Importa di nuovo gli stessi file</source>
+        <translation>Importa di nuovo gli stessi file</translation>
+    </message>
+    <message>
+        <source>Propone un backup dei file scelti</source>
+        <translation>Propone un backup dei file scelti</translation>
+    </message>
+    <message>
+        <source>Apre la finestra di modifica vuota</source>
+        <translation>Apre la finestra di modifica vuota</translation>
+    </message>
+    <message>
+        <source>Mostra o nasconde il gruppo Debug</source>
+        <translation>Mostra o nasconde il gruppo Debug</translation>
+    </message>
+    <message>
+        <source>Chiude il programma</source>
+        <translation>Chiude il programma</translation>
+    </message>
+    <message>
+        <source>Mostra il programma in italiano</source>
+        <translation>Mostra il programma in italiano</translation>
+    </message>
+    <message>
+        <source>Mostra il programma in inglese</source>
+        <translation>Mostra il programma in inglese</translation>
+    </message>
+    <message>
+        <source>Mostra la guida in tedesco</source>
+        <translation>Mostra la guida in tedesco</translation>
+    </message>
+    <message>
+        <source>Chiede prima di modificare le song non pubblicate da Kordia</source>
+        <translation>Chiede prima di modificare le song non pubblicate da Kordia</translation>
+    </message>
+    <message>
+        <source>Modifica tutte le song senza chiedere</source>
+        <translation>Modifica tutte le song senza chiedere</translation>
+    </message>
+    <message>
+        <source>Prepara una memoria per Brisel o ne rifà gli archivi</source>
+        <translation>Prepara una memoria per Brisel o ne rifà gli archivi</translation>
+    </message>
+    <message>
+        <source>Salva l&apos;elenco delle song di una memoria in un file CSV</source>
+        <translation>Salva l&apos;elenco delle song di una memoria in un file CSV</translation>
+    </message>
+    <message>
+        <source>Apre la guida all&apos;uso (F1)</source>
+        <translation>Apre la guida all&apos;uso (F1)</translation>
+    </message>
+    <message>
+        <source>Mostra versione e data del programma</source>
+        <translation>Mostra versione e data del programma</translation>
+    </message>
+    <message>
+        <source>Mostra la versione della libreria grafica</source>
+        <translation>Mostra la versione della libreria grafica</translation>
+    </message>
+    <message>
+        <source>Nessun brano nella tabella.
+Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.</source>
+        <translation>Nessun brano nella tabella.
+Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.</translation>
+    </message>
+    <message>
+        <source>Toglie la riga dalla tabella; il file resta sul disco (Canc)</source>
+        <translation>Toglie la riga dalla tabella; il file resta sul disco (Canc)</translation>
+    </message>
+    <message>
+        <source>Cancella il file dal disco, dopo una domanda</source>
+        <translation>Cancella il file dal disco, dopo una domanda</translation>
+    </message>
 </context>
 <context>
     <name>NoCopyrightDialog</name>
@@ -550,6 +840,22 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <source>No tutti</source>
         <translation>No tutti</translation>
     </message>
+    <message>
+        <source>Sì, per questo file</source>
+        <translation>Sì, per questo file</translation>
+    </message>
+    <message>
+        <source>Sì, per questo file e per tutti quelli che seguono</source>
+        <translation>Sì, per questo file e per tutti quelli che seguono</translation>
+    </message>
+    <message>
+        <source>No, per questo file</source>
+        <translation>No, per questo file</translation>
+    </message>
+    <message>
+        <source>No, per questo file e per tutti quelli che seguono</source>
+        <translation>No, per questo file e per tutti quelli che seguono</translation>
+    </message>
 </context>
 <context>
     <name>ProceedDialog</name>
@@ -577,6 +883,18 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)Kordia</source>
         <translation>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)Kordia</translation>
     </message>
+    <message>
+        <source>Spegne questo riassunto e le domande sulle song non pubblicate da Kordia</source>
+        <translation>Spegne questo riassunto e le domande sulle song non pubblicate da Kordia</translation>
+    </message>
+    <message>
+        <source>Sincronizza subito le song</source>
+        <translation>Sincronizza subito le song</translation>
+    </message>
+    <message>
+        <source>Lascia le song come sono</source>
+        <translation>Lascia le song come sono</translation>
+    </message>
 </context>
 <context>
     <name>RunProgress</name>
@@ -587,6 +905,41 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     <message>
         <source>%1 di %2</source>
         <translation>%1 di %2</translation>
+    </message>
+</context>
+<context>
+    <name>SongToolTip</name>
+    <message>
+        <source>Stato: %1</source>
+        <translation>Stato: %1</translation>
+    </message>
+    <message>
+        <source>sincronizzata con il database</source>
+        <translation>sincronizzata con il database</translation>
+    </message>
+    <message>
+        <source>modificata a mano</source>
+        <translation>modificata a mano</translation>
+    </message>
+    <message>
+        <source>non trovata nel database o non scritta</source>
+        <translation>non trovata nel database o non scritta</translation>
+    </message>
+    <message>
+        <source>importata</source>
+        <translation>importata</translation>
+    </message>
+    <message>
+        <source>Il file non è più leggibile</source>
+        <translation>Il file non è più leggibile</translation>
+    </message>
+    <message>
+        <source>Nessun marker</source>
+        <translation>Nessun marker</translation>
+    </message>
+    <message>
+        <source>Marker:</source>
+        <translation>Marker:</translation>
     </message>
 </context>
 <context>
@@ -663,6 +1016,50 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <source>Impossibile proseguire, la memoria non è preparata per Brisel</source>
         <translation>Impossibile proseguire, la memoria non è preparata per Brisel</translation>
     </message>
+    <message>
+        <source>Cartella principale della memoria</source>
+        <translation>Cartella principale della memoria</translation>
+    </message>
+    <message>
+        <source>Sfoglia: cartella della memoria</source>
+        <translation>Sfoglia: cartella della memoria</translation>
+    </message>
+    <message>
+        <source>Sceglie la cartella della memoria</source>
+        <translation>Sceglie la cartella della memoria</translation>
+    </message>
+    <message>
+        <source>File in cui salvare la lista</source>
+        <translation>File in cui salvare la lista</translation>
+    </message>
+    <message>
+        <source>Sfoglia: file della lista</source>
+        <translation>Sfoglia: file della lista</translation>
+    </message>
+    <message>
+        <source>Sceglie il file in cui salvare la lista</source>
+        <translation>Sceglie il file in cui salvare la lista</translation>
+    </message>
+    <message>
+        <source>Ordine delle song nella lista</source>
+        <translation>Ordine delle song nella lista</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Avanzamento</translation>
+    </message>
+    <message>
+        <source>Avanzamento del lavoro</source>
+        <translation>Avanzamento del lavoro</translation>
+    </message>
+    <message>
+        <source>Salva la lista</source>
+        <translation>Salva la lista</translation>
+    </message>
+    <message>
+        <source>Chiude la finestra</source>
+        <translation>Chiude la finestra</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
@@ -715,6 +1112,46 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     <message>
         <source>Nome file</source>
         <translation>Nome file</translation>
+    </message>
+    <message>
+        <source>%1 (un clic ordina le righe)</source>
+        <translation>%1 (un clic ordina le righe)</translation>
+    </message>
+    <message>
+        <source>Formato del file</source>
+        <translation>Formato del file</translation>
+    </message>
+    <message>
+        <source>Titolo della song</source>
+        <translation>Titolo della song</translation>
+    </message>
+    <message>
+        <source>Interprete della song</source>
+        <translation>Interprete della song</translation>
+    </message>
+    <message>
+        <source>Genere musicale</source>
+        <translation>Genere musicale</translation>
+    </message>
+    <message>
+        <source>Autore della song</source>
+        <translation>Autore della song</translation>
+    </message>
+    <message>
+        <source>Durata in minuti e secondi</source>
+        <translation>Durata in minuti e secondi</translation>
+    </message>
+    <message>
+        <source>Tempo in battiti al minuto</source>
+        <translation>Tempo in battiti al minuto</translation>
+    </message>
+    <message>
+        <source>Tonalità; il segno - indica il modo minore</source>
+        <translation>Tonalità; il segno - indica il modo minore</translation>
+    </message>
+    <message>
+        <source>Nome del file senza la cartella</source>
+        <translation>Nome del file senza la cartella</translation>
     </message>
 </context>
 </TS>

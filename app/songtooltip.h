@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+
+class QTableView;
+class SongInfo;
+class UserSongsRelTableModel;
+
+/// The tool tip of a song in the library's table: what its row does not show. That is the full
+/// path, the status in words, and the markers, which are read from the file when they are asked
+/// for.
+class SongToolTip : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// \a view shows \a model. Belongs to the view.
+    SongToolTip(QTableView &view, UserSongsRelTableModel &model);
+
+    /// The text for a row, as HTML in which nothing of the song counts as markup.
+    QString textFor(int row) const;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    static QString statusText(int status);
+    static QStringList markerLines(const QString &path);
+
+    QTableView &m_view;
+    UserSongsRelTableModel &m_model;
+};

@@ -1,0 +1,196 @@
+#include "tests/app/everywindow.h"
+
+#include "app/aboutdialog.h"
+#include "app/helpdialog.h"
+#include "app/mainwindow.h"
+#include "db/usersongsreltablemodel.h"
+#include "index/indexdialog.h"
+#include "index/songslistdialog.h"
+#include "library/backupdialog.h"
+#include "library/dataeditdialog.h"
+#include "library/nocopyrightdialog.h"
+#include "library/proceeddialog.h"
+#include "library/runprogress.h"
+#include "songfile/metasong.h"
+#include "songfile/songinfo.h"
+#include "tests/logcapture.h"
+#include "tools/samplesongs.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QGroupBox>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QTableView>
+
+namespace
+{
+
+const QString longPath =
+    QStringLiteral("/home/anna/Musica/Basi musicali/Matrimoni/Anni Sessanta/Il cielo sopra il "
+                   "mare e altre storie di una estate molto lunga.mid");
+
+std::unique_ptr<QWidget> makeMainWindow(bool withSongs)
+{
+    const LogCapture quiet;
+    auto window = std::make_unique<MainWindow>();
+    if (withSongs) {
+        const QString folder = QDir::current().filePath(QStringLiteral("songs"));
+        if (!QDir::current().mkpath(folder) || !SampleSongs::writeSet(folder))
+            return nullptr;
+        int songs = 0;
+        int publisherSongs = 0;
+        int unknown = 0;
+        window->scanDir(folder, songs, publisherSongs, unknown);
+        auto *view = window->findChild<QTableView *>();
+        view->resizeColumnsToContents();
+        view->selectRow(2);
+        auto *model = window->findChild<UserSongsRelTableModel *>();
+        for (int row = 0; row < 4; ++row)
+            model->setStatus(row, static_cast<Database::statusEnum>(row));
+        for (const char *button : {"updateDataToolButton", "transferFilesToolButton"})
+            window->findChild<QWidget *>(QString::fromLatin1(button))->setEnabled(true);
+    }
+    return window;
+}
+
+std::unique_ptr<QWidget> makeRevealedWindow()
+{
+    std::unique_ptr<QWidget> window = makeMainWindow(false);
+    for (auto *group : window->findChildren<QGroupBox *>())
+        group->show();
+    return window;
+}
+
+std::unique_ptr<QWidget> makeProceedDialog()
+{
+    auto dialog = std::make_unique<ProceedDialog>();
+    dialog->setFilesCount(12345, 6789, 321);
+    return dialog;
+}
+
+std::unique_ptr<QWidget> makeQuestion(const QString &message, bool yesNoOnly)
+{
+    auto dialog = std::make_unique<NoCopyrightDialog>();
+    dialog->setFilename(longPath);
+    if (!message.isEmpty())
+        dialog->setMessage(message);
+    dialog->setYesNoOnly(yesNoOnly);
+    return dialog;
+}
+
+std::unique_ptr<QWidget> makeRenameQuestion()
+{
+    return makeQuestion(
+        QCoreApplication::translate("Index", "verrà rinominato: ") +
+            QStringLiteral("/media/anna/BRISEL/Basi musicali/Ilciel-1.mid\n\n") +
+            QCoreApplication::translate("Index", "Se il file non viene rinominato, è possibile che "
+                                                 "non venga rilevato da Brisel."),
+        false);
+}
+
+std::unique_ptr<QWidget> makeEditDialog()
+{
+    auto dialog = std::make_unique<DataEditDialog>();
+    dialog->setArtistsCombo({QStringLiteral("Gli Amici del Porto")});
+    dialog->setGenresCombo({QStringLiteral("Valzer lento")});
+    dialog->setKeysCombo(MetaSong::getKeysList());
+    SongInfo info;
+    info.fileName = longPath;
+    info.format = QStringLiteral("MIDI");
+    info.title = QStringLiteral("Il cielo sopra il mare");
+    info.artist = QStringLiteral("Gli Amici del Porto");
+    info.genre = QStringLiteral("Valzer lento");
+    info.author = QStringLiteral("Anna Bianchi");
+    info.key = MetaSong::getKeysList().constFirst();
+    info.length = 59 * 60 + 58;
+    info.userBpm = 120;
+    dialog->setOtherInfo(info);
+    return dialog;
+}
+
+std::unique_ptr<QWidget> makeIndexDialog()
+{
+    auto dialog = std::make_unique<IndexDialog>();
+    dialog->initProgress(100);
+    dialog->setProgressValue(40);
+    dialog->updateLabelNum(65535);
+    dialog->updateLabelCurrPath(longPath);
+    dialog->errorFromIndexReceived(
+        QCoreApplication::translate("Index", "File non importato, path troppo lungo: ") + longPath);
+    return dialog;
+}
+
+std::unique_ptr<QWidget> makeMessage()
+{
+    return std::make_unique<QMessageBox>(
+        QMessageBox::Question, QCoreApplication::translate("DataEditDialog", "ATTENZIONE"),
+        QCoreApplication::translate("DataEditDialog", "Il titolo di tutte le song della lista "
+                                                      "verrà sovrascritto non il nome del file, "
+                                                      "sei sicuro?"),
+        QMessageBox::Yes | QMessageBox::No);
+}
+
+/// The window that a run blocks, and the progress dialog over it.
+class WindowAtWork : public QWidget
+{
+public:
+    WindowAtWork() : m_progress(this)
+    {
+        m_progress.begin(QCoreApplication::translate("MainWindow", "Aggiornamento file"),
+                         QCoreApplication::translate("MainWindow", "Aggiorno la libreria..."),
+                         65535);
+        m_progress.setValue(40000);
+    }
+
+private:
+    RunProgress m_progress;
+};
+
+} // namespace
+
+const QStringList windowNames{QStringLiteral("main"),
+                              QStringLiteral("main-empty"),
+                              QStringLiteral("main-revealed"),
+                              QStringLiteral("proceed"),
+                              QStringLiteral("backup"),
+                              QStringLiteral("question"),
+                              QStringLiteral("question-yes-no"),
+                              QStringLiteral("question-rename"),
+                              QStringLiteral("edit"),
+                              QStringLiteral("index"),
+                              QStringLiteral("list"),
+                              QStringLiteral("help"),
+                              QStringLiteral("about"),
+                              QStringLiteral("message"),
+                              QStringLiteral("progress")};
+
+std::unique_ptr<QWidget> makeWindow(const QString &name)
+{
+    const QHash<QString, std::function<std::unique_ptr<QWidget>()>> windows{
+        {QStringLiteral("main"), [] { return makeMainWindow(true); }},
+        {QStringLiteral("main-empty"), [] { return makeMainWindow(false); }},
+        {QStringLiteral("main-revealed"), makeRevealedWindow},
+        {QStringLiteral("proceed"), makeProceedDialog},
+        {QStringLiteral("backup"), [] { return std::make_unique<BackupDialog>(); }},
+        {QStringLiteral("question"), [] { return makeQuestion({}, false); }},
+        {QStringLiteral("question-yes-no"), [] { return makeQuestion({}, true); }},
+        {QStringLiteral("question-rename"), makeRenameQuestion},
+        {QStringLiteral("edit"), makeEditDialog},
+        {QStringLiteral("index"), makeIndexDialog},
+        {QStringLiteral("list"), [] { return std::make_unique<SongsListDialog>(); }},
+        {QStringLiteral("help"), [] { return std::make_unique<HelpDialog>(); }},
+        {QStringLiteral("about"), [] { return std::make_unique<AboutDialog>(); }},
+        {QStringLiteral("message"), makeMessage},
+        {QStringLiteral("progress"), [] { return std::make_unique<WindowAtWork>(); }},
+    };
+    return windows.value(name)();
+}
+
+QWidget *shown(QWidget &window)
+{
+    window.show();
+    if (auto *progress = window.findChild<QProgressDialog *>())
+        return progress;
+    return &window;
+}
