@@ -85,7 +85,8 @@ bool MetaSong::importFile(const QString &path)
     m_zbxHeader = ZbxHeader();
     m_mp3Header = Mp3Header();
     QFile file(path);
-    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly))
+    // Unbuffered: of an MP3 nothing but the tag is read.
+    if (!isRegularFile(path) || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return false;
     const QByteArray start = file.peek(magicSize);
     if (ZbxHeader::typeOf(start) != SongInfo::Unknown)

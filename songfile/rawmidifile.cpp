@@ -68,6 +68,8 @@ bool RawMidiFile::loadData(const QByteArray &data)
     if (format > 1)
         return false;
     m_stream = data;
+    m_firstEvents.reset();
+    m_scannedBytes = 0;
     m_fileType = format == 0 ? SongInfo::Midi0 : SongInfo::Midi1;
     m_trackSizePos = static_cast<int>(track + 4);
     m_trackSize = be32At(data, m_trackSizePos);
@@ -96,17 +98,40 @@ void RawMidiFile::growTrack(qsizetype bytes)
 
 int RawMidiFile::indexOfKordiaMetaevent(const QByteArray &data, int from, kordiaMetaTypeEnum type)
 {
-    static const QByteArray pattern{metaEvent + QByteArray(1, kordiaMeta)};
-    qsizetype hit = data.indexOf(pattern, from);
-    while (hit >= 0 && byteAt(data, hit + typeOffset) != type)
-        hit = data.indexOf(pattern, hit + 1);
+    // By its rarest byte: that is looked for many at a time.
+    qsizetype hit = data.indexOf(metaEvent, from);
+    while (hit >= 0 &&
+           (byteAt(data, hit + 1) != kordiaMeta || byteAt(data, hit + typeOffset) != type))
+        hit = data.indexOf(metaEvent, hit + 1);
     return static_cast<int>(hit);
+}
+
+const RawMidiFile::FirstEvents &RawMidiFile::firstEvents() const
+{
+    if (m_firstEvents)
+        return *m_firstEvents;
+    FirstEvents &first = m_firstEvents.emplace();
+    first.standard.fill(-1);
+    first.kordia.fill(-1);
+    const auto keep = [](int &place, qsizetype hit) {
+        if (place < 0)
+            place = static_cast<int>(hit);
+    };
+    qsizetype hit = m_stream.indexOf(metaEvent, m_trackStart);
+    for (; hit >= 0 && hit + 1 < m_stream.size(); hit = m_stream.indexOf(metaEvent, hit + 1)) {
+        const quint8 type = byteAt(m_stream, hit + 1);
+        keep(first.standard[type], hit);
+        if (type == kordiaMeta)
+            keep(first.kordia[byteAt(m_stream, hit + typeOffset)], hit);
+    }
+    m_scannedBytes += m_stream.size();
+    return first;
 }
 
 int RawMidiFile::extractMetaevent(QString &text, kordiaMetaTypeEnum type) const
 {
     text.clear();
-    const int hit = indexOfKordiaMetaevent(m_stream, m_trackStart, type);
+    const int hit = firstEvents().kordia[type];
     if (hit >= 0)
         text = textAt(m_stream, hit + kordiaDataOffset,
                       signedByteAt(m_stream, hit + lengthOffset) - 1);
@@ -116,11 +141,10 @@ int RawMidiFile::extractMetaevent(QString &text, kordiaMetaTypeEnum type) const
 int RawMidiFile::extractMetaevent(QString &text, char metaType) const
 {
     text.clear();
-    const QByteArray pattern = metaEvent + QByteArray(1, metaType);
-    const qsizetype hit = m_stream.indexOf(pattern, m_trackStart);
+    const int hit = firstEvents().standard[static_cast<quint8>(metaType)];
     if (hit >= 0)
         text = textAt(m_stream, hit + typeOffset, signedByteAt(m_stream, hit + lengthOffset));
-    return static_cast<int>(hit);
+    return hit;
 }
 
 unsigned RawMidiFile::removeHeadMetaevent(kordiaMetaTypeEnum type, bool onlyFirst)
@@ -159,6 +183,7 @@ unsigned RawMidiFile::removeEvents(const QByteArray &pattern, int type, bool onl
     }
     if (removed > 0) {
         m_stream = kept + m_stream.mid(copied);
+        m_firstEvents.reset();
         growTrack(-removed);
     }
     return static_cast<unsigned>(removed);
@@ -169,6 +194,7 @@ unsigned RawMidiFile::insertBytes(const QByteArray &bytes, int pos)
     if (pos < 0 || pos > m_stream.size())
         return 0;
     m_stream.insert(pos, bytes);
+    m_firstEvents.reset();
     growTrack(bytes.size());
     return static_cast<unsigned>(bytes.size());
 }
@@ -210,7 +236,9 @@ int RawMidiFile::dbgInsertMarker(const QString &text, unsigned short bar)
 int RawMidiFile::extractMarkersList(QList<::Marker> &list) const
 {
     list.clear();
-    const int first = indexOfKordiaMetaevent(m_stream, m_trackStart, Marker);
+    const int first = firstEvents().kordia[Marker];
+    if (first >= 0)
+        m_scannedBytes += m_stream.size() - first;
     // The texts of true markers don't overlap. Thousands of markers that each claim the rest of
     // the file share its size.
     qsizetype unclaimed = m_stream.size();
@@ -228,8 +256,7 @@ int RawMidiFile::extractMarkersList(QList<::Marker> &list) const
 int RawMidiFile::extractKey(QString &key) const
 {
     key.clear();
-    const QByteArray pattern = metaEvent + QByteArray(1, keyMeta);
-    const qsizetype hit = m_stream.indexOf(pattern, m_trackStart);
+    const int hit = firstEvents().standard[keyMeta];
     if (hit < 0)
         return -1;
     const uint sharps = byteAt(m_stream, hit + 3);
@@ -241,7 +268,7 @@ int RawMidiFile::extractKey(QString &key) const
                 << u"[sf=%1|mi=%2]"_s.arg(sharps, 2, 16, QChar(u'0')).arg(minorDigits)
                 << "in MIDI file.";
     }
-    return static_cast<int>(hit);
+    return hit;
 }
 
 QString RawMidiFile::kordiaText(kordiaMetaTypeEnum type) const
@@ -318,33 +345,32 @@ bool RawMidiFile::isKordia() const
 
 bool RawMidiFile::hasTitle() const
 {
-    QString text;
-    return extractMetaevent(text, titleMeta) >= 0;
+    return firstEvents().standard[titleMeta] >= 0;
 }
 
 bool RawMidiFile::hasGenre() const
 {
-    return indexOfKordiaMetaevent(m_stream, m_trackStart, Genre) >= 0;
+    return firstEvents().kordia[Genre] >= 0;
 }
 
 bool RawMidiFile::hasArtist() const
 {
-    return indexOfKordiaMetaevent(m_stream, m_trackStart, Artist) >= 0;
+    return firstEvents().kordia[Artist] >= 0;
 }
 
 bool RawMidiFile::hasAuthor() const
 {
-    return indexOfKordiaMetaevent(m_stream, m_trackStart, Author) >= 0;
+    return firstEvents().kordia[Author] >= 0;
 }
 
 bool RawMidiFile::hasLength() const
 {
-    return indexOfKordiaMetaevent(m_stream, m_trackStart, Length) >= 0;
+    return firstEvents().kordia[Length] >= 0;
 }
 
 bool RawMidiFile::hasUserBpm() const
 {
-    return indexOfKordiaMetaevent(m_stream, m_trackStart, UserBpm) >= 0;
+    return firstEvents().kordia[UserBpm] >= 0;
 }
 
 bool RawMidiFile::hasKey() const
@@ -355,7 +381,7 @@ bool RawMidiFile::hasKey() const
 
 bool RawMidiFile::hasMarkers() const
 {
-    return indexOfKordiaMetaevent(m_stream, m_trackStart, Marker) >= 0;
+    return firstEvents().kordia[Marker] >= 0;
 }
 
 void RawMidiFile::setTitle(const QString &text)

@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <array>
+#include <optional>
+
 /// A Standard MIDI File of format 0 or 1 and the song data in it: see
 /// docs/formats/midi-meta-events.md. The music is never parsed: events are found by searching for
 /// their bytes, so bytes that happen to look like one are taken for one. Changes are made at the
@@ -93,10 +96,21 @@ public:
     /// songs that have no markers yet, and was always so.
     void setMarkersList(const QList<::Marker> &list);
 
+    /// Bytes looked through since loadData() to read what the song holds: one pass serves all
+    /// getters until the song is changed, and one more the markers.
+    qint64 scannedBytes() const { return m_scannedBytes; }
+
     /// The names that extractKey() gives, in ascending order of their value.
     static QStringList getKeysList();
 
 private:
+    /// The positions of the first events by type, -1 where there is none.
+    struct FirstEvents {
+        std::array<int, 256> standard;
+        std::array<int, 256> kordia;
+    };
+
+    const FirstEvents &firstEvents() const;
     unsigned removeEvents(const QByteArray &pattern, int type, bool onlyFirst);
     unsigned insertBytes(const QByteArray &bytes, int pos);
     void growTrack(qsizetype bytes);
@@ -106,6 +120,8 @@ private:
     void setKordiaText(kordiaMetaTypeEnum type, const QString &text);
 
     QByteArray m_stream;
+    mutable std::optional<FirstEvents> m_firstEvents; ///< forgotten with every change
+    mutable qint64 m_scannedBytes = 0;
     quint32 m_trackSize = 0;
     int m_trackStart = 8; ///< behind the "MTrk" and the length: no place in an empty stream
     int m_trackSizePos = 4;

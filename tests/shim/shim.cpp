@@ -28,6 +28,7 @@ bool refusesReplacing = false;
 int ownCount = 0;
 int *counted = &ownCount; ///< shared with the test when preloaded: a kill must not take it along
 int trace = -1;
+long long readBytes = 0;
 
 bool isBelow(const char *path)
 {
@@ -220,12 +221,18 @@ void Shim::arm(const char *watched, int at, Action action)
     wanted = at;
     wantedAction = action;
     *counted = 0;
+    readBytes = 0;
 }
 
 int Shim::disarm()
 {
     folderLength = 0;
     return *counted;
+}
+
+long long Shim::bytesRead()
+{
+    return readBytes;
 }
 
 extern "C" {
@@ -269,6 +276,14 @@ int openat64(int base, const char *path, int flags, ...)
 int creat(const char *path, mode_t mode)
 {
     return openAt(AT_FDCWD, path, O_CREAT | O_WRONLY | O_TRUNC, mode);
+}
+
+ssize_t read(int handle, void *data, size_t size)
+{
+    const ssize_t count = ::syscall(SYS_read, handle, data, size);
+    if (count > 0 && Watched(handle))
+        readBytes += count;
+    return count;
 }
 
 ssize_t write(int handle, const void *data, size_t size)

@@ -1,9 +1,10 @@
 #pragma once
 
 /// Counts the steps by which a program changes the files below one folder (open for writing, write,
-/// rename, delete, flush, folder made or removed, ...), and lets a chosen one go wrong. It stands
-/// between the program and the C library, so that the product needs no hook: either linked to a
-/// test, which arms it, or preloaded into any program, which it then watches from the start by
+/// rename, delete, flush, folder made or removed, ...), and lets a chosen one go wrong. Reading is
+/// no step; its bytes are added up. It stands between the program and the C library, so that the
+/// product needs no hook: either linked to a test, which arms it, or preloaded into any program,
+/// which it then watches from the start by
 ///
 ///     BRISEL_SHIM_FOLDER  the folder, as an absolute path
 ///     BRISEL_SHIM_AT      the step that goes wrong, counted from 1; 0 for none
@@ -29,5 +30,7 @@ enum Action {
 void arm(const char *folder, int at, Action action);
 /// Ends it. The number of steps since arm().
 int disarm();
+/// The bytes that were read below the folder from arm() to disarm().
+long long bytesRead();
 
 } // namespace Shim

@@ -73,6 +73,7 @@ private slots:
     void readsMarkersOfEveryLength();
     void insertsAMarker();
     void knowsTheMakersNames();
+    void looksThroughASongTwiceAtMost();
 };
 
 void TestRawMidiFile::takesFormats0And1()
@@ -470,6 +471,29 @@ void TestRawMidiFile::knowsTheMakersNames()
     QVERIFY(loaded(midi(metaEvent(2, "by sonwerks"))).isKordia());
     QVERIFY(!loaded(midi(metaEvent(2, "somebody else"))).isKordia());
     QVERIFY(!loaded(midi(metaEvent(1, "Kordia"))).isKordia());
+}
+
+void TestRawMidiFile::looksThroughASongTwiceAtMost()
+{
+    RawMidiFile file =
+        loaded(midi(kordiaEvent(RawMidiFile::Marker, Samples::bytes("\0\1Intro")), 1) +
+               QByteArray(100000, '\0'));
+    const auto readAll = [&file] {
+        for (int i = 0; i < 3; ++i) {
+            QVERIFY(file.title().isEmpty() && file.artist().isEmpty() && file.genre().isEmpty());
+            QVERIFY(file.author().isEmpty() && file.key().isEmpty() && !file.isKordia());
+            QVERIFY(file.length() == 0 && file.userBpm() == 0 && !file.hasKey());
+        }
+        QCOMPARE(file.markersList().size(), 1);
+    };
+    readAll();
+    QVERIFY(file.scannedBytes() >= 100000 && file.scannedBytes() <= 2 * file.stream().size());
+    // A change is seen: the song is looked through again.
+    file.setTitle(QStringLiteral("A song"));
+    QCOMPARE(file.title(), QStringLiteral("A song"));
+    file.removeHeadMetaevent('\x03', false);
+    QVERIFY(!file.hasTitle());
+    QVERIFY(file.scannedBytes() <= 4 * file.stream().size());
 }
 
 BRISEL_TEST_MAIN(QCoreApplication, TestRawMidiFile)
