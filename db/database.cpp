@@ -109,19 +109,6 @@ bool execLike(QSqlQuery &query, const QString &statement, const QString &text)
     return query.exec();
 }
 
-bool isAscii(const QString &text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](QChar character) { return character < u'\x80'; });
-}
-
-/// LIKE ignores the case of A to Z only; for such texts upper-casing is the same rule.
-bool isIndexable(const QString &name)
-{
-    return isAscii(name) && !name.contains(QChar::Null) && !name.contains(u'%') &&
-           !name.contains(u'_') && isPlainText(name);
-}
-
 } // namespace
 
 Database::Database() = default;
@@ -216,7 +203,7 @@ bool Database::unpackCatalogue()
 void Database::closeConnections()
 {
     m_recordByRowId.reset();
-    m_rowIdByFileName.clear();
+    m_fileNames = {};
     m_hasTriedIndex = false;
     removeConnection(m_songsDb);
     removeConnection(m_userLibraryDb);
@@ -237,6 +224,17 @@ void Database::fillList(QStringList &list, const QString &statement) const
     }
 }
 
+/// True when SQLite finds the first of several rows by looking at each one: with an index of their
+/// names the catalogue's file might be asked in another order.
+bool Database::areNamesScanned() const
+{
+    QSqlQuery query(m_songsDb);
+    query.setForwardOnly(true);
+    return query.exec(QStringLiteral("EXPLAIN QUERY PLAN ") + selectRecord +
+                      QStringLiteral("WHERE filename like 'A%'")) &&
+           query.next() && !query.value(3).toString().contains(QStringLiteral("INDEX"));
+}
+
 /// Not before the first look-up: the window opens sooner without it.
 void Database::indexFileNames()
 {
@@ -246,15 +244,12 @@ void Database::indexFileNames()
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
     // A name that is not like itself (NULL, bytes in some builds of SQLite) is never found.
-    if (!query.exec(QStringLiteral("SELECT rowid,cast(filename as text) FROM songs "
-                                   "WHERE filename LIKE filename ORDER BY rowid DESC")))
+    if (!areNamesScanned() ||
+        !query.exec(QStringLiteral("SELECT rowid,cast(filename as text) FROM songs "
+                                   "WHERE filename LIKE filename ORDER BY rowid")))
         return;
-    // Backwards, so that the first of several rows stays. LIKE reads a name up to its first NUL.
-    while (query.next()) {
-        const QString name = query.value(1).toString().section(QChar::Null, 0, 0);
-        if (isAscii(name))
-            m_rowIdByFileName.insert(name.toUpper(), query.value(0).toLongLong());
-    }
+    while (query.next())
+        m_fileNames.add(query.value(1).toString(), query.value(0).toLongLong());
     QSqlQuery byRowId(m_songsDb);
     byRowId.setForwardOnly(true);
     if (byRowId.prepare(selectRecord + QStringLiteral("WHERE rowid=?")))
@@ -263,10 +258,10 @@ void Database::indexFileNames()
 
 bool Database::getIndexedRecord(const QString &fileName, SongsDbRecord &record)
 {
-    const auto row = m_rowIdByFileName.constFind(fileName.toUpper());
-    if (row == m_rowIdByFileName.constEnd())
+    const std::optional<qint64> row = m_fileNames.firstRow(fileName);
+    if (!row)
         return false;
-    m_recordByRowId->bindValue(0, row.value());
+    m_recordByRowId->bindValue(0, *row);
     const bool found = m_recordByRowId->exec() && m_recordByRowId->next();
     if (found)
         fillRecord(*m_recordByRowId, record);
@@ -283,7 +278,7 @@ bool Database::clearUserLibraryDb()
 bool Database::getRecordByFilename(const QString &fileName, SongsDbRecord &record)
 {
     indexFileNames();
-    if (m_recordByRowId && isIndexable(fileName))
+    if (m_recordByRowId && isPlainText(fileName) && m_fileNames.canAnswer(fileName))
         return getIndexedRecord(fileName, record);
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "db/filenameindex.h"
 #include "db/songsdbrecord.h"
 
-#include <QHash>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -68,6 +68,7 @@ private:
     bool holdsPlainSongs() const;
     void closeConnections();
     void fillList(QStringList &list, const QString &statement) const;
+    bool areNamesScanned() const;
     void indexFileNames();
     bool getIndexedRecord(const QString &fileName, SongsDbRecord &record);
 
@@ -76,7 +77,7 @@ private:
     QSqlDatabase m_userLibraryDb;
     QStringList m_genres;
     QStringList m_artists;
-    QHash<QString, qint64> m_rowIdByFileName; ///< upper-cased name to its first row
+    FileNameIndex m_fileNames;
     std::optional<QSqlQuery> m_recordByRowId; ///< prepared; empty when names can't be indexed
     bool m_hasTriedIndex = false;
 };

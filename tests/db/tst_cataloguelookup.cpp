@@ -92,6 +92,7 @@ private slots:
     void refusesSubSelects();
     void fastLookUpEqualsScan();
     void fastLookUpEqualsScanOfFullCatalogue();
+    void asksACatalogueThatHasAnIndexOfNames();
     void findsSingleTitle();
     void refusesTitleOfTwoRows();
     void refusesTitleThatCannotBeCounted();
@@ -302,10 +303,19 @@ void TestCatalogueLookup::fastLookUpEqualsScanOfFullCatalogue()
     Database database;
     QVERIFY(database.init());
     for (qsizetype i = 0; i < rows.size(); i += 97) {
-        QString name = rows.at(i).fileName;
+        const QString name = rows.at(i).fileName;
         QCOMPARE(titleOf(database, name.toLower()), titleByScan(name));
-        name[4] = u'_';
-        QCOMPARE(titleOf(database, name), titleByScan(name));
+        const QStringList patterns{QString(name).replace(4, 1, u'_'),
+                                   u'_' + name.mid(1),
+                                   name.chopped(1) + u'_',
+                                   name.left(3) + u'%',
+                                   u'%' + name.right(3),
+                                   u'%' + name.mid(2, 3) + u'%',
+                                   QString(name.size(), u'_'),
+                                   QString(name).replace(4, 1, u'\u00e0'),
+                                   name + QStringLiteral("_x")};
+        for (const QString &pattern : patterns)
+            QCOMPARE(titleOf(database, pattern), titleByScan(pattern));
     }
     QElapsedTimer timer;
     timer.start();
@@ -314,6 +324,19 @@ void TestCatalogueLookup::fastLookUpEqualsScanOfFullCatalogue()
         QVERIFY(database.getRecordByFilename(row.fileName, record));
     qInfo("%lld us for %lld look-ups by file name", timer.nsecsElapsed() / 1000,
           static_cast<long long>(rows.size()));
+}
+
+void TestCatalogueLookup::asksACatalogueThatHasAnIndexOfNames()
+{
+    writeLocalCatalogue({catalogueRow(QStringLiteral("ABD"), QStringLiteral("FIRST")),
+                         catalogueRow(QStringLiteral("ABC"), QStringLiteral("SECOND"))},
+                        {QStringLiteral("create index n on songs (filename collate nocase)")});
+    Database database;
+    QVERIFY(database.init());
+    for (const char *name : {"ab%", "ab_", "_b%", "abc", "abd", "ABE"})
+        QCOMPARE(titleOf(database, QLatin1String(name)), titleByScan(QLatin1String(name)));
+    // In the order of that index.
+    QCOMPARE(titleOf(database, QStringLiteral("ab%")), QStringLiteral("SECOND"));
 }
 
 void TestCatalogueLookup::findsSingleTitle()

@@ -1,0 +1,106 @@
+// The catalogue's look-up by file name beside the scan as it is described: each row
+// "what/data/who", compared by ./bench/run.
+
+#include "db/database.h"
+#include "tools/syntheticcatalogue.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <string>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+void require(bool holds, const char *what)
+{
+    if (holds)
+        return;
+    std::cerr << what << '\n';
+    std::exit(1);
+}
+
+QString titleOf(Database &database, const QString &name)
+{
+    SongsDbRecord record;
+    return database.getRecordByFilename(name, record) ? record.title : QString();
+}
+
+QString titleByScan(const QString &name)
+{
+    QSqlQuery query(QSqlDatabase::database(u"con_songsdb"_s));
+    query.setForwardOnly(true);
+    require(query.exec(u"SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM "
+                       "songs WHERE filename like \"%1\""_s.arg(name)),
+            "the scan fails");
+    return query.next() ? query.value(0).toString() : QString();
+}
+
+/// Looks up the \a names, from all over the catalogue.
+void lookUp(benchmark::State &state, const QStringList &names,
+            const std::function<QString(const QString &)> &titleOfName)
+{
+    constexpr qsizetype stride = 4801;
+    qsizetype next = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(titleOfName(names.at(next)));
+        next = (next + stride) % names.size();
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    const QCoreApplication application(argc, argv);
+    const QTemporaryDir folder;
+    const QList<CatalogueRow> rows = syntheticCatalogue();
+    QString error;
+    require(folder.isValid() && QDir::setCurrent(folder.path()) &&
+                writeCatalogue(u"songsdb_debug"_s, rows, error),
+            "no catalogue");
+    Database database;
+    require(database.init(), "no database");
+
+    QStringList known;
+    QStringList unknown;
+    QStringList wild;
+    QStringList accented;
+    QStringList inner;
+    for (const CatalogueRow &row : rows) {
+        known << row.fileName;
+        unknown << row.fileName + u'X';
+        wild << QString(row.fileName).replace(4, 1, u'_');
+        accented << QString(row.fileName).replace(4, 1, QChar(u'\u00e0'));
+        inner << u'%' + row.fileName.mid(2, 4) + u'%';
+    }
+    const auto ours = [&database](const QString &name) { return titleOf(database, name); };
+    const auto add = [&](const std::string &what, const QStringList &names) {
+        for (qsizetype i = 0; i < names.size(); i += 89)
+            require(ours(names.at(i)) == titleByScan(names.at(i)), "the answers differ");
+        benchmark::RegisterBenchmark(("look-up/" + what + "/ours").c_str(), lookUp, names, ours);
+        benchmark::RegisterBenchmark(("look-up/" + what + "/LIKE scan").c_str(), lookUp, names,
+                                     titleByScan);
+    };
+    add("known name", known);
+    add("unknown name", unknown);
+    add("wildcard", wild);
+    add("accent", accented);
+    add("wild ends", inner);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
