@@ -1,5 +1,5 @@
 # shellcheck shell=sh disable=SC2034,SC2154
-# What ./run and ./check share. Sourced with $root set to the project's folder.
+# What ./run, ./check, ./package and their kin share. Sourced with $root set to the project's folder.
 
 # What a build needs, and what shows the program with or without a display.
 build_packages="ca-certificates cmake g++ ninja-build \
@@ -7,7 +7,8 @@ build_packages="ca-certificates cmake g++ ninja-build \
     qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n \
     libqt6sql6-sqlite libgl-dev fonts-dejavu-core"
 run_packages="xvfb"
-# The linters, and what judges the files for the desktop, and independent readers of songs that the tests ask for a second opinion.
+# The linters, independent readers of songs that the tests ask for a second opinion, and what judges
+# the files for the desktop.
 check_packages="clang-format-14 clang-tidy-14 midicsv id3v2 libtag1-dev \
     appstream desktop-file-utils libxml2-utils shared-mime-info shellcheck"
 # What looks into the program for its dependencies, and what judges the package.
