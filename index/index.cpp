@@ -2,6 +2,7 @@
 
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
+#include "base/filewriting.h"
 #include "base/runguard.h"
 #include "index/indexreader.h"
 #include "index/playlists.h"
@@ -161,6 +162,7 @@ Index::ListRun Index::createPathIndex()
     emit progressValueChanged(0);
     m_filesFound = 0;
     m_visitedFolders.clear();
+    m_renamedIn.clear();
     m_paths.build(m_songs);
     scanFiles(m_root);
     m_byPath = SongOrders::byPath(m_songs);
@@ -186,7 +188,7 @@ Index::ListRun Index::writeSet()
 {
     emit progressMaxSetup(100);
     emit progressValueChanged(0);
-    if (!isSameMemory() || !m_set.beginStaging())
+    if (!isSameMemory() || !flushRenames() || !m_set.beginStaging())
         return ListRun::Failed;
     removeDeletedItems();
     emit progressValueChanged(10);
@@ -298,8 +300,8 @@ void Index::createBriselDir()
 {
     const QDir root(m_root);
     for (const QString &folder : {QStringLiteral("sfx"), QStringLiteral("bridge")}) {
-        if (!QFileInfo::exists(m_set.filePath(folder)))
-            root.mkdir(folder);
+        if (!QFileInfo::exists(m_set.filePath(folder)) && root.mkdir(folder))
+            flushFolder(m_root);
     }
 }
 

@@ -92,6 +92,7 @@ private:
     bool addFileToIndex(const QString &full);
     void meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met);
     QString renameLongFileName(const QString &path);
+    bool flushRenames();
     void askRename(const QString &path, const QString &candidate);
     static QString getShortFileNamePath(const QString &path);
     static QString getLongFileNamePath(const QString &path);
@@ -133,4 +134,5 @@ private:
     QByteArray m_prefix; ///< of the song that is read; kept for its room
     PathTable m_paths;
     QSet<QString> m_visitedFolders;
+    QSet<QString> m_renamedIn; ///< folders whose entries got new names in this run
 };

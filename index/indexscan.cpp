@@ -1,6 +1,7 @@
 #include "index/index.h"
 
 #include "base/fileidentity.h"
+#include "base/filewriting.h"
 #include "base/runguard.h"
 #include "index/entrylist.h"
 #include "index/longnames.h"
@@ -133,11 +134,19 @@ QString Index::renameLongFileName(const QString &path)
             return {};
         if (!m_doRename)
             return path;
-        if (LongNames::rename(path, candidate))
+        if (LongNames::rename(path, candidate)) {
+            m_renamedIn.insert(QFileInfo(candidate).path());
             return candidate;
+        }
     }
     emit errorFromIndex(tr("File non importato, impossibile rinominare: ") + path);
     return {};
+}
+
+/// The new names reach the disk before an index that tells them.
+bool Index::flushRenames()
+{
+    return std::all_of(m_renamedIn.cbegin(), m_renamedIn.cend(), flushFolder);
 }
 
 void Index::askRename(const QString &path, const QString &candidate)

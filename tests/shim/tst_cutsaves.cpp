@@ -340,7 +340,7 @@ void TestCutSaves::survivesAFullDisk()
 void TestCutSaves::flushesBeforeTakingTheName_data()
 {
     QTest::addColumn<QString>("job");
-    for (const char *job : {"MIDI", "container", "MP3", "copy", "list"})
+    for (const char *job : {"MIDI", "container", "MP3", "copy", "list", "index"})
         QTest::addRow("%s", job) << QString::fromLatin1(job);
 }
 
@@ -349,7 +349,8 @@ void TestCutSaves::flushesBeforeTakingTheName_data()
 void TestCutSaves::flushesBeforeTakingTheName()
 {
     QFETCH(QString, job);
-    const Outcome whole = run(m_jobs[job], 0, "kill");
+    const Job index{{u"index"_s, u"%1"_s}, songFolder(u"deep/A long name.mid"_s, midiSong("Old"))};
+    const Outcome whole = run(job == u"index"_s ? index : m_jobs[job], 0, "kill");
     QVERIFY(whole.saidTrue);
     QSet<QByteArray> dirty;
     QSet<QByteArray> openFolders;

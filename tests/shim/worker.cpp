@@ -71,6 +71,15 @@ bool saveList(const QStringList &paths)
     return Index().saveSongsList(paths.at(0), paths.at(1), SortByTitle) == 1;
 }
 
+/// Builds the index of a memory and shortens the names there.
+bool buildIndex(const QStringList &paths)
+{
+    Index index;
+    index.setRenameQuestion(
+        [](const QString &, const QString &) { return int(NoCopyrightDialog::YesToAll); });
+    return index.createIndex(paths.at(0));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -80,11 +89,9 @@ int main(int argc, char **argv)
         const char *name;
         bool (*run)(const QStringList &);
     };
-    constexpr Job jobs[] = {{"save", saveSong},
-                            {"copy", copySongs},
-                            {"catalogue", openCatalogue},
-                            {"settings", saveSettings},
-                            {"list", saveList}};
+    constexpr Job jobs[] = {{"save", saveSong},           {"copy", copySongs},
+                            {"catalogue", openCatalogue}, {"settings", saveSettings},
+                            {"list", saveList},           {"index", buildIndex}};
     const QStringList arguments = QCoreApplication::arguments();
     for (const Job &job : jobs) {
         if (arguments.value(1) == QLatin1StringView(job.name))
