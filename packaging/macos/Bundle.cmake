@@ -28,6 +28,9 @@ if(BRISEL_ICONUTIL)
     DEPENDS ${BRISEL_ICON} rendersvg
     COMMENT "Making the bundle's icon"
     VERBATIM)
+  # The program's own folder does not see this rule: a target carries it there.
+  add_custom_target(bundle_icon DEPENDS ${bundle_icon})
+  add_dependencies(brisel2pc bundle_icon)
   target_sources(brisel2pc PRIVATE ${bundle_icon})
   set_source_files_properties(${bundle_icon} TARGET_DIRECTORY brisel2pc
     PROPERTIES GENERATED ON MACOSX_PACKAGE_LOCATION Resources)
