@@ -6,6 +6,8 @@
 #include "index/entrylist.h"
 #include "index/longnames.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 // The walk over the memory: which files become songs of the index, and under what names.
