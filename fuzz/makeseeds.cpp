@@ -135,6 +135,46 @@ void writeIndexSeeds()
             joinedPieces(0, all) + joinedPieces(6, "\x01"));
 }
 
+/// A whole set as it is written for the songs of the memory, with a playlist of all of them; then
+/// sets of one record over and over.
+void writeMemorySeeds()
+{
+    const QList<SongInfoIndex> songs = sampleIndexSongs();
+    const QByteArray paths = IndexWriters::pathFile(songs);
+    const SongOrder byTitle = SongOrders::byTitle(songs);
+    const auto groups = [&](QString SongInfoIndex::*group) {
+        return IndexWriters::groupFile(songs, SongOrders::byGroup(songs, byTitle, group), group);
+    };
+    QByteArray set = joinedPieces(0, paths);
+    set += joinedPieces(1, IndexWriters::orderFile(songs, SongOrders::byPath(songs)));
+    const IndexWriters::ListFile titles = IndexWriters::titleFile(songs, byTitle);
+    const IndexWriters::ListFile artists = groups(&SongInfoIndex::artist);
+    const IndexWriters::ListFile genres = groups(&SongInfoIndex::genre);
+    int part = 2;
+    for (const IndexWriters::ListFile *list : {&titles, &artists, &genres})
+        set += joinedPieces(part++, list->content);
+    for (const IndexWriters::ListFile *list : {&titles, &artists, &genres})
+        set += joinedPieces(part++, list->alphabet.bytes());
+    for (int tables = 11; tables < 14; ++tables)
+        set += joinedPieces(tables, AlphabetTable().bytes());
+    set += joinedPieces(14, IndexWriters::countFile({static_cast<quint16>(titles.count),
+                                                     static_cast<quint16>(artists.count),
+                                                     static_cast<quint16>(genres.count), 0, 0, 0}));
+    writeSeed(QStringLiteral("memorycheck"), QStringLiteral("set"), set);
+
+    const QByteArray list = joinedPieces(15, QByteArray("\x01").leftJustified(32, '\0'));
+    QByteArray pathFile;
+    for (const SongInfoIndex &song : songs)
+        pathFile += pathBytes(song.path).leftJustified(64, '\0');
+    writeSeed(QStringLiteral("memorycheck"), QStringLiteral("playlist"),
+              set + list + joinedPieces(16, titles.content) + joinedPieces(17, pathFile));
+    for (const int repeatedPart : {0, 1, 2, 3, 16}) {
+        const QByteArray piece = repeatedPart == 0 ? paths.left(64) : titles.content.left(64);
+        putFile(QStringLiteral("%1/memorycheck/many%2.large").arg(outFolder).arg(repeatedPart),
+                repeated(set + list, joinedPieces(repeatedPart, piece)));
+    }
+}
+
 void writeSwapSeeds()
 {
     QByteArray mark = "brisel2pc swap 1\n#3 8 playlist/play0001.dat\n";
@@ -207,6 +247,7 @@ int main(int argc, char **argv)
     writeSongSeeds();
     writeCodecSeeds();
     writeIndexSeeds();
+    writeMemorySeeds();
     writeSwapSeeds();
     writeMarkerSeeds();
     return writeCatalogueSeeds() ? 0 : 1;

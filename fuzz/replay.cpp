@@ -22,6 +22,7 @@ static const QMap<QString, void (*)(const QByteArray &)> &targets()
         {QStringLiteral("metasong"), checkMetaSong},
         {QStringLiteral("songhead"), checkSongHead},
         {QStringLiteral("indexreader"), checkIndexReader},
+        {QStringLiteral("memorycheck"), checkMemoryCheck},
         {QStringLiteral("playlists"), checkPlaylists},
         {QStringLiteral("markers"), checkMarkers},
         {QStringLiteral("catalogue"), checkCatalogue},

@@ -21,6 +21,8 @@ void checkMetaSong(const QByteArray &input);
 void checkSongHead(const QByteArray &input);
 /// An index set read back from a memory.
 void checkIndexReader(const QByteArray &input);
+/// A check of a memory whose index anyone may have written.
+void checkMemoryCheck(const QByteArray &input);
 /// The playlists of a memory, to paths and back.
 void checkPlaylists(const QByteArray &input);
 /// A marker list of the catalogue.

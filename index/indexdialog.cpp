@@ -2,6 +2,7 @@
 
 #include "base/runguard.h"
 #include "index/index.h"
+#include "index/memorycheck.h"
 #include "index/volumes.h"
 #include "ui_indexdialog.h"
 
@@ -101,9 +102,36 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
         done = index.updateIndex(folder);
     else if (m_ui->radioButtonRebuild->isChecked())
         done = index.createIndex(folder);
+    if (m_ui->checkBoxChkdsk->isChecked() && !RunGuard::endRequested()) {
+        if (done)
+            checkMemory(folder);
+        else
+            m_ui->plainTextReport->appendPlainText(tr("Controllo memoria non eseguito!"));
+    }
     if (RunGuard::endRequested())
         return Outcome::Ended;
     return done ? Outcome::Done : Outcome::Failed;
+}
+
+/// Looks at what the run has left on the memory \a folder. Findings are errors like those of the
+/// run.
+void IndexDialog::checkMemory(const QString &folder)
+{
+    m_ui->plainTextReport->appendPlainText(tr("Controllo memoria"));
+    MemoryCheck check;
+    connect(&check, &MemoryCheck::progressMaxSetup, this, &IndexDialog::initProgress);
+    connect(&check, &MemoryCheck::progressValueChanged, this, &IndexDialog::setProgressValue);
+    connect(&check, &MemoryCheck::currentPathChanged, this, &IndexDialog::updateLabelCurrPath);
+    const bool done = check.run(folder);
+    if (RunGuard::endRequested())
+        return;
+    if (!done)
+        errorFromIndexReceived(tr("Controllo memoria non eseguito!"));
+    else if (check.findings().isEmpty())
+        m_ui->plainTextReport->appendPlainText(tr("Nessun errore trovato"));
+    for (const QString &finding : check.findings())
+        errorFromIndexReceived(finding);
+    m_uncorrectable = check.hasDamage() && m_ui->radioButtonRebuild->isChecked();
 }
 
 void IndexDialog::showOutcome(Outcome outcome)
@@ -122,6 +150,13 @@ void IndexDialog::showOutcome(Outcome outcome)
         QMessageBox::critical(this, title,
                               tr("Operazione non riuscita.\nAssicurarsi che il disco abbia "
                                  "sufficiente spazio libero e che non sia protetto da scrittura."));
+    }
+    // Files that are wrong as soon as they are written tell of a broken memory.
+    if (m_uncorrectable) {
+        // "necesario" is the old spelling; translations know the text by it.
+        QMessageBox::warning(this, tr("ATTENZIONE"),
+                             tr("Non è stato possibile correggere gli errori, è necesario "
+                                "formattare la memoria"));
     }
 }
 
@@ -162,6 +197,7 @@ void IndexDialog::clearIndexErrors()
 {
     m_ui->plainTextReport->clear();
     m_errors = 0;
+    m_uncorrectable = false;
 }
 
 void IndexDialog::changeEvent(QEvent *event)

@@ -9,8 +9,8 @@ namespace Ui
 class IndexDialog;
 }
 
-/// Prepares a memory for the player: builds its index afresh or brings it up to date, and lists
-/// the files that were refused.
+/// Prepares a memory for the player: builds its index afresh or brings it up to date, checks the
+/// result when that was asked for, and lists the files that were refused and what was found.
 class IndexDialog : public RunDialog
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
 
     /// The root of the memory that holds \a path; empty when it lies on no memory.
     static QString getRootDrivePath(const QString &path);
-    /// Reserved for a check of the memory's structure, which is not performed. Always false.
+    /// Reserved. Always false: the check that the box asks for is MemoryCheck's.
     static bool checkDisk(const QString &path);
 
 public slots:
@@ -52,10 +52,12 @@ private:
     enum class Outcome { Done, Failed, Ended };
 
     Outcome runIndex(const QString &folder);
+    void checkMemory(const QString &folder);
     void showOutcome(Outcome outcome);
     void showCurrentPath();
 
     std::unique_ptr<Ui::IndexDialog> m_ui;
     QString m_currentPath;
     qint32 m_errors = 0;
+    bool m_uncorrectable = false; ///< the index that was just built anew is damaged
 };

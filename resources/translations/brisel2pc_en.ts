@@ -444,6 +444,26 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <source>Chiude la finestra</source>
         <translation>Closes the window</translation>
     </message>
+    <message>
+        <source>Controllo memoria non eseguito!</source>
+        <translation>Memory check not performed!</translation>
+    </message>
+    <message>
+        <source>Controllo memoria</source>
+        <translation>Memory check</translation>
+    </message>
+    <message>
+        <source>Nessun errore trovato</source>
+        <translation>No errors found</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>WARNING</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
+        <translation>It was not possible to correct the errors, the memory must be formatted</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -808,6 +828,126 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Cancella il file dal disco, dopo una domanda</source>
         <translation>Deletes the file from the disk, after a question</translation>
+    </message>
+</context>
+<context>
+    <name>MemoryCheck</name>
+    <message>
+        <source>%1: il file manca</source>
+        <translation>%1: the file is missing</translation>
+    </message>
+    <message>
+        <source>%1: il file non si può leggere</source>
+        <translation>%1: the file cannot be read</translation>
+    </message>
+    <message>
+        <source>%1: lunghezza errata: %2 byte</source>
+        <translation>%1: wrong length: %2 bytes</translation>
+    </message>
+    <message>
+        <source>index.id2, record %1: id %2 usato due volte</source>
+        <translation>index.id2, record %1: id %2 used twice</translation>
+    </message>
+    <message>
+        <source>index.id2, record %1: id %2 fuori ordine</source>
+        <translation>index.id2, record %1: id %2 out of order</translation>
+    </message>
+    <message>
+        <source>index.id2, record %1: la song non c&apos;è: %2</source>
+        <translation>index.id2, record %1: the song is not there: %2</translation>
+    </message>
+    <message>
+        <source>index.id2, record %1: song indicizzata due volte: %2</source>
+        <translation>index.id2, record %1: song indexed twice: %2</translation>
+    </message>
+    <message>
+        <source>index.id2: manca la song %1</source>
+        <translation>index.id2: the song %1 is missing</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: il record %3 non c&apos;è</source>
+        <translation>%1, place %2: record %3 does not exist</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: record %3 ripetuto</source>
+        <translation>%1, place %2: record %3 repeated</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: fuori ordine: %3</source>
+        <translation>%1, place %2: out of order: %3</translation>
+    </message>
+    <message>
+        <source>%1: manca il record %2</source>
+        <translation>%1: record %2 is missing</translation>
+    </message>
+    <message>
+        <source>%1: il conto di %2 è %3, non %4</source>
+        <translation>%1: the count of %2 is %3, not %4</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: la song non è nell&apos;indice</source>
+        <translation>%1, place %2: the song is not in the index</translation>
+    </message>
+</context>
+<context>
+    <name>MemoryCheckRun</name>
+    <message numerus="yes">
+        <source>... e altri %n</source>
+        <translation>
+            <numerusform>... and %n more</numerusform>
+            <numerusform>... and %n more</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>MemoryListCheck</name>
+    <message>
+        <source>%1, record %2: nessuna song ha l&apos;id %3</source>
+        <translation>%1, record %2: no song has the id %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: song ripetuta: %3</source>
+        <translation>%1, record %2: song repeated: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: la song non è un MP3: %3</source>
+        <translation>%1, record %2: the song is not an MP3: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: dati diversi da title.id2: %3</source>
+        <translation>%1, record %2: data other than in title.id2: %3</translation>
+    </message>
+    <message>
+        <source>%1: manca la song %2</source>
+        <translation>%1: the song %2 is missing</translation>
+    </message>
+    <message>
+        <source>%1, record %2: gruppo ripetuto: %3</source>
+        <translation>%1, record %2: group repeated: %3</translation>
+    </message>
+    <message>
+        <source>%1, record 0: song senza gruppo</source>
+        <translation>%1, record 0: song without a group</translation>
+    </message>
+    <message>
+        <source>%1, record %2: fuori ordine: %3</source>
+        <translation>%1, record %2: out of order: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: il gruppo precedente ha %3 song, non %4</source>
+        <translation>%1, record %2: the group before has %3 songs, not %4</translation>
+    </message>
+    <message>
+        <source>%1, record %2: gruppo senza song</source>
+        <translation>%1, record %2: group without songs</translation>
+    </message>
+    <message>
+        <source>%1, record %2: il gruppo ha %3 song, non %4</source>
+        <translation>%1, record %2: the group has %3 songs, not %4</translation>
+    </message>
+    <message>
+        <source>%1: la lettera &quot;%2&quot; porta al posto sbagliato</source>
+        <translation>%1: the letter &quot;%2&quot; leads to the wrong place</translation>
     </message>
 </context>
 <context>

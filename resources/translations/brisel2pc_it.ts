@@ -444,6 +444,26 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <source>Chiude la finestra</source>
         <translation>Chiude la finestra</translation>
     </message>
+    <message>
+        <source>Controllo memoria non eseguito!</source>
+        <translation>Controllo memoria non eseguito!</translation>
+    </message>
+    <message>
+        <source>Controllo memoria</source>
+        <translation>Controllo memoria</translation>
+    </message>
+    <message>
+        <source>Nessun errore trovato</source>
+        <translation>Nessun errore trovato</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>ATTENZIONE</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
+        <translation>Non è stato possibile correggere gli errori, è necesario formattare la memoria</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -808,6 +828,126 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Cancella il file dal disco, dopo una domanda</source>
         <translation>Cancella il file dal disco, dopo una domanda</translation>
+    </message>
+</context>
+<context>
+    <name>MemoryCheck</name>
+    <message>
+        <source>%1: il file manca</source>
+        <translation>%1: il file manca</translation>
+    </message>
+    <message>
+        <source>%1: il file non si può leggere</source>
+        <translation>%1: il file non si può leggere</translation>
+    </message>
+    <message>
+        <source>%1: lunghezza errata: %2 byte</source>
+        <translation>%1: lunghezza errata: %2 byte</translation>
+    </message>
+    <message>
+        <source>index.id2, record %1: id %2 usato due volte</source>
+        <translation>index.id2, record %1: id %2 usato due volte</translation>
+    </message>
+    <message>
+        <source>index.id2, record %1: id %2 fuori ordine</source>
+        <translation>index.id2, record %1: id %2 fuori ordine</translation>
+    </message>
+    <message>
+        <source>index.id2, record %1: la song non c&apos;è: %2</source>
+        <translation>index.id2, record %1: la song non c&apos;è: %2</translation>
+    </message>
+    <message>
+        <source>index.id2, record %1: song indicizzata due volte: %2</source>
+        <translation>index.id2, record %1: song indicizzata due volte: %2</translation>
+    </message>
+    <message>
+        <source>index.id2: manca la song %1</source>
+        <translation>index.id2: manca la song %1</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: il record %3 non c&apos;è</source>
+        <translation>%1, posto %2: il record %3 non c&apos;è</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: record %3 ripetuto</source>
+        <translation>%1, posto %2: record %3 ripetuto</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: fuori ordine: %3</source>
+        <translation>%1, posto %2: fuori ordine: %3</translation>
+    </message>
+    <message>
+        <source>%1: manca il record %2</source>
+        <translation>%1: manca il record %2</translation>
+    </message>
+    <message>
+        <source>%1: il conto di %2 è %3, non %4</source>
+        <translation>%1: il conto di %2 è %3, non %4</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: la song non è nell&apos;indice</source>
+        <translation>%1, posto %2: la song non è nell&apos;indice</translation>
+    </message>
+</context>
+<context>
+    <name>MemoryCheckRun</name>
+    <message numerus="yes">
+        <source>... e altri %n</source>
+        <translation>
+            <numerusform>... e altri %n</numerusform>
+            <numerusform>... e altri %n</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>MemoryListCheck</name>
+    <message>
+        <source>%1, record %2: nessuna song ha l&apos;id %3</source>
+        <translation>%1, record %2: nessuna song ha l&apos;id %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: song ripetuta: %3</source>
+        <translation>%1, record %2: song ripetuta: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: la song non è un MP3: %3</source>
+        <translation>%1, record %2: la song non è un MP3: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: dati diversi da title.id2: %3</source>
+        <translation>%1, record %2: dati diversi da title.id2: %3</translation>
+    </message>
+    <message>
+        <source>%1: manca la song %2</source>
+        <translation>%1: manca la song %2</translation>
+    </message>
+    <message>
+        <source>%1, record %2: gruppo ripetuto: %3</source>
+        <translation>%1, record %2: gruppo ripetuto: %3</translation>
+    </message>
+    <message>
+        <source>%1, record 0: song senza gruppo</source>
+        <translation>%1, record 0: song senza gruppo</translation>
+    </message>
+    <message>
+        <source>%1, record %2: fuori ordine: %3</source>
+        <translation>%1, record %2: fuori ordine: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: il gruppo precedente ha %3 song, non %4</source>
+        <translation>%1, record %2: il gruppo precedente ha %3 song, non %4</translation>
+    </message>
+    <message>
+        <source>%1, record %2: gruppo senza song</source>
+        <translation>%1, record %2: gruppo senza song</translation>
+    </message>
+    <message>
+        <source>%1, record %2: il gruppo ha %3 song, non %4</source>
+        <translation>%1, record %2: il gruppo ha %3 song, non %4</translation>
+    </message>
+    <message>
+        <source>%1: la lettera &quot;%2&quot; porta al posto sbagliato</source>
+        <translation>%1: la lettera &quot;%2&quot; porta al posto sbagliato</translation>
     </message>
 </context>
 <context>

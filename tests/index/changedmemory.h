@@ -2,6 +2,7 @@
 
 #include "index/index.h"
 #include "index/indexset.h"
+#include "index/memorycheck.h"
 #include "tests/index/samplememory.h"
 #include "tests/index/setreader.h"
 
@@ -83,6 +84,9 @@ inline void checkRepaired(const SampleMemory &memory, const QMap<QString, QByteA
     QCOMPARE(reader.problem(), QString());
     QCOMPARE(reader.songCount(), 5);
     QCOMPARE(reader.playlist(songsFile), expected);
+    MemoryCheck check;
+    QVERIFY(check.run(memory.root()));
+    QCOMPARE(check.findings(), QStringList());
     QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
     QCOMPARE(QDir(memory.path(u"playlist"_qs)).entryList(QDir::Files | QDir::Hidden).size(), 3);
 }

@@ -59,7 +59,6 @@ private slots:
     void refusesToCloseWhileWorking();
     void startsOnceAtATime();
     void keepsPaintingWhileWorking();
-    void leavesMemoryCheckAlone();
     void keepsValuesOnLanguageChange();
     void showsLongAndMarkedUpPathsInOneLine();
     void closesWhenIdle();
@@ -271,15 +270,6 @@ void TestIndexDialog::keepsPaintingWhileWorking()
     QVERIFY2(paintings.count() > 2, qPrintable(QString::number(paintings.count())));
     QVERIFY(paths.size() > 2);
     QVERIFY(largest > 0);
-}
-
-void TestIndexDialog::leavesMemoryCheckAlone()
-{
-    QVERIFY(!IndexDialog::checkDisk(m_memory->root()));
-    child<QCheckBox>("checkBoxChkdsk")->setChecked(true);
-    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
-    press();
-    QCOMPARE(report(), quietReport);
 }
 
 void TestIndexDialog::keepsValuesOnLanguageChange()

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "index/memoryfile.h"
+#include "index/memorylistcheck.h"
+#include "index/memorysongs.h"
+
+#include <QHash>
+#include <QObject>
+#include <QStringList>
+
+#include <array>
+
+class MemoryCheckRun;
+
+/// Looks whether the index on a memory is sound: every record points to a song that is there, every
+/// song of the memory is indexed once, orders, groups, alphabet tables and counts agree, and
+/// playlists name songs that are there. It changes nothing. See docs/formats/player-index.md, "How
+/// a memory is checked".
+class MemoryCheck : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Checks the memory \a root. False when that came to no end: the program was asked to end, or
+    /// the memory is not there any more. Then there are no findings.
+    bool run(const QString &root);
+
+    /// A line of plain text for each finding of the last run, in the language of that moment; when
+    /// there are very many a last one says how many more.
+    const QStringList &findings() const { return m_findings; }
+    /// True when the index itself is damaged, and not only songs or playlists have changed since
+    /// it was written.
+    bool hasDamage() const { return m_damage; }
+    /// How many files, records and table entries the last run has looked at.
+    qint64 steps() const { return m_steps; }
+
+signals:
+    /// A maximum of 0: the songs are being looked for, nobody knows how many there are.
+    void progressMaxSetup(int maximum);
+    void progressValueChanged(int value);
+    /// With "" at the end.
+    void currentPathChanged(const QString &path);
+
+private:
+    bool checkAll(MemoryCheckRun &run);
+    MemoryFile readFile(const QString &name, int unit, qint64 least, qint64 most,
+                        MemoryCheckRun &run);
+    void checkPaths(MemoryCheckRun &run);
+    void checkIds(MemoryCheckRun &run);
+    void checkRecord(qsizetype record, int timesMet, MemoryCheckRun &run);
+    void checkUnindexedSongs(const QHash<QByteArray, int> &records, MemoryCheckRun &run);
+    void checkPathOrder(MemoryCheckRun &run);
+    void checkLists(MemoryCheckRun &run);
+    void checkCounts(MemoryCheckRun &run);
+    void checkPlaylists(MemoryCheckRun &run);
+    void checkPlaylist(const QString &name, MemoryCheckRun &run);
+    int renumberedSongs(const QString &pathsName, const MemoryFile &playlist) const;
+    void step(const QString &name);
+
+    QString m_root;
+    MemorySongs m_memory;
+    IndexedSongs m_index;
+    QHash<QByteArray, qsizetype> m_recordOfKey;
+    std::array<int, 6> m_counts{}; ///< what "fsinfos.id2" should say; -1 for a file not read
+    int m_progress = 0;
+    QStringList m_findings;
+    bool m_damage = false;
+    qint64 m_steps = 0;
+};

@@ -1,0 +1,100 @@
+#include "index/memoryfile.h"
+
+#include "base/filereading.h"
+
+#include <QFileInfo>
+
+MemoryFile::MemoryFile(const QString &path, qint64 unit, qint64 least, qint64 most)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return;
+    m_size = file.size();
+    m_state = State::BadLength;
+    if (m_size % unit != 0 || m_size < least * unit || m_size > most * unit)
+        return;
+    // A file that shrinks while it is read is not the one that was measured.
+    const bool whole = readPlainFile(path, m_size, m_content) && m_content.size() == m_size;
+    m_state = whole ? State::Good : State::Unreadable;
+    if (!whole)
+        m_content.clear();
+}
+
+quint8 MemoryFile::byte(qsizetype pos) const
+{
+    return pos >= 0 && pos < m_content.size() ? static_cast<quint8>(m_content.at(pos)) : 0;
+}
+
+quint16 MemoryFile::bigEndian16(qsizetype pos) const
+{
+    return static_cast<quint16>(byte(pos) << 8 | byte(pos + 1));
+}
+
+quint32 MemoryFile::bigEndian32(qsizetype pos) const
+{
+    return static_cast<quint32>(bigEndian16(pos)) << 16 | bigEndian16(pos + 2);
+}
+
+quint16 MemoryFile::littleEndian16(qsizetype pos) const
+{
+    return static_cast<quint16>(byte(pos + 1) << 8 | byte(pos));
+}
+
+qsizetype MemoryFile::records() const
+{
+    return m_content.size() / recordSize;
+}
+
+quint32 MemoryFile::id(qsizetype record) const
+{
+    return bigEndian32(record * recordSize);
+}
+
+QString MemoryFile::text(qsizetype record) const
+{
+    return QString::fromLatin1(upToZero(record * recordSize + 4, 58));
+}
+
+QByteArray MemoryFile::path(qsizetype record) const
+{
+    return upToZero(record * recordSize + 4, 46);
+}
+
+QByteArray MemoryFile::barePath(qsizetype record) const
+{
+    return upToZero(record * recordSize, recordSize);
+}
+
+QByteArrayView MemoryFile::body(qsizetype record) const
+{
+    return record >= 0 && record < records()
+               ? QByteArrayView(m_content).sliced(record * recordSize + 4, 60)
+               : QByteArrayView();
+}
+
+bool MemoryFile::isHeader(qsizetype record) const
+{
+    return record >= 0 && record < records() && bigEndian16(record * recordSize + 62) == 0x00FF;
+}
+
+int MemoryFile::announcedSongs(qsizetype record) const
+{
+    return bigEndian16(record * recordSize + 2);
+}
+
+int MemoryFile::announcedSongsBefore(qsizetype record) const
+{
+    return bigEndian16(record * recordSize);
+}
+
+bool MemoryFile::isMp3(qsizetype record) const
+{
+    return (byte(record * recordSize + 63) & 7) == 1;
+}
+
+QByteArray MemoryFile::upToZero(qsizetype pos, qsizetype width) const
+{
+    const QByteArray field = m_content.mid(pos, width);
+    const qsizetype end = field.indexOf('\0');
+    return end < 0 ? field : field.left(end);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "index/memoryfile.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QList>
+
+class MemoryCheckRun;
+
+/// The songs of "index.id2" as the lists should have them.
+struct IndexedSongs {
+    MemoryFile paths;                     ///< "index.id2"
+    QHash<quint32, qsizetype> recordOfId; ///< the first record with an id
+    MemoryFile titles;                    ///< "title.id2"
+    QList<qsizetype> titleOfRecord;       ///< its record in "title.id2"; -1 when it has none
+};
+
+/// Checks one list of an index, of titles or of groups, for the check of a memory.
+///
+/// Texts stand in Latin-1 and are cut, but are ordered by the whole of them: where a '?' or a cut
+/// hides what decided, any order is right.
+class MemoryListCheck
+{
+    Q_DECLARE_TR_FUNCTIONS(MemoryListCheck)
+
+public:
+    /// The list \a file with the name \a name; \a grouped when its songs stand behind headers.
+    MemoryListCheck(const QString &name, const MemoryFile &file, bool grouped, MemoryCheckRun &run);
+
+    /// Every song of \a songs stands in the list once, with the data of "title.id2"; only MP3
+    /// songs when \a mp3Only.
+    void checkSongs(const IndexedSongs &songs, bool mp3Only);
+    /// Songs, or groups and the songs of each, stand in their order, and the headers count right.
+    void checkOrder();
+    /// The alphabet table \a table with the name \a tableName leads to the first of each initial.
+    void checkAlphabet(const QString &tableName, const MemoryFile &table);
+    /// The number for "fsinfos.id2": songs, or headers of a grouped list.
+    int count() const;
+
+private:
+    struct Order;
+
+    bool isEntry(qsizetype record) const { return !m_grouped || m_file.isHeader(record); }
+    void checkGroup(qsizetype header, int songsBefore);
+    bool canStandFor(quint32 offset, quint32 first, int initial) const;
+
+    const QString m_name;
+    const MemoryFile &m_file;
+    const bool m_grouped;
+    MemoryCheckRun &m_run;
+};

@@ -1,0 +1,116 @@
+#include "index/memorysongs.h"
+
+#include "base/fileidentity.h"
+#include "base/runguard.h"
+#include "index/entrylist.h"
+
+#include <QFileInfo>
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace
+{
+
+QTextCodec *codePage()
+{
+    static QTextCodec *const codec = QTextCodec::codecForName("IBM 850");
+    return codec;
+}
+
+bool isAnyOf(const QString &name, std::initializer_list<const char *> names)
+{
+    return std::any_of(names.begin(), names.end(), [&name](const char *wanted) {
+        return name.compare(QLatin1StringView(wanted), Qt::CaseInsensitive) == 0;
+    });
+}
+
+/// Character by character, as names are compared: the folding of whole texts makes "ss" of "ß".
+QString folded(const QString &path)
+{
+    QString text = path;
+    for (QChar &character : text)
+        character = character.toCaseFolded();
+    return text;
+}
+
+} // namespace
+
+bool MemorySongs::find(const QString &root, const std::function<void(const QString &)> &visit)
+{
+    m_rootLength = root.size();
+    m_songs.clear();
+    m_places.clear();
+    m_known.clear();
+    m_folders.clear();
+    return walk(root, visit);
+}
+
+QByteArray MemorySongs::sortKey(const QByteArray &key) const
+{
+    const auto place = m_places.constFind(key);
+    return place == m_places.cend() ? key : place->sortKey;
+}
+
+bool MemorySongs::isSong(const QString &path)
+{
+    return isAnyOf(QFileInfo(path).suffix(), {"mid", "kar", "zb3", "zb4", "zb5", "mp3"});
+}
+
+QByteArray MemorySongs::keyOf(const QByteArray &bytes)
+{
+    return toBytes(fromBytes(bytes).toUpper());
+}
+
+QByteArray MemorySongs::toBytes(const QString &path)
+{
+    return codePage() != nullptr ? codePage()->fromUnicode(path) : path.toLatin1();
+}
+
+QString MemorySongs::fromBytes(const QByteArray &bytes)
+{
+    return codePage() != nullptr ? codePage()->toUnicode(bytes) : QString::fromLatin1(bytes);
+}
+
+bool MemorySongs::walk(const QString &folder, const std::function<void(const QString &)> &visit)
+{
+    const QString identity = fileIdentity(folder);
+    if (m_folders.contains(identity))
+        return true;
+    m_folders.insert(identity);
+    for (const FolderEntry &entry :
+         visibleEntries(folder.isEmpty() ? QStringLiteral("/") : folder)) {
+        if (RunGuard::endRequested())
+            return false;
+        const QString path = folder + u'/' + entry.name;
+        if (entry.kind == FileKind::Regular) {
+            visit(path);
+            if (isSong(path))
+                add(path.mid(m_rootLength));
+        } else if (!isAnyOf(entry.name, {"sfx", "bridge"}) && !walk(path, visit)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void MemorySongs::add(const QString &path)
+{
+    // A record has no room for a longer path; the run itself told of such a song.
+    constexpr int longestPath = 45;
+    if (path.size() > longestPath)
+        return;
+    const QByteArray sortKey = toBytes(path.toUpper());
+    // Paths that differ only in case are one song to the player.
+    const QString name = folded(path) + u'\n' + QString::fromLatin1(sortKey);
+    if (m_known.contains(name))
+        return;
+    m_known.insert(name);
+    const QByteArray key = keyOf(toBytes(path));
+    Place &place = m_places[key];
+    if (place.songs++ == 0)
+        place.sortKey = sortKey;
+    else if (place.sortKey != sortKey)
+        place.sortKey = QByteArray();
+    m_songs.append({path, key});
+}
