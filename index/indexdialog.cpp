@@ -162,27 +162,25 @@ void IndexDialog::showOutcome(Outcome outcome)
 
 void IndexDialog::updateLabelNum(int count)
 {
-    m_ui->labelFileFound->setText(QStringLiteral("%1").arg(count));
+    m_found = count;
     breathe();
 }
 
 void IndexDialog::updateLabelCurrPath(const QString &path)
 {
     m_currentPath = path;
-    showCurrentPath();
     breathe();
 }
 
 void IndexDialog::initProgress(int maximum)
 {
     m_ui->progressBar->setRange(0, maximum);
-    m_ui->progressBar->setValue(0);
-    breathe();
+    setProgressValue(0);
 }
 
 void IndexDialog::setProgressValue(int value)
 {
-    m_ui->progressBar->setValue(value);
+    m_progress = value;
     breathe();
 }
 
@@ -198,6 +196,13 @@ void IndexDialog::clearIndexErrors()
     m_ui->plainTextReport->clear();
     m_errors = 0;
     m_uncorrectable = false;
+}
+
+void IndexDialog::showState()
+{
+    m_ui->labelFileFound->setText(QStringLiteral("%1").arg(m_found));
+    m_ui->progressBar->setValue(m_progress);
+    showCurrentPath();
 }
 
 void IndexDialog::changeEvent(QEvent *event)

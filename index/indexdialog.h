@@ -41,6 +41,7 @@ public slots:
     void clearIndexErrors();
 
 protected:
+    void showState() override;
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -58,6 +59,8 @@ private:
 
     std::unique_ptr<Ui::IndexDialog> m_ui;
     QString m_currentPath;
+    int m_found = 0;
+    int m_progress = 0;
     qint32 m_errors = 0;
     bool m_uncorrectable = false; ///< the index that was just built anew is damaged
 };

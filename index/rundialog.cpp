@@ -28,6 +28,7 @@ RunDialog::Work::Work(RunDialog &dialog) : m_dialog(dialog)
 RunDialog::Work::~Work()
 {
     m_dialog.m_working = false;
+    m_dialog.showState();
 }
 
 void RunDialog::reject()
@@ -44,9 +45,11 @@ bool RunDialog::canStart() const
 void RunDialog::breathe()
 {
     constexpr qint64 paintingInterval = 50; // milliseconds
-    if (m_sincePainted.isValid() && m_sincePainted.elapsed() < paintingInterval)
+    if (m_working && m_sincePainted.isValid() && m_sincePainted.elapsed() < paintingInterval)
         return;
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    showState();
+    if (m_working)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     m_sincePainted.start();
 }
 

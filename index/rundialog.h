@@ -31,8 +31,11 @@ protected:
 
     /// True when neither this dialog nor anything else of the program works on files.
     bool canStart() const;
-    /// Paints what has changed, at most some twenty times a second: clicks and keys wait.
+    /// Shows and paints what has changed: at once when idle, at most some twenty times a second
+    /// while it works. Clicks and keys wait.
     void breathe();
+    /// Puts the state of the work into the widgets: a label costs more than a step of the work.
+    virtual void showState() = 0;
     /// The memory folder that was chosen last.
     static QString mediaRoot();
     static void setMediaRoot(const QString &folder);

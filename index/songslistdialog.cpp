@@ -98,14 +98,18 @@ void SongsListDialog::showOutcome(Outcome outcome)
 void SongsListDialog::initProgress(int maximum)
 {
     m_ui->progressBar->setRange(0, maximum);
-    m_ui->progressBar->setValue(0);
-    breathe();
+    setProgressValue(0);
 }
 
 void SongsListDialog::setProgressValue(int value)
 {
-    m_ui->progressBar->setValue(value);
+    m_progress = value;
     breathe();
+}
+
+void SongsListDialog::showState()
+{
+    m_ui->progressBar->setValue(m_progress);
 }
 
 void SongsListDialog::changeEvent(QEvent *event)

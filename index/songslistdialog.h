@@ -28,6 +28,7 @@ public slots:
     void setProgressValue(int value);
 
 protected:
+    void showState() override;
     void changeEvent(QEvent *event) override;
 
 private slots:
@@ -41,4 +42,5 @@ private:
     void setControlsEnabled(bool enabled);
 
     std::unique_ptr<Ui::SongsListDialog> m_ui;
+    int m_progress = 0;
 };

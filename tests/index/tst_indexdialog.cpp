@@ -59,6 +59,7 @@ private slots:
     void refusesToCloseWhileWorking();
     void startsOnceAtATime();
     void keepsPaintingWhileWorking();
+    void changesLabelsOnlyToPaintThem();
     void keepsValuesOnLanguageChange();
     void showsLongAndMarkedUpPathsInOneLine();
     void closesWhenIdle();
@@ -270,6 +271,27 @@ void TestIndexDialog::keepsPaintingWhileWorking()
     QVERIFY2(paintings.count() > 2, qPrintable(QString::number(paintings.count())));
     QVERIFY(paths.size() > 2);
     QVERIFY(largest > 0);
+}
+
+void TestIndexDialog::changesLabelsOnlyToPaintThem()
+{
+    constexpr int songs = 1500;
+    addSongs(songs);
+    int looks = 0;
+    int changes = 0;
+    auto *bar = child<QProgressBar>("progressBar");
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&] { looks += startButton()->isEnabled() ? 0 : 1; });
+    connect(bar, &QProgressBar::valueChanged, this, [&] { ++changes; });
+    watch.start(0);
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    // Each look is one breath. The bar goes back where a part of the run begins and at its end.
+    constexpr int parts = 4;
+    QVERIFY2(changes <= looks + 2 * parts, qPrintable(QString::number(changes)));
+    QVERIFY(changes > 0);
+    QCOMPARE(bar->value(), 100);
+    QCOMPARE(child<QLabel>("labelFileFound")->text(), QString::number(songs + 2));
 }
 
 void TestIndexDialog::keepsValuesOnLanguageChange()
