@@ -1,0 +1,86 @@
+#include "index/index.h"
+#include "tests/index/samplememory.h"
+#include "tests/shim/looks.h"
+#include "tests/testhome.h"
+
+#include <QTest>
+
+using namespace Sample;
+
+namespace
+{
+
+constexpr int folders = 10;
+constexpr int headSize = 3072; ///< bytes of a song that are looked at
+/// A run asks for the set's own files and folders, too, however many songs there are.
+constexpr long forTheSet = 1200;
+constexpr long perFolder = 10;
+
+/// Fills \a memory with \a count songs that are longer than what is looked at.
+void addSongs(const SampleMemory &memory, int count)
+{
+    const QByteArray song = midiSong("Title", "Artist", "Genre") + QByteArray(2 * headSize, 'x');
+    for (int i = 0; i < count; ++i)
+        memory.write(u"F%1/S%2.MID"_qs.arg(i % folders).arg(i), song);
+}
+
+Looks::Counts looksOf(const SampleMemory &memory, bool (Index::*run)(const QString &))
+{
+    Index index;
+    Looks::start(QFile::encodeName(memory.root()).constData());
+    const bool done = (index.*run)(memory.root());
+    const Looks::Counts counts = Looks::stop();
+    if (!done)
+        qFatal("no index");
+    return counts;
+}
+
+} // namespace
+
+/// How often a run looks at each song: what makes it fast, or slow, on a real memory.
+class TestIndexLooks : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void looksAtEachSongOnce_data();
+    void looksAtEachSongOnce();
+};
+
+void TestIndexLooks::looksAtEachSongOnce_data()
+{
+    QTest::addColumn<int>("songs");
+    QTest::newRow("1000") << 1000;
+    QTest::newRow("10000") << 10000;
+}
+
+void TestIndexLooks::looksAtEachSongOnce()
+{
+    QFETCH(const int, songs);
+    const SampleMemory memory;
+    addSongs(memory, songs);
+    constexpr long others = forTheSet + perFolder * folders;
+    // A new song is opened, asked for its date and read at one go.
+    const Looks::Counts built = looksOf(memory, &Index::createIndex);
+    QVERIFY2(built.opened >= songs && built.opened <= songs + others,
+             qPrintable(QString::number(built.opened)));
+    QVERIFY2(built.asked >= songs && built.asked <= songs + others,
+             qPrintable(QString::number(built.asked)));
+    QVERIFY2(built.reads >= songs && built.reads <= songs + others,
+             qPrintable(QString::number(built.reads)));
+    // The set itself, five records a song, is read back once while it is put in its place.
+    constexpr long perSong = headSize + 6 * 64;
+    QVERIFY2(built.bytes >= long{songs} * headSize && built.bytes <= songs * perSong + (1 << 16),
+             qPrintable(QString::number(built.bytes)));
+    // A known song is asked for its date.
+    const Looks::Counts updated = looksOf(memory, &Index::updateIndex);
+    QVERIFY2(updated.asked >= songs && updated.asked <= songs + others,
+             qPrintable(QString::number(updated.asked)));
+    QVERIFY2(updated.opened <= others, qPrintable(QString::number(updated.opened)));
+    QVERIFY2(updated.reads <= others, qPrintable(QString::number(updated.reads)));
+    QVERIFY2(updated.bytes <= long{songs} * 5 * 64 + (1 << 16),
+             qPrintable(QString::number(updated.bytes)));
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestIndexLooks)
+#include "tst_indexlooks.moc"
