@@ -40,18 +40,46 @@ QByteArray pathRecords(const QByteArray &playlist, const QList<SongInfoIndex> &s
     return paths;
 }
 
-/// The song records of the path records \a paths. A path that no song has gives none.
-QByteArray songRecords(const QByteArray &paths, const QList<SongInfoIndex> &songs, PathTable &table)
+/// Finds the song records of path records. Playlists name the same songs again and again.
+class RecordFinder
 {
-    QByteArray playlist;
-    for (qsizetype pos = 0; fits(paths, pos, IndexRecord::size); pos += IndexRecord::size) {
-        const QByteArray path = fieldAt(paths, pos, IndexRecord::size);
-        const qsizetype found = path.isEmpty() ? -1 : table.findBytes(songs, path);
-        if (found >= 0)
-            playlist += SongRecord(songs.at(found)).bytes();
+public:
+    explicit RecordFinder(const QList<SongInfoIndex> &songs) : m_songs(songs)
+    {
+        m_table.build(songs);
     }
-    return playlist;
-}
+
+    /// The song records of the path records \a paths. A path that no song has gives none.
+    QByteArray songRecords(const QByteArray &paths)
+    {
+        QByteArray playlist;
+        playlist.reserve(paths.size());
+        for (qsizetype pos = 0; fits(paths, pos, IndexRecord::size); pos += IndexRecord::size) {
+            const QByteArray path = fieldAt(paths, pos, IndexRecord::size);
+            if (!path.isEmpty())
+                playlist += recordOf(path);
+        }
+        return playlist;
+    }
+
+private:
+    QByteArray recordOf(const QByteArray &path)
+    {
+        const auto known = m_known.constFind(path);
+        if (known != m_known.cend())
+            return *known;
+        const qsizetype found = m_table.findBytes(m_songs, path);
+        QByteArray record = found < 0 ? QByteArray() : SongRecord(m_songs.at(found)).bytes();
+        // A memory of strange playlists could name any number of paths.
+        if (m_known.size() < SongInfoIndex::maxSongs)
+            m_known.insert(path, record);
+        return record;
+    }
+
+    const QList<SongInfoIndex> &m_songs;
+    PathTable m_table;
+    QHash<QByteArray, QByteArray> m_known;
+};
 
 } // namespace
 
@@ -108,8 +136,7 @@ Playlists::Preparation Playlists::writePathFiles(IndexSet &set, const QList<qint
 bool Playlists::stageSongsFiles(IndexSet &set, const QList<qint16> &numbers,
                                 const QList<SongInfoIndex> &songs)
 {
-    PathTable table;
-    table.build(songs);
+    RecordFinder finder(songs);
     bool complete = true;
     for (const qint16 number : numbers) {
         QByteArray paths;
@@ -123,7 +150,7 @@ bool Playlists::stageSongsFiles(IndexSet &set, const QList<qint16> &numbers,
         }
         // Rewritten from its start and not shortened: a playlist that loses songs keeps its old
         // last records, as players have always found it.
-        const QByteArray playlist = songRecords(paths, songs, table);
+        const QByteArray playlist = finder.songRecords(paths);
         set.stage(name, playlist + old.mid(playlist.size()));
     }
     return complete;

@@ -1,0 +1,269 @@
+// The index beside plain loops over the same memory: each row "what/data/who", compared by
+// ./bench/run. Lines that begin with "# " tell what no ratio can.
+
+#include "index/index.h"
+#include "bench/songmemory.h"
+#include "index/indexdialog.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTimer>
+
+#include <benchmark/benchmark.h>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <memory>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr int full = 65535;
+constexpr int ordinary = 10000;
+constexpr int folders = 200;
+
+void require(bool holds, const char *what)
+{
+    if (holds)
+        return;
+    std::cerr << what << " failed\n";
+    std::exit(1);
+}
+
+/// The memory of so many songs, laid and indexed when it is first asked for.
+QString rootOf(int songs)
+{
+    static std::map<int, std::unique_ptr<SongMemory>> memories;
+    std::unique_ptr<SongMemory> &memory = memories[songs];
+    if (!memory) {
+        memory = std::make_unique<SongMemory>(songs, folders);
+        require(Index().createIndex(memory->root()), "the first index");
+    }
+    return memory->root();
+}
+
+void buildOurs(benchmark::State &state, int songs)
+{
+    const QString root = rootOf(songs);
+    for (auto _ : state)
+        require(Index().createIndex(root), "build");
+}
+
+/// Walks the folders, opens every file and reads its first 3072 bytes.
+void buildPlainLoop(benchmark::State &state, int songs)
+{
+    const std::string root = rootOf(songs).toStdString();
+    std::array<char, 3072> head{};
+    for (auto _ : state) {
+        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(root)) {
+            if (!entry.is_regular_file())
+                continue;
+            std::ifstream file(entry.path(), std::ios::binary);
+            file.read(head.data(), head.size());
+            benchmark::DoNotOptimize(head.data());
+        }
+    }
+}
+
+void updateOurs(benchmark::State &state, int songs)
+{
+    const QString root = rootOf(songs);
+    require(Index().updateIndex(root), "the first update");
+    for (auto _ : state)
+        require(Index().updateIndex(root), "update");
+}
+
+/// Walks the folders, asks for the date of every file and reads the three lists of songs.
+void updatePlainLoop(benchmark::State &state, int songs)
+{
+    const std::string root = rootOf(songs).toStdString();
+    std::string content;
+    for (auto _ : state) {
+        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(root))
+            benchmark::DoNotOptimize(entry.last_write_time());
+        for (const char *name : {"/title.id2", "/artist.id2", "/genre.id2"}) {
+            content.resize(fs::file_size(root + name));
+            std::ifstream(root + name, std::ios::binary)
+                .read(content.data(), static_cast<std::streamsize>(content.size()));
+            benchmark::DoNotOptimize(content.data());
+        }
+    }
+}
+
+constexpr int playlists = 100;
+constexpr int listed = 500;
+
+/// A memory with playlists and their path files: each rebuild restores them.
+QString rootWithPlaylists()
+{
+    static std::unique_ptr<SongMemory> memory;
+    if (memory)
+        return memory->root();
+    memory = std::make_unique<SongMemory>(listed, 1);
+    require(Index().createIndex(memory->root()), "the playlists' index");
+    const fs::path root = memory->root().toStdString();
+    fs::create_directory(root / "playlist");
+    std::ifstream titles(root / "title.id2", std::ios::binary);
+    const std::string songs((std::istreambuf_iterator<char>(titles)), {});
+    std::string numbers;
+    for (int i = 0; i < playlists; ++i) {
+        numbers += static_cast<char>(i);
+        numbers.append(31, '\0');
+        const std::string name = QString::asprintf("play%04d.dat", i).toStdString();
+        std::ofstream(root / "playlist" / name, std::ios::binary) << songs;
+    }
+    std::ofstream(root / "playlist" / "playlist.dat", std::ios::binary) << numbers;
+    require(Index().createIndex(memory->root()), "the playlists' rebuild");
+    return memory->root();
+}
+
+/// A whole rebuild, of which the restoring is the most part.
+void restorePlaylists(benchmark::State &state, int)
+{
+    const QString root = rootWithPlaylists();
+    for (auto _ : state)
+        require(Index().createIndex(root), "rebuild with playlists");
+}
+
+/// Writes the same playlists, in the same folder, one after the other.
+void writePlaylists(benchmark::State &state, int)
+{
+    const std::string root = rootWithPlaylists().toStdString();
+    const std::string songs(size_t{listed} * 64, 'x');
+    fs::create_directory(root + "/sfx/copy");
+    for (auto _ : state) {
+        for (int i = 0; i < playlists; ++i)
+            std::ofstream(root + "/sfx/copy/" + std::to_string(i), std::ios::binary) << songs;
+    }
+}
+
+/// Tells the most memory that a build in a process of its own takes.
+void tellMemory()
+{
+    const QString root = rootOf(full);
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(Index().createIndex(root) ? 0 : 1);
+    struct rusage usage {
+    };
+    int status = 1;
+    require(child > 0 && ::wait4(child, &status, 0, &usage) == child && status == 0, "the child");
+    std::cout << "# peak memory of a build over " << full << " songs: " << usage.ru_maxrss / 1024
+              << " MiB\n";
+}
+
+/// Watches the paintings of a window and what they cost.
+class PaintWatch : public QObject
+{
+public:
+    explicit PaintWatch(QWidget &window) : m_window(window) { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        // All that is to be painted is painted while the window handles this event.
+        if (watched != &m_window || event->type() != QEvent::UpdateRequest || m_painting)
+            return false;
+        if (m_sincePaint.isValid())
+            m_longest = std::max(m_longest, m_sincePaint.elapsed());
+        QElapsedTimer time;
+        time.start();
+        m_painting = true;
+        QCoreApplication::sendEvent(watched, event);
+        m_painting = false;
+        m_cost += time.nsecsElapsed();
+        m_sincePaint.start();
+        return true;
+    }
+
+    qint64 longest() const { return m_longest; }
+    qint64 cost() const { return m_cost / 1000000; }
+
+private:
+    QWidget &m_window;
+    QElapsedTimer m_sincePaint;
+    qint64 m_longest = 0; ///< milliseconds
+    qint64 m_cost = 0;    ///< nanoseconds
+    bool m_painting = false;
+};
+
+/// Tells how the dialog breathes while it works.
+void tellBreath(bool rebuilds)
+{
+    IndexDialog dialog;
+    dialog.findChild<QLineEdit *>(QStringLiteral("lineEditPath"))->setText(rootOf(full));
+    const QString choice =
+        rebuilds ? QStringLiteral("radioButtonRebuild") : QStringLiteral("radioButtonUpdate");
+    dialog.findChild<QRadioButton *>(choice)->setChecked(true);
+    dialog.show();
+    QCoreApplication::processEvents();
+    QElapsedTimer time;
+    qint64 run = 0;
+    qint64 longest = 0;
+    qint64 cost = 0;
+    const PaintWatch watch(dialog);
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, &dialog, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (box == nullptr)
+            return;
+        run = time.elapsed();
+        longest = watch.longest();
+        cost = watch.cost();
+        box->accept();
+    });
+    closer.start(0);
+    time.start();
+    dialog.start(false);
+    std::cout << "# " << (rebuilds ? "build" : "update") << " over " << full
+              << " songs in the dialog: at most " << longest << " ms between two paintings, "
+              << cost << " of " << run << " ms spent on them\n";
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    bool listsOnly = false;
+    for (const QString &argument : QCoreApplication::arguments())
+        listsOnly = listsOnly || argument.startsWith(QStringLiteral("--benchmark_list_tests"));
+    const auto add = [](const char *what, int songs, const char *who, auto function) {
+        std::string name(what);
+        name.append("/").append(std::to_string(songs)).append(" songs/").append(who);
+        benchmark::RegisterBenchmark(name.c_str(), function, songs)->Unit(benchmark::kMillisecond);
+    };
+    for (const int songs : {ordinary, full}) {
+        add("build", songs, "ours", buildOurs);
+        add("build", songs, "plain loop", buildPlainLoop);
+        add("update", songs, "ours", updateOurs);
+        add("update", songs, "plain loop", updatePlainLoop);
+    }
+    add("100 playlists", listed, "ours", restorePlaylists);
+    add("100 playlists", listed, "written", writePlaylists);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    if (benchmark::RunSpecifiedBenchmarks() == 0 || listsOnly)
+        return 0;
+    tellMemory();
+    tellBreath(true);
+    tellBreath(false);
+    return 0;
+}
