@@ -24,7 +24,6 @@
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QShortcut>
 
 namespace
 {
@@ -81,7 +80,7 @@ MainWindow::MainWindow()
     connect(m_ui->userLibraryTableView, &QTableView::customContextMenuRequested, this,
             &MainWindow::onSongsTableViewShowContextMenu);
     m_ui->userLibraryTableView->setContextMenuPolicy(Qt::CustomContextMenu);
-    connectRowKeys();
+    connectKeys();
     takeDrops();
     initUserLibraryModel();
     adjustUserLibraryHeaders();
@@ -268,26 +267,6 @@ void MainWindow::showSettings()
         m_settings.value(QStringLiteral("logenabled"), false).toBool());
     m_ui->dbgLogClearCheckBox->setChecked(
         m_settings.value(QStringLiteral("logclear"), false).toBool());
-}
-
-/// Return opens the current song as a double click does: without a mouse there is no other way.
-void MainWindow::connectRowKeys()
-{
-    QTableView *view = m_ui->userLibraryTableView;
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto *shortcut = new QShortcut(QKeySequence(key), view);
-        shortcut->setContext(Qt::WidgetShortcut);
-        shortcut->setAutoRepeat(false);
-        connect(shortcut, &QShortcut::activated, this,
-                [this] { onSongsTableViewDoubleClicked(currentShownRow()); });
-    }
-}
-
-/// None when the search hides it: no key may work on a row that is not seen.
-QModelIndex MainWindow::currentShownRow() const
-{
-    const QModelIndex current = m_ui->userLibraryTableView->currentIndex();
-    return m_ui->userLibraryTableView->isRowHidden(current.row()) ? QModelIndex() : current;
 }
 
 void MainWindow::initUserLibraryModel()

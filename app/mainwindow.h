@@ -128,7 +128,8 @@ private:
     };
 
     void showSettings();
-    void connectRowKeys();
+    void connectKeys();
+    void removeCurrentRow();
     QModelIndex currentShownRow() const;
     void initUserLibraryModel();
     void adjustUserLibraryHeaders();

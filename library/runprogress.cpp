@@ -23,6 +23,7 @@ void RunProgress::begin(const QString &title, const QString &label, int maximum)
     m_label->setTextFormat(Qt::PlainText);
     m_label->setAlignment(Qt::AlignCenter);
     m_bar = new QProgressBar;
+    m_bar->setAccessibleName(label);
     m_bar->setRange(0, maximum);
     m_bar->setValue(0);
     m_dialog->setLabel(m_label);

@@ -829,6 +829,10 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>Cancella il file dal disco, dopo una domanda</source>
         <translation>Deletes the file from the disk, after a question</translation>
     </message>
+    <message>
+        <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
+        <translation>Return edits the song of the row, Delete takes the row out of the table</translation>
+    </message>
 </context>
 <context>
     <name>MemoryCheck</name>

@@ -829,6 +829,10 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>Cancella il file dal disco, dopo una domanda</source>
         <translation>Cancella il file dal disco, dopo una domanda</translation>
     </message>
+    <message>
+        <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
+        <translation>Invio modifica la song della riga, Canc toglie la riga dalla tabella</translation>
+    </message>
 </context>
 <context>
     <name>MemoryCheck</name>

@@ -287,13 +287,13 @@ void TestMainWindow::reachesEverythingByTab()
     }
     const QStringList wanted{
         QStringLiteral("selectDirToolButton"),     QStringLiteral("searchLineEdit"),
-        QStringLiteral("userLibraryTableView"),
-        QStringLiteral("updateDataToolButton"),    QStringLiteral("transferFilesToolButton"),
-        QStringLiteral("dbgLogEnableCheckBox"),    QStringLiteral("dbgLogClearCheckBox"),
-        QStringLiteral("dbgMarkerTextLineEdit"),   QStringLiteral("dbgMarkerBarSpinBox"),
-        QStringLiteral("dbgAddMarkerPushButton"),  QStringLiteral("dbgSavePushButton"),
-        QStringLiteral("dbgImportPushButton"),     QStringLiteral("dbgBackupPushButton"),
-        QStringLiteral("dbgShowDialogPushButton"), QStringLiteral("dbgHidePushButton")};
+        QStringLiteral("userLibraryTableView"),    QStringLiteral("updateDataToolButton"),
+        QStringLiteral("transferFilesToolButton"), QStringLiteral("dbgLogEnableCheckBox"),
+        QStringLiteral("dbgLogClearCheckBox"),     QStringLiteral("dbgMarkerTextLineEdit"),
+        QStringLiteral("dbgMarkerBarSpinBox"),     QStringLiteral("dbgAddMarkerPushButton"),
+        QStringLiteral("dbgSavePushButton"),       QStringLiteral("dbgImportPushButton"),
+        QStringLiteral("dbgBackupPushButton"),     QStringLiteral("dbgShowDialogPushButton"),
+        QStringLiteral("dbgHidePushButton")};
     QCOMPARE(order.mid(0, wanted.size()), wanted);
 }
 

@@ -1,4 +1,5 @@
 #include "app/style.h"
+#include "tests/app/contrast.h"
 #include "tests/testhome.h"
 
 #include <QApplication>
@@ -8,8 +9,6 @@
 #include <QRegularExpression>
 #include <QTableView>
 #include <QTest>
-
-#include <cmath>
 
 class TestStyle : public QObject
 {
@@ -25,22 +24,6 @@ private slots:
 
 namespace
 {
-
-double luminance(const QColor &colour)
-{
-    const auto linear = [](double part) {
-        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-double contrast(const QColor &first, const QColor &second)
-{
-    const double a = luminance(first);
-    const double b = luminance(second);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
 
 QColor colourIn(const QString &rule, const QString &property)
 {

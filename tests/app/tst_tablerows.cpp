@@ -20,6 +20,9 @@ private slots:
     void returnEditsTheCurrentRow();
     void returnStartsNothingWithoutARow();
     void menuKeyMeansTheCurrentRow();
+    void deleteTakesTheRowOutAndLeavesTheFile();
+    void deleteTakesNothingOutThatIsNotSeen();
+    void controlOPicksSongs();
     void startsNoImportInsideARun();
 
 private:
@@ -137,6 +140,53 @@ void TestTableRows::menuKeyMeansTheCurrentRow()
     QCoreApplication::sendEvent(table, &event);
     QCOMPARE(m_sample->model->goodRowCount(), 59);
     QCOMPARE(row(u"s03.mid"_qs), -1);
+}
+
+void TestTableRows::deleteTakesTheRowOutAndLeavesTheFile()
+{
+    QVERIFY(focusTable());
+    const QString path = m_sample->model->fileName(3);
+    const QByteArray content = fileContent(path);
+    m_sample->table->setCurrentIndex(m_sample->model->index(3, 2));
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Delete);
+    QCOMPARE(m_sample->model->goodRowCount(), 59);
+    QCOMPARE(row(u"s03.mid"_qs), -1);
+    QCOMPARE(fileContent(path), content);
+    QVERIFY(!content.isEmpty());
+    // The picked files stay picked, as they do for the menu's entry.
+    const QString memory = m_sample->at(u"volumes/CARD/songs"_qs);
+    QVERIFY(QDir().mkpath(memory));
+    int copied = 0;
+    QVERIFY(m_sample->window->copyFiles(memory, copied));
+    QCOMPARE(copied, 60);
+}
+
+void TestTableRows::deleteTakesNothingOutThatIsNotSeen()
+{
+    QVERIFY(focusTable());
+    m_sample->table->setCurrentIndex({});
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Delete);
+    m_sample->table->setCurrentIndex(m_sample->model->index(3, 2));
+    m_sample->window->findChild<QLineEdit *>(u"searchLineEdit"_qs)->setText(u"s04"_qs);
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Delete);
+    QCOMPARE(m_sample->model->goodRowCount(), 60);
+    {
+        const RunGuard guard;
+        m_sample->table->setCurrentIndex(m_sample->model->index(4, 2));
+        QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Delete);
+        QCOMPARE(m_sample->model->goodRowCount(), 60);
+    }
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Delete);
+    QCOMPARE(row(u"s04.mid"_qs), -1);
+    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
+}
+
+void TestTableRows::controlOPicksSongs()
+{
+    QVERIFY(focusTable());
+    m_sample->script.expectFiles({m_sample->at(u"s05.mid"_qs)});
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_O, Qt::ControlModifier);
+    QCOMPARE(m_sample->model->goodRowCount(), 1);
 }
 
 void TestTableRows::startsNoImportInsideARun()
