@@ -38,6 +38,17 @@ void runDialog()
     dialog.exec();
 }
 
+/// As above, for a dialog that works on a memory; \a line then tells what came of it.
+template <typename Dialog>
+void runMemoryDialog(StatusLine &line)
+{
+    if (RunGuard::isActive())
+        return;
+    Dialog dialog;
+    dialog.exec();
+    line.setReport(dialog.report());
+}
+
 } // namespace
 
 MainWindow::LibraryRun::LibraryRun(MainWindow &window) : m_model(window.m_model)
@@ -131,6 +142,8 @@ void MainWindow::scanDir(const QString &dir, int &songs, int &publisherSongs, in
     FolderScan(*m_model, m_progress, counts).scan(dir);
     m_model->select();
     m_ui->userLibraryTableView->setUpdatesEnabled(true);
+    m_statusLine->beginRun(RunReport::Run::Import);
+    m_statusLine->addReport(counts.report);
     songs = counts.songs;
     publisherSongs = counts.publisherSongs;
     unknown = counts.unknown;
@@ -220,12 +233,12 @@ void MainWindow::on_actionCopyrightNo_triggered()
 
 void MainWindow::on_optimizeMemory_triggered()
 {
-    runDialog<IndexDialog>();
+    runMemoryDialog<IndexDialog>(*m_statusLine);
 }
 
 void MainWindow::on_actionSongsList_triggered()
 {
-    runDialog<SongsListDialog>();
+    runMemoryDialog<SongsListDialog>(*m_statusLine);
 }
 
 void MainWindow::on_actionContents_triggered()
@@ -364,5 +377,7 @@ bool MainWindow::readFileList(SongCounts &counts)
     counts = import.readFiles(m_fileList);
     m_ui->userLibraryTableView->setUpdatesEnabled(true);
     m_progress.end();
+    m_statusLine->beginRun(RunReport::Run::Import);
+    m_statusLine->addReport(counts.report);
     return !RunGuard::endRequested();
 }

@@ -143,6 +143,7 @@ private:
     void importPickedFiles(const QStringList &files);
     void takeDrops();
 
+    bool synchroniseLibrary();
     bool offerSynchronisation(const SongCounts &counts);
     int askAboutFile(const QString &path, const QString &message);
     bool backUpPickedFiles(const QString &chosen);

@@ -2,10 +2,12 @@
 
 #include "app/mainwindow.h"
 
+#include "app/statusline.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/dataeditdialog.h"
 #include "library/manualedit.h"
+#include "library/songfailure.h"
 #include "songfile/metasong.h"
 
 #include "ui_mainwindow.h"
@@ -29,8 +31,13 @@ void MainWindow::editSong(int row)
     debug() << "File name: " << path;
     debug() << "[MainWindow] Manual modifing row: " << row; // the log has always spelt it so
     MetaSong song;
-    if (!song.importFile(path))
+    m_statusLine->beginRun(RunReport::Run::Edit);
+    if (!song.importFile(path)) {
+        RunReport report;
+        report.add(RunReport::Lack::Read, path, whyNoSong(path));
+        m_statusLine->addReport(report);
         return;
+    }
     SongInfo info;
     song.getSongInfo(info);
     info.fileName = path;
@@ -62,8 +69,11 @@ DataEditDialog &MainWindow::editDialog()
 
 void MainWindow::manualModifySong(MetaSong song, const SongInfo &info, const QString &path, int row)
 {
-    if (m_model != nullptr)
-        ManualEdit(*m_model).modifySong(song, info, path, row);
+    if (m_model == nullptr)
+        return;
+    ManualEdit edit(*m_model);
+    edit.modifySong(song, info, path, row);
+    m_statusLine->addReport(edit.report());
 }
 
 void MainWindow::spreadEdit(const SongInfo &edited, int row)
@@ -75,8 +85,10 @@ void MainWindow::spreadEdit(const SongInfo &edited, int row)
         return;
     m_progress.begin(tr("Aggiornamento file"), tr("Aggiorno la libreria..."),
                      m_model->goodRowCount());
-    ManualEdit(*m_model).spreadOverList(edited, row, spread, m_progress);
+    ManualEdit edit(*m_model);
+    edit.spreadOverList(edited, row, spread, m_progress);
     m_progress.end();
+    m_statusLine->addReport(edit.report());
 }
 
 /// A view scrolls to no cell of a hidden column, such as the row's first one; and only the height

@@ -2,6 +2,7 @@
 
 #include "app/mainwindow.h"
 
+#include "app/statusline.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/backup.h"
@@ -39,10 +40,19 @@ bool MainWindow::offerSynchronisation(const SongCounts &counts)
     dialog.setFilesCount(counts.songs, counts.publisherSongs, counts.unknown);
     const bool accepted = dialog.exec() == ProceedDialog::Yes;
     enableCopyrightMessage(dialog.getShowAgainValue());
-    return accepted && updateUserLibrary();
+    if (!accepted)
+        return false;
+    m_statusLine->continueRun(RunReport::Run::Synchronisation);
+    return synchroniseLibrary();
 }
 
 bool MainWindow::updateUserLibrary()
+{
+    m_statusLine->beginRun(RunReport::Run::Synchronisation);
+    return synchroniseLibrary();
+}
+
+bool MainWindow::synchroniseLibrary()
 {
     if (m_model == nullptr)
         return false;
@@ -62,6 +72,7 @@ bool MainWindow::updateUserLibrary()
         [this](const QString &fileName) { return askAboutFile(fileName, QString()); });
     const bool done = synchroniser.updateRows(m_progress);
     m_progress.end();
+    m_statusLine->addReport(synchroniser.report());
     adjustUserLibraryHeaders(); // the catalogue's texts may be longer than the files' own
     return done;
 }
@@ -74,7 +85,10 @@ bool MainWindow::updateFileWithDb(int row)
     Synchroniser synchroniser(
         *m_model, m_database, isCopyrightAskOn(),
         [this](const QString &fileName) { return askAboutFile(fileName, QString()); });
-    return synchroniser.updateFileWithDb(row);
+    const bool updated = synchroniser.updateFileWithDb(row);
+    m_statusLine->beginRun(RunReport::Run::Synchronisation);
+    m_statusLine->addReport(synchroniser.report());
+    return updated;
 }
 
 bool MainWindow::suggestBackup()
@@ -103,6 +117,7 @@ bool MainWindow::backUpPickedFiles(const QString &chosen)
         return false;
     }
     // "dellla": users and their support know the text as it is.
+    m_statusLine->addReport(RunReport(RunReport::Run::Backup));
     m_progress.begin(title, tr("Eseguo backup dellla libreria..."),
                      static_cast<int>(m_fileList.size()));
     int copied = 0;
@@ -133,5 +148,6 @@ void MainWindow::on_dbgBackupPushButton_clicked()
     if (!canStartRun())
         return;
     const LibraryRun run(*this);
+    m_statusLine->beginRun(RunReport::Run::Backup);
     suggestBackup();
 }

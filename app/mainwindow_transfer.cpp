@@ -2,7 +2,9 @@
 
 #include "app/mainwindow.h"
 
+#include "app/statusline.h"
 #include "base/debugstream.h"
+#include "base/filefailure.h"
 #include "base/fileidentity.h"
 #include "index/index.h"
 #include "index/volumes.h"
@@ -83,6 +85,7 @@ bool MainWindow::sendPickedFiles(const QString &destination)
     m_progress.begin(tr("Trasferimento"), tr("Trasferimento file..."),
                      static_cast<int>(m_fileList.size()));
     const QString memory = fileIdentity(getRoot(destination));
+    m_statusLine->beginRun(RunReport::Run::Transfer);
     int copied = 0;
     const bool allCopied = copyFiles(destination, copied);
     if (copied == 0)
@@ -99,14 +102,23 @@ bool MainWindow::copyFiles(const QString &destDir, int &copied)
     FileCopier copier(m_progress, [this](const QString &destination) {
         return askAboutFile(destination, tr("esiste già, vuoi sostituirlo?"));
     });
-    return copier.copyFiles(m_fileList, destDir, copied);
+    copier.setSpaceDisplay(
+        [this](const QString &folder, qint64 bytes) { m_statusLine->showSpace(folder, bytes); });
+    const bool done = copier.copyFiles(m_fileList, destDir, copied);
+    m_statusLine->hideSpace();
+    m_statusLine->addReport(copier.report());
+    return done;
 }
 
 bool MainWindow::updateBriselIndex(const QString &dest)
 {
     const QString root = getRoot(dest);
-    if (!QFileInfo::exists(root))
+    RunReport report;
+    if (!QFileInfo::exists(root)) {
+        report.add(RunReport::Lack::Indexed, root, whyNotIndexed(root));
+        m_statusLine->addReport(report);
         return false;
+    }
     m_progress.begin(tr("Aggiornamento"), tr("Aggiornamento database..."), 0);
     Index index;
     index.setRenameQuestion([this](const QString &path, const QString &message) {
@@ -115,8 +127,13 @@ bool MainWindow::updateBriselIndex(const QString &dest)
     connect(&index, &Index::fileFoundChanged, &m_progress, &RunProgress::setStep);
     connect(&index, &Index::progressMaxSetup, &m_progress, &RunProgress::setMaximum);
     connect(&index, &Index::progressValueChanged, &m_progress, &RunProgress::setStep);
+    connect(&index, &Index::errorFromIndex, &m_progress,
+            [&report](const QString &message) { report.addMessage(message); });
     const bool complete = index.updateIndex(root);
     m_progress.end();
+    if (!complete)
+        report.add(RunReport::Lack::Indexed, root, whyNotIndexed(root));
+    m_statusLine->addReport(report);
     return complete;
 }
 

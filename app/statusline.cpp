@@ -1,24 +1,51 @@
 #include "app/statusline.h"
 
+#include "app/reportdialog.h"
+#include "base/runguard.h"
+#include "library/elidedlabel.h"
+
 #include <QAbstractItemModel>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QStorageInfo>
 
 static constexpr int recountDelay = 50; ///< milliseconds from a change of rows to the new number
+static constexpr qint64 spaceInterval = 100; ///< milliseconds between two looks at the disk
 
-StatusLine::StatusLine(QWidget *parent) : QWidget(parent), m_songsLabel(new QLabel(this))
+static QString sizeText(qint64 bytes)
 {
-    auto *line = new QHBoxLayout(this);
-    line->setContentsMargins(0, 0, 0, 0);
+    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+}
+
+StatusLine::StatusLine(QWidget *parent)
+    : QWidget(parent), m_songsLabel(new QLabel(this)), m_outcomeLabel(new ElidedLabel(this)),
+      m_spaceLabel(new QLabel(this)), m_detailsButton(new QPushButton(this))
+{
     m_songsLabel->setObjectName(QStringLiteral("songsLabel"));
-    m_songsLabel->setTextFormat(Qt::PlainText);
+    m_outcomeLabel->setObjectName(QStringLiteral("outcomeLabel"));
+    m_spaceLabel->setObjectName(QStringLiteral("spaceLabel"));
+    m_detailsButton->setObjectName(QStringLiteral("detailsPushButton"));
+    for (QLabel *label : {m_songsLabel, m_spaceLabel})
+        label->setTextFormat(Qt::PlainText);
+    m_spaceLabel->hide();
+
+    auto *line = new QHBoxLayout(this);
+    line->setContentsMargins(14, 0, 0, 4);
+    line->setSpacing(18);
     line->addWidget(m_songsLabel);
-    line->addStretch();
+    line->addWidget(m_outcomeLabel, 1);
+    line->addWidget(m_spaceLabel);
+    line->addWidget(m_detailsButton);
+
     m_recount.setSingleShot(true);
     m_recount.setInterval(recountDelay);
     connect(&m_recount, &QTimer::timeout, this, &StatusLine::showSongs);
+    connect(m_detailsButton, &QPushButton::clicked, this, &StatusLine::showDetails);
     showSongs();
+    showOutcome();
 }
 
 void StatusLine::setModel(const QAbstractItemModel *songs)
@@ -34,14 +61,86 @@ void StatusLine::setModel(const QAbstractItemModel *songs)
     showSongs();
 }
 
+void StatusLine::beginRun(RunReport::Run run)
+{
+    m_next = RunReport(run);
+}
+
+void StatusLine::continueRun(RunReport::Run run)
+{
+    m_next = m_report;
+    m_next->addRun(run);
+}
+
+void StatusLine::addReport(const RunReport &part)
+{
+    if (m_next.has_value())
+        m_report = *m_next;
+    m_next.reset();
+    m_report.append(part);
+    showOutcome();
+}
+
+void StatusLine::setReport(const std::optional<RunReport> &report)
+{
+    if (!report.has_value())
+        return;
+    m_report = *report;
+    showOutcome();
+}
+
+void StatusLine::showSpace(const QString &folder, qint64 bytes)
+{
+    if (m_spaceLabel->isVisible() && m_sinceSpace.elapsed() < spaceInterval)
+        return;
+    const qint64 free = QStorageInfo(folder).bytesAvailable();
+    if (free < 0) {
+        hideSpace();
+        return;
+    }
+    const QString text = free >= bytes ? tr("Spazio: servono %1, liberi %2")
+                                       : tr("Spazio insufficiente: servono %1, liberi %2");
+    m_spaceLabel->setText(text.arg(sizeText(bytes), sizeText(free)));
+    m_spaceLabel->show();
+    m_sinceSpace.start();
+}
+
+void StatusLine::hideSpace()
+{
+    m_spaceLabel->hide();
+}
+
 void StatusLine::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        showSongs();
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    showSongs();
+    showOutcome();
 }
 
 void StatusLine::showSongs()
 {
     m_songsLabel->setText(tr("%n song", "", m_songs == nullptr ? 0 : m_songs->rowCount()));
+}
+
+void StatusLine::showOutcome()
+{
+    m_outcomeLabel->setPath(m_report.summary());
+    m_detailsButton->setText(tr("&Dettagli"));
+    m_detailsButton->setEnabled(!m_report.isEmpty());
+    const QString hint =
+        m_report.isEmpty()
+            ? tr("Nessun file da segnalare")
+            : tr("Elenca i file che l'ultima operazione non ha elaborato, con il motivo");
+    m_detailsButton->setToolTip(hint);
+    m_detailsButton->setAccessibleDescription(hint);
+}
+
+void StatusLine::showDetails()
+{
+    if (RunGuard::isActive())
+        return;
+    ReportDialog dialog(m_report, window());
+    dialog.exec();
 }

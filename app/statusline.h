@@ -1,12 +1,20 @@
 #pragma once
 
+#include "base/runreport.h"
+
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 
+#include <optional>
+
+class ElidedLabel;
 class QAbstractItemModel;
 class QLabel;
+class QPushButton;
 
-/// What the main window's status bar says: the number of songs in the table.
+/// What the main window's status bar says: the number of songs in the table, what came of the last
+/// run, and the room on the disk while a run copies. A button opens the run's report.
 class StatusLine : public QWidget
 {
     Q_OBJECT
@@ -18,13 +26,36 @@ public:
     /// few times a second.
     void setModel(const QAbstractItemModel *songs);
 
+    /// The next part of a report starts a new one, about \a run. Until then the last one stays:
+    /// a run that is called off before it has done anything leaves it.
+    void beginRun(RunReport::Run run);
+    /// As above, but the new report goes on from the last one.
+    void continueRun(RunReport::Run run);
+    /// Adds what a part of the run says.
+    void addReport(const RunReport &part);
+    /// Puts \a report, if there is one, in the place of the last one.
+    void setReport(const std::optional<RunReport> &report);
+
+    /// Tells that \a bytes are still to be copied to \a folder, and the free space there; looks at
+    /// the disk a few times a second at most.
+    void showSpace(const QString &folder, qint64 bytes);
+    void hideSpace();
+
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
     void showSongs();
+    void showOutcome();
+    void showDetails();
 
     const QAbstractItemModel *m_songs = nullptr; ///< null while there is no library
+    RunReport m_report;
+    std::optional<RunReport> m_next; ///< begun, but without a part yet
     QTimer m_recount;
+    QElapsedTimer m_sinceSpace;
     QLabel *m_songsLabel;
+    ElidedLabel *m_outcomeLabel;
+    QLabel *m_spaceLabel;
+    QPushButton *m_detailsButton;
 };

@@ -1,5 +1,6 @@
 #include "index/indexdialog.h"
 
+#include "base/filefailure.h"
 #include "base/runguard.h"
 #include "index/index.h"
 #include "index/memorycheck.h"
@@ -88,6 +89,7 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
     updateLabelNum(0);
     initProgress(0);
     clearIndexErrors();
+    m_report.emplace(RunReport::Run::Index);
     m_ui->plainTextReport->appendPlainText(tr("Ottimizzazione memoria in corso..."));
     breathe();
 
@@ -110,6 +112,8 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
     }
     if (RunGuard::endRequested())
         return Outcome::Ended;
+    if (!done)
+        m_report->add(RunReport::Lack::Indexed, folder, whyNotIndexed(folder));
     return done ? Outcome::Done : Outcome::Failed;
 }
 
@@ -188,6 +192,8 @@ void IndexDialog::errorFromIndexReceived(const QString &message)
 {
     m_ui->plainTextReport->appendPlainText(message);
     ++m_errors;
+    if (m_report.has_value())
+        m_report->addMessage(message);
     breathe();
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/runreport.h"
 #include "index/rundialog.h"
 
 #include <memory>
+#include <optional>
 
 namespace Ui
 {
@@ -23,6 +25,9 @@ public:
     static QString getRootDrivePath(const QString &path);
     /// Reserved. Always false: the check that the box asks for is MemoryCheck's.
     static bool checkDisk(const QString &path);
+
+    /// What came of the last run; none before the first.
+    const std::optional<RunReport> &report() const { return m_report; }
 
 public slots:
     void browseDir();
@@ -63,4 +68,5 @@ private:
     int m_progress = 0;
     qint32 m_errors = 0;
     bool m_uncorrectable = false; ///< the index that was just built anew is damaged
+    std::optional<RunReport> m_report;
 };

@@ -69,11 +69,15 @@ SongsListDialog::Outcome SongsListDialog::save()
                             static_cast<SORT_MODE>(m_ui->comboBoxSort->currentIndex()));
     setControlsEnabled(true);
     m_ui->pushButtonClose->setFocus();
+    m_report.emplace(RunReport::Run::SongsList);
     if (RunGuard::endRequested())
         return Outcome::Ended;
     if (result > 0)
         return Outcome::Saved;
-    return result == 0 ? Outcome::Failed : Outcome::NotPrepared;
+    const bool failed = result == 0;
+    m_report->add(RunReport::Lack::Saved, m_ui->lineEditFile->text(),
+                  failed ? RunReport::Reason::ListFailed : RunReport::Reason::NotPrepared);
+    return failed ? Outcome::Failed : Outcome::NotPrepared;
 }
 
 void SongsListDialog::showOutcome(Outcome outcome)

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/runreport.h"
 #include "index/rundialog.h"
 
 #include <memory>
+#include <optional>
 
 namespace Ui
 {
@@ -17,6 +19,9 @@ class SongsListDialog : public RunDialog
 public:
     explicit SongsListDialog(QWidget *parent = nullptr);
     ~SongsListDialog() override;
+
+    /// What came of the last run; none before the first.
+    const std::optional<RunReport> &report() const { return m_report; }
 
 public slots:
     void browseDir();
@@ -43,4 +48,5 @@ private:
 
     std::unique_ptr<Ui::SongsListDialog> m_ui;
     int m_progress = 0;
+    std::optional<RunReport> m_report;
 };

@@ -1,6 +1,7 @@
 #include "library/filecopier.h"
 
 #include "base/debugstream.h"
+#include "base/filefailure.h"
 #include "base/fileidentity.h"
 #include "base/filewriting.h"
 #include "base/runguard.h"
@@ -10,6 +11,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <limits>
 
 namespace
 {
@@ -21,9 +24,22 @@ QString companionPath(const QString &song)
                                  Qt::CaseInsensitive);
 }
 
+QString destinationOf(const QString &source, const QString &destDir)
+{
+    return destDir + u'/' + source.mid(source.lastIndexOf(u'/') + 1);
+}
+
 bool isSamePath(const QString &source, const QString &destination)
 {
     return source.compare(destination, Qt::CaseInsensitive) == 0 || isSameFile(source, destination);
+}
+
+RunReport::Reason whyNotCopied(const QString &source, const QString &destination)
+{
+    const QFileInfo file(source);
+    if (isRegularFile(source) && file.isReadable())
+        return whyUnwritable(destination, file.size());
+    return whyUnreadable(source, std::numeric_limits<qint64>::max());
 }
 
 } // namespace
@@ -31,6 +47,11 @@ bool isSamePath(const QString &source, const QString &destination)
 FileCopier::FileCopier(Progress &progress, Question askOverwrite)
     : m_progress(progress), m_askOverwrite(std::move(askOverwrite))
 {
+}
+
+void FileCopier::setSpaceDisplay(SpaceDisplay display)
+{
+    m_showSpace = std::move(display);
 }
 
 bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int &copied)
@@ -41,34 +62,85 @@ bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int
     m_askEach = true;
     m_overwrite = false;
     m_companions.clear();
+    m_report = RunReport();
     m_sources.clear();
     for (const QString &source : files)
         m_sources.insert(fileIdentity(source));
+    countBytes(files, destDir);
 
     for (const QString &source : files) {
         if (m_progress.isCanceled()) {
+            noteFilesLeft(files, processed);
             copied = 0;
             return false;
         }
-        const QString destination = destDir + u'/' + source.mid(source.lastIndexOf(u'/') + 1);
+        showSpace(destDir, processed);
+        const QString destination = destinationOf(source, destDir);
         ++processed;
         if (isSamePath(source, destination)) {
+            m_report.count(RunReport::Success::Copied);
             ++copied;
             continue;
         }
         debug() << "Copying file:" << source << "to:" << destination;
-        if (fileKind(destination) != FileKind::Missing && !mayOverwrite(destination))
+        if (fileKind(destination) != FileKind::Missing && !mayOverwrite(destination)) {
+            note(source, RunGuard::endRequested() ? Reason::Interrupted : Reason::Kept);
             continue;
-        if (copyWithCompanion(source, destination))
+        }
+        if (copyWithCompanion(source, destination)) {
+            m_report.count(RunReport::Success::Copied);
             ++copied;
-        else
+        } else {
             ++errors;
+        }
         m_progress.setValue(processed);
         m_progress.breathe();
     }
-    if (copied > 0 && !flushFolder(destDir))
+    if (copied > 0 && !flushFolder(destDir)) {
+        note(destDir, whyUnwritable(destinationOf(files.last(), destDir), 0));
         ++errors;
+    }
     return errors == 0 && !m_progress.isCanceled();
+}
+
+/// Remembers what there is to copy, where that is shown: the sizes of the songs with their graphics
+/// files.
+void FileCopier::countBytes(const QStringList &files, const QString &destDir)
+{
+    m_bytes.clear();
+    m_bytesLeft = 0;
+    if (!m_showSpace)
+        return;
+    for (const QString &source : files) {
+        qint64 bytes = 0;
+        if (!isSamePath(source, destinationOf(source, destDir))) {
+            bytes = QFileInfo(source).size();
+            if (const QString companion = companionOf(source); !companion.isEmpty())
+                bytes += QFileInfo(companion).size();
+        }
+        m_bytes.append(bytes);
+        m_bytesLeft += bytes;
+    }
+}
+
+/// Before the turn of the file \a next.
+void FileCopier::showSpace(const QString &destDir, int next)
+{
+    if (!m_showSpace)
+        return;
+    m_showSpace(destDir, m_bytesLeft);
+    m_bytesLeft -= m_bytes.at(next);
+}
+
+void FileCopier::noteFilesLeft(const QStringList &files, int first)
+{
+    for (const QString &source : files.mid(first))
+        note(source, Reason::Interrupted);
+}
+
+void FileCopier::note(const QString &path, Reason reason)
+{
+    m_report.add(RunReport::Lack::Copied, path, reason);
 }
 
 bool FileCopier::mayOverwrite(const QString &destination)
@@ -86,26 +158,43 @@ bool FileCopier::mayOverwrite(const QString &destination)
 
 bool FileCopier::copySong(const QString &source, const QString &destination)
 {
-    if (fileKind(destination) == FileKind::Missing)
-        return copyToNewFile(source, destination);
+    const bool isNew = fileKind(destination) == FileKind::Missing;
     // The song at the destination may have been picked too, under the same name elsewhere.
-    return !m_sources.contains(fileIdentity(destination)) && copyOverFile(source, destination);
+    if (!isNew && m_sources.contains(fileIdentity(destination))) {
+        note(source, Reason::PickedToo);
+        return false;
+    }
+    const bool copied =
+        isNew ? copyToNewFile(source, destination) : copyOverFile(source, destination);
+    if (!copied)
+        note(source, whyNotCopied(source, destination));
+    return copied;
 }
 
 bool FileCopier::copyWithCompanion(const QString &source, const QString &destination)
 {
     if (!copySong(source, destination))
         return false;
-    if (!source.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive))
-        return true;
     const QString companion = companionOf(source);
-    return companion.isEmpty() || copyToNewFile(companion, companionPath(destination));
+    if (companion.isEmpty())
+        return true;
+    const QString place = companionPath(destination);
+    if (fileKind(place) != FileKind::Missing) {
+        note(companion, Reason::AlreadyThere);
+        return false;
+    }
+    const bool copied = copyToNewFile(companion, place);
+    if (!copied)
+        note(companion, whyNotCopied(companion, place));
+    return copied;
 }
 
-/// The file as named, or else one whose name differs in case only: cards made elsewhere hold
-/// "SONG.CDG" beside "song.mp3". Empty when there is none.
+/// The graphics file of an MP3: the file as named, or else one whose name differs in case only:
+/// cards made elsewhere hold "SONG.CDG" beside "song.mp3". Empty when there is none.
 QString FileCopier::companionOf(const QString &song)
 {
+    if (!song.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive))
+        return {};
     QString wanted = companionPath(song);
     if (isRegularFile(wanted))
         return wanted;

@@ -5,6 +5,7 @@
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/progress.h"
+#include "library/songfailure.h"
 #include "library/workflowlog.h"
 #include "songfile/metasong.h"
 
@@ -16,6 +17,7 @@ void addSongFile(const QString &path, const char *logPrefix, UserSongsRelTableMo
         const QByteArray refusal = QByteArray(logPrefix) + "Unknown/corrupted file";
         debug() << refusal.constData() << path;
         ++counts.unknown;
+        counts.report.add(RunReport::Lack::Read, path, whyNoSong(path));
         progress.setValue(counts.examined());
         progress.breathe();
         return;
@@ -27,8 +29,10 @@ void addSongFile(const QString &path, const char *logPrefix, UserSongsRelTableMo
     info.fileName = path;
     info.shortName = path.mid(path.lastIndexOf(u'/') + 1);
     info.dbgDump();
-    if (!model.addSong(info))
+    if (!model.addSong(info)) {
         debug() << "WARNING: impossible to add song to table:" << path;
+        counts.report.add(RunReport::Lack::Read, path, RunReport::Reason::NotInTable);
+    }
     progress.setValue(counts.examined());
     counts.publisherSongs += info.isKordia ? 1 : 0;
     progress.breathe();

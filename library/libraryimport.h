@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/runreport.h"
+
 #include <QStringList>
 
 class Database;
@@ -11,6 +13,7 @@ struct SongCounts {
     int songs = 0;          ///< files that opened
     int publisherSongs = 0; ///< those of them that the publisher published
     int unknown = 0;        ///< files that did not open
+    RunReport report{};     ///< tells of each file that is not in the table
 
     int examined() const { return songs + unknown; }
 };

@@ -5,6 +5,7 @@
 #include "base/runguard.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/progress.h"
+#include "library/songfailure.h"
 #include "library/songfilename.h"
 #include "songfile/metasong.h"
 
@@ -13,10 +14,13 @@ void ManualEdit::modifySong(MetaSong &song, const SongInfo &info, const QString 
     song.setSongInfo(info, true);
     debug() << "Saving to file: " << path;
     // A song that went away with its memory is not made anew where the memory was.
-    if (isRegularFile(path) && song.saveToFile(path))
+    if (isRegularFile(path) && song.saveToFile(path)) {
         debug() << "Ok";
-    else
+        m_report.count(RunReport::Success::Edited);
+    } else {
         debug() << "Error!";
+        m_report.add(RunReport::Lack::Saved, path, whyNotSaved(song, path));
+    }
 
     MetaSong saved;
     if (saved.importFile(path)) {
@@ -36,8 +40,10 @@ void ManualEdit::spreadOverList(const SongInfo &edited, int editedRow, const Spr
             continue;
         const QString path = m_model.fileName(row);
         MetaSong song;
-        if (!song.importFile(path))
+        if (!song.importFile(path)) {
+            m_report.add(RunReport::Lack::Read, path, whyNoSong(path));
             continue;
+        }
         SongInfo info;
         song.getSongInfo(info);
         info.fileName = path;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/runreport.h"
+
 #include <QString>
 
 class MetaSong;
@@ -33,6 +35,10 @@ public:
     void spreadOverList(const SongInfo &edited, int editedRow, const Spread &spread,
                         Progress &progress);
 
+    /// How many songs were edited, and which were not, and why.
+    const RunReport &report() const { return m_report; }
+
 private:
     UserSongsRelTableModel &m_model;
+    RunReport m_report;
 };

@@ -8,6 +8,7 @@
 #include "library/cataloguelookup.h"
 #include "library/nocopyrightdialog.h"
 #include "library/progress.h"
+#include "library/songfailure.h"
 #include "library/workflowlog.h"
 #include "songfile/metasong.h"
 
@@ -22,8 +23,10 @@ bool Synchroniser::updateRows(Progress &progress)
 {
     const int count = m_model.goodRowCount();
     for (int row = 0; row < count; ++row) {
-        if (progress.isCanceled())
+        if (progress.isCanceled()) {
+            noteRowsLeft(row);
             return false;
+        }
         debug() << "[UPDATE] rowIdx: " << row;
         debug() << "[UPDATE] updating file: " << m_model.fileName(row);
         const bool updated = updateFileWithDb(row);
@@ -42,28 +45,48 @@ bool Synchroniser::updateFileWithDb(int row)
 {
     const QString fileName = m_model.fileName(row);
     MetaSong song;
-    if (!song.importFile(fileName))
+    if (!song.importFile(fileName)) {
+        m_report.add(Lack::Read, fileName, whyNoSong(fileName));
         return false;
+    }
     SongInfo info;
     song.getSongInfo(info);
-    if (!info.isKordia && !mayChange(fileName))
+    if (!info.isKordia && !mayChange(fileName)) {
+        m_report.add(Lack::Changed, fileName,
+                     RunGuard::endRequested() ? Reason::Interrupted : Reason::Declined);
         return false;
+    }
 
     const CatalogueKeys keys = catalogueKeys(m_model.shortName(row), info);
     SongsDbRecord record;
     QString trace;
     if (!findInCatalogue(m_catalogue, keys, record, trace)) {
         debug() << "Record " << QString(keys.file + u'/' + keys.title) << "NOT found in DB";
+        m_report.add(Lack::Found, fileName, Reason::NotInCatalogue);
         return false;
     }
     debug() << "Found in DB by: " << trace;
     record.dbgDump();
     song.setSongInfo(mergedWithCatalogue(info, record), false);
-    // Whether it was saved is seen in the row: it shows what the file holds. One that went away
-    // with its memory is not made anew where the memory was.
-    if (isRegularFile(fileName))
-        song.saveToFile(fileName);
-    return reloadRow(row, fileName);
+    // Whether it was saved is seen in the row, too: it shows what the file holds. One that went
+    // away with its memory is not made anew where the memory was.
+    const bool saved = isRegularFile(fileName) && song.saveToFile(fileName);
+    const bool readAgain = reloadRow(row, fileName);
+    if (!saved)
+        m_report.add(Lack::Saved, fileName, whyNotSaved(song, fileName));
+    else if (!readAgain)
+        m_report.add(Lack::Read, fileName, whyNoSong(fileName));
+    else
+        m_report.count(RunReport::Success::Updated);
+    return readAgain;
+}
+
+/// The rows that an interrupted run did not come to.
+void Synchroniser::noteRowsLeft(int firstRow)
+{
+    const int count = m_model.goodRowCount();
+    for (int row = firstRow; row < count; ++row)
+        m_report.add(Lack::Changed, m_model.fileName(row), Reason::Interrupted);
 }
 
 bool Synchroniser::mayChange(const QString &fileName)

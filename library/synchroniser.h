@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/runreport.h"
+
 #include <QString>
 
 #include <functional>
@@ -29,7 +31,14 @@ public:
     /// True when the row's file was found in the catalogue, rewritten and read again.
     bool updateFileWithDb(int row);
 
+    /// How many songs were updated, and which were not, and why.
+    const RunReport &report() const { return m_report; }
+
 private:
+    using Lack = RunReport::Lack;
+    using Reason = RunReport::Reason;
+
+    void noteRowsLeft(int firstRow);
     bool mayChange(const QString &fileName);
     bool reloadRow(int row, const QString &fileName);
 
@@ -38,4 +47,5 @@ private:
     Question m_question;
     bool m_askPublisher;
     bool m_rememberedAnswer = true; ///< holds while nobody is asked
+    RunReport m_report;
 };

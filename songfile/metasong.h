@@ -29,6 +29,10 @@ public:
     /// file lacks something, so that the publisher's data are never overwritten.
     void setSongInfo(const SongInfo &info, bool manual);
 
+    /// False when saveToFile() refuses: no song is held, or it has grown larger than a reader
+    /// takes.
+    bool isWholeInMemory() const;
+
     /// Writes the song to \a path. An MP3 must stand there already: its audio is kept and the tag
     /// replaced. False when that failed: what was there before is there still. Every failure is
     /// logged but that of an MP3's last step, the renaming.
@@ -58,7 +62,6 @@ private:
     void setContainerHeader(const SongInfo &info, bool manual);
     void setMp3Tag(const SongInfo &info, bool manual);
 
-    bool isWholeInMemory() const;
     bool saveMp3(const QString &path);
     bool saveMidi(const QString &path);
     QByteArray containerBytes();

@@ -1041,6 +1041,57 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
+    <name>ReportDialog</name>
+    <message>
+        <source>Resoconto</source>
+        <translation>Report</translation>
+    </message>
+    <message>
+        <source>Una riga per ogni file non elaborato, con il motivo</source>
+        <translation>A line for each file that was not processed, with the reason</translation>
+    </message>
+    <message>
+        <source>&amp;Copia</source>
+        <translation>&amp;Copy</translation>
+    </message>
+    <message>
+        <source>Copia il resoconto negli appunti</source>
+        <translation>Copies the report to the clipboard</translation>
+    </message>
+    <message>
+        <source>&amp;Salva...</source>
+        <translation>&amp;Save...</translation>
+    </message>
+    <message>
+        <source>Salva il resoconto in un file di testo</source>
+        <translation>Saves the report as a text file</translation>
+    </message>
+    <message>
+        <source>C&amp;hiudi</source>
+        <translation>C&amp;lose</translation>
+    </message>
+    <message>
+        <source>Chiude il resoconto</source>
+        <translation>Closes the report</translation>
+    </message>
+    <message>
+        <source>Salva resoconto</source>
+        <translation>Save report</translation>
+    </message>
+    <message>
+        <source>resoconto.txt</source>
+        <translation>report.txt</translation>
+    </message>
+    <message>
+        <source>Testo (*.txt)</source>
+        <translation>Text (*.txt)</translation>
+    </message>
+    <message>
+        <source>Il resoconto non è stato salvato: %1</source>
+        <translation>The report was not saved: %1</translation>
+    </message>
+</context>
+<context>
     <name>RunProgress</name>
     <message>
         <source>Interrompi</source>
@@ -1049,6 +1100,180 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>%1 di %2</source>
         <translation>%1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>RunReport</name>
+    <message numerus="yes">
+        <source>%n aggiornate</source>
+        <translation>
+            <numerusform>%n updated</numerusform>
+            <numerusform>%n updated</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n modificate</source>
+        <translation>
+            <numerusform>%n edited</numerusform>
+            <numerusform>%n edited</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n copiate</source>
+        <translation>
+            <numerusform>%n copied</numerusform>
+            <numerusform>%n copied</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n non riuscite</source>
+        <translation>
+            <numerusform>%n failed</numerusform>
+            <numerusform>%n failed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n saltate</source>
+        <translation>
+            <numerusform>%n skipped</numerusform>
+            <numerusform>%n skipped</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>Importazione</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Sincronizzazione</source>
+        <translation>Synchronization</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Modifica</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Transfer</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria</source>
+        <translation>Memory optimization</translation>
+    </message>
+    <message>
+        <source>Lista song</source>
+        <translation>Songs list</translation>
+    </message>
+    <message>
+        <source>Non letta</source>
+        <translation>Not read</translation>
+    </message>
+    <message>
+        <source>Non trovata</source>
+        <translation>Not found</translation>
+    </message>
+    <message>
+        <source>Non modificata</source>
+        <translation>Not changed</translation>
+    </message>
+    <message>
+        <source>Non salvata</source>
+        <translation>Not saved</translation>
+    </message>
+    <message>
+        <source>Non copiata</source>
+        <translation>Not copied</translation>
+    </message>
+    <message>
+        <source>Non indicizzata</source>
+        <translation>Not indexed</translation>
+    </message>
+    <message>
+        <source>il file non esiste</source>
+        <translation>the file does not exist</translation>
+    </message>
+    <message>
+        <source>il file non è accessibile</source>
+        <translation>the file is not accessible</translation>
+    </message>
+    <message>
+        <source>non è un file</source>
+        <translation>it is not a file</translation>
+    </message>
+    <message>
+        <source>il file è vuoto</source>
+        <translation>the file is empty</translation>
+    </message>
+    <message>
+        <source>il file è troppo grande per essere una song</source>
+        <translation>the file is too large to be a song</translation>
+    </message>
+    <message>
+        <source>formato sconosciuto o file danneggiato</source>
+        <translation>unknown format or damaged file</translation>
+    </message>
+    <message>
+        <source>la tabella non l&apos;ha accettata</source>
+        <translation>the table did not take it</translation>
+    </message>
+    <message>
+        <source>il database Kordia non la contiene</source>
+        <translation>the Kordia database does not hold it</translation>
+    </message>
+    <message>
+        <source>la modifica è stata rifiutata</source>
+        <translation>the change was declined</translation>
+    </message>
+    <message>
+        <source>esiste già e non doveva essere sostituita</source>
+        <translation>it is already there and was not to be replaced</translation>
+    </message>
+    <message>
+        <source>operazione interrotta</source>
+        <translation>the operation was stopped</translation>
+    </message>
+    <message>
+        <source>esiste già</source>
+        <translation>it is already there</translation>
+    </message>
+    <message>
+        <source>al suo posto si trova un&apos;altra delle song scelte</source>
+        <translation>another of the selected songs is in its place</translation>
+    </message>
+    <message>
+        <source>la cartella non esiste più</source>
+        <translation>the folder no longer exists</translation>
+    </message>
+    <message>
+        <source>spazio insufficiente sul disco</source>
+        <translation>not enough space on the disk</translation>
+    </message>
+    <message>
+        <source>non è stato possibile scrivere il file</source>
+        <translation>the file could not be written</translation>
+    </message>
+    <message>
+        <source>con i nuovi dati il file sarebbe troppo grande</source>
+        <translation>with the new data the file would be too large</translation>
+    </message>
+    <message>
+        <source>gli archivi della memoria non sono completi</source>
+        <translation>the memory&apos;s index is not complete</translation>
+    </message>
+    <message>
+        <source>la memoria non è preparata per Brisel</source>
+        <translation>the memory is not optimized for Brisel2</translation>
+    </message>
+    <message>
+        <source>gli archivi non si leggono o il file non si può scrivere</source>
+        <translation>the index can not be read or the file not be written</translation>
     </message>
 </context>
 <context>
@@ -1213,6 +1438,26 @@ To begin, press the button above, or drag files or folders here.</translation>
             <numerusform>%n song</numerusform>
             <numerusform>%n songs</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Spazio: servono %1, liberi %2</source>
+        <translation>Space: %1 needed, %2 free</translation>
+    </message>
+    <message>
+        <source>Spazio insufficiente: servono %1, liberi %2</source>
+        <translation>Not enough space: %1 needed, %2 free</translation>
+    </message>
+    <message>
+        <source>&amp;Dettagli</source>
+        <translation>&amp;Details</translation>
+    </message>
+    <message>
+        <source>Nessun file da segnalare</source>
+        <translation>There are no files to report</translation>
+    </message>
+    <message>
+        <source>Elenca i file che l&apos;ultima operazione non ha elaborato, con il motivo</source>
+        <translation>Lists the files that the last operation did not process, with the reason</translation>
     </message>
 </context>
 <context>

@@ -1041,6 +1041,57 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
+    <name>ReportDialog</name>
+    <message>
+        <source>Resoconto</source>
+        <translation>Resoconto</translation>
+    </message>
+    <message>
+        <source>Una riga per ogni file non elaborato, con il motivo</source>
+        <translation>Una riga per ogni file non elaborato, con il motivo</translation>
+    </message>
+    <message>
+        <source>&amp;Copia</source>
+        <translation>&amp;Copia</translation>
+    </message>
+    <message>
+        <source>Copia il resoconto negli appunti</source>
+        <translation>Copia il resoconto negli appunti</translation>
+    </message>
+    <message>
+        <source>&amp;Salva...</source>
+        <translation>&amp;Salva...</translation>
+    </message>
+    <message>
+        <source>Salva il resoconto in un file di testo</source>
+        <translation>Salva il resoconto in un file di testo</translation>
+    </message>
+    <message>
+        <source>C&amp;hiudi</source>
+        <translation>C&amp;hiudi</translation>
+    </message>
+    <message>
+        <source>Chiude il resoconto</source>
+        <translation>Chiude il resoconto</translation>
+    </message>
+    <message>
+        <source>Salva resoconto</source>
+        <translation>Salva resoconto</translation>
+    </message>
+    <message>
+        <source>resoconto.txt</source>
+        <translation>resoconto.txt</translation>
+    </message>
+    <message>
+        <source>Testo (*.txt)</source>
+        <translation>Testo (*.txt)</translation>
+    </message>
+    <message>
+        <source>Il resoconto non è stato salvato: %1</source>
+        <translation>Il resoconto non è stato salvato: %1</translation>
+    </message>
+</context>
+<context>
     <name>RunProgress</name>
     <message>
         <source>Interrompi</source>
@@ -1049,6 +1100,180 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>%1 di %2</source>
         <translation>%1 di %2</translation>
+    </message>
+</context>
+<context>
+    <name>RunReport</name>
+    <message numerus="yes">
+        <source>%n aggiornate</source>
+        <translation>
+            <numerusform>%n aggiornata</numerusform>
+            <numerusform>%n aggiornate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n modificate</source>
+        <translation>
+            <numerusform>%n modificata</numerusform>
+            <numerusform>%n modificate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n copiate</source>
+        <translation>
+            <numerusform>%n copiata</numerusform>
+            <numerusform>%n copiate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n non riuscite</source>
+        <translation>
+            <numerusform>%n non riuscita</numerusform>
+            <numerusform>%n non riuscite</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n saltate</source>
+        <translation>
+            <numerusform>%n saltata</numerusform>
+            <numerusform>%n saltate</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>Importazione</source>
+        <translation>Importazione</translation>
+    </message>
+    <message>
+        <source>Sincronizzazione</source>
+        <translation>Sincronizzazione</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Modifica</source>
+        <translation>Modifica</translation>
+    </message>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Trasferimento</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria</source>
+        <translation>Ottimizzazione memoria</translation>
+    </message>
+    <message>
+        <source>Lista song</source>
+        <translation>Lista song</translation>
+    </message>
+    <message>
+        <source>Non letta</source>
+        <translation>Non letta</translation>
+    </message>
+    <message>
+        <source>Non trovata</source>
+        <translation>Non trovata</translation>
+    </message>
+    <message>
+        <source>Non modificata</source>
+        <translation>Non modificata</translation>
+    </message>
+    <message>
+        <source>Non salvata</source>
+        <translation>Non salvata</translation>
+    </message>
+    <message>
+        <source>Non copiata</source>
+        <translation>Non copiata</translation>
+    </message>
+    <message>
+        <source>Non indicizzata</source>
+        <translation>Non indicizzata</translation>
+    </message>
+    <message>
+        <source>il file non esiste</source>
+        <translation>il file non esiste</translation>
+    </message>
+    <message>
+        <source>il file non è accessibile</source>
+        <translation>il file non è accessibile</translation>
+    </message>
+    <message>
+        <source>non è un file</source>
+        <translation>non è un file</translation>
+    </message>
+    <message>
+        <source>il file è vuoto</source>
+        <translation>il file è vuoto</translation>
+    </message>
+    <message>
+        <source>il file è troppo grande per essere una song</source>
+        <translation>il file è troppo grande per essere una song</translation>
+    </message>
+    <message>
+        <source>formato sconosciuto o file danneggiato</source>
+        <translation>formato sconosciuto o file danneggiato</translation>
+    </message>
+    <message>
+        <source>la tabella non l&apos;ha accettata</source>
+        <translation>la tabella non l&apos;ha accettata</translation>
+    </message>
+    <message>
+        <source>il database Kordia non la contiene</source>
+        <translation>il database Kordia non la contiene</translation>
+    </message>
+    <message>
+        <source>la modifica è stata rifiutata</source>
+        <translation>la modifica è stata rifiutata</translation>
+    </message>
+    <message>
+        <source>esiste già e non doveva essere sostituita</source>
+        <translation>esiste già e non doveva essere sostituita</translation>
+    </message>
+    <message>
+        <source>operazione interrotta</source>
+        <translation>operazione interrotta</translation>
+    </message>
+    <message>
+        <source>esiste già</source>
+        <translation>esiste già</translation>
+    </message>
+    <message>
+        <source>al suo posto si trova un&apos;altra delle song scelte</source>
+        <translation>al suo posto si trova un&apos;altra delle song scelte</translation>
+    </message>
+    <message>
+        <source>la cartella non esiste più</source>
+        <translation>la cartella non esiste più</translation>
+    </message>
+    <message>
+        <source>spazio insufficiente sul disco</source>
+        <translation>spazio insufficiente sul disco</translation>
+    </message>
+    <message>
+        <source>non è stato possibile scrivere il file</source>
+        <translation>non è stato possibile scrivere il file</translation>
+    </message>
+    <message>
+        <source>con i nuovi dati il file sarebbe troppo grande</source>
+        <translation>con i nuovi dati il file sarebbe troppo grande</translation>
+    </message>
+    <message>
+        <source>gli archivi della memoria non sono completi</source>
+        <translation>gli archivi della memoria non sono completi</translation>
+    </message>
+    <message>
+        <source>la memoria non è preparata per Brisel</source>
+        <translation>la memoria non è preparata per Brisel</translation>
+    </message>
+    <message>
+        <source>gli archivi non si leggono o il file non si può scrivere</source>
+        <translation>gli archivi non si leggono o il file non si può scrivere</translation>
     </message>
 </context>
 <context>
@@ -1213,6 +1438,26 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
             <numerusform>%n song</numerusform>
             <numerusform>%n song</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Spazio: servono %1, liberi %2</source>
+        <translation>Spazio: servono %1, liberi %2</translation>
+    </message>
+    <message>
+        <source>Spazio insufficiente: servono %1, liberi %2</source>
+        <translation>Spazio insufficiente: servono %1, liberi %2</translation>
+    </message>
+    <message>
+        <source>&amp;Dettagli</source>
+        <translation>&amp;Dettagli</translation>
+    </message>
+    <message>
+        <source>Nessun file da segnalare</source>
+        <translation>Nessun file da segnalare</translation>
+    </message>
+    <message>
+        <source>Elenca i file che l&apos;ultima operazione non ha elaborato, con il motivo</source>
+        <translation>Elenca i file che l&apos;ultima operazione non ha elaborato, con il motivo</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,52 @@
+#include "app/reportdialog.h"
+
+#include "base/filefailure.h"
+#include "base/filewriting.h"
+#include "ui_reportdialog.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QEvent>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QStandardPaths>
+
+ReportDialog::ReportDialog(RunReport report, QWidget *parent)
+    : QDialog(parent), m_report(std::move(report)), m_ui(std::make_unique<Ui::ReportDialog>())
+{
+    m_ui->setupUi(this);
+    m_ui->reportText->setPlainText(m_report.text());
+    m_ui->closePushButton->setFocus();
+}
+
+ReportDialog::~ReportDialog() = default;
+
+void ReportDialog::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    m_ui->reportText->setPlainText(m_report.text());
+}
+
+void ReportDialog::on_copyPushButton_clicked()
+{
+    QGuiApplication::clipboard()->setText(m_report.text());
+}
+
+void ReportDialog::on_savePushButton_clicked()
+{
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QString path = QFileDialog::getSaveFileName(
+        this, tr("Salva resoconto"), folder.filePath(tr("resoconto.txt")), tr("Testo (*.txt)"));
+    if (path.isEmpty())
+        return;
+    const QByteArray text = m_report.text().toUtf8();
+    if (replaceFile(path, text))
+        return;
+    const QString reason = RunReport::reasonText(whyUnwritable(path, text.size()));
+    QMessageBox::warning(this, tr("Salva resoconto"),
+                         tr("Il resoconto non è stato salvato: %1").arg(reason));
+}

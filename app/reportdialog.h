@@ -1,0 +1,33 @@
+#pragma once
+
+#include "base/runreport.h"
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui
+{
+class ReportDialog;
+}
+
+/// Shows what came of a run, file by file, to be read, copied or saved as text.
+class ReportDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit ReportDialog(RunReport report, QWidget *parent = nullptr);
+    ~ReportDialog() override;
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private slots:
+    void on_copyPushButton_clicked();
+    void on_savePushButton_clicked();
+
+private:
+    RunReport m_report;
+    std::unique_ptr<Ui::ReportDialog> m_ui;
+};

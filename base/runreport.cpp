@@ -1,0 +1,216 @@
+#include "base/runreport.h"
+
+#include <algorithm>
+
+namespace
+{
+
+/// What would end a line shows as a mark, so that no name forges a line of the report.
+QString onOneLine(QString text)
+{
+    for (QChar &character : text) {
+        const QChar::Category category = character.category();
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph)
+            character = QChar::ReplacementCharacter;
+    }
+    return text;
+}
+
+} // namespace
+
+void RunReport::addRun(Run run)
+{
+    if (!m_runs.contains(run))
+        m_runs.append(run);
+}
+
+void RunReport::count(Success success)
+{
+    switch (success) {
+    case Success::Updated:
+        ++m_updated;
+        break;
+    case Success::Edited:
+        ++m_edited;
+        break;
+    case Success::Copied:
+        ++m_copied;
+        break;
+    }
+}
+
+void RunReport::add(Lack lack, const QString &path, Reason reason)
+{
+    m_entries.append({lack, reason, path, {}});
+}
+
+void RunReport::addMessage(const QString &message)
+{
+    m_entries.append({Lack::Indexed, Reason::IndexIncomplete, {}, message});
+}
+
+void RunReport::append(const RunReport &part)
+{
+    for (const Run run : part.m_runs)
+        addRun(run);
+    m_entries.append(part.m_entries);
+    m_updated += part.m_updated;
+    m_edited += part.m_edited;
+    m_copied += part.m_copied;
+}
+
+int RunReport::counted(Success success) const
+{
+    switch (success) {
+    case Success::Updated:
+        return m_updated;
+    case Success::Edited:
+        return m_edited;
+    case Success::Copied:
+        return m_copied;
+    }
+    return 0;
+}
+
+int RunReport::skipped() const
+{
+    return static_cast<int>(std::count_if(m_entries.cbegin(), m_entries.cend(), isSkipped));
+}
+
+int RunReport::failed() const
+{
+    return static_cast<int>(m_entries.size()) - skipped();
+}
+
+QString RunReport::summary() const
+{
+    QStringList counts;
+    if (m_updated > 0)
+        counts.append(tr("%n aggiornate", "", m_updated));
+    if (m_edited > 0)
+        counts.append(tr("%n modificate", "", m_edited));
+    if (m_copied > 0)
+        counts.append(tr("%n copiate", "", m_copied));
+    if (const int count = failed(); count > 0)
+        counts.append(tr("%n non riuscite", "", count));
+    if (const int count = skipped(); count > 0)
+        counts.append(tr("%n saltate", "", count));
+    if (counts.isEmpty())
+        return {};
+    QStringList runs;
+    for (const Run run : m_runs)
+        runs.append(runText(run));
+    const QString numbers = counts.join(QStringLiteral(", "));
+    return runs.isEmpty() ? numbers
+                          : runs.join(QStringLiteral(", ")) + QStringLiteral(": ") + numbers;
+}
+
+QString RunReport::text() const
+{
+    QString text = summary() + u'\n';
+    for (const Entry &entry : m_entries)
+        text += line(entry) + u'\n';
+    return text;
+}
+
+QString RunReport::line(const Entry &entry)
+{
+    if (!entry.message.isEmpty())
+        return onOneLine(entry.message);
+    return tr("%1: %2 (%3)")
+        .arg(lackText(entry.lack), onOneLine(entry.path), reasonText(entry.reason));
+}
+
+bool RunReport::isSkipped(const Entry &entry)
+{
+    return entry.reason == Reason::Declined || entry.reason == Reason::Kept ||
+           entry.reason == Reason::Interrupted;
+}
+
+QString RunReport::runText(Run run)
+{
+    switch (run) {
+    case Run::Import:
+        return tr("Importazione");
+    case Run::Synchronisation:
+        return tr("Sincronizzazione");
+    case Run::Backup:
+        return tr("Backup");
+    case Run::Edit:
+        return tr("Modifica");
+    case Run::Transfer:
+        return tr("Trasferimento");
+    case Run::Index:
+        return tr("Ottimizzazione memoria");
+    case Run::SongsList:
+        return tr("Lista song");
+    }
+    return {};
+}
+
+QString RunReport::lackText(Lack lack)
+{
+    switch (lack) {
+    case Lack::Read:
+        return tr("Non letta");
+    case Lack::Found:
+        return tr("Non trovata");
+    case Lack::Changed:
+        return tr("Non modificata");
+    case Lack::Saved:
+        return tr("Non salvata");
+    case Lack::Copied:
+        return tr("Non copiata");
+    case Lack::Indexed:
+        return tr("Non indicizzata");
+    }
+    return {};
+}
+
+QString RunReport::reasonText(Reason reason)
+{
+    switch (reason) {
+    case Reason::Missing:
+        return tr("il file non esiste");
+    case Reason::Unreachable:
+        return tr("il file non è accessibile");
+    case Reason::NoPlainFile:
+        return tr("non è un file");
+    case Reason::Empty:
+        return tr("il file è vuoto");
+    case Reason::TooLarge:
+        return tr("il file è troppo grande per essere una song");
+    case Reason::UnknownFormat:
+        return tr("formato sconosciuto o file danneggiato");
+    case Reason::NotInTable:
+        return tr("la tabella non l'ha accettata");
+    case Reason::NotInCatalogue:
+        return tr("il database Kordia non la contiene");
+    case Reason::Declined:
+        return tr("la modifica è stata rifiutata");
+    case Reason::Kept:
+        return tr("esiste già e non doveva essere sostituita");
+    case Reason::Interrupted:
+        return tr("operazione interrotta");
+    case Reason::AlreadyThere:
+        return tr("esiste già");
+    case Reason::PickedToo:
+        return tr("al suo posto si trova un'altra delle song scelte");
+    case Reason::FolderMissing:
+        return tr("la cartella non esiste più");
+    case Reason::NoSpace:
+        return tr("spazio insufficiente sul disco");
+    case Reason::Unwritable:
+        return tr("non è stato possibile scrivere il file");
+    case Reason::WouldBeTooLarge:
+        return tr("con i nuovi dati il file sarebbe troppo grande");
+    case Reason::IndexIncomplete:
+        return tr("gli archivi della memoria non sono completi");
+    case Reason::NotPrepared:
+        return tr("la memoria non è preparata per Brisel");
+    case Reason::ListFailed:
+        return tr("gli archivi non si leggono o il file non si può scrivere");
+    }
+    return {};
+}

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QList>
+#include <QString>
+
+/// What came of a run: how many songs went well, and each file that did not, with the reason. Each
+/// part of a run fills one, and the parts are joined. Texts are in the language of the moment in
+/// which they are asked for.
+class RunReport
+{
+    Q_DECLARE_TR_FUNCTIONS(RunReport)
+
+public:
+    enum class Run { Import, Synchronisation, Backup, Edit, Transfer, Index, SongsList };
+    enum class Success { Updated, Edited, Copied };
+    /// What a file was not.
+    enum class Lack { Read, Found, Changed, Saved, Copied, Indexed };
+    enum class Reason {
+        Missing,
+        Unreachable,
+        NoPlainFile,
+        Empty,
+        TooLarge,
+        UnknownFormat,
+        NotInTable,
+        NotInCatalogue,
+        Declined,    ///< the user did not want it
+        Kept,        ///< the user did not want the one that is there replaced
+        Interrupted, ///< the run ended before the file's turn
+        AlreadyThere,
+        PickedToo, ///< what stands in its place is to be copied itself
+        FolderMissing,
+        NoSpace,
+        Unwritable,
+        WouldBeTooLarge,
+        IndexIncomplete,
+        NotPrepared, ///< the memory has no index
+        ListFailed,
+    };
+
+    RunReport() = default;
+    explicit RunReport(Run run) : m_runs{run} {}
+
+    /// Says that the report is about \a run, too.
+    void addRun(Run run);
+    void count(Success success);
+    void add(Lack lack, const QString &path, Reason reason);
+    /// A file that was not indexed, in words that name it and the reason.
+    void addMessage(const QString &message);
+    /// Takes the runs, the counts and the files of \a part, after its own.
+    void append(const RunReport &part);
+
+    /// True when no file is to be told of.
+    bool isEmpty() const { return m_entries.isEmpty(); }
+    int counted(Success success) const;
+    /// Files passed over because the user wanted it so.
+    int skipped() const;
+    /// All other files that are told of.
+    int failed() const;
+
+    /// The runs and what they have counted in one line; empty when nothing was counted.
+    QString summary() const;
+    /// The summary, and a line for each file. Names can't break a line.
+    QString text() const;
+    static QString reasonText(Reason reason);
+
+private:
+    struct Entry {
+        Lack lack;
+        Reason reason;
+        QString path;
+        QString message; ///< stands for all the rest when it is not empty
+    };
+
+    static QString runText(Run run);
+    static QString lackText(Lack lack);
+    static QString line(const Entry &entry);
+    static bool isSkipped(const Entry &entry);
+
+    QList<Run> m_runs;
+    QList<Entry> m_entries;
+    int m_updated = 0;
+    int m_edited = 0;
+    int m_copied = 0;
+};

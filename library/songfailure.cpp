@@ -1,0 +1,26 @@
+#include "library/songfailure.h"
+
+#include "base/filefailure.h"
+#include "base/fileidentity.h"
+#include "songfile/metasong.h"
+
+#include <QFileInfo>
+
+#include <limits>
+
+RunReport::Reason whyNoSong(const QString &path)
+{
+    // Of an MP3 only the tag is read.
+    const bool isMp3 = path.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive);
+    return whyUnreadable(path, isMp3 ? std::numeric_limits<qint64>::max() : MetaSong::maxSongSize);
+}
+
+RunReport::Reason whyNotSaved(const MetaSong &song, const QString &path)
+{
+    if (!isRegularFile(path))
+        return whyNoSong(path);
+    if (!song.isWholeInMemory())
+        return RunReport::Reason::WouldBeTooLarge;
+    // The new content is written beside the old one, and is about as long.
+    return whyUnwritable(path, QFileInfo(path).size());
+}
