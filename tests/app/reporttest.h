@@ -1,0 +1,39 @@
+#pragma once
+
+#include "tests/app/workflowtest.h"
+
+#include <QPlainTextEdit>
+
+/// What the tests of the report share: they read it as a user does.
+class ReportTest : public WorkflowTest
+{
+protected:
+    QPushButton *details() const
+    {
+        return m_window->findChild<QPushButton *>(u"detailsPushButton"_qs);
+    }
+    /// What the status bar says of the last run.
+    QString outcome() const { return m_window->findChild<QLabel *>(u"outcomeLabel"_qs)->text(); }
+
+    /// What the report says when the button opens it, line by line.
+    QStringList reportLines()
+    {
+        QString text;
+        m_script->expect("ReportDialog", [&text](QWidget *widget) {
+            text = widget->findChild<QPlainTextEdit *>()->toPlainText();
+            DialogScript::click(widget, u"closePushButton"_qs);
+        });
+        QTest::mouseClick(details(), Qt::LeftButton);
+        return m_script->isDone() ? text.split(u'\n', Qt::SkipEmptyParts) : m_script->problems();
+    }
+    QString line(const QString &lack, const QString &name, const QString &reason) const
+    {
+        return lack + u": "_qs + at(name) + u" ("_qs + reason + u')';
+    }
+
+    void importSongs(const QStringList &names, bool published)
+    {
+        makeSongs(names, published);
+        import(names);
+    }
+};

@@ -1,0 +1,204 @@
+#include "app/reportdialog.h"
+
+#include "tests/dialogscript.h"
+#include "tests/fulldisk.h"
+#include "tests/smalldisk.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTextBlock>
+#include <QTranslator>
+
+class TestReportDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void showsTheReportAsPlainText();
+    void isReadByKeyboard();
+    void copiesTheReport();
+    void savesTheReport();
+    void saysThatAFullDiskTookNoReport();
+    void saysWhyAReportWasNotSaved();
+    void leavesWithoutSaving();
+    void showsTenThousandFilesAtOnce();
+    void changesItsLanguage();
+
+private:
+    QString at(const QString &name) const { return m_folder->filePath(name); }
+    template <typename Kind>
+    Kind *find(const char *name) const
+    {
+        return m_dialog->findChild<Kind *>(QString::fromLatin1(name));
+    }
+    void save() { QTest::mouseClick(find<QPushButton>("savePushButton"), Qt::LeftButton); }
+    void verifyScript()
+    {
+        QVERIFY2(m_script->isDone(), qPrintable(m_script->problems().join(u'\n')));
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<DialogScript> m_script;
+    std::unique_ptr<ReportDialog> m_dialog;
+};
+
+const QString shownText = QStringLiteral("Importazione: 1 non riuscite\n"
+                                         "Non letta: /<b>è</b>.mid (il file è vuoto)\n");
+
+static RunReport sampleReport()
+{
+    RunReport report(RunReport::Run::Import);
+    report.add(RunReport::Lack::Read, QStringLiteral("/<b>è</b>.mid"), RunReport::Reason::Empty);
+    return report;
+}
+
+void TestReportDialog::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_script = std::make_unique<DialogScript>();
+    m_dialog = std::make_unique<ReportDialog>(sampleReport());
+    m_dialog->show();
+}
+
+void TestReportDialog::cleanup()
+{
+    m_dialog.reset();
+    m_script.reset();
+}
+
+void TestReportDialog::showsTheReportAsPlainText()
+{
+    QCOMPARE(m_dialog->windowTitle(), u"Resoconto"_qs);
+    const auto *text = find<QPlainTextEdit>("reportText");
+    QVERIFY(text->isReadOnly());
+    QCOMPARE(text->toPlainText(), shownText);
+    QCOMPARE(find<QPushButton>("copyPushButton")->text(), u"&Copia"_qs);
+    QCOMPARE(find<QPushButton>("savePushButton")->text(), u"&Salva..."_qs);
+}
+
+void TestReportDialog::isReadByKeyboard()
+{
+    QApplication::setActiveWindow(m_dialog.get());
+    QStringList reached;
+    for (int i = 0; i < 4; ++i) {
+        QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Tab);
+        reached.append(m_dialog->focusWidget()->objectName());
+    }
+    reached.sort();
+    QCOMPARE(reached, QStringList({u"closePushButton"_qs, u"copyPushButton"_qs, u"reportText"_qs,
+                                   u"savePushButton"_qs}));
+    QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
+    QVERIFY(!m_dialog->isVisible());
+}
+
+void TestReportDialog::copiesTheReport()
+{
+    QGuiApplication::clipboard()->setText(u"old"_qs);
+    QTest::mouseClick(find<QPushButton>("copyPushButton"), Qt::LeftButton);
+    QCOMPARE(QGuiApplication::clipboard()->text(), shownText);
+}
+
+void TestReportDialog::savesTheReport()
+{
+    m_script->expect("QFileDialog", [this](QWidget *widget) {
+        auto *dialog = qobject_cast<QFileDialog *>(widget);
+        QCOMPARE(dialog->windowTitle(), u"Salva resoconto"_qs);
+        QCOMPARE(QFileInfo(dialog->selectedFiles().value(0)).fileName(), u"resoconto.txt"_qs);
+        DialogScript::chooseFiles(dialog, {at(u"report.txt"_qs)});
+    });
+    save();
+    verifyScript();
+    QCOMPARE(fileContent(at(u"report.txt"_qs)), shownText.toUtf8());
+}
+
+void TestReportDialog::saysThatAFullDiskTookNoReport()
+{
+    const SmallDisk disk(m_folder->path(), SmallDisk::pageSize);
+    if (!disk.isMounted())
+        QSKIP("only root can mount a small disk");
+    makeFile(at(u"filler"_qs), QByteArray(SmallDisk::pageSize, 'x'));
+    m_script->expectFiles({at(u"report.txt"_qs)});
+    m_script->expectMessage(u"Salva resoconto"_qs,
+                            u"Il resoconto non è stato salvato: spazio insufficiente sul disco"_qs,
+                            QMessageBox::Ok);
+    save();
+    verifyScript();
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList({u"filler"_qs}));
+}
+
+void TestReportDialog::saysWhyAReportWasNotSaved()
+{
+    makeFile(at(u"report.txt"_qs), "old");
+    m_script->expect("QFileDialog", [this](QWidget *widget) {
+        DialogScript inner;
+        inner.expect("QMessageBox", [](QWidget *box) {
+            QTest::mouseClick(qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes),
+                              Qt::LeftButton);
+        });
+        DialogScript::chooseFiles(qobject_cast<QFileDialog *>(widget), {at(u"report.txt"_qs)});
+    });
+    m_script->expectMessage(
+        u"Salva resoconto"_qs,
+        u"Il resoconto non è stato salvato: non è stato possibile scrivere il file"_qs,
+        QMessageBox::Ok);
+    {
+        const FullDisk full(8);
+        save();
+    }
+    verifyScript();
+    QCOMPARE(fileContent(at(u"report.txt"_qs)), QByteArray("old"));
+}
+
+void TestReportDialog::leavesWithoutSaving()
+{
+    m_script->expectFilesCancelled();
+    save();
+    verifyScript();
+    QVERIFY(QDir(m_folder->path()).isEmpty());
+}
+
+/// No line is broken or laid out before it is looked at.
+void TestReportDialog::showsTenThousandFilesAtOnce()
+{
+    constexpr int count = 10000;
+    RunReport report(RunReport::Run::Import);
+    for (int i = 0; i < count; ++i)
+        report.add(RunReport::Lack::Read, u"/%1"_qs.arg(i) + QString(300, u'a'),
+                   RunReport::Reason::Empty);
+    m_dialog = std::make_unique<ReportDialog>(report);
+    m_dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_dialog.get()));
+    const auto *text = find<QPlainTextEdit>("reportText");
+    QCOMPARE(text->blockCount(), count + 2);
+    QCOMPARE(text->lineWrapMode(), QPlainTextEdit::NoWrap);
+    int laidOut = 0;
+    for (QTextBlock block = text->document()->begin(); block.isValid(); block = block.next())
+        laidOut += block.layout()->lineCount() > 0 ? 1 : 0;
+    QVERIFY(laidOut > 0);
+    QVERIFY2(laidOut < 200, qPrintable(QString::number(laidOut)));
+}
+
+void TestReportDialog::changesItsLanguage()
+{
+    QTranslator english;
+    QVERIFY(english.load(u":/trans/brisel2pc_en"_qs));
+    QVERIFY(QCoreApplication::installTranslator(&english));
+    QCoreApplication::processEvents();
+    QCOMPARE(m_dialog->windowTitle(), u"Report"_qs);
+    QCOMPARE(find<QPushButton>("savePushButton")->text(), u"&Save..."_qs);
+    QCOMPARE(find<QPlainTextEdit>("reportText")->toPlainText(),
+             u"Import: 1 failed\nNot read: /<b>è</b>.mid (the file is empty)\n"_qs);
+}
+
+BRISEL_TEST_MAIN(QApplication, TestReportDialog)
+#include "tst_reportdialog.moc"

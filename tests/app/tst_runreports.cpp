@@ -1,0 +1,279 @@
+#include "library/nocopyrightdialog.h"
+#include "tests/app/reporttest.h"
+#include "tests/fulldisk.h"
+#include "tests/smalldisk.h"
+#include "tests/testhome.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMessageBox>
+
+/// What the status bar and the report say of import, synchronisation, backup and edits.
+class TestRunReports : public ReportTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { openWindow(); }
+    void cleanup() { closeWindow(); }
+
+    void saysWhyTheButtonIsOff();
+    void tellsFilesThatAreNoSongs();
+    void goesWhenTheNextRunHasNothingToTell();
+    void tellsSongsThatWereNotSynchronised();
+    void tellsSongsThatWereNotSaved();
+    void tellsASongSavedOnAFullDisk();
+    void tellsTheRowsThatAnInterruptLeft();
+    void goesOnFromTheImport();
+    void staysWhenTheNextRunIsCalledOff();
+    void countsTheBackupsCopies();
+    void tellsAnEdit();
+    void tellsARowThatDoesNotOpen();
+    void tellsSongsThatASpreadMissed();
+    void speaksTheLanguageChosen();
+
+private:
+    void synchronise()
+    {
+        expectBackup(u"exitPushButton"_qs);
+        clickSync();
+        verifyScript();
+    }
+};
+
+void TestRunReports::saysWhyTheButtonIsOff()
+{
+    QVERIFY(details()->isVisible());
+    QVERIFY(!details()->isEnabled());
+    QCOMPARE(details()->toolTip(), u"Nessun file da segnalare"_qs);
+    QCOMPARE(details()->accessibleDescription(), details()->toolTip());
+    QCOMPARE(outcome(), QString());
+}
+
+void TestRunReports::tellsFilesThatAreNoSongs()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    makeFile(at(u"<b>text</b>.mid"_qs), "no song");
+    makeFile(at(u"empty.mp3"_qs), "");
+    import({u"<b>text</b>.mid"_qs, u"one.mid"_qs, u"empty.mp3"_qs});
+    QVERIFY(details()->isEnabled());
+    QCOMPARE(details()->toolTip(),
+             u"Elenca i file che l'ultima operazione non ha elaborato, con il motivo"_qs);
+    QCOMPARE(outcome(), u"Importazione: 2 non riuscite"_qs);
+    QCOMPARE(reportLines(),
+             QStringList({u"Importazione: 2 non riuscite"_qs,
+                          line(u"Non letta"_qs, u"<b>text</b>.mid"_qs,
+                               u"formato sconosciuto o file danneggiato"_qs),
+                          line(u"Non letta"_qs, u"empty.mp3"_qs, u"il file è vuoto"_qs)}));
+}
+
+void TestRunReports::goesWhenTheNextRunHasNothingToTell()
+{
+    makeFile(at(u"text.mid"_qs), "no song");
+    import({u"text.mid"_qs});
+    QVERIFY(details()->isEnabled());
+    importSongs({u"one.mid"_qs}, true);
+    QVERIFY(!details()->isEnabled());
+    QCOMPARE(details()->toolTip(), u"Nessun file da segnalare"_qs);
+    QCOMPARE(outcome(), QString());
+    synchronise();
+    QCOMPARE(outcome(), u"Sincronizzazione: 1 aggiornate"_qs);
+    QVERIFY(!details()->isEnabled());
+}
+
+void TestRunReports::tellsSongsThatWereNotSynchronised()
+{
+    makeSongs({u"two.mid"_qs}, false);
+    makeSongs({u"one.mid"_qs, u"unknown.mid"_qs, u"gone.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs, u"unknown.mid"_qs, u"gone.mid"_qs});
+    QVERIFY(QFile::remove(at(u"gone.mid"_qs)));
+    m_window->enableCopyrightMessage(true);
+    expectBackup(u"exitPushButton"_qs);
+    expectQuestion(NoCopyrightDialog::No);
+    clickSync();
+    verifyScript();
+    QCOMPARE(statuses(), u"1333"_qs);
+    const QString counts = u"Sincronizzazione: 1 aggiornate, 2 non riuscite, 1 saltate"_qs;
+    QCOMPARE(outcome(), counts);
+    QCOMPARE(
+        reportLines(),
+        QStringList(
+            {counts, line(u"Non modificata"_qs, u"two.mid"_qs, u"la modifica è stata rifiutata"_qs),
+             line(u"Non trovata"_qs, u"unknown.mid"_qs, u"il database Kordia non la contiene"_qs),
+             line(u"Non letta"_qs, u"gone.mid"_qs, u"il file non esiste"_qs)}));
+}
+
+/// The row stays green, as its file was found and read again; the report knows better.
+void TestRunReports::tellsSongsThatWereNotSaved()
+{
+    importSongs({u"one.mid"_qs}, true);
+    {
+        const FullDisk full(8);
+        synchronise();
+    }
+    QCOMPARE(statuses(), u"1"_qs);
+    QCOMPARE(title(u"one.mid"_qs), u"one"_qs);
+    QCOMPARE(reportLines(), QStringList({u"Sincronizzazione: 1 non riuscite"_qs,
+                                         line(u"Non salvata"_qs, u"one.mid"_qs,
+                                              u"non è stato possibile scrivere il file"_qs)}));
+}
+
+void TestRunReports::tellsASongSavedOnAFullDisk()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir(u"disk"_qs));
+    const SmallDisk disk(at(u"disk"_qs), 4 * SmallDisk::pageSize);
+    if (!disk.isMounted())
+        QSKIP("only root can mount a small disk");
+    makeSongs({u"disk/one.mid"_qs}, true);
+    import({u"disk/one.mid"_qs});
+    makeFile(at(u"disk/filler"_qs), QByteArray(3 * SmallDisk::pageSize, 'x'));
+    synchronise();
+    QCOMPARE(reportLines(), QStringList({u"Sincronizzazione: 1 non riuscite"_qs,
+                                         line(u"Non salvata"_qs, u"disk/one.mid"_qs,
+                                              u"spazio insufficiente sul disco"_qs)}));
+}
+
+void TestRunReports::tellsTheRowsThatAnInterruptLeft()
+{
+    importSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, false);
+    m_window->enableCopyrightMessage(true);
+    expectBackup(u"exitPushButton"_qs);
+    m_script->expect("NoCopyrightDialog", [this](QWidget *widget) {
+        QTimer::singleShot(0, m_window->findChild<QProgressDialog *>(), [this] {
+            auto *dialog = m_window->findChild<QProgressDialog *>();
+            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+        });
+        DialogScript::click(widget, u"yesPushButton"_qs);
+    });
+    clickSync();
+    verifyScript();
+    const QString counts = u"Sincronizzazione: 1 aggiornate, 2 saltate"_qs;
+    QCOMPARE(
+        reportLines(),
+        QStringList({counts, line(u"Non modificata"_qs, u"two.mid"_qs, u"operazione interrotta"_qs),
+                     line(u"Non modificata"_qs, u"three.mid"_qs, u"operazione interrotta"_qs)}));
+}
+
+/// "Si" in the summary of an import goes on to the synchronisation before anyone can look.
+void TestRunReports::goesOnFromTheImport()
+{
+    m_window->enableCopyrightMessage(true);
+    makeSongs({u"one.mid"_qs}, true);
+    makeFile(at(u"text.mid"_qs), "no song");
+    m_script->expectFiles({at(u"text.mid"_qs), at(u"one.mid"_qs)});
+    m_script->expect("ProceedDialog",
+                     [](QWidget *widget) { DialogScript::click(widget, u"yesPushButton"_qs); });
+    expectBackup(u"exitPushButton"_qs);
+    m_sample->press("selectDirToolButton");
+    verifyScript();
+    QCOMPARE(reportLines(),
+             QStringList({u"Importazione, Sincronizzazione: 1 aggiornate, 1 non riuscite"_qs,
+                          line(u"Non letta"_qs, u"text.mid"_qs,
+                               u"formato sconosciuto o file danneggiato"_qs)}));
+}
+
+void TestRunReports::staysWhenTheNextRunIsCalledOff()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    makeFile(at(u"text.mid"_qs), "no song");
+    import({u"text.mid"_qs, u"one.mid"_qs});
+    const QStringList told = reportLines();
+    expectBackup(u"abortPushButton"_qs);
+    clickSync();
+    expectEdit([](QWidget *widget) { DialogScript::click(widget, u"exitPushButton"_qs); });
+    doubleClick(0);
+    m_script->expectFilesCancelled();
+    clickTransfer();
+    verifyScript();
+    QCOMPARE(told.size(), 2);
+    QCOMPARE(reportLines(), told);
+}
+
+void TestRunReports::countsTheBackupsCopies()
+{
+    importSongs({u"one.mid"_qs, u"two.mid"_qs}, true);
+    QVERIFY(QFile::remove(at(u"two.mid"_qs)));
+    expectBackupToFolder();
+    m_script->expectMessage(u"Backup"_qs, u"Backup FALLITO !!!"_qs, QMessageBox::Ok);
+    clickSync();
+    verifyScript();
+    QCOMPARE(reportLines(),
+             QStringList({u"Sincronizzazione, Backup: 1 aggiornate, 1 copiate, 2 non riuscite"_qs,
+                          line(u"Non copiata"_qs, u"two.mid"_qs, u"il file non esiste"_qs),
+                          line(u"Non letta"_qs, u"two.mid"_qs, u"il file non esiste"_qs)}));
+}
+
+void TestRunReports::tellsAnEdit()
+{
+    importSongs({u"one.mid"_qs}, true);
+    const auto save = [](QWidget *widget) {
+        widget->findChild<QLineEdit *>(u"titleLineEdit"_qs)->setText(u"Typed"_qs);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    };
+    expectEdit(save);
+    doubleClick(0);
+    QCOMPARE(outcome(), u"Modifica: 1 modificate"_qs);
+    QVERIFY(!details()->isEnabled());
+    {
+        const FullDisk full(8);
+        expectEdit(save);
+        doubleClick(0);
+    }
+    QCOMPARE(reportLines(), QStringList({u"Modifica: 1 non riuscite"_qs,
+                                         line(u"Non salvata"_qs, u"one.mid"_qs,
+                                              u"non è stato possibile scrivere il file"_qs)}));
+}
+
+void TestRunReports::tellsARowThatDoesNotOpen()
+{
+    importSongs({u"one.mid"_qs}, true);
+    QVERIFY(QFile::remove(at(u"one.mid"_qs)));
+    doubleClick(0);
+    QCOMPARE(reportLines(),
+             QStringList({u"Modifica: 1 non riuscite"_qs,
+                          line(u"Non letta"_qs, u"one.mid"_qs, u"il file non esiste"_qs)}));
+}
+
+void TestRunReports::tellsSongsThatASpreadMissed()
+{
+    importSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
+    makeFile(at(u"two.mid"_qs), "no song");
+    expectEdit([](QWidget *widget) {
+        DialogScript inner;
+        inner.expect("QMessageBox", [](QWidget *box) {
+            QTest::mouseClick(qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes),
+                              Qt::LeftButton);
+        });
+        QTest::mouseClick(widget->findChild<QCheckBox *>(u"checkBoxToAllAuthor"_qs),
+                          Qt::LeftButton);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    doubleClick(0);
+    QCOMPARE(reportLines(), QStringList({u"Modifica: 2 modificate, 1 non riuscite"_qs,
+                                         line(u"Non letta"_qs, u"two.mid"_qs,
+                                              u"formato sconosciuto o file danneggiato"_qs)}));
+}
+
+void TestRunReports::speaksTheLanguageChosen()
+{
+    makeFile(at(u"text.mid"_qs), "no song");
+    const auto choose = [this](const QString &language) {
+        m_window->findChild<QAction *>(language)->trigger();
+        QCoreApplication::processEvents();
+    };
+    choose(u"actionEnglish"_qs);
+    QCOMPARE(details()->text(), u"&Details"_qs);
+    QCOMPARE(details()->toolTip(), u"There are no files to report"_qs);
+    import({u"text.mid"_qs});
+    QCOMPARE(outcome(), u"Import: 1 failed"_qs);
+    QCOMPARE(reportLines().last(),
+             u"Not read: "_qs + at(u"text.mid"_qs) + u" (unknown format or damaged file)"_qs);
+    choose(u"actionItalian"_qs);
+    QCOMPARE(details()->text(), u"&Dettagli"_qs);
+    QCOMPARE(outcome(), u"Importazione: 1 non riuscita"_qs);
+    QCOMPARE(reportLines().first(), u"Importazione: 1 non riuscita"_qs);
+}
+
+BRISEL_TEST_MAIN(QApplication, TestRunReports)
+#include "tst_runreports.moc"

@@ -1,0 +1,80 @@
+#include "base/filefailure.h"
+
+#include "tests/smalldisk.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using Reason = RunReport::Reason;
+
+class TestFileFailure : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+    void tellsWhyAFileIsNoSong();
+    void tellsAFileThatMayNotBeRead();
+    void tellsAFullDiskFromOtherFailures();
+    void tellsAFolderThatIsGone();
+    void tellsAMemoryThatIsGone();
+
+private:
+    QString at(const QString &name) const { return m_folder->filePath(name); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void TestFileFailure::tellsWhyAFileIsNoSong()
+{
+    QCOMPARE(whyUnreadable(at(u"none.mid"_qs), 10), Reason::Missing);
+    QCOMPARE(whyUnreadable(m_folder->path(), 10), Reason::NoPlainFile);
+    QCOMPARE(::mkfifo(QFile::encodeName(at(u"fifo.mid"_qs)).constData(), 0600), 0);
+    QCOMPARE(whyUnreadable(at(u"fifo.mid"_qs), 10), Reason::NoPlainFile);
+    QVERIFY(QFile::link(u"loop.mid"_qs, at(u"loop.mid"_qs)));
+    QCOMPARE(whyUnreadable(at(u"loop.mid"_qs), 10), Reason::Unreachable);
+    makeFile(at(u"empty.mid"_qs), "");
+    QCOMPARE(whyUnreadable(at(u"empty.mid"_qs), 10), Reason::Empty);
+    makeFile(at(u"ten.mid"_qs), "0123456789");
+    QCOMPARE(whyUnreadable(at(u"ten.mid"_qs), 10), Reason::UnknownFormat);
+    QCOMPARE(whyUnreadable(at(u"ten.mid"_qs), 9), Reason::TooLarge);
+}
+
+void TestFileFailure::tellsAFileThatMayNotBeRead()
+{
+    makeFile(at(u"secret.mid"_qs), "MThd");
+    QVERIFY(QFile::setPermissions(at(u"secret.mid"_qs), {}));
+    const bool mayRead = ::access(QFile::encodeName(at(u"secret.mid"_qs)).constData(), R_OK) == 0;
+    if (mayRead)
+        QSKIP("root reads everything");
+    QCOMPARE(whyUnreadable(at(u"secret.mid"_qs), 10), Reason::Unreachable);
+}
+
+void TestFileFailure::tellsAFullDiskFromOtherFailures()
+{
+    const SmallDisk disk(m_folder->path(), 4 * SmallDisk::pageSize);
+    if (!disk.isMounted())
+        QSKIP("only root can mount a small disk");
+    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize), Reason::Unwritable);
+    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize + 1), Reason::NoSpace);
+}
+
+void TestFileFailure::tellsAFolderThatIsGone()
+{
+    QCOMPARE(whyUnwritable(at(u"gone/a.mid"_qs), 1), Reason::FolderMissing);
+    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 1), Reason::Unwritable);
+}
+
+void TestFileFailure::tellsAMemoryThatIsGone()
+{
+    QCOMPARE(whyNotIndexed(at(u"CARD"_qs)), Reason::FolderMissing);
+    QCOMPARE(whyNotIndexed(m_folder->path()), Reason::IndexIncomplete);
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestFileFailure)
+#include "tst_filefailure.moc"

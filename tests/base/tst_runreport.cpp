@@ -1,0 +1,155 @@
+#include "base/runreport.h"
+
+#include "tests/testhome.h"
+
+#include <QTest>
+
+#include <utility>
+
+using Lack = RunReport::Lack;
+using Reason = RunReport::Reason;
+using Run = RunReport::Run;
+using Success = RunReport::Success;
+
+class TestRunReport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isEmptyAtFirst();
+    void countsWhatWentWell();
+    void tellsSkippedFromFailed_data();
+    void tellsSkippedFromFailed();
+    void hasALineForEachFile();
+    void repeatsMessagesAsTheyAre();
+    void joinsItsParts();
+    void namesCannotForgeALine_data();
+    void namesCannotForgeALine();
+    void hasAReasonForEverything();
+};
+
+void TestRunReport::isEmptyAtFirst()
+{
+    const RunReport report(Run::Import);
+    QVERIFY(report.isEmpty());
+    QCOMPARE(report.summary(), QString());
+    QCOMPARE(report.text(), QStringLiteral("\n"));
+}
+
+void TestRunReport::countsWhatWentWell()
+{
+    RunReport report(Run::Synchronisation);
+    report.count(Success::Updated);
+    report.count(Success::Updated);
+    report.count(Success::Edited);
+    report.count(Success::Copied);
+    QVERIFY(report.isEmpty());
+    QCOMPARE(report.counted(Success::Updated), 2);
+    QCOMPARE(report.counted(Success::Edited), 1);
+    QCOMPARE(report.counted(Success::Copied), 1);
+    QCOMPARE(report.summary(),
+             QStringLiteral("Sincronizzazione: 2 aggiornate, 1 modificate, 1 copiate"));
+}
+
+void TestRunReport::tellsSkippedFromFailed_data()
+{
+    QTest::addColumn<int>("reason");
+    QTest::addColumn<bool>("isSkipped");
+    for (int reason = 0; reason <= static_cast<int>(Reason::ListFailed); ++reason) {
+        const bool isSkipped = reason == static_cast<int>(Reason::Declined) ||
+                               reason == static_cast<int>(Reason::Kept) ||
+                               reason == static_cast<int>(Reason::Interrupted);
+        QTest::addRow("%d", reason) << reason << isSkipped;
+    }
+}
+
+void TestRunReport::tellsSkippedFromFailed()
+{
+    QFETCH(int, reason);
+    QFETCH(bool, isSkipped);
+    RunReport report;
+    report.add(Lack::Copied, QStringLiteral("/a.mid"), static_cast<Reason>(reason));
+    QVERIFY(!report.isEmpty());
+    QCOMPARE(report.skipped(), isSkipped ? 1 : 0);
+    QCOMPARE(report.failed(), isSkipped ? 0 : 1);
+    QCOMPARE(report.summary(),
+             isSkipped ? QStringLiteral("1 saltate") : QStringLiteral("1 non riuscite"));
+}
+
+void TestRunReport::hasALineForEachFile()
+{
+    RunReport report(Run::Import);
+    report.add(Lack::Read, QStringLiteral("/a %1 %2.mid"), Reason::Empty);
+    report.add(Lack::Found, QStringLiteral("/b.mid"), Reason::NotInCatalogue);
+    report.add(Lack::Changed, QStringLiteral("/c.mid"), Reason::Declined);
+    report.add(Lack::Saved, QStringLiteral("/d.mid"), Reason::Unwritable);
+    report.add(Lack::Copied, QStringLiteral("/e.mid"), Reason::NoSpace);
+    report.add(Lack::Indexed, QStringLiteral("/f"), Reason::IndexIncomplete);
+    QCOMPARE(report.text(),
+             QStringLiteral("Importazione: 5 non riuscite, 1 saltate\n"
+                            "Non letta: /a %1 %2.mid (il file è vuoto)\n"
+                            "Non trovata: /b.mid (il database Kordia non la contiene)\n"
+                            "Non modificata: /c.mid (la modifica è stata rifiutata)\n"
+                            "Non salvata: /d.mid (non è stato possibile scrivere il file)\n"
+                            "Non copiata: /e.mid (spazio insufficiente sul disco)\n"
+                            "Non indicizzata: /f (gli archivi della memoria non sono completi)\n"));
+}
+
+void TestRunReport::repeatsMessagesAsTheyAre()
+{
+    RunReport report(Run::Index);
+    report.addMessage(QStringLiteral("File non importato, path troppo lungo: /%1/b.mid"));
+    QCOMPARE(report.failed(), 1);
+    QCOMPARE(report.text(), QStringLiteral("Ottimizzazione memoria: 1 non riuscite\n"
+                                           "File non importato, path troppo lungo: /%1/b.mid\n"));
+}
+
+void TestRunReport::joinsItsParts()
+{
+    RunReport report(Run::Import);
+    report.add(Lack::Read, QStringLiteral("/a.mid"), Reason::Missing);
+    RunReport part(Run::Synchronisation);
+    part.count(Success::Updated);
+    part.count(Success::Copied);
+    part.count(Success::Edited);
+    part.add(Lack::Found, QStringLiteral("/b.mid"), Reason::NotInCatalogue);
+    report.append(part);
+    report.append(RunReport(Run::Import));
+    QCOMPARE(report.text(), QStringLiteral("Importazione, Sincronizzazione: 1 aggiornate, 1 "
+                                           "modificate, 1 copiate, 2 non riuscite\n"
+                                           "Non letta: /a.mid (il file non esiste)\n"
+                                           "Non trovata: /b.mid (il database Kordia non la "
+                                           "contiene)\n"));
+}
+
+void TestRunReport::namesCannotForgeALine_data()
+{
+    QTest::addColumn<QChar>("character");
+    for (const char16_t code :
+         {u'\n', u'\r', u'\0', u'\t', u'\v', u'\f', u'\x85', u'\u2028', u'\u2029'})
+        QTest::addRow("U+%04X", static_cast<unsigned>(code)) << QChar(code);
+}
+
+void TestRunReport::namesCannotForgeALine()
+{
+    QFETCH(QChar, character);
+    const QString name = QStringLiteral("/a") + character + QStringLiteral("b.mid");
+    RunReport report;
+    report.add(Lack::Read, name, Reason::Empty);
+    report.addMessage(name);
+    QCOMPARE(report.text(), QStringLiteral("2 non riuscite\n"
+                                           "Non letta: /a\uFFFDb.mid (il file è vuoto)\n"
+                                           "/a\uFFFDb.mid\n"));
+}
+
+void TestRunReport::hasAReasonForEverything()
+{
+    QSet<QString> texts;
+    for (int reason = 0; reason <= static_cast<int>(Reason::ListFailed); ++reason)
+        texts.insert(RunReport::reasonText(static_cast<Reason>(reason)));
+    QVERIFY(!texts.contains(QString()));
+    QCOMPARE(texts.size(), static_cast<int>(Reason::ListFailed) + 1);
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestRunReport)
+#include "tst_runreport.moc"
