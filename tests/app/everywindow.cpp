@@ -3,6 +3,7 @@
 #include "app/aboutdialog.h"
 #include "app/helpdialog.h"
 #include "app/mainwindow.h"
+#include "app/reportdialog.h"
 #include "db/usersongsreltablemodel.h"
 #include "index/indexdialog.h"
 #include "index/songslistdialog.h"
@@ -121,6 +122,15 @@ std::unique_ptr<QWidget> makeIndexDialog()
     return dialog;
 }
 
+std::unique_ptr<QWidget> makeReportDialog()
+{
+    RunReport report(RunReport::Run::Synchronisation);
+    report.count(RunReport::Success::Updated);
+    report.add(RunReport::Lack::Found, longPath, RunReport::Reason::NotInCatalogue);
+    report.add(RunReport::Lack::Copied, longPath, RunReport::Reason::NoSpace);
+    return std::make_unique<ReportDialog>(report);
+}
+
 std::unique_ptr<QWidget> makeMessage()
 {
     return std::make_unique<QMessageBox>(
@@ -161,6 +171,7 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("index"),
                               QStringLiteral("list"),
                               QStringLiteral("help"),
+                              QStringLiteral("report"),
                               QStringLiteral("about"),
                               QStringLiteral("message"),
                               QStringLiteral("progress")};
@@ -180,6 +191,7 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("index"), makeIndexDialog},
         {QStringLiteral("list"), [] { return std::make_unique<SongsListDialog>(); }},
         {QStringLiteral("help"), [] { return std::make_unique<HelpDialog>(); }},
+        {QStringLiteral("report"), makeReportDialog},
         {QStringLiteral("about"), [] { return std::make_unique<AboutDialog>(); }},
         {QStringLiteral("message"), makeMessage},
         {QStringLiteral("progress"), [] { return std::make_unique<WindowAtWork>(); }},
