@@ -65,11 +65,11 @@ MainWindow::LibraryRun::~LibraryRun()
 
 MainWindow::MainWindow()
     : m_ui(std::make_unique<Ui::MainWindow>()),
-      m_settings(settingsOrganisation, settingsApplication), m_progress(this),
-      m_statusLine(new StatusLine(this))
+      m_settings(settingsOrganisation, settingsApplication), m_progress(this)
 {
     m_ui->setupUi(this);
     setWindowTitle(tr("Brisel2 PC"));
+    m_statusLine = new StatusLine(this); // after the form: it is last in the order of Tab
     m_ui->statusBar->addWidget(m_statusLine, 1);
     m_ui->actionGerman->setVisible(false);
     m_ui->actionItalian->setVisible(true);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/runguard.h"
+#include "base/runreport.h"
 #include "db/database.h"
 #include "library/runprogress.h"
 
@@ -148,6 +149,7 @@ private:
     int askAboutFile(const QString &path, const QString &message);
     bool backUpPickedFiles(const QString &chosen);
     bool sendPickedFiles(const QString &destination);
+    void noteNotIndexed(const QString &root, RunReport::Reason reason);
     void tellTransferRefusal(TransferRefusal refusal);
     void editSong(int row);
     DataEditDialog &editDialog();
@@ -168,5 +170,5 @@ private:
 
     QStringList m_fileList; ///< what the user picked last
     RunProgress m_progress;
-    StatusLine *m_statusLine;
+    StatusLine *m_statusLine = nullptr; ///< made with the window
 };

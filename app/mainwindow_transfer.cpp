@@ -91,8 +91,10 @@ bool MainWindow::sendPickedFiles(const QString &destination)
     if (copied == 0)
         return allCopied;
     // A memory that was pulled may leave its mount folder behind, which is none.
-    if (fileIdentity(getRoot(destination)) != memory)
+    if (fileIdentity(getRoot(destination)) != memory) {
+        noteNotIndexed(getRoot(destination), RunReport::Reason::MemoryGone);
         return false;
+    }
     // What did arrive is of no use to the player without the index.
     return updateBriselIndex(destination) && allCopied;
 }
@@ -113,13 +115,12 @@ bool MainWindow::copyFiles(const QString &destDir, int &copied)
 bool MainWindow::updateBriselIndex(const QString &dest)
 {
     const QString root = getRoot(dest);
-    RunReport report;
     if (!QFileInfo::exists(root)) {
-        report.add(RunReport::Lack::Indexed, root, whyNotIndexed(root));
-        m_statusLine->addReport(report);
+        noteNotIndexed(root, RunReport::Reason::MemoryGone);
         return false;
     }
     m_progress.begin(tr("Aggiornamento"), tr("Aggiornamento database..."), 0);
+    RunReport report; // outlives the index that fills it
     Index index;
     index.setRenameQuestion([this](const QString &path, const QString &message) {
         return askAboutFile(path, message);
@@ -131,10 +132,17 @@ bool MainWindow::updateBriselIndex(const QString &dest)
             [&report](const QString &message) { report.addMessage(message); });
     const bool complete = index.updateIndex(root);
     m_progress.end();
-    if (!complete)
-        report.add(RunReport::Lack::Indexed, root, whyNotIndexed(root));
     m_statusLine->addReport(report);
+    if (!complete)
+        noteNotIndexed(root, whyNotIndexed(root));
     return complete;
+}
+
+void MainWindow::noteNotIndexed(const QString &root, RunReport::Reason reason)
+{
+    RunReport report;
+    report.add(RunReport::Lack::Indexed, root, reason);
+    m_statusLine->addReport(report);
 }
 
 bool MainWindow::backupDirectory(const QString &source, const QString &dest, int &count)

@@ -57,7 +57,7 @@ void StatusLine::setModel(const QAbstractItemModel *songs)
     };
     connect(songs, &QAbstractItemModel::rowsInserted, this, recount);
     connect(songs, &QAbstractItemModel::rowsRemoved, this, recount);
-    connect(songs, &QAbstractItemModel::modelReset, this, recount);
+    connect(songs, &QAbstractItemModel::modelReset, this, &StatusLine::showSongs);
     showSongs();
 }
 

@@ -29,7 +29,7 @@ RunReport::Reason whyUnreadable(const QString &path, qint64 largest)
 RunReport::Reason whyNotIndexed(const QString &root)
 {
     return fileKind(root) == FileKind::Folder ? RunReport::Reason::IndexIncomplete
-                                              : RunReport::Reason::FolderMissing;
+                                              : RunReport::Reason::MemoryGone;
 }
 
 RunReport::Reason whyUnwritable(const QString &path, qint64 size)

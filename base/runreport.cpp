@@ -118,8 +118,9 @@ QString RunReport::line(const Entry &entry)
 {
     if (!entry.message.isEmpty())
         return onOneLine(entry.message);
-    return tr("%1: %2 (%3)")
-        .arg(lackText(entry.lack), onOneLine(entry.path), reasonText(entry.reason));
+    // The reason first: a path of any length may run out of sight.
+    return tr("%1 (%2): %3")
+        .arg(lackText(entry.lack), reasonText(entry.reason), onOneLine(entry.path));
 }
 
 bool RunReport::isSkipped(const Entry &entry)
@@ -199,6 +200,8 @@ QString RunReport::reasonText(Reason reason)
         return tr("al suo posto si trova un'altra delle song scelte");
     case Reason::FolderMissing:
         return tr("la cartella non esiste più");
+    case Reason::MemoryGone:
+        return tr("la memoria non è più presente");
     case Reason::NoSpace:
         return tr("spazio insufficiente sul disco");
     case Reason::Unwritable:

@@ -31,6 +31,7 @@ public:
         AlreadyThere,
         PickedToo, ///< what stands in its place is to be copied itself
         FolderMissing,
+        MemoryGone,
         NoSpace,
         Unwritable,
         WouldBeTooLarge,

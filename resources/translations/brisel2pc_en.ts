@@ -1140,10 +1140,6 @@ To begin, press the button above, or drag files or folders here.</translation>
         </translation>
     </message>
     <message>
-        <source>%1: %2 (%3)</source>
-        <translation>%1: %2 (%3)</translation>
-    </message>
-    <message>
         <source>Importazione</source>
         <translation>Import</translation>
     </message>
@@ -1274,6 +1270,14 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>gli archivi non si leggono o il file non si può scrivere</source>
         <translation>the index can not be read or the file not be written</translation>
+    </message>
+    <message>
+        <source>%1 (%2): %3</source>
+        <translation>%1 (%2): %3</translation>
+    </message>
+    <message>
+        <source>la memoria non è più presente</source>
+        <translation>the memory is no longer there</translation>
     </message>
 </context>
 <context>

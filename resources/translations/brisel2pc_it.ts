@@ -1140,10 +1140,6 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         </translation>
     </message>
     <message>
-        <source>%1: %2 (%3)</source>
-        <translation>%1: %2 (%3)</translation>
-    </message>
-    <message>
         <source>Importazione</source>
         <translation>Importazione</translation>
     </message>
@@ -1274,6 +1270,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>gli archivi non si leggono o il file non si può scrivere</source>
         <translation>gli archivi non si leggono o il file non si può scrivere</translation>
+    </message>
+    <message>
+        <source>%1 (%2): %3</source>
+        <translation>%1 (%2): %3</translation>
+    </message>
+    <message>
+        <source>la memoria non è più presente</source>
+        <translation>la memoria non è più presente</translation>
     </message>
 </context>
 <context>

@@ -28,7 +28,7 @@ protected:
     }
     QString line(const QString &lack, const QString &name, const QString &reason) const
     {
-        return lack + u": "_qs + at(name) + u" ("_qs + reason + u')';
+        return lack + u" ("_qs + reason + u"): "_qs + at(name);
     }
 
     void importSongs(const QStringList &names, bool published)

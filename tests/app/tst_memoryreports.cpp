@@ -173,7 +173,7 @@ void TestMemoryReports::tellsAMemoryThatIsGone()
                                               u"la cartella non esiste più"_qs)}));
     QVERIFY(!m_window->updateBriselIndex(at(u"volumes/CARD/songs"_qs)));
     QCOMPARE(reportLines().last(),
-             line(u"Non indicizzata"_qs, u"volumes/CARD"_qs, u"la cartella non esiste più"_qs));
+             line(u"Non indicizzata"_qs, u"volumes/CARD"_qs, u"la memoria non è più presente"_qs));
 }
 
 void TestMemoryReports::tellsWhatTheIndexDialogRefused()
@@ -221,16 +221,17 @@ void TestMemoryReports::tellsASongsListThatWasNotSaved()
     makeSongs({u"volumes/CARD/one.mid"_qs}, true);
     work("actionSongsList", "SongsListDialog", {at(u"volumes/CARD"_qs)});
     QCOMPARE(reportLines().last(),
-             u"Non salvata: SongsList.csv (la memoria non è preparata per Brisel)"_qs);
+             u"Non salvata (la memoria non è preparata per Brisel): SongsList.csv"_qs);
     work("optimizeMemory", "IndexDialog", {at(u"volumes/CARD"_qs)});
     {
         const FullDisk full(8);
         work("actionSongsList", "SongsListDialog", {at(u"volumes/CARD"_qs)});
     }
-    QCOMPARE(reportLines(),
-             QStringList({u"Lista song: 1 non riuscite"_qs,
-                          u"Non salvata: SongsList.csv (gli archivi non si leggono o il file non "
-                          "si può scrivere)"_qs}));
+    QCOMPARE(
+        reportLines(),
+        QStringList(
+            {u"Lista song: 1 non riuscite"_qs,
+             u"Non salvata (gli archivi non si leggono o il file non si può scrivere): SongsList.csv"_qs}));
     work("actionSongsList", "SongsListDialog", {at(u"volumes/CARD"_qs)});
     QVERIFY(!details()->isEnabled());
 }

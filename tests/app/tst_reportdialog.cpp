@@ -52,7 +52,7 @@ private:
 };
 
 const QString shownText = QStringLiteral("Importazione: 1 non riuscite\n"
-                                         "Non letta: /<b>è</b>.mid (il file è vuoto)\n");
+                                         "Non letta (il file è vuoto): /<b>è</b>.mid\n");
 
 static RunReport sampleReport()
 {
@@ -197,7 +197,7 @@ void TestReportDialog::changesItsLanguage()
     QCOMPARE(m_dialog->windowTitle(), u"Report"_qs);
     QCOMPARE(find<QPushButton>("savePushButton")->text(), u"&Save..."_qs);
     QCOMPARE(find<QPlainTextEdit>("reportText")->toPlainText(),
-             u"Import: 1 failed\nNot read: /<b>è</b>.mid (the file is empty)\n"_qs);
+             u"Import: 1 failed\nNot read (the file is empty): /<b>è</b>.mid\n"_qs);
 }
 
 BRISEL_TEST_MAIN(QApplication, TestReportDialog)

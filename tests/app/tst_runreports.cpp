@@ -268,7 +268,7 @@ void TestRunReports::speaksTheLanguageChosen()
     import({u"text.mid"_qs});
     QCOMPARE(outcome(), u"Import: 1 failed"_qs);
     QCOMPARE(reportLines().last(),
-             u"Not read: "_qs + at(u"text.mid"_qs) + u" (unknown format or damaged file)"_qs);
+             u"Not read (unknown format or damaged file): "_qs + at(u"text.mid"_qs));
     choose(u"actionItalian"_qs);
     QCOMPARE(details()->text(), u"&Dettagli"_qs);
     QCOMPARE(outcome(), u"Importazione: 1 non riuscita"_qs);

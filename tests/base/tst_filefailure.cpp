@@ -72,7 +72,7 @@ void TestFileFailure::tellsAFolderThatIsGone()
 
 void TestFileFailure::tellsAMemoryThatIsGone()
 {
-    QCOMPARE(whyNotIndexed(at(u"CARD"_qs)), Reason::FolderMissing);
+    QCOMPARE(whyNotIndexed(at(u"CARD"_qs)), Reason::MemoryGone);
     QCOMPARE(whyNotIndexed(m_folder->path()), Reason::IndexIncomplete);
 }
 

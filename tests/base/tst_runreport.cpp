@@ -87,12 +87,12 @@ void TestRunReport::hasALineForEachFile()
     report.add(Lack::Indexed, QStringLiteral("/f"), Reason::IndexIncomplete);
     QCOMPARE(report.text(),
              QStringLiteral("Importazione: 5 non riuscite, 1 saltate\n"
-                            "Non letta: /a %1 %2.mid (il file è vuoto)\n"
-                            "Non trovata: /b.mid (il database Kordia non la contiene)\n"
-                            "Non modificata: /c.mid (la modifica è stata rifiutata)\n"
-                            "Non salvata: /d.mid (non è stato possibile scrivere il file)\n"
-                            "Non copiata: /e.mid (spazio insufficiente sul disco)\n"
-                            "Non indicizzata: /f (gli archivi della memoria non sono completi)\n"));
+                            "Non letta (il file è vuoto): /a %1 %2.mid\n"
+                            "Non trovata (il database Kordia non la contiene): /b.mid\n"
+                            "Non modificata (la modifica è stata rifiutata): /c.mid\n"
+                            "Non salvata (non è stato possibile scrivere il file): /d.mid\n"
+                            "Non copiata (spazio insufficiente sul disco): /e.mid\n"
+                            "Non indicizzata (gli archivi della memoria non sono completi): /f\n"));
 }
 
 void TestRunReport::repeatsMessagesAsTheyAre()
@@ -117,9 +117,9 @@ void TestRunReport::joinsItsParts()
     report.append(RunReport(Run::Import));
     QCOMPARE(report.text(), QStringLiteral("Importazione, Sincronizzazione: 1 aggiornate, 1 "
                                            "modificate, 1 copiate, 2 non riuscite\n"
-                                           "Non letta: /a.mid (il file non esiste)\n"
-                                           "Non trovata: /b.mid (il database Kordia non la "
-                                           "contiene)\n"));
+                                           "Non letta (il file non esiste): /a.mid\n"
+                                           "Non trovata (il database Kordia non la "
+                                           "contiene): /b.mid\n"));
 }
 
 void TestRunReport::namesCannotForgeALine_data()
@@ -138,7 +138,7 @@ void TestRunReport::namesCannotForgeALine()
     report.add(Lack::Read, name, Reason::Empty);
     report.addMessage(name);
     QCOMPARE(report.text(), QStringLiteral("2 non riuscite\n"
-                                           "Non letta: /a\uFFFDb.mid (il file è vuoto)\n"
+                                           "Non letta (il file è vuoto): /a\uFFFDb.mid\n"
                                            "/a\uFFFDb.mid\n"));
 }
 
