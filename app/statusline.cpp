@@ -91,7 +91,7 @@ void StatusLine::setReport(const std::optional<RunReport> &report)
 
 void StatusLine::showSpace(const QString &folder, qint64 bytes)
 {
-    if (m_spaceLabel->isVisible() && m_sinceSpace.elapsed() < spaceInterval)
+    if (!m_spaceLabel->isHidden() && m_sinceSpace.elapsed() < spaceInterval)
         return;
     const qint64 free = QStorageInfo(folder).bytesAvailable();
     if (free < 0) {
