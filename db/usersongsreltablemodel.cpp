@@ -75,6 +75,9 @@ void UserSongsRelTableModel::setFiledsIndexes()
     m_filename = fieldIndex(QStringLiteral("filename"));
     m_shortName = fieldIndex(QStringLiteral("shortname"));
     m_status = fieldIndex(QStringLiteral("status"));
+    m_columnNames.clear();
+    for (int column = 0; column < columnCount(); ++column)
+        m_columnNames.append(quoted(record().fieldName(column)));
 }
 
 void UserSongsRelTableModel::setHeaderLabels()
@@ -226,8 +229,39 @@ void UserSongsRelTableModel::sort(int column, Qt::SortOrder order)
 {
     if (m_sortingLocks > 0)
         m_wantedSort = Sort{column, order};
-    else
+    else if (!putInOrder(column, order))
         QSqlRelationalTableModel::sort(column, order);
+}
+
+/// The rows are here already: only their order is asked for. False, with the rows as they were,
+/// when these are not the table's.
+bool UserSongsRelTableModel::putInOrder(int column, Qt::SortOrder order)
+{
+    setSort(column, order);
+    QSqlQuery query(database());
+    query.setForwardOnly(true);
+    if (!m_isRead ||
+        !query.exec(QStringLiteral("SELECT %1 FROM %2 %3")
+                        .arg(columnName(idColumn), quoted(tableName()), orderByClause())))
+        return false;
+    QHash<qint64, qsizetype> places;
+    places.reserve(m_rows.size());
+    for (qsizetype row = 0; row < m_rows.size(); ++row)
+        places.insert(m_rows.at(row).at(idColumn).toLongLong(), row);
+    QList<Row> rows;
+    rows.reserve(m_rows.size());
+    while (query.next()) {
+        const auto place = places.constFind(query.value(0).toLongLong());
+        if (place == places.constEnd())
+            return false;
+        rows.append(m_rows.at(*place));
+    }
+    if (rows.size() != m_rows.size())
+        return false;
+    beginResetModel();
+    m_rows = std::move(rows);
+    endResetModel();
+    return true;
 }
 
 int UserSongsRelTableModel::rowCount(const QModelIndex &parent) const
@@ -338,11 +372,19 @@ bool UserSongsRelTableModel::deleteRow(int row)
 bool UserSongsRelTableModel::run(const QString &statement, const QVariantList &values,
                                  qint64 *newId)
 {
-    QSqlQuery query(database());
-    bool done = query.prepare(statement);
-    for (const QVariant &value : values)
-        query.addBindValue(value);
-    done = done && query.exec() && query.numRowsAffected() == 1;
+    auto prepared = m_prepared.find(statement);
+    if (prepared == m_prepared.end()) {
+        QSqlQuery query(database());
+        if (!query.prepare(statement)) {
+            setLastError(query.lastError());
+            return false;
+        }
+        prepared = m_prepared.insert(statement, std::move(query));
+    }
+    QSqlQuery &query = *prepared;
+    for (qsizetype i = 0; i < values.size(); ++i)
+        query.bindValue(static_cast<int>(i), values.at(i));
+    const bool done = query.exec() && query.numRowsAffected() == 1;
     setLastError(query.lastError());
     if (done && newId != nullptr)
         *newId = query.lastInsertId().toLongLong();
@@ -352,9 +394,4 @@ bool UserSongsRelTableModel::run(const QString &statement, const QVariantList &v
 QString UserSongsRelTableModel::quoted(const QString &name) const
 {
     return database().driver()->escapeIdentifier(name, QSqlDriver::FieldName);
-}
-
-QString UserSongsRelTableModel::columnName(int column) const
-{
-    return quoted(record().fieldName(column));
 }

@@ -2,8 +2,11 @@
 
 #include "db/database.h"
 
+#include <QHash>
 #include <QList>
+#include <QSqlQuery>
 #include <QSqlRelationalTableModel>
+#include <QStringList>
 #include <QVariant>
 
 #include <optional>
@@ -83,9 +86,10 @@ private:
     int statusAt(int row) const;
     bool writeCells(int row, const QList<Cell> &cells);
     bool deleteRow(int row);
+    bool putInOrder(int column, Qt::SortOrder order);
     bool run(const QString &statement, const QVariantList &values, qint64 *newId = nullptr);
     QString quoted(const QString &name) const;
-    QString columnName(int column) const;
+    QString columnName(int column) const { return m_columnNames.at(column); }
 
     int m_type = -1;
     int m_title = -1;
@@ -99,6 +103,8 @@ private:
     int m_shortName = -1;
     int m_status = -1;
 
+    QStringList m_columnNames;            ///< quoted
+    QHash<QString, QSqlQuery> m_prepared; ///< by statement: there are few
     QList<Row> m_rows;
     bool m_isRead = false; ///< the table was read at least once
     int m_sortingLocks = 0;

@@ -7,8 +7,10 @@
 #include <QProgressBar>
 #include <QProgressDialog>
 
-static constexpr qint64 paintInterval = 50; ///< milliseconds between two looks at the advance
-static constexpr int dialogWidth = 420;     ///< pixels; the label changes without moving the dialog
+static constexpr qint64 showInterval = 50;   ///< milliseconds between two looks at the advance
+static constexpr qint64 breathInterval = 10; ///< milliseconds between two rounds of events
+static constexpr int firstSteps = 16;        ///< each of them is shown: short runs are seen whole
+static constexpr int dialogWidth = 420; ///< pixels; the label changes without moving the dialog
 
 RunProgress::RunProgress(QWidget *window) : m_window(window) {}
 
@@ -18,6 +20,7 @@ void RunProgress::begin(const QString &title, const QString &label, int maximum)
 {
     end();
     m_canceled = false;
+    m_steps = 0;
     m_dialog = std::make_unique<QProgressDialog>(m_window);
     m_label = new QLabel(label);
     m_label->setTextFormat(Qt::PlainText);
@@ -41,19 +44,18 @@ void RunProgress::begin(const QString &title, const QString &label, int maximum)
 
 void RunProgress::setValue(int value)
 {
-    if (m_dialog == nullptr)
+    ++m_steps;
+    if (m_dialog == nullptr || !isWorthShowing(value))
         return;
     m_label->setText(tr("%1 di %2").arg(value).arg(m_bar->maximum()));
-    setStep(value);
+    moveBar(value);
 }
 
 void RunProgress::setStep(int value)
 {
-    if (m_dialog == nullptr)
-        return;
-    m_bar->setValue(value);
-    if (m_sincePaint.elapsed() >= paintInterval)
-        paint();
+    ++m_steps;
+    if (m_dialog != nullptr && isWorthShowing(value))
+        moveBar(value);
 }
 
 void RunProgress::setMaximum(int maximum)
@@ -69,8 +71,10 @@ bool RunProgress::isCanceled() const
 
 void RunProgress::breathe()
 {
+    if (!isStarting() && m_sinceBreath.isValid() && m_sinceBreath.elapsed() < breathInterval)
+        return;
     QCoreApplication::processEvents();
-    m_sincePaint.restart();
+    m_sinceBreath.start();
 }
 
 void RunProgress::end()
@@ -86,5 +90,24 @@ void RunProgress::cancel()
 void RunProgress::paint()
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    m_sincePaint.restart();
+    m_sinceShown.start();
+}
+
+bool RunProgress::isStarting() const
+{
+    return m_steps <= firstSteps;
+}
+
+/// Laying the label out and painting it after each of ten thousand songs takes longer than reading
+/// them.
+bool RunProgress::isWorthShowing(int value) const
+{
+    return isStarting() || value == m_bar->maximum() || m_sinceShown.elapsed() >= showInterval;
+}
+
+void RunProgress::moveBar(int value)
+{
+    m_bar->setValue(value);
+    if (m_sinceShown.elapsed() >= showInterval)
+        paint();
 }

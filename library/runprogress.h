@@ -29,13 +29,15 @@ public:
     /// Opens a dialog over 0 to \a maximum steps (0: a busy bar) in place of an open one, and
     /// forgets an earlier cancel.
     void begin(const QString &title, const QString &label, int maximum);
-    /// Shows "%1 di %2" and moves the bar. Paints now and then, but lets no click or key through.
+    /// Shows "%1 di %2" and moves the bar: the first steps and the last one each, the others some
+    /// twenty times a second. Lets no click or key through.
     void setValue(int value) override;
-    /// Moves the bar and leaves the label as it is.
+    /// Moves the bar as setValue() does and leaves the label as it is.
     void setStep(int value);
     /// Changes the number of steps; 0 makes the bar a busy bar.
     void setMaximum(int maximum);
     bool isCanceled() const override;
+    /// Lets pending events through, a hundred times a second at most once a run has got going.
     void breathe() override;
     /// Closes the dialog. A cancel stays remembered.
     void end();
@@ -43,11 +45,16 @@ public:
 private:
     void cancel();
     void paint();
+    bool isStarting() const;
+    bool isWorthShowing(int value) const;
+    void moveBar(int value);
 
     QWidget *m_window;
     std::unique_ptr<QProgressDialog> m_dialog;
     QPointer<QLabel> m_label;
     QPointer<QProgressBar> m_bar;
-    QElapsedTimer m_sincePaint;
+    QElapsedTimer m_sinceShown;
+    QElapsedTimer m_sinceBreath;
+    int m_steps = 0; ///< of this run, shown or not
     bool m_canceled = false;
 };

@@ -11,6 +11,8 @@ private slots:
 
     void rowsComeBackInInsertionOrder();
     void sortsInTheTable();
+    void sortsAsTheTableDoes();
+    void readsAForeignTableWhenSorted();
     void addedSongStandsAtTheEndOfASortedTable();
     void walkVisitsEveryRowOnceWhenSortedByStatus();
     void walkVisitsEveryRowOnceWhenSortedByTitle();
@@ -49,6 +51,32 @@ void TestSongsModelRows::sortsInTheTable()
     m_model->sort(-1, Qt::AscendingOrder);
     QCOMPARE(m_model->shortName(0), QStringLiteral("SONG0.MID"));
     QCOMPARE(m_model->shortName(299), QStringLiteral("SONG299.MID"));
+}
+
+void TestSongsModelRows::sortsAsTheTableDoes()
+{
+    addSongs(300);
+    for (int sorted = 0; sorted < m_model->columnCount(); ++sorted) {
+        for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+            m_model->sort(sorted, order);
+            const QStringList names = shownNames();
+            QVERIFY(m_model->select());
+            QCOMPARE(names, shownNames());
+        }
+    }
+}
+
+void TestSongsModelRows::readsAForeignTableWhenSorted()
+{
+    addSongs(3);
+    QSqlQuery query(*m_database->userLibraryDb());
+    QVERIFY(query.exec(QStringLiteral("DELETE FROM usersongs WHERE shortname='SONG1.MID'")));
+    m_model->sort(column("shortname"), Qt::DescendingOrder);
+    QCOMPARE(shownNames(), QStringList({QStringLiteral("SONG2.MID"), QStringLiteral("SONG0.MID")}));
+    QVERIFY(query.exec(QStringLiteral("INSERT INTO usersongs (shortname) VALUES ('SONG9.MID')")));
+    m_model->sort(column("shortname"), Qt::AscendingOrder);
+    QCOMPARE(shownNames(), QStringList({QStringLiteral("SONG0.MID"), QStringLiteral("SONG2.MID"),
+                                        QStringLiteral("SONG9.MID")}));
 }
 
 void TestSongsModelRows::addedSongStandsAtTheEndOfASortedTable()

@@ -35,6 +35,8 @@ private slots:
     void remembersCancelAndStaysClosed_data();
     void remembersCancelAndStaysClosed();
     void paintsWhileTheValueIsSet();
+    void showsAShortRunWhole();
+    void laysOutFewOfManySteps();
     void forgetsCancelAtTheNextRun();
     void replacesAnOpenDialog();
     void countsARequestToEndAsCancel();
@@ -156,6 +158,40 @@ void TestRunProgress::paintsWhileTheValueIsSet()
     for (int value = 0; clock.elapsed() < 400; ++value)
         progress.setValue(value % 100);
     QVERIFY2(painted.count >= 3, qPrintable(QString::number(painted.count)));
+}
+
+void TestRunProgress::showsAShortRunWhole()
+{
+    QMainWindow window;
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 10);
+    for (int value = 1; value <= 10; ++value) {
+        progress.setValue(value);
+        QCOMPARE(labelOf(window), QStringLiteral("%1 di 10").arg(value));
+    }
+}
+
+/// Ten thousand songs: the advance is shown some twenty times a second, and the end always.
+void TestRunProgress::laysOutFewOfManySteps()
+{
+    constexpr int steps = 10000;
+    QMainWindow window;
+    window.show();
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), steps);
+    QElapsedTimer clock;
+    clock.start();
+    QString last;
+    qint64 shown = 0;
+    for (int value = 1; value <= steps; ++value) {
+        progress.setValue(value);
+        progress.breathe();
+        const QString label = labelOf(window);
+        shown += label == last ? 0 : 1;
+        last = label;
+    }
+    QCOMPARE(last, QStringLiteral("10000 di 10000"));
+    QVERIFY2(shown <= 20 + clock.elapsed() / 50, qPrintable(QString::number(shown)));
 }
 
 void TestRunProgress::forgetsCancelAtTheNextRun()
