@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QProgressBar>
+
+#include <algorithm>
+
+/// An application that watches how a run shows its progress: how long at most nothing of the bar
+/// was painted, and how much of the time went into painting.
+class PaintWatch : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    /// Forgets what was seen. Bars are looked for from now on; the time before the first painting
+    /// of one does not count.
+    void startWatching()
+    {
+        m_longestGap = 0;
+        m_painting = 0;
+        m_sincePaint.invalidate();
+        m_total.start();
+    }
+    /// Milliseconds between two paintings of a progress bar, at most.
+    double longestGap() const { return static_cast<double>(m_longestGap) / 1e6; }
+    /// The share of the time since startWatching() that was spent painting, 0 to 1.
+    double paintingShare() const
+    {
+        return static_cast<double>(m_painting) / static_cast<double>(m_total.nsecsElapsed());
+    }
+    /// True once a window was painted for the first time.
+    bool hasPainted() const { return m_hasPainted; }
+
+    bool notify(QObject *receiver, QEvent *event) override
+    {
+        const bool paints =
+            event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest;
+        if (!paints || m_inPainting)
+            return watchBar(receiver, event);
+        QElapsedTimer timer;
+        timer.start();
+        m_inPainting = true;
+        const bool done = watchBar(receiver, event);
+        m_inPainting = false;
+        m_painting += timer.nsecsElapsed();
+        return done;
+    }
+
+private:
+    bool watchBar(QObject *receiver, QEvent *event)
+    {
+        const bool done = QApplication::notify(receiver, event);
+        if (event->type() != QEvent::Paint)
+            return done;
+        m_hasPainted = true;
+        if (qobject_cast<QProgressBar *>(receiver) == nullptr)
+            return done;
+        if (m_sincePaint.isValid())
+            m_longestGap = std::max(m_longestGap, m_sincePaint.nsecsElapsed());
+        m_sincePaint.start();
+        return done;
+    }
+
+    QElapsedTimer m_total;
+    QElapsedTimer m_sincePaint;
+    qint64 m_longestGap = 0;
+    qint64 m_painting = 0;
+    bool m_inPainting = false;
+    bool m_hasPainted = false;
+};

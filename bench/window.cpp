@@ -1,0 +1,321 @@
+// The real window (offscreen) over large libraries, beside the same work without window and table.
+
+#include "app/mainwindow.h"
+#include "app/startup.h"
+#include "app/style.h"
+#include "bench/paintwatch.h"
+#include "db/database.h"
+#include "db/usersongsreltablemodel.h"
+#include "library/cataloguelookup.h"
+#include "songfile/metasong.h"
+#include "tools/cataloguefile.h"
+#include "tools/samplesongs.h"
+#include "ui_mainwindow.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QElapsedTimer>
+#include <QMimeData>
+#include <QProcess>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTranslator>
+#include <QUrl>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace
+{
+
+constexpr int librarySize = 10000;
+
+void require(bool condition, const char *what)
+{
+    if (!condition)
+        qFatal("%s", what);
+}
+
+/// Songs of all kinds in two folders of the same size, and a catalogue that knows each of them. It
+/// is the working folder, so that the window uses this catalogue.
+class Songs
+{
+public:
+    Songs() : m_folder(QStringLiteral("/dev/shm/brisel-bench-XXXXXX"))
+    {
+        require(m_folder.isValid(), "no folder for the songs");
+        const QString first = all() + QStringLiteral("/songs");
+        for (const QString &name : {first, QString(all() + QStringLiteral("/more"))})
+            require(QDir().mkpath(name), "no folder");
+        require(SampleSongs::writeMany(first, librarySize, &m_paths), "no songs");
+        QList<CatalogueRow> rows;
+        for (const QString &path : std::as_const(m_paths)) {
+            const QString name = path.section(u'/', -1);
+            m_twice.append(all() + QStringLiteral("/more/") + name);
+            require(QFile::copy(path, m_twice.constLast()), "no copy");
+            CatalogueRow row;
+            row.fileName = catalogueKey(name);
+            row.title = QStringLiteral("Title of ") + row.fileName;
+            row.artist = QStringLiteral("Artist");
+            row.altArtist = row.artist;
+            row.genre = QStringLiteral("POP");
+            row.author = QStringLiteral("Author");
+            row.length = 185;
+            row.bpm = 120;
+            row.key = QStringLiteral("A -");
+            row.markers = QStringLiteral("1;Intro;5;Verse;21;Fine;");
+            rows.append(row);
+        }
+        m_twice += m_paths;
+        QString error;
+        require(writeCatalogue(all() + QStringLiteral("/songsdb_debug"), rows, error), "catalogue");
+        QDir::setCurrent(all());
+    }
+    ~Songs() { QDir::setCurrent(QDir::rootPath()); }
+    Songs(const Songs &) = delete;
+    Songs &operator=(const Songs &) = delete;
+
+    /// \a count songs: 10,000 or 20,000.
+    const QStringList &paths(int count) const { return count == librarySize ? m_paths : m_twice; }
+
+private:
+    QString all() const { return m_folder.path(); }
+
+    QTemporaryDir m_folder;
+    QStringList m_paths;
+    QStringList m_twice; ///< these and as many more
+};
+
+/// The program's window as a user has it, with the questions of an import switched off.
+class Window
+{
+public:
+    Window()
+    {
+        m_window.enableCopyrightMessage(false);
+        m_window.resize(1200, 800);
+        m_window.show();
+        QCoreApplication::processEvents();
+    }
+
+    /// Drops \a files on the window and waits until they are in the table.
+    void import(const QStringList &files)
+    {
+        QList<QUrl> urls;
+        for (const QString &file : files)
+            urls.append(QUrl::fromLocalFile(file));
+        QMimeData data;
+        data.setUrls(urls);
+        const QPoint middle = m_window.rect().center();
+        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&m_window, &enter);
+        QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&m_window, &drop);
+        const auto *model = m_window.findChild<UserSongsRelTableModel *>();
+        while (model->rowCount() != files.size())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    /// Synchronises all rows; the offer of a backup is declined.
+    void synchronise()
+    {
+        QTimer::singleShot(0, [] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            require(dialog != nullptr, "no offer of a backup");
+            dialog->findChild<QPushButton *>(QStringLiteral("exitPushButton"))->click();
+        });
+        require(m_window.updateUserLibrary(), "synchronisation");
+    }
+    QTableView *table() { return m_window.findChild<QTableView *>(); }
+
+private:
+    MainWindow m_window;
+};
+
+SongInfo readSong(MetaSong &song, const QString &path)
+{
+    require(song.importFile(path), "reading");
+    SongInfo info;
+    song.getSongInfo(info);
+    return info;
+}
+
+void importInWindow(benchmark::State &state, const QStringList &files)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        Window window;
+        state.ResumeTiming();
+        window.import(files);
+    }
+}
+
+void importWithout(benchmark::State &state, const QStringList &files)
+{
+    for (auto _ : state) {
+        for (const QString &path : files) {
+            MetaSong song;
+            SongInfo info = readSong(song, path);
+            benchmark::DoNotOptimize(info);
+        }
+    }
+}
+
+void synchroniseInWindow(benchmark::State &state, const QStringList &files)
+{
+    Window window;
+    window.import(files);
+    for (auto _ : state)
+        window.synchronise();
+}
+
+void synchroniseWithout(benchmark::State &state, const QStringList &files)
+{
+    Database catalogue;
+    require(catalogue.init(), "catalogue");
+    for (auto _ : state) {
+        for (const QString &path : files) {
+            MetaSong song;
+            const SongInfo info = readSong(song, path);
+            SongsDbRecord record;
+            QString trace;
+            const CatalogueKeys keys = catalogueKeys(path.section(u'/', -1), info);
+            require(findInCatalogue(catalogue, keys, record, trace), "look-up");
+            song.setSongInfo(mergedWithCatalogue(info, record), false);
+            require(song.saveToFile(path), "saving");
+        }
+    }
+}
+
+/// Prints a limit that has no peer: bench/run shows it beside the rows.
+void printLimit(const char *what, double value, const char *unit, const char *limit)
+{
+    std::printf("limit,%s,%.1f,%s,%s\n", what, value, unit, limit);
+    std::fflush(stdout);
+}
+
+/// Processor time, so that others on the machine don't count.
+double milliseconds(const std::function<void()> &step)
+{
+    const std::clock_t begin = std::clock();
+    step();
+    QCoreApplication::processEvents();
+    return 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+}
+
+void measureRuns(PaintWatch &watch, const Songs &songs)
+{
+    Window window;
+    watch.startWatching();
+    window.import(songs.paths(librarySize));
+    printLimit("import, between two repaints at most", watch.longestGap(), "ms", "100 ms");
+    printLimit("import, time spent painting", watch.paintingShare() * 100, "%", "10 %");
+    watch.startWatching();
+    window.synchronise();
+    printLimit("synchronise, between two repaints at most", watch.longestGap(), "ms", "100 ms");
+    printLimit("synchronise, time spent painting", watch.paintingShare() * 100, "%", "10 %");
+}
+
+void measureTable(const Songs &songs)
+{
+    Window window;
+    window.import(songs.paths(librarySize));
+    QTableView *table = window.table();
+    QScrollBar *bar = table->verticalScrollBar();
+    double longest = 0;
+    for (int value = bar->minimum(); value <= bar->maximum(); value += bar->pageStep())
+        longest = std::max(longest, milliseconds([&] { bar->setValue(value); }));
+    printLimit("table, longest step of scrolling", longest, "ms", "50 ms");
+    longest = 0;
+    for (int column = 0; column < table->model()->columnCount(); ++column) {
+        if (table->isColumnHidden(column))
+            continue;
+        for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+            const auto sort = [&] { table->sortByColumn(column, order); };
+            longest = std::max(longest, milliseconds(sort));
+        }
+    }
+    printLimit("table, longest sorting", longest, "ms", "50 ms");
+}
+
+/// The child of a start: shows the whole window or an empty one and ends once it was painted.
+int showOnce(int &argc, char **argv, bool whole)
+{
+    PaintWatch application(argc, argv);
+    QTranslator program;
+    QTranslator qt;
+    std::unique_ptr<QMainWindow> window;
+    applyDarkStyle(application);
+    Ui::MainWindow ui;
+    if (whole) {
+        loadTranslations(QStringLiteral("en"), program, qt);
+        window = std::make_unique<MainWindow>();
+    } else {
+        window = std::make_unique<QMainWindow>();
+        ui.setupUi(window.get());
+    }
+    window->show();
+    while (!application.hasPainted())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    std::_Exit(0);
+}
+
+void start(benchmark::State &state, const QString &what)
+{
+    for (auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        require(QProcess::execute(QCoreApplication::applicationFilePath(), {what}) == 0, "start");
+        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) / 1e9);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QTemporaryDir home;
+    qputenv("HOME", home.path().toLocal8Bit()); // the user's settings stay as they are
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    qInstallMessageHandler(dummyMessageOutput);
+    for (const char *what : {"--whole", "--empty"}) {
+        if (argc == 2 && qstrcmp(argv[1], what) == 0)
+            return showOnce(argc, argv, qstrcmp(what, "--whole") == 0);
+    }
+    benchmark::Initialize(&argc, argv);
+    PaintWatch application(argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    applyDarkStyle(application);
+    const Songs songs;
+    const auto add = [](const char *name, auto function, const auto &data) {
+        return benchmark::RegisterBenchmark(name, function, data);
+    };
+    for (const int count : {librarySize, 2 * librarySize}) {
+        const std::string data = "import/" + std::to_string(count) + " songs/";
+        add((data + "ours").c_str(), importInWindow, songs.paths(count));
+        add((data + "no window").c_str(), importWithout, songs.paths(count));
+    }
+    const QStringList &files = songs.paths(librarySize);
+    add("synchronise/10000 songs/ours", synchroniseInWindow, files);
+    add("synchronise/10000 songs/no window", synchroniseWithout, files);
+    add("start/first painting/ours", start, QStringLiteral("--whole"))->UseManualTime();
+    add("start/first painting/empty window", start, QStringLiteral("--empty"))->UseManualTime();
+    benchmark::RunSpecifiedBenchmarks();
+    if (const std::string filter = benchmark::GetBenchmarkFilter();
+        filter == "." || filter.empty()) {
+        measureRuns(application, songs);
+        measureTable(songs);
+    }
+    return 0;
+}
