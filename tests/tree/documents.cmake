@@ -79,6 +79,9 @@ foreach(document IN LISTS documents more)
 
   string(REGEX MATCHALL "[^] \n`\"(|]*/[^ \n`\")|]*" paths "${text}")
   foreach(path IN LISTS paths)
+    if(path MATCHES "^([.]/)?build/")
+      continue() # made by a command, not before
+    endif()
     if(path MATCHES "^[.]/([a-z].*)$")
       check_path("${CMAKE_MATCH_1}")
     elseif(path MATCHES "^([a-z]+)/" AND CMAKE_MATCH_1 IN_LIST folders)
