@@ -209,7 +209,6 @@ void synchroniseWithout(benchmark::State &state, int count)
 void printLimit(const char *what, double value, const char *unit, const char *limit)
 {
     std::printf("# %s: %.1f %s (%s at most)\n", what, value, unit, limit);
-    std::fflush(stdout);
 }
 
 /// Processor time, so that others on the machine don't count.

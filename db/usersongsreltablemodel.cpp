@@ -379,7 +379,7 @@ bool UserSongsRelTableModel::run(const QString &statement, const QVariantList &v
             setLastError(query.lastError());
             return false;
         }
-        prepared = m_prepared.insert(statement, std::move(query));
+        prepared = m_prepared.emplace(statement, std::move(query));
     }
     QSqlQuery &query = *prepared;
     for (qsizetype i = 0; i < values.size(); ++i)
