@@ -28,6 +28,7 @@ RunDialog::Work::Work(RunDialog &dialog) : m_dialog(dialog)
 RunDialog::Work::~Work()
 {
     m_dialog.m_working = false;
+    m_dialog.m_breaths = 0;
     m_dialog.showState();
 }
 
@@ -45,7 +46,10 @@ bool RunDialog::canStart() const
 void RunDialog::breathe()
 {
     constexpr qint64 paintingInterval = 50; // milliseconds
-    if (m_working && m_sincePainted.isValid() && m_sincePainted.elapsed() < paintingInterval)
+    constexpr int firstBreaths = 100;       // each is shown: a short run is seen whole
+    m_breaths += m_breaths < firstBreaths ? 1 : 0;
+    if (m_working && m_breaths == firstBreaths && m_sincePainted.isValid() &&
+        m_sincePainted.elapsed() < paintingInterval)
         return;
     showState();
     if (m_working)

@@ -32,7 +32,7 @@ protected:
     /// True when neither this dialog nor anything else of the program works on files.
     bool canStart() const;
     /// Shows and paints what has changed: at once when idle, at most some twenty times a second
-    /// while it works. Clicks and keys wait.
+    /// once a run has got going. Clicks and keys wait.
     void breathe();
     /// Puts the state of the work into the widgets: a label costs more than a step of the work.
     virtual void showState() = 0;
@@ -44,5 +44,6 @@ protected:
 
 private:
     bool m_working = false;
+    int m_breaths = 0; ///< of this run, as long as they are counted
     QElapsedTimer m_sincePainted;
 };
