@@ -1,0 +1,464 @@
+#include "app/startup.h"
+#include "base/debugstream.h"
+#include "db/database.h"
+#include "index/index.h"
+#include "index/indexreader.h"
+#include "songfile/lzhuff.h"
+#include "tests/db/localcatalogue.h"
+#include "tests/docs/formatpages.h"
+#include "tests/index/samplememory.h"
+#include "tests/songfile/loadedmidi.h"
+#include "tests/songfile/songs.h"
+#include "tests/testfiles.h"
+#include "tests/testhome.h"
+#include "tools/cataloguecsv.h"
+
+#include <QApplication>
+#include <QMetaMethod>
+#include <QTest>
+
+#include <algorithm>
+
+namespace
+{
+
+/// Fails the running case.
+void fail(const QString &problem)
+{
+    QTest::qFail(qPrintable(problem), __FILE__, __LINE__);
+}
+
+QString textOf(const QString &kind, const QString &name)
+{
+    for (const QString &page : FormatPages::names()) {
+        for (const FormatPages::Block &block : FormatPages::blocksIn(FormatPages::text(page))) {
+            if (block.kind == kind && block.name == name)
+                return block.text;
+        }
+    }
+    fail(u"no page has the example "_qs + name);
+    return {};
+}
+
+HexExample example(const QString &name)
+{
+    const std::optional<HexExample> example = HexExample::parse(textOf(u"hex"_qs, name));
+    if (!example)
+        fail(u"this example can't be read: "_qs + name);
+    return example.value_or(HexExample());
+}
+
+/// The bytes of an example that leaves none out.
+QByteArray bytes(const QString &name)
+{
+    const HexExample told = example(name);
+    if (!told.isComplete())
+        fail(u"this example leaves bytes out: "_qs + name);
+    return told.bytes();
+}
+
+/// Where \a written isn't what a page tells; empty when they are the same.
+QString difference(const QByteArray &written, const QByteArray &told)
+{
+    for (qsizetype i = 0; i < std::max(written.size(), told.size()); ++i) {
+        const QByteArray ours = written.mid(i, 1).toHex();
+        const QByteArray pages = told.mid(i, 1).toHex();
+        if (ours != pages)
+            return u"byte 0x%1 is \"%2\", the page says \"%3\""_qs.arg(
+                QString::number(i, 16), QString::fromLatin1(ours), QString::fromLatin1(pages));
+    }
+    return {};
+}
+
+/// "VOLARE", as the pages of the index and of the playlists have it.
+void writeVolare(const SampleMemory &memory)
+{
+    const QString name = u"BASI/SONG1.MID"_qs;
+    memory.write(name, Sample::midiSong("VOLARE", "ANONIMO", "POP"));
+    memory.setDate(name, QDateTime(QDate(2009, 12, 31), QTime(23, 59, 58)));
+}
+
+/// Indexes \a memory, which holds "VOLARE" behind two other songs.
+void indexThreeSongs(const SampleMemory &memory)
+{
+    for (const char *name : {"A", "B"})
+        memory.write(QLatin1StringView(name) + u".MID"_qs, Sample::midiSong(name, "X", "POP"));
+    writeVolare(memory);
+    if (!Index().createIndex(memory.root()))
+        qFatal("no index");
+}
+
+constexpr qsizetype playlistsRecord = 32;
+
+} // namespace
+
+/// The examples of docs/formats against what the program writes and reads. Each case is named for
+/// its example.
+class TestFormatPages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void givesEachPageAnExample();
+    void hasACaseForEachExample();
+    void namesAllBytesOfThePages();
+    void readsBytes();
+    void refusesOtherLines_data();
+    void refusesOtherLines();
+    void noticesBytesWithoutAName();
+
+    void midiTrack();
+    void container();
+    void codecLetter();
+    void codecBlanks();
+    void id3Tag();
+    void pathRecord();
+    void songRecord();
+    void groupHeader();
+    void alphabetTable();
+    void countsFile();
+    void orderFile();
+    void playlistNumbers();
+    void playlistSongs();
+    void playlistPaths();
+    void logLine();
+    void catalogueSource();
+    void catalogueRecord();
+
+private:
+    static void checkCodec(const QString &name, const QByteArray &data);
+
+    SampleMemory m_memory; ///< with "VOLARE" alone
+};
+
+void TestFormatPages::initTestCase()
+{
+    writeVolare(m_memory);
+    QVERIFY(Index().createIndex(m_memory.root()));
+}
+
+void TestFormatPages::givesEachPageAnExample()
+{
+    QVERIFY(!FormatPages::names().isEmpty());
+    for (const QString &page : FormatPages::names()) {
+        QStringList kinds;
+        for (const FormatPages::Block &block : FormatPages::blocksIn(FormatPages::text(page)))
+            kinds.append(block.kind);
+        QVERIFY2(kinds.contains(u"hex"_qs), qPrintable(page));
+    }
+}
+
+void TestFormatPages::hasACaseForEachExample()
+{
+    QStringList names;
+    for (const QString &page : FormatPages::names()) {
+        for (const FormatPages::Block &block : FormatPages::blocksIn(FormatPages::text(page))) {
+            QVERIFY2(!names.contains(block.name), qPrintable(block.name));
+            names.append(block.name);
+            QVERIFY2(metaObject()->indexOfSlot(qPrintable(block.name + u"()"_qs)) >= 0,
+                     qPrintable(block.name));
+        }
+    }
+}
+
+void TestFormatPages::namesAllBytesOfThePages()
+{
+    for (const QString &page : FormatPages::names())
+        QCOMPARE(FormatPages::strayBytesIn(FormatPages::text(page)), QStringList());
+}
+
+void TestFormatPages::readsBytes()
+{
+    const auto read = HexExample::parse(u"01 0A  fF   00 not this\n00000006  .. 2 0\n"_qs);
+    QVERIFY(!read);
+    const auto example = HexExample::parse(u"01 0A  fF   00 not this\n0006  .. 20\n30\n"_qs);
+    QVERIFY(example.has_value());
+    QVERIFY(!example->isComplete());
+    QCOMPARE(example->over("abcdefghijk"), QByteArray("\x01\x0A\xFF"
+                                                      "defg 0jk"));
+    QCOMPARE(example->over("abc"), QByteArray("\x01\x0A\xFF\0\0\0\0 0", 9));
+    QVERIFY(HexExample::parse(u"0000  01\n0001  02"_qs)->isComplete());
+}
+
+void TestFormatPages::refusesOtherLines_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("nothing") << u""_qs;
+    QTest::newRow("no byte told") << u"0000  .. .."_qs;
+    QTest::newRow("half a byte") << u"00 1 00"_qs;
+    QTest::newRow("three digits") << u"00 123"_qs;
+    QTest::newRow("no number") << u"00 0G"_qs;
+    QTest::newRow("remark too near") << u"00  remark"_qs;
+    QTest::newRow("offset alone") << u"00000000"_qs;
+    QTest::newRow("offset goes back") << u"0000  00 00\n0001  00"_qs;
+    QTest::newRow("offset far away") << u"00010000  00"_qs;
+    QTest::newRow("indented") << u"  00 00"_qs;
+}
+
+void TestFormatPages::refusesOtherLines()
+{
+    QFETCH(QString, text);
+    QVERIFY(!HexExample::parse(text).has_value());
+}
+
+void TestFormatPages::noticesBytesWithoutAName()
+{
+    const QString indented = u"    00 FF text"_qs;
+    const QString fenced = u"0010  4d 54"_qs;
+    const QString page = u"Text 00 FF 00\n\n%1\n\n```\n%2\n```\n\n```hex named\n00 FF\n```\n"_qs;
+    QCOMPARE(FormatPages::strayBytesIn(page.arg(indented, fenced)),
+             QStringList({indented, fenced}));
+    QCOMPARE(FormatPages::strayBytesIn(page.arg(u"    cmake"_qs, u"title"_qs)), QStringList());
+}
+
+void TestFormatPages::midiTrack()
+{
+    const QByteArray track = bytes(u"midiTrack"_qs);
+    const qsizetype trackAt = 14;
+    const QByteArray plain = Samples::midi();
+
+    RawMidiFile written = loaded(plain);
+    written.setArtist(u"Anna"_qs);
+    written.setKey(u"A-"_qs);
+    written.insertMarker(u"Coda"_qs, 300);
+    QCOMPARE(difference(written.stream(), plain.left(trackAt) + track), QString());
+
+    RawMidiFile read;
+    QVERIFY(read.loadData(plain.left(trackAt) + track));
+    QCOMPARE(read.artist(), u"Anna"_qs);
+    QCOMPARE(read.key(), u"A-"_qs);
+    QCOMPARE(read.markersList().size(), 1);
+    QCOMPARE(read.markersList().first().text, u"Coda"_qs);
+    QCOMPARE(read.markersList().first().bar, 300);
+}
+
+void TestFormatPages::container()
+{
+    const QByteArray kept = Samples::containerHeader("_ZB4", ZbxHeader::shortSize);
+    const QByteArray told = example(u"container"_qs).over(kept);
+
+    makeFile(u"song.zb4"_qs, told);
+    MetaSong read;
+    QVERIFY(read.importFile(u"song.zb4"_qs));
+    const SongInfo info = Samples::infoOf(read);
+    QCOMPARE(info.format, u"ZB4"_qs);
+    QCOMPARE(info.zbxLongName, u"VOLARE"_qs);
+    QCOMPARE(info.userBpm, 120);
+    QCOMPARE(info.title, u"Volare"_qs);
+    QCOMPARE(info.author, QString());
+
+    const QByteArray longName = "VOLARE";
+    const QByteArray untold = QByteArray(kept).replace(42, longName.size(), longName);
+    const QByteArray note = Samples::midi();
+    const QByteArray marked = note.left(22) + Samples::bytes("\xFF\x00\xFF") + note.mid(22);
+    MetaSong written = Samples::opened(u"new.zb4"_qs, Samples::container(untold, marked));
+    SongInfo supplied;
+    supplied.title = info.title;
+    supplied.userBpm = info.userBpm;
+    written.setSongInfo(supplied, false);
+    QVERIFY(written.saveToFile(u"new.zb4"_qs));
+    QCOMPARE(difference(fileContent(u"new.zb4"_qs), told), QString());
+}
+
+void TestFormatPages::checkCodec(const QString &name, const QByteArray &data)
+{
+    QByteArray stream;
+    LzHuff().compress(data, stream);
+    QCOMPARE(difference(stream, bytes(name)), QString());
+    QByteArray read;
+    QVERIFY(LzHuff().expand(bytes(name), read));
+    QCOMPARE(read, data);
+}
+
+void TestFormatPages::codecLetter()
+{
+    checkCodec(u"codecLetter"_qs, "A");
+}
+
+void TestFormatPages::codecBlanks()
+{
+    checkCodec(u"codecBlanks"_qs, QByteArray(29, ' '));
+}
+
+void TestFormatPages::id3Tag()
+{
+    const QByteArray tag = bytes(u"id3Tag"_qs);
+    const QByteArray audio = Samples::audio(300);
+
+    MetaSong written = Samples::opened(u"new.mp3"_qs, audio);
+    SongInfo info;
+    info.title = u"La"_qs;
+    written.setSongInfo(info, true);
+    QVERIFY(written.saveToFile(u"new.mp3"_qs));
+    QCOMPARE(difference(fileContent(u"new.mp3"_qs), tag + audio), QString());
+
+    Mp3Header read;
+    QVERIFY(read.loadHeader(tag + audio));
+    QCOMPARE(read.getAudioDataStartPos(), static_cast<unsigned>(tag.size()));
+    QCOMPARE(read.title(), u"La"_qs);
+    QVERIFY(read.hasBriselEditParam());
+}
+
+void TestFormatPages::pathRecord()
+{
+    const QByteArray told = bytes(u"pathRecord"_qs);
+    QCOMPARE(difference(m_memory.read(u"index.id2"_qs), told), QString());
+    PathRecord read;
+    QVERIFY(PathRecord::read(told, 0, read));
+    QCOMPARE(read.id, 0U);
+    QCOMPARE(read.path, QByteArray("/BASI/SONG1.MID"));
+    QCOMPARE(read.date, 20091231U);
+    QCOMPARE(read.time, 235958U);
+}
+
+void TestFormatPages::songRecord()
+{
+    const QByteArray told = bytes(u"songRecord"_qs);
+    QCOMPARE(difference(m_memory.read(u"title.id2"_qs), told), QString());
+    SongRecord read;
+    QVERIFY(SongRecord::read(told, 0, read));
+    QCOMPARE(read.id, 0U);
+    QCOMPARE(read.title, QByteArray("VOLARE"));
+    QCOMPARE(read.bpm, 120);
+    QCOMPARE(read.type, 0);
+    QCOMPARE(read.flag, 0);
+}
+
+void TestFormatPages::groupHeader()
+{
+    const QByteArray told = bytes(u"groupHeader"_qs);
+    QCOMPARE(difference(m_memory.read(u"artist.id2"_qs), told + bytes(u"songRecord"_qs)),
+             QString());
+    GroupHeader read;
+    QVERIFY(GroupHeader::read(told, 0, read));
+    QCOMPARE(read.previousCount, 0);
+    QCOMPARE(read.count, 1);
+    QCOMPARE(read.name, QByteArray("ANONIMO"));
+}
+
+void TestFormatPages::alphabetTable()
+{
+    const HexExample told = example(u"alphabetTable"_qs);
+    QCOMPARE(difference(m_memory.read(u"atitle.id2"_qs), told.over(QByteArray(256, '\xFF'))),
+             QString());
+}
+
+void TestFormatPages::countsFile()
+{
+    QCOMPARE(difference(m_memory.read(u"fsinfos.id2"_qs), bytes(u"countsFile"_qs)), QString());
+}
+
+void TestFormatPages::orderFile()
+{
+    QCOMPARE(difference(m_memory.read(u"ordfile.id2"_qs), bytes(u"orderFile"_qs)), QString());
+
+    // All that the page shows of a set makes one that is read back.
+    const SampleMemory memory;
+    memory.write(u"index.id2"_qs, bytes(u"pathRecord"_qs));
+    memory.write(u"ordfile.id2"_qs, bytes(u"orderFile"_qs));
+    memory.write(u"title.id2"_qs, bytes(u"songRecord"_qs));
+    for (const QString &name : {u"artist.id2"_qs, u"genre.id2"_qs})
+        memory.write(name, bytes(u"groupHeader"_qs) + bytes(u"songRecord"_qs));
+    memory.write(u"fsinfos.id2"_qs, bytes(u"countsFile"_qs));
+    IndexSet set;
+    set.setRoot(memory.root());
+    QList<SongInfoIndex> songs;
+    QVERIFY(IndexReader::read(set, memory.root(), songs));
+    QCOMPARE(songs.size(), 1);
+    QCOMPARE(songs.first().path, u"/BASI/SONG1.MID"_qs);
+    QCOMPARE(songs.first().posidx, 0);
+    QCOMPARE(songs.first().title, u"VOLARE"_qs);
+    QCOMPARE(songs.first().artist, u"ANONIMO"_qs);
+    QCOMPARE(songs.first().bpm, 120);
+}
+
+void TestFormatPages::playlistNumbers()
+{
+    const HexExample told = example(u"playlistNumbers"_qs);
+    QCOMPARE(told.bytes().size(), 2 * playlistsRecord);
+    const SampleMemory memory;
+    memory.write(u"playlist/playlist.dat"_qs, told.over(QByteArray(2 * playlistsRecord, '\x55')));
+    IndexSet set;
+    set.setRoot(memory.root());
+    QCOMPARE(Playlists::readNumbers(set), QList<qint16>({7, -123}));
+}
+
+void TestFormatPages::playlistSongs()
+{
+    const SampleMemory memory;
+    indexThreeSongs(memory);
+    memory.write(u"playlist/playlist.dat"_qs, example(u"playlistNumbers"_qs).bytes());
+    memory.write(u"playlist/play0007.dat"_qs, QByteArray());
+    memory.write(u"playlist/play0007.pts"_qs, bytes(u"playlistPaths"_qs));
+    memory.write(u"playlist/play4294967173.dat"_qs, QByteArray());
+    memory.write(u"playlist/play4294967173.pts"_qs, QByteArray());
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(difference(memory.read(u"playlist/play0007.dat"_qs), bytes(u"playlistSongs"_qs)),
+             QString());
+}
+
+void TestFormatPages::playlistPaths()
+{
+    const SampleMemory memory;
+    indexThreeSongs(memory);
+    memory.write(u"playlist/playlist.dat"_qs,
+                 example(u"playlistNumbers"_qs).bytes().left(playlistsRecord));
+    memory.write(u"playlist/play0007.dat"_qs, bytes(u"playlistSongs"_qs));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(difference(memory.read(u"playlist/play0007.pts"_qs), bytes(u"playlistPaths"_qs)),
+             QString());
+}
+
+void TestFormatPages::logLine()
+{
+    const QByteArray told = bytes(u"logLine"_qs);
+    const QByteArray stamp = logTimeStamp(QDateTime(QDate(2024, 3, 5), QTime(14, 7, 9)));
+    QFile::remove(u"log.txt"_qs);
+    const QtMessageHandler handler = qInstallMessageHandler(myMessageOutput);
+    debug() << "DB initialized correctly";
+    qInstallMessageHandler(handler);
+    const QByteArray written = fileContent(u"log.txt"_qs);
+    QVERIFY(!written.isEmpty());
+    QCOMPARE(difference(stamp + written.mid(stamp.size()), told), QString());
+}
+
+void TestFormatPages::catalogueSource()
+{
+    const QByteArray source = textOf(u"csv"_qs, u"catalogueSource"_qs).toUtf8();
+    QList<CatalogueRow> rows;
+    CatalogueCsvError error;
+    QVERIFY2(readCatalogueCsv(source, rows, error), qPrintable(error.text));
+    QCOMPARE(rows.size(), 1);
+    writeLocalCatalogue(rows);
+}
+
+void TestFormatPages::catalogueRecord()
+{
+    catalogueSource();
+    const qsizetype endOfPage = 8192;
+    const QByteArray page = fileContent(u"songsdb_debug"_qs).left(endOfPage);
+    const HexExample told = example(u"catalogueRecord"_qs);
+    QCOMPARE(told.bytes().size(), endOfPage);
+    QCOMPARE(difference(page, told.over(page)), QString());
+
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord record;
+    QVERIFY(database.getRecordByFilename(u"OSOLEMIO"_qs, record));
+    QCOMPARE(record.title, u"O SOLE MIO"_qs);
+    QCOMPARE(record.artist, u"TRADITIONAL"_qs);
+    QCOMPARE(record.genre, u"NEAPOLITAN"_qs);
+    QCOMPARE(record.author, u"CAPURRO - DI CAPUA"_qs);
+    QCOMPARE(record.length, 190);
+    QCOMPARE(record.bpm, 80);
+    QCOMPARE(record.key, u"A -"_qs);
+    QCOMPARE(record.markers.size(), 2);
+    QCOMPARE(record.markers.last().text, u"Verse"_qs);
+    QCOMPARE(record.markers.last().bar, 9);
+    QCOMPARE(record.altArtist, u"TRADITIONAL"_qs);
+}
+
+BRISEL_TEST_MAIN(QApplication, TestFormatPages)
+#include "tst_formatpages.moc"
