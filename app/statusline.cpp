@@ -33,7 +33,7 @@ StatusLine::StatusLine(QWidget *parent)
     m_spaceLabel->hide();
 
     auto *line = new QHBoxLayout(this);
-    line->setContentsMargins(14, 0, 0, 4);
+    line->setContentsMargins(12, 0, 14, 4);
     line->setSpacing(18);
     line->addWidget(m_songsLabel);
     line->addWidget(m_outcomeLabel, 1);

@@ -14,6 +14,7 @@ private slots:
     void countsTheSongsAtAllTimes();
     void countsInTheLanguageChosen();
     void countsAFewTimesASecond();
+    void endsWhereTheButtonsAboveEnd();
 
 private:
     QString songs() const { return label("songsLabel")->text(); }
@@ -68,6 +69,17 @@ void TestStatusLine::countsAFewTimesASecond()
         m_sample->model->addSong(info);
     QCOMPARE(songs(), u"0 song"_qs);
     QTRY_COMPARE(songs(), u"200 song"_qs);
+}
+
+void TestStatusLine::endsWhereTheButtonsAboveEnd()
+{
+    const auto area = [this](const char *name) {
+        const auto *widget = m_sample->window->findChild<QWidget *>(QString::fromLatin1(name));
+        return QRect(widget->mapTo(m_sample->window.get(), QPoint(0, 0)), widget->size());
+    };
+    const QRect above = area("transferFilesToolButton");
+    QCOMPARE(area("songsLabel").left(), above.left());
+    QCOMPARE(area("detailsPushButton").right(), above.right());
 }
 
 BRISEL_TEST_MAIN(QApplication, TestStatusLine)

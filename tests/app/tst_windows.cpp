@@ -1,4 +1,5 @@
 #include "app/startup.h"
+#include "app/statusline.h"
 #include "app/style.h"
 #include "library/elidedlabel.h"
 #include "tests/app/everywindow.h"
@@ -10,12 +11,14 @@
 #include <QDialog>
 #include <QDir>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QImage>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
+#include <QTableView>
 #include <QTest>
 #include <QTranslator>
 
@@ -30,6 +33,8 @@ private slots:
     void cleanup();
     void showsTextsWhole_data();
     void showsTextsWhole();
+    void showsAFullStatusBarWhole_data();
+    void showsAFullStatusBarWhole();
     void staysOnSmallScreens_data();
     void staysOnSmallScreens();
     void enterPressesTheFocusedButton_data();
@@ -40,6 +45,7 @@ private slots:
 
 private:
     void useLanguage(const QString &code);
+    void useTextSize(int percent);
 
     QFont m_font;
     std::unique_ptr<QTranslator> m_programTexts;
@@ -88,6 +94,14 @@ QStringList cutTexts(const QWidget *window)
         if (widget->isVisible() && !isWhole)
             cut.append(described(widget, needed));
     }
+    for (const auto *table : window->findChildren<QTableView *>()) {
+        const QHeaderView *header = table->horizontalHeader();
+        for (int column = 0; column < header->count(); ++column) {
+            if (!header->isSectionHidden(column) &&
+                header->sectionSize(column) < header->sectionSizeHint(column))
+                cut.append(QStringLiteral("the heading of column %1").arg(column));
+        }
+    }
     return cut;
 }
 
@@ -118,6 +132,13 @@ void TestWindows::useLanguage(const QString &code)
     loadTranslations(code, *m_programTexts, *m_qtTexts);
 }
 
+void TestWindows::useTextSize(int percent)
+{
+    QFont font = m_font;
+    font.setPointSizeF(font.pointSizeF() * percent / 100);
+    QApplication::setFont(font);
+}
+
 void TestWindows::showsTextsWhole_data()
 {
     QTest::addColumn<QString>("name");
@@ -137,9 +158,7 @@ void TestWindows::showsTextsWhole()
     QFETCH(QString, name);
     QFETCH(QString, language);
     QFETCH(int, percent);
-    QFont font = m_font;
-    font.setPointSizeF(font.pointSizeF() * percent / 100);
-    QApplication::setFont(font);
+    useTextSize(percent);
     useLanguage(language);
     const std::unique_ptr<QWidget> window = makeWindow(name);
     QVERIFY(window != nullptr);
@@ -147,6 +166,44 @@ void TestWindows::showsTextsWhole()
     QTest::qWait(20);
     const QStringList cut = cutTexts(top);
     QVERIFY2(cut.isEmpty(), qPrintable(cut.join(u'\n')));
+}
+
+void TestWindows::showsAFullStatusBarWhole_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<int>("percent");
+    for (const char *language : {"it", "en"}) {
+        for (const int percent : {100, 125, 150})
+            QTest::addRow("%s-%d", language, percent) << QString::fromLatin1(language) << percent;
+    }
+}
+
+/// The window as narrow as it can be, in a transfer for which there is no room.
+void TestWindows::showsAFullStatusBarWhole()
+{
+    QFETCH(QString, language);
+    QFETCH(int, percent);
+    useTextSize(percent);
+    useLanguage(language);
+    const std::unique_ptr<QWidget> window = makeWindow(QStringLiteral("main"));
+    QVERIFY(window != nullptr);
+    auto *line = window->findChild<StatusLine *>();
+    RunReport report(RunReport::Run::Synchronisation);
+    for (int song = 0; song < 1000; ++song) {
+        report.count(RunReport::Success::Updated);
+        report.add(RunReport::Lack::Found, QStringLiteral("/a.mid"),
+                   RunReport::Reason::NotInCatalogue);
+    }
+    line->addReport(report);
+    window->show();
+    line->showSpace(QDir::currentPath(), 999LL << 50);
+    QTest::qWait(20);
+    window->resize(window->minimumSizeHint());
+    QTest::qWait(20);
+    QVERIFY(window->findChild<QLabel *>(QStringLiteral("spaceLabel"))->isVisible());
+    const QStringList cut = cutTexts(line);
+    QVERIFY2(cut.isEmpty(), qPrintable(cut.join(u'\n')));
+    QVERIFY2(window->width() <= 1000, qPrintable(described(window.get(), window->size())));
 }
 
 void TestWindows::staysOnSmallScreens_data()
