@@ -54,6 +54,13 @@ endif()
 function(brisel_library name)
   add_library(${name} STATIC ${ARGN})
   target_link_libraries(${name} PUBLIC brisel_options)
+  # Ninja learns of a form's new header one build too late: each source names the form of its class.
+  foreach(source IN LISTS ARGN)
+    string(REGEX REPLACE "(_[a-z]+)?[.]cpp$" ".ui" form ${PROJECT_SOURCE_DIR}/forms/${source})
+    if(form MATCHES "[.]ui$" AND EXISTS ${form})
+      set_property(SOURCE ${source} APPEND PROPERTY OBJECT_DEPENDS ${form})
+    endif()
+  endforeach()
   brisel_lint(${name})
 endfunction()
 
