@@ -4,7 +4,8 @@
 
 /// Gives a test program a home of its own: HOME, the XDG folders and the working folder lie in a
 /// temporary folder, so that settings, logs and catalogues of the user are neither read nor
-/// written. Construct it before the application object.
+/// written. What it and the programs that it starts leave in TMPDIR goes with it, also what they
+/// could not take away because they were killed. Construct it before the application object.
 class TestHome
 {
 public:
@@ -20,6 +21,7 @@ public:
 private:
     QString m_oldFolder;
     QTemporaryDir m_folder;
+    QTemporaryDir m_temporary;
 };
 
 /// The main function of a test program: a home of its own, the application, the test object.
