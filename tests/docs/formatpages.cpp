@@ -59,7 +59,7 @@ void HexExample::append(const QString &byte)
 
 QByteArray HexExample::over(QByteArray base) const
 {
-    base.resize(std::max(base.size(), m_bytes.size()));
+    base.resize(std::max(base.size(), m_bytes.size()), '\0');
     for (qsizetype i = 0; i < m_bytes.size(); ++i) {
         if (m_isTold.at(i))
             base[i] = m_bytes.at(i);

@@ -278,7 +278,7 @@ void TestMemoryCheck::endsWhenAskedTo()
         QVERIFY(check.findings().isEmpty());
         QVERIFY2(after <= 2, qPrintable(QString::number(after)));
     }
-    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
+    QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::Quit);
 }
 
 void TestMemoryCheck::findsNoMemory()
