@@ -172,9 +172,9 @@ void TestWindows::showsAFullStatusBarWhole_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<int>("percent");
-    for (const char *language : {"it", "en"}) {
+    for (const QString &language : {u"it"_qs, u"en"_qs}) {
         for (const int percent : {100, 125, 150})
-            QTest::addRow("%s-%d", language, percent) << QString::fromLatin1(language) << percent;
+            QTest::addRow("%s-%d", qPrintable(language), percent) << language << percent;
     }
 }
 
