@@ -22,13 +22,13 @@ QSettings openSettings()
 RunDialog::Work::Work(RunDialog &dialog) : m_dialog(dialog)
 {
     m_dialog.m_working = true;
+    m_dialog.m_breaths = 0;
     m_dialog.m_sincePainted.invalidate();
 }
 
 RunDialog::Work::~Work()
 {
     m_dialog.m_working = false;
-    m_dialog.m_breaths = 0;
     m_dialog.showState();
 }
 

@@ -167,14 +167,7 @@ void TestMainWindowSync::interruptKeepsWhatWasDone()
     import({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs});
     m_window->enableCopyrightMessage(true);
     expectBackup(u"exitPushButton"_qs);
-    m_script->expect("NoCopyrightDialog", [this](QWidget *widget) {
-        // Pressed as soon as the row is done.
-        QTimer::singleShot(0, m_window->findChild<QProgressDialog *>(), [this] {
-            auto *dialog = m_window->findChild<QProgressDialog *>();
-            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
-        });
-        DialogScript::click(widget, u"yesPushButton"_qs);
-    });
+    expectYesThenInterrupt();
     clickSync();
     verifyScript();
     QCOMPARE(statuses(), u"100"_qs);

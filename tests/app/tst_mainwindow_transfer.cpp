@@ -145,13 +145,7 @@ void TestMainWindowTransfer::interruptedTransferIsReported()
     import({u"one.mid"_qs, u"two.mid"_qs});
     makeFile(at(u"volumes/CARD/songs/one.mid"_qs), "old");
     m_script->expectFiles({at(u"volumes/CARD"_qs)});
-    m_script->expect("NoCopyrightDialog", [this](QWidget *widget) {
-        QTimer::singleShot(0, m_window->findChild<QProgressDialog *>(), [this] {
-            auto *dialog = m_window->findChild<QProgressDialog *>();
-            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
-        });
-        DialogScript::click(widget, u"yesPushButton"_qs);
-    });
+    expectYesThenInterrupt();
     m_script->expectMessage(u"Trasferimento"_qs, u"Non è stato possibile copiare uno o più file"_qs,
                             QMessageBox::Ok);
     clickTransfer();

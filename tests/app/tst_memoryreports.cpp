@@ -85,13 +85,7 @@ void TestMemoryReports::tellsTheFilesThatACancelLeft()
     importSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
     makeFile(at(u"volumes/CARD/songs/one.mid"_qs), "old");
     m_script->expectFiles({at(u"volumes/CARD"_qs)});
-    m_script->expect("NoCopyrightDialog", [this](QWidget *widget) {
-        QTimer::singleShot(0, m_window->findChild<QProgressDialog *>(), [this] {
-            auto *dialog = m_window->findChild<QProgressDialog *>();
-            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
-        });
-        DialogScript::click(widget, u"yesPushButton"_qs);
-    });
+    expectYesThenInterrupt();
     m_script->expectMessage(u"Trasferimento"_qs, m_failed, QMessageBox::Ok);
     clickTransfer();
     verifyScript();

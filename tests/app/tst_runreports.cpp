@@ -139,13 +139,7 @@ void TestRunReports::tellsTheRowsThatAnInterruptLeft()
     importSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, false);
     m_window->enableCopyrightMessage(true);
     expectBackup(u"exitPushButton"_qs);
-    m_script->expect("NoCopyrightDialog", [this](QWidget *widget) {
-        QTimer::singleShot(0, m_window->findChild<QProgressDialog *>(), [this] {
-            auto *dialog = m_window->findChild<QProgressDialog *>();
-            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
-        });
-        DialogScript::click(widget, u"yesPushButton"_qs);
-    });
+    expectYesThenInterrupt();
     clickSync();
     verifyScript();
     const QString counts = u"Sincronizzazione: 1 aggiornate, 2 saltate"_qs;

@@ -60,6 +60,17 @@ void WorkflowTest::expectQuestion(int answer)
     });
 }
 
+void WorkflowTest::expectYesThenInterrupt()
+{
+    m_script->expect("NoCopyrightDialog", [this](QWidget *widget) {
+        QTimer::singleShot(0, m_window->findChild<QProgressDialog *>(), [this] {
+            auto *dialog = m_window->findChild<QProgressDialog *>();
+            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+        });
+        DialogScript::click(widget, u"yesPushButton"_qs);
+    });
+}
+
 void WorkflowTest::doubleClick(int row)
 {
     QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, cell(row));

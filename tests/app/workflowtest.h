@@ -44,6 +44,9 @@ protected:
     void expectBackupToFolder();
     /// The next dialog is the four-way question; \a answer is one of its codes.
     void expectQuestion(int answer);
+    /// The next dialog is the four-way question: answers "Si", and presses "Interrompi" as soon as
+    /// that file is done.
+    void expectYesThenInterrupt();
     void expectEdit(const DialogScript::Step &edit) { m_script->expect("DataEditDialog", edit); }
     void doubleClick(int row);
     /// Opens the context menu at \a pos and clicks the entry; -1 closes the menu.

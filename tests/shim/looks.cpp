@@ -1,7 +1,6 @@
 #include "tests/shim/looks.h"
 
 #include <bitset>
-#include <cstdarg>
 #include <cstring>
 #include <string>
 
@@ -49,12 +48,6 @@ int openAt(int base, const char *path, int flags, mode_t mode)
     return handle;
 }
 
-mode_t modeOf(int flags, va_list arguments)
-{
-    const bool creates = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
-    return creates ? va_arg(arguments, mode_t) : 0;
-}
-
 void ask(const char *path)
 {
     counted.asked += isBelow(path) ? 1 : 0;
@@ -76,25 +69,9 @@ Looks::Counts Looks::stop()
     return counted;
 }
 
+#include "tests/shim/opencalls.h"
+
 extern "C" {
-
-int open(const char *path, int flags, ...)
-{
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
-    va_end(arguments);
-    return openAt(AT_FDCWD, path, flags, mode);
-}
-
-int open64(const char *path, int flags, ...)
-{
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
-    va_end(arguments);
-    return openAt(AT_FDCWD, path, flags, mode);
-}
 
 ssize_t read(int handle, void *data, size_t size)
 {

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -172,12 +171,6 @@ int renameCounted(int fromBase, const char *from, int toBase, const char *to, un
                   [=] { return ::syscall(SYS_renameat2, fromBase, from, toBase, to, flags); });
 }
 
-mode_t modeOf(int flags, va_list arguments)
-{
-    const bool creates = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
-    return creates ? va_arg(arguments, mode_t) : 0;
-}
-
 Shim::Action actionNamed(const char *name)
 {
     const char *const names[] = {"kill", "torn", "enospc", "eio", "short"};
@@ -235,43 +228,9 @@ long long Shim::bytesRead()
     return readBytes;
 }
 
+#include "tests/shim/opencalls.h"
+
 extern "C" {
-
-int open(const char *path, int flags, ...)
-{
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
-    va_end(arguments);
-    return openAt(AT_FDCWD, path, flags, mode);
-}
-
-int open64(const char *path, int flags, ...)
-{
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
-    va_end(arguments);
-    return openAt(AT_FDCWD, path, flags, mode);
-}
-
-int openat(int base, const char *path, int flags, ...)
-{
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
-    va_end(arguments);
-    return openAt(base, path, flags, mode);
-}
-
-int openat64(int base, const char *path, int flags, ...)
-{
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = modeOf(flags, arguments);
-    va_end(arguments);
-    return openAt(base, path, flags, mode);
-}
 
 int creat(const char *path, mode_t mode)
 {
