@@ -21,6 +21,7 @@ void RunProgress::begin(const QString &title, const QString &label, int maximum)
     end();
     m_canceled = false;
     m_steps = 0;
+    m_breaths = 0;
     m_dialog = std::make_unique<QProgressDialog>(m_window);
     m_label = new QLabel(label);
     m_label->setTextFormat(Qt::PlainText);
@@ -71,7 +72,8 @@ bool RunProgress::isCanceled() const
 
 void RunProgress::breathe()
 {
-    if (!isStarting() && m_sinceBreath.isValid() && m_sinceBreath.elapsed() < breathInterval)
+    ++m_breaths;
+    if (m_breaths > firstSteps && m_sinceBreath.elapsed() < breathInterval)
         return;
     QCoreApplication::processEvents();
     m_sinceBreath.start();

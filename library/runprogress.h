@@ -37,7 +37,8 @@ public:
     /// Changes the number of steps; 0 makes the bar a busy bar.
     void setMaximum(int maximum);
     bool isCanceled() const override;
-    /// Lets pending events through, a hundred times a second at most once a run has got going.
+    /// Lets pending events through: at each of a run's first breaths, then a hundred times a second
+    /// at most.
     void breathe() override;
     /// Closes the dialog. A cancel stays remembered.
     void end();
@@ -55,6 +56,7 @@ private:
     QPointer<QProgressBar> m_bar;
     QElapsedTimer m_sinceShown;
     QElapsedTimer m_sinceBreath;
-    int m_steps = 0; ///< of this run, shown or not
+    int m_steps = 0;   ///< of this run, shown or not
+    int m_breaths = 0; ///< of this run, taken or not
     bool m_canceled = false;
 };

@@ -37,6 +37,7 @@ private slots:
     void paintsWhileTheValueIsSet();
     void showsAShortRunWhole();
     void laysOutFewOfManySteps();
+    void takesFewOfManyBreaths();
     void forgetsCancelAtTheNextRun();
     void replacesAnOpenDialog();
     void countsARequestToEndAsCancel();
@@ -192,6 +193,29 @@ void TestRunProgress::laysOutFewOfManySteps()
     }
     QCOMPARE(last, QStringLiteral("10000 di 10000"));
     QVERIFY2(shown <= 20 + clock.elapsed() / 50, qPrintable(QString::number(shown)));
+}
+
+/// A search through ten thousand files shows no step, and lets events through no more often than
+/// other runs do.
+void TestRunProgress::takesFewOfManyBreaths()
+{
+    constexpr int breaths = 10000;
+    QMainWindow window;
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 0);
+    QElapsedTimer clock;
+    clock.start();
+    qint64 taken = 0;
+    for (int i = 0; i < breaths; ++i) {
+        bool through = false;
+        QMetaObject::invokeMethod(
+            &window, [&through] { through = true; }, Qt::QueuedConnection);
+        progress.breathe();
+        taken += through ? 1 : 0;
+        QCoreApplication::removePostedEvents(&window, QEvent::MetaCall);
+    }
+    QVERIFY2(taken >= 16, qPrintable(QString::number(taken)));
+    QVERIFY2(taken <= 20 + clock.elapsed() / 10, qPrintable(QString::number(taken)));
 }
 
 void TestRunProgress::forgetsCancelAtTheNextRun()
