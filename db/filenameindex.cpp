@@ -1,13 +1,17 @@
 #include "db/filenameindex.h"
 
 #include <algorithm>
-#include <numeric>
+#include <tuple>
 
 namespace
 {
 
 /// SQLite compares up to 50,000 bytes; no name of a file is as long as this.
 constexpr qsizetype longestPattern = 1000;
+
+constexpr qsizetype gramLength = 4;
+/// Stands before and behind every name: no name has it inside.
+constexpr QChar edge = QChar::Null;
 
 bool isWildcard(QChar character)
 {
@@ -59,11 +63,13 @@ bool isLike(QStringView text, QStringView pattern)
     return inPattern == pattern.size();
 }
 
-/// The order of texts read from their ends.
-bool isLessFromEnd(QStringView first, QStringView second)
+/// The first characters of \a text, zeros where it ends: they compare like the text.
+quint64 gramOf(QStringView text)
 {
-    return std::lexicographical_compare(first.rbegin(), first.rend(), second.rbegin(),
-                                        second.rend());
+    quint64 gram = 0;
+    for (qsizetype i = 0; i < gramLength; ++i)
+        gram = gram << 16 | (i < text.size() ? text.at(i).unicode() : 0);
+    return gram;
 }
 
 } // namespace
@@ -73,6 +79,8 @@ void FileNameIndex::add(const QString &name, qint64 rowId)
     const QString text = upperCased(name.section(QChar::Null, 0, 0));
     m_areNamesSimple = m_areNamesSimple && isSimple(text);
     m_names.push_back({text, rowId});
+    m_grams.clear();
+    m_longestName = std::max(m_longestName, text.size());
     if (!m_rowIdByName.contains(text))
         m_rowIdByName.insert(text, rowId);
 }
@@ -91,19 +99,19 @@ std::optional<qint64> FileNameIndex::firstRow(const QString &pattern)
         const auto row = m_rowIdByName.constFind(upper);
         return row == m_rowIdByName.constEnd() ? std::nullopt : std::optional(row.value());
     }
-    sort();
-    const auto end = std::find_if(upper.rbegin(), upper.rend(), isWildcard);
-    const Range byBegin = namesThatBegin(QStringView(upper).first(begin - upper.begin()));
-    const Range byEnd = namesThatEnd(QStringView(upper).last(end - upper.rbegin()));
-    const bool isBeginRarer = byBegin.second - byBegin.first <= byEnd.second - byEnd.first;
-    const Range few = isBeginRarer ? byBegin : byEnd;
+    const auto isRun = [](QChar character) { return character == u'%'; };
+    const auto shortest = upper.size() - std::count_if(upper.begin(), upper.end(), isRun);
+    if (shortest > m_longestName)
+        return std::nullopt;
+    sortGrams();
+    const Range few = rarestGram(edge + upper + edge);
     constexpr size_t many = 8;
     if (static_cast<size_t>(few.second - few.first) > m_names.size() / many)
         return firstRowOfAll(upper);
-    std::optional<size_t> first;
-    for (auto name = few.first; name != few.second; ++name) {
-        if ((!first || *name < *first) && matches(*name, upper))
-            first = *name;
+    std::optional<quint32> first;
+    for (auto gram = few.first; gram != few.second; ++gram) {
+        if ((!first || gram->name < *first) && matches(gram->name, upper))
+            first = gram->name;
     }
     return first ? std::optional(m_names[*first].rowId) : std::nullopt;
 }
@@ -117,43 +125,50 @@ std::optional<qint64> FileNameIndex::firstRowOfAll(QStringView pattern)
     return std::nullopt;
 }
 
-void FileNameIndex::sort()
+void FileNameIndex::sortGrams()
 {
-    if (m_byBegin.size() == m_names.size())
+    if (!m_grams.empty())
         return;
-    m_byBegin.resize(m_names.size());
-    std::iota(m_byBegin.begin(), m_byBegin.end(), 0);
-    m_byEnd = m_byBegin;
-    std::sort(m_byBegin.begin(), m_byBegin.end(),
-              [this](size_t first, size_t second) { return textAt(first) < textAt(second); });
-    std::sort(m_byEnd.begin(), m_byEnd.end(), [this](size_t first, size_t second) {
-        return isLessFromEnd(textAt(first), textAt(second));
+    for (quint32 name = 0; name < m_names.size(); ++name) {
+        const QString text = edge + m_names[name].text + edge;
+        for (qsizetype at = 0; at < text.size() - 1; ++at)
+            m_grams.push_back({gramOf(QStringView(text).sliced(at)), name});
+    }
+    std::sort(m_grams.begin(), m_grams.end(), [](const Gram &first, const Gram &second) {
+        return std::tie(first.text, first.name) < std::tie(second.text, second.name);
     });
 }
 
-FileNameIndex::Range FileNameIndex::namesThatBegin(QStringView text) const
+FileNameIndex::Range FileNameIndex::gramsThatBegin(QStringView text) const
 {
-    const auto begin = [this, &text](size_t name) { return textAt(name).left(text.size()); };
-    const auto first = std::partition_point(m_byBegin.begin(), m_byBegin.end(),
-                                            [&](size_t name) { return begin(name) < text; });
-    const auto last = std::partition_point(first, m_byBegin.end(),
-                                           [&](size_t name) { return begin(name) == text; });
-    return {first, last};
+    const quint64 lowest = gramOf(text);
+    const quint64 span =
+        text.size() < gramLength ? (quint64{1} << 16 * (gramLength - text.size())) - 1 : 0;
+    const auto first = std::partition_point(m_grams.begin(), m_grams.end(),
+                                            [&](const Gram &gram) { return gram.text < lowest; });
+    return {first, std::partition_point(first, m_grams.end(), [&](const Gram &gram) {
+                return gram.text <= (lowest | span);
+            })};
 }
 
-FileNameIndex::Range FileNameIndex::namesThatEnd(QStringView text) const
+FileNameIndex::Range FileNameIndex::rarestGram(QStringView pattern) const
 {
-    const auto end = [this, &text](size_t name) { return textAt(name).right(text.size()); };
-    const auto first = std::partition_point(m_byEnd.begin(), m_byEnd.end(), [&](size_t name) {
-        return isLessFromEnd(end(name), text);
-    });
-    const auto last =
-        std::partition_point(first, m_byEnd.end(), [&](size_t name) { return end(name) == text; });
-    return {first, last};
+    Range rarest{m_grams.begin(), m_grams.end()};
+    for (auto begin = pattern.begin(); begin != pattern.end();) {
+        const auto end = std::find_if(begin, pattern.end(), isWildcard);
+        const QStringView run(begin, end);
+        for (qsizetype at = 0; at == 0 || at + gramLength <= run.size(); ++at) {
+            const Range range = gramsThatBegin(run.sliced(at).left(gramLength));
+            if (range.second - range.first < rarest.second - rarest.first)
+                rarest = range;
+        }
+        begin = std::find_if_not(end, pattern.end(), isWildcard);
+    }
+    return rarest;
 }
 
 bool FileNameIndex::matches(size_t name, QStringView pattern)
 {
     ++m_comparedNames;
-    return isLike(textAt(name), pattern);
+    return isLike(m_names[name].text, pattern);
 }

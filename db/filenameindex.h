@@ -32,20 +32,23 @@ private:
         QString text; ///< A to Z upper-cased
         qint64 rowId = 0;
     };
-    using Order = std::vector<size_t>;
-    using Range = std::pair<Order::const_iterator, Order::const_iterator>;
+    /// Some characters in a row, somewhere in a name.
+    struct Gram {
+        quint64 text = 0;
+        quint32 name = 0; ///< its place in m_names
+    };
+    using Range = std::pair<std::vector<Gram>::const_iterator, std::vector<Gram>::const_iterator>;
 
-    void sort();
+    void sortGrams();
     std::optional<qint64> firstRowOfAll(QStringView pattern);
-    Range namesThatBegin(QStringView text) const;
-    Range namesThatEnd(QStringView text) const;
+    Range gramsThatBegin(QStringView text) const;
+    Range rarestGram(QStringView pattern) const;
     bool matches(size_t name, QStringView pattern);
-    QStringView textAt(size_t name) const { return m_names[name].text; }
 
     std::vector<Name> m_names;            ///< by row
     QHash<QString, qint64> m_rowIdByName; ///< the first row of each
     bool m_areNamesSimple = true;
-    Order m_byBegin; ///< places in m_names; made for the first pattern with wildcards
-    Order m_byEnd;
+    qsizetype m_longestName = 0;
+    std::vector<Gram> m_grams; ///< in order; made for the first pattern with wildcards
     qint64 m_comparedNames = 0;
 };

@@ -82,10 +82,13 @@ class TestFileNameIndex : public QObject
 private slots:
     void findsWhatLikeFinds_data();
     void findsWhatLikeFinds();
+    void findsPartsOfNames();
+    void findsNamesAddedLater();
     void findsNothingInNothing();
     void leavesToSqliteWhatItMayReadInAnotherWay();
     void comparesFewNames_data();
     void comparesFewNames();
+    void comparesFewNamesWithParts();
 };
 
 void TestFileNameIndex::findsWhatLikeFinds_data()
@@ -120,6 +123,44 @@ void TestFileNameIndex::findsWhatLikeFinds()
         found += row ? 1 : 0;
     }
     QVERIFY(found > 100 && found < 2900);
+}
+
+void TestFileNameIndex::findsPartsOfNames()
+{
+    QRandomGenerator random(12);
+    Scan scan;
+    FileNameIndex index;
+    QStringList names;
+    for (int row = 1; row <= 500; ++row) {
+        names << randomText(random, u"abcdEFG1234_"_s, 12);
+        QVERIFY(scan.add(names.last()));
+        index.add(names.last(), row);
+    }
+    int found = 0;
+    for (int i = 0; i < 4000; ++i) {
+        QString part = names.at(random.bounded(static_cast<int>(names.size())));
+        for (int places = random.bounded(3); places > 0 && !part.isEmpty(); --places) {
+            const QString wildcard = randomText(random, u"_%gX"_s, 1);
+            part.replace(random.bounded(static_cast<int>(part.size())), 1, wildcard);
+        }
+        part = part.mid(random.bounded(5));
+        part.chop(random.bounded(5));
+        const QString pattern =
+            randomText(random, u"%"_s, 1) + part + randomText(random, u"%_"_s, 1);
+        const std::optional<qint64> row = scan.firstRow(pattern);
+        QVERIFY2(index.firstRow(pattern) == row, qPrintable(pattern));
+        found += row ? 1 : 0;
+    }
+    QVERIFY(found > 1000 && found < 3000);
+}
+
+void TestFileNameIndex::findsNamesAddedLater()
+{
+    FileNameIndex index;
+    index.add(u"first"_s, 1);
+    QVERIFY(!index.firstRow(u"%other%"_s));
+    index.add(u"another"_s, 2);
+    QCOMPARE(index.firstRow(u"%other%"_s), std::optional<qint64>(2));
 }
 
 void TestFileNameIndex::findsNothingInNothing()
@@ -169,6 +210,24 @@ void TestFileNameIndex::comparesFewNames()
     // A scan compares 4,321 for each.
     QVERIFY2(index.comparedNames() < 100 * names.size(),
              QByteArray::number(index.comparedNames()).constData());
+}
+
+void TestFileNameIndex::comparesFewNamesWithParts()
+{
+    QStringList names;
+    FileNameIndex index = fullIndex(names);
+    for (const QString &name : std::as_const(names)) {
+        QVERIFY(index.firstRow(u'%' + name.mid(2, 4) + u'%'));
+        QVERIFY(!index.firstRow(u'%' + name.mid(2, 4) + u"X%"_s));
+        QVERIFY(index.firstRow(u'%' + name.mid(0, 2) + u'%' + name.mid(5) + u'%'));
+        QVERIFY(!index.firstRow(u"%Q%"_s + name.mid(4) + u'%'));
+    }
+    QVERIFY2(index.comparedNames() < 50 * names.size(),
+             QByteArray::number(index.comparedNames()).constData());
+    // What has more characters than any name is compared with none.
+    const qint64 compared = index.comparedNames();
+    QVERIFY(!index.firstRow(u"%1"_s.repeated(499) + u'%'));
+    QCOMPARE(index.comparedNames(), compared);
 }
 
 BRISEL_TEST_MAIN(QCoreApplication, TestFileNameIndex)
