@@ -79,17 +79,16 @@ void putField(QByteArray &data, qsizetype pos, qsizetype width, const QByteArray
 {
     if (!fits(data, pos, width))
         return;
-    const QByteArray bytes = fieldAt(text, 0, width);
+    const char *end = std::find(text.cbegin(), text.cbegin() + std::min(width, text.size()), '\0');
     char *field = data.data() + pos;
-    std::copy(bytes.cbegin(), bytes.cend(), field);
-    std::fill(field + bytes.size(), field + width, '\0');
+    std::fill(std::copy(text.cbegin(), end, field), field + width, '\0');
 }
 
 QByteArray fieldAt(const QByteArray &data, qsizetype pos, qsizetype width)
 {
     if (pos < 0 || width < 0 || pos >= data.size())
         return {};
-    const QByteArray window = data.mid(pos, width);
+    const auto window = QByteArrayView(data).sliced(pos, std::min(width, data.size() - pos));
     const qsizetype end = window.indexOf('\0');
-    return end < 0 ? window : window.left(end);
+    return (end < 0 ? window : window.first(end)).toByteArray();
 }

@@ -52,9 +52,12 @@ void checkIndexReader(const QByteArray &input)
     IndexSet set;
     set.setRoot(root);
     QList<SongInfoIndex> songs;
-    const bool done = IndexReader::read(set, root, songs);
-    if (done)
+    IndexReader reader;
+    const bool done = reader.read(set, root, songs);
+    if (done) {
+        reader.readTexts(songs);
         checkSongs(songs, fileBytes(root + QStringLiteral("/index.id2")));
+    }
 
     QFile::remove(list);
     Index index;

@@ -94,10 +94,12 @@ void writeIndexSeeds()
     const QList<SongInfoIndex> songs = sampleIndexSongs();
     const QByteArray paths = IndexWriters::pathFile(songs);
     const SongOrder byTitle = SongOrders::byTitle(songs);
-    const QByteArray titles = IndexWriters::titleFile(songs, byTitle).content;
+    const QByteArray records = IndexWriters::songRecords(songs);
+    const QByteArray titles = IndexWriters::titleFile(songs, records, byTitle).content;
     const auto groups = [&](QString SongInfoIndex::*group) {
-        const SongOrder order = SongOrders::byGroup(songs, byTitle, group);
-        return IndexWriters::groupFile(songs, order, group).content;
+        return IndexWriters::groupFile(songs, records, SongOrders::byGroup(songs, byTitle, group),
+                                       group)
+            .content;
     };
     const QByteArray artists = groups(&SongInfoIndex::artist);
     const QByteArray genres = groups(&SongInfoIndex::genre);
@@ -114,8 +116,9 @@ void writeIndexSeeds()
     putByte(numbers, 32, 2);
     putByte(numbers, 64, 0x85);
     const QList<SongInfoIndex> listed = sampleIndexSongs(7);
-    const QByteArray playlist =
-        IndexWriters::titleFile(listed, SongOrders::byTitle(listed)).content;
+    const QByteArray playlist = IndexWriters::titleFile(listed, IndexWriters::songRecords(listed),
+                                                        SongOrders::byTitle(listed))
+                                    .content;
     QByteArray pathFile;
     for (const SongInfoIndex &song : songs)
         pathFile += song.path.toLatin1().leftJustified(64, '\0');
@@ -142,12 +145,14 @@ void writeMemorySeeds()
     const QList<SongInfoIndex> songs = sampleIndexSongs();
     const QByteArray paths = IndexWriters::pathFile(songs);
     const SongOrder byTitle = SongOrders::byTitle(songs);
+    const QByteArray records = IndexWriters::songRecords(songs);
     const auto groups = [&](QString SongInfoIndex::*group) {
-        return IndexWriters::groupFile(songs, SongOrders::byGroup(songs, byTitle, group), group);
+        return IndexWriters::groupFile(songs, records, SongOrders::byGroup(songs, byTitle, group),
+                                       group);
     };
     QByteArray set = joinedPieces(0, paths);
     set += joinedPieces(1, IndexWriters::orderFile(songs, SongOrders::byPath(songs)));
-    const IndexWriters::ListFile titles = IndexWriters::titleFile(songs, byTitle);
+    const IndexWriters::ListFile titles = IndexWriters::titleFile(songs, records, byTitle);
     const IndexWriters::ListFile artists = groups(&SongInfoIndex::artist);
     const IndexWriters::ListFile genres = groups(&SongInfoIndex::genre);
     int part = 2;

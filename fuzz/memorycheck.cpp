@@ -54,5 +54,5 @@ void checkMemoryCheck(const QByteArray &input)
     IndexSet set;
     set.setRoot(root);
     QList<SongInfoIndex> songs;
-    REQUIRE(check.hasDamage() || IndexReader::read(set, root, songs));
+    REQUIRE(check.hasDamage() || IndexReader().read(set, root, songs));
 }

@@ -1,5 +1,7 @@
 #include "index/entrylist.h"
 
+#include "base/lettercase.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -45,7 +47,7 @@ bool isHiddenByAttribute(const QString &path)
     return answered && (attributes & (ATTR_HIDDEN | ATTR_SYS)) != 0;
 }
 
-FileKind kindOf(const dirent &entry, const QString &path)
+FileKind kindOf(const dirent &entry, const QString &folder, const QString &name)
 {
     switch (entry.d_type) {
     case DT_REG:
@@ -54,7 +56,7 @@ FileKind kindOf(const dirent &entry, const QString &path)
         return FileKind::Folder;
     case DT_LNK:
     case DT_UNKNOWN:
-        return fileKind(path);
+        return fileKind(folder + u'/' + name);
     default:
         return FileKind::Other;
     }
@@ -63,7 +65,8 @@ FileKind kindOf(const dirent &entry, const QString &path)
 /// The name of \a entry; empty when it is no text.
 QString nameOf(const dirent &entry)
 {
-    const QByteArray bytes(static_cast<const char *>(entry.d_name));
+    const char *const start = static_cast<const char *>(entry.d_name);
+    const QByteArray bytes = QByteArray::fromRawData(start, qstrlen(start));
     QString name = QFile::decodeName(bytes);
     if (name.contains(QChar::ReplacementCharacter) && QFile::encodeName(name) != bytes)
         name.clear();
@@ -82,9 +85,8 @@ QList<FolderEntry> entriesOf(const QString &folder)
         const QString name = nameOf(*entry);
         if (name.isEmpty() || name.startsWith(u'.'))
             continue;
-        const QString path = folder + u'/' + name;
-        const FileKind kind = kindOf(*entry, path);
-        if (!fat || !isHiddenByAttribute(path))
+        const FileKind kind = kindOf(*entry, folder, name);
+        if (!fat || !isHiddenByAttribute(folder + u'/' + name))
             entries.append({name, kind});
     }
     ::closedir(handle);
@@ -121,18 +123,20 @@ QList<FolderEntry> visibleEntries(const QString &folder)
         QString key;
         FolderEntry entry;
     };
+    QList<FolderEntry> all = entriesOf(folder);
     std::vector<Entry> entries;
-    for (const FolderEntry &entry : entriesOf(folder)) {
+    entries.reserve(static_cast<size_t>(all.size()));
+    for (FolderEntry &entry : all) {
         const bool isShown = entry.kind == FileKind::Regular || entry.kind == FileKind::Folder;
         if (isShown && !entry.name.isEmpty() && !belongsToSystem(entry.name))
-            entries.push_back({entry.name.toLower(), entry});
+            entries.push_back({lowerCased(entry.name), std::move(entry)});
     }
     std::sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) {
         return a.key != b.key ? a.key < b.key : a.entry.name < b.entry.name;
     });
     QList<FolderEntry> visible;
     visible.reserve(static_cast<qsizetype>(entries.size()));
-    for (const Entry &entry : entries)
-        visible.append(entry.entry);
+    for (Entry &entry : entries)
+        visible.append(std::move(entry.entry));
     return visible;
 }

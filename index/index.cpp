@@ -4,7 +4,6 @@
 #include "base/fileidentity.h"
 #include "base/filewriting.h"
 #include "base/runguard.h"
-#include "index/indexreader.h"
 #include "index/playlists.h"
 #include "index/songhead.h"
 #include "library/nocopyrightdialog.h"
@@ -122,6 +121,7 @@ bool Index::rebuild()
     m_nextId = 0;
     m_nextPosidx = 0;
     m_songs.clear();
+    m_reader = IndexReader();
     // Given up here, taken away once the new set is ready to take its place.
     debug() << "delete index";
     const ListRun run = createPathIndex();
@@ -163,7 +163,8 @@ Index::ListRun Index::createPathIndex()
     m_filesFound = 0;
     m_visitedFolders.clear();
     m_renamedIn.clear();
-    m_paths.build(m_songs);
+    m_paths = PathTable();
+    m_expected = 0;
     scanFiles(m_root);
     m_byPath = SongOrders::byPath(m_songs);
     if (m_filesFound > 0 && !RunGuard::endRequested()) {
@@ -176,6 +177,7 @@ Index::ListRun Index::createPathIndex()
         return ListRun::Ended;
     if (m_filesFound == 0 || !m_modified)
         return ListRun::Done;
+    m_reader.readTexts(m_songs);
     const ListRun run = writeSet();
     if (!isSameMemory())
         return ListRun::Gone;
@@ -246,12 +248,16 @@ void Index::removeDeletedItems()
     if (removed > 0)
         m_byPath = SongOrders::byPath(m_songs);
     m_byTitle = SongOrders::byTitle(m_songs);
+    m_byArtist = SongOrders::byGroup(m_songs, m_byTitle, &SongInfoIndex::artist);
+    m_byGenre = SongOrders::byGroup(m_songs, m_byTitle, &SongInfoIndex::genre);
+    m_records = IndexWriters::songRecords(m_songs);
 }
 
 void Index::createMp3TitleIndex()
 {
     debug() << "create mp3 index";
-    m_byTitle = SongOrders::mp3Only(m_songs, m_byTitle);
+    for (SongOrder *order : {&m_byTitle, &m_byArtist.order, &m_byGenre.order})
+        *order = SongOrders::mp3Only(m_songs, *order);
 }
 
 void Index::createTitleIndex()
@@ -284,15 +290,18 @@ void Index::refreshSong(SongInfoIndex &song)
         m_modified = true;
         return;
     }
-    SongInfoIndex fresh = song;
-    fresh.setModified(state.modified);
-    if (!isNew && fresh.date == song.date && fresh.time == song.time)
+    const quint32 date = song.date;
+    const quint32 time = song.time;
+    song.setModified(state.modified);
+    if (!isNew && song.date == date && song.time == time)
         return;
     // A known song that can't be looked at now keeps what is known of it, for another day.
-    if (!isNew && !SongHead::read(song.absolutePath, m_prefix, state))
+    if (!isNew && !SongHead::read(song.absolutePath, m_prefix, state)) {
+        song.date = date;
+        song.time = time;
         return;
-    SongHead::parse(m_prefix, fresh);
-    song = fresh;
+    }
+    SongHead::parse(m_prefix, song);
     m_modified = true;
 }
 
@@ -308,7 +317,7 @@ void Index::createBriselDir()
 qint32 Index::loadAllIndexFile()
 {
     m_nextPosidx = 0;
-    if (!IndexReader::read(m_set, m_root, m_songs))
+    if (!m_reader.read(m_set, m_root, m_songs))
         return -1;
     m_nextPosidx = static_cast<quint16>(m_songs.size());
     if (!m_songs.isEmpty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "index/indexreader.h"
 #include "index/indexset.h"
 #include "index/indexwriters.h"
 #include "index/pathtable.h"
@@ -90,7 +91,7 @@ private:
     void scanFile(const QString &longPath);
     static bool checkFileExt(QStringView suffix);
     bool addFileToIndex(const QString &full);
-    void meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met);
+    void meetKnownSong(qsizetype position, const QString &full, const QString &path);
     QString renameLongFileName(const QString &path);
     bool flushRenames();
     void askRename(const QString &path, const QString &candidate);
@@ -106,7 +107,8 @@ private:
     qint32 writeNumFile();
     qint32 stageFile(const QString &fileName, const QByteArray &content);
     qint32 stageList(const QString &fileName, const IndexWriters::ListFile &list);
-    qint32 stageGroups(const QString &fileName, QString SongInfoIndex::*group);
+    qint32 stageGroups(const QString &fileName, const SongOrders::Groups &groups,
+                       QString SongInfoIndex::*group);
 
     Playlists::Preparation createPlaylistFilePath();
     bool restorePlaylistFilePath();
@@ -119,7 +121,11 @@ private:
     RenameQuestion m_question;
     QList<SongInfoIndex> m_songs; ///< in the order of their record numbers
     SongOrder m_byPath;
-    SongOrder m_byTitle; ///< of all songs, or of the MP3s while their files are written
+    // Of all songs, or of the MP3s while their files are written.
+    SongOrder m_byTitle;
+    SongOrders::Groups m_byArtist;
+    SongOrders::Groups m_byGenre;
+    QByteArray m_records; ///< the song records of all songs, by position
     QList<qint16> m_playlists;
     quint32 m_lastId = 0;
     quint32 m_nextId = 0;
@@ -133,6 +139,8 @@ private:
     std::array<quint16, 6> m_counts{};
     QByteArray m_prefix; ///< of the song that is read; kept for its room
     PathTable m_paths;
+    qsizetype m_expected = 0; ///< position of the song that the walk should meet next
+    IndexReader m_reader;
     QSet<QString> m_visitedFolders;
     QSet<QString> m_renamedIn; ///< folders whose entries got new names in this run
 };

@@ -86,12 +86,19 @@ bool Index::addFileToIndex(const QString &full)
         emit errorFromIndex(tr("File non importato, path troppo lungo: ") + full);
         return false;
     }
+    // Songs are met in the order in which they were added, as a rule.
+    if (m_expected < m_songs.size() && m_songs.at(m_expected).path == path) {
+        meetKnownSong(m_expected, full, path);
+        return true;
+    }
     SongInfoIndex song;
     song.absolutePath = full;
     song.setPath(path);
-    const qsizetype known = m_paths.find(m_songs, song);
+    m_paths.enter(m_songs);
+    const size_t hash = PathTable::pathHash(song);
+    const qsizetype known = m_paths.find(m_songs, song, hash);
     if (known >= 0) {
-        meetKnownSong(m_songs[known], song);
+        meetKnownSong(known, full, path);
         return true;
     }
     if (m_nextPosidx >= SongInfoIndex::maxSongs || m_nextId == SongInfoIndex::deletedId) {
@@ -100,25 +107,26 @@ bool Index::addFileToIndex(const QString &full)
     }
     song.id = m_nextId++;
     song.posidx = m_nextPosidx++;
-    m_paths.add(song, m_songs.size());
-    m_songs.append(song);
+    m_paths.add(hash);
+    m_songs.append(std::move(song));
     m_modified = true;
     return true;
 }
 
-/// The file \a met has the path of \a known, which keeps its id.
-void Index::meetKnownSong(SongInfoIndex &known, const SongInfoIndex &met)
+/// The file \a full has the path of the song at \a position, which keeps its id.
+void Index::meetKnownSong(qsizetype position, const QString &full, const QString &path)
 {
+    SongInfoIndex &known = m_songs[position];
+    m_expected = position + 1;
     // Read back as Latin-1, a path with other characters may be that of another song now.
     if (!isAscii(known.path)) {
         known.date = 0;
         known.time = 0;
     }
     // Renamed in letter case only: on a memory that tells them apart the old name finds nothing.
-    if (known.absolutePath != met.absolutePath &&
-        fileKind(known.absolutePath) == FileKind::Missing) {
-        known.absolutePath = met.absolutePath;
-        known.setPath(met.path);
+    if (known.absolutePath != full && fileKind(known.absolutePath) == FileKind::Missing) {
+        known.absolutePath = full;
+        known.setPath(path);
         m_modified = true;
     }
 }

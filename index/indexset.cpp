@@ -136,7 +136,9 @@ bool IndexSet::stage(const QString &name, const QByteArray &content)
         m_stagingFailed = true;
         return false;
     }
-    m_staged.append({name, content.size(), checksumOf(content)});
+    // Playlists are too many to be kept; they are read back.
+    m_staged.append({name, content.size(), checksumOf(content),
+                     names().contains(name) ? content : QByteArray()});
     return true;
 }
 
@@ -236,7 +238,7 @@ bool IndexSet::readMark(QList<StagedFile> &files) const
             return false;
         const QList<QByteArray> parts = mark.mid(start, lineEnd - start).split(' ');
         const QString name = QString::fromLatin1(parts.value(2));
-        files.append({name, parts.value(1).toLongLong(), parts.value(0)});
+        files.append({name, parts.value(1).toLongLong(), parts.value(0), {}});
         QByteArray content;
         if (parts.size() != 3 || found.contains(name) || !isReplaceable(name) ||
             !readStaged(files.last(), content))
@@ -275,8 +277,8 @@ bool IndexSet::swap(const QList<StagedFile> &files)
 
 bool IndexSet::placeStaged(const StagedFile &file)
 {
-    QByteArray content;
-    if (!readStaged(file, content))
+    QByteArray content = file.content;
+    if (content.isNull() && !readStaged(file, content))
         return false;
     // A rename that is cut can leave two names on one file. It is for files that must appear at
     // once: the last one, and playlists that are still the old ones. The others may be torn.

@@ -59,6 +59,7 @@ private:
         QString name;
         qint64 size = 0;
         QByteArray checksum;
+        QByteArray content; ///< of the set's own files, while the run that wrote them lasts
     };
 
     QString workFolder() const;

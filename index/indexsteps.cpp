@@ -20,19 +20,19 @@ qint32 Index::writeOrdIndex()
 qint32 Index::writeTitleIndex(const QString &fileName)
 {
     debug() << "write title index";
-    return stageList(fileName, IndexWriters::titleFile(m_songs, m_byTitle));
+    return stageList(fileName, IndexWriters::titleFile(m_songs, m_records, m_byTitle));
 }
 
 qint32 Index::writeArtistIndex(const QString &fileName)
 {
     debug() << "write artist index";
-    return stageGroups(fileName, &SongInfoIndex::artist);
+    return stageGroups(fileName, m_byArtist, &SongInfoIndex::artist);
 }
 
 qint32 Index::writeGenreIndex(const QString &fileName)
 {
     debug() << "write genre index";
-    return stageGroups(fileName, &SongInfoIndex::genre);
+    return stageGroups(fileName, m_byGenre, &SongInfoIndex::genre);
 }
 
 qint32 Index::writeAlphaBuffer(const QString &fileName)
@@ -58,10 +58,10 @@ qint32 Index::stageList(const QString &fileName, const IndexWriters::ListFile &l
     return m_set.stage(fileName, list.content) ? list.count : -1;
 }
 
-qint32 Index::stageGroups(const QString &fileName, QString SongInfoIndex::*group)
+qint32 Index::stageGroups(const QString &fileName, const SongOrders::Groups &groups,
+                          QString SongInfoIndex::*group)
 {
-    const SongOrder order = SongOrders::byGroup(m_songs, m_byTitle, group);
-    return stageList(fileName, IndexWriters::groupFile(m_songs, order, group));
+    return stageList(fileName, IndexWriters::groupFile(m_songs, m_records, groups, group));
 }
 
 Playlists::Preparation Index::createPlaylistFilePath()

@@ -3,6 +3,16 @@
 #include "base/bytes.h"
 #include "base/songtext.h"
 
+namespace
+{
+
+QByteArrayView recordOf(const QByteArray &records, qsizetype position)
+{
+    return QByteArrayView(records).sliced(position * IndexRecord::size, IndexRecord::size);
+}
+
+} // namespace
+
 QByteArray IndexWriters::pathFile(const QList<SongInfoIndex> &songs)
 {
     QByteArray content;
@@ -20,34 +30,50 @@ QByteArray IndexWriters::orderFile(const QList<SongInfoIndex> &songs, const Song
     return content;
 }
 
-IndexWriters::ListFile IndexWriters::titleFile(const QList<SongInfoIndex> &songs,
-                                               const SongOrder &byTitle)
+QByteArray IndexWriters::songRecords(const QList<SongInfoIndex> &songs)
 {
+    QByteArray records;
+    records.reserve(songs.size() * IndexRecord::size);
+    for (const SongInfoIndex &song : songs)
+        SongRecord(song).appendTo(records);
+    return records;
+}
+
+IndexWriters::ListFile IndexWriters::titleFile(const QList<SongInfoIndex> &songs,
+                                               const QByteArray &records, const SongOrder &byTitle)
+{
+    constexpr char unknownLetter = '?'; // many letters become it
     ListFile file;
     file.content.reserve(byTitle.size() * IndexRecord::size);
+    char previous = unknownLetter;
     for (const qsizetype position : byTitle) {
-        const SongInfoIndex &song = songs.at(position);
-        file.alphabet.add(song.title, static_cast<quint32>(file.content.size()));
-        SongRecord(song).appendTo(file.content);
+        const QByteArrayView record = recordOf(records, position);
+        const char first = record.at(SongRecord::titleAt);
+        if (first != previous || first == unknownLetter)
+            file.alphabet.add(songs.at(position).title, static_cast<quint32>(file.content.size()));
+        previous = first;
+        file.content += record;
         ++file.count;
     }
     return file;
 }
 
 IndexWriters::ListFile IndexWriters::groupFile(const QList<SongInfoIndex> &songs,
-                                               const SongOrder &order,
+                                               const QByteArray &records,
+                                               const SongOrders::Groups &groups,
                                                QString SongInfoIndex::*group)
 {
+    constexpr int none = -1;
     ListFile file;
-    file.content.reserve(order.size() * 2 * IndexRecord::size);
-    // An empty name at the start equals this one and gets no header: names are never empty.
-    QString previous;
+    file.content.reserve(groups.order.size() * 2 * IndexRecord::size);
+    int previous = none;
     qsizetype headerAt = -1;
     quint16 songsInGroup = 0;
-    for (const qsizetype position : order) {
-        const SongInfoIndex &song = songs.at(position);
-        const QString &name = song.*group;
-        if (name != previous && QString::compare(name, previous, Qt::CaseInsensitive) != 0) {
+    for (const qsizetype position : groups.order) {
+        const int number = groups.numbers.at(position);
+        // An empty name at the start gets no header: names are never empty.
+        if (number != previous && !(previous == none && (songs.at(position).*group).isEmpty())) {
+            const QString &name = songs.at(position).*group;
             GroupHeader header;
             header.previousCount = songsInGroup;
             header.name = songBytes(name);
@@ -57,11 +83,11 @@ IndexWriters::ListFile IndexWriters::groupFile(const QList<SongInfoIndex> &songs
             ++file.count;
             songsInGroup = 0;
         }
-        SongRecord(song).appendTo(file.content);
+        file.content += recordOf(records, position);
         ++songsInGroup;
         if (headerAt >= 0)
             putBe16(file.content, headerAt + 2, songsInGroup);
-        previous = name;
+        previous = number;
     }
     return file;
 }

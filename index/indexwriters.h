@@ -20,11 +20,14 @@ struct ListFile {
 QByteArray pathFile(const QList<SongInfoIndex> &songs);
 /// "ordfile.id2" of \a songs; \a byPath is their order.
 QByteArray orderFile(const QList<SongInfoIndex> &songs, const SongOrder &byPath);
-/// "title.id2" of those of \a songs that \a byTitle names.
-ListFile titleFile(const QList<SongInfoIndex> &songs, const SongOrder &byTitle);
-/// "artist.id2" or "genre.id2" of those of \a songs that \a order names; \a group is the field.
-ListFile groupFile(const QList<SongInfoIndex> &songs, const SongOrder &order,
-                   QString SongInfoIndex::*group);
+/// The song records of \a songs, in their order: each list copies those it needs.
+QByteArray songRecords(const QList<SongInfoIndex> &songs);
+/// "title.id2" of those of \a songs that \a byTitle names; \a records are those of all.
+ListFile titleFile(const QList<SongInfoIndex> &songs, const QByteArray &records,
+                   const SongOrder &byTitle);
+/// "artist.id2" or "genre.id2" of those of \a songs that \a groups order; \a group is the field.
+ListFile groupFile(const QList<SongInfoIndex> &songs, const QByteArray &records,
+                   const SongOrders::Groups &groups, QString SongInfoIndex::*group);
 /// "fsinfos.id2".
 QByteArray countFile(const std::array<quint16, 6> &counts);
 

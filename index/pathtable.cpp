@@ -1,31 +1,22 @@
 #include "index/pathtable.h"
 
-namespace
-{
+#include <QVarLengthArray>
 
-/// Equal for what counts as the same path, and not to be foreseen by whoever fills a memory.
-size_t pathHash(const SongInfoIndex &song)
+#include <algorithm>
+
+void PathTable::enter(const QList<SongInfoIndex> &songs)
 {
-    return qHashMulti(QHashSeed::globalSeed(), foldedText(song.path), song.pathKey);
+    for (qsizetype i = m_entries.size(); i < songs.size(); ++i)
+        add(pathHash(songs.at(i)));
 }
 
-} // namespace
-
-void PathTable::build(const QList<SongInfoIndex> &songs)
+void PathTable::add(size_t hash)
 {
-    *this = PathTable();
-    m_entries.reserve(songs.size());
-    for (qsizetype i = 0; i < songs.size(); ++i)
-        add(songs.at(i), i);
-}
-
-void PathTable::add(const SongInfoIndex &song, qsizetype index)
-{
-    m_entries.append({pathHash(song), none});
+    m_entries.append({hash, none});
     if (m_entries.size() * 2 > m_slots.size())
         grow();
     else
-        enter(index);
+        enter(m_entries.size() - 1);
 }
 
 qsizetype PathTable::slotOf(size_t hash) const
@@ -54,12 +45,19 @@ void PathTable::grow()
         enter(i);
 }
 
-qsizetype PathTable::find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted) const
+qsizetype PathTable::find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted)
+{
+    return find(songs, wanted, pathHash(wanted));
+}
+
+qsizetype PathTable::find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted,
+                          size_t hash)
 {
     if (m_entries.isEmpty())
         return none;
-    for (qsizetype index = m_slots.at(slotOf(pathHash(wanted))); index != none;
+    for (qsizetype index = m_slots.at(slotOf(hash)); index != none;
          index = m_entries.at(index).next) {
+        ++m_steps;
         const SongInfoIndex &song = songs.at(index);
         if (song.pathKey == wanted.pathKey &&
             (song.path == wanted.path ||
@@ -86,4 +84,14 @@ qsizetype PathTable::findBytes(const QList<SongInfoIndex> &songs, const QByteArr
         return *sameKey;
     wanted.setPath(QString::fromLatin1(bytes));
     return find(songs, wanted);
+}
+
+size_t PathTable::pathHash(const SongInfoIndex &song)
+{
+    constexpr qsizetype room = 64; // letters; every path that a record can hold
+    QVarLengthArray<QChar, room> letters(song.path.size());
+    std::copy(song.path.cbegin(), song.path.cend(), letters.begin());
+    foldLetters(letters.data(), letters.size());
+    const size_t byKey = qHash(song.pathKey, QHashSeed::globalSeed());
+    return qHash(QStringView(letters.constData(), letters.size()), byKey);
 }

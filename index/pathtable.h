@@ -12,13 +12,19 @@
 class PathTable
 {
 public:
-    /// Enters all of \a songs.
-    void build(const QList<SongInfoIndex> &songs);
-    /// Enters the song that stands at \a index of the list, the next one after those entered.
-    void add(const SongInfoIndex &song, qsizetype index);
+    /// Enters those of \a songs that are not entered yet: the list may have grown at its end.
+    void enter(const QList<SongInfoIndex> &songs);
+    /// Enters the next song of the list by its pathHash().
+    void add(size_t hash);
 
     /// The index of the song with the path of \a wanted, ignoring case; -1 when there is none.
-    qsizetype find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted) const;
+    qsizetype find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted);
+    /// As above; \a hash is the pathHash() of \a wanted.
+    qsizetype find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted, size_t hash);
+    /// Equal for what counts as the same path, and not to be foreseen by whoever fills a memory.
+    static size_t pathHash(const SongInfoIndex &song);
+    /// How many songs were looked at to find others.
+    qsizetype steps() const { return m_steps; }
     /// The index of the song that a path file's \a bytes name; -1 when there is none, or when
     /// several could be meant: a neighbour must not take a song's place.
     qsizetype findBytes(const QList<SongInfoIndex> &songs, const QByteArray &bytes);
@@ -39,6 +45,7 @@ private:
 
     QList<Entry> m_entries;   ///< one for each song
     QList<qsizetype> m_slots; ///< the last song of each hash, by open addressing
-    qsizetype m_keyed = 0;    ///< how many songs m_byKey has: only playlists ask for keys
+    qsizetype m_steps = 0;
+    qsizetype m_keyed = 0; ///< how many songs m_byKey has: only playlists ask for keys
     QHash<QByteArray, qsizetype> m_byKey; ///< \c several where songs share a sort key
 };

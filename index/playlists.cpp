@@ -44,10 +44,7 @@ QByteArray pathRecords(const QByteArray &playlist, const QList<SongInfoIndex> &s
 class RecordFinder
 {
 public:
-    explicit RecordFinder(const QList<SongInfoIndex> &songs) : m_songs(songs)
-    {
-        m_table.build(songs);
-    }
+    explicit RecordFinder(const QList<SongInfoIndex> &songs) : m_songs(songs) {}
 
     /// The song records of the path records \a paths. A path that no song has gives none.
     QByteArray songRecords(const QByteArray &paths)
@@ -68,6 +65,7 @@ private:
         const auto known = m_known.constFind(path);
         if (known != m_known.cend())
             return *known;
+        m_table.enter(m_songs);
         const qsizetype found = m_table.findBytes(m_songs, path);
         QByteArray record = found < 0 ? QByteArray() : SongRecord(m_songs.at(found)).bytes();
         // A memory of strange playlists could name any number of paths.

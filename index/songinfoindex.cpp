@@ -1,5 +1,7 @@
 #include "index/songinfoindex.h"
 
+#include "base/lettercase.h"
+
 #include <QDateTime>
 #include <QTextCodec>
 
@@ -72,7 +74,7 @@ void SongInfoIndex::setModified(qint64 seconds)
 
 QString stringToUpper(const QString &text)
 {
-    return text.toUpper();
+    return upperCased(text);
 }
 
 QByteArray pathBytes(const QString &path)
@@ -96,13 +98,18 @@ QByteArray pathSortKey(const QString &path)
 QString foldedText(const QString &text)
 {
     QString folded = text;
-    QChar *const letters = folded.data();
-    for (qsizetype i = 0; i < folded.size(); ++i) {
+    foldLetters(folded.data(), folded.size());
+    return folded;
+}
+
+void foldLetters(QChar *letters, qsizetype count)
+{
+    for (qsizetype i = 0; i < count; ++i) {
         const char16_t letter = letters[i].unicode();
         if (letter < 0x80) {
             if (letter >= u'A' && letter <= u'Z')
                 letters[i] = QChar(static_cast<char16_t>(letter + (u'a' - u'A')));
-        } else if (letters[i].isHighSurrogate() && i + 1 < folded.size() &&
+        } else if (letters[i].isHighSurrogate() && i + 1 < count &&
                    letters[i + 1].isLowSurrogate()) {
             const char32_t wide =
                 QChar::toCaseFolded(QChar::surrogateToUcs4(letters[i], letters[i + 1]));
@@ -112,7 +119,6 @@ QString foldedText(const QString &text)
             letters[i] = letters[i].toCaseFolded();
         }
     }
-    return folded;
 }
 
 bool compareByPath(const SongInfoIndex &a, const SongInfoIndex &b)

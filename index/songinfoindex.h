@@ -46,6 +46,7 @@ public:
     quint32 date = 0;   ///< last modification: year x 10000 + month x 100 + day
     quint32 time = 0;   ///< last modification: hour x 10000 + minute x 100 + second
 };
+Q_DECLARE_TYPEINFO(SongInfoIndex, Q_RELOCATABLE_TYPE);
 
 /// \a text upper-cased by the rules of Unicode; nothing else changes.
 QString stringToUpper(const QString &text);
@@ -53,6 +54,8 @@ QString stringToUpper(const QString &text);
 /// \a text as QString::compare() sees it when it ignores case: folded letter by letter, so that
 /// none becomes two.
 QString foldedText(const QString &text);
+/// Folds \a count letters where they stand, as foldedText() does.
+void foldLetters(QChar *letters, qsizetype count);
 
 /// \a path in code page "IBM 850", in which the player keeps paths; '?' for what the page lacks.
 QByteArray pathBytes(const QString &path);

@@ -1,6 +1,9 @@
 #include "index/songorders.h"
 
+#include "index/runsort.h"
+
 #include <QHash>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <numeric>
@@ -9,13 +12,29 @@
 namespace
 {
 
-/// The first letters of \a folded as a number that has their order.
-quint64 startOf(const QString &folded)
+/// The first letters of a title, folded, as two numbers that have their order. Titles whose
+/// numbers are equal are to be compared whole.
+struct TitleStart {
+    quint64 first = 0;
+    quint64 second = 0;
+};
+
+TitleStart startOf(const QString &title)
 {
-    constexpr qsizetype letters = 4;
-    quint64 start = 0;
-    for (qsizetype i = 0; i < letters; ++i)
-        start = start << 16 | (i < folded.size() ? folded.at(i).unicode() : 0U);
+    constexpr qsizetype most = 16;    // letters: 8 in either number
+    constexpr int bits = 8;           // of one letter
+    constexpr char16_t others = 0xFF; // all letters from here on are one to the start, and end it
+    QVarLengthArray<QChar, most> letters(std::min(title.size(), most));
+    std::copy_n(title.cbegin(), letters.size(), letters.begin());
+    foldLetters(letters.data(), letters.size());
+    TitleStart start;
+    for (qsizetype i = 0; i < letters.size(); ++i) {
+        const char16_t letter = std::min(letters.at(i).unicode(), others);
+        quint64 &number = i < most / 2 ? start.first : start.second;
+        number |= quint64{letter} << (bits * (most / 2 - 1 - i % (most / 2)));
+        if (letter == others)
+            break;
+    }
     return start;
 }
 
@@ -25,7 +44,7 @@ SongOrder SongOrders::byPath(const QList<SongInfoIndex> &songs)
 {
     SongOrder order(songs.size());
     std::iota(order.begin(), order.end(), 0);
-    std::sort(order.begin(), order.end(), [&songs](qsizetype a, qsizetype b) {
+    sortRuns(order, [&songs](qsizetype a, qsizetype b) {
         const int keys = qstrcmp(songs.at(a).pathKey.constData(), songs.at(b).pathKey.constData());
         return keys != 0 ? keys < 0 : songs.at(a).path < songs.at(b).path;
     });
@@ -35,22 +54,22 @@ SongOrder SongOrders::byPath(const QList<SongInfoIndex> &songs)
 SongOrder SongOrders::byTitle(const QList<SongInfoIndex> &songs)
 {
     struct Entry {
-        quint64 start;
+        TitleStart start;
         qsizetype position;
     };
-    QStringList titles;
     std::vector<Entry> entries;
-    titles.reserve(songs.size());
     entries.reserve(static_cast<size_t>(songs.size()));
-    for (qsizetype i = 0; i < songs.size(); ++i) {
-        titles.append(foldedText(songs.at(i).title));
-        entries.push_back({startOf(titles.last()), i});
-    }
+    for (qsizetype i = 0; i < songs.size(); ++i)
+        entries.push_back({startOf(songs.at(i).title), i});
     std::sort(entries.begin(), entries.end(), [&](const Entry &a, const Entry &b) {
-        if (a.start != b.start)
-            return a.start < b.start;
-        const int order = titles.at(a.position).compare(titles.at(b.position));
-        return order != 0 ? order < 0 : songs.at(a.position).path < songs.at(b.position).path;
+        if (a.start.first != b.start.first)
+            return a.start.first < b.start.first;
+        if (a.start.second != b.start.second)
+            return a.start.second < b.start.second;
+        const SongInfoIndex &one = songs.at(a.position);
+        const SongInfoIndex &other = songs.at(b.position);
+        const int order = QString::compare(one.title, other.title, Qt::CaseInsensitive);
+        return order != 0 ? order < 0 : one.path < other.path;
     });
     SongOrder order;
     order.reserve(songs.size());
@@ -59,36 +78,42 @@ SongOrder SongOrders::byTitle(const QList<SongInfoIndex> &songs)
     return order;
 }
 
-SongOrder SongOrders::byGroup(const QList<SongInfoIndex> &songs, const SongOrder &byTitle,
-                              QString SongInfoIndex::*group)
+SongOrders::Groups SongOrders::byGroup(const QList<SongInfoIndex> &songs, const SongOrder &byTitle,
+                                       QString SongInfoIndex::*group)
 {
-    QHash<QString, qsizetype> numbers;
-    QList<qsizetype> numberOf; // by position
-    numberOf.reserve(songs.size());
+    QHash<QString, int> known; // names as they are written; few songs have a new one
+    QHash<QString, int> folded;
+    Groups groups;
+    groups.numbers.reserve(songs.size());
     for (const SongInfoIndex &song : songs) {
-        const QString name = foldedText(song.*group);
-        auto number = numbers.find(name);
-        if (number == numbers.end())
-            number = numbers.insert(name, numbers.size());
-        numberOf.append(*number);
+        const QString &name = song.*group;
+        auto number = known.constFind(name);
+        if (number == known.cend()) {
+            const QString key = foldedText(name);
+            const int next = static_cast<int>(folded.size());
+            if (!folded.contains(key))
+                folded.insert(key, next);
+            number = known.insert(name, folded.value(key));
+        }
+        groups.numbers.append(*number);
     }
-    QStringList names = numbers.keys();
+    QStringList names = folded.keys();
     std::sort(names.begin(), names.end());
     // Where the songs of each group begin.
     QList<qsizetype> sizes(names.size(), 0);
     for (const qsizetype position : byTitle)
-        ++sizes[numberOf.at(position)];
+        ++sizes[groups.numbers.at(position)];
     QList<qsizetype> next(names.size(), 0);
     qsizetype start = 0;
     for (const QString &name : std::as_const(names)) {
-        const qsizetype number = numbers.value(name);
+        const int number = folded.value(name);
         next[number] = start;
         start += sizes.at(number);
     }
-    SongOrder order(byTitle.size());
+    groups.order.resize(byTitle.size());
     for (const qsizetype position : byTitle)
-        order[next[numberOf.at(position)]++] = position;
-    return order;
+        groups.order[next[groups.numbers.at(position)]++] = position;
+    return groups;
 }
 
 SongOrder SongOrders::mp3Only(const QList<SongInfoIndex> &songs, const SongOrder &order)

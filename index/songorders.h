@@ -13,13 +13,20 @@ using SongOrder = QList<qsizetype>;
 namespace SongOrders
 {
 
-/// As compareByPath; paths have their keys.
+/// Songs by their artist or genre.
+struct Groups {
+    SongOrder order;
+    QList<int> numbers; ///< by position: the same for songs of one group
+};
+
+/// As compareByPath; paths have their keys. A list that stands in this order, or nearly, takes
+/// little more than one comparison a song.
 SongOrder byPath(const QList<SongInfoIndex> &songs);
 /// As compareTitle.
 SongOrder byTitle(const QList<SongInfoIndex> &songs);
 /// The songs of \a byTitle by \a group, which is the artist or the genre, and then as they were.
-SongOrder byGroup(const QList<SongInfoIndex> &songs, const SongOrder &byTitle,
-                  QString SongInfoIndex::*group);
+Groups byGroup(const QList<SongInfoIndex> &songs, const SongOrder &byTitle,
+               QString SongInfoIndex::*group);
 /// The songs of \a order that are MP3s.
 SongOrder mp3Only(const QList<SongInfoIndex> &songs, const SongOrder &order);
 

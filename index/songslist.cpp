@@ -12,8 +12,8 @@ SongOrder listOrder(const QList<SongInfoIndex> &songs, SORT_MODE mode)
 {
     SongOrder byTitle = SongOrders::byTitle(songs);
     if (mode == SortByGenre)
-        return SongOrders::byGroup(songs, byTitle, &SongInfoIndex::genre);
-    return mode == SortByArtist ? SongOrders::byGroup(songs, byTitle, &SongInfoIndex::artist)
+        return SongOrders::byGroup(songs, byTitle, &SongInfoIndex::genre).order;
+    return mode == SortByArtist ? SongOrders::byGroup(songs, byTitle, &SongInfoIndex::artist).order
                                 : byTitle;
 }
 
@@ -26,6 +26,7 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
         return -1;
     if (loadAllIndexFile() < 0)
         return 0;
+    m_reader.readTexts(m_songs);
     emit progressMaxSetup(static_cast<int>(m_songs.size()));
 
     QByteArray list;

@@ -365,7 +365,9 @@ void TestFormatPages::orderFile()
     IndexSet set;
     set.setRoot(memory.root());
     QList<SongInfoIndex> songs;
-    QVERIFY(IndexReader::read(set, memory.root(), songs));
+    IndexReader reader;
+    QVERIFY(reader.read(set, memory.root(), songs));
+    reader.readTexts(songs);
     QCOMPARE(songs.size(), 1);
     QCOMPARE(songs.first().path, u"/BASI/SONG1.MID"_qs);
     QCOMPARE(songs.first().posidx, 0);

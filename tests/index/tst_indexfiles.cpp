@@ -212,8 +212,9 @@ void TestIndexFiles::givesSongsWithoutNameNoHeader()
 {
     SongInfoIndex song;
     song.title = u"A"_qs;
-    const IndexWriters::ListFile file =
-        IndexWriters::groupFile({song, song}, {0, 1}, &SongInfoIndex::artist);
+    const QList<SongInfoIndex> songs{song, song};
+    const IndexWriters::ListFile file = IndexWriters::groupFile(
+        songs, IndexWriters::songRecords(songs), {{0, 1}, {0, 0}}, &SongInfoIndex::artist);
     QCOMPARE(file.count, 0);
     QCOMPARE(file.content,
              songRecord("00000000", "A", "0000") + songRecord("00000000", "A", "0000"));

@@ -68,9 +68,8 @@ void TestIndexLooks::looksAtEachSongOnce()
              qPrintable(QString::number(built.asked)));
     QVERIFY2(built.reads >= songs && built.reads <= songs + others,
              qPrintable(QString::number(built.reads)));
-    // The set itself, five records a song, is read back once while it is put in its place.
-    constexpr long perSong = headSize + 6 * 64;
-    QVERIFY2(built.bytes >= long{songs} * headSize && built.bytes <= songs * perSong + (1 << 16),
+    QVERIFY2(built.bytes >= long{songs} * headSize &&
+                 built.bytes <= long{songs} * headSize + (1 << 16),
              qPrintable(QString::number(built.bytes)));
     // A known song is asked for its date.
     const Looks::Counts updated = looksOf(memory, &Index::updateIndex);

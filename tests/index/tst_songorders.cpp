@@ -1,3 +1,4 @@
+#include "index/runsort.h"
 #include "index/songorders.h"
 #include "tests/testhome.h"
 
@@ -67,7 +68,8 @@ QList<SongInfoIndex> anySongs()
     QList<SongInfoIndex> songs;
     for (int i = 0; i < count; ++i) {
         songs.append(song(u'/' + anyText(random, 3) + QString::number(i % 7) + u".mid"_s,
-                          anyText(random, 6), anyText(random, 2)));
+                          u"A plain beginning"_s.left(i % 19) + anyText(random, 6),
+                          anyText(random, 2)));
         songs.last().genre = anyText(random, 1);
         songs.last().type = i % 3 == 0 ? SongInfoIndex::Mp3 : SongInfoIndex::Midi;
     }
@@ -95,6 +97,10 @@ private slots:
     void takesLettersAsPlainComparisonsDo();
     void keepsOnlyMp3s();
     void takesEmptyLists();
+    void sortsRunsOfAllKinds();
+    void comparesSortedListsOnce();
+    void comparesNoMoreThanSortingNeeds_data();
+    void comparesNoMoreThanSortingNeeds();
 };
 
 void TestSongOrders::breaksTiesByPathOnDisk()
@@ -107,7 +113,7 @@ void TestSongOrders::breaksTiesByPathOnDisk()
     const SongOrder byTitle = SongOrders::byTitle(alike);
     const QStringList byPathOnDisk{u"/B"_s, u"/a"_s, u"/c"_s};
     QCOMPARE(pathsIn(alike, byTitle), byPathOnDisk);
-    QCOMPARE(pathsIn(alike, SongOrders::byGroup(alike, byTitle, &SongInfoIndex::artist)),
+    QCOMPARE(pathsIn(alike, SongOrders::byGroup(alike, byTitle, &SongInfoIndex::artist).order),
              byPathOnDisk);
 }
 
@@ -118,9 +124,9 @@ void TestSongOrders::takesLettersAsPlainComparisonsDo()
              pathsIn(songs, plainOrder(songs, compareByPath)));
     const SongOrder byTitle = SongOrders::byTitle(songs);
     QCOMPARE(keysIn(songs, byTitle), keysIn(songs, plainOrder(songs, compareTitle)));
-    QCOMPARE(keysIn(songs, SongOrders::byGroup(songs, byTitle, &SongInfoIndex::artist)),
+    QCOMPARE(keysIn(songs, SongOrders::byGroup(songs, byTitle, &SongInfoIndex::artist).order),
              keysIn(songs, plainOrder(songs, compareArtist)));
-    QCOMPARE(keysIn(songs, SongOrders::byGroup(songs, byTitle, &SongInfoIndex::genre)),
+    QCOMPARE(keysIn(songs, SongOrders::byGroup(songs, byTitle, &SongInfoIndex::genre).order),
              keysIn(songs, plainOrder(songs, compareGenre)));
 }
 
@@ -138,7 +144,69 @@ void TestSongOrders::takesEmptyLists()
 {
     QVERIFY(SongOrders::byPath({}).isEmpty());
     QVERIFY(SongOrders::byTitle({}).isEmpty());
-    QVERIFY(SongOrders::byGroup({}, {}, &SongInfoIndex::genre).isEmpty());
+    QVERIFY(SongOrders::byGroup({}, {}, &SongInfoIndex::genre).order.isEmpty());
+}
+
+void TestSongOrders::sortsRunsOfAllKinds()
+{
+    QRandomGenerator random(1);
+    for (int length = 0; length < 200; ++length) {
+        for (const int runs : {1, 2, 3, 5, length / 9 + 1, length + 1}) {
+            QList<int> list;
+            for (int i = 0; i < length; ++i)
+                list.append(i * runs % (length + 1) * 1000 + random.bounded(1000));
+            QList<int> sorted = list;
+            std::sort(sorted.begin(), sorted.end());
+            sortRuns(list, std::less<>());
+            QCOMPARE(list, sorted);
+        }
+    }
+}
+
+void TestSongOrders::comparesSortedListsOnce()
+{
+    QList<int> list(10000);
+    std::iota(list.begin(), list.end(), 0);
+    int compared = 0;
+    sortRuns(list, [&compared](int a, int b) {
+        ++compared;
+        return a < b;
+    });
+    QCOMPARE(compared, list.size() - 1);
+}
+
+void TestSongOrders::comparesNoMoreThanSortingNeeds_data()
+{
+    QTest::addColumn<QList<int>>("list");
+    constexpr int count = 65536;
+    QRandomGenerator random(2);
+    QList<int> any(count);
+    std::generate(any.begin(), any.end(), [&random] { return random.bounded(count); });
+    QTest::newRow("in no order") << any;
+    QList<int> back(count);
+    std::iota(back.rbegin(), back.rend(), 0);
+    QTest::newRow("backwards") << back;
+    for (const int runs : {2, 200, count / 9}) {
+        QList<int> list;
+        for (int run = 0; run < runs; ++run) {
+            for (int i = run; i < count; i += runs)
+                list.append(i);
+        }
+        QTest::addRow("%d runs", runs) << list;
+    }
+}
+
+void TestSongOrders::comparesNoMoreThanSortingNeeds()
+{
+    QFETCH(QList<int>, list);
+    constexpr qint64 most = 65536 * (2 * 16 + 1); // twice n log n, and the search for runs
+    qint64 compared = 0;
+    sortRuns(list, [&compared](int a, int b) {
+        ++compared;
+        return a < b;
+    });
+    QVERIFY(std::is_sorted(list.cbegin(), list.cend()));
+    QVERIFY2(compared <= most, qPrintable(QString::number(compared)));
 }
 
 BRISEL_TEST_MAIN(QCoreApplication, TestSongOrders)

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QList>
+
+#include <algorithm>
+
+/// Sorts \a list, which mostly stands in order already, by merging the runs that do: n - 1
+/// comparisons when it is in order, as many as any sort takes when it is not at all. Elements that
+/// \a less holds for equal keep no defined order.
+template <typename Element, typename Less>
+void sortRuns(QList<Element> &list, Less less)
+{
+    constexpr qsizetype shortRun = 8; // on the average: merging such runs doesn't pay
+    QList<qsizetype> ends;
+    for (qsizetype i = 1; i < list.size(); ++i) {
+        if (less(list.at(i), list.at(i - 1)))
+            ends.append(i);
+    }
+    if (ends.size() * shortRun > list.size()) {
+        std::sort(list.begin(), list.end(), less);
+        return;
+    }
+    ends.append(list.size());
+    while (ends.size() > 1) {
+        QList<qsizetype> merged;
+        qsizetype start = 0;
+        for (qsizetype i = 0; i < ends.size(); i += 2) {
+            const qsizetype end = ends.at(std::min(i + 1, ends.size() - 1));
+            std::inplace_merge(list.begin() + start, list.begin() + ends.at(i), list.begin() + end,
+                               less);
+            merged.append(end);
+            start = end;
+        }
+        ends = merged;
+    }
+}
