@@ -128,6 +128,8 @@ bool MainWindow::updateBriselIndex(const QString &dest)
     connect(&index, &Index::fileFoundChanged, &m_progress, &RunProgress::setStep);
     connect(&index, &Index::progressMaxSetup, &m_progress, &RunProgress::setMaximum);
     connect(&index, &Index::progressValueChanged, &m_progress, &RunProgress::setStep);
+    connect(&index, &Index::currentPathChanged, &m_progress, &RunProgress::paintInTime);
+    connect(&index, &Index::worked, &m_progress, &RunProgress::paintInTime);
     connect(&index, &Index::errorFromIndex, &m_progress,
             [&report](const QString &message) { report.addMessage(message); });
     const bool complete = index.updateIndex(root);

@@ -25,7 +25,10 @@ int askByDialog(const QString &path, const QString &message)
 
 } // namespace
 
-Index::Index(QObject *parent) : QObject(parent), m_question(askByDialog) {}
+Index::Index(QObject *parent) : QObject(parent), m_question(askByDialog)
+{
+    m_set.setPulse([this] { emit worked(); });
+}
 
 void Index::setRenameQuestion(RenameQuestion question)
 {
@@ -167,6 +170,7 @@ Index::ListRun Index::createPathIndex()
     m_expected = 0;
     scanFiles(m_root);
     m_byPath = SongOrders::byPath(m_songs);
+    emit worked();
     if (m_filesFound > 0 && !RunGuard::endRequested()) {
         emit progressMaxSetup(m_filesFound);
         createTitleIndex();
@@ -178,6 +182,7 @@ Index::ListRun Index::createPathIndex()
     if (m_filesFound == 0 || !m_modified)
         return ListRun::Done;
     m_reader.readTexts(m_songs);
+    emit worked();
     const ListRun run = writeSet();
     if (!isSameMemory())
         return ListRun::Gone;
@@ -248,8 +253,10 @@ void Index::removeDeletedItems()
     if (removed > 0)
         m_byPath = SongOrders::byPath(m_songs);
     m_byTitle = SongOrders::byTitle(m_songs);
+    emit worked();
     m_byArtist = SongOrders::byGroup(m_songs, m_byTitle, &SongInfoIndex::artist);
     m_byGenre = SongOrders::byGroup(m_songs, m_byTitle, &SongInfoIndex::genre);
+    emit worked();
     m_records = IndexWriters::songRecords(m_songs);
 }
 
@@ -317,7 +324,9 @@ void Index::createBriselDir()
 qint32 Index::loadAllIndexFile()
 {
     m_nextPosidx = 0;
-    if (!m_reader.read(m_set, m_root, m_songs))
+    const bool isRead = m_reader.read(m_set, m_root, m_songs);
+    emit worked();
+    if (!isRead)
         return -1;
     m_nextPosidx = static_cast<quint16>(m_songs.size());
     if (!m_songs.isEmpty())

@@ -59,6 +59,9 @@ signals:
     void progressValueChanged(int value);
     void currentPathChanged(const QString &path);
     void errorFromIndex(const QString &message);
+    /// Comes again and again between those above, also in steps that show no progress: a dialog
+    /// that shows the run can let itself be painted.
+    void worked();
 
 private:
     enum class ListRun {

@@ -98,6 +98,7 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
     connect(&index, &Index::progressMaxSetup, this, &IndexDialog::initProgress);
     connect(&index, &Index::progressValueChanged, this, &IndexDialog::setProgressValue);
     connect(&index, &Index::currentPathChanged, this, &IndexDialog::updateLabelCurrPath);
+    connect(&index, &Index::worked, this, &IndexDialog::breathe);
     connect(&index, &Index::errorFromIndex, this, &IndexDialog::errorFromIndexReceived);
     bool done = false;
     if (m_ui->radioButtonUpdate->isChecked())

@@ -24,6 +24,7 @@ const QByteArray markHead = "brisel2pc swap 1";
 const QByteArray noteHead = "brisel2pc paths 1\n";
 constexpr qsizetype maxMarkLine = 128;           ///< bytes
 constexpr qint64 maxMarkSize = 16 * 1024 * 1024; ///< bytes; holds every playlist number there is
+constexpr qint64 maxKept = 64 * 1024 * 1024; ///< bytes; a full set has 20, playlists what they like
 constexpr qint64 maxStagedSize =
     16 * 1024 * 1024; ///< bytes; the largest file of a full index has 8
 
@@ -38,13 +39,6 @@ bool isReplaceable(const QString &name)
     static const QRegularExpression playlist(
         QStringLiteral("\\Aplaylist/play[0-9]{4,10}\\.dat\\z"));
     return IndexSet::names().contains(name) || playlist.match(name).hasMatch();
-}
-
-bool writeFile(const QString &path, const QByteArray &content,
-               QIODevice::OpenMode mode = QIODevice::WriteOnly)
-{
-    QFile file(path);
-    return file.open(mode) && writeAll(file, content) && finishWriting(file, content.size());
 }
 
 bool isGone(const QString &path)
@@ -136,9 +130,9 @@ bool IndexSet::stage(const QString &name, const QByteArray &content)
         m_stagingFailed = true;
         return false;
     }
-    // Playlists are too many to be kept; they are read back.
-    m_staged.append({name, content.size(), checksumOf(content),
-                     names().contains(name) ? content : QByteArray()});
+    const bool isKept = m_kept + content.size() <= maxKept;
+    m_kept += isKept ? content.size() : 0;
+    m_staged.append({name, content.size(), checksumOf(content), isKept ? content : QByteArray()});
     return true;
 }
 
@@ -161,6 +155,7 @@ void IndexSet::abandon()
 void IndexSet::clearWorkFolder(const QString &kept)
 {
     m_staged.clear();
+    m_kept = 0;
     m_stagingFailed = false;
     const QFileInfo folder(workFolder());
     if (folder.isSymLink() || !folder.isDir()) {
@@ -184,7 +179,7 @@ void IndexSet::clearWorkFolder(const QString &kept)
     flushFolder(m_root);
 }
 
-bool IndexSet::place(const QString &name, const QByteArray &content)
+bool IndexSet::place(const QString &name, const QByteArray &content) const
 {
     return makeWorkFolder() && writeFile(workFile(placingName), content) &&
            moveIntoPlace(workFile(placingName), filePath(name));
@@ -290,4 +285,15 @@ bool IndexSet::placeStaged(const StagedFile &file)
     // No room for a second copy. Once the staged one is gone a cut can't be mended from it any
     // more, but it leaves an incomplete set, and the next run builds that anew.
     return moveIntoPlace(workFile(file.name), path);
+}
+
+bool IndexSet::writeFile(const QString &path, const QByteArray &content,
+                         QIODevice::OpenMode mode) const
+{
+    QFile file(path);
+    const bool isWhole =
+        file.open(mode) && writeAll(file, content) && finishWriting(file, content.size());
+    file.close();
+    m_written();
+    return isWhole;
 }

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QList>
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 /// The index files of one memory, and how a new set takes the place of the old one.
 ///
@@ -17,6 +20,8 @@ class IndexSet
 {
 public:
     void setRoot(const QString &root) { m_root = root; }
+    /// \a written is called after each file that was written: there may be thousands.
+    void setPulse(std::function<void()> written) { m_written = std::move(written); }
     QString filePath(const QString &name) const;
 
     /// The fifteen files that make a set.
@@ -52,14 +57,14 @@ public:
     void abandon();
 
     /// Replaces one file of the memory as a whole, by way of the work folder.
-    bool place(const QString &name, const QByteArray &content);
+    bool place(const QString &name, const QByteArray &content) const;
 
 private:
     struct StagedFile {
         QString name;
         qint64 size = 0;
         QByteArray checksum;
-        QByteArray content; ///< of the set's own files, while the run that wrote them lasts
+        QByteArray content; ///< while the run that wrote it lasts; null when it is read back
     };
 
     QString workFolder() const;
@@ -72,7 +77,12 @@ private:
     bool swap(const QList<StagedFile> &files);
     bool placeStaged(const StagedFile &file);
 
+    bool writeFile(const QString &path, const QByteArray &content,
+                   QIODevice::OpenMode mode = QIODevice::WriteOnly) const;
+
     QString m_root;
+    std::function<void()> m_written = [] {};
     QList<StagedFile> m_staged;
+    qint64 m_kept = 0; ///< bytes of their contents
     bool m_stagingFailed = false;
 };

@@ -52,14 +52,16 @@ public:
         QByteArray playlist;
         playlist.reserve(paths.size());
         for (qsizetype pos = 0; fits(paths, pos, IndexRecord::size); pos += IndexRecord::size) {
-            const QByteArray path = fieldAt(paths, pos, IndexRecord::size);
-            if (!path.isEmpty())
-                playlist += recordOf(path);
+            const char *const start = paths.constData() + pos;
+            const auto size = static_cast<qsizetype>(qstrnlen(start, IndexRecord::size));
+            if (size > 0)
+                playlist += recordOf(QByteArray::fromRawData(start, size));
         }
         return playlist;
     }
 
 private:
+    /// \a path may point into a file: what is kept of it is a copy.
     QByteArray recordOf(const QByteArray &path)
     {
         const auto known = m_known.constFind(path);
@@ -70,7 +72,7 @@ private:
         QByteArray record = found < 0 ? QByteArray() : SongRecord(m_songs.at(found)).bytes();
         // A memory of strange playlists could name any number of paths.
         if (m_known.size() < SongInfoIndex::maxSongs)
-            m_known.insert(path, record);
+            m_known.insert(QByteArray(path.constData(), path.size()), record);
         return record;
     }
 

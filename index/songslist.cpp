@@ -26,15 +26,18 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
         return -1;
     if (loadAllIndexFile() < 0)
         return 0;
-    m_reader.readTexts(m_songs);
     emit progressMaxSetup(static_cast<int>(m_songs.size()));
+    m_reader.readTexts(m_songs);
+    emit worked();
 
     QByteArray list;
     QTextStream lines(&list);
     lines << tr("TITOLO") << ';' << tr("ARTISTA") << ';' << tr("GENERE") << ';' << tr("FILE")
           << ";\n";
     int written = 0;
-    for (const qsizetype position : listOrder(m_songs, mode)) {
+    const SongOrder order = listOrder(m_songs, mode);
+    emit worked();
+    for (const qsizetype position : order) {
         if (RunGuard::endRequested())
             return 0;
         const SongInfoIndex &song = m_songs.at(position);

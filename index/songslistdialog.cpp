@@ -63,6 +63,7 @@ SongsListDialog::Outcome SongsListDialog::save()
     Index index;
     connect(&index, &Index::progressMaxSetup, this, &SongsListDialog::initProgress);
     connect(&index, &Index::progressValueChanged, this, &SongsListDialog::setProgressValue);
+    connect(&index, &Index::worked, this, &SongsListDialog::breathe);
     setControlsEnabled(false);
     const int result =
         index.saveSongsList(m_ui->lineEditPath->text(), m_ui->lineEditFile->text(),

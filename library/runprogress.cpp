@@ -59,6 +59,12 @@ void RunProgress::setStep(int value)
         moveBar(value);
 }
 
+void RunProgress::paintInTime()
+{
+    if (m_dialog != nullptr && m_sinceShown.elapsed() >= showInterval)
+        paint();
+}
+
 void RunProgress::setMaximum(int maximum)
 {
     if (m_dialog != nullptr)
@@ -110,6 +116,5 @@ bool RunProgress::isWorthShowing(int value) const
 void RunProgress::moveBar(int value)
 {
     m_bar->setValue(value);
-    if (m_sinceShown.elapsed() >= showInterval)
-        paint();
+    paintInTime();
 }

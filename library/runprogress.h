@@ -34,6 +34,9 @@ public:
     void setValue(int value) override;
     /// Moves the bar as setValue() does and leaves the label as it is.
     void setStep(int value);
+    /// For work that moves no bar: paints the dialog if that was not done for a while. Lets no click
+    /// or key through.
+    void paintInTime();
     /// Changes the number of steps; 0 makes the bar a busy bar.
     void setMaximum(int maximum);
     bool isCanceled() const override;

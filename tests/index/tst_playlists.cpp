@@ -55,6 +55,7 @@ private slots:
     void namesFilesByNumber();
     void leavesMemoryWithoutPlaylistsAlone();
     void survivesRebuild();
+    void tellsOfItsWorkAtEachPlaylist();
     void keepsLastRecordOfLostSong();
     void writesZerosForUnknownId();
     void usesPathFilesThatExist();
@@ -110,6 +111,27 @@ void TestPlaylists::survivesRebuild()
                                       songRecord("00000001", "A", "7800"));
     QCOMPARE(memory.read(u"playlist/play4294967173.dat"_qs), songRecord("00000002", "B", "7800"));
     QCOMPARE(memory.read(list), listRecord("0700") + listRecord("8500"));
+}
+
+/// Thousands of playlists take long: a dialog is to be painted in between.
+void TestPlaylists::tellsOfItsWorkAtEachPlaylist()
+{
+    constexpr int playlists = 50;
+    const SampleMemory memory;
+    prepare(memory);
+    QByteArray numbers;
+    for (int number = 0; number < playlists; ++number) {
+        numbers += static_cast<char>(number) + QByteArray(31, '\0');
+        memory.write(u"playlist/play%1.dat"_qs.arg(number, 4, 10, QChar(u'0')),
+                     playlistOf({"00000001"}));
+    }
+    memory.write(list, numbers);
+    Index index;
+    int told = 0;
+    connect(&index, &Index::worked, [&told] { ++told; });
+    QVERIFY(index.createIndex(memory.root()));
+    // The path file, the new playlist beside the old one, and in its place.
+    QVERIFY2(told >= 3 * playlists, qPrintable(QString::number(told)));
 }
 
 void TestPlaylists::keepsLastRecordOfLostSong()

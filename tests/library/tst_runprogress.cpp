@@ -35,6 +35,7 @@ private slots:
     void remembersCancelAndStaysClosed_data();
     void remembersCancelAndStaysClosed();
     void paintsWhileTheValueIsSet();
+    void paintsWhileNoBarMoves();
     void showsAShortRunWhole();
     void laysOutFewOfManySteps();
     void takesFewOfManyBreaths();
@@ -159,6 +160,25 @@ void TestRunProgress::paintsWhileTheValueIsSet()
     for (int value = 0; clock.elapsed() < 400; ++value)
         progress.setValue(value % 100);
     QVERIFY2(painted.count >= 3, qPrintable(QString::number(painted.count)));
+}
+
+void TestRunProgress::paintsWhileNoBarMoves()
+{
+    QMainWindow window;
+    window.show();
+    RunProgress progress(&window);
+    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 100);
+    progress.breathe();
+    PaintCounter painted;
+    dialogOf(window)->installEventFilter(&painted);
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 400) {
+        dialogOf(window)->update();
+        progress.paintInTime();
+    }
+    QVERIFY2(painted.count >= 3, qPrintable(QString::number(painted.count)));
+    QVERIFY2(painted.count <= 1 + clock.elapsed() / 50, qPrintable(QString::number(painted.count)));
 }
 
 void TestRunProgress::showsAShortRunWhole()
