@@ -25,7 +25,7 @@ bool readFileStart(const QString &path, qsizetype maximum, QByteArray &start, Fi
 {
     const QByteArray name = QFile::encodeName(path);
     const int handle = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    start.clear();
+    start.resize(0); // and not cleared: it keeps its room for the next file
     if (handle < 0) {
         state = fileState(path);
         return false;

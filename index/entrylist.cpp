@@ -132,7 +132,8 @@ QList<FolderEntry> visibleEntries(const QString &folder)
             entries.push_back({lowerCased(entry.name), std::move(entry)});
     }
     std::sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) {
-        return a.key != b.key ? a.key < b.key : a.entry.name < b.entry.name;
+        const int order = a.key.compare(b.key);
+        return order != 0 ? order < 0 : a.entry.name < b.entry.name;
     });
     QList<FolderEntry> visible;
     visible.reserve(static_cast<qsizetype>(entries.size()));

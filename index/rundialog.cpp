@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QSettings>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -45,15 +47,21 @@ bool RunDialog::canStart() const
 
 void RunDialog::breathe()
 {
-    constexpr qint64 paintingInterval = 50; // milliseconds
-    constexpr int firstBreaths = 100;       // each is shown: a short run is seen whole
+    constexpr int firstBreaths = 100; // each is shown: a short run is seen whole
+    // Milliseconds. A painting that takes longer than it should is to take a tenth of the run.
+    constexpr qint64 shortestPause = 30;
+    constexpr qint64 longestPause = 60;
+    constexpr qint64 paintingShare = 12;
     m_breaths += m_breaths < firstBreaths ? 1 : 0;
     if (m_working && m_breaths == firstBreaths && m_sincePainted.isValid() &&
-        m_sincePainted.elapsed() < paintingInterval)
+        m_sincePainted.elapsed() < m_pause)
         return;
+    QElapsedTimer painting;
+    painting.start();
     showState();
     if (m_working)
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    m_pause = std::clamp(painting.elapsed() * paintingShare, shortestPause, longestPause);
     m_sincePainted.start();
 }
 

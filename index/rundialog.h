@@ -31,8 +31,8 @@ protected:
 
     /// True when neither this dialog nor anything else of the program works on files.
     bool canStart() const;
-    /// Shows and paints what has changed: at once when idle, at most some twenty times a second
-    /// once a run has got going. Clicks and keys wait.
+    /// Shows and paints what has changed: at once when idle, some twenty times a second once a run
+    /// has got going, less often where painting is slow. Clicks and keys wait.
     void breathe();
     /// Puts the state of the work into the widgets: a label costs more than a step of the work.
     virtual void showState() = 0;
@@ -46,4 +46,5 @@ private:
     bool m_working = false;
     int m_breaths = 0; ///< of this run, as long as they are counted
     QElapsedTimer m_sincePainted;
+    qint64 m_pause = 0; ///< milliseconds from one painting of this run to the next
 };
