@@ -88,10 +88,11 @@ qsizetype PathTable::findBytes(const QList<SongInfoIndex> &songs, const QByteArr
 
 size_t PathTable::pathHash(const SongInfoIndex &song)
 {
-    constexpr qsizetype room = 64; // letters; every path that a record can hold
-    QVarLengthArray<QChar, room> letters(song.path.size());
-    std::copy(song.path.cbegin(), song.path.cend(), letters.begin());
-    foldLetters(letters.data(), letters.size());
-    const size_t byKey = qHash(song.pathKey, QHashSeed::globalSeed());
-    return qHash(QStringView(letters.constData(), letters.size()), byKey);
+    constexpr qsizetype room = 128; // letters: folded path and key of all that a record can hold
+    QVarLengthArray<QChar, room> letters(song.path.size() + song.pathKey.size());
+    const auto key = std::copy(song.path.cbegin(), song.path.cend(), letters.begin());
+    foldLetters(letters.data(), song.path.size());
+    std::transform(song.pathKey.cbegin(), song.pathKey.cend(), key,
+                   [](char byte) { return QLatin1Char(byte); });
+    return qHash(QStringView(letters.constData(), letters.size()), QHashSeed::globalSeed());
 }
