@@ -152,6 +152,7 @@ void LzHuff::startHuff()
     }
     std::fill(m_frequency.begin() + treeSize, m_frequency.end(), 0xFFFF);
     m_parent[root] = root;
+    startJumps();
 }
 
 void LzHuff::collectLeaves()
@@ -186,8 +187,7 @@ void LzHuff::reconst()
         if (son < treeSize)
             m_parent[son + 1] = static_cast<quint16>(node);
     }
-    if (m_areJumpsKept)
-        startJumps();
+    startJumps();
 }
 
 int LzHuff::lastOfSameFrequency(int node) const
@@ -217,14 +217,14 @@ int LzHuff::swapWithLast(int node)
     m_son[last] = son;
     m_parent[son] = static_cast<quint16>(last);
     m_parent[other] = static_cast<quint16>(node);
-    if (son >= treeSize && other >= treeSize)
-        return last; // leaves: no way down has changed
-    if (son < treeSize)
-        m_parent[son + 1] = static_cast<quint16>(last);
-    if (other < treeSize)
-        m_parent[other + 1] = static_cast<quint16>(node);
-    if (m_areJumpsKept) {
-        setJumps(node);
+    // A branch's sons stand side by side; of a leaf the same place is written twice.
+    m_parent[son + (son < treeSize ? 1 : 0)] = static_cast<quint16>(last);
+    m_parent[other + (other < treeSize ? 1 : 0)] = static_cast<quint16>(node);
+    // As long as only leaves change places, no way down changes.
+    const bool isBranchMoved = (son < treeSize) | (other < treeSize);
+    if (isBranchMoved & (last >= m_jumpedFrom)) {
+        if (node >= m_jumpedFrom)
+            setJumps(node);
         setJumps(last);
     }
     return last;
@@ -244,30 +244,12 @@ inline void LzHuff::count(int symbol)
     if (m_frequency[root] == maxFrequency)
         reconst();
     const quint16 total = m_frequency[root] + 1;
-    // The root is its own parent, so that ways of all lengths can take the same steps. Near the
-    // leaves nodes overtake often: each step has its own branch to predict.
+    // Ways are seldom longer than this, and the root is its own parent: as many steps each time,
+    // each with its own branch to predict, spare the one that ends them.
+    constexpr int usualWay = 8;
     int node = m_parent[symbol + treeSize];
-    node = m_parent[countNode(node)];
-    node = m_parent[countNode(node)];
-    node = m_parent[countNode(node)];
-    node = m_parent[countNode(node)];
-    // Above them it is rare: three are counted without looking, and taken back where one did.
-    constexpr int blindSteps = 3;
-    const int start = node;
-    bool overtakes = false;
-    for (int step = 0; step < blindSteps; ++step) {
-        overtakes |= m_frequency[node] == m_frequency[node + 1];
-        ++m_frequency[node];
-        node = m_parent[node];
-    }
-    if (overtakes) {
-        node = start;
-        for (int step = 0; step < blindSteps; ++step) {
-            --m_frequency[node];
-            node = m_parent[node];
-        }
-        node = start;
-    }
+    for (int step = 0; step < usualWay; ++step)
+        node = m_parent[countNode(node)];
     while (node != root)
         node = m_parent[countNode(node)];
     m_frequency[root] = total;
@@ -283,14 +265,16 @@ int LzHuff::getInByte()
 void LzHuff::startJumps()
 {
     m_jumps.fill({});
+    m_jumpedFrom = treeSize;
 }
 
 void LzHuff::setJumps(int node)
 {
+    constexpr int longest = jumpBits - 1; // a jump that ends at the node itself stays right
     int prefix = 0;
     int depth = 0;
     int above = node;
-    for (int step = 0; step < jumpBits; ++step) {
+    for (int step = 0; step < longest; ++step) {
         prefix |= (above & 1) << step; // the root is even
         depth += above != root ? 1 : 0;
         above = m_parent[above];
@@ -298,8 +282,11 @@ void LzHuff::setJumps(int node)
     if (above != root)
         return; // too deep for any jump to pass it
     const int unknown = jumpBits - depth;
-    std::fill_n(m_jumps.begin() + (prefix << unknown), 1 << unknown,
-                Jump{static_cast<quint16>(node), static_cast<quint16>(depth)});
+    const Jump jump{static_cast<quint16>(node), static_cast<quint16>(depth)};
+    const std::array pair{jump, jump};
+    Jump *next = m_jumps.data() + (prefix << unknown);
+    for (Jump *const end = next + (1 << unknown); next != end; next += pair.size()) // mostly one
+        std::memcpy(next, pair.data(), sizeof pair);
 }
 
 inline int LzHuff::decodeChar(BitReader &bits)
@@ -309,10 +296,13 @@ inline int LzHuff::decodeChar(BitReader &bits)
     int depth = jump.depth;
     int son = m_son[node];
     while (son < treeSize) {
+        const int above = node;
         node = son + bits.bitAt(depth++);
         son = m_son[node];
-        if (depth <= jumpBits)
+        if (depth <= jumpBits) {
             jump = {static_cast<quint16>(node), static_cast<quint16>(depth)};
+            m_jumpedFrom = std::min(m_jumpedFrom, above);
+        }
     }
     bits.skip(depth);
     const int symbol = son - treeSize;
@@ -323,8 +313,6 @@ inline int LzHuff::decodeChar(BitReader &bits)
 void LzHuff::decode(quint32 textSize)
 {
     startHuff();
-    startJumps();
-    m_areJumpsKept = true;
     BitReader bits(m_in.constData() + m_inPosition, m_in.constData() + m_in.size());
     // The text itself is the ring: before it stand the blanks that the ring starts with, behind it
     // there is room for copies in whole chunks.
@@ -409,7 +397,6 @@ void LzHuff::encode()
 {
     m_writeBuffer = 0;
     m_writeCount = 0;
-    m_areJumpsKept = false;
     startHuff();
     if (m_matches == nullptr)
         m_matches = std::make_unique<MatchFinder>();

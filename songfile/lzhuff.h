@@ -85,7 +85,7 @@ private:
     /// By the next bits of the stream: a node on their way down, which need not be as deep as they
     /// reach.
     std::array<Jump, 1 << jumpBits> m_jumps{};
-    bool m_areJumpsKept = false; ///< compress() does without
+    int m_jumpedFrom = treeSize; ///< the first node that a jump passes; none in compress()
 
     std::unique_ptr<MatchFinder> m_matches; ///< made when first wanted: expand() does without
 };
