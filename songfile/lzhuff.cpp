@@ -129,11 +129,15 @@ void LzHuff::compress(const QByteArray &in, QByteArray &out)
 {
     m_in = in;
     m_inPosition = 0;
-    m_out = QByteArray(4, '\0');
+    // A byte takes one code at most, and a match, with its position, less than its bytes do.
+    constexpr int sizeBytes = 4;
+    m_out = QByteArray(sizeBytes + m_in.size() * longestCode / 8 + chunk, Qt::Uninitialized);
     putLe32(m_out, 0, static_cast<quint32>(m_in.size()));
+    m_written = m_out.data() + sizeBytes;
     if (!m_in.isEmpty())
         encode();
-    out = std::exchange(m_out, {});
+    out = m_out.left(m_written - m_out.constData());
+    m_out.clear();
     debug() << "Compress: " << static_cast<qint64>(m_in.size()) << " --> "
             << static_cast<qint64>(out.size());
 }
@@ -353,8 +357,8 @@ void LzHuff::putcode(int length, quint32 code)
     m_writeCount += length;
     if (m_writeCount >= 32) {
         m_writeCount -= 32;
-        const auto word = qToBigEndian(static_cast<quint32>(m_writeBuffer >> m_writeCount));
-        m_out.append(reinterpret_cast<const char *>(&word), sizeof word);
+        qToBigEndian(static_cast<quint32>(m_writeBuffer >> m_writeCount), m_written);
+        m_written += sizeof(quint32);
     }
 }
 
@@ -363,7 +367,7 @@ void LzHuff::encodeEnd()
     for (; m_writeCount > 0; m_writeCount -= 8) {
         const quint64 bits = m_writeCount < 8 ? m_writeBuffer << (8 - m_writeCount)
                                               : m_writeBuffer >> (m_writeCount - 8);
-        m_out.append(static_cast<char>(bits));
+        *m_written++ = static_cast<char>(bits);
     }
     m_writeCount = 0;
 }

@@ -75,6 +75,7 @@ private:
     QByteArray m_in;
     qsizetype m_inPosition = 0;
     QByteArray m_out;
+    char *m_written = nullptr; ///< the end of what is written to m_out
     quint64 m_writeBuffer = 0;
     int m_writeCount = 0; ///< valid bits at the bottom of m_writeBuffer, 0 to 31 between codes
 

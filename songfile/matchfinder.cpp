@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <initializer_list>
+#include <numeric>
 #include <utility>
 
 namespace
@@ -83,16 +84,23 @@ void MatchFinder::rankStrings()
     m_nextRank.assign(count + lookAhead, 0);
     m_order.resize(count);
     m_nextOrder.resize(count);
-    constexpr int pairs = 1 << 16;
-    m_bucketEnd.assign(pairs + 1, 0);
-    const char *const bytes = m_text.constData() + m_rankedFrom;
-    for (int i = 0; i < count; ++i)
-        ++m_bucketEnd[m_rank[i] = qFromBigEndian<quint16>(bytes + i)];
-    for (int i = 1; i <= pairs; ++i)
-        m_bucketEnd[i] += m_bucketEnd[i - 1];
-    for (int i = count - 1; i >= 0; --i)
-        m_order[--m_bucketEnd[m_rank[i]]] = static_cast<quint16>(i);
-    m_bucketEnd.erase(m_bucketEnd.begin()); // begins have become ends
+    // A song uses some 140 of the bytes: a table of the pairs of these is small.
+    const auto *const bytes = reinterpret_cast<const quint8 *>(m_text.constData()) + m_rankedFrom;
+    std::array<int, 256> letters{};
+    for (int i = 0; i <= count; ++i)
+        letters[bytes[i]] = 1;
+    std::exclusive_scan(letters.begin(), letters.end(), letters.begin(), 0);
+    const int letterCount = letters.back() + 1;
+    m_bucketEnd.assign(std::max(letterCount * letterCount, count), 0);
+    for (int i = 0; i < count; ++i) {
+        m_rank[i] = static_cast<quint16>(letters[bytes[i]] * letterCount + letters[bytes[i + 1]]);
+        ++m_bucketEnd[m_rank[i]];
+    }
+    quint16 begin = 0;
+    for (quint16 &bucket : m_bucketEnd)
+        begin += std::exchange(bucket, begin);
+    for (int i = 0; i < count; ++i) // a bucket that is full has its end
+        m_order[m_bucketEnd[m_rank[i]]++] = static_cast<quint16>(i);
     // Ranked by 2, 4, 8, 16 and at last by 29 bytes.
     for (const int shift : {2, 4, 8, lookAhead - 16})
         lengthenRankedPrefix(shift);
