@@ -26,10 +26,10 @@ QString moved(const QString &text, char16_t first, char16_t last, int distance)
 
 QString upperCased(const QString &text)
 {
-    return isAscii(text) ? moved(text, u'a', u'z', 'A' - 'a') : text.toUpper();
+    return !text.isEmpty() && isAscii(text) ? moved(text, u'a', u'z', 'A' - 'a') : text.toUpper();
 }
 
 QString lowerCased(const QString &text)
 {
-    return isAscii(text) ? moved(text, u'A', u'Z', 'a' - 'A') : text.toLower();
+    return !text.isEmpty() && isAscii(text) ? moved(text, u'A', u'Z', 'a' - 'A') : text.toLower();
 }

@@ -49,6 +49,9 @@ public:
     /// holds no complete index.
     int saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode);
 
+    /// How many songs the walk of the last run entered into its table of paths, or looked at there.
+    qsizetype pathSteps() const { return m_paths.steps(); }
+
     /// Fills title, artist, genre, type, bpm, reserved and flag from the file absolutePath. False
     /// when it can't be read or holds fewer than 5 bytes.
     static bool setSongInfo(SongInfoIndex &song);

@@ -24,7 +24,8 @@ const QByteArray markHead = "brisel2pc swap 1";
 const QByteArray noteHead = "brisel2pc paths 1\n";
 constexpr qsizetype maxMarkLine = 128;           ///< bytes
 constexpr qint64 maxMarkSize = 16 * 1024 * 1024; ///< bytes; holds every playlist number there is
-constexpr qint64 maxKept = 64 * 1024 * 1024; ///< bytes; a full set has 20, playlists what they like
+constexpr qint64 maxKept =
+    64 * 1024 * 1024; ///< bytes; a full set has 46 at most, playlists any number
 constexpr qint64 maxStagedSize =
     16 * 1024 * 1024; ///< bytes; the largest file of a full index has 8
 
@@ -284,7 +285,7 @@ bool IndexSet::placeStaged(const StagedFile &file)
         return true;
     // No room for a second copy. Once the staged one is gone a cut can't be mended from it any
     // more, but it leaves an incomplete set, and the next run builds that anew.
-    return moveIntoPlace(workFile(file.name), path);
+    return readStaged(file, content) && moveIntoPlace(workFile(file.name), path);
 }
 
 bool IndexSet::writeFile(const QString &path, const QByteArray &content,

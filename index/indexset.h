@@ -64,7 +64,7 @@ private:
         QString name;
         qint64 size = 0;
         QByteArray checksum;
-        QByteArray content; ///< while the run that wrote it lasts; null when it is read back
+        QByteArray content; ///< while the run that wrote it lasts; null when it is to be read back
     };
 
     QString workFolder() const;

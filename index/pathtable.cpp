@@ -12,6 +12,7 @@ void PathTable::enter(const QList<SongInfoIndex> &songs)
 
 void PathTable::add(size_t hash)
 {
+    ++m_steps;
     m_entries.append({hash, none});
     if (m_entries.size() * 2 > m_slots.size())
         grow();
@@ -88,7 +89,7 @@ qsizetype PathTable::findBytes(const QList<SongInfoIndex> &songs, const QByteArr
 
 size_t PathTable::pathHash(const SongInfoIndex &song)
 {
-    constexpr qsizetype room = 128; // letters: folded path and key of all that a record can hold
+    constexpr qsizetype room = 128; // letters: folded path and key of nearly all that there are
     QVarLengthArray<QChar, room> letters(song.path.size() + song.pathKey.size());
     const auto key = std::copy(song.path.cbegin(), song.path.cend(), letters.begin());
     foldLetters(letters.data(), song.path.size());

@@ -23,7 +23,7 @@ public:
     qsizetype find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted, size_t hash);
     /// Equal for what counts as the same path, and not to be foreseen by whoever fills a memory.
     static size_t pathHash(const SongInfoIndex &song);
-    /// How many songs were looked at to find others.
+    /// How many songs were entered, or looked at to find others.
     qsizetype steps() const { return m_steps; }
     /// The index of the song that a path file's \a bytes name; -1 when there is none, or when
     /// several could be meant: a neighbour must not take a song's place.

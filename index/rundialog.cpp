@@ -48,7 +48,7 @@ bool RunDialog::canStart() const
 void RunDialog::breathe()
 {
     constexpr int firstBreaths = 100; // each is shown: a short run is seen whole
-    // Milliseconds. A painting that takes longer than it should is to take a tenth of the run.
+    // Milliseconds. The longer a painting takes, the longer it is until the next one.
     constexpr qint64 shortestPause = 30;
     constexpr qint64 longestPause = 60;
     constexpr qint64 paintingShare = 12;

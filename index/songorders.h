@@ -6,8 +6,9 @@
 using SongOrder = QList<qsizetype>;
 
 /// The orders of the index's files, as positions in a list that stays as it is. They are those of
-/// compareByPath, compareTitle, compareArtist and compareGenre, found with less work: a text is
-/// folded once, an artist or genre placed once, and nothing but positions is moved. Songs that
+/// compareByPath, compareTitle, compareArtist and compareGenre, found with less work: a title's
+/// beginning is folded once, an artist or genre once for each way it is written, and nothing but
+/// positions is moved. Songs that
 /// these hold for equal stand in the order of their paths on the disk, so that the same songs
 /// always give the same files.
 namespace SongOrders

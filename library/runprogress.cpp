@@ -20,6 +20,7 @@ void RunProgress::begin(const QString &title, const QString &label, int maximum)
 {
     end();
     m_canceled = false;
+    m_value = 0;
     m_steps = 0;
     m_breaths = 0;
     m_dialog = std::make_unique<QProgressDialog>(m_window);
@@ -46,23 +47,27 @@ void RunProgress::begin(const QString &title, const QString &label, int maximum)
 void RunProgress::setValue(int value)
 {
     ++m_steps;
+    m_value = value;
     if (m_dialog == nullptr || !isWorthShowing(value))
         return;
     m_label->setText(tr("%1 di %2").arg(value).arg(m_bar->maximum()));
-    moveBar(value);
+    moveBar();
 }
 
 void RunProgress::setStep(int value)
 {
     ++m_steps;
+    m_value = value;
     if (m_dialog != nullptr && isWorthShowing(value))
-        moveBar(value);
+        moveBar();
 }
 
 void RunProgress::paintInTime()
 {
-    if (m_dialog != nullptr && m_sinceShown.elapsed() >= showInterval)
-        paint();
+    if (m_dialog == nullptr || m_sinceShown.elapsed() < showInterval)
+        return;
+    m_bar->setValue(m_value);
+    paint();
 }
 
 void RunProgress::setMaximum(int maximum)
@@ -113,8 +118,8 @@ bool RunProgress::isWorthShowing(int value) const
     return isStarting() || value == m_bar->maximum() || m_sinceShown.elapsed() >= showInterval;
 }
 
-void RunProgress::moveBar(int value)
+void RunProgress::moveBar()
 {
-    m_bar->setValue(value);
+    m_bar->setValue(m_value);
     paintInTime();
 }

@@ -34,8 +34,8 @@ public:
     void setValue(int value) override;
     /// Moves the bar as setValue() does and leaves the label as it is.
     void setStep(int value);
-    /// For work that moves no bar: paints the dialog if that was not done for a while. Lets no click
-    /// or key through.
+    /// For work that moves no bar: paints the dialog if that was not done for a while. Lets no
+    /// click or key through.
     void paintInTime();
     /// Changes the number of steps; 0 makes the bar a busy bar.
     void setMaximum(int maximum);
@@ -51,7 +51,7 @@ private:
     void paint();
     bool isStarting() const;
     bool isWorthShowing(int value) const;
-    void moveBar(int value);
+    void moveBar();
 
     QWidget *m_window;
     std::unique_ptr<QProgressDialog> m_dialog;
@@ -59,6 +59,7 @@ private:
     QPointer<QProgressBar> m_bar;
     QElapsedTimer m_sinceShown;
     QElapsedTimer m_sinceBreath;
+    int m_value = 0;   ///< where the bar is to stand when it is painted next
     int m_steps = 0;   ///< of this run, shown or not
     int m_breaths = 0; ///< of this run, taken or not
     bool m_canceled = false;

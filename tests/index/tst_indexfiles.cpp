@@ -30,6 +30,8 @@ private slots:
     void writesPathsInTheirCodePage();
     void boundsYearsAbove9999();
     void givesSongsWithoutNameNoHeader();
+    void entersTitlesThatBecomeQuestionMarks();
+    void putsAnyNumberOfPlaylistsInPlace();
 
 private:
     void addThreeSongs(const SampleMemory &memory);
@@ -218,6 +220,45 @@ void TestIndexFiles::givesSongsWithoutNameNoHeader()
     QCOMPARE(file.count, 0);
     QCOMPARE(file.content,
              songRecord("00000000", "A", "0000") + songRecord("00000000", "A", "0000"));
+}
+
+/// Letters that Latin-1 lacks are all '?' in the records: each is entered for itself.
+void TestIndexFiles::entersTitlesThatBecomeQuestionMarks()
+{
+    SongInfoIndex other;
+    other.title = u"\u012Dx"_qs;
+    SongInfoIndex capitalI;
+    capitalI.title = u"\u0131x"_qs; // its upper case is a plain I
+    const QList<SongInfoIndex> songs{other, capitalI};
+    const IndexWriters::ListFile file =
+        IndexWriters::titleFile(songs, IndexWriters::songRecords(songs), {0, 1});
+    constexpr int entryOfI = ('I' - ' ') * 4;
+    QCOMPARE(file.alphabet.bytes().mid(entryOfI, 4), hex("00000040"));
+}
+
+/// Larger playlists than a run keeps at hand are read back from where they were staged.
+void TestIndexFiles::putsAnyNumberOfPlaylistsInPlace()
+{
+    constexpr int playlists = 17;
+    const SampleMemory memory;
+    QVERIFY(QDir(memory.root()).mkdir(u"playlist"_qs));
+    IndexSet set;
+    set.setRoot(memory.root());
+    QVERIFY(set.beginStaging());
+    for (const QString &name : IndexSet::names())
+        QVERIFY(set.stage(name, name.toLatin1()));
+    const QByteArray largest(65535 * 64, 'x');
+    const auto nameOf = [](int number) {
+        return u"playlist/play%1.dat"_qs.arg(number, 4, 10, QChar(u'0'));
+    };
+    for (int number = 0; number < playlists; ++number)
+        QVERIFY(set.stage(nameOf(number), largest + QByteArray::number(number)));
+    QVERIFY(set.commit());
+    set.discard();
+    for (int number = 0; number < playlists; ++number)
+        QVERIFY(memory.read(nameOf(number)) == largest + QByteArray::number(number));
+    QCOMPARE(memory.read(u"title.id2"_qs), QByteArray("title.id2"));
+    QVERIFY(set.isComplete());
 }
 
 BRISEL_TEST_MAIN(QCoreApplication, TestIndexFiles)
