@@ -66,7 +66,9 @@ QString buildTime()
 
 void startLog(const QSettings &settings)
 {
-    if (!settings.value(QStringLiteral("logenabled"), false).toBool()) {
+    const bool wanted = settings.value(QStringLiteral("logenabled"), false).toBool();
+    DebugStream::setHeard(wanted);
+    if (!wanted) {
         qInstallMessageHandler(dummyMessageOutput);
         return;
     }

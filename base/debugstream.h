@@ -9,22 +9,59 @@
 /// that one message stays one line of the log whatever a song file holds.
 ///
 ///     debug() << "Found file:" << path;
+///
+/// While nobody listens, nothing is built and nothing is sent: a song has some twenty messages, and
+/// the log is off by default.
 class DebugStream
 {
 public:
     DebugStream() = default;
-    ~DebugStream();
+    ~DebugStream()
+    {
+        if (s_isHeard)
+            send();
+    }
     DebugStream(const DebugStream &) = delete;
     DebugStream &operator=(const DebugStream &) = delete;
 
-    DebugStream &operator<<(const char *latin1Literal);
-    DebugStream &operator<<(const QString &text);
-    DebugStream &operator<<(bool value);
-    DebugStream &operator<<(int value);
-    DebugStream &operator<<(unsigned value);
-    DebugStream &operator<<(qint64 value);
+    /// Whether messages are built and sent. They are unless the program found its log switched off.
+    static bool isHeard() { return s_isHeard; }
+    /// Whoever installs a message handler that wants these messages switches them on.
+    static void setHeard(bool heard) { s_isHeard = heard; }
+
+    DebugStream &operator<<(const char *latin1Literal)
+    {
+        if (s_isHeard)
+            add(latin1Literal);
+        return *this;
+    }
+    DebugStream &operator<<(const QString &text)
+    {
+        if (s_isHeard)
+            add(text);
+        return *this;
+    }
+    DebugStream &operator<<(qint64 value)
+    {
+        if (s_isHeard)
+            add(value);
+        return *this;
+    }
+    DebugStream &operator<<(bool value) { return *this << (value ? "true" : "false"); }
+    DebugStream &operator<<(int value) { return *this << static_cast<qint64>(value); }
+    DebugStream &operator<<(unsigned value) { return *this << static_cast<qint64>(value); }
+
+    /// What was built so far.
+    const QString &message() const { return m_message; }
 
 private:
+    void add(const char *latin1Literal);
+    void add(const QString &text);
+    void add(qint64 value);
+    void send() const;
+
+    static inline bool s_isHeard = true;
+
     QString m_message;
 };
 

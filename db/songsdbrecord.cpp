@@ -4,6 +4,8 @@
 
 void SongsDbRecord::dbgDump() const
 {
+    if (!DebugStream::isHeard())
+        return;
     debug() << "  Title     :" << title;
     debug() << "  Genre     :" << genre;
     debug() << "  Artist    :" << artist;

@@ -15,7 +15,7 @@ void logBanner(const char *name)
 
 void logSongEnd()
 {
-    const QByteArray rule(74, '=');
+    static const QByteArray rule(74, '=');
     debug() << rule.constData();
     debug() << "";
 }

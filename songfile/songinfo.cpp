@@ -9,6 +9,8 @@ void SongInfo::clear()
 
 void SongInfo::dbgDump() const
 {
+    if (!DebugStream::isHeard())
+        return;
     debug() << "Dump Info song ----------------------------------------------";
     debug() << "Format     :" << format;
     debug() << "Filename   :" << fileName;

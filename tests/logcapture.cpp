@@ -1,15 +1,20 @@
 #include "tests/logcapture.h"
 
+#include "base/debugstream.h"
+
 LogCapture *LogCapture::s_current = nullptr;
 
-LogCapture::LogCapture() : m_previous(qInstallMessageHandler(&LogCapture::receive))
+LogCapture::LogCapture()
+    : m_previous(qInstallMessageHandler(&LogCapture::receive)), m_wasHeard(DebugStream::isHeard())
 {
     s_current = this;
+    DebugStream::setHeard(true);
 }
 
 LogCapture::~LogCapture()
 {
     s_current = nullptr;
+    DebugStream::setHeard(m_wasHeard);
     qInstallMessageHandler(m_previous);
 }
 

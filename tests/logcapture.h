@@ -3,7 +3,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// Collects every message of the program's own category while it lives. One at a time.
+/// Collects every message of the program's own category while it lives, also with the log switched
+/// off. One at a time.
 class LogCapture
 {
 public:
@@ -22,5 +23,6 @@ private:
 
     static LogCapture *s_current;
     QtMessageHandler m_previous;
+    bool m_wasHeard; ///< whether the program builds its messages
     QStringList m_messages;
 };

@@ -1,5 +1,6 @@
 #include "app/startup.h"
 #include "base/debugstream.h"
+#include "tests/logcapture.h"
 #include "tests/testfiles.h"
 #include "tests/testhome.h"
 
@@ -29,6 +30,7 @@ private slots:
     void init();
     void cleanup();
     void writesNoLogWhenOff();
+    void buildsMessagesOnlyForALog();
     void keepsOldLogWhenOffThoughClearIsOn();
     void appendsBannerToTheOldLog();
     void clearsTheOldLogFirst();
@@ -74,6 +76,7 @@ void TestStartup::init()
     QSettings(settingsOrganisation, settingsApplication).clear();
     QFile::remove(QStringLiteral("log.txt"));
     m_handler = qInstallMessageHandler(nullptr);
+    DebugStream::setHeard(true);
 }
 
 void TestStartup::cleanup()
@@ -86,6 +89,21 @@ void TestStartup::writesNoLogWhenOff()
     start();
     debug() << "lost";
     QVERIFY(!QFile::exists(QStringLiteral("log.txt")));
+}
+
+void TestStartup::buildsMessagesOnlyForALog()
+{
+    start();
+    QVERIFY(!DebugStream::isHeard());
+    {
+        const LogCapture log; // whoever wants the messages gets them
+        debug() << "kept";
+        QCOMPARE(log.messages(), QStringList{QStringLiteral("kept ")});
+    }
+    QVERIFY(!DebugStream::isHeard());
+    set(QStringLiteral("logenabled"), true);
+    start();
+    QVERIFY(DebugStream::isHeard());
 }
 
 void TestStartup::keepsOldLogWhenOffThoughClearIsOn()

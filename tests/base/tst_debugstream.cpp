@@ -14,6 +14,7 @@ private slots:
     void writesEmptyMessageAsOneBlank();
     void keepsLineBreaksInsideOneLine();
     void passesLoggingRulesOfTheUser();
+    void buildsNothingWhileNobodyListens();
 };
 
 void TestDebugStream::endsEveryItemWithABlank()
@@ -52,6 +53,22 @@ void TestDebugStream::passesLoggingRulesOfTheUser()
     debug() << "still here";
     QLoggingCategory::setFilterRules(QString());
     QCOMPARE(log.messages(), QStringList{QStringLiteral("still here ")});
+}
+
+void TestDebugStream::buildsNothingWhileNobodyListens()
+{
+    const LogCapture log;
+    DebugStream::setHeard(false);
+    {
+        DebugStream stream;
+        stream << "Song Index: " << 7 << true << 3U << QStringLiteral("/a\n") << qint64(9);
+        QVERIFY(stream.message().isNull());
+    }
+    DebugStream::setHeard(true);
+    QVERIFY(log.messages().isEmpty());
+    DebugStream stream;
+    stream << "heard" << 7;
+    QCOMPARE(stream.message(), QStringLiteral("heard 7 "));
 }
 
 BRISEL_TEST_MAIN(QCoreApplication, TestDebugStream)
