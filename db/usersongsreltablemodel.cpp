@@ -16,6 +16,8 @@ namespace
 {
 
 constexpr int idColumn = 0;
+constexpr qint64 announceInterval = 50;          ///< milliseconds between two lots of new rows
+const QString rowPlace = QStringLiteral(":row"); ///< in a statement
 
 /// A missing text is stored as an empty one: NULL would be sorted apart from it.
 QString stored(const QString &text)
@@ -31,6 +33,15 @@ QString lengthText(int seconds)
     return QStringLiteral("%1:%2")
         .arg(seconds / 60, 2, 10, QChar(u'0'))
         .arg(seconds % 60, 2, 10, QChar(u'0'));
+}
+
+/// What both a new row and a changed one hold of a song, in the order of the columns that they go
+/// into.
+QVariantList dataValues(const SongInfo &info, int userBpm)
+{
+    return {stored(info.title),  stored(info.artist),     stored(info.genre),
+            stored(info.author), lengthText(info.length), userBpm,
+            stored(info.key)};
 }
 
 QColor rowColor(bool odd)
@@ -54,6 +65,19 @@ QColor statusColor(int status, bool odd)
 
 } // namespace
 
+UserSongsRelTableModel::ManyChanges::ManyChanges(UserSongsRelTableModel &model)
+    : m_transaction(model.database()), m_model(model)
+{
+    m_model.m_announcesEachRow = false;
+    m_model.m_sinceAnnounced.start();
+}
+
+UserSongsRelTableModel::ManyChanges::~ManyChanges()
+{
+    m_model.m_announcesEachRow = true;
+    m_model.announce();
+}
+
 UserSongsRelTableModel::UserSongsRelTableModel(QObject *parent, const QSqlDatabase &database)
     : QSqlRelationalTableModel(parent, database)
 {
@@ -75,9 +99,14 @@ void UserSongsRelTableModel::setFiledsIndexes()
     m_filename = fieldIndex(QStringLiteral("filename"));
     m_shortName = fieldIndex(QStringLiteral("shortname"));
     m_status = fieldIndex(QStringLiteral("status"));
+    m_dataColumns = {m_title, m_artist, m_genre, m_author, m_length, m_userBpm, m_key};
+    m_songColumns = m_dataColumns + QList<int>{m_type, m_filename, m_shortName, m_status};
     m_columnNames.clear();
-    for (int column = 0; column < columnCount(); ++column)
+    m_places.clear();
+    for (int column = 0; column < columnCount(); ++column) {
         m_columnNames.append(quoted(record().fieldName(column)));
+        m_places.append(QStringLiteral(":v%1").arg(column));
+    }
 }
 
 void UserSongsRelTableModel::setHeaderLabels()
@@ -116,83 +145,75 @@ void UserSongsRelTableModel::setHeaderToolTips()
 
 int UserSongsRelTableModel::goodRowCount()
 {
+    announce();
     return rowCount();
 }
 
 QString UserSongsRelTableModel::fileName(int row)
 {
+    announce();
     return textAt(row, m_filename);
 }
 
 QString UserSongsRelTableModel::shortName(int row)
 {
+    announce();
     return textAt(row, m_shortName);
 }
 
 int UserSongsRelTableModel::status(int row)
 {
+    announce();
     return statusAt(row);
 }
 
 void UserSongsRelTableModel::setStatus(int row, Database::statusEnum status)
 {
-    writeCells(row, {{m_status, static_cast<int>(status)}});
+    writeCells(row, {m_status}, {static_cast<int>(status)});
 }
 
 QModelIndex UserSongsRelTableModel::rowIndex(int row)
 {
+    announce();
     return index(row, idColumn);
 }
 
 void UserSongsRelTableModel::updateRow(int row, const SongInfo &info)
 {
-    writeCells(row, {{m_title, stored(info.title)},
-                     {m_artist, stored(info.artist)},
-                     {m_genre, stored(info.genre)},
-                     {m_author, stored(info.author)},
-                     {m_length, lengthText(info.length)},
-                     {m_userBpm, std::max(info.userBpm, 0)},
-                     {m_key, stored(info.key)}});
+    writeCells(row, m_dataColumns, dataValues(info, std::max(info.userBpm, 0)));
 }
 
 bool UserSongsRelTableModel::addSong(const SongInfo &info)
 {
-    const QList<Cell> cells{{m_type, stored(info.format)},
-                            {m_title, stored(info.title)},
-                            {m_artist, stored(info.artist)},
-                            {m_genre, stored(info.genre)},
-                            {m_author, stored(info.author)},
-                            {m_length, lengthText(info.length)},
-                            {m_userBpm, info.userBpm},
-                            {m_key, stored(info.key)},
-                            {m_filename, stored(info.fileName)},
-                            {m_shortName, stored(info.shortName)},
-                            {m_status, static_cast<int>(Database::Imported)}};
     if (!m_isRead && !select())
         return false;
-
-    Row row(columnCount());
-    QStringList names;
-    QStringList marks;
-    QVariantList values;
-    for (const Cell &cell : cells) {
-        names.append(columnName(cell.column));
-        marks.append(QStringLiteral("?"));
-        values.append(cell.value);
-        row[cell.column] = cell.value;
-    }
-    qint64 id = 0;
-    if (!run(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                 .arg(quoted(tableName()), names.join(u','), marks.join(u',')),
-             values, &id))
+    const QVariantList values = dataValues(info, info.userBpm) +
+                                QVariantList{stored(info.format), stored(info.fileName),
+                                             stored(info.shortName), int{Database::Imported}};
+    const QSqlQuery *insertion = run(Change::Insert, m_songColumns, values);
+    if (insertion == nullptr)
         return false;
-    row[idColumn] = id;
+    Row row(columnCount());
+    row[idColumn] = insertion->lastInsertId().toLongLong();
+    for (qsizetype i = 0; i < values.size(); ++i)
+        row[m_songColumns.at(i)] = values.at(i);
 
-    const int end = rowCount();
-    beginInsertRows(QModelIndex(), end, end);
-    m_rows.append(std::move(row));
-    endInsertRows();
+    m_unannounced.append(std::move(row));
+    if (m_announcesEachRow || m_sinceAnnounced.elapsed() >= announceInterval)
+        announce();
     return true;
+}
+
+/// Tells views of the rows that were added since the last time.
+void UserSongsRelTableModel::announce()
+{
+    if (m_unannounced.isEmpty())
+        return;
+    const int end = rowCount();
+    beginInsertRows(QModelIndex(), end, end + static_cast<int>(m_unannounced.size()) - 1);
+    m_rows.append(std::exchange(m_unannounced, {}));
+    endInsertRows();
+    m_sinceAnnounced.start();
 }
 
 void UserSongsRelTableModel::setSortingLocked(bool locked)
@@ -221,23 +242,31 @@ bool UserSongsRelTableModel::select()
     }
     beginResetModel();
     m_rows = std::move(rows);
+    m_unannounced.clear();
     endResetModel();
     return m_isRead;
 }
 
 void UserSongsRelTableModel::sort(int column, Qt::SortOrder order)
 {
-    if (m_sortingLocks > 0)
+    if (m_sortingLocks > 0) {
         m_wantedSort = Sort{column, order};
-    else if (!putInOrder(column, order))
-        QSqlRelationalTableModel::sort(column, order);
+        return;
+    }
+    setSort(column, order);
+    sortAgain();
+}
+
+bool UserSongsRelTableModel::sortAgain()
+{
+    announce();
+    return putInOrder() || select();
 }
 
 /// The rows are here already: only their order is asked for. False, with the rows as they were,
 /// when these are not the table's.
-bool UserSongsRelTableModel::putInOrder(int column, Qt::SortOrder order)
+bool UserSongsRelTableModel::putInOrder()
 {
-    setSort(column, order);
     QSqlQuery query(database());
     query.setForwardOnly(true);
     if (!m_isRead ||
@@ -299,7 +328,7 @@ QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
 bool UserSongsRelTableModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
     return role == Qt::EditRole && index.isValid() &&
-           writeCells(index.row(), {{index.column(), value}});
+           writeCells(index.row(), {index.column()}, {value});
 }
 
 bool UserSongsRelTableModel::insertRows(int /*row*/, int /*count*/, const QModelIndex & /*parent*/)
@@ -309,6 +338,7 @@ bool UserSongsRelTableModel::insertRows(int /*row*/, int /*count*/, const QModel
 
 bool UserSongsRelTableModel::removeRows(int row, int count, const QModelIndex &parent)
 {
+    announce();
     if (parent.isValid() || count < 1 || !hasRow(row) || count > rowCount() - row)
         return false;
     for (int left = count; left > 0; --left) {
@@ -328,39 +358,26 @@ int UserSongsRelTableModel::statusAt(int row) const
     return data(index(row, m_status)).toInt();
 }
 
-bool UserSongsRelTableModel::writeCells(int row, const QList<Cell> &cells)
+bool UserSongsRelTableModel::writeCells(int row, const QList<int> &columns,
+                                        const QVariantList &values)
 {
+    announce();
     if (!hasRow(row))
         return false;
-    QStringList settings;
-    QVariantList values;
-    int first = columnCount();
-    int last = 0;
-    for (const Cell &cell : cells) {
-        if (cell.column < 0 || cell.column >= columnCount())
-            return false;
-        settings.append(columnName(cell.column) + QStringLiteral("=?"));
-        values.append(cell.value);
-        first = std::min(first, cell.column);
-        last = std::max(last, cell.column);
-    }
-    values.append(m_rows.at(row).at(idColumn));
-    if (!run(QStringLiteral("UPDATE %1 SET %2 WHERE %3=?")
-                 .arg(quoted(tableName()), settings.join(u','), columnName(idColumn)),
-             values))
+    const auto [first, last] = std::minmax_element(columns.cbegin(), columns.cend());
+    if (*first < 0 || *last >= columnCount() ||
+        run(Change::Update, columns, values, m_rows.at(row).at(idColumn)) == nullptr)
         return false;
 
-    for (const Cell &cell : cells)
-        m_rows[row][cell.column] = cell.value;
-    emit dataChanged(index(row, first), index(row, last));
+    for (qsizetype i = 0; i < columns.size(); ++i)
+        m_rows[row][columns.at(i)] = values.at(i);
+    emit dataChanged(index(row, *first), index(row, *last));
     return true;
 }
 
 bool UserSongsRelTableModel::deleteRow(int row)
 {
-    if (!run(QStringLiteral("DELETE FROM %1 WHERE %2=?")
-                 .arg(quoted(tableName()), columnName(idColumn)),
-             {m_rows.at(row).at(idColumn)}))
+    if (run(Change::Delete, {}, {}, m_rows.at(row).at(idColumn)) == nullptr)
         return false;
     beginRemoveRows(QModelIndex(), row, row);
     m_rows.removeAt(row);
@@ -368,27 +385,62 @@ bool UserSongsRelTableModel::deleteRow(int row)
     return true;
 }
 
-/// Runs a statement that must change exactly one row of the table.
-bool UserSongsRelTableModel::run(const QString &statement, const QVariantList &values,
-                                 qint64 *newId)
+/// Runs a statement that must change exactly one row of the table; null when it does not. \a id
+/// tells which: none for a new row.
+const QSqlQuery *UserSongsRelTableModel::run(Change change, const QList<int> &columns,
+                                             const QVariantList &values, const QVariant &id)
 {
-    auto prepared = m_prepared.find(statement);
-    if (prepared == m_prepared.end()) {
-        QSqlQuery query(database());
-        if (!query.prepare(statement)) {
-            setLastError(query.lastError());
-            return false;
-        }
-        prepared = m_prepared.emplace(statement, std::move(query));
-    }
-    QSqlQuery &query = *prepared;
+    QSqlQuery *query = preparedFor(change, columns);
+    if (query == nullptr)
+        return nullptr;
     for (qsizetype i = 0; i < values.size(); ++i)
-        query.bindValue(static_cast<int>(i), values.at(i));
-    const bool done = query.exec() && query.numRowsAffected() == 1;
-    setLastError(query.lastError());
-    if (done && newId != nullptr)
-        *newId = query.lastInsertId().toLongLong();
-    return done;
+        query->bindValue(m_places.at(columns.at(i)), values.at(i));
+    if (change != Change::Insert)
+        query->bindValue(rowPlace, id);
+    const bool done = query->exec() && query->numRowsAffected() == 1;
+    setLastError(query->lastError());
+    return done ? query : nullptr;
+}
+
+/// A run makes the same few changes to row after row: their statements are written and prepared
+/// once.
+QSqlQuery *UserSongsRelTableModel::preparedFor(Change change, const QList<int> &columns)
+{
+    const auto key = std::make_pair(change, columns);
+    auto known = m_prepared.find(key);
+    if (known == m_prepared.end()) {
+        QSqlQuery query(database());
+        if (!query.prepare(statementFor(change, columns))) {
+            setLastError(query.lastError());
+            return nullptr;
+        }
+        known = m_prepared.emplace(key, std::move(query)).first;
+    }
+    return &known->second;
+}
+
+QString UserSongsRelTableModel::statementFor(Change change, const QList<int> &columns) const
+{
+    const QString table = quoted(tableName());
+    const QString row = columnName(idColumn) + u'=' + rowPlace;
+    QStringList names;
+    QStringList places;
+    QStringList settings;
+    for (const int column : columns) {
+        names.append(columnName(column));
+        places.append(m_places.at(column));
+        settings.append(names.constLast() + u'=' + places.constLast());
+    }
+    switch (change) {
+    case Change::Insert:
+        return QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+            .arg(table, names.join(u','), places.join(u','));
+    case Change::Update:
+        return QStringLiteral("UPDATE %1 SET %2 WHERE %3").arg(table, settings.join(u','), row);
+    case Change::Delete:
+        break;
+    }
+    return QStringLiteral("DELETE FROM %1 WHERE %2").arg(table, row);
 }
 
 QString UserSongsRelTableModel::quoted(const QString &name) const

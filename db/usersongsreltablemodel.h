@@ -1,15 +1,18 @@
 #pragma once
 
 #include "db/database.h"
+#include "db/transaction.h"
 
-#include <QHash>
+#include <QElapsedTimer>
 #include <QList>
 #include <QSqlQuery>
 #include <QSqlRelationalTableModel>
 #include <QStringList>
 #include <QVariant>
 
+#include <map>
 #include <optional>
+#include <utility>
 
 class SongInfo;
 
@@ -18,13 +21,29 @@ class SongInfo;
 /// Rows are addressed as they stand in the model, from 0. The model holds all of them itself: every
 /// change is one statement on the table and one on the model's copy, whatever the number of rows,
 /// and no row moves, comes or goes unless it is asked for. A new song stands at the end whatever
-/// the sort, and a change in the sorted column leaves its row in place until the next select() or
-/// sort(). Rows are added by addSong() only; insertRows() refuses.
+/// the sort, and a change in the sorted column leaves its row in place until the next select(),
+/// sort() or sortAgain(). Rows are added by addSong() only; insertRows() refuses.
 class UserSongsRelTableModel : public QSqlRelationalTableModel
 {
     Q_OBJECT
 
 public:
+    /// Lives while a run changes many rows: the table takes all changes as one, and views learn of
+    /// new rows some five times a second instead of after each. Every function that is not const
+    /// knows of them at once. Doesn't nest.
+    class ManyChanges
+    {
+    public:
+        explicit ManyChanges(UserSongsRelTableModel &model);
+        ~ManyChanges();
+        ManyChanges(const ManyChanges &) = delete;
+        ManyChanges &operator=(const ManyChanges &) = delete;
+
+    private:
+        const Transaction m_transaction;
+        UserSongsRelTableModel &m_model;
+    };
+
     /// \a database holds the table "usersongs" and outlives the model. Reads no rows.
     UserSongsRelTableModel(QObject *parent, const QSqlDatabase &database);
 
@@ -58,6 +77,13 @@ public:
     /// While locked, sort() only remembers what was asked for, so that the rows of a running
     /// workflow keep their numbers; the last unlock does it. Locks nest.
     void setSortingLocked(bool locked);
+    /// Sorts all rows as the last sort() that was not locked asked for, new ones among them, and
+    /// tells views as select() does. Reads the table anew only when it holds other rows than these.
+    bool sortAgain();
+
+    /// How many statements were written and prepared to change rows: one for each kind of change,
+    /// whatever the number of rows.
+    size_t statementCount() const { return m_prepared.size(); }
 
     bool select() override;
     void sort(int column, Qt::SortOrder order) override;
@@ -71,23 +97,24 @@ public:
 
 private:
     using Row = QVariantList; ///< one value a column
-    struct Cell {
-        int column;
-        QVariant value;
-    };
+    enum class Change { Insert, Update, Delete };
     struct Sort {
         int column;
         Qt::SortOrder order;
     };
 
     void setHeaderToolTips();
+    void announce();
     bool hasRow(int row) const { return row >= 0 && row < m_rows.size(); }
     QString textAt(int row, int column) const;
     int statusAt(int row) const;
-    bool writeCells(int row, const QList<Cell> &cells);
+    bool writeCells(int row, const QList<int> &columns, const QVariantList &values);
     bool deleteRow(int row);
-    bool putInOrder(int column, Qt::SortOrder order);
-    bool run(const QString &statement, const QVariantList &values, qint64 *newId = nullptr);
+    bool putInOrder();
+    const QSqlQuery *run(Change change, const QList<int> &columns, const QVariantList &values,
+                         const QVariant &id = {});
+    QSqlQuery *preparedFor(Change change, const QList<int> &columns);
+    QString statementFor(Change change, const QList<int> &columns) const;
     QString quoted(const QString &name) const;
     QString columnName(int column) const { return m_columnNames.at(column); }
 
@@ -103,9 +130,18 @@ private:
     int m_shortName = -1;
     int m_status = -1;
 
-    QStringList m_columnNames;            ///< quoted
-    QHash<QString, QSqlQuery> m_prepared; ///< by statement: there are few
+    QList<int> m_dataColumns;  ///< those that updateRow() writes
+    QList<int> m_songColumns;  ///< those that addSong() fills
+    QStringList m_columnNames; ///< quoted
+    /// By column, where its value goes into a statement. Named: finding a place by its number costs
+    /// Qt more.
+    QStringList m_places;
+    /// Statements by what they change and where: there are few.
+    std::map<std::pair<Change, QList<int>>, QSqlQuery> m_prepared;
     QList<Row> m_rows;
+    QList<Row> m_unannounced; ///< in the table, but not yet shown
+    bool m_announcesEachRow = true;
+    QElapsedTimer m_sinceAnnounced;
     bool m_isRead = false; ///< the table was read at least once
     int m_sortingLocks = 0;
     std::optional<Sort> m_wantedSort; ///< asked for while sorting was locked

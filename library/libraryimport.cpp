@@ -58,6 +58,7 @@ bool LibraryImport::clearLibrary()
 
 SongCounts LibraryImport::readFiles(const QStringList &files)
 {
+    const UserSongsRelTableModel::ManyChanges changes(m_model);
     SongCounts counts;
     for (const QString &path : files) {
         if (RunGuard::endRequested())
@@ -66,6 +67,6 @@ SongCounts LibraryImport::readFiles(const QStringList &files)
         addSongFile(path, "", m_model, m_progress, counts);
     }
     // New rows stand at the end: a sort that the user chose before holds for them too.
-    m_model.select();
+    m_model.sortAgain();
     return counts;
 }

@@ -21,6 +21,7 @@ Synchroniser::Synchroniser(UserSongsRelTableModel &model, Database &catalogue, b
 
 bool Synchroniser::updateRows(Progress &progress)
 {
+    const UserSongsRelTableModel::ManyChanges changes(m_model);
     const int count = m_model.goodRowCount();
     for (int row = 0; row < count; ++row) {
         if (progress.isCanceled()) {

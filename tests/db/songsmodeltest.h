@@ -1,7 +1,7 @@
 #pragma once
 
-#include "db/usersongsreltablemodel.h"
 #include "songfile/songinfo.h"
+#include "tests/db/countingmodel.h"
 #include "tests/testhome.h"
 
 #include <QAbstractItemModelTester>
@@ -18,19 +18,6 @@
 #include <QtTest>
 
 #include <memory>
-
-/// Counts how often the table is read.
-class CountingModel : public UserSongsRelTableModel
-{
-public:
-    using UserSongsRelTableModel::UserSongsRelTableModel;
-    bool select() override
-    {
-        ++selects;
-        return UserSongsRelTableModel::select();
-    }
-    int selects = 0;
-};
 
 inline SongInfo song(int number)
 {

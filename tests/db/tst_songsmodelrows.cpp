@@ -14,6 +14,7 @@ private slots:
     void sortsAsTheTableDoes();
     void readsAForeignTableWhenSorted();
     void addedSongStandsAtTheEndOfASortedTable();
+    void sortsAgainWithoutReadingTheTable();
     void walkVisitsEveryRowOnceWhenSortedByStatus();
     void walkVisitsEveryRowOnceWhenSortedByTitle();
     void lockedSortingWaits();
@@ -24,6 +25,8 @@ private slots:
     void keepsMoreThanOneFetchBatch();
     void showsSongsInAViewInInsertionOrder();
     void addsAndUpdatesWithoutReadingTheTableAgain();
+    void announcesNewRowsOfARunInLots();
+    void keepsTheRowsOfARun();
     void obeysTheRulesOfModels();
 };
 
@@ -89,6 +92,27 @@ void TestSongsModelRows::addedSongStandsAtTheEndOfASortedTable()
     QCOMPARE(m_model->shortName(20), QStringLiteral("SONG99.MID"));
     QVERIFY(m_model->select());
     QCOMPARE(m_model->shortName(0), QStringLiteral("SONG99.MID"));
+}
+
+void TestSongsModelRows::sortsAgainWithoutReadingTheTable()
+{
+    addSongs(20);
+    const QStringList inserted = shownNames();
+    QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
+    QVERIFY(m_model->sortAgain());
+    QCOMPARE(shownNames(), inserted);
+
+    m_model->sort(column("title"), Qt::AscendingOrder);
+    SongInfo info = song(99);
+    info.title = QStringLiteral("A");
+    QVERIFY(m_model->addSong(info));
+    QVERIFY(m_model->sortAgain());
+    QCOMPARE(m_model->shortName(0), QStringLiteral("SONG99.MID"));
+    QCOMPARE(m_model->selects, 1);
+    QCOMPARE(resets.size(), 3);
+    const QStringList sorted = shownNames();
+    QVERIFY(m_model->select());
+    QCOMPARE(shownNames(), sorted);
 }
 
 void TestSongsModelRows::walkVisitsEveryRowOnceWhenSortedByStatus()
@@ -265,10 +289,59 @@ void TestSongsModelRows::addsAndUpdatesWithoutReadingTheTableAgain()
           static_cast<long long>(added), static_cast<long long>(updated),
           static_cast<long long>(timer.elapsed()));
     QCOMPARE(m_model->selects, 1);
+    QCOMPARE(m_model->statementCount(), size_t(3)); // a new row, a row's data, its status
     QCOMPARE(resets.size(), 1);
     QCOMPARE(insertions.size(), count);
     QCOMPARE(changes.size(), 2 * count);
     QCOMPARE(m_model->goodRowCount(), count);
+}
+
+void TestSongsModelRows::announcesNewRowsOfARunInLots()
+{
+    constexpr qint64 lotInterval = 200; // milliseconds
+    const QAbstractItemModelTester tester(m_model.get(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QVERIFY(m_model->select());
+    QSignalSpy insertions(m_model.get(), &QAbstractItemModel::rowsInserted);
+    QElapsedTimer timer;
+    timer.start();
+    {
+        const UserSongsRelTableModel::ManyChanges changes(*m_model);
+        addSongs(1000);
+    }
+    QVERIFY2(insertions.size() <= 1 + timer.elapsed() / lotInterval,
+             qPrintable(QString::number(insertions.size())));
+    QCOMPARE(m_model->rowCount(), 1000);
+    insertions.clear();
+    addSongs(2);
+    QCOMPARE(insertions.size(), 2);
+}
+
+void TestSongsModelRows::keepsTheRowsOfARun()
+{
+    {
+        const UserSongsRelTableModel::ManyChanges changes(*m_model);
+        addSongs(2);
+        QCOMPARE(m_model->shortName(1), QStringLiteral("SONG1.MID"));
+        QVERIFY(m_model->addSong(song(2)));
+        m_model->setStatus(2, Database::Updated);
+        QVERIFY(m_model->addSong(song(3)));
+        QVERIFY(m_model->removeRows(3, 1));
+        QCOMPARE(stored(QStringLiteral("status"), 3).toInt(), 1);
+        QVERIFY(m_model->addSong(song(4)));
+        m_model->sort(column("shortname"), Qt::DescendingOrder);
+        QCOMPARE(shownNames().join(u' '),
+                 QStringLiteral("SONG4.MID SONG2.MID SONG1.MID SONG0.MID"));
+        QVERIFY(m_model->addSong(song(5)));
+        QVERIFY(m_model->select());
+        QCOMPARE(m_model->rowCount(), 5);
+        QVERIFY(m_model->addSong(song(6)));
+    }
+    QCOMPARE(m_model->rowCount(), 6);
+    QVERIFY(m_model->select());
+    QCOMPARE(m_model->rowCount(), 6);
+    QVERIFY2(m_database->userLibraryDb()->transaction(), "the run's own is closed");
+    QVERIFY(m_database->userLibraryDb()->rollback());
 }
 
 void TestSongsModelRows::obeysTheRulesOfModels()

@@ -1,7 +1,7 @@
 #include "base/runguard.h"
 #include "db/database.h"
-#include "db/usersongsreltablemodel.h"
 #include "library/libraryimport.h"
+#include "tests/db/countingmodel.h"
 #include "tests/library/fakeprogress.h"
 #include "tests/logcapture.h"
 #include "tests/smallsongs.h"
@@ -9,6 +9,7 @@
 #include "tests/testhome.h"
 
 #include <QCoreApplication>
+#include <QSignalSpy>
 #include <QSqlQuery>
 #include <QTest>
 
@@ -23,6 +24,7 @@ private slots:
     void cleanup();
     void addsSongsInTheirOrder();
     void sortsTheNewRowsAsTheOldOnesWere();
+    void readsTheTableOnce();
     void countsAndLogsWhatDoesNotOpen();
     void countsPublisherSongs();
     void logsEachStepInOrder();
@@ -94,6 +96,17 @@ void TestLibraryImport::sortsTheNewRowsAsTheOldOnesWere()
     QCOMPARE(m_model->shortName(0), QStringLiteral("two.kar"));
     QCOMPARE(m_model->shortName(1), QStringLiteral("three.mid"));
     QCOMPARE(m_model->shortName(2), QStringLiteral("one.mid"));
+}
+
+void TestLibraryImport::readsTheTableOnce()
+{
+    CountingModel model(nullptr, *m_database->userLibraryDb());
+    QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+    LibraryImport import(*m_database, model, m_progress);
+    import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+    QCOMPARE(model.selects, 1);
+    QCOMPARE(model.statementCount(), size_t(1));
+    QCOMPARE(resets.size(), 2); // views learn of the end: a search then holds for the new rows
 }
 
 void TestLibraryImport::countsAndLogsWhatDoesNotOpen()

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "db/usersongsreltablemodel.h"
+
+/// Counts how often the table is read.
+class CountingModel : public UserSongsRelTableModel
+{
+public:
+    using UserSongsRelTableModel::UserSongsRelTableModel;
+    bool select() override
+    {
+        ++selects;
+        return UserSongsRelTableModel::select();
+    }
+    int selects = 0;
+};
