@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 
 #include "app/aboutdialog.h"
+#include "app/columnfitting.h"
 #include "app/currentrowkeeper.h"
 #include "app/emptytablehint.h"
 #include "app/helpdialog.h"
@@ -140,7 +141,7 @@ void MainWindow::scanDir(const QString &dir, int &songs, int &publisherSongs, in
     SongCounts counts{songs, publisherSongs, unknown};
     m_ui->userLibraryTableView->setUpdatesEnabled(false);
     FolderScan(*m_model, m_progress, counts).scan(dir);
-    m_model->select();
+    m_model->sortAgain();
     m_ui->userLibraryTableView->setUpdatesEnabled(true);
     m_statusLine->beginRun(RunReport::Run::Import);
     m_statusLine->addReport(counts.report);
@@ -322,11 +323,8 @@ void MainWindow::explainEmptyTable()
 
 void MainWindow::adjustUserLibraryHeaders()
 {
-    constexpr int lastDataColumn = 8;
     constexpr int shortNameColumn = 10;
-    for (int column = 0; column <= lastDataColumn; ++column)
-        m_ui->userLibraryTableView->resizeColumnToContents(column);
-    m_ui->userLibraryTableView->resizeColumnToContents(shortNameColumn);
+    fitColumns(*m_ui->userLibraryTableView, {0, 1, 2, 3, 4, 5, 6, 7, 8, shortNameColumn});
 }
 
 void MainWindow::showLanguage(const QString &code)

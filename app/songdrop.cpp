@@ -7,6 +7,8 @@
 #include <QUrl>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -18,6 +20,13 @@ QStringList localPaths(const QMimeData &data)
             paths.append(url.toLocalFile());
     }
     return paths;
+}
+
+bool holdsLocalPath(const QMimeData &data)
+{
+    const QList<QUrl> urls = data.urls();
+    return std::any_of(urls.cbegin(), urls.cend(),
+                       [](const QUrl &url) { return url.isLocalFile(); });
 }
 
 } // namespace
@@ -34,10 +43,8 @@ bool SongDrop::eventFilter(QObject *watched, QEvent *event)
     if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)
         return QObject::eventFilter(watched, event);
     auto *drag = static_cast<QDropEvent *>(event);
-    const QStringList paths =
-        type == QEvent::DragMove ? QStringList() : localPaths(*drag->mimeData());
     if (type == QEvent::DragEnter)
-        m_isWanted = !paths.isEmpty();
+        m_isWanted = holdsLocalPath(*drag->mimeData());
     const bool isBusy = RunGuard::isActive();
     drag->setDropAction(Qt::CopyAction); // a move would let the source delete its files
     drag->setAccepted(m_isWanted && !isBusy);
@@ -45,6 +52,7 @@ bool SongDrop::eventFilter(QObject *watched, QEvent *event)
         emit refused();
     if (type == QEvent::Drop && drag->isAccepted())
         QMetaObject::invokeMethod(
-            this, [this, paths] { emit dropped(paths); }, Qt::QueuedConnection);
+            this, [this, paths = localPaths(*drag->mimeData())] { emit dropped(paths); },
+            Qt::QueuedConnection);
     return true;
 }
