@@ -66,6 +66,7 @@ bool MainWindow::synchroniseLibrary()
     if (!suggestBackup() || RunGuard::endRequested())
         return false;
 
+    m_database.prepareLookUps();
     m_progress.begin(tr("Aggiornamento file"), tr("Aggiorno la libreria..."), count);
     Synchroniser synchroniser(
         *m_model, m_database, isCopyrightAskOn(),
