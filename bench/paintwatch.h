@@ -6,6 +6,7 @@
 #include <QProgressBar>
 
 #include <algorithm>
+#include <ctime>
 
 /// An application that watches how a run shows its progress: how long at most nothing of the bar
 /// was painted, and how much of the time went into painting.
@@ -19,12 +20,16 @@ public:
     void startWatching()
     {
         m_longestGap = 0;
+        m_longestWork = 0;
         m_painting = 0;
         m_sincePaint.invalidate();
         m_total.start();
     }
     /// Milliseconds between two paintings of a progress bar, at most.
     double longestGap() const { return static_cast<double>(m_longestGap) / 1e6; }
+    /// The most that the program itself worked between two such paintings, in milliseconds of
+    /// processor time: what others on the machine did is left out.
+    double longestWork() const { return static_cast<double>(m_longestWork) / 1e6; }
     /// The share of the time since startWatching() that was spent painting, 0 to 1.
     double paintingShare() const
     {
@@ -49,6 +54,13 @@ public:
     }
 
 private:
+    /// Nanoseconds of this thread.
+    static qint64 processorTime()
+    {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<qint64>(time.tv_sec) * 1000000000 + time.tv_nsec;
+    }
     bool watchBar(QObject *receiver, QEvent *event)
     {
         const bool done = QApplication::notify(receiver, event);
@@ -57,8 +69,12 @@ private:
         m_hasPainted = true;
         if (qobject_cast<QProgressBar *>(receiver) == nullptr)
             return done;
-        if (m_sincePaint.isValid())
+        const qint64 worked = processorTime();
+        if (m_sincePaint.isValid()) {
             m_longestGap = std::max(m_longestGap, m_sincePaint.nsecsElapsed());
+            m_longestWork = std::max(m_longestWork, worked - m_workedAtPaint);
+        }
+        m_workedAtPaint = worked;
         m_sincePaint.start();
         return done;
     }
@@ -66,6 +82,8 @@ private:
     QElapsedTimer m_total;
     QElapsedTimer m_sincePaint;
     qint64 m_longestGap = 0;
+    qint64 m_longestWork = 0;
+    qint64 m_workedAtPaint = 0;
     qint64 m_painting = 0;
     bool m_inPainting = false;
     bool m_hasPainted = false;
