@@ -24,8 +24,8 @@ QString buildDate();
 QString buildTime();
 
 /// Sends all messages from now on to "log.txt" in the working folder when "logenabled" is on
-/// (deleting an old log first when "logclear" is on, too), and nowhere otherwise: then the program's
-/// own messages are not even built.
+/// (deleting an old log first when "logclear" is on, too), and nowhere otherwise: then the
+/// program's own messages are not even built.
 void startLog(const QSettings &settings);
 
 /// What a log line starts with: "[05-03-2024 14:07:09]", each field padded with zeros.
