@@ -29,7 +29,7 @@ class UserSongsRelTableModel : public QSqlRelationalTableModel
 
 public:
     /// Lives while a run changes many rows: the table takes all changes as one, and views learn of
-    /// new rows some five times a second instead of after each. Every function that is not const
+    /// new rows some twenty times a second instead of after each. Every function that is not const
     /// knows of them at once. Doesn't nest.
     class ManyChanges
     {
