@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTest>
@@ -15,6 +16,7 @@ private slots:
     void fitsAsTheViewItselfDoes();
     void measuresEachTextOnce();
     void leavesHiddenColumnsAlone();
+    void letsScrollToWhatNoLongerFits();
 
 private:
     static constexpr int rows = 300;
@@ -75,6 +77,24 @@ void TestColumnFitting::leavesHiddenColumnsAlone()
     view.hideColumn(0);
     QCOMPARE(fitColumns(view, {0}), 0);
     QVERIFY(view.isColumnHidden(0));
+}
+
+void TestColumnFitting::letsScrollToWhatNoLongerFits()
+{
+    QStandardItemModel model;
+    fill(model);
+    QTableView view;
+    view.setModel(&model);
+    view.resize(600, 300);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    QCoreApplication::processEvents();
+    QVERIFY(!view.horizontalScrollBar()->isVisible());
+    model.item(0, 0)->setText(QString(200, u'W'));
+    fitColumns(view, {0, 1, 2, 3});
+    QCoreApplication::processEvents();
+    QVERIFY(view.horizontalScrollBar()->isVisible());
+    QVERIFY(view.horizontalScrollBar()->maximum() > 0);
 }
 
 BRISEL_TEST_MAIN(QApplication, TestColumnFitting)
