@@ -5,12 +5,6 @@
 namespace
 {
 
-bool isAscii(const QString &text)
-{
-    return std::all_of(text.cbegin(), text.cend(),
-                       [](QChar letter) { return letter.unicode() < 0x80; });
-}
-
 /// \a text with the letters from \a first to \a last moved by \a distance.
 QString moved(const QString &text, char16_t first, char16_t last, int distance)
 {
@@ -24,9 +18,20 @@ QString moved(const QString &text, char16_t first, char16_t last, int distance)
 
 } // namespace
 
+bool isAscii(const QString &text)
+{
+    return std::all_of(text.cbegin(), text.cend(),
+                       [](QChar letter) { return letter.unicode() < 0x80; });
+}
+
+QString asciiUpperCased(const QString &text)
+{
+    return moved(text, u'a', u'z', 'A' - 'a');
+}
+
 QString upperCased(const QString &text)
 {
-    return !text.isEmpty() && isAscii(text) ? moved(text, u'a', u'z', 'A' - 'a') : text.toUpper();
+    return !text.isEmpty() && isAscii(text) ? asciiUpperCased(text) : text.toUpper();
 }
 
 QString lowerCased(const QString &text)

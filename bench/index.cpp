@@ -2,12 +2,12 @@
 // ./bench/run. Lines that begin with "# " tell what no ratio can.
 
 #include "index/index.h"
+#include "bench/paintwatch.h"
 #include "bench/songmemory.h"
 #include "index/indexdialog.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QRadioButton>
@@ -184,57 +184,8 @@ void tellMemory()
               << " MiB\n";
 }
 
-/// Watches the paintings of a window and what they cost.
-class PaintWatch : public QObject
-{
-public:
-    explicit PaintWatch(QWidget &window) : m_window(window) { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        // All that is to be painted is painted while the window handles this event.
-        if (watched != &m_window || event->type() != QEvent::UpdateRequest || m_painting)
-            return false;
-        if (m_sincePaint.isValid()) {
-            m_longest = std::max(m_longest, m_sincePaint.elapsed());
-            m_longestWork = std::max(m_longestWork, processorTime() - m_workBefore);
-        }
-        QElapsedTimer time;
-        time.start();
-        m_painting = true;
-        QCoreApplication::sendEvent(watched, event);
-        m_painting = false;
-        m_cost += time.nsecsElapsed();
-        m_sincePaint.start();
-        m_workBefore = processorTime();
-        return true;
-    }
-
-    qint64 longest() const { return m_longest; }
-    /// The same in processor time: what others on the machine take is left out.
-    qint64 longestWork() const { return m_longestWork; }
-    qint64 cost() const { return m_cost / 1000000; }
-
-private:
-    /// Milliseconds that this thread has worked.
-    static qint64 processorTime()
-    {
-        timespec time{};
-        ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-        return time.tv_sec * 1000 + time.tv_nsec / 1000000;
-    }
-
-    QWidget &m_window;
-    QElapsedTimer m_sincePaint;
-    qint64 m_longest = 0; ///< milliseconds
-    qint64 m_longestWork = 0;
-    qint64 m_workBefore = 0;
-    qint64 m_cost = 0; ///< nanoseconds
-    bool m_painting = false;
-};
-
 /// Tells how the dialog breathes while it works.
-void tellBreath(bool rebuilds)
+void tellBreath(PaintWatch &watch, bool rebuilds)
 {
     IndexDialog dialog;
     dialog.findChild<QLineEdit *>(QStringLiteral("lineEditPath"))->setText(rootOf(full));
@@ -243,30 +194,26 @@ void tellBreath(bool rebuilds)
     dialog.findChild<QRadioButton *>(choice)->setChecked(true);
     dialog.show();
     QCoreApplication::processEvents();
-    QElapsedTimer time;
-    qint64 run = 0;
-    qint64 longest = 0;
-    qint64 longestWork = 0;
-    qint64 cost = 0;
-    const PaintWatch watch(dialog);
+    double longest = 0;
+    double longestWork = 0;
+    double share = 0;
     QTimer closer;
     QObject::connect(&closer, &QTimer::timeout, &dialog, [&] {
         auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         if (box == nullptr)
             return;
-        run = time.elapsed();
-        longest = watch.longest();
+        longest = watch.longestGap();
         longestWork = watch.longestWork();
-        cost = watch.cost();
+        share = watch.paintingShare();
         box->accept();
     });
     closer.start(0);
-    time.start();
+    watch.startWatching(&dialog);
     dialog.start(false);
     std::cout << "# " << (rebuilds ? "build" : "update") << " over " << full
               << " songs in the dialog: at most " << longest << " ms between two paintings ("
-              << longestWork << " ms of processor time), " << cost << " of " << run
-              << " ms spent on them\n";
+              << longestWork << " ms of processor time), " << share * 100
+              << " % of the time spent on them\n";
 }
 
 } // namespace
@@ -276,7 +223,7 @@ int main(int argc, char **argv)
     const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
+    PaintWatch application(argc, argv);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     bool listsOnly = false;
     for (const QString &argument : QCoreApplication::arguments())
@@ -301,7 +248,7 @@ int main(int argc, char **argv)
     if (benchmark::RunSpecifiedBenchmarks() == 0 || listsOnly)
         return 0;
     tellMemory();
-    tellBreath(true);
-    tellBreath(false);
+    tellBreath(application, true);
+    tellBreath(application, false);
     return 0;
 }

@@ -8,26 +8,27 @@
 #include <algorithm>
 #include <ctime>
 
-/// An application that watches how a run shows its progress: how long at most nothing of the bar
-/// was painted, and how much of the time went into painting.
+/// An application that watches how a run shows its progress: how long at most nothing of it was
+/// painted, and how much of the time went into painting.
 class PaintWatch : public QApplication
 {
 public:
     using QApplication::QApplication;
 
-    /// Forgets what was seen. Bars are looked for from now on; the time before the first painting
-    /// of one does not count.
-    void startWatching()
+    /// Forgets what was seen. From now on the paintings of \a window are looked for or, without
+    /// one, those of progress bars; the time before the first does not count.
+    void startWatching(const QWidget *window = nullptr)
     {
+        m_window = window;
         m_longestGap = 0;
         m_longestWork = 0;
         m_painting = 0;
         m_sincePaint.invalidate();
         m_total.start();
     }
-    /// Milliseconds between two paintings of a progress bar, at most.
+    /// Milliseconds between two such paintings, at most.
     double longestGap() const { return static_cast<double>(m_longestGap) / 1e6; }
-    /// The most that the program itself worked between two such paintings, in milliseconds of
+    /// The most that the program itself worked between two of them, in milliseconds of
     /// processor time: what others on the machine did is left out.
     double longestWork() const { return static_cast<double>(m_longestWork) / 1e6; }
     /// The share of the time since startWatching() that was spent painting, 0 to 1.
@@ -43,11 +44,11 @@ public:
         const bool paints =
             event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest;
         if (!paints || m_inPainting)
-            return watchBar(receiver, event);
+            return watch(receiver, event);
         QElapsedTimer timer;
         timer.start();
         m_inPainting = true;
-        const bool done = watchBar(receiver, event);
+        const bool done = watch(receiver, event);
         m_inPainting = false;
         m_painting += timer.nsecsElapsed();
         return done;
@@ -61,13 +62,19 @@ private:
         clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
         return static_cast<qint64>(time.tv_sec) * 1000000000 + time.tv_nsec;
     }
-    bool watchBar(QObject *receiver, QEvent *event)
+    /// All of a window that is to be painted is painted while it handles the request.
+    bool isWatched(QObject *receiver, QEvent::Type type) const
+    {
+        return m_window != nullptr
+                   ? receiver == m_window && type == QEvent::UpdateRequest
+                   : qobject_cast<QProgressBar *>(receiver) != nullptr && type == QEvent::Paint;
+    }
+    bool watch(QObject *receiver, QEvent *event)
     {
         const bool done = QApplication::notify(receiver, event);
-        if (event->type() != QEvent::Paint)
-            return done;
-        m_hasPainted = true;
-        if (qobject_cast<QProgressBar *>(receiver) == nullptr)
+        const QEvent::Type type = event->type();
+        m_hasPainted = m_hasPainted || type == QEvent::Paint;
+        if (!isWatched(receiver, type))
             return done;
         const qint64 worked = processorTime();
         if (m_sincePaint.isValid()) {
@@ -79,6 +86,7 @@ private:
         return done;
     }
 
+    const QWidget *m_window = nullptr;
     QElapsedTimer m_total;
     QElapsedTimer m_sincePaint;
     qint64 m_longestGap = 0;

@@ -1,5 +1,7 @@
 #include "db/filenameindex.h"
 
+#include "base/lettercase.h"
+
 #include <algorithm>
 #include <tuple>
 
@@ -24,16 +26,6 @@ bool isSimple(const QString &text)
     return std::all_of(text.begin(), text.end(), [](QChar character) {
         return character != QChar::Null && character < QChar(0xD800);
     });
-}
-
-QString upperCased(const QString &text)
-{
-    QString upper = text;
-    for (QChar &character : upper) {
-        if (character >= u'a' && character <= u'z')
-            character = QChar(character.unicode() - u'a' + u'A');
-    }
-    return upper;
 }
 
 /// Both upper-cased.
@@ -76,7 +68,7 @@ quint64 gramOf(QStringView text)
 
 void FileNameIndex::add(const QString &name, qint64 rowId)
 {
-    const QString text = upperCased(name.section(QChar::Null, 0, 0));
+    const QString text = asciiUpperCased(name.section(QChar::Null, 0, 0));
     m_areNamesSimple = m_areNamesSimple && isSimple(text);
     m_names.push_back({text, rowId});
     m_grams.clear();
@@ -93,7 +85,7 @@ bool FileNameIndex::canAnswer(const QString &pattern) const
 
 std::optional<qint64> FileNameIndex::firstRow(const QString &pattern)
 {
-    const QString upper = upperCased(pattern);
+    const QString upper = asciiUpperCased(pattern);
     const auto begin = std::find_if(upper.begin(), upper.end(), isWildcard);
     if (begin == upper.end()) {
         const auto row = m_rowIdByName.constFind(upper);

@@ -297,18 +297,16 @@ void Index::refreshSong(SongInfoIndex &song)
         m_modified = true;
         return;
     }
-    const quint32 date = song.date;
-    const quint32 time = song.time;
-    song.setModified(state.modified);
-    if (!isNew && song.date == date && song.time == time)
+    SongInfoIndex stamp;
+    stamp.setModified(state.modified);
+    if (!isNew && stamp.date == song.date && stamp.time == song.time)
         return;
     // A known song that can't be looked at now keeps what is known of it, for another day.
-    if (!isNew && !SongHead::read(song.absolutePath, m_prefix, state)) {
-        song.date = date;
-        song.time = time;
+    if (!isNew && !SongHead::read(song.absolutePath, m_prefix, state))
         return;
-    }
     SongHead::parse(m_prefix, song);
+    song.date = stamp.date;
+    song.time = stamp.time;
     m_modified = true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/fileidentity.h"
 #include "base/filewriting.h"
+#include "base/lettercase.h"
 #include "base/runguard.h"
 #include "index/entrylist.h"
 #include "index/longnames.h"
@@ -19,12 +20,6 @@ bool isSameName(const QString &a, const QString &b)
 {
     // Case is folded letter by letter: names of different lengths are never the same.
     return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
-bool isAscii(const QString &text)
-{
-    return std::all_of(text.cbegin(), text.cend(),
-                       [](QChar character) { return character.unicode() < 0x80; });
 }
 
 QStringView suffixOf(const QString &path)

@@ -11,15 +11,22 @@ QByteArrayView recordOf(const QByteArray &records, qsizetype position)
     return QByteArrayView(records).sliced(position * IndexRecord::size, IndexRecord::size);
 }
 
+/// One \c Record for each of \a songs.
+template <typename Record>
+QByteArray recordsOf(const QList<SongInfoIndex> &songs)
+{
+    QByteArray records;
+    records.reserve(songs.size() * IndexRecord::size);
+    for (const SongInfoIndex &song : songs)
+        Record(song).appendTo(records);
+    return records;
+}
+
 } // namespace
 
 QByteArray IndexWriters::pathFile(const QList<SongInfoIndex> &songs)
 {
-    QByteArray content;
-    content.reserve(songs.size() * IndexRecord::size);
-    for (const SongInfoIndex &song : songs)
-        PathRecord(song).appendTo(content);
-    return content;
+    return recordsOf<PathRecord>(songs);
 }
 
 QByteArray IndexWriters::orderFile(const QList<SongInfoIndex> &songs, const SongOrder &byPath)
@@ -32,11 +39,7 @@ QByteArray IndexWriters::orderFile(const QList<SongInfoIndex> &songs, const Song
 
 QByteArray IndexWriters::songRecords(const QList<SongInfoIndex> &songs)
 {
-    QByteArray records;
-    records.reserve(songs.size() * IndexRecord::size);
-    for (const SongInfoIndex &song : songs)
-        SongRecord(song).appendTo(records);
-    return records;
+    return recordsOf<SongRecord>(songs);
 }
 
 IndexWriters::ListFile IndexWriters::titleFile(const QList<SongInfoIndex> &songs,

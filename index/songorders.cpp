@@ -90,10 +90,10 @@ SongOrders::Groups SongOrders::byGroup(const QList<SongInfoIndex> &songs, const 
         auto number = known.constFind(name);
         if (number == known.cend()) {
             const QString key = foldedText(name);
-            const int next = static_cast<int>(folded.size());
-            if (!folded.contains(key))
-                folded.insert(key, next);
-            number = known.insert(name, folded.value(key));
+            auto same = folded.constFind(key);
+            if (same == folded.cend())
+                same = folded.insert(key, static_cast<int>(folded.size()));
+            number = known.insert(name, *same);
         }
         groups.numbers.append(*number);
     }

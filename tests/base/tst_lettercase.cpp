@@ -27,6 +27,7 @@ void TestLetterCase::changesTextsOfAllKindsAsTheLibraryDoes()
                                 QStringLiteral("straße"), QStringLiteral("È Già Ora.mid")}) {
         QCOMPARE(upperCased(text), text.toUpper());
         QCOMPARE(lowerCased(text), text.toLower());
+        QCOMPARE(asciiUpperCased(text), QString::fromUtf8(text.toUtf8().toUpper()));
         QCOMPARE(upperCased(text).isNull(), text.toUpper().isNull());
         QCOMPARE(lowerCased(text).isNull(), text.toLower().isNull());
     }

@@ -51,6 +51,14 @@ private:
     {
         return window.findChild<QProgressDialog *>();
     }
+    /// Begins a run of 100 steps; its dialog has been painted.
+    static QProgressDialog *beginShown(QMainWindow &window, RunProgress &progress)
+    {
+        window.show();
+        progress.begin(QStringLiteral("T"), QStringLiteral("L"), 100);
+        progress.breathe();
+        return dialogOf(window);
+    }
     static QString labelOf(const QWidget &window)
     {
         return dialogOf(window)->findChild<QLabel *>()->text();
@@ -150,12 +158,9 @@ void TestRunProgress::remembersCancelAndStaysClosed()
 void TestRunProgress::paintsWhileTheValueIsSet()
 {
     QMainWindow window;
-    window.show();
     RunProgress progress(&window);
-    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 100);
-    progress.breathe();
     PaintCounter painted;
-    dialogOf(window)->findChild<QLabel *>()->installEventFilter(&painted);
+    beginShown(window, progress)->findChild<QLabel *>()->installEventFilter(&painted);
     QElapsedTimer clock;
     clock.start();
     for (int value = 0; clock.elapsed() < 400; ++value)
@@ -166,17 +171,15 @@ void TestRunProgress::paintsWhileTheValueIsSet()
 void TestRunProgress::paintsWhileNoBarMoves()
 {
     QMainWindow window;
-    window.show();
     RunProgress progress(&window);
-    progress.begin(QStringLiteral("T"), QStringLiteral("L"), 100);
-    progress.breathe();
     PaintCounter painted;
-    dialogOf(window)->installEventFilter(&painted);
+    QProgressDialog *dialog = beginShown(window, progress);
+    dialog->installEventFilter(&painted);
     constexpr int patience = 10000; // milliseconds
     QElapsedTimer clock;
     clock.start();
     while (painted.count < 3 && clock.elapsed() < patience) {
-        dialogOf(window)->update();
+        dialog->update();
         progress.paintInTime();
     }
     QCOMPARE(painted.count, 3);
