@@ -23,6 +23,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -210,10 +211,10 @@ void tellBreath(PaintWatch &watch, bool rebuilds)
     closer.start(0);
     watch.startWatching(&dialog);
     dialog.start(false);
-    std::cout << "# " << (rebuilds ? "build" : "update") << " over " << full
-              << " songs in the dialog: at most " << longest << " ms between two paintings ("
-              << longestWork << " ms of processor time), " << share * 100
-              << " % of the time spent on them\n";
+    std::cout << std::fixed << std::setprecision(1) << "# " << (rebuilds ? "build" : "update")
+              << " over " << full << " songs in the dialog: at most " << longest
+              << " ms between two paintings (" << longestWork << " ms of processor time), "
+              << share * 100 << " % of the time spent on them\n";
 }
 
 } // namespace
