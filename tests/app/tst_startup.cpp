@@ -1,14 +1,13 @@
-#include "app/startup.h"
+#include "tests/app/startuptest.h"
+
 #include "base/debugstream.h"
 #include "tests/logcapture.h"
-#include "tests/testfiles.h"
 #include "tests/testhome.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QLocale>
 #include <QMessageBox>
-#include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
@@ -16,13 +15,12 @@
 #include <QTranslator>
 
 #include <csignal>
-#include <functional>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 /// Each case starts with an empty settings store and no log in the working folder.
-class TestStartup : public QObject
+class TestStartup : public StartupTest
 {
     Q_OBJECT
 
@@ -41,7 +39,6 @@ private slots:
     void writesUtf8UpToTheFirstZero();
     void keepsALineBreakOfASongInItsLine();
     void dropsLinesWhenTheLogCannotBeOpened();
-    void writesLogWhateverTheLoggingRulesSay();
     void abortsAfterAFatalMessage_data();
     void abortsAfterAFatalMessage();
     void choosesLanguageAtTheFirstStart_data();
@@ -50,31 +47,16 @@ private slots:
     void loadsItalianForTheDialogsOfQtToo();
     void loadsEnglishForEveryOtherLanguage_data();
     void loadsEnglishForEveryOtherLanguage();
-    void runsTheProgramFromBannerToWindow();
-    void importsTheSongsOfItsArguments();
 
 private:
-    static void set(const QString &key, const QVariant &value)
-    {
-        QSettings(settingsOrganisation, settingsApplication).setValue(key, value);
-    }
     static void start() { startLog(QSettings(settingsOrganisation, settingsApplication)); }
-    static QStringList logLines()
-    {
-        QStringList lines = QString::fromUtf8(fileContent(QStringLiteral("log.txt"))).split(u'\n');
-        lines.removeLast();
-        return lines;
-    }
-    /// A line without its time stamp.
-    static QString textOf(const QString &line) { return line.mid(21); }
 
     QtMessageHandler m_handler = nullptr;
 };
 
 void TestStartup::init()
 {
-    QSettings(settingsOrganisation, settingsApplication).clear();
-    QFile::remove(QStringLiteral("log.txt"));
+    startAnew();
     m_handler = qInstallMessageHandler(nullptr);
     DebugStream::setHeard(true);
 }
@@ -215,20 +197,6 @@ void TestStartup::dropsLinesWhenTheLogCannotBeOpened()
     QVERIFY(QDir().rmdir(QStringLiteral("log.txt")));
 }
 
-void TestStartup::writesLogWhateverTheLoggingRulesSay()
-{
-    QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("*.debug=false"));
-    program.setProcessEnvironment(environment);
-    set(QStringLiteral("logenabled"), true);
-    program.start(QStringLiteral(BRISEL_PROGRAM), QStringList());
-    QTRY_VERIFY_WITH_TIMEOUT(
-        fileContent(QStringLiteral("log.txt")).contains("DB initialized correctly"), 20000);
-    program.kill();
-    program.waitForFinished();
-}
-
 void TestStartup::abortsAfterAFatalMessage_data()
 {
     QTest::addColumn<bool>("logging");
@@ -323,52 +291,6 @@ void TestStartup::loadsEnglishForEveryOtherLanguage()
     QVERIFY(qt.isEmpty());
     const QMessageBox box(QMessageBox::Question, QString(), QString(), QMessageBox::Yes);
     QCOMPARE(box.button(QMessageBox::Yes)->text(), QStringLiteral("&Yes"));
-}
-
-void TestStartup::runsTheProgramFromBannerToWindow()
-{
-    set(QStringLiteral("logenabled"), true);
-    QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(BRISEL_PROGRAM), QStringList());
-    QTRY_VERIFY_WITH_TIMEOUT(
-        fileContent(QStringLiteral("log.txt")).contains("D| DB initialized correctly \n"), 20000);
-    QCOMPARE(program.state(), QProcess::Running);
-    program.kill();
-    program.waitForFinished();
-    QVERIFY(textOf(logLines().first()).startsWith(QStringLiteral("D| |=====")));
-    QCOMPARE(QSettings(settingsOrganisation, settingsApplication)
-                 .value(QStringLiteral("language"))
-                 .toString(),
-             QStringLiteral("en"));
-}
-
-void TestStartup::importsTheSongsOfItsArguments()
-{
-    set(QStringLiteral("logenabled"), true);
-    makeFile(QStringLiteral("given/100% uno.mid"), "no song in truth");
-    makeFile(QStringLiteral("given/in/-due.MP3"), "nor this");
-    makeFile(QStringLiteral("given/in/tre.txt"), "no song's name");
-    makeFile(QStringLiteral("-quattro.kar"), "looks like an option");
-    QProcess program;
-    program.start(
-        QStringLiteral(BRISEL_PROGRAM),
-        {QStringLiteral("given"), QStringLiteral("missing.mid"), QStringLiteral("-quattro.kar")});
-    QTRY_VERIFY_WITH_TIMEOUT(fileContent(QStringLiteral("log.txt")).count("Unknown/corrupted") == 3,
-                             20000);
-    program.kill();
-    program.waitForFinished();
-    QStringList found;
-    for (const QString &line : logLines()) {
-        if (line.contains(QStringLiteral("Found file: ")))
-            found.append(textOf(line).section(u'"', 1, 1));
-    }
-    const QDir here;
-    QCOMPARE(found, QStringList({here.absoluteFilePath(QStringLiteral("given/100% uno.mid")),
-                                 here.absoluteFilePath(QStringLiteral("given/in/-due.MP3")),
-                                 here.absoluteFilePath(QStringLiteral("-quattro.kar"))}));
 }
 
 BRISEL_TEST_MAIN(QApplication, TestStartup)

@@ -1,0 +1,181 @@
+#include "tests/app/startuptest.h"
+
+#include "tests/testhome.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTest>
+
+/// The program itself, started as a user starts it. Each case starts with an empty settings store
+/// and no log in the working folder.
+class TestProgram : public StartupTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { startAnew(); }
+    void logsWhatIsSaidWhileTheApplicationIsMade();
+    void saysNothingWithoutALog();
+    void showsTheChosenLanguage_data();
+    void showsTheChosenLanguage();
+    void showsTheDarkStyleAndItsIcon();
+    void returnsWhatTheEventLoopReturns();
+    void writesLogWhateverTheLoggingRulesSay();
+    void runsTheProgramFromBannerToWindow();
+    void importsTheSongsOfItsArguments();
+
+private:
+    /// What a run with the probe left: see programprobe.cpp.
+    struct Run {
+        bool ended = false; ///< by itself
+        int code = -1;
+        QJsonObject seen; ///< empty when no window was shown
+        QByteArray errors;
+    };
+    static Run runWithProbe(int code = 0);
+};
+
+TestProgram::Run TestProgram::runWithProbe(int code)
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(BRISEL_PROBE_FOLDER));
+    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"),
+                       QStringLiteral("brisel_probe:%1").arg(code));
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(BRISEL_PROGRAM), QStringList());
+    Run run;
+    run.ended = program.waitForFinished(60000) && program.exitStatus() == QProcess::NormalExit;
+    run.code = program.exitCode();
+    run.seen = QJsonDocument::fromJson(program.readAllStandardOutput()).object();
+    run.errors = program.readAllStandardError();
+    return run;
+}
+
+void TestProgram::logsWhatIsSaidWhileTheApplicationIsMade()
+{
+    set(QStringLiteral("logenabled"), true);
+    const Run run = runWithProbe();
+    QVERIFY(run.ended);
+    QStringList texts;
+    for (const QString &line : logLines())
+        texts.append(textOf(line));
+    const qsizetype probe = texts.indexOf(QStringLiteral("W| the probe is loaded"));
+    QVERIFY2(probe >= 6, "after the six lines of the banner");
+    QVERIFY(texts.indexOf(QStringLiteral("D| DB initialized correctly ")) > probe);
+    QCOMPARE(run.errors, QByteArray());
+}
+
+void TestProgram::saysNothingWithoutALog()
+{
+    const Run run = runWithProbe();
+    QVERIFY(run.ended);
+    QCOMPARE(run.errors, QByteArray());
+    QVERIFY(!QFile::exists(QStringLiteral("log.txt")));
+}
+
+void TestProgram::showsTheChosenLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("menus");
+    QTest::addColumn<QString>("yes");
+    QTest::newRow("it") << "it"
+                        << "File|Preferenze|Strumenti|Aiuto" << QStringLiteral("&Sì");
+    QTest::newRow("en") << "en"
+                        << "File|Preferences|Tools|Help"
+                        << "&Yes";
+}
+
+void TestProgram::showsTheChosenLanguage()
+{
+    QFETCH(QString, language);
+    set(QStringLiteral("language"), language);
+    const Run run = runWithProbe();
+    QVERIFY(run.ended);
+    QTEST(run.seen.value(QStringLiteral("menus")).toString(), "menus");
+    QTEST(run.seen.value(QStringLiteral("yes")).toString(), "yes");
+}
+
+void TestProgram::showsTheDarkStyleAndItsIcon()
+{
+    const Run run = runWithProbe();
+    QVERIFY(run.ended);
+    QCOMPARE(run.seen.value(QStringLiteral("ground")).toString(), QStringLiteral("#424242"));
+    QVERIFY(run.seen.value(QStringLiteral("styled")).toBool());
+    QVERIFY(run.seen.value(QStringLiteral("icon")).toBool());
+}
+
+void TestProgram::returnsWhatTheEventLoopReturns()
+{
+    for (const int code : {0, 42}) {
+        const Run run = runWithProbe(code);
+        QVERIFY(run.ended);
+        QCOMPARE(run.code, code);
+    }
+}
+
+void TestProgram::writesLogWhateverTheLoggingRulesSay()
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("*.debug=false"));
+    program.setProcessEnvironment(environment);
+    set(QStringLiteral("logenabled"), true);
+    program.start(QStringLiteral(BRISEL_PROGRAM), QStringList());
+    QTRY_VERIFY_WITH_TIMEOUT(
+        fileContent(QStringLiteral("log.txt")).contains("DB initialized correctly"), 20000);
+    program.kill();
+    program.waitForFinished();
+}
+
+void TestProgram::runsTheProgramFromBannerToWindow()
+{
+    set(QStringLiteral("logenabled"), true);
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(BRISEL_PROGRAM), QStringList());
+    QTRY_VERIFY_WITH_TIMEOUT(
+        fileContent(QStringLiteral("log.txt")).contains("D| DB initialized correctly \n"), 20000);
+    QCOMPARE(program.state(), QProcess::Running);
+    program.kill();
+    program.waitForFinished();
+    QVERIFY(textOf(logLines().first()).startsWith(QStringLiteral("D| |=====")));
+    QCOMPARE(QSettings(settingsOrganisation, settingsApplication)
+                 .value(QStringLiteral("language"))
+                 .toString(),
+             QStringLiteral("en"));
+}
+
+void TestProgram::importsTheSongsOfItsArguments()
+{
+    set(QStringLiteral("logenabled"), true);
+    makeFile(QStringLiteral("given/100% uno.mid"), "no song in truth");
+    makeFile(QStringLiteral("given/in/-due.MP3"), "nor this");
+    makeFile(QStringLiteral("given/in/tre.txt"), "no song's name");
+    makeFile(QStringLiteral("-quattro.kar"), "looks like an option");
+    QProcess program;
+    program.start(
+        QStringLiteral(BRISEL_PROGRAM),
+        {QStringLiteral("given"), QStringLiteral("missing.mid"), QStringLiteral("-quattro.kar")});
+    QTRY_VERIFY_WITH_TIMEOUT(fileContent(QStringLiteral("log.txt")).count("Unknown/corrupted") == 3,
+                             20000);
+    program.kill();
+    program.waitForFinished();
+    QStringList found;
+    for (const QString &line : logLines()) {
+        if (line.contains(QStringLiteral("Found file: ")))
+            found.append(textOf(line).section(u'"', 1, 1));
+    }
+    const QDir here;
+    QCOMPARE(found, QStringList({here.absoluteFilePath(QStringLiteral("given/100% uno.mid")),
+                                 here.absoluteFilePath(QStringLiteral("given/in/-due.MP3")),
+                                 here.absoluteFilePath(QStringLiteral("-quattro.kar"))}));
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestProgram)
+#include "tst_program.moc"
