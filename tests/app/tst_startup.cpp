@@ -1,6 +1,7 @@
 #include "tests/app/startuptest.h"
 
 #include "base/debugstream.h"
+#include "tests/fulldisk.h"
 #include "tests/logcapture.h"
 #include "tests/testhome.h"
 
@@ -15,9 +16,29 @@
 #include <QTranslator>
 
 #include <csignal>
+#include <optional>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+namespace
+{
+
+/// Has its own name as the translation of every text.
+class NamedTexts : public QTranslator
+{
+public:
+    explicit NamedTexts(QString name) : m_name(std::move(name)) {}
+    QString translate(const char *, const char *, const char *, int) const override
+    {
+        return m_name;
+    }
+
+private:
+    QString m_name;
+};
+
+} // namespace
 
 /// Each case starts with an empty settings store and no log in the working folder.
 class TestStartup : public StartupTest
@@ -45,6 +66,7 @@ private slots:
     void choosesLanguageAtTheFirstStart();
     void keepsAChosenLanguage();
     void loadsItalianForTheDialogsOfQtToo();
+    void asksForTextsOfQtFirst();
     void loadsEnglishForEveryOtherLanguage_data();
     void loadsEnglishForEveryOtherLanguage();
 
@@ -199,32 +221,43 @@ void TestStartup::dropsLinesWhenTheLogCannotBeOpened()
 
 void TestStartup::abortsAfterAFatalMessage_data()
 {
-    QTest::addColumn<bool>("logging");
-    QTest::newRow("log on") << true;
-    QTest::newRow("log off") << false;
+    QTest::addColumn<QtMessageHandler>("output");
+    QTest::addColumn<QString>("obstacle");
+    QTest::addColumn<QByteArray>("logged");
+    QTest::newRow("log on") << &myMessageOutput << "" << QByteArray("F| the end\n");
+    QTest::newRow("log off") << &dummyMessageOutput << "" << QByteArray();
+    QTest::newRow("log is a folder") << &myMessageOutput << "folder" << QByteArray();
+    QTest::newRow("disk is full") << &myMessageOutput << "full disk" << QByteArray();
 }
 
 void TestStartup::abortsAfterAFatalMessage()
 {
-    QFETCH(bool, logging);
+    QFETCH(QtMessageHandler, output);
+    QFETCH(QString, obstacle);
+    QDir here;
+    if (obstacle == QStringLiteral("folder"))
+        QVERIFY(here.mkdir(QStringLiteral("log.txt")));
     const pid_t child = fork();
     if (child == 0) {
         const struct rlimit none {
         };
         setrlimit(RLIMIT_CORE, &none);
         std::signal(SIGABRT, SIG_DFL);
-        const auto output = logging ? myMessageOutput : dummyMessageOutput;
+        std::optional<FullDisk> disk;
+        if (obstacle == QStringLiteral("full disk"))
+            disk.emplace(0);
         output(QtFatalMsg, QMessageLogContext(), QStringLiteral("the end"));
         _exit(0);
     }
     int status = 0;
     QCOMPARE(waitpid(child, &status, 0), child);
+    const QByteArray log = fileContent(QStringLiteral("log.txt"));
+    here.rmdir(QStringLiteral("log.txt"));
+    if (output == dummyMessageOutput)
+        QVERIFY(!QFile::exists(QStringLiteral("log.txt")));
     QVERIFY(WIFSIGNALED(status));
     QCOMPARE(WTERMSIG(status), SIGABRT);
-    if (logging)
-        QCOMPARE(textOf(logLines().constFirst()), QStringLiteral("F| the end"));
-    else
-        QVERIFY(!QFile::exists(QStringLiteral("log.txt")));
+    QTEST(log.mid(21), "logged");
 }
 
 void TestStartup::choosesLanguageAtTheFirstStart_data()
@@ -272,6 +305,18 @@ void TestStartup::loadsItalianForTheDialogsOfQtToo()
                           QMessageBox::Yes | QMessageBox::No);
     QCOMPARE(box.button(QMessageBox::Yes)->text(), QStringLiteral("&Sì"));
     QCOMPARE(QCoreApplication::translate("MainWindow", "Esci"), QStringLiteral("Esci"));
+}
+
+void TestStartup::asksForTextsOfQtFirst()
+{
+    NamedTexts program(QStringLiteral("program"));
+    NamedTexts qt(QStringLiteral("qt"));
+    loadTranslations(QStringLiteral("it"), program, qt);
+    QCOMPARE(program.filePath(), QStringLiteral(":/trans/brisel2pc_it"));
+    QCOMPARE(qt.filePath(), QStringLiteral(":/trans/qt_it"));
+    QCOMPARE(QCoreApplication::translate("Any", "text in both"), QStringLiteral("qt"));
+    QCoreApplication::removeTranslator(&qt);
+    QCOMPARE(QCoreApplication::translate("Any", "text in both"), QStringLiteral("program"));
 }
 
 void TestStartup::loadsEnglishForEveryOtherLanguage_data()
