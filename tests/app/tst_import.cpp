@@ -38,6 +38,7 @@ private slots:
     void showsTheAdvance();
     void goesOnAfterInterrompi();
     void replacesTheRowsOfTheLastImport();
+    void fitsTheColumnsToTheRowsThatCame();
     void importsTheSameListAgain();
     void keepsOldRowsWhenTheyCannotBeCleared();
     void keepsRowsInPlaceDuringTheRun();
@@ -270,6 +271,24 @@ void TestImport::replacesTheRowsOfTheLastImport()
     pick({path("a/three.mid")});
     QCOMPARE(model()->goodRowCount(), 1);
     QCOMPARE(model()->fileName(0), path("a/three.mid"));
+}
+
+void TestImport::fitsTheColumnsToTheRowsThatCame()
+{
+    setAsking(false);
+    auto *view = m_window->findChild<QTableView *>();
+    const int emptyWidth = view->columnWidth(2);
+    makeFile(path("a/a song of a long file name.mid"), smallMidi(QByteArray(60, 'W')));
+    pick({path("a/one.mid"), path("a/a song of a long file name.mid")});
+    const int fullWidth = view->columnWidth(2);
+    QVERIFY(fullWidth > emptyWidth);
+    for (const int column : {1, 2, 3, 4, 5, 6, 7, 8, 10}) {
+        const int width = view->columnWidth(column);
+        view->resizeColumnToContents(column);
+        QCOMPARE(width, view->columnWidth(column));
+    }
+    pick({path("a/one.mid")});
+    QVERIFY(view->columnWidth(2) < fullWidth);
 }
 
 void TestImport::importsTheSameListAgain()
