@@ -1,0 +1,55 @@
+#include "db/database.h"
+#include "tests/logcapture.h"
+#include "tests/testhome.h"
+
+#include <QDir>
+#include <QSqlDriver>
+#include <QSqlResult>
+#include <QtTest>
+
+/// The database when its first connection, that of the library in memory, can't be opened.
+class TestRefusedLibrary : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void failsWithoutAWordAndOpensNoCatalogue();
+};
+
+/// Stands in for the driver of SQLite: opens nothing.
+class RefusingDriver : public QSqlDriver
+{
+public:
+    static inline QStringList asked; ///< the databases that it was to open
+
+    bool hasFeature(DriverFeature) const override { return false; }
+    bool open(const QString &name, const QString &, const QString &, const QString &, int,
+              const QString &) override
+    {
+        asked.append(name);
+        setOpenError(true);
+        return false;
+    }
+    void close() override {}
+    QSqlResult *createResult() const override { return nullptr; }
+};
+
+void TestRefusedLibrary::failsWithoutAWordAndOpensNoCatalogue()
+{
+    QSqlDatabase::registerSqlDriver(QStringLiteral("QSQLITE"),
+                                    new QSqlDriverCreator<RefusingDriver>);
+    {
+        Database database;
+        const LogCapture log;
+        QVERIFY(!database.init());
+        QCOMPARE(RefusingDriver::asked, QStringList(QStringLiteral(":memory:")));
+        QCOMPARE(log.messages(), QStringList());
+        QCOMPARE(QSqlDatabase::connectionNames(), QStringList(QStringLiteral("con_mem")));
+        QVERIFY(!database.userLibraryDb()->isOpen());
+        QVERIFY(QDir::temp().isEmpty());
+    }
+    QVERIFY(QSqlDatabase::connectionNames().isEmpty());
+}
+
+BRISEL_TEST_MAIN(QCoreApplication, TestRefusedLibrary)
+#include "tst_refusedlibrary.moc"
