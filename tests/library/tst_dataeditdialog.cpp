@@ -41,9 +41,6 @@ private slots:
     void enterAddsNothingToTheLists();
     void usesTheFileName();
     void goesBackToTheTitleAsLoaded();
-    void asksBeforeApplyingToAll_data();
-    void asksBeforeApplyingToAll();
-    void untickingAsksNothing();
     void buttonsEndWithTheirResults();
     void enterSavesAndEscapeRejects();
     void longPathKeepsTheDialogNarrow();
@@ -330,60 +327,6 @@ void TestDataEditDialog::goesBackToTheTitleAsLoaded()
     QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
 }
 
-void TestDataEditDialog::asksBeforeApplyingToAll_data()
-{
-    QTest::addColumn<QByteArray>("box");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("answer");
-    const struct {
-        const char *box;
-        QString text;
-    } questions[] = {
-        {"checkBoxToAllAuthor", u"L'autore inserito verrà applicato a tutte le song della lista, "
-                                "sei sicuro?"_qs},
-        {"checkBoxToAllArtist", u"L'interprete inserito verrà applicato a tutte le song della "
-                                "lista, sei sicuro?"_qs},
-        {"checkBoxToAllGenre", u"Il genere inserito verrà applicato a tutte le song della lista, "
-                               "sei sicuro?"_qs},
-        {"checkBoxToAllTitle", u"Il titolo di tutte le song della lista verrà sovrascritto non il "
-                               "nome del file, sei sicuro?"_qs},
-    };
-    for (const auto &question : questions) {
-        for (const int answer : {int(QMessageBox::Yes), int(QMessageBox::No)})
-            QTest::addRow("%s %s", question.box, answer == QMessageBox::Yes ? "Yes" : "No")
-                << QByteArray(question.box) << question.text << answer;
-    }
-}
-
-void TestDataEditDialog::asksBeforeApplyingToAll()
-{
-    QFETCH(QByteArray, box);
-    QFETCH(QString, text);
-    QFETCH(int, answer);
-    m_dialog->show();
-    QTest::mouseClick(find<QRadioButton>("radioButtonTitle2"), Qt::LeftButton);
-    DialogScript script;
-    script.expectMessage(u"ATTENZIONE"_qs, text, answer);
-    QTest::mouseClick(find<QCheckBox>(box.constData()), Qt::LeftButton);
-    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
-    const bool yes = answer == QMessageBox::Yes;
-    QCOMPARE(find<QCheckBox>(box.constData())->isChecked(), yes);
-    QCOMPARE(m_dialog->isApplyToAllAuthor(), yes && box == "checkBoxToAllAuthor");
-    QCOMPARE(m_dialog->isApplyToAllArtist(), yes && box == "checkBoxToAllArtist");
-    QCOMPARE(m_dialog->isApplyToAllGenre(), yes && box == "checkBoxToAllGenre");
-    QCOMPARE(m_dialog->isApplyToAllFname(), yes && box == "checkBoxToAllTitle");
-}
-
-void TestDataEditDialog::untickingAsksNothing()
-{
-    m_dialog->show();
-    find<QCheckBox>("checkBoxToAllGenre")->setChecked(true);
-    DialogScript script;
-    QTest::mouseClick(find<QCheckBox>("checkBoxToAllGenre"), Qt::LeftButton);
-    QVERIFY(script.isDone());
-    QVERIFY(!m_dialog->isApplyToAllGenre());
-}
-
 void TestDataEditDialog::buttonsEndWithTheirResults()
 {
     for (const auto &[button, result] :
@@ -403,11 +346,11 @@ void TestDataEditDialog::enterSavesAndEscapeRejects()
         QTest::keyClick(widget->findChild<QLineEdit *>(u"ssLineEdit"_qs), Qt::Key_Return);
     });
     QCOMPARE(m_dialog->exec(), 1);
-    DialogScript other;
-    other.expect("DataEditDialog", [](QWidget *widget) {
+    script.expect("DataEditDialog", [](QWidget *widget) {
         QTest::keyClick(widget->findChild<QLineEdit *>(u"ssLineEdit"_qs), Qt::Key_Escape);
     });
     QCOMPARE(m_dialog->exec(), 0);
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
 }
 
 void TestDataEditDialog::longPathKeepsTheDialogNarrow()
