@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QTest>
@@ -20,7 +21,12 @@ DialogScript::DialogScript(QObject *parent)
 
 void DialogScript::expect(const char *className, Step step)
 {
-    m_steps.append({className, std::move(step)});
+    m_steps.append({className, std::move(step), true});
+}
+
+void DialogScript::expectClosedLater(const char *className, Step step)
+{
+    m_steps.append({className, std::move(step), false});
 }
 
 void DialogScript::expectMessage(const QString &title, const QString &text, int button)
@@ -28,13 +34,12 @@ void DialogScript::expectMessage(const QString &title, const QString &text, int 
     expect("QMessageBox", [this, title, text, button](QWidget *widget) {
         auto *box = qobject_cast<QMessageBox *>(widget);
         if (box->windowTitle() != title || box->text() != text)
-            m_problems.append(
-                QStringLiteral("message box \"%1\" / \"%2\" instead of \"%3\" / \"%4\"")
-                    .arg(box->windowTitle(), box->text(), title, text));
+            complain(QStringLiteral("message box \"%1\" / \"%2\" instead of \"%3\" / \"%4\"")
+                         .arg(box->windowTitle(), box->text(), title, text));
         if (QAbstractButton *wanted = box->button(static_cast<QMessageBox::StandardButton>(button)))
             QTest::mouseClick(wanted, Qt::LeftButton);
         else
-            m_problems.append(QStringLiteral("no such button in \"%1\"").arg(box->text()));
+            complain(QStringLiteral("no such button in \"%1\"").arg(box->text()));
     });
 }
 
@@ -49,15 +54,27 @@ void DialogScript::expectFilesCancelled()
     expect("QFileDialog", [](QWidget *widget) { qobject_cast<QDialog *>(widget)->reject(); });
 }
 
+void DialogScript::expectMenu(MenuStep step)
+{
+    m_menuSteps.append(std::move(step));
+}
+
 void DialogScript::click(QWidget *dialog, const QString &name)
 {
     auto *button = dialog->findChild<QAbstractButton *>(name);
     QVERIFY2(button != nullptr, qPrintable(name));
+    QVERIFY2(button->isEnabled() && !button->isHidden(), qPrintable(name));
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
 void DialogScript::look()
 {
+    if (QTest::currentTestFailed())
+        return;
+    if (auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())) {
+        use(menu);
+        return;
+    }
     QWidget *dialog = QApplication::activeModalWidget();
     if (dialog == nullptr || !dialog->isVisible() || dialog == m_outer || dialog == m_answered)
         return;
@@ -72,20 +89,43 @@ void DialogScript::answer(QWidget *dialog)
     m_answered = dialog;
     if (m_steps.isEmpty() || !dialog->inherits(m_steps.first().className.constData())) {
         auto *box = qobject_cast<QMessageBox *>(dialog);
-        m_problems.append(QStringLiteral("unexpected %1 \"%2\" %3")
-                              .arg(QLatin1StringView(dialog->metaObject()->className()),
-                                   dialog->windowTitle(),
-                                   box != nullptr ? box->text() : QString()));
+        complain(QStringLiteral("unexpected %1 \"%2\" %3")
+                     .arg(QLatin1StringView(dialog->metaObject()->className()),
+                          dialog->windowTitle(), box != nullptr ? box->text() : QString()));
         if (auto *plain = qobject_cast<QDialog *>(dialog))
             plain->reject();
         else
             dialog->close();
     } else {
-        m_steps.takeFirst().step(dialog);
+        const Expected expected = m_steps.takeFirst();
+        expected.step(dialog);
+        const bool isOpen = m_answered != nullptr && m_answered->isVisible();
+        if (isOpen && expected.closes && !QTest::currentTestFailed() &&
+            qobject_cast<QProgressDialog *>(dialog) == nullptr)
+            complain(QStringLiteral("its step left \"%1\" open").arg(dialog->windowTitle()));
     }
     // A dialog that lives on as a member is shown again under the same address.
     if (m_answered != nullptr && !m_answered->isVisible())
         m_answered = nullptr;
+}
+
+void DialogScript::use(QMenu *menu)
+{
+    const QPointer<QMenu> open(menu);
+    if (m_menuSteps.isEmpty())
+        complain(QStringLiteral("unexpected menu"));
+    else
+        m_menuSteps.takeFirst()(menu);
+    if (open != nullptr)
+        open->close();
+}
+
+/// Programs that are no tests look at problems() themselves.
+void DialogScript::complain(const QString &problem)
+{
+    m_problems.append(problem);
+    if (QTest::currentTestFunction() != nullptr)
+        QFAIL(qPrintable(problem));
 }
 
 void DialogScript::chooseFiles(QFileDialog *dialog, const QStringList &paths)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/failurewatch.h"
+
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -9,26 +11,32 @@
 #include <functional>
 
 class QFileDialog;
+class QMenu;
 class QWidget;
 
-/// Answers the modal dialogs of the real program in the order in which a test expects them, from
-/// inside their own event loops, by the same clicks and keys as a user.
+/// Answers the modal dialogs and the menus of the real program in the order in which a test expects
+/// them, from inside their own event loops, by the same clicks and keys as a user.
 ///
-/// A modal dialog that no step expects, or one of another class, is noted in problems() and
-/// rejected, so that no test hangs. Progress dialogs are left alone unless a step names them, and
-/// so is the dialog that is open when the script is made: its step makes a script of its own for
-/// what it opens in turn.
+/// No test hangs: a dialog or menu that no step expects, a dialog of another class, and one that
+/// its step does not close are closed; each fails the test case and is noted in problems(). So is
+/// closed whatever is open when a check fails (see FailureWatch), and no further step is taken.
+/// Progress dialogs are left alone unless a step names them, and so is the dialog that is open when
+/// the script is made: its step makes a script of its own for what it opens in turn.
 class DialogScript : public QObject
 {
     Q_OBJECT
 
 public:
     using Step = std::function<void(QWidget *dialog)>;
+    using MenuStep = std::function<void(QMenu *menu)>;
 
     explicit DialogScript(QObject *parent = nullptr);
 
-    /// The next modal dialog must inherit \a className; \a step answers it (it must close it).
+    /// The next modal dialog must inherit \a className; \a step answers it: when it returns, the
+    /// dialog must be closed, a progress dialog excepted.
     void expect(const char *className, Step step);
+    /// The next modal dialog must inherit \a className; what \a step prepares closes it later.
+    void expectClosedLater(const char *className, Step step);
     /// The next modal dialog is a message box with this title and text; \a button (a
     /// QMessageBox::StandardButton) is clicked.
     void expectMessage(const QString &title, const QString &text, int button);
@@ -37,12 +45,19 @@ public:
     /// The next modal dialog is a file dialog: it is cancelled.
     void expectFilesCancelled();
 
+    /// The next menu, whenever it comes among the dialogs: \a step uses it; if that leaves it open,
+    /// it is closed.
+    void expectMenu(MenuStep step);
+
     /// True when every step was used and nothing unexpected came.
-    bool isDone() const { return m_steps.isEmpty() && m_problems.isEmpty(); }
+    bool isDone() const
+    {
+        return m_steps.isEmpty() && m_menuSteps.isEmpty() && m_problems.isEmpty();
+    }
     const QStringList &problems() const { return m_problems; }
     qsizetype stepsLeft() const { return m_steps.size(); }
 
-    /// Clicks the button of \a dialog with the object name \a name.
+    /// Clicks the button of \a dialog with the object name \a name, which can be clicked.
     static void click(QWidget *dialog, const QString &name);
     /// Types \a paths (full paths) into a file dialog and accepts.
     static void chooseFiles(QFileDialog *dialog, const QStringList &paths);
@@ -51,12 +66,18 @@ private:
     struct Expected {
         QByteArray className;
         Step step;
+        bool closes;
     };
 
     void look();
     void answer(QWidget *dialog);
+    void use(QMenu *menu);
+    void complain(const QString &problem);
+
+    FailureWatch m_watch;
     QTimer m_timer;
     QList<Expected> m_steps;
+    QList<MenuStep> m_menuSteps;
     QStringList m_problems;
     QPointer<QWidget> m_outer;
     QPointer<QWidget> m_answered;

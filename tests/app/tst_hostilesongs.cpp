@@ -192,16 +192,10 @@ void TestHostileSongs::filesThatShrink()
     for (const QString &name : names)
         makeFile(at(name), Sample::midi("one love", true));
     import(names);
-    auto *timer = new QTimer(m_window);
-    connect(timer, &QTimer::timeout, this, [this, timer] {
-        const auto *dialog = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
-        if (dialog == nullptr || dialog->findChild<QLabel *>()->text() != u"1 di 3"_qs)
-            return;
-        timer->stop();
+    atProgress(u"Aggiornamento file"_qs, u"1 di 3"_qs, [this](QProgressDialog *) {
         cutTo(at(u"b.mid"_qs), 20);
         cutTo(at(u"c.mid"_qs), 0);
     });
-    timer->start(0);
     synchronise();
     QCOMPARE(statuses(), u"133"_qs);
     QCOMPARE(QFileInfo(at(u"b.mid"_qs)).size(), 20);

@@ -84,16 +84,7 @@ void TestPulledMemory::plugIn()
 
 void TestPulledMemory::pullAt(const QString &title, const QString &label)
 {
-    auto *timer = new QTimer(m_window);
-    connect(timer, &QTimer::timeout, this, [this, timer, title, label] {
-        const auto *dialog = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
-        if (dialog == nullptr || dialog->windowTitle() != title ||
-            dialog->findChild<QLabel *>()->text() != label)
-            return;
-        timer->stop();
-        pull();
-    });
-    timer->start(0);
+    atProgress(title, label, [this](QProgressDialog *) { pull(); });
 }
 
 void TestPulledMemory::pullInQuestion(DialogScript &script, const QString &button)

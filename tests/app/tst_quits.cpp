@@ -122,10 +122,9 @@ void TestQuits::leaveWhen(std::function<bool()> isNow)
 
 void TestQuits::leaveAtProgress(const QString &title, const QString &label)
 {
-    leaveWhen([title, label] {
-        const auto *dialog = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
-        return dialog != nullptr && dialog->windowTitle() == title &&
-               dialog->findChild<QLabel *>()->text() == label;
+    atProgress(title, label, [this](QProgressDialog *) {
+        m_left = true;
+        leave();
     });
 }
 
@@ -148,6 +147,8 @@ void TestQuits::run(const std::function<void()> &work)
         QCoreApplication::exit();
     });
     patience.start(60s);
+    const FailureWatch watch;
+    connect(&watch, &FailureWatch::failed, qApp, [] { QCoreApplication::exit(); });
     QTimer::singleShot(0, m_window, work);
     QApplication::exec();
     QVERIFY2(!isLate, "the program did not end");
@@ -159,7 +160,7 @@ void TestQuits::run(const std::function<void()> &work)
 void TestQuits::runDialog(const char *action, const char *className,
                           const std::function<void(QWidget *)> &work)
 {
-    m_script->expect(className, work);
+    m_script->expectClosedLater(className, work);
     run([this, action] { m_window->findChild<QAction *>(QString::fromLatin1(action))->trigger(); });
 }
 
@@ -189,7 +190,7 @@ void TestQuits::endsTheSummaryOfAnImport()
     m_window->enableCopyrightMessage(true);
     makeSongs({u"one.mid"_qs}, true);
     m_script->expectFiles({at(u"one.mid"_qs)});
-    m_script->expect("ProceedDialog", [this](QWidget *) {
+    m_script->expectClosedLater("ProceedDialog", [this](QWidget *) {
         m_left = true;
         leave();
     });

@@ -128,9 +128,7 @@ void TestTableRows::menuKeyMeansTheCurrentRow()
     QTableView *table = m_sample->table;
     QVERIFY(focusTable());
     table->setCurrentIndex(m_sample->model->index(3, 2));
-    QTimer::singleShot(20, this, [] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        QVERIFY(menu != nullptr);
+    m_sample->script.expectMenu([](QMenu *menu) {
         QTest::keyClick(menu, Qt::Key_Down);
         QTest::keyClick(menu, Qt::Key_Return);
     });

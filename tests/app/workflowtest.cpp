@@ -3,6 +3,7 @@
 #include "base/runguard.h"
 
 #include <QMenu>
+#include <QMessageBox>
 
 void WorkflowTest::openWindow()
 {
@@ -32,6 +33,17 @@ void WorkflowTest::import(const QStringList &names)
     m_script->expectFiles(paths);
     QTest::mouseClick(tool("selectDirToolButton"), Qt::LeftButton);
     verifyScript();
+}
+
+void WorkflowTest::expectMessageWithLog(const QString &text, const LogCapture &log,
+                                        qsizetype &logged)
+{
+    m_script->expect("QMessageBox", [text, &log, &logged](QWidget *widget) {
+        auto *box = qobject_cast<QMessageBox *>(widget);
+        QCOMPARE(box->text(), text);
+        logged = log.messages().size();
+        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+    });
 }
 
 void WorkflowTest::expectBackup(const QString &button)
@@ -71,6 +83,21 @@ void WorkflowTest::expectYesThenInterrupt()
     });
 }
 
+void WorkflowTest::atProgress(const QString &title, const QString &label,
+                              const std::function<void(QProgressDialog *)> &step)
+{
+    auto *timer = new QTimer(m_window);
+    connect(timer, &QTimer::timeout, this, [timer, title, label, step] {
+        auto *dialog = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+        if (dialog == nullptr || dialog->windowTitle() != title ||
+            dialog->findChild<QLabel *>()->text() != label)
+            return;
+        timer->stop();
+        step(dialog);
+    });
+    timer->start(0);
+}
+
 void WorkflowTest::doubleClick(int row)
 {
     QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, cell(row));
@@ -79,17 +106,13 @@ void WorkflowTest::doubleClick(int row)
 
 void WorkflowTest::chooseFromMenu(int entry, const QPoint &pos)
 {
-    QTimer::singleShot(20, m_window, [entry] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        QVERIFY(menu != nullptr);
+    m_script->expectMenu([entry](QMenu *menu) {
         QCOMPARE(menu->actions().size(), 2);
         QCOMPARE(menu->actions().at(0)->text(), u"Remove from list"_qs);
         QCOMPARE(menu->actions().at(1)->text(), u"Delete file"_qs);
         if (entry >= 0)
             QTest::mouseClick(menu, Qt::LeftButton, {},
                               menu->actionGeometry(menu->actions().at(entry)).center());
-        if (menu->isVisible())
-            menu->close();
     });
     emit table()->customContextMenuRequested(pos);
 }

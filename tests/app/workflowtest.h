@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/app/samplewindow.h"
+#include "tests/logcapture.h"
 
 #include <QToolButton>
 
@@ -38,6 +39,9 @@ protected:
     void import(const QStringList &names);
     void clickSync() { m_sample->press("updateDataToolButton"); }
     void clickTransfer() { m_sample->press("transferFilesToolButton"); }
+    /// The next dialog is a message box with this text, which is accepted; \a logged is then the
+    /// number of messages in \a log while it was open.
+    void expectMessageWithLog(const QString &text, const LogCapture &log, qsizetype &logged);
     /// The next dialog offers the backup: presses \a button.
     void expectBackup(const QString &button);
     /// The next dialog offers the backup: it goes to the folder "backups".
@@ -47,6 +51,9 @@ protected:
     /// The next dialog is the four-way question: answers "Si", and presses "Interrompi" as soon as
     /// that file is done.
     void expectYesThenInterrupt();
+    /// Does \a step when the progress dialog shows \a label under \a title, once.
+    void atProgress(const QString &title, const QString &label,
+                    const std::function<void(QProgressDialog *)> &step);
     void expectEdit(const DialogScript::Step &edit) { m_script->expect("DataEditDialog", edit); }
     void doubleClick(int row);
     /// Opens the context menu at \a pos and clicks the entry; -1 closes the menu.

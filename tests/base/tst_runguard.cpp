@@ -38,16 +38,18 @@ void TestRunGuard::eatsAQuitAndRemembersIt()
 {
     QEventLoop loop;
     bool wasQuit = false;
+    bool wasNoted = false;
     std::optional<RunGuard> guard(std::in_place);
     QTimer::singleShot(0, [&] {
         QEvent quit(QEvent::Quit);
         QCoreApplication::sendEvent(qApp, &quit);
         wasQuit = !loop.isRunning();
-        QVERIFY(RunGuard::endRequested());
+        wasNoted = RunGuard::endRequested();
         loop.exit(7);
     });
     QCOMPARE(loop.exec(), 7);
     QVERIFY(!wasQuit);
+    QVERIFY(wasNoted);
 }
 
 void TestRunGuard::sendsTheQuitAgainAfterTheRun()

@@ -42,7 +42,7 @@ bool Hand::checkAnswered()
 
 void Hand::expectDialog(const char *className, const QString &picture, const Action &action)
 {
-    m_script->expect(className, [this, picture, action](QWidget *dialog) {
+    m_script->expectClosedLater(className, [this, picture, action](QWidget *dialog) {
         if (!picture.isEmpty())
             m_narrator.takePicture(dialog, picture);
         watch(dialog);
