@@ -34,6 +34,7 @@ private slots:
     void fillsTheTableAndOffersToSynchronise();
     void summarisesUnreadableFiles();
     void skipsTheSummaryWhenAskingIsOff();
+    void remembersThatNoMoreMessagesAreWanted_data();
     void remembersThatNoMoreMessagesAreWanted();
     void showsTheAdvance();
     void goesOnAfterInterrompi();
@@ -216,11 +217,21 @@ void TestImport::skipsTheSummaryWhenAskingIsOff()
     QVERIFY(button("transferFilesToolButton")->isEnabled());
 }
 
+void TestImport::remembersThatNoMoreMessagesAreWanted_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::newRow("No") << QByteArray("noPushButton");
+    QTest::newRow("Yes") << QByteArray("yesPushButton");
+}
+
 void TestImport::remembersThatNoMoreMessagesAreWanted()
 {
+    QFETCH(QByteArray, button);
     expectSummary(
         QStringLiteral("Sono stati esaminti 1 files, trovate 1 songs di cui 0 di (c)Kordia"),
-        "noPushButton", true);
+        button.constData(), true);
+    if (button == "yesPushButton")
+        expectBackupOffer("exitPushButton"); // and no question: the tick holds for this run, too
     pick({path("a/one.mid")});
     QCOMPARE(QSettings(settingsOrganisation, settingsApplication)
                  .value(QStringLiteral("copyrightAsk"))
