@@ -21,6 +21,7 @@ private slots:
     void cleanup() { m_window.reset(); }
     void switchesToEnglishAtOnce();
     void switchesBackToItalian();
+    void headsEveryColumnInBothLanguages();
     void showsEnglishForGerman();
     void checksTheStoredLanguage_data();
     void checksTheStoredLanguage();
@@ -46,6 +47,13 @@ private:
             ->model()
             ->headerData(column, Qt::Horizontal)
             .toString();
+    }
+    QString headings() const
+    {
+        QStringList texts;
+        for (int column = 0; column < 12; ++column)
+            texts.append(heading(column));
+        return texts.join(u'|');
     }
 };
 
@@ -79,6 +87,21 @@ void TestMainWindowSettings::switchesBackToItalian()
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QStringLiteral("&Sì"));
     find<QAction>("actionEnglish")->trigger();
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QStringLiteral("&Yes"));
+}
+
+void TestMainWindowSettings::headsEveryColumnInBothLanguages()
+{
+    const QString italian = QStringLiteral("Num|Formato|Titolo|Artista|Genere|Autore|Durata|Bpm|"
+                                           "Tonalita'||Nome file|");
+    open();
+    QCOMPARE(headings(), italian);
+    find<QAction>("actionEnglish")->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(headings(), QStringLiteral("Num|Format|Title|Artist|Genre|Author|Length|Bpm|Key||"
+                                        "File name|"));
+    find<QAction>("actionItalian")->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(headings(), italian);
 }
 
 void TestMainWindowSettings::showsEnglishForGerman()
