@@ -34,6 +34,8 @@ private slots:
     void backupThatCannotMakeItsFolderIsRefused();
     void backupCopiesThePickedFiles();
     void failedBackupStillSynchronises();
+    void cancelledBackupStillSynchronises();
+    void emptyLineEndsABackupInTheLog();
 };
 
 void TestMainWindowSync::synchronisesAfterTheImportSummary()
@@ -255,6 +257,39 @@ void TestMainWindowSync::failedBackupStillSynchronises()
     verifyScript();
     QCOMPARE(statuses(), u"13"_qs);
     QVERIFY(!tool("updateDataToolButton")->isEnabled());
+}
+
+void TestMainWindowSync::cancelledBackupStillSynchronises()
+{
+    makeSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs});
+    expectBackupToFolder();
+    atProgress(u"Backup"_qs, u"1 di 3"_qs, [](QProgressDialog *dialog) {
+        QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+    });
+    m_script->expectMessage(u"Backup"_qs, u"Backup FALLITO !!!"_qs, QMessageBox::Ok);
+    clickSync();
+    verifyScript();
+    const QStringList made = QDir(at(u"backups"_qs)).entryList({u"backup_kordia_*"_qs});
+    QCOMPARE(made.size(), 1);
+    QCOMPARE(QDir(at(u"backups/"_qs + made.first())).entryList(QDir::Files),
+             QStringList(u"one.mid"_qs));
+    QCOMPARE(statuses(), u"111"_qs);
+    QCOMPARE(title(u"three.mid"_qs), u"THREE KINGS"_qs);
+    QVERIFY(!tool("updateDataToolButton")->isEnabled());
+}
+
+void TestMainWindowSync::emptyLineEndsABackupInTheLog()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    const LogCapture log;
+    qsizetype before = 0;
+    expectBackupToFolder();
+    expectMessageWithLog(u"Backup eseguito correttamente"_qs, log, before);
+    clickSync();
+    verifyScript();
+    QCOMPARE(log.messages().mid(before, 2), QStringList({u" "_qs, u"[UPDATE] rowIdx:  0 "_qs}));
 }
 
 BRISEL_TEST_MAIN(QApplication, TestMainWindowSync)

@@ -26,6 +26,8 @@ private slots:
     void refusesToTransfer_data();
     void refusesToTransfer();
     void cancelledFolderDialogTransfersNothing();
+    void emptyLineEndsATransferInTheLog_data();
+    void emptyLineEndsATransferInTheLog();
     void skippedFilesNeedNoIndex();
     void vanishedVolumeLeavesTheWindowUsable();
     void interruptedTransferIsReported();
@@ -96,6 +98,32 @@ void TestMainWindowTransfer::cancelledFolderDialogTransfersNothing()
     clickTransfer();
     verifyScript();
     QCOMPARE(log.messages(), QStringList());
+}
+
+void TestMainWindowTransfer::emptyLineEndsATransferInTheLog_data()
+{
+    QTest::addColumn<bool>("isThere");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("done") << true << u"Tutti i file sono stati copiati correttamente"_qs;
+    QTest::newRow("failed") << false << u"Non è stato possibile copiare uno o più file"_qs;
+}
+
+void TestMainWindowTransfer::emptyLineEndsATransferInTheLog()
+{
+    QFETCH(bool, isThere);
+    QFETCH(QString, text);
+    makeSongs({u"one.mid"_qs}, false);
+    import({u"one.mid"_qs});
+    if (!isThere)
+        QVERIFY(QFile::remove(at(u"one.mid"_qs)));
+    const LogCapture log;
+    qsizetype before = 0;
+    m_script->expectFiles({at(u"volumes/CARD"_qs)});
+    expectMessageWithLog(text, log, before);
+    clickTransfer();
+    verifyScript();
+    QVERIFY(before > 0);
+    QCOMPARE(log.messages().mid(before), QStringList(u" "_qs));
 }
 
 void TestMainWindowTransfer::skippedFilesNeedNoIndex()
