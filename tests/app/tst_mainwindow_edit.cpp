@@ -27,6 +27,9 @@ private slots:
     void removesFromTheList();
     void deletesTheFile_data();
     void deletesTheFile();
+    void keysAnswerTheQuestionBeforeDeleting_data();
+    void keysAnswerTheQuestionBeforeDeleting();
+    void fileThatCannotBeDeletedLeavesTheListAllTheSame();
     void menuOverNoRowDoesNothing();
     void debugControls();
 };
@@ -167,6 +170,45 @@ void TestMainWindowEdit::deletesTheFile()
     verifyScript();
     QTEST(QFile::exists(at(u"two.mid"_qs)), "exists");
     QTEST(model().goodRowCount(), "rows");
+}
+
+void TestMainWindowEdit::keysAnswerTheQuestionBeforeDeleting_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("Return") << int(Qt::Key_Return);
+    QTest::newRow("Enter") << int(Qt::Key_Enter);
+    QTest::newRow("Escape") << int(Qt::Key_Escape);
+}
+
+/// None of them deletes.
+void TestMainWindowEdit::keysAnswerTheQuestionBeforeDeleting()
+{
+    QFETCH(int, key);
+    makeSongs({u"one.mid"_qs}, false);
+    import({u"one.mid"_qs});
+    m_script->expect("QMessageBox",
+                     [key](QWidget *widget) { QTest::keyClick(widget, Qt::Key(key)); });
+    chooseFromMenu(1, cell(0));
+    verifyScript();
+    QVERIFY(QFile::exists(at(u"one.mid"_qs)));
+    QCOMPARE(model().goodRowCount(), 1);
+}
+
+void TestMainWindowEdit::fileThatCannotBeDeletedLeavesTheListAllTheSame()
+{
+    makeSongs({u"one.mid"_qs, u"two.mid"_qs}, false);
+    import({u"one.mid"_qs, u"two.mid"_qs});
+    // Not even root can delete a folder as a file.
+    QVERIFY(QFile::remove(at(u"two.mid"_qs)));
+    makeFile(at(u"two.mid/inside.mid"_qs), "kept");
+    m_script->expectMessage(u"Attenzione"_qs, u"Sei sicuro di voler cancellare il file?"_qs,
+                            QMessageBox::Yes);
+    chooseFromMenu(1, cell(1));
+    verifyScript();
+    QCOMPARE(fileContent(at(u"two.mid/inside.mid"_qs)), QByteArray("kept"));
+    QCOMPARE(model().goodRowCount(), 1);
+    QCOMPARE(model().shortName(0), u"one.mid"_qs);
+    QVERIFY(QFile::exists(at(u"one.mid"_qs)));
 }
 
 void TestMainWindowEdit::menuOverNoRowDoesNothing()
