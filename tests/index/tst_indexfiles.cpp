@@ -24,6 +24,8 @@ private slots:
     void writesThreeSongsInGroups();
     void writesMp3SongsTwice();
     void updatesAddedChangedAndRemovedSongs();
+    void readsASongAgainWhenItsDateOrTimeDiffers_data();
+    void readsASongAgainWhenItsDateOrTimeDiffers();
     void fillsTheTitleWith58Characters();
     void entersInitialsUpperCased();
     void endsLongestPathBeforeItsDate();
@@ -147,6 +149,43 @@ void TestIndexFiles::updatesAddedChangedAndRemovedSongs()
     QCOMPARE(memory.read(u"genre.id2"_qs), groupHeader("00000001", "BALLO") + zero +
                                                groupHeader("00010002", "OPERA") + one + added);
     QCOMPARE(memory.read(u"fsinfos.id2"_qs), hex("030002000200000000000000"));
+}
+
+void TestIndexFiles::readsASongAgainWhenItsDateOrTimeDiffers_data()
+{
+    QTest::addColumn<QDateTime>("changed");
+    QTest::addColumn<QByteArray>("title");
+    QTest::addColumn<QByteArray>("digits");
+    const auto row = [](const char *name, int year, int month, int day, const QTime &time,
+                        const char *title, const char *digits) {
+        QTest::newRow(name) << QDateTime(QDate(year, month, day), time) << QByteArray(title)
+                            << QByteArray(digits);
+    };
+    const QTime time = first.time();
+    row("neither", 2009, 12, 31, time, "OLD", "20091231235958");
+    row("year", 2010, 12, 31, time, "NEW", "20101231235958");
+    row("month", 2009, 10, 31, time, "NEW", "20091031235958");
+    row("day", 2009, 12, 30, time, "NEW", "20091230235958");
+    row("hour", 2009, 12, 31, QTime(22, 59, 58), "NEW", "20091231225958");
+    row("minute", 2009, 12, 31, QTime(23, 58, 58), "NEW", "20091231235858");
+    row("second", 2009, 12, 31, QTime(23, 59, 59), "NEW", "20091231235959");
+    row("both", 2011, 2, 3, QTime(4, 5, 6), "NEW", "20110203040506");
+}
+
+void TestIndexFiles::readsASongAgainWhenItsDateOrTimeDiffers()
+{
+    QFETCH(QDateTime, changed);
+    QFETCH(QByteArray, title);
+    QFETCH(QByteArray, digits);
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, midiSong("Old", "Artist", "Genre"));
+    memory.setDate(u"A.MID"_qs, first);
+    QVERIFY(Index().createIndex(memory.root()));
+    memory.write(u"A.MID"_qs, midiSong("New", "Artist", "Genre"));
+    memory.setDate(u"A.MID"_qs, changed);
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(memory.read(u"title.id2"_qs), songRecord("00000000", title, "7800"));
+    QCOMPARE(memory.read(u"index.id2"_qs), pathRecord("00000000", "/A.MID", digits));
 }
 
 void TestIndexFiles::fillsTheTitleWith58Characters()
