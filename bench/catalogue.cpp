@@ -1,6 +1,7 @@
 // The catalogue's look-up by file name beside the scan as it is described: each row
 // "what/data/who", compared by ./bench/run.
 
+#include "bench/benchprogram.h"
 #include "db/database.h"
 #include "tools/syntheticcatalogue.h"
 
@@ -12,23 +13,14 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
 #include <functional>
-#include <iostream>
 #include <string>
 
 using namespace Qt::StringLiterals;
+using BenchProgram::require;
 
 namespace
 {
-
-void require(bool holds, const char *what)
-{
-    if (holds)
-        return;
-    std::cerr << what << '\n';
-    std::exit(1);
-}
 
 QString titleOf(Database &database, const QString &name)
 {
@@ -65,7 +57,8 @@ int main(int argc, char **argv)
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     const QCoreApplication application(argc, argv);
     const QTemporaryDir folder;
-    const QList<CatalogueRow> rows = syntheticCatalogue();
+    const bool isSmallest = BenchProgram::takeSmallest(argc, argv);
+    const QList<CatalogueRow> rows = syntheticCatalogue(isSmallest ? 100 : fullCatalogueSize);
     QString error;
     require(folder.isValid() && QDir::setCurrent(folder.path()) &&
                 writeCatalogue(u"songsdb_debug"_s, rows, error),
@@ -98,9 +91,5 @@ int main(int argc, char **argv)
     add("wildcard", wild);
     add("accent", accented);
     add("wild ends", inner);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return BenchProgram::run(argc, argv) ? 0 : 1;
 }

@@ -1,20 +1,22 @@
 // The codec beside the textbook's and lhasa's: each row "what/data/who", compared by ./bench/run.
 
+#include "bench/benchprogram.h"
 #include "bench/songbytes.h"
 #include "bench/textbookcodec.h"
 #include "songfile/lzhuff.h"
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
 #include <cstring>
-#include <iostream>
 #include <memory>
 #include <type_traits>
+#include <vector>
 
 extern "C" {
 #include <lha_decoder.h>
 }
+
+using BenchProgram::require;
 
 namespace
 {
@@ -32,15 +34,6 @@ QByteArray compressed(const std::string &song)
     QByteArray stream;
     LzHuff().compress(QByteArray::fromStdString(song), stream);
     return stream;
-}
-
-/// Ends the program when a peer does not give back the song: its time would mean nothing.
-void require(bool holds, const char *what)
-{
-    if (holds)
-        return;
-    std::cerr << what << " gives other bytes\n";
-    std::exit(1);
 }
 
 void expandOurs(benchmark::State &state, const std::string &song)
@@ -127,7 +120,9 @@ void compressTextbook(benchmark::State &state, const std::string &song)
 int main(int argc, char **argv)
 {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    for (const int kilobytes : {20, 80, 200}) {
+    const std::vector<int> sizes =
+        BenchProgram::takeSmallest(argc, argv) ? std::vector{5} : std::vector{20, 80, 200};
+    for (const int kilobytes : sizes) {
         const std::string song = songBytes(kilobytes * 1000);
         const auto add = [&](const char *what, const char *who, auto function) {
             std::string name(what);
@@ -140,9 +135,5 @@ int main(int argc, char **argv)
         add("compress", "ours", compressOurs);
         add("compress", "textbook", compressTextbook);
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return BenchProgram::run(argc, argv) ? 0 : 1;
 }

@@ -1,7 +1,8 @@
 // The index beside plain loops over the same memory: each row "what/data/who", compared by
-// ./bench/run. Lines that begin with "# " tell what no ratio can.
+// ./bench/run. Lines that begin with "# " are printed below the rows.
 
 #include "index/index.h"
+#include "bench/benchprogram.h"
 #include "bench/paintwatch.h"
 #include "bench/songmemory.h"
 #include "index/indexdialog.h"
@@ -28,22 +29,22 @@
 #include <map>
 #include <memory>
 
+using BenchProgram::require;
+
 namespace
 {
 
 namespace fs = std::filesystem;
 
-constexpr int full = 65535;
-constexpr int ordinary = 10000;
-constexpr int folders = 200;
+/// How many songs and folders the memories have, and how many songs a playlist.
+struct Sizes {
+    int full = 65535;
+    int ordinary = 10000;
+    int folders = 200;
+    int listed = 500;
+};
 
-void require(bool holds, const char *what)
-{
-    if (holds)
-        return;
-    std::cerr << what << " failed\n";
-    std::exit(1);
-}
+Sizes sizes;
 
 /// The memory of so many songs, laid and indexed when it is first asked for.
 QString rootOf(int songs)
@@ -51,7 +52,7 @@ QString rootOf(int songs)
     static std::map<int, std::unique_ptr<SongMemory>> memories;
     std::unique_ptr<SongMemory> &memory = memories[songs];
     if (!memory) {
-        memory = std::make_unique<SongMemory>(songs, folders);
+        memory = std::make_unique<SongMemory>(songs, sizes.folders);
         require(Index().createIndex(memory->root()), "the first index");
     }
     return memory->root();
@@ -106,7 +107,6 @@ void updatePlainLoop(benchmark::State &state, int songs)
 }
 
 constexpr int playlists = 100;
-constexpr int listed = 500;
 
 /// A memory with playlists and their path files: each rebuild restores them.
 QString rootWithPlaylists()
@@ -114,7 +114,7 @@ QString rootWithPlaylists()
     static std::unique_ptr<SongMemory> memory;
     if (memory)
         return memory->root();
-    memory = std::make_unique<SongMemory>(listed, 1);
+    memory = std::make_unique<SongMemory>(sizes.listed, 1);
     require(Index().createIndex(memory->root()), "the playlists' index");
     const fs::path root = memory->root().toStdString();
     fs::create_directory(root / "playlist");
@@ -144,7 +144,7 @@ void restorePlaylists(benchmark::State &state, int)
 void writePlaylists(benchmark::State &state, int)
 {
     const std::string root = rootWithPlaylists().toStdString();
-    const std::string songs(size_t{listed} * 64, 'x');
+    const std::string songs(static_cast<size_t>(sizes.listed) * 64, 'x');
     fs::create_directory(root + "/sfx/copy");
     for (auto _ : state) {
         for (int i = 0; i < playlists; ++i)
@@ -156,7 +156,7 @@ void writePlaylists(benchmark::State &state, int)
 void writePlaylistsSafely(benchmark::State &state, int)
 {
     const std::string root = rootWithPlaylists().toStdString();
-    const std::string songs(size_t{listed} * 64, 'x');
+    const std::string songs(static_cast<size_t>(sizes.listed) * 64, 'x');
     const std::string beside = root + "/sfx/beside";
     fs::create_directory(root + "/sfx/copy");
     for (auto _ : state) {
@@ -170,10 +170,10 @@ void writePlaylistsSafely(benchmark::State &state, int)
     }
 }
 
-/// Tells the most memory that a build in a process of its own takes.
-void tellMemory()
+/// Prints the most memory that a build in a process of its own takes.
+void printMemory()
 {
-    const QString root = rootOf(full);
+    const QString root = rootOf(sizes.full);
     const pid_t child = ::fork();
     if (child == 0)
         ::_exit(Index().createIndex(root) ? 0 : 1);
@@ -181,15 +181,15 @@ void tellMemory()
     };
     int status = 1;
     require(child > 0 && ::wait4(child, &status, 0, &usage) == child && status == 0, "the child");
-    std::cout << "# peak memory of a build over " << full << " songs: " << usage.ru_maxrss / 1024
-              << " MiB\n";
+    std::cout << "# peak memory of a build over " << sizes.full
+              << " songs: " << usage.ru_maxrss / 1024 << " MiB\n";
 }
 
-/// Tells how the dialog breathes while it works.
-void tellBreath(PaintWatch &watch, bool rebuilds)
+/// Prints how often the dialog is painted while it works.
+void printRepaints(PaintWatch &watch, bool rebuilds)
 {
     IndexDialog dialog;
-    dialog.findChild<QLineEdit *>(QStringLiteral("lineEditPath"))->setText(rootOf(full));
+    dialog.findChild<QLineEdit *>(QStringLiteral("lineEditPath"))->setText(rootOf(sizes.full));
     const QString choice =
         rebuilds ? QStringLiteral("radioButtonRebuild") : QStringLiteral("radioButtonUpdate");
     dialog.findChild<QRadioButton *>(choice)->setChecked(true);
@@ -212,7 +212,7 @@ void tellBreath(PaintWatch &watch, bool rebuilds)
     watch.startWatching(&dialog);
     dialog.start(false);
     std::cout << std::fixed << std::setprecision(1) << "# " << (rebuilds ? "build" : "update")
-              << " over " << full << " songs in the dialog: at most " << longest
+              << " over " << sizes.full << " songs in the dialog: at most " << longest
               << " ms between two paintings (" << longestWork << " ms of processor time), "
               << share * 100 << " % of the time spent on them\n";
 }
@@ -221,35 +221,31 @@ void tellBreath(PaintWatch &watch, bool rebuilds)
 
 int main(int argc, char **argv)
 {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const BenchProgram::Home home;
     PaintWatch application(argc, argv);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    bool listsOnly = false;
-    for (const QString &argument : QCoreApplication::arguments())
-        listsOnly = listsOnly || argument.startsWith(QStringLiteral("--benchmark_list_tests"));
+    if (BenchProgram::takeSmallest(argc, argv))
+        sizes = {300, 100, 10, 5};
     const auto add = [](const char *what, int songs, const char *who, auto function) {
         std::string name(what);
         name.append("/").append(std::to_string(songs)).append(" songs/").append(who);
         benchmark::RegisterBenchmark(name.c_str(), function, songs)->Unit(benchmark::kMillisecond);
     };
-    for (const int songs : {ordinary, full}) {
+    for (const int songs : {sizes.ordinary, sizes.full}) {
         add("build", songs, "ours", buildOurs);
         add("build", songs, "plain loop", buildPlainLoop);
         add("update", songs, "ours", updateOurs);
         add("update", songs, "plain loop", updatePlainLoop);
     }
-    add("100 playlists", listed, "ours", restorePlaylists);
-    add("100 playlists", listed, "written", writePlaylists);
-    add("100 playlists", listed, "written safely", writePlaylistsSafely);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    add("100 playlists", sizes.listed, "ours", restorePlaylists);
+    add("100 playlists", sizes.listed, "written", writePlaylists);
+    add("100 playlists", sizes.listed, "written safely", writePlaylistsSafely);
+    if (!BenchProgram::run(argc, argv))
         return 1;
-    if (benchmark::RunSpecifiedBenchmarks() == 0 || listsOnly)
-        return 0;
-    tellMemory();
-    tellBreath(application, true);
-    tellBreath(application, false);
+    if (BenchProgram::ranAllRows()) {
+        printMemory();
+        printRepaints(application, true);
+        printRepaints(application, false);
+    }
     return 0;
 }

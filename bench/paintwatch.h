@@ -71,10 +71,12 @@ private:
     }
     bool watch(QObject *receiver, QEvent *event)
     {
-        const bool done = QApplication::notify(receiver, event);
+        // Asked before: the event may delete its receiver.
         const QEvent::Type type = event->type();
+        const bool isCounted = isWatched(receiver, type);
+        const bool done = QApplication::notify(receiver, event);
         m_hasPainted = m_hasPainted || type == QEvent::Paint;
-        if (!isWatched(receiver, type))
+        if (!isCounted)
             return done;
         const qint64 worked = processorTime();
         if (m_sincePaint.isValid()) {

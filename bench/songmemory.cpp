@@ -11,13 +11,6 @@ namespace
 constexpr quint32 seed = 1;
 constexpr int songSize = 4000; ///< bytes: longer than what the index reads
 
-QString quickFolder()
-{
-    const QString shared = QStringLiteral("/dev/shm");
-    return (QDir(shared).exists() ? shared : QDir::tempPath()) +
-           QStringLiteral("/brisel-bench-XXXXXX");
-}
-
 struct Texts {
     QByteArray title;
     QByteArray artist;
@@ -80,7 +73,7 @@ void put(const QString &path, const QByteArray &content)
 
 } // namespace
 
-SongMemory::SongMemory(int songs, int folders) : m_folder(quickFolder())
+SongMemory::SongMemory(int songs, int folders)
 {
     constexpr int artists = 3000;
     constexpr int genres = 40;

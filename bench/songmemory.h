@@ -3,7 +3,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// A memory full of small songs of all kinds, laid where files are quick: each has a title of its
+/// A memory full of small songs of all kinds, in the temporary folder: each has a title of its
 /// own, and artists and genres come again. Gone with the object.
 class SongMemory
 {

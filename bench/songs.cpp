@@ -2,6 +2,7 @@
 // ./bench/run. The files lie in the page cache.
 
 #include "base/filereading.h"
+#include "bench/benchprogram.h"
 #include "bench/songbytes.h"
 #include "index/songhead.h"
 #include "index/songinfoindex.h"
@@ -18,28 +19,19 @@
 #include <tpropertymap.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using BenchProgram::require;
 
 namespace
 {
-
-/// Ends the program when a peer reads something else: its time would mean nothing.
-void require(bool holds, const char *what)
-{
-    if (holds)
-        return;
-    std::cerr << what << " reads something else\n";
-    std::exit(1);
-}
 
 SongInfo songInfo()
 {
@@ -157,7 +149,9 @@ int main(int argc, char **argv)
     add("record/MP3 of 5 MB/ours", recordOurs, mp3);
     add("record/MP3 of 5 MB/TagLib", recordTagLib, mp3);
 
-    for (const int kilobytes : {20, 80, 200}) {
+    const std::vector<int> sizes =
+        BenchProgram::takeSmallest(argc, argv) ? std::vector{5} : std::vector{20, 80, 200};
+    for (const int kilobytes : sizes) {
         const QString plain = folder.filePath(u"song%1.mid"_s.arg(kilobytes));
         writeFile(plain, QByteArray::fromStdString(songBytes(kilobytes * 1000)));
         MetaSong song;
@@ -168,9 +162,5 @@ int main(int argc, char **argv)
         add((row + "ours").c_str(), importOurs, plain);
         add((row + "read and pass").c_str(), readAndPass, plain);
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return BenchProgram::run(argc, argv) ? 0 : 1;
 }

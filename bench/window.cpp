@@ -3,6 +3,7 @@
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "app/style.h"
+#include "bench/benchprogram.h"
 #include "bench/paintwatch.h"
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
@@ -37,23 +38,19 @@
 #include <memory>
 #include <string>
 
+using BenchProgram::require;
+
 namespace
 {
 
-constexpr int librarySize = 10000;
-
-void require(bool condition, const char *what)
-{
-    if (!condition)
-        qFatal("%s", what);
-}
+int librarySize = 10000; ///< songs
 
 /// Songs of all kinds in two folders of the same size, and a catalogue that knows each of them. It
 /// is the working folder, so that the window uses this catalogue.
 class Songs
 {
 public:
-    Songs() : m_folder(QStringLiteral("/dev/shm/brisel-bench-XXXXXX"))
+    Songs()
     {
         require(m_folder.isValid(), "no folder for the songs");
         const QString first = all() + QStringLiteral("/songs");
@@ -87,7 +84,7 @@ public:
     Songs(const Songs &) = delete;
     Songs &operator=(const Songs &) = delete;
 
-    /// \a count songs: 10,000 or 20,000.
+    /// \a count songs: the size of the library or twice as many.
     const QStringList &paths(int count) const { return count == librarySize ? m_paths : m_twice; }
 
 private:
@@ -274,6 +271,7 @@ void measureTable()
 /// The child of a start: shows the whole window or an empty one and ends once it was painted.
 int showOnce(int &argc, char **argv, bool whole)
 {
+    startLog(QSettings(settingsOrganisation, settingsApplication));
     PaintWatch application(argc, argv);
     QTranslator program;
     QTranslator qt;
@@ -307,22 +305,16 @@ void start(benchmark::State &state, const QString &what)
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QTemporaryDir home;
-    qputenv("HOME", home.path().toLocal8Bit()); // the user's settings stay as they are
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    startLog(QSettings(settingsOrganisation, settingsApplication)); // off, as with every new user
+    // A child has its parent's home.
     for (const char *what : {"--whole", "--empty"}) {
         if (argc == 2 && qstrcmp(argv[1], what) == 0)
             return showOnce(argc, argv, qstrcmp(what, "--whole") == 0);
     }
-    const bool wholeSet = std::none_of(argv, argv + argc, [](const char *argument) {
-        return qstrncmp(argument, "--benchmark_list_tests", 22) == 0;
-    });
-    benchmark::Initialize(&argc, argv);
+    const BenchProgram::Home home;
+    startLog(QSettings(settingsOrganisation, settingsApplication)); // off, as with every new user
+    if (BenchProgram::takeSmallest(argc, argv))
+        librarySize = 50;
     PaintWatch application(argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
     applyDarkStyle(application);
     const auto add = [](const std::string &name, auto function, auto data) {
         return benchmark::RegisterBenchmark(name.c_str(), function, data);
@@ -332,14 +324,14 @@ int main(int argc, char **argv)
         add("import/" + data + "ours", importInWindow, count);
         add("import/" + data + "no window", importWithout, count);
     }
-    add("synchronise/10000 songs/ours", synchroniseInWindow, librarySize);
-    add("synchronise/10000 songs/no window", synchroniseWithout, librarySize);
+    const std::string data = std::to_string(librarySize) + " songs/";
+    add("synchronise/" + data + "ours", synchroniseInWindow, librarySize);
+    add("synchronise/" + data + "no window", synchroniseWithout, librarySize);
     add("start/first painting/ours", start, QStringLiteral("--whole"))->UseManualTime();
     add("start/first painting/empty window", start, QStringLiteral("--empty"))->UseManualTime();
-    benchmark::RunSpecifiedBenchmarks();
-    // Without a choice of rows, and where these were run.
-    const std::string filter = benchmark::GetBenchmarkFilter();
-    if (wholeSet && (filter.empty() || filter == ".")) {
+    if (!BenchProgram::run(argc, argv))
+        return 1;
+    if (BenchProgram::ranAllRows()) {
         measureRuns(application);
         measureTable();
     }

@@ -1,12 +1,8 @@
-# What every target of the project is built with.
+# What every target of the project is built with. CMakePresets.json has the builds in use.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_AUTOMOC ON)
-set(CMAKE_AUTOUIC ON)
-set(CMAKE_AUTORCC ON)
-set(CMAKE_AUTOUIC_SEARCH_PATHS ${PROJECT_SOURCE_DIR}/forms)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
@@ -16,14 +12,19 @@ endif()
 
 option(BRISEL_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(BRISEL_FUZZ "Build the fuzz targets with the fuzzer; needs clang" OFF)
-option(BRISEL_TIDY "Run clang-tidy on every source that is compiled" OFF)
-option(BRISEL_BENCH "Build the programs that measure, see bench/run" OFF)
+option(BRISEL_LINT "Run clang-tidy on every source of the product, and add the tests of the tree" OFF)
+option(BRISEL_BENCH "Build the benchmarks, see bench/run" OFF)
 set(BRISEL_CATALOGUE "" CACHE FILEPATH "A full SQLite catalogue to embed instead of the sample")
+
+find_program(BRISEL_CCACHE ccache)
+if(BRISEL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${BRISEL_CCACHE})
+endif()
 
 add_library(brisel_options INTERFACE)
 target_include_directories(brisel_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(brisel_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
   -fstack-protector-strong)
 target_compile_definitions(brisel_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH)
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT BRISEL_SANITIZE AND NOT BRISEL_FUZZ)
@@ -44,29 +45,32 @@ if(BRISEL_FUZZ)
   target_link_options(brisel_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-if(BRISEL_TIDY)
+if(BRISEL_LINT)
   find_program(BRISEL_CLANG_TIDY NAMES clang-tidy-14 clang-tidy REQUIRED)
   # Generated sources lie below the build folder: one check that never fires keeps them out.
   file(WRITE ${PROJECT_BINARY_DIR}/.clang-tidy "Checks: '-*,misc-definitions-in-headers'\n")
+  add_custom_target(lint)
 endif()
 
-# A static library of the product: the common options, and clang-tidy where asked for.
+# brisel_library(<name> <source...> [FORMS <form...>]): a static library of the product, with the
+# common options, the headers of its designer forms (forms/<form>.ui) and clang-tidy where asked for.
 function(brisel_library name)
-  add_library(${name} STATIC ${ARGN})
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" FORMS)
+  add_library(${name} STATIC ${arg_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PUBLIC brisel_options)
-  # Ninja learns of a form's new header one build too late: each source names the form of its class.
-  foreach(source IN LISTS ARGN)
-    string(REGEX REPLACE "(_[a-z]+)?[.]cpp$" ".ui" form ${PROJECT_SOURCE_DIR}/forms/${source})
-    if(form MATCHES "[.]ui$" AND EXISTS ${form})
-      set_property(SOURCE ${source} APPEND PROPERTY OBJECT_DEPENDS ${form})
-    endif()
-  endforeach()
+  if(arg_FORMS)
+    list(TRANSFORM arg_FORMS REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/forms/\\1.ui")
+    qt_wrap_ui(headers ${arg_FORMS})
+    target_sources(${name} PRIVATE ${headers})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_BINARY_DIR})
+  endif()
   brisel_lint(${name})
 endfunction()
 
 # Has clang-tidy look at a target's sources while they are compiled.
 function(brisel_lint name)
-  if(BRISEL_TIDY)
+  if(BRISEL_LINT)
+    add_dependencies(lint ${name})
     set_target_properties(${name} PROPERTIES CXX_CLANG_TIDY "${BRISEL_CLANG_TIDY};--quiet")
   endif()
 endfunction()

@@ -13,7 +13,7 @@ const QStringList contents{QStringLiteral("index.id2"), QStringLiteral("title.id
                            QStringLiteral("artist.id2"), QStringLiteral("genre.id2")};
 
 /// All the files of a set, those that are not read without content.
-void makeMemory(const QString &root, const QByteArray &input)
+void makeIndex(const QString &root, const QByteArray &input)
 {
     static bool isMade = false;
     for (const QString &name : IndexSet::names()) {
@@ -48,7 +48,7 @@ void checkIndexReader(const QByteArray &input)
 {
     const QString root = scratchFolder() + QStringLiteral("/memory");
     const QString list = scratchFolder() + QStringLiteral("/list.csv");
-    makeMemory(root, input);
+    makeIndex(root, input);
     IndexSet set;
     set.setRoot(root);
     QList<SongInfoIndex> songs;

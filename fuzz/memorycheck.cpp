@@ -18,7 +18,7 @@ QStringList fileNames()
                                            QStringLiteral("playlist/play0001.pts")};
 }
 
-void makeMemory(const QString &root, const QByteArray &input)
+void makeCard(const QString &root, const QByteArray &input)
 {
     static bool hasSongs = false;
     for (const char *name : {"/AMAPOLA.MID", "/ROCK/BLUE.MP3", "/ROCK/GREEN.ZB4", "/Zeta.kar",
@@ -38,7 +38,7 @@ void makeMemory(const QString &root, const QByteArray &input)
 void checkMemoryCheck(const QByteArray &input)
 {
     const QString root = scratchFolder() + QStringLiteral("/memory");
-    makeMemory(root, input);
+    makeCard(root, input);
     MemoryCheck check;
     REQUIRE(check.run(root));
     const QStringList findings = check.findings();

@@ -60,23 +60,23 @@ private:
     qint64 m_size;
 };
 
-struct TextField {
+struct TagField {
     const char *id;
     void (Mp3Header::*set)(const QString &);
     QString (Mp3Header::*get)() const;
     bool (Mp3Header::*has)() const;
 };
 
-constexpr std::array textFields{
-    TextField{"TIT2", &Mp3Header::setTitle, &Mp3Header::title, &Mp3Header::hasTitle},
-    TextField{"TPE1", &Mp3Header::setArtist, &Mp3Header::artist, &Mp3Header::hasArtist},
-    TextField{"TCOM", &Mp3Header::setAuthor, &Mp3Header::author, &Mp3Header::hasAuthor},
-    TextField{"TCON", &Mp3Header::setGenre, &Mp3Header::genre, &Mp3Header::hasGenre},
-    TextField{"TKEY", &Mp3Header::setKey, &Mp3Header::key, &Mp3Header::hasKey}};
+constexpr std::array tagFields{
+    TagField{"TIT2", &Mp3Header::setTitle, &Mp3Header::title, &Mp3Header::hasTitle},
+    TagField{"TPE1", &Mp3Header::setArtist, &Mp3Header::artist, &Mp3Header::hasArtist},
+    TagField{"TCOM", &Mp3Header::setAuthor, &Mp3Header::author, &Mp3Header::hasAuthor},
+    TagField{"TCON", &Mp3Header::setGenre, &Mp3Header::genre, &Mp3Header::hasGenre},
+    TagField{"TKEY", &Mp3Header::setKey, &Mp3Header::key, &Mp3Header::hasKey}};
 
 void readAll(const Mp3Header &header)
 {
-    for (const TextField &field : textFields) {
+    for (const TagField &field : tagFields) {
         const QString text = (header.*field.get)();
         REQUIRE(text.isEmpty() || (header.*field.has)());
         REQUIRE(!text.contains(QChar::Null));
@@ -88,20 +88,20 @@ void readAll(const Mp3Header &header)
 
 void change(Mp3Header &header, TagModel &model, Script &script)
 {
-    const unsigned operation = script.byte() % (textFields.size() + 3);
-    if (operation < textFields.size()) {
-        const TextField &field = textFields.at(operation);
+    const unsigned operation = script.byte() % (tagFields.size() + 3);
+    if (operation < tagFields.size()) {
+        const TagField &field = tagFields.at(operation);
         const QString text = script.text();
         (header.*field.set)(text);
         model.setText(field.id, songBytes(text));
         if (!text.isEmpty())
             REQUIRE((header.*field.get)() == songText(songBytes(text)));
-    } else if (operation == textFields.size()) {
+    } else if (operation == tagFields.size()) {
         const int seconds = script.number();
         header.setLength(seconds);
         model.setText("TLEN", seconds > 0 ? QByteArray::number(qint64{seconds} * 1000) : "");
         REQUIRE(seconds <= 0 || header.length() == seconds);
-    } else if (operation == textFields.size() + 1) {
+    } else if (operation == tagFields.size() + 1) {
         const int bpm = script.number();
         header.setUserBpm(bpm);
         model.setText("TBPM", bpm > 0 ? QByteArray::number(bpm) : "");

@@ -18,7 +18,7 @@ enum Part { List, FirstSongs, SecondSongs, NegativeSongs, FirstPaths, SecondPath
 const QList<qint16> numbers{1, 2, -123};
 
 /// A memory with no more than these files.
-void makeMemory(const QString &root, const QList<QByteArray> &parts)
+void makePlaylists(const QString &root, const QList<QByteArray> &parts)
 {
     REQUIRE(!QFileInfo::exists(root) || QDir(root).removeRecursively());
     putFile(root + QStringLiteral("/playlist/playlist.dat"), parts.at(List));
@@ -82,7 +82,7 @@ void checkPlaylists(const QByteArray &input)
 {
     const QString root = scratchFolder() + QStringLiteral("/memory");
     const QList<QByteArray> parts = splitInput(input, Parts);
-    makeMemory(root, parts);
+    makePlaylists(root, parts);
     IndexSet set;
     set.setRoot(root);
     const QList<SongInfoIndex> oldSongs = sampleIndexSongs(7);

@@ -7,10 +7,14 @@ build_packages="ca-certificates cmake g++ ninja-build \
     qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n \
     libqt6sql6-sqlite libgl-dev fonts-dejavu-core"
 run_packages="xvfb"
-# The linters, independent readers of songs that the tests ask for a second opinion, and what judges
-# the files for the desktop.
-check_packages="clang-format-14 clang-tidy-14 midicsv id3v2 libtag1-dev \
-    appstream desktop-file-utils libxml2-utils shared-mime-info shellcheck"
+# What the benchmarks are built with: their library and the peers.
+bench_packages="libbenchmark-dev liblhasa-dev libtag1-dev pkg-config"
+# Independent readers of songs that the tests ask for a second opinion, and what judges the files for
+# the desktop.
+check_packages="$bench_packages midicsv id3v2 \
+    appstream desktop-file-utils libxml2-utils shared-mime-info"
+lint_packages="clang-14 clang-format-14 clang-tidy-14 shellcheck"
+fuzz_packages="clang-14 libclang-rt-14-dev"
 # What looks into the program for its dependencies, and what judges the package.
 package_packages="dpkg-dev file lintian"
 
@@ -57,14 +61,45 @@ install_packages() {
         -o Acquire::Retries=3 $missing
 }
 
-# configure <build folder> <cmake options...>
-configure() {
-    build=$1
-    shift
-    if command -v ccache >/dev/null; then
-        set -- -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@"
+# build_preset <preset> <packages> [target...]: installs what is missing and builds the targets, or
+# those that the preset names (CMakePresets.json). Sets $build to the build folder. A caller that has
+# built everything already names its folder in BRISEL_BUILD; nothing is built then.
+build_preset() {
+    preset=$1
+    packages=$2
+    shift 2
+    if [ -n "${BRISEL_BUILD:-}" ]; then
+        build=$BRISEL_BUILD
+        return
     fi
-    cmake -S "$root" -B "$build" -G Ninja --log-level=WARNING "$@"
+    build=$root/build/$preset
+    # shellcheck disable=SC2086 # a list of names
+    install_packages $packages
+    configure "$preset"
+    if [ $# -gt 0 ]; then
+        set -- --target "$@"
+    fi
+    in_root cmake --build --preset "$preset" "$@"
+}
+
+# configure <preset>
+configure() {
+    in_root cmake --preset "$1" --log-level=WARNING >/dev/null
+}
+
+# Runs a command in the project's folder, where CMake looks for its presets.
+in_root() (
+    cd "$root"
+    exec "$@"
+)
+
+# Has programs make their temporary files where no disk is waited for, unless the caller has said
+# where.
+use_memory_disk() {
+    if [ -z "${TMPDIR:-}" ] && [ -w /dev/shm ]; then
+        TMPDIR=/dev/shm
+        export TMPDIR
+    fi
 }
 
 has_display() {

@@ -2,8 +2,35 @@
 
 #include <QDir>
 
+#include <filesystem>
+
+/// Removes \a folder with all that is in it, also names that are not valid UTF-8, which QDir can't
+/// see, and folders without rights.
+static void removeAll(const QTemporaryDir &folder)
+{
+    namespace fs = std::filesystem;
+    const fs::path path(QFile::encodeName(folder.path()).constData());
+    std::error_code failure;
+    fs::remove_all(path, failure);
+    if (!failure)
+        return;
+    // A folder must be readable before its folders can be found.
+    fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, failure);
+    for (fs::recursive_directory_iterator entry(path, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        std::error_code ignored;
+        if (entry->symlink_status(ignored).type() == fs::file_type::directory)
+            fs::permissions(entry->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
+    }
+    fs::remove_all(path, failure);
+    if (failure)
+        qWarning("can't remove %s: %s", path.c_str(), failure.message().c_str());
+}
+
 TestHome::TestHome() : m_oldFolder(QDir::currentPath())
 {
+    m_folder.setAutoRemove(false);
+    m_temporary.setAutoRemove(false);
     const QByteArray home = QFile::encodeName(m_folder.path());
     for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME",
                              "XDG_CONFIG_DIRS", "XDG_STATE_HOME"})
@@ -17,14 +44,6 @@ TestHome::TestHome() : m_oldFolder(QDir::currentPath())
 TestHome::~TestHome()
 {
     QDir::setCurrent(m_oldFolder);
-}
-
-QString TestHome::path() const
-{
-    return m_folder.path();
-}
-
-QString TestHome::filePath(const QString &name) const
-{
-    return m_folder.filePath(name);
+    removeAll(m_folder);
+    removeAll(m_temporary);
 }

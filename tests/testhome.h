@@ -5,7 +5,7 @@
 /// Gives a test program a home of its own: HOME, the XDG folders and the working folder lie in a
 /// temporary folder, so that settings, logs and catalogues of the user are neither read nor
 /// written. What it and the programs that it starts leave in TMPDIR goes with it, also what they
-/// could not take away because they were killed. Construct it before the application object.
+/// could not remove because they were killed. Construct it before the application object.
 class TestHome
 {
 public:
@@ -15,21 +15,11 @@ public:
     TestHome &operator=(const TestHome &) = delete;
 
     /// The folder, also the working folder.
-    QString path() const;
-    QString filePath(const QString &name) const;
+    QString path() const { return m_folder.path(); }
+    QString filePath(const QString &name) const { return m_folder.filePath(name); }
 
 private:
     QString m_oldFolder;
     QTemporaryDir m_folder;
     QTemporaryDir m_temporary;
 };
-
-/// The main function of a test program: a home of its own, the application, the test object.
-#define BRISEL_TEST_MAIN(ApplicationClass, TestClass)                                              \
-    int main(int argc, char **argv)                                                                \
-    {                                                                                              \
-        TestHome home;                                                                             \
-        ApplicationClass application(argc, argv);                                                  \
-        TestClass test;                                                                            \
-        return QTest::qExec(&test, argc, argv);                                                    \
-    }

@@ -1,5 +1,5 @@
 #include "tests/dialogscript.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -161,7 +161,8 @@ void TestDialogScript::endsTheCase()
     environment.insert(QStringLiteral("QTEST_FUNCTION_TIMEOUT"), QStringLiteral("60000"));
     child.setProcessEnvironment(environment);
     child.setProcessChannelMode(QProcess::MergedChannels);
-    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("endsTheCase:") + name});
+    child.start(QCoreApplication::applicationFilePath(),
+                {QStringLiteral("tst_dialogscript"), QStringLiteral("endsTheCase:") + name});
     QVERIFY(child.waitForFinished(-1));
     const QString output = QString::fromUtf8(child.readAll());
     QVERIFY2(child.exitStatus() == QProcess::NormalExit, qPrintable(output));
@@ -207,5 +208,5 @@ void TestDialogScript::closesTheMenuThatIsOnlyLookedAt()
     QVERIFY(script.isDone());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestDialogScript)
+BRISEL_TEST(QApplication, TestDialogScript)
 #include "tst_dialogscript.moc"

@@ -1,6 +1,6 @@
 #include "app/aboutdialog.h"
 #include "app/startup.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -162,5 +162,5 @@ void TestAboutDialog::closesByButtonAndEscape()
     QCOMPARE(dialog.result(), int(QDialog::Rejected));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestAboutDialog)
+BRISEL_TEST(QApplication, TestAboutDialog)
 #include "tst_aboutdialog.moc"

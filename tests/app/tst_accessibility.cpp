@@ -1,6 +1,6 @@
 #include "app/startup.h"
 #include "tests/app/everywindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -159,5 +159,5 @@ void TestAccessibility::tableCanBeRead()
     QCOMPARE(table->selectedRows(), QList<int>{2});
 }
 
-BRISEL_TEST_MAIN(QApplication, TestAccessibility)
+BRISEL_TEST(QApplication, TestAccessibility)
 #include "tst_accessibility.moc"

@@ -1,5 +1,5 @@
 #include "app/columnfitting.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -97,5 +97,5 @@ void TestColumnFitting::letsScrollToWhatNoLongerFits()
     QVERIFY(view.horizontalScrollBar()->maximum() > 0);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestColumnFitting)
+BRISEL_TEST(QApplication, TestColumnFitting)
 #include "tst_columnfitting.moc"

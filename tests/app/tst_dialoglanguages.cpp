@@ -1,5 +1,5 @@
 #include "tests/app/workflowtest.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -228,5 +228,5 @@ void TestDialogLanguages::inTheEditDialog()
     QCOMPARE(info.length, 185);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestDialogLanguages)
+BRISEL_TEST(QApplication, TestDialogLanguages)
 #include "tst_dialoglanguages.moc"

@@ -1,5 +1,5 @@
 #include "app/helpdialog.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -252,5 +252,5 @@ void TestHelpDialog::tellsWhatMustBeKnown()
         QVERIFY2(text.contains(QLatin1StringView(fact)), fact);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestHelpDialog)
+BRISEL_TEST(QApplication, TestHelpDialog)
 #include "tst_helpdialog.moc"

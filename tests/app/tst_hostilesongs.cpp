@@ -1,6 +1,6 @@
 #include "library/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QFileDialog>
 #include <QListView>
@@ -205,5 +205,5 @@ void TestHostileSongs::filesThatShrink()
     QVERIFY(QFile::exists(card() + u"/fsinfos.id2"_qs));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestHostileSongs)
+BRISEL_TEST(QApplication, TestHostileSongs)
 #include "tst_hostilesongs.moc"

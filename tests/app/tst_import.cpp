@@ -5,7 +5,7 @@
 #include "tests/logcapture.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QApplication>
@@ -389,5 +389,5 @@ void TestImport::scansAFolder()
     QCOMPARE(model()->goodRowCount(), 2);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestImport)
+BRISEL_TEST(QApplication, TestImport)
 #include "tst_import.moc"

@@ -4,7 +4,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "tests/dialogscript.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QApplication>
@@ -236,5 +236,5 @@ void TestMainWindow::reachesMenusByKeyboard()
     QCOMPARE(m_window->menuBar()->activeAction()->text(), QStringLiteral("Preferenze"));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMainWindow)
+BRISEL_TEST(QApplication, TestMainWindow)
 #include "tst_mainwindow.moc"

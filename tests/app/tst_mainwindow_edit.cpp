@@ -1,6 +1,6 @@
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -265,5 +265,5 @@ void TestMainWindowEdit::debugControls()
     QCOMPARE(statuses(), u"0"_qs);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMainWindowEdit)
+BRISEL_TEST(QApplication, TestMainWindowEdit)
 #include "tst_mainwindow_edit.moc"

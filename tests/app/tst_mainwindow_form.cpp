@@ -2,7 +2,7 @@
 
 #include "app/startup.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QApplication>
@@ -200,5 +200,5 @@ void TestMainWindowForm::fitsItsTexts()
     }
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMainWindowForm)
+BRISEL_TEST(QApplication, TestMainWindowForm)
 #include "tst_mainwindow_form.moc"

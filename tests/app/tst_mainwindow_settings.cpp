@@ -1,7 +1,7 @@
 #include "tests/app/windowtest.h"
 
 #include "app/startup.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QApplication>
@@ -205,5 +205,5 @@ void TestMainWindowSettings::showsStoredLogOptions()
     QVERIFY(find<QCheckBox>("dbgLogClearCheckBox")->isEnabled());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMainWindowSettings)
+BRISEL_TEST(QApplication, TestMainWindowSettings)
 #include "tst_mainwindow_settings.moc"

@@ -1,7 +1,7 @@
 #include "library/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -292,5 +292,5 @@ void TestMainWindowSync::emptyLineEndsABackupInTheLog()
     QCOMPARE(log.messages().mid(before, 2), QStringList({u" "_qs, u"[UPDATE] rowIdx:  0 "_qs}));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMainWindowSync)
+BRISEL_TEST(QApplication, TestMainWindowSync)
 #include "tst_mainwindow_sync.moc"

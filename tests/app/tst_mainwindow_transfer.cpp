@@ -1,7 +1,7 @@
 #include "base/runguard.h"
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -221,5 +221,5 @@ void TestMainWindowTransfer::backsUpAFolderTree()
     QVERIFY(QFile::exists(at(u"to/sub/two.mid"_qs)));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMainWindowTransfer)
+BRISEL_TEST(QApplication, TestMainWindowTransfer)
 #include "tst_mainwindow_transfer.moc"

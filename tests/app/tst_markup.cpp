@@ -1,7 +1,7 @@
 #include "songfile/metasong.h"
 #include "tests/app/markupwatch.h"
 #include "tests/app/workflowtest.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QMessageBox>
@@ -255,5 +255,5 @@ void TestMarkup::inTheSongsListDialog()
     checkPlaces({u"SongsListDialog.lineEditPath"_qs, u"SongsListDialog.lineEditFile"_qs});
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMarkup)
+BRISEL_TEST(QApplication, TestMarkup)
 #include "tst_markup.moc"

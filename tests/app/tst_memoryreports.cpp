@@ -1,7 +1,7 @@
 #include "tests/app/reporttest.h"
 #include "tests/fulldisk.h"
 #include "tests/smalldisk.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -230,5 +230,5 @@ void TestMemoryReports::tellsASongsListThatWasNotSaved()
     QVERIFY(!details()->isEnabled());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMemoryReports)
+BRISEL_TEST(QApplication, TestMemoryReports)
 #include "tst_memoryreports.moc"

@@ -1,7 +1,7 @@
 #include "app/mainwindow.h"
 #include "base/runguard.h"
 #include "tests/dialogscript.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QApplication>
@@ -69,5 +69,5 @@ void TestMenuDialogs::opensNothingDuringRun()
     QVERIFY(script.isDone());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestMenuDialogs)
+BRISEL_TEST(QApplication, TestMenuDialogs)
 #include "tst_menudialogs.moc"

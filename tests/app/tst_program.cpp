@@ -1,6 +1,6 @@
 #include "tests/app/startuptest.h"
 
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -177,5 +177,5 @@ void TestProgram::importsTheSongsOfItsArguments()
                                  here.absoluteFilePath(QStringLiteral("-quattro.kar"))}));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestProgram)
+BRISEL_TEST(QCoreApplication, TestProgram)
 #include "tst_program.moc"

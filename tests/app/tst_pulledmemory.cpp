@@ -1,7 +1,7 @@
 #include "index/index.h"
 #include "library/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -383,5 +383,5 @@ void TestPulledMemory::whileSavingAListThere()
     QVERIFY(QFile::exists(onCard(u"new/list.csv"_qs)));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestPulledMemory)
+BRISEL_TEST(QApplication, TestPulledMemory)
 #include "tst_pulledmemory.moc"

@@ -2,7 +2,7 @@
 #include "library/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QDirIterator>
@@ -363,5 +363,5 @@ void TestQuits::endsASongsList()
     QCOMPARE(filesBelow(m_folder->path()), before);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestQuits)
+BRISEL_TEST(QApplication, TestQuits)
 #include "tst_quits.moc"

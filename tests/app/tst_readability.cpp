@@ -2,7 +2,7 @@
 #include "app/style.h"
 #include "tests/app/contrast.h"
 #include "tests/app/everywindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -165,5 +165,5 @@ void TestReadability::focusIsSeen()
     }
 }
 
-BRISEL_TEST_MAIN(QApplication, TestReadability)
+BRISEL_TEST(QApplication, TestReadability)
 #include "tst_readability.moc"

@@ -4,7 +4,7 @@
 #include "tests/fulldisk.h"
 #include "tests/smalldisk.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -200,5 +200,5 @@ void TestReportDialog::changesItsLanguage()
              u"Import: 1 failed\nNot read (the file is empty): /<b>è</b>.mid\n"_qs);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestReportDialog)
+BRISEL_TEST(QApplication, TestReportDialog)
 #include "tst_reportdialog.moc"

@@ -1,5 +1,5 @@
 #include "tests/app/workflowtest.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QFileDialog>
 #include <QMessageBox>
@@ -193,5 +193,5 @@ void TestRunButtons::inARefusedTransfer()
     QCOMPARE(buttons(), u"transfer"_qs);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestRunButtons)
+BRISEL_TEST(QApplication, TestRunButtons)
 #include "tst_runbuttons.moc"

@@ -1,5 +1,5 @@
 #include "tests/app/samplewindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QCheckBox>
 #include <QMessageBox>
@@ -83,5 +83,5 @@ void TestRunDisplays::showsTransferAndIndex()
                           u"Aggiornamento|Aggiornamento database...|Interrompi|0"_qs}));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestRunDisplays)
+BRISEL_TEST(QApplication, TestRunDisplays)
 #include "tst_rundisplays.moc"

@@ -2,7 +2,7 @@
 #include "tests/app/reporttest.h"
 #include "tests/fulldisk.h"
 #include "tests/smalldisk.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -269,5 +269,5 @@ void TestRunReports::speaksTheLanguageChosen()
     QCOMPARE(reportLines().first(), u"Importazione: 1 non riuscita"_qs);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestRunReports)
+BRISEL_TEST(QApplication, TestRunReports)
 #include "tst_runreports.moc"

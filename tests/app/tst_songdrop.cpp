@@ -1,6 +1,6 @@
 #include "base/runguard.h"
 #include "tests/app/samplewindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDropEvent>
 #include <QLineEdit>
@@ -237,5 +237,5 @@ void TestSongDrop::takesNothingWithoutALibrary()
     QVERIFY(!window.acceptDrops());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestSongDrop)
+BRISEL_TEST(QApplication, TestSongDrop)
 #include "tst_songdrop.moc"

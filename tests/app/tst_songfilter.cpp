@@ -2,7 +2,7 @@
 #include "base/runguard.h"
 #include "songfile/songinfo.h"
 #include "tests/app/samplewindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
@@ -465,5 +465,5 @@ void TestSongFilter::looksAtEachRowOnce()
     QCOMPARE(model.asked, rows * 5);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestSongFilter)
+BRISEL_TEST(QApplication, TestSongFilter)
 #include "tst_songfilter.moc"

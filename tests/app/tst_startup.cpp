@@ -3,7 +3,7 @@
 #include "base/debugstream.h"
 #include "tests/fulldisk.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QDir>
@@ -338,5 +338,5 @@ void TestStartup::loadsEnglishForEveryOtherLanguage()
     QCOMPARE(box.button(QMessageBox::Yes)->text(), QStringLiteral("&Yes"));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestStartup)
+BRISEL_TEST(QApplication, TestStartup)
 #include "tst_startup.moc"

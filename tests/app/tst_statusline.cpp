@@ -1,5 +1,5 @@
 #include "tests/app/samplewindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAction>
 
@@ -82,5 +82,5 @@ void TestStatusLine::endsWhereTheButtonsAboveEnd()
     QCOMPARE(area("detailsPushButton").right(), above.right());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestStatusLine)
+BRISEL_TEST(QApplication, TestStatusLine)
 #include "tst_statusline.moc"

@@ -1,6 +1,6 @@
 #include "app/style.h"
 #include "tests/app/contrast.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QFile>
@@ -106,5 +106,5 @@ void TestStyle::leavesTableRowsTheirOwnColours()
         QRegularExpression(QStringLiteral("Q(TableView|AbstractItemView)::item"))));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestStyle)
+BRISEL_TEST(QApplication, TestStyle)
 #include "tst_style.moc"

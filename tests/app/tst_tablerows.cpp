@@ -1,6 +1,6 @@
 #include "base/runguard.h"
 #include "tests/app/samplewindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QContextMenuEvent>
 #include <QLineEdit>
@@ -196,5 +196,5 @@ void TestTableRows::startsNoImportInsideARun()
     QCOMPARE(m_sample->model->goodRowCount(), 60);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestTableRows)
+BRISEL_TEST(QApplication, TestTableRows)
 #include "tst_tablerows.moc"

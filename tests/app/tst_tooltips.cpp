@@ -4,7 +4,7 @@
 #include "songfile/songinfo.h"
 #include "tests/app/everywindow.h"
 #include "tests/app/samplewindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -258,5 +258,5 @@ void TestToolTips::comesForTheRowUnderTheMouse()
     QTRY_VERIFY(!QToolTip::isVisible());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestToolTips)
+BRISEL_TEST(QApplication, TestToolTips)
 #include "tst_tooltips.moc"

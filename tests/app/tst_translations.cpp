@@ -1,4 +1,4 @@
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -255,5 +255,5 @@ void TestTranslations::guideQuotesTheProgram()
     QVERIFY(quotes > 100);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestTranslations)
+BRISEL_TEST(QCoreApplication, TestTranslations)
 #include "tst_translations.moc"

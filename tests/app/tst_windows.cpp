@@ -3,7 +3,7 @@
 #include "app/style.h"
 #include "library/elidedlabel.h"
 #include "tests/app/everywindow.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -295,5 +295,5 @@ void TestWindows::hasPicturesOfEveryWindow()
         QVERIFY2(!QImage(images.filePath(picture)).isNull(), qPrintable(picture));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestWindows)
+BRISEL_TEST(QApplication, TestWindows)
 #include "tst_windows.moc"

@@ -1,6 +1,6 @@
 #include "base/bytes.h"
 #include "base/songtext.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -68,5 +68,5 @@ void TestBytes::trimsSongTextButKeepsEllipsis()
     QCOMPARE(songBytes(QStringLiteral("\u00e9\u20ac")), QByteArray("\xE9?"));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestBytes)
+BRISEL_TEST(QCoreApplication, TestBytes)
 #include "tst_bytes.moc"

@@ -1,6 +1,6 @@
 #include "base/debugstream.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -71,5 +71,5 @@ void TestDebugStream::buildsNothingWhileNobodyListens()
     QCOMPARE(stream.message(), QStringLiteral("heard 7 "));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestDebugStream)
+BRISEL_TEST(QCoreApplication, TestDebugStream)
 #include "tst_debugstream.moc"

@@ -2,7 +2,7 @@
 
 #include "tests/smalldisk.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDir>
 #include <QTest>
@@ -76,5 +76,5 @@ void TestFileFailure::tellsAMemoryThatIsGone()
     QCOMPARE(whyNotIndexed(m_folder->path()), Reason::IndexIncomplete);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestFileFailure)
+BRISEL_TEST(QCoreApplication, TestFileFailure)
 #include "tst_filefailure.moc"

@@ -1,5 +1,5 @@
 #include "base/fileidentity.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -95,5 +95,5 @@ void TestFileIdentity::givesNoIdentityToWhatIsMissing()
     QVERIFY(!isSameFile(u"missing"_s, u"missing"_s));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestFileIdentity)
+BRISEL_TEST(QCoreApplication, TestFileIdentity)
 #include "tst_fileidentity.moc"

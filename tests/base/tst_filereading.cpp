@@ -1,5 +1,5 @@
 #include "base/filereading.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -94,5 +94,5 @@ void TestFileReading::waitsForNoFifo()
     QVERIFY(start.isEmpty());
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestFileReading)
+BRISEL_TEST(QCoreApplication, TestFileReading)
 #include "tst_filereading.moc"

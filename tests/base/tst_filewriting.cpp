@@ -1,7 +1,7 @@
 #include "base/filewriting.h"
 #include "tests/base/nonewfiles.h"
 #include "tests/fulldisk.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -348,5 +348,5 @@ void TestFileWriting::flushesFoldersOnly()
     QVERIFY(!flushFolder(m_path));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestFileWriting)
+BRISEL_TEST(QCoreApplication, TestFileWriting)
 #include "tst_filewriting.moc"

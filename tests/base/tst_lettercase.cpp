@@ -1,5 +1,5 @@
 #include "base/lettercase.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -33,5 +33,5 @@ void TestLetterCase::changesTextsOfAllKindsAsTheLibraryDoes()
     }
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestLetterCase)
+BRISEL_TEST(QCoreApplication, TestLetterCase)
 #include "tst_lettercase.moc"

@@ -1,5 +1,5 @@
 #include "base/runguard.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QSignalSpy>
 #include <QTimer>
@@ -100,5 +100,5 @@ void TestRunGuard::letsOtherEventsPass()
     QTRY_VERIFY(fired);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestRunGuard)
+BRISEL_TEST(QCoreApplication, TestRunGuard)
 #include "tst_runguard.moc"

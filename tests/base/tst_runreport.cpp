@@ -1,6 +1,6 @@
 #include "base/runreport.h"
 
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -151,5 +151,5 @@ void TestRunReport::hasAReasonForEverything()
     QCOMPARE(texts.size(), static_cast<int>(Reason::ListFailed) + 1);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestRunReport)
+BRISEL_TEST(QCoreApplication, TestRunReport)
 #include "tst_runreport.moc"

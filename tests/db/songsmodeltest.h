@@ -2,7 +2,7 @@
 
 #include "songfile/songinfo.h"
 #include "tests/db/countingmodel.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "db/database.h"
 #include "tests/db/localcatalogue.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 #include "tools/syntheticcatalogue.h"
 
 #include <QCryptographicHash>
@@ -491,5 +491,5 @@ void TestCatalogueLookup::hostileTextsChangeNothing()
     QCOMPARE(titleOf(database, QStringLiteral("A")), QStringLiteral("FIRST"));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestCatalogueLookup)
+BRISEL_TEST(QCoreApplication, TestCatalogueLookup)
 #include "tst_cataloguelookup.moc"

@@ -1,7 +1,7 @@
 #include "db/database.h"
 #include "tests/db/localcatalogue.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDir>
 #include <QResource>
@@ -432,5 +432,5 @@ void TestDatabase::dumpsRecordWithoutMarkers()
     QCOMPARE(log.messages().at(9), QStringLiteral(" "));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestDatabase)
+BRISEL_TEST(QCoreApplication, TestDatabase)
 #include "tst_database.moc"

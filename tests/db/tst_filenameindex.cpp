@@ -1,5 +1,5 @@
 #include "db/filenameindex.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 #include "tools/syntheticcatalogue.h"
 
 #include <QRandomGenerator>
@@ -230,5 +230,5 @@ void TestFileNameIndex::comparesFewNamesWithParts()
     QCOMPARE(index.comparedNames(), compared);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestFileNameIndex)
+BRISEL_TEST(QCoreApplication, TestFileNameIndex)
 #include "tst_filenameindex.moc"

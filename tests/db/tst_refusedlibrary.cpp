@@ -1,6 +1,6 @@
 #include "db/database.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDir>
 #include <QSqlDriver>
@@ -51,5 +51,5 @@ void TestRefusedLibrary::failsWithoutAWordAndOpensNoCatalogue()
     QVERIFY(QSqlDatabase::connectionNames().isEmpty());
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestRefusedLibrary)
+BRISEL_TEST(QCoreApplication, TestRefusedLibrary)
 #include "tst_refusedlibrary.moc"

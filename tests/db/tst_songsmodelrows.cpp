@@ -359,5 +359,5 @@ void TestSongsModelRows::obeysTheRulesOfModels()
     QCOMPARE(m_model->goodRowCount(), 2);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestSongsModelRows)
+BRISEL_TEST(QApplication, TestSongsModelRows)
 #include "tst_songsmodelrows.moc"

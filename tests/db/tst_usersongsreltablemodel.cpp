@@ -391,5 +391,5 @@ void TestUserSongsRelTableModel::keepsHostileTexts()
     }
 }
 
-BRISEL_TEST_MAIN(QApplication, TestUserSongsRelTableModel)
+BRISEL_TEST(QApplication, TestUserSongsRelTableModel)
 #include "tst_usersongsreltablemodel.moc"

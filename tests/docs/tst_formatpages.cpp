@@ -10,7 +10,7 @@
 #include "tests/songfile/loadedmidi.h"
 #include "tests/songfile/songs.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 #include "tools/cataloguecsv.h"
 
 #include <QApplication>
@@ -462,5 +462,5 @@ void TestFormatPages::catalogueRecord()
     QCOMPARE(record.altArtist, u"TRADITIONAL"_qs);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestFormatPages)
+BRISEL_TEST(QApplication, TestFormatPages)
 #include "tst_formatpages.moc"

@@ -4,7 +4,7 @@
 #include "index/indexdialog.h"
 #include "tests/dialogscript.h"
 #include "tests/index/samplememory.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QCheckBox>

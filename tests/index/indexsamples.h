@@ -5,7 +5,7 @@
 #include "tests/dialogscript.h"
 #include "tests/index/samplememory.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QLabel>

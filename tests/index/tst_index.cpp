@@ -487,5 +487,5 @@ void TestIndex::leavesAnotherMemoryAlone()
     QVERIFY(QFile::exists(memory.root() + u"-away/fsinfos.id2"_qs));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestIndex)
+BRISEL_TEST(QApplication, TestIndex)
 #include "tst_index.moc"

@@ -341,5 +341,5 @@ void TestIndexDialog::closesWhenIdle()
     QVERIFY(!m_dialog->isVisible());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestIndexDialog)
+BRISEL_TEST(QApplication, TestIndexDialog)
 #include "tst_indexdialog.moc"

@@ -1,19 +1,5 @@
 #include "base/runguard.h"
-#include "index/indexdialog.h"
-#include "tests/dialogscript.h"
-#include "tests/index/samplememory.h"
-#include "tests/testhome.h"
-
-#include <QApplication>
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
+#include "tests/index/indexdialogtest.h"
 
 #include <algorithm>
 
@@ -22,10 +8,6 @@ using namespace Sample;
 namespace
 {
 
-const QString boxTitle = QStringLiteral("Ottimizza memoria");
-const QString success = QStringLiteral("Operazione completata con successo");
-const QString someErrors = QStringLiteral("Durante l'operazione si sono verificati alcuni errori.\n"
-                                          "Consultare il report per maggiori informazioni.");
 const QString failure =
     QStringLiteral("Operazione non riuscita.\nAssicurarsi che il disco abbia sufficiente spazio "
                    "libero e che non sia protetto da scrittura.");
@@ -263,5 +245,5 @@ void TestIndexDialogCheck::showsItsProgress()
     QVERIFY(std::is_sorted(values.cbegin() + 1, values.cend()));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestIndexDialogCheck)
+BRISEL_TEST(QApplication, TestIndexDialogCheck)
 #include "tst_indexdialog_check.moc"

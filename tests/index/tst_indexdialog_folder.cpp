@@ -134,5 +134,5 @@ void TestIndexDialogFolder::refusesMissingAndEmptyPaths()
     QVERIFY(!QFile::exists(QStringLiteral("index.id2")));
 }
 
-BRISEL_TEST_MAIN(QApplication, TestIndexDialogFolder)
+BRISEL_TEST(QApplication, TestIndexDialogFolder)
 #include "tst_indexdialog_folder.moc"

@@ -1,6 +1,6 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -300,5 +300,5 @@ void TestIndexFiles::putsAnyNumberOfPlaylistsInPlace()
     QVERIFY(set.isComplete());
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestIndexFiles)
+BRISEL_TEST(QCoreApplication, TestIndexFiles)
 #include "tst_indexfiles.moc"

@@ -1,6 +1,6 @@
 #include "tests/index/changedmemory.h"
 #include "tests/smalldisk.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QStorageInfo>
 
@@ -87,5 +87,5 @@ void TestIndexFullDisk::survivesEverySize()
     QVERIFY(whole > 0);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestIndexFullDisk)
+BRISEL_TEST(QCoreApplication, TestIndexFullDisk)
 #include "tst_indexfulldisk.moc"

@@ -1,6 +1,6 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -49,5 +49,5 @@ void TestIndexGrowth::refusesSong65536()
     QCOMPARE(memory.read(u"fsinfos.id2"_qs).left(6), hex("010001000100"));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestIndexGrowth)
+BRISEL_TEST(QCoreApplication, TestIndexGrowth)
 #include "tst_indexgrowth.moc"

@@ -155,5 +155,5 @@ void TestIndexNames::reportsFailedRename()
     QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});
 }
 
-BRISEL_TEST_MAIN(QApplication, TestIndexNames)
+BRISEL_TEST(QApplication, TestIndexNames)
 #include "tst_indexnames.moc"

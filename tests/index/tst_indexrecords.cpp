@@ -1,7 +1,7 @@
 #include "index/index.h"
 #include "index/indexrecords.h"
 #include "tests/index/samplememory.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -161,5 +161,5 @@ void TestIndexRecords::updateKeepsWhatTheSetSays()
     QCOMPARE(memory.read(u"title3.id2"_qs), type == 1 ? known : QByteArray());
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestIndexRecords)
+BRISEL_TEST(QCoreApplication, TestIndexRecords)
 #include "tst_indexrecords.moc"

@@ -2,7 +2,7 @@
 #include "index/index.h"
 #include "index/memorycheck.h"
 #include "tests/index/samplememory.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 #include "tools/samplesongs.h"
 
 #include <QSignalSpy>
@@ -319,5 +319,5 @@ void TestMemoryCheck::takesStepsInProportion()
     QVERIFY2(many > 9 * few && many < 11 * few, qPrintable(u"%1 %2"_qs.arg(few).arg(many)));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestMemoryCheck)
+BRISEL_TEST(QCoreApplication, TestMemoryCheck)
 #include "tst_memorycheck.moc"

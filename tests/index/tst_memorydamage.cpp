@@ -1,6 +1,6 @@
 #include "index/memorycheck.h"
 #include "tests/index/handmadeset.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -337,5 +337,5 @@ void TestMemoryDamage::countsWhatWouldFillTheReport()
     QCOMPARE(lines.last(), u"... e altri 3"_qs);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestMemoryDamage)
+BRISEL_TEST(QCoreApplication, TestMemoryDamage)
 #include "tst_memorydamage.moc"

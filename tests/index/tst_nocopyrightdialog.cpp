@@ -1,6 +1,6 @@
 #include "library/nocopyrightdialog.h"
 #include "tests/dialogscript.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -188,5 +188,5 @@ void TestNoCopyrightDialog::keepsTextsWhenTheLanguageChanges()
     QCOMPARE(dialog.windowTitle(), u"Richiesta conferma"_qs);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestNoCopyrightDialog)
+BRISEL_TEST(QApplication, TestNoCopyrightDialog)
 #include "tst_nocopyrightdialog.moc"

@@ -2,7 +2,7 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -322,5 +322,5 @@ void TestPlaylists::usesPathFilesWhenTheIndexIsGone()
     QCOMPARE(memory.read(songs7).left(64), songRecord("00000001", "C", "7800"));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestPlaylists)
+BRISEL_TEST(QCoreApplication, TestPlaylists)
 #include "tst_playlists.moc"

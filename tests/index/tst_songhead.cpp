@@ -2,7 +2,7 @@
 #include "index/index.h"
 #include "index/songhead.h"
 #include "tests/index/samplememory.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -289,5 +289,5 @@ void TestSongHead::survivesEveryTruncation()
     }
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongHead)
+BRISEL_TEST(QCoreApplication, TestSongHead)
 #include "tst_songhead.moc"

@@ -1,6 +1,6 @@
 #include "index/pathtable.h"
 #include "index/songinfoindex.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -148,5 +148,5 @@ void TestSongInfoIndex::namesSortModes()
     QCOMPARE(int(SortByGenre), 2);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongInfoIndex)
+BRISEL_TEST(QCoreApplication, TestSongInfoIndex)
 #include "tst_songinfoindex.moc"

@@ -1,6 +1,6 @@
 #include "index/runsort.h"
 #include "index/songorders.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -28,7 +28,7 @@ SongOrder plainOrder(const QList<SongInfoIndex> &songs, SongCompare compare)
     return order;
 }
 
-SongInfoIndex song(const QString &path, const QString &title = {}, const QString &artist = {})
+SongInfoIndex songAt(const QString &path, const QString &title = {}, const QString &artist = {})
 {
     SongInfoIndex record;
     record.setPath(path);
@@ -67,9 +67,9 @@ QList<SongInfoIndex> anySongs()
     QRandomGenerator random(seed);
     QList<SongInfoIndex> songs;
     for (int i = 0; i < count; ++i) {
-        songs.append(song(u'/' + anyText(random, 3) + QString::number(i % 7) + u".mid"_s,
-                          u"A plain beginning"_s.left(i % 19) + anyText(random, 6),
-                          anyText(random, 2)));
+        songs.append(songAt(u'/' + anyText(random, 3) + QString::number(i % 7) + u".mid"_s,
+                            u"A plain beginning"_s.left(i % 19) + anyText(random, 6),
+                            anyText(random, 2)));
         songs.last().genre = anyText(random, 1);
         songs.last().type = i % 3 == 0 ? SongInfoIndex::Mp3 : SongInfoIndex::Midi;
     }
@@ -105,11 +105,13 @@ private slots:
 
 void TestSongOrders::breaksTiesByPathOnDisk()
 {
-    const QList<SongInfoIndex> songs{song(u"/c"_s), song(u"/a"_s), song(u"/B"_s), song(u"/A"_s)};
+    const QList<SongInfoIndex> songs{songAt(u"/c"_s), songAt(u"/a"_s), songAt(u"/B"_s),
+                                     songAt(u"/A"_s)};
     QCOMPARE(pathsIn(songs, SongOrders::byPath(songs)),
              QStringList({u"/A"_s, u"/a"_s, u"/B"_s, u"/c"_s}));
-    const QList<SongInfoIndex> alike{song(u"/c"_s, u"T"_s, u"x"_s), song(u"/a"_s, u"t"_s, u"X"_s),
-                                     song(u"/B"_s, u"T"_s, u"x"_s)};
+    const QList<SongInfoIndex> alike{songAt(u"/c"_s, u"T"_s, u"x"_s),
+                                     songAt(u"/a"_s, u"t"_s, u"X"_s),
+                                     songAt(u"/B"_s, u"T"_s, u"x"_s)};
     const SongOrder byTitle = SongOrders::byTitle(alike);
     const QStringList byPathOnDisk{u"/B"_s, u"/a"_s, u"/c"_s};
     QCOMPARE(pathsIn(alike, byTitle), byPathOnDisk);
@@ -209,5 +211,5 @@ void TestSongOrders::comparesNoMoreThanSortingNeeds()
     QVERIFY2(compared <= most, qPrintable(QString::number(compared)));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongOrders)
+BRISEL_TEST(QCoreApplication, TestSongOrders)
 #include "tst_songorders.moc"

@@ -2,7 +2,7 @@
 #include "index/songslistdialog.h"
 #include "tests/dialogscript.h"
 #include "tests/index/samplememory.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -23,7 +23,7 @@ using namespace Sample;
 namespace
 {
 
-const QString boxTitle = QStringLiteral("Salva lista song");
+const QString listTitle = QStringLiteral("Salva lista song");
 const QString saved = QStringLiteral("Operazione completata");
 const QString creationError = QStringLiteral("Errore durante la creazione del file");
 
@@ -282,7 +282,7 @@ void TestSongsList::showsDescribedControls()
 void TestSongsList::savesThroughTheDialog()
 {
     prepare();
-    m_script->expectMessage(boxTitle, saved, QMessageBox::Ok);
+    m_script->expectMessage(listTitle, saved, QMessageBox::Ok);
     pressStart();
     QCOMPARE(fileContent(m_list).count('\n'), 4);
     QCOMPARE(child<QProgressBar>("progressBar")->maximum(), 3);
@@ -296,7 +296,7 @@ void TestSongsList::savesIntoWorkingFolder()
 {
     prepare();
     child<QLineEdit>("lineEditFile")->setText(QStringLiteral("SongsList.csv"));
-    m_script->expectMessage(boxTitle, saved, QMessageBox::Ok);
+    m_script->expectMessage(listTitle, saved, QMessageBox::Ok);
     QTest::keyClick(child<QLineEdit>("lineEditFile"), Qt::Key_Return);
     QVERIFY(QFile::exists(QDir::current().filePath(QStringLiteral("SongsList.csv"))));
     QVERIFY(!m_memory->has(QStringLiteral("SongsList.csv")));
@@ -309,7 +309,7 @@ void TestSongsList::savesInChosenOrder()
          {std::pair{Qt::Key_Down, "BETA"}, std::pair{Qt::Key_Down, "ALFA"},
           std::pair{Qt::Key_Home, "ALFA"}}) {
         QTest::keyClick(child<QComboBox>("comboBoxSort"), key);
-        m_script->expectMessage(boxTitle, saved, QMessageBox::Ok);
+        m_script->expectMessage(listTitle, saved, QMessageBox::Ok);
         pressStart();
         QVERIFY(fileContent(m_list).contains("FILE;\n" + QByteArray(firstTitle) + ';'));
     }
@@ -322,7 +322,7 @@ void TestSongsList::refusesMissingMemoryFolder()
     for (const QString &folder :
          {QString(), m_memory->root() + u'X', m_memory->path(QStringLiteral("index.id2"))}) {
         child<QLineEdit>("lineEditPath")->setText(folder);
-        m_script->expectMessage(boxTitle, QStringLiteral("Il percorso selezionato non esiste"),
+        m_script->expectMessage(listTitle, QStringLiteral("Il percorso selezionato non esiste"),
                                 QMessageBox::Ok);
         pressStart();
     }
@@ -334,7 +334,7 @@ void TestSongsList::refusesMissingDestinationFolder()
     prepare();
     for (const char *name : {"/nowhere/list.csv", "nowhere/list.csv"}) {
         child<QLineEdit>("lineEditFile")->setText(QLatin1StringView(name));
-        m_script->expectMessage(boxTitle, QStringLiteral("Il percorso di destinazione non esiste"),
+        m_script->expectMessage(listTitle, QStringLiteral("Il percorso di destinazione non esiste"),
                                 QMessageBox::Ok);
         pressStart();
     }
@@ -343,7 +343,7 @@ void TestSongsList::refusesMissingDestinationFolder()
 void TestSongsList::tellsThatMemoryIsNotPrepared()
 {
     m_script->expectMessage(
-        boxTitle, QStringLiteral("Impossibile proseguire, la memoria non è preparata per Brisel"),
+        listTitle, QStringLiteral("Impossibile proseguire, la memoria non è preparata per Brisel"),
         QMessageBox::Ok);
     pressStart();
     QVERIFY(!QFile::exists(m_list));
@@ -353,10 +353,10 @@ void TestSongsList::tellsThatFileWasNotMade()
 {
     prepare();
     child<QLineEdit>("lineEditFile")->setText(QDir::currentPath());
-    m_script->expectMessage(boxTitle, creationError, QMessageBox::Ok);
+    m_script->expectMessage(listTitle, creationError, QMessageBox::Ok);
     pressStart();
     child<QLineEdit>("lineEditFile")->clear();
-    m_script->expectMessage(boxTitle, creationError, QMessageBox::Ok);
+    m_script->expectMessage(listTitle, creationError, QMessageBox::Ok);
     pressStart();
 }
 
@@ -418,7 +418,7 @@ void TestSongsList::refusesToCloseWhileWorking()
         seen = m_dialog->isVisible();
     });
     timer.start();
-    m_script->expectMessage(boxTitle, saved, QMessageBox::Ok);
+    m_script->expectMessage(listTitle, saved, QMessageBox::Ok);
     pressStart();
     QVERIFY(seen);
     QVERIFY(m_dialog->isVisible());
@@ -446,5 +446,5 @@ void TestSongsList::closesWhenIdle()
     QVERIFY(!m_dialog->isVisible());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestSongsList)
+BRISEL_TEST(QApplication, TestSongsList)
 #include "tst_songslist.moc"

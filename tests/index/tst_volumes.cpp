@@ -1,5 +1,5 @@
 #include "index/volumes.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDir>
 #include <QFile>
@@ -147,5 +147,5 @@ void TestVolumes::startsWhereMemoriesAre()
     QVERIFY(QFileInfo(volumesStartFolder()).isDir());
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestVolumes)
+BRISEL_TEST(QCoreApplication, TestVolumes)
 #include "tst_volumes.moc"

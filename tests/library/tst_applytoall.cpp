@@ -2,7 +2,7 @@
 
 #include "songfile/songinfo.h"
 #include "tests/dialogscript.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -127,5 +127,5 @@ void TestApplyToAll::untickingAsksNothing()
     QVERIFY(!m_dialog->isApplyToAllGenre());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestApplyToAll)
+BRISEL_TEST(QApplication, TestApplyToAll)
 #include "tst_applytoall.moc"

@@ -4,7 +4,7 @@
 #include "tests/dialogscript.h"
 #include "tests/logcapture.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -147,5 +147,5 @@ void TestBackup::cancelledBrowseKeepsTheFolder()
     QCOMPARE(dialog.directory(), QString());
 }
 
-BRISEL_TEST_MAIN(QApplication, TestBackup)
+BRISEL_TEST(QApplication, TestBackup)
 #include "tst_backup.moc"

@@ -1,7 +1,7 @@
 #include "library/cataloguelookup.h"
 
 #include "tests/library/samplelibrary.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -182,5 +182,5 @@ void TestCatalogueKeys::mergesSongDataAndKeepsFileData()
     QCOMPARE(merged.zbxFlags, info.zbxFlags);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestCatalogueKeys)
+BRISEL_TEST(QCoreApplication, TestCatalogueKeys)
 #include "tst_cataloguekeys.moc"

@@ -4,7 +4,7 @@
 #include "library/songfilename.h"
 #include "songfile/songinfo.h"
 #include "tests/dialogscript.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -374,5 +374,5 @@ void TestDataEditDialog::showsMarkupAsItStands()
     QCOMPARE(find<QLabel>("formatLabel")->textFormat(), Qt::PlainText);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestDataEditDialog)
+BRISEL_TEST(QApplication, TestDataEditDialog)
 #include "tst_dataeditdialog.moc"

@@ -6,7 +6,7 @@
 #include "tests/library/filesizelimit.h"
 #include "tests/logcapture.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -369,5 +369,5 @@ void TestFileCopier::failsWhenTheVolumeIsGone()
     QCOMPARE(fileContent(at(u"from/b.mid"_qs)), QByteArray("new"));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestFileCopier)
+BRISEL_TEST(QCoreApplication, TestFileCopier)
 #include "tst_filecopier.moc"

@@ -5,7 +5,7 @@
 #include "tests/logcapture.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -139,5 +139,5 @@ void TestFolderScan::survivesAMissingFolder()
     QCOMPARE(FolderScan::filesCount(QStringLiteral("nowhere")), 0);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestFolderScan)
+BRISEL_TEST(QCoreApplication, TestFolderScan)
 #include "tst_folderscan.moc"

@@ -4,7 +4,7 @@
 #include "tests/library/fakeprogress.h"
 #include "tests/logcapture.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -123,5 +123,5 @@ void TestFolderTreeBackup::endsWithTheProgram()
     QCOMPARE(m_count, 1);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestFolderTreeBackup)
+BRISEL_TEST(QCoreApplication, TestFolderTreeBackup)
 #include "tst_foldertreebackup.moc"

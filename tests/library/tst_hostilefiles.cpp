@@ -5,7 +5,7 @@
 #include "tests/library/fakeprogress.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -177,5 +177,5 @@ void TestHostileFiles::passesNamesThatAreNoText()
     ::unlink(odd.constData());
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestHostileFiles)
+BRISEL_TEST(QCoreApplication, TestHostileFiles)
 #include "tst_hostilefiles.moc"

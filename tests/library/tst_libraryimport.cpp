@@ -6,7 +6,7 @@
 #include "tests/logcapture.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QCoreApplication>
 #include <QSignalSpy>
@@ -239,5 +239,5 @@ void TestLibraryImport::takesNamesAsTheyAre()
     QCOMPARE(m_model->fileName(0), name);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestLibraryImport)
+BRISEL_TEST(QCoreApplication, TestLibraryImport)
 #include "tst_libraryimport.moc"

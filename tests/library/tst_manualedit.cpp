@@ -5,7 +5,7 @@
 #include "tests/library/filesizelimit.h"
 #include "tests/library/samplelibrary.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -230,5 +230,5 @@ void TestManualEdit::visitsEveryRowOnceInASortedTable()
     }
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestManualEdit)
+BRISEL_TEST(QCoreApplication, TestManualEdit)
 #include "tst_manualedit.moc"

@@ -1,5 +1,5 @@
 #include "library/proceeddialog.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -81,5 +81,5 @@ void TestProceedDialog::keepsTheSummaryWhenTheLanguageChanges()
     QCOMPARE(summary->text(), text);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestProceedDialog)
+BRISEL_TEST(QApplication, TestProceedDialog)
 #include "tst_proceeddialog.moc"

@@ -1,6 +1,6 @@
 #include "base/runguard.h"
 #include "library/runprogress.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -322,5 +322,5 @@ void TestRunProgress::toleratesCallsWithoutADialog()
     QVERIFY(dialogOf(window) == nullptr);
 }
 
-BRISEL_TEST_MAIN(QApplication, TestRunProgress)
+BRISEL_TEST(QApplication, TestRunProgress)
 #include "tst_runprogress.moc"

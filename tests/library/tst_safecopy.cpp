@@ -2,7 +2,7 @@
 
 #include "tests/library/filesizelimit.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -210,5 +210,5 @@ void TestSafeCopy::deletesFirstOnlyWhenThatMakesRoom()
     QTEST(mustDeleteFirst(freeSize, oldSize, newSize), "expected");
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSafeCopy)
+BRISEL_TEST(QCoreApplication, TestSafeCopy)
 #include "tst_safecopy.moc"

@@ -1,7 +1,7 @@
 #include "library/songpicker.h"
 #include "tests/library/fakeprogress.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -135,5 +135,5 @@ void TestSongPicker::picksTensOfThousands()
     QCOMPARE(progress.breaths, count);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongPicker)
+BRISEL_TEST(QCoreApplication, TestSongPicker)
 #include "tst_songpicker.moc"

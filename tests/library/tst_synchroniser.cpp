@@ -6,7 +6,7 @@
 #include "tests/library/filesizelimit.h"
 #include "tests/library/samplelibrary.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -302,5 +302,5 @@ void TestSynchroniser::vanishedFileKeepsItsRow()
     QCOMPARE(m_library->shown(0, u"title"_qs), u"One"_qs);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSynchroniser)
+BRISEL_TEST(QCoreApplication, TestSynchroniser)
 #include "tst_synchroniser.moc"

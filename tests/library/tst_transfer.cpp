@@ -1,7 +1,7 @@
 #include "library/transfer.h"
 
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -99,5 +99,5 @@ void TestTransfer::refusesSongsFolderThatLeadsOffTheMemory()
              TransferRefusal::SystemDisk);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestTransfer)
+BRISEL_TEST(QCoreApplication, TestTransfer)
 #include "tst_transfer.moc"

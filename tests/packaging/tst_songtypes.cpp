@@ -1,4 +1,4 @@
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 #include "tools/samplesongs.h"
 
 #include <QFile>
@@ -88,5 +88,5 @@ void TestSongTypes::namesOnlyKnownTypes()
         QVERIFY2(database.mimeTypeForName(type).isValid(), qPrintable(type));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongTypes)
+BRISEL_TEST(QCoreApplication, TestSongTypes)
 #include "tst_songtypes.moc"

@@ -2,7 +2,7 @@
 #include "songfile/metasong.h"
 #include "tests/shim/shim.h"
 #include "tests/songfile/samples.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDir>
 #include <QFile>
@@ -111,5 +111,5 @@ void TestBytesRead::readsOnlyTheHeadForARecord()
     QVERIFY(isRead);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestBytesRead)
+BRISEL_TEST(QCoreApplication, TestBytesRead)
 #include "tst_bytesread.moc"

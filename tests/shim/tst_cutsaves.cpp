@@ -4,7 +4,7 @@
 #include "tests/smalldisk.h"
 #include "tests/songfile/samples.h"
 #include "tests/testfiles.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDirIterator>
 #include <QProcess>
@@ -373,5 +373,5 @@ void TestCutSaves::flushesBeforeTakingTheName()
     QVERIFY2(openFolders.isEmpty(), openFolders.values().join(" ").constData());
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestCutSaves)
+BRISEL_TEST(QCoreApplication, TestCutSaves)
 #include "tst_cutsaves.moc"

@@ -6,7 +6,7 @@
 #include "tests/fulldisk.h"
 #include "tests/logcapture.h"
 #include "tests/songfile/samples.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 

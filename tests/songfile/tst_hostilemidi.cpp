@@ -2,7 +2,7 @@
 #include "tests/logcapture.h"
 #include "tests/songfile/loadedmidi.h"
 #include "tests/songfile/samples.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -129,5 +129,5 @@ void TestHostileMidi::worksWithoutData()
     QCOMPARE(RawMidiFile::indexOfKordiaMetaevent("\xFF\x4B", 0, RawMidiFile::Genre), -1);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestHostileMidi)
+BRISEL_TEST(QCoreApplication, TestHostileMidi)
 #include "tst_hostilemidi.moc"

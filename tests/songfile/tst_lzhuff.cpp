@@ -1,7 +1,7 @@
 #include "songfile/lzhuff.h"
 #include "tests/logcapture.h"
 #include "tests/songfile/lzhuffmodel.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -334,5 +334,5 @@ void TestLzHuff::acceptsTheSameArrayForBoth()
     QCOMPARE(data, QByteArray("tra la la tra la la"));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestLzHuff)
+BRISEL_TEST(QCoreApplication, TestLzHuff)
 #include "tst_lzhuff.moc"

@@ -1,7 +1,7 @@
 #include "songfile/metasong.h"
 #include "tests/logcapture.h"
 #include "tests/songfile/songs.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -342,5 +342,5 @@ void TestMetaSong::listsTheKeys()
     QCOMPARE(MetaSong::getKeysList().first(), u"C"_s);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestMetaSong)
+BRISEL_TEST(QCoreApplication, TestMetaSong)
 #include "tst_metasong.moc"

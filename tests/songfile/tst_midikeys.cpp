@@ -2,7 +2,7 @@
 #include "tests/logcapture.h"
 #include "tests/songfile/loadedmidi.h"
 #include "tests/songfile/samples.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -121,5 +121,5 @@ void TestMidiKeys::listsTheKeysByValue()
              "Ab F- Eb C- Bb G- F D-"_s);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestMidiKeys)
+BRISEL_TEST(QCoreApplication, TestMidiKeys)
 #include "tst_midikeys.moc"

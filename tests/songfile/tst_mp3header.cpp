@@ -1,6 +1,6 @@
 #include "songfile/mp3header.h"
 #include "tests/songfile/samples.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -13,7 +13,7 @@ using Samples::tag;
 namespace
 {
 
-Mp3Header loaded(const QByteArray &data)
+Mp3Header loadedTag(const QByteArray &data)
 {
     Mp3Header header;
     if (!header.loadHeader(data))
@@ -65,7 +65,7 @@ private slots:
 
 void TestMp3Header::makesATagForAFileWithoutOne()
 {
-    Mp3Header header = loaded(Samples::audio(100));
+    Mp3Header header = loadedTag(Samples::audio(100));
     QCOMPARE(header.stream(), Samples::bytes("ID3\x03\0\0\0\0\0\0"));
     QCOMPARE(header.getAudioDataStartPos(), 0U);
     QCOMPARE(header.fileType(), SongInfo::Mp3);
@@ -76,7 +76,7 @@ void TestMp3Header::makesATagForAFileWithoutOne()
 void TestMp3Header::refusesFewerThanTenBytes()
 {
     for (int size = 0; size < 10; ++size) {
-        Mp3Header header = loaded(tag(frame("TIT2", "old")));
+        Mp3Header header = loadedTag(tag(frame("TIT2", "old")));
         QVERIFY(!header.loadHeader(tag({}).left(size)));
         QVERIFY(!header.loadHeader(Samples::audio(size)));
         QVERIFY(header.stream().isEmpty());
@@ -97,7 +97,7 @@ void TestMp3Header::refusesATagLargerThanTheData()
 void TestMp3Header::keepsTheWholeTagAndNoAudio()
 {
     const QByteArray whole = tag(frame("TIT2", "x") + QByteArray(300, '\0'));
-    const Mp3Header header = loaded(whole + Samples::audio(50));
+    const Mp3Header header = loadedTag(whole + Samples::audio(50));
     QCOMPARE(header.stream(), whole);
     QCOMPARE(header.getAudioDataStartPos(), 322U);
 }
@@ -107,7 +107,7 @@ void TestMp3Header::readsASizeByteAbove128AsSizeZero()
     for (int index = 6; index < 10; ++index) {
         QByteArray data = tag(frame("TIT2", "x")) + Samples::audio(50);
         data[index] = '\x81';
-        Mp3Header header = loaded(data);
+        Mp3Header header = loadedTag(data);
         QCOMPARE(header.stream(), data.left(10));
         QCOMPARE(header.getAudioDataStartPos(), 10U);
         QVERIFY(!header.hasTitle());
@@ -134,7 +134,7 @@ void TestMp3Header::addsASizeByteOf128()
 
 void TestMp3Header::writesTheSizeInSevenBits()
 {
-    Mp3Header header = loaded(tag({}));
+    Mp3Header header = loadedTag(tag({}));
     header.setTitle(QString(300000, u'x')); // 300011 = 18 * 2^14 + 39 * 2^7 + 107
     QCOMPARE(header.stream().mid(6, 4), Samples::bytes("\x00\x12\x27\x6B"));
 }
@@ -142,9 +142,9 @@ void TestMp3Header::writesTheSizeInSevenBits()
 void TestMp3Header::readsEveryField()
 {
     const Mp3Header header =
-        loaded(tag(frame("TIT2", " T\xE9 ") + frame("TPE1", "A") + frame("TCOM", "C") +
-                   frame("TCON", Samples::bytes("G\0x")) + frame("TKEY", "F#-") +
-                   frame("TLEN", "185999") + frame("TBPM", "120")));
+        loadedTag(tag(frame("TIT2", " T\xE9 ") + frame("TPE1", "A") + frame("TCOM", "C") +
+                      frame("TCON", Samples::bytes("G\0x")) + frame("TKEY", "F#-") +
+                      frame("TLEN", "185999") + frame("TBPM", "120")));
     QCOMPARE(header.title(), u"T\u00e9"_s);
     QCOMPARE(header.artist(), u"A"_s);
     QCOMPARE(header.author(), u"C"_s);
@@ -159,7 +159,7 @@ void TestMp3Header::readsEveryField()
 
 void TestMp3Header::writesFramesFirstAndAlike()
 {
-    Mp3Header header = loaded(tag(frame("TALB", "Album")));
+    Mp3Header header = loadedTag(tag(frame("TALB", "Album")));
     header.setArtist(u"A"_s);
     header.setAuthor(u"C"_s);
     header.setGenre(u"G"_s);
@@ -174,14 +174,14 @@ void TestMp3Header::keepsOtherFrames()
 {
     const QByteArray before = frame("TALB", "Album") + frame("PRIV", QByteArray(40, '\xAA'));
     const QByteArray after = frame("COMM", "note") + QByteArray(100, '\0');
-    Mp3Header header = loaded(tag(before + frame("TIT2", "old title") + after));
+    Mp3Header header = loadedTag(tag(before + frame("TIT2", "old title") + after));
     header.setTitle(QString());
     QCOMPARE(header.stream(), tag(before + after));
 }
 
 void TestMp3Header::setsTheTitleTwice()
 {
-    Mp3Header header = loaded(Samples::audio(10));
+    Mp3Header header = loadedTag(Samples::audio(10));
     header.setTitle(u"First"_s);
     header.setTitle(u"Second one"_s);
     QCOMPARE(header.stream(), tag(frame("TIT2", "Second one")));
@@ -189,7 +189,7 @@ void TestMp3Header::setsTheTitleTwice()
 
 void TestMp3Header::removesOnlyTheFirstFrame()
 {
-    Mp3Header header = loaded(tag(frame("TIT2", "one") + frame("TIT2", "two")));
+    Mp3Header header = loadedTag(tag(frame("TIT2", "one") + frame("TIT2", "two")));
     QCOMPARE(header.removeId3Frame(u"TIT2"_s), 14);
     QCOMPARE(header.stream(), tag(frame("TIT2", "two")));
     QCOMPARE(header.removeId3Frame(u"TXXX"_s), 0);
@@ -197,7 +197,7 @@ void TestMp3Header::removesOnlyTheFirstFrame()
 
 void TestMp3Header::removesTheFrameOfAnEmptyText()
 {
-    Mp3Header header = loaded(tag(frame("TKEY", "C")));
+    Mp3Header header = loadedTag(tag(frame("TKEY", "C")));
     header.setKey(QString());
     QCOMPARE(header.stream(), tag({}));
     QVERIFY(!header.hasKey());
@@ -205,7 +205,8 @@ void TestMp3Header::removesTheFrameOfAnEmptyText()
 
 void TestMp3Header::takesTheSameBytesInATextForAFrame()
 {
-    const Mp3Header header = loaded(tag(frame("TALB", Samples::bytes("xTIT2\0\0\0\4\0\0\0abc"))));
+    const Mp3Header header =
+        loadedTag(tag(frame("TALB", Samples::bytes("xTIT2\0\0\0\4\0\0\0abc"))));
     QVERIFY(header.hasTitle());
     QCOMPARE(header.title(), u"abc"_s);
 }
@@ -213,56 +214,56 @@ void TestMp3Header::takesTheSameBytesInATextForAFrame()
 void TestMp3Header::readsUtf16AsItsFirstBytes()
 {
     const QByteArray frameBytes = Samples::bytes("TIT2\0\0\0\x07\0\0\x01\xFF\xFEL\0a\0");
-    QCOMPARE(loaded(tag(frameBytes)).title(), u"\u00ff\u00feL"_s);
+    QCOMPARE(loadedTag(tag(frameBytes)).title(), u"\u00ff\u00feL"_s);
 }
 
 void TestMp3Header::convertsTheLength()
 {
-    Mp3Header header = loaded(tag({}));
+    Mp3Header header = loadedTag(tag({}));
     header.setLength(185);
     QCOMPARE(header.stream(), tag(frame("TLEN", "185000")));
     QCOMPARE(header.length(), 185);
     header.setLength(std::numeric_limits<int>::max());
     QCOMPARE(header.length(), std::numeric_limits<int>::max());
-    QCOMPARE(loaded(tag(frame("TLEN", "1999"))).length(), 1);
-    QCOMPARE(loaded(tag(frame("TLEN", "999"))).length(), 0);
+    QCOMPARE(loadedTag(tag(frame("TLEN", "1999"))).length(), 1);
+    QCOMPARE(loadedTag(tag(frame("TLEN", "999"))).length(), 0);
 }
 
 void TestMp3Header::readsNumbersOnly()
 {
     for (const char *text : {"", "-5000", "12x", "1.5", "99999999999999999999"}) {
-        QCOMPARE(loaded(tag(frame("TLEN", text))).length(), 0);
-        QCOMPARE(loaded(tag(frame("TBPM", text))).userBpm(), 0);
+        QCOMPARE(loadedTag(tag(frame("TLEN", text))).length(), 0);
+        QCOMPARE(loadedTag(tag(frame("TBPM", text))).userBpm(), 0);
     }
-    QCOMPARE(loaded(tag(frame("TBPM", "3000000000"))).userBpm(), 0);
-    QCOMPARE(loaded(tag({})).length(), 0);
+    QCOMPARE(loadedTag(tag(frame("TBPM", "3000000000"))).userBpm(), 0);
+    QCOMPARE(loadedTag(tag({})).length(), 0);
 }
 
 void TestMp3Header::removesZeroTempoAndLength()
 {
     for (const int none : {0, -1}) {
-        Mp3Header header = loaded(tag(frame("TBPM", "90") + frame("TLEN", "1000")));
+        Mp3Header header = loadedTag(tag(frame("TBPM", "90") + frame("TLEN", "1000")));
         header.setUserBpm(none);
         QVERIFY(!header.hasUserBpm());
         header.setLength(none);
         QCOMPARE(header.stream(), tag({}));
     }
-    Mp3Header header = loaded(tag({}));
+    Mp3Header header = loadedTag(tag({}));
     header.setUserBpm(97);
     QCOMPARE(header.stream(), tag(frame("TBPM", "97")));
 }
 
 void TestMp3Header::findsTheMakerInAnyCase()
 {
-    QVERIFY(loaded(tag(frame("TCOP", "(c) kordia srl"))).isKordia());
-    QVERIFY(loaded(tag(frame("TCOP", "KORDIA"))).isKordia());
-    QVERIFY(!loaded(tag(frame("TCOP", "SONWERKS"))).isKordia()); // in MIDI files only
-    QVERIFY(!loaded(tag(frame("TALB", "KORDIA"))).isKordia());
+    QVERIFY(loadedTag(tag(frame("TCOP", "(c) kordia srl"))).isKordia());
+    QVERIFY(loadedTag(tag(frame("TCOP", "KORDIA"))).isKordia());
+    QVERIFY(!loadedTag(tag(frame("TCOP", "SONWERKS"))).isKordia()); // in MIDI files only
+    QVERIFY(!loadedTag(tag(frame("TALB", "KORDIA"))).isKordia());
 }
 
 void TestMp3Header::marksTheTagAsEdited()
 {
-    Mp3Header header = loaded(tag({}));
+    Mp3Header header = loadedTag(tag({}));
     header.setBriselEditParam();
     QCOMPARE(header.stream(), tag(Samples::bytes("MEDT\0\0\0\4\0\0\0\0\0\0")));
     QVERIFY(header.hasBriselEditParam());
@@ -270,7 +271,7 @@ void TestMp3Header::marksTheTagAsEdited()
 
 void TestMp3Header::insertsNothingOutside()
 {
-    Mp3Header header = loaded(tag({}));
+    Mp3Header header = loadedTag(tag({}));
     QCOMPARE(header.insertId3Frame("x", u"TIT2"_s, 11), 0);
     QCOMPARE(header.insertId3Frame("x", u"TIT2"_s, -1), 0);
     QCOMPARE(header.insertId3Frame({}, u"TIT2"_s, 10), 0);
@@ -284,7 +285,7 @@ void TestMp3Header::survivesEveryFrameSize()
         for (const int value : {0, 1, 0x7F, 0x80, 0xFF}) {
             QByteArray frames = frame("TIT2", "Title") + frame("TALB", "Album");
             frames[4 + index] = static_cast<char>(value);
-            Mp3Header header = loaded(tag(frames));
+            Mp3Header header = loadedTag(tag(frames));
             QVERIFY(header.hasTitle());
             QVERIFY(header.title().size() <= frames.size());
             header.setTitle(u"New"_s);
@@ -295,25 +296,25 @@ void TestMp3Header::survivesEveryFrameSize()
     }
     // 0xFFFFFFF6 + 10 is 0 in 32 bits.
     Mp3Header header =
-        loaded(tag(Samples::bytes("TIT2\xFF\xFF\xFF\xF6\0\0\0x") + frame("TALB", "y")));
+        loadedTag(tag(Samples::bytes("TIT2\xFF\xFF\xFF\xF6\0\0\0x") + frame("TALB", "y")));
     header.setTitle(QString());
     QCOMPARE(header.stream(), tag({}));
 }
 
 void TestMp3Header::readsAFrameOfSizeZeroToTheNextZeroByte()
 {
-    const Mp3Header header = loaded(tag(Samples::bytes("TIT2\0\0\0\0\0\0\0Rest of it\0x")));
+    const Mp3Header header = loadedTag(tag(Samples::bytes("TIT2\0\0\0\0\0\0\0Rest of it\0x")));
     QCOMPARE(header.title(), u"Rest of it"_s);
 }
 
 void TestMp3Header::ignoresFramesBehindTheTag()
 {
-    Mp3Header header = loaded(tag(QByteArray(20, '\0')));
+    Mp3Header header = loadedTag(tag(QByteArray(20, '\0')));
     QCOMPARE(header.removeId3Frame(u"TIT2"_s), 0);
     QCOMPARE(header.stream(), tag(QByteArray(20, '\0')));
     QByteArray short61 = tag(frame("TALB", "x"));
     short61[9] = 5; // the frame's name lies in the tag, the rest behind it
-    header = loaded(short61);
+    header = loadedTag(short61);
     header.setTitle(u"t"_s);
     QVERIFY(isSizeRight(header));
 }
@@ -355,5 +356,5 @@ void TestMp3Header::worksWithoutATag()
     QCOMPARE(header.getAudioDataStartPos(), 0U);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestMp3Header)
+BRISEL_TEST(QCoreApplication, TestMp3Header)
 #include "tst_mp3header.moc"

@@ -1,7 +1,7 @@
 #include "songfile/rawmidifile.h"
 #include "tests/songfile/loadedmidi.h"
 #include "tests/songfile/samples.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -496,5 +496,5 @@ void TestRawMidiFile::looksThroughASongTwiceAtMost()
     QVERIFY(file.scannedBytes() <= 4 * file.stream().size());
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestRawMidiFile)
+BRISEL_TEST(QCoreApplication, TestRawMidiFile)
 #include "tst_rawmidifile.moc"

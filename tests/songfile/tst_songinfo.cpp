@@ -1,7 +1,7 @@
 #include "songfile/metasong.h"
 #include "songfile/songinfo.h"
 #include "tests/logcapture.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -154,5 +154,5 @@ void TestSongInfo::namesTheFormats()
                  u"UNKNOWN"_s);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongInfo)
+BRISEL_TEST(QCoreApplication, TestSongInfo)
 #include "tst_songinfo.moc"

@@ -1,7 +1,7 @@
 #include "songfile/metasong.h"
 #include "tests/logcapture.h"
 #include "tests/songfile/songs.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -372,5 +372,5 @@ void TestSongMerge::marksAnMp3Once()
     QCOMPARE(Samples::read(u"a.mp3"_s), tag(frame("MEDT", QByteArray(3, '\0'))));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongMerge)
+BRISEL_TEST(QCoreApplication, TestSongMerge)
 #include "tst_songmerge.moc"

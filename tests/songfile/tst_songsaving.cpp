@@ -267,5 +267,5 @@ void TestSongSaving::keepsLinksAndPermissions()
              QStringList{name});
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongSaving)
+BRISEL_TEST(QCoreApplication, TestSongSaving)
 #include "tst_songsaving.moc"

@@ -178,5 +178,5 @@ void TestSongSavingRefused::clearsTheImmutableFlag()
 #endif
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongSavingRefused)
+BRISEL_TEST(QCoreApplication, TestSongSavingRefused)
 #include "tst_songsaving_refused.moc"

@@ -1,7 +1,7 @@
 #include "songfile/metasong.h"
 #include "tests/logcapture.h"
 #include "tests/songfile/samples.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -117,5 +117,5 @@ void TestSongTools::aTagToolReadsAChangedMp3()
     }
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSongTools)
+BRISEL_TEST(QCoreApplication, TestSongTools)
 #include "tst_songtools.moc"

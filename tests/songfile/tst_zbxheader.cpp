@@ -1,6 +1,6 @@
 #include "songfile/zbxheader.h"
 #include "tests/songfile/samples.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QtTest>
 
@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-ZbxHeader loaded(const QByteArray &data)
+ZbxHeader loadedHeader(const QByteArray &data)
 {
     ZbxHeader header;
     if (!header.loadHeader(data))
@@ -57,16 +57,16 @@ private slots:
 
 void TestZbxHeader::takesEachGeneration()
 {
-    QCOMPARE(loaded(sample()).fileType(), SongInfo::Zb3);
-    QCOMPARE(loaded(Samples::containerHeader("_ZB4", 512)).fileType(), SongInfo::Zb4);
+    QCOMPARE(loadedHeader(sample()).fileType(), SongInfo::Zb3);
+    QCOMPARE(loadedHeader(Samples::containerHeader("_ZB4", 512)).fileType(), SongInfo::Zb4);
     const QByteArray large = Samples::containerHeader("_ZB5", 1024);
-    QCOMPARE(loaded(large).fileType(), SongInfo::Zb5);
-    QCOMPARE(loaded(large).header(), large);
+    QCOMPARE(loadedHeader(large).fileType(), SongInfo::Zb5);
+    QCOMPARE(loadedHeader(large).header(), large);
 }
 
 void TestZbxHeader::refusesShortHeadersAndKeepsTheType()
 {
-    ZbxHeader header = loaded(Samples::containerHeader("_ZB4", 512));
+    ZbxHeader header = loadedHeader(Samples::containerHeader("_ZB4", 512));
     QVERIFY(!header.loadHeader(sample().left(511)));
     QCOMPARE(header.fileType(), SongInfo::Zb4);
     QVERIFY(header.header().isEmpty());
@@ -79,7 +79,7 @@ void TestZbxHeader::refusesShortHeadersAndKeepsTheType()
 
 void TestZbxHeader::refusesOtherMagics()
 {
-    ZbxHeader header = loaded(sample());
+    ZbxHeader header = loadedHeader(sample());
     for (const char *magic : {"_ZB2", "_ZB6", "_zb3", "MThd"}) {
         QVERIFY(!header.loadHeader(Samples::containerHeader(magic, 1024)));
         QCOMPARE(header.fileType(), SongInfo::Unknown);
@@ -112,21 +112,21 @@ void TestZbxHeader::readsEachFieldAtItsPlace()
     QByteArray text(width, 'x');
     text[0] = 'A';
     text[width - 1] = '\xE9';
-    QCOMPARE(get(loaded(sampleWith(offset, text))), QString::fromLatin1(text));
-    QCOMPARE(get(loaded(sampleWith(offset, "short"))), u"short"_s);
-    QCOMPARE(get(loaded(sample())), QString());
+    QCOMPARE(get(loadedHeader(sampleWith(offset, text))), QString::fromLatin1(text));
+    QCOMPARE(get(loadedHeader(sampleWith(offset, "short"))), u"short"_s);
+    QCOMPARE(get(loadedHeader(sample())), QString());
 }
 
 void TestZbxHeader::endsTheEditorWhereTheFlagsBegin()
 {
-    const ZbxHeader header = loaded(sampleWith(154, QByteArray(31, 'e') + '\x41'));
+    const ZbxHeader header = loadedHeader(sampleWith(154, QByteArray(31, 'e') + '\x41'));
     QCOMPARE(header.editor(), QString(31, u'e'));
     QCOMPARE(header.flags(), 0x41);
 }
 
 void TestZbxHeader::keepsTextOf32CharactersWithoutTerminator()
 {
-    ZbxHeader header = loaded(sample());
+    ZbxHeader header = loadedHeader(sample());
     const QString title = u"12345678901234567890123456789012"_s;
     header.setTitle(title);
     QCOMPARE(header.header(), sampleWith(122, title.toLatin1()));
@@ -137,7 +137,7 @@ void TestZbxHeader::keepsTextOf32CharactersWithoutTerminator()
 
 void TestZbxHeader::cutsLongerTexts()
 {
-    ZbxHeader header = loaded(sample());
+    ZbxHeader header = loadedHeader(sample());
     header.setTitle(QString(32, u'a') + u"cut off!"_s);
     QCOMPARE(header.title(), QString(32, u'a'));
     QCOMPARE(header.header(), sampleWith(122, QByteArray(32, 'a')));
@@ -147,7 +147,7 @@ void TestZbxHeader::cutsLongerTexts()
 
 void TestZbxHeader::clearsTheRestOfTheField()
 {
-    ZbxHeader header = loaded(sampleWith(186, QByteArray(96, 'o')));
+    ZbxHeader header = loadedHeader(sampleWith(186, QByteArray(96, 'o')));
     header.setAuthor(u"New"_s);
     header.setArtist(u"B"_s);
     header.setGenre(QString());
@@ -157,15 +157,15 @@ void TestZbxHeader::clearsTheRestOfTheField()
 
 void TestZbxHeader::trimsAndStopsAtZero()
 {
-    const ZbxHeader header = loaded(sampleWith(122, Samples::bytes(" \tLa la \0rest")));
+    const ZbxHeader header = loadedHeader(sampleWith(122, Samples::bytes(" \tLa la \0rest")));
     QCOMPARE(header.title(), u"La la"_s);
-    QVERIFY(!loaded(sampleWith(42, "   ")).hasLongName());
-    QVERIFY(loaded(sampleWith(42, "LONG")).hasLongName());
+    QVERIFY(!loadedHeader(sampleWith(42, "   ")).hasLongName());
+    QVERIFY(loadedHeader(sampleWith(42, "LONG")).hasLongName());
 }
 
 void TestZbxHeader::readsAndJudgesTheTempo()
 {
-    const auto withTempo = [](const QByteArray &two) { return loaded(sampleWith(38, two)); };
+    const auto withTempo = [](const QByteArray &two) { return loadedHeader(sampleWith(38, two)); };
     QCOMPARE(withTempo("\x2C\x01").tempo(), 300);
     QVERIFY(withTempo("\x2C\x01").hasValidTempo());
     QVERIFY(!withTempo(QByteArray(2, '\0')).hasValidTempo());
@@ -177,7 +177,7 @@ void TestZbxHeader::readsAndJudgesTheTempo()
 
 void TestZbxHeader::writesTheLow16BitsOfTheTempo()
 {
-    ZbxHeader header = loaded(sample());
+    ZbxHeader header = loadedHeader(sample());
     header.setTempo(300);
     QCOMPARE(header.header(), sampleWith(38, "\x2C\x01"));
     header.setTempo(65536 + 7);
@@ -188,7 +188,7 @@ void TestZbxHeader::writesTheLow16BitsOfTheTempo()
 
 void TestZbxHeader::addsFlagsOnly()
 {
-    ZbxHeader header = loaded(sampleWith(185, "\x44"));
+    ZbxHeader header = loadedHeader(sampleWith(185, "\x44"));
     header.setFlag(ZbxHeader::HasMarkers);
     header.setFlag(ZbxHeader::HasMarkers);
     QCOMPARE(header.header(), sampleWith(185, "\x45"));
@@ -197,13 +197,13 @@ void TestZbxHeader::addsFlagsOnly()
 
 void TestZbxHeader::widensFlagsWithTheirSign()
 {
-    QCOMPARE(loaded(sampleWith(185, "\xC8")).flags(), -56);
-    QCOMPARE(loaded(sampleWith(185, "\x7F")).flags(), 127);
+    QCOMPARE(loadedHeader(sampleWith(185, "\xC8")).flags(), -56);
+    QCOMPARE(loadedHeader(sampleWith(185, "\x7F")).flags(), 127);
 }
 
 void TestZbxHeader::writesSizesLittleEndian()
 {
-    ZbxHeader header = loaded(sample());
+    ZbxHeader header = loadedHeader(sample());
     header.setSize(0x81020304);
     header.setOrigSize(0xFFFFFFFF);
     QCOMPARE(header.header(), sampleWith(4, "\x04\x03\x02\x81").replace(12, 4, "\xFF\xFF\xFF\xFF"));
@@ -212,7 +212,7 @@ void TestZbxHeader::writesSizesLittleEndian()
 void TestZbxHeader::changesNothingElse()
 {
     const QByteArray before = Samples::containerHeader("_ZB5", 1024);
-    ZbxHeader header = loaded(before);
+    ZbxHeader header = loadedHeader(before);
     header.setTitle(u"t"_s);
     header.setSize(1);
     const QByteArray after = header.header();
@@ -240,5 +240,5 @@ void TestZbxHeader::worksWithoutAHeader()
     QCOMPARE(header.fileType(), SongInfo::Unknown);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestZbxHeader)
+BRISEL_TEST(QCoreApplication, TestZbxHeader)
 #include "tst_zbxheader.moc"

@@ -1,4 +1,4 @@
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QDir>
 #include <QFile>
@@ -154,5 +154,5 @@ void TestArtwork::refusesWhatItCannotDraw()
     QVERIFY(!QFile::exists(u"a.png"_qs));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestArtwork)
+BRISEL_TEST(QCoreApplication, TestArtwork)
 #include "tst_artwork.moc"

@@ -1,4 +1,4 @@
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 #include "tools/cataloguecsv.h"
 #include "tools/syntheticcatalogue.h"
 
@@ -337,5 +337,5 @@ void TestMakeCatalogue::syntheticRowsAreAsRealOnes()
     QCOMPARE(withMarkers, 4321);
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestMakeCatalogue)
+BRISEL_TEST(QCoreApplication, TestMakeCatalogue)
 #include "tst_makecatalogue.moc"

@@ -1,6 +1,6 @@
 #include "songfile/lzhuff.h"
 #include "songfile/metasong.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 #include "tools/cataloguecsv.h"
 #include "tools/samplesongs.h"
 
@@ -402,5 +402,5 @@ void TestSampleSongs::refusesAMissingFolder()
     QVERIFY(writeMany(u"missing"_qs, 0));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestSampleSongs)
+BRISEL_TEST(QCoreApplication, TestSampleSongs)
 #include "tst_samplesongs.moc"

@@ -2,7 +2,7 @@
 #include "tests/index/changedmemory.h"
 #include "tests/index/setreader.h"
 #include "tests/shim/shim.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QCryptographicHash>
 #include <QTest>
@@ -259,5 +259,5 @@ void TestIndexCuts::survivesCutOfRecovery()
     }
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestIndexCuts)
+BRISEL_TEST(QCoreApplication, TestIndexCuts)
 #include "tst_indexcuts.moc"

@@ -1,7 +1,7 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
 #include "tests/shim/looks.h"
-#include "tests/testhome.h"
+#include "tests/testprogram.h"
 
 #include <QTest>
 
@@ -86,5 +86,5 @@ void TestIndexLooks::looksAtEachSongOnce()
              qPrintable(QString::number(updated.bytes)));
 }
 
-BRISEL_TEST_MAIN(QCoreApplication, TestIndexLooks)
+BRISEL_TEST(QCoreApplication, TestIndexLooks)
 #include "tst_indexlooks.moc"

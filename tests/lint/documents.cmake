@@ -1,5 +1,6 @@
 # cmake -DTREE=<folder> -P documents.cmake: fails when a document of the tree names a file, a
-# command's option or a build option that is not there, or when the README leaves a folder out.
+# command's option, a build option or a preset that is not there, or when the README leaves a folder
+# out.
 
 cmake_minimum_required(VERSION 3.25)
 set_property(GLOBAL PROPERTY breaches 0)
@@ -34,6 +35,7 @@ endfunction()
 function(check_options text)
   string(REGEX REPLACE "[ \t=]+" ";" words "${text}")
   set(script)
+  set(last)
   foreach(word IN LISTS words)
     string(REGEX REPLACE "^[.]/" "" path "${word}")
     if(path MATCHES "^[a-z]" AND EXISTS ${TREE}/${path} AND NOT IS_DIRECTORY ${TREE}/${path})
@@ -45,16 +47,24 @@ function(check_options text)
       endif()
     elseif(word MATCHES "^(-D)?(BRISEL_[A-Z]+)$" AND NOT CMAKE_MATCH_2 IN_LIST names)
       breach("${CMAKE_MATCH_2} means nothing here")
+    elseif(last STREQUAL "--preset" AND NOT presets MATCHES "\"name\": \"${word}\"")
+      breach("there is no preset ${word}")
     endif()
+    set(last ${word})
   endforeach()
 endfunction()
 
-# The names that the build and the program know.
+set(presets)
+if(EXISTS ${TREE}/CMakePresets.json)
+  file(STRINGS ${TREE}/CMakePresets.json presets REGEX "\"name\":")
+endif()
+
+# The names that the build, its scripts and the program know.
 set(names)
 file(GLOB_RECURSE sources ${TREE}/cmake/*.cmake ${TREE}/app/*.cpp ${TREE}/base/*.cpp
-  ${TREE}/index/*.cpp ${TREE}/library/*.cpp)
+  ${TREE}/index/*.cpp ${TREE}/library/*.cpp ${TREE}/scripts/common.sh)
 foreach(source IN LISTS sources)
-  file(STRINGS ${source} lines REGEX "(option|set)\\(BRISEL_|qEnvironmentVariable")
+  file(STRINGS ${source} lines REGEX "(option|set)\\(BRISEL_|qEnvironmentVariable|{BRISEL_")
   string(REGEX MATCHALL "BRISEL_[A-Z]+" found "${lines}")
   list(APPEND names ${found})
 endforeach()

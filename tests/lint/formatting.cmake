@@ -1,0 +1,14 @@
+# cmake -DTREE=<folder> -DCLANG_FORMAT=<program> -P formatting.cmake: fails when a source of the tree is
+# not formatted as .clang-format says.
+
+cmake_minimum_required(VERSION 3.25)
+
+file(GLOB_RECURSE sources ${TREE}/*.cpp ${TREE}/*.h)
+list(FILTER sources EXCLUDE REGEX "^${TREE}/build")
+if(NOT sources)
+  message(FATAL_ERROR "${TREE} has no sources")
+endif()
+execute_process(COMMAND ${CLANG_FORMAT} --dry-run --Werror ${sources} RESULT_VARIABLE result)
+if(result)
+  message(FATAL_ERROR "Some sources are not formatted: clang-format-14 -i <source>")
+endif()

@@ -1,0 +1,38 @@
+#include "tests/testprogram.h"
+
+#include <QFileInfo>
+
+#include <cstdio>
+#include <map>
+
+namespace
+{
+
+/// By name. Made when the first class adds itself, before main().
+std::map<QString, TestRegistration::Run> &classes()
+{
+    static std::map<QString, TestRegistration::Run> all;
+    return all;
+}
+
+} // namespace
+
+TestRegistration::TestRegistration(const char *file, Run run)
+{
+    const QString name = QFileInfo(QString::fromUtf8(file)).completeBaseName();
+    if (!classes().emplace(name, run).second)
+        qFatal("two test classes in %s", file);
+}
+
+int main(int argc, char **argv)
+{
+    const auto found = classes().find(QString::fromLocal8Bit(argc > 1 ? argv[1] : ""));
+    if (found == classes().end()) {
+        std::fprintf(stderr, "usage: %s <test> [<case>...]\n", argv[0]);
+        for (const auto &[name, run] : classes())
+            std::fprintf(stderr, "  %s\n", qPrintable(name));
+        return 2;
+    }
+    const TestHome home;
+    return found->second(argc - 1, argv + 1);
+}
