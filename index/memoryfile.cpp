@@ -10,7 +10,10 @@ MemoryFile::MemoryFile(const QString &path, qint64 unit, qint64 least, qint64 mo
     if (!file.exists())
         return;
     m_size = file.size();
-    m_state = State::BadLength;
+    // The size of a folder depends on the file system, and may pass for a file's.
+    m_state = file.isFile() ? State::BadLength : State::Unreadable;
+    if (m_state == State::Unreadable)
+        return;
     if (m_size % unit != 0 || m_size < least * unit || m_size > most * unit)
         return;
     // A file that shrinks while it is read is not the one that was measured.
