@@ -51,7 +51,7 @@ bool BenchProgram::ranAllRows()
 BenchProgram::Home::Home()
 {
     require(m_folder.isValid(), "no folder for the home");
-    for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"})
+    for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "TMPDIR"})
         qputenv(name, QFile::encodeName(m_folder.path()));
     qputenv("QT_QPA_PLATFORM", "offscreen");
 }

@@ -23,8 +23,9 @@ bool run(int &argc, char **argv);
 /// run(), for what is printed below the rows.
 bool ranAllRows();
 
-/// Gives a program with windows a home in the temporary folder, so that the user's settings are
-/// neither read nor written, and no display. Construct it before the application object.
+/// Gives a program with windows and its children a home and a temporary folder of their own, so
+/// that the user's settings are neither read nor written and nothing is left behind, and no
+/// display. Construct it before the application object.
 class Home
 {
 public:

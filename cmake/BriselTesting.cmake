@@ -1,8 +1,8 @@
 # How every test of the build is run.
 
 # Where tests make their files: in folders of the build, so that nothing stays in the system's
-# temporary folder whatever becomes of a test. The first holds most; the second lies where no disk
-# is waited for, for tests that make folders by the thousand.
+# temporary folder whatever becomes of a test. In the second no disk is waited for; the first is for
+# tests of what a disk's file system can do.
 set(BRISEL_SCRATCH ${PROJECT_BINARY_DIR}/scratch)
 set(BRISEL_QUICK_SCRATCH ${BRISEL_SCRATCH})
 if(EXISTS /dev/shm)
