@@ -1,6 +1,7 @@
 #include "app/statusline.h"
 
 #include "app/reportdialog.h"
+#include "base/freespace.h"
 #include "base/runguard.h"
 #include "library/elidedlabel.h"
 
@@ -10,7 +11,6 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
-#include <QStorageInfo>
 
 static constexpr int recountDelay = 50; ///< milliseconds from a change of rows to the new number
 static constexpr qint64 spaceInterval = 100; ///< milliseconds between two looks at the disk
@@ -93,7 +93,7 @@ void StatusLine::showSpace(const QString &folder, qint64 bytes)
 {
     if (!m_spaceLabel->isHidden() && m_sinceSpace.elapsed() < spaceInterval)
         return;
-    const qint64 free = QStorageInfo(folder).bytesAvailable();
+    const qint64 free = freeSpace(folder);
     if (free < 0) {
         hideSpace();
         return;

@@ -1,9 +1,9 @@
 #include "base/filefailure.h"
 
 #include "base/fileidentity.h"
+#include "base/freespace.h"
 
 #include <QFileInfo>
-#include <QStorageInfo>
 
 RunReport::Reason whyUnreadable(const QString &path, qint64 largest)
 {
@@ -38,6 +38,6 @@ RunReport::Reason whyUnwritable(const QString &path, qint64 size)
     if (fileKind(folder) != FileKind::Folder)
         return RunReport::Reason::FolderMissing;
     // What was begun and failed is gone again, and its room with it.
-    const qint64 free = QStorageInfo(folder).bytesAvailable();
+    const qint64 free = freeSpace(folder);
     return free >= 0 && free < size ? RunReport::Reason::NoSpace : RunReport::Reason::Unwritable;
 }

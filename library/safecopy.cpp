@@ -2,10 +2,10 @@
 
 #include "base/fileidentity.h"
 #include "base/filewriting.h"
+#include "base/freespace.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
 #include <QTemporaryFile>
 
 namespace
@@ -69,7 +69,7 @@ bool copyOverFile(const QString &source, const QString &destination)
     const CopyResult result = copyIntoPlace(source, destination);
     if (result != CopyResult::DestinationFailed)
         return result == CopyResult::Done;
-    const qint64 freeSize = QStorageInfo(QFileInfo(destination).path()).bytesAvailable();
+    const qint64 freeSize = freeSpace(QFileInfo(destination).path());
     if (!mustDeleteFirst(freeSize, QFileInfo(destination).size(), QFileInfo(source).size()))
         return false;
     return QFile::remove(destination) && copyToNewFile(source, destination);

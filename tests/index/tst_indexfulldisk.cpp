@@ -1,8 +1,7 @@
+#include "base/freespace.h"
 #include "tests/index/changedmemory.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
-
-#include <QStorageInfo>
 
 #include <cstdio>
 
@@ -29,7 +28,7 @@ constexpr qint64 diskSize = 4 << 20; ///< bytes
 void fill(const SampleMemory &memory, int pages)
 {
     QFile filler(memory.path(u"filler"_qs));
-    const qint64 size = QStorageInfo(memory.root()).bytesAvailable() - pages * SmallDisk::pageSize;
+    const qint64 size = freeSpace(memory.root()) - pages * SmallDisk::pageSize;
     if (!filler.open(QIODevice::WriteOnly) || filler.write(QByteArray(size, 'x')) != size)
         qFatal("can't fill the disk");
 }

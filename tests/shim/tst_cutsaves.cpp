@@ -1,3 +1,4 @@
+#include "base/freespace.h"
 #include "index/index.h"
 #include "tests/fulldisk.h"
 #include "tests/index/samplememory.h"
@@ -9,7 +10,6 @@
 #include <QDirIterator>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QStorageInfo>
 #include <QTest>
 
 #include <csignal>
@@ -130,7 +130,7 @@ Outcome runInRoom(const Job &job, qint64 room)
     Outcome outcome;
     if (disk.isMounted()) {
         QFile file(filler);
-        const qint64 size = QStorageInfo(folder).bytesAvailable() - room;
+        const qint64 size = freeSpace(folder) - room;
         if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray(size, 'x')) != size)
             qFatal("can't fill the disk");
         file.close();
