@@ -89,7 +89,7 @@ configure() {
 
 # Runs a command in the project's folder, where CMake looks for its presets.
 in_root() (
-    cd "$root"
+    cd "$root" || exit
     exec "$@"
 )
 
