@@ -16,7 +16,6 @@ namespace
 {
 
 constexpr int idColumn = 0;
-constexpr qint64 announceInterval = 50;          ///< milliseconds between two lots of new rows
 const QString rowPlace = QStringLiteral(":row"); ///< in a statement
 
 /// A missing text is stored as an empty one: NULL would be sorted apart from it.
@@ -199,7 +198,7 @@ bool UserSongsRelTableModel::addSong(const SongInfo &info)
         row[m_songColumns.at(i)] = values.at(i);
 
     m_unannounced.append(std::move(row));
-    if (m_announcesEachRow || m_sinceAnnounced.elapsed() >= announceInterval)
+    if (m_announcesEachRow || m_sinceAnnounced.elapsed() >= ManyChanges::announceInterval)
         announce();
     return true;
 }

@@ -34,6 +34,8 @@ public:
     class ManyChanges
     {
     public:
+        static constexpr qint64 announceInterval = 50; ///< milliseconds between two lots of rows
+
         explicit ManyChanges(UserSongsRelTableModel &model);
         ~ManyChanges();
         ManyChanges(const ManyChanges &) = delete;
