@@ -12,8 +12,9 @@ endif()
 
 option(BRISEL_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(BRISEL_FUZZ "Build the fuzz targets with the fuzzer; needs clang" OFF)
-option(BRISEL_LINT "Run clang-tidy on every source of the product, and add the tests of the tree" OFF)
+option(BRISEL_LINT "Run clang-tidy on every source of the product; add the tests of formatting, scripts and documents" OFF)
 option(BRISEL_BENCH "Build the benchmarks, see bench/run" OFF)
+option(BRISEL_ALL_TOOLS "Fail when a program that tests ask for a second opinion is missing" OFF)
 set(BRISEL_CATALOGUE "" CACHE FILEPATH "A full SQLite catalogue to embed instead of the sample")
 
 find_program(BRISEL_CCACHE ccache)

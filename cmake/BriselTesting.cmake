@@ -1,14 +1,16 @@
 # How every test of the build is run.
 
-# Where tests make their files: in folders of the build, so that nothing stays in the system's
-# temporary folder whatever becomes of a test. In the second no disk is waited for; the first is for
-# tests of what a disk's file system can do.
+# Where tests make their files, so that nothing stays in the system's temporary folder whatever becomes
+# of a test; the next run empties both. The first is for tests of what a disk's file system can do,
+# the second is a RAM disk where there is one with room.
 set(BRISEL_SCRATCH ${PROJECT_BINARY_DIR}/scratch)
-set(BRISEL_QUICK_SCRATCH ${BRISEL_SCRATCH})
-if(EXISTS /dev/shm)
+set(BRISEL_RAM_SCRATCH ${BRISEL_SCRATCH})
+execute_process(COMMAND sh -c "test -w /dev/shm && df -kP /dev/shm | awk 'NR == 2 { print $4 }'"
+  OUTPUT_VARIABLE kilobytes OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+if(kilobytes MATCHES "^[0-9]+$" AND kilobytes GREATER 500000)
   string(MD5 hash ${PROJECT_BINARY_DIR})
   string(SUBSTRING ${hash} 0 8 hash)
-  set(BRISEL_QUICK_SCRATCH /dev/shm/brisel2pc-tests-${hash})
+  set(BRISEL_RAM_SCRATCH /dev/shm/brisel2pc-tests-${hash})
 endif()
 
 # brisel_test_environment(<test...>): offscreen, in one locale and time zone, and with temporary
@@ -20,7 +22,7 @@ function(brisel_test_environment)
   set_property(TEST ${ARGN} APPEND PROPERTY FIXTURES_REQUIRED scratch)
 endfunction()
 
-# Has tests make their temporary files where no disk is waited for.
-function(brisel_test_in_memory)
-  set_property(TEST ${ARGN} APPEND PROPERTY ENVIRONMENT TMPDIR=${BRISEL_QUICK_SCRATCH})
+# Has tests make their temporary files on the RAM disk.
+function(brisel_test_on_ram_disk)
+  set_property(TEST ${ARGN} APPEND PROPERTY ENVIRONMENT TMPDIR=${BRISEL_RAM_SCRATCH})
 endfunction()

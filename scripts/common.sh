@@ -62,16 +62,11 @@ install_packages() {
 }
 
 # build_preset <preset> <packages> [target...]: installs what is missing and builds the targets, or
-# those that the preset names (CMakePresets.json). Sets $build to the build folder. A caller that has
-# built everything already names its folder in BRISEL_BUILD; nothing is built then.
+# those that the preset names (CMakePresets.json). Sets $build to the build folder.
 build_preset() {
     preset=$1
     packages=$2
     shift 2
-    if [ -n "${BRISEL_BUILD:-}" ]; then
-        build=$BRISEL_BUILD
-        return
-    fi
     build=$root/build/$preset
     # shellcheck disable=SC2086 # a list of names
     install_packages $packages
@@ -80,6 +75,16 @@ build_preset() {
         set -- --target "$@"
     fi
     in_root cmake --build --preset "$preset" "$@"
+}
+
+# find_or_build_preset <preset> <packages> [target...]: the same, unless BRISEL_BUILD names a folder in
+# which everything was built already.
+find_or_build_preset() {
+    if [ -n "${BRISEL_BUILD:-}" ]; then
+        build=$BRISEL_BUILD
+    else
+        build_preset "$@"
+    fi
 }
 
 # configure <preset>
@@ -93,9 +98,8 @@ in_root() (
     exec "$@"
 )
 
-# Has programs make their temporary files where no disk is waited for, unless the caller has said
-# where.
-use_memory_disk() {
+# Has programs make their temporary files on a RAM disk, unless the caller has said where.
+use_ram_disk() {
     if [ -z "${TMPDIR:-}" ] && [ -w /dev/shm ]; then
         TMPDIR=/dev/shm
         export TMPDIR

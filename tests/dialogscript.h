@@ -18,10 +18,10 @@ class QWidget;
 /// them, from inside their own event loops, by the same clicks and keys as a user.
 ///
 /// No test hangs: a dialog or menu that no step expects, a dialog of another class, and one that
-/// its step does not close are closed; each fails the test case and is noted in problems(). So is
-/// closed whatever is open when a check fails (see FailureWatch), and no further step is taken.
-/// Progress dialogs are left alone unless a step names them, and so is the dialog that is open when
-/// the script is made: its step makes a script of its own for what it opens in turn.
+/// its step does not close are closed; each fails the test case and is noted in problems().
+/// Whatever is open when a check fails is closed, too (see FailureWatch), and no further step is
+/// taken. Progress dialogs are left alone unless a step names them, and so is the dialog that is
+/// open when the script is made: its step makes a script of its own for what it opens in turn.
 class DialogScript : public QObject
 {
     Q_OBJECT

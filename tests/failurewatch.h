@@ -16,7 +16,7 @@ public:
     explicit FailureWatch(QObject *parent = nullptr);
 
 signals:
-    /// At each look after the failure: ends loops that no window is to be closed for.
+    /// Emitted at each look after the failure, for tests that end an event loop of their own.
     void failed();
 
 private:

@@ -1,17 +1,20 @@
-# cmake -DFOLDERS=<a,b> -P scratch.cmake: makes the folders anew. With -DEMPTY=ON it removes them
+# cmake -P scratch.cmake -- <folder...>: makes the folders anew. With -DEMPTY=ON it removes them
 # instead, or fails and leaves them to be looked at when they hold anything.
 
 cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/../cmake/BriselArguments.cmake)
 
-string(REPLACE "," ";" FOLDERS "${FOLDERS}")
 if(NOT EMPTY)
-  file(REMOVE_RECURSE ${FOLDERS})
-  file(MAKE_DIRECTORY ${FOLDERS})
+  file(REMOVE_RECURSE ${ARGUMENTS})
+  file(MAKE_DIRECTORY ${ARGUMENTS})
+  # Some tests give up root's rights and must still reach their files.
+  file(CHMOD ${ARGUMENTS} DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
   return()
 endif()
 
 set(left)
-foreach(folder IN LISTS FOLDERS)
+foreach(folder IN LISTS ARGUMENTS)
   file(GLOB entries LIST_DIRECTORIES true ${folder}/* ${folder}/.*)
   list(FILTER entries EXCLUDE REGEX "/[.][.]?$")
   list(APPEND left ${entries})
@@ -20,4 +23,4 @@ if(left)
   list(JOIN left "\n" left)
   message(FATAL_ERROR "Tests left these behind:\n${left}")
 endif()
-file(REMOVE_RECURSE ${FOLDERS})
+file(REMOVE_RECURSE ${ARGUMENTS})

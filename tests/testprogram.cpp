@@ -33,6 +33,11 @@ int main(int argc, char **argv)
             std::fprintf(stderr, "  %s\n", qPrintable(name));
         return 2;
     }
+    // As ctest sets them, for a class that is run by hand.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("TZ", "UTC");
     const TestHome home;
     return found->second(argc - 1, argv + 1);
 }

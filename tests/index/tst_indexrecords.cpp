@@ -142,7 +142,7 @@ void TestIndexRecords::updateKeepsWhatTheSetSays_data()
     readsSongRecords_data();
 }
 
-/// A song that did not change is not read again: the set that stands there tells its last bytes.
+/// A song that did not change is not read again: its last bytes come from the old set.
 void TestIndexRecords::updateKeepsWhatTheSetSays()
 {
     QFETCH(QByteArray, end);

@@ -3,12 +3,13 @@
 
 cmake_minimum_required(VERSION 3.25)
 
-file(GLOB_RECURSE sources ${TREE}/*.cpp ${TREE}/*.h)
-list(FILTER sources EXCLUDE REGEX "^${TREE}/build")
+file(GLOB_RECURSE sources RELATIVE ${TREE} ${TREE}/*.cpp ${TREE}/*.h)
+list(FILTER sources EXCLUDE REGEX "^build")
 if(NOT sources)
   message(FATAL_ERROR "${TREE} has no sources")
 endif()
-execute_process(COMMAND ${CLANG_FORMAT} --dry-run --Werror ${sources} RESULT_VARIABLE result)
-if(result)
+execute_process(COMMAND ${CLANG_FORMAT} --dry-run --Werror ${sources}
+  WORKING_DIRECTORY ${TREE} RESULT_VARIABLE result)
+if(NOT result STREQUAL "0")
   message(FATAL_ERROR "Some sources are not formatted: clang-format-14 -i <source>")
 endif()

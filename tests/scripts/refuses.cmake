@@ -1,10 +1,11 @@
-# cmake -DSCRIPT=<script,argument,...> -DMESSAGE=<regular expression> -P refuses.cmake: fails unless the
+# cmake -DMESSAGE=<regular expression> -P refuses.cmake -- <script> <argument...>: fails unless the
 # script ends with an error and its message matches.
 
 cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/BriselArguments.cmake)
 
-string(REPLACE "," ";" SCRIPT "${SCRIPT}")
-execute_process(COMMAND ${SCRIPT} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE error)
+execute_process(COMMAND ${ARGUMENTS}
+  RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE error)
 message("${output}${error}")
 if(status STREQUAL "0")
   message(FATAL_ERROR "It ended without an error")

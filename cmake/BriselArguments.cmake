@@ -1,0 +1,10 @@
+# For scripts that are run as "cmake -P <script> -- <argument...>": puts the arguments into ARGUMENTS.
+set(ARGUMENTS)
+set(is_argument OFF)
+foreach(number RANGE ${CMAKE_ARGC})
+  if(is_argument AND number LESS CMAKE_ARGC)
+    list(APPEND ARGUMENTS "${CMAKE_ARGV${number}}")
+  elseif(CMAKE_ARGV${number} STREQUAL "--")
+    set(is_argument ON)
+  endif()
+endforeach()
