@@ -38,6 +38,14 @@ const QMainWindow *shownWindow()
     return nullptr;
 }
 
+bool showsImageOfTheProgram(const QIcon &icon)
+{
+    const QSize size(32, 32);
+    const QImage shown = icon.pixmap(size).toImage();
+    return !shown.isNull() &&
+           shown == QIcon(QStringLiteral(":/imgs/brisel2pc.png")).pixmap(size).toImage();
+}
+
 /// Empty when no window is shown.
 QJsonObject whatIsSeen()
 {
@@ -55,7 +63,7 @@ QJsonObject whatIsSeen()
         {QStringLiteral("yes"), box.button(QMessageBox::Yes)->text()},
         {QStringLiteral("ground"), picture.pixelColor(1, 1).name()},
         {QStringLiteral("styled"), !qApp->styleSheet().isEmpty()},
-        {QStringLiteral("icon"), !window->windowIcon().isNull()},
+        {QStringLiteral("icon"), showsImageOfTheProgram(window->windowIcon())},
     };
 }
 
