@@ -22,6 +22,9 @@
 #include <QTest>
 #include <QTranslator>
 
+#include <algorithm>
+#include <tuple>
+
 /// Every window of the program in each language, at the usual size of text and at larger ones.
 class TestWindows : public QObject
 {
@@ -41,6 +44,8 @@ private slots:
     void enterPressesTheFocusedButton();
     void tabReachesEveryControl_data();
     void tabReachesEveryControl();
+    void buttonsStandInTheirOrder_data();
+    void buttonsStandInTheirOrder();
     void hasPicturesOfEveryWindow();
 
 private:
@@ -103,6 +108,22 @@ QStringList cutTexts(const QWidget *window)
         }
     }
     return cut;
+}
+
+/// The names of the buttons that are seen, row by row and from left to right.
+QStringList buttonsAsRead(const QWidget *window)
+{
+    QList<std::tuple<int, int, QString>> places;
+    for (const auto *button : window->findChildren<QPushButton *>()) {
+        const QPoint place = button->mapTo(window, button->rect().center());
+        if (button->isVisible())
+            places.append({place.y(), place.x(), button->objectName()});
+    }
+    std::sort(places.begin(), places.end());
+    QStringList names;
+    for (const auto &place : places)
+        names.append(std::get<QString>(place));
+    return names;
 }
 
 } // namespace
@@ -280,6 +301,31 @@ void TestWindows::tabReachesEveryControl()
     for (const QWidget *widget : reachable - reached)
         qWarning("not reached: %s", qPrintable(widget->objectName()));
     QCOMPARE(reached, reachable);
+}
+
+void TestWindows::buttonsStandInTheirOrder_data()
+{
+    QTest::addColumn<QStringList>("buttons");
+    const QString yes = QStringLiteral("yesPushButton");
+    const QString no = QStringLiteral("noPushButton");
+    const QString exit = QStringLiteral("exitPushButton");
+    QTest::newRow("question") << QStringList{yes, QStringLiteral("yesAllPushButton"), no,
+                                             QStringLiteral("noAllPushButton")};
+    QTest::newRow("question-yes-no") << QStringList{yes, no};
+    QTest::newRow("proceed") << QStringList{yes, no};
+    QTest::newRow("backup") << QStringList{QStringLiteral("browsePushButton"),
+                                           QStringLiteral("abortPushButton"),
+                                           QStringLiteral("doBackupPushButton"), exit};
+    QTest::newRow("edit") << QStringList{QStringLiteral("savePushButton"), exit};
+}
+
+void TestWindows::buttonsStandInTheirOrder()
+{
+    const std::unique_ptr<QWidget> window =
+        makeWindow(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(window);
+    QVERIFY(QTest::qWaitForWindowExposed(shown(*window)));
+    QTEST(buttonsAsRead(window.get()), "buttons");
 }
 
 void TestWindows::hasPicturesOfEveryWindow()
