@@ -35,7 +35,16 @@ private slots:
     void backupCopiesThePickedFiles();
     void failedBackupStillSynchronises();
     void cancelledBackupStillSynchronises();
+    void emptyLineEndsABackupInTheLog_data();
     void emptyLineEndsABackupInTheLog();
+
+private:
+    void cancelBackupAfterTheFirstOfThree()
+    {
+        atProgress(u"Backup"_qs, u"1 di 3"_qs, [](QProgressDialog *dialog) {
+            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+        });
+    }
 };
 
 void TestMainWindowSync::synchronisesAfterTheImportSummary()
@@ -201,8 +210,12 @@ void TestMainWindowSync::backupWithoutFolderIsRefused()
     import({u"one.mid"_qs});
     expectBackup(u"doBackupPushButton"_qs);
     m_script->expectMessage(u"Backup"_qs, u"Backup FALLITO !!!"_qs, QMessageBox::Ok);
+    const LogCapture log;
     clickSync();
     verifyScript();
+    QCOMPARE(log.messages(),
+             QStringList({QString(44, u'=') + u' ', u"          UPDATE USER LIBRARY "_qs,
+                          QString(44, u'=') + u' '}));
     QCOMPARE(statuses(), u"0"_qs);
     QVERIFY(tool("updateDataToolButton")->isEnabled());
 }
@@ -223,7 +236,7 @@ void TestMainWindowSync::backupThatCannotMakeItsFolderIsRefused()
     const LogCapture log;
     clickSync();
     verifyScript();
-    QVERIFY(log.contains(u"Dest root dir creation failed "_qs));
+    QCOMPARE(log.messages().constLast(), u"Dest root dir creation failed "_qs);
     QCOMPARE(statuses(), u"0"_qs);
 }
 
@@ -264,9 +277,7 @@ void TestMainWindowSync::cancelledBackupStillSynchronises()
     makeSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
     import({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs});
     expectBackupToFolder();
-    atProgress(u"Backup"_qs, u"1 di 3"_qs, [](QProgressDialog *dialog) {
-        QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
-    });
+    cancelBackupAfterTheFirstOfThree();
     m_script->expectMessage(u"Backup"_qs, u"Backup FALLITO !!!"_qs, QMessageBox::Ok);
     clickSync();
     verifyScript();
@@ -279,16 +290,34 @@ void TestMainWindowSync::cancelledBackupStillSynchronises()
     QVERIFY(!tool("updateDataToolButton")->isEnabled());
 }
 
+void TestMainWindowSync::emptyLineEndsABackupInTheLog_data()
+{
+    QTest::addColumn<bool>("isThere");
+    QTest::addColumn<bool>("isCancelled");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("done") << true << false << u"Backup eseguito correttamente"_qs;
+    QTest::newRow("failed") << false << false << u"Backup FALLITO !!!"_qs;
+    QTest::newRow("cancelled") << true << true << u"Backup FALLITO !!!"_qs;
+}
+
 void TestMainWindowSync::emptyLineEndsABackupInTheLog()
 {
-    makeSongs({u"one.mid"_qs}, true);
-    import({u"one.mid"_qs});
+    QFETCH(bool, isThere);
+    QFETCH(bool, isCancelled);
+    QFETCH(QString, text);
+    makeSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs});
+    if (!isThere)
+        QVERIFY(QFile::remove(at(u"two.mid"_qs)));
     const LogCapture log;
     qsizetype before = 0;
     expectBackupToFolder();
-    expectMessageWithLog(u"Backup eseguito correttamente"_qs, log, before);
+    if (isCancelled)
+        cancelBackupAfterTheFirstOfThree();
+    expectMessageWithLog(text, log, before);
     clickSync();
     verifyScript();
+    QVERIFY(before > 0);
     QCOMPARE(log.messages().mid(before, 2), QStringList({u" "_qs, u"[UPDATE] rowIdx:  0 "_qs}));
 }
 
