@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
@@ -23,6 +24,7 @@ private slots:
     void findsNoDateInAnyOtherText();
     void showsProductVersionAndDate();
     void showsTheDayOfTheBuildAsTheSystemWritesIt();
+    void takesTheDayOfTheBuildFromTheCompiler();
     void showsContactLineAsRichText();
     void setsItsTextsInTheirFonts();
     void keepsTextsOnLanguageChange();
@@ -114,6 +116,18 @@ void TestAboutDialog::showsTheDayOfTheBuildAsTheSystemWritesIt()
              QStringLiteral("Build date: ") + text);
 }
 
+/// The source was compiled after its last change, and before it was linked into this program. The
+/// day of slack on either side is for a build in another time zone.
+void TestAboutDialog::takesTheDayOfTheBuildFromTheCompiler()
+{
+    const QFileInfo source(QStringLiteral(BRISEL_TREE "/app/startup.cpp"));
+    const QFileInfo program(QCoreApplication::applicationFilePath());
+    QVERIFY(source.exists() && program.exists());
+    const QDate day = AboutDialog::dateOfStamp(buildDate());
+    QVERIFY2(day >= source.lastModified().date().addDays(-1), qPrintable(buildDate()));
+    QVERIFY2(day <= program.lastModified().date().addDays(1), qPrintable(buildDate()));
+}
+
 void TestAboutDialog::showsContactLineAsRichText()
 {
     const AboutDialog dialog;
@@ -126,6 +140,9 @@ void TestAboutDialog::showsContactLineAsRichText()
 void TestAboutDialog::setsItsTextsInTheirFonts()
 {
     const AboutDialog dialog;
+    const QFont product = dialog.findChild<QLabel *>(QStringLiteral("label"))->font();
+    QCOMPARE(product.pointSize(), 20);
+    QVERIFY(product.bold());
     const QFont version = shownFont(dialog, "versionLabel");
     QCOMPARE(version.families(), QStringList(QStringLiteral("Sans Serif")));
     QCOMPARE(version.pointSize(), 12);
