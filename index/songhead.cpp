@@ -3,6 +3,9 @@
 #include "base/bytes.h"
 #include "base/filereading.h"
 #include "base/songtext.h"
+#include "id3/id3frames.h"
+#include "id3/id3plain.h"
+#include "id3/id3text.h"
 #include "index/songinfoindex.h"
 
 #include <algorithm>
@@ -11,9 +14,9 @@ namespace
 {
 
 constexpr int minimumSize = 5;       ///< bytes; a shorter file is no song
-constexpr int textWidth = 58;        ///< bytes of a text in the player's records
+constexpr int textWidth = 58;        ///< characters of a text in the player's records
 constexpr int midiScanStart = 22;    ///< just behind the headers of file and first track
-constexpr qsizetype id3Window = 512; ///< bytes in which frames are looked for
+constexpr qsizetype id3Window = 512; ///< bytes of a tag in which frames' names are looked for
 
 const QString unknownText = QStringLiteral("<unknown>");
 
@@ -175,26 +178,32 @@ void MidiScan::keepFirst(QString &found, const QString &value)
         found = value;
 }
 
-/// The text of the first frame \a identifier; empty when there is none.
-QString frameText(const QByteArray &prefix, QByteArrayView identifier)
+/// The frames of the tag that begins \a prefix. One whose size is wrong is taken to fill the
+/// prefix.
+Id3Frames framesOf(const QByteArray &prefix, QByteArray &tag)
 {
-    constexpr int sizeAt = 4;
-    constexpr int textOffset = 11; // frame header and encoding byte
-    const QByteArrayView window = QByteArrayView(prefix).first(std::min(prefix.size(), id3Window));
-    const qsizetype frame = window.indexOf(identifier);
-    if (frame < 0)
-        return {};
-    const qint64 size = be32At(prefix, frame + sizeAt);
-    return textAt(prefix, frame + textOffset, size - 1);
+    const qint64 end = static_cast<qint64>(Id3Header::sizeAt(prefix)) + Id3Header::size;
+    tag = Id3Plain::tag(prefix.first(std::min<qint64>(end, prefix.size())));
+    const Id3Frames frames(tag, static_cast<qint64>(Id3Header::sizeAt(tag)) + Id3Header::size);
+    if (end > Id3Header::size && frames.isWalked())
+        return frames;
+    tag = prefix;
+    return Id3Frames(prefix, prefix.size());
 }
 
 void parseMp3(const QByteArray &prefix, SongInfoIndex &song)
 {
-    if (!prefix.startsWith("ID3"))
+    if (!Id3Header::isAt(prefix))
         return;
-    setText(song.title, frameText(prefix, "TIT2"));
-    setText(song.artist, frameText(prefix, "TPE1"));
-    setText(song.genre, frameText(prefix, "TCON"));
+    QByteArray tag;
+    const Id3Frames frames = framesOf(prefix, tag);
+    const auto take = [&frames, &tag](QString &field, QByteArrayView id) {
+        if (const std::optional<Id3Frame> frame = frames.find(tag, id, id3Window))
+            setText(field, Id3Text::read(frames.content(tag, *frame), textWidth));
+    };
+    take(song.title, "TIT2");
+    take(song.artist, "TPE1");
+    take(song.genre, "TCON");
 }
 
 void parseByMagic(const QByteArray &prefix, SongInfoIndex &song)

@@ -11,7 +11,7 @@ run_packages="xvfb"
 bench_packages="libbenchmark-dev liblhasa-dev libtag1-dev pkg-config"
 # Independent readers of songs that the tests ask for a second opinion, and what judges the files for
 # the desktop.
-check_packages="$bench_packages midicsv id3v2 \
+check_packages="$bench_packages midicsv id3v2 python3-mutagen \
     appstream desktop-file-utils libxml2-utils shared-mime-info"
 lint_packages="clang-14 clang-format-14 clang-tidy-14 shellcheck"
 fuzz_packages="clang-14 libclang-rt-14-dev"

@@ -133,7 +133,8 @@ bool MetaSong::importMp3(QFile &file)
     const qint64 tagSize = start.startsWith("ID3") ? Mp3Header::getId3TagSize(start) : 0;
     if (tagSize > std::min<qint64>(file.size(), Mp3Header::maxFileStart))
         return false;
-    if (!m_mp3Header.loadHeader(file.read(tagSize + Mp3Header::tagHeaderSize)))
+    constexpr qint64 footerSize = Mp3Header::tagHeaderSize;
+    if (!m_mp3Header.loadHeader(file.read(tagSize + Mp3Header::tagHeaderSize + footerSize)))
         return false;
     m_fileType = SongInfo::Mp3;
     return true;
@@ -225,19 +226,23 @@ void MetaSong::setMidiTexts(const SongInfo &info, bool manual)
 
 void MetaSong::setContainerHeader(const SongInfo &info, bool manual)
 {
-    if (manual || isMissing(m_zbxHeader.title()))
+    using Field = ZbxHeader::Field;
+    const auto mayWrite = [&](Field field, const QString &text) {
+        return manual ? !m_zbxHeader.wouldLose(field, info) : isMissing(text);
+    };
+    if (mayWrite(Field::Title, m_zbxHeader.title()))
         m_zbxHeader.setTitle(info.title);
-    if (manual || isMissing(m_zbxHeader.author()))
+    if (mayWrite(Field::Author, m_zbxHeader.author()))
         m_zbxHeader.setAuthor(info.author);
     if (manual || (!m_zbxHeader.hasValidTempo() && info.userBpm >= 0))
         m_zbxHeader.setTempo(info.userBpm);
-    if (manual)
-        m_zbxHeader.setArtist(info.artist);
-    else if (isPlaceholder(m_zbxHeader.artist()))
+    if (!manual && isPlaceholder(m_zbxHeader.artist()))
         m_zbxHeader.setArtist(info.altArtist); // an empty one too: a placeholder never stays
-    else
+    else if (!manual)
         supplyArtist(m_zbxHeader, info);
-    if (manual || isMissing(m_zbxHeader.genre()))
+    else if (mayWrite(Field::Artist, m_zbxHeader.artist()))
+        m_zbxHeader.setArtist(info.artist);
+    if (mayWrite(Field::Genre, m_zbxHeader.genre()))
         m_zbxHeader.setGenre(info.genre);
     if (!info.markers.isEmpty())
         m_zbxHeader.setFlag(ZbxHeader::HasMarkers);
@@ -245,21 +250,25 @@ void MetaSong::setContainerHeader(const SongInfo &info, bool manual)
 
 void MetaSong::setMp3Tag(const SongInfo &info, bool manual)
 {
-    if (manual || !m_mp3Header.hasTitle())
+    using Field = Mp3Header::Field;
+    const auto mayWrite = [&](Field field, bool isMissing) {
+        return manual ? !m_mp3Header.wouldLose(field, info) : isMissing;
+    };
+    if (mayWrite(Field::Title, !m_mp3Header.hasTitle()))
         m_mp3Header.setTitle(info.title);
-    if (manual || !m_mp3Header.hasAuthor())
+    if (mayWrite(Field::Author, !m_mp3Header.hasAuthor()))
         m_mp3Header.setAuthor(info.author);
-    if (manual || maySupply(m_mp3Header.hasUserBpm(), info.userBpm, info))
+    if (mayWrite(Field::UserBpm, maySupply(m_mp3Header.hasUserBpm(), info.userBpm, info)))
         m_mp3Header.setUserBpm(info.userBpm);
-    if (manual || (!m_mp3Header.hasKey() && info.isKordia))
+    if (mayWrite(Field::Key, !m_mp3Header.hasKey() && info.isKordia))
         m_mp3Header.setKey(info.key);
-    if (manual || maySupply(m_mp3Header.hasLength(), info.length, info))
+    if (mayWrite(Field::Length, maySupply(m_mp3Header.hasLength(), info.length, info)))
         m_mp3Header.setLength(info.length);
-    if (manual)
-        m_mp3Header.setArtist(info.artist);
-    else
+    if (!manual)
         supplyArtist(m_mp3Header, info);
-    if (manual || !m_mp3Header.hasGenre())
+    else if (mayWrite(Field::Artist, false))
+        m_mp3Header.setArtist(info.artist);
+    if (mayWrite(Field::Genre, !m_mp3Header.hasGenre()))
         m_mp3Header.setGenre(info.genre);
     if (!m_mp3Header.hasBriselEditParam())
         m_mp3Header.setBriselEditParam();

@@ -2,31 +2,30 @@
 
 #include "base/bytes.h"
 #include "base/songtext.h"
+#include "id3/id3plain.h"
+#include "id3/id3text.h"
 
 #include <algorithm>
 #include <limits>
 
-using namespace Qt::StringLiterals;
-
 namespace
 {
 
-constexpr int framesStart = Mp3Header::tagHeaderSize;
-constexpr qsizetype tagSizeOffset = 6;
 constexpr qsizetype frameSizeOffset = 4;
-constexpr qsizetype frameHeaderSize = 10;
 constexpr char emptyTag[] = "ID3\x03\x00\x00\x00\x00\x00"; // and the terminator: ten bytes
 constexpr qint64 millisecondsPerSecond = 1000;
 
-const QString titleId = u"TIT2"_s;
-const QString artistId = u"TPE1"_s;
-const QString authorId = u"TCOM"_s;
-const QString genreId = u"TCON"_s;
-const QString keyId = u"TKEY"_s;
-const QString lengthId = u"TLEN"_s;
-const QString userBpmId = u"TBPM"_s;
-const QString copyrightId = u"TCOP"_s;
-const QString editId = u"MEDT"_s;
+constexpr char titleId[] = "TIT2";
+constexpr char artistId[] = "TPE1";
+constexpr char authorId[] = "TCOM";
+constexpr char genreId[] = "TCON";
+constexpr char keyId[] = "TKEY";
+constexpr char lengthId[] = "TLEN";
+constexpr char userBpmId[] = "TBPM";
+constexpr char copyrightId[] = "TCOP";
+constexpr char editId[] = "MEDT";
+
+constexpr qsizetype anyLength = std::numeric_limits<qsizetype>::max();
 
 /// A decimal number from 0 up; what is none, or does not fit, counts as 0.
 int boundedNumber(const QString &text, qint64 divisor)
@@ -38,109 +37,205 @@ int boundedNumber(const QString &text, qint64 divisor)
                : 0;
 }
 
+QString lengthText(int seconds)
+{
+    return seconds > 0 ? QString::number(seconds * millisecondsPerSecond) : QString();
+}
+
+QString bpmText(int bpm)
+{
+    return bpm > 0 ? QString::number(bpm) : QString();
+}
+
 } // namespace
 
 bool Mp3Header::loadHeader(const QByteArray &data)
 {
-    m_stream.clear();
-    m_tagSize = 0;
-    m_audioStart = 0;
+    *this = Mp3Header();
     if (data.size() < tagHeaderSize)
         return false;
-    if (!data.startsWith("ID3")) {
-        m_stream = QByteArray(emptyTag, sizeof emptyTag);
+    if (!Id3Header::isAt(data)) {
+        m_tag = QByteArray(emptyTag, sizeof emptyTag);
+        m_isChanged = true;
+        noteLoaded();
         return true;
     }
-    const unsigned size = getId3TagSize(data);
-    if (size > data.size())
+    const Id3Header header = Id3Header::read(data);
+    if (header.tagSize > data.size())
         return false;
-    m_stream = data.left(static_cast<qsizetype>(size) + tagHeaderSize);
-    m_audioStart = size + tagHeaderSize;
-    m_tagSize = size;
+    const qint64 end = static_cast<qint64>(header.tagSize) + tagHeaderSize;
+    const QByteArray withoutFooter = data.first(std::min<qint64>(end, data.size()));
+    const qsizetype footer = Id3Plain::footerSize(data);
+    m_loaded = data.first(std::min<qint64>(end + footer, data.size()));
+    m_audioStart = static_cast<quint32>(end + footer);
+    m_tag = Id3Plain::tag(withoutFooter);
+    noteLoaded();
     return true;
 }
 
-unsigned Mp3Header::getId3TagSize(const QByteArray &data)
+/// The frames and the padding from which the tag's growth is counted.
+void Mp3Header::noteLoaded()
 {
-    constexpr quint8 highest = 128;
-    unsigned size = 0;
-    for (qsizetype i = 0; i < 4; ++i) {
-        const quint8 byte = byteAt(data, tagSizeOffset + i);
-        if (byte > highest)
-            return 0;
-        size = (size << 7) + byte;
-    }
-    return size;
+    m_tagSize = Id3Header::sizeAt(m_tag);
+    walk();
+    m_loadedFrames = m_frames.framesEnd();
+    m_loadedPadding = m_frames.endsInPadding() ? m_tag.size() - m_frames.framesEnd() : 0;
+}
+
+void Mp3Header::walk()
+{
+    m_frames = Id3Frames(m_tag, static_cast<qint64>(m_tagSize) + tagHeaderSize);
+}
+
+void Mp3Header::noteSaved()
+{
+    m_loaded = stream();
+    m_isChanged = false;
+    m_audioStart = static_cast<quint32>(m_loaded.size());
+    noteLoaded();
 }
 
 void Mp3Header::updateId3TagSize()
 {
-    for (qsizetype i = 0; i < 4; ++i)
-        putByte(m_stream, tagSizeOffset + i, (m_tagSize >> (7 * (3 - i))) & 0x7F);
+    Id3Header::putSize(m_tag, m_tagSize);
 }
 
 unsigned Mp3Header::getSingleFrameLength(int pos) const
 {
-    return be32At(m_stream, pos + frameSizeOffset);
+    return be32At(m_tag, pos + frameSizeOffset);
+}
+
+std::optional<Id3Frame> Mp3Header::frame(QByteArrayView id) const
+{
+    return m_frames.find(m_tag, id, m_tag.size());
+}
+
+QByteArray Mp3Header::frameContent(const Id3Frame &frame) const
+{
+    // A size of 0 gives the rest of the tag, up to its first zero byte.
+    if (frame.isSearched && frame.claimed == 0)
+        return m_tag.mid(frame.start + frame.headerSize);
+    return m_frames.content(m_tag, frame);
 }
 
 int Mp3Header::extractId3Frame(QString &text, const QString &id) const
 {
     text.clear();
-    const qsizetype pos = m_stream.indexOf(id.toLatin1(), framesStart);
-    if (pos < 0)
+    const std::optional<Id3Frame> found = frame(id.toLatin1());
+    if (!found)
         return -1;
-    // A size of 0 gives the rest of the tag, up to its first zero byte.
-    const qint64 length = static_cast<qint64>(getSingleFrameLength(static_cast<int>(pos))) - 1;
-    text = songText(m_stream.mid(pos + frameHeaderSize + 1, length));
-    return static_cast<int>(pos);
+    text = Id3Text::read(frameContent(*found), anyLength);
+    return static_cast<int>(found->start);
 }
 
 int Mp3Header::insertId3Frame(const QByteArray &data, const QString &id, int pos)
 {
-    if (pos < 0 || pos > m_stream.size() || data.isEmpty())
+    return data.isEmpty() ? 0 : insertFrame(id.toLatin1(), '\0' + data, pos);
+}
+
+int Mp3Header::insertFrame(QByteArrayView id, const QByteArray &content, qsizetype pos)
+{
+    const QByteArray frame = m_frames.frame(id, content);
+    if (pos < 0 || pos > m_tag.size() || m_tag.isEmpty())
         return 0;
-    QByteArray frame =
-        id.toLatin1() + QByteArray(frameHeaderSize - frameSizeOffset + 1, '\0') + data;
-    putBe32(frame, frameSizeOffset, static_cast<quint32>(data.size() + 1));
-    m_stream.insert(pos, frame);
-    m_tagSize += static_cast<quint32>(frame.size());
-    updateId3TagSize();
+    m_tag.insert(pos, frame);
+    resized(frame.size());
     return static_cast<int>(frame.size());
 }
 
 int Mp3Header::removeId3Frame(const QString &id)
 {
-    const qsizetype pos = m_stream.indexOf(id.toLatin1(), framesStart);
-    const qint64 tagEnd = static_cast<qint64>(m_tagSize) + tagHeaderSize;
-    if (pos < 0 || pos >= tagEnd)
+    const std::optional<Id3Frame> found = frame(id.toLatin1());
+    if (!found)
         return 0;
-    // A frame ends with the tag at the latest, whatever its size field says.
-    const qint64 claimed = getSingleFrameLength(static_cast<int>(pos)) + frameHeaderSize;
-    const qint64 removed = std::min({claimed, tagEnd - pos, m_stream.size() - pos});
-    m_stream.remove(pos, removed);
-    m_tagSize -= static_cast<quint32>(removed);
+    m_tag.remove(found->start, found->size);
+    resized(-found->size);
+    return static_cast<int>(found->size);
+}
+
+void Mp3Header::resized(qsizetype bytes)
+{
+    m_isChanged = true;
+    m_tagSize = static_cast<quint32>(m_tagSize + bytes);
+    walk();
+    fitPadding();
     updateId3TagSize();
-    return static_cast<int>(removed);
 }
 
-QString Mp3Header::text(const QString &id) const
+/// What the frames have grown by since the tag was loaded is taken from the padding. Frames that
+/// have shrunk leave it as it was.
+void Mp3Header::fitPadding()
 {
-    QString text;
-    extractId3Frame(text, id);
-    return text;
+    if (m_loadedPadding == 0 || !m_frames.endsInPadding())
+        return;
+    const qsizetype growth = std::max<qsizetype>(m_frames.framesEnd() - m_loadedFrames, 0);
+    const qsizetype wanted = std::max<qsizetype>(m_loadedPadding - growth, 0);
+    const qsizetype present = m_tag.size() - m_frames.framesEnd();
+    m_tag.resize(m_frames.framesEnd());
+    m_tag.append(wanted, '\0');
+    m_tagSize = static_cast<quint32>(m_tagSize + wanted - present);
+    walk();
 }
 
-bool Mp3Header::has(const QString &id) const
+QString Mp3Header::text(QByteArrayView id) const
 {
-    QString text;
-    return extractId3Frame(text, id) >= 0;
+    const std::optional<Id3Frame> found = frame(id);
+    return found ? Id3Text::read(frameContent(*found), anyLength) : QString();
 }
 
-void Mp3Header::setText(const QString &id, const QString &text)
+bool Mp3Header::has(QByteArrayView id) const
 {
-    removeId3Frame(id);
-    insertId3Frame(songBytes(text), id, framesStart);
+    return frame(id).has_value();
+}
+
+QByteArray Mp3Header::textContent(const QString &text) const
+{
+    // In an unsynchronised tag of version 2.4 each frame would have to be, too.
+    constexpr QChar changedByScheme(0xFF);
+    const Id3Header header = Id3Header::read(m_tag);
+    if (header.version == 4 && header.isUnsynchronised() && text.contains(changedByScheme))
+        return Id3Text::utf8Content(text);
+    return Id3Text::content(text, header.version);
+}
+
+void Mp3Header::setText(QByteArrayView id, const QString &text)
+{
+    removeId3Frame(QString::fromLatin1(id));
+    if (!text.isEmpty())
+        insertFrame(id, textContent(text), m_frames.framesStart());
+}
+
+bool Mp3Header::isWrittenAs(QByteArrayView id, const QString &text) const
+{
+    const std::optional<Id3Frame> found = frame(id);
+    if (!found)
+        return true;
+    const QByteArrayView stored = QByteArrayView(m_tag).sliced(found->start, found->size);
+    return !text.isEmpty() && stored == m_frames.frame(id, textContent(text));
+}
+
+bool Mp3Header::wouldLose(Field field, const SongInfo &info) const
+{
+    const auto isLost = [this](QByteArrayView id, const QString &held, const QString &text) {
+        return held == text && !isWrittenAs(id, text);
+    };
+    switch (field) {
+    case Field::Title:
+        return isLost(titleId, title(), info.title);
+    case Field::Artist:
+        return isLost(artistId, artist(), info.artist);
+    case Field::Author:
+        return isLost(authorId, author(), info.author);
+    case Field::Genre:
+        return isLost(genreId, genre(), info.genre);
+    case Field::Key:
+        return isLost(keyId, key(), info.key);
+    case Field::Length:
+        return isLost(lengthId, lengthText(length()), lengthText(info.length));
+    case Field::UserBpm:
+        return isLost(userBpmId, bpmText(userBpm()), bpmText(info.userBpm));
+    }
+    return false;
 }
 
 QString Mp3Header::title() const
@@ -180,7 +275,7 @@ int Mp3Header::userBpm() const
 
 bool Mp3Header::isKordia() const
 {
-    return text(copyrightId).toUpper().contains(u"KORDIA"_s);
+    return text(copyrightId).toUpper().contains(QStringLiteral("KORDIA"));
 }
 
 bool Mp3Header::hasTitle() const
@@ -250,15 +345,15 @@ void Mp3Header::setKey(const QString &text)
 
 void Mp3Header::setLength(int seconds)
 {
-    setText(lengthId, seconds > 0 ? QString::number(seconds * millisecondsPerSecond) : QString());
+    setText(lengthId, lengthText(seconds));
 }
 
 void Mp3Header::setUserBpm(int bpm)
 {
-    setText(userBpmId, bpm > 0 ? QString::number(bpm) : QString());
+    setText(userBpmId, bpmText(bpm));
 }
 
 void Mp3Header::setBriselEditParam()
 {
-    insertId3Frame(QByteArray(3, '\0'), editId, framesStart);
+    insertFrame(editId, QByteArray(4, '\0'), m_frames.framesStart());
 }

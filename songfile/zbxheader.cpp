@@ -6,7 +6,7 @@
 namespace
 {
 
-struct Field {
+struct TextField {
     qsizetype offset;
     qsizetype size;
 };
@@ -14,24 +14,32 @@ struct Field {
 constexpr qsizetype sizeOffset = 4;
 constexpr qsizetype origSizeOffset = 12;
 constexpr qsizetype tempoOffset = 38;
-constexpr Field longNameField{42, 13};
-constexpr Field copyrightField{90, 20};
-constexpr Field titleField{122, 32};
-constexpr Field editorField{154, 31};
+constexpr TextField longNameField{42, 13};
+constexpr TextField copyrightField{90, 20};
+constexpr TextField titleField{122, 32};
+constexpr TextField editorField{154, 31};
 constexpr qsizetype flagsOffset = 185;
-constexpr Field authorField{186, 32};
-constexpr Field artistField{218, 32};
-constexpr Field genreField{250, 32};
+constexpr TextField authorField{186, 32};
+constexpr TextField artistField{218, 32};
+constexpr TextField genreField{250, 32};
 constexpr int tempoLimit = 500; ///< beats per minute, the first that is no tempo
 
-QString read(const QByteArray &header, Field field)
+QString read(const QByteArray &header, TextField field)
 {
     return songText(fieldAt(header, field.offset, field.size));
 }
 
-void write(QByteArray &header, Field field, const QString &text)
+void write(QByteArray &header, TextField field, const QString &text)
 {
     putField(header, field.offset, field.size, songBytes(text.left(field.size)));
+}
+
+/// True when the field reads as \a text, and would hold other bytes once that was written.
+bool wouldLoseBytes(const QByteArray &header, TextField field, const QString &text)
+{
+    QByteArray written = header;
+    write(written, field, text);
+    return read(header, field) == text && written != header;
 }
 
 } // namespace
@@ -183,4 +191,19 @@ void ZbxHeader::setSize(unsigned bytes)
 void ZbxHeader::setOrigSize(unsigned bytes)
 {
     putLe32(m_header, origSizeOffset, bytes);
+}
+
+bool ZbxHeader::wouldLose(Field field, const SongInfo &info) const
+{
+    switch (field) {
+    case Field::Title:
+        return wouldLoseBytes(m_header, titleField, info.title);
+    case Field::Artist:
+        return wouldLoseBytes(m_header, artistField, info.artist);
+    case Field::Author:
+        return wouldLoseBytes(m_header, authorField, info.author);
+    case Field::Genre:
+        return wouldLoseBytes(m_header, genreField, info.genre);
+    }
+    return false;
 }

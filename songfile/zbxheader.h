@@ -14,6 +14,9 @@ public:
         HasMarkers = 1, ///< the song carries markers
     };
 
+    /// The texts that are written.
+    enum class Field { Title, Artist, Author, Genre };
+
     static constexpr qsizetype shortSize = 512; ///< bytes of a "_ZB3" or "_ZB4" header
     static constexpr qsizetype longSize = 1024; ///< bytes of a "_ZB5" header
 
@@ -55,6 +58,10 @@ public:
     void setFlag(FlagsEnum flag);     ///< flags are only ever added
     void setSize(unsigned bytes);     ///< header and compressed data
     void setOrigSize(unsigned bytes); ///< the MIDI data before compression
+
+    /// True when \a info holds for \a field what the header reads as, and writing that would change
+    /// bytes behind the text.
+    bool wouldLose(Field field, const SongInfo &info) const;
 
 private:
     QByteArray m_header;

@@ -48,8 +48,8 @@ private slots:
     void setsTheTitleTwice();
     void removesOnlyTheFirstFrame();
     void removesTheFrameOfAnEmptyText();
-    void takesTheSameBytesInATextForAFrame();
-    void readsUtf16AsItsFirstBytes();
+    void findsNoFrameInsideAnother();
+    void readsEveryEncoding();
     void convertsTheLength();
     void readsNumbersOnly();
     void removesZeroTempoAndLength();
@@ -203,18 +203,32 @@ void TestMp3Header::removesTheFrameOfAnEmptyText()
     QVERIFY(!header.hasKey());
 }
 
-void TestMp3Header::takesTheSameBytesInATextForAFrame()
+void TestMp3Header::findsNoFrameInsideAnother()
 {
-    const Mp3Header header =
-        loadedTag(tag(frame("TALB", Samples::bytes("xTIT2\0\0\0\4\0\0\0abc"))));
-    QVERIFY(header.hasTitle());
-    QCOMPARE(header.title(), u"abc"_s);
+    const QByteArray album = frame("TALB", Samples::bytes("xTIT2\0\0\0\4\0\0\0abc"));
+    Mp3Header header = loadedTag(tag(album));
+    QVERIFY(!header.hasTitle());
+    header.setTitle(u"T"_s);
+    QCOMPARE(header.stream(), tag(frame("TIT2", "T") + album));
 }
 
-void TestMp3Header::readsUtf16AsItsFirstBytes()
+void TestMp3Header::readsEveryEncoding()
 {
-    const QByteArray frameBytes = Samples::bytes("TIT2\0\0\0\x07\0\0\x01\xFF\xFEL\0a\0");
-    QCOMPARE(loadedTag(tag(frameBytes)).title(), u"\u00ff\u00feL"_s);
+    const auto title = [](const QByteArray &content) {
+        QByteArray bytes = "TIT2" + QByteArray(6, '\0') + content;
+        bytes[7] = static_cast<char>(content.size());
+        return loadedTag(tag(bytes)).title();
+    };
+    QCOMPARE(title(Samples::bytes("\1\xFF\xFEL\0\xE0\0")), u"L\u00E0"_s);
+    QCOMPARE(title(Samples::bytes("\1\xFE\xFF\0L\0\xE0")), u"L\u00E0"_s);
+    QCOMPARE(title(Samples::bytes("\1L\0\xE0\0")), u"L\u00E0"_s); // without its mark
+    QCOMPARE(title(Samples::bytes("\2\0L\0\xE0")), u"L\u00E0"_s);
+    QCOMPARE(title(Samples::bytes("\3L\xC3\xA0")), u"L\u00E0"_s);
+    QCOMPARE(title(Samples::bytes("\4L\xE0")), u"L\u00E0"_s); // read as Latin-1
+    QCOMPARE(title(Samples::bytes("\1\xFF\xFE L\0\0\0x\0")), u"\u4C20"_s);
+    QCOMPARE(title(Samples::bytes("\3 L\0x")), u"L"_s);
+    QCOMPARE(title(Samples::bytes("\1\xFF\xFEL")), QString());
+    QCOMPARE(title(Samples::bytes("\1")), QString());
 }
 
 void TestMp3Header::convertsTheLength()

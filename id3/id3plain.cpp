@@ -1,0 +1,77 @@
+#include "id3/id3plain.h"
+
+#include "id3/id3frames.h"
+#include "id3/id3header.h"
+#include "id3/unsynchronisation.h"
+
+#include <algorithm>
+
+namespace
+{
+
+qint64 endOf(const QByteArray &tag)
+{
+    return static_cast<qint64>(Id3Header::sizeAt(tag)) + Id3Header::size;
+}
+
+Id3Frames framesOf(const QByteArray &tag)
+{
+    return Id3Frames(tag, endOf(tag));
+}
+
+/// Replaces what follows the header; the size field counts what the whole tag has, cut or not.
+QByteArray withBody(const QByteArray &tag, const QByteArray &body)
+{
+    QByteArray result = tag.first(Id3Header::size) + body;
+    const qint64 size = Id3Header::sizeAt(tag) + (result.size() - tag.size());
+    Id3Header::putSize(result, static_cast<quint32>(std::max<qint64>(size, 0)));
+    return result;
+}
+
+/// Some programs set the flag over a tag that is not unsynchronised: the reading counts that leads
+/// from frame to frame.
+QByteArray synchronised(const QByteArray &tag)
+{
+    const Id3Header header = Id3Header::read(tag);
+    const bool isWhole = header.version == 2 || header.version == 3;
+    if (!isWhole || !header.isUnsynchronised())
+        return tag;
+    QByteArray undone =
+        withBody(tag, Unsynchronisation::undone(QByteArrayView(tag).sliced(Id3Header::size)));
+    Id3Header::clearFlag(undone, Id3Header::Unsynchronised);
+    return framesOf(undone).isWalked() || !framesOf(tag).isWalked() ? undone : tag;
+}
+
+/// Programs lose frames of tags with an extended header, and its checksum would have to follow
+/// every change.
+QByteArray withoutExtendedHeader(const QByteArray &tag)
+{
+    const Id3Frames frames = framesOf(tag);
+    if (!Id3Header::read(tag).hasExtendedHeader() || frames.isUnknown())
+        return tag;
+    QByteArray result = withBody(tag, tag.sliced(std::min(frames.framesStart(), tag.size())));
+    Id3Header::clearFlag(result, Id3Header::Extended);
+    return result;
+}
+
+} // namespace
+
+qsizetype Id3Plain::footerSize(const QByteArray &file)
+{
+    if (!Id3Header::read(file).hasFooter())
+        return 0;
+    const qint64 end = std::min<qint64>(endOf(file), file.size());
+    return QByteArrayView(file).sliced(end).startsWith("3DI") ? Id3Header::size : 0;
+}
+
+QByteArray Id3Plain::tag(const QByteArray &stored)
+{
+    if (stored.size() < Id3Header::size)
+        return stored;
+    QByteArray tag = withoutExtendedHeader(synchronised(stored));
+    if (Id3Header::read(tag).version == 4) {
+        Id3Header::clearFlag(tag, Id3Header::Footer);
+        framesOf(tag).makeSizesSynchsafe(tag);
+    }
+    return tag;
+}

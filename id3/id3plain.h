@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+
+/// A tag's plain form, in which frames are read, changed and written: of the same version, without
+/// what other programs read differently from each other. See docs/formats/id3.md.
+namespace Id3Plain
+{
+
+/// Bytes of the footer behind the tag that begins \a file: 10, or 0 when there is none.
+qsizetype footerSize(const QByteArray &file);
+
+/// \a stored, a tag without its footer, with the unsynchronisation of the whole tag undone, without
+/// an extended header, and with the frame sizes that version 2.4 asks for. Its own size field says
+/// how long it is. A part of a tag gives a part. A flag that is set without cause, and a tag that
+/// can't be walked, stay as they are.
+QByteArray tag(const QByteArray &stored);
+
+} // namespace Id3Plain
