@@ -37,7 +37,8 @@ int secondsOf(const QString &minutes, const QString &seconds)
 } // namespace
 
 DataEditDialog::DataEditDialog(QWidget *parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::DataEditDialog>())
+    : QDialog(parent), m_ui(std::make_unique<Ui::DataEditDialog>()),
+      m_loaded(std::make_unique<SongInfo>())
 {
     m_ui->setupUi(this);
     restrictToDigits(m_ui->mmLineEdit, QStringLiteral("^[0-9]{2}"));
@@ -46,6 +47,10 @@ DataEditDialog::DataEditDialog(QWidget *parent)
     // A completer would turn "queen" into the list's "QUEEN" behind the user's back.
     m_ui->artistComboBox->setCompleter(nullptr);
     m_ui->genreComboBox->setCompleter(nullptr);
+    m_texts = {{m_ui->titleLineEdit, &SongInfo::title, {}},
+               {m_ui->artistComboBox->lineEdit(), &SongInfo::artist, {}},
+               {m_ui->genreComboBox->lineEdit(), &SongInfo::genre, {}},
+               {m_ui->authorLineEdit, &SongInfo::author, {}}};
 }
 
 DataEditDialog::~DataEditDialog() = default;
@@ -67,14 +72,13 @@ void DataEditDialog::setKeysCombo(const QStringList &keys)
 
 void DataEditDialog::setOtherInfo(const SongInfo &info)
 {
-    m_loadedTitle = info.title;
-    m_path = info.fileName;
+    m_loaded = std::make_unique<SongInfo>(info);
     m_ui->pathLabel->setPath(info.fileName);
     m_ui->formatLabel->setText(info.format);
-    m_ui->titleLineEdit->setText(info.title);
-    m_ui->authorLineEdit->setText(info.author);
-    m_ui->artistComboBox->setEditText(info.artist);
-    m_ui->genreComboBox->setEditText(info.genre);
+    for (TextField &field : m_texts) {
+        field.edit->setText(info.*field.datum);
+        field.shown = field.edit->text();
+    }
     m_ui->mmLineEdit->setText(QString::number(info.length / 60));
     m_ui->ssLineEdit->setText(QString::number(info.length % 60));
     m_ui->keyComboBox->setCurrentIndex(
@@ -91,11 +95,12 @@ void DataEditDialog::setOtherInfo(const SongInfo &info)
 
 void DataEditDialog::getInfo(SongInfo &info) const
 {
-    info.title = m_ui->titleLineEdit->text();
-    info.author = m_ui->authorLineEdit->text();
-    info.artist = m_ui->artistComboBox->currentText();
-    info.genre = m_ui->genreComboBox->currentText();
-    info.key = m_ui->keyComboBox->currentText();
+    for (const TextField &field : m_texts) {
+        const QString text = field.edit->text();
+        info.*field.datum = text == field.shown ? *m_loaded.*field.datum : text;
+    }
+    if (m_ui->keyComboBox->currentIndex() >= 0)
+        info.key = m_ui->keyComboBox->currentText();
     info.length = secondsOf(m_ui->mmLineEdit->text(), m_ui->ssLineEdit->text());
     info.userBpm = m_ui->bpmLineEdit->text().toInt();
 }
@@ -131,13 +136,13 @@ void DataEditDialog::on_radioButtonTitle1_clicked()
 {
     m_ui->checkBoxToAllTitle->setChecked(false);
     m_ui->checkBoxToAllTitle->setEnabled(false);
-    m_ui->titleLineEdit->setText(m_loadedTitle);
+    m_ui->titleLineEdit->setText(m_loaded->title);
 }
 
 void DataEditDialog::on_radioButtonTitle2_clicked()
 {
     m_ui->checkBoxToAllTitle->setEnabled(true);
-    m_ui->titleLineEdit->setText(titleFromFileName(m_path));
+    m_ui->titleLineEdit->setText(titleFromFileName(m_loaded->fileName));
 }
 
 void DataEditDialog::on_checkBoxToAllTitle_clicked(bool checked)

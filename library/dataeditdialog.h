@@ -3,8 +3,10 @@
 #include <QDialog>
 
 #include <memory>
+#include <vector>
 
 class QCheckBox;
+class QLineEdit;
 class SongInfo;
 
 namespace Ui
@@ -29,12 +31,12 @@ public:
     void setGenresCombo(const QStringList &genres);
     void setKeysCombo(const QStringList &keys);
 
-    /// Shows \a info. A key that is not in the key list leaves the list without a current entry,
-    /// and getInfo() then gives an empty key.
+    /// Shows \a info. A key that is not in the key list leaves the list without a current entry.
     void setOtherInfo(const SongInfo &info);
 
     /// Writes title, author, artist, genre, key, length and userBpm of the dialog into \a info and
-    /// leaves the rest of it. An empty or non-numeric number counts as 0.
+    /// leaves the rest of it, and the key while the list has no current entry. A text that the user
+    /// left alone is the loaded one, of any length. An empty or non-numeric number counts as 0.
     void getInfo(SongInfo &info) const;
 
     bool isApplyToAllAuthor() const;
@@ -57,9 +59,15 @@ private slots:
     void on_exitPushButton_clicked();
 
 private:
+    struct TextField {
+        QLineEdit *edit;
+        QString SongInfo::*datum;
+        QString shown; ///< of the loaded text, as much as the edit could take
+    };
+
     void confirmApplyToAll(QCheckBox *box, const QString &question);
 
     std::unique_ptr<Ui::DataEditDialog> m_ui;
-    QString m_loadedTitle;
-    QString m_path;
+    std::unique_ptr<SongInfo> m_loaded;
+    std::vector<TextField> m_texts;
 };
