@@ -1,5 +1,7 @@
 #include "base/songtext.h"
 
+#include <QSet>
+
 namespace
 {
 
@@ -31,4 +33,18 @@ QString songText(QByteArrayView bytes)
 QByteArray songBytes(const QString &text)
 {
     return text.toLatin1();
+}
+
+QString charactersLostInSongBytes(const QString &text)
+{
+    constexpr uint lastOfLatin1 = 0xFF;
+    QString lost;
+    QSet<uint> known;
+    for (const uint character : text.toUcs4()) {
+        if (character <= lastOfLatin1 || known.contains(character))
+            continue;
+        known.insert(character);
+        lost += QChar::fromUcs4(character);
+    }
+    return lost;
 }

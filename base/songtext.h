@@ -15,3 +15,7 @@ QString songText(QByteArrayView bytes);
 
 /// \a text as Latin-1; a character that Latin-1 lacks becomes '?'.
 QByteArray songBytes(const QString &text);
+
+/// The characters of \a text that songBytes() turns into '?', each once and in the order in which
+/// they appear. A surrogate pair is one character; half of one is given as U+FFFD.
+QString charactersLostInSongBytes(const QString &text);

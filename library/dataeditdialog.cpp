@@ -1,7 +1,8 @@
 #include "library/dataeditdialog.h"
 
+#include "base/songtext.h"
 #include "library/songfilename.h"
-#include "songfile/songinfo.h"
+#include "songfile/metasong.h"
 
 #include "ui_dataeditdialog.h"
 
@@ -34,6 +35,35 @@ int secondsOf(const QString &minutes, const QString &seconds)
                                                std::numeric_limits<int>::max()));
 }
 
+/// Whether the texts of this format are 8-bit.
+bool is8Bit(const QString &format)
+{
+    constexpr SongInfo::fileTypeEnum types[] = {SongInfo::Midi0, SongInfo::Midi1, SongInfo::Zb3,
+                                                SongInfo::Zb4, SongInfo::Zb5};
+    return std::any_of(std::begin(types), std::end(types),
+                       [&format](auto type) { return MetaSong::getFormatString(type) == format; });
+}
+
+/// The first of \a characters as they can be shown one beside the other: by its number what would
+/// not be seen, would change the direction of the line, or would join its neighbour.
+QString listed(const QString &characters)
+{
+    constexpr int most = 20;
+    QStringList shown;
+    for (const char32_t character : characters.toUcs4()) {
+        if (shown.size() == most) {
+            shown.append(QStringLiteral("..."));
+            break;
+        }
+        const bool standsAlone =
+            QChar::isPrint(character) && !QChar::isSpace(character) && !QChar::isMark(character);
+        shown.append(standsAlone ? QString::fromUcs4(&character, 1)
+                                 : QStringLiteral("U+%1").arg(
+                                       QString::number(character, 16).toUpper(), 4, u'0'));
+    }
+    return shown.join(u' ');
+}
+
 } // namespace
 
 DataEditDialog::DataEditDialog(QWidget *parent)
@@ -47,10 +77,20 @@ DataEditDialog::DataEditDialog(QWidget *parent)
     // A completer would turn "queen" into the list's "QUEEN" behind the user's back.
     m_ui->artistComboBox->setCompleter(nullptr);
     m_ui->genreComboBox->setCompleter(nullptr);
-    m_texts = {{m_ui->titleLineEdit, &SongInfo::title, {}},
-               {m_ui->artistComboBox->lineEdit(), &SongInfo::artist, {}},
-               {m_ui->genreComboBox->lineEdit(), &SongInfo::genre, {}},
-               {m_ui->authorLineEdit, &SongInfo::author, {}}};
+    m_texts = {
+        {m_ui->titleLineEdit, m_ui->titleLineEdit, &SongInfo::title, nullptr, m_ui->titleHintLabel},
+        {m_ui->artistComboBox, m_ui->artistComboBox->lineEdit(), &SongInfo::artist,
+         m_ui->checkBoxToAllArtist, m_ui->artistHintLabel},
+        {m_ui->genreComboBox, m_ui->genreComboBox->lineEdit(), &SongInfo::genre,
+         m_ui->checkBoxToAllGenre, m_ui->genreHintLabel},
+        {m_ui->authorLineEdit, m_ui->authorLineEdit, &SongInfo::author, m_ui->checkBoxToAllAuthor,
+         m_ui->authorHintLabel}};
+    for (const TextField &field : m_texts) {
+        field.hint->hide();
+        connect(field.edit, &QLineEdit::textChanged, this, &DataEditDialog::updateHints);
+        if (field.toAll != nullptr)
+            connect(field.toAll, &QCheckBox::toggled, this, &DataEditDialog::updateHints);
+    }
 }
 
 DataEditDialog::~DataEditDialog() = default;
@@ -91,6 +131,7 @@ void DataEditDialog::setOtherInfo(const SongInfo &info)
     m_ui->checkBoxToAllTitle->setEnabled(false);
     m_ui->radioButtonTitle1->setChecked(true);
     m_ui->titleLineEdit->setFocus();
+    updateHints();
 }
 
 void DataEditDialog::getInfo(SongInfo &info) const
@@ -128,8 +169,10 @@ bool DataEditDialog::isApplyToAllFname() const
 void DataEditDialog::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         m_ui->retranslateUi(this);
+        updateHints();
+    }
 }
 
 void DataEditDialog::on_radioButtonTitle1_clicked()
@@ -186,6 +229,38 @@ void DataEditDialog::on_savePushButton_clicked()
 void DataEditDialog::on_exitPushButton_clicked()
 {
     done(Rejected);
+}
+
+void DataEditDialog::updateHints()
+{
+    for (const TextField &field : m_texts) {
+        const QString hint = hintFor(field);
+        field.hint->setText(hint);
+        field.hint->setVisible(!hint.isEmpty());
+        // Without a description a screen reader reads the tool tip.
+        field.control->setAccessibleDescription(
+            hint.isEmpty() ? QString() : field.control->toolTip() + QStringLiteral(". ") + hint);
+    }
+    if (!isVisible())
+        return;
+    layout()->activate();
+    const int needed = layout()->totalHeightForWidth(width());
+    if (needed > height())
+        resize(width(), needed);
+}
+
+/// Empty while the song, and those over which the text is to be spread, can hold it.
+QString DataEditDialog::hintFor(const TextField &field) const
+{
+    const bool isHere = is8Bit(m_loaded->format);
+    const bool isElsewhere = field.toAll != nullptr && field.toAll->isChecked();
+    const QString lost =
+        isHere || isElsewhere ? charactersLostInSongBytes(field.edit->text()) : QString();
+    if (lost.isEmpty())
+        return {};
+    return (isHere ? tr("Nel file diventeranno \"?\": %1")
+                   : tr("Nei file che non sono MP3 diventeranno \"?\": %1"))
+        .arg(listed(lost));
 }
 
 void DataEditDialog::confirmApplyToAll(QCheckBox *box, const QString &question)

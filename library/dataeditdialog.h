@@ -6,6 +6,7 @@
 #include <vector>
 
 class QCheckBox;
+class QLabel;
 class QLineEdit;
 class SongInfo;
 
@@ -31,7 +32,9 @@ public:
     void setGenresCombo(const QStringList &genres);
     void setKeysCombo(const QStringList &keys);
 
-    /// Shows \a info. A key that is not in the key list leaves the list without a current entry.
+    /// Shows \a info. As the user types, a hint under a text tells which of its characters become
+    /// "?" in the 8-bit formats: in this song, or in those over which the text is to be spread. A
+    /// key that is not in the key list leaves the list without a current entry.
     void setOtherInfo(const SongInfo &info);
 
     /// Writes title, author, artist, genre, key, length and userBpm of the dialog into \a info and
@@ -60,11 +63,16 @@ private slots:
 
 private:
     struct TextField {
-        QLineEdit *edit;
+        QWidget *control;
+        QLineEdit *edit; ///< the control, or the part of it that holds the text
         QString SongInfo::*datum;
-        QString shown; ///< of the loaded text, as much as the edit could take
+        QCheckBox *toAll;   ///< spreads the text over the list; nullptr when nothing does
+        QLabel *hint;       ///< tells which characters the song can't hold
+        QString shown = {}; ///< of the loaded text, as much as the edit could take
     };
 
+    void updateHints();
+    QString hintFor(const TextField &field) const;
     void confirmApplyToAll(QCheckBox *box, const QString &question);
 
     std::unique_ptr<Ui::DataEditDialog> m_ui;

@@ -67,6 +67,12 @@ void DialogScript::click(QWidget *dialog, const QString &name)
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
+void DialogScript::type(QWidget *widget, const QString &text)
+{
+    for (const QChar character : text)
+        QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(character), {});
+}
+
 void DialogScript::look()
 {
     if (QTest::currentTestFailed())

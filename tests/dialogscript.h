@@ -59,6 +59,9 @@ public:
 
     /// Clicks the button of \a dialog with the object name \a name, which can be clicked.
     static void click(QWidget *dialog, const QString &name);
+    /// Types \a text into \a widget, one key for each character; QTest::keyClicks knows Latin-1
+    /// alone.
+    static void type(QWidget *widget, const QString &text);
     /// Types \a paths (full paths) into a file dialog and accepts.
     static void chooseFiles(QFileDialog *dialog, const QStringList &paths);
 

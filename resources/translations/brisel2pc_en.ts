@@ -255,6 +255,14 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <source>Lascia il file com&apos;è</source>
         <translation>Leaves the file as it is</translation>
     </message>
+    <message>
+        <source>Nel file diventeranno &quot;?&quot;: %1</source>
+        <translation>In the file these will become &quot;?&quot;: %1</translation>
+    </message>
+    <message>
+        <source>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</source>
+        <translation>In files other than MP3 these will become &quot;?&quot;: %1</translation>
+    </message>
 </context>
 <context>
     <name>HelpDialog</name>

@@ -255,6 +255,14 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <source>Lascia il file com&apos;è</source>
         <translation>Lascia il file com&apos;è</translation>
     </message>
+    <message>
+        <source>Nel file diventeranno &quot;?&quot;: %1</source>
+        <translation>Nel file diventeranno &quot;?&quot;: %1</translation>
+    </message>
+    <message>
+        <source>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</source>
+        <translation>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</translation>
+    </message>
 </context>
 <context>
     <name>HelpDialog</name>

@@ -17,9 +17,11 @@
 #include "tests/logcapture.h"
 #include "tools/samplesongs.h"
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QTableView>
@@ -90,7 +92,7 @@ std::unique_ptr<QWidget> makeRenameQuestion()
         false);
 }
 
-std::unique_ptr<QWidget> makeEditDialog()
+std::unique_ptr<DataEditDialog> makeEditDialog()
 {
     auto dialog = std::make_unique<DataEditDialog>();
     dialog->setArtistsCombo({QStringLiteral("Gli Amici del Porto")});
@@ -107,6 +109,25 @@ std::unique_ptr<QWidget> makeEditDialog()
     info.length = 59 * 60 + 58;
     info.userBpm = 120;
     dialog->setOtherInfo(info);
+    return dialog;
+}
+
+/// With a hint under each text, one of them as long as it gets.
+std::unique_ptr<QWidget> makeEditDialogWithHints()
+{
+    std::unique_ptr<DataEditDialog> dialog = makeEditDialog();
+    QString cyrillic;
+    for (char16_t letter = u'А'; letter <= u'Я'; ++letter)
+        cyrillic += letter;
+    const auto type = [&dialog](const char *name, const QString &text) {
+        auto *control = dialog->findChild<QWidget *>(QString::fromLatin1(name));
+        const auto *combo = qobject_cast<QComboBox *>(control);
+        (combo != nullptr ? combo->lineEdit() : qobject_cast<QLineEdit *>(control))->setText(text);
+    };
+    type("titleLineEdit", QStringLiteral("Città Ω"));
+    type("artistComboBox", cyrillic);
+    type("genreComboBox", QStringLiteral("Rock ’n’ Roll"));
+    type("authorLineEdit", QStringLiteral("Dvořák – Škroup"));
     return dialog;
 }
 
@@ -168,6 +189,7 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("question-yes-no"),
                               QStringLiteral("question-rename"),
                               QStringLiteral("edit"),
+                              QStringLiteral("edit-hints"),
                               QStringLiteral("index"),
                               QStringLiteral("list"),
                               QStringLiteral("help"),
@@ -188,6 +210,7 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("question-yes-no"), [] { return makeQuestion({}, true); }},
         {QStringLiteral("question-rename"), makeRenameQuestion},
         {QStringLiteral("edit"), makeEditDialog},
+        {QStringLiteral("edit-hints"), makeEditDialogWithHints},
         {QStringLiteral("index"), makeIndexDialog},
         {QStringLiteral("list"), [] { return std::make_unique<SongsListDialog>(); }},
         {QStringLiteral("help"), [] { return std::make_unique<HelpDialog>(); }},

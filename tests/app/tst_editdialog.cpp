@@ -1,8 +1,11 @@
 #include "tests/app/workflowtest.h"
 #include "tests/testprogram.h"
 
+#include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMessageBox>
 
 /// The edit dialog over songs of the window: what it tells before a save, and what a save leaves
 /// alone.
@@ -16,10 +19,27 @@ private slots:
 
     void tempoLeavesAKeyThatIsNotInTheList_data();
     void tempoLeavesAKeyThatIsNotInTheList();
+    void tellsWhatAMidiSongCannotHold_data();
+    void tellsWhatAMidiSongCannotHold();
+    void tellsWhatTheOtherSongsCannotHold_data() { tellsWhatAMidiSongCannotHold_data(); }
+    void tellsWhatTheOtherSongsCannotHold();
+    void hintFollowsTheLanguage();
 
 private:
     /// Makes an MP3 with a tag of version 2.3 around \a frames, and imports it.
     void importMp3(const QString &name, const QByteArray &frames);
+    /// Changes the language as a user does, by the menu.
+    void choose(const QString &language)
+    {
+        m_window->findChild<QAction *>(u"action"_qs + language)->trigger();
+        QCoreApplication::processEvents(); // the windows are told by a posted event
+    }
+    /// What the hint under that text shows; nothing while it is not seen.
+    static QString hint(const QWidget *dialog, const QString &datum)
+    {
+        const auto *label = dialog->findChild<QLabel *>(datum + u"HintLabel"_qs);
+        return label->isVisible() ? label->text() : QString();
+    }
 };
 
 void TestEditDialog::importMp3(const QString &name, const QByteArray &frames)
@@ -59,6 +79,93 @@ void TestEditDialog::tempoLeavesAKeyThatIsNotInTheList()
                                     "97",
                                     13)),
              1);
+}
+
+void TestEditDialog::tellsWhatAMidiSongCannotHold_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("here");
+    QTest::addColumn<QString>("elsewhere");
+    QTest::newRow("it") << u"Italian"_qs << u"Nel file diventeranno \"?\": Ω"_qs
+                        << u"Nei file che non sono MP3 diventeranno \"?\": Ω"_qs;
+    QTest::newRow("en") << u"English"_qs << u"In the file these will become \"?\": Ω"_qs
+                        << u"In files other than MP3 these will become \"?\": Ω"_qs;
+}
+
+void TestEditDialog::tellsWhatAMidiSongCannotHold()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, here);
+    choose(language);
+    makeSongs({u"one.mid"_qs}, false);
+    import({u"one.mid"_qs});
+    expectEdit([here](QWidget *widget) {
+        auto *title = widget->findChild<QLineEdit *>(u"titleLineEdit"_qs);
+        QCOMPARE(hint(widget, u"title"_qs), QString());
+        title->selectAll();
+        DialogScript::type(title, u"Città Ω"_qs);
+        QCOMPARE(hint(widget, u"title"_qs), here);
+        QTest::keyClick(title, Qt::Key_Backspace);
+        QCOMPARE(hint(widget, u"title"_qs), QString());
+        DialogScript::type(title, u"Ω"_qs);
+        QCOMPARE(hint(widget, u"title"_qs), here);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    doubleClick(0);
+    verifyScript();
+    QCOMPARE(title(u"one.mid"_qs), u"Città ?"_qs);
+    expectEdit([](QWidget *widget) {
+        QCOMPARE(hint(widget, u"title"_qs), QString());
+        DialogScript::click(widget, u"exitPushButton"_qs);
+    });
+    doubleClick(0);
+    verifyScript();
+}
+
+void TestEditDialog::tellsWhatTheOtherSongsCannotHold()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, elsewhere);
+    choose(language);
+    importMp3(u"one.mp3"_qs, QByteArray("TIT2\0\0\0\4\0\0\0One", 14));
+    expectEdit([elsewhere](QWidget *widget) {
+        const auto tick = [widget](QMessageBox::StandardButton answer) {
+            DialogScript inner;
+            inner.expect("QMessageBox", [answer](QWidget *box) {
+                QTest::mouseClick(qobject_cast<QMessageBox *>(box)->button(answer), Qt::LeftButton);
+            });
+            DialogScript::click(widget, u"checkBoxToAllAuthor"_qs);
+        };
+        DialogScript::type(widget->findChild<QLineEdit *>(u"authorLineEdit"_qs), u"Città Ω"_qs);
+        QCOMPARE(hint(widget, u"author"_qs), QString());
+        tick(QMessageBox::No);
+        QCOMPARE(hint(widget, u"author"_qs), QString());
+        tick(QMessageBox::Yes);
+        QCOMPARE(hint(widget, u"author"_qs), elsewhere);
+        DialogScript::click(widget, u"checkBoxToAllAuthor"_qs);
+        QCOMPARE(hint(widget, u"author"_qs), QString());
+        DialogScript::click(widget, u"exitPushButton"_qs);
+    });
+    doubleClick(0);
+    verifyScript();
+}
+
+void TestEditDialog::hintFollowsTheLanguage()
+{
+    makeSongs({u"one.mid"_qs}, false);
+    import({u"one.mid"_qs});
+    expectEdit([this](QWidget *widget) {
+        auto *genre = widget->findChild<QComboBox *>(u"genreComboBox"_qs);
+        genre->setEditText(u"Ω"_qs);
+        QCOMPARE(hint(widget, u"genre"_qs), u"Nel file diventeranno \"?\": Ω"_qs);
+        choose(u"English"_qs);
+        const QString english = u"In the file these will become \"?\": Ω"_qs;
+        QCOMPARE(hint(widget, u"genre"_qs), english);
+        QCOMPARE(genre->accessibleDescription(), genre->toolTip() + u". "_qs + english);
+        DialogScript::click(widget, u"exitPushButton"_qs);
+    });
+    doubleClick(0);
+    verifyScript();
 }
 
 BRISEL_TEST(QApplication, TestEditDialog)

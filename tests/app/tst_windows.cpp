@@ -271,7 +271,8 @@ void TestWindows::tabReachesEveryControl_data()
     for (const QString &name :
          {QStringLiteral("main"), QStringLiteral("main-revealed"), QStringLiteral("proceed"),
           QStringLiteral("backup"), QStringLiteral("question"), QStringLiteral("edit"),
-          QStringLiteral("index"), QStringLiteral("list"), QStringLiteral("report")})
+          QStringLiteral("edit-hints"), QStringLiteral("index"), QStringLiteral("list"),
+          QStringLiteral("report")})
         QTest::newRow(qPrintable(name)) << name;
 }
 

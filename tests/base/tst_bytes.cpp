@@ -14,6 +14,8 @@ private slots:
     void writesNothingOutside();
     void cutsAndFillsFields();
     void trimsSongTextButKeepsEllipsis();
+    void namesTheCharactersThatLatin1Lacks_data();
+    void namesTheCharactersThatLatin1Lacks();
 };
 
 void TestBytes::readsBothByteOrders()
@@ -66,6 +68,31 @@ void TestBytes::trimsSongTextButKeepsEllipsis()
 {
     QCOMPARE(songText(QByteArray("\t\xA0 Wait\x85\xA0\n\0rest", 15)), QStringLiteral("Wait\u0085"));
     QCOMPARE(songBytes(QStringLiteral("\u00e9\u20ac")), QByteArray("\xE9?"));
+}
+
+void TestBytes::namesTheCharactersThatLatin1Lacks_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("lost");
+    QTest::newRow("empty") << QString() << QString();
+    QTest::newRow("Latin-1") << QStringLiteral("Citt\u00e0? \u0085\u00a0\u00ff\t") << QString();
+    QTest::newRow("first beyond it") << QStringLiteral("\u00ff\u0100") << QStringLiteral("\u0100");
+    QTest::newRow("each once, in order") << QStringLiteral("\u03a9 a \u2019\u03a9\u0416\u2019")
+                                         << QStringLiteral("\u03a9\u2019\u0416");
+    QTest::newRow("accent by itself") << QStringLiteral("Citta\u0300") << QStringLiteral("\u0300");
+    QTest::newRow("pairs with one half in common")
+        << QStringLiteral("\U0001F3B5\U0001F3B6\U0001F3B5")
+        << QStringLiteral("\U0001F3B5\U0001F3B6");
+    QTest::newRow("half a pair") << QStringLiteral("a") + QChar(0xD83C) + u'b'
+                                 << QStringLiteral("\uFFFD");
+}
+
+void TestBytes::namesTheCharactersThatLatin1Lacks()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, lost);
+    QCOMPARE(charactersLostInSongBytes(text), lost);
+    QCOMPARE(QString::fromLatin1(songBytes(text)) == text, lost.isEmpty());
 }
 
 BRISEL_TEST(QCoreApplication, TestBytes)
