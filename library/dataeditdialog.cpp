@@ -231,22 +231,28 @@ void DataEditDialog::on_exitPushButton_clicked()
     done(Rejected);
 }
 
+/// The dialog grows by what the hints need, and takes that back when they go.
 void DataEditDialog::updateHints()
 {
-    for (const TextField &field : m_texts) {
-        const QString hint = hintFor(field);
-        field.hint->setText(hint);
-        field.hint->setVisible(!hint.isEmpty());
-        // Without a description a screen reader reads the tool tip.
-        field.control->setAccessibleDescription(
-            hint.isEmpty() ? QString() : field.control->toolTip() + QStringLiteral(". ") + hint);
-    }
-    if (!isVisible())
+    const int own = height() - m_hintRoom; // a label that is shown makes the dialog higher at once
+    for (const TextField &field : m_texts)
+        showHint(field);
+    if (!isVisible() && m_hintRoom == 0)
         return;
     layout()->activate();
-    const int needed = layout()->totalHeightForWidth(width());
-    if (needed > height())
-        resize(width(), needed);
+    const int needed = std::max(layout()->totalHeightForWidth(width()), minimumHeight());
+    m_hintRoom = std::max(0, needed - own);
+    resize(width(), own + m_hintRoom);
+}
+
+void DataEditDialog::showHint(const TextField &field) const
+{
+    const QString hint = hintFor(field);
+    field.hint->setText(hint);
+    field.hint->setVisible(!hint.isEmpty());
+    // Without a description a screen reader reads the tool tip.
+    field.control->setAccessibleDescription(
+        hint.isEmpty() ? QString() : field.control->toolTip() + QStringLiteral(". ") + hint);
 }
 
 /// Empty while the song, and those over which the text is to be spread, can hold it.

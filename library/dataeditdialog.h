@@ -72,10 +72,12 @@ private:
     };
 
     void updateHints();
+    void showHint(const TextField &field) const;
     QString hintFor(const TextField &field) const;
     void confirmApplyToAll(QCheckBox *box, const QString &question);
 
     std::unique_ptr<Ui::DataEditDialog> m_ui;
     std::unique_ptr<SongInfo> m_loaded;
     std::vector<TextField> m_texts;
+    int m_hintRoom = 0; ///< pixels by which the hints made the dialog higher
 };

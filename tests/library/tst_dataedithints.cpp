@@ -33,6 +33,7 @@ private slots:
     void listsCharactersSoThatTheyAreSeen();
     void hiddenHintsTakeNoRoom();
     void growsNoFurtherThanItMust();
+    void shrinksWhenTheHintsGo();
     void readsThemToTheScreenReader();
 
 private:
@@ -254,6 +255,26 @@ void TestDataEditHints::growsNoFurtherThanItMust()
     QVERIFY(room <= 4 * 6 * m_dialog->fontMetrics().lineSpacing());
     QVERIFY(m_dialog->height() > before.height());
     QVERIFY(m_dialog->height() <= before.height() + 2 * room);
+}
+
+void TestDataEditHints::shrinksWhenTheHintsGo()
+{
+    m_dialog->show();
+    m_dialog->resize(m_dialog->width() + 40, m_dialog->minimumHeight() + 5);
+    const QSize before = m_dialog->size();
+    const auto typeIntoAll = [this](const QString &text) {
+        for (const QString &datum : data)
+            edit(datum)->setText(text);
+    };
+    typeIntoAll(u"Ω"_qs);
+    QVERIFY(m_dialog->height() > before.height());
+    typeIntoAll(u"O"_qs);
+    QCOMPARE(m_dialog->size(), before);
+    typeIntoAll(u"Ω"_qs);
+    m_dialog->hide();
+    load(u"MIDI"_qs);
+    m_dialog->show();
+    QCOMPARE(m_dialog->size(), before);
 }
 
 void TestDataEditHints::readsThemToTheScreenReader()
