@@ -1,5 +1,6 @@
 #pragma once
 
+#include "songfile/headevents.h"
 #include "songfile/songinfo.h"
 
 #include <QByteArray>
@@ -9,10 +10,11 @@
 #include <optional>
 
 /// A Standard MIDI File of format 0 or 1 and the song data in it: see
-/// docs/formats/midi-meta-events.md. The music is never parsed: events are found by searching for
-/// their bytes, so bytes that happen to look like one are taken for one. Changes are made at the
-/// start of the first track, whose length field is kept right. Without loaded data every getter is
-/// empty or 0 and the setters do nothing.
+/// docs/formats/midi-meta-events.md. What is read is found by searching for its bytes, so bytes
+/// that happen to look like an event are taken for one. What is removed is found by walking the
+/// first track's events; only where that is impossible, by its bytes. Changes are made at the start
+/// of the first track, whose length field is kept right. Without loaded data every getter is empty
+/// or 0 and the setters do nothing.
 class RawMidiFile
 {
 public:
@@ -26,7 +28,12 @@ public:
         Marker = 6,  ///< bar, 2 bytes big-endian, then the text
     };
 
-    static constexpr int maxText = 125; ///< characters of a text that is written
+    /// What a save by hand writes: see wouldLose().
+    enum class Field { Title, Genre, Artist, Author, Length, UserBpm, Key };
+
+    static constexpr char kordiaMeta = '\x4B'; ///< the meta type of the publisher's events
+    static constexpr int maxText = 125;        ///< characters of a text that is written
+    static constexpr int maxMarkerText = 124;  ///< so that no event's length passes 127
 
     /// Takes \a data if it is a MIDI file of format 0 or 1; otherwise false, and nothing changes.
     bool loadData(const QByteArray &data);
@@ -45,7 +52,9 @@ public:
     int extractMetaevent(QString &text, kordiaMetaTypeEnum type) const;
     int extractMetaevent(QString &text, char metaType) const;
 
-    /// Remove events from the first track, all or only the first; return the bytes removed.
+    /// Remove events with a delta-time of 0 from the first track, all or only the first; return the
+    /// bytes removed. Where the track's events can be walked to its end, these are whole events of
+    /// any length; otherwise bytes that look like one.
     unsigned removeHeadMetaevent(kordiaMetaTypeEnum type, bool onlyFirst);
     unsigned removeHeadMetaevent(char metaType, bool onlyFirst);
 
@@ -100,6 +109,21 @@ public:
     /// getters until the song is changed, and one more the markers.
     qint64 scannedBytes() const { return m_scannedBytes; }
 
+    /// True when an event of the kind, written with the data \a written in place of what is there,
+    /// would take more with it than one event of just these data: other bytes, or several events.
+    /// For the publisher's events \a written begins behind the type.
+    bool wouldLose(kordiaMetaTypeEnum type, const QByteArray &written) const;
+    bool wouldLose(char metaType, const QByteArray &written) const;
+    /// True when the setter of \a field, given the value in \a info, would lose something although
+    /// the getter gives that value now: bytes behind a zero or behind maxText characters, white
+    /// space around a text, other digits, an unknown key, the place of a key in the song, or a
+    /// second event. False for a value that differs from the getter's.
+    bool wouldLose(Field field, const SongInfo &info) const;
+
+    /// How often the first track was walked to its end since loadData(): never to read, once for
+    /// all changes at its start.
+    int trackWalks() const { return m_trackWalks; }
+
     /// The names that extractKey() gives, in ascending order of their value.
     static QStringList getKeysList();
 
@@ -111,8 +135,13 @@ private:
     };
 
     const FirstEvents &firstEvents() const;
-    unsigned removeEvents(const QByteArray &pattern, int type, bool onlyFirst);
+    QList<HeadEvent> eventsToRemove(const MetaKind &kind, bool onlyFirst) const;
+    unsigned removeEvents(const MetaKind &kind, bool onlyFirst);
+    bool wouldLose(const MetaKind &kind, const QByteArray &written) const;
+    bool wouldLoseKey(const QString &name) const;
     unsigned insertBytes(const QByteArray &bytes, int pos);
+    unsigned insertAtHead(const QByteArray &events);
+    QString keyAt(int hit) const;
     void growTrack(qsizetype bytes);
     qint64 trackEnd() const;
     QString kordiaText(kordiaMetaTypeEnum type) const;
@@ -121,7 +150,9 @@ private:
 
     QByteArray m_stream;
     mutable std::optional<FirstEvents> m_firstEvents; ///< forgotten with every change
+    mutable std::optional<bool> m_isWalkable;         ///< the first track; unknown until it matters
     mutable qint64 m_scannedBytes = 0;
+    mutable int m_trackWalks = 0;
     quint32 m_trackSize = 0;
     int m_trackStart = 8; ///< behind the "MTrk" and the length: no place in an empty stream
     int m_trackSizePos = 4;

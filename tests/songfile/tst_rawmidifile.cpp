@@ -12,30 +12,6 @@ using Samples::kordiaEvent;
 using Samples::metaEvent;
 using Samples::midi;
 
-namespace
-{
-
-/// The described removal, one event after the other, on plain bytes: slow.
-QByteArray removedOneByOne(QByteArray data, const QByteArray &pattern, int type)
-{
-    const qsizetype start = data.indexOf("MTrk") + 8;
-    qint64 end = start + Samples::trackLength(data);
-    for (qsizetype hit = data.indexOf(pattern, start); hit >= 0 && hit < end;) {
-        const int length = static_cast<qint8>(data.at(hit + 3)) + 4;
-        if (length <= 0 || (type >= 0 && data.at(hit + 4) != type)) {
-            hit = data.indexOf(pattern, hit + 1);
-            continue;
-        }
-        const qsizetype before = data.size();
-        data.remove(hit, std::min<qint64>(length, end - hit));
-        end -= before - data.size();
-        hit = data.indexOf(pattern, hit);
-    }
-    return data;
-}
-
-} // namespace
-
 class TestRawMidiFile : public QObject
 {
     Q_OBJECT
@@ -56,20 +32,13 @@ private slots:
     void readsNumbersOnly();
     void readsANegativeLengthAsTheRest_data();
     void readsANegativeLengthAsTheRest();
-    void removesOnlyInTheFirstTrack();
-    void removesOnlyTheFirst();
-    void skipsRemovalsThatLeadNowhere_data();
-    void skipsRemovalsThatLeadNowhere();
-    void endsARemovalWithTheTrack();
-    void removesAsIfOneByOne();
-    void searchesOnBehindARemovalOnly();
-    void keepsTrackLengthsInRange();
     void insertsNothingOutside();
     void keepsMarkersInOrder();
     void removesTheAuthorWithTheMarkers();
     void removesAuthorOfEmptyMarkerList();
     void keepsOldMarkers();
-    void cutsMarkersAt125AndBarsAt16Bits();
+    void cutsMarkersAt124AndBarsAt16Bits();
+    void cutsEachInsertedMarkerAt124();
     void readsMarkersOfEveryLength();
     void insertsAMarker();
     void knowsTheMakersNames();
@@ -205,8 +174,8 @@ void TestRawMidiFile::cutsTextsAt125()
     RawMidiFile file = loaded(midi());
     file.setTitle(QString(200, u't'));
     file.setGenre(QString(126, u'g'));
-    QCOMPARE(file.stream(),
-             midi(kordiaEvent(1, QByteArray(125, 'g')) + metaEvent(3, QByteArray(125, 't'))));
+    QCOMPARE(file.stream(), midi(Samples::bytes("\0\xFF\x4B\x7E\x01") + QByteArray(125, 'g') +
+                                 Samples::bytes("\0\xFF\x03\x7D") + QByteArray(125, 't')));
     QCOMPARE(file.title(), QString(125, u't'));
     QCOMPARE(file.genre(), QString(125, u'g'));
 }
@@ -262,114 +231,6 @@ void TestRawMidiFile::readsANegativeLengthAsTheRest()
     const QByteArray genre =
         Samples::bytes("\0\xFF\x4B") + static_cast<char>(length) + "\x01" + QByteArray(130, 'g');
     QCOMPARE(loaded(midi(genre)).genre(), QString(130, u'g'));
-}
-
-void TestRawMidiFile::removesOnlyInTheFirstTrack()
-{
-    const QByteArray behind = kordiaEvent(2, "Anna") + metaEvent(3, "Late");
-    RawMidiFile file = loaded(midi(kordiaEvent(2, "Old"), 1) + behind);
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 8U);
-    QCOMPARE(file.removeHeadMetaevent('\x03', false), 0U);
-    QCOMPARE(file.stream(), midi({}, 1) + behind);
-}
-
-void TestRawMidiFile::removesOnlyTheFirst()
-{
-    RawMidiFile file =
-        loaded(midi(kordiaEvent(1, "G") + kordiaEvent(2, "one") + kordiaEvent(2, "two")));
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, true), 8U);
-    QCOMPARE(file.stream(), midi(kordiaEvent(1, "G") + kordiaEvent(2, "two")));
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, true), 8U);
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, true), 0U);
-    QCOMPARE(file.stream(), midi(kordiaEvent(1, "G")));
-}
-
-void TestRawMidiFile::skipsRemovalsThatLeadNowhere_data()
-{
-    QTest::addColumn<int>("length");
-    for (const int length : {0x80, 0x81, 0xF0, 0xFB, 0xFC})
-        QTest::addRow("0x%X", length) << length;
-}
-
-void TestRawMidiFile::skipsRemovalsThatLeadNowhere()
-{
-    QFETCH(const int, length);
-    const QByteArray bad = Samples::bytes("\0\xFF\x4B") + static_cast<char>(length) + "\x02text";
-    RawMidiFile file = loaded(midi(bad + kordiaEvent(2, "Good")));
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 9U);
-    QCOMPARE(file.stream(), midi(bad));
-    // 0xFD takes one byte away: it leads forward.
-    QByteArray one = bad;
-    one[3] = '\xFD';
-    file = loaded(midi(one));
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 1U);
-    QCOMPARE(file.stream(), midi(one.mid(1)));
-}
-
-void TestRawMidiFile::endsARemovalWithTheTrack()
-{
-    // A length byte in the last bytes of the first track that reaches into the second.
-    QByteArray data = midi(metaEvent(3, "T"), 1);
-    const qsizetype second = data.lastIndexOf("MTrk");
-    data.replace(second - 4, 4, Samples::bytes("\0\xFF\x03\x7F"));
-    RawMidiFile file = loaded(data);
-    file.removeHeadMetaevent('\x03', false);
-    QCOMPARE(Samples::trackLength(file.stream()), Samples::trackBytes(file.stream()));
-    QVERIFY(file.stream().endsWith(data.mid(second)));
-}
-
-void TestRawMidiFile::removesAsIfOneByOne()
-{
-    QRandomGenerator random(11);
-    const QByteArray pieces = Samples::bytes("\0\xFF\x4B\x03\x02\x01\0\xFF\xFC\xFD\xFE\x04");
-    for (int round = 0; round < 3000; ++round) {
-        QByteArray events;
-        for (int i = 0; i < 60; ++i)
-            events += pieces.at(random.bounded(static_cast<int>(pieces.size())));
-        const QByteArray data = midi(events, round % 2);
-        RawMidiFile file = loaded(data);
-        const unsigned removed = file.removeHeadMetaevent(RawMidiFile::Artist, false);
-        QByteArray expected = removedOneByOne(data, Samples::bytes("\0\xFF\x4B"), 2);
-        QCOMPARE(file.stream().mid(26), expected.mid(26));
-        QCOMPARE(file.stream().size() + removed, data.size());
-        QCOMPARE(Samples::trackLength(file.stream()), Samples::trackLength(data) - removed);
-        file = loaded(data);
-        file.removeHeadMetaevent('\x03', false);
-        expected = removedOneByOne(data, Samples::bytes("\0\xFF\x03"), -1);
-        QCOMPARE(file.stream().mid(26), expected.mid(26));
-    }
-}
-
-void TestRawMidiFile::searchesOnBehindARemovalOnly()
-{
-    // The removal brings 00 and FF 4B together; what stands before it is not searched again.
-    const QByteArray events =
-        Samples::bytes("\0") + kordiaEvent(2, "gone") + Samples::bytes("\xFF\x4B\x03\x02ok");
-    RawMidiFile file = loaded(midi(events));
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 9U);
-    QCOMPARE(file.stream(), midi(Samples::bytes("\0\xFF\x4B\x03\x02ok")));
-    // Directly behind it, it is found.
-    file = loaded(midi(kordiaEvent(2, "gone") + kordiaEvent(2, "too")));
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 17U);
-    QCOMPARE(file.stream(), midi());
-}
-
-void TestRawMidiFile::keepsTrackLengthsInRange()
-{
-    QByteArray data = midi(kordiaEvent(2, "Anna"));
-    data.replace(18, 4, QByteArray(4, '\0'));
-    RawMidiFile file = loaded(data);
-    file.setArtist(u"B"_s); // nothing lies in a track of length 0
-    QCOMPARE(Samples::trackLength(file.stream()), 6U);
-    QCOMPARE(file.stream().size(), data.size() + 6);
-    data.replace(18, 4, Samples::bytes("\0\0\0\x03"));
-    file = loaded(data);
-    file.removeHeadMetaevent(RawMidiFile::Artist, false);
-    QCOMPARE(Samples::trackLength(file.stream()), 0U);
-    data.replace(18, 4, QByteArray(4, '\xFF'));
-    file = loaded(data);
-    file.setTitle(u"T"_s);
-    QCOMPARE(Samples::trackLength(file.stream()), 0xFFFFFFFFU);
 }
 
 void TestRawMidiFile::insertsNothingOutside()
@@ -428,18 +289,20 @@ void TestRawMidiFile::keepsOldMarkers()
     QCOMPARE(file.markersList().first().text, u"B"_s);
 }
 
-void TestRawMidiFile::cutsMarkersAt125AndBarsAt16Bits()
+void TestRawMidiFile::cutsMarkersAt124AndBarsAt16Bits()
 {
     RawMidiFile file = loaded(midi());
     file.setMarkersList({{QString(200, u'm'), 65536 + 7}, {u"neg"_s, -1}});
+    // The longest marker's length is 127: bar and type take three bytes.
+    QCOMPARE(file.stream(),
+             midi(Samples::bytes("\0\xFF\x4B\x7F\x06\x00\x07") + QByteArray(124, 'm') +
+                  Samples::bytes("\0\xFF\x4B\x06\x06\xFF\xFFneg")));
     const QList<Marker> list = file.markersList();
-    QCOMPARE(list.first().text, QString(125, u'm'));
+    QCOMPARE(list.first().text, QString(124, u'm'));
     QCOMPARE(list.first().bar, 7);
     QCOMPARE(list.last().bar, 65535);
-    // Its length byte is 128, negative to a removal, which leaves it alone.
-    QCOMPARE(file.stream().mid(22, 4), Samples::bytes("\0\xFF\x4B\x80"));
-    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Marker, false), 10U);
-    QCOMPARE(file.markersList().size(), 1);
+    QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Marker, false), 141U);
+    QCOMPARE(file.stream(), midi());
 }
 
 void TestRawMidiFile::readsMarkersOfEveryLength()
@@ -463,6 +326,18 @@ void TestRawMidiFile::insertsAMarker()
     QCOMPARE(file.dbgInsertMarker(QString(), 1), 7);
     QCOMPARE(file.stream(), midi(kordiaEvent(6, Samples::bytes("\0\1")) +
                                  kordiaEvent(6, Samples::bytes("\1\x2CHi"))));
+}
+
+void TestRawMidiFile::cutsEachInsertedMarkerAt124()
+{
+    const QByteArray event = Samples::bytes("\0\xFF\x4B\x7F\x06\x00\x01") + QByteArray(124, 'm');
+    for (const int length : {124, 125}) {
+        RawMidiFile file = loaded(midi());
+        QCOMPARE(file.insertMarker(QString(length, u'm'), 1), 131);
+        QCOMPARE(file.stream(), midi(event));
+        QCOMPARE(file.dbgInsertMarker(QString(length, u'm'), 1), 131);
+        QCOMPARE(file.stream(), midi(event + event));
+    }
 }
 
 void TestRawMidiFile::knowsTheMakersNames()

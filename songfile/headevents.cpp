@@ -1,0 +1,99 @@
+#include "songfile/headevents.h"
+
+#include "base/bytes.h"
+#include "songfile/miditrack.h"
+
+#include <algorithm>
+
+namespace
+{
+
+/// How an event of the kind begins whose delta-time is the single byte 0, or ends with it.
+QByteArray patternOf(const MetaKind &kind)
+{
+    return QByteArray("\0\xFF", 2) + kind.type;
+}
+
+bool hasSubType(const MetaKind &kind)
+{
+    return kind.subType != MetaKind::anySubType;
+}
+
+bool isOfKind(const QByteArray &stream, const MidiEvent &event, const MetaKind &kind)
+{
+    return event.isMeta() && event.metaType == static_cast<quint8>(kind.type) &&
+           (!hasSubType(kind) ||
+            (event.data < event.end && byteAt(stream, event.data) == kind.subType));
+}
+
+} // namespace
+
+HeadEventSearch::HeadEventSearch(const QByteArray &stream, qsizetype start, qint64 end)
+    : m_stream(stream), m_start(start), m_end(std::min<qint64>(end, stream.size()))
+{
+}
+
+qsizetype HeadEventSearch::indexOf(const QByteArray &pattern, qsizetype from) const
+{
+    const qsizetype hit = m_stream.indexOf(pattern, from);
+    return hit < m_end ? hit : -1;
+}
+
+bool HeadEventSearch::mayHold(const MetaKind &kind) const
+{
+    return indexOf(patternOf(kind), m_start) >= 0;
+}
+
+bool HeadEventSearch::isWalkable() const
+{
+    MidiTrackWalk walk(QByteArrayView(m_stream).first(m_end), m_start);
+    while (walk.next()) {
+    }
+    return walk.isAtEnd();
+}
+
+QList<HeadEvent> HeadEventSearch::walked(const MetaKind &kind, bool onlyFirst) const
+{
+    QList<HeadEvent> events;
+    const QByteArray pattern = patternOf(kind);
+    MidiTrackWalk walk(QByteArrayView(m_stream).first(m_end), m_start);
+    bool isAtTickZero = true;
+    // What is looked for holds the pattern: behind its last place no walk is needed.
+    qsizetype hit = indexOf(pattern, m_start);
+    while (hit >= 0 && walk.next()) {
+        const MidiEvent &event = walk.event();
+        isAtTickZero = isAtTickZero && event.delta == 0;
+        if (event.end <= hit)
+            continue;
+        hit = indexOf(pattern, event.end);
+        if (event.delta != 0 || !isOfKind(m_stream, event, kind))
+            continue;
+        events.append(
+            {event.start, event.data + (hasSubType(kind) ? 1 : 0), event.end, isAtTickZero});
+        if (onlyFirst)
+            break;
+    }
+    return events;
+}
+
+QList<HeadEvent> HeadEventSearch::matched(const MetaKind &kind, bool onlyFirst) const
+{
+    QList<HeadEvent> events;
+    const QByteArray pattern = patternOf(kind);
+    const qsizetype header = pattern.size() + 1;
+    qsizetype hit = indexOf(pattern, m_start);
+    while (hit >= 0) {
+        // A length that would not lead forward, as a signed byte below -3, is no event. One that
+        // leads behind the track ends with it.
+        const qsizetype length =
+            std::min<qsizetype>(signedByteAt(m_stream, hit + pattern.size()) + header, m_end - hit);
+        const bool isWanted = !hasSubType(kind) || byteAt(m_stream, hit + header) == kind.subType;
+        if (!isWanted || length <= 0) {
+            hit = indexOf(pattern, hit + 1);
+            continue;
+        }
+        events.append({hit, hit + header + (hasSubType(kind) ? 1 : 0), hit + length});
+        hit = onlyFirst ? -1 : indexOf(pattern, hit + length);
+    }
+    return events;
+}

@@ -1,0 +1,326 @@
+#include "base/bytes.h"
+#include "base/debugstream.h"
+#include "base/songtext.h"
+#include "songfile/midikeys.h"
+#include "songfile/rawmidifile.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr char copyrightMeta = '\x02';
+constexpr char titleMeta = '\x03';
+constexpr char keyMeta = '\x59';
+
+QByteArray writtenText(const QString &text)
+{
+    return songBytes(text.left(RawMidiFile::maxText));
+}
+
+/// The signature that setKey() writes for a name; nothing when it writes none.
+std::optional<QByteArray> writtenKey(const QString &name)
+{
+    if (name.isEmpty())
+        return {};
+    // A name of nothing but blanks is written as "C", without a warning: always so.
+    const QString plainName = QString(name).remove(u' ');
+    const std::optional<quint16> value =
+        plainName.isEmpty() ? std::optional<quint16>(0) : MidiKeys::valueOf(plainName);
+    if (!value) {
+        debug() << "[RawMidiFile::setKey] WARNING: unknown key:" << plainName
+                << ". Metaevent not added !!!";
+        return {};
+    }
+    QByteArray data(2, '\0');
+    putBe16(data, 0, *value);
+    return data;
+}
+
+QByteArray standardEvent(const QByteArray &data, char metaType)
+{
+    return QByteArray("\0\xFF", 2) + metaType + static_cast<char>(data.size()) + data;
+}
+
+QByteArray kordiaEvent(const QByteArray &data, RawMidiFile::kordiaMetaTypeEnum type)
+{
+    return standardEvent(static_cast<char>(type) + data, RawMidiFile::kordiaMeta);
+}
+
+QByteArray markerEvent(const QString &text, quint16 bar)
+{
+    QByteArray data(2, '\0');
+    putBe16(data, 0, bar);
+    return kordiaEvent(data + songBytes(text.left(RawMidiFile::maxMarkerText)),
+                       RawMidiFile::Marker);
+}
+
+bool isEventOf(const QByteArray &stream, const HeadEvent &event, const QByteArray &data)
+{
+    return event.end - event.data == data.size() &&
+           QByteArrayView(stream).sliced(event.data, data.size()) == data;
+}
+
+} // namespace
+
+unsigned RawMidiFile::insertMetaevent(const QByteArray &data, kordiaMetaTypeEnum type, int pos)
+{
+    return insertBytes(kordiaEvent(data, type), pos);
+}
+
+unsigned RawMidiFile::insertMetaevent(const QByteArray &data, char metaType, int pos)
+{
+    return insertBytes(standardEvent(data, metaType), pos);
+}
+
+int RawMidiFile::insertMarker(const QString &text, unsigned short bar)
+{
+    return static_cast<int>(insertAtHead(markerEvent(text, bar)));
+}
+
+int RawMidiFile::dbgInsertMarker(const QString &text, unsigned short bar)
+{
+    return insertMarker(text, bar);
+}
+
+int RawMidiFile::extractKey(QString &key) const
+{
+    const int hit = firstEvents().standard[static_cast<quint8>(keyMeta)];
+    key = keyAt(hit);
+    if (hit >= 0 && key.isEmpty()) {
+        const QString minorDigits = u"%1"_s.arg(byteAt(m_stream, hit + 4), 2, 16, QChar(u'0'));
+        debug() << "[RawMidiFile::extractKey] WARNING: unknown key metaevent"
+                << u"[sf=%1|mi=%2]"_s.arg(byteAt(m_stream, hit + 3), 2, 16, QChar(u'0'))
+                       .arg(minorDigits.toUpper())
+                << "in MIDI file.";
+    }
+    return hit;
+}
+
+QString RawMidiFile::keyAt(int hit) const
+{
+    return hit < 0 ? QString() : MidiKeys::nameOf(be16At(m_stream, hit + 3));
+}
+
+QString RawMidiFile::kordiaText(kordiaMetaTypeEnum type) const
+{
+    QString text;
+    extractMetaevent(text, type);
+    return text;
+}
+
+int RawMidiFile::kordiaNumber(kordiaMetaTypeEnum type) const
+{
+    return std::max(kordiaText(type).toInt(), 0);
+}
+
+void RawMidiFile::setKordiaText(kordiaMetaTypeEnum type, const QString &text)
+{
+    removeHeadMetaevent(type, false);
+    insertAtHead(kordiaEvent(writtenText(text), type));
+}
+
+QString RawMidiFile::title() const
+{
+    QString text;
+    extractMetaevent(text, titleMeta);
+    return text;
+}
+
+QString RawMidiFile::genre() const
+{
+    return kordiaText(Genre);
+}
+
+QString RawMidiFile::artist() const
+{
+    return kordiaText(Artist);
+}
+
+QString RawMidiFile::author() const
+{
+    return kordiaText(Author);
+}
+
+int RawMidiFile::length() const
+{
+    return kordiaNumber(Length);
+}
+
+int RawMidiFile::userBpm() const
+{
+    return kordiaNumber(UserBpm);
+}
+
+QString RawMidiFile::key() const
+{
+    QString name;
+    extractKey(name);
+    return name;
+}
+
+QList<Marker> RawMidiFile::markersList() const
+{
+    QList<::Marker> list;
+    extractMarkersList(list);
+    return list;
+}
+
+bool RawMidiFile::isKordia() const
+{
+    QString copyright;
+    extractMetaevent(copyright, copyrightMeta);
+    const QString upper = copyright.toUpper();
+    return upper.contains(u"KORDIA"_s) || upper.contains(u"SONWERKS"_s);
+}
+
+bool RawMidiFile::hasTitle() const
+{
+    return firstEvents().standard[titleMeta] >= 0;
+}
+
+bool RawMidiFile::hasGenre() const
+{
+    return firstEvents().kordia[Genre] >= 0;
+}
+
+bool RawMidiFile::hasArtist() const
+{
+    return firstEvents().kordia[Artist] >= 0;
+}
+
+bool RawMidiFile::hasAuthor() const
+{
+    return firstEvents().kordia[Author] >= 0;
+}
+
+bool RawMidiFile::hasLength() const
+{
+    return firstEvents().kordia[Length] >= 0;
+}
+
+bool RawMidiFile::hasUserBpm() const
+{
+    return firstEvents().kordia[UserBpm] >= 0;
+}
+
+bool RawMidiFile::hasKey() const
+{
+    QString name;
+    return extractKey(name) >= 0;
+}
+
+bool RawMidiFile::hasMarkers() const
+{
+    return firstEvents().kordia[Marker] >= 0;
+}
+
+void RawMidiFile::setTitle(const QString &text)
+{
+    removeHeadMetaevent(titleMeta, false);
+    insertAtHead(standardEvent(writtenText(text), titleMeta));
+}
+
+void RawMidiFile::setGenre(const QString &text)
+{
+    setKordiaText(Genre, text);
+}
+
+void RawMidiFile::setArtist(const QString &text)
+{
+    setKordiaText(Artist, text);
+}
+
+void RawMidiFile::setAuthor(const QString &text)
+{
+    setKordiaText(Author, text);
+}
+
+void RawMidiFile::setLength(int seconds)
+{
+    setKordiaText(Length, QString::number(seconds));
+}
+
+void RawMidiFile::setUserBpm(int bpm)
+{
+    setKordiaText(UserBpm, QString::number(bpm));
+}
+
+void RawMidiFile::setKey(const QString &name)
+{
+    removeHeadMetaevent(keyMeta, false);
+    if (const std::optional<QByteArray> data = writtenKey(name))
+        insertAtHead(standardEvent(*data, keyMeta));
+}
+
+void RawMidiFile::setMarkersList(const QList<::Marker> &list)
+{
+    removeHeadMetaevent(Author, false);
+    QByteArray events;
+    for (const ::Marker &marker : list)
+        events += markerEvent(marker.text, static_cast<quint16>(marker.bar));
+    insertAtHead(events);
+}
+
+bool RawMidiFile::wouldLose(const MetaKind &kind, const QByteArray &written) const
+{
+    const QList<HeadEvent> events = eventsToRemove(kind, false);
+    return events.size() > 1 ||
+           (events.size() == 1 && !isEventOf(m_stream, events.first(), written));
+}
+
+bool RawMidiFile::wouldLose(kordiaMetaTypeEnum type, const QByteArray &written) const
+{
+    return wouldLose(MetaKind{kordiaMeta, type}, written);
+}
+
+bool RawMidiFile::wouldLose(char metaType, const QByteArray &written) const
+{
+    return wouldLose(MetaKind{metaType}, written);
+}
+
+bool RawMidiFile::wouldLose(Field field, const SongInfo &info) const
+{
+    const auto losesText = [this](kordiaMetaTypeEnum type, const QString &text) {
+        return text == kordiaText(type) && wouldLose(type, writtenText(text));
+    };
+    const auto losesNumber = [this](kordiaMetaTypeEnum type, int number) {
+        return number == kordiaNumber(type) && wouldLose(type, QByteArray::number(number));
+    };
+    switch (field) {
+    case Field::Title:
+        return info.title == title() && wouldLose(titleMeta, writtenText(info.title));
+    case Field::Genre:
+        return losesText(Genre, info.genre);
+    case Field::Artist:
+        return losesText(Artist, info.artist);
+    case Field::Author:
+        return losesText(Author, info.author);
+    case Field::Length:
+        return losesNumber(Length, info.length);
+    case Field::UserBpm:
+        return losesNumber(UserBpm, info.userBpm);
+    case Field::Key:
+        return wouldLoseKey(info.key);
+    }
+    return false;
+}
+
+bool RawMidiFile::wouldLoseKey(const QString &name) const
+{
+    if (name != keyAt(firstEvents().standard[static_cast<quint8>(keyMeta)]))
+        return false;
+    // A signature in the middle of the song counts from there, unlike the other events.
+    const QList<HeadEvent> events = eventsToRemove({keyMeta}, false);
+    const std::optional<QByteArray> written = writtenKey(name);
+    return events.size() > 1 ||
+           (events.size() == 1 && (!written || !events.first().isAtTickZero ||
+                                   !isEventOf(m_stream, events.first(), *written)));
+}
+
+QStringList RawMidiFile::getKeysList()
+{
+    return MidiKeys::names();
+}
