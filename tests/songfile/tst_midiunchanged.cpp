@@ -1,0 +1,197 @@
+#include "songfile/rawmidifile.h"
+#include "tests/logcapture.h"
+#include "tests/songfile/loadedmidi.h"
+#include "tests/songfile/samples.h"
+#include "tests/testprogram.h"
+
+#include <QtTest>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+using Field = RawMidiFile::Field;
+using Samples::bytes;
+using Samples::kordiaEvent;
+using Samples::metaEvent;
+using Samples::midi;
+
+namespace
+{
+
+constexpr std::array allFields{Field::Title,  Field::Genre,   Field::Artist, Field::Author,
+                               Field::Length, Field::UserBpm, Field::Key};
+
+/// What the song's getters give.
+SongInfo infoOf(const RawMidiFile &file)
+{
+    SongInfo info;
+    info.title = file.title();
+    info.genre = file.genre();
+    info.artist = file.artist();
+    info.author = file.author();
+    info.length = file.length();
+    info.userBpm = file.userBpm();
+    info.key = file.key();
+    return info;
+}
+
+/// The fields that a song with \a events would lose if what was read were written.
+QList<Field> lostFields(const QByteArray &events)
+{
+    const RawMidiFile file = loaded(midi(events, 1));
+    QList<Field> lost;
+    for (const Field field : allFields) {
+        if (file.wouldLose(field, infoOf(file)))
+            lost.append(field);
+    }
+    return lost;
+}
+
+} // namespace
+
+/// Which fields lose something when the value that was read is written.
+class TestMidiUnchanged : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void losesNothing_data();
+    void losesNothing();
+    void losesWhatWasNotRead_data();
+    void losesWhatWasNotRead();
+    void losesNothingByAChange();
+    void asksForTheData();
+    void losesWhereTheTrackCannotBeWalked();
+    void losesNothingWithoutData();
+    void leavesTheSongAndTheLogAlone();
+};
+
+void TestMidiUnchanged::losesNothing_data()
+{
+    QTest::addColumn<QByteArray>("events");
+    const auto row = [](const char *name, const QByteArray &events) {
+        QTest::newRow(name) << events;
+    };
+    row("no events", {});
+    row("one of each", metaEvent(3, "Title\xE9") + kordiaEvent(1, "Pop") + kordiaEvent(2, "Anna") +
+                           kordiaEvent(3, "Bea") + kordiaEvent(4, "185") + kordiaEvent(5, "97") +
+                           keyEvent("\xFD\x01"));
+    row("empty texts", metaEvent(3, {}) + kordiaEvent(1, {}) + kordiaEvent(2, {}));
+    row("125 characters",
+        metaEvent(3, QByteArray(125, 't')) + kordiaEvent(2, QByteArray(125, 'a')));
+    row("zeros as numbers", kordiaEvent(4, "0") + kordiaEvent(5, "0"));
+    row("a delta of two bytes", bytes("\x80\0\xFF\x03\x01T"));
+    row("read inside another event", metaEvent(1, metaEvent(3, " T ") + keyEvent("\1\0")));
+    row("read behind a pause", bytes("\x60\xFF\x03\x02T ") + bytes("\x8F\0\xFF\x59\x02\x55\x55"));
+    row("read from the text before, and the same",
+        metaEvent(1, metaEvent(3, "T")) + metaEvent(3, "T"));
+    row("a title later in the song", bytes("\x60\x90\x40\x40") + metaEvent(3, "T"));
+}
+
+void TestMidiUnchanged::losesNothing()
+{
+    QFETCH(const QByteArray, events);
+    QCOMPARE(lostFields(events), QList<Field>());
+}
+
+void TestMidiUnchanged::losesWhatWasNotRead_data()
+{
+    QTest::addColumn<QByteArray>("events");
+    QTest::addColumn<Field>("field");
+    const auto row = [](const char *name, Field field, const QByteArray &events) {
+        QTest::newRow(name) << events << field;
+    };
+    row("behind a zero", Field::Title, metaEvent(3, bytes("T\0more")));
+    row("an artist behind a zero", Field::Artist, kordiaEvent(2, bytes("A\0more")));
+    row("126 characters", Field::Title, metaEvent(3, QByteArray(126, 't')));
+    row("a genre of 126 characters", Field::Genre, kordiaEvent(1, QByteArray(126, 'g')));
+    row("200 characters", Field::Title, bytes("\0\xFF\x03\x81\x48") + QByteArray(200, 't'));
+    row("blanks around", Field::Author, kordiaEvent(3, " Bea "));
+    row("a length of two bytes", Field::Title, bytes("\0\xFF\x03\x80\x01T"));
+    row("two titles", Field::Title, metaEvent(3, "T") + metaEvent(3, "T"));
+    row("two artists", Field::Artist, kordiaEvent(2, "A") + kordiaEvent(2, "B"));
+    row("a digit more", Field::Length, kordiaEvent(4, "0185"));
+    row("minutes", Field::Length, kordiaEvent(4, "3:05"));
+    row("no digits", Field::UserBpm, kordiaEvent(5, {}));
+    row("a negative number", Field::UserBpm, kordiaEvent(5, "-7"));
+    row("an unknown key", Field::Key, keyEvent("\x55\x55"));
+    row("a key of three bytes", Field::Key, metaEvent(0x59, bytes("\1\0\7")));
+    row("two keys", Field::Key, keyEvent("\1\0") + keyEvent("\2\0"));
+    row("a key later in the song", Field::Key, bytes("\x60\x90\x40\x40") + keyEvent("\1\0"));
+    row("read from the text before", Field::Title,
+        metaEvent(1, metaEvent(3, "other")) + metaEvent(3, "T"));
+}
+
+void TestMidiUnchanged::losesWhatWasNotRead()
+{
+    QFETCH(const QByteArray, events);
+    QFETCH(const Field, field);
+    QCOMPARE(lostFields(events), QList<Field>{field});
+}
+
+void TestMidiUnchanged::losesNothingByAChange()
+{
+    const RawMidiFile file =
+        loaded(midi(metaEvent(3, " T ") + kordiaEvent(1, " G ") + kordiaEvent(2, " A ") +
+                    kordiaEvent(3, " B ") + kordiaEvent(4, "0185") + kordiaEvent(5, "097") +
+                    keyEvent("\x55\x55")));
+    SongInfo info = infoOf(file);
+    for (const Field field : allFields)
+        QVERIFY(file.wouldLose(field, info));
+    // Other values are changes that were asked for.
+    info.title += u'x';
+    info.genre.clear();
+    info.artist = u" A "_s;
+    info.author = u"b"_s;
+    info.length = 0;
+    info.userBpm = 98;
+    info.key = u"C"_s;
+    for (const Field field : allFields)
+        QVERIFY(!file.wouldLose(field, info));
+}
+
+void TestMidiUnchanged::asksForTheData()
+{
+    const RawMidiFile file = loaded(
+        midi(metaEvent(3, "T ") + kordiaEvent(2, "A") + kordiaEvent(1, "G") + kordiaEvent(1, "G")));
+    QVERIFY(!file.wouldLose('\x03', "T "));
+    QVERIFY(file.wouldLose('\x03', "T"));
+    QVERIFY(!file.wouldLose(RawMidiFile::Artist, "A"));
+    QVERIFY(file.wouldLose(RawMidiFile::Artist, "A "));
+    QVERIFY(file.wouldLose(RawMidiFile::Genre, "G"));
+    QVERIFY(!file.wouldLose(RawMidiFile::Author, "B"));
+}
+
+void TestMidiUnchanged::losesWhereTheTrackCannotBeWalked()
+{
+    const QByteArray unknown = bytes("\0\xF4");
+    QCOMPARE(lostFields(unknown + metaEvent(3, "T") + keyEvent("\1\0")), QList<Field>());
+    QCOMPARE(lostFields(unknown + metaEvent(3, "T ")), QList<Field>{Field::Title});
+    // The pattern would take a pause's last byte and the second key, too.
+    QCOMPARE(lostFields(unknown + keyEvent("\1\0") + bytes("\x8F") + keyEvent("\2\0")),
+             QList<Field>{Field::Key});
+    // A length of 0xFD takes one byte, 0xFC none.
+    QCOMPARE(lostFields(unknown + bytes("\0\xFF\x4B\xFD\x02")), QList<Field>{Field::Artist});
+    QCOMPARE(lostFields(unknown + bytes("\0\xFF\x4B\xFC\x02")), QList<Field>());
+}
+
+void TestMidiUnchanged::losesNothingWithoutData()
+{
+    const RawMidiFile file;
+    for (const Field field : allFields)
+        QVERIFY(!file.wouldLose(field, SongInfo()));
+}
+
+void TestMidiUnchanged::leavesTheSongAndTheLogAlone()
+{
+    const RawMidiFile file = loaded(midi(metaEvent(3, " T ") + keyEvent("\x55\x55")));
+    const SongInfo info = infoOf(file);
+    const QByteArray before = file.stream();
+    LogCapture log;
+    QVERIFY(file.wouldLose(Field::Title, info) && file.wouldLose(Field::Key, info));
+    QCOMPARE(file.stream(), before);
+    QCOMPARE(log.messages(), QStringList());
+}
+
+BRISEL_TEST(QCoreApplication, TestMidiUnchanged)
+#include "tst_midiunchanged.moc"
