@@ -4,6 +4,7 @@
 #include "fuzz/targets.h"
 #include "songfile/midikeys.h"
 #include "songfile/rawmidifile.h"
+#include "tests/songfile/midireader.h"
 
 #include <algorithm>
 #include <array>
@@ -31,38 +32,21 @@ public:
     bool isLengthTrue() const { return trackEnd() <= m_file.size(); }
     QByteArray behindTrack() const { return m_file.mid(trackEnd()); }
 
-    void removeEvents(quint8 meta, int subType)
+    /// Removes the events of a kind from the first track and writes others at its start.
+    void replaceEvents(const MidiReader::Kind &kind, const QByteArray &written)
     {
-        const qint64 end = std::min<qint64>(trackEnd(), m_file.size());
-        QByteArray kept = m_file.left(trackStart());
-        qsizetype removed = 0;
-        for (qsizetype i = trackStart(); i < end;) {
-            const bool isEvent = byteAt(m_file, i) == 0 && byteAt(m_file, i + 1) == 0xFF &&
-                                 fits(m_file, i, 3) && byteAt(m_file, i + 2) == meta &&
-                                 (subType == anySubType || byteAt(m_file, i + 4) == subType);
-            const qint64 size = std::min<qint64>(signedByteAt(m_file, i + 3) + 4, end - i);
-            if (isEvent && size > 0) {
-                i += size;
-                removed += size;
-            } else {
-                kept += m_file.at(i++);
-            }
-        }
-        if (removed > 0) {
-            m_file = kept + m_file.mid(end);
-            resized(-removed);
-        }
-    }
-
-    void insertEvent(quint8 meta, const QByteArray &data) { insert(event(meta, data)); }
-
-    void insert(const QByteArray &events)
-    {
+        m_kind = kind;
+        m_written = written;
+        removeEvents();
         if (trackStart() > m_file.size())
             return;
-        m_file = m_file.left(trackStart()) + events + m_file.mid(trackStart());
-        resized(events.size());
+        m_file = m_file.left(trackStart()) + written + m_file.mid(trackStart());
+        resized(written.size());
     }
+
+    /// What the last change removed and wrote.
+    const MidiReader::Kind &kind() const { return m_kind; }
+    const QByteArray &written() const { return m_written; }
 
     static QByteArray event(quint8 meta, const QByteArray &data)
     {
@@ -71,6 +55,48 @@ public:
     }
 
 private:
+    void removeEvents()
+    {
+        const qsizetype end = std::min<qint64>(trackEnd(), m_file.size());
+        if (trackStart() > end)
+            return;
+        QByteArray kept = m_file.left(trackStart());
+        qsizetype copied = trackStart();
+        const auto skip = [&](const MidiReader::Event &event) {
+            if (!MidiReader::isAtZero(event, m_kind))
+                return;
+            kept += QByteArrayView(m_file).sliced(copied, event.start - copied);
+            copied = event.end;
+        };
+        if (MidiReader::forEachEvent(m_file, trackStart(), end, skip))
+            kept += m_file.mid(copied, end - copied);
+        else
+            kept = withoutLookalikes(end);
+        const qsizetype removed = end - kept.size();
+        if (removed > 0) {
+            m_file = kept + m_file.mid(end);
+            resized(-removed);
+        }
+    }
+
+    /// The file up to the first track's end without what looks like the events.
+    QByteArray withoutLookalikes(qsizetype end) const
+    {
+        QByteArray kept = m_file.left(trackStart());
+        for (qsizetype i = trackStart(); i < end;) {
+            const bool isEvent =
+                byteAt(m_file, i) == 0 && byteAt(m_file, i + 1) == 0xFF && fits(m_file, i, 3) &&
+                byteAt(m_file, i + 2) == m_kind.type &&
+                (m_kind.subType == anySubType || byteAt(m_file, i + 4) == m_kind.subType);
+            const qint64 size = std::min<qint64>(signedByteAt(m_file, i + 3) + 4, end - i);
+            if (isEvent && size > 0)
+                i += size;
+            else
+                kept += m_file.at(i++);
+        }
+        return kept;
+    }
+
     void resized(qint64 bytes)
     {
         m_length = std::clamp<qint64>(m_length + bytes, 0, std::numeric_limits<quint32>::max());
@@ -80,6 +106,8 @@ private:
     QByteArray m_file;
     qsizetype m_track;
     qint64 m_length;
+    MidiReader::Kind m_kind;
+    QByteArray m_written;
 };
 
 struct TextField {
@@ -120,8 +148,8 @@ void changeText(RawMidiFile &file, MidiModel &model, Script &script, const TextF
     const QString text = script.text();
     const QByteArray written = songBytes(text.left(RawMidiFile::maxText));
     (file.*field.set)(text);
-    model.removeEvents(field.meta, field.subType);
-    model.insertEvent(field.meta, fieldData(field, written));
+    model.replaceEvents({field.meta, field.subType},
+                        MidiModel::event(field.meta, fieldData(field, written)));
     if (model.trackStart() <= model.bytes().size())
         REQUIRE((file.*field.get)() == songText(written));
 }
@@ -134,8 +162,8 @@ void changeNumber(RawMidiFile &file, MidiModel &model, Script &script, bool isLe
         file.setLength(number);
     else
         file.setUserBpm(number);
-    model.removeEvents(makersMeta, subType);
-    model.insertEvent(makersMeta, static_cast<char>(subType) + QByteArray::number(number));
+    const QByteArray data = static_cast<char>(subType) + QByteArray::number(number);
+    model.replaceEvents({makersMeta, subType}, MidiModel::event(makersMeta, data));
     if (model.trackStart() <= model.bytes().size())
         REQUIRE((isLength ? file.length() : file.userBpm()) == std::max(number, 0));
 }
@@ -147,19 +175,30 @@ void changeKey(RawMidiFile &file, MidiModel &model, Script &script)
     const quint8 choice = script.byte();
     const QString name = choice < names.size() ? names.at(choice) : script.text();
     file.setKey(name);
-    model.removeEvents(keyMeta, anySubType);
-    if (name.isEmpty())
-        return;
     const QString plainName = QString(name).remove(u' ');
-    const std::optional<quint16> value =
-        plainName.isEmpty() ? std::optional<quint16>(0) : MidiKeys::valueOf(plainName);
-    if (!value)
-        return;
+    std::optional<quint16> value = MidiKeys::valueOf(plainName);
+    if (plainName.isEmpty() && !name.isEmpty())
+        value = 0;
     QByteArray data(2, '\0');
-    putBe16(data, 0, *value);
-    model.insertEvent(keyMeta, data);
-    if (model.trackStart() <= model.bytes().size())
+    putBe16(data, 0, value.value_or(0));
+    model.replaceEvents({keyMeta, anySubType},
+                        value ? MidiModel::event(keyMeta, data) : QByteArray());
+    if (value && model.trackStart() <= model.bytes().size())
         REQUIRE(file.key() == MidiKeys::nameOf(*value));
+}
+
+/// A marker's text as it is written: its event's length passes no 127.
+QByteArray markerText(const QString &text)
+{
+    constexpr int longest = 124;
+    return songBytes(text.left(longest));
+}
+
+QByteArray markerEvent(const Marker &marker)
+{
+    QByteArray data(3, RawMidiFile::Marker);
+    putBe16(data, 1, static_cast<quint16>(marker.bar));
+    return MidiModel::event(makersMeta, data + markerText(marker.text));
 }
 
 void changeMarkers(RawMidiFile &file, MidiModel &model, Script &script)
@@ -169,23 +208,18 @@ void changeMarkers(RawMidiFile &file, MidiModel &model, Script &script)
     for (int left = script.byte() % 8; left > 0; --left) {
         const Marker marker{script.text(), script.number()};
         markers.append(marker);
-        QByteArray data(3, RawMidiFile::Marker);
-        putBe16(data, 1, static_cast<quint16>(marker.bar));
-        events +=
-            MidiModel::event(makersMeta, data + songBytes(marker.text.left(RawMidiFile::maxText)));
+        events += markerEvent(marker);
     }
     file.setMarkersList(markers);
     // Authors go when markers come: always so.
-    model.removeEvents(makersMeta, RawMidiFile::Author);
-    model.insert(events);
+    model.replaceEvents({makersMeta, RawMidiFile::Author}, events);
     if (model.trackStart() > model.bytes().size())
         return;
     const QList<Marker> read = file.markersList();
     REQUIRE(read.size() >= markers.size());
     for (qsizetype i = 0; i < markers.size(); ++i) {
         REQUIRE(read.at(i).bar == static_cast<quint16>(markers.at(i).bar));
-        REQUIRE(read.at(i).text ==
-                songText(songBytes(markers.at(i).text.left(RawMidiFile::maxText))));
+        REQUIRE(read.at(i).text == songText(markerText(markers.at(i).text)));
     }
 }
 
@@ -204,13 +238,20 @@ void change(RawMidiFile &file, MidiModel &model, Script &script)
         const QString text = script.text();
         const auto bar = static_cast<quint16>(script.number());
         file.insertMarker(text, bar);
-        QByteArray data(3, RawMidiFile::Marker);
-        putBe16(data, 1, bar);
-        return model.insertEvent(makersMeta, data + songBytes(text.left(RawMidiFile::maxText)));
+        constexpr int noSubType = 0x100;
+        return model.replaceEvents({makersMeta, noSubType}, markerEvent({text, bar}));
     }
     default:
         return changeText(file, model, script, textFields.at(operation));
     }
+}
+
+/// A song that can be read keeps every event that the change did not mean.
+void requireAllElse(const QByteArray &before, const QByteArray &after, const MidiModel &model)
+{
+    constexpr qsizetype longest = 65536; ///< bytes: reading takes time and memory
+    if (before.size() <= longest && MidiReader::readTracks(before))
+        REQUIRE(MidiReader::whatChanged(before, after, model.kind(), model.written()).isEmpty());
 }
 
 } // namespace
@@ -234,11 +275,13 @@ void checkMidiFile(const QByteArray &input)
     const QByteArray behindTrack = model.behindTrack();
     Script script(input);
     for (int i = 0; i < maxChanges && !script.atEnd(); ++i) {
+        const QByteArray before = file.stream();
         change(file, model, script);
         // The length field names the bytes that are there, if it did before: what stands behind
         // the first track stays where the field says.
         REQUIRE(file.stream() == model.bytes());
         REQUIRE(!isLengthTrue || (model.isLengthTrue() && model.behindTrack() == behindTrack));
+        requireAllElse(before, file.stream(), model);
         readAll(file);
     }
 }

@@ -70,10 +70,9 @@ QString difference(const QList<Event> &wanted, const QList<Event> &found)
 
 } // namespace
 
-std::optional<QList<Event>> MidiReader::readEvents(const QByteArray &file, qsizetype start,
-                                                   qsizetype end)
+bool MidiReader::forEachEvent(const QByteArray &file, qsizetype start, qsizetype end,
+                              const std::function<void(const Event &)> &visit)
 {
-    QList<Event> events;
     qint64 tick = 0;
     int lastChannelStatus = -1;
     for (qsizetype pos = start; pos < end;) {
@@ -82,7 +81,7 @@ std::optional<QList<Event>> MidiReader::readEvents(const QByteArray &file, qsize
         const qint64 delta = takeNumber(file, pos, end);
         event.status = at(file, pos, end);
         if (delta < 0 || event.status < 0)
-            return {};
+            return false;
         event.delta = static_cast<quint32>(delta);
         event.tick = tick += delta;
         if (event.status >= 128)
@@ -114,15 +113,26 @@ std::optional<QList<Event>> MidiReader::readEvents(const QByteArray &file, qsize
             break;
         }
         if (size < 0 || pos + size > end)
-            return {};
-        event.data = file.mid(pos, size);
+            return false;
+        event.data = QByteArray::fromRawData(file.constData() + pos, size);
         pos += size;
         event.end = pos;
-        events.append(event);
+        visit(event);
         if (event.metaType == 0x2F)
             break;
     }
-    return events;
+    return true;
+}
+
+std::optional<QList<Event>> MidiReader::readEvents(const QByteArray &file, qsizetype start,
+                                                   qsizetype end)
+{
+    QList<Event> events;
+    const bool isRead = forEachEvent(file, start, end, [&events](Event event) {
+        event.data = QByteArray(event.data.constData(), event.data.size());
+        events.append(event);
+    });
+    return isRead ? std::optional(events) : std::nullopt;
 }
 
 std::optional<QList<Track>> MidiReader::readTracks(const QByteArray &file)

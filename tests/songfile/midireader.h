@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 /// A strict reader of Standard MIDI Files, for tests only, which shares no code with the program.
@@ -26,7 +27,12 @@ struct Track {
     QList<Event> events; ///< up to the end-of-track event, or all where there is none
 };
 
-/// The events from byte \a start of \a file on, up to \a end; nothing when one can't be understood.
+/// Calls \a visit with each event from byte \a start of \a file on, up to \a end or behind the
+/// end-of-track event; false when one can't be understood. The event's data are not copied.
+bool forEachEvent(const QByteArray &file, qsizetype start, qsizetype end,
+                  const std::function<void(const Event &)> &visit);
+
+/// These events; nothing when one can't be understood.
 std::optional<QList<Event>> readEvents(const QByteArray &file, qsizetype start, qsizetype end);
 
 /// The tracks that the header announces; nothing when the header, a chunk or an event can't be
