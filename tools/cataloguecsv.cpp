@@ -20,7 +20,7 @@ constexpr int longestSong = 3600; // seconds
 constexpr int slowestBpm = 20;
 constexpr int fastestBpm = 400;
 constexpr int longestFileName = 8;     // characters
-constexpr int longestMarkerText = 125; // characters that a song file keeps
+constexpr int longestMarkerText = 125; // characters; a MIDI file keeps 124 of them
 constexpr int lastBar = 65535;
 
 /// Reads the quoted field that starts at \a at and leaves \a at behind its closing quote.

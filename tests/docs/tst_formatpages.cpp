@@ -110,6 +110,8 @@ private slots:
     void noticesBytesWithoutAName();
 
     void midiTrack();
+    void midiForeignTrack();
+    void midiForeignTrackInAMinor();
     void container();
     void codecLetter();
     void codecBlanks();
@@ -232,6 +234,29 @@ void TestFormatPages::midiTrack()
     QCOMPARE(read.markersList().size(), 1);
     QCOMPARE(read.markersList().first().text, u"Coda"_qs);
     QCOMPARE(read.markersList().first().bar, 300);
+}
+
+void TestFormatPages::midiForeignTrack()
+{
+    const QByteArray track = bytes(u"midiForeignTrack"_qs);
+    RawMidiFile read;
+    QVERIFY(read.loadData(Samples::midi().left(14) + track));
+    QCOMPARE(read.key(), u"G"_qs);
+    // Read, the second byte of its length ends it; removed are all its 133 bytes.
+    QVERIFY(read.hasTitle() && read.title().isEmpty());
+    QCOMPARE(read.removeHeadMetaevent('\x03', false), 133U);
+    QCOMPARE(Samples::trackLength(read.stream()), Samples::trackBytes(read.stream()));
+}
+
+void TestFormatPages::midiForeignTrackInAMinor()
+{
+    const QByteArray header = Samples::midi().left(14);
+    const QByteArray track = bytes(u"midiForeignTrack"_qs);
+    RawMidiFile changed = loaded(header + track);
+    changed.setKey(u"A-"_qs);
+    const QByteArray told = example(u"midiForeignTrackInAMinor"_qs).over(track);
+    QCOMPARE(difference(changed.stream(), header + told), QString());
+    QVERIFY(told != track);
 }
 
 void TestFormatPages::container()

@@ -49,6 +49,21 @@ QByteArray Samples::metaEvent(char type, const QByteArray &data)
     return bytes("\x00\xFF") + type + static_cast<char>(data.size()) + data;
 }
 
+QMap<QByteArray, QByteArray> Samples::unreadableEvents()
+{
+    QMap<QByteArray, QByteArray> events{
+        {"no status", bytes("\0\x40\x40")},
+        {"a delta of five bytes", bytes("\x81\x80\x80\x80\0\x90\x40\x40")},
+        {"a length of five bytes", bytes("\0\xFF\x01\x80\x80\x80\x80\0")}};
+    // System common and real-time messages.
+    for (int status = 0xF1; status < 0xFF; ++status) {
+        if (status != 0xF7)
+            events.insert(QByteArray::number(status, 16),
+                          bytes("\0") + static_cast<char>(status) + bytes("\0\0"));
+    }
+    return events;
+}
+
 QByteArray Samples::frame(const QByteArray &id, const QByteArray &text)
 {
     return id + number(static_cast<quint32>(text.size() + 1)) + QByteArray(3, '\0') + text;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 
 /// Song files written out byte by byte, without the program's own writers.
@@ -27,6 +28,9 @@ quint32 trackBytes(const QByteArray &midi);
 QByteArray kordiaEvent(int type, const QByteArray &data);
 /// A standard meta-event with the delta-time 0.
 QByteArray metaEvent(char type, const QByteArray &data);
+
+/// Beginnings of tracks whose events nobody can tell, by what is wrong with them.
+QMap<QByteArray, QByteArray> unreadableEvents();
 
 /// A frame as ID3v2.3 has it, Latin-1.
 QByteArray frame(const QByteArray &id, const QByteArray &text);

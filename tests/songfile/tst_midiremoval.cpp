@@ -277,12 +277,9 @@ void TestMidiRemoval::endsItsWalkWithTheTracksEnd()
 void TestMidiRemoval::searchesWhereTheTrackCannotBeWalked_data()
 {
     QTest::addColumn<QByteArray>("event");
-    for (const int status :
-         {0xF1, 0xF2, 0xF3, 0xF4, 0xF5, 0xF6, 0xF8, 0xF9, 0xFA, 0xFB, 0xFC, 0xFD, 0xFE})
-        QTest::addRow("%02X", status) << bytes("\0") + static_cast<char>(status) + bytes("\0\0");
-    QTest::newRow("no status") << bytes("\0\x40\x40");
-    QTest::newRow("a delta of five bytes") << bytes("\x81\x80\x80\x80\x00\x90\x40\x40");
-    QTest::newRow("a length of five bytes") << bytes("\0\xFF\x01\x80\x80\x80\x80\x01x");
+    const QMap<QByteArray, QByteArray> unreadable = Samples::unreadableEvents();
+    for (auto event = unreadable.begin(); event != unreadable.end(); ++event)
+        QTest::newRow(event.key()) << event.value();
     QTest::newRow("an event behind the track") << bytes("\0\xFF\x01\x7F");
     QTest::newRow("a message behind the file") << bytes("\0\xF0\xFF\xFF\xFF\x7F");
 }
