@@ -1,6 +1,7 @@
 #include "base/filefailure.h"
 
 #include "base/fileidentity.h"
+#include "base/filereading.h"
 #include "base/freespace.h"
 
 #include <QFileInfo>
@@ -23,7 +24,15 @@ RunReport::Reason whyUnreadable(const QString &path, qint64 largest)
         return RunReport::Reason::Unreachable;
     if (file.size() == 0)
         return RunReport::Reason::Empty;
-    return file.size() > largest ? RunReport::Reason::TooLarge : RunReport::Reason::UnknownFormat;
+    QByteArray content;
+    switch (readWholeFile(path, largest, content)) {
+    case ReadResult::TooLarge:
+        return RunReport::Reason::TooLarge;
+    case ReadResult::CutShort:
+        return RunReport::Reason::CutShort;
+    default:
+        return RunReport::Reason::UnknownFormat;
+    }
 }
 
 RunReport::Reason whyNotIndexed(const QString &root)

@@ -17,7 +17,24 @@ FileState stateOf(const struct stat &entry)
     const FileKind kind = S_ISREG(entry.st_mode)   ? FileKind::Regular
                           : S_ISDIR(entry.st_mode) ? FileKind::Folder
                                                    : FileKind::Other;
-    return {kind, entry.st_mtime};
+#ifdef Q_OS_MACOS
+    const qint64 fraction = entry.st_mtimespec.tv_nsec;
+#else
+    const qint64 fraction = entry.st_mtim.tv_nsec;
+#endif
+    constexpr qint64 second = 1000000000;
+    // A time that a damaged disk tells may lie anywhere.
+    const auto stamp = static_cast<qint64>(static_cast<quint64>(entry.st_mtime) * second +
+                                           static_cast<quint64>(fraction));
+    return {kind,         entry.st_mtime, static_cast<quint64>(entry.st_dev),
+            entry.st_ino, entry.st_size,  stamp};
+}
+
+FileState stateOfKind(FileKind kind)
+{
+    FileState state;
+    state.kind = kind;
+    return state;
 }
 
 } // namespace
@@ -29,7 +46,8 @@ FileState fileState(const QString &path)
     if (path.isEmpty())
         return {};
     if (::stat(QFile::encodeName(path).constData(), &entry) != 0)
-        return {errno == ENOENT || errno == ENOTDIR ? FileKind::Missing : FileKind::Unreachable, 0};
+        return stateOfKind(errno == ENOENT || errno == ENOTDIR ? FileKind::Missing
+                                                               : FileKind::Unreachable);
     return stateOf(entry);
 }
 
@@ -37,7 +55,7 @@ FileState fileState(int handle)
 {
     struct stat entry {
     };
-    return ::fstat(handle, &entry) == 0 ? stateOf(entry) : FileState{FileKind::Unreachable, 0};
+    return ::fstat(handle, &entry) == 0 ? stateOf(entry) : stateOfKind(FileKind::Unreachable);
 }
 
 QString fileIdentity(const QString &path)
@@ -59,7 +77,14 @@ FileState fileState(const QString &path)
     const FileKind kind = entry.isFile()  ? FileKind::Regular
                           : entry.isDir() ? FileKind::Folder
                                           : FileKind::Other;
-    return {kind, entry.lastModified().toSecsSinceEpoch()};
+    const QDateTime modified = entry.lastModified();
+    constexpr qint64 millisecond = 1000000; // nanoseconds
+    return {kind,
+            modified.toSecsSinceEpoch(),
+            0,
+            0,
+            entry.size(),
+            modified.toMSecsSinceEpoch() * millisecond};
 }
 
 QString fileIdentity(const QString &path)

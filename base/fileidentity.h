@@ -10,9 +10,17 @@ enum class FileKind {
     Unreachable, ///< it may exist, but can't be looked at (permission, I/O error, link loop)
 };
 
+/// A look at a file. Two that are equal say that one file stood there unchanged, as far as a look
+/// can tell. All but the kind is 0 for what can't be looked at.
 struct FileState {
     FileKind kind = FileKind::Missing;
-    qint64 modified = 0; ///< seconds since 1970, UTC; 0 for what can't be looked at
+    qint64 modified = 0; ///< seconds since 1970, UTC
+    quint64 device = 0;  ///< 0 where the system has no such number, as the next
+    quint64 inode = 0;
+    qint64 size = 0;       ///< bytes
+    qint64 modifiedNs = 0; ///< nanoseconds since 1970, as fine as the file system keeps them
+
+    bool operator==(const FileState &other) const = default;
 };
 
 /// What stands at \a path and when it was changed, links followed. Opens nothing.

@@ -212,6 +212,10 @@ QString RunReport::reasonText(Reason reason)
         return tr("gli archivi della memoria non sono completi");
     case Reason::NotPrepared:
         return tr("la memoria non è preparata per Brisel");
+    case Reason::CutShort:
+        return tr("non è stato possibile leggere il file fino alla fine");
+    case Reason::ChangedMeanwhile:
+        return tr("nel frattempo un altro programma l'ha cambiata");
     case Reason::ListFailed:
         return tr("gli archivi non si leggono o il file non si può scrivere");
     }

@@ -36,7 +36,9 @@ public:
         Unwritable,
         WouldBeTooLarge,
         IndexIncomplete,
-        NotPrepared, ///< the memory has no index
+        NotPrepared,      ///< the memory has no index
+        CutShort,         ///< fewer bytes could be read than the file holds
+        ChangedMeanwhile, ///< it no longer is what was read
         ListFailed,
     };
 

@@ -50,13 +50,14 @@ bool storeSetting(QSettings &settings, const QString &key, const QVariant &value
     const QString path = settings.fileName();
     settings.sync(); // what another program has stored meanwhile
     QByteArray old;
-    const bool isKnown = readPlainFile(path, maxSettings, old);
+    const bool isKnown = readWholeFile(path, maxSettings, old) == ReadResult::Done;
     settings.setValue(key, value);
     settings.sync();
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
     QByteArray content;
     if (isRegularFile(path) && settings.status() == QSettings::NoError &&
-        !(readPlainFile(path, maxSettings, content) && isWhole(content, plainKeys(settings)))) {
+        !(readWholeFile(path, maxSettings, content) == ReadResult::Done &&
+          isWhole(content, plainKeys(settings)))) {
         if (isKnown)
             replaceFile(path, old);
         else

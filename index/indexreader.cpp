@@ -14,7 +14,7 @@ namespace
 /// Reads a file of whole records. No set that the player can hold has more than \a maxRecords.
 bool readRecords(const QString &path, qint64 maxRecords, QByteArray &content)
 {
-    return readPlainFile(path, maxRecords * IndexRecord::size, content) &&
+    return readWholeFile(path, maxRecords * IndexRecord::size, content) == ReadResult::Done &&
            content.size() % IndexRecord::size == 0;
 }
 

@@ -217,7 +217,7 @@ bool IndexSet::readMark(QList<StagedFile> &files) const
 {
     QByteArray mark;
     if (QFileInfo(workFolder()).isSymLink() ||
-        !readPlainFile(workFile(markName), maxMarkSize, mark))
+        readWholeFile(workFile(markName), maxMarkSize, mark) != ReadResult::Done)
         return false;
     const qsizetype end = mark.lastIndexOf("end ");
     if (end < 0 || mark.mid(end) != "end " + checksumOf(mark.left(end)) + '\n')
@@ -248,7 +248,8 @@ bool IndexSet::readMark(QList<StagedFile> &files) const
 
 bool IndexSet::readStaged(const StagedFile &file, QByteArray &content) const
 {
-    return readPlainFile(workFile(file.name), std::min(file.size, maxStagedSize), content) &&
+    return readWholeFile(workFile(file.name), std::min(file.size, maxStagedSize), content) ==
+               ReadResult::Done &&
            content.size() == file.size && checksumOf(content) == file.checksum;
 }
 

@@ -2,25 +2,21 @@
 
 #include "base/filereading.h"
 
-#include <QFileInfo>
-
 MemoryFile::MemoryFile(const QString &path, qint64 unit, qint64 least, qint64 most)
 {
-    const QFileInfo file(path);
-    if (!file.exists())
+    PlainFile file;
+    const bool isOpen = file.open(path);
+    if (file.state().kind == FileKind::Missing)
         return;
     m_size = file.size();
     // The size of a folder depends on the file system, and may pass for a file's.
-    m_state = file.isFile() ? State::BadLength : State::Unreadable;
+    m_state = file.state().kind == FileKind::Regular ? State::BadLength : State::Unreadable;
     if (m_state == State::Unreadable)
         return;
     if (m_size % unit != 0 || m_size < least * unit || m_size > most * unit)
         return;
-    // A file that shrinks while it is read is not the one that was measured.
-    const bool whole = readPlainFile(path, m_size, m_content) && m_content.size() == m_size;
-    m_state = whole ? State::Good : State::Unreadable;
-    if (!whole)
-        m_content.clear();
+    const bool isRead = isOpen && readWholeFile(file, m_size, m_content) == ReadResult::Done;
+    m_state = isRead ? State::Good : State::Unreadable;
 }
 
 quint8 MemoryFile::byte(qsizetype pos) const

@@ -97,7 +97,8 @@ QList<qint16> Playlists::readNumbers(const IndexSet &set)
 {
     QByteArray list;
     QList<qint16> numbers;
-    if (!readPlainFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize, list))
+    if (readWholeFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize, list) !=
+        ReadResult::Done)
         return numbers;
     QSet<qint16> known;
     for (qsizetype pos = 0; fits(list, pos, numberRecordSize); pos += numberRecordSize) {
@@ -125,7 +126,8 @@ Playlists::Preparation Playlists::writePathFiles(IndexSet &set, const QList<qint
     Preparation result = Preparation::Written;
     for (const qint16 number : numbers) {
         QByteArray playlist;
-        if (!readPlainFile(set.filePath(songsFileName(number)), maxPlaylistSize, playlist))
+        if (readWholeFile(set.filePath(songsFileName(number)), maxPlaylistSize, playlist) !=
+            ReadResult::Done)
             result = Preparation::NoSongs;
         else if (!set.place(pathsFileName(number), pathRecords(playlist, songs)))
             return Preparation::Unwritable;
@@ -142,8 +144,9 @@ bool Playlists::stageSongsFiles(IndexSet &set, const QList<qint16> &numbers,
         QByteArray paths;
         QByteArray old;
         const QString name = songsFileName(number);
-        if (!readPlainFile(set.filePath(pathsFileName(number)), maxPlaylistSize, paths) ||
-            !readPlainFile(set.filePath(name), maxPlaylistSize, old) ||
+        if (readWholeFile(set.filePath(pathsFileName(number)), maxPlaylistSize, paths) !=
+                ReadResult::Done ||
+            readWholeFile(set.filePath(name), maxPlaylistSize, old) != ReadResult::Done ||
             !QFileInfo(set.filePath(name)).isWritable()) {
             complete = false;
             continue;

@@ -1276,6 +1276,14 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>the memory is not optimized for Brisel2</translation>
     </message>
     <message>
+        <source>non è stato possibile leggere il file fino alla fine</source>
+        <translation>could not be read to its end</translation>
+    </message>
+    <message>
+        <source>nel frattempo un altro programma l&apos;ha cambiata</source>
+        <translation>was changed by another program meanwhile</translation>
+    </message>
+    <message>
         <source>gli archivi non si leggono o il file non si può scrivere</source>
         <translation>the index can not be read or the file not be written</translation>
     </message>

@@ -1276,6 +1276,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>la memoria non è preparata per Brisel</translation>
     </message>
     <message>
+        <source>non è stato possibile leggere il file fino alla fine</source>
+        <translation>non è stato possibile leggere il file fino alla fine</translation>
+    </message>
+    <message>
+        <source>nel frattempo un altro programma l&apos;ha cambiata</source>
+        <translation>nel frattempo un altro programma l&apos;ha cambiata</translation>
+    </message>
+    <message>
         <source>gli archivi non si leggono o il file non si può scrivere</source>
         <translation>gli archivi non si leggono o il file non si può scrivere</translation>
     </message>

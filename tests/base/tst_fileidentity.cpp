@@ -20,6 +20,7 @@ private slots:
     void tellsAPathWithoutPermissionFromAMissingOne();
     void givesOneIdentityByEveryWay();
     void givesNoIdentityToWhatIsMissing();
+    void tellsAChangedFileFromTheOldOne();
 };
 
 void TestFileIdentity::initTestCase()
@@ -93,6 +94,35 @@ void TestFileIdentity::givesNoIdentityToWhatIsMissing()
     QVERIFY(fileIdentity(QString()).isEmpty());
     QVERIFY(fileIdentity(u"missing"_s).isEmpty());
     QVERIFY(!isSameFile(u"missing"_s, u"missing"_s));
+}
+
+void TestFileIdentity::tellsAChangedFileFromTheOldOne()
+{
+    const QDateTime moment = QDateTime::fromMSecsSinceEpoch(1700000000123LL);
+    QFile file(u"state.mid"_s);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    const auto rewrite = [&](const QByteArray &content, const QDateTime &time) {
+        return file.resize(0) && file.seek(0) && file.write(content) == content.size() &&
+               file.flush() && file.setFileTime(time, QFileDevice::FileModificationTime);
+    };
+    QVERIFY(rewrite("1234", moment));
+    const FileState old = fileState(u"state.mid"_s);
+    QCOMPARE(old.size, 4);
+    QCOMPARE(old.modified, 1700000000LL);
+    QCOMPARE(old.modifiedNs, 1700000000123000000LL);
+    QVERIFY(old.inode != 0);
+    QVERIFY(fileState(file.handle()) == old);
+    QVERIFY(rewrite("12345", moment));
+    QVERIFY(fileState(u"state.mid"_s) != old);
+    QVERIFY(rewrite("1234", moment.addMSecs(1)));
+    QVERIFY(fileState(u"state.mid"_s) != old);
+    QVERIFY(rewrite("1234", moment));
+    QVERIFY(fileState(u"state.mid"_s) == old);
+    QFile copy(u"copied.mid"_s);
+    QVERIFY(file.copy(copy.fileName()) && copy.open(QIODevice::ReadWrite));
+    QVERIFY(copy.setFileTime(moment, QFileDevice::FileModificationTime));
+    QVERIFY(fileState(copy.fileName()) != old);
+    QVERIFY(FileState() == fileState(u"missing"_s));
 }
 
 BRISEL_TEST(QCoreApplication, TestFileIdentity)

@@ -5,6 +5,9 @@
 #include <QFile>
 #include <QTest>
 
+#include <limits>
+#include <utility>
+
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +28,10 @@ class TestFileReading : public QObject
 private slots:
     void initTestCase();
     void readsWholeFilesUpToALimit();
+    void tellsWhyAFileIsNotRead();
+    void refusesAFileThatChangesItsSize();
+    void readsPiecesOfAnOpenFile();
+    void keepsReadingTheFileThatWasOpened();
     void readsTheStartAndTellsTheState();
     void readsAllOfAShortFile();
     void readsOnlyPlainFiles();
@@ -43,9 +50,87 @@ void TestFileReading::initTestCase()
 void TestFileReading::readsWholeFilesUpToALimit()
 {
     QByteArray content;
-    QVERIFY(readPlainFile(songName, 8, content));
+    FileState state;
+    QCOMPARE(readWholeFile(songName, 8, content, &state), ReadResult::Done);
     QCOMPARE(content, QByteArray("MThd1234"));
-    QVERIFY(!readPlainFile(songName, 7, content));
+    QVERIFY(state == fileState(songName));
+    QCOMPARE(state.size, 8);
+    QCOMPARE(readWholeFile(songName, 7, content), ReadResult::TooLarge);
+    QVERIFY(content.isEmpty());
+}
+
+void TestFileReading::tellsWhyAFileIsNotRead()
+{
+    QVERIFY(QFile::link(u"loop"_s, u"loop"_s));
+    QCOMPARE(::mkfifo("pipe.mid", 0600), 0);
+    const auto refusal = [](const QString &path, FileKind kind) {
+        QByteArray content("left over");
+        FileState state;
+        const ReadResult result = readWholeFile(path, 1 << 20, content, &state);
+        return state.kind == kind && content.isEmpty() ? result : ReadResult::Done;
+    };
+    QCOMPARE(refusal(u"missing.mid"_s, FileKind::Missing), ReadResult::NotOpened);
+    QCOMPARE(refusal(u"loop"_s, FileKind::Unreachable), ReadResult::NotOpened);
+    QCOMPARE(refusal(u"."_s, FileKind::Folder), ReadResult::NoPlainFile);
+    QCOMPARE(refusal(u"pipe.mid"_s, FileKind::Other), ReadResult::NoPlainFile);
+    QCOMPARE(refusal(u"/dev/zero"_s, FileKind::Other), ReadResult::NoPlainFile);
+    QByteArray content("left over");
+    QCOMPARE(readWholeFile(PlainFile(), 1 << 20, content), ReadResult::NotOpened);
+    QVERIFY(content.isEmpty());
+}
+
+void TestFileReading::refusesAFileThatChangesItsSize()
+{
+    for (const qint64 size : {7, 9}) {
+        QFile file(u"growing.mid"_s);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        QCOMPARE(file.write("MThd1234"), 8);
+        QVERIFY(file.flush());
+        PlainFile open;
+        QVERIFY(open.open(file.fileName()));
+        QVERIFY(file.resize(size));
+        QByteArray content("left over");
+        QCOMPARE(readWholeFile(open, 1 << 20, content), ReadResult::CutShort);
+        QVERIFY(content.isEmpty());
+    }
+}
+
+void TestFileReading::readsPiecesOfAnOpenFile()
+{
+    PlainFile file;
+    QByteArray bytes("left over");
+    QVERIFY(!file.read(0, 0, bytes) && bytes.isEmpty());
+    QVERIFY(file.open(songName));
+    QVERIFY(file.isOpen() && file.handle() >= 0);
+    QCOMPARE(file.size(), 8);
+    QVERIFY(file.state() == fileState(songName));
+    QVERIFY(file.read(4, 4, bytes));
+    QCOMPARE(bytes, QByteArray("1234"));
+    QVERIFY(file.read(8, 0, bytes) && bytes.isEmpty());
+    for (const auto &[pos, count] : {std::pair<qint64, qsizetype>{4, 5},
+                                     {9, 0},
+                                     {-1, 1},
+                                     {0, -1},
+                                     {1, std::numeric_limits<qsizetype>::max()}}) {
+        bytes = "left over";
+        QVERIFY(!file.read(pos, count, bytes));
+        QVERIFY(bytes.isEmpty());
+    }
+    QVERIFY(!file.open(u"."_s));
+    QVERIFY(!file.isOpen() && file.handle() == -1);
+}
+
+void TestFileReading::keepsReadingTheFileThatWasOpened()
+{
+    QVERIFY(QFile::copy(songName, u"swapped.mid"_s));
+    PlainFile file;
+    QVERIFY(file.open(u"swapped.mid"_s));
+    QVERIFY(QFile::remove(u"swapped.mid"_s));
+    QCOMPARE(::mkfifo("swapped.mid", 0600), 0);
+    QByteArray bytes;
+    QVERIFY(file.read(0, 8, bytes));
+    QCOMPARE(bytes, QByteArray("MThd1234"));
+    QVERIFY(file.state() != fileState(u"swapped.mid"_s));
 }
 
 void TestFileReading::readsTheStartAndTellsTheState()
@@ -74,7 +159,7 @@ void TestFileReading::readsAllOfAShortFile()
 void TestFileReading::readsOnlyPlainFiles()
 {
     QByteArray start("left over");
-    FileState state{FileKind::Regular, 1};
+    FileState state = fileState(songName);
     QVERIFY(!readFileStart(u"missing.mid"_s, 4, start, state));
     QCOMPARE(state.kind, FileKind::Missing);
     QVERIFY(start.isEmpty());

@@ -26,6 +26,7 @@ private slots:
     void namesCannotForgeALine_data();
     void namesCannotForgeALine();
     void hasAReasonForEverything();
+    void tellsOfFilesThatCannotBeTrusted();
 };
 
 void TestRunReport::isEmptyAtFirst()
@@ -149,6 +150,18 @@ void TestRunReport::hasAReasonForEverything()
         texts.insert(RunReport::reasonText(static_cast<Reason>(reason)));
     QVERIFY(!texts.contains(QString()));
     QCOMPARE(texts.size(), static_cast<int>(Reason::ListFailed) + 1);
+}
+
+void TestRunReport::tellsOfFilesThatCannotBeTrusted()
+{
+    RunReport report(Run::Edit);
+    report.add(Lack::Read, QStringLiteral("/a.mid"), Reason::CutShort);
+    report.add(Lack::Saved, QStringLiteral("/b.mid"), Reason::ChangedMeanwhile);
+    QCOMPARE(
+        report.text(),
+        QStringLiteral("Modifica: 2 non riuscite\n"
+                       "Non letta (non è stato possibile leggere il file fino alla fine): /a.mid\n"
+                       "Non salvata (nel frattempo un altro programma l'ha cambiata): /b.mid\n"));
 }
 
 BRISEL_TEST(QCoreApplication, TestRunReport)

@@ -48,6 +48,15 @@ int openAt(int base, const char *path, int flags, mode_t mode)
     return handle;
 }
 
+ssize_t countedRead(int handle, ssize_t count)
+{
+    if (isOpened(handle)) {
+        ++counted.reads;
+        counted.bytes += count > 0 ? count : 0;
+    }
+    return count;
+}
+
 void ask(const char *path)
 {
     counted.asked += isBelow(path) ? 1 : 0;
@@ -75,12 +84,17 @@ extern "C" {
 
 ssize_t read(int handle, void *data, size_t size)
 {
-    const ssize_t count = ::syscall(SYS_read, handle, data, size);
-    if (isOpened(handle)) {
-        ++counted.reads;
-        counted.bytes += count > 0 ? count : 0;
-    }
-    return count;
+    return countedRead(handle, ::syscall(SYS_read, handle, data, size));
+}
+
+ssize_t pread(int handle, void *data, size_t size, off_t offset)
+{
+    return countedRead(handle, ::syscall(SYS_pread64, handle, data, size, offset));
+}
+
+ssize_t pread64(int handle, void *data, size_t size, off64_t offset)
+{
+    return pread(handle, data, size, offset);
 }
 
 int fstatat(int base, const char *path, struct stat *entry, int flags) noexcept

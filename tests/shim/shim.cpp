@@ -145,6 +145,14 @@ ssize_t writeCounted(int handle, size_t size, Write write)
     return write(isShort ? size / 2 : size);
 }
 
+/// Adds up the \a count bytes that a read has given.
+ssize_t countedRead(int handle, ssize_t count)
+{
+    if (count > 0 && Watched(handle))
+        readBytes += count;
+    return count;
+}
+
 int changeCounted(const char *step, const Watched &file, bool takesRoom, long (*call)(void *),
                   void *arguments)
 {
@@ -239,10 +247,17 @@ int creat(const char *path, mode_t mode)
 
 ssize_t read(int handle, void *data, size_t size)
 {
-    const ssize_t count = ::syscall(SYS_read, handle, data, size);
-    if (count > 0 && Watched(handle))
-        readBytes += count;
-    return count;
+    return countedRead(handle, ::syscall(SYS_read, handle, data, size));
+}
+
+ssize_t pread(int handle, void *data, size_t size, off_t offset)
+{
+    return countedRead(handle, ::syscall(SYS_pread64, handle, data, size, offset));
+}
+
+ssize_t pread64(int handle, void *data, size_t size, off64_t offset)
+{
+    return pread(handle, data, size, offset);
 }
 
 ssize_t write(int handle, const void *data, size_t size)

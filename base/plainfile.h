@@ -1,0 +1,46 @@
+#pragma once
+
+#include "base/fileidentity.h"
+
+#include <QByteArray>
+#include <QString>
+
+#ifndef Q_OS_UNIX
+#include <QFile>
+#endif
+
+/// A plain file that is open for reading, and nothing else: what a name has become since the last
+/// look (a FIFO, a device, a folder) is noticed by what was opened, and is closed again at once.
+class PlainFile
+{
+public:
+    PlainFile() = default;
+    ~PlainFile() { close(); }
+    PlainFile(const PlainFile &) = delete;
+    PlainFile &operator=(const PlainFile &) = delete;
+
+    /// Opens the file at \a path, links followed, without waiting for anything. False when no
+    /// plain file could be opened there. A file that was open before is closed.
+    bool open(const QString &path);
+    void close();
+    bool isOpen() const;
+
+    /// The file as it was when it was opened; when it could not be opened, what stands there.
+    const FileState &state() const { return m_state; }
+    qint64 size() const { return m_state.size; } ///< bytes, when it was opened
+    /// Reads exactly \a count bytes from \a pos on. False when fewer came, or when they don't lie
+    /// within size(): \a bytes is empty then.
+    bool read(qint64 pos, qsizetype count, QByteArray &bytes) const;
+    /// True when the file still is as long as when it was opened.
+    bool keepsItsSize() const;
+    /// The system's handle, -1 when nothing is open; it stays the object's own.
+    int handle() const;
+
+private:
+    FileState m_state;
+#ifdef Q_OS_UNIX
+    int m_handle = -1;
+#else
+    mutable QFile m_file;
+#endif
+};
