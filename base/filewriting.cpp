@@ -1,6 +1,8 @@
 #include "base/filewriting.h"
 
-#include "base/fileidentity.h"
+#include "base/fileattributes.h"
+#include "base/overwriting.h"
+#include "base/plainfile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -28,16 +30,6 @@ bool flushToDisk(QFileDevice &file)
 #endif
 }
 
-/// Overwrites a file without emptying it first: what it occupies stays its own, so that the way
-/// back needs no room.
-bool writeInPlace(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered) &&
-           writeAll(file, content) && file.resize(content.size()) &&
-           finishWriting(file, content.size());
-}
-
 /// Opens a new file in \a folder. Its name has nothing of the song's: those may be as long as the
 /// system allows, and no player shows what a cut has left.
 bool openFreeName(QFile &file, const QString &folder)
@@ -46,28 +38,12 @@ bool openFreeName(QFile &file, const QString &folder)
     for (int attempt = 1; attempt <= maxAttempts; ++attempt) {
         const QString number = QString::number(attempt);
         file.setFileName(QStringLiteral("%1/.brisel-save-%2.tmp").arg(folder, number));
-        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+        if (file.open(QIODevice::ReadWrite | QIODevice::NewOnly | QIODevice::Unbuffered))
             return true;
         const QFileInfo entry(file.fileName());
         if (!entry.exists() && !entry.isSymLink())
             return false;
     }
-    return false;
-}
-
-/// The old content is kept at hand for the way back.
-bool overwriteKeepingOld(const QString &path, const QByteArray &content)
-{
-    QFile old(path);
-    if (!old.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray oldContent = old.readAll();
-    if (old.error() != QFileDevice::NoError || oldContent.size() != old.size())
-        return false;
-    old.close();
-    if (writeInPlace(path, content))
-        return true;
-    writeInPlace(path, oldContent);
     return false;
 }
 
@@ -79,40 +55,70 @@ std::error_code renameEntry(const QString &from, const QString &to)
     return error;
 }
 
-bool writeBeside(const QString &path, const QByteArray &content)
+/// \a target is the file that \a path leads to.
+WriteResult writeBeside(const QString &path, const QString &target, const QByteArray &content,
+                        const FileState *expected)
 {
-    const QFileInfo old(path);
+    const QString folder = QFileInfo(target).absolutePath();
     QFile file;
-    if (!openFreeName(file, old.absolutePath()))
-        return false;
-    if (old.exists())
-        file.setPermissions(old.permissions());
-    if (writeAll(file, content) && finishWriting(file, content.size()) &&
-        !renameEntry(file.fileName(), path))
-        return flushFolder(old.absolutePath());
+    if (!openFreeName(file, folder))
+        return WriteResult::Failed;
+    if (PlainFile old; old.open(target))
+        keepAttributes(old.handle(), file.handle());
+    else if (QFile::exists(target))
+        file.setPermissions(QFile::permissions(target));
+    const bool isWhole = writeAll(file, content) && finishWriting(file, content.size());
+    const bool isChanged = expected != nullptr && fileState(path) != *expected;
+    if (isWhole && !isChanged && !renameEntry(file.fileName(), target))
+        return flushFolder(folder) ? WriteResult::Done : WriteResult::Failed;
     file.remove();
-    return false;
+    return isChanged ? WriteResult::Changed : WriteResult::Failed;
+}
+
+/// Like writeBeside(), for a file that keeps its other names.
+WriteResult writeThrough(const QString &target, const QByteArray &content,
+                         const FileState *expected)
+{
+    QFile copy;
+    if (!openFreeName(copy, QFileInfo(target).absolutePath()))
+        return WriteResult::Failed;
+    return overwriteKeepingCopy(target, copy, expected, [&content](QFile &file) {
+        return writeAll(file, content) && finishOverwriting(file, content.size());
+    });
+}
+
+WriteResult replace(const QString &path, const QByteArray &content, const FileState *expected)
+{
+    const FileState found = fileState(path);
+    if (expected != nullptr && found != *expected)
+        return WriteResult::Changed;
+    const bool isThere = found.kind == FileKind::Regular;
+    const QFileInfo entry(path);
+    if (!isThere && (found.kind != FileKind::Missing || entry.isSymLink()))
+        return WriteResult::Failed;
+    const QString target = isThere ? entry.canonicalFilePath() : path;
+    if (isThere && !QFileInfo(target).isWritable())
+        return WriteResult::Failed;
+
+    // A folder without room for a new file is another matter: what stands there must not be
+    // overwritten.
+    if (!QFileInfo(QFileInfo(target).absolutePath()).isWritable())
+        return isThere ? overwriteFromMemory(target, content, expected) : WriteResult::Failed;
+    return isThere && hasOtherNames(target) ? writeThrough(target, content, expected)
+                                            : writeBeside(path, target, content, expected);
 }
 
 } // namespace
 
 bool replaceFile(const QString &path, const QByteArray &content)
 {
-    const FileKind kind = fileKind(path);
-    if (kind != FileKind::Regular && kind != FileKind::Missing)
-        return false;
-    const QFileInfo entry(path);
-    if (kind == FileKind::Missing && entry.isSymLink())
-        return false;
-    const QString target = kind == FileKind::Regular ? entry.canonicalFilePath() : path;
-    if (kind == FileKind::Regular && !QFileInfo(target).isWritable())
-        return false;
+    return replace(path, content, nullptr) == WriteResult::Done;
+}
 
-    // A folder without room for a new file is another matter: what stands there must not be
-    // overwritten.
-    if (!QFileInfo(QFileInfo(target).absolutePath()).isWritable())
-        return kind == FileKind::Regular && overwriteKeepingOld(target, content);
-    return writeBeside(target, content);
+WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
+                             const FileState &expected)
+{
+    return replace(path, content, &expected);
 }
 
 bool writeAll(QFileDevice &file, const QByteArray &data)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/fileidentity.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -7,13 +9,26 @@ class QFileDevice;
 
 /// Writing that notices a full disk and never leaves half a file under a file's own name.
 
+enum class WriteResult {
+    Done,
+    Failed,
+    Changed, ///< what stands there is no longer what was expected
+};
+
 /// Replaces the content of \a path, or creates the file: the new content is written beside it,
 /// flushed to the disk and put in its place in one step. Permissions and the target of a symbolic
-/// link stay. Where the folder allows no new file the content is written in place; when that fails
-/// the old content is put back. False when it failed:
-/// the file holds its old content then, or, when only the folder could not be flushed to the disk,
-/// the new one. Refuses whatever is not a plain file.
+/// link stay, and so do owner, group, extended attributes and the attributes of FAT where the
+/// system lets them. A file with other names (hard links) keeps them: it is written in place, while
+/// a copy of the old content lies beside it. Where the folder allows no new file the content is
+/// written in place with the old one in memory. When writing in place fails the old content is put
+/// back. False when it failed: the file holds its old content then, or, when only the folder could
+/// not be flushed to the disk, the new one. Refuses whatever is not a plain file.
 bool replaceFile(const QString &path, const QByteArray &content);
+
+/// The same, but Changed when what stands at \a path is not, or immediately before the last step
+/// no longer is, what \a expected says: nothing is touched then and nothing left beside it.
+WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
+                             const FileState &expected);
 
 /// Writes all of \a data; false when the device took less.
 bool writeAll(QFileDevice &file, const QByteArray &data);

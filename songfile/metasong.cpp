@@ -299,7 +299,13 @@ bool MetaSong::isWholeInMemory() const
 
 bool MetaSong::saveMp3(const QString &path)
 {
-    if (!rewriteMp3(path, m_mp3Header.stream(), m_mp3Header.getAudioDataStartPos()))
+    PlainFile song;
+    if (!song.open(path)) {
+        debug() << "[MetaSong::saveToFile] Impossible to read from file.";
+        return false;
+    }
+    if (rewriteMp3(path, song, m_mp3Header.stream(), m_mp3Header.getAudioDataStartPos()) !=
+        WriteResult::Done)
         return false;
     m_mp3Header.noteSaved();
     return true;

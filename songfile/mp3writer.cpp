@@ -1,12 +1,15 @@
 #include "songfile/mp3writer.h"
 
 #include "base/debugstream.h"
-#include "base/fileidentity.h"
-#include "base/filewriting.h"
+#include "base/fileattributes.h"
+#include "base/filecopying.h"
+#include "base/overwriting.h"
 #include "songfile/mp3header.h"
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -23,16 +26,14 @@ QString temporaryPath(const QString &song, int attempt)
 }
 
 /// Creates a file that was not there before: somebody's own ".tmp" is never overwritten.
-bool createTemporary(QFile &file, const QFile &song)
+bool createTemporary(QFile &file, const QString &song)
 {
     constexpr int maxAttempts = 1000;
+    const QFile::Permissions own = QFile::ReadOwner | QFile::WriteOwner;
     for (int attempt = 0; attempt < maxAttempts; ++attempt) {
-        file.setFileName(temporaryPath(song.fileName(), attempt));
-        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
-                      song.permissions())) {
-            file.setPermissions(song.permissions());
+        file.setFileName(temporaryPath(song, attempt));
+        if (file.open(QIODevice::ReadWrite | QIODevice::NewOnly | QIODevice::Unbuffered, own))
             return true;
-        }
         const QFileInfo entry(file.fileName());
         if (!entry.exists() && !entry.isSymLink())
             return false;
@@ -40,76 +41,66 @@ bool createTemporary(QFile &file, const QFile &song)
     return false;
 }
 
-/// A tag may say that it ends up to its header's size behind the file; a song that is shorter than
-/// that is not the one that was loaded.
-bool seekAudio(QFile &song, qint64 audioStart)
-{
-    return song.size() + Mp3Header::tagHeaderSize >= audioStart && song.seek(audioStart);
-}
-
-/// Copies what is left of \a song; returns the bytes copied or -1. A song that has become shorter
-/// meanwhile is an error.
-qint64 copyAudio(QFile &song, QFile &target)
-{
-    constexpr qint64 blockSize = 100000;
-    const qint64 expected = song.size() - song.pos();
-    QByteArray block(blockSize, Qt::Uninitialized);
-    qint64 copied = 0;
-    for (;;) {
-        const qint64 got = song.read(block.data(), blockSize);
-        if (got < 0)
-            return -1;
-        if (got == 0)
-            return copied >= expected ? copied : -1;
-        if (target.write(block.constData(), got) != got)
-            return -1;
-        copied += got;
-    }
-}
-
-/// Fills the temporary file. Logs what failed.
-bool writeSong(QFile &song, QFile &target, const QByteArray &tag, qint64 audioStart)
+/// Writes the tag, and behind it the audio of the open file \a song of \a size bytes. Logs what
+/// failed.
+bool writeSong(int song, qint64 size, QFile &target, const QByteArray &tag, qint64 audioStart)
 {
     if (!writeAll(target, tag)) {
         debug() << "[MetaSong::saveToFile] Impossible to write to file.";
         return false;
     }
-    if (!seekAudio(song, audioStart)) {
+    // A tag may say that it ends up to its header's size behind the file; a song that is shorter
+    // than that is not the one that was loaded.
+    if (audioStart < 0 || size + Mp3Header::tagHeaderSize < audioStart) {
         debug() << "[MetaSong::saveToFile] Impossible to seek file.";
         return false;
     }
-    const qint64 copied = copyAudio(song, target);
-    if (copied < 0 || !finishWriting(target, tag.size() + copied)) {
+    const qint64 audio = std::max<qint64>(size - audioStart, 0);
+    if (copyRest(song, size - audio, audio, target.handle()) != CopyResult::Done ||
+        !finishOverwriting(target, tag.size() + audio)) {
         debug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
         return false;
     }
     return true;
 }
 
+/// Like rewriteMp3(), for a song that keeps its other names; \a copy gets the old one.
+WriteResult rewriteInPlace(const QString &place, QFile &copy, const PlainFile &song,
+                           const QByteArray &tag, qint64 audioStart)
+{
+    bool isCopied = false;
+    const auto write = [&](QFile &file) {
+        isCopied = true;
+        return writeSong(copy.handle(), song.size(), file, tag, audioStart);
+    };
+    const WriteResult result = overwriteKeepingCopy(place, copy, &song.state(), write);
+    if (result == WriteResult::Failed && !isCopied)
+        debug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
+    return result;
+}
+
 } // namespace
 
-bool rewriteMp3(const QString &path, const QByteArray &tag, qint64 audioStart)
+WriteResult rewriteMp3(const QString &path, const PlainFile &song, const QByteArray &tag,
+                       qint64 audioStart)
 {
-    QFile song(QFileInfo(path).canonicalFilePath());
-    if (!isRegularFile(path) || !song.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        debug() << "[MetaSong::saveToFile] Impossible to read from file.";
-        return false;
-    }
+    const QString place = QFileInfo(path).canonicalFilePath();
     QFile target;
-    if (!createTemporary(target, song)) {
+    if (!createTemporary(target, place)) {
         debug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
                    "protected? Aborting!";
-        return false;
+        return WriteResult::Failed;
     }
-    if (!writeSong(song, target, tag, audioStart)) {
-        target.remove();
-        return false;
-    }
+    if (hasOtherNames(place))
+        return rewriteInPlace(place, target, song, tag, audioStart);
+    keepAttributes(song.handle(), target.handle());
+    const bool isWritten = writeSong(song.handle(), song.size(), target, tag, audioStart);
     target.close();
-    song.close();
-    if (moveOver(target.fileName(), song.fileName()))
-        return true;
-    if (song.exists())
+    const bool isChanged = fileState(path) != song.state();
+    if (isWritten && !isChanged && moveOver(target.fileName(), place))
+        return WriteResult::Done;
+    // Where the old song had to be deleted first, the temporary file is all that is left of it.
+    if (!isWritten || isChanged || QFile::exists(place))
         target.remove();
-    return false;
+    return isWritten && isChanged ? WriteResult::Changed : WriteResult::Failed;
 }

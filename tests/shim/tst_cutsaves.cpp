@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -50,22 +51,29 @@ struct Job {
     Files before;
     bool saysMessage = false; ///< a failure is logged as a message of the song file
     bool replaces = true;     ///< the system can rename a file to the name of another one
+    QString otherName = {};   ///< a second name of the song, as a hard link
 };
 
 struct Outcome {
     bool killed = false;
     bool saidTrue = false;
+    bool diskStaysFull = false; ///< what was begun can't even be undone
     int steps = 0;
     QByteArray log;
     QList<QByteArray> trace; ///< a line for each step
     Files files;
 };
 
-void makeFiles(const QString &folder, const Files &files)
+void makeFiles(const QString &folder, const Job &job)
 {
     QDir().mkpath(folder);
-    for (auto file = files.cbegin(); file != files.cend(); ++file)
+    for (auto file = job.before.cbegin(); file != job.before.cend(); ++file)
         makeFile(folder + u'/' + file.key(), file.value());
+    const QString other = folder + u'/' + job.otherName;
+    const QString song = QString(job.arguments.last()).replace(u"%1"_s, folder);
+    if (!job.otherName.isEmpty() &&
+        (::unlink(qPrintable(other)) != 0 || ::link(qPrintable(song), qPrintable(other)) != 0))
+        qFatal("can't link %s", qPrintable(other));
 }
 
 /// Runs the worker on \a folder until its end.
@@ -96,7 +104,7 @@ Outcome run(const Job &job, int number, const char *action)
 {
     const QTemporaryDir home;
     const QString folder = home.filePath(u"work"_s);
-    makeFiles(folder, job.before);
+    makeFiles(folder, job);
     const QString count = home.filePath(u"count"_s);
     const QString trace = home.filePath(u"trace"_s);
     makeFile(count, QByteArray(sizeof(int), '\0'));
@@ -111,6 +119,7 @@ Outcome run(const Job &job, int number, const char *action)
     if (!job.replaces)
         environment.insert(u"BRISEL_SHIM_NO_REPLACE"_s, u"1"_s);
     Outcome outcome = runWorker(job, folder, environment);
+    outcome.diskStaysFull = std::strcmp(action, "enospc") == 0;
     outcome.trace = fileContent(trace).trimmed().split('\n');
     std::memcpy(&outcome.steps, fileContent(count).constData(), sizeof(int));
     return outcome;
@@ -125,7 +134,7 @@ Outcome runInRoom(const Job &job, qint64 room)
     const QString folder = home.filePath(u"work"_s);
     QDir().mkpath(folder);
     const SmallDisk disk(folder, diskSize);
-    makeFiles(folder, job.before);
+    makeFiles(folder, job);
     const QString filler = folder + u"/filler"_s;
     Outcome outcome;
     if (disk.isMounted()) {
@@ -166,26 +175,31 @@ bool isLeftOver(const QString &name)
 }
 
 /// What is wrong in the folder after \a outcome; empty when nothing is. \a after: the files after
-/// a run without a fault.
-/// \a step is the one that went wrong.
+/// a run without a fault. \a step is the one that went wrong.
 QString problemOf(const Job &job, const Outcome &outcome, const Files &after,
                   const QByteArray &step)
 {
     Files left = outcome.files;
     Files known = job.before;
     known.insert(after);
+    QStringList spares;
     for (const QString &name : known.keys()) {
         const bool isThere = left.contains(name);
         const QByteArray content = left.take(name);
         const bool isOld = isThere == job.before.contains(name) && content == job.before[name];
         const bool isNew = isThere == after.contains(name) && content == after[name];
-        const QString spare = isThere || job.replaces ? QString() : left.key(after[name]);
-        left.remove(spare); // all that is left of the song, and whole
+        // All that is left of the song, and whole: the new one, or of a linked one the old one.
+        QString spare = isThere || job.replaces ? QString() : left.key(after[name]);
+        if (!job.otherName.isEmpty() && (outcome.killed || outcome.diskStaysFull))
+            spare = left.key(job.before[name]);
+        spares.append(spare);
         if (!isOld && !isNew && spare.isEmpty())
             return u"neither old nor new: "_s + name;
         if (outcome.saidTrue && !isNew)
             return u"said to be new, but is old: "_s + name;
     }
+    for (const QString &spare : spares)
+        left.remove(spare);
     for (auto file = left.cbegin(); file != left.cend(); ++file) {
         if (!(outcome.killed || step == "unlink") || !isLeftOver(file.key()))
             return u"left behind: "_s + file.key();
@@ -253,6 +267,15 @@ void TestCutSaves::initTestCase()
     save(u"MP3"_s, u"song.mp3"_s, mp3Song("Old"));
     save(u"MP3, delete and rename"_s, u"song.mp3"_s, mp3Song("Old"));
     m_jobs[u"MP3, delete and rename"_s].replaces = false;
+    const auto saveLinked = [&](const QString &row, const QString &extension) {
+        const QString otherName = u"z-other-name."_s + extension;
+        const QByteArray content = extension == u"mp3"_s ? mp3Song("Old") : midiSong("Old");
+        save(row, u"song."_s + extension, content);
+        m_jobs[row].before.insert(otherName, content);
+        m_jobs[row].otherName = otherName;
+    };
+    saveLinked(u"MIDI, hard-linked"_s, u"mid"_s);
+    saveLinked(u"MP3, hard-linked"_s, u"mp3"_s);
     m_jobs.insert(u"copy"_s, Job{{u"copy"_s, u"%1/CARD"_s, u"%1/new.mid"_s, u"%1/song.mp3"_s},
                                  {{u"new.mid"_s, midiSong("New")},
                                   {u"song.mp3"_s, mp3Song("New")},

@@ -1,0 +1,101 @@
+#include "base/fileattributes.h"
+
+#include <QByteArray>
+#include <QList>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+#ifdef Q_OS_LINUX
+#include <linux/msdos_fs.h>
+#include <sys/ioctl.h>
+#include <sys/xattr.h>
+#endif
+
+namespace
+{
+
+#ifdef Q_OS_UNIX
+
+void keepOwner(int from, int to)
+{
+    struct stat old {
+    };
+    if (::fstat(from, &old) != 0)
+        return;
+    // A user may give a file to another of the own groups, but to nobody else.
+    constexpr auto same = static_cast<uid_t>(-1);
+    if (::fchown(to, old.st_uid, old.st_gid) != 0)
+        (void)!::fchown(to, same, old.st_gid);
+}
+
+#endif
+#ifdef Q_OS_LINUX
+
+void keepExtendedAttributes(int from, int to)
+{
+    constexpr qsizetype most = 1 << 16; // bytes: no system takes longer lists or values
+    constexpr char accessList[] = "system.posix_acl_access";
+    QByteArray list(most, '\0');
+    const ssize_t length = ::flistxattr(from, list.data(), most);
+    if (length < 0)
+        return;
+    list.truncate(length);
+    const QList<QByteArray> names = list.split('\0');
+    // The folder may have given the new file a list that the old one does not have.
+    if (!names.contains(accessList))
+        ::fremovexattr(to, accessList);
+    QByteArray value(most, '\0');
+    for (const QByteArray &name : names) {
+        const ssize_t size =
+            name.isEmpty() ? -1 : ::fgetxattr(from, name.constData(), value.data(), most);
+        if (size >= 0)
+            ::fsetxattr(to, name.constData(), value.constData(), static_cast<size_t>(size), 0);
+    }
+}
+
+void keepFatAttributes(int from, int to)
+{
+    constexpr __u32 kept = ATTR_HIDDEN | ATTR_SYS;
+    __u32 old = 0;
+    __u32 now = 0;
+    if (::ioctl(from, FAT_IOCTL_GET_ATTRIBUTES, &old) != 0 ||
+        ::ioctl(to, FAT_IOCTL_GET_ATTRIBUTES, &now) != 0)
+        return;
+    __u32 wanted = (now & ~kept) | (old & kept);
+    if (wanted != now)
+        ::ioctl(to, FAT_IOCTL_SET_ATTRIBUTES, &wanted);
+}
+
+#endif
+
+} // namespace
+
+void keepAttributes(int from, int to)
+{
+#ifdef Q_OS_UNIX
+    keepOwner(from, to);
+#endif
+#ifdef Q_OS_LINUX
+    keepExtendedAttributes(from, to);
+#endif
+    // Another owner or a list has changed them.
+    keepPermissions(from, to);
+#ifdef Q_OS_LINUX
+    keepFatAttributes(from, to);
+#endif
+}
+
+void keepPermissions(int from, int to)
+{
+#ifdef Q_OS_UNIX
+    struct stat old {
+    };
+    if (::fstat(from, &old) == 0)
+        ::fchmod(to, old.st_mode & 0777);
+#else
+    Q_UNUSED(from)
+    Q_UNUSED(to)
+#endif
+}

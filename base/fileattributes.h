@@ -1,0 +1,12 @@
+#pragma once
+
+/// What a file has besides its content and its times. All of it by descriptor, so that no name can
+/// lead elsewhere; on systems without these things nothing happens.
+
+/// Gives the open file \a to what the open file \a from has: owner and group, extended attributes
+/// and access control lists, permissions, and FAT's hidden and system attributes. What the system
+/// refuses stays as it is.
+void keepAttributes(int from, int to);
+
+/// Gives \a to the permissions of \a from alone.
+void keepPermissions(int from, int to);

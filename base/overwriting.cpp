@@ -1,0 +1,117 @@
+#include "base/overwriting.h"
+
+#include "base/fileattributes.h"
+#include "base/filecopying.h"
+#include "base/filereading.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <filesystem>
+#include <limits>
+#include <system_error>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace
+{
+
+/// Opens the plain file at \a path without waiting and without emptying it: what it occupies stays
+/// its own, so that the way back needs no room.
+bool openToOverwrite(QFile &file, const QString &path)
+{
+    const QIODevice::OpenMode mode = QIODevice::ReadWrite | QIODevice::Unbuffered;
+#ifdef Q_OS_UNIX
+    const int handle =
+        ::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    if (fileState(handle).kind == FileKind::Regular &&
+        file.open(handle, mode, QFileDevice::AutoCloseHandle))
+        return true;
+    ::close(handle);
+    return false;
+#else
+    file.setFileName(path);
+    return isRegularFile(path) && file.open(mode | QIODevice::ExistingOnly);
+#endif
+}
+
+bool writeFromStart(QFile &file, const ContentWriter &write)
+{
+    return file.seek(0) && write(file);
+}
+
+} // namespace
+
+bool hasOtherNames(const QString &path)
+{
+    std::error_code error;
+    const auto names =
+        std::filesystem::hard_link_count(QFileInfo(path).filesystemAbsoluteFilePath(), error);
+    return !error && names > 1;
+}
+
+bool finishOverwriting(QFile &file, qint64 size)
+{
+    return (file.size() <= size || file.resize(size)) && finishWriting(file, size);
+}
+
+WriteResult overwriteKeepingCopy(const QString &path, QFile &copy, const FileState *expected,
+                                 const ContentWriter &write)
+{
+    const QString folder = QFileInfo(copy.fileName()).absolutePath();
+    const auto end = [&copy](WriteResult result) {
+        copy.remove();
+        return result;
+    };
+    QFile file;
+    if (!openToOverwrite(file, path))
+        return end(WriteResult::Failed);
+    const FileState before = fileState(file.handle());
+    if (expected != nullptr && before != *expected)
+        return end(WriteResult::Changed);
+    keepAttributes(file.handle(), copy.handle());
+    if (copyRest(file.handle(), 0, before.size, copy.handle()) != CopyResult::Done ||
+        !finishWriting(copy, before.size) || !flushFolder(folder))
+        return end(WriteResult::Failed);
+    if (fileState(path) != before)
+        return end(WriteResult::Changed);
+    const bool isWritten = writeFromStart(file, write);
+    const auto putBack = [&](QFile &target) {
+        return copyRest(copy.handle(), 0, before.size, target.handle()) == CopyResult::Done &&
+               finishOverwriting(target, before.size);
+    };
+    if (!isWritten && !writeFromStart(file, putBack))
+        return WriteResult::Failed;
+    copy.remove();
+    flushFolder(folder);
+    return isWritten ? WriteResult::Done : WriteResult::Failed;
+}
+
+WriteResult overwriteFromMemory(const QString &path, const QByteArray &content,
+                                const FileState *expected)
+{
+    QByteArray old;
+    FileState before;
+    constexpr qint64 most = std::numeric_limits<qsizetype>::max();
+    if (readWholeFile(path, most, old, &before) != ReadResult::Done)
+        return WriteResult::Failed;
+    QFile file;
+    if (!openToOverwrite(file, path))
+        return WriteResult::Failed;
+    if ((expected != nullptr && before != *expected) || fileState(file.handle()) != before)
+        return WriteResult::Changed;
+    const auto writing = [](const QByteArray &bytes) {
+        return [&bytes](QFile &target) {
+            return writeAll(target, bytes) && finishOverwriting(target, bytes.size());
+        };
+    };
+    if (writeFromStart(file, writing(content)))
+        return WriteResult::Done;
+    writeFromStart(file, writing(old));
+    return WriteResult::Failed;
+}
