@@ -8,11 +8,7 @@
 namespace
 {
 
-/// How an event of the kind begins whose delta-time is the single byte 0, or ends with it.
-QByteArray patternOf(const MetaKind &kind)
-{
-    return QByteArray("\0\xFF", 2) + kind.type;
-}
+constexpr qsizetype patternSize = 3; ///< a delta-time of 0 or its last byte, FF, the type
 
 bool hasSubType(const MetaKind &kind)
 {
@@ -33,15 +29,22 @@ HeadEventSearch::HeadEventSearch(const QByteArray &stream, qsizetype start, qint
 {
 }
 
-qsizetype HeadEventSearch::indexOf(const QByteArray &pattern, qsizetype from) const
+qsizetype HeadEventSearch::indexOf(const MetaKind &kind, qsizetype from) const
 {
-    const qsizetype hit = m_stream.indexOf(pattern, from);
-    return hit < m_end ? hit : -1;
+    // By its rarest byte: that is looked for many at a time.
+    constexpr char metaEvent = '\xFF';
+    qsizetype hit = m_stream.indexOf(metaEvent, from + 1);
+    for (; hit >= 0 && hit <= m_end && hit + 1 < m_stream.size();
+         hit = m_stream.indexOf(metaEvent, hit + 1)) {
+        if (m_stream.at(hit - 1) == 0 && m_stream.at(hit + 1) == kind.type)
+            return hit - 1;
+    }
+    return -1;
 }
 
 bool HeadEventSearch::mayHold(const MetaKind &kind) const
 {
-    return indexOf(patternOf(kind), m_start) >= 0;
+    return indexOf(kind, m_start) >= 0;
 }
 
 bool HeadEventSearch::isWalkable() const
@@ -55,17 +58,16 @@ bool HeadEventSearch::isWalkable() const
 QList<HeadEvent> HeadEventSearch::walked(const MetaKind &kind, bool onlyFirst) const
 {
     QList<HeadEvent> events;
-    const QByteArray pattern = patternOf(kind);
     MidiTrackWalk walk(QByteArrayView(m_stream).first(m_end), m_start);
     bool isAtTickZero = true;
-    // What is looked for holds the pattern: behind its last place no walk is needed.
-    qsizetype hit = indexOf(pattern, m_start);
+    // What is looked for has these bytes: behind their last place no walk is needed.
+    qsizetype hit = indexOf(kind, m_start);
     while (hit >= 0 && walk.next()) {
         const MidiEvent &event = walk.event();
         isAtTickZero = isAtTickZero && event.delta == 0;
         if (event.end <= hit)
             continue;
-        hit = indexOf(pattern, event.end);
+        hit = indexOf(kind, event.end);
         if (event.delta != 0 || !isOfKind(m_stream, event, kind))
             continue;
         events.append(
@@ -79,21 +81,20 @@ QList<HeadEvent> HeadEventSearch::walked(const MetaKind &kind, bool onlyFirst) c
 QList<HeadEvent> HeadEventSearch::matched(const MetaKind &kind, bool onlyFirst) const
 {
     QList<HeadEvent> events;
-    const QByteArray pattern = patternOf(kind);
-    const qsizetype header = pattern.size() + 1;
-    qsizetype hit = indexOf(pattern, m_start);
+    const qsizetype header = patternSize + 1;
+    qsizetype hit = indexOf(kind, m_start);
     while (hit >= 0) {
         // A length that would not lead forward, as a signed byte below -3, is no event. One that
         // leads behind the track ends with it.
         const qsizetype length =
-            std::min<qsizetype>(signedByteAt(m_stream, hit + pattern.size()) + header, m_end - hit);
+            std::min<qsizetype>(signedByteAt(m_stream, hit + patternSize) + header, m_end - hit);
         const bool isWanted = !hasSubType(kind) || byteAt(m_stream, hit + header) == kind.subType;
         if (!isWanted || length <= 0) {
-            hit = indexOf(pattern, hit + 1);
+            hit = indexOf(kind, hit + 1);
             continue;
         }
         events.append({hit, hit + header + (hasSubType(kind) ? 1 : 0), hit + length});
-        hit = onlyFirst ? -1 : indexOf(pattern, hit + length);
+        hit = onlyFirst ? -1 : indexOf(kind, hit + length);
     }
     return events;
 }

@@ -38,7 +38,7 @@ public:
     bool mayHold(const MetaKind &kind) const;
 
 private:
-    qsizetype indexOf(const QByteArray &pattern, qsizetype from) const;
+    qsizetype indexOf(const MetaKind &kind, qsizetype from) const;
 
     const QByteArray &m_stream;
     qsizetype m_start;
