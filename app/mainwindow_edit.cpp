@@ -34,7 +34,7 @@ void MainWindow::editSong(int row)
     m_statusLine->beginRun(RunReport::Run::Edit);
     if (!song.importFile(path)) {
         RunReport report;
-        report.add(RunReport::Lack::Read, path, whyNoSong(path));
+        report.add(RunReport::Lack::Read, path, whyNoSong(song, path));
         m_statusLine->addReport(report);
         return;
     }

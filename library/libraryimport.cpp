@@ -17,7 +17,7 @@ void addSongFile(const QString &path, const char *logPrefix, UserSongsRelTableMo
         const QByteArray refusal = QByteArray(logPrefix) + "Unknown/corrupted file";
         debug() << refusal.constData() << path;
         ++counts.unknown;
-        counts.report.add(RunReport::Lack::Read, path, whyNoSong(path));
+        counts.report.add(RunReport::Lack::Read, path, whyNoSong(song, path));
         progress.setValue(counts.examined());
         progress.breathe();
         return;

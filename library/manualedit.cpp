@@ -41,7 +41,7 @@ void ManualEdit::spreadOverList(const SongInfo &edited, int editedRow, const Spr
         const QString path = m_model.fileName(row);
         MetaSong song;
         if (!song.importFile(path)) {
-            m_report.add(RunReport::Lack::Read, path, whyNoSong(path));
+            m_report.add(RunReport::Lack::Read, path, whyNoSong(song, path));
             continue;
         }
         SongInfo info;

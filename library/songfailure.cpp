@@ -8,8 +8,10 @@
 
 #include <limits>
 
-RunReport::Reason whyNoSong(const QString &path)
+RunReport::Reason whyNoSong(const MetaSong &song, const QString &path)
 {
+    if (song.trouble() == MetaSong::Trouble::CutShort && isRegularFile(path))
+        return RunReport::Reason::CutShort;
     // Of an MP3 only the tag is read.
     const bool isMp3 = path.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive);
     return whyUnreadable(path, isMp3 ? std::numeric_limits<qint64>::max() : MetaSong::maxSongSize);
@@ -17,8 +19,10 @@ RunReport::Reason whyNoSong(const QString &path)
 
 RunReport::Reason whyNotSaved(const MetaSong &song, const QString &path)
 {
-    if (!isRegularFile(path))
-        return whyNoSong(path);
+    if (!isRegularFile(path) || song.trouble() == MetaSong::Trouble::CutShort)
+        return whyNoSong(song, path);
+    if (song.trouble() == MetaSong::Trouble::ChangedMeanwhile)
+        return RunReport::Reason::ChangedMeanwhile;
     if (!song.isWholeInMemory())
         return RunReport::Reason::WouldBeTooLarge;
     // The new content is written beside the old one, and is about as long.

@@ -4,8 +4,8 @@
 
 class MetaSong;
 
-/// Why the file at \a path did not open as a song.
-RunReport::Reason whyNoSong(const QString &path);
+/// Why the file at \a path did not open as \a song.
+RunReport::Reason whyNoSong(const MetaSong &song, const QString &path);
 
 /// Why \a song was not saved to \a path.
 RunReport::Reason whyNotSaved(const MetaSong &song, const QString &path);

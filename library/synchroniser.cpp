@@ -47,7 +47,7 @@ bool Synchroniser::updateFileWithDb(int row)
     const QString fileName = m_model.fileName(row);
     MetaSong song;
     if (!song.importFile(fileName)) {
-        m_report.add(Lack::Read, fileName, whyNoSong(fileName));
+        m_report.add(Lack::Read, fileName, whyNoSong(song, fileName));
         return false;
     }
     SongInfo info;
@@ -72,11 +72,12 @@ bool Synchroniser::updateFileWithDb(int row)
     // Whether it was saved is seen in the row, too: it shows what the file holds. One that went
     // away with its memory is not made anew where the memory was.
     const bool saved = isRegularFile(fileName) && song.saveToFile(fileName);
-    const bool readAgain = reloadRow(row, fileName);
+    MetaSong held;
+    const bool readAgain = reloadRow(row, fileName, held);
     if (!saved)
         m_report.add(Lack::Saved, fileName, whyNotSaved(song, fileName));
     else if (!readAgain)
-        m_report.add(Lack::Read, fileName, whyNoSong(fileName));
+        m_report.add(Lack::Read, fileName, whyNoSong(held, fileName));
     else
         m_report.count(RunReport::Success::Updated);
     return readAgain;
@@ -106,10 +107,10 @@ bool Synchroniser::mayChange(const QString &fileName)
     return change;
 }
 
-/// A file that went away with its volume leaves the row as it was.
-bool Synchroniser::reloadRow(int row, const QString &fileName)
+/// Reads the file into \a song and shows it in its row. A file that went away with its volume leaves
+/// the row as it was.
+bool Synchroniser::reloadRow(int row, const QString &fileName, MetaSong &song)
 {
-    MetaSong song;
     if (!song.importFile(fileName))
         return false;
     SongInfo info;

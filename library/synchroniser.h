@@ -7,6 +7,7 @@
 #include <functional>
 
 class Database;
+class MetaSong;
 class Progress;
 class UserSongsRelTableModel;
 
@@ -40,7 +41,7 @@ private:
 
     void noteRowsLeft(int firstRow);
     bool mayChange(const QString &fileName);
-    bool reloadRow(int row, const QString &fileName);
+    bool reloadRow(int row, const QString &fileName, MetaSong &song);
 
     UserSongsRelTableModel &m_model;
     Database &m_catalogue;

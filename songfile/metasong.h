@@ -1,14 +1,14 @@
 #pragma once
 
-#include "songfile/mp3header.h"
-#include "songfile/rawmidifile.h"
+#include "songfile/songdata.h"
 #include "songfile/songinfo.h"
-#include "songfile/zbxheader.h"
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
-class QFile;
+class PlainFile;
 
 /// A song file of any format: the one way by which the program reads and writes songs. Used for one
 /// file at a time: import, read or change, save.
@@ -17,6 +17,13 @@ class MetaSong
 public:
     /// Bytes: a MIDI file or container that is larger is no song, and is not read.
     static constexpr qint64 maxSongSize = 16 * 1024 * 1024;
+
+    /// Why the last import or save failed, where a later look at the file can't tell.
+    enum class Trouble {
+        None,
+        CutShort,         ///< the file could not be read to its end
+        ChangedMeanwhile, ///< it is no longer the song that was read
+    };
 
     /// Recognises and loads the file at \a path, a plain file or a link to one. False when it is
     /// none that can be used; no song is held then.
@@ -34,9 +41,13 @@ public:
     bool isWholeInMemory() const;
 
     /// Writes the song to \a path. An MP3 must stand there already: its audio is kept and the tag
-    /// replaced. False when that failed: what was there before is there still. Every failure is
-    /// logged but that of an MP3's last step, the renaming.
+    /// replaced. When it is the file that was imported, and another program has changed it since,
+    /// the changes are made again in what stands there now; when that is another song, the save
+    /// fails. False when it failed: what was there before is there still. Every failure is logged
+    /// but that of an MP3's last step, the renaming.
     bool saveToFile(const QString &path);
+
+    Trouble trouble() const { return m_trouble; }
 
     /// "MIDI", "ZB3", "ZB4", "ZB5", "MP3", or "UNKNOWN" for anything else.
     static QString getFormatString(SongInfo::fileTypeEnum type);
@@ -52,23 +63,29 @@ public:
     int dbgAddMarker(const QString &text, unsigned short bar);
 
 private:
-    bool importContainer(QFile &file);
-    bool importMidi(QFile &file);
-    bool importMp3(QFile &file);
+    struct Change {
+        SongInfo info;
+        bool manual = false;
+    };
 
-    bool isContainer() const;
-    void setMidiData(const SongInfo &info, bool manual);
-    void setMidiTexts(const SongInfo &info, bool manual);
-    void setContainerHeader(const SongInfo &info, bool manual);
-    void setMp3Tag(const SongInfo &info, bool manual);
+    bool load(const PlainFile &file, const QString &path);
+    bool readWhole(const PlainFile &file, QByteArray &content);
+    bool readMp3Head(const PlainFile &file, QByteArray &head);
+    bool isMp3() const { return m_song.fileType() == SongInfo::Mp3; }
 
+    bool isAsRead(const PlainFile &file);
+    bool catchUp(const QString &path);
+    bool isSameSong(const MetaSong &other) const;
     bool saveMp3(const QString &path);
     bool saveMidi(const QString &path);
-    QByteArray containerBytes();
-    QByteArray payload() const;
+    bool openUnchanged(const QString &path, PlainFile &file);
+    void logTrouble(const PlainFile &file) const;
+    void noteSaved(const QString &path, const QByteArray &content);
 
-    Mp3Header m_mp3Header;
-    ZbxHeader m_zbxHeader;
-    RawMidiFile m_midiFile;
-    SongInfo::fileTypeEnum m_fileType = SongInfo::Unknown;
+    SongData m_song;
+    SongData m_loaded;    ///< the song as it was read
+    QByteArray m_content; ///< the bytes that it was read from: an MP3's head, else the whole file
+    QString m_path;       ///< where it was read
+    QList<Change> m_changes; ///< since it was read, to be made again should the file have changed
+    Trouble m_trouble = Trouble::None;
 };

@@ -199,8 +199,10 @@ void TestSongSaving::savesAnMp3WhoseTagEndsBehindTheFile()
         MetaSong song = changedSong(u"a.mp3"_s);
         QVERIFY(song.saveToFile(u"a.mp3"_s));
     }
+    // The mark has taken 14 bytes of the padding; 5 of what is left are still behind the file.
     QCOMPARE(Samples::read(u"a.mp3"_s),
-             tag(frame("TIT2", "New") + frame("MEDT", QByteArray(3, '\0')) + padding).chopped(5));
+             tag(frame("TIT2", "New") + frame("MEDT", QByteArray(3, '\0')) + QByteArray(6, '\0'))
+                 .chopped(5));
 }
 
 void TestSongSaving::savesAnMp3Twice()

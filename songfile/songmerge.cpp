@@ -1,0 +1,141 @@
+// The rules by which a record is put into a song, format by format.
+
+#include "songfile/songdata.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+bool isPlaceholder(const QString &text)
+{
+    return text == u"-"_s || text == u"--"_s;
+}
+
+bool isMissing(const QString &headerText)
+{
+    return headerText.isEmpty() || isPlaceholder(headerText);
+}
+
+/// Whether the automatic mode may write a key, length or tempo: only the publisher's own data are
+/// trusted to fit the file.
+bool maySupply(bool isThere, int value, const SongInfo &info)
+{
+    return !isThere && value >= 0 && info.isKordia;
+}
+
+/// The artist of a song in automatic mode: the alternative artist wins whenever the catalogue has
+/// one. \a Target is whatever part of the song holds the artist.
+template <typename Target>
+void supplyArtist(Target &target, const SongInfo &info)
+{
+    const QString artist = target.artist();
+    if (!target.hasArtist())
+        target.setArtist(info.altArtist.isEmpty() ? info.artist : info.altArtist);
+    else if (artist == info.altArtist)
+        return;
+    else if (!info.altArtist.isEmpty() && artist == info.artist)
+        target.setArtist(info.altArtist);
+    else
+        target.setArtist(info.artist);
+}
+
+} // namespace
+
+void SongData::setInfo(const SongInfo &info, bool manual)
+{
+    if (m_fileType == SongInfo::Mp3) {
+        setMp3Tag(info, manual);
+    } else {
+        setMidiData(info, manual);
+        if (isContainer())
+            setContainerHeader(info, manual);
+        else
+            setMidiTexts(info, manual);
+    }
+}
+
+void SongData::setMidiData(const SongInfo &info, bool manual)
+{
+    using Field = RawMidiFile::Field;
+    const auto mayWrite = [&](Field field, bool isMissing) {
+        return manual ? !m_midiFile.wouldLose(field, info) : isMissing;
+    };
+    if (!manual && !m_midiFile.hasMarkers())
+        m_midiFile.setMarkersList(info.markers);
+    if (mayWrite(Field::Key, !m_midiFile.hasKey() && info.isKordia))
+        m_midiFile.setKey(info.key);
+    if (mayWrite(Field::Length, maySupply(m_midiFile.hasLength(), info.length, info)))
+        m_midiFile.setLength(info.length);
+}
+
+void SongData::setMidiTexts(const SongInfo &info, bool manual)
+{
+    using Field = RawMidiFile::Field;
+    const auto mayWrite = [&](Field field, bool isMissing) {
+        return manual ? !m_midiFile.wouldLose(field, info) : isMissing;
+    };
+    if (mayWrite(Field::Title, !m_midiFile.hasTitle() ||
+                                   info.title.toUpper().startsWith(m_midiFile.title().toUpper())))
+        m_midiFile.setTitle(info.title);
+    if (mayWrite(Field::Author, !m_midiFile.hasAuthor()))
+        m_midiFile.setAuthor(info.author);
+    if (mayWrite(Field::UserBpm, maySupply(m_midiFile.hasUserBpm(), info.userBpm, info)))
+        m_midiFile.setUserBpm(info.userBpm);
+    if (!manual)
+        supplyArtist(m_midiFile, info);
+    else if (mayWrite(Field::Artist, false))
+        m_midiFile.setArtist(info.artist);
+    if (mayWrite(Field::Genre, !m_midiFile.hasGenre()))
+        m_midiFile.setGenre(info.genre);
+}
+
+void SongData::setContainerHeader(const SongInfo &info, bool manual)
+{
+    using Field = ZbxHeader::Field;
+    const auto mayWrite = [&](Field field, const QString &text) {
+        return manual ? !m_zbxHeader.wouldLose(field, info) : isMissing(text);
+    };
+    if (mayWrite(Field::Title, m_zbxHeader.title()))
+        m_zbxHeader.setTitle(info.title);
+    if (mayWrite(Field::Author, m_zbxHeader.author()))
+        m_zbxHeader.setAuthor(info.author);
+    if (manual || (!m_zbxHeader.hasValidTempo() && info.userBpm >= 0))
+        m_zbxHeader.setTempo(info.userBpm);
+    if (!manual && isPlaceholder(m_zbxHeader.artist()))
+        m_zbxHeader.setArtist(info.altArtist); // an empty one too: a placeholder never stays
+    else if (!manual)
+        supplyArtist(m_zbxHeader, info);
+    else if (mayWrite(Field::Artist, m_zbxHeader.artist()))
+        m_zbxHeader.setArtist(info.artist);
+    if (mayWrite(Field::Genre, m_zbxHeader.genre()))
+        m_zbxHeader.setGenre(info.genre);
+    if (!info.markers.isEmpty())
+        m_zbxHeader.setFlag(ZbxHeader::HasMarkers);
+}
+
+void SongData::setMp3Tag(const SongInfo &info, bool manual)
+{
+    using Field = Mp3Header::Field;
+    const auto mayWrite = [&](Field field, bool isMissing) {
+        return manual ? !m_mp3Header.wouldLose(field, info) : isMissing;
+    };
+    if (mayWrite(Field::Title, !m_mp3Header.hasTitle()))
+        m_mp3Header.setTitle(info.title);
+    if (mayWrite(Field::Author, !m_mp3Header.hasAuthor()))
+        m_mp3Header.setAuthor(info.author);
+    if (mayWrite(Field::UserBpm, maySupply(m_mp3Header.hasUserBpm(), info.userBpm, info)))
+        m_mp3Header.setUserBpm(info.userBpm);
+    if (mayWrite(Field::Key, !m_mp3Header.hasKey() && info.isKordia))
+        m_mp3Header.setKey(info.key);
+    if (mayWrite(Field::Length, maySupply(m_mp3Header.hasLength(), info.length, info)))
+        m_mp3Header.setLength(info.length);
+    if (!manual)
+        supplyArtist(m_mp3Header, info);
+    else if (mayWrite(Field::Artist, false))
+        m_mp3Header.setArtist(info.artist);
+    if (mayWrite(Field::Genre, !m_mp3Header.hasGenre()))
+        m_mp3Header.setGenre(info.genre);
+    if (!m_mp3Header.hasBriselEditParam())
+        m_mp3Header.setBriselEditParam();
+}
