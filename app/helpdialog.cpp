@@ -31,7 +31,7 @@ HelpDialog::~HelpDialog() = default;
 
 void HelpDialog::loadHelp()
 {
-    const QSettings settings(settingsOrganisation, settingsApplication);
+    const QSettings settings = openSettings();
     QFile page(
         helpPage(settings.value(QStringLiteral("language"), QStringLiteral("it")).toString()));
     if (page.open(QIODevice::ReadOnly))

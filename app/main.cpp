@@ -5,13 +5,12 @@
 #include <QApplication>
 #include <QIcon>
 #include <QLocale>
-#include <QSettings>
 #include <QTimer>
 #include <QTranslator>
 
 int main(int argc, char **argv)
 {
-    QSettings settings(settingsOrganisation, settingsApplication);
+    QSettings settings = openSettings();
     startLog(settings);
 
     QApplication application(argc, argv);

@@ -1,24 +1,23 @@
 #include "app/startup.h"
 
 #include "base/debugstream.h"
+#include "base/fileidentity.h"
+#include "base/filewriting.h"
 #include "base/settingsstore.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QLocale>
-#include <QSettings>
 #include <QTranslator>
 
 #include <cstdlib>
-
-const QString settingsOrganisation = QStringLiteral("kordia");
-const QString settingsApplication = QStringLiteral("brisel2pc");
 
 namespace
 {
 
 const QString logFileName = QStringLiteral("log.txt");
+constexpr qint64 largestLog = 1 << 30; ///< bytes
 
 const char *typeTag(QtMsgType type)
 {
@@ -72,7 +71,7 @@ void startLog(const QSettings &settings)
         qInstallMessageHandler(dummyMessageOutput);
         return;
     }
-    if (settings.value(QStringLiteral("logclear"), false).toBool() && QFile::exists(logFileName))
+    if (settings.value(QStringLiteral("logclear"), false).toBool() && isRegularFile(logFileName))
         QFile::remove(logFileName);
     qInstallMessageHandler(myMessageOutput);
     writeBanner();
@@ -95,11 +94,7 @@ void myMessageOutput(QtMsgType type, const QMessageLogContext & /*context*/, con
     const QByteArray line = stamp + tag + text + '\n';
 
     // Opened for each line, so that the log holds the last message before a crash.
-    QFile file(logFileName);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
-        file.write(line);
-        file.close();
-    }
+    appendToFile(logFileName, line, largestLog);
     if (type == QtFatalMsg)
         std::abort();
 }

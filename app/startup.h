@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/settingsstore.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QtGlobal>
@@ -7,14 +9,9 @@
 class QDateTime;
 class QLocale;
 class QMessageLogContext;
-class QSettings;
 class QTranslator;
 
 /// What happens before the window opens, in pieces that a test can call.
-
-/// The names under which every component opens the settings store.
-extern const QString settingsOrganisation; ///< "kordia"
-extern const QString settingsApplication;  ///< "brisel2pc"
 
 /// The version that the log banner and the About box show.
 QString programVersion();

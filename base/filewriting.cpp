@@ -121,6 +121,26 @@ WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
     return replace(path, content, &expected);
 }
 
+bool appendToFile(const QString &path, const QByteArray &data, qint64 largest)
+{
+#ifdef Q_OS_UNIX
+    constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const int handle = ::open(QFile::encodeName(path).constData(), flags, 0666);
+    if (handle < 0)
+        return false;
+    const FileState state = fileState(handle);
+    const bool isWritten =
+        state.kind == FileKind::Regular && state.size <= largest &&
+        ::write(handle, data.constData(), static_cast<size_t>(data.size())) == data.size();
+    ::close(handle);
+    return isWritten;
+#else
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered) &&
+           file.size() <= largest && writeAll(file, data);
+#endif
+}
+
 bool writeAll(QFileDevice &file, const QByteArray &data)
 {
     return file.write(data) == data.size();

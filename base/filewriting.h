@@ -30,6 +30,11 @@ bool replaceFile(const QString &path, const QByteArray &content);
 WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
                              const FileState &expected);
 
+/// Adds \a data to the end of the plain file at \a path in one write, and creates it when it is
+/// missing. Waits for nothing. False when that failed, or the file holds more than \a largest
+/// bytes.
+bool appendToFile(const QString &path, const QByteArray &data, qint64 largest);
+
 /// Writes all of \a data; false when the device took less.
 bool writeAll(QFileDevice &file, const QByteArray &data);
 

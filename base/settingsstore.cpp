@@ -1,14 +1,17 @@
 #include "base/settingsstore.h"
 
-#include "base/fileidentity.h"
 #include "base/filereading.h"
 #include "base/filewriting.h"
 
+#include <QDir>
 #include <QFile>
-#include <QSettings>
+#include <QStandardPaths>
 #include <QVariant>
 
 #include <algorithm>
+
+const QString settingsOrganisation = QStringLiteral("kordia");
+const QString settingsApplication = QStringLiteral("brisel2pc");
 
 namespace
 {
@@ -43,14 +46,57 @@ QStringList plainKeys(QSettings &settings)
     return keys;
 }
 
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+
+/// Where the settings class looks for settings: the user's folder, then those of the system.
+QStringList settingsFolders()
+{
+    const QString own = qEnvironmentVariable("XDG_CONFIG_HOME");
+    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
+    folders.append(own.isEmpty() ? QDir::homePath() + QStringLiteral("/.config")
+                                 : QDir(QDir::homePath()).absoluteFilePath(own));
+    return folders;
+}
+
+bool maySettingsBeRead()
+{
+    for (const QString &folder : settingsFolders()) {
+        const QString program = folder + u'/' + settingsOrganisation;
+        for (const QString &path : {program + u'/' + settingsApplication, program}) {
+            PlainFile file;
+            const bool isOpen = file.open(path + QStringLiteral(".conf"));
+            const bool isAbsent = file.state().kind == FileKind::Missing;
+            if (isOpen ? file.size() > maxSettings : !isAbsent)
+                return false;
+        }
+    }
+    return true;
+}
+
+#endif
+
 } // namespace
+
+QSettings openSettings()
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+    if (!maySettingsBeRead())
+        return QSettings(QStringLiteral("/dev/null/brisel2pc.conf"), QSettings::NativeFormat);
+#endif
+    return QSettings(settingsOrganisation, settingsApplication);
+}
 
 bool storeSetting(QSettings &settings, const QString &key, const QVariant &value)
 {
     const QString path = settings.fileName();
-    settings.sync(); // what another program has stored meanwhile
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
     QByteArray old;
-    const bool isKnown = readWholeFile(path, maxSettings, old) == ReadResult::Done;
+    FileState state;
+    const bool isKnown = readWholeFile(path, maxSettings, old, &state) == ReadResult::Done;
+    if (!isKnown && state.kind != FileKind::Missing)
+        return false;
+#endif
+    settings.sync(); // what another program has stored meanwhile
     settings.setValue(key, value);
     settings.sync();
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)

@@ -1,11 +1,20 @@
 #pragma once
 
-class QSettings;
-class QString;
-class QVariant;
+#include <QSettings>
+#include <QString>
+
+/// The names under which every component opens the settings store.
+extern const QString settingsOrganisation; ///< "kordia"
+extern const QString settingsApplication;  ///< "brisel2pc"
+
+/// The settings of the program. Where one of the files that they are read from is not a plain file
+/// (a FIFO would wait for ever), or larger than 1 MiB, nothing is read and nothing can be stored:
+/// the program works with its defaults, and the file stays as it is.
+QSettings openSettings();
 
 /// Stores \a value under \a key, a plain word, at once. False when the settings could not be
-/// written; they hold what they held before then.
+/// written; they hold what they held before then. Settings that can't be read whole are not
+/// written.
 ///
 /// The settings class puts its file in place even when the disk took only a part of it, and every
 /// choice that the user ever made would be gone. So the file is looked at afterwards, and put back

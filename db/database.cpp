@@ -1,8 +1,8 @@
 #include "db/database.h"
 
 #include "base/debugstream.h"
-#include "base/fileidentity.h"
 #include "base/filewriting.h"
+#include "base/plainfile.h"
 #include "base/songtext.h"
 
 #include <QFile>
@@ -145,10 +145,12 @@ bool Database::openUserLibrary()
 bool Database::openCatalogue()
 {
     QString fileName = localCatalogue;
-    if (fileKind(localCatalogue) != FileKind::Missing) {
+    // The opening of a FIFO would wait for ever.
+    PlainFile file;
+    file.open(localCatalogue);
+    if (file.state().kind != FileKind::Missing) {
         debug() << "Using local file: 'songsdb_debug' as database";
-        // The opening of a FIFO would wait for ever.
-        if (fileKind(localCatalogue) == FileKind::Other)
+        if (!file.isOpen())
             return false;
     } else {
         if (!unpackCatalogue())
@@ -160,7 +162,9 @@ bool Database::openCatalogue()
     m_songsDb.setDatabaseName(QString::fromLatin1(
         QUrl::fromLocalFile(QFileInfo(fileName).absoluteFilePath()).toEncoded() + "?immutable=1"));
     m_songsDb.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
-    return m_songsDb.open() && holdsPlainSongs();
+    // SQLite opens by name: what it has opened must be what was looked at.
+    return m_songsDb.open() && (!file.isOpen() || fileState(fileName) == file.state()) &&
+           holdsPlainSongs();
 }
 
 /// False when the catalogue's "songs" are worked out by the file itself (a view, a computed

@@ -5,7 +5,6 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QSettings>
 
 #include <algorithm>
 
@@ -13,11 +12,6 @@ namespace
 {
 
 const QString mediaRootKey = QStringLiteral("mediaroot");
-
-QSettings openSettings()
-{
-    return QSettings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"));
-}
 
 } // namespace
 

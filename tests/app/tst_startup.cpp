@@ -2,6 +2,7 @@
 
 #include "base/debugstream.h"
 #include "tests/fulldisk.h"
+#include "tests/hangwatch.h"
 #include "tests/logcapture.h"
 #include "tests/testprogram.h"
 
@@ -16,8 +17,10 @@
 #include <QTranslator>
 
 #include <csignal>
+#include <fcntl.h>
 #include <optional>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -60,6 +63,8 @@ private slots:
     void writesUtf8UpToTheFirstZero();
     void keepsALineBreakOfASongInItsLine();
     void dropsLinesWhenTheLogCannotBeOpened();
+    void writesNothingIntoAFifoOrDevice();
+    void addsNothingToAnEnormousLog();
     void abortsAfterAFatalMessage_data();
     void abortsAfterAFatalMessage();
     void choosesLanguageAtTheFirstStart_data();
@@ -217,6 +222,39 @@ void TestStartup::dropsLinesWhenTheLogCannotBeOpened()
     myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("x"));
     QVERIFY(QFileInfo(QStringLiteral("log.txt")).isDir());
     QVERIFY(QDir().rmdir(QStringLiteral("log.txt")));
+}
+
+void TestStartup::writesNothingIntoAFifoOrDevice()
+{
+    const HangWatch watch;
+    QCOMPARE(::mkfifo("log.txt", 0600), 0);
+    myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("no reader"));
+    const int reader = ::open("log.txt", O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY(reader >= 0);
+    myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("a reader"));
+    char byte = 0;
+    QCOMPARE(::read(reader, &byte, 1), 0);
+    ::close(reader);
+    set(QStringLiteral("logenabled"), true);
+    set(QStringLiteral("logclear"), true);
+    start();
+    QVERIFY(QFileInfo::exists(QStringLiteral("log.txt")));
+    QVERIFY(QFile::remove(QStringLiteral("log.txt")));
+    QVERIFY(QFile::link(QStringLiteral("/dev/full"), QStringLiteral("log.txt")));
+    myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("a device"));
+    QVERIFY(QFileInfo(QStringLiteral("log.txt")).isSymLink());
+}
+
+void TestStartup::addsNothingToAnEnormousLog()
+{
+    constexpr qint64 largest = 1 << 30;
+    makeFile(QStringLiteral("log.txt"), "x");
+    QVERIFY(QFile::resize(QStringLiteral("log.txt"), largest + 1));
+    myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("x"));
+    QCOMPARE(QFileInfo(QStringLiteral("log.txt")).size(), largest + 1);
+    QVERIFY(QFile::resize(QStringLiteral("log.txt"), largest));
+    myMessageOutput(QtDebugMsg, QMessageLogContext(), QStringLiteral("x"));
+    QVERIFY(QFileInfo(QStringLiteral("log.txt")).size() > largest);
 }
 
 void TestStartup::abortsAfterAFatalMessage_data()

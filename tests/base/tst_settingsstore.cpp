@@ -1,0 +1,119 @@
+#include "base/fileidentity.h"
+#include "base/settingsstore.h"
+#include "tests/hangwatch.h"
+#include "tests/testfiles.h"
+#include "tests/testprogram.h"
+
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+const QString settingsFile = u"kordia/brisel2pc.conf"_s;
+const QString sharedFile = u"kordia.conf"_s;
+constexpr qsizetype largestSettings = 1 << 20;
+
+/// Settings of \a size bytes.
+QByteArray settingsOfSize(qsizetype size)
+{
+    const QByteArray start = "[General]\nlanguage=de\nfiller=";
+    return start + QByteArray(size - start.size() - 1, 'x') + '\n';
+}
+
+/// What the settings say of the language, read as at the program's start.
+QString storedLanguage()
+{
+    return openSettings().value(u"language"_s, u"default"_s).toString();
+}
+
+} // namespace
+
+/// Settings that are not what they should be.
+class TestSettingsStore : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void readsAndStores();
+    void readsSettingsOfTheLargestSize();
+    void leavesAloneWhatCannotBeSettings_data();
+    void leavesAloneWhatCannotBeSettings();
+    void storesNothingIntoWhatTheSettingsHaveBecome();
+};
+
+/// The working folder is the home of the settings.
+void TestSettingsStore::init()
+{
+    QDir(u"kordia"_s).removeRecursively();
+    QFile::remove(sharedFile);
+    QVERIFY(QDir().mkpath(u"kordia"_s));
+}
+
+void TestSettingsStore::readsAndStores()
+{
+    QCOMPARE(storedLanguage(), u"default"_s);
+    QSettings settings = openSettings();
+    QVERIFY(storeSetting(settings, u"language"_s, u"it"_s));
+    QCOMPARE(fileContent(settingsFile), QByteArray("[General]\nlanguage=it\n"));
+    QCOMPARE(storedLanguage(), u"it"_s);
+}
+
+void TestSettingsStore::readsSettingsOfTheLargestSize()
+{
+    makeFile(settingsFile, settingsOfSize(largestSettings));
+    QCOMPARE(storedLanguage(), u"de"_s);
+}
+
+void TestSettingsStore::leavesAloneWhatCannotBeSettings_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("kind");
+    for (const QString &path : {settingsFile, sharedFile}) {
+        for (const char *kind : {"fifo", "folder", "device", "large"})
+            QTest::addRow("%s, %s", qPrintable(path), kind) << path << QByteArray(kind);
+    }
+}
+
+void TestSettingsStore::leavesAloneWhatCannotBeSettings()
+{
+    QFETCH(const QString, path);
+    QFETCH(const QByteArray, kind);
+    const HangWatch watch;
+    if (kind == "fifo")
+        QCOMPARE(::mkfifo(qPrintable(path), 0600), 0);
+    else if (kind == "folder")
+        QVERIFY(QDir().mkdir(path));
+    else if (kind == "device")
+        QVERIFY(QFile::link(u"/dev/zero"_s, path));
+    else
+        makeFile(path, settingsOfSize(largestSettings + 1));
+    const FileState before = fileState(path);
+    QCOMPARE(storedLanguage(), u"default"_s);
+    QSettings settings = openSettings();
+    QVERIFY(!storeSetting(settings, u"language"_s, u"it"_s));
+    // The choice holds while the program runs.
+    QCOMPARE(settings.value(u"language"_s).toString(), u"it"_s);
+    QVERIFY(fileState(path) == before);
+    QCOMPARE(QFile::exists(settingsFile), path == settingsFile);
+    if (kind == "folder")
+        QVERIFY(QDir().rmdir(path));
+}
+
+void TestSettingsStore::storesNothingIntoWhatTheSettingsHaveBecome()
+{
+    const HangWatch watch;
+    QSettings settings = openSettings();
+    QVERIFY(storeSetting(settings, u"language"_s, u"it"_s));
+    QVERIFY(QFile::remove(settingsFile));
+    QCOMPARE(::mkfifo(qPrintable(settingsFile), 0600), 0);
+    QVERIFY(!storeSetting(settings, u"language"_s, u"en"_s));
+    QCOMPARE(fileKind(settingsFile), FileKind::Other);
+}
+
+BRISEL_TEST(QCoreApplication, TestSettingsStore)
+#include "tst_settingsstore.moc"
