@@ -1,5 +1,7 @@
 #include "tests/shim/shim.h"
 
+#include "tests/shim/readdamage.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -17,8 +19,6 @@
 namespace
 {
 
-constexpr size_t pathSize = 4096;
-
 char folder[pathSize];
 size_t folderLength = 0;
 int wanted = 0;
@@ -33,16 +33,6 @@ bool isBelow(const char *path)
 {
     return folderLength > 0 && std::strncmp(path, folder, folderLength) == 0 &&
            (path[folderLength] == '/' || path[folderLength] == '\0' || path[folderLength] == ' ');
-}
-
-/// What /proc says of a file or folder that is open.
-bool pathOf(int handle, char *path)
-{
-    char link[64];
-    std::snprintf(link, sizeof link, "/proc/self/fd/%d", handle);
-    const ssize_t length = ::readlink(link, path, pathSize - 1);
-    path[length < 0 ? 0 : length] = '\0';
-    return length > 0;
 }
 
 /// One name of a call: a path, and the folder that it is relative to.
@@ -145,12 +135,25 @@ ssize_t writeCounted(int handle, size_t size, Write write)
     return write(isShort ? size / 2 : size);
 }
 
-/// Adds up the \a count bytes that a read has given.
-ssize_t countedRead(int handle, ssize_t count)
+/// A read of \a size bytes that \a read carries out for the number of bytes that it is given.
+template <typename Read>
+ssize_t readCounted(int handle, long long pos, size_t size, Read read)
 {
+    const ssize_t possible = readable(handle, pos, size);
+    const ssize_t count = possible < 0 ? -1 : read(static_cast<size_t>(possible));
     if (count > 0 && Watched(handle))
         readBytes += count;
     return count;
+}
+
+/// A copy between files, which is a write of its target.
+template <typename Copy>
+ssize_t copyCounted(int in, const off64_t *inOffset, int out, size_t size, Copy copy)
+{
+    const ssize_t possible = readable(in, readPosition(in, inOffset), size);
+    if (possible < 0 || (possible == 0 && size > 0))
+        return possible;
+    return writeCounted(out, static_cast<size_t>(possible), copy);
 }
 
 int changeCounted(const char *step, const Watched &file, bool takesRoom, long (*call)(void *),
@@ -247,12 +250,15 @@ int creat(const char *path, mode_t mode)
 
 ssize_t read(int handle, void *data, size_t size)
 {
-    return countedRead(handle, ::syscall(SYS_read, handle, data, size));
+    return readCounted(handle, readPosition(handle, nullptr), size,
+                       [=](size_t bytes) { return ::syscall(SYS_read, handle, data, bytes); });
 }
 
 ssize_t pread(int handle, void *data, size_t size, off_t offset)
 {
-    return countedRead(handle, ::syscall(SYS_pread64, handle, data, size, offset));
+    return readCounted(handle, offset, size, [=](size_t bytes) {
+        return ::syscall(SYS_pread64, handle, data, bytes, offset);
+    });
 }
 
 ssize_t pread64(int handle, void *data, size_t size, off64_t offset)
@@ -281,15 +287,16 @@ ssize_t pwrite64(int handle, const void *data, size_t size, off64_t offset)
 ssize_t copy_file_range(int in, off64_t *inOffset, int out, off64_t *outOffset, size_t size,
                         unsigned flags)
 {
-    return writeCounted(out, size, [=](size_t bytes) {
+    return copyCounted(in, inOffset, out, size, [=](size_t bytes) {
         return ::syscall(SYS_copy_file_range, in, inOffset, out, outOffset, bytes, flags);
     });
 }
 
 ssize_t sendfile(int out, int in, off_t *offset, size_t size) noexcept
 {
-    return writeCounted(
-        out, size, [=](size_t bytes) { return ::syscall(SYS_sendfile, out, in, offset, bytes); });
+    return copyCounted(in, offset, out, size, [=](size_t bytes) {
+        return ::syscall(SYS_sendfile, out, in, offset, bytes);
+    });
 }
 
 ssize_t sendfile64(int out, int in, off64_t *offset, size_t size) noexcept

@@ -30,6 +30,15 @@ enum Action {
 void arm(const char *folder, int at, Action action);
 /// Ends it. The number of steps since arm().
 int disarm();
+enum ReadFailure { BadSector, EndOfFile };
+
+/// From now on: what stands at or behind \a offset in the file \a path (absolute) can't be read. A
+/// read there fails, or finds the end of the file; one that begins before it comes as far. Also by
+/// copy_file_range and sendfile, which then are no step of the target.
+void failReads(const char *path, long long offset, ReadFailure failure);
+/// Ends it.
+void readAll();
+
 /// The bytes that were read below the folder from arm() to disarm().
 long long bytesRead();
 

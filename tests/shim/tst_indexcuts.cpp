@@ -72,6 +72,7 @@ private slots:
     void survivesFaultAtEveryStep_data();
     void survivesFaultAtEveryStep();
     void finishesSwapThatWasCut();
+    void trustsNoMarkThatIsCutShort();
     void leavesChangedPlaylistsAlone();
     void ignoresForgedMarks();
     void refusesMarksOfAbsurdSize();
@@ -152,6 +153,31 @@ void TestIndexCuts::finishesSwapThatWasCut()
         QCOMPARE(reader.playlist(songsFile), keptSongs);
     }
     QVERIFY2(finished > 20, qPrintable(QString::number(finished)));
+}
+
+void TestIndexCuts::trustsNoMarkThatIsCutShort()
+{
+    const QString mark = u".brisel2pc/swap"_qs;
+    for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
+        qint64 size = 1;
+        for (qint64 offset = 0; offset < size; offset += 512) {
+            const SampleMemory memory;
+            copyChangedMemory(memory);
+            const auto old = setOf(memory);
+            bool reached = false;
+            for (int cut = 60; !memory.has(mark) || memory.has(u"fsinfos.id2"_qs); ++cut)
+                runWithFault(memory, rebuild, cut, Shim::Kill, reached);
+            size = QFileInfo(memory.path(mark)).size();
+            const auto before = setOf(memory);
+            IndexSet set;
+            set.setRoot(memory.root());
+            Shim::failReads(QFile::encodeName(memory.path(mark)).constData(), offset, failure);
+            set.recover();
+            Shim::readAll();
+            QCOMPARE(setOf(memory), before);
+            checkRepaired(memory, old);
+        }
+    }
 }
 
 void TestIndexCuts::leavesChangedPlaylistsAlone()

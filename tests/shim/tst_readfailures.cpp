@@ -1,0 +1,306 @@
+#include "base/filefailure.h"
+#include "base/settingsstore.h"
+#include "index/indexset.h"
+#include "index/playlists.h"
+#include "library/safecopy.h"
+#include "songfile/metasong.h"
+#include "tests/shim/shim.h"
+#include "tests/songfile/samples.h"
+#include "tests/testfiles.h"
+#include "tests/testprogram.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int sector = 512;          ///< bytes between two places at which reading fails
+constexpr int fillerSize = 20000;    ///< bytes
+constexpr qint64 largest = 16 << 20; ///< bytes
+
+/// While it lives a file can't be read from an offset on.
+class DamagedFile
+{
+public:
+    DamagedFile(const QString &name, qint64 offset, Shim::ReadFailure failure)
+    {
+        const QString path = QFileInfo(name).absoluteFilePath();
+        Shim::failReads(QFile::encodeName(path).constData(), offset, failure);
+    }
+    ~DamagedFile() { Shim::readAll(); }
+    DamagedFile(const DamagedFile &) = delete;
+    DamagedFile &operator=(const DamagedFile &) = delete;
+};
+
+/// When a song can't be read.
+enum class Phase { Import, Save, Both };
+
+/// Bytes that no codec makes smaller, the same each time.
+QByteArray noise(int size)
+{
+    QRandomGenerator generator(1);
+    QByteArray bytes(size, '\0');
+    for (char &byte : bytes)
+        byte = static_cast<char>(generator.bounded(256));
+    return bytes;
+}
+
+/// A song of some tens of KB.
+QByteArray largeSong(const QByteArray &kind)
+{
+    if (kind == "MP3")
+        return Samples::tag(Samples::frame("TIT2", "Old") + Samples::frame("APIC", noise(5000))) +
+               Samples::audio(fillerSize);
+    const QByteArray midi = Samples::midi(Samples::metaEvent(3, "Old"), 1) + noise(fillerSize);
+    if (kind == "MIDI")
+        return midi;
+    return Samples::container(Samples::containerHeader(kind, kind == "_ZB5" ? 1024 : 512), midi);
+}
+
+QString songName(const QByteArray &kind)
+{
+    return kind == "MP3" ? u"song.mp3"_s : u"song.mid"_s;
+}
+
+bool importSong(const QString &name, MetaSong &song)
+{
+    return song.importFile(name);
+}
+
+bool saveSong(const QString &name, MetaSong &song)
+{
+    SongInfo info;
+    song.getSongInfo(info);
+    info.title = u"A new title"_s;
+    song.setSongInfo(info, true);
+    return song.saveToFile(name);
+}
+
+template <typename Step>
+bool runDamaged(bool isDamaged, const QString &name, qint64 offset, Shim::ReadFailure failure,
+                Step step)
+{
+    if (!isDamaged)
+        return step();
+    const DamagedFile damaged(name, offset, failure);
+    return step();
+}
+
+QStringList entries()
+{
+    return QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+} // namespace
+
+/// Reading fails, or ends too early, at every sector of a file: no song loses anything by it.
+class TestReadFailures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void failsAsItIsTold();
+    void keepsSongs_data();
+    void keepsSongs();
+    void makesNoHalfCopy_data();
+    void makesNoHalfCopy();
+    void tellsThatAFileIsCutShort();
+    void refusesPlaylists();
+    void keepsSettings();
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void TestReadFailures::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QDir::setCurrent(m_folder->path());
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+}
+
+void TestReadFailures::cleanup()
+{
+    Shim::readAll();
+    QDir::setCurrent(u"/"_s);
+    m_folder.reset();
+}
+
+void TestReadFailures::failsAsItIsTold()
+{
+    makeFile(u"file"_s, QByteArray(1000, 'x'));
+    QFile file(u"file"_s);
+    char bytes[1000];
+    for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
+        const DamagedFile damaged(u"file"_s, 600, failure);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const ssize_t behind = failure == Shim::BadSector ? -1 : 0;
+        QCOMPARE(::pread(file.handle(), bytes, 1000, 0), 600);
+        QCOMPARE(::pread(file.handle(), bytes, 1, 599), 1);
+        QCOMPARE(::pread(file.handle(), bytes, 1, 600), behind);
+        QCOMPARE(::read(file.handle(), bytes, 1000), 600);
+        QCOMPARE(::read(file.handle(), bytes, 1000), behind);
+        QFile target(u"target"_s);
+        QVERIFY(target.open(QIODevice::WriteOnly));
+        off64_t pos = 500;
+        QCOMPARE(::copy_file_range(file.handle(), &pos, target.handle(), nullptr, 500, 0), 100);
+        QCOMPARE(::copy_file_range(file.handle(), &pos, target.handle(), nullptr, 400, 0), behind);
+        file.close();
+    }
+    QCOMPARE(fileContent(u"file"_s).size(), 1000);
+}
+
+void TestReadFailures::keepsSongs_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    QTest::addColumn<bool>("isLinked");
+    for (const char *kind : {"MIDI", "_ZB3", "_ZB4", "_ZB5", "MP3"})
+        QTest::newRow(kind) << QByteArray(kind) << false;
+    QTest::newRow("MIDI, hard-linked") << QByteArray("MIDI") << true;
+    QTest::newRow("MP3, hard-linked") << QByteArray("MP3") << true;
+}
+
+void TestReadFailures::keepsSongs()
+{
+    QFETCH(const QByteArray, kind);
+    QFETCH(const bool, isLinked);
+    const QString name = songName(kind);
+    const QByteArray old = largeSong(kind);
+    makeFile(name, old);
+    MetaSong reference;
+    QVERIFY(importSong(name, reference) && saveSong(name, reference));
+    const QByteArray whole = fileContent(name);
+    QVERIFY(whole != old && whole.size() > fillerSize);
+
+    int refused = 0;
+    int done = 0;
+    for (const Phase phase : {Phase::Import, Phase::Save, Phase::Both}) {
+        for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
+            for (qint64 offset = 0; offset < old.size() + 2 * sector; offset += sector) {
+                QFile::remove(name);
+                QFile::remove(u"other"_s);
+                makeFile(name, old);
+                if (isLinked)
+                    QCOMPARE(::link(qPrintable(name), "other"), 0);
+                const QStringList before = entries();
+                MetaSong song;
+                const bool isImported = runDamaged(phase != Phase::Save, name, offset, failure,
+                                                   [&] { return importSong(name, song); });
+                const bool isSaved =
+                    isImported && runDamaged(phase != Phase::Import, name, offset, failure,
+                                             [&] { return saveSong(name, song); });
+                const QByteArray content = fileContent(name);
+                const QByteArray place = QByteArray::number(offset);
+                QVERIFY2(content == (isSaved ? whole : old), place.constData());
+                QVERIFY2(entries() == before, place.constData());
+                if (phase != Phase::Save && kind != "MP3")
+                    QCOMPARE(isImported, offset >= old.size());
+                ++(isSaved ? done : refused);
+            }
+        }
+    }
+    QVERIFY(refused > 0);
+    QVERIFY(done > 0);
+    std::printf("%s: %d refused, %d done\n", QTest::currentDataTag(), refused, done);
+}
+
+void TestReadFailures::makesNoHalfCopy_data()
+{
+    QTest::addColumn<QByteArray>("old");
+    QTest::newRow("new file") << QByteArray();
+    QTest::newRow("over an old one") << QByteArray("the old song");
+}
+
+void TestReadFailures::makesNoHalfCopy()
+{
+    QFETCH(const QByteArray, old);
+    const QByteArray content = noise(fillerSize);
+    makeFile(u"source.mp3"_s, content);
+    const auto copy = old.isEmpty() ? &copyToNewFile : &copyOverFile;
+    for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
+        for (qint64 offset = 0; offset < content.size() + sector; offset += sector) {
+            QFile::remove(u"copy.mp3"_s);
+            if (!old.isEmpty())
+                makeFile(u"copy.mp3"_s, old);
+            const QStringList before = entries();
+            const DamagedFile damaged(u"source.mp3"_s, offset, failure);
+            const bool isCopied = copy(u"source.mp3"_s, u"copy.mp3"_s);
+            QCOMPARE(isCopied, offset >= content.size());
+            QVERIFY(fileContent(u"copy.mp3"_s) == (isCopied ? content : old));
+            QVERIFY(isCopied || entries() == before);
+        }
+    }
+}
+
+void TestReadFailures::tellsThatAFileIsCutShort()
+{
+    makeFile(u"song.mid"_s, largeSong("MIDI"));
+    for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
+        const DamagedFile damaged(u"song.mid"_s, 10 * sector, failure);
+        QCOMPARE(whyUnreadable(u"song.mid"_s, largest), RunReport::Reason::CutShort);
+    }
+}
+
+void TestReadFailures::refusesPlaylists()
+{
+    constexpr int recordSize = 64;
+    const QString list = u"playlist/playlist.dat"_s;
+    const QString songs = Playlists::songsFileName(7);
+    const QString paths = Playlists::pathsFileName(7);
+    makeFile(list, QByteArray(1, '\7') + QByteArray(20 * recordSize - 1, '\0'));
+    makeFile(songs, QByteArray(20 * recordSize, 's'));
+    IndexSet set;
+    set.setRoot(m_folder->path());
+    QVERIFY(Playlists::readNumbers(set).contains(7));
+    for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
+        for (const qint64 offset : {0, sector, 2 * sector}) {
+            {
+                const DamagedFile damaged(list, offset, failure);
+                QCOMPARE(Playlists::readNumbers(set), QList<qint16>());
+            }
+            QVERIFY(set.beginStaging());
+            {
+                const DamagedFile damaged(songs, offset, failure);
+                QCOMPARE(Playlists::writePathFiles(set, {7}, {}), Playlists::Preparation::NoSongs);
+            }
+            QVERIFY(!QFile::exists(paths));
+            makeFile(paths, QByteArray(20 * recordSize, 'p'));
+            for (const QString &name : {paths, songs}) {
+                const DamagedFile damaged(name, offset, failure);
+                QVERIFY(!Playlists::stageSongsFiles(set, {7}, {}));
+            }
+            QVERIFY(Playlists::stageSongsFiles(set, {7}, {}));
+            set.discard();
+            QVERIFY(QFile::remove(paths));
+            QCOMPARE(fileContent(songs), QByteArray(20 * recordSize, 's'));
+        }
+    }
+}
+
+void TestReadFailures::keepsSettings()
+{
+    const QByteArray home = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder->path()));
+    const QString name = u"kordia/brisel2pc.conf"_s;
+    const QByteArray old = "[General]\nfiller=" + QByteArray(3000, 'x') + "\nlanguage=it\n";
+    makeFile(name, old);
+    for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
+        for (qint64 offset = 0; offset < old.size(); offset += sector) {
+            const DamagedFile damaged(name, offset, failure);
+            QSettings settings = openSettings();
+            QVERIFY(!storeSetting(settings, u"language"_s, u"en"_s));
+        }
+        QVERIFY(fileContent(name) == old);
+    }
+    qputenv("XDG_CONFIG_HOME", home);
+}
+
+BRISEL_TEST(QCoreApplication, TestReadFailures)
+#include "tst_readfailures.moc"
