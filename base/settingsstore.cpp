@@ -64,9 +64,10 @@ bool maySettingsBeRead()
         const QString program = folder + u'/' + settingsOrganisation;
         for (const QString &path : {program + u'/' + settingsApplication, program}) {
             PlainFile file;
-            const bool isOpen = file.open(path + QStringLiteral(".conf"));
-            const bool isAbsent = file.state().kind == FileKind::Missing;
-            if (isOpen ? file.size() > maxSettings : !isAbsent)
+            file.open(path + QStringLiteral(".conf"));
+            const FileKind kind = file.state().kind;
+            // The settings class passes over what it can't open.
+            if (kind == FileKind::Folder || kind == FileKind::Other || file.size() > maxSettings)
                 return false;
         }
     }

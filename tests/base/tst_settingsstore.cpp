@@ -41,6 +41,7 @@ private slots:
     void init();
     void readsAndStores();
     void readsSettingsOfTheLargestSize();
+    void passesOverWhatCannotBeReached();
     void leavesAloneWhatCannotBeSettings_data();
     void leavesAloneWhatCannotBeSettings();
     void storesNothingIntoWhatTheSettingsHaveBecome();
@@ -67,6 +68,19 @@ void TestSettingsStore::readsSettingsOfTheLargestSize()
 {
     makeFile(settingsFile, settingsOfSize(largestSettings));
     QCOMPARE(storedLanguage(), u"de"_s);
+}
+
+void TestSettingsStore::passesOverWhatCannotBeReached()
+{
+    QVERIFY(QFile::link(sharedFile, sharedFile));
+    QSettings settings = openSettings();
+    QVERIFY(storeSetting(settings, u"language"_s, u"it"_s));
+    QCOMPARE(storedLanguage(), u"it"_s);
+    QVERIFY(QFile::remove(settingsFile));
+    QVERIFY(QFile::link(u"brisel2pc.conf"_s, settingsFile));
+    QSettings unreachable = openSettings();
+    QVERIFY(!storeSetting(unreachable, u"language"_s, u"it"_s));
+    QVERIFY(QFileInfo(settingsFile).isSymLink());
 }
 
 void TestSettingsStore::leavesAloneWhatCannotBeSettings_data()

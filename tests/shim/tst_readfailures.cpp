@@ -5,6 +5,7 @@
 #include "library/safecopy.h"
 #include "songfile/metasong.h"
 #include "tests/shim/shim.h"
+#include "tests/smalldisk.h"
 #include "tests/songfile/samples.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -111,6 +112,7 @@ private slots:
     void keepsSongs();
     void makesNoHalfCopy_data();
     void makesNoHalfCopy();
+    void deletesNoOldCopyForASongThatCannotBeRead();
     void tellsThatAFileIsCutShort();
     void refusesPlaylists();
     void keepsSettings();
@@ -237,6 +239,26 @@ void TestReadFailures::makesNoHalfCopy()
             QVERIFY(isCopied || entries() == before);
         }
     }
+}
+
+void TestReadFailures::deletesNoOldCopyForASongThatCannotBeRead()
+{
+    QVERIFY(QDir().mkdir(u"CARD"_s));
+    constexpr qint64 page = SmallDisk::pageSize;
+    const SmallDisk disk(m_folder->filePath(u"CARD"_s), 20 * page);
+    if (!disk.isMounted())
+        QSKIP("only root can mount a small disk");
+    const QByteArray old(8 * page, 'o');
+    makeFile(u"CARD/song.mp3"_s, old);
+    makeFile(u"song.mp3"_s, noise(14 * page));
+    {
+        // The disk is full before the copy comes to the place that can't be read.
+        const DamagedFile damaged(u"song.mp3"_s, 13 * page, Shim::BadSector);
+        QVERIFY(!copyOverFile(u"song.mp3"_s, u"CARD/song.mp3"_s));
+        QVERIFY(fileContent(u"CARD/song.mp3"_s) == old);
+    }
+    QVERIFY(copyOverFile(u"song.mp3"_s, u"CARD/song.mp3"_s));
+    QVERIFY(fileContent(u"CARD/song.mp3"_s) == noise(14 * page));
 }
 
 void TestReadFailures::tellsThatAFileIsCutShort()
