@@ -81,8 +81,7 @@ Sample mp3Sample(const QString &fileName, Tag tag, const Tune &tune, SongInfo in
     sample.fileName = fileName;
     sample.catalogueName = tune.name;
     sample.content = mp3(tag, info, audioSeconds);
-    // The frames of version 2.2 have names of three letters, which the program does not look for.
-    if (tag == Tag::Id3v23 || tag == Tag::Id3v24)
+    if (tag != Tag::None)
         sample.expected = info;
     sample.expected.format = u"MP3"_qs;
     return sample;

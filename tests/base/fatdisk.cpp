@@ -44,7 +44,8 @@ unsigned FatDisk::attributes(const QString &path)
 
 void FatDisk::setAttributes(const QString &path, unsigned attributes)
 {
-    known()[inodeOf(path)] = attributes;
+    // A new file may get the number of one that was deleted.
+    known() = {{inodeOf(path), attributes}};
 }
 
 /// Stands in for the C library's function in the whole program.

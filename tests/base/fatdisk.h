@@ -13,5 +13,6 @@ public:
     FatDisk &operator=(const FatDisk &) = delete;
 
     static unsigned attributes(const QString &path);
+    /// The other files have the archive attribute alone after that.
     static void setAttributes(const QString &path, unsigned attributes);
 };

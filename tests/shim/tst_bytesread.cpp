@@ -17,6 +17,8 @@ namespace
 constexpr int audioSize = 5000000;
 /// The first bytes tell the format, and those of a tag its size: they may be read again.
 constexpr int headSize = 16;
+/// By the first bytes of the audio a save knows the song again.
+constexpr int audioHead = 4096;
 
 /// The bytes that are read from the working folder while \a read runs.
 template <typename Read>
@@ -47,8 +49,8 @@ class TestBytesRead : public QObject
 
 private slots:
     void countsWhatIsRead();
-    void readsOnlyTheTagOfAnMp3();
-    void readsTheHeadOfAnMp3WithoutATag();
+    void readsOnlyTheHeadOfAnMp3();
+    void readsAsLittleOfAnMp3WithoutATag();
     void readsOtherSongsOnce_data();
     void readsOtherSongsOnce();
     void readsOnlyTheHeadForARecord();
@@ -61,23 +63,23 @@ void TestBytesRead::countsWhatIsRead()
     QCOMPARE(bytesReadBy([] {}), 0);
 }
 
-void TestBytesRead::readsOnlyTheTagOfAnMp3()
+void TestBytesRead::readsOnlyTheHeadOfAnMp3()
 {
     const QByteArray song = tag(frame("TIT2", "A song") + frame("TPE1", "An artist"));
     write(u"song.mp3"_s, song + audio(audioSize));
     SongInfo info;
     const qint64 bytes = bytesReadByImport(u"song.mp3"_s, info);
     QCOMPARE(info.artist, u"An artist"_s);
-    QVERIFY2(bytes >= song.size() && bytes <= song.size() + headSize,
+    QVERIFY2(bytes >= song.size() && bytes <= song.size() + audioHead + headSize,
              QByteArray::number(bytes).constData());
 }
 
-void TestBytesRead::readsTheHeadOfAnMp3WithoutATag()
+void TestBytesRead::readsAsLittleOfAnMp3WithoutATag()
 {
     write(u"song.mp3"_s, audio(audioSize));
     SongInfo info;
     const qint64 bytes = bytesReadByImport(u"song.mp3"_s, info);
-    QVERIFY2(bytes > 0 && bytes <= 2 * headSize, QByteArray::number(bytes).constData());
+    QVERIFY2(bytes > 0 && bytes <= audioHead + 2 * headSize, QByteArray::number(bytes).constData());
 }
 
 void TestBytesRead::readsOtherSongsOnce_data()
