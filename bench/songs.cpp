@@ -19,6 +19,8 @@
 #include <tpropertymap.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -126,6 +128,33 @@ void readAndPass(benchmark::State &state, const QString &path)
     require(marks > 0, "the pass");
 }
 
+/// One song opened, given another title and saved.
+void saveOurs(benchmark::State &state, const QString &path)
+{
+    const QString titles[] = {u"Bella ciao"_s, u"Bella Ciao"_s};
+    size_t turn = 0;
+    SongInfo info;
+    for (auto _ : state) {
+        MetaSong song;
+        require(song.importFile(path), "import");
+        song.getSongInfo(info);
+        info.title = titles[turn++ % std::size(titles)];
+        song.setSongInfo(info, true);
+        require(song.saveToFile(path), "the save");
+    }
+}
+
+/// The same file, copied and put in its own place.
+void copyAndRename(benchmark::State &state, const QString &path)
+{
+    const std::filesystem::path song(path.toStdString());
+    const std::filesystem::path copy(song.string() + ".copy");
+    for (auto _ : state) {
+        require(std::filesystem::copy_file(song, copy), "the copy");
+        std::filesystem::rename(copy, song);
+    }
+}
+
 template <typename Function>
 void add(const char *name, Function function, const QString &path)
 {
@@ -146,6 +175,8 @@ int main(int argc, char **argv)
     writeFile(mp3, SampleSongs::mp3(SampleSongs::Tag::Id3v23, songInfo(), 300));
     add("import/MP3 of 5 MB/ours", importOurs, mp3);
     add("import/MP3 of 5 MB/TagLib", importTagLib, mp3);
+    add("save/MP3 of 5 MB/ours", saveOurs, mp3);
+    add("save/MP3 of 5 MB/copy and rename", copyAndRename, mp3);
     add("record/MP3 of 5 MB/ours", recordOurs, mp3);
     add("record/MP3 of 5 MB/TagLib", recordTagLib, mp3);
 
@@ -161,6 +192,9 @@ int main(int argc, char **argv)
         const std::string row = "import/MIDI of " + std::to_string(kilobytes) + " KB/";
         add((row + "ours").c_str(), importOurs, plain);
         add((row + "read and pass").c_str(), readAndPass, plain);
+        const std::string save = "save/MIDI of " + std::to_string(kilobytes) + " KB/";
+        add((save + "ours").c_str(), saveOurs, plain);
+        add((save + "copy and rename").c_str(), copyAndRename, plain);
     }
     return BenchProgram::run(argc, argv) ? 0 : 1;
 }
