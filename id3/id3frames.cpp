@@ -48,9 +48,8 @@ bool isZero(QByteArrayView bytes)
 Id3Frames::Id3Frames(const QByteArray &tag, qint64 end)
     : m_header(Id3Header::read(tag)), m_tagEnd(end)
 {
-    findStart(tag);
     const bool isCompressed = m_header.version == 2 && (m_header.flags & Id3Header::Compressed);
-    if (m_header.version == 0 || isCompressed) {
+    if (!findStart(tag) || m_header.version == 0 || isCompressed) {
         m_framesEnd = m_framesStart;
         return;
     }
@@ -65,23 +64,23 @@ Id3Frames::Id3Frames(const QByteArray &tag, qint64 end)
         *this = plain;
 }
 
-/// Some programs set the flag of an extended header and write none.
-void Id3Frames::findStart(const QByteArray &tag)
+/// Some programs set the flag of an extended header and write none. False when what stands there is
+/// neither that nor a frame nor padding.
+bool Id3Frames::findStart(const QByteArray &tag)
 {
-    constexpr quint32 shortest = 6;
-    constexpr quint32 longest23 = 10;
+    constexpr qint64 shortest = 6;
     m_framesStart = Id3Header::size;
     if (!m_header.hasExtendedHeader() || isFrameName(tag, m_framesStart))
-        return;
-    if (m_header.version == 3) {
-        const quint32 size = be32At(tag, m_framesStart); // of what follows it
-        if (size == shortest || size == longest23)
-            m_framesStart += size + 4;
-    } else if (Id3Number::isSynchsafe(tag, m_framesStart)) {
-        const quint32 size = Id3Number::synchsafe(tag, m_framesStart);
-        if (size >= shortest && m_framesStart + size <= m_tagEnd)
-            m_framesStart += size;
-    }
+        return true;
+    const bool isPlain = m_header.version == 3;
+    const bool isSize = isPlain || Id3Number::isSynchsafe(tag, m_framesStart);
+    const qint64 size =
+        isPlain ? be32At(tag, m_framesStart) : Id3Number::synchsafe(tag, m_framesStart);
+    const qint64 start = m_framesStart + size + (isPlain ? 4 : 0); // version 2.4 counts the size
+    if (!isSize || size < shortest || start > m_tagEnd)
+        return isZero(QByteArrayView(tag).sliced(std::min(m_framesStart, tag.size())));
+    m_framesStart = start;
+    return true;
 }
 
 qsizetype Id3Frames::frameHeaderSize() const
@@ -183,7 +182,8 @@ std::optional<Id3Frame> Id3Frames::search(const QByteArray &tag, QByteArrayView 
 {
     const qint64 dataEnd = std::min<qint64>(m_tagEnd, tag.size());
     const QByteArrayView window = QByteArrayView(tag).first(std::min(tag.size(), limit));
-    const qsizetype hit = window.indexOf(id, m_framesEnd);
+    // An extended header that leads to no frame may be none.
+    const qsizetype hit = window.indexOf(id, isUnknown() ? Id3Header::size : m_framesEnd);
     if (hit < 0 || hit >= dataEnd)
         return std::nullopt;
     Id3Frame frame;

@@ -61,7 +61,7 @@ private:
     enum class End { Clean, Opaque, Broken };
     enum class Sizes { Plain, Synchsafe };
 
-    void findStart(const QByteArray &tag);
+    bool findStart(const QByteArray &tag);
     void walk(const QByteArray &tag, Sizes sizes);
     bool takeFrame(const QByteArray &tag, qint64 dataEnd);
     bool mayFollow(const QByteArray &tag, qint64 pos, qint64 dataEnd) const;
