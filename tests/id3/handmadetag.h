@@ -1,0 +1,61 @@
+#pragma once
+
+#include "id3/id3frames.h"
+
+#include <QByteArray>
+
+/// ID3v2 tags written out by hand.
+namespace HandMade
+{
+
+/// A literal with its zero bytes: `bytes("\0\xFF")`.
+template <size_t size>
+QByteArray bytes(const char (&literal)[size])
+{
+    return QByteArray(literal, size - 1);
+}
+
+/// Two frames of version 2.3, which are the same in version 2.4.
+inline const QByteArray title = bytes("TIT2\0\0\0\4\0\0\0One");
+inline const QByteArray artist = bytes("TPE1\0\0\0\4\0\0\0Two");
+
+/// A frame of version 2.4 called \a name around 200 bytes, its size written as \a size.
+inline QByteArray frameOf200(const QByteArray &name, const QByteArray &size)
+{
+    return name + size + bytes("\0\0\0") + QByteArray(199, 'x');
+}
+
+/// The header of a tag around \a body, and \a body.
+inline QByteArray tag(int version, int flags, const QByteArray &body)
+{
+    QByteArray header = bytes("ID3\0\0\0");
+    header[3] = static_cast<char>(version);
+    header[5] = static_cast<char>(flags);
+    for (const int shift : {21, 14, 7, 0})
+        header += static_cast<char>((body.size() >> shift) & 0x7F);
+    return header + body;
+}
+
+/// A tag that was walked, whole.
+struct Walked {
+    explicit Walked(const QByteArray &whole) : tag(whole), frames(tag, tag.size()) {}
+
+    /// What the frame \a id holds: "none" when there is no such frame.
+    QByteArray content(const char *id) const
+    {
+        const std::optional<Id3Frame> frame = frames.find(tag, id, tag.size());
+        return frame ? frames.content(tag, *frame) : QByteArray("none");
+    }
+
+    /// Where the frame \a id begins; -1 when there is no such frame.
+    qsizetype start(const char *id) const
+    {
+        const std::optional<Id3Frame> frame = frames.find(tag, id, tag.size());
+        return frame ? frame->start : -1;
+    }
+
+    QByteArray tag;
+    Id3Frames frames;
+};
+
+} // namespace HandMade
