@@ -1,6 +1,7 @@
 #pragma once
 
 #include "id3/id3frames.h"
+#include "tests/literalbytes.h"
 
 #include <QByteArray>
 
@@ -8,12 +9,7 @@
 namespace HandMade
 {
 
-/// A literal with its zero bytes: `bytes("\0\xFF")`.
-template <size_t size>
-QByteArray bytes(const char (&literal)[size])
-{
-    return QByteArray(literal, size - 1);
-}
+using LiteralBytes::bytes;
 
 /// Two frames of version 2.3, which are the same in version 2.4.
 inline const QByteArray title = bytes("TIT2\0\0\0\4\0\0\0One");

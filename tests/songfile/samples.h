@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/literalbytes.h"
+
 #include <QByteArray>
 #include <QMap>
 #include <QString>
@@ -8,12 +10,7 @@
 namespace Samples
 {
 
-/// A literal with its zero bytes: `bytes("\0\xFF")`.
-template <size_t size>
-QByteArray bytes(const char (&literal)[size])
-{
-    return QByteArray(literal, size - 1);
-}
+using LiteralBytes::bytes;
 
 /// The bytes of a Standard MIDI File whose first track holds \a events and then one note; format 1
 /// has a second track with another note.

@@ -1,4 +1,4 @@
-#include "songfile/mp3header.h"
+#include "tests/songfile/loadedtag.h"
 #include "tests/songfile/samples.h"
 #include "tests/testprogram.h"
 
@@ -9,26 +9,6 @@
 using namespace Qt::StringLiterals;
 using Samples::frame;
 using Samples::tag;
-
-namespace
-{
-
-Mp3Header loadedTag(const QByteArray &data)
-{
-    Mp3Header header;
-    if (!header.loadHeader(data))
-        qFatal("tag refused");
-    return header;
-}
-
-/// True when the size field counts the bytes behind the tag's header.
-bool isSizeRight(const Mp3Header &header)
-{
-    return Mp3Header::getId3TagSize(header.stream()) + 10 ==
-           static_cast<unsigned>(header.stream().size());
-}
-
-} // namespace
 
 class TestMp3Header : public QObject
 {
