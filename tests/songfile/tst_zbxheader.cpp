@@ -52,6 +52,8 @@ private slots:
     void widensFlagsWithTheirSign();
     void writesSizesLittleEndian();
     void changesNothingElse();
+    void losesWhatStandsBehindAText_data();
+    void losesWhatStandsBehindAText();
     void worksWithoutAHeader();
 };
 
@@ -219,6 +221,46 @@ void TestZbxHeader::changesNothingElse()
     QCOMPARE(after.size(), before.size());
     for (int i = 0; i < before.size(); ++i)
         QVERIFY(after.at(i) == before.at(i) || (i >= 4 && i < 8) || i == 122);
+}
+
+void TestZbxHeader::losesWhatStandsBehindAText_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("loses");
+    const QString wide(32, u'x');
+    QTest::newRow("plain") << QByteArray("La") << u"La"_s << false;
+    QTest::newRow("full") << QByteArray(32, 'x') << wide << false;
+    QTest::newRow("empty") << QByteArray() << QString() << false;
+    QTest::newRow("bytes behind the zero") << Samples::bytes("La\0old") << u"La"_s << true;
+    QTest::newRow("bytes behind no text") << Samples::bytes("\0old") << QString() << true;
+    QTest::newRow("blanks behind") << QByteArray("La").leftJustified(32, ' ') << u"La"_s << true;
+    QTest::newRow("blanks before") << QByteArray("  La") << u"La"_s << true;
+    QTest::newRow("blanks alone") << QByteArray(32, ' ') << QString() << true;
+    QTest::newRow("another text") << Samples::bytes("La\0old") << u"Lo"_s << false;
+    QTest::newRow("longer than the field") << QByteArray(32, 'x') << wide + u'y' << false;
+}
+
+void TestZbxHeader::losesWhatStandsBehindAText()
+{
+    QFETCH(const QByteArray, field);
+    QFETCH(const QString, text);
+    QFETCH(const bool, loses);
+    using Field = ZbxHeader::Field;
+    struct Text {
+        int offset;
+        Field field;
+        QString SongInfo::*member;
+    };
+    for (const Text &one :
+         {Text{122, Field::Title, &SongInfo::title}, Text{186, Field::Author, &SongInfo::author},
+          Text{218, Field::Artist, &SongInfo::artist}, Text{250, Field::Genre, &SongInfo::genre}}) {
+        const ZbxHeader header = loadedHeader(sampleWith(one.offset, field));
+        SongInfo info;
+        info.*one.member = text;
+        QCOMPARE(header.wouldLose(one.field, info), loses);
+    }
+    QVERIFY(!ZbxHeader().wouldLose(Field::Title, SongInfo()));
 }
 
 void TestZbxHeader::worksWithoutAHeader()

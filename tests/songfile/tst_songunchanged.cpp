@@ -1,0 +1,194 @@
+#include "tests/id3/handmadetag.h"
+#include "tests/logcapture.h"
+#include "tests/songfile/songs.h"
+#include "tests/testprogram.h"
+
+#include <QtTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using HandMade::bytes;
+using HandMade::tag;
+using Samples::header;
+using Samples::infoOf;
+using Samples::opened;
+
+namespace
+{
+
+/// What a save by hand makes of the song \a content once \a change has changed its record.
+template <typename Change>
+QByteArray savedByHand(const QString &name, const QByteArray &content, Change change)
+{
+    MetaSong song = opened(name, content);
+    SongInfo info = infoOf(song);
+    change(info);
+    song.setSongInfo(info, true);
+    if (!song.saveToFile(name))
+        qFatal("not saved");
+    return Samples::read(name);
+}
+
+void setTempo(SongInfo &info)
+{
+    info.userBpm = 97;
+}
+
+/// The header of a saved container, its sizes apart.
+QByteArray headOf(const QByteArray &container)
+{
+    QByteArray head = container.left(512);
+    return head.replace(4, 4, QByteArray(4, '\0')).replace(12, 4, QByteArray(4, '\0'));
+}
+
+} // namespace
+
+/// A save by hand in which the user left a field alone.
+class TestSongUnchanged : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_log = std::make_unique<LogCapture>(); }
+    void cleanup() { m_log.reset(); }
+
+    void keepsFramesThatHoldMore();
+    void keepsFramesOfVersion22();
+    void keepsALengthToTheMillisecond();
+    void movesPlainFrames();
+    void writesChangedFieldsAsEver();
+    void removesATextThatTheUserTookAway();
+    void keepsBytesBehindAContainersText();
+    void keepsBlanksOfAContainersText();
+    void writesChangedFieldsOfAContainer();
+    void writesAnEmptyFieldOfAContainer();
+
+private:
+    std::unique_ptr<LogCapture> m_log;
+};
+
+void TestSongUnchanged::keepsFramesThatHoldMore()
+{
+    const QByteArray title = bytes("TIT2\0\0\0\x0D\0\0\1\xFF\xFE"
+                                   "C\0i\0t\0t\0\xE0\0");
+    const QByteArray artist = bytes("TPE1\0\0\0\x0B\0\0\3Al\xC3\xAC\0Two\0");
+    const QByteArray genre = bytes("TCON\0\0\0\x08\0\x09\0\0\0\5xxxx");
+    const QByteArray audio = Samples::audio(60);
+    const QByteArray written = bytes("MEDT\0\0\0\4\0\0\0\0\0\0TBPM\0\0\0\3\0\0\0"
+                                     "97");
+    QCOMPARE(savedByHand(u"a.mp3"_s, tag(4, 0, title + artist + genre) + audio, setTempo),
+             tag(4, 0, written + title + artist + genre) + audio);
+    // And once more, with a tempo to replace.
+    QCOMPARE(savedByHand(u"a.mp3"_s, tag(4, 0, written + title + artist + genre) + audio,
+                         [](SongInfo &info) { info.userBpm = 98; }),
+             tag(4, 0,
+                 bytes("TBPM\0\0\0\3\0\0\0"
+                       "98") +
+                     written.first(14) + title + artist + genre) +
+                 audio);
+}
+
+void TestSongUnchanged::keepsFramesOfVersion22()
+{
+    const QByteArray title = bytes("TT2\0\0\x0D\1\xFF\xFE"
+                                   "C\0i\0t\0t\0\xE0\0");
+    const QByteArray artist = bytes("TP1\0\0\5\0One\0");
+    QCOMPARE(savedByHand(u"a.mp3"_s, tag(2, 0, title + artist), setTempo),
+             tag(2, 0,
+                 bytes("MED\0\0\4\0\0\0\0TBP\0\0\3\0"
+                       "97") +
+                     title + artist));
+}
+
+void TestSongUnchanged::keepsALengthToTheMillisecond()
+{
+    const QByteArray length = bytes("TLEN\0\0\0\7\0\0\0"
+                                    "185999");
+    const QByteArray written = bytes("MEDT\0\0\0\4\0\0\0\0\0\0TBPM\0\0\0\3\0\0\0"
+                                     "97");
+    QCOMPARE(savedByHand(u"a.mp3"_s, tag(3, 0, length), setTempo), tag(3, 0, written + length));
+    const QByteArray tempo = bytes("TBPM\0\0\0\6\0\0\0"
+                                   "120.5");
+    QCOMPARE(savedByHand(u"a.mp3"_s, tag(3, 0, tempo), [](SongInfo &info) { info.key = u"C"_s; }),
+             tag(3, 0, bytes("MEDT\0\0\0\4\0\0\0\0\0\0TKEY\0\0\0\2\0\0\0C") + tempo));
+}
+
+void TestSongUnchanged::movesPlainFrames()
+{
+    // As described: a frame that is written again stands first.
+    const QByteArray title = bytes("TIT2\0\0\0\3\0\0\0La");
+    const QByteArray artist = bytes("TPE1\0\0\0\3\0\0\0Io");
+    const QByteArray album = bytes("TALB\0\0\0\2\0\0\0A");
+    const QByteArray written = bytes("MEDT\0\0\0\4\0\0\0\0\0\0");
+    const QByteArray tempo = bytes("TBPM\0\0\0\3\0\0\0"
+                                   "97");
+    QCOMPARE(savedByHand(u"a.mp3"_s, tag(3, 0, title + album + artist), setTempo),
+             tag(3, 0, written + artist + tempo + title + album));
+}
+
+void TestSongUnchanged::writesChangedFieldsAsEver()
+{
+    const QByteArray title = bytes("TIT2\0\0\0\x0D\0\0\1\xFF\xFE"
+                                   "C\0i\0t\0t\0\xE0\0");
+    const QByteArray artist = bytes("TPE1\0\0\0\x08\0\0\0One\0Two");
+    QCOMPARE(savedByHand(u"a.mp3"_s, tag(3, 0, title + artist),
+                         [](SongInfo &info) { info.artist = u"Io"_s; }),
+             tag(3, 0, bytes("MEDT\0\0\0\4\0\0\0\0\0\0TPE1\0\0\0\3\0\0\0Io") + title));
+}
+
+void TestSongUnchanged::removesATextThatTheUserTookAway()
+{
+    const QByteArray artist = bytes("TPE1\0\0\0\x08\0\0\0One\0Two");
+    QCOMPARE(
+        savedByHand(u"a.mp3"_s, tag(3, 0, artist), [](SongInfo &info) { info.artist.clear(); }),
+        tag(3, 0, bytes("MEDT\0\0\0\4\0\0\0\0\0\0")));
+}
+
+void TestSongUnchanged::keepsBytesBehindAContainersText()
+{
+    const QByteArray head = header(Samples::titleField, bytes("La\0old rest"))
+                                .replace(Samples::genreField, 8, bytes("Polka\0\0x"));
+    const QByteArray saved = savedByHand(u"a.zb3"_s, Samples::container(head, Samples::midi()),
+                                         [](SongInfo &info) { info.artist = u"Io"_s; });
+    QByteArray expected = head;
+    expected.replace(Samples::artistField, 2, "Io");
+    QCOMPARE(headOf(saved), headOf(expected));
+}
+
+void TestSongUnchanged::keepsBlanksOfAContainersText()
+{
+    const QByteArray head = header(Samples::artistField, QByteArray("Io").leftJustified(32, ' '))
+                                .replace(Samples::authorField, 4, "  Me");
+    const QByteArray saved = savedByHand(u"a.zb3"_s, Samples::container(head, Samples::midi()),
+                                         [](SongInfo &info) { info.title = u"La"_s; });
+    QByteArray expected = head;
+    expected.replace(Samples::titleField, 2, "La");
+    QCOMPARE(headOf(saved), headOf(expected));
+}
+
+void TestSongUnchanged::writesChangedFieldsOfAContainer()
+{
+    const QByteArray head =
+        header(Samples::titleField, bytes("La\0old rest"))
+            .replace(Samples::artistField, 32, QByteArray("Io").leftJustified(32, ' '));
+    const QByteArray saved =
+        savedByHand(u"a.zb3"_s, Samples::container(head, Samples::midi()), [](SongInfo &info) {
+            info.title = u"Lo"_s;
+            info.artist = u"Tu"_s;
+        });
+    QByteArray expected = header(Samples::titleField, "Lo");
+    expected.replace(Samples::artistField, 2, "Tu");
+    QCOMPARE(headOf(saved), headOf(expected));
+}
+
+void TestSongUnchanged::writesAnEmptyFieldOfAContainer()
+{
+    const QByteArray head = header(Samples::titleField, bytes("La\0old rest"));
+    const QByteArray saved = savedByHand(u"a.zb3"_s, Samples::container(head, Samples::midi()),
+                                         [](SongInfo &info) { info.title.clear(); });
+    QCOMPARE(headOf(saved), headOf(header(Samples::titleField, {})));
+}
+
+BRISEL_TEST(QCoreApplication, TestSongUnchanged)
+#include "tst_songunchanged.moc"
