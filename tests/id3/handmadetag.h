@@ -12,8 +12,8 @@ namespace HandMade
 using LiteralBytes::bytes;
 
 /// Two frames of version 2.3, which are the same in version 2.4.
-inline const QByteArray title = bytes("TIT2\0\0\0\4\0\0\0One");
-inline const QByteArray artist = bytes("TPE1\0\0\0\4\0\0\0Two");
+inline const QByteArray titleOne = bytes("TIT2\0\0\0\4\0\0\0One");
+inline const QByteArray artistTwo = bytes("TPE1\0\0\0\4\0\0\0Two");
 
 /// A frame of version 2.4 called \a name around 200 bytes, its size written as \a size.
 inline QByteArray frameOf200(const QByteArray &name, const QByteArray &size)

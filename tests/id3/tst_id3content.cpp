@@ -3,11 +3,11 @@
 
 #include <QTest>
 
-using HandMade::artist;
+using HandMade::artistTwo;
 using HandMade::bytes;
 using HandMade::frameOf200;
 using HandMade::tag;
-using HandMade::title;
+using HandMade::titleOne;
 using HandMade::Walked;
 
 /// What is found in a tag that was walked, and what is written into it.
@@ -51,18 +51,18 @@ void TestId3Content::findsNoNameInsideAFrame()
 {
     QFETCH(const QByteArray, frame);
     for (const int version : {3, 4}) {
-        const Walked before(tag(version, 0, frame + artist));
+        const Walked before(tag(version, 0, frame + artistTwo));
         QVERIFY(before.frames.endsInPadding());
         QCOMPARE(before.start("TIT2"), -1);
         QCOMPARE(before.start("TPE1"), 10 + frame.size());
-        const Walked behind(tag(version, 0, frame + title));
+        const Walked behind(tag(version, 0, frame + titleOne));
         QCOMPARE(behind.content("TIT2"), bytes("\0One"));
     }
 }
 
 void TestId3Content::findsTheFirstOfAName()
 {
-    const Walked walked(tag(3, 0, artist + title + bytes("TIT2\0\0\0\4\0\0\0Six")));
+    const Walked walked(tag(3, 0, artistTwo + titleOne + bytes("TIT2\0\0\0\4\0\0\0Six")));
     QCOMPARE(walked.content("TIT2"), bytes("\0One"));
     QCOMPARE(walked.start("TIT2"), 24);
 }
@@ -72,13 +72,13 @@ void TestId3Content::findsNamesThatLieBeforeTheLimit()
     const auto isFound = [](const QByteArray &tag, qsizetype limit) {
         return Id3Frames(tag, tag.size()).find(tag, "TIT2", limit).has_value();
     };
-    const QByteArray walked = tag(3, 0, artist + title);
+    const QByteArray walked = tag(3, 0, artistTwo + titleOne);
     QVERIFY(isFound(walked, 28));
     QVERIFY(!isFound(walked, 27));
     const QByteArray ofVersion22 = tag(2, 0, bytes("TT2\0\0\2\0x"));
     QVERIFY(isFound(ofVersion22, 13));
     QVERIFY(!isFound(ofVersion22, 12));
-    const QByteArray searched = tag(1, 0, artist + title);
+    const QByteArray searched = tag(1, 0, artistTwo + titleOne);
     QVERIFY(isFound(searched, 28));
     QVERIFY(!isFound(searched, 27));
 }
@@ -141,7 +141,7 @@ void TestId3Content::leavesOutWhatFlagsAdd()
     QFETCH(const int, tagFlags);
     QFETCH(const QByteArray, frame);
     QFETCH(const QByteArray, content);
-    const Walked walked(tag(version, tagFlags, frame + artist));
+    const Walked walked(tag(version, tagFlags, frame + artistTwo));
     QVERIFY(walked.frames.endsInPadding());
     QCOMPARE(walked.content("TIT2"), content);
     QCOMPARE(walked.content("TPE1"), bytes("\0Two"));
@@ -150,14 +150,14 @@ void TestId3Content::leavesOutWhatFlagsAdd()
 void TestId3Content::readsNoCompressedOrEncryptedText()
 {
     for (const int flag : {0x80, 0x40}) {
-        QByteArray frame = title;
+        QByteArray frame = titleOne;
         frame[9] = static_cast<char>(flag);
-        QCOMPARE(Walked(tag(3, 0, frame + artist)).content("TIT2"), QByteArray());
+        QCOMPARE(Walked(tag(3, 0, frame + artistTwo)).content("TIT2"), QByteArray());
     }
     for (const int flag : {0x08, 0x04}) {
-        QByteArray frame = title;
+        QByteArray frame = titleOne;
         frame[9] = static_cast<char>(flag);
-        QCOMPARE(Walked(tag(4, 0, frame + artist)).content("TIT2"), QByteArray());
+        QCOMPARE(Walked(tag(4, 0, frame + artistTwo)).content("TIT2"), QByteArray());
     }
 }
 
@@ -182,21 +182,22 @@ void TestId3Content::makesFramesOfTheTagsVersion()
     QCOMPARE(made(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8"))), "TIT2"),
              bytes("TIT2\0\0\0\xC8\0\0") + content);
     // Frames that version 2.3 knows, in a tag that claims to be of version 2.2.
-    QCOMPARE(made(tag(2, 0, title), "TIT2"), bytes("TIT2\0\0\0\xC8\0\0") + content);
+    QCOMPARE(made(tag(2, 0, titleOne), "TIT2"), bytes("TIT2\0\0\0\xC8\0\0") + content);
 }
 
 void TestId3Content::makesSizesSynchsafe()
 {
     const QByteArray padding(30, '\0');
-    Walked walked(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + title + padding));
+    Walked walked(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + titleOne + padding));
     walked.frames.makeSizesSynchsafe(walked.tag);
     const QByteArray synchsafe =
-        tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + title + padding);
+        tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + titleOne + padding);
     QCOMPARE(walked.tag, synchsafe);
     Walked again(synchsafe);
     again.frames.makeSizesSynchsafe(again.tag);
     QCOMPARE(again.tag, synchsafe);
-    const QByteArray broken = tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + "junk" + title);
+    const QByteArray broken =
+        tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + "junk" + titleOne);
     Walked kept(broken);
     kept.frames.makeSizesSynchsafe(kept.tag);
     QCOMPARE(kept.tag, broken);

@@ -3,11 +3,11 @@
 
 #include <QTest>
 
-using HandMade::artist;
+using HandMade::artistTwo;
 using HandMade::bytes;
 using HandMade::frameOf200;
 using HandMade::tag;
-using HandMade::title;
+using HandMade::titleOne;
 using HandMade::Walked;
 
 class TestId3Frames : public QObject
@@ -62,7 +62,7 @@ void TestId3Frames::readsFramesOfVersion22()
 
 void TestId3Frames::readsFramesOfVersion23()
 {
-    const Walked walked(tag(3, 0, bytes("TALB\0\0\0\2\0\0\0A") + title + artist));
+    const Walked walked(tag(3, 0, bytes("TALB\0\0\0\2\0\0\0A") + titleOne + artistTwo));
     QCOMPARE(walked.content("TIT2"), bytes("\0One"));
     QCOMPARE(walked.content("TPE1"), bytes("\0Two"));
     QCOMPARE(walked.content("TALB"), bytes("\0A"));
@@ -78,16 +78,16 @@ void TestId3Frames::readsFramesOfVersion23()
 
 void TestId3Frames::readsSizesOfVersion23WithAllBits()
 {
-    const Walked walked(tag(3, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + title));
+    const Walked walked(tag(3, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + titleOne));
     QCOMPARE(walked.start("TIT2"), 220);
     // 00 00 01 48 is 200 by the rules of version 2.4 only.
-    const Walked synchsafe(tag(3, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + title));
+    const Walked synchsafe(tag(3, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + titleOne));
     QVERIFY(!synchsafe.frames.isWalked());
 }
 
 void TestId3Frames::readsSynchsafeSizesOfVersion24()
 {
-    const Walked walked(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + title));
+    const Walked walked(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + titleOne));
     QVERIFY(walked.frames.endsInPadding());
     QCOMPARE(walked.content("TALB").size(), 200);
     QCOMPARE(walked.start("TIT2"), 220);
@@ -95,7 +95,7 @@ void TestId3Frames::readsSynchsafeSizesOfVersion24()
 
 void TestId3Frames::readsPlainSizesInVersion24()
 {
-    const Walked walked(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + title));
+    const Walked walked(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + titleOne));
     QVERIFY(walked.frames.endsInPadding());
     QCOMPARE(walked.content("TALB").size(), 200);
     QCOMPARE(walked.start("TIT2"), 220);
@@ -106,23 +106,23 @@ void TestId3Frames::decidesBySizesThatLeadFromFrameToFrame()
     // 00 00 01 00 is 128 or 256, and nothing but what stands there tells which.
     for (const int size : {128, 256}) {
         const QByteArray album = bytes("TALB\0\0\1\0\0\0\0") + QByteArray(size - 1, 'x');
-        const Walked walked(tag(4, 0, album + title + QByteArray(20, '\0')));
+        const Walked walked(tag(4, 0, album + titleOne + QByteArray(20, '\0')));
         QVERIFY(walked.frames.endsInPadding());
         QCOMPARE(walked.content("TALB").size(), size);
         QCOMPARE(walked.start("TIT2"), 20 + size);
     }
     // Neither leads to the end of the tag: the one that leads further is taken.
     const QByteArray broken = QByteArray(50, '?');
-    const Walked plain(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + title + broken));
+    const Walked plain(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + titleOne + broken));
     QCOMPARE(plain.frames.framesEnd(), 234);
-    const Walked synchsafe(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + title + broken));
+    const Walked synchsafe(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + titleOne + broken));
     QCOMPARE(synchsafe.frames.framesEnd(), 234);
 }
 
 void TestId3Frames::knowsNoOtherVersion()
 {
     for (const int version : {0, 1, 5, 255}) {
-        const Walked walked(tag(version, 0, artist + title));
+        const Walked walked(tag(version, 0, artistTwo + titleOne));
         QVERIFY(walked.frames.isUnknown());
         QCOMPARE(walked.start("TIT2"), 24); // by its name alone
         QVERIFY(walked.frames.find(walked.tag, "TIT2", 100)->isSearched);
@@ -182,7 +182,7 @@ void TestId3Frames::passesTheExtendedHeader()
 {
     QFETCH(const int, version);
     QFETCH(const QByteArray, header);
-    const Walked walked(tag(version, 0x40, header + title + artist));
+    const Walked walked(tag(version, 0x40, header + titleOne + artistTwo));
     QCOMPARE(walked.frames.framesStart(), 10 + header.size());
     QVERIFY(walked.frames.endsInPadding());
     QCOMPARE(walked.start("TIT2"), 10 + header.size());
@@ -192,7 +192,7 @@ void TestId3Frames::passesTheExtendedHeader()
 void TestId3Frames::takesTheFlagWithoutAnExtendedHeader()
 {
     for (const int version : {3, 4}) {
-        const Walked walked(tag(version, 0x40, title + artist));
+        const Walked walked(tag(version, 0x40, titleOne + artistTwo));
         QCOMPARE(walked.frames.framesStart(), 10);
         QVERIFY(walked.frames.endsInPadding());
         QCOMPARE(walked.start("TPE1"), 24);
@@ -231,7 +231,7 @@ void TestId3Frames::searchesBehindAnInvalidExtendedHeader()
 {
     QFETCH(const int, version);
     QFETCH(const QByteArray, header);
-    const Walked walked(tag(version, 0x40, header + title + artist));
+    const Walked walked(tag(version, 0x40, header + titleOne + artistTwo));
     QVERIFY(walked.frames.isUnknown());
     QCOMPARE(walked.start("TIT2"), 10 + header.size());
     QCOMPARE(walked.content("TPE1"), bytes("\0Two"));
@@ -248,7 +248,7 @@ void TestId3Frames::takesNamesOfThreeLetters()
                                   "\0\0\0\2"
                                   "\0\0"
                                   "\0y") +
-                                title));
+                                titleOne));
     QVERIFY(walked.frames.endsInPadding());
     QCOMPARE(walked.start("TIT2"), 34);
     // A blank or a zero byte elsewhere ends the walk.
@@ -258,35 +258,35 @@ void TestId3Frames::takesNamesOfThreeLetters()
                                  "\0\0\0\2"
                                  "\0\0"
                                  "\0x") +
-                               title));
+                               titleOne));
     QVERIFY(!other.frames.isWalked());
     const Walked small(tag(3, 0,
                            bytes("Tit2"
                                  "\0\0\0\2"
                                  "\0\0"
                                  "\0x") +
-                               title));
+                               titleOne));
     QVERIFY(!small.frames.isWalked());
 }
 
 void TestId3Frames::takesEmptyFrames()
 {
     const QByteArray empty = bytes("TALB\0\0\0\0\0\0");
-    const Walked first(tag(3, 0, empty + title));
+    const Walked first(tag(3, 0, empty + titleOne));
     QVERIFY(first.frames.endsInPadding());
     QCOMPARE(first.content("TALB"), QByteArray());
     QCOMPARE(first.start("TIT2"), 20);
-    const Walked last(tag(3, 0, title + empty));
+    const Walked last(tag(3, 0, titleOne + empty));
     QVERIFY(last.frames.endsInPadding());
     QCOMPARE(last.content("TALB"), QByteArray());
-    const Walked padded(tag(3, 0, title + empty + QByteArray(30, '\0')));
+    const Walked padded(tag(3, 0, titleOne + empty + QByteArray(30, '\0')));
     QVERIFY(padded.frames.endsInPadding());
     QCOMPARE(padded.frames.framesEnd(), 34);
 }
 
 void TestId3Frames::takesNoEmptyFrameThatLeadsNowhere()
 {
-    const Walked walked(tag(3, 0, artist + bytes("TIT2\0\0\0\0\0\0") + bytes("\0Rest\0x")));
+    const Walked walked(tag(3, 0, artistTwo + bytes("TIT2\0\0\0\0\0\0") + bytes("\0Rest\0x")));
     QVERIFY(!walked.frames.isWalked());
     QCOMPARE(walked.frames.framesEnd(), 24);
     const std::optional<Id3Frame> frame = walked.frames.find(walked.tag, "TIT2", 100);
@@ -297,7 +297,7 @@ void TestId3Frames::takesNoEmptyFrameThatLeadsNowhere()
 void TestId3Frames::endsAtThePadding()
 {
     for (const int padding : {1, 9, 10, 11, 500}) {
-        const Walked walked(tag(3, 0, title + QByteArray(padding, '\0')));
+        const Walked walked(tag(3, 0, titleOne + QByteArray(padding, '\0')));
         QVERIFY(walked.frames.endsInPadding());
         QVERIFY(walked.frames.isWalked());
         QCOMPARE(walked.frames.framesEnd(), 24);
@@ -310,13 +310,13 @@ void TestId3Frames::endsAtThePadding()
 
 void TestId3Frames::endsAtJunkBehindThePadding()
 {
-    const Walked walked(tag(3, 0, title + QByteArray(20, '\0') + artist));
+    const Walked walked(tag(3, 0, titleOne + QByteArray(20, '\0') + artistTwo));
     QVERIFY(!walked.frames.endsInPadding());
     QVERIFY(walked.frames.isWalked());
     QCOMPARE(walked.frames.framesEnd(), 24);
     QCOMPARE(walked.content("TPE1"), QByteArray("none"));
     // Fewer bytes than a frame's header takes.
-    const Walked rest(tag(3, 0, title + bytes("TPE1\0\0\0\1\0")));
+    const Walked rest(tag(3, 0, titleOne + bytes("TPE1\0\0\0\1\0")));
     QVERIFY(rest.frames.isWalked());
     QVERIFY(!rest.frames.endsInPadding());
     QCOMPARE(rest.frames.framesEnd(), 24);
@@ -326,7 +326,8 @@ void TestId3Frames::searchesBehindABrokenFrame()
 {
     const QByteArray priv = bytes("PRIV\0\0\0\x0E\0\0") + bytes("TCON\0\0\0\4\0\0\0Not");
     const QByteArray genre = bytes("TCON\0\0\0\4\0\0\0Yes");
-    const Walked walked(tag(3, 0, priv + title + bytes("TALB\0\x7F\0\0\0\0") + artist + genre));
+    const Walked walked(
+        tag(3, 0, priv + titleOne + bytes("TALB\0\x7F\0\0\0\0") + artistTwo + genre));
     QVERIFY(!walked.frames.isWalked());
     QVERIFY(!walked.frames.isUnknown());
     QCOMPARE(walked.frames.framesEnd(), 48);
@@ -338,7 +339,7 @@ void TestId3Frames::searchesBehindABrokenFrame()
 
 void TestId3Frames::searchesEverythingWhenTheFirstFrameIsBroken()
 {
-    const Walked walked(tag(3, 0, bytes("TALB\xFF\xFF\xFF\xFF\0\0\0x") + title + artist));
+    const Walked walked(tag(3, 0, bytes("TALB\xFF\xFF\xFF\xFF\0\0\0x") + titleOne + artistTwo));
     QVERIFY(walked.frames.isUnknown());
     QCOMPARE(walked.content("TIT2"), bytes("\0One"));
     QCOMPARE(walked.content("TPE1"), bytes("\0Two"));
@@ -348,7 +349,7 @@ void TestId3Frames::searchesEverythingWhenTheFirstFrameIsBroken()
 
 void TestId3Frames::readsACutTag()
 {
-    const QByteArray whole = tag(3, 0, artist + title + QByteArray(100, '\0'));
+    const QByteArray whole = tag(3, 0, artistTwo + titleOne + QByteArray(100, '\0'));
     const auto titleOf = [&whole](qsizetype size) {
         const QByteArray cut = whole.first(size);
         const Id3Frames frames(cut, whole.size());
