@@ -8,6 +8,7 @@
 #include "index/indexwriters.h"
 #include "index/playlists.h"
 #include "songfile/lzhuff.h"
+#include "tests/songfile/tagmaker.h"
 #include "tools/cataloguefile.h"
 #include "tools/samplesongs.h"
 #include "tools/syntheticcatalogue.h"
@@ -66,6 +67,20 @@ void writeSongSeeds()
                          QByteArray::fromHex("00000005000000") + "Song";
     putFile(outFolder + QStringLiteral("/metasong/longtag.mp3"), repeated(longTag, "TPE1"));
     putFile(outFolder + QStringLiteral("/mp3header/longtag.mp3"), repeated(longTag, "TPE1"));
+}
+
+/// Tags of every version and form, with a script behind the audio.
+void writeTagSeeds()
+{
+    constexpr int tags = 60;
+    TagMaker maker(1);
+    for (int i = 0; i < tags; ++i) {
+        const QByteArray song = maker.song(QByteArray("\xFF\xFB\x90\x44").repeated(10));
+        const QString name = QStringLiteral("tag%1.mp3").arg(i);
+        putFile(outFolder + QStringLiteral("/mp3header/") + name, scripted(song));
+        putFile(outFolder + QStringLiteral("/metasong/") + name, scripted(song));
+        putFile(outFolder + QStringLiteral("/songhead/") + name, song);
+    }
 }
 
 void writeCodecSeeds()
@@ -250,6 +265,7 @@ int main(int argc, char **argv)
     outFolder = QDir(QCoreApplication::arguments().at(1)).absolutePath();
     REQUIRE(!QFileInfo::exists(outFolder) || QDir(outFolder).removeRecursively());
     writeSongSeeds();
+    writeTagSeeds();
     writeCodecSeeds();
     writeIndexSeeds();
     writeMemorySeeds();

@@ -1,7 +1,7 @@
 #include "songfile/mp3header.h"
-#include "base/bytes.h"
 #include "base/songtext.h"
 #include "fuzz/fuzzing.h"
+#include "fuzz/id3parser.h"
 #include "fuzz/targets.h"
 
 #include <algorithm>
@@ -10,55 +10,8 @@
 namespace
 {
 
-/// What a tag must look like after each change, worked out byte by byte.
-class TagModel
-{
-public:
-    explicit TagModel(const QByteArray &tag) : m_tag(tag), m_size(Mp3Header::getId3TagSize(tag)) {}
-
-    const QByteArray &bytes() const { return m_tag; }
-    /// Bytes that the size field claims more than there are.
-    qint64 excess() const { return m_size + Mp3Header::tagHeaderSize - m_tag.size(); }
-
-    void setText(const QByteArray &id, const QByteArray &text)
-    {
-        removeFirst(id);
-        if (!text.isEmpty())
-            insertFirst(id, text);
-    }
-
-    void insertFirst(const QByteArray &id, const QByteArray &text)
-    {
-        QByteArray size(4, '\0');
-        putBe32(size, 0, static_cast<quint32>(text.size() + 1));
-        const QByteArray frame = id + size + QByteArray(3, '\0') + text;
-        m_tag = m_tag.left(Mp3Header::tagHeaderSize) + frame + m_tag.mid(Mp3Header::tagHeaderSize);
-        resized(frame.size());
-    }
-
-private:
-    void removeFirst(const QByteArray &id)
-    {
-        const qsizetype pos = m_tag.indexOf(id, Mp3Header::tagHeaderSize);
-        if (pos < 0 || pos >= m_size + Mp3Header::tagHeaderSize)
-            return;
-        const qint64 claimed = qint64{be32At(m_tag, pos + 4)} + 10;
-        const qint64 removed = std::min({claimed, m_size + Mp3Header::tagHeaderSize - pos,
-                                         static_cast<qint64>(m_tag.size() - pos)});
-        m_tag = m_tag.left(pos) + m_tag.mid(pos + removed);
-        resized(-removed);
-    }
-
-    void resized(qint64 bytes)
-    {
-        m_size += bytes;
-        for (int i = 0; i < 4; ++i)
-            putByte(m_tag, 6 + i, static_cast<quint8>((m_size >> (21 - 7 * i)) & 0x7F));
-    }
-
-    QByteArray m_tag;
-    qint64 m_size;
-};
+constexpr qsizetype understoodFrames = 1000;
+constexpr int maxChanges = 16;
 
 struct TagField {
     const char *id;
@@ -74,6 +27,18 @@ constexpr std::array tagFields{
     TagField{"TCON", &Mp3Header::setGenre, &Mp3Header::genre, &Mp3Header::hasGenre},
     TagField{"TKEY", &Mp3Header::setKey, &Mp3Header::key, &Mp3Header::hasKey}};
 
+/// What was asked of a tag.
+struct Change {
+    QByteArray id;
+    QString text;         ///< empty: the frame goes
+    bool isAdded = false; ///< beside a frame of that name, if there is one
+};
+
+QString beforeZero(const QString &text)
+{
+    return text.left(text.indexOf(QChar::Null));
+}
+
 void readAll(const Mp3Header &header)
 {
     for (const TagField &field : tagFields) {
@@ -86,30 +51,118 @@ void readAll(const Mp3Header &header)
     static_cast<void>(header.isKordia());
 }
 
-void change(Mp3Header &header, TagModel &model, Script &script)
+/// Changes \a header, and looks whether it reads as it was set.
+Change change(Mp3Header &header, Script &script)
 {
     const unsigned operation = script.byte() % (tagFields.size() + 3);
     if (operation < tagFields.size()) {
         const TagField &field = tagFields.at(operation);
-        const QString text = script.text();
+        const QString text = script.text().remove(QChar(QChar::ByteOrderMark));
         (header.*field.set)(text);
-        model.setText(field.id, songBytes(text));
-        if (!text.isEmpty())
-            REQUIRE((header.*field.get)() == songText(songBytes(text)));
-    } else if (operation == tagFields.size()) {
+        REQUIRE((header.*field.has)() || text.isEmpty());
+        REQUIRE(text.isEmpty() || (header.*field.get)() == trimmedSongText(beforeZero(text)));
+        return {field.id, text};
+    }
+    if (operation == tagFields.size()) {
         const int seconds = script.number();
         header.setLength(seconds);
-        model.setText("TLEN", seconds > 0 ? QByteArray::number(qint64{seconds} * 1000) : "");
         REQUIRE(seconds <= 0 || header.length() == seconds);
-    } else if (operation == tagFields.size() + 1) {
+        return {"TLEN", seconds > 0 ? QString::number(qint64{seconds} * 1000) : QString()};
+    }
+    if (operation == tagFields.size() + 1) {
         const int bpm = script.number();
         header.setUserBpm(bpm);
-        model.setText("TBPM", bpm > 0 ? QByteArray::number(bpm) : "");
         REQUIRE(bpm <= 0 || header.userBpm() == bpm);
-    } else {
-        header.setBriselEditParam();
-        model.insertFirst("MEDT", QByteArray(3, '\0'));
-        REQUIRE(header.hasBriselEditParam());
+        return {"TBPM", bpm > 0 ? QString::number(bpm) : QString()};
+    }
+    header.setBriselEditParam();
+    REQUIRE(header.hasBriselEditParam());
+    return {"MEDT", QString(3, QChar::Null), true};
+}
+
+/// A tag that the strict parser understands: every change must leave all the rest.
+class UnderstoodTag
+{
+public:
+    explicit UnderstoodTag(const Id3Parser::Tag &tag)
+        : m_tag(tag), m_loadedEnd(tag.framesEnd), m_loadedPadding(tag.padding)
+    {
+    }
+
+    void checkTexts(const Mp3Header &header) const
+    {
+        for (const TagField &field : tagFields) {
+            const qsizetype index = m_tag.indexOf(m_tag.name(field.id));
+            REQUIRE((header.*field.has)() == (index >= 0));
+            const std::optional<QString> text =
+                index < 0 ? QString() : m_tag.text(m_tag.frames.at(index));
+            REQUIRE(!text || (header.*field.get)() == trimmedSongText(*text));
+        }
+    }
+
+    void take(const Change &change, const QByteArray &stream)
+    {
+        std::optional<Id3Parser::Tag> after =
+            Id3Parser::parse(stream, understoodFrames + maxChanges);
+        REQUIRE(after && after->size == stream.size() && after->version == m_tag.version);
+        const QByteArray name = m_tag.name(change.id);
+        const qsizetype old = change.isAdded ? -1 : m_tag.indexOf(name);
+        const bool isChanged = old >= 0 || !change.text.isEmpty();
+        if (!isChanged)
+            return;
+        if (old >= 0)
+            m_tag.frames.removeAt(old);
+        const qsizetype added = change.text.isEmpty() ? 0 : 1;
+        REQUIRE(after->frames.size() == m_tag.frames.size() + added);
+        if (added > 0) {
+            const Id3Parser::Frame &frame = after->frames.at(0);
+            REQUIRE(frame.name == name && frame.flags.count('\0') == frame.flags.size());
+            REQUIRE(after->text(frame) == beforeZero(change.text));
+        }
+        for (qsizetype i = 0; i < m_tag.frames.size(); ++i) {
+            const Id3Parser::Frame &kept = m_tag.frames.at(i);
+            const Id3Parser::Frame &found = after->frames.at(i + added);
+            REQUIRE(found.name == kept.name && found.flags == kept.flags &&
+                    found.content == kept.content);
+        }
+        const qsizetype growth = std::max<qsizetype>(after->framesEnd - m_loadedEnd, 0);
+        REQUIRE(after->padding == std::max<qsizetype>(m_loadedPadding - growth, 0));
+        m_tag = *after;
+    }
+
+private:
+    Id3Parser::Tag m_tag;
+    qsizetype m_loadedEnd;
+    qsizetype m_loadedPadding;
+};
+
+void changeUnderstood(Mp3Header &header, const Id3Parser::Tag &tag, Script &script)
+{
+    UnderstoodTag model(tag);
+    model.checkTexts(header);
+    for (int i = 0; i < maxChanges && !script.atEnd(); ++i) {
+        const Change made = change(header, script);
+        model.take(made, header.stream());
+        model.checkTexts(header);
+        readAll(header);
+    }
+}
+
+/// Bytes that the size field claims more than there are.
+qint64 excess(const QByteArray &tag)
+{
+    return qint64{Mp3Header::getId3TagSize(tag)} + Mp3Header::tagHeaderSize - tag.size();
+}
+
+void changeOther(Mp3Header &header, Script &script)
+{
+    const QByteArray loaded = header.stream();
+    for (int i = 0; i < maxChanges && !script.atEnd(); ++i) {
+        change(header, script);
+        // The size says what the frames take, if it did before.
+        if (header.stream() != loaded)
+            REQUIRE(excess(header.stream()) == std::max<qint64>(excess(loaded), 0));
+        readAll(header);
     }
 }
 
@@ -117,7 +170,6 @@ void change(Mp3Header &header, TagModel &model, Script &script)
 
 void checkMp3Header(const QByteArray &input)
 {
-    constexpr int maxChanges = 16;
     Mp3Header header;
     if (!header.loadHeader(input)) {
         REQUIRE(header.stream().isEmpty());
@@ -130,18 +182,14 @@ void checkMp3Header(const QByteArray &input)
     const bool hadTag = input.startsWith("ID3");
     REQUIRE(hadTag == input.startsWith(header.stream()));
     REQUIRE(hadTag == (header.getAudioDataStartPos() > 0));
-    TagModel model(header.stream());
-    const qint64 excess = model.excess();
-    REQUIRE(excess >= 0 && excess <= Mp3Header::tagHeaderSize);
+    REQUIRE(excess(header.stream()) <= Mp3Header::tagHeaderSize);
+    REQUIRE(excess(header.stream()) >= -Mp3Header::tagHeaderSize); // a footer is not counted
     readAll(header);
     Script script(input);
-    for (int i = 0; i < maxChanges && !script.atEnd(); ++i) {
-        change(header, model, script);
-        // The size says what the frames take, if it did before, and nothing else has changed.
-        REQUIRE(header.stream() == model.bytes());
-        REQUIRE(Mp3Header::getId3TagSize(header.stream()) + Mp3Header::tagHeaderSize -
-                    header.stream().size() ==
-                excess);
-        readAll(header);
-    }
+    const std::optional<Id3Parser::Tag> tag =
+        Id3Parser::parse(hadTag ? input : header.stream(), understoodFrames);
+    if (tag)
+        changeUnderstood(header, *tag, script);
+    else
+        changeOther(header, script);
 }

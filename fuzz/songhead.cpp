@@ -1,11 +1,50 @@
 #include "index/songhead.h"
 #include "base/songtext.h"
 #include "fuzz/fuzzing.h"
+#include "fuzz/id3parser.h"
 #include "fuzz/targets.h"
 #include "index/indexrecords.h"
 #include "index/songinfoindex.h"
 
-static void check(const QByteArray &prefix, const QString &path)
+namespace
+{
+
+constexpr qsizetype indexedWidth = 58; ///< characters
+
+/// What the index must say of the frame \a id of \a tag; nothing where it may say anything.
+std::optional<QString> expectedText(const Id3Parser::Tag &tag, const QByteArray &id,
+                                    const QString &missing)
+{
+    constexpr qsizetype window = 512;
+    const QByteArray name = tag.name(id);
+    const qsizetype index = tag.indexOf(name);
+    if (index < 0 || tag.frames.at(index).start + name.size() > window)
+        return missing;
+    const std::optional<QString> text = tag.text(tag.frames.at(index));
+    if (!text)
+        return std::nullopt;
+    const QString shown = trimmedSongText(text->left(indexedWidth));
+    return shown.isEmpty() ? missing : trimmedSongText(stringToUpper(shown));
+}
+
+/// Requires of an MP3 that the index says what its tag says, where that can't be read differently.
+void checkTag(const QByteArray &file, const SongInfoIndex &song)
+{
+    constexpr qsizetype maxFrames = 1000;
+    constexpr qsizetype emptyTag = 10; // such a tag is searched, whatever stands behind it
+    const std::optional<Id3Parser::Tag> tag = Id3Parser::parse(file, maxFrames);
+    if (!tag || tag->size == emptyTag)
+        return;
+    const QString unknown = QStringLiteral("<UNKNOWN>");
+    const auto agrees = [&tag](const QByteArray &id, const QString &text, const QString &missing) {
+        return text == expectedText(*tag, id, missing).value_or(text);
+    };
+    REQUIRE(agrees("TIT2", song.title, QStringLiteral("SONG.MP3")));
+    REQUIRE(agrees("TPE1", song.artist, unknown));
+    REQUIRE(agrees("TCON", song.genre, unknown));
+}
+
+SongInfoIndex check(const QByteArray &prefix, const QString &path)
 {
     SongInfoIndex song;
     song.absolutePath = path;
@@ -13,7 +52,7 @@ static void check(const QByteArray &prefix, const QString &path)
     REQUIRE(parsed == (prefix.size() >= 5));
     // 58 characters are read, and upper-casing makes two of some.
     for (const QString &text : {song.title, song.artist, song.genre})
-        REQUIRE(!text.isEmpty() && text.size() <= 2 * 58 && !text.contains(QChar::Null));
+        REQUIRE(!text.isEmpty() && text.size() <= 2 * indexedWidth && !text.contains(QChar::Null));
     REQUIRE(song.type <= SongInfoIndex::Zb5);
     REQUIRE(song.flag <= 1);
     REQUIRE(song.reserved == 0);
@@ -23,13 +62,16 @@ static void check(const QByteArray &prefix, const QString &path)
     REQUIRE(!GroupHeader::isAt(bytes, 0));
     SongRecord record;
     REQUIRE(SongRecord::read(bytes, 0, record));
-    REQUIRE(record.title == songBytes(song.title).left(58));
+    REQUIRE(record.title == songBytes(song.title).left(indexedWidth));
     REQUIRE(record.bpm == song.bpm && record.type == song.type && record.flag == song.flag);
+    return song;
 }
+
+} // namespace
 
 void checkSongHead(const QByteArray &input)
 {
     const QByteArray prefix = input.left(SongHead::prefixSize);
     check(prefix, QStringLiteral("/memory/SONG.MID"));
-    check(prefix, QStringLiteral("/memory/SONG.mp3"));
+    checkTag(input, check(prefix, QStringLiteral("/memory/SONG.mp3")));
 }
