@@ -169,7 +169,8 @@ std::optional<QList<Track>> MidiReader::readTracks(const QByteArray &file)
 bool MidiReader::isAtZero(const Event &event, const Kind &kind)
 {
     return event.delta == 0 && event.metaType == kind.type &&
-           (kind.subType < 0 || event.data.startsWith(static_cast<char>(kind.subType)));
+           (kind.subType < 0 ||
+            (!event.data.isEmpty() && static_cast<quint8>(event.data.front()) == kind.subType));
 }
 
 QString MidiReader::whatChanged(const QByteArray &before, const QByteArray &after, const Kind &kind,
