@@ -60,8 +60,14 @@ Id3Frames::Id3Frames(const QByteArray &tag, qint64 end)
     // to frame is the right one.
     Id3Frames plain = *this;
     plain.walk(tag, Sizes::Plain);
-    if (plain.m_end == End::Clean || plain.m_framesEnd > m_framesEnd)
+    if (plain.m_end == End::Clean || plain.lastStart() > lastStart())
         *this = plain;
+}
+
+/// How far the walk is known to have led: the last frame's own size may lead anywhere.
+qsizetype Id3Frames::lastStart() const
+{
+    return m_frames.isEmpty() ? 0 : m_frames.last().start;
 }
 
 /// Some programs set the flag of an extended header and write none. False when what stands there is

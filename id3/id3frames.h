@@ -63,6 +63,7 @@ private:
 
     bool findStart(const QByteArray &tag);
     void walk(const QByteArray &tag, Sizes sizes);
+    qsizetype lastStart() const;
     bool takeFrame(const QByteArray &tag, qint64 dataEnd);
     bool mayFollow(const QByteArray &tag, qint64 pos, qint64 dataEnd) const;
     bool isFrameName(const QByteArray &tag, qsizetype pos) const;
