@@ -81,7 +81,8 @@ read_presets(testPresets ctest_presets)
 # The names that the build, its scripts, the tests and the program know.
 set(names)
 file(GLOB_RECURSE sources ${TREE}/cmake/*.cmake ${TREE}/app/*.cpp ${TREE}/base/*.cpp
-  ${TREE}/index/*.cpp ${TREE}/library/*.cpp ${TREE}/scripts/common.sh ${TREE}/tests/*.h)
+  ${TREE}/index/*.cpp ${TREE}/library/*.cpp ${TREE}/scripts/common.sh ${TREE}/tests/*.h
+  ${TREE}/tests/*.cpp)
 foreach(source IN LISTS sources)
   file(STRINGS ${source} lines REGEX "(option|set)\\(BRISEL_|qEnvironmentVariable|{BRISEL_|#define BRISEL_")
   string(REGEX MATCHALL "BRISEL_[A-Z]+" found "${lines}")
