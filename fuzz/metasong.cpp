@@ -1,5 +1,6 @@
 #include "songfile/metasong.h"
 #include "fuzz/fuzzing.h"
+#include "fuzz/keptsongs.h"
 #include "fuzz/targets.h"
 #include "songfile/lzhuff.h"
 #include "songfile/mp3header.h"
@@ -86,6 +87,7 @@ void changeAndSave(const QString &path, const SongInfo &wanted, bool manual)
         REQUIRE(isTooLargeToSave(changed, before));
         return;
     }
+    requireAllElseKept(before, fileBytes(path));
     REQUIRE(QDir(scratchFolder()).entryList(QDir::Files | QDir::Hidden) == QStringList{songName});
 
     MetaSong again;

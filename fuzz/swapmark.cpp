@@ -13,12 +13,12 @@
 namespace
 {
 
-enum Part { Mark, Counts, Titles, Playlist, Flags, Parts };
+enum MarkPart { Mark, Counts, Titles, Playlist, SwapFlags, MarkParts };
 enum Flag { NoEnd = 1, OldIsWhole = 2 };
 
 bool hasFlag(const QList<QByteArray> &parts, Flag flag)
 {
-    return (byteAt(parts.at(Flags), 0) & flag) != 0;
+    return (byteAt(parts.at(SwapFlags), 0) & flag) != 0;
 }
 
 const QString playlistName = QStringLiteral("playlist/play0001.dat");
@@ -43,7 +43,7 @@ QByteArray stagedContent(const QString &name, const QList<QByteArray> &parts)
 QByteArray markBytes(const QList<QByteArray> &parts)
 {
     QByteArray mark = parts.at(Mark);
-    for (const Part part : {Counts, Titles, Playlist})
+    for (const MarkPart part : {Counts, Titles, Playlist})
         mark.replace('#' + QByteArray::number(part), checksum(parts.at(part)));
     mark.replace("#9", checksum({}));
     if (!hasFlag(parts, NoEnd))
@@ -98,7 +98,7 @@ void checkSwapMark(const QByteArray &input)
 {
     const QString folder = scratchFolder();
     const QString root = folder + QStringLiteral("/memory");
-    const QList<QByteArray> parts = splitInput(input, Parts);
+    const QList<QByteArray> parts = splitInput(input, MarkParts);
     makeMemory(folder, parts);
     IndexSet set;
     set.setRoot(root);
