@@ -60,7 +60,8 @@ Id3Frames::Id3Frames(const QByteArray &tag, qint64 end)
     // to frame is the right one.
     Id3Frames plain = *this;
     plain.walk(tag, Sizes::Plain);
-    if (plain.m_end == End::Clean || plain.lastStart() > lastStart())
+    const bool isAsFar = plain.m_end == End::Clean && plain.lastStart() == lastStart();
+    if (isAsFar || plain.lastStart() > lastStart())
         *this = plain;
 }
 

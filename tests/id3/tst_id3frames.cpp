@@ -120,6 +120,9 @@ void TestId3Frames::decidesBySizesThatLeadFromFrameToFrame()
     // A size that leads far, but to no frame, tells nothing: 00 00 01 48 is 200, not 328.
     const Walked far(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + QByteArray(200, '?')));
     QCOMPARE(far.frames.framesEnd(), 220);
+    const Walked padded(tag(
+        4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + titleOne + "?" + QByteArray(200, '\0')));
+    QCOMPARE(padded.frames.framesEnd(), 234);
 }
 
 void TestId3Frames::knowsNoOtherVersion()
