@@ -29,7 +29,7 @@ QByteArray withBody(const QByteArray &tag, const QByteArray &body)
 }
 
 /// Some programs set the flag over a tag that is not unsynchronised: the reading counts that leads
-/// from frame to frame.
+/// from frame to frame, and the flag goes, so that a changed tag is not read otherwise.
 QByteArray synchronised(const QByteArray &tag)
 {
     const Id3Header header = Id3Header::read(tag);
@@ -38,8 +38,10 @@ QByteArray synchronised(const QByteArray &tag)
         return tag;
     QByteArray undone =
         withBody(tag, Unsynchronisation::undone(QByteArrayView(tag).sliced(Id3Header::size)));
-    Id3Header::clearFlag(undone, Id3Header::Unsynchronised);
-    return framesOf(undone).isWalked() || !framesOf(tag).isWalked() ? undone : tag;
+    QByteArray unchanged = tag;
+    for (QByteArray *form : {&undone, &unchanged})
+        Id3Header::clearFlag(*form, Id3Header::Unsynchronised);
+    return framesOf(undone).isWalked() || !framesOf(unchanged).isWalked() ? undone : unchanged;
 }
 
 /// Programs lose frames of tags with an extended header, and its checksum would have to follow
