@@ -49,7 +49,8 @@ Id3Frames::Id3Frames(const QByteArray &tag, qint64 end)
     : m_header(Id3Header::read(tag)), m_tagEnd(end)
 {
     const bool isCompressed = m_header.version == 2 && (m_header.flags & Id3Header::Compressed);
-    if (!findStart(tag) || m_header.version == 0 || isCompressed) {
+    m_isWalkable = findStart(tag) && m_header.version != 0 && !isCompressed;
+    if (!m_isWalkable) {
         m_framesEnd = m_framesStart;
         return;
     }
@@ -63,6 +64,13 @@ Id3Frames::Id3Frames(const QByteArray &tag, qint64 end)
     const bool isAsFar = plain.m_end == End::Clean && plain.lastStart() == lastStart();
     if (isAsFar || plain.lastStart() > lastStart())
         *this = plain;
+}
+
+void Id3Frames::walkAgain(const QByteArray &tag, qint64 end)
+{
+    m_tagEnd = end;
+    if (m_isWalkable)
+        walk(tag, m_sizes);
 }
 
 /// How far the walk is known to have led: the last frame's own size may lead anywhere.

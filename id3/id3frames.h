@@ -30,6 +30,10 @@ public:
     /// \a end, which may lie behind the data.
     Id3Frames(const QByteArray &tag, qint64 end);
 
+    /// Walks \a tag again, whose frames have changed and which now ends at \a end. Its sizes are
+    /// read as they were, whatever a broken frame behind the new ones would let them seem.
+    void walkAgain(const QByteArray &tag, qint64 end);
+
     /// Where the first frame stands: behind the header and the extended header.
     qsizetype framesStart() const { return m_framesStart; }
     /// Where the last frame ends: the padding, or whatever follows.
@@ -77,6 +81,7 @@ private:
     qsizetype m_framesStart = 0;
     qsizetype m_framesEnd = 0;
     qint64 m_tagEnd = 0;
+    bool m_isWalkable = false;
     End m_end = End::Broken;
     Sizes m_sizes = Sizes::Plain;
 };

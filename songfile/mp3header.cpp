@@ -77,14 +77,14 @@ bool Mp3Header::loadHeader(const QByteArray &data)
 void Mp3Header::noteLoaded()
 {
     m_tagSize = Id3Header::sizeAt(m_tag);
-    walk();
+    m_frames = Id3Frames(m_tag, end());
     m_loadedFrames = m_frames.framesEnd();
     m_loadedPadding = m_frames.endsInPadding() ? m_tag.size() - m_frames.framesEnd() : 0;
 }
 
-void Mp3Header::walk()
+qint64 Mp3Header::end() const
 {
-    m_frames = Id3Frames(m_tag, static_cast<qint64>(m_tagSize) + tagHeaderSize);
+    return static_cast<qint64>(m_tagSize) + tagHeaderSize;
 }
 
 void Mp3Header::noteSaved()
@@ -157,7 +157,7 @@ void Mp3Header::resized(qsizetype bytes)
 {
     m_isChanged = true;
     m_tagSize = static_cast<quint32>(m_tagSize + bytes);
-    walk();
+    m_frames.walkAgain(m_tag, end());
     fitPadding();
     updateId3TagSize();
 }
@@ -174,7 +174,7 @@ void Mp3Header::fitPadding()
     m_tag.resize(m_frames.framesEnd());
     m_tag.append(wanted, '\0');
     m_tagSize = static_cast<quint32>(m_tagSize + wanted - present);
-    walk();
+    m_frames.walkAgain(m_tag, end());
 }
 
 QString Mp3Header::text(QByteArrayView id) const

@@ -91,7 +91,7 @@ private:
     bool isWrittenAs(QByteArrayView id, const QString &text) const;
     int insertFrame(QByteArrayView id, const QByteArray &content, qsizetype pos);
     void noteLoaded();
-    void walk();
+    qint64 end() const;
     void resized(qsizetype bytes);
     void fitPadding();
 

@@ -38,6 +38,7 @@ private slots:
     void writesUtf8IntoAnUnsynchronisedTag();
     void changesFramesOfVersion23InATagOfVersion22();
     void putsFramesBehindTheExtendedHeaderOfABrokenTag();
+    void readsSizesOfABrokenTagAlikeAfterAChange();
     void leavesNestedFramesAlone();
     void replacesACompressedFrame();
     void loadsATagAnew();
@@ -215,6 +216,17 @@ void TestMp3Versions::putsFramesBehindTheExtendedHeaderOfABrokenTag()
     QCOMPARE(header.stream(),
              tag(3, 0x40, extended + bytes("TIT2\0\0\0\3\0\0\0La") + "junk" + albumOf23));
     QCOMPARE(header.title(), u"La"_s);
+}
+
+void TestMp3Versions::readsSizesOfABrokenTagAlikeAfterAChange()
+{
+    // The new frame's size is 00 00 01 48, which read plainly leads to the frames behind the junk.
+    Mp3Header header = loadedTag(tag(4, 0, QByteArray(128, '?') + albumOf23 + albumOf23));
+    const QString text(199, u'x');
+    header.setArtist(text);
+    QCOMPARE(header.artist(), text);
+    header.setArtist(QString());
+    QCOMPARE(header.stream(), tag(4, 0, QByteArray(128, '?') + albumOf23 + albumOf23));
 }
 
 void TestMp3Versions::leavesNestedFramesAlone()
