@@ -69,6 +69,7 @@ Id3Frames::Id3Frames(const QByteArray &tag, qint64 end)
 void Id3Frames::walkAgain(const QByteArray &tag, qint64 end)
 {
     m_tagEnd = end;
+    m_framesStart = std::min(m_framesStart, tag.size());
     if (m_isWalkable)
         walk(tag, m_sizes);
 }

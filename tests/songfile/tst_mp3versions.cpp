@@ -38,6 +38,7 @@ private slots:
     void writesUtf8IntoAnUnsynchronisedTag();
     void changesFramesOfVersion23InATagOfVersion22();
     void putsFramesBehindTheExtendedHeaderOfABrokenTag();
+    void setsATextWhereTheExtendedHeaderWasCut();
     void readsSizesOfABrokenTagAlikeAfterAChange();
     void leavesNestedFramesAlone();
     void replacesACompressedFrame();
@@ -216,6 +217,17 @@ void TestMp3Versions::putsFramesBehindTheExtendedHeaderOfABrokenTag()
     QCOMPARE(header.stream(),
              tag(3, 0x40, extended + bytes("TIT2\0\0\0\3\0\0\0La") + "junk" + albumOf23));
     QCOMPARE(header.title(), u"La"_s);
+}
+
+void TestMp3Versions::setsATextWhereTheExtendedHeaderWasCut()
+{
+    // The search finds the frame inside the header of six bytes, and its removal ends the tag
+    // there.
+    Mp3Header header = loadedTag(tag(3, 0x40, bytes("\0\0\0\6\0TPE1\1\1\1\1\0\0\0Io!!")));
+    QCOMPARE(header.artist(), u"Io!!"_s);
+    header.setArtist(u"Tu"_s);
+    QCOMPARE(header.artist(), u"Tu"_s);
+    QCOMPARE(header.stream(), tag(3, 0x40, bytes("\0\0\0\6\0TPE1\0\0\0\3\0\0\0Tu")));
 }
 
 void TestMp3Versions::readsSizesOfABrokenTagAlikeAfterAChange()
