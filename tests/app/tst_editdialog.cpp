@@ -1,4 +1,5 @@
-#include "tests/app/workflowtest.h"
+#include "base/runreport.h"
+#include "tests/app/reporttest.h"
 #include "tests/testprogram.h"
 
 #include <QAction>
@@ -9,7 +10,7 @@
 
 /// The edit dialog over songs of the window: what it tells before a save, and what a save leaves
 /// alone.
-class TestEditDialog : public WorkflowTest
+class TestEditDialog : public ReportTest
 {
     Q_OBJECT
 
@@ -19,6 +20,8 @@ private slots:
 
     void tempoLeavesAKeyThatIsNotInTheList_data();
     void tempoLeavesAKeyThatIsNotInTheList();
+    void keepsWhatAnotherProgramChangedMeanwhile();
+    void reportsASongThatBecameAnother();
     void tellsWhatAMidiSongCannotHold_data();
     void tellsWhatAMidiSongCannotHold();
     void tellsWhatTheOtherSongsCannotHold_data() { tellsWhatAMidiSongCannotHold_data(); }
@@ -79,6 +82,41 @@ void TestEditDialog::tempoLeavesAKeyThatIsNotInTheList()
                                     "97",
                                     13)),
              1);
+}
+
+void TestEditDialog::keepsWhatAnotherProgramChangedMeanwhile()
+{
+    makeSongs({u"one.mid"_qs}, false);
+    import({u"one.mid"_qs});
+    expectEdit([this](QWidget *widget) {
+        makeFile(at(u"one.mid"_qs), Sample::midi("Their title", false));
+        DialogScript::type(widget->findChild<QLineEdit *>(u"authorLineEdit"_qs), u"Author"_qs);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    doubleClick(0);
+    verifyScript();
+    QCOMPARE(Sample::infoOf(at(u"one.mid"_qs)).author, u"Author"_qs);
+    QCOMPARE(title(u"one.mid"_qs), u"Their title"_qs);
+    QCOMPARE(model().index(0, model().fieldIndex(u"title"_qs)).data().toString(),
+             u"Their title"_qs);
+}
+
+void TestEditDialog::reportsASongThatBecameAnother()
+{
+    makeSongs({u"one.mid"_qs}, false);
+    import({u"one.mid"_qs});
+    QByteArray other = Sample::midi("Another song", false);
+    other.replace(QByteArray::fromHex("3c40"), QByteArray::fromHex("4540"));
+    expectEdit([this, other](QWidget *widget) {
+        makeFile(at(u"one.mid"_qs), other);
+        DialogScript::type(widget->findChild<QLineEdit *>(u"authorLineEdit"_qs), u"Author"_qs);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    doubleClick(0);
+    verifyScript();
+    QCOMPARE(fileContent(at(u"one.mid"_qs)), other);
+    QVERIFY(
+        reportLines().last().contains(RunReport::reasonText(RunReport::Reason::ChangedMeanwhile)));
 }
 
 void TestEditDialog::tellsWhatAMidiSongCannotHold_data()

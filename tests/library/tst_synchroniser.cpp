@@ -36,6 +36,7 @@ private slots:
     void answerGivenByTheEndOfTheProgramChangesNothing();
     void failedSaveShowsWhatTheFileHolds();
     void vanishedFileKeepsItsRow();
+    void writesNothingOverASongThatBecameAnother();
 
 private:
     bool synchronise(bool ask = true, const QList<int> &answers = {})
@@ -300,6 +301,23 @@ void TestSynchroniser::vanishedFileKeepsItsRow()
     QVERIFY(synchroniser.updateRows(m_progress));
     QCOMPARE(m_library->statuses(), u"3"_qs);
     QCOMPARE(m_library->shown(0, u"title"_qs), u"One"_qs);
+}
+
+void TestSynchroniser::writesNothingOverASongThatBecameAnother()
+{
+    const QString path = m_library->add(u"ONE.mid"_qs, Sample::midi("ONE", false));
+    QByteArray other = Sample::midi("Another song", false);
+    other.replace(QByteArray::fromHex("3c40"), QByteArray::fromHex("4540"));
+    Synchroniser synchroniser(m_library->model(), m_library->database(), true,
+                              [&](const QString &) {
+                                  makeFile(path, other);
+                                  return int(NoCopyrightDialog::Yes);
+                              });
+    QVERIFY(synchroniser.updateRows(m_progress));
+    QCOMPARE(fileContent(path), other);
+    QCOMPARE(synchroniser.report().failed(), 1);
+    QVERIFY(synchroniser.report().text().contains(
+        RunReport::reasonText(RunReport::Reason::ChangedMeanwhile)));
 }
 
 BRISEL_TEST(QCoreApplication, TestSynchroniser)
