@@ -190,7 +190,7 @@ std::optional<Id3Frame> Id3Frames::find(const QByteArray &tag, QByteArrayView id
         if (!name.isEmpty() && QByteArrayView(tag).sliced(frame.start).startsWith(name))
             return frame;
     }
-    return isWalked() ? std::nullopt : search(tag, id, limit);
+    return endsInPadding() ? std::nullopt : search(tag, id, limit);
 }
 
 std::optional<Id3Frame> Id3Frames::search(const QByteArray &tag, QByteArrayView id,

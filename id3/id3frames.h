@@ -19,8 +19,8 @@ struct Id3Frame {
 };
 
 /// The frames of a tag, found by walking it by the rules of its version: see docs/formats/id3.md.
-/// Where the walk meets something that is no frame, the rest of the tag is searched for the four
-/// bytes of a frame's name; what the walk has passed is never searched. The tag may be cut: what
+/// Where the walk meets what is neither a frame nor padding, the rest of the tag is searched for the
+/// four bytes of a frame's name; what the walk has passed is never searched. The tag may be cut: what
 /// is there of it is read.
 class Id3Frames
 {
