@@ -12,22 +12,33 @@
 namespace
 {
 
+/// A time on a damaged disk may be any number.
+qint64 nanoseconds(const struct timespec &time)
+{
+    constexpr quint64 second = 1000000000;
+    return static_cast<qint64>(static_cast<quint64>(time.tv_sec) * second +
+                               static_cast<quint64>(time.tv_nsec));
+}
+
 FileState stateOf(const struct stat &entry)
 {
     const FileKind kind = S_ISREG(entry.st_mode)   ? FileKind::Regular
                           : S_ISDIR(entry.st_mode) ? FileKind::Folder
                                                    : FileKind::Other;
 #ifdef Q_OS_MACOS
-    const qint64 fraction = entry.st_mtimespec.tv_nsec;
+    const struct timespec modified = entry.st_mtimespec;
+    const struct timespec changed = entry.st_ctimespec;
 #else
-    const qint64 fraction = entry.st_mtim.tv_nsec;
+    const struct timespec modified = entry.st_mtim;
+    const struct timespec changed = entry.st_ctim;
 #endif
-    constexpr qint64 second = 1000000000;
-    // A time that a damaged disk tells may lie anywhere.
-    const auto stamp = static_cast<qint64>(static_cast<quint64>(entry.st_mtime) * second +
-                                           static_cast<quint64>(fraction));
-    return {kind,         entry.st_mtime, static_cast<quint64>(entry.st_dev),
-            entry.st_ino, entry.st_size,  stamp};
+    return {kind,
+            modified.tv_sec,
+            static_cast<quint64>(entry.st_dev),
+            entry.st_ino,
+            entry.st_size,
+            nanoseconds(modified),
+            nanoseconds(changed)};
 }
 
 FileState stateOfKind(FileKind kind)
@@ -84,7 +95,8 @@ FileState fileState(const QString &path)
             0,
             0,
             entry.size(),
-            modified.toMSecsSinceEpoch() * millisecond};
+            modified.toMSecsSinceEpoch() * millisecond,
+            0};
 }
 
 QString fileIdentity(const QString &path)

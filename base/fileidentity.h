@@ -19,6 +19,7 @@ struct FileState {
     quint64 inode = 0;
     qint64 size = 0;       ///< bytes
     qint64 modifiedNs = 0; ///< nanoseconds since 1970, as fine as the file system keeps them
+    qint64 changedNs = 0;  ///< the same of the last change of anything, attributes and names too
 
     bool operator==(const FileState &other) const = default;
 };

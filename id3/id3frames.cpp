@@ -38,6 +38,20 @@ bool isNameLetter(quint8 letter)
     return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9');
 }
 
+/// What version 2.2 calls a frame of version 2.3; empty for one that the program doesn't know.
+QByteArray olderName(QByteArrayView id)
+{
+    const auto *known = std::find_if(std::begin(knownNames), std::end(knownNames),
+                                     [id](const Names &names) { return id == names.current; });
+    return known == std::end(knownNames) ? QByteArray() : QByteArray(known->ofVersion22);
+}
+
+bool isText(QByteArrayView bytes)
+{
+    return std::all_of(bytes.cbegin(), bytes.cend(),
+                       [](char byte) { return byte >= ' ' && byte <= '~'; });
+}
+
 bool isZero(QByteArrayView bytes)
 {
     return std::all_of(bytes.cbegin(), bytes.cend(), [](char byte) { return byte == '\0'; });
@@ -115,11 +129,9 @@ bool Id3Frames::isFrameName(const QByteArray &tag, qsizetype pos) const
     return m_header.version == 2 || isNameLetter(fourth) || fourth == ' ' || fourth == 0;
 }
 
-/// The bytes behind the header of the frame at \a pos; -1 when it is no frame.
+/// The bytes behind the header of the frame at \a pos; -1 when its size is invalid.
 qint64 Id3Frames::contentSize(const QByteArray &tag, qsizetype pos) const
 {
-    if (!isFrameName(tag, pos))
-        return -1;
     if (m_header.version == 2)
         return be32At(tag, pos + 2) & 0xFFFFFF;
     if (m_sizes == Sizes::Plain)
@@ -146,7 +158,6 @@ void Id3Frames::walk(const QByteArray &tag, Sizes sizes)
     m_end = isCut || isPadded ? End::Clean : End::Opaque;
 }
 
-/// A frame without content counts as one only where the walk can go on.
 bool Id3Frames::mayFollow(const QByteArray &tag, qint64 pos, qint64 dataEnd) const
 {
     return pos >= dataEnd || isFrameName(tag, pos) ||
@@ -157,8 +168,13 @@ bool Id3Frames::takeFrame(const QByteArray &tag, qint64 dataEnd)
 {
     const qint64 claimed = contentSize(tag, m_framesEnd);
     const qint64 contentStart = m_framesEnd + frameHeaderSize();
-    if (claimed < 0 || claimed > m_tagEnd - contentStart ||
-        (claimed == 0 && !mayFollow(tag, contentStart, dataEnd)))
+    if (claimed < 0 || claimed > m_tagEnd - contentStart)
+        return false;
+    // Other programs step over names that the format doesn't allow: so does the walk, where it can
+    // go on behind them.
+    const bool isNamed = isFrameName(tag, m_framesEnd);
+    if ((!isNamed && !isText(QByteArrayView(tag).sliced(m_framesEnd, nameSize))) ||
+        ((!isNamed || claimed == 0) && !mayFollow(tag, contentStart + claimed, dataEnd)))
         return false;
     Id3Frame frame;
     frame.start = m_framesEnd;
@@ -173,11 +189,19 @@ bool Id3Frames::takeFrame(const QByteArray &tag, qint64 dataEnd)
 
 QByteArray Id3Frames::nameInVersion(QByteArrayView id) const
 {
-    if (m_header.version != 2 || isUnknown())
-        return id.toByteArray();
-    const auto *known = std::find_if(std::begin(knownNames), std::end(knownNames),
-                                     [id](const Names &names) { return id == names.current; });
-    return known == std::end(knownNames) ? QByteArray() : QByteArray(known->ofVersion22);
+    return m_header.version != 2 || isUnknown() ? id.toByteArray() : olderName(id);
+}
+
+/// Some programs give frames of newer versions the names of version 2.2 and a zero byte or a blank.
+bool Id3Frames::isCalled(const QByteArray &tag, qsizetype pos, const QByteArray &name) const
+{
+    const QByteArrayView bytes = QByteArrayView(tag).sliced(pos);
+    if (name.isEmpty() || bytes.startsWith(name))
+        return !name.isEmpty();
+    const QByteArray older = olderName(name);
+    const quint8 fourth = byteAt(tag, pos + older.size());
+    return m_header.version > 2 && !older.isEmpty() && bytes.startsWith(older) &&
+           (fourth == 0 || fourth == ' ');
 }
 
 std::optional<Id3Frame> Id3Frames::find(const QByteArray &tag, QByteArrayView id,
@@ -187,7 +211,7 @@ std::optional<Id3Frame> Id3Frames::find(const QByteArray &tag, QByteArrayView id
     for (const Id3Frame &frame : m_frames) {
         if (frame.start + name.size() > limit)
             return std::nullopt;
-        if (!name.isEmpty() && QByteArrayView(tag).sliced(frame.start).startsWith(name))
+        if (isCalled(tag, frame.start, name))
             return frame;
     }
     return endsInPadding() ? std::nullopt : search(tag, id, limit);
@@ -230,6 +254,13 @@ QByteArray Id3Frames::content(const QByteArray &tag, const Id3Frame &frame) cons
         (m_header.isUnsynchronised() || (frame.format & format.unsynchronised) != 0);
     return isUnsynchronised && Unsynchronisation::isPossible(text) ? Unsynchronisation::undone(text)
                                                                    : text;
+}
+
+bool Id3Frames::isBeyondText(const Id3Frame &frame) const
+{
+    const Format &format = m_header.version == 3 ? format23 : format24;
+    return !frame.isSearched && m_header.version > 2 &&
+           (frame.format & (format.compressed | format.encrypted | format.grouped)) != 0;
 }
 
 QByteArray Id3Frames::frame(QByteArrayView id, const QByteArray &content) const

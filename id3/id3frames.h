@@ -19,9 +19,9 @@ struct Id3Frame {
 };
 
 /// The frames of a tag, found by walking it by the rules of its version: see docs/formats/id3.md.
-/// Where the walk meets what is neither a frame nor padding, the rest of the tag is searched for the
-/// four bytes of a frame's name; what the walk has passed is never searched. The tag may be cut: what
-/// is there of it is read.
+/// Where the walk meets what is neither a frame nor padding, the rest of the tag is searched for
+/// the four bytes of a frame's name; what the walk has passed is never searched. The tag may be
+/// cut: what is there of it is read.
 class Id3Frames
 {
 public:
@@ -53,6 +53,9 @@ public:
     /// unsynchronisation); empty for a compressed or encrypted one.
     QByteArray content(const QByteArray &tag, const Id3Frame &frame) const;
 
+    /// True when \a frame is compressed, encrypted or grouped.
+    bool isBeyondText(const Id3Frame &frame) const;
+
     /// A frame called \a id around \a content, as the tag's frames are written; empty when its
     /// version has no such name.
     QByteArray frame(QByteArrayView id, const QByteArray &content) const;
@@ -62,6 +65,7 @@ public:
     void makeSizesSynchsafe(QByteArray &tag) const;
 
 private:
+    /// Behind the last frame: nothing but zero bytes; other bytes behind a zero; what is no frame.
     enum class End { Clean, Opaque, Broken };
     enum class Sizes { Plain, Synchsafe };
 
@@ -73,6 +77,7 @@ private:
     bool isFrameName(const QByteArray &tag, qsizetype pos) const;
     qint64 contentSize(const QByteArray &tag, qsizetype pos) const;
     qsizetype frameHeaderSize() const;
+    bool isCalled(const QByteArray &tag, qsizetype pos, const QByteArray &name) const;
     QByteArray nameInVersion(QByteArrayView id) const;
     std::optional<Id3Frame> search(const QByteArray &tag, QByteArrayView id, qsizetype limit) const;
 

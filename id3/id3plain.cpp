@@ -28,8 +28,9 @@ QByteArray withBody(const QByteArray &tag, const QByteArray &body)
     return result;
 }
 
-/// Some programs set the flag over a tag that is not unsynchronised: the reading counts that leads
-/// from frame to frame, and the flag goes, so that a changed tag is not read otherwise.
+/// Some programs set the flag over a tag that is not unsynchronised. What the scheme would never
+/// have written is taken as it stands, unless only the other form leads from frame to frame; the
+/// flag goes in any case, so that a changed tag is not read otherwise.
 QByteArray synchronised(const QByteArray &tag)
 {
     const Id3Header header = Id3Header::read(tag);
@@ -41,7 +42,14 @@ QByteArray synchronised(const QByteArray &tag)
     QByteArray unchanged = tag;
     for (QByteArray *form : {&undone, &unchanged})
         Id3Header::clearFlag(*form, Id3Header::Unsynchronised);
-    return framesOf(undone).isWalked() || !framesOf(unchanged).isWalked() ? undone : unchanged;
+    const bool isUndoneWalked = framesOf(undone).isWalked();
+    if (isUndoneWalked != framesOf(unchanged).isWalked())
+        return isUndoneWalked ? undone : unchanged;
+    // A cut tag may end between the two bytes.
+    QByteArrayView body = QByteArrayView(tag).sliced(Id3Header::size);
+    if (tag.size() < endOf(tag) && body.endsWith('\xFF'))
+        body.chop(1);
+    return Unsynchronisation::isPossible(body) ? undone : unchanged;
 }
 
 /// Programs lose frames of tags with an extended header, and its checksum would have to follow

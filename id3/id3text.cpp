@@ -64,6 +64,16 @@ QString Id3Text::read(QByteArrayView content, qsizetype limit)
     }
 }
 
+bool Id3Text::isPlain(QByteArrayView content)
+{
+    if (content.isEmpty())
+        return true;
+    const QByteArrayView text = upToZero(content.sliced(1));
+    const QByteArrayView rest = content.sliced(1 + text.size());
+    return content.front() == Latin1 &&
+           std::all_of(rest.cbegin(), rest.cend(), [](char byte) { return byte == '\0'; });
+}
+
 QByteArray Id3Text::content(const QString &text, int version)
 {
     constexpr int firstWithUtf8 = 4;

@@ -12,6 +12,9 @@ namespace Id3Text
 /// trimmed. An encoding that is not known is read as Latin-1.
 QString read(QByteArrayView content, qsizetype limit);
 
+/// True when \a content is a single text in Latin-1, terminated or not.
+bool isPlain(QByteArrayView content);
+
 /// \a text as a frame's content: in Latin-1 where that holds it, otherwise in UTF-8 in a tag of
 /// version 4 and in UTF-16 with its mark in an older one. No terminator.
 QByteArray content(const QString &text, int version);

@@ -178,17 +178,17 @@ void MidiScan::keepFirst(QString &found, const QString &value)
         found = value;
 }
 
-/// The frames of the tag that begins \a prefix. One whose size is wrong is taken to fill the
-/// prefix.
-Id3Frames framesOf(const QByteArray &prefix, QByteArray &tag)
+/// The frames of the tag that begins \a bytes. One whose size or whose first frame is invalid is
+/// taken to fill them.
+Id3Frames framesOf(const QByteArray &bytes, QByteArray &tag)
 {
-    const qint64 end = static_cast<qint64>(Id3Header::sizeAt(prefix)) + Id3Header::size;
-    tag = Id3Plain::tag(prefix.first(std::min<qint64>(end, prefix.size())));
+    const qint64 end = static_cast<qint64>(Id3Header::sizeAt(bytes)) + Id3Header::size;
+    tag = Id3Plain::tag(bytes.first(std::min<qint64>(end, bytes.size())));
     const Id3Frames frames(tag, static_cast<qint64>(Id3Header::sizeAt(tag)) + Id3Header::size);
-    if (end > Id3Header::size && frames.isWalked())
+    if (end > Id3Header::size && !frames.isUnknown())
         return frames;
-    tag = prefix;
-    return Id3Frames(prefix, prefix.size());
+    tag = bytes;
+    return Id3Frames(bytes, bytes.size());
 }
 
 void parseMp3(const QByteArray &prefix, SongInfoIndex &song)

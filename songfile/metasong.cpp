@@ -73,6 +73,7 @@ bool MetaSong::importFile(const QString &path)
     m_path = path;
     PlainFile file;
     const bool isLoaded = file.open(path) && load(file, path);
+    m_size = file.size();
     m_loaded = m_song;
     return isLoaded;
 }
@@ -148,7 +149,18 @@ bool MetaSong::saveToFile(const QString &path)
         return false;
     }
     makeWritable(path);
-    return isMp3() ? saveMp3(path) : saveMidi(path);
+    // A program that goes on writing is waited for a few times, not for ever.
+    constexpr int maxAttempts = 3;
+    WriteResult result = WriteResult::Changed;
+    for (int attempt = 0; attempt < maxAttempts && result == WriteResult::Changed; ++attempt) {
+        m_trouble = Trouble::None;
+        result = isMp3() ? saveMp3(path) : saveMidi(path);
+    }
+    if (result == WriteResult::Changed) {
+        m_trouble = Trouble::ChangedMeanwhile;
+        debug() << "[MetaSong::saveToFile] The file was changed meanwhile. Aborting!";
+    }
+    return result == WriteResult::Done;
 }
 
 /// True when \a file begins with, or is, what was read.
@@ -164,7 +176,8 @@ bool MetaSong::isAsRead(const PlainFile &file)
 
 bool MetaSong::isSameSong(const MetaSong &other) const
 {
-    constexpr qsizetype fewest = 64; ///< bytes of audio that say anything
+    constexpr qsizetype fewest = 64;    ///< bytes of audio that say anything
+    constexpr qint64 tagAtTheEnd = 128; ///< bytes of an older tag that a program may add
     if (m_loaded.hasSameMusicOrNames(other.m_loaded))
         return true;
     if (!isMp3() || !other.isMp3())
@@ -172,7 +185,10 @@ bool MetaSong::isSameSong(const MetaSong &other) const
     const QByteArray audio = m_content.mid(m_loaded.audioStart());
     const QByteArray otherAudio = other.m_content.mid(other.m_loaded.audioStart());
     const qsizetype known = std::min(audio.size(), otherAudio.size());
-    return known >= fewest && audio.first(known) == otherAudio.first(known);
+    const qint64 difference =
+        (m_size - m_loaded.audioStart()) - (other.m_size - other.m_loaded.audioStart());
+    return known >= fewest && audio.first(known) == otherAudio.first(known) &&
+           std::abs(difference) <= tagAtTheEnd;
 }
 
 /// Reads again what another program has changed since the import, and makes the same changes in it.
@@ -212,6 +228,7 @@ void MetaSong::noteSaved(const QString &path, const QByteArray &content)
     m_loaded = m_song;
     m_content = content;
     m_changes.clear();
+    m_size = fileState(path).size;
 }
 
 /// Opens the file at \a path and sees to it that it is what was read, if it was read there.
@@ -221,7 +238,12 @@ bool MetaSong::openUnchanged(const QString &path, PlainFile &file)
         return false;
     if (path != m_path || isAsRead(file))
         return true;
-    return catchUp(path) && file.open(path) && isAsRead(file);
+    if (!catchUp(path))
+        return false;
+    const bool isUnchanged = file.open(path) && isAsRead(file);
+    if (!isUnchanged && m_trouble == Trouble::None)
+        m_trouble = Trouble::ChangedMeanwhile;
+    return isUnchanged;
 }
 
 void MetaSong::logTrouble(const PlainFile &file) const
@@ -234,56 +256,46 @@ void MetaSong::logTrouble(const PlainFile &file) const
         debug() << "[MetaSong::saveToFile] Impossible to read from file.";
 }
 
-bool MetaSong::saveMp3(const QString &path)
+WriteResult MetaSong::saveMp3(const QString &path)
 {
     PlainFile file;
     QByteArray head;
     SongData present;
     if (!openUnchanged(path, file) || !readMp3Head(file, head) || !present.loadMp3(head)) {
         logTrouble(file);
-        return false;
+        return WriteResult::Failed;
     }
     const QByteArray tag = m_song.tag();
     const WriteResult result = rewriteMp3(path, file, tag, present.audioStart());
-    if (result == WriteResult::Changed) {
-        m_trouble = Trouble::ChangedMeanwhile;
-        logTrouble(file);
-    }
-    if (result != WriteResult::Done)
-        return false;
-    noteSaved(path, tag + head.mid(present.audioStart()));
-    return true;
+    if (result == WriteResult::Done)
+        noteSaved(path, tag + head.mid(present.audioStart()));
+    return result;
 }
 
-bool MetaSong::saveMidi(const QString &path)
+WriteResult MetaSong::saveMidi(const QString &path)
 {
     PlainFile file;
     const bool isOwnFile = path == m_path;
-    bool isWritten = mayBeWritten(path);
-    if (isWritten && isOwnFile && !openUnchanged(path, file)) {
-        logTrouble(file);
-        return false;
-    }
-    if (isWritten) {
+    WriteResult result = WriteResult::Failed;
+    if (mayBeWritten(path)) {
+        if (isOwnFile && !openUnchanged(path, file)) {
+            logTrouble(file);
+            return WriteResult::Failed;
+        }
         debug() << (m_song.isContainer() ? "[MetaSong::saveToFile] ZBx"
                                          : "[MetaSong::saveToFile] MIDI");
         const QByteArray content = m_song.fileContent();
-        const WriteResult result = isOwnFile ? replaceUnchanged(path, content, file.state())
-                                   : replaceFile(path, content) ? WriteResult::Done
-                                                                : WriteResult::Failed;
-        isWritten = result == WriteResult::Done;
-        if (result == WriteResult::Changed) {
-            m_trouble = Trouble::ChangedMeanwhile;
-            logTrouble(file);
-            return false;
-        }
-        if (isWritten)
+        if (isOwnFile)
+            result = replaceUnchanged(path, content, file.state());
+        else if (replaceFile(path, content))
+            result = WriteResult::Done;
+        if (result == WriteResult::Done)
             noteSaved(path, content);
     }
-    if (!isWritten)
+    if (result == WriteResult::Failed)
         debug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
                    "protected? Aborting!";
-    return isWritten;
+    return result;
 }
 
 QString MetaSong::getFormatString(SongInfo::fileTypeEnum type)

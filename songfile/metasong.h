@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/filewriting.h"
 #include "songfile/songdata.h"
 #include "songfile/songinfo.h"
 
@@ -76,8 +77,8 @@ private:
     bool isAsRead(const PlainFile &file);
     bool catchUp(const QString &path);
     bool isSameSong(const MetaSong &other) const;
-    bool saveMp3(const QString &path);
-    bool saveMidi(const QString &path);
+    WriteResult saveMp3(const QString &path);
+    WriteResult saveMidi(const QString &path);
     bool openUnchanged(const QString &path, PlainFile &file);
     void logTrouble(const PlainFile &file) const;
     void noteSaved(const QString &path, const QByteArray &content);
@@ -85,6 +86,7 @@ private:
     SongData m_song;
     SongData m_loaded;    ///< the song as it was read
     QByteArray m_content; ///< the bytes that it was read from: an MP3's head, else the whole file
+    qint64 m_size = 0;    ///< of the file, in bytes
     QString m_path;       ///< where it was read
     QList<Change> m_changes; ///< since it was read, to be made again should the file have changed
     Trouble m_trouble = Trouble::None;

@@ -205,19 +205,27 @@ void Mp3Header::setText(QByteArrayView id, const QString &text)
         insertFrame(id, textContent(text), m_frames.framesStart());
 }
 
-bool Mp3Header::isWrittenAs(QByteArrayView id, const QString &text) const
+/// True when the frame holds more than \a text, in another encoding or so that it can't be read.
+bool Mp3Header::wouldLose(QByteArrayView id, const QString &text) const
 {
     const std::optional<Id3Frame> found = frame(id);
     if (!found)
-        return true;
+        return false;
     const QByteArrayView stored = QByteArrayView(m_tag).sliced(found->start, found->size);
-    return !text.isEmpty() && stored == m_frames.frame(id, textContent(text));
+    if (!text.isEmpty() && stored == m_frames.frame(id, textContent(text)))
+        return false;
+    const QByteArray content = frameContent(*found);
+    const QString shown = Id3Text::read(content, anyLength);
+    bool isNumber = false;
+    const qint64 number = shown.toLongLong(&isNumber);
+    const bool isSame = shown == text || (isNumber && QString::number(number) == text);
+    return !isSame || m_frames.isBeyondText(*found) || !Id3Text::isPlain(content);
 }
 
 bool Mp3Header::wouldLose(Field field, const SongInfo &info) const
 {
     const auto isLost = [this](QByteArrayView id, const QString &held, const QString &text) {
-        return held == text && !isWrittenAs(id, text);
+        return held == text && wouldLose(id, text);
     };
     switch (field) {
     case Field::Title:

@@ -77,8 +77,9 @@ public:
     void setUserBpm(int bpm);    ///< 0 or less removes the frame
     void setBriselEditParam();
 
-    /// True when \a info holds for \a field what the tag reads as, and writing that would replace
-    /// a frame that holds more: several values, another encoding, a part of a second.
+    /// True when \a info holds for \a field what the tag reads as, and writing that would lose
+    /// something: further values, another encoding, a part of a second, a text that is not a
+    /// number, what is compressed or encrypted, a group.
     bool wouldLose(Field field, const SongInfo &info) const;
 
 private:
@@ -88,7 +89,7 @@ private:
     bool has(QByteArrayView id) const;
     void setText(QByteArrayView id, const QString &text);
     QByteArray textContent(const QString &text) const;
-    bool isWrittenAs(QByteArrayView id, const QString &text) const;
+    bool wouldLose(QByteArrayView id, const QString &text) const;
     int insertFrame(QByteArrayView id, const QByteArray &content, qsizetype pos);
     void noteLoaded();
     qint64 end() const;

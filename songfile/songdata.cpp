@@ -125,7 +125,8 @@ bool SongData::hasSameMusicOrNames(const SongData &other) const
     SongInfo theirs;
     getInfo(ours);
     other.getInfo(theirs);
-    if (!ours.title.isEmpty() && ours.title == theirs.title && ours.artist == theirs.artist)
+    if (!ours.title.isEmpty() && !ours.artist.isEmpty() && ours.title == theirs.title &&
+        ours.artist == theirs.artist)
         return true;
     return m_fileType != SongInfo::Mp3 && music() == other.music();
 }

@@ -25,7 +25,8 @@ bool maySupply(bool isThere, int value, const SongInfo &info)
 }
 
 /// The artist of a song in automatic mode: the alternative artist wins whenever the catalogue has
-/// one. \a Target is whatever part of the song holds the artist.
+/// one. What is there already stays untouched where writing it again would lose something. \a
+/// Target is whatever part of the song holds the artist.
 template <typename Target>
 void supplyArtist(Target &target, const SongInfo &info)
 {
@@ -36,7 +37,7 @@ void supplyArtist(Target &target, const SongInfo &info)
         return;
     else if (!info.altArtist.isEmpty() && artist == info.artist)
         target.setArtist(info.altArtist);
-    else
+    else if (!target.wouldLose(Target::Field::Artist, info))
         target.setArtist(info.artist);
 }
 
@@ -75,8 +76,9 @@ void SongData::setMidiTexts(const SongInfo &info, bool manual)
     const auto mayWrite = [&](Field field, bool isMissing) {
         return manual ? !m_midiFile.wouldLose(field, info) : isMissing;
     };
-    if (mayWrite(Field::Title, !m_midiFile.hasTitle() ||
-                                   info.title.toUpper().startsWith(m_midiFile.title().toUpper())))
+    const bool isMoreOfIt = info.title.toUpper().startsWith(m_midiFile.title().toUpper());
+    if ((manual || !m_midiFile.hasTitle() || isMoreOfIt) &&
+        !m_midiFile.wouldLose(Field::Title, info))
         m_midiFile.setTitle(info.title);
     if (mayWrite(Field::Author, !m_midiFile.hasAuthor()))
         m_midiFile.setAuthor(info.author);
@@ -130,7 +132,9 @@ void SongData::setMp3Tag(const SongInfo &info, bool manual)
         m_mp3Header.setKey(info.key);
     if (mayWrite(Field::Length, maySupply(m_mp3Header.hasLength(), info.length, info)))
         m_mp3Header.setLength(info.length);
-    if (!manual)
+    // A text that is compressed or encrypted can't be compared with the catalogue's.
+    const bool isHidden = m_mp3Header.wouldLose(Field::Artist, SongInfo());
+    if (!manual && !isHidden)
         supplyArtist(m_mp3Header, info);
     else if (mayWrite(Field::Artist, false))
         m_mp3Header.setArtist(info.artist);

@@ -116,8 +116,9 @@ void TestFileIdentity::tellsAChangedFileFromTheOldOne()
     QVERIFY(fileState(u"state.mid"_s) != old);
     QVERIFY(rewrite("1234", moment.addMSecs(1)));
     QVERIFY(fileState(u"state.mid"_s) != old);
-    QVERIFY(rewrite("1234", moment));
-    QVERIFY(fileState(u"state.mid"_s) == old);
+    QVERIFY(rewrite("1234", moment)); // whoever sets the time back can't hide the change
+    QVERIFY(fileState(u"state.mid"_s) != old);
+    QCOMPARE(fileState(u"state.mid"_s).modifiedNs, old.modifiedNs);
     QFile copy(u"copied.mid"_s);
     QVERIFY(file.copy(copy.fileName()) && copy.open(QIODevice::ReadWrite));
     QVERIFY(copy.setFileTime(moment, QFileDevice::FileModificationTime));

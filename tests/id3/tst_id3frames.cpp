@@ -256,7 +256,8 @@ void TestId3Frames::takesNamesOfThreeLetters()
                                   "\0y") +
                                 titleOne));
     QVERIFY(walked.frames.endsInPadding());
-    QCOMPARE(walked.start("TIT2"), 34);
+    QCOMPARE(walked.start("TIT2"), 10); // the older names mean the same
+    QCOMPARE(walked.start("TPE1"), 22);
     // A blank or a zero byte elsewhere ends the walk.
     const Walked other(tag(3, 0,
                            bytes("TT\0"

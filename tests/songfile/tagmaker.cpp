@@ -46,7 +46,7 @@ const QString songTexts[] = {
     QStringLiteral("\u00FFy \u00FE"),
     QStringLiteral("\u03A9mega \u2014 \u266A"),
     QStringLiteral("TIT2 and TPE1"),
-    QStringLiteral("  with blanks "),
+    QStringLiteral("with blanks"),
     QStringLiteral("A"),
     QString(200, u'x'),
     QString(400, u'\u00E8'),

@@ -148,6 +148,10 @@ bool TestMp3Kept::save(const QString &name, const QByteArray &song, const TagFie
     metaSong.setSongInfo(info, mode == Mode::ByHand);
     if (!metaSong.saveToFile(after(name)))
         qFatal("not saved: %s", qPrintable(name));
+    // A text that can't be read is left alone.
+    metaSong.getSongInfo(info);
+    if (mode == Mode::Automatic && info.artist != text)
+        return true;
     m_list += name.toUtf8().toHex() + ' ' + field.frame + ' ' + field.frame22 + ' ' +
               text.toUtf8().toHex() + (more == More::None ? " all\n" : " kept\n");
     return true;

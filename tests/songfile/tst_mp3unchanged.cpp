@@ -71,10 +71,7 @@ void TestMp3Unchanged::losesWhatAFrameHoldsBesidesItsText_data()
     QTest::addColumn<QString>("text");
     const QString city = u"Citt\u00E0"_s;
     QTest::newRow("several values") << 4 << bytes("\0One\0Two") << 0 << u"One"_s;
-    QTest::newRow("a terminator") << 3 << bytes("\0One\0") << 0 << u"One"_s;
-    QTest::newRow("blanks") << 3 << bytes("\0 One ") << 0 << u"One"_s;
-    QTest::newRow("blanks alone") << 3 << bytes("\0  ") << 0 << QString();
-    QTest::newRow("no text") << 3 << bytes("\0") << 0 << QString();
+    QTest::newRow("bytes behind its zero") << 3 << bytes("\0One\0\0x") << 0 << u"One"_s;
     QTest::newRow("UTF-16") << 3
                             << bytes("\1\xFF\xFE"
                                      "C\0i\0t\0t\0\xE0\0")
@@ -87,7 +84,6 @@ void TestMp3Unchanged::losesWhatAFrameHoldsBesidesItsText_data()
     QTest::newRow("grouped") << 3 << bytes("G\0One") << 0x20 << u"One"_s;
     QTest::newRow("compressed") << 3 << bytes("\0\0\0\4xxxx") << 0x80 << QString();
     QTest::newRow("encrypted") << 4 << bytes("Exxxx") << 0x04 << QString();
-    QTest::newRow("with its length") << 4 << bytes("\0\0\0\4\0One") << 0x01 << u"One"_s;
 }
 
 void TestMp3Unchanged::losesWhatAFrameHoldsBesidesItsText()
@@ -116,10 +112,12 @@ void TestMp3Unchanged::losesNothingOfAPlainFrame()
         QByteArray content;
         QString text;
     };
-    for (const Plain &plain : {Plain{3, bytes("\0Citt\xE0"), u"Citt\u00E0"_s},
-                               Plain{4, bytes("\0Citt\xE0"), u"Citt\u00E0"_s},
-                               Plain{3, bytes("\1\xFF\xFE\xA9\x03"), u"\u03A9"_s},
-                               Plain{4, bytes("\3\xCE\xA9"), u"\u03A9"_s}}) {
+    for (const Plain &plain :
+         {Plain{3, bytes("\0Citt\xE0"), u"Citt\u00E0"_s},
+          Plain{4, bytes("\0Citt\xE0"), u"Citt\u00E0"_s}, Plain{3, bytes("\0One\0"), u"One"_s},
+          Plain{3, bytes("\0 One "), u"One"_s}, Plain{3, bytes("\0  "), QString()},
+          Plain{3, bytes("\0"), QString()}, Plain{3, bytes("\1\xFF\xFE\xA9\x03"), u"\u03A9"_s},
+          Plain{4, bytes("\3\xCE\xA9"), u"\u03A9"_s}}) {
         for (const TextField &field : textFields) {
             SongInfo info;
             info.*field.member = plain.text;
@@ -142,9 +140,9 @@ void TestMp3Unchanged::losesPartsOfASecond()
 {
     QVERIFY(losesLength("185999", 185));
     QVERIFY(losesLength("999", 0));
-    QVERIFY(losesLength("0", 0));
+    QVERIFY(losesLength("0", 0)); // it would go
     QVERIFY(losesLength("about three minutes", 0));
-    QVERIFY(losesLength("0185000", 185));
+    QVERIFY(!losesLength("0185000", 185));
     QVERIFY(!losesLength("185000", 185));
     QVERIFY(!losesLength("185999", 186));
     QVERIFY(!losesLength("185999", 0)); // the user took it away
@@ -154,7 +152,7 @@ void TestMp3Unchanged::losesPartsOfABeat()
 {
     QVERIFY(losesTempo("120.5", 0));
     QVERIFY(losesTempo("0", 0));
-    QVERIFY(losesTempo(" 120", 120));
+    QVERIFY(!losesTempo(" 120", 120));
     QVERIFY(!losesTempo("120", 120));
     QVERIFY(!losesTempo("120.5", 121));
     QVERIFY(!losesTempo("120", 0));
@@ -164,7 +162,7 @@ void TestMp3Unchanged::looksAtFramesOfVersion22()
 {
     SongInfo info;
     info.title = u"One"_s;
-    QVERIFY(loadedTag(tag(2, 0, bytes("TT2\0\0\5\0One\0"))).wouldLose(Mp3Field::Title, info));
+    QVERIFY(loadedTag(tag(2, 0, bytes("TT2\0\0\7\0One\0\0x"))).wouldLose(Mp3Field::Title, info));
     QVERIFY(!loadedTag(tag(2, 0, bytes("TT2\0\0\4\0One"))).wouldLose(Mp3Field::Title, info));
     QVERIFY(loadedTag(tag(2, 0x80,
                           bytes("TT2\0\0\x09"

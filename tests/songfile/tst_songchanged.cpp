@@ -192,9 +192,10 @@ void TestSongChanged::takesAnEqualFileForTheSame()
 
 void TestSongChanged::takesChangedMusicWithItsNames()
 {
-    writeSong(u"a.mid"_s, midi(metaEvent(3, "Song") + note));
+    writeSong(u"a.mid"_s, midi(metaEvent(3, "Song") + Samples::kordiaEvent(2, "Artist") + note));
     MetaSong song = withNewAuthor(u"a.mid"_s);
-    writeSong(u"a.mid"_s, midi(metaEvent(3, "Song") + note + note));
+    writeSong(u"a.mid"_s,
+              midi(metaEvent(3, "Song") + Samples::kordiaEvent(2, "Artist") + note + note));
     QVERIFY(song.saveToFile(u"a.mid"_s));
     QVERIFY(Samples::read(u"a.mid"_s).contains(note + note));
     QCOMPARE(infoIn(u"a.mid"_s).author, u"Author"_s);

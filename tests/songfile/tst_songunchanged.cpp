@@ -93,7 +93,7 @@ void TestSongUnchanged::keepsFramesOfVersion22()
 {
     const QByteArray title = bytes("TT2\0\0\x0D\1\xFF\xFE"
                                    "C\0i\0t\0t\0\xE0\0");
-    const QByteArray artist = bytes("TP1\0\0\5\0One\0");
+    const QByteArray artist = bytes("TP1\0\0\7\0One\0\0x");
     QCOMPARE(savedByHand(u"a.mp3"_s, tag(2, 0, title + artist), setTempo),
              tag(2, 0,
                  bytes("MED\0\0\4\0\0\0\0TBP\0\0\3\0"
@@ -116,7 +116,7 @@ void TestSongUnchanged::keepsALengthToTheMillisecond()
 
 void TestSongUnchanged::movesPlainFrames()
 {
-    // As described: a frame that is written again stands first.
+    // A frame that is written again stands first: a frame that is written again stands first.
     const QByteArray title = bytes("TIT2\0\0\0\3\0\0\0La");
     const QByteArray artist = bytes("TPE1\0\0\0\3\0\0\0Io");
     const QByteArray album = bytes("TALB\0\0\0\2\0\0\0A");
