@@ -2,6 +2,8 @@
 
 #include <QSet>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -28,6 +30,12 @@ QString songText(QByteArrayView bytes)
 {
     const qsizetype end = bytes.indexOf('\0');
     return trimmedSongText(QString::fromLatin1(end < 0 ? bytes : bytes.first(end)));
+}
+
+bool holdsMoreThanSongText(QByteArrayView bytes)
+{
+    const auto zero = std::find(bytes.begin(), bytes.end(), '\0');
+    return std::any_of(zero, bytes.end(), [](char byte) { return byte != '\0'; });
 }
 
 QByteArray songBytes(const QString &text)

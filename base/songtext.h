@@ -13,6 +13,9 @@ QString trimmedSongText(const QString &text);
 /// \a bytes up to the first zero byte as text, trimmed.
 QString songText(QByteArrayView bytes);
 
+/// True when \a bytes has others than zero behind its first zero byte, where songText() ends.
+bool holdsMoreThanSongText(QByteArrayView bytes);
+
 /// \a text as Latin-1; a character that Latin-1 lacks becomes '?'.
 QByteArray songBytes(const QString &text);
 

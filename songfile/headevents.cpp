@@ -71,7 +71,7 @@ QList<HeadEvent> HeadEventSearch::walked(const MetaKind &kind, bool onlyFirst) c
         if (event.delta != 0 || !isOfKind(m_stream, event, kind))
             continue;
         events.append(
-            {event.start, event.data + (hasSubType(kind) ? 1 : 0), event.end, isAtTickZero});
+            {event.start, event.data + (hasSubType(kind) ? 1 : 0), event.end, true, isAtTickZero});
         if (onlyFirst)
             break;
     }
@@ -93,8 +93,23 @@ QList<HeadEvent> HeadEventSearch::matched(const MetaKind &kind, bool onlyFirst) 
             hit = indexOf(kind, hit + 1);
             continue;
         }
-        events.append({hit, hit + header + (hasSubType(kind) ? 1 : 0), hit + length});
+        events.append({hit, hit + header + (hasSubType(kind) ? 1 : 0), hit + length, false});
         hit = onlyFirst ? -1 : indexOf(kind, hit + length);
     }
+    markWhole(events);
     return events;
+}
+
+void HeadEventSearch::markWhole(QList<HeadEvent> &events) const
+{
+    MidiTrackWalk walk(QByteArrayView(m_stream).first(m_end), m_start);
+    bool isAtTickZero = true;
+    for (HeadEvent &event : events) {
+        while (isAtTickZero && walk.event().start < event.start)
+            isAtTickZero = walk.next() && walk.event().delta == 0;
+        if (!isAtTickZero)
+            return;
+        event.isWhole = walk.event().start == event.start && walk.event().end == event.end &&
+                        event.data <= event.end;
+    }
 }

@@ -16,6 +16,7 @@ struct HeadEvent {
     qsizetype start = 0; ///< of the delta-time
     qsizetype data = 0;  ///< behind the length, and behind the sub-type; may lie behind the end
     qsizetype end = 0;
+    bool isWhole = true; ///< false for bytes that may be a part of another event, or of several
     bool isAtTickZero = true;
 };
 
@@ -32,13 +33,15 @@ public:
     bool isWalkable() const;
     /// Events that a walk finds, in their order, all or only the first.
     QList<HeadEvent> walked(const MetaKind &kind, bool onlyFirst) const;
-    /// Events that look like it.
+    /// Events that look like it. Whole are those that a walk finds as well before it fails, among
+    /// the events at tick 0 that the track begins with.
     QList<HeadEvent> matched(const MetaKind &kind, bool onlyFirst) const;
     /// False when neither of the two would find one.
     bool mayHold(const MetaKind &kind) const;
 
 private:
     qsizetype indexOf(const MetaKind &kind, qsizetype from) const;
+    void markWhole(QList<HeadEvent> &events) const;
 
     const QByteArray &m_stream;
     qsizetype m_start;

@@ -57,10 +57,32 @@ QByteArray markerEvent(const QString &text, quint16 bar)
                        RawMidiFile::Marker);
 }
 
-bool isEventOf(const QByteArray &stream, const HeadEvent &event, const QByteArray &data)
+/// The bytes of an event behind its length, and behind its sub-type; the event must be whole.
+QByteArrayView dataOf(const QByteArray &stream, const HeadEvent &event)
 {
-    return event.end - event.data == data.size() &&
-           QByteArrayView(stream).sliced(event.data, data.size()) == data;
+    return QByteArrayView(stream).sliced(event.data, event.end - event.data);
+}
+
+bool losesText(QByteArrayView data, const QString &text)
+{
+    return songText(data) != text || text.size() > RawMidiFile::maxText ||
+           holdsMoreThanSongText(data);
+}
+
+bool losesNumber(QByteArrayView data, int number)
+{
+    const QString text = songText(data);
+    bool isNumber = false;
+    const int value = text.toInt(&isNumber);
+    return value != number || (!isNumber && !text.isEmpty()) || holdsMoreThanSongText(data);
+}
+
+bool losesKey(QByteArrayView data, const QString &name)
+{
+    const std::optional<QByteArray> written = writtenKey(name);
+    const auto isZero = [](char byte) { return byte == '\0'; };
+    return !written || !data.startsWith(*written) ||
+           !std::all_of(data.begin() + written->size(), data.end(), isZero);
 }
 
 } // namespace
@@ -264,60 +286,59 @@ void RawMidiFile::setMarkersList(const QList<::Marker> &list)
     insertAtHead(events);
 }
 
-bool RawMidiFile::wouldLose(const MetaKind &kind, const QByteArray &written) const
+template <typename Loses>
+bool RawMidiFile::wouldLose(const MetaKind &kind, Loses loses) const
 {
     const QList<HeadEvent> events = eventsToRemove(kind, false);
     return events.size() > 1 ||
-           (events.size() == 1 && !isEventOf(m_stream, events.first(), written));
+           (events.size() == 1 && (!events.first().isWhole || loses(events.first())));
 }
 
-bool RawMidiFile::wouldLose(kordiaMetaTypeEnum type, const QByteArray &written) const
+bool RawMidiFile::wouldLoseText(const MetaKind &kind, const QString &text) const
 {
-    return wouldLose(MetaKind{kordiaMeta, type}, written);
+    return wouldLose(
+        kind, [&](const HeadEvent &event) { return losesText(dataOf(m_stream, event), text); });
 }
 
-bool RawMidiFile::wouldLose(char metaType, const QByteArray &written) const
+bool RawMidiFile::wouldLoseNumber(kordiaMetaTypeEnum type, int number) const
 {
-    return wouldLose(MetaKind{metaType}, written);
-}
-
-bool RawMidiFile::wouldLose(Field field, const SongInfo &info) const
-{
-    const auto losesText = [this](kordiaMetaTypeEnum type, const QString &text) {
-        return text == kordiaText(type) && wouldLose(type, writtenText(text));
-    };
-    const auto losesNumber = [this](kordiaMetaTypeEnum type, int number) {
-        return number == kordiaNumber(type) && wouldLose(type, QByteArray::number(number));
-    };
-    switch (field) {
-    case Field::Title:
-        return info.title == title() && wouldLose(titleMeta, writtenText(info.title));
-    case Field::Genre:
-        return losesText(Genre, info.genre);
-    case Field::Artist:
-        return losesText(Artist, info.artist);
-    case Field::Author:
-        return losesText(Author, info.author);
-    case Field::Length:
-        return losesNumber(Length, info.length);
-    case Field::UserBpm:
-        return losesNumber(UserBpm, info.userBpm);
-    case Field::Key:
-        return wouldLoseKey(info.key);
-    }
-    return false;
+    return number == kordiaNumber(type) &&
+           wouldLose({kordiaMeta, type}, [&](const HeadEvent &event) {
+               return losesNumber(dataOf(m_stream, event), number);
+           });
 }
 
 bool RawMidiFile::wouldLoseKey(const QString &name) const
 {
-    if (name != keyAt(firstEvents().standard[static_cast<quint8>(keyMeta)]))
-        return false;
     // A signature in the middle of the song counts from there, unlike the other events.
-    const QList<HeadEvent> events = eventsToRemove({keyMeta}, false);
-    const std::optional<QByteArray> written = writtenKey(name);
-    return events.size() > 1 ||
-           (events.size() == 1 && (!written || !events.first().isAtTickZero ||
-                                   !isEventOf(m_stream, events.first(), *written)));
+    return name == keyAt(firstEvents().standard[static_cast<quint8>(keyMeta)]) &&
+           wouldLose({keyMeta}, [&](const HeadEvent &event) {
+               return !event.isAtTickZero || losesKey(dataOf(m_stream, event), name);
+           });
+}
+
+bool RawMidiFile::wouldLose(Field field, const SongInfo &info) const
+{
+    const auto losesKordiaText = [this](kordiaMetaTypeEnum type, const QString &text) {
+        return text == kordiaText(type) && wouldLoseText({kordiaMeta, type}, text);
+    };
+    switch (field) {
+    case Field::Title:
+        return info.title == title() && wouldLoseText({titleMeta}, info.title);
+    case Field::Genre:
+        return losesKordiaText(Genre, info.genre);
+    case Field::Artist:
+        return losesKordiaText(Artist, info.artist);
+    case Field::Author:
+        return losesKordiaText(Author, info.author);
+    case Field::Length:
+        return wouldLoseNumber(Length, info.length);
+    case Field::UserBpm:
+        return wouldLoseNumber(UserBpm, info.userBpm);
+    case Field::Key:
+        return wouldLoseKey(info.key);
+    }
+    return false;
 }
 
 QStringList RawMidiFile::getKeysList()

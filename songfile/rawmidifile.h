@@ -109,15 +109,11 @@ public:
     /// getters until the song is changed, and one more the markers.
     qint64 scannedBytes() const { return m_scannedBytes; }
 
-    /// True when an event of the kind, written with the data \a written in place of what is there,
-    /// would take more with it than one event of just these data: other bytes, or several events.
-    /// For the publisher's events \a written begins behind the type.
-    bool wouldLose(kordiaMetaTypeEnum type, const QByteArray &written) const;
-    bool wouldLose(char metaType, const QByteArray &written) const;
     /// True when the setter of \a field, given the value in \a info, would lose something although
-    /// the getter gives that value now: bytes behind a zero or behind maxText characters, white
-    /// space around a text, other digits, an unknown key, the place of a key in the song, or a
-    /// second event. False for a value that differs from the getter's.
+    /// the getter gives that value now: bytes other than zero behind a text's zero byte or a key, a
+    /// text longer than maxText, one that is no plain number or not what was read, an unknown key,
+    /// a key's place behind tick 0, a second event, or bytes of other events in a track that can't
+    /// be walked. False for a value that differs from the getter's.
     bool wouldLose(Field field, const SongInfo &info) const;
 
     /// How often the first track was walked to its end since loadData(): never to read, once for
@@ -137,7 +133,10 @@ private:
     const FirstEvents &firstEvents() const;
     QList<HeadEvent> eventsToRemove(const MetaKind &kind, bool onlyFirst) const;
     unsigned removeEvents(const MetaKind &kind, bool onlyFirst);
-    bool wouldLose(const MetaKind &kind, const QByteArray &written) const;
+    template <typename Loses>
+    bool wouldLose(const MetaKind &kind, Loses loses) const;
+    bool wouldLoseText(const MetaKind &kind, const QString &text) const;
+    bool wouldLoseNumber(kordiaMetaTypeEnum type, int number) const;
     bool wouldLoseKey(const QString &name) const;
     unsigned insertBytes(const QByteArray &bytes, int pos);
     unsigned insertAtHead(const QByteArray &events);

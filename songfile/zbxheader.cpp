@@ -34,12 +34,10 @@ void write(QByteArray &header, TextField field, const QString &text)
     putField(header, field.offset, field.size, songBytes(text.left(field.size)));
 }
 
-/// True when the field reads as \a text, and would hold other bytes once that was written.
 bool wouldLoseBytes(const QByteArray &header, TextField field, const QString &text)
 {
-    QByteArray written = header;
-    write(written, field, text);
-    return read(header, field) == text && written != header;
+    return read(header, field) == text &&
+           holdsMoreThanSongText(header.mid(field.offset, field.size));
 }
 
 } // namespace

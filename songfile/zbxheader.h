@@ -59,8 +59,8 @@ public:
     void setSize(unsigned bytes);     ///< header and compressed data
     void setOrigSize(unsigned bytes); ///< the MIDI data before compression
 
-    /// True when \a info holds for \a field what the header reads as, and writing that would change
-    /// bytes behind the text.
+    /// True when \a info holds for \a field what the header reads as, and bytes other than zero
+    /// stand behind the zero byte that ends that text: see docs/formats/container.md.
     bool wouldLose(Field field, const SongInfo &info) const;
 
 private:

@@ -14,6 +14,7 @@ private slots:
     void writesNothingOutside();
     void cutsAndFillsFields();
     void trimsSongTextButKeepsEllipsis();
+    void findsBytesBehindASongText();
     void namesTheCharactersThatLatin1Lacks_data();
     void namesTheCharactersThatLatin1Lacks();
 };
@@ -68,6 +69,16 @@ void TestBytes::trimsSongTextButKeepsEllipsis()
 {
     QCOMPARE(songText(QByteArray("\t\xA0 Wait\x85\xA0\n\0rest", 15)), QStringLiteral("Wait\u0085"));
     QCOMPARE(songBytes(QStringLiteral("\u00e9\u20ac")), QByteArray("\xE9?"));
+}
+
+void TestBytes::findsBytesBehindASongText()
+{
+    QVERIFY(!holdsMoreThanSongText({}));
+    QVERIFY(!holdsMoreThanSongText("Wait "));
+    QVERIFY(!holdsMoreThanSongText(QByteArray("Wait\0\0", 6)));
+    QVERIFY(holdsMoreThanSongText(QByteArray("Wait\0\0 ", 7)));
+    QVERIFY(holdsMoreThanSongText(QByteArray("\0W", 2)));
+    QVERIFY(!holdsMoreThanSongText(QByteArray(2, '\0')));
 }
 
 void TestBytes::namesTheCharactersThatLatin1Lacks_data()

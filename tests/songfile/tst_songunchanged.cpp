@@ -12,6 +12,8 @@ using HandMade::bytes;
 using HandMade::tag;
 using Samples::header;
 using Samples::infoOf;
+using Samples::kordiaEvent;
+using Samples::metaEvent;
 using Samples::opened;
 
 namespace
@@ -33,6 +35,12 @@ QByteArray savedByHand(const QString &name, const QByteArray &content, Change ch
 void setTempo(SongInfo &info)
 {
     info.userBpm = 97;
+}
+
+/// A MIDI file of one track.
+QByteArray fileOf(const QByteArray &track)
+{
+    return bytes("MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\0") + static_cast<char>(track.size()) + track;
 }
 
 /// The header of a saved container, its sizes apart.
@@ -60,9 +68,13 @@ private slots:
     void writesChangedFieldsAsEver();
     void removesATextThatTheUserTookAway();
     void keepsBytesBehindAContainersText();
-    void keepsBlanksOfAContainersText();
+    void writesATextOfAContainerWithoutItsBlanks();
     void writesChangedFieldsOfAContainer();
     void writesAnEmptyFieldOfAContainer();
+    void keepsDeltaTimesOfATrackThatCannotBeWalked_data();
+    void keepsDeltaTimesOfATrackThatCannotBeWalked();
+    void movesEventsThatLoseNothing();
+    void keepsEventsThatHoldMore();
 
 private:
     std::unique_ptr<LogCapture> m_log;
@@ -156,14 +168,14 @@ void TestSongUnchanged::keepsBytesBehindAContainersText()
     QCOMPARE(headOf(saved), headOf(expected));
 }
 
-void TestSongUnchanged::keepsBlanksOfAContainersText()
+void TestSongUnchanged::writesATextOfAContainerWithoutItsBlanks()
 {
     const QByteArray head = header(Samples::artistField, QByteArray("Io").leftJustified(32, ' '))
                                 .replace(Samples::authorField, 4, "  Me");
     const QByteArray saved = savedByHand(u"a.zb3"_s, Samples::container(head, Samples::midi()),
                                          [](SongInfo &info) { info.title = u"La"_s; });
-    QByteArray expected = head;
-    expected.replace(Samples::titleField, 2, "La");
+    QByteArray expected = header(Samples::titleField, "La");
+    expected.replace(Samples::artistField, 2, "Io").replace(Samples::authorField, 2, "Me");
     QCOMPARE(headOf(saved), headOf(expected));
 }
 
@@ -188,6 +200,56 @@ void TestSongUnchanged::writesAnEmptyFieldOfAContainer()
     const QByteArray saved = savedByHand(u"a.zb3"_s, Samples::container(head, Samples::midi()),
                                          [](SongInfo &info) { info.title.clear(); });
     QCOMPARE(headOf(saved), headOf(header(Samples::titleField, {})));
+}
+
+void TestSongUnchanged::keepsDeltaTimesOfATrackThatCannotBeWalked_data()
+{
+    QTest::addColumn<QByteArray>("track");
+    QTest::addColumn<QByteArray>("before");
+    const QByteArray note = bytes("\0\x90\x3C\x40");
+    const QByteArray key = bytes("\x8F\0\xFF\x59\2\0\0");
+    const QByteArray title = bytes("\x8F\0\xFF\x03\2La");
+    const QByteArray clock = bytes("\0\xF8");
+    const QByteArray cut = bytes("\x60\x80\x3C");
+    const QByteArray titleWritten = metaEvent(3, {});
+    QTest::newRow("a key and a clock") << note + key + clock << titleWritten;
+    QTest::newRow("a clock and a key") << note + clock + key << titleWritten;
+    QTest::newRow("a key and half an event") << note + key + cut << titleWritten;
+    QTest::newRow("a title and a clock") << note + title + clock << QByteArray();
+    QTest::newRow("a clock and a title") << note + clock + title << QByteArray();
+    QTest::newRow("a title and half an event") << note + title + cut << QByteArray();
+}
+
+void TestSongUnchanged::keepsDeltaTimesOfATrackThatCannotBeWalked()
+{
+    QFETCH(const QByteArray, track);
+    QFETCH(const QByteArray, before);
+    QCOMPARE(savedByHand(u"a.mid"_s, fileOf(track), setTempo),
+             fileOf(kordiaEvent(1, {}) + kordiaEvent(2, {}) + kordiaEvent(5, "97") +
+                    kordiaEvent(3, {}) + before + kordiaEvent(4, "0") + track));
+}
+
+void TestSongUnchanged::movesEventsThatLoseNothing()
+{
+    // As described: an event that is written again stands first.
+    const QByteArray note = bytes("\0\x90\x3C\x40");
+    const QByteArray key = bytes("\0\xFF\x59\2\1\0");
+    QCOMPARE(savedByHand(u"a.mid"_s,
+                         fileOf(note + kordiaEvent(4, "0185") + metaEvent(3, bytes(" La \0\0")) +
+                                kordiaEvent(1, " Pop ") + key + kordiaEvent(5, {})),
+                         [](SongInfo &info) { info.artist = u"Io"_s; }),
+             fileOf(kordiaEvent(1, "Pop") + kordiaEvent(2, "Io") + kordiaEvent(5, "0") +
+                    kordiaEvent(3, {}) + metaEvent(3, "La") + kordiaEvent(4, "185") + key + note));
+}
+
+void TestSongUnchanged::keepsEventsThatHoldMore()
+{
+    const QByteArray track = bytes("\0\x90\x3C\x40") + kordiaEvent(4, "3:05") +
+                             metaEvent(3, bytes("La\0more")) + kordiaEvent(1, "Pop") +
+                             kordiaEvent(1, "Folk") + bytes("\x60\x80\x3C\x40") +
+                             bytes("\0\xFF\x59\2\1\0");
+    QCOMPARE(savedByHand(u"a.mid"_s, fileOf(track), setTempo),
+             fileOf(kordiaEvent(2, {}) + kordiaEvent(5, "97") + kordiaEvent(3, {}) + track));
 }
 
 BRISEL_TEST(QCoreApplication, TestSongUnchanged)

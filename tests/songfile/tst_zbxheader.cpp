@@ -234,9 +234,11 @@ void TestZbxHeader::losesWhatStandsBehindAText_data()
     QTest::newRow("empty") << QByteArray() << QString() << false;
     QTest::newRow("bytes behind the zero") << Samples::bytes("La\0old") << u"La"_s << true;
     QTest::newRow("bytes behind no text") << Samples::bytes("\0old") << QString() << true;
-    QTest::newRow("blanks behind") << QByteArray("La").leftJustified(32, ' ') << u"La"_s << true;
-    QTest::newRow("blanks before") << QByteArray("  La") << u"La"_s << true;
-    QTest::newRow("blanks alone") << QByteArray(32, ' ') << QString() << true;
+    QTest::newRow("bytes behind blanks") << Samples::bytes(" \0old") << QString() << true;
+    QTest::newRow("blanks behind") << QByteArray("La").leftJustified(32, ' ') << u"La"_s << false;
+    QTest::newRow("blanks before") << QByteArray("  La") << u"La"_s << false;
+    QTest::newRow("blanks alone") << QByteArray(32, ' ') << QString() << false;
+    QTest::newRow("blanks behind the zero") << Samples::bytes("La\0 ") << u"La"_s << true;
     QTest::newRow("another text") << Samples::bytes("La\0old") << u"Lo"_s << false;
     QTest::newRow("longer than the field") << QByteArray(32, 'x') << wide + u'y' << false;
 }
