@@ -30,6 +30,19 @@ void keepOwner(int from, int to)
         (void)!::fchown(to, same, old.st_gid);
 }
 
+/// The permissions of \a from; those of its group are for no other one.
+void keepPermissionsOfTheSameGroup(int from, int to)
+{
+    struct stat old {
+    };
+    struct stat now {
+    };
+    if (::fstat(from, &old) != 0 || ::fstat(to, &now) != 0)
+        return;
+    const mode_t kept = old.st_gid == now.st_gid ? 0777 : 0777 & ~S_IRWXG;
+    ::fchmod(to, old.st_mode & kept);
+}
+
 #endif
 #ifdef Q_OS_LINUX
 
@@ -64,8 +77,11 @@ void keepFatAttributes(int from, int to)
         ::ioctl(to, FAT_IOCTL_GET_ATTRIBUTES, &now) != 0)
         return;
     __u32 wanted = (now & ~kept) | (old & kept);
-    if (wanted != now)
-        ::ioctl(to, FAT_IOCTL_SET_ATTRIBUTES, &wanted);
+    if (wanted == now || ::ioctl(to, FAT_IOCTL_SET_ATTRIBUTES, &wanted) == 0)
+        return;
+    // Of the two, a system may leave the system attribute to its administrator.
+    wanted = (now & ~ATTR_HIDDEN) | (old & ATTR_HIDDEN);
+    ::ioctl(to, FAT_IOCTL_SET_ATTRIBUTES, &wanted);
 }
 
 #endif
@@ -74,14 +90,19 @@ void keepFatAttributes(int from, int to)
 
 void keepAttributes(int from, int to)
 {
-#ifdef Q_OS_UNIX
+#ifndef Q_OS_UNIX
+    Q_UNUSED(from)
+    Q_UNUSED(to)
+#else
     keepOwner(from, to);
 #endif
 #ifdef Q_OS_LINUX
     keepExtendedAttributes(from, to);
 #endif
+#ifdef Q_OS_UNIX
     // Another owner or a list has changed them.
-    keepPermissions(from, to);
+    keepPermissionsOfTheSameGroup(from, to);
+#endif
 #ifdef Q_OS_LINUX
     keepFatAttributes(from, to);
 #endif

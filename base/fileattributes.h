@@ -5,7 +5,8 @@
 
 /// Gives the open file \a to what the open file \a from has: owner and group, extended attributes
 /// and access control lists, permissions, and FAT's hidden and system attributes. What the system
-/// refuses stays as it is.
+/// refuses stays as it is. Where it refuses the group, the group that \a to has gets no
+/// permissions.
 void keepAttributes(int from, int to);
 
 /// Gives \a to the permissions of \a from alone.

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QMap>
 
+#include <cerrno>
 #include <cstdarg>
 
 #include <linux/msdos_fs.h>
@@ -12,6 +13,7 @@
 #include <unistd.h>
 
 static bool isFat = false;
+static bool refusesSystem = false;
 
 static QMap<ino_t, unsigned> &known()
 {
@@ -30,6 +32,7 @@ FatDisk::FatDisk()
 {
     known().clear();
     isFat = true;
+    refusesSystem = false;
 }
 
 FatDisk::~FatDisk()
@@ -48,6 +51,11 @@ void FatDisk::setAttributes(const QString &path, unsigned attributes)
     known() = {{inodeOf(path), attributes}};
 }
 
+void FatDisk::refuseSystem()
+{
+    refusesSystem = true;
+}
+
 /// Stands in for the C library's function in the whole program.
 extern "C" __attribute__((visibility("default"))) int ioctl(int handle, unsigned long request,
                                                             ...) noexcept
@@ -63,7 +71,12 @@ extern "C" __attribute__((visibility("default"))) int ioctl(int handle, unsigned
         return 0;
     }
     if (isFat && request == FAT_IOCTL_SET_ATTRIBUTES && ::fstat(handle, &entry) == 0) {
-        known()[entry.st_ino] = *static_cast<__u32 *>(argument);
+        const __u32 wanted = *static_cast<__u32 *>(argument);
+        if (refusesSystem && (wanted & ATTR_SYS) != 0) {
+            errno = EPERM;
+            return -1;
+        }
+        known()[entry.st_ino] = wanted;
         return 0;
     }
     return static_cast<int>(::syscall(SYS_ioctl, handle, request, argument));

@@ -15,4 +15,6 @@ public:
     static unsigned attributes(const QString &path);
     /// The other files have the archive attribute alone after that.
     static void setAttributes(const QString &path, unsigned attributes);
+    /// From now on the system attribute can't be set.
+    static void refuseSystem();
 };

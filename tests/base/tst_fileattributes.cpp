@@ -60,10 +60,12 @@ private slots:
     void init();
     void cleanup();
     void keepsOwnerAndGroup();
+    void givesAnotherGroupNoPermissions();
     void keepsExtendedAttributes();
     void keepsAccessControlLists();
     void takesNoListFromTheFolder();
     void keepsHiddenAndSystemOnFat();
+    void keepsHiddenAloneWhereSystemIsRefused();
     void ignoresWhatTheSystemRefuses();
 
 private:
@@ -96,6 +98,29 @@ void TestFileAttributes::keepsOwnerAndGroup()
     QCOMPARE(lookAt(attributedSong).st_uid, someone);
     QCOMPARE(lookAt(attributedSong).st_gid, somegroup);
     QCOMPARE(lookAt(attributedSong).st_mode & 07777, 0640U);
+}
+
+void TestFileAttributes::givesAnotherGroupNoPermissions()
+{
+    constexpr uid_t someone = 65533;
+    constexpr gid_t somegroup = 65532;
+    constexpr gid_t owngroup = 65531;
+    makeFile(u"new.mid"_s, "new");
+    if (::chown(attributedSong, someone, somegroup) != 0)
+        QSKIP("only root can give files away");
+    QCOMPARE(::chown("new.mid", someone, owngroup), 0);
+    QCOMPARE(::chmod(attributedSong, 0664), 0);
+    QFile old(attributedPath);
+    QFile song(u"new.mid"_s);
+    QVERIFY(old.open(QIODevice::ReadOnly) && song.open(QIODevice::ReadWrite));
+    QCOMPARE(::seteuid(someone), 0);
+    keepAttributes(old.handle(), song.handle());
+    QCOMPARE(::seteuid(0), 0);
+    QCOMPARE(lookAt("new.mid").st_gid, owngroup);
+    QCOMPARE(lookAt("new.mid").st_mode & 07777, 0604U);
+    keepAttributes(old.handle(), song.handle());
+    QCOMPARE(lookAt("new.mid").st_gid, somegroup);
+    QCOMPARE(lookAt("new.mid").st_mode & 07777, 0664U);
 }
 
 void TestFileAttributes::keepsExtendedAttributes()
@@ -140,6 +165,15 @@ void TestFileAttributes::keepsHiddenAndSystemOnFat()
     FatDisk::setAttributes(attributedPath, ATTR_ARCH);
     QVERIFY(replaceFile(attributedPath, "newest"));
     QCOMPARE(FatDisk::attributes(attributedPath), unsigned{ATTR_ARCH});
+}
+
+void TestFileAttributes::keepsHiddenAloneWhereSystemIsRefused()
+{
+    const FatDisk disk;
+    FatDisk::setAttributes(attributedPath, ATTR_HIDDEN | ATTR_SYS);
+    FatDisk::refuseSystem();
+    QVERIFY(replaceFile(attributedPath, "new"));
+    QCOMPARE(FatDisk::attributes(attributedPath), unsigned{ATTR_HIDDEN | ATTR_ARCH});
 }
 
 void TestFileAttributes::ignoresWhatTheSystemRefuses()
