@@ -6,7 +6,7 @@ enum class FileKind {
     Missing,     ///< the system says that there is no such file
     Regular,     ///< a plain file, also one reached through a link
     Folder,      ///< a folder, also one reached through a link
-    Other,       ///< a device, a FIFO, a socket: never opened
+    Other,       ///< a device, a FIFO, a socket: nothing is read from it
     Unreachable, ///< it may exist, but can't be looked at (permission, I/O error, link loop)
 };
 
