@@ -63,11 +63,11 @@ bool maySettingsBeRead()
     for (const QString &folder : settingsFolders()) {
         const QString program = folder + u'/' + settingsOrganisation;
         for (const QString &path : {program + u'/' + settingsApplication, program}) {
-            PlainFile file;
-            file.open(path + QStringLiteral(".conf"));
-            const FileKind kind = file.state().kind;
+            QByteArray content;
+            const ReadResult result =
+                readWholeFile(path + QStringLiteral(".conf"), maxSettings, content);
             // The settings class passes over what it can't open.
-            if (kind == FileKind::Folder || kind == FileKind::Other || file.size() > maxSettings)
+            if (result != ReadResult::Done && result != ReadResult::NotOpened)
                 return false;
         }
     }

@@ -8,8 +8,9 @@ extern const QString settingsOrganisation; ///< "kordia"
 extern const QString settingsApplication;  ///< "brisel2pc"
 
 /// The settings of the program. Where one of the files that they are read from is not a plain file
-/// (a FIFO would wait for ever), or larger than 1 MiB, nothing is read and nothing can be stored:
-/// the program works with its defaults, and the file stays as it is.
+/// (a FIFO would wait for ever), larger than 1 MiB, or can't be read to its end, nothing is used of
+/// them and nothing can be stored: the program works with its defaults, and the file stays as it
+/// is.
 QSettings openSettings();
 
 /// Stores \a value under \a key, a plain word, at once. False when the settings could not be
