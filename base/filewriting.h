@@ -12,7 +12,8 @@ class QFileDevice;
 enum class WriteResult {
     Done,
     Failed,
-    Changed, ///< what stands there is no longer what was expected
+    SourceFailed, ///< the old content could not be read to its end
+    Changed,      ///< what stands there is no longer what was expected
 };
 
 /// Replaces the content of \a path, or creates the file: the new content is written beside it,
@@ -25,7 +26,8 @@ enum class WriteResult {
 /// not be flushed to the disk, the new one. Refuses whatever is not a plain file.
 bool replaceFile(const QString &path, const QByteArray &content);
 
-/// The same, but Changed when what stands at \a path is not, or immediately before the last step
+/// The same with the reason: SourceFailed when the old content, which is kept aside, can't be read,
+/// and Changed when what stands at \a path is not, or immediately before the last step
 /// no longer is, what \a expected says: nothing is touched then and nothing left beside it.
 WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
                              const FileState &expected);

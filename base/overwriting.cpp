@@ -75,11 +75,14 @@ WriteResult overwriteKeepingCopy(const QString &path, QFile &copy, const FileSta
     if (expected != nullptr && before != *expected)
         return end(WriteResult::Changed);
     keepAttributes(file.handle(), copy.handle());
-    if (copyRest(file.handle(), 0, before.size, copy.handle()) != CopyResult::Done ||
-        !finishWriting(copy, before.size) || !flushFolder(folder))
+    const CopyResult copied = copyRest(file.handle(), 0, before.size, copy.handle());
+    if (copied == CopyResult::TargetFailed ||
+        (copied == CopyResult::Done && (!finishWriting(copy, before.size) || !flushFolder(folder))))
         return end(WriteResult::Failed);
     if (fileState(path) != before)
         return end(WriteResult::Changed);
+    if (copied == CopyResult::SourceFailed)
+        return end(WriteResult::SourceFailed);
     const bool isWritten = writeFromStart(file, write);
     const auto putBack = [&](QFile &target) {
         return copyRest(copy.handle(), 0, before.size, target.handle()) == CopyResult::Done &&
@@ -98,8 +101,9 @@ WriteResult overwriteFromMemory(const QString &path, const QByteArray &content,
     QByteArray old;
     FileState before;
     constexpr qint64 most = std::numeric_limits<qsizetype>::max();
-    if (readWholeFile(path, most, old, &before) != ReadResult::Done)
-        return WriteResult::Failed;
+    const ReadResult result = readWholeFile(path, most, old, &before);
+    if (result != ReadResult::Done)
+        return result == ReadResult::CutShort ? WriteResult::SourceFailed : WriteResult::Failed;
     QFile file;
     if (!openToOverwrite(file, path))
         return WriteResult::Failed;

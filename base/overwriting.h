@@ -22,7 +22,8 @@ using ContentWriter = std::function<bool(QFile &file)>;
 /// Overwrites the plain file at \a path. Its old content is kept in \a copy, a new file that is
 /// open for reading and writing, until the new one is on the disk; when that fails it is put back.
 /// \a copy is deleted, unless the old content could not be put back. Changed when the file is not
-/// as \a expected says, where that is given, or is changed while it is copied: it is not touched.
+/// as \a expected says, where that is given, or is changed while it is copied, and SourceFailed
+/// when it can't be read to its end: it is not touched.
 WriteResult overwriteKeepingCopy(const QString &path, QFile &copy, const FileState *expected,
                                  const ContentWriter &write);
 

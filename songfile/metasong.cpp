@@ -267,6 +267,8 @@ WriteResult MetaSong::saveMp3(const QString &path)
     }
     const QByteArray tag = m_song.tag();
     const WriteResult result = rewriteMp3(path, file, tag, present.audioStart());
+    if (result == WriteResult::SourceFailed)
+        m_trouble = Trouble::CutShort;
     if (result == WriteResult::Done)
         noteSaved(path, tag + head.mid(present.audioStart()));
     return result;

@@ -10,9 +10,10 @@
 /// before \a audioStart (bytes). The new song is written beside the old one and put in its place
 /// when it is whole and on the disk; all that replaceFile() keeps stays. One with other names (hard
 /// links) is written in place, while a copy of the old one lies beside it. Changed when the file at
-/// \a path is no longer the one that was opened. Failed when that failed (logged, but for the last
-/// step, the renaming). In both cases the song is as it was, and no temporary file stays behind.
-/// Only where the system can't replace a file in one step, a failure at the very end can leave the
-/// song in the temporary file alone.
+/// \a path is no longer the one that was opened. SourceFailed when its audio could not be read,
+/// Failed when it failed otherwise (logged, but for the last step, the renaming). In all three
+/// cases the song is as it was, and no temporary file stays behind. Only where the system can't
+/// replace a file in one step, a failure at the very end can leave the song in the temporary file
+/// alone.
 WriteResult rewriteMp3(const QString &path, const PlainFile &song, const QByteArray &tag,
                        qint64 audioStart);

@@ -1,5 +1,10 @@
 #include "songfile/mp3writer.h"
+#include "tests/base/duringflush.h"
+#include "tests/base/fatdisk.h"
 #include "tests/songfile/songsavingtest.h"
+
+#include <linux/msdos_fs.h>
+#include <sys/xattr.h>
 
 using namespace Samples;
 using namespace Qt::StringLiterals;
@@ -8,8 +13,31 @@ namespace
 {
 
 constexpr int rewrittenAudio = 250000;
+constexpr qint64 sparseSize = 64 << 20; ///< bytes
 const QByteArray oldTag = tag(frame("TIT2", "Old"));
 const QByteArray newTag = tag(frame("TIT2", "A new title") + frame("TPE1", "Someone"));
+
+/// The bytes that a song takes on the disk.
+qint64 roomOfSong()
+{
+    constexpr qint64 unit = 512; // bytes
+    struct stat entry {
+    };
+    return ::stat("a.mp3", &entry) == 0 ? entry.st_blocks * unit : -1;
+}
+
+/// A song's extended attribute or list; "none" when it has no such.
+QByteArray songAttribute(const char *name)
+{
+    QByteArray value(1000, '\0');
+    const ssize_t size = ::getxattr("a.mp3", name, value.data(), value.size());
+    return size < 0 ? QByteArray("none") : value.left(size);
+}
+
+bool setSongAttribute(const char *name, const QByteArray &value)
+{
+    return ::setxattr("a.mp3", name, value.constData(), static_cast<size_t>(value.size()), 0) == 0;
+}
 
 } // namespace
 
@@ -30,6 +58,12 @@ private slots:
     void keepsALinkedSongOnAFullDisk_data();
     void keepsALinkedSongOnAFullDisk();
     void keepsASparseSongSparse();
+    void keepsExtendedAttributes_data();
+    void keepsExtendedAttributes();
+    void keepsHiddenAndSystemOnFat();
+    void keepsHolesInASave();
+    void tellsThatTheSongIsChangedDuringTheCopy_data();
+    void tellsThatTheSongIsChangedDuringTheCopy();
 };
 
 void TestMp3Writer::keepsTheAudioOfTheOpenFile()
@@ -68,7 +102,7 @@ void TestMp3Writer::refusesASongThatHasChanged()
     PlainFile song;
     QVERIFY(song.open(u"a.mp3"_s));
     writeSong(u"a.mp3"_s, now);
-    QVERIFY(rewriteMp3(u"a.mp3"_s, song, newTag, oldTag.size()) != WriteResult::Done);
+    QCOMPARE(rewriteMp3(u"a.mp3"_s, song, newTag, oldTag.size()), WriteResult::Changed);
     QVERIFY(Samples::read(u"a.mp3"_s) == now);
     QCOMPARE(entries(), before);
 }
@@ -123,21 +157,95 @@ void TestMp3Writer::keepsALinkedSongOnAFullDisk()
 
 void TestMp3Writer::keepsASparseSongSparse()
 {
-    constexpr qint64 size = 64 << 20;
-    constexpr qint64 unit = 512; // bytes
     writeSong(u"a.mp3"_s, oldTag + audio(1000));
-    QVERIFY(QFile::resize(u"a.mp3"_s, size));
-    struct stat entry {
-    };
-    QCOMPARE(::stat("a.mp3", &entry), 0);
-    if (entry.st_blocks * unit > size / 2)
+    QVERIFY(QFile::resize(u"a.mp3"_s, sparseSize));
+    if (roomOfSong() > sparseSize / 2)
         QSKIP("this file system has no holes");
     PlainFile song;
     QVERIFY(song.open(u"a.mp3"_s));
     QCOMPARE(rewriteMp3(u"a.mp3"_s, song, newTag, oldTag.size()), WriteResult::Done);
-    QCOMPARE(::stat("a.mp3", &entry), 0);
-    QCOMPARE(entry.st_size, size - oldTag.size() + newTag.size());
-    QVERIFY(entry.st_blocks * unit < 1 << 20);
+    QCOMPARE(QFileInfo(u"a.mp3"_s).size(), sparseSize - oldTag.size() + newTag.size());
+    QVERIFY(roomOfSong() < 1 << 20);
+}
+
+void TestMp3Writer::keepsExtendedAttributes_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("value");
+    QTest::newRow("rating") << QByteArray("user.rating") << QByteArray("five \0 stars", 12);
+    // Version 2, and entries of tag, permissions and id: owner rw, user 65534 r, group -, mask r,
+    // others -.
+    QTest::newRow("access control list") << QByteArray("system.posix_acl_access")
+                                         << QByteArray::fromHex("02000000"
+                                                                "01000600ffffffff"
+                                                                "02000400feff0000"
+                                                                "04000000ffffffff"
+                                                                "10000400ffffffff"
+                                                                "20000000ffffffff");
+}
+
+void TestMp3Writer::keepsExtendedAttributes()
+{
+    QFETCH(const QByteArray, name);
+    QFETCH(const QByteArray, value);
+    MetaSong song = changedSong(u"a.mp3"_s);
+    if (!setSongAttribute(name.constData(), value))
+        QSKIP("this file system has no such attributes");
+    QVERIFY(song.saveToFile(u"a.mp3"_s));
+    QVERIFY(Samples::read(u"a.mp3"_s) != oldSong(u"a.mp3"_s));
+    QCOMPARE(songAttribute(name.constData()), value);
+}
+
+void TestMp3Writer::keepsHiddenAndSystemOnFat()
+{
+    const FatDisk disk;
+    MetaSong song = changedSong(u"a.mp3"_s);
+    FatDisk::setAttributes(u"a.mp3"_s, ATTR_HIDDEN | ATTR_SYS);
+    QVERIFY(song.saveToFile(u"a.mp3"_s));
+    QVERIFY(Samples::read(u"a.mp3"_s) != oldSong(u"a.mp3"_s));
+    QCOMPARE(FatDisk::attributes(u"a.mp3"_s), unsigned{ATTR_HIDDEN | ATTR_SYS | ATTR_ARCH});
+}
+
+void TestMp3Writer::keepsHolesInASave()
+{
+    MetaSong song = changedSong(u"a.mp3"_s);
+    QVERIFY(QFile::resize(u"a.mp3"_s, sparseSize));
+    if (roomOfSong() > sparseSize / 2)
+        QSKIP("this file system has no holes");
+    QVERIFY(song.saveToFile(u"a.mp3"_s));
+    QVERIFY(QFileInfo(u"a.mp3"_s).size() > sparseSize);
+    QVERIFY(roomOfSong() < 1 << 20);
+}
+
+void TestMp3Writer::tellsThatTheSongIsChangedDuringTheCopy_data()
+{
+    QTest::addColumn<QByteArray>("now");
+    QTest::addColumn<bool>("isLinked");
+    for (const bool isLinked : {false, true}) {
+        const char *kind = isLinked ? "linked" : "single";
+        QTest::addRow("%s, other tag", kind) << newTag + audio(rewrittenAudio) << isLinked;
+        QTest::addRow("%s, cut", kind) << oldTag + audio(100) << isLinked;
+    }
+}
+
+void TestMp3Writer::tellsThatTheSongIsChangedDuringTheCopy()
+{
+    QFETCH(const QByteArray, now);
+    QFETCH(const bool, isLinked);
+    MetaSong song = changedSong(u"a.mp3"_s);
+    if (isLinked)
+        QCOMPARE(::link("a.mp3", "b.mp3"), 0);
+    const QStringList before = entries();
+    {
+        const DuringFlush meanwhile([&] { writeSong(u"a.mp3"_s, now); });
+        QVERIFY(!song.saveToFile(u"a.mp3"_s));
+    }
+    QCOMPARE(song.trouble(), MetaSong::Trouble::ChangedMeanwhile);
+    QVERIFY(Samples::read(u"a.mp3"_s) == now);
+    QCOMPARE(entries(), before);
+    // The next save finds the song as it is now.
+    QVERIFY(song.saveToFile(u"a.mp3"_s));
+    QCOMPARE(song.trouble(), MetaSong::Trouble::None);
 }
 
 BRISEL_TEST(QCoreApplication, TestMp3Writer)
