@@ -1,7 +1,6 @@
 #include "base/filefailure.h"
 
 #include "base/fileidentity.h"
-#include "base/filereading.h"
 #include "base/freespace.h"
 
 #include <QFileInfo>
@@ -24,15 +23,7 @@ RunReport::Reason whyUnreadable(const QString &path, qint64 largest)
         return RunReport::Reason::Unreachable;
     if (file.size() == 0)
         return RunReport::Reason::Empty;
-    QByteArray content;
-    switch (readWholeFile(path, largest, content)) {
-    case ReadResult::TooLarge:
-        return RunReport::Reason::TooLarge;
-    case ReadResult::CutShort:
-        return RunReport::Reason::CutShort;
-    default:
-        return RunReport::Reason::UnknownFormat;
-    }
+    return file.size() > largest ? RunReport::Reason::TooLarge : RunReport::Reason::UnknownFormat;
 }
 
 RunReport::Reason whyNotIndexed(const QString &root)

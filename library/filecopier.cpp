@@ -34,11 +34,12 @@ bool isSamePath(const QString &source, const QString &destination)
     return source.compare(destination, Qt::CaseInsensitive) == 0 || isSameFile(source, destination);
 }
 
-RunReport::Reason whyNotCopied(const QString &source, const QString &destination)
+RunReport::Reason whyNotCopied(CopyResult result, const QString &source, const QString &destination)
 {
     const QFileInfo file(source);
     if (isRegularFile(source) && file.isReadable())
-        return whyUnwritable(destination, file.size());
+        return result == CopyResult::SourceFailed ? RunReport::Reason::CutShort
+                                                  : whyUnwritable(destination, file.size());
     return whyUnreadable(source, std::numeric_limits<qint64>::max());
 }
 
@@ -143,6 +144,14 @@ void FileCopier::note(const QString &path, Reason reason)
     m_report.add(RunReport::Lack::Copied, path, reason);
 }
 
+/// True when there is a copy; notes why not otherwise.
+bool FileCopier::noteCopy(CopyResult result, const QString &source, const QString &destination)
+{
+    if (result != CopyResult::Done)
+        note(source, whyNotCopied(result, source, destination));
+    return result == CopyResult::Done;
+}
+
 bool FileCopier::mayOverwrite(const QString &destination)
 {
     if (m_askEach) {
@@ -164,11 +173,8 @@ bool FileCopier::copySong(const QString &source, const QString &destination)
         note(source, Reason::PickedToo);
         return false;
     }
-    const bool copied =
-        isNew ? copyToNewFile(source, destination) : copyOverFile(source, destination);
-    if (!copied)
-        note(source, whyNotCopied(source, destination));
-    return copied;
+    return noteCopy(isNew ? copyToNewFile(source, destination) : copyOverFile(source, destination),
+                    source, destination);
 }
 
 bool FileCopier::copyWithCompanion(const QString &source, const QString &destination)
@@ -183,10 +189,7 @@ bool FileCopier::copyWithCompanion(const QString &source, const QString &destina
         note(companion, Reason::AlreadyThere);
         return false;
     }
-    const bool copied = copyToNewFile(companion, place);
-    if (!copied)
-        note(companion, whyNotCopied(companion, place));
-    return copied;
+    return noteCopy(copyToNewFile(companion, place), companion, place);
 }
 
 /// The graphics file of an MP3: the file as named, or else one whose name differs in case only:

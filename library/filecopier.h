@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/filecopying.h"
 #include "base/runreport.h"
 
 #include <QHash>
@@ -45,6 +46,7 @@ private:
     void showSpace(const QString &destDir, int next);
     void noteFilesLeft(const QStringList &files, int first);
     void note(const QString &path, Reason reason);
+    bool noteCopy(CopyResult result, const QString &source, const QString &destination);
 
     Progress &m_progress;
     Question m_askOverwrite;

@@ -32,7 +32,7 @@ bool FolderTreeBackup::copyFolder(const QString &source, const QString &dest, in
         const QString from = source + u'/' + name;
         const QString to = dest + u'/' + name;
         debug() << "Copying file:" << from << "to:" << to;
-        if (copyToNewFile(from, to))
+        if (copyToNewFile(from, to) == CopyResult::Done)
             m_progress.setValue(++count);
         else
             complete = false;

@@ -1,7 +1,6 @@
 #include "library/safecopy.h"
 
 #include "base/fileattributes.h"
-#include "base/filecopying.h"
 #include "base/filewriting.h"
 #include "base/freespace.h"
 #include "base/plainfile.h"
@@ -56,24 +55,27 @@ bool canBeRead(const QString &path)
 
 } // namespace
 
-bool copyToNewFile(const QString &source, const QString &destination)
+CopyResult copyToNewFile(const QString &source, const QString &destination)
 {
-    return fileKind(destination) == FileKind::Missing &&
-           copyIntoPlace(source, destination) == CopyResult::Done;
+    return fileKind(destination) == FileKind::Missing ? copyIntoPlace(source, destination)
+                                                      : CopyResult::TargetFailed;
 }
 
-bool copyOverFile(const QString &source, const QString &destination)
+CopyResult copyOverFile(const QString &source, const QString &destination)
 {
     if (!isRegularFile(destination) || isSameFile(source, destination))
-        return false;
+        return CopyResult::TargetFailed;
     const CopyResult result = copyIntoPlace(source, destination);
     if (result != CopyResult::TargetFailed)
-        return result == CopyResult::Done;
+        return result;
     const qint64 freeSize = freeSpace(QFileInfo(destination).path());
     if (!mustDeleteFirst(freeSize, QFileInfo(destination).size(), QFileInfo(source).size()))
-        return false;
+        return CopyResult::TargetFailed;
     // What can't be read to its end would leave neither the old file nor a new one.
-    return canBeRead(source) && QFile::remove(destination) && copyToNewFile(source, destination);
+    if (!canBeRead(source))
+        return CopyResult::SourceFailed;
+    return QFile::remove(destination) ? copyToNewFile(source, destination)
+                                      : CopyResult::TargetFailed;
 }
 
 bool mustDeleteFirst(qint64 freeSize, qint64 oldSize, qint64 newSize)

@@ -55,7 +55,7 @@ void TestSafeCopy::init()
 void TestSafeCopy::copiesContentAndPermissions()
 {
     QFile::setPermissions(at(u"a.mid"_qs), QFile::ReadOwner | QFile::ReadGroup);
-    QVERIFY(copyToNewFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyToNewFile(at(u"a.mid"_qs), at(u"b.mid"_qs)), CopyResult::Done);
     QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("song"));
     struct stat entry {
     };
@@ -67,7 +67,7 @@ void TestSafeCopy::copiesContentAndPermissions()
 void TestSafeCopy::copiesEmptyFile()
 {
     makeFile(at(u"empty.mid"_qs), "");
-    QVERIFY(copyToNewFile(at(u"empty.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyToNewFile(at(u"empty.mid"_qs), at(u"b.mid"_qs)), CopyResult::Done);
     QVERIFY(QFile::exists(at(u"b.mid"_qs)));
     QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray());
 }
@@ -77,14 +77,14 @@ void TestSafeCopy::copiesFilesLargerThanABlock()
     QByteArray content(3 * 1024 * 1024 + 17, 'x');
     content[1024 * 1024] = 'y';
     makeFile(at(u"big.mp3"_qs), content);
-    QVERIFY(copyToNewFile(at(u"big.mp3"_qs), at(u"b.mp3"_qs)));
+    QCOMPARE(copyToNewFile(at(u"big.mp3"_qs), at(u"b.mp3"_qs)), CopyResult::Done);
     QVERIFY(fileContent(at(u"b.mp3"_qs)) == content);
 }
 
 void TestSafeCopy::copiesWhatALinkLeadsTo()
 {
     QVERIFY(QFile::link(at(u"a.mid"_qs), at(u"link.mid"_qs)));
-    QVERIFY(copyToNewFile(at(u"link.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyToNewFile(at(u"link.mid"_qs), at(u"b.mid"_qs)), CopyResult::Done);
     QVERIFY(!QFileInfo(at(u"b.mid"_qs)).isSymLink());
     QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("song"));
 }
@@ -92,20 +92,20 @@ void TestSafeCopy::copiesWhatALinkLeadsTo()
 void TestSafeCopy::refusesExistingDestination()
 {
     makeFile(at(u"b.mid"_qs), "old");
-    QVERIFY(!copyToNewFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyToNewFile(at(u"a.mid"_qs), at(u"b.mid"_qs)), CopyResult::TargetFailed);
     QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("old"));
 }
 
 void TestSafeCopy::refusesMissingSource()
 {
-    QVERIFY(!copyToNewFile(at(u"none.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyToNewFile(at(u"none.mid"_qs), at(u"b.mid"_qs)), CopyResult::SourceFailed);
     QCOMPARE(entries(), QStringList({u"a.mid"_qs}));
 }
 
 void TestSafeCopy::refusesFolderAsSource()
 {
     QVERIFY(QDir(m_folder->path()).mkdir(u"folder.mid"_qs));
-    QVERIFY(!copyToNewFile(at(u"folder.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyToNewFile(at(u"folder.mid"_qs), at(u"b.mid"_qs)), CopyResult::SourceFailed);
     QVERIFY(!QFile::exists(at(u"b.mid"_qs)));
 }
 
@@ -113,15 +113,15 @@ void TestSafeCopy::refusesFifoAsSource()
 {
     QCOMPARE(::mkfifo(qPrintable(at(u"fifo.mid"_qs)), 0600), 0);
     QVERIFY(QFile::link(at(u"fifo.mid"_qs), at(u"link.mid"_qs)));
-    QVERIFY(!copyToNewFile(at(u"fifo.mid"_qs), at(u"b.mid"_qs)));
-    QVERIFY(!copyToNewFile(at(u"link.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyToNewFile(at(u"fifo.mid"_qs), at(u"b.mid"_qs)), CopyResult::SourceFailed);
+    QCOMPARE(copyToNewFile(at(u"link.mid"_qs), at(u"b.mid"_qs)), CopyResult::SourceFailed);
 }
 
 void TestSafeCopy::refusesUnwritableFolder()
 {
     // A file stands where the folder should be: no user can write below it, root neither.
-    QVERIFY(!copyToNewFile(at(u"a.mid"_qs), at(u"a.mid/b.mid"_qs)));
-    QVERIFY(!copyToNewFile(at(u"a.mid"_qs), at(u"none/b.mid"_qs)));
+    QCOMPARE(copyToNewFile(at(u"a.mid"_qs), at(u"a.mid/b.mid"_qs)), CopyResult::TargetFailed);
+    QCOMPARE(copyToNewFile(at(u"a.mid"_qs), at(u"none/b.mid"_qs)), CopyResult::TargetFailed);
     QCOMPARE(entries(), QStringList({u"a.mid"_qs}));
 }
 
@@ -129,7 +129,7 @@ void TestSafeCopy::replacesExistingFile()
 {
     makeFile(at(u"b.mid"_qs), "a longer old song");
     QFile::setPermissions(at(u"b.mid"_qs), QFile::ReadOwner);
-    QVERIFY(copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)), CopyResult::Done);
     QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("song"));
     QCOMPARE(entries(), QStringList({u"a.mid"_qs, u"b.mid"_qs}));
 }
@@ -138,7 +138,7 @@ void TestSafeCopy::replacesALinkAndNotItsTarget()
 {
     makeFile(at(u"target.mid"_qs), "target");
     QVERIFY(QFile::link(at(u"target.mid"_qs), at(u"b.mid"_qs)));
-    QVERIFY(copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)), CopyResult::Done);
     QCOMPARE(fileContent(at(u"target.mid"_qs)), QByteArray("target"));
     QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("song"));
 }
@@ -146,7 +146,7 @@ void TestSafeCopy::replacesALinkAndNotItsTarget()
 void TestSafeCopy::keepsOldFileWhenTheSourceIsMissing()
 {
     makeFile(at(u"b.mid"_qs), "old");
-    QVERIFY(!copyOverFile(at(u"none.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyOverFile(at(u"none.mid"_qs), at(u"b.mid"_qs)), CopyResult::SourceFailed);
     QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("old"));
 }
 
@@ -155,14 +155,14 @@ void TestSafeCopy::refusesToReplaceAFileByItself()
     QCOMPARE(::link(qPrintable(at(u"a.mid"_qs)), qPrintable(at(u"hard.mid"_qs))), 0);
     QVERIFY(QFile::link(at(u"a.mid"_qs), at(u"soft.mid"_qs)));
     for (const QString &other : {u"a.mid"_qs, u"hard.mid"_qs, u"soft.mid"_qs})
-        QVERIFY(!copyOverFile(at(u"a.mid"_qs), at(other)));
+        QCOMPARE(copyOverFile(at(u"a.mid"_qs), at(other)), CopyResult::TargetFailed);
     QCOMPARE(fileContent(at(u"a.mid"_qs)), QByteArray("song"));
 }
 
 void TestSafeCopy::refusesToReplaceAFolder()
 {
     makeFile(at(u"b.mid/inside"_qs), "inside");
-    QVERIFY(!copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyOverFile(at(u"a.mid"_qs), at(u"b.mid"_qs)), CopyResult::TargetFailed);
     QCOMPARE(fileContent(at(u"b.mid/inside"_qs)), QByteArray("inside"));
 }
 
@@ -171,7 +171,7 @@ void TestSafeCopy::leavesNoHalfCopyOnAFullDisk()
     makeFile(at(u"big.mid"_qs), QByteArray(100000, 'x'));
     for (const rlim_t room : {0, 1, 4096, 65536, 99999}) {
         const FileSizeLimit limit(room);
-        QVERIFY(!copyToNewFile(at(u"big.mid"_qs), at(u"b.mid"_qs)));
+        QCOMPARE(copyToNewFile(at(u"big.mid"_qs), at(u"b.mid"_qs)), CopyResult::TargetFailed);
         QCOMPARE(entries(), QStringList({u"a.mid"_qs, u"big.mid"_qs}));
     }
 }
@@ -181,7 +181,7 @@ void TestSafeCopy::keepsOldFileWhenTheCopyFails()
     makeFile(at(u"big.mid"_qs), QByteArray(100000, 'x'));
     makeFile(at(u"b.mid"_qs), "old");
     const FileSizeLimit limit(50000);
-    QVERIFY(!copyOverFile(at(u"big.mid"_qs), at(u"b.mid"_qs)));
+    QCOMPARE(copyOverFile(at(u"big.mid"_qs), at(u"b.mid"_qs)), CopyResult::TargetFailed);
     QCOMPARE(fileContent(at(u"b.mid"_qs)), QByteArray("old"));
     QCOMPARE(entries(), QStringList({u"a.mid"_qs, u"b.mid"_qs, u"big.mid"_qs}));
 }

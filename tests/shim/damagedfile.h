@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tests/shim/shim.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+/// While it lives a file can't be read from an offset on. One at a time.
+class DamagedFile
+{
+public:
+    DamagedFile(const QString &name, qint64 offset, Shim::ReadFailure failure)
+    {
+        const QString path = QFileInfo(name).absoluteFilePath();
+        Shim::failReads(QFile::encodeName(path).constData(), offset, failure);
+    }
+    ~DamagedFile() { Shim::readAll(); }
+    DamagedFile(const DamagedFile &) = delete;
+    DamagedFile &operator=(const DamagedFile &) = delete;
+};
