@@ -286,7 +286,8 @@ void TestReadFailures::keepsSettings()
     const QByteArray home = qgetenv("XDG_CONFIG_HOME");
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder->path()));
     const QString name = u"kordia/brisel2pc.conf"_s;
-    const QByteArray old = "[General]\nfiller=" + QByteArray(3000, 'x') + "\nlanguage=it\n";
+    const QByteArray old =
+        "[General]\nlanguage=it\nfiller=" + QByteArray(3000, 'x') + "\nlast=it\n";
     makeFile(name, old);
     for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
         for (qint64 offset = 0; offset < old.size(); offset += sector) {
