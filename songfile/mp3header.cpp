@@ -219,7 +219,8 @@ bool Mp3Header::wouldLose(QByteArrayView id, const QString &text) const
     bool isNumber = false;
     const qint64 number = shown.toLongLong(&isNumber);
     const bool isSame = shown == text || (isNumber && QString::number(number) == text);
-    return !isSame || m_frames.isBeyondText(*found) || !Id3Text::isPlain(content);
+    return !isSame || m_frames.isBeyondText(*found) || !Id3Text::isPlain(content) ||
+           !Id3Text::isPlain(textContent(text));
 }
 
 bool Mp3Header::wouldLose(Field field, const SongInfo &info) const
