@@ -239,8 +239,8 @@ QByteArray Id3Frames::content(const QByteArray &tag, const Id3Frame &frame) cons
 {
     constexpr qsizetype groupSize = 1;
     constexpr qsizetype lengthSize = 4;
-    const QByteArray bytes = tag.mid(frame.start + frame.headerSize,
-                                     std::max<qsizetype>(frame.size - frame.headerSize, 0));
+    QByteArray bytes = tag.mid(frame.start + frame.headerSize,
+                               std::max<qsizetype>(frame.size - frame.headerSize, 0));
     if (frame.isSearched || m_header.version == 2)
         return bytes;
     const Format &format = m_header.version == 3 ? format23 : format24;

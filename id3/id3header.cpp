@@ -32,14 +32,14 @@ Id3Header Id3Header::read(const QByteArray &data)
 quint32 Id3Header::sizeAt(const QByteArray &data)
 {
     constexpr quint8 highest = 128;
-    quint32 size = 0;
+    quint32 total = 0;
     for (qsizetype i = 0; i < sizeBytes; ++i) {
         const quint8 byte = byteAt(data, tagSizeOffset + i);
         if (byte > highest)
             return 0;
-        size = (size << 7) + byte;
+        total = (total << 7) + byte;
     }
-    return size;
+    return total;
 }
 
 void Id3Header::putSize(QByteArray &data, quint32 tagSize)

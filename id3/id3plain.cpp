@@ -42,9 +42,9 @@ QByteArray synchronised(const QByteArray &tag)
     QByteArray unchanged = tag;
     for (QByteArray *form : {&undone, &unchanged})
         Id3Header::clearFlag(*form, Id3Header::Unsynchronised);
-    const bool isUndoneWalked = framesOf(undone).isWalked();
-    if (isUndoneWalked != framesOf(unchanged).isWalked())
-        return isUndoneWalked ? undone : unchanged;
+    const bool isUndoneWhole = framesOf(undone).endsInPadding();
+    if (isUndoneWhole != framesOf(unchanged).endsInPadding())
+        return isUndoneWhole ? undone : unchanged;
     // A cut tag may end between the two bytes.
     QByteArrayView body = QByteArrayView(tag).sliced(Id3Header::size);
     if (tag.size() < endOf(tag) && body.endsWith('\xFF'))

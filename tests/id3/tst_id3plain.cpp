@@ -23,6 +23,7 @@ private slots:
     void keepsAPlainTag();
     void undoesTheSchemeOfTheWholeTag();
     void clearsAFlagThatOnlySaysSo();
+    void keepsAPictureUnderAFlagWithoutCause();
     void leavesTheSchemeToFramesOfVersion24();
     void leavesOutTheExtendedHeader();
     void clearsTheFlagWithoutAnExtendedHeader();
@@ -71,6 +72,16 @@ void TestId3Plain::clearsAFlagThatOnlySaysSo()
     QByteArray cleared = says;
     cleared[5] = 0;
     QCOMPARE(Id3Plain::tag(says), cleared);
+}
+
+void TestId3Plain::keepsAPictureUnderAFlagWithoutCause()
+{
+    // Undone, the picture would take two bytes of the padding, and the tag could be walked as well.
+    const QByteArray frames = titleOne +
+                              bytes("APIC\0\0\0\x0A\0\0"
+                                    "\xFF\xD8\xFF\xE0\xFF\0\xFF\0zz") +
+                              padding;
+    QCOMPARE(Id3Plain::tag(tag(3, 0x80, frames)), tag(3, 0, frames));
 }
 
 void TestId3Plain::leavesTheSchemeToFramesOfVersion24()

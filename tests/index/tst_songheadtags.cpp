@@ -41,6 +41,7 @@ private slots:
     void readsVersion22();
     void readsAnUnsynchronisedTag();
     void readsATagThatOnlySaysSo();
+    void readsABrokenUnsynchronisedTag();
     void readsUnsynchronisedFramesOfVersion24();
     void passesTheExtendedHeader();
     void walksSynchsafeSizes();
@@ -56,6 +57,12 @@ private slots:
     void ignoresFramesBehindTheTag();
     void survivesEveryTruncationOfTags();
 };
+
+void TestSongHeadTags::readsABrokenUnsynchronisedTag()
+{
+    const QByteArray title = bytes("TIT2\0\0\0\x0B\0\0\1\xFF\0\xFE") + bytes("C\0i\0t\0t\0");
+    QCOMPARE(titleOf(tag(3, 0x80, title + "junk" + QByteArray(20, '?'))), u"CITT"_qs);
+}
 
 void TestSongHeadTags::readsEveryEncoding()
 {

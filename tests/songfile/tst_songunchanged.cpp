@@ -67,6 +67,8 @@ private slots:
     void movesPlainFrames();
     void writesChangedFieldsAsEver();
     void removesATextThatTheUserTookAway();
+    void synchronisesNothingThatIsThere();
+    void synchronisesNoArtistOverOneThatCantBeRead();
     void keepsBytesBehindAContainersText();
     void writesATextOfAContainerWithoutItsBlanks();
     void writesChangedFieldsOfAContainer();
@@ -155,6 +157,38 @@ void TestSongUnchanged::removesATextThatTheUserTookAway()
     QCOMPARE(
         savedByHand(u"a.mp3"_s, tag(3, 0, artist), [](SongInfo &info) { info.artist.clear(); }),
         tag(3, 0, bytes("MEDT\0\0\0\4\0\0\0\0\0\0")));
+}
+
+void TestSongUnchanged::synchronisesNothingThatIsThere()
+{
+    const auto synchronised = [](const QString &name, const QByteArray &content) {
+        MetaSong song = opened(name, content);
+        SongInfo info = infoOf(song);
+        song.setSongInfo(info, false);
+        return song.saveToFile(name) ? Samples::read(name) : QByteArray();
+    };
+    const QByteArray artist = bytes("TPE1\0\0\0\4\0\0\0A\0B");
+    const QByteArray rest = bytes("TIT2\0\0\0\2\0\0\0TTCOM\0\0\0\2\0\0\0CTCON\0\0\0\2\0\0\0G"
+                                  "MEDT\0\0\0\4\0\0\0\0\0\0");
+    QCOMPARE(synchronised(u"a.mp3"_s, tag(4, 0, artist + rest)), tag(4, 0, artist + rest));
+    const QByteArray titles = metaEvent(3, "T") + metaEvent(3, "T and more");
+    const QByteArray events = titles + kordiaEvent(1, "G") + kordiaEvent(2, "A") +
+                              kordiaEvent(2, "B") + kordiaEvent(3, "C") +
+                              kordiaEvent(6, bytes("\0\1M"));
+    QCOMPARE(synchronised(u"a.mid"_s, Samples::midi(events)), Samples::midi(events));
+}
+
+void TestSongUnchanged::synchronisesNoArtistOverOneThatCantBeRead()
+{
+    const QByteArray artist = bytes("TPE1\0\0\0\5\0\4Exxxx");
+    MetaSong song = opened(u"a.mp3"_s, tag(4, 0, artist));
+    SongInfo info = infoOf(song);
+    info.artist = u"Catalogue's"_s;
+    info.altArtist = u"Other"_s;
+    song.setSongInfo(info, false);
+    QVERIFY(song.saveToFile(u"a.mp3"_s));
+    QVERIFY(Samples::read(u"a.mp3"_s).contains(artist));
+    QVERIFY(!Samples::read(u"a.mp3"_s).contains("Other"));
 }
 
 void TestSongUnchanged::keepsBytesBehindAContainersText()
