@@ -19,15 +19,15 @@ public:
     /// Bytes: a MIDI file or container that is larger is no song, and is not read.
     static constexpr qint64 maxSongSize = 16 * 1024 * 1024;
 
-    /// Why the last import or save failed, where a later look at the file can't tell.
+    /// Why the last import or save failed, where a later look at the file can't show it.
     enum class Trouble {
         None,
         CutShort,         ///< the file could not be read to its end
         ChangedMeanwhile, ///< it is no longer the song that was read
     };
 
-    /// Recognises and loads the file at \a path, a plain file or a link to one. False when it is
-    /// none that can be used; no song is held then.
+    /// Recognises and loads the file at \a path, a plain file or a link to one. False when it
+    /// can't be used as a song; no song is held then.
     bool importFile(const QString &path);
 
     /// Fills \a info with what the file holds. Its names and the alternative artist stay empty.
@@ -44,8 +44,9 @@ public:
     /// Writes the song to \a path. An MP3 must stand there already: its audio is kept and the tag
     /// replaced. When it is the file that was imported, and another program has changed it since,
     /// the changes are made again in what stands there now; when that is another song, the save
-    /// fails. False when it failed: what was there before is there still. Every failure is logged
-    /// but that of an MP3's last step, the renaming.
+    /// fails. False when it failed: what was there before is there still, but where rewriteMp3()
+    /// and replaceFile() say otherwise. Every failure is logged but that of an MP3's last step, the
+    /// renaming.
     bool saveToFile(const QString &path);
 
     Trouble trouble() const { return m_trouble; }

@@ -75,10 +75,10 @@ bool MidiTrackWalk::readEvent(MidiEvent &event)
     if (event.status < sysEx) {
         m_runningStatus = event.status;
         size = static_cast<quint32>(channelDataSize(event.status));
-    } else if (event.status != sysEx && event.status != sysExRest && !event.isMeta()) {
-        return false;
-    } else if ((event.isMeta() && !readByte(event.metaType)) || !readNumber(size)) {
-        return false;
+    } else {
+        const bool isKnown = event.status == sysEx || event.status == sysExRest || event.isMeta();
+        if (!isKnown || (event.isMeta() && !readByte(event.metaType)) || !readNumber(size))
+            return false;
     }
     if (m_bytes.size() - m_pos < static_cast<qsizetype>(size))
         return false;

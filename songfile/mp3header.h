@@ -8,9 +8,8 @@
 #include <optional>
 
 /// The ID3v2 tag of an MP3, without the audio, edited in place: see docs/formats/id3.md. The tag
-/// keeps its version; a changed one is
-/// written in its plain form. Without a loaded tag every getter is empty or 0 and the setters
-/// do nothing.
+/// keeps its version; a changed one is written in its plain form. Without a loaded tag every getter
+/// is empty or 0 and the setters do nothing.
 class Mp3Header
 {
 public:

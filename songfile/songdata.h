@@ -24,18 +24,18 @@ public:
     /// Drops what is held, but for the type.
     void clear();
 
-    /// Fills \a info with what the song holds. Its names, its format and the
-    /// alternative artist stay empty.
+    /// Fills \a info with what the song holds. Its names, its format and the alternative artist
+    /// stay empty.
     void getInfo(SongInfo &info) const;
     /// Puts \a info in: with \a manual all of it, otherwise only where the song lacks something, so
-    /// that the publisher's data are never overwritten. By hand, a field that reads as it is to be
-    /// written stays untouched where writing it would lose something.
+    /// that the publisher's data are never overwritten. A field that reads as it is to be written
+    /// stays untouched where writing it would lose something.
     void setInfo(const SongInfo &info, bool manual);
 
     /// False when no song is held, or it has grown larger than a reader takes.
     bool isWhole(qint64 maxSongSize) const;
-    /// True when \a other has the same format and the same title and artist, or the same music as
-    /// far as a tag's bytes or a file's events tell it apart from the texts.
+    /// True when \a other has the same format and either the same title and artist, neither of them
+    /// empty, or, of MIDI data, the same events but for those that this program writes.
     bool hasSameMusicOrNames(const SongData &other) const;
 
     /// The whole file, of a MIDI file or container. A container's sizes are made right.
