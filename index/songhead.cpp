@@ -184,7 +184,7 @@ Id3Frames framesOf(const QByteArray &bytes, QByteArray &tag)
 {
     const qint64 end = static_cast<qint64>(Id3Header::sizeAt(bytes)) + Id3Header::size;
     tag = Id3Plain::tag(bytes.first(std::min<qint64>(end, bytes.size())));
-    const Id3Frames frames(tag, static_cast<qint64>(Id3Header::sizeAt(tag)) + Id3Header::size);
+    Id3Frames frames(tag, static_cast<qint64>(Id3Header::sizeAt(tag)) + Id3Header::size);
     if (end > Id3Header::size && !frames.isUnknown())
         return frames;
     tag = bytes;
