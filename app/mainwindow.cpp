@@ -65,8 +65,7 @@ MainWindow::LibraryRun::~LibraryRun()
 }
 
 MainWindow::MainWindow()
-    : m_ui(std::make_unique<Ui::MainWindow>()),
-      m_settings(openSettings()), m_progress(this)
+    : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(openSettings()), m_progress(this)
 {
     m_ui->setupUi(this);
     setWindowTitle(tr("Brisel2 PC"));

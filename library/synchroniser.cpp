@@ -107,8 +107,8 @@ bool Synchroniser::mayChange(const QString &fileName)
     return change;
 }
 
-/// Reads the file into \a song and shows it in its row. A file that went away with its volume leaves
-/// the row as it was.
+/// Reads the file into \a song and shows it in its row. A file that went away with its volume
+/// leaves the row as it was.
 bool Synchroniser::reloadRow(int row, const QString &fileName, MetaSong &song)
 {
     if (!song.importFile(fileName))
