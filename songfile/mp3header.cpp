@@ -211,8 +211,10 @@ bool Mp3Header::wouldLose(QByteArrayView id, const QString &text) const
     const std::optional<Id3Frame> found = frame(id);
     if (!found)
         return false;
+    if (text.isEmpty()) // the frame would go
+        return true;
     const QByteArrayView stored = QByteArrayView(m_tag).sliced(found->start, found->size);
-    if (!text.isEmpty() && stored == m_frames.frame(id, textContent(text)))
+    if (stored == m_frames.frame(id, textContent(text)))
         return false;
     const QByteArray content = frameContent(*found);
     const QString shown = Id3Text::read(content, anyLength);

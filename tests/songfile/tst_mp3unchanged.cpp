@@ -72,6 +72,8 @@ void TestMp3Unchanged::losesWhatAFrameHoldsBesidesItsText_data()
     const QString city = u"Citt\u00E0"_s;
     QTest::newRow("several values") << 4 << bytes("\0One\0Two") << 0 << u"One"_s;
     QTest::newRow("bytes behind its zero") << 3 << bytes("\0One\0\0x") << 0 << u"One"_s;
+    QTest::newRow("blanks alone") << 3 << bytes("\0  ") << 0 << QString();
+    QTest::newRow("no text") << 3 << bytes("\0") << 0 << QString();
     QTest::newRow("UTF-16") << 3
                             << bytes("\1\xFF\xFE"
                                      "C\0i\0t\0t\0\xE0\0")
@@ -116,7 +118,7 @@ void TestMp3Unchanged::losesNothingOfAPlainFrame()
          {Plain{3, bytes("\0Citt\xE0"), u"Citt\u00E0"_s},
           Plain{4, bytes("\0Citt\xE0"), u"Citt\u00E0"_s}, Plain{3, bytes("\0One\0"), u"One"_s},
           Plain{3, bytes("\0 One "), u"One"_s}, Plain{3, bytes("\0  "), QString()},
-          Plain{3, bytes("\0"), QString()}, Plain{3, bytes("\1\xFF\xFE\xA9\x03"), u"\u03A9"_s},
+          Plain{3, bytes("\1\xFF\xFE\xA9\x03"), u"\u03A9"_s},
           Plain{4, bytes("\3\xCE\xA9"), u"\u03A9"_s}}) {
         for (const TextField &field : textFields) {
             SongInfo info;
