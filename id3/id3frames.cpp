@@ -86,6 +86,8 @@ void Id3Frames::walkAgain(const QByteArray &tag, qint64 end)
     m_framesStart = std::min(m_framesStart, tag.size());
     if (m_isWalkable)
         walk(tag, m_sizes);
+    else // the first frame that is put there may lead on
+        *this = Id3Frames(tag, end);
 }
 
 /// How far the walk is known to have led: the last frame's own size may lead anywhere.
