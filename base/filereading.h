@@ -20,5 +20,5 @@ ReadResult readWholeFile(const PlainFile &file, qint64 maximum, QByteArray &cont
 
 /// Reads the first bytes of the plain file at \a path, \a maximum at most, and all of a shorter
 /// one. False when it is not a plain file or so many could not be read: \a start is empty then.
-/// \a state tells what stands there in either case.
+/// \a state reports what stands there in either case.
 bool readFileStart(const QString &path, qsizetype maximum, QByteArray &start, FileState &state);

@@ -7,7 +7,7 @@
 namespace Id3Plain
 {
 
-/// Bytes of the footer behind the tag that begins \a file: 10, or 0 when there is none.
+/// Size of the footer behind the tag that begins \a file, in bytes: 10, or 0 without a footer.
 qsizetype footerSize(const QByteArray &file);
 
 /// \a stored, a tag without its footer, with the unsynchronisation of the whole tag undone, without

@@ -32,7 +32,7 @@ public:
     void setGenresCombo(const QStringList &genres);
     void setKeysCombo(const QStringList &keys);
 
-    /// Shows \a info. As the user types, a hint under a text tells which of its characters become
+    /// Shows \a info. As the user types, a hint under a text shows which of its characters become
     /// "?" in the 8-bit formats: in this song, or in those over which the text is to be spread. A
     /// key that is not in the key list leaves the list without a current entry.
     void setOtherInfo(const SongInfo &info);
@@ -67,7 +67,7 @@ private:
         QLineEdit *edit; ///< the control, or the part of it that holds the text
         QString SongInfo::*datum;
         QCheckBox *toAll;   ///< spreads the text over the list; nullptr when nothing does
-        QLabel *hint;       ///< tells which characters the song can't hold
+        QLabel *hint;       ///< shows which characters the song can't hold
         QString shown = {}; ///< of the loaded text, as much as the edit could take
     };
 

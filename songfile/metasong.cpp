@@ -48,7 +48,7 @@ SongInfo changedAgain(SongInfo now, const SongInfo &before, const SongInfo &afte
     return now;
 }
 
-/// True when a file can be written at \a path, as far as can be told without touching it.
+/// True when it seems that a file can be written at \a path. Touches nothing.
 bool mayBeWritten(const QString &path)
 {
     const QFileInfo file(path);

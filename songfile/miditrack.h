@@ -25,7 +25,7 @@ public:
     /// Walks \a bytes from \a start on; they must outlive the walk.
     MidiTrackWalk(QByteArrayView bytes, qsizetype start);
 
-    /// Moves to the next event; false when there is none, or it can't be read.
+    /// Moves to the next event. False at the end of the track, or when the event can't be read.
     bool next();
     /// The event that next() moved to.
     const MidiEvent &event() const { return m_event; }

@@ -37,7 +37,7 @@ private:
         QCoreApplication::removeTranslator(&m_english);
         if (qstrcmp(language, "en") == 0)
             QCoreApplication::installTranslator(&m_english);
-        QCoreApplication::processEvents(); // the windows are told by a posted event
+        QCoreApplication::processEvents(); // the event that reaches the windows is posted
     }
     static QString textOf(const QWidget *dialog, const char *part)
     {

@@ -8,7 +8,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 
-/// The edit dialog over songs of the window: what it tells before a save, and what a save leaves
+/// The edit dialog over songs of the window: what it shows before a save, and what a save leaves
 /// alone.
 class TestEditDialog : public ReportTest
 {
@@ -35,7 +35,7 @@ private:
     void choose(const QString &language)
     {
         m_window->findChild<QAction *>(u"action"_qs + language)->trigger();
-        QCoreApplication::processEvents(); // the windows are told by a posted event
+        QCoreApplication::processEvents(); // the event that reaches the windows is posted
     }
     /// What the hint under that text shows; nothing while it is not seen.
     static QString hint(const QWidget *dialog, const QString &datum)

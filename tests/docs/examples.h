@@ -11,7 +11,7 @@ QString textOf(const QString &kind, const QString &name);
 HexExample example(const QString &name);
 /// The bytes of an example that leaves none out.
 QByteArray bytes(const QString &name);
-/// Where \a written isn't what a page tells; empty when they are the same.
+/// Where \a written differs from the page's bytes; empty when they are the same.
 QString difference(const QByteArray &written, const QByteArray &told);
 
 } // namespace Examples

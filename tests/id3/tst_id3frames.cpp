@@ -103,7 +103,7 @@ void TestId3Frames::readsPlainSizesInVersion24()
 
 void TestId3Frames::decidesBySizesThatLeadFromFrameToFrame()
 {
-    // 00 00 01 00 is 128 or 256, and nothing but what stands there tells which.
+    // 00 00 01 00 is 128 or 256: what stands there decides.
     for (const int size : {128, 256}) {
         const QByteArray album = bytes("TALB\0\0\1\0\0\0\0") + QByteArray(size - 1, 'x');
         const Walked walked(tag(4, 0, album + titleOne + QByteArray(20, '\0')));
@@ -117,7 +117,7 @@ void TestId3Frames::decidesBySizesThatLeadFromFrameToFrame()
     QCOMPARE(plain.frames.framesEnd(), 234);
     const Walked synchsafe(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + titleOne + broken));
     QCOMPARE(synchsafe.frames.framesEnd(), 234);
-    // A size that leads far, but to no frame, tells nothing: 00 00 01 48 is 200, not 328.
+    // A size that leads far, but to no frame, decides nothing: 00 00 01 48 is 200, not 328.
     const Walked far(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + QByteArray(200, '?')));
     QCOMPARE(far.frames.framesEnd(), 220);
     const Walked padded(tag(

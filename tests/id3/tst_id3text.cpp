@@ -67,7 +67,7 @@ void TestId3Text::readsUtf16WithoutItsMarkAsLittleEndian()
 void TestId3Text::readsBigEndianUtf16()
 {
     QCOMPARE(text(bytes("\2\0C\0i\0t\0t\0\xE0")), city);
-    // A mark there is none of the text, whatever order it tells.
+    // A byte order mark is not a part of the text, whichever order it names.
     QCOMPARE(text(bytes("\2\xFE\xFF"
                         "\0C\0i\0t\0t\0\xE0")),
              city);

@@ -38,7 +38,7 @@ QString reportOf(const QString &path, Reason reason)
 
 } // namespace
 
-/// What is told of a file that can't be read to its end.
+/// What is reported of a file that can't be read to its end.
 class TestReadReasons : public QObject
 {
     Q_OBJECT
@@ -135,7 +135,7 @@ void TestReadReasons::tellsThatTheAudioOfAnMp3IsCutShort()
     QCOMPARE(song.trouble(), MetaSong::Trouble::None);
 }
 
-/// What a copier tells after it has copied \a sources, over what is there.
+/// What a copier reports after it has copied \a sources, over what is there.
 QString TestReadReasons::copyReport(const QStringList &sources)
 {
     FakeProgress progress;

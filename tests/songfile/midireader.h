@@ -24,7 +24,7 @@ struct Event {
 struct Track {
     qsizetype start = 0;
     qsizetype end = 0;
-    QList<Event> events; ///< up to the end-of-track event, or all where there is none
+    QList<Event> events; ///< up to the end-of-track event, if there is one
 };
 
 /// Calls \a visit with each event from byte \a start of \a file on, up to \a end or behind the

@@ -26,7 +26,7 @@ QByteArray kordiaEvent(int type, const QByteArray &data);
 /// A standard meta-event with the delta-time 0.
 QByteArray metaEvent(char type, const QByteArray &data);
 
-/// Beginnings of tracks whose events nobody can tell, by what is wrong with them.
+/// Beginnings of tracks whose events can't be identified, by what is wrong with them.
 QMap<QByteArray, QByteArray> unreadableEvents();
 
 /// A frame as ID3v2.3 has it, Latin-1.
