@@ -75,7 +75,7 @@ public:
     bool transferFiles();
     /// Copies the picked files into \a destDir and counts in \a copied what is there afterwards.
     /// True when none failed and the user did not cancel. The progress dialog is the caller's.
-    bool copyFiles(const QString &destDir, int &copied);
+    bool copyFiles(const QString &destDir, int &copied, const QString &memory = {});
     /// Brings the index of the memory that holds \a dest up to date; true when it is complete.
     bool updateBriselIndex(const QString &dest);
     /// Copies a folder with all below it; see FolderTreeBackup. No button leads here.
@@ -149,8 +149,9 @@ private:
     int askAboutFile(const QString &path, const QString &message);
     bool backUpPickedFiles(const QString &chosen);
     bool sendPickedFiles(const QString &destination);
-    void noteNotIndexed(const QString &root, RunReport::Reason reason);
+    void note(RunReport::Lack lack, const QString &path, RunReport::Reason reason);
     void tellTransferRefusal(TransferRefusal refusal);
+    void tellTransferFailure();
     void editSong(int row);
     DataEditDialog &editDialog();
     void spreadEdit(const SongInfo &edited, int row);
@@ -169,6 +170,7 @@ private:
     bool m_copyrightAsk = true;                ///< default of the setting "copyrightAsk"
 
     QStringList m_fileList; ///< what the user picked last
+    QString m_shortage;     ///< of room, in the last transfer or backup
     RunProgress m_progress;
     StatusLine *m_statusLine = nullptr; ///< made with the window
 };

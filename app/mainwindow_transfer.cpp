@@ -5,8 +5,11 @@
 #include "app/statusline.h"
 #include "base/debugstream.h"
 #include "base/filefailure.h"
-#include "base/fileidentity.h"
+#include "base/folderlock.h"
+#include "base/memoryidentity.h"
 #include "index/index.h"
+#include "index/indexset.h"
+#include "index/rundialog.h"
 #include "index/volumes.h"
 #include "library/filecopier.h"
 #include "library/foldertreebackup.h"
@@ -38,9 +41,21 @@ bool MainWindow::transferFiles()
         QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), volumesStartFolder());
     if (chosen.isEmpty() || RunGuard::endRequested())
         return false;
+    // Copying and indexing are one: nobody else works on the memory in between.
+    const FolderLock lock(getRootDrivePath(chosen), FolderLock::Kind::Exclusive);
+    if (lock.isBusy()) {
+        m_statusLine->beginRun(RunReport::Run::Transfer);
+        note(RunReport::Lack::Copied, getRoot(chosen), RunReport::Reason::InUse);
+        QMessageBox::warning(this, tr("Trasferimento"), RunDialog::inUseText());
+        return false;
+    }
     QString destination;
     const TransferRefusal refusal = findTransferFolder(chosen, destination);
     if (refusal != TransferRefusal::None) {
+        if (refusal == TransferRefusal::NoSongsFolder) {
+            m_statusLine->beginRun(RunReport::Run::Transfer);
+            note(RunReport::Lack::Copied, destination, whyUnwritable(destination, 1));
+        }
         tellTransferRefusal(refusal);
         return false;
     }
@@ -51,11 +66,18 @@ bool MainWindow::transferFiles()
             QMessageBox::information(this, tr("Trasferimento"),
                                      tr("Tutti i file sono stati copiati correttamente"));
         else
-            QMessageBox::critical(this, tr("Trasferimento"),
-                                  tr("Non è stato possibile copiare uno o più file"));
+            tellTransferFailure();
     }
     debug() << "";
     return done;
+}
+
+void MainWindow::tellTransferFailure()
+{
+    QMessageBox box(QMessageBox::Critical, tr("Trasferimento"),
+                    tr("Non è stato possibile copiare uno o più file"), QMessageBox::Ok, this);
+    box.setInformativeText(m_shortage);
+    box.exec();
 }
 
 void MainWindow::tellTransferRefusal(TransferRefusal refusal)
@@ -84,29 +106,33 @@ bool MainWindow::sendPickedFiles(const QString &destination)
     logBanner("TRASFERIMENTO FILE");
     m_progress.begin(tr("Trasferimento"), tr("Trasferimento file..."),
                      static_cast<int>(m_fileList.size()));
-    const QString memory = fileIdentity(getRoot(destination));
+    const MemoryIdentity memory(getRoot(destination));
     m_statusLine->beginRun(RunReport::Run::Transfer);
     int copied = 0;
-    const bool allCopied = copyFiles(destination, copied);
+    // Room for the new index, too: songs without one are of no use.
+    const bool allCopied = copyFiles(destination, copied, getRoot(destination));
     if (copied == 0)
         return allCopied;
     // A memory that was pulled may leave its mount folder behind, which is none.
-    if (fileIdentity(getRoot(destination)) != memory) {
-        noteNotIndexed(getRoot(destination), RunReport::Reason::MemoryGone);
+    if (!memory.isThere()) {
+        note(RunReport::Lack::Indexed, getRoot(destination), RunReport::Reason::MemoryGone);
         return false;
     }
     // What did arrive is of no use to the player without the index.
     return updateBriselIndex(destination) && allCopied;
 }
 
-bool MainWindow::copyFiles(const QString &destDir, int &copied)
+bool MainWindow::copyFiles(const QString &destDir, int &copied, const QString &memory)
 {
     FileCopier copier(m_progress, [this](const QString &destination) {
         return askAboutFile(destination, tr("esiste già, vuoi sostituirlo?"));
     });
     copier.setSpaceDisplay(
         [this](const QString &folder, qint64 bytes) { m_statusLine->showSpace(folder, bytes); });
+    if (!memory.isEmpty())
+        copier.setMemory(memory, IndexSet::roomForUpdate(memory, m_fileList.size()));
     const bool done = copier.copyFiles(m_fileList, destDir, copied);
+    m_shortage = copier.shortage();
     m_statusLine->hideSpace();
     m_statusLine->addReport(copier.report());
     return done;
@@ -116,7 +142,7 @@ bool MainWindow::updateBriselIndex(const QString &dest)
 {
     const QString root = getRoot(dest);
     if (!QFileInfo::exists(root)) {
-        noteNotIndexed(root, RunReport::Reason::MemoryGone);
+        note(RunReport::Lack::Indexed, root, RunReport::Reason::MemoryGone);
         return false;
     }
     m_progress.begin(tr("Aggiornamento"), tr("Aggiornamento database..."), 0);
@@ -136,14 +162,14 @@ bool MainWindow::updateBriselIndex(const QString &dest)
     m_progress.end();
     m_statusLine->addReport(report);
     if (!complete)
-        noteNotIndexed(root, whyNotIndexed(root));
+        note(RunReport::Lack::Indexed, root, index.failure());
     return complete;
 }
 
-void MainWindow::noteNotIndexed(const QString &root, RunReport::Reason reason)
+void MainWindow::note(RunReport::Lack lack, const QString &path, RunReport::Reason reason)
 {
     RunReport report;
-    report.add(RunReport::Lack::Indexed, root, reason);
+    report.add(lack, path, reason);
     m_statusLine->addReport(report);
 }
 

@@ -1,13 +1,14 @@
 #include "base/filewriting.h"
 
 #include "base/fileattributes.h"
+#include "base/filelot.h"
+#include "base/flushing.h"
 #include "base/overwriting.h"
 #include "base/plainfile.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
@@ -19,59 +20,21 @@
 namespace
 {
 
-bool flushToDisk(QFileDevice &file)
+WriteResult writeBeside(FileLot &lot, const FileLot::Place &place, const QByteArray &content)
 {
-#ifdef Q_OS_UNIX
-    // Some file systems can't flush a single file; that alone is no reason to refuse the write.
-    return ::fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
-#else
-    Q_UNUSED(file)
-    return true;
-#endif
-}
-
-/// Opens a new file in \a folder. Its name has nothing of the song's: those may be as long as the
-/// system allows, and no player shows what a cut has left.
-bool openFreeName(QFile &file, const QString &folder)
-{
-    constexpr int maxAttempts = 1000;
-    for (int attempt = 1; attempt <= maxAttempts; ++attempt) {
-        const QString number = QString::number(attempt);
-        file.setFileName(QStringLiteral("%1/.brisel-save-%2.tmp").arg(folder, number));
-        if (file.open(QIODevice::ReadWrite | QIODevice::NewOnly | QIODevice::Unbuffered))
-            return true;
-        const QFileInfo entry(file.fileName());
-        if (!entry.exists() && !entry.isSymLink())
-            return false;
-    }
-    return false;
-}
-
-std::error_code renameEntry(const QString &from, const QString &to)
-{
-    std::error_code error;
-    std::filesystem::rename(QFileInfo(from).filesystemAbsoluteFilePath(),
-                            QFileInfo(to).filesystemAbsoluteFilePath(), error);
-    return error;
-}
-
-/// \a target is the file that \a path leads to.
-WriteResult writeBeside(const QString &path, const QString &target, const QByteArray &content,
-                        const FileState *expected)
-{
-    const QString folder = QFileInfo(target).absolutePath();
-    QFile file;
-    if (!openFreeName(file, folder))
+    QFile *const file = lot.add(place);
+    if (file == nullptr)
         return WriteResult::Failed;
-    if (PlainFile old; old.open(target))
-        keepAttributes(old.handle(), file.handle());
-    else if (QFile::exists(target))
-        file.setPermissions(QFile::permissions(target));
-    const bool isWhole = writeAll(file, content) && finishWriting(file, content.size());
-    const bool isChanged = expected != nullptr && fileState(path) != *expected;
-    if (isWhole && !isChanged && !renameEntry(file.fileName(), target))
-        return flushFolder(folder) ? WriteResult::Done : WriteResult::Failed;
-    file.remove();
+    if (PlainFile old; old.open(place.path))
+        keepAttributes(old.handle(), file->handle());
+    else if (QFile::exists(place.path))
+        file->setPermissions(QFile::permissions(place.path));
+    if (writeAll(*file, content)) {
+        lot.finishLast(content.size());
+        return WriteResult::Staged;
+    }
+    lot.dropLast();
+    const bool isChanged = place.expected != nullptr && fileState(place.watched) != *place.expected;
     return isChanged ? WriteResult::Changed : WriteResult::Failed;
 }
 
@@ -80,14 +43,18 @@ WriteResult writeThrough(const QString &target, const QByteArray &content,
                          const FileState *expected)
 {
     QFile copy;
-    if (!openFreeName(copy, QFileInfo(target).absolutePath()))
+    const QString folder = QFileInfo(target).absolutePath();
+    if (!openNewFile(
+            copy, [&folder](int attempt) { return temporaryPathIn(folder, attempt); }, true))
         return WriteResult::Failed;
     return overwriteKeepingCopy(target, copy, expected, [&content](QFile &file) {
         return writeAll(file, content) && finishOverwriting(file, content.size());
     });
 }
 
-WriteResult replace(const QString &path, const QByteArray &content, const FileState *expected)
+/// Staged when it is for the lot to do the rest.
+WriteResult replaceIn(FileLot &lot, const QString &path, const QByteArray &content,
+                      const FileState *expected)
 {
     const FileState found = fileState(path);
     if (expected != nullptr && found != *expected)
@@ -104,21 +71,33 @@ WriteResult replace(const QString &path, const QByteArray &content, const FileSt
     // overwritten.
     if (!QFileInfo(QFileInfo(target).absolutePath()).isWritable())
         return isThere ? overwriteFromMemory(target, content, expected) : WriteResult::Failed;
-    return isThere && hasOtherNames(target) ? writeThrough(target, content, expected)
-                                            : writeBeside(path, target, content, expected);
+    if (isThere && hasOtherNames(target))
+        return writeThrough(target, content, expected);
+    FileLot::Place place{target};
+    place.expected = expected;
+    place.watched = path;
+    return writeBeside(lot, place, content);
+}
+
+WriteResult replaceAlone(const QString &path, const QByteArray &content, const FileState *expected)
+{
+    FileLot lot;
+    const WriteResult result = replaceIn(lot, path, content, expected);
+    return result == WriteResult::Staged ? lot.commit().first() : result;
 }
 
 } // namespace
 
 bool replaceFile(const QString &path, const QByteArray &content)
 {
-    return replace(path, content, nullptr) == WriteResult::Done;
+    return replaceAlone(path, content, nullptr) == WriteResult::Done;
 }
 
 WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
-                             const FileState &expected)
+                             const FileState &expected, FileLot *lot)
 {
-    return replace(path, content, &expected);
+    return lot == nullptr ? replaceAlone(path, content, &expected)
+                          : replaceIn(*lot, path, content, &expected);
 }
 
 bool appendToFile(const QString &path, const QByteArray &data, qint64 largest)
@@ -148,42 +127,47 @@ bool writeAll(QFileDevice &file, const QByteArray &data)
 
 bool finishWriting(QFileDevice &file, qint64 expectedSize)
 {
-    return file.flush() && file.error() == QFileDevice::NoError && flushToDisk(file) &&
+    return file.flush() && file.error() == QFileDevice::NoError && flushHandle(file.handle()) &&
            file.size() == expectedSize;
+}
+
+QString temporaryPathIn(const QString &folder, int attempt)
+{
+    return QStringLiteral("%1/.brisel-save-%2.tmp").arg(folder, QString::number(attempt + 1));
+}
+
+bool openNewFile(QFile &file, const TemporaryPath &pathOf, bool isPrivate)
+{
+    const QIODevice::OpenMode mode =
+        QIODevice::ReadWrite | QIODevice::NewOnly | QIODevice::Unbuffered;
+    const QFile::Permissions own = QFile::ReadOwner | QFile::WriteOwner;
+    constexpr int maxAttempts = 1000;
+    for (int attempt = 0; attempt < maxAttempts; ++attempt) {
+        file.setFileName(pathOf(attempt));
+        if (isPrivate ? file.open(mode, own) : file.open(mode))
+            return true;
+        const QFileInfo entry(file.fileName());
+        if (!entry.exists() && !entry.isSymLink())
+            return false;
+    }
+    return false;
 }
 
 bool moveIntoPlace(const QString &from, const QString &to)
 {
-    if (renameEntry(from, to))
+    // In the order that FAT needs: see FileLot.
+    PlainFile old;
+    old.open(to);
+    std::error_code error;
+    std::filesystem::rename(QFileInfo(from).filesystemAbsoluteFilePath(),
+                            QFileInfo(to).filesystemAbsoluteFilePath(), error);
+    if (error)
         return false;
-    flushFolder(QFileInfo(to).absolutePath());
+    const QString folder = QFileInfo(to).absolutePath();
+    if (const QString before = QFileInfo(from).absolutePath(); before != folder)
+        flushFolder(before);
+    if (PlainFile file; file.open(to))
+        flushHandle(file.handle());
+    flushFolder(folder);
     return true;
-}
-
-bool moveOver(const QString &from, const QString &to)
-{
-    const std::error_code error = renameEntry(from, to);
-    const bool canNotReplace = error == std::errc::file_exists ||
-                               error == std::errc::operation_not_supported ||
-                               error == std::errc::function_not_supported;
-    if (canNotReplace)
-        return QFile::remove(to) && moveIntoPlace(from, to);
-    if (!error)
-        flushFolder(QFileInfo(to).absolutePath());
-    return !error;
-}
-
-bool flushFolder(const QString &folder)
-{
-#ifdef Q_OS_UNIX
-    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY);
-    if (handle < 0)
-        return errno == EACCES; // a folder may be writable without being readable
-    const bool flushed = ::fsync(handle) == 0 || errno == EINVAL || errno == ENOTSUP;
-    ::close(handle);
-    return flushed;
-#else
-    Q_UNUSED(folder)
-    return true;
-#endif
 }

@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
+class QFile;
 class QFileDevice;
 
 /// Writing that notices a full disk and never leaves half a file under a file's own name.
@@ -12,9 +15,13 @@ class QFileDevice;
 enum class WriteResult {
     Done,
     Failed,
+    NotNamed,     ///< written, but it could not take its name
     SourceFailed, ///< the old content could not be read to its end
     Changed,      ///< what stands there is no longer what was expected
+    Staged,       ///< written beside; FileLot::commit() puts it in its place
 };
+
+class FileLot;
 
 /// Replaces the content of \a path, or creates the file: the new content is written beside it,
 /// flushed to the disk and put in its place in one step. Permissions and the target of a symbolic
@@ -28,9 +35,10 @@ bool replaceFile(const QString &path, const QByteArray &content);
 
 /// The same with the reason: SourceFailed when the old content, which is kept aside, can't be read,
 /// and Changed when what stands at \a path is not, or immediately before the last step
-/// no longer is, what \a expected says: nothing is touched then and nothing left beside it.
+/// no longer is, what \a expected says: nothing is touched then and nothing left beside it. With a
+/// \a lot the new content is Staged there where that can be done, for the lot's commit().
 WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
-                             const FileState &expected);
+                             const FileState &expected, FileLot *lot = nullptr);
 
 /// Adds \a data to the end of the plain file at \a path in one write, and creates it when it is
 /// missing. Waits for nothing. False when that failed, or the file holds more than \a largest
@@ -43,14 +51,18 @@ bool writeAll(QFileDevice &file, const QByteArray &data);
 /// Flushes \a file to the disk. True when no write has failed and it is \a expectedSize bytes long.
 bool finishWriting(QFileDevice &file, qint64 expectedSize);
 
-/// Renames \a from to \a to, replacing a file of that name in one step, and flushes the folder.
-/// False when nothing was renamed.
+/// The path of a temporary file for each attempt to make one, counted from 0.
+using TemporaryPath = std::function<QString(int attempt)>;
+
+/// A hidden name in \a folder. It has nothing of a song's: those may be as long as the system
+/// allows, and no player shows what a cut has left.
+QString temporaryPathIn(const QString &folder, int attempt);
+
+/// Opens a file that was not there before, for reading and writing, unbuffered: what stands under
+/// one of the names is somebody's own. With \a isPrivate nobody else may open it. False when none
+/// could be made.
+bool openNewFile(QFile &file, const TemporaryPath &pathOf, bool isPrivate);
+
+/// Renames \a from to \a to, replacing a file of that name in one step, and flushes it and its
+/// folder. False when nothing was renamed.
 bool moveIntoPlace(const QString &from, const QString &to);
-
-/// Like moveIntoPlace(), and where the system can't replace a file in one step, deletes \a to
-/// first. False when that failed: \a from is still there, and \a to too unless it was deleted
-/// first.
-bool moveOver(const QString &from, const QString &to);
-
-/// Flushes the entries of \a folder to the disk, where the system offers that. False on failure.
-bool flushFolder(const QString &folder);

@@ -6,6 +6,10 @@
 #include <filesystem>
 #include <limits>
 
+#ifdef Q_OS_UNIX
+#include <sys/statvfs.h>
+#endif
+
 qint64 freeSpace(const QString &folder)
 {
     std::error_code failure;
@@ -15,4 +19,22 @@ qint64 freeSpace(const QString &folder)
         return -1;
     constexpr qint64 most = std::numeric_limits<qint64>::max();
     return static_cast<qint64>(std::min<std::uintmax_t>(space.available, most));
+}
+
+qint64 allocationUnit(const QString &folder)
+{
+#ifdef Q_OS_UNIX
+    struct statvfs system {
+    };
+    if (::statvfs(QFile::encodeName(folder).constData(), &system) == 0 && system.f_frsize > 0)
+        return static_cast<qint64>(system.f_frsize);
+#else
+    Q_UNUSED(folder)
+#endif
+    return 1;
+}
+
+qint64 allocatedSize(qint64 size, qint64 unit)
+{
+    return (size + unit - 1) / unit * unit;
 }

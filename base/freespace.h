@@ -6,3 +6,10 @@
 /// can't be asked. The folder itself is asked: the table of mounts does not know what lies in a
 /// chroot, a container or a sandbox.
 qint64 freeSpace(const QString &folder);
+
+/// How many bytes the file system of \a folder gives to files at a time (FAT: a cluster); 1 when it
+/// can't be asked.
+qint64 allocationUnit(const QString &folder);
+
+/// What a file of \a size bytes takes where files get \a unit bytes at a time.
+qint64 allocatedSize(qint64 size, qint64 unit);

@@ -3,6 +3,7 @@
 #include "base/fileattributes.h"
 #include "base/filecopying.h"
 #include "base/filereading.h"
+#include "base/flushing.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -9,12 +9,31 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace
+{
+
+constexpr int plainFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+
+} // namespace
+
 bool PlainFile::open(const QString &path)
 {
     close();
-    const QByteArray name = QFile::encodeName(path);
-    m_handle = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    m_handle = ::open(QFile::encodeName(path).constData(), plainFlags);
     m_state = isOpen() ? fileState(m_handle) : fileState(path);
+    return keepIfPlain();
+}
+
+bool PlainFile::openIn(int folder, const QString &name)
+{
+    close();
+    m_handle = ::openat(folder, QFile::encodeName(name).constData(), plainFlags | O_NOFOLLOW);
+    m_state = isOpen() ? fileState(m_handle) : FileState();
+    return keepIfPlain();
+}
+
+bool PlainFile::keepIfPlain()
+{
     if (m_state.kind != FileKind::Regular)
         close();
     return isOpen();

@@ -22,12 +22,22 @@ public:
     /// Opens the file at \a path, links followed, without waiting for anything. False when no
     /// plain file could be opened there. A file that was open before is closed.
     bool open(const QString &path);
+#ifdef Q_OS_UNIX
+    /// The same of the file \a name in the open folder \a folder, where a link is no plain file.
+    bool openIn(int folder, const QString &name);
+#endif
     void close();
     bool isOpen() const;
 
     /// The file as it was when it was opened; when it could not be opened, what stands there.
-    const FileState &state() const { return m_state; }
-    qint64 size() const { return m_state.size; } ///< bytes, when it was opened
+    const FileState &state() const
+    {
+        return m_state;
+    }
+    qint64 size() const
+    {
+        return m_state.size;
+    } ///< bytes, when it was opened
     /// Reads exactly \a count bytes from \a pos on. False when fewer came, or when they don't lie
     /// within size(): \a bytes is empty then.
     bool read(qint64 pos, qsizetype count, QByteArray &bytes) const;
@@ -37,6 +47,10 @@ public:
     int handle() const;
 
 private:
+#ifdef Q_OS_UNIX
+    bool keepIfPlain();
+#endif
+
     FileState m_state;
 #ifdef Q_OS_UNIX
     int m_handle = -1;

@@ -1,9 +1,12 @@
 #include "base/runreport.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace
 {
+
+constexpr int mostNamed = 1000; ///< files of a kind
 
 /// What would end a line shows as a mark, so that no name forges a line of the report.
 QString onOneLine(QString text)
@@ -42,19 +45,40 @@ void RunReport::count(Success success)
 
 void RunReport::add(Lack lack, const QString &path, Reason reason)
 {
-    m_entries.append({lack, reason, path, {}});
+    addEntry({lack, reason, path, {}});
 }
 
-void RunReport::addMessage(const QString &message)
+void RunReport::addPulled(Lack lack, const QString &memory)
 {
-    m_entries.append({Lack::Indexed, Reason::IndexIncomplete, {}, message});
+    addPulled({lack, memory, 1});
+}
+
+void RunReport::addPulled(const Pulled &pulled)
+{
+    for (Pulled &known : m_pulled) {
+        if (known.memory == pulled.memory) {
+            known.count += pulled.count;
+            return;
+        }
+    }
+    m_pulled.append(pulled);
+}
+
+bool RunReport::addMessage(const QString &message)
+{
+    return addEntry({Lack::Indexed, Reason::IndexIncomplete, {}, message});
 }
 
 void RunReport::append(const RunReport &part)
 {
     for (const Run run : part.m_runs)
         addRun(run);
-    m_entries.append(part.m_entries);
+    for (const Entry &entry : part.m_entries)
+        addEntry(entry);
+    for (const Pulled &pulled : part.m_pulled)
+        addPulled(pulled);
+    for (const auto &[kind, count] : part.m_counts)
+        m_counts[kind] += std::max(0, count - mostNamed);
     m_updated += part.m_updated;
     m_edited += part.m_edited;
     m_copied += part.m_copied;
@@ -75,12 +99,15 @@ int RunReport::counted(Success success) const
 
 int RunReport::skipped() const
 {
-    return static_cast<int>(std::count_if(m_entries.cbegin(), m_entries.cend(), isSkipped));
+    return counted(true);
 }
 
 int RunReport::failed() const
 {
-    return static_cast<int>(m_entries.size()) - skipped();
+    int sum = counted(false);
+    for (const Pulled &pulled : m_pulled)
+        sum += pulled.count;
+    return sum;
 }
 
 QString RunReport::summary() const
@@ -109,9 +136,29 @@ QString RunReport::summary() const
 QString RunReport::text() const
 {
     QString text = summary() + u'\n';
+    for (const Pulled &pulled : m_pulled)
+        text += line({pulled.lack, Reason::MemoryGone, pulled.memory, {}}) +
+                tr(" (%n song)", "", pulled.count) + u'\n';
     for (const Entry &entry : m_entries)
         text += line(entry) + u'\n';
+    const QStringList others = rest();
+    for (const QString &line : others)
+        text += line + u'\n';
     return text;
+}
+
+QStringList RunReport::rest() const
+{
+    QStringList lines;
+    for (const auto &[kind, count] : m_counts) {
+        if (count <= mostNamed)
+            continue;
+        const QString more = tr("e altri %n", "", count - mostNamed);
+        lines.append(line(kind.start.isEmpty()
+                              ? Entry{kind.lack, kind.reason, more, {}}
+                              : Entry{kind.lack, kind.reason, {}, kind.start + more}));
+    }
+    return lines;
 }
 
 QString RunReport::line(const Entry &entry)
@@ -123,10 +170,38 @@ QString RunReport::line(const Entry &entry)
         .arg(lackText(entry.lack), reasonText(entry.reason), onOneLine(entry.path));
 }
 
-bool RunReport::isSkipped(const Entry &entry)
+RunReport::Kind RunReport::kindOf(const Entry &entry)
 {
-    return entry.reason == Reason::Declined || entry.reason == Reason::Kept ||
-           entry.reason == Reason::Interrupted;
+    const qsizetype path = entry.message.indexOf(u'/');
+    return {entry.lack, entry.reason, entry.message.left(path)};
+}
+
+bool RunReport::Kind::operator<(const Kind &other) const
+{
+    return std::tie(lack, reason, start) < std::tie(other.lack, other.reason, other.start);
+}
+
+bool RunReport::isSkipped(const Kind &kind)
+{
+    return kind.reason == Reason::Declined || kind.reason == Reason::Kept ||
+           kind.reason == Reason::Interrupted;
+}
+
+/// False when only the count changes.
+bool RunReport::addEntry(const Entry &entry)
+{
+    const bool isNamed = ++m_counts[kindOf(entry)] <= mostNamed;
+    if (isNamed)
+        m_entries.append(entry);
+    return isNamed;
+}
+
+int RunReport::counted(bool areSkipped) const
+{
+    int sum = 0;
+    for (const auto &[kind, count] : m_counts)
+        sum += isSkipped(kind) == areSkipped ? count : 0;
+    return sum;
 }
 
 QString RunReport::runText(Run run)
@@ -202,6 +277,12 @@ QString RunReport::reasonText(Reason reason)
         return tr("la cartella non esiste più");
     case Reason::MemoryGone:
         return tr("la memoria non è più presente");
+    case Reason::InUse:
+        return tr("un altro programma sta lavorando su questa memoria");
+    case Reason::WriteProtected:
+        return tr("la memoria è protetta da scrittura");
+    case Reason::NotAllowed:
+        return tr("manca il permesso di scrivere nella cartella");
     case Reason::NoSpace:
         return tr("spazio insufficiente sul disco");
     case Reason::Unwritable:

@@ -1,5 +1,6 @@
 #include "index/entrylist.h"
 
+#include "base/fatfolder.h"
 #include "base/lettercase.h"
 
 #include <QDir>
@@ -13,7 +14,7 @@
 #include <fcntl.h>
 #include <linux/msdos_fs.h>
 #include <sys/ioctl.h>
-#include <sys/vfs.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -21,19 +22,6 @@ namespace
 {
 
 #ifdef Q_OS_LINUX
-
-/// True when files in \a folder carry the attributes of the FAT family.
-bool hasFatAttributes(const QString &folder)
-{
-    constexpr quint32 fatMagic = 0x4D44;
-    constexpr quint32 exfatMagic = 0x2011BAB0;
-    struct statfs system {
-    };
-    if (::statfs(QFile::encodeName(folder).constData(), &system) != 0)
-        return false;
-    const auto magic = static_cast<quint32>(system.f_type);
-    return magic == fatMagic || magic == exfatMagic;
-}
 
 bool isHiddenByAttribute(const QString &path)
 {
@@ -47,7 +35,17 @@ bool isHiddenByAttribute(const QString &path)
     return answered && (attributes & (ATTR_HIDDEN | ATTR_SYS)) != 0;
 }
 
-FileKind kindOf(const dirent &entry, const QString &folder, const QString &name)
+bool isLink(const dirent &entry, int folder)
+{
+    struct stat look {
+    };
+    return entry.d_type == DT_LNK || (entry.d_type == DT_UNKNOWN &&
+                                      ::fstatat(folder, static_cast<const char *>(entry.d_name),
+                                                &look, AT_SYMLINK_NOFOLLOW) == 0 &&
+                                      S_ISLNK(look.st_mode));
+}
+
+FileKind kindOf(const dirent &entry, const QString &path)
 {
     switch (entry.d_type) {
     case DT_REG:
@@ -56,7 +54,7 @@ FileKind kindOf(const dirent &entry, const QString &folder, const QString &name)
         return FileKind::Folder;
     case DT_LNK:
     case DT_UNKNOWN:
-        return fileKind(folder + u'/' + name);
+        return fileKind(path);
     default:
         return FileKind::Other;
     }
@@ -80,14 +78,15 @@ QList<FolderEntry> entriesOf(const QString &folder)
     DIR *const handle = ::opendir(QFile::encodeName(folder).constData());
     if (handle == nullptr)
         return entries;
-    const bool fat = hasFatAttributes(folder);
+    const int number = ::dirfd(handle);
+    const bool fat = isOnFat(number);
     while (const dirent *const entry = ::readdir(handle)) {
         const QString name = nameOf(*entry);
         if (name.isEmpty() || name.startsWith(u'.'))
             continue;
-        const FileKind kind = kindOf(*entry, folder, name);
-        if (!fat || !isHiddenByAttribute(folder + u'/' + name))
-            entries.append({name, kind});
+        const QString path = folder + u'/' + name;
+        if (!fat || !isHiddenByAttribute(path))
+            entries.append({name, kindOf(*entry, path), isLink(*entry, number)});
     }
     ::closedir(handle);
     return entries;
@@ -102,7 +101,7 @@ QList<FolderEntry> entriesOf(const QString &folder)
         QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Unsorted);
     for (const QFileInfo &info : all) {
         if (!info.isHidden())
-            entries.append({info.fileName(), fileKind(info.filePath())});
+            entries.append({info.fileName(), fileKind(info.filePath()), info.isSymLink()});
     }
     return entries;
 }

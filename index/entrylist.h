@@ -7,7 +7,8 @@
 /// A file or folder of a memory.
 struct FolderEntry {
     QString name;
-    FileKind kind = FileKind::Missing; ///< Regular or Folder
+    FileKind kind = FileKind::Missing; ///< Regular or Folder, links followed
+    bool isLink = false;
 };
 
 /// The plain files and the folders in \a folder that a user sees, links followed, ordered by name

@@ -1,8 +1,11 @@
 #include "index/index.h"
 
 #include "base/debugstream.h"
+#include "base/filefailure.h"
 #include "base/fileidentity.h"
-#include "base/filewriting.h"
+#include "base/flushing.h"
+#include "base/folderhandle.h"
+#include "base/folderlock.h"
 #include "base/runguard.h"
 #include "index/playlists.h"
 #include "index/songhead.h"
@@ -11,6 +14,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace
 {
@@ -37,15 +42,39 @@ void Index::setRenameQuestion(RenameQuestion question)
 
 bool Index::createIndex(const QString &root)
 {
-    const RunGuard guard;
-    return begin(root) && rebuild();
+    return run(root, &Index::rebuild);
 }
 
 bool Index::updateIndex(const QString &root)
 {
+    return run(root, &Index::update);
+}
+
+/// Before the \a work of a run: takes the memory and repairs what a run that was cut has left
+/// there.
+bool Index::run(const QString &root, bool (Index::*work)())
+{
     const RunGuard guard;
-    if (!begin(root))
+    m_failure = RunReport::Reason::MemoryGone;
+    if (!setRoot(root))
         return false;
+    const FolderLock lock(m_root, FolderLock::Kind::Exclusive);
+    if (lock.isBusy()) {
+        m_failure = RunReport::Reason::InUse;
+        return false;
+    }
+    m_memory = MemoryIdentity(m_root);
+    m_set.recover();
+    if (isWriteProtected(m_root)) {
+        // Nobody is asked what can't be done.
+        m_askRename = false;
+        m_doRename = false;
+    }
+    return (this->*work)();
+}
+
+bool Index::update()
+{
     if (!checkIndexFile())
         return rebuild();
     m_lastId = 0;
@@ -60,7 +89,7 @@ bool Index::updateIndex(const QString &root)
     if (playlists == Playlists::Preparation::Unwritable ||
         (!m_restorePlaylists && loadAllIndexFile() < 0)) {
         m_set.abandon();
-        return false;
+        return fail();
     }
     m_nextId = m_lastId + 1;
     return finish(createPathIndex());
@@ -98,17 +127,7 @@ bool Index::setRoot(const QString &root)
     if (m_root == QStringLiteral("/"))
         m_root.clear();
     m_set.setRoot(m_root);
-    m_rootIdentity = fileIdentity(m_root);
     return fileKind(m_root) == FileKind::Folder;
-}
-
-/// Before a run: stores the root and mends what a run that was cut has left there.
-bool Index::begin(const QString &root)
-{
-    if (!setRoot(root))
-        return false;
-    m_set.recover();
-    return true;
 }
 
 bool Index::rebuild()
@@ -117,7 +136,7 @@ bool Index::rebuild()
     if (createPlaylistFilePath() == Playlists::Preparation::Unwritable) {
         // Without its path file a playlist would lose all its songs together with the old index.
         m_set.abandon();
-        return false;
+        return fail();
     }
     m_restorePlaylists = true;
     m_lastId = SongInfoIndex::deletedId;
@@ -128,9 +147,11 @@ bool Index::rebuild()
     // Given up here, taken away once the new set is ready to take its place.
     debug() << "delete index";
     const ListRun run = createPathIndex();
-    if (run == ListRun::Done && !m_modified)
-        m_set.remove();
-    return finish(run);
+    if (run != ListRun::Done || m_modified)
+        return finish(run);
+    m_set.remove();
+    finish(run);
+    return fail();
 }
 
 void Index::resetCounts()
@@ -142,21 +163,43 @@ void Index::resetCounts()
 
 bool Index::finish(ListRun run)
 {
-    if (run == ListRun::Gone)
+    switch (run) {
+    case ListRun::Gone:
+        m_failure = RunReport::Reason::MemoryGone;
         return false;
-    if (run == ListRun::Ended) {
+    case ListRun::Ended:
         m_set.abandon();
+        m_failure = RunReport::Reason::Interrupted;
         return false;
+    case ListRun::Failed:
+        m_set.abandon();
+        return fail();
+    case ListRun::Done:
+        break;
     }
-    m_set.discard();
-    createBriselDir();
-    return checkIndexFile();
+    // A full memory may lack the player's empty folders: its set is whole all the same.
+    bool areNew = false;
+    const bool hasFolders = createBriselDir(areNew) || !isWriteProtected(m_root);
+    if (!m_set.discard() && areNew)
+        flushFolder(m_root);
+    return (hasFolders && checkIndexFile()) || fail();
+}
+
+/// False, with the reason.
+bool Index::fail()
+{
+    // Fifteen files take some room, however small they are.
+    constexpr qint64 smallestRoom = 64 * 1024; // bytes
+    m_failure = m_set.lacksRoom() ? RunReport::Reason::NoSpace
+                                  : whyNotIndexed(m_root, std::max(m_setSize, smallestRoom));
+    return false;
 }
 
 /// A memory that was pulled may leave its mount folder behind, or another take its place.
-bool Index::isSameMemory() const
+bool Index::isSameMemory()
 {
-    return fileIdentity(m_root) == m_rootIdentity;
+    m_gone = m_gone || !m_memory.isSame();
+    return !m_gone;
 }
 
 Index::ListRun Index::createPathIndex()
@@ -165,7 +208,7 @@ Index::ListRun Index::createPathIndex()
     emit progressValueChanged(0);
     m_filesFound = 0;
     m_visitedFolders.clear();
-    m_renamedIn.clear();
+    m_renames.setRoot(m_root);
     m_paths = PathTable();
     m_expected = 0;
     scanFiles(m_root);
@@ -177,26 +220,28 @@ Index::ListRun Index::createPathIndex()
     }
     if (!isSameMemory())
         return ListRun::Gone;
+    // The new names reach the disk before an index that names them, and also without one.
+    const bool areNamesFlushed = m_renames.flush();
     if (RunGuard::endRequested())
         return ListRun::Ended;
+    if (!areNamesFlushed || m_renameFailed)
+        return ListRun::Failed;
     if (m_filesFound == 0 || !m_modified)
         return ListRun::Done;
     m_reader.readTexts(m_songs);
     emit worked();
     const ListRun run = writeSet();
-    if (!isSameMemory())
-        return ListRun::Gone;
-    if (run == ListRun::Failed)
-        deleteIndex();
-    return run;
+    // The mark may be gone with what was staged.
+    return m_gone || !m_memory.isThere() ? ListRun::Gone : run;
 }
 
 Index::ListRun Index::writeSet()
 {
     emit progressMaxSetup(100);
     emit progressValueChanged(0);
-    if (!isSameMemory() || !flushRenames() || !m_set.beginStaging())
+    if (!isSameMemory() || !m_set.beginStaging())
         return ListRun::Failed;
+    m_memory.layMark();
     removeDeletedItems();
     emit progressValueChanged(10);
     if (writeOrdIndex() < 0)
@@ -292,7 +337,8 @@ void Index::refreshSong(SongInfoIndex &song)
     else
         state = fileState(song.absolutePath);
     // A song that can't be looked at (no permission, a read error) has not vanished.
-    if (state.kind != FileKind::Regular && state.kind != FileKind::Unreachable) {
+    const bool isThere = state.kind == FileKind::Regular || state.kind == FileKind::Unreachable;
+    if (!isThere || (!song.isMet && leavesRoot(song.absolutePath, m_root))) {
         song.id = SongInfoIndex::deletedId;
         m_modified = true;
         return;
@@ -310,13 +356,19 @@ void Index::refreshSong(SongInfoIndex &song)
     m_modified = true;
 }
 
-void Index::createBriselDir()
+/// True when the player's empty folders are there; \a areNew: one was made.
+bool Index::createBriselDir(bool &areNew)
 {
     const QDir root(m_root);
+    bool areThere = true;
     for (const QString &folder : {QStringLiteral("sfx"), QStringLiteral("bridge")}) {
-        if (!QFileInfo::exists(m_set.filePath(folder)) && root.mkdir(folder))
-            flushFolder(m_root);
+        if (QFileInfo::exists(m_set.filePath(folder)))
+            continue;
+        const bool isMade = root.mkdir(folder);
+        areNew = areNew || isMade;
+        areThere = areThere && isMade;
     }
+    return areThere;
 }
 
 qint32 Index::loadAllIndexFile()

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "base/memoryidentity.h"
+#include "base/runreport.h"
 #include "index/indexreader.h"
 #include "index/indexset.h"
 #include "index/indexwriters.h"
+#include "index/memoryrenames.h"
 #include "index/pathtable.h"
 #include "index/playlists.h"
 #include "index/songinfoindex.h"
@@ -14,12 +17,17 @@
 #include <array>
 #include <functional>
 
+class LongNames;
+struct FolderEntry;
+
 /// Builds and updates the index on the player's memory: walks its folders, shortens long names,
 /// reads the songs' heads and writes the index set, keeping the playlists right. One object serves
 /// one run. What the files hold: docs/formats/player-index.md and docs/formats/playlists.md.
 ///
 /// A run never leaves a mixture behind: the whole new set is written beside the old one and then
-/// put in its place; a swap that was cut is finished by the next run.
+/// put in its place; a swap that was cut is finished by the next run. A run that could not write
+/// all that it had to is false, and leaves the old set whole. While one program runs on a memory,
+/// each other one is false at once and touches nothing.
 class Index : public QObject
 {
     Q_OBJECT
@@ -40,13 +48,15 @@ public:
     /// Takes new, changed and vanished songs into the index of \a root; every known song keeps its
     /// id. Runs createIndex where there is no complete index. Writes nothing when nothing changed.
     bool updateIndex(const QString &root);
+    /// Why the last run, or the last list of songs, was not done.
+    RunReport::Reason failure() const { return m_failure; }
     /// Removes the index files from the memory. "sfx.id2" stays.
     void deleteIndex();
     /// True when all fifteen index files exist. Does not look into them.
     bool checkIndexFile();
     /// Writes the songs of the index of \a root as lines of ";"-separated texts to \a fileName.
-    /// 1 on success, 0 when the index can't be read or the file not be written, -1 when the memory
-    /// holds no complete index.
+    /// 1 on success, 0 when the index can't be read, the file not be written, or another program
+    /// works on the memory, -1 when the memory holds no complete index.
     int saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode);
 
     /// How many songs the walk of the last run entered into its table of paths, or looked at there.
@@ -69,18 +79,20 @@ signals:
 private:
     enum class ListRun {
         Done,
-        Failed,
-        Ended, ///< the program is to end: the old index stays
-        Gone,  ///< the memory is no longer there; what is there now must not be touched
+        Failed, ///< something could not be written: the old index stays
+        Ended,  ///< the program is to end: the old index stays
+        Gone,   ///< the memory is no longer there; what is there now must not be touched
     };
 
     /// Stores \a root without one trailing "/" or "\". False when it is no folder.
     bool setRoot(const QString &root);
-    bool begin(const QString &root);
+    bool run(const QString &root, bool (Index::*work)());
+    bool update();
     bool rebuild();
     void resetCounts();
     bool finish(ListRun run);
-    bool isSameMemory() const;
+    bool fail();
+    bool isSameMemory();
 
     ListRun createPathIndex();
     void createTitleIndex();
@@ -89,17 +101,17 @@ private:
     bool writeLists(const QString &suffix, std::size_t count, int progress);
     void removeDeletedItems();
     void createMp3TitleIndex();
-    void createBriselDir();
+    bool createBriselDir(bool &areNew);
     /// Fills m_songs from the index on the memory. 0, or -1 on any fault.
     qint32 loadAllIndexFile();
 
-    void scanFiles(const QString &longFolder);
-    void scanFile(const QString &longPath);
+    void scanFiles(const QString &folder);
+    void scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names);
     static bool checkFileExt(QStringView suffix);
     bool addFileToIndex(const QString &full);
     void meetKnownSong(qsizetype position, const QString &full, const QString &path);
-    QString renameLongFileName(const QString &path);
-    bool flushRenames();
+    QString renameLongFileName(const QString &path, const FolderEntry &entry, LongNames &names);
+    bool mayRename(const QString &path, const QString &candidate);
     void askRename(const QString &path, const QString &candidate);
     static QString getShortFileNamePath(const QString &path);
     static QString getLongFileNamePath(const QString &path);
@@ -122,7 +134,8 @@ private:
     const QString m_sfxFolder = QStringLiteral("sfx");
     const QString m_bridgeFolder = QStringLiteral("bridge");
     QString m_root;
-    QString m_rootIdentity;
+    MemoryIdentity m_memory;
+    RunReport::Reason m_failure = RunReport::Reason::IndexIncomplete;
     IndexSet m_set;
     RenameQuestion m_question;
     QList<SongInfoIndex> m_songs; ///< in the order of their record numbers
@@ -141,6 +154,9 @@ private:
     bool m_modified = false;
     bool m_askRename = true;
     bool m_doRename = true;
+    bool m_gone = false;         ///< the memory; another one may stand in its place
+    bool m_renameFailed = false; ///< because the memory is write-protected
+    qint64 m_setSize = 0;        ///< bytes of the new set, as far as it was staged
     AlphabetTable m_alphabet;
     std::array<quint16, 6> m_counts{};
     QByteArray m_prefix; ///< of the song that is read; kept for its room
@@ -148,5 +164,5 @@ private:
     qsizetype m_expected = 0; ///< position of the song that the walk should meet next
     IndexReader m_reader;
     QSet<QString> m_visitedFolders;
-    QSet<QString> m_renamedIn; ///< folders whose entries got new names in this run
+    MemoryRenames m_renames;
 };

@@ -1,6 +1,5 @@
 #include "index/indexdialog.h"
 
-#include "base/filefailure.h"
 #include "base/runguard.h"
 #include "index/index.h"
 #include "index/memorycheck.h"
@@ -111,11 +110,15 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
         else
             m_ui->plainTextReport->appendPlainText(tr("Controllo memoria non eseguito!"));
     }
+    const QStringList unnamed = m_report->rest();
+    for (const QString &line : unnamed)
+        m_ui->plainTextReport->appendPlainText(line);
     if (RunGuard::endRequested())
         return Outcome::Ended;
-    if (!done)
-        m_report->add(RunReport::Lack::Indexed, folder, whyNotIndexed(folder));
-    return done ? Outcome::Done : Outcome::Failed;
+    if (done)
+        return Outcome::Done;
+    m_report->add(RunReport::Lack::Indexed, folder, index.failure());
+    return index.failure() == RunReport::Reason::InUse ? Outcome::InUse : Outcome::Failed;
 }
 
 /// Looks at what the run has left on the memory \a folder. Findings are errors like those of the
@@ -150,6 +153,9 @@ void IndexDialog::showOutcome(Outcome outcome)
                                  "Consultare il report per maggiori informazioni."));
     } else if (outcome == Outcome::Done) {
         QMessageBox::information(this, title, tr("Operazione completata con successo"));
+    } else if (outcome == Outcome::InUse) {
+        initProgress(100);
+        QMessageBox::critical(this, title, inUseText());
     } else {
         initProgress(100);
         QMessageBox::critical(this, title,
@@ -191,10 +197,9 @@ void IndexDialog::setProgressValue(int value)
 
 void IndexDialog::errorFromIndexReceived(const QString &message)
 {
-    m_ui->plainTextReport->appendPlainText(message);
+    if (!m_report.has_value() || m_report->addMessage(message))
+        m_ui->plainTextReport->appendPlainText(message);
     ++m_errors;
-    if (m_report.has_value())
-        m_report->addMessage(message);
     breathe();
 }
 

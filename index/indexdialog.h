@@ -40,7 +40,7 @@ public slots:
     /// Sets the progress to 0 of \a maximum; a maximum of 0 shows a busy bar.
     void initProgress(int maximum);
     void setProgressValue(int value);
-    /// Appends \a message to the report and counts one error.
+    /// Appends \a message to the report, unless it has 1,000 of its kind, and counts one error.
     void errorFromIndexReceived(const QString &message);
     /// Empties the report and the count of errors.
     void clearIndexErrors();
@@ -55,7 +55,7 @@ private slots:
     void on_pushButtonClose_clicked();
 
 private:
-    enum class Outcome { Done, Failed, Ended };
+    enum class Outcome { Done, Failed, InUse, Ended };
 
     Outcome runIndex(const QString &folder);
     void checkMemory(const QString &folder);

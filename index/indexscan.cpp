@@ -1,13 +1,13 @@
 #include "index/index.h"
 
+#include "base/filefailure.h"
 #include "base/fileidentity.h"
-#include "base/filewriting.h"
+#include "base/flushing.h"
+#include "base/folderhandle.h"
 #include "base/lettercase.h"
 #include "base/runguard.h"
 #include "index/entrylist.h"
 #include "index/longnames.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -30,31 +30,35 @@ QStringView suffixOf(const QString &path)
 
 } // namespace
 
-void Index::scanFiles(const QString &longFolder)
+void Index::scanFiles(const QString &folder)
 {
-    const QString folder = renameLongFileName(longFolder);
     const QString identity = fileIdentity(folder);
     // A link to a folder above would lead round for ever.
-    if (folder.isEmpty() || m_visitedFolders.contains(identity))
+    if (m_visitedFolders.contains(identity))
         return;
     m_visitedFolders.insert(identity);
+    LongNames names(folder);
     for (const FolderEntry &entry : visibleEntries(folder)) {
-        if (RunGuard::endRequested())
+        if (m_gone || RunGuard::endRequested())
             return;
-        const QString path = folder + u'/' + entry.name;
-        if (entry.kind == FileKind::Regular)
-            scanFile(path);
-        else if (!isSameName(entry.name, m_sfxFolder) && !isSameName(entry.name, m_bridgeFolder))
-            scanFiles(path);
+        const QString longPath = folder + u'/' + entry.name;
+        if (entry.kind == FileKind::Regular) {
+            scanFile(longPath, entry, names);
+        } else if (!isSameName(entry.name, m_sfxFolder) &&
+                   !isSameName(entry.name, m_bridgeFolder)) {
+            const QString path = renameLongFileName(longPath, entry, names);
+            if (!path.isEmpty())
+                scanFiles(path);
+        }
     }
 }
 
-void Index::scanFile(const QString &longPath)
+void Index::scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names)
 {
     emit currentPathChanged(longPath);
     if (!checkFileExt(suffixOf(longPath)))
         return;
-    const QString path = renameLongFileName(longPath);
+    const QString path = renameLongFileName(longPath, entry, names);
     if (path.isEmpty())
         return;
     addFileToIndex(path);
@@ -100,6 +104,7 @@ bool Index::addFileToIndex(const QString &full)
         emit errorFromIndex(tr("File non importato, memoria piena: ") + full);
         return false;
     }
+    song.isMet = true;
     song.id = m_nextId++;
     song.posidx = m_nextPosidx++;
     m_paths.add(hash);
@@ -113,45 +118,62 @@ void Index::meetKnownSong(qsizetype position, const QString &full, const QString
 {
     SongInfoIndex &known = m_songs[position];
     m_expected = position + 1;
+    known.isMet = true;
     // Read back as Latin-1, a path with other characters may be that of another song now.
     if (!isAscii(known.path)) {
         known.date = 0;
         known.time = 0;
     }
-    // Renamed in letter case only: on a memory that tells them apart the old name finds nothing.
-    if (known.absolutePath != full && fileKind(known.absolutePath) == FileKind::Missing) {
+    // Renamed in letter case only: on a memory that tells them apart the old name finds nothing, or
+    // what is not on the memory.
+    if (known.absolutePath != full && (fileKind(known.absolutePath) == FileKind::Missing ||
+                                       leavesRoot(known.absolutePath, m_root))) {
         known.absolutePath = full;
         known.setPath(path);
         m_modified = true;
     }
 }
 
-QString Index::renameLongFileName(const QString &path)
+QString Index::renameLongFileName(const QString &path, const FolderEntry &entry, LongNames &names)
 {
-    if (isSameName(path, m_root) || !LongNames::isLong(path))
+    // A folder that is no link may be another disk.
+    if ((entry.isLink || entry.kind == FileKind::Folder) && leavesRoot(path, m_root)) {
+        emit errorFromIndex(tr("File non importato, si trova fuori dalla memoria: ") + path);
+        return {};
+    }
+    if (!LongNames::isLong(path))
         return path;
-    QString candidate = LongNames::freeShortPath(path);
-    if (!candidate.isEmpty()) {
-        if (m_askRename && !RunGuard::endRequested())
-            askRename(path, candidate);
-        // Once the program is to end nobody has answered, whatever the dialog says.
-        if (RunGuard::endRequested())
+    const QString shortName = names.freeName(entry.name, entry.kind);
+    if (!shortName.isEmpty()) {
+        const QString candidate = path.chopped(entry.name.size()) + shortName;
+        const bool mayRename = this->mayRename(path, candidate);
+        if (m_gone || RunGuard::endRequested())
             return {};
-        if (!m_doRename)
-            return path;
-        if (LongNames::rename(path, candidate)) {
-            m_renamedIn.insert(QFileInfo(candidate).path());
+        // While the question was open a link may have taken its place.
+        if (!mayRename)
+            return leavesRoot(path, m_root) ? QString() : path;
+        if (names.rename(m_renames, entry.name, shortName))
             return candidate;
-        }
+    }
+    // No other will get its name either.
+    if (isWriteProtected(m_root) || whyUnwritable(path, 0) == RunReport::Reason::NotAllowed) {
+        m_renameFailed = true;
+        m_askRename = false;
+        m_doRename = false;
     }
     emit errorFromIndex(tr("File non importato, impossibile rinominare: ") + path);
     return {};
 }
 
-/// The new names reach the disk before an index that tells them.
-bool Index::flushRenames()
+/// Asks where the user wants to be asked. Once the program is to end nobody has answered, whatever
+/// the dialog says; and while it was open another memory may have taken the place of this one.
+bool Index::mayRename(const QString &path, const QString &candidate)
 {
-    return std::all_of(m_renamedIn.cbegin(), m_renamedIn.cend(), flushFolder);
+    if (m_askRename && !RunGuard::endRequested() && isSameMemory()) {
+        m_memory.layMark();
+        askRename(path, candidate);
+    }
+    return isSameMemory() && m_doRename;
 }
 
 void Index::askRename(const QString &path, const QString &candidate)

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "base/filelot.h"
+#include "index/workfolder.h"
+
 #include <QByteArray>
-#include <QIODevice>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -11,21 +13,28 @@
 /// The index files of one memory, and how a new set takes the place of the old one.
 ///
 /// A memory has no journal, and a cut can leave any single step as the last one that reached it.
-/// So the new files are first written into a work folder ".brisel2pc" and flushed; then a mark
-/// with their names, sizes and checksums says that they are all there; then the old set is removed,
-/// "fsinfos.id2" first, and the new one copied into its place, "fsinfos.id2" last. While
-/// isComplete() is false the mark lets the next run finish the swap. See
-/// docs/formats/player-index.md, "How a set is replaced".
+/// So the new files are first written into a work folder ".brisel2pc", with a mark of their names,
+/// sizes and checksums, and flushed; then the old set is removed, "fsinfos.id2" first, and the new
+/// one copied into its place, "fsinfos.id2" last. While isComplete() is false the mark lets the
+/// next run finish the swap. A memory without room for that is written over with the old set at
+/// hand. See docs/formats/player-index.md, "How a set is replaced".
 class IndexSet
 {
 public:
-    void setRoot(const QString &root) { m_root = root; }
+    void setRoot(const QString &root);
     /// \a written is called after each file that was written: there may be thousands.
     void setPulse(std::function<void()> written) { m_written = std::move(written); }
+    const QString &root() const { return m_root; }
     QString filePath(const QString &name) const;
+    /// Has the pulse know of other work on the memory.
+    void pulse() const { m_written(); }
 
     /// The fifteen files that make a set.
     static const QStringList &names();
+
+    /// About how many bytes must be free on the memory \a root so that its index can take up
+    /// \a newSongs more songs with the old set still there.
+    static qint64 roomForUpdate(const QString &root, qsizetype newSongs);
 
     bool isComplete() const;
     /// Removes the fifteen files and the two temporary ones whose names are reserved.
@@ -33,7 +42,7 @@ public:
 
     /// Finishes a swap that was cut while it had left no complete set, and takes away what else a
     /// run that was cut has left, but for the note of its path files. Does nothing on a memory
-    /// without a work folder.
+    /// without a work folder. A swap that can't be finished now stays for a later run.
     void recover();
 
     /// Notes on the memory that path files of playlists are being written, before the first of
@@ -42,22 +51,23 @@ public:
     /// True when a run wrote path files and came to no end that used them.
     bool hasUnusedPathFiles() const;
 
-    /// Starts a new set: an empty work folder. False when it can't be made.
+    /// Starts a new set: a work folder that is empty but for the note of path files and the mark of
+    /// the run (MemoryIdentity::markName()). False when it can't be made.
     bool beginStaging();
-    /// Writes one file of the new set, or a playlist that goes with it, into the work folder.
-    /// \a name is relative to the root. False when it is not wholly there; commit() then fails.
+    /// Takes one file of the new set, or a playlist that goes with it. \a name is relative to the
+    /// root. False when it can't become part of a set; commit() then fails.
     bool stage(const QString &name, const QByteArray &content);
-    /// Puts the staged files in their places. False when one of the fifteen is missing or the
-    /// memory refused; then the old set may be gone, and the caller removes what is there. Either
-    /// way the caller discards afterwards.
+    /// Puts the staged files in their places. False when one of the fifteen is missing, when there
+    /// is no room, or when the memory refused: the old set is whole then, or the next run finishes
+    /// what this one has begun.
     bool commit();
-    /// Takes the work folder away: the run has come to its end.
-    void discard();
-    /// Takes the work folder away but for the note of path files: the old index stays as it was.
+    /// True when the last commit() failed for want of room.
+    bool lacksRoom() const { return m_lacksRoom; }
+    /// Takes the work folder away, unless the next run needs it: the run has come to its end. True
+    /// when the root was flushed for that.
+    bool discard();
+    /// The same but for the note of path files: the old index stays as it was.
     void abandon();
-
-    /// Replaces one file of the memory as a whole, by way of the work folder.
-    bool place(const QString &name, const QByteArray &content) const;
 
 private:
     struct StagedFile {
@@ -66,23 +76,47 @@ private:
         QByteArray checksum;
         QByteArray content; ///< while the run that wrote it lasts; null when it is to be read back
     };
+    struct OldFile {
+        QString name;
+        QByteArray content;
+        bool exists = false;
+    };
+    enum class Way { Beside, Over, NoRoom };
 
-    QString workFolder() const;
-    QString workFile(const QString &name) const;
-    bool makeWorkFolder() const;
-    void clearWorkFolder(const QString &kept);
-    bool writeMark() const;
+    /// The file whose absence makes a set incomplete while it is swapped: first out, last in.
+    static QString keyName();
+    static QString markName();
+    /// The name in the work folder.
+    static QString workName(const QString &name);
+    static bool isInSet(const QString &name);
+
+    QStringList keptNote() const;
+    QByteArray mark() const;
     bool readMark(QList<StagedFile> &files) const;
     bool readStaged(const StagedFile &file, QByteArray &content) const;
-    bool swap(const QList<StagedFile> &files);
-    bool placeStaged(const StagedFile &file);
+    bool isPlaced(const StagedFile &file) const;
+    bool clear(const QStringList &kept);
 
-    bool writeFile(const QString &path, const QByteArray &content,
-                   QIODevice::OpenMode mode = QIODevice::WriteOnly) const;
+    Way wayToReplace() const;
+    bool replaceBeside();
+    bool replaceOver();
+    bool keepOldFiles(QList<OldFile> &files) const;
+    void putBack(const QList<OldFile> &files);
+    bool swap(const QList<StagedFile> &files);
+    bool removeSet(const QStringList &kept);
+    bool placeFiles(const QList<StagedFile> &files);
+    bool placeFile(const StagedFile &file, FileLot &lot);
+    static bool writeFile(const QString &path, const QByteArray &content);
+
+    /// Bytes; the largest file of a full index has 8 MiB.
+    static constexpr qint64 maxFileSize = 16 * 1024 * 1024;
 
     QString m_root;
+    WorkFolder m_work;
     std::function<void()> m_written = [] {};
     QList<StagedFile> m_staged;
     qint64 m_kept = 0; ///< bytes of their contents
     bool m_stagingFailed = false;
+    bool m_lacksRoom = false;
+    bool m_isCut = false; ///< the old set is gone and the new one not yet there
 };

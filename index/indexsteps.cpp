@@ -49,13 +49,14 @@ qint32 Index::writeNumFile()
 
 qint32 Index::stageFile(const QString &fileName, const QByteArray &content)
 {
+    m_setSize += content.size();
     return m_set.stage(fileName, content) ? 0 : -1;
 }
 
 qint32 Index::stageList(const QString &fileName, const IndexWriters::ListFile &list)
 {
     m_alphabet = list.alphabet;
-    return m_set.stage(fileName, list.content) ? list.count : -1;
+    return stageFile(fileName, list.content) < 0 ? -1 : list.count;
 }
 
 qint32 Index::stageGroups(const QString &fileName, const SongOrders::Groups &groups,

@@ -1,63 +1,65 @@
 #include "index/longnames.h"
 
+#include "base/lettercase.h"
+#include "index/memoryrenames.h"
+
 #include <QDir>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace
 {
 
 constexpr int longestShortName = 8;
-constexpr int lastNumber = 999;
 
-bool isTaken(const QString &path)
+/// How many characters of the long name stand in front of which numbers.
+struct Width {
+    int characters;
+    int firstNumber;
+    int lastNumber;
+};
+constexpr Width widths[]{{6, 1, 9}, {5, 10, 99}, {4, 100, 999}};
+
+/// \a name without its last suffix.
+QString baseOf(const QString &name)
 {
-    const QFileInfo entry(path);
-    return entry.exists() || entry.isSymLink();
+    return name.left(name.lastIndexOf(u'.'));
 }
 
-QString withoutSuffix(const QString &path)
+/// The last suffix of \a name with its point; empty when there is none.
+QString suffixWithPoint(const QString &name)
 {
-    const QFileInfo entry(path);
-    return path.left(path.size() - entry.fileName().size()) + entry.completeBaseName();
+    const qsizetype dot = name.lastIndexOf(u'.');
+    return dot < 0 ? QString() : name.mid(dot);
 }
 
-/// The graphics file beside the MP3 \a path, whatever the case of its suffix; empty when none.
-QString companionOf(const QString &path)
+/// False for what short names leave out: fillers, and what FAT does not allow.
+bool isKept(QStringView character)
 {
-    constexpr int letters = 3;
-    const QFileInfo entry(path);
-    if (entry.suffix().compare(QStringLiteral("mp3"), Qt::CaseInsensitive) != 0)
-        return {};
-    for (int upper = 0; upper < 1 << letters; ++upper) {
-        QString suffix = QStringLiteral("cdg");
-        for (int i = 0; i < letters; ++i) {
-            if ((upper & 1 << i) != 0)
-                suffix[i] = suffix.at(i).toUpper();
-        }
-        QString companion = withoutSuffix(path) + u'.' + suffix;
-        if (QFileInfo(companion).isFile())
-            return companion;
-    }
-    return {};
+    constexpr char16_t lastControl = 0x1F;
+    constexpr char16_t deleteCharacter = 0x7F;
+    const QChar unit = character.front();
+    return character.size() > 1 ||
+           (!unit.isSurrogate() && unit.unicode() > lastControl &&
+            unit.unicode() != deleteCharacter && !QStringView(u" .'-\"*/:<>?\\|").contains(unit));
 }
 
-/// The name that \a companion gets when its MP3 becomes \a shortPath.
-QString shortCompanion(const QString &companion, const QString &shortPath)
+/// The first characters of \a base that are kept, in no more than \a width units of UTF-16.
+QString startOf(QStringView base, qsizetype width)
 {
-    return withoutSuffix(shortPath) + u'.' + QFileInfo(companion).suffix();
-}
-
-QString shortBase(const QString &base, int number)
-{
-    const int width = number < 10 ? 6 : number < 100 ? 5 : 4;
-    QString shortened;
-    for (const QChar character : base) {
-        if (shortened.size() == width)
+    QString start;
+    while (!base.isEmpty()) {
+        const bool isPair =
+            base.size() > 1 && base.at(0).isHighSurrogate() && base.at(1).isLowSurrogate();
+        const QStringView character = base.first(isPair ? 2 : 1);
+        if (start.size() + character.size() > width)
             break;
-        if (!QStringLiteral(" .'-").contains(character))
-            shortened += character;
+        if (isKept(character))
+            start += character;
+        base = base.sliced(character.size());
     }
-    return shortened + QStringLiteral("-%1").arg(number);
+    return start;
 }
 
 } // namespace
@@ -69,30 +71,60 @@ bool LongNames::isLong(const QString &path)
     return (dot < 0 ? name.size() : dot) > longestShortName;
 }
 
-QString LongNames::freeShortPath(const QString &path)
+QString LongNames::freeName(const QString &name, FileKind kind)
 {
-    const QFileInfo entry(path);
-    const QString folder = path.left(path.size() - entry.fileName().size());
-    const QString suffix = entry.isDir() ? QString() : u'.' + entry.suffix();
-    const QString companion = companionOf(path);
-    for (int number = 1; number <= lastNumber; ++number) {
-        QString candidate = folder + shortBase(entry.completeBaseName(), number) + suffix;
-        if (!isTaken(candidate) &&
-            (companion.isEmpty() || !isTaken(shortCompanion(companion, candidate))))
-            return candidate;
+    const QString base = baseOf(name);
+    const QString suffix = kind == FileKind::Folder ? QString() : suffixWithPoint(name);
+    const QString companionSuffix = suffixWithPoint(companionOf(name));
+    for (const Width &width : widths) {
+        const QString start = startOf(base, width.characters) + u'-';
+        int &number = m_nextNumbers[start + suffix + companionSuffix];
+        for (number = std::max(number, width.firstNumber); number <= width.lastNumber; ++number) {
+            const QString shortBase = start + QString::number(number);
+            if (!isTaken(shortBase + suffix) &&
+                (companionSuffix.isEmpty() || !isTaken(shortBase + companionSuffix)))
+                return shortBase + suffix;
+        }
     }
     return {};
 }
 
-bool LongNames::rename(const QString &path, const QString &shortPath)
+bool LongNames::rename(MemoryRenames &renames, const QString &name, const QString &shortName)
 {
-    // Not by QFile: where its rename fails it copies, and a full memory would keep half a song.
-    QDir folder;
-    const QString companion = companionOf(path);
-    if (!folder.rename(path, shortPath))
-        return false;
-    if (companion.isEmpty() || folder.rename(companion, shortCompanion(companion, shortPath)))
-        return true;
-    folder.rename(shortPath, path);
-    return false;
+    QList<MemoryRenames::NewName> names{{name, shortName}};
+    const QString companion = companionOf(name);
+    if (!companion.isEmpty())
+        names.append({companion, baseOf(shortName) + suffixWithPoint(companion)});
+    return renames.rename(m_folder, names);
+}
+
+/// The graphics file beside the MP3 \a name, whatever the case of its suffix; empty when there is
+/// none.
+QString LongNames::companionOf(const QString &name)
+{
+    if (suffixWithPoint(name).compare(QStringLiteral(".mp3"), Qt::CaseInsensitive) != 0)
+        return {};
+    if (!m_graphics.has_value()) {
+        m_graphics.emplace();
+        const QStringList all = QDir(m_folder).entryList(
+            {QStringLiteral("*.cdg")}, QDir::Files | QDir::Hidden | QDir::System, QDir::Unsorted);
+        for (const QString &graphics : all)
+            m_graphics->insert(lowerCased(graphics), graphics);
+    }
+    const QString base = baseOf(name);
+    QString companion;
+    const QStringList sameLetters = m_graphics->values(lowerCased(base) + QStringLiteral(".cdg"));
+    for (const QString &graphics : sameLetters) {
+        // Whether the letter case of the base matters is for the memory to say.
+        const QString found = base + suffixWithPoint(graphics);
+        if (found > companion && isRegularFile(m_folder + u'/' + found))
+            companion = found;
+    }
+    return companion;
+}
+
+bool LongNames::isTaken(const QString &name) const
+{
+    const QFileInfo entry(m_folder + u'/' + name);
+    return entry.exists() || entry.isSymLink();
 }

@@ -1,7 +1,9 @@
 #include "index/memorycheck.h"
 
 #include "base/fileidentity.h"
+#include "base/folderlock.h"
 #include "base/runguard.h"
+#include "base/runreport.h"
 #include "index/memorycheckrun.h"
 
 #include <QDir>
@@ -54,6 +56,11 @@ bool MemoryCheck::run(const QString &root)
     const QString identity = fileIdentity(root);
     if (fileKind(root) != FileKind::Folder)
         return false;
+    const FolderLock lock(m_root, FolderLock::Kind::Shared);
+    if (lock.isBusy()) {
+        m_findings = {RunReport::reasonText(RunReport::Reason::InUse)};
+        return false;
+    }
     MemoryCheckRun run([this] { emit progressValueChanged(m_progress); });
     const bool done = checkAll(run);
     emit currentPathChanged(QString());

@@ -24,7 +24,8 @@ public:
     using QObject::QObject;
 
     /// Checks the memory \a root. False when that came to no end: the program was asked to end, or
-    /// the memory is not there any more. Then there are no findings.
+    /// the memory is not there any more. Then there are no findings. False also when another
+    /// program works on the memory; then that is the one finding.
     bool run(const QString &root);
 
     /// A line of plain text for each finding of the last run, in the language of that moment; when

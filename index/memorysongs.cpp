@@ -1,6 +1,7 @@
 #include "index/memorysongs.h"
 
 #include "base/fileidentity.h"
+#include "base/folderhandle.h"
 #include "base/runguard.h"
 #include "index/entrylist.h"
 
@@ -38,7 +39,7 @@ QString folded(const QString &path)
 
 bool MemorySongs::find(const QString &root, const std::function<void(const QString &)> &visit)
 {
-    m_rootLength = root.size();
+    m_root = root;
     m_songs.clear();
     m_places.clear();
     m_known.clear();
@@ -78,15 +79,18 @@ bool MemorySongs::walk(const QString &folder, const std::function<void(const QSt
     if (m_folders.contains(identity))
         return true;
     m_folders.insert(identity);
-    for (const FolderEntry &entry :
-         visibleEntries(folder.isEmpty() ? QStringLiteral("/") : folder)) {
+    const QString slash = QStringLiteral("/");
+    for (const FolderEntry &entry : visibleEntries(folder.isEmpty() ? slash : folder)) {
         if (RunGuard::endRequested())
             return false;
         const QString path = folder + u'/' + entry.name;
+        const bool mayLeave = entry.isLink || entry.kind == FileKind::Folder;
+        if (mayLeave && leavesRoot(path, m_root.isEmpty() ? slash : m_root))
+            continue;
         if (entry.kind == FileKind::Regular) {
             visit(path);
             if (isSong(path))
-                add(path.mid(m_rootLength));
+                add(path.mid(m_root.size()));
         } else if (!isAnyOf(entry.name, {"sfx", "bridge"}) && !walk(path, visit)) {
             return false;
         }

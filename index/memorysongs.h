@@ -49,7 +49,7 @@ private:
     bool walk(const QString &folder, const std::function<void(const QString &)> &visit);
     void add(const QString &path);
 
-    qsizetype m_rootLength = 0;
+    QString m_root;
     QList<Song> m_songs;
     QHash<QByteArray, Place> m_places;
     QSet<QString> m_known;

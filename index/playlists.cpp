@@ -2,6 +2,7 @@
 
 #include "base/bytes.h"
 #include "base/filereading.h"
+#include "base/folderhandle.h"
 #include "index/indexrecords.h"
 #include "index/indexset.h"
 
@@ -97,6 +98,9 @@ QList<qint16> Playlists::readNumbers(const IndexSet &set)
 {
     QByteArray list;
     QList<qint16> numbers;
+    // A link there may lead to lists that are not the player's.
+    if (leavesRoot(set.filePath(QStringLiteral("playlist")), set.root()))
+        return numbers;
     if (readWholeFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize, list) !=
         ReadResult::Done)
         return numbers;
@@ -124,15 +128,19 @@ Playlists::Preparation Playlists::writePathFiles(IndexSet &set, const QList<qint
                                                  const QList<SongInfoIndex> &songs)
 {
     Preparation result = Preparation::Written;
+    FileLot lot;
+    lot.setMemory(set.root());
     for (const qint16 number : numbers) {
         QByteArray playlist;
         if (readWholeFile(set.filePath(songsFileName(number)), maxPlaylistSize, playlist) !=
             ReadResult::Done)
             result = Preparation::NoSongs;
-        else if (!set.place(pathsFileName(number), pathRecords(playlist, songs)))
+        else if ((lot.isFull() && !lot.commitAll()) ||
+                 !lot.write({set.filePath(pathsFileName(number))}, pathRecords(playlist, songs)))
             return Preparation::Unwritable;
+        set.pulse();
     }
-    return result;
+    return lot.commitAll() ? result : Preparation::Unwritable;
 }
 
 bool Playlists::stageSongsFiles(IndexSet &set, const QList<qint16> &numbers,

@@ -59,6 +59,11 @@ void RunDialog::breathe()
     m_sincePainted.start();
 }
 
+QString RunDialog::inUseText()
+{
+    return tr("Un altro programma sta lavorando su questa memoria.\nRiprovare quando ha finito.");
+}
+
 QString RunDialog::mediaRoot()
 {
     return openSettings().value(mediaRootKey).toString();

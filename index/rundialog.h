@@ -15,6 +15,9 @@ public:
     /// Closes the dialog, by Escape or "Chiudi", unless it works.
     void reject() override;
 
+    /// What a message says when another program works on the memory.
+    static QString inUseText();
+
 protected:
     /// Marks the work as under way for as long as it lives.
     class Work

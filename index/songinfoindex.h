@@ -45,6 +45,7 @@ public:
     quint16 posidx = 0; ///< record number in "index.id2"
     quint32 date = 0;   ///< last modification: year x 10000 + month x 100 + day
     quint32 time = 0;   ///< last modification: hour x 10000 + minute x 100 + second
+    bool isMet = false; ///< the walk of this run has come by
 };
 Q_DECLARE_TYPEINFO(SongInfoIndex, Q_RELOCATABLE_TYPE);
 

@@ -1,4 +1,6 @@
+#include "base/filefailure.h"
 #include "base/filewriting.h"
+#include "base/folderlock.h"
 #include "base/runguard.h"
 #include "index/index.h"
 #include "index/songorders.h"
@@ -22,8 +24,16 @@ SongOrder listOrder(const QList<SongInfoIndex> &songs, SORT_MODE mode)
 int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode)
 {
     setRoot(root);
-    if (!checkIndexFile())
+    const FolderLock lock(m_root, FolderLock::Kind::Shared);
+    if (lock.isBusy()) {
+        m_failure = RunReport::Reason::InUse;
+        return 0;
+    }
+    if (!checkIndexFile()) {
+        m_failure = RunReport::Reason::NotPrepared;
         return -1;
+    }
+    m_failure = RunReport::Reason::ListFailed;
     if (loadAllIndexFile() < 0)
         return 0;
     emit progressMaxSetup(static_cast<int>(m_songs.size()));
@@ -38,8 +48,10 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
     const SongOrder order = listOrder(m_songs, mode);
     emit worked();
     for (const qsizetype position : order) {
-        if (RunGuard::endRequested())
+        if (RunGuard::endRequested()) {
+            m_failure = RunReport::Reason::Interrupted;
             return 0;
+        }
         const SongInfoIndex &song = m_songs.at(position);
         // Fields stand as they are: a ";" in a title shifts the columns of its line.
         lines << song.title << ';' << song.artist << ';' << song.genre << ';'
@@ -48,5 +60,10 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
         emit progressValueChanged(++written);
     }
     lines.flush();
-    return replaceFile(fileName, list) ? 1 : 0;
+    if (replaceFile(fileName, list))
+        return 1;
+    const RunReport::Reason reason = whyUnwritable(fileName, list.size());
+    if (reason != RunReport::Reason::Unwritable)
+        m_failure = reason;
+    return 0;
 }

@@ -75,10 +75,13 @@ SongsListDialog::Outcome SongsListDialog::save()
         return Outcome::Ended;
     if (result > 0)
         return Outcome::Saved;
-    const bool failed = result == 0;
-    m_report->add(RunReport::Lack::Saved, m_ui->lineEditFile->text(),
-                  failed ? RunReport::Reason::ListFailed : RunReport::Reason::NotPrepared);
-    return failed ? Outcome::Failed : Outcome::NotPrepared;
+    const bool isBusy = index.failure() == RunReport::Reason::InUse;
+    m_report->add(RunReport::Lack::Saved,
+                  isBusy ? m_ui->lineEditPath->text() : m_ui->lineEditFile->text(),
+                  index.failure());
+    if (isBusy)
+        return Outcome::InUse;
+    return result == 0 ? Outcome::Failed : Outcome::NotPrepared;
 }
 
 void SongsListDialog::showOutcome(Outcome outcome)
@@ -90,6 +93,9 @@ void SongsListDialog::showOutcome(Outcome outcome)
         break;
     case Outcome::Failed:
         QMessageBox::warning(this, title, tr("Errore durante la creazione del file"));
+        break;
+    case Outcome::InUse:
+        QMessageBox::warning(this, title, inUseText());
         break;
     case Outcome::NotPrepared:
         QMessageBox::warning(this, title,

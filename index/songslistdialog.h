@@ -40,7 +40,7 @@ private slots:
     void on_pushButtonClose_clicked();
 
 private:
-    enum class Outcome { Saved, Failed, NotPrepared, Ended };
+    enum class Outcome { Saved, Failed, InUse, NotPrepared, Ended };
 
     Outcome save();
     void showOutcome(Outcome outcome);

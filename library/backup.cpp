@@ -1,6 +1,7 @@
 #include "library/backup.h"
 
 #include "base/debugstream.h"
+#include "base/flushing.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -15,8 +16,11 @@ QString makeBackupFolder(const QString &chosen, const QDateTime &time)
     const QString name = backupFolderName(time);
     QString path = chosen + u'/' + name;
     debug() << "Making new root backup dir:" << path;
-    if (QDir(chosen).mkdir(name))
+    if (QDir(chosen).mkdir(name)) {
+        // The copies could reach a FAT disk before the beginning of their folder.
+        flushFolder(chosen);
         return path;
+    }
     debug() << "Dest root dir creation failed";
     return {};
 }

@@ -3,7 +3,7 @@
 #include "base/debugstream.h"
 #include "base/filefailure.h"
 #include "base/fileidentity.h"
-#include "base/filewriting.h"
+#include "base/freespace.h"
 #include "base/runguard.h"
 #include "library/nocopyrightdialog.h"
 #include "library/progress.h"
@@ -11,8 +11,11 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -27,6 +30,11 @@ QString companionPath(const QString &song)
 QString destinationOf(const QString &source, const QString &destDir)
 {
     return destDir + u'/' + source.mid(source.lastIndexOf(u'/') + 1);
+}
+
+QString sizeText(qint64 bytes)
+{
+    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 
 bool isSamePath(const QString &source, const QString &destination)
@@ -55,53 +63,101 @@ void FileCopier::setSpaceDisplay(SpaceDisplay display)
     m_showSpace = std::move(display);
 }
 
+void FileCopier::setMemory(const QString &root, qint64 reserve)
+{
+    m_lot.setMemory(root);
+    m_reserve = reserve;
+}
+
 bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int &copied)
 {
     copied = 0;
-    int errors = 0;
+    m_copied = 0;
+    m_errors = 0;
     int processed = 0;
     m_askEach = true;
     m_overwrite = false;
     m_companions.clear();
     m_report = RunReport();
+    m_shortage.clear();
     m_sources.clear();
-    for (const QString &source : files)
+    m_memories = PulledMemories();
+    m_destination = destDir;
+    for (const QString &source : files) {
         m_sources.insert(fileIdentity(source));
+        pulledMemory(source);
+    }
+    if (!hasRoom(files, destDir))
+        return false;
     countBytes(files, destDir);
 
     for (const QString &source : files) {
         if (m_progress.isCanceled()) {
+            finishLot();
             noteFilesLeft(files, processed);
-            copied = 0;
             return false;
         }
         showSpace(destDir, processed);
         const QString destination = destinationOf(source, destDir);
         ++processed;
+        if (!pulledMemory(source).isEmpty()) {
+            finishLot();
+            note(source, Reason::MemoryGone);
+            ++m_errors;
+            continue;
+        }
         if (isSamePath(source, destination)) {
             m_report.count(RunReport::Success::Copied);
-            ++copied;
+            ++m_copied;
             continue;
         }
         debug() << "Copying file:" << source << "to:" << destination;
+        if (m_lot.isFull() || m_lot.holds(destination))
+            finishLot();
         if (fileKind(destination) != FileKind::Missing && !mayOverwrite(destination)) {
             note(source, RunGuard::endRequested() ? Reason::Interrupted : Reason::Kept);
             continue;
         }
-        if (copyWithCompanion(source, destination)) {
-            m_report.count(RunReport::Success::Copied);
-            ++copied;
-        } else {
-            ++errors;
-        }
+        copySong({source, destination});
         m_progress.setValue(processed);
         m_progress.breathe();
     }
-    if (copied > 0 && !flushFolder(destDir)) {
-        note(destDir, whyUnwritable(destinationOf(files.last(), destDir), 0));
-        ++errors;
+    finishLot();
+    const bool isCanceled = m_progress.isCanceled();
+    copied = m_copied;
+    return m_errors == 0 && !isCanceled;
+}
+
+/// Says at once when not all can fit: new files, and what replaced ones have more than the old.
+bool FileCopier::hasRoom(const QStringList &files, const QString &destDir)
+{
+    const qint64 free = freeSpace(destDir);
+    const qint64 unit = allocationUnit(destDir);
+    QSet<QString> places; // in lower case: one name picked twice takes one place
+    qint64 needed = 0;
+    const auto count = [&](const QString &source, const QString &place) {
+        if (places.contains(place.toLower()))
+            return;
+        places.insert(place.toLower());
+        const qint64 before = allocatedSize(QFileInfo(place).size(), unit);
+        needed += std::max<qint64>(allocatedSize(QFileInfo(source).size(), unit) - before, 0);
+    };
+    for (const QString &source : files) {
+        const QString destination = destinationOf(source, destDir);
+        if (isSamePath(source, destination))
+            continue;
+        count(source, destination);
+        if (const QString companion = companionOf(source); !companion.isEmpty())
+            count(companion, companionPath(destination));
     }
-    return errors == 0 && !m_progress.isCanceled();
+    if (needed > 0)
+        needed += m_reserve;
+    if (free < 0 || needed <= free)
+        return true;
+    m_shortage =
+        tr("Spazio insufficiente: servono %1, liberi %2").arg(sizeText(needed), sizeText(free));
+    m_report.addMessage(m_shortage + u' ' + destDir);
+    return false;
 }
 
 /// Remembers what there is to copy, where that is shown: the sizes of the songs with their graphics
@@ -141,20 +197,31 @@ void FileCopier::noteFilesLeft(const QStringList &files, int first)
 
 void FileCopier::note(const QString &path, Reason reason)
 {
-    m_report.add(RunReport::Lack::Copied, path, reason);
+    const bool isFailure = reason != Reason::Interrupted && reason != Reason::Kept;
+    const QString memory = isFailure ? pulledMemory(path) : QString();
+    if (memory.isEmpty())
+        m_report.add(RunReport::Lack::Copied, path, reason);
+    else
+        m_report.addPulled(RunReport::Lack::Copied, memory);
 }
 
-/// True when there is a copy; notes why not otherwise.
-bool FileCopier::noteCopy(CopyResult result, const QString &source, const QString &destination)
+/// The memory of \a source, or that of the destination, when it was pulled since the run began.
+QString FileCopier::pulledMemory(const QString &source)
+{
+    const QString memory = m_memories.pulledFrom(m_destination);
+    return memory.isEmpty() ? m_memories.pulledFrom(source) : memory;
+}
+
+void FileCopier::noteCopy(CopyResult result, const QString &source, const QString &destination)
 {
     if (result != CopyResult::Done)
         note(source, whyNotCopied(result, source, destination));
-    return result == CopyResult::Done;
 }
 
 bool FileCopier::mayOverwrite(const QString &destination)
 {
     if (m_askEach) {
+        finishLot();
         const int answer = m_askOverwrite(destination);
         // When the program is being ended nobody may have seen the question.
         if (RunGuard::endRequested())
@@ -165,31 +232,91 @@ bool FileCopier::mayOverwrite(const QString &destination)
     return m_overwrite;
 }
 
-bool FileCopier::copySong(const QString &source, const QString &destination)
+void FileCopier::copySong(Song song)
 {
-    const bool isNew = fileKind(destination) == FileKind::Missing;
     // The song at the destination may have been picked too, under the same name elsewhere.
-    if (!isNew && m_sources.contains(fileIdentity(destination))) {
-        note(source, Reason::PickedToo);
-        return false;
+    if (fileKind(song.place) != FileKind::Missing && m_sources.contains(fileIdentity(song.place))) {
+        note(song.source, Reason::PickedToo);
+        ++m_errors;
+        return;
     }
-    return noteCopy(isNew ? copyToNewFile(source, destination) : copyOverFile(source, destination),
-                    source, destination);
+    if (!copyFile(song, song.source, song.place, song.isStaged)) {
+        ++m_errors;
+        return;
+    }
+    song.companion = companionOf(song.source);
+    if (!song.companion.isEmpty()) {
+        song.companionPlace = companionPath(song.place);
+        // An empty one is what a cut has left.
+        const bool isFree =
+            fileKind(song.companionPlace) == FileKind::Missing ||
+            (isRegularFile(song.companionPlace) && QFileInfo(song.companionPlace).size() == 0);
+        if (isFree && !m_lot.holds(song.companionPlace)) {
+            song.hasFailed =
+                !copyFile(song, song.companion, song.companionPlace, song.isCompanionStaged) ||
+                song.hasFailed;
+        } else {
+            note(song.companion, Reason::AlreadyThere);
+            song.hasFailed = true;
+        }
+    }
+    if (song.isStaged || song.isCompanionStaged)
+        m_staged.append(song);
+    else
+        finishSong(song);
 }
 
-bool FileCopier::copyWithCompanion(const QString &source, const QString &destination)
+/// Stages a copy of \a source, the song itself or its graphics file, or makes it at once where the
+/// lot is what takes the room for it. False when there will be none, which is reported.
+bool FileCopier::copyFile(Song &song, const QString &source, const QString &place, bool &isStaged)
 {
-    if (!copySong(source, destination))
-        return false;
-    const QString companion = companionOf(source);
-    if (companion.isEmpty())
-        return true;
-    const QString place = companionPath(destination);
-    if (fileKind(place) != FileKind::Missing) {
-        note(companion, Reason::AlreadyThere);
-        return false;
+    const bool isNew = fileKind(place) == FileKind::Missing;
+    CopyResult result = isNew || isRegularFile(place) ? copyIntoLot(m_lot, source, place, !isNew)
+                                                      : CopyResult::TargetFailed;
+    isStaged = result == CopyResult::Done;
+    if (result == CopyResult::TargetFailed) {
+        finishLot(&song);
+        result = isNew ? copyToNewFile(source, place) : copyOverFile(source, place);
     }
-    return noteCopy(copyToNewFile(companion, place), companion, place);
+    noteCopy(result, source, place);
+    return result == CopyResult::Done;
+}
+
+/// Puts the copies in their places, and counts and reports them. The song \a current may be in the
+/// lot, too, while its graphics file is on its way.
+void FileCopier::finishLot(Song *current)
+{
+    const QList<Song> songs = std::exchange(m_staged, {});
+    const QList<WriteResult> results = m_lot.commit();
+    auto result = results.cbegin();
+    for (Song song : songs) {
+        if (song.isStaged)
+            finishFile(song, song.source, song.place, *result++);
+        if (song.isCompanionStaged)
+            finishFile(song, song.companion, song.companionPlace, *result++);
+        finishSong(song);
+    }
+    if (current != nullptr && std::exchange(current->isStaged, false))
+        finishFile(*current, current->source, current->place, *result);
+}
+
+void FileCopier::finishFile(Song &song, const QString &source, const QString &place,
+                            WriteResult result)
+{
+    if (result == WriteResult::Done)
+        return;
+    noteCopy(CopyResult::TargetFailed, source, place);
+    song.hasFailed = true;
+}
+
+void FileCopier::finishSong(const Song &song)
+{
+    if (song.hasFailed) {
+        ++m_errors;
+        return;
+    }
+    m_report.count(RunReport::Success::Copied);
+    ++m_copied;
 }
 
 /// The graphics file of an MP3: the file as named, or else one whose name differs in case only:

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "base/filecopying.h"
+#include "base/filelot.h"
 #include "base/runreport.h"
+#include "library/pulledmemories.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QSet>
 #include <QStringList>
@@ -15,6 +18,8 @@ class Progress;
 /// the karaoke graphics of MP3s. Serves the transfer to the memory and the backup.
 class FileCopier
 {
+    Q_DECLARE_TR_FUNCTIONS(FileCopier)
+
 public:
     /// Asks whether \a destination may be replaced; gives a NoCopyrightDialog::Answer.
     using Question = std::function<int(const QString &destination)>;
@@ -27,9 +32,15 @@ public:
     /// Has \a display told before each file; without one the sizes are not even looked at.
     void setSpaceDisplay(SpaceDisplay display);
 
-    /// Copies \a files into the folder \a destDir and counts in \a copied what is there afterwards.
-    /// True when no file failed and the user did not cancel; after a cancel \a copied is 0. A
-    /// source is never changed, and what was copied is flushed to the disk.
+    /// For copies to the memory \a root, of whose room \a reserve bytes stay free for its index.
+    void setMemory(const QString &root, qint64 reserve);
+    /// How much room the last run needed, and how much there was; empty when there was enough.
+    const QString &shortage() const { return m_shortage; }
+
+    /// Copies \a files in lots into the folder \a destDir and counts in \a copied what is there
+    /// afterwards. True when no file failed and the user did not cancel; after a cancel \a copied
+    /// is 0. When the disk has not enough room for all of them nothing is copied at all. A source
+    /// is never changed, and what was copied is flushed to the disk.
     bool copyFiles(const QStringList &files, const QString &destDir, int &copied);
 
     /// How many songs the last run has copied, and which were not, and why.
@@ -38,15 +49,31 @@ public:
 private:
     using Reason = RunReport::Reason;
 
+    /// A song on its way to \a place, with its graphics file where it has one.
+    struct Song {
+        QString source;
+        QString place;
+        QString companion = {};
+        QString companionPlace = {};
+        bool isStaged = false;
+        bool isCompanionStaged = false;
+        bool hasFailed = false;
+    };
+
+    bool hasRoom(const QStringList &files, const QString &destDir);
     bool mayOverwrite(const QString &destination);
-    bool copySong(const QString &source, const QString &destination);
-    bool copyWithCompanion(const QString &source, const QString &destination);
+    void copySong(Song song);
+    bool copyFile(Song &song, const QString &source, const QString &place, bool &isStaged);
+    void finishLot(Song *current = nullptr);
+    void finishFile(Song &song, const QString &source, const QString &place, WriteResult result);
+    void finishSong(const Song &song);
     QString companionOf(const QString &song);
     void countBytes(const QStringList &files, const QString &destDir);
     void showSpace(const QString &destDir, int next);
     void noteFilesLeft(const QStringList &files, int first);
+    QString pulledMemory(const QString &source);
     void note(const QString &path, Reason reason);
-    bool noteCopy(CopyResult result, const QString &source, const QString &destination);
+    void noteCopy(CopyResult result, const QString &source, const QString &destination);
 
     Progress &m_progress;
     Question m_askOverwrite;
@@ -56,7 +83,15 @@ private:
     /// The graphics files of each folder met: lower-case path to the name on the disk.
     QHash<QString, QHash<QString, QString>> m_companions;
     RunReport m_report;
+    PulledMemories m_memories;
+    QString m_destination; ///< the folder of this run
     SpaceDisplay m_showSpace;
     QList<qint64> m_bytes; ///< of each file, where they are shown
     qint64 m_bytesLeft = 0;
+    qint64 m_reserve = 0; ///< bytes
+    QString m_shortage;
+    FileLot m_lot;
+    QList<Song> m_staged; ///< the songs in the lot
+    int m_copied = 0;
+    int m_errors = 0;
 };

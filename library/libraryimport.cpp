@@ -13,11 +13,15 @@ void addSongFile(const QString &path, const char *logPrefix, UserSongsRelTableMo
                  Progress &progress, SongCounts &counts)
 {
     MetaSong song;
-    if (!song.importFile(path)) {
+    const bool isPulled = !counts.memories.pulledFrom(path).isEmpty();
+    if (isPulled || !song.importFile(path)) {
         const QByteArray refusal = QByteArray(logPrefix) + "Unknown/corrupted file";
         debug() << refusal.constData() << path;
         ++counts.unknown;
-        counts.report.add(RunReport::Lack::Read, path, whyNoSong(song, path));
+        if (const QString memory = counts.memories.pulledFrom(path); !memory.isEmpty())
+            counts.report.addPulled(RunReport::Lack::Read, memory);
+        else
+            counts.report.add(RunReport::Lack::Read, path, whyNoSong(song, path));
         progress.setValue(counts.examined());
         progress.breathe();
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/runreport.h"
+#include "library/pulledmemories.h"
 
 #include <QStringList>
 
@@ -10,10 +11,11 @@ class UserSongsRelTableModel;
 
 /// What an import or a folder scan has met.
 struct SongCounts {
-    int songs = 0;          ///< files that opened
-    int publisherSongs = 0; ///< those of them that the publisher published
-    int unknown = 0;        ///< files that did not open
-    RunReport report{};     ///< tells of each file that is not in the table
+    int songs = 0;                ///< files that opened
+    int publisherSongs = 0;       ///< those of them that the publisher published
+    int unknown = 0;              ///< files that did not open
+    RunReport report{};           ///< of each file that is not in the table
+    PulledMemories memories = {}; ///< of the files read so far
 
     int examined() const { return songs + unknown; }
 };

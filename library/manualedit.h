@@ -1,8 +1,12 @@
 #pragma once
 
+#include "base/filelot.h"
 #include "base/runreport.h"
+#include "library/pulledmemories.h"
 
 #include <QString>
+
+#include <optional>
 
 class MetaSong;
 class Progress;
@@ -30,8 +34,8 @@ public:
     /// be read any more keeps its data.
     void modifySong(MetaSong &song, const SongInfo &info, const QString &path, int row);
 
-    /// Applies what \a spread calls for to every row but \a editedRow; rows whose file does not
-    /// open are skipped. "Interrompi" does not stop it, the end of the program does.
+    /// Applies what \a spread calls for to every row but \a editedRow, in lots; rows whose file
+    /// does not open are skipped. "Interrompi" does not stop it, the end of the program does.
     void spreadOverList(const SongInfo &edited, int editedRow, const Spread &spread,
                         Progress &progress);
 
@@ -39,6 +43,20 @@ public:
     const RunReport &report() const { return m_report; }
 
 private:
+    struct Staged {
+        int row = 0;
+        QString path;
+    };
+    using WhyNot = std::optional<RunReport::Reason>;
+
+    void note(RunReport::Lack lack, const QString &path, RunReport::Reason reason);
+    bool importFile(MetaSong &song, const QString &path);
+    void finishLot(const SongInfo &edited, const Spread &spread);
+    void finishSong(const QString &path, int row, WhyNot whyNotSaved);
+
     UserSongsRelTableModel &m_model;
     RunReport m_report;
+    PulledMemories m_memories;
+    FileLot m_lot;
+    QList<Staged> m_staged; ///< the songs in the lot
 };

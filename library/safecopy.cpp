@@ -1,42 +1,26 @@
 #include "library/safecopy.h"
 
 #include "base/fileattributes.h"
-#include "base/filewriting.h"
+#include "base/filelot.h"
+#include "base/flushing.h"
 #include "base/freespace.h"
 #include "base/plainfile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 
 #include <algorithm>
 
 namespace
 {
 
-/// The finished copy takes the place of whatever stands at \a destination.
-CopyResult copyIntoPlace(const QString &source, const QString &destination)
+CopyResult copyAlone(const QString &source, const QString &destination, bool mayReplace)
 {
-    PlainFile in;
-    if (!in.open(source))
-        return CopyResult::SourceFailed;
-    // The name has no song's extension: were the program killed here, no player lists the rest.
-    QTemporaryFile out(QFileInfo(destination).path() + QStringLiteral("/.brisel-copy-XXXXXX.tmp"));
-    if (!out.open())
-        return CopyResult::TargetFailed;
-    const CopyResult result = copyRest(in.handle(), 0, in.size(), out.handle());
+    FileLot lot;
+    const CopyResult result = copyIntoLot(lot, source, destination, mayReplace);
     if (result != CopyResult::Done)
         return result;
-    if (!finishWriting(out, in.size()))
-        return CopyResult::TargetFailed;
-    // A source that was changed while it was read gives no copy of anything.
-    if (fileState(in.handle()) != in.state())
-        return CopyResult::SourceFailed;
-    keepPermissions(in.handle(), out.handle());
-    if (!moveIntoPlace(out.fileName(), destination))
-        return CopyResult::TargetFailed;
-    out.setAutoRemove(false);
-    return CopyResult::Done;
+    return lot.commit().first() == WriteResult::Done ? CopyResult::Done : CopyResult::TargetFailed;
 }
 
 bool canBeRead(const QString &path)
@@ -57,7 +41,7 @@ bool canBeRead(const QString &path)
 
 CopyResult copyToNewFile(const QString &source, const QString &destination)
 {
-    return fileKind(destination) == FileKind::Missing ? copyIntoPlace(source, destination)
+    return fileKind(destination) == FileKind::Missing ? copyAlone(source, destination, false)
                                                       : CopyResult::TargetFailed;
 }
 
@@ -65,7 +49,7 @@ CopyResult copyOverFile(const QString &source, const QString &destination)
 {
     if (!isRegularFile(destination) || isSameFile(source, destination))
         return CopyResult::TargetFailed;
-    const CopyResult result = copyIntoPlace(source, destination);
+    const CopyResult result = copyAlone(source, destination, true);
     if (result != CopyResult::TargetFailed)
         return result;
     const qint64 freeSize = freeSpace(QFileInfo(destination).path());
@@ -74,11 +58,38 @@ CopyResult copyOverFile(const QString &source, const QString &destination)
     // What can't be read to its end would leave neither the old file nor a new one.
     if (!canBeRead(source))
         return CopyResult::SourceFailed;
-    return QFile::remove(destination) ? copyToNewFile(source, destination)
-                                      : CopyResult::TargetFailed;
+    if (!QFile::remove(destination))
+        return CopyResult::TargetFailed;
+    // The old entry must not lead to the new bytes.
+    flushFolder(QFileInfo(destination).absolutePath());
+    return copyToNewFile(source, destination);
 }
 
 bool mustDeleteFirst(qint64 freeSize, qint64 oldSize, qint64 newSize)
 {
     return freeSize >= 0 && newSize > freeSize && newSize - freeSize <= oldSize;
+}
+
+CopyResult copyIntoLot(FileLot &lot, const QString &source, const QString &destination,
+                       bool mayReplace)
+{
+    PlainFile in;
+    if (!in.open(source))
+        return CopyResult::SourceFailed;
+    FileLot::Place place{destination};
+    place.mustBeNew = !mayReplace;
+    QFile *const out = lot.add(place);
+    if (out == nullptr)
+        return CopyResult::TargetFailed;
+    CopyResult result = copyRest(in.handle(), 0, in.size(), out->handle());
+    // A source that was changed while it was read gives no copy of anything.
+    if (result == CopyResult::Done && fileState(in.handle()) != in.state())
+        result = CopyResult::SourceFailed;
+    if (result != CopyResult::Done) {
+        lot.dropLast();
+        return result;
+    }
+    keepPermissions(in.handle(), out->handle());
+    lot.finishLast(in.size());
+    return CopyResult::Done;
 }

@@ -4,7 +4,9 @@
 
 #include <QString>
 
-/// Copies of single files that are whole or not there at all.
+class FileLot;
+
+/// Copies of files that are whole or not there at all.
 
 /// Copies the plain file \a source (or the one that it links to) to \a destination, which must not
 /// exist. The copy grows under a name of its own, is flushed to the disk and only then gets its
@@ -21,3 +23,9 @@ CopyResult copyOverFile(const QString &source, const QString &destination);
 /// True when \a newSize bytes don't fit into \a freeSize, but do so once the \a oldSize bytes of
 /// the file that they replace are free.
 bool mustDeleteFirst(qint64 freeSize, qint64 oldSize, qint64 newSize);
+
+/// The first half of copyToNewFile() or, where \a mayReplace, of copyOverFile(): what \a source
+/// holds is on its way to \a destination once \a lot is committed. TargetFailed also when there is
+/// no room for it.
+CopyResult copyIntoLot(FileLot &lot, const QString &source, const QString &destination,
+                       bool mayReplace);

@@ -25,6 +25,13 @@ RunReport::Reason whyNotSaved(const MetaSong &song, const QString &path)
         return RunReport::Reason::ChangedMeanwhile;
     if (!song.isWholeInMemory())
         return RunReport::Reason::WouldBeTooLarge;
+    return whyNotPlaced(path);
+}
+
+RunReport::Reason whyNotPlaced(const QString &path)
+{
+    if (!isRegularFile(path))
+        return whyNoSong(MetaSong(), path);
     // The new content is written beside the old one, and is about as long.
     return whyUnwritable(path, QFileInfo(path).size());
 }

@@ -9,3 +9,6 @@ RunReport::Reason whyNoSong(const MetaSong &song, const QString &path);
 
 /// Why \a song was not saved to \a path.
 RunReport::Reason whyNotSaved(const MetaSong &song, const QString &path);
+
+/// Why the song at \a path did not get the new content that was ready for it.
+RunReport::Reason whyNotPlaced(const QString &path);

@@ -12,6 +12,10 @@
 #include "library/workflowlog.h"
 #include "songfile/metasong.h"
 
+#include <QFileInfo>
+
+#include <utility>
+
 Synchroniser::Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher,
                            Question question)
     : m_model(model), m_catalogue(catalogue), m_question(std::move(question)),
@@ -23,39 +27,54 @@ bool Synchroniser::updateRows(Progress &progress)
 {
     const UserSongsRelTableModel::ManyChanges changes(m_model);
     const int count = m_model.goodRowCount();
+    for (int row = 0; row < count; ++row)
+        m_memories.pulledFrom(m_model.fileName(row)); // what is there at the beginning
     for (int row = 0; row < count; ++row) {
         if (progress.isCanceled()) {
+            finishLot();
             noteRowsLeft(row);
             return false;
         }
         debug() << "[UPDATE] rowIdx: " << row;
         debug() << "[UPDATE] updating file: " << m_model.fileName(row);
-        const bool updated = updateFileWithDb(row);
+        if (m_lot.isFull() || m_lot.holds(QFileInfo(m_model.fileName(row)).canonicalFilePath()))
+            finishLot();
+        const Change made = change(row, &m_lot);
         // The end of the program is no verdict on the song.
-        if (!updated && RunGuard::endRequested())
+        if (made == Change::Failed && RunGuard::endRequested()) {
+            finishLot();
             return false;
-        m_model.setStatus(row, updated ? Database::Updated : Database::Failed);
+        }
+        if (made != Change::Staged)
+            setStatus(row, made == Change::Made);
         progress.setValue(row + 1);
         logSongEnd();
         progress.breathe();
     }
+    finishLot();
     return true;
 }
 
 bool Synchroniser::updateFileWithDb(int row)
 {
+    return change(row, nullptr) == Change::Made;
+}
+
+/// Without a \a lot the song is saved at once.
+Synchroniser::Change Synchroniser::change(int row, FileLot *lot)
+{
     const QString fileName = m_model.fileName(row);
     MetaSong song;
-    if (!song.importFile(fileName)) {
-        m_report.add(Lack::Read, fileName, whyNoSong(song, fileName));
-        return false;
+    if (!m_memories.pulledFrom(fileName).isEmpty() || !song.importFile(fileName)) {
+        note(Lack::Read, fileName, whyNoSong(song, fileName));
+        return Change::Failed;
     }
     SongInfo info;
     song.getSongInfo(info);
     if (!info.isKordia && !mayChange(fileName)) {
-        m_report.add(Lack::Changed, fileName,
-                     RunGuard::endRequested() ? Reason::Interrupted : Reason::Declined);
-        return false;
+        note(Lack::Changed, fileName,
+             RunGuard::endRequested() ? Reason::Interrupted : Reason::Declined);
+        return Change::Failed;
     }
 
     const CatalogueKeys keys = catalogueKeys(m_model.shortName(row), info);
@@ -63,24 +82,81 @@ bool Synchroniser::updateFileWithDb(int row)
     QString trace;
     if (!findInCatalogue(m_catalogue, keys, record, trace)) {
         debug() << "Record " << QString(keys.file + u'/' + keys.title) << "NOT found in DB";
-        m_report.add(Lack::Found, fileName, Reason::NotInCatalogue);
-        return false;
+        note(Lack::Found, fileName, Reason::NotInCatalogue);
+        return Change::Failed;
     }
     debug() << "Found in DB by: " << trace;
     record.dbgDump();
     song.setSongInfo(mergedWithCatalogue(info, record), false);
-    // Whether it was saved is seen in the row, too: it shows what the file holds. One that went
-    // away with its memory is not made anew where the memory was.
-    const bool saved = isRegularFile(fileName) && song.saveToFile(fileName);
+    // One that went away with its memory is not made anew where the memory was.
+    WriteResult result = WriteResult::Failed;
+    if (isRegularFile(fileName) && lot != nullptr)
+        result = song.saveInLot(fileName, *lot);
+    else if (isRegularFile(fileName) && song.saveToFile(fileName))
+        result = WriteResult::Done;
+    if (result == WriteResult::Staged) {
+        m_staged.append(row);
+        return Change::Staged;
+    }
+    const std::optional<Reason> whyNot =
+        result == WriteResult::Done ? std::nullopt : std::optional(whyNotSaved(song, fileName));
+    return finishRow(row, whyNot) ? Change::Made : Change::Failed;
+}
+
+/// Puts the songs of the lot in their places. True when the last of them could be read again.
+bool Synchroniser::finishLot()
+{
+    const QList<int> rows = std::exchange(m_staged, {});
+    const QList<WriteResult> results = m_lot.commit();
+    bool isReadAgain = false;
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const int row = rows.at(i);
+        const QString fileName = m_model.fileName(row);
+        switch (results.at(i)) {
+        case WriteResult::Done:
+            isReadAgain = finishRow(row, std::nullopt);
+            break;
+        case WriteResult::Changed: // by another program since it was read
+            isReadAgain = updateFileWithDb(row);
+            break;
+        default:
+            MetaSong::logFailedSave();
+            isReadAgain = finishRow(row, whyNotPlaced(fileName));
+        }
+        setStatus(row, isReadAgain);
+    }
+    return isReadAgain;
+}
+
+/// Shows what the row's song holds, saved or not. False when it could not be read again.
+bool Synchroniser::finishRow(int row, std::optional<Reason> whyNotSaved)
+{
+    const QString fileName = m_model.fileName(row);
     MetaSong held;
-    const bool readAgain = reloadRow(row, fileName, held);
-    if (!saved)
-        m_report.add(Lack::Saved, fileName, whyNotSaved(song, fileName));
-    else if (!readAgain)
-        m_report.add(Lack::Read, fileName, whyNoSong(held, fileName));
+    const bool isReadAgain = reloadRow(row, fileName, held);
+    if (whyNotSaved.has_value())
+        note(Lack::Saved, fileName, *whyNotSaved);
+    else if (!isReadAgain)
+        note(Lack::Read, fileName, whyNoSong(held, fileName));
     else
         m_report.count(RunReport::Success::Updated);
-    return readAgain;
+    return isReadAgain;
+}
+
+void Synchroniser::setStatus(int row, bool isUpdated)
+{
+    m_model.setStatus(row, isUpdated ? Database::Updated : Database::Failed);
+}
+
+/// A failure on a memory that was pulled is the memory's.
+void Synchroniser::note(Lack lack, const QString &fileName, Reason reason)
+{
+    const bool isFailure = reason != Reason::Interrupted && reason != Reason::Declined;
+    const QString memory = isFailure ? m_memories.pulledFrom(fileName) : QString();
+    if (memory.isEmpty())
+        m_report.add(lack, fileName, reason);
+    else
+        m_report.addPulled(lack, memory);
 }
 
 /// The rows that an interrupted run did not come to.
@@ -88,13 +164,14 @@ void Synchroniser::noteRowsLeft(int firstRow)
 {
     const int count = m_model.goodRowCount();
     for (int row = firstRow; row < count; ++row)
-        m_report.add(Lack::Changed, m_model.fileName(row), Reason::Interrupted);
+        note(Lack::Changed, m_model.fileName(row), Reason::Interrupted);
 }
 
 bool Synchroniser::mayChange(const QString &fileName)
 {
     if (!m_askPublisher)
         return m_rememberedAnswer;
+    finishLot();
     const int answer = m_question(fileName);
     // When the program is being ended nobody may have seen the question.
     if (RunGuard::endRequested())

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "base/filelot.h"
 #include "base/runreport.h"
+#include "library/pulledmemories.h"
 
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 class Database;
 class MetaSong;
@@ -26,7 +29,9 @@ public:
                  Question question);
 
     /// Takes every row once, in the table's order, which must not change meanwhile, and sets its
-    /// status. False when the user interrupted; the rows left keep what they had.
+    /// status. Songs are put in their places in lots, before a question and at the end of the run;
+    /// only then their rows show what they hold. False when the user interrupted; the rows left
+    /// keep what they had.
     bool updateRows(Progress &progress);
 
     /// True when the row's file was found in the catalogue, rewritten and read again.
@@ -39,6 +44,17 @@ private:
     using Lack = RunReport::Lack;
     using Reason = RunReport::Reason;
 
+    enum class Change {
+        Failed, ///< the song can't be read, or is to stay as it is; reported
+        Made,   ///< the row shows what the song holds, changed or not
+        Staged, ///< the song waits for the end of the lot
+    };
+
+    Change change(int row, FileLot *lot);
+    bool finishLot();
+    bool finishRow(int row, std::optional<Reason> whyNotSaved);
+    void setStatus(int row, bool isUpdated);
+    void note(Lack lack, const QString &fileName, Reason reason);
     void noteRowsLeft(int firstRow);
     bool mayChange(const QString &fileName);
     bool reloadRow(int row, const QString &fileName, MetaSong &song);
@@ -49,4 +65,7 @@ private:
     bool m_askPublisher;
     bool m_rememberedAnswer = true; ///< holds while nobody is asked
     RunReport m_report;
+    PulledMemories m_memories;
+    FileLot m_lot;
+    QList<int> m_staged; ///< the rows of the songs in the lot
 };

@@ -1,5 +1,6 @@
 #include "library/transfer.h"
 
+#include "base/flushing.h"
 #include "index/volumes.h"
 
 #include <QDir>
@@ -24,8 +25,12 @@ TransferRefusal findTransferFolder(const QString &chosen, QString &destination)
         const QString songs = QStringLiteral("songs");
         const QDir memory(destination);
         destination += u'/' + songs;
-        if (!QFileInfo(destination).isDir() && !memory.mkdir(songs))
+        const bool isThere = QFileInfo(destination).isDir();
+        if (!isThere && !memory.mkdir(songs))
             return TransferRefusal::NoSongsFolder;
+        // The songs could reach a FAT disk before the beginning of their folder.
+        if (!isThere)
+            flushFolder(memory.path());
         // "songs" may be a link that leads off the memory.
         if (isSystemDisk(destination))
             return TransferRefusal::SystemDisk;

@@ -143,10 +143,20 @@ bool MetaSong::isWholeInMemory() const
 
 bool MetaSong::saveToFile(const QString &path)
 {
+    return save(path, nullptr) == WriteResult::Done;
+}
+
+WriteResult MetaSong::saveInLot(const QString &path, FileLot &lot)
+{
+    return save(path, &lot);
+}
+
+WriteResult MetaSong::save(const QString &path, FileLot *lot)
+{
     m_trouble = Trouble::None;
     if (!isWholeInMemory()) {
         debug() << "[MetaSong::saveToFile] UNKNOWN format (or data corrupted) in memory, aborting";
-        return false;
+        return WriteResult::Failed;
     }
     makeWritable(path);
     // A program that goes on writing is waited for a few times, not for ever.
@@ -154,13 +164,13 @@ bool MetaSong::saveToFile(const QString &path)
     WriteResult result = WriteResult::Changed;
     for (int attempt = 0; attempt < maxAttempts && result == WriteResult::Changed; ++attempt) {
         m_trouble = Trouble::None;
-        result = isMp3() ? saveMp3(path) : saveMidi(path);
+        result = isMp3() ? saveMp3(path, lot) : saveMidi(path, lot);
     }
     if (result == WriteResult::Changed) {
         m_trouble = Trouble::ChangedMeanwhile;
         debug() << "[MetaSong::saveToFile] The file was changed meanwhile. Aborting!";
     }
-    return result == WriteResult::Done;
+    return result;
 }
 
 /// True when \a file begins with, or is, what was read.
@@ -256,7 +266,7 @@ void MetaSong::logTrouble(const PlainFile &file) const
         debug() << "[MetaSong::saveToFile] Impossible to read from file.";
 }
 
-WriteResult MetaSong::saveMp3(const QString &path)
+WriteResult MetaSong::saveMp3(const QString &path, FileLot *lot)
 {
     PlainFile file;
     QByteArray head;
@@ -266,7 +276,7 @@ WriteResult MetaSong::saveMp3(const QString &path)
         return WriteResult::Failed;
     }
     const QByteArray tag = m_song.tag();
-    const WriteResult result = rewriteMp3(path, file, tag, present.audioStart());
+    const WriteResult result = rewriteMp3(path, file, tag, present.audioStart(), lot);
     if (result == WriteResult::SourceFailed)
         m_trouble = Trouble::CutShort;
     if (result == WriteResult::Done)
@@ -274,7 +284,7 @@ WriteResult MetaSong::saveMp3(const QString &path)
     return result;
 }
 
-WriteResult MetaSong::saveMidi(const QString &path)
+WriteResult MetaSong::saveMidi(const QString &path, FileLot *lot)
 {
     PlainFile file;
     const bool isOwnFile = path == m_path;
@@ -287,17 +297,24 @@ WriteResult MetaSong::saveMidi(const QString &path)
         debug() << (m_song.isContainer() ? "[MetaSong::saveToFile] ZBx"
                                          : "[MetaSong::saveToFile] MIDI");
         const QByteArray content = m_song.fileContent();
+        // While it is open the room of the replaced file can't become free.
+        file.close();
         if (isOwnFile)
-            result = replaceUnchanged(path, content, file.state());
+            result = replaceUnchanged(path, content, file.state(), lot);
         else if (replaceFile(path, content))
             result = WriteResult::Done;
         if (result == WriteResult::Done)
             noteSaved(path, content);
     }
-    if (result == WriteResult::Failed)
-        debug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
-                   "protected? Aborting!";
+    if (result == WriteResult::Failed || result == WriteResult::NotNamed)
+        logFailedSave();
     return result;
+}
+
+void MetaSong::logFailedSave()
+{
+    debug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
+               "protected? Aborting!";
 }
 
 QString MetaSong::getFormatString(SongInfo::fileTypeEnum type)

@@ -49,6 +49,12 @@ public:
     /// renaming.
     bool saveToFile(const QString &path);
 
+    /// The same for one of many songs: Staged when the song will be in its place after commit() of
+    /// \a lot. Should that find the file Changed, the song is to be imported and changed again.
+    WriteResult saveInLot(const QString &path, FileLot &lot);
+    /// Logs that a song which was Staged could not be written.
+    static void logFailedSave();
+
     Trouble trouble() const { return m_trouble; }
 
     /// "MIDI", "ZB3", "ZB4", "ZB5", "MP3", or "UNKNOWN" for anything else.
@@ -78,8 +84,9 @@ private:
     bool isAsRead(const PlainFile &file);
     bool catchUp(const QString &path);
     bool isSameSong(const MetaSong &other) const;
-    WriteResult saveMp3(const QString &path);
-    WriteResult saveMidi(const QString &path);
+    WriteResult save(const QString &path, FileLot *lot);
+    WriteResult saveMp3(const QString &path, FileLot *lot);
+    WriteResult saveMidi(const QString &path, FileLot *lot);
     bool openUnchanged(const QString &path, PlainFile &file);
     void logTrouble(const PlainFile &file) const;
     void noteSaved(const QString &path, const QByteArray &content);

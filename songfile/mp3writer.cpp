@@ -3,10 +3,10 @@
 #include "base/debugstream.h"
 #include "base/fileattributes.h"
 #include "base/filecopying.h"
+#include "base/filelot.h"
 #include "base/overwriting.h"
 #include "songfile/mp3header.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -25,24 +25,24 @@ QString temporaryPath(const QString &song, int attempt)
     return attempt == 0 ? prefix + u".tmp"_s : u"%1.%2.tmp"_s.arg(prefix, QString::number(attempt));
 }
 
-/// Creates a file that was not there before: somebody's own ".tmp" is never overwritten.
-bool createTemporary(QFile &file, const QString &song)
+void logNoTemporary()
 {
-    constexpr int maxAttempts = 1000;
-    const QFile::Permissions own = QFile::ReadOwner | QFile::WriteOwner;
-    for (int attempt = 0; attempt < maxAttempts; ++attempt) {
-        file.setFileName(temporaryPath(song, attempt));
-        if (file.open(QIODevice::ReadWrite | QIODevice::NewOnly | QIODevice::Unbuffered, own))
-            return true;
-        const QFileInfo entry(file.fileName());
-        if (!entry.exists() && !entry.isSymLink())
-            return false;
-    }
-    return false;
+    debug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
+               "protected? Aborting!";
 }
 
-/// Writes the tag, and behind it the audio of the open file \a song of \a size bytes. Logs what
-/// failed.
+void logNoCopy()
+{
+    debug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
+}
+
+qint64 audioSize(qint64 songSize, qint64 audioStart)
+{
+    return std::max<qint64>(songSize - audioStart, 0);
+}
+
+/// Writes the tag, and behind it the audio of the open file \a song of \a size bytes. Flushes
+/// nothing. Logs what failed.
 WriteResult writeSong(int song, qint64 size, QFile &target, const QByteArray &tag,
                       qint64 audioStart)
 {
@@ -56,11 +56,11 @@ WriteResult writeSong(int song, qint64 size, QFile &target, const QByteArray &ta
         debug() << "[MetaSong::saveToFile] Impossible to seek file.";
         return WriteResult::Failed;
     }
-    const qint64 audio = std::max<qint64>(size - audioStart, 0);
+    const qint64 audio = audioSize(size, audioStart);
     const CopyResult result = copyRest(song, size - audio, audio, target.handle());
-    if (result == CopyResult::Done && finishOverwriting(target, tag.size() + audio))
+    if (result == CopyResult::Done)
         return WriteResult::Done;
-    debug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
+    logNoCopy();
     return result == CopyResult::SourceFailed ? WriteResult::SourceFailed : WriteResult::Failed;
 }
 
@@ -71,40 +71,70 @@ WriteResult rewriteInPlace(const QString &place, QFile &copy, const PlainFile &s
     bool isCopied = false;
     const auto write = [&](QFile &file) {
         isCopied = true;
-        return writeSong(copy.handle(), song.size(), file, tag, audioStart) == WriteResult::Done;
+        if (writeSong(copy.handle(), song.size(), file, tag, audioStart) != WriteResult::Done)
+            return false;
+        const bool isFlushed =
+            finishOverwriting(file, tag.size() + audioSize(song.size(), audioStart));
+        if (!isFlushed)
+            logNoCopy();
+        return isFlushed;
     };
     const WriteResult result = overwriteKeepingCopy(place, copy, &song.state(), write);
     if ((result == WriteResult::Failed || result == WriteResult::SourceFailed) && !isCopied)
-        debug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
+        logNoCopy();
     return result;
+}
+
+/// Staged when it is for the lot to do the rest.
+WriteResult rewriteIn(FileLot &lot, const FileLot::Place &place, const PlainFile &song,
+                      const QByteArray &tag, qint64 audioStart)
+{
+    QFile *const target = lot.add(place);
+    if (target == nullptr) {
+        logNoTemporary();
+        return WriteResult::Failed;
+    }
+    keepAttributes(song.handle(), target->handle());
+    const WriteResult result = writeSong(song.handle(), song.size(), *target, tag, audioStart);
+    if (result == WriteResult::Done) {
+        lot.finishLast(tag.size() + audioSize(song.size(), audioStart));
+        return WriteResult::Staged;
+    }
+    lot.dropLast();
+    // What another program has made shorter can't be read to its end either.
+    const bool isChanged = fileState(place.watched) != song.state();
+    return isChanged && result == WriteResult::SourceFailed ? WriteResult::Changed : result;
 }
 
 } // namespace
 
-WriteResult rewriteMp3(const QString &path, const PlainFile &song, const QByteArray &tag,
-                       qint64 audioStart)
+WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &tag,
+                       qint64 audioStart, FileLot *lot)
 {
-    const QString place = QFileInfo(path).canonicalFilePath();
-    QFile target;
-    if (!createTemporary(target, place)) {
-        debug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
-                   "protected? Aborting!";
+    const QString target = QFileInfo(path).canonicalFilePath();
+    const TemporaryPath temporary = [&target](int attempt) {
+        return temporaryPath(target, attempt);
+    };
+    if (hasOtherNames(target)) {
+        QFile copy;
+        if (openNewFile(copy, temporary, true))
+            return rewriteInPlace(target, copy, song, tag, audioStart);
+        logNoTemporary();
         return WriteResult::Failed;
     }
-    if (hasOtherNames(place))
-        return rewriteInPlace(place, target, song, tag, audioStart);
-    keepAttributes(song.handle(), target.handle());
-    const WriteResult result = writeSong(song.handle(), song.size(), target, tag, audioStart);
-    const bool isWritten = result == WriteResult::Done;
-    target.close();
-    const bool isChanged = fileState(path) != song.state();
-    if (isWritten && !isChanged && moveOver(target.fileName(), place))
-        return WriteResult::Done;
-    // Where the old song had to be deleted first, the temporary file is all that is left of it.
-    if (!isWritten || isChanged || QFile::exists(place))
-        target.remove();
-    // What another program has made shorter can't be read to its end either.
-    if (isChanged && result != WriteResult::Failed)
-        return WriteResult::Changed;
-    return isWritten ? WriteResult::Failed : result;
+    FileLot alone;
+    FileLot::Place place{target};
+    place.expected = &song.state();
+    place.watched = path;
+    place.temporaryPath = temporary;
+    const WriteResult result =
+        rewriteIn(lot == nullptr ? alone : *lot, place, song, tag, audioStart);
+    if (lot != nullptr || result != WriteResult::Staged)
+        return result;
+    // While it is open the room of the replaced file can't become free.
+    song.close();
+    const WriteResult placed = alone.commit().first();
+    if (placed == WriteResult::Failed)
+        logNoCopy();
+    return placed;
 }

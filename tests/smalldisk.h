@@ -12,7 +12,8 @@
 class SmallDisk
 {
 public:
-    static constexpr qint64 pageSize = 4096; ///< bytes; files take whole pages
+    static constexpr qint64 pageSize = 4096;      ///< bytes; files take whole pages
+    static constexpr qint64 memorySize = 4 << 20; ///< bytes; room for songs and their index
 
     SmallDisk(const QString &folder, qint64 size) : m_folder(QFile::encodeName(folder))
     {
@@ -32,6 +33,14 @@ public:
     SmallDisk &operator=(const SmallDisk &) = delete;
 
     bool isMounted() const { return m_mounted; }
+
+    /// From now on nothing can be changed there, as after an error of the disk, or it can again.
+    /// False while a file there is open for writing.
+    bool setReadOnly(bool isReadOnly) const
+    {
+        return ::mount(nullptr, m_folder.constData(), nullptr,
+                       MS_REMOUNT | (isReadOnly ? MS_RDONLY : 0), nullptr) == 0;
+    }
 
 private:
     QByteArray m_folder;

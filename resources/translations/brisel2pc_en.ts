@@ -265,6 +265,13 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
+    <name>FileCopier</name>
+    <message>
+        <source>Spazio insufficiente: servono %1, liberi %2</source>
+        <translation>Not enough space: %1 needed, %2 free</translation>
+    </message>
+</context>
+<context>
     <name>HelpDialog</name>
     <message>
         <source>Aiuto Brisel2 PC</source>
@@ -320,6 +327,10 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>FILE</source>
         <translation>FILE</translation>
+    </message>
+    <message>
+        <source>File non importato, si trova fuori dalla memoria: </source>
+        <translation>File not imported, it lies outside the memory: </translation>
     </message>
 </context>
 <context>
@@ -1100,6 +1111,15 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
+    <name>RunDialog</name>
+    <message>
+        <source>Un altro programma sta lavorando su questa memoria.
+Riprovare quando ha finito.</source>
+        <translation>Another program is working on this memory.
+Try again when it has finished.</translation>
+    </message>
+</context>
+<context>
     <name>RunProgress</name>
     <message>
         <source>Interrompi</source>
@@ -1112,6 +1132,13 @@ To begin, press the button above, or drag files or folders here.</translation>
 </context>
 <context>
     <name>RunReport</name>
+    <message numerus="yes">
+        <source> (%n song)</source>
+        <translation>
+            <numerusform> (%n song)</numerusform>
+            <numerusform> (%n songs)</numerusform>
+        </translation>
+    </message>
     <message numerus="yes">
         <source>%n aggiornate</source>
         <translation>
@@ -1256,6 +1283,18 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>the folder no longer exists</translation>
     </message>
     <message>
+        <source>un altro programma sta lavorando su questa memoria</source>
+        <translation>another program is working on this memory</translation>
+    </message>
+    <message>
+        <source>la memoria è protetta da scrittura</source>
+        <translation>the memory is write-protected</translation>
+    </message>
+    <message>
+        <source>manca il permesso di scrivere nella cartella</source>
+        <translation>there is no permission to write to the folder</translation>
+    </message>
+    <message>
         <source>spazio insufficiente sul disco</source>
         <translation>not enough space on the disk</translation>
     </message>
@@ -1294,6 +1333,13 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>la memoria non è più presente</source>
         <translation>the memory is no longer there</translation>
+    </message>
+    <message numerus="yes">
+        <source>e altri %n</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
     </message>
 </context>
 <context>

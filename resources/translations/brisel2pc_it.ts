@@ -265,6 +265,13 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
+    <name>FileCopier</name>
+    <message>
+        <source>Spazio insufficiente: servono %1, liberi %2</source>
+        <translation>Spazio insufficiente: servono %1, liberi %2</translation>
+    </message>
+</context>
+<context>
     <name>HelpDialog</name>
     <message>
         <source>Aiuto Brisel2 PC</source>
@@ -320,6 +327,10 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>FILE</source>
         <translation>FILE</translation>
+    </message>
+    <message>
+        <source>File non importato, si trova fuori dalla memoria: </source>
+        <translation>File non importato, si trova fuori dalla memoria: </translation>
     </message>
 </context>
 <context>
@@ -1100,6 +1111,15 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
+    <name>RunDialog</name>
+    <message>
+        <source>Un altro programma sta lavorando su questa memoria.
+Riprovare quando ha finito.</source>
+        <translation>Un altro programma sta lavorando su questa memoria.
+Riprovare quando ha finito.</translation>
+    </message>
+</context>
+<context>
     <name>RunProgress</name>
     <message>
         <source>Interrompi</source>
@@ -1112,6 +1132,13 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
 </context>
 <context>
     <name>RunReport</name>
+    <message numerus="yes">
+        <source> (%n song)</source>
+        <translation>
+            <numerusform> (%n song)</numerusform>
+            <numerusform> (%n song)</numerusform>
+        </translation>
+    </message>
     <message numerus="yes">
         <source>%n aggiornate</source>
         <translation>
@@ -1256,6 +1283,18 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>la cartella non esiste più</translation>
     </message>
     <message>
+        <source>un altro programma sta lavorando su questa memoria</source>
+        <translation>un altro programma sta lavorando su questa memoria</translation>
+    </message>
+    <message>
+        <source>la memoria è protetta da scrittura</source>
+        <translation>la memoria è protetta da scrittura</translation>
+    </message>
+    <message>
+        <source>manca il permesso di scrivere nella cartella</source>
+        <translation>manca il permesso di scrivere nella cartella</translation>
+    </message>
+    <message>
         <source>spazio insufficiente sul disco</source>
         <translation>spazio insufficiente sul disco</translation>
     </message>
@@ -1294,6 +1333,13 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>la memoria non è più presente</source>
         <translation>la memoria non è più presente</translation>
+    </message>
+    <message numerus="yes">
+        <source>e altri %n</source>
+        <translation>
+            <numerusform>e %n altro</numerusform>
+            <numerusform>e altri %n</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -21,6 +21,8 @@ private slots:
     void tellsWhyAFileIsNoSong();
     void tellsAFileThatMayNotBeRead();
     void tellsAFullDiskFromOtherFailures();
+    void tellsADiskThatIsWriteProtected();
+    void tellsAFolderThatMayNotBeWritten();
     void tellsAFolderThatIsGone();
     void tellsAMemoryThatIsGone();
 
@@ -64,6 +66,30 @@ void TestFileFailure::tellsAFullDiskFromOtherFailures()
     QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize + 1), Reason::NoSpace);
 }
 
+void TestFileFailure::tellsADiskThatIsWriteProtected()
+{
+    const SmallDisk disk(m_folder->path(), 4 * SmallDisk::pageSize);
+    if (!disk.isMounted())
+        QSKIP("only root can mount a small disk");
+    QVERIFY(!isWriteProtected(m_folder->path()));
+    QVERIFY(disk.setReadOnly(true));
+    QVERIFY(isWriteProtected(m_folder->path()));
+    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize + 1), Reason::WriteProtected);
+    QCOMPARE(whyNotIndexed(m_folder->path(), 0), Reason::WriteProtected);
+}
+
+void TestFileFailure::tellsAFolderThatMayNotBeWritten()
+{
+    QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner));
+    const bool mayWrite = ::access(QFile::encodeName(m_folder->path()).constData(), W_OK) == 0;
+    const Reason reason = whyUnwritable(at(u"a.mid"_qs), 1);
+    QVERIFY(QFile::setPermissions(m_folder->path(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    if (mayWrite)
+        QSKIP("root writes everything");
+    QCOMPARE(reason, Reason::NotAllowed);
+}
+
 void TestFileFailure::tellsAFolderThatIsGone()
 {
     QCOMPARE(whyUnwritable(at(u"gone/a.mid"_qs), 1), Reason::FolderMissing);
@@ -72,8 +98,8 @@ void TestFileFailure::tellsAFolderThatIsGone()
 
 void TestFileFailure::tellsAMemoryThatIsGone()
 {
-    QCOMPARE(whyNotIndexed(at(u"CARD"_qs)), Reason::MemoryGone);
-    QCOMPARE(whyNotIndexed(m_folder->path()), Reason::IndexIncomplete);
+    QCOMPARE(whyNotIndexed(at(u"CARD"_qs), 0), Reason::MemoryGone);
+    QCOMPARE(whyNotIndexed(m_folder->path(), 0), Reason::IndexIncomplete);
 }
 
 BRISEL_TEST(QCoreApplication, TestFileFailure)

@@ -16,6 +16,7 @@ class TestRunReport : public QObject
     Q_OBJECT
 
 private slots:
+    void namesAPulledMemoryOnce();
     void isEmptyAtFirst();
     void countsWhatWentWell();
     void tellsSkippedFromFailed_data();
@@ -27,6 +28,9 @@ private slots:
     void namesCannotForgeALine();
     void hasAReasonForEverything();
     void tellsOfFilesThatCannotBeTrusted();
+    void namesAThousandOfAKind();
+    void saysWhichMessagesHaveALine();
+    void namesAThousandOfItsParts();
 };
 
 void TestRunReport::isEmptyAtFirst()
@@ -162,6 +166,87 @@ void TestRunReport::tellsOfFilesThatCannotBeTrusted()
         QStringLiteral("Modifica: 2 non riuscite\n"
                        "Non letta (non è stato possibile leggere il file fino alla fine): /a.mid\n"
                        "Non salvata (nel frattempo un altro programma l'ha cambiata): /b.mid\n"));
+}
+
+void TestRunReport::namesAThousandOfAKind()
+{
+    constexpr int empty = 1002;
+    constexpr int kept = 1000;
+    constexpr int tooLong = 3000;
+    RunReport report(Run::Index);
+    QStringList lines{QStringLiteral("Ottimizzazione memoria: 4003 non riuscite, 1000 saltate")};
+    for (int i = 0; i < empty; ++i) {
+        report.add(Lack::Read, QStringLiteral("/%1.mid").arg(i), Reason::Empty);
+        if (i < 1000)
+            lines.append(QStringLiteral("Non letta (il file è vuoto): /%1.mid").arg(i));
+    }
+    for (int i = 0; i < kept; ++i) {
+        report.add(Lack::Copied, QStringLiteral("/%1.mid").arg(i), Reason::Kept);
+        lines.append(QStringLiteral("Non copiata (esiste già e non doveva essere sostituita): "
+                                    "/%1.mid")
+                         .arg(i));
+    }
+    for (int i = 0; i < tooLong; ++i) {
+        report.addMessage(QStringLiteral("Troppo lungo: /%1/A.MID").arg(i));
+        if (i < 1000)
+            lines.append(QStringLiteral("Troppo lungo: /%1/A.MID").arg(i));
+    }
+    report.addMessage(QStringLiteral("Memoria piena: /B.MID"));
+    lines.append(QStringLiteral("Memoria piena: /B.MID"));
+    const QStringList rest{QStringLiteral("Non letta (il file è vuoto): e altri 2"),
+                           QStringLiteral("Troppo lungo: e altri 2000")};
+    QCOMPARE(report.rest(), rest);
+    QCOMPARE(report.failed(), empty + tooLong + 1);
+    QCOMPARE(report.skipped(), kept);
+    lines += rest;
+    QCOMPARE(report.text().split(u'\n', Qt::SkipEmptyParts), lines);
+}
+
+void TestRunReport::saysWhichMessagesHaveALine()
+{
+    RunReport report;
+    for (int i = 0; i < 1000; ++i)
+        QVERIFY(report.addMessage(QStringLiteral("Troppo lungo: /a")));
+    QVERIFY(!report.addMessage(QStringLiteral("Troppo lungo: /b")));
+    QVERIFY(report.addMessage(QStringLiteral("Memoria piena: /b")));
+}
+
+void TestRunReport::namesAThousandOfItsParts()
+{
+    RunReport whole;
+    for (int part = 0; part < 3; ++part) {
+        RunReport report;
+        for (int i = 0; i < 1200; ++i)
+            report.add(Lack::Saved, QStringLiteral("/%1-%2.mid").arg(part).arg(i),
+                       Reason::Unwritable);
+        whole.append(report);
+    }
+    QCOMPARE(whole.failed(), 3600);
+    const QStringList lines = whole.text().split(u'\n', Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 1002);
+    QCOMPARE(lines.at(1000),
+             QStringLiteral("Non salvata (non è stato possibile scrivere il file): /0-999.mid"));
+    QCOMPARE(lines.at(1001),
+             QStringLiteral("Non salvata (non è stato possibile scrivere il file): e altri 2600"));
+}
+
+void TestRunReport::namesAPulledMemoryOnce()
+{
+    RunReport part(RunReport::Run::Transfer);
+    part.addPulled(Lack::Copied, QStringLiteral("/media/A"));
+    part.addPulled(Lack::Copied, QStringLiteral("/media/B"));
+    RunReport report;
+    QVERIFY(report.isEmpty());
+    report.append(part);
+    report.append(part);
+    report.addPulled(Lack::Read, QStringLiteral("/media/A"));
+    QVERIFY(!report.isEmpty());
+    QCOMPARE(report.failed(), 5);
+    QCOMPARE(report.text(), QStringLiteral("Trasferimento: 5 non riuscite\n"
+                                           "Non copiata (la memoria non è più presente): /media/A "
+                                           "(3 song)\n"
+                                           "Non copiata (la memoria non è più presente): /media/B "
+                                           "(2 song)\n"));
 }
 
 BRISEL_TEST(QCoreApplication, TestRunReport)

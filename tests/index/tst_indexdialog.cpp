@@ -53,6 +53,7 @@ private slots:
     void startsByKeys();
     void keepsIdsInUpdateAndRenumbersInRebuild();
     void reportsRefusedFiles();
+    void namesAThousandRefusedFiles();
     void forgetsErrorsOfTheRunBefore();
     void resetsProgressAfterFailure();
     void endsRunWithoutQuestionAtQuit();
@@ -176,6 +177,26 @@ void TestIndexDialog::reportsRefusedFiles()
                             "File non importato, path troppo lungo: %1\nOperazione completata")
                  .arg(m_memory->path(longPath)));
     QVERIFY(m_memory->has(QStringLiteral("fsinfos.id2")));
+}
+
+void TestIndexDialog::namesAThousandRefusedFiles()
+{
+    const QString deep = QStringLiteral("abcdefgh/ijklmnop/qrstuvwx/yzabcdef/ghijklmn/S%1.MID");
+    const QString refused = QStringLiteral("File non importato, path troppo lungo: ");
+    QStringList lines{QStringLiteral("Ottimizzazione memoria in corso...")};
+    for (int number = 1001; number <= 2003; ++number) {
+        m_memory->write(deep.arg(number), QByteArray());
+        if (number <= 2000)
+            lines.append(refused + m_memory->path(deep.arg(number)));
+    }
+    lines += {refused + QStringLiteral("e altri 3"), QStringLiteral("Operazione completata")};
+    m_script->expectMessage(boxTitle, someErrors, QMessageBox::Ok);
+    press();
+    QCOMPARE(report().split(u'\n'), lines);
+    QCOMPARE(m_dialog->report()->failed(), 1003);
+    lines.removeFirst();
+    lines.removeLast();
+    QCOMPARE(m_dialog->report()->text().split(u'\n', Qt::SkipEmptyParts).mid(1), lines);
 }
 
 void TestIndexDialog::forgetsErrorsOfTheRunBefore()

@@ -9,13 +9,17 @@ class TestIndexNames : public QObject
 
 private slots:
     void shortensLongNames();
+    void cutsNoCharacterInTwo();
+    void leavesOutWhatFatDoesNotAllow();
     void countsPast9And99();
+    void countsEachPrefixByItself();
     void renamesFoldersButNeverTheRoot();
     void obeysTheAnswers_data();
     void obeysTheAnswers();
     void asksByDialog();
     void takesGraphicsAlong();
     void reportsFailedRename();
+    void replacesNothingThatAppearsMeanwhile();
 };
 
 void TestIndexNames::shortensLongNames()
@@ -34,6 +38,38 @@ void TestIndexNames::shortensLongNames()
                           u"/Averyl-2.mid"_qs, u"/Itsabc-1.kar"_qs}));
     QVERIFY(memory.has(u"Averyl-2.mid"_qs));
     QVERIFY(!memory.has(u"A very long name.mid"_qs));
+}
+
+void TestIndexNames::cutsNoCharacterInTwo()
+{
+    const SampleMemory memory;
+    memory.write(u"abcde\U0001F600fgh.mid"_qs, anySong);
+    memory.write(u"bcde\U0001F600fghi.mid"_qs, anySong);
+    for (int number = 1; number < 10; ++number)
+        memory.write(u"cdef\U0001F600-%1.mid"_qs.arg(number), anySong);
+    memory.write(u"cdef\U0001F600ghij.mid"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    QVERIFY(memory.has(u"abcde-1.mid"_qs));
+    QVERIFY(memory.has(u"bcde\U0001F600-1.mid"_qs));
+    QVERIFY(memory.has(u"cdef-10.mid"_qs));
+}
+
+void TestIndexNames::leavesOutWhatFatDoesNotAllow()
+{
+    const SampleMemory memory;
+    memory.write(u"A \"*:<>?\\|b|c?d>e<f.mid"_qs, anySong);
+    memory.write(u"B\u0001\n\u001F\u007F\tcd\u0080efgh.mid"_qs, anySong);
+    memory.write(u"**???****.mid"_qs, anySong);
+    memory.write(u"D: a folder/A.MID"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    QVERIFY(memory.has(u"Abcdef-1.mid"_qs));
+    QVERIFY(memory.has(u"Bcd\u0080ef-1.mid"_qs));
+    QVERIFY(memory.has(u"-1.mid"_qs));
+    QVERIFY(memory.has(u"Dafold-1/A.MID"_qs));
 }
 
 void TestIndexNames::countsPast9And99()
@@ -58,6 +94,22 @@ void TestIndexNames::countsPast9And99()
     QVERIFY(memory.has(u"abcdefghij.mid"_qs));
     QCOMPARE(texts(errors), QStringList{u"File non importato, impossibile rinominare: "_qs +
                                         memory.path(u"abcdefghij.mid"_qs)});
+}
+
+void TestIndexNames::countsEachPrefixByItself()
+{
+    const SampleMemory memory;
+    for (int number = 1; number < 10; ++number)
+        memory.write(u"abcdef-%1.mid"_qs.arg(number), anySong);
+    for (const QString &name : {u"abcdefghi.mid"_qs, u"abcdefhij.mid"_qs, u"abcdefhij.kar"_qs,
+                                u"abcdegghi.mid"_qs, u"abcdehiii.mid"_qs})
+        memory.write(name, anySong);
+    Index index;
+    index.setRenameQuestion(always(1));
+    QVERIFY(index.createIndex(memory.root()));
+    for (const QString &name : {u"abcde-10.mid"_qs, u"abcde-11.mid"_qs, u"abcdef-1.kar"_qs,
+                                u"abcdeg-1.mid"_qs, u"abcdeh-1.mid"_qs})
+        QVERIFY2(memory.has(name), qPrintable(name));
 }
 
 void TestIndexNames::renamesFoldersButNeverTheRoot()
@@ -153,6 +205,31 @@ void TestIndexNames::reportsFailedRename()
     QCOMPARE(texts(errors), QStringList{u"File non importato, impossibile rinominare: "_qs +
                                         memory.path(u"A long name.mid"_qs)});
     QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});
+}
+
+void TestIndexNames::replacesNothingThatAppearsMeanwhile()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mp3"_qs, anySong);
+    memory.write(u"A long name.cdg"_qs, "graphics");
+    memory.write(u"B long name.mid"_qs, anySong);
+    Index index;
+    index.setRenameQuestion([&memory](const QString &path, const QString &) {
+        const bool isFirst = path.endsWith(u"mp3"_qs);
+        memory.write(isFirst ? u"Alongn-1.cdg"_qs : u"Blongn-1.mid"_qs, "new");
+        return 0;
+    });
+    const QSignalSpy errors(&index, &Index::errorFromIndex);
+    QVERIFY(!index.createIndex(memory.root()));
+    QCOMPARE(texts(errors), QStringList({u"File non importato, impossibile rinominare: "_qs +
+                                             memory.path(u"A long name.mp3"_qs),
+                                         u"File non importato, impossibile rinominare: "_qs +
+                                             memory.path(u"B long name.mid"_qs)}));
+    QCOMPARE(memory.read(u"A long name.mp3"_qs), anySong);
+    QCOMPARE(memory.read(u"A long name.cdg"_qs), QByteArray("graphics"));
+    QCOMPARE(memory.read(u"B long name.mid"_qs), anySong);
+    QCOMPARE(memory.read(u"Alongn-1.cdg"_qs), QByteArray("new"));
+    QCOMPARE(memory.read(u"Blongn-1.mid"_qs), QByteArray("new"));
 }
 
 BRISEL_TEST(QApplication, TestIndexNames)

@@ -1,12 +1,16 @@
 #include "tests/shim/shim.h"
 
+#include "tests/shim/disks.h"
 #include "tests/shim/readdamage.h"
+#include "tests/shim/trace.h"
+#include "tests/shim/watched.h"
 
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -19,64 +23,14 @@
 namespace
 {
 
-char folder[pathSize];
-size_t folderLength = 0;
 int wanted = 0;
 Shim::Action wantedAction = Shim::Kill;
 bool refusesReplacing = false;
 int ownCount = 0;
 int *counted = &ownCount; ///< shared with the test when preloaded: a kill must not take it along
-int trace = -1;
 long long readBytes = 0;
-
-bool isBelow(const char *path)
-{
-    return folderLength > 0 && std::strncmp(path, folder, folderLength) == 0 &&
-           (path[folderLength] == '/' || path[folderLength] == '\0' || path[folderLength] == ' ');
-}
-
-/// One name of a call: a path, and the folder that it is relative to.
-class Watched
-{
-public:
-    Watched(int base, const char *path)
-    {
-        if (folderLength == 0 || path == nullptr)
-            return;
-        if (path[0] == '/') {
-            std::snprintf(m_path, sizeof m_path, "%s", path);
-        } else {
-            char start[pathSize] = {};
-            if (base == AT_FDCWD ? ::getcwd(start, sizeof start) == nullptr : !pathOf(base, start))
-                return;
-            if (std::snprintf(m_path, sizeof m_path, "%s/%s", start, path) < 0)
-                return;
-        }
-        m_watched = isBelow(m_path);
-    }
-    explicit Watched(const char *path) : Watched(AT_FDCWD, path) {}
-    explicit Watched(int handle)
-    {
-        m_watched = folderLength > 0 && pathOf(handle, m_path) && isBelow(m_path);
-    }
-
-    explicit operator bool() const { return m_watched; }
-    const char *path() const { return m_path; }
-
-private:
-    char m_path[pathSize * 2] = {};
-    bool m_watched = false;
-};
-
-void note(const char *step, const char *path)
-{
-    if (trace < 0)
-        return;
-    char line[pathSize * 2 + 64];
-    const int length = std::snprintf(line, sizeof line, "%s %s\n", step, path);
-    if (length > 0)
-        ::syscall(SYS_write, trace, line, length);
-}
+int flushCount = 0;
+long flushTime = 0; ///< milliseconds
 
 [[noreturn]] void die()
 {
@@ -92,9 +46,15 @@ bool fails(const char *step, const Watched &file, bool takesRoom)
         errno = ENOSPC;
         return true;
     }
+    if (wantedAction == Shim::ReadOnly && wanted > 0 && *counted >= wanted) {
+        errno = EROFS;
+        return true;
+    }
     if (*counted == wanted) {
         if (wantedAction == Shim::Kill || wantedAction == Shim::Torn)
             die();
+        if (wantedAction == Shim::Stop)
+            ::syscall(SYS_kill, ::getpid(), SIGSTOP);
         if (wantedAction == Shim::IoError) {
             errno = EIO;
             return true;
@@ -184,8 +144,8 @@ int renameCounted(int fromBase, const char *from, int toBase, const char *to, un
 
 Shim::Action actionNamed(const char *name)
 {
-    const char *const names[] = {"kill", "torn", "enospc", "eio", "short"};
-    for (int i = 0; i < 5; ++i) {
+    const char *const names[] = {"kill", "torn", "enospc", "eio", "short", "erofs", "stop"};
+    for (int i = 0; i < 7; ++i) {
         if (name != nullptr && std::strcmp(name, names[i]) == 0)
             return static_cast<Shim::Action>(i);
     }
@@ -208,9 +168,12 @@ Shim::Action actionNamed(const char *name)
     counted = static_cast<int *>(memory);
     ::close(handle);
     if (const char *name = std::getenv("BRISEL_SHIM_TRACE"))
-        trace = static_cast<int>(
-            ::syscall(SYS_openat, AT_FDCWD, name, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+        Shim::startTrace(name);
     refusesReplacing = std::getenv("BRISEL_SHIM_NO_REPLACE") != nullptr;
+    if (std::getenv("BRISEL_SHIM_FAT") != nullptr)
+        Shim::actLike(Shim::Fat);
+    if (const char *time = std::getenv("BRISEL_SHIM_FLUSH_MS"))
+        Shim::slowFlushes(std::atoi(time));
     const char *at = std::getenv("BRISEL_SHIM_AT");
     Shim::arm(watched, at == nullptr ? 0 : std::atoi(at),
               actionNamed(std::getenv("BRISEL_SHIM_ACTION")));
@@ -220,23 +183,51 @@ Shim::Action actionNamed(const char *name)
 
 void Shim::arm(const char *watched, int at, Action action)
 {
-    std::snprintf(folder, sizeof folder, "%s", watched);
-    folderLength = std::strlen(folder);
+    watch(watched);
     wanted = at;
     wantedAction = action;
     *counted = 0;
     readBytes = 0;
+    flushCount = 0;
 }
 
 int Shim::disarm()
 {
-    folderLength = 0;
+    watch("");
     return *counted;
 }
 
 long long Shim::bytesRead()
 {
     return readBytes;
+}
+
+void Shim::slowFlushes(int milliseconds)
+{
+    flushTime = milliseconds;
+}
+
+int Shim::flushes()
+{
+    return flushCount;
+}
+
+int flushStep(const char *step, int handle)
+{
+    const Watched file(handle);
+    if (file) {
+        ++flushCount;
+        const timespec time{flushTime / 1000, flushTime % 1000 * 1000000};
+        ::nanosleep(&time, nullptr);
+    }
+    // A cut before a flush is the same as one before the step that follows it.
+    const bool isStep = wantedAction == Shim::IoError || isTracing();
+    return isStep ? change(step, file, false, [] { return 0L; }) : 0;
+}
+
+bool isWatched(int handle)
+{
+    return static_cast<bool>(Watched(handle));
 }
 
 #include "tests/shim/opencalls.h"
@@ -385,10 +376,7 @@ int fchmod(int handle, mode_t mode) noexcept
 
 int fsync(int handle)
 {
-    // A cut before a flush is the same as one before the step that follows it.
-    if (wantedAction != Shim::IoError && trace < 0)
-        return 0;
-    return change("flush", Watched(handle), false, [] { return 0L; });
+    return flushStep("flush", handle);
 }
 
 int fdatasync(int handle)

@@ -84,11 +84,9 @@ void TestIndexCuts::survivesFaultAtEveryStep_data()
 {
     QTest::addColumn<bool>("isRebuild");
     QTest::addColumn<int>("fault");
-    const QList<std::pair<const char *, Shim::Action>> faults{{"killed", Shim::Kill},
-                                                              {"torn", Shim::Torn},
-                                                              {"full", Shim::NoSpace},
-                                                              {"broken", Shim::IoError},
-                                                              {"short", Shim::Short}};
+    const QList<std::pair<const char *, Shim::Action>> faults{
+        {"killed", Shim::Kill},    {"torn", Shim::Torn},   {"full", Shim::NoSpace},
+        {"broken", Shim::IoError}, {"short", Shim::Short}, {"read-only", Shim::ReadOnly}};
     for (const auto &[name, fault] : faults) {
         QTest::addRow("update %s", name) << false << int(fault);
         QTest::addRow("rebuild %s", name) << true << int(fault);

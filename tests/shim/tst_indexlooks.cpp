@@ -47,6 +47,8 @@ class TestIndexLooks : public QObject
 private slots:
     void looksAtEachSongOnce_data();
     void looksAtEachSongOnce();
+    void looksOnceAtEachShortNameThatIsTaken_data();
+    void looksOnceAtEachShortNameThatIsTaken();
 };
 
 void TestIndexLooks::looksAtEachSongOnce_data()
@@ -84,6 +86,32 @@ void TestIndexLooks::looksAtEachSongOnce()
     QVERIFY2(updated.reads <= others, qPrintable(QString::number(updated.reads)));
     QVERIFY2(updated.bytes <= long{songs} * 5 * 64 + (1 << 16),
              qPrintable(QString::number(updated.bytes)));
+}
+
+void TestIndexLooks::looksOnceAtEachShortNameThatIsTaken_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::newRow("MIDI") << u"mid"_qs;
+    QTest::newRow("MP3, with graphics files to look for") << u"mp3"_qs;
+}
+
+/// Of the names that begin alike 999 find a short one; the others look no more.
+void TestIndexLooks::looksOnceAtEachShortNameThatIsTaken()
+{
+    QFETCH(const QString, suffix);
+    constexpr int names = 2000;
+    constexpr long perName = 20;
+    const SampleMemory memory;
+    for (int i = 0; i < names; ++i)
+        memory.write(u"SameStart%1.%2"_qs.arg(i).arg(suffix), "xxxxx");
+    Index index;
+    index.setRenameQuestion([](const QString &, const QString &) { return 1; });
+    Looks::start(QFile::encodeName(memory.root()).constData());
+    const bool done = index.createIndex(memory.root());
+    const Looks::Counts counts = Looks::stop();
+    QVERIFY(done);
+    QVERIFY(memory.has(u"Same-999."_qs + suffix));
+    QVERIFY2(counts.asked <= names * perName, qPrintable(QString::number(counts.asked)));
 }
 
 BRISEL_TEST(QCoreApplication, TestIndexLooks)

@@ -1,4 +1,5 @@
 #include "app/startup.h"
+#include "base/filelot.h"
 #include "base/settingsstore.h"
 #include "db/database.h"
 #include "index/index.h"
@@ -10,6 +11,7 @@
 #include <QCoreApplication>
 #include <QSettings>
 
+#include <algorithm>
 #include <cstdio>
 
 // One job of the program by itself, for tests that kill it or let its writes fail: the name of the
@@ -19,17 +21,24 @@
 namespace
 {
 
-/// Gives a song the title "New" by hand, as the edit dialog does.
-bool saveSong(const QStringList &paths)
+/// Gives the songs the title "New" by hand: one as the edit dialog does, several in a lot.
+bool saveSongs(const QStringList &paths)
 {
-    MetaSong song;
-    if (!song.importFile(paths.at(0)))
-        qFatal("no song");
-    SongInfo info;
-    song.getSongInfo(info);
-    info.title = QStringLiteral("New");
-    song.setSongInfo(info, true);
-    return song.saveToFile(paths.at(0));
+    FileLot lot;
+    for (const QString &path : paths) {
+        MetaSong song;
+        if (!song.importFile(path))
+            qFatal("no song");
+        SongInfo info;
+        song.getSongInfo(info);
+        info.title = QStringLiteral("New");
+        song.setSongInfo(info, true);
+        if (paths.size() == 1)
+            return song.saveToFile(path);
+        if (song.saveInLot(path, lot) != WriteResult::Staged)
+            return false;
+    }
+    return lot.commitAll();
 }
 
 class NoProgress : public Progress
@@ -71,13 +80,23 @@ bool saveList(const QStringList &paths)
     return Index().saveSongsList(paths.at(0), paths.at(1), SortByTitle) == 1;
 }
 
-/// Builds the index of a memory and shortens the names there.
-bool buildIndex(const QStringList &paths)
+/// Builds or updates the index of a memory and shortens the names there.
+bool runIndex(bool (Index::*run)(const QString &), const QString &root)
 {
     Index index;
     index.setRenameQuestion(
         [](const QString &, const QString &) { return int(NoCopyrightDialog::YesToAll); });
-    return index.createIndex(paths.at(0));
+    return (index.*run)(root);
+}
+
+bool buildIndex(const QStringList &paths)
+{
+    return runIndex(&Index::createIndex, paths.at(0));
+}
+
+bool updateIndex(const QStringList &paths)
+{
+    return runIndex(&Index::updateIndex, paths.at(0));
 }
 
 } // namespace
@@ -89,9 +108,10 @@ int main(int argc, char **argv)
         const char *name;
         bool (*run)(const QStringList &);
     };
-    constexpr Job jobs[] = {{"save", saveSong},           {"copy", copySongs},
+    constexpr Job jobs[] = {{"save", saveSongs},          {"copy", copySongs},
                             {"catalogue", openCatalogue}, {"settings", saveSettings},
-                            {"list", saveList},           {"index", buildIndex}};
+                            {"list", saveList},           {"index", buildIndex},
+                            {"update", updateIndex}};
     const QStringList arguments = QCoreApplication::arguments();
     for (const Job &job : jobs) {
         if (arguments.value(1) == QLatin1StringView(job.name))

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "base/filewriting.h"
+
+#include <QFile>
+#include <QList>
+#include <QSet>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+class StagingFolder;
+
+/// Puts new contents in the places of many files at the price of a few flushes. Each content is
+/// first written into a file of its own. Then commit() flushes all of them in one go, gives them
+/// their names and flushes those: a cut at any point leaves each file with its whole old or its
+/// whole new content. How that order holds on a real FAT: docs/reliability.md, "On a real FAT".
+class FileLot
+{
+public:
+    /// A file that gets a new content.
+    struct Place {
+        QString path;                        ///< a link there is replaced itself
+        bool mustBeNew = false;              ///< fails when something stands there by then
+        const FileState *expected = nullptr; ///< of \a watched; it is not touched when changed
+        QString watched = {};                ///< a path that leads to it, or its own
+        /// The temporary path beside it for each attempt, from 0 on. Not used where a file can't
+        /// get its name in one step.
+        TemporaryPath temporaryPath = {};
+    };
+
+    FileLot();
+    /// Takes away what was not committed.
+    ~FileLot();
+    FileLot(const FileLot &) = delete;
+    FileLot &operator=(const FileLot &) = delete;
+
+    /// \a root is that of a memory. What is not yet in its place there lies in its work folder from
+    /// now on, whatever the file system, so that the next run clears away what a cut has left.
+    void setMemory(const QString &root) { m_memory = root; }
+
+    /// Opens a new file, empty and unbuffered, for the content of \a place. Null when that failed.
+    /// It is the lot's own; the pointer is valid until commit() or dropLast().
+    QFile *add(const Place &place);
+    /// Writes the whole of \a content for \a place; what a file that is replaced has besides its
+    /// content stays. False when that failed: nothing is left of it.
+    bool write(const Place &place, const QByteArray &content);
+    /// Takes back what add() gave last.
+    void dropLast();
+    /// Says how many bytes were written into the file that add() gave last.
+    void finishLast(qint64 size);
+
+    qsizetype size() const { return static_cast<qsizetype>(m_files.size()); }
+    /// True when commit() is due: before more files, or more bytes, than a cut should take along.
+    bool isFull() const;
+    /// True when \a path gets a new content, whatever the case of its letters.
+    bool holds(const QString &path) const;
+
+    /// Puts all of them in their places, in the order in which they were added, and gives what
+    /// came of each: Done, Changed, Failed or NotNamed. After a failure the old content stands
+    /// there, but where only the new name could not be flushed, or the old file had to be deleted
+    /// first. The lot is empty then and can be filled again.
+    QList<WriteResult> commit();
+    /// The same, where one answer will do: true when all of them are Done.
+    bool commitAll();
+
+private:
+    struct Staged;
+
+    struct Folder {
+        QString path;
+        quint64 device = 0;
+        bool isOnFat = false;
+        QString stagingRoot = {}; ///< empty where files are staged beside their places
+    };
+
+    Folder lookAt(const QString &path);
+    bool openStaged(Staged &staged, const QString &root);
+    bool openTemporary(Staged &staged);
+    void reserveNames() const;
+    void flushContents();
+    void takeNames();
+    void takeName(Staged &staged) const;
+    void flushNames();
+    static void flushNames(const std::vector<Staged *> &named);
+    static void flushNamesOnFat(const std::vector<Staged *> &named);
+
+    QString m_memory;
+    std::vector<std::unique_ptr<Staged>> m_files;
+    std::map<QString, std::unique_ptr<StagingFolder>> m_staging; ///< by their roots
+    Folder m_folder;                                             ///< that was looked at last
+    QSet<QString> m_paths;                                       ///< in lower case
+    qint64 m_bytes = 0;
+    int m_temporaries = 0; ///< made beside their places since the last commit()
+};

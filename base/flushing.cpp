@@ -1,0 +1,77 @@
+#include "base/flushing.h"
+
+#include <QFile>
+
+#include <cerrno>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+#endif
+
+namespace
+{
+
+bool isNotOffered(int error)
+{
+    return error == EINVAL || error == ENOTSUP || error == ENOSYS;
+}
+
+} // namespace
+
+bool flushHandle(int handle)
+{
+#ifdef Q_OS_UNIX
+    return ::fsync(handle) == 0 || isNotOffered(errno);
+#else
+    Q_UNUSED(handle)
+    return true;
+#endif
+}
+
+bool flushFolder(const QString &folder)
+{
+#ifdef Q_OS_UNIX
+    const int handle =
+        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return errno == EACCES;
+    const bool flushed = flushHandle(handle);
+    ::close(handle);
+    return flushed;
+#else
+    Q_UNUSED(folder)
+    return true;
+#endif
+}
+
+std::optional<bool> flushFileSystem(int handle)
+{
+#ifdef Q_OS_LINUX
+    if (::syncfs(handle) != 0)
+        return errno == ENOSYS ? std::nullopt : std::optional(false);
+    // One that has become read-only after an error is left alone without a word.
+    struct statvfs system {
+    };
+    return ::fstatvfs(handle, &system) != 0 || (system.f_flag & ST_RDONLY) == 0;
+#else
+    Q_UNUSED(handle)
+    return std::nullopt;
+#endif
+}
+
+bool writeAhead(int handle, qint64 size)
+{
+#ifdef Q_OS_LINUX
+    constexpr qint64 large = 1 << 20; // bytes
+    constexpr unsigned all =
+        SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+    return size < large || ::sync_file_range(handle, 0, 0, all) == 0 || isNotOffered(errno) ||
+           errno == ESPIPE;
+#else
+    Q_UNUSED(handle)
+    Q_UNUSED(size)
+    return true;
+#endif
+}

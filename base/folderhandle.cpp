@@ -1,0 +1,192 @@
+#include "base/folderhandle.h"
+
+#include "base/fatfolder.h"
+
+#include "base/fileidentity.h"
+#include "base/flushing.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#else
+#include <filesystem>
+#include <system_error>
+#endif
+#ifdef Q_OS_LINUX
+#endif
+
+QString wayBelow(const QString &root, const QString &path)
+{
+    const QString start = QFileInfo(root).canonicalFilePath();
+    const QString end = QFileInfo(path).canonicalFilePath();
+    if (start.isEmpty() || end.isEmpty())
+        return {};
+    if (end == start)
+        return QStringLiteral("");
+    const QString above = start.endsWith(u'/') ? start : start + u'/';
+    return end.startsWith(above) ? end.mid(above.size()) : QString();
+}
+
+bool leavesRoot(const QString &path, const QString &root)
+{
+    const QFileInfo entry(path);
+    if (!entry.exists())
+        return false;
+    if (wayBelow(root, path).isNull())
+        return true;
+    // Folders are compared: some file systems put their files on a device of its own.
+    const QString folder =
+        entry.isDir() ? path : QFileInfo(entry.canonicalFilePath()).absolutePath();
+    return fileState(folder).device != fileState(root).device;
+}
+
+#ifdef Q_OS_UNIX
+
+namespace
+{
+
+/// Renames within a folder where nothing has the new name.
+int renameToFreeName(int folder, const char *name, const char *newName)
+{
+#ifdef Q_OS_LINUX
+    const int result = ::renameat2(folder, name, folder, newName, RENAME_NOREPLACE);
+    if (result == 0 || (errno != EINVAL && errno != ENOSYS))
+        return result;
+#endif
+    struct stat entry {
+    };
+    if (::fstatat(folder, newName, &entry, AT_SYMLINK_NOFOLLOW) == 0 || errno != ENOENT)
+        return -1;
+    return ::renameat(folder, name, folder, newName);
+}
+
+} // namespace
+
+FolderHandle::FolderHandle(const QString &root, const QString &names)
+{
+    constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+    m_handle = ::open(QFile::encodeName(root).constData(), flags);
+    struct stat start {
+    };
+    if (m_handle < 0 || ::fstat(m_handle, &start) != 0)
+        return;
+    for (const QString &name : names.split(u'/', Qt::SkipEmptyParts)) {
+        struct stat folder {
+        };
+        const int next =
+            name == QStringLiteral("..")
+                ? -1
+                : ::openat(m_handle, QFile::encodeName(name).constData(), flags | O_NOFOLLOW);
+        ::close(m_handle);
+        m_handle = next;
+        if (m_handle < 0)
+            return;
+        if (::fstat(m_handle, &folder) != 0 || folder.st_dev != start.st_dev) {
+            ::close(m_handle);
+            m_handle = -1;
+            return;
+        }
+    }
+}
+
+FolderHandle::~FolderHandle()
+{
+    if (m_handle >= 0)
+        ::close(m_handle);
+}
+
+bool FolderHandle::isOpen() const
+{
+    return m_handle >= 0;
+}
+
+bool FolderHandle::rename(const QString &name, const QString &newName) const
+{
+    return renameToFreeName(m_handle, QFile::encodeName(name).constData(),
+                            QFile::encodeName(newName).constData()) == 0;
+}
+
+bool FolderHandle::flush() const
+{
+    return flushHandle(m_handle);
+}
+
+bool FolderHandle::flush(const QString &name) const
+{
+    const int handle = ::openat(m_handle, QFile::encodeName(name).constData(),
+                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    const bool isFlushed = flushHandle(handle);
+    ::close(handle);
+    return isFlushed;
+}
+
+#else
+
+FolderHandle::FolderHandle(const QString &root, const QString &names)
+    : m_path(names.isEmpty() ? root : root + u'/' + names)
+{
+}
+
+FolderHandle::~FolderHandle() = default;
+
+bool FolderHandle::isOpen() const
+{
+    return QFileInfo(m_path).isDir();
+}
+
+bool FolderHandle::rename(const QString &name, const QString &newName) const
+{
+    const QFileInfo target(m_path + u'/' + newName);
+    if (target.exists() || target.isSymLink())
+        return false;
+    std::error_code error;
+    std::filesystem::rename(QFileInfo(m_path + u'/' + name).filesystemAbsoluteFilePath(),
+                            target.filesystemAbsoluteFilePath(), error);
+    return !error;
+}
+
+bool FolderHandle::flush() const
+{
+    return true;
+}
+
+bool FolderHandle::flush(const QString &) const
+{
+    return true;
+}
+
+#endif
+
+#ifdef Q_OS_LINUX
+
+bool FolderHandle::isFat() const
+{
+    return isOnFat(m_handle);
+}
+
+std::optional<bool> FolderHandle::flushFileSystem() const
+{
+    return ::flushFileSystem(m_handle);
+}
+
+#else
+
+bool FolderHandle::isFat() const
+{
+    return false;
+}
+
+std::optional<bool> FolderHandle::flushFileSystem() const
+{
+    return std::nullopt;
+}
+
+#endif

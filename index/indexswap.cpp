@@ -1,0 +1,197 @@
+#include "base/fatfolder.h"
+#include "base/filereading.h"
+#include "base/filewriting.h"
+#include "base/flushing.h"
+#include "base/folderhandle.h"
+#include "base/freespace.h"
+#include "index/indexset.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+// How the files of a new set take the places of the old ones.
+
+qint64 IndexSet::roomForUpdate(const QString &root, qsizetype newSongs)
+{
+    constexpr qint64 bytesPerSong = 1024; // in all lists, each with a group of its own
+    constexpr qint64 filesAside = 24;     // that end in half a unit, and folders that grow
+    const qint64 unit = allocationUnit(root);
+    qint64 room = newSongs * bytesPerSong + filesAside * unit;
+    for (const QString &name : names())
+        room += allocatedSize(QFileInfo(root + u'/' + name).size(), unit);
+    return room;
+}
+
+/// Asks for the room before anything is touched.
+IndexSet::Way IndexSet::wayToReplace() const
+{
+    const qint64 unit = allocationUnit(m_root);
+    const qint64 free = freeSpace(m_root);
+    constexpr qint64 unitsAside = 4; // for folders that grow
+    qint64 beside = unitsAside * unit + allocatedSize(mark().size(), unit);
+    qint64 over = unitsAside * unit;
+    bool isAtHand = true;
+    for (const StagedFile &file : m_staged) {
+        const qint64 size = allocatedSize(file.size, unit);
+        isAtHand = isAtHand && !file.content.isNull();
+        beside += file.content.isNull() ? 0 : size;
+        // A playlist is written beside its old self in either case.
+        over += isInSet(file.name)
+                    ? size - allocatedSize(QFileInfo(filePath(file.name)).size(), unit)
+                    : size;
+    }
+    if (free < 0 || free >= beside)
+        return Way::Beside;
+    return isAtHand && free >= over ? Way::Over : Way::NoRoom;
+}
+
+bool IndexSet::replaceBeside()
+{
+    QStringList files{markName()};
+    for (const StagedFile &file : std::as_const(m_staged))
+        files.append(workName(file.name));
+    m_work.reserve(files);
+    if (!isComplete() && isOnFat(m_root))
+        reserveEntries(m_root, names());
+    for (const StagedFile &file : std::as_const(m_staged)) {
+        if (!file.content.isNull() && !m_work.write(workName(file.name), file.content))
+            return false;
+        m_written();
+    }
+    return m_work.write(markName(), mark()) && m_work.flushAll({}) && swap(m_staged);
+}
+
+/// For a memory that has no room for two sets: the old one is kept at hand, and put back when the
+/// new one can't be written.
+bool IndexSet::replaceOver()
+{
+    QList<OldFile> old;
+    if (!keepOldFiles(old))
+        return false;
+    if (removeSet({}) && placeFiles(m_staged))
+        return true;
+    putBack(old);
+    return false;
+}
+
+bool IndexSet::keepOldFiles(QList<OldFile> &files) const
+{
+    for (const StagedFile &file : m_staged) {
+        const QString path = filePath(file.name);
+        OldFile old{file.name, {}, QFileInfo::exists(path)};
+        if (old.exists && readWholeFile(path, maxFileSize, old.content) != ReadResult::Done)
+            return false;
+        files.append(old);
+    }
+    return true;
+}
+
+void IndexSet::putBack(const QList<OldFile> &files)
+{
+    removeSet({});
+    QList<StagedFile> staged;
+    for (const OldFile &old : files) {
+        if (old.exists)
+            staged.append({old.name, old.content.size(), {}, old.content});
+        else
+            QFile::remove(filePath(old.name));
+    }
+    placeFiles(staged);
+}
+
+bool IndexSet::swap(const QList<StagedFile> &files)
+{
+    QStringList placed;
+    for (const StagedFile &file : files) {
+        if (file.content.isNull() && !m_work.has(workName(file.name)))
+            placed.append(file.name);
+    }
+    m_isCut = true;
+    // The old files go first, all of them: their room may be what the new ones need.
+    if (!removeSet(placed))
+        return false;
+    QList<StagedFile> left;
+    std::copy_if(files.cbegin(), files.cend(), std::back_inserter(left),
+                 [&placed](const StagedFile &file) { return !placed.contains(file.name); });
+    m_isCut = !placeFiles(left);
+    return !m_isCut;
+}
+
+/// Removes the files of the set but the \a kept ones, the last one first. False when one stays.
+bool IndexSet::removeSet(const QStringList &kept)
+{
+    QStringList others = names();
+    others.removeIf(
+        [&kept](const QString &name) { return name == keyName() || kept.contains(name); });
+    const int root =
+        ::open(QFile::encodeName(m_root).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (root < 0)
+        return false;
+    const bool areGone =
+        removeFiles(root, {keyName()}) && flushHandle(root) && removeFiles(root, others);
+    ::close(root);
+    return areGone;
+}
+
+/// The last file comes when all others are on the disk.
+bool IndexSet::placeFiles(const QList<StagedFile> &files)
+{
+    FileLot lot;
+    lot.setMemory(m_root);
+    QStringList direct;
+    const StagedFile *last = nullptr;
+    for (const StagedFile &file : files) {
+        if (file.name == keyName())
+            last = &file;
+        else if (!placeFile(file, lot))
+            return false;
+        else if (isInSet(file.name))
+            direct.append(file.name);
+    }
+    return lot.commitAll() && m_work.flushAll(direct) &&
+           (last == nullptr || (placeFile(*last, lot) && lot.commitAll()));
+}
+
+/// Files that must appear at once, the last one and playlists that are still the old ones, go
+/// through \a lot. The others may be torn: the set does not count yet.
+bool IndexSet::placeFile(const StagedFile &file, FileLot &lot)
+{
+    const QString path = filePath(file.name);
+    QByteArray content = file.content;
+    // The folder of the playlists may have become a link that leads elsewhere.
+    if (leavesRoot(QFileInfo(path).path(), m_root) ||
+        (content.isNull() && !readStaged(file, content)))
+        return false;
+    bool isWritten = false;
+    if (isInSet(file.name) && file.name != keyName()) {
+        isWritten = writeFile(path, content);
+    } else {
+        isWritten = lot.write({path}, content);
+        // The replaced files that the lot still has may be what the disk lacks.
+        if (!isWritten || lot.isFull()) {
+            if (!lot.commitAll())
+                return false;
+            isWritten = isWritten || (lot.write({path}, content) && lot.commitAll());
+        }
+    }
+    m_written();
+    // No room for a second copy.
+    return isWritten ||
+           (readStaged(file, content) && moveIntoPlace(m_work.path(workName(file.name)), path));
+}
+
+bool IndexSet::writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+        return false;
+    if (writeAll(file, content) && file.size() == content.size())
+        return true;
+    file.remove();
+    return false;
+}

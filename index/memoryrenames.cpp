@@ -1,0 +1,77 @@
+#include "index/memoryrenames.h"
+
+#include "base/fatfolder.h"
+#include "base/folderhandle.h"
+
+#include <algorithm>
+
+void MemoryRenames::setRoot(const QString &root)
+{
+    m_root = root;
+    m_folders.clear();
+    m_ready.clear();
+    m_isFlushed = true;
+}
+
+bool MemoryRenames::rename(const QString &folder, const QList<NewName> &names)
+{
+    const QString way = wayBelow(m_root, folder);
+    if (way.isNull())
+        return false;
+    const FolderHandle handle(m_root, way);
+    if (!handle.isOpen())
+        return false;
+    if (!handle.isFat())
+        m_folders.insert(way);
+    else if (!m_ready.contains(way))
+        makeReady(folder, way, names);
+    for (qsizetype done = 0; done < names.size(); ++done) {
+        if (renameOne(handle, names.at(done).from, names.at(done).to))
+            continue;
+        while (--done >= 0)
+            renameOne(handle, names.at(done).to, names.at(done).from);
+        return false;
+    }
+    return true;
+}
+
+/// The first new name may need room that the folder does not have yet; each one after that finds
+/// the room of the one before.
+void MemoryRenames::makeReady(const QString &folder, const QString &way,
+                              const QList<NewName> &names)
+{
+    QStringList wanted;
+    for (const NewName &name : names)
+        wanted.append(name.to);
+    reserveEntries(folder, wanted);
+    m_ready.insert(way);
+}
+
+bool MemoryRenames::flush()
+{
+    if (m_folders.isEmpty())
+        return m_isFlushed;
+    const FolderHandle root(m_root, QString());
+    std::optional<bool> isDone = false;
+    if (root.isOpen())
+        isDone = root.flushFileSystem();
+    if (!isDone.has_value()) {
+        isDone = std::all_of(m_folders.cbegin(), m_folders.cend(), [this](const QString &way) {
+            const FolderHandle folder(m_root, way);
+            return folder.isOpen() && folder.flush();
+        });
+    }
+    m_isFlushed &= *isDone;
+    m_folders.clear();
+    return m_isFlushed;
+}
+
+bool MemoryRenames::renameOne(const FolderHandle &folder, const QString &from, const QString &to)
+{
+    if (!folder.rename(from, to))
+        return false;
+    // Two moved entries could share a sector of the disk: one is finished before the next.
+    if (folder.isFat())
+        m_isFlushed &= folder.flush(to) && folder.flush();
+    return true;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+/// The folder ".brisel2pc" in the root of a memory, in which a run keeps what must outlive a cut.
+/// Anybody can write there between two runs: a link is never followed, in place of the folder as
+/// little as in place of a file, and a file is made new, never opened where it is.
+class WorkFolder
+{
+public:
+    void setRoot(const QString &root) { m_root = root; }
+
+    QString path() const;
+    /// Of the file \a name.
+    QString path(const QString &name) const { return path() + u'/' + name; }
+    /// True when anything stands under its name.
+    bool stands() const;
+    /// Makes the folder where it is missing. False when that failed.
+    bool make();
+    /// Sees to it that so many files can be added without the folder having to grow.
+    void reserve(const QStringList &names);
+    bool has(const QString &name) const;
+    /// Writes a new file of all of \a content, in place of what has the name \a name. Flushes
+    /// nothing. False when it is not wholly there.
+    bool write(const QString &name, const QByteArray &content);
+    /// Reads the whole of a file of at most \a maximum bytes. False when that is not possible.
+    bool read(const QString &name, qint64 maximum, QByteArray &content) const;
+    void remove(const QString &name);
+    /// Flushes the file \a name to the disk. False when that failed.
+    bool flush(const QString &name) const;
+    /// Flushes all that the memory's file system holds; where that is not offered, the files of the
+    /// folder, the files \a others of the root, and the entries of both.
+    bool flushAll(const QStringList &others) const;
+    /// Takes away everything but the files \a kept, and the folder itself when none is to be kept;
+    /// true when the root was flushed then.
+    bool clear(const QStringList &kept);
+
+private:
+    QStringList entries() const;
+
+    QString m_root;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "base/memoryidentity.h"
+
+#include <QHash>
+#include <QString>
+
+/// The memories that a run works with, by the paths of its files, and which of them were pulled
+/// since: such a memory is reported once, and no other file on it is tried.
+class PulledMemories
+{
+public:
+    /// The root of the memory that holds \a path, when it is no longer the one that stood there
+    /// when the run asked first; empty otherwise, and off all memories.
+    QString pulledFrom(const QString &path);
+
+private:
+    QHash<QString, MemoryIdentity> m_memories;
+};

@@ -1,0 +1,138 @@
+#include "library/filecopier.h"
+#include "library/nocopyrightdialog.h"
+#include "library/synchroniser.h"
+#include "tests/index/changedmemory.h"
+#include "tests/library/fakeprogress.h"
+#include "tests/library/samplelibrary.h"
+#include "tests/shim/shim.h"
+#include "tests/smallsongs.h"
+#include "tests/testprogram.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+void watch(const QString &folder)
+{
+    Shim::arm(QFile::encodeName(folder).constData(), 0, Shim::Kill);
+}
+
+int flushesSince()
+{
+    Shim::disarm();
+    return Shim::flushes();
+}
+
+constexpr int manySongs = 1000;
+constexpr int flushTime = 30; ///< milliseconds on a slow stick
+
+/// The same song for each name.
+const QByteArray anySong = smallMidi("Title");
+
+} // namespace
+
+/// How often a run makes the disk wait: on a slow stick each time takes 30 ms.
+class TestFlushCounts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup() { Shim::actLike(Shim::Plain); }
+    void copiesInFewFlushes_data() { disks(); }
+    void copiesInFewFlushes();
+    void synchronisesInFewFlushes_data() { disks(); }
+    void synchronisesInFewFlushes();
+    void indexesInFewFlushes_data();
+    void indexesInFewFlushes();
+
+private:
+    static void disks()
+    {
+        QTest::addColumn<Shim::Disk>("disk");
+        QTest::newRow("any disk") << Shim::Plain;
+        QTest::newRow("FAT") << Shim::Fat;
+    }
+};
+
+void TestFlushCounts::initTestCase()
+{
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+}
+
+void TestFlushCounts::copiesInFewFlushes()
+{
+    QFETCH(const Shim::Disk, disk);
+    const QTemporaryDir home;
+    QStringList songs;
+    for (int i = 0; i < manySongs; ++i) {
+        songs.append(home.filePath(u"from/%1.mid"_s.arg(i)));
+        makeFile(songs.last(), QByteArray(20000, 'x'));
+    }
+    const QString card = home.filePath(u"card"_s);
+    QDir().mkpath(card + u"/songs"_s);
+    FakeProgress progress;
+    FileCopier copier(progress, [](const QString &) { return int(NoCopyrightDialog::YesToAll); });
+    copier.setMemory(card, 0);
+    for (const char *run : {"new", "again, over the old ones"}) {
+        Shim::actLike(disk);
+        watch(card);
+        int copied = 0;
+        QVERIFY2(copier.copyFiles(songs, card + u"/songs"_s, copied), run);
+        const int flushes = flushesSince();
+        QCOMPARE(copied, manySongs);
+        std::printf("%s, %s: %d flushes\n", QTest::currentDataTag(), run, flushes);
+        QVERIFY2(flushes * flushTime <= 2000, run);
+    }
+    QCOMPARE(QDir(card + u"/songs"_s).entryList(QDir::Files | QDir::Hidden).size(), manySongs);
+}
+
+void TestFlushCounts::synchronisesInFewFlushes()
+{
+    QFETCH(const Shim::Disk, disk);
+    Sample::Library library({{u"ONE"_s, u"ONE LOVE"_s, u"X"_s}});
+    constexpr int folders = 50;
+    for (int i = 0; i < manySongs; ++i)
+        library.add(u"card/%1/%2/one.mid"_s.arg(i % folders).arg(i), Sample::midi("One", true));
+    FakeProgress progress;
+    Synchroniser synchroniser(library.model(), library.database(), false,
+                              [](const QString &) { return int(NoCopyrightDialog::Yes); });
+    Shim::actLike(disk);
+    watch(library.path(u"card"_s));
+    QVERIFY(synchroniser.updateRows(progress));
+    const int flushes = flushesSince();
+    std::printf("%s: %d flushes\n", QTest::currentDataTag(), flushes);
+    QVERIFY(flushes * flushTime <= 3000);
+    QCOMPARE(synchroniser.report().counted(RunReport::Success::Updated), manySongs);
+    QCOMPARE(library.statuses(), QString(manySongs, u'1'));
+}
+
+void TestFlushCounts::indexesInFewFlushes_data()
+{
+    QTest::addColumn<bool>("isRebuild");
+    QTest::newRow("update") << false;
+    QTest::newRow("rebuild") << true;
+}
+
+void TestFlushCounts::indexesInFewFlushes()
+{
+    QFETCH(const bool, isRebuild);
+    const SampleMemory memory;
+    Sample::copyChangedMemory(memory);
+    for (int i = 0; i < manySongs; ++i)
+        memory.write(u"A long folder/%1 long name.mid"_s.arg(i, 4, 10, QChar(u'0')), anySong);
+    watch(memory.root());
+    Index index;
+    index.setRenameQuestion(
+        [](const QString &, const QString &) { return int(NoCopyrightDialog::YesToAll); });
+    QVERIFY(isRebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root()));
+    const int flushes = flushesSince();
+    std::printf("%s: %d flushes\n", QTest::currentDataTag(), flushes);
+    QVERIFY(flushes <= 12);
+}
+
+BRISEL_TEST(QCoreApplication, TestFlushCounts)
+#include "tst_flushcounts.moc"

@@ -1,0 +1,165 @@
+#include "tests/index/indexsamples.h"
+#include "tests/shim/shim.h"
+
+#include <utility>
+
+using namespace Sample;
+
+namespace
+{
+
+/// The run's mark in the work folder, which is made, on FAT flushed, and written before the first
+/// question.
+int stepsBefore(Shim::Disk disk)
+{
+    return disk == Shim::Fat ? 5 : 4;
+}
+
+struct Outcome {
+    bool result = false;
+    QStringList steps; ///< names and paths below the root, up to the making of the index
+};
+
+/// Indexes \a memory and shortens its names on a disk of the kind \a disk, whose step
+/// \a failing, counted from the first rename on, fails; 0 for none.
+Outcome indexOn(Shim::Disk disk, const SampleMemory &memory, int failing)
+{
+    const QTemporaryDir folder;
+    const QString trace = folder.filePath(u"trace"_qs);
+    Index index;
+    index.setRenameQuestion(always(1));
+    Shim::actLike(disk);
+    Shim::startTrace(QFile::encodeName(trace).constData());
+    Shim::arm(QFile::encodeName(memory.root()).constData(),
+              failing == 0 ? 0 : failing + stepsBefore(disk), Shim::IoError);
+    Outcome outcome;
+    bool isRoomMade = false;
+    outcome.result = index.createIndex(memory.root());
+    Shim::disarm();
+    Shim::stopTrace();
+    Shim::actLike(Shim::Plain);
+    QFile file(trace);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("no trace");
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    for (const QString &line : lines.mid(stepsBefore(disk))) {
+        if (line.contains(u"/.brisel2pc"_qs))
+            break;
+        // On FAT a folder first gets room for the new names.
+        if (line.startsWith(u"unlink "_qs) && line.contains(u"/.brisel-room-"_qs))
+            isRoomMade = true;
+        else if (!std::exchange(isRoomMade, false))
+            outcome.steps.append(QString(line).remove(memory.root()));
+    }
+    return outcome;
+}
+
+void fill(const SampleMemory &memory)
+{
+    memory.write(u"A long name.mp3"_qs, mp3Song("Title", "Artist", "Genre"));
+    memory.write(u"A long name.cdg"_qs, "graphics");
+    memory.write(u"Long folder/B long name.mid"_qs, anySong);
+}
+
+const QStringList renames{u"rename /Alongn-1.mp3"_qs, u"rename /Alongn-1.cdg"_qs,
+                          u"rename /Longfo-1"_qs, u"rename /Longfo-1/Blongn-1.mid"_qs};
+
+} // namespace
+
+/// When the new names of songs and folders are flushed to the disk.
+class TestRenameFlushes : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void flushesEachNameByItselfOnFat();
+    void flushesAllNamesAtOnceElsewhere();
+    void flushesEachFolderWhereNothingElseCan();
+    void flushesNamesWithoutAnIndex();
+    void copiesNothingThatCannotBeRenamed();
+    void saysFalseWhenANameMayBeLost_data();
+    void saysFalseWhenANameMayBeLost();
+};
+
+void TestRenameFlushes::flushesEachNameByItselfOnFat()
+{
+    const SampleMemory memory;
+    fill(memory);
+    const Outcome outcome = indexOn(Shim::Fat, memory, 0);
+    QVERIFY(outcome.result);
+    QCOMPARE(outcome.steps,
+             QStringList({renames.at(0), u"flush /Alongn-1.mp3"_qs, u"flush "_qs, renames.at(1),
+                          u"flush /Alongn-1.cdg"_qs, u"flush "_qs, renames.at(2),
+                          u"flush /Longfo-1"_qs, u"flush "_qs, renames.at(3),
+                          u"flush /Longfo-1/Blongn-1.mid"_qs, u"flush /Longfo-1"_qs}));
+}
+
+void TestRenameFlushes::flushesAllNamesAtOnceElsewhere()
+{
+    const SampleMemory memory;
+    fill(memory);
+    const Outcome outcome = indexOn(Shim::Plain, memory, 0);
+    QVERIFY(outcome.result);
+    QCOMPARE(outcome.steps, renames + QStringList{u"syncfs "_qs});
+}
+
+void TestRenameFlushes::flushesEachFolderWhereNothingElseCan()
+{
+    const SampleMemory memory;
+    fill(memory);
+    Outcome outcome = indexOn(Shim::WithoutSyncfs, memory, 0);
+    QVERIFY(outcome.result);
+    QCOMPARE(outcome.steps.mid(0, renames.size()), renames);
+    QStringList flushes = outcome.steps.mid(renames.size());
+    flushes.sort();
+    QCOMPARE(flushes, QStringList({u"flush "_qs, u"flush /Longfo-1"_qs}));
+}
+
+/// Nothing is written on a memory without songs.
+void TestRenameFlushes::flushesNamesWithoutAnIndex()
+{
+    const SampleMemory memory;
+    memory.write(u"Long folder/notes.txt"_qs, "text");
+    const Outcome outcome = indexOn(Shim::Plain, memory, 0);
+    QVERIFY(!outcome.result);
+    QCOMPARE(outcome.steps.mid(0, 2), QStringList({u"rename /Longfo-1"_qs, u"syncfs "_qs}));
+}
+
+void TestRenameFlushes::copiesNothingThatCannotBeRenamed()
+{
+    const SampleMemory memory;
+    fill(memory);
+    const Outcome outcome = indexOn(Shim::Plain, memory, 1);
+    QVERIFY(outcome.result);
+    QCOMPARE(outcome.steps, renames.mid(2) + QStringList{u"syncfs "_qs});
+    QVERIFY(memory.has(u"A long name.mp3"_qs));
+    QVERIFY(memory.has(u"A long name.cdg"_qs));
+    QCOMPARE(indexedPaths(memory), QStringList{u"/Longfo-1/Blongn-1.mid"_qs});
+}
+
+void TestRenameFlushes::saysFalseWhenANameMayBeLost_data()
+{
+    QTest::addColumn<Shim::Disk>("disk");
+    QTest::addColumn<int>("step");
+    QTest::newRow("FAT, song") << Shim::Fat << 4;
+    QTest::newRow("FAT, its folder") << Shim::Fat << 5;
+    QTest::newRow("all at once") << Shim::Plain << 5;
+    QTest::newRow("a folder") << Shim::WithoutSyncfs << 6;
+}
+
+void TestRenameFlushes::saysFalseWhenANameMayBeLost()
+{
+    QFETCH(const Shim::Disk, disk);
+    QFETCH(const int, step);
+    const SampleMemory memory;
+    fill(memory);
+    QVERIFY(!indexOn(disk, memory, step).result);
+    QVERIFY(!memory.has(u"fsinfos.id2"_qs));
+    // The next run has nothing to rename.
+    QVERIFY(indexOn(Shim::Plain, memory, 0).result);
+    QCOMPARE(indexedPaths(memory),
+             QStringList({u"/Alongn-1.mp3"_qs, u"/Longfo-1/Blongn-1.mid"_qs}));
+}
+
+BRISEL_TEST(QApplication, TestRenameFlushes)
+#include "tst_renameflushes.moc"
