@@ -15,6 +15,8 @@ check_packages="$bench_packages midicsv id3v2 python3-mutagen \
     appstream desktop-file-utils libxml2-utils shared-mime-info"
 lint_packages="clang-14 clang-format-14 clang-tidy-14 shellcheck"
 fuzz_packages="clang-14 libclang-rt-14-dev"
+# The kernel that knows FAT, what makes and repairs file systems, and what judges them.
+fat_packages="user-mode-linux dosfstools kmod python3"
 # What looks into the program for its dependencies, and what judges the package.
 package_packages="dpkg-dev file lintian"
 

@@ -1,0 +1,160 @@
+"""The memory on which the jobs are done, the jobs themselves and the FAT file systems."""
+
+import hashlib
+import os
+import shutil
+import subprocess
+from dataclasses import dataclass
+
+RECORD_SIZE = 64
+
+
+@dataclass(frozen=True)
+class Job:
+    name: str
+    arguments: str  # of brisel_worker; {m} is the memory and {s} the folder of the sample songs
+    memory: str = "indexed"  # or "changed": songs came, went and have long names since
+    again: tuple = (0,)  # with what it may end when it is done a second time
+
+
+# "songs" stands for a synchronisation: all of them are saved in one lot.
+JOBS = [
+    Job("midi", "save {m}/BASI/ODEFREUD.MID"),
+    Job("container", "save {m}/SONGS/AMAZIGRA.zb4"),
+    Job("mp3", "save {m}/SONGS/YANKEDOO.mp3"),
+    Job("songs", "save {m}/BASI/ODEFREUD.MID {m}/SONGS/AMAZIGRA.zb4 {m}/SONGS/YANKEDOO.mp3"
+                 " {m}/MP3/Saints.MP3 {m}/BASI/NATALE01.zb3 {m}/twinktwi.mid"),
+    # The graphics beside an MP3 are never copied over older ones.
+    Job("copy", "copy {m}/BASI {s}/Greens02.mid {s}/Cucaracha.mp3 {s}/SCALADO.MID", again=(0, 1)),
+    Job("list", "list {m} {m}/LISTS/LIST.TXT"),
+    Job("update", "update {m}", "changed"),
+    Job("rebuild", "index {m}", "changed"),
+]
+
+
+@dataclass(frozen=True)
+class Fat:
+    name: str
+    arguments: tuple  # of mkfs.vfat
+    kilobytes: int
+    is_used: bool  # files were deleted in front of the songs, and some kept between them
+
+
+FATS = [
+    Fat("FAT16", ("-F", "16", "-s", "1"), 4096, True),
+    Fat("FAT16-4K", ("-F", "16", "-s", "8"), 20480, False),
+    Fat("FAT32", ("-F", "32", "-s", "1"), 34000, True),
+]
+
+# How a memory is mounted. Under the first three the kernel writes nothing back by itself, so that
+# what a job does not flush stays behind; when hurried it writes all back every 10 ms.
+MOUNTS = {"flush": "utf8,flush", "none": "utf8", "sync": "utf8,sync", "hurried": "utf8"}
+
+
+KEPT = "KEPT/"  # the folder of files that only a used memory has
+
+
+def is_hurried(mount):
+    return mount == "hurried"
+
+
+FOLDERS = {
+    "BASI": ("ODEFREUD.MID", "NATALE01.zb3", "SCALADO.MID"),
+    "SONGS": ("AMAZIGRA.zb4", "FRAMARTI.kar", "YANKEDOO.mp3"),
+    "MP3": ("Saints.MP3", "ohmydarl.mp3", "SLITTA.ZB5"),
+    ".": ("twinktwi.mid",),
+}
+ADDED = {
+    "BASI": ("Greens02.mid",),
+    "A long folder": ("Valzer delle candele.mid",),
+    "MP3": ("Cucaracha.mp3", "Cucaracha.cdg"),
+}
+
+
+def run_worker(worker, arguments, folder, expected=(0,)):
+    environment = dict(os.environ, HOME=folder, XDG_CONFIG_HOME=folder, LC_ALL="C.UTF-8", TZ="UTC")
+    result = subprocess.run([worker, *arguments], check=False, env=environment,
+                            stderr=subprocess.DEVNULL)
+    if result.returncode not in expected:
+        raise OSError(f"{' '.join(arguments)}: status {result.returncode}")
+
+
+def put_songs(samples, memory, folders):
+    for folder, names in folders.items():
+        os.makedirs(os.path.join(memory, folder), exist_ok=True)
+        for name in names:
+            shutil.copy(os.path.join(samples, name), os.path.join(memory, folder, name))
+
+
+def put_file(path, content):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "wb") as file:
+        file.write(content)
+
+
+def date_files(memory):
+    """Gives all files a time that FAT can hold, or the index would differ from it."""
+    for folder, _, names in os.walk(memory):
+        for name in names:
+            os.utime(os.path.join(folder, name), (1700000000, 1700000000))
+
+
+def playlist(ids):
+    return b"".join(i.to_bytes(4, "big") + bytes(RECORD_SIZE - 4) for i in ids)
+
+
+def make_memories(work, makesamples, worker):
+    """Makes the two memories and the sample songs in the folder "work", outside of any FAT."""
+    samples = os.path.join(work, "samples")
+    subprocess.run([makesamples, samples], check=True, stdout=subprocess.DEVNULL)
+    indexed = os.path.join(work, "indexed")
+    put_songs(samples, indexed, FOLDERS)
+    run_worker(worker, ["save", os.path.join(indexed, "BASI/SCALADO.MID")], work)
+    put_file(os.path.join(indexed, "NOTES.TXT"), b"not a song")
+    put_file(os.path.join(indexed, "LISTS/LIST.TXT"), b"the old list")
+    date_files(indexed)
+    run_worker(worker, ["index", indexed], work)
+    put_file(os.path.join(indexed, "playlist/playlist.dat"),
+             b"\1" + bytes(31) + b"\2" + bytes(31))
+    put_file(os.path.join(indexed, "playlist/play0001.dat"), playlist([3, 1, 8]))
+    put_file(os.path.join(indexed, "playlist/play0002.dat"), playlist([9, 2, 4, 6]))
+    date_files(indexed)
+
+    changed = os.path.join(work, "changed")
+    shutil.copytree(indexed, changed)
+    put_songs(samples, changed, ADDED)
+    run_worker(worker, ["save", os.path.join(changed, "BASI/ODEFREUD.MID")], work)
+    os.remove(os.path.join(changed, "SONGS/FRAMARTI.kar"))
+    date_files(changed)
+
+
+def digests(folder):
+    """Of all files below a folder, by their paths in it."""
+    found = {}
+    for place, _, names in os.walk(folder):
+        for name in names:
+            path = os.path.join(place, name)
+            with open(path, "rb") as file:
+                found[os.path.relpath(path, folder)] = hashlib.sha1(file.read()).hexdigest()
+    return found
+
+
+def do_elsewhere(work, worker, job):
+    """Does the job outside of any FAT. Gives the digests of all files after it, and after it was
+    done a second time."""
+    folder = os.path.join(work, "elsewhere")
+    shutil.copytree(os.path.join(work, job.memory), folder)
+    arguments = job.arguments.format(m=folder, s=os.path.join(work, "samples")).split()
+    results = []
+    for expected in ((0,), job.again):
+        run_worker(worker, arguments, work, expected)
+        results.append(digests(folder))
+    shutil.rmtree(folder)
+    return results
+
+
+def make_image(fat, path):
+    if os.path.exists(path):
+        os.remove(path)
+    subprocess.run(["/usr/sbin/mkfs.vfat", *fat.arguments, "-C", path, str(fat.kilobytes)],
+                   check=True, stdout=subprocess.DEVNULL)
