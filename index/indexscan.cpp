@@ -145,7 +145,7 @@ QString Index::renameLongFileName(const QString &path, const FolderEntry &entry,
         return path;
     const QString shortName = names.freeName(entry.name, entry.kind);
     if (!shortName.isEmpty()) {
-        const QString candidate = path.chopped(entry.name.size()) + shortName;
+        QString candidate = path.chopped(entry.name.size()) + shortName;
         const bool mayRename = this->mayRename(path, candidate);
         if (m_gone || RunGuard::endRequested())
             return {};
