@@ -158,6 +158,8 @@ bool MainWindow::updateBriselIndex(const QString &dest)
     connect(&index, &Index::worked, &m_progress, &RunProgress::paintInTime);
     connect(&index, &Index::errorFromIndex, &m_progress,
             [&report](const QString &message) { report.addMessage(message); });
+    connect(&index, &Index::noticeFromIndex, &m_progress,
+            [&report](const QString &message) { report.addNotice(message); });
     const bool complete = index.updateIndex(root);
     m_progress.end();
     m_statusLine->addReport(report);

@@ -69,6 +69,11 @@ bool RunReport::addMessage(const QString &message)
     return addEntry({Lack::Indexed, Reason::IndexIncomplete, {}, message});
 }
 
+bool RunReport::addNotice(const QString &message)
+{
+    return addEntry({Lack::Indexed, Reason::IndexIncomplete, {}, message, true});
+}
+
 void RunReport::append(const RunReport &part)
 {
     for (const Run run : part.m_runs)
@@ -139,8 +144,7 @@ QString RunReport::text() const
     for (const Pulled &pulled : m_pulled)
         text += line({pulled.lack, Reason::MemoryGone, pulled.memory, {}}) +
                 tr(" (%n song)", "", pulled.count) + u'\n';
-    for (const Entry &entry : m_entries)
-        text += line(entry) + u'\n';
+    text += lines(false) + lines(true);
     const QStringList others = rest();
     for (const QString &line : others)
         text += line + u'\n';
@@ -161,6 +165,16 @@ QStringList RunReport::rest() const
     return lines;
 }
 
+QString RunReport::lines(bool areNotices) const
+{
+    QString lines;
+    for (const Entry &entry : m_entries) {
+        if (entry.isNotice == areNotices)
+            lines += line(entry) + u'\n';
+    }
+    return lines;
+}
+
 QString RunReport::line(const Entry &entry)
 {
     if (!entry.message.isEmpty())
@@ -173,12 +187,13 @@ QString RunReport::line(const Entry &entry)
 RunReport::Kind RunReport::kindOf(const Entry &entry)
 {
     const qsizetype path = entry.message.indexOf(u'/');
-    return {entry.lack, entry.reason, entry.message.left(path)};
+    return {entry.lack, entry.reason, entry.message.left(path), entry.isNotice};
 }
 
 bool RunReport::Kind::operator<(const Kind &other) const
 {
-    return std::tie(lack, reason, start) < std::tie(other.lack, other.reason, other.start);
+    return std::tie(isNotice, lack, reason, start) <
+           std::tie(other.isNotice, other.lack, other.reason, other.start);
 }
 
 bool RunReport::isSkipped(const Kind &kind)
@@ -200,7 +215,7 @@ int RunReport::counted(bool areSkipped) const
 {
     int sum = 0;
     for (const auto &[kind, count] : m_counts)
-        sum += isSkipped(kind) == areSkipped ? count : 0;
+        sum += !kind.isNotice && isSkipped(kind) == areSkipped ? count : 0;
     return sum;
 }
 

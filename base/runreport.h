@@ -60,13 +60,16 @@ public:
     /// same up to the first "/" are of one kind. False when its kind has its lines already: it is
     /// counted only.
     bool addMessage(const QString &message);
+    /// Something that was done and the user should know, in words of its own. Kinds and result as
+    /// with addMessage(); counted neither as failed nor as skipped, and listed behind the files.
+    bool addNotice(const QString &message);
     /// A file of the memory \a memory, which was pulled. All of them share one line, with the lack
     /// of the first.
     void addPulled(Lack lack, const QString &memory);
     /// Takes the runs, the counts and the files of \a part, after its own.
     void append(const RunReport &part);
 
-    /// True when no file is to be told of.
+    /// True when there is neither a file nor a notice to list.
     bool isEmpty() const { return m_entries.isEmpty() && m_pulled.isEmpty(); }
     int counted(Success success) const;
     /// Files passed over because the user wanted it so.
@@ -76,7 +79,8 @@ public:
 
     /// The runs and what they have counted in one line; empty when nothing was counted.
     QString summary() const;
-    /// The summary, a line for each file, and the lines of rest(). Names can't break a line.
+    /// The summary, a line for each file, one for each notice, and the lines of rest(). Names can't
+    /// break a line.
     QString text() const;
     /// A line for each kind that has more files than are named: how many more.
     QStringList rest() const;
@@ -88,6 +92,7 @@ private:
         Reason reason;
         QString path;
         QString message; ///< stands for all the rest when it is not empty
+        bool isNotice = false;
     };
     struct Pulled {
         Lack lack;
@@ -99,12 +104,14 @@ private:
         Lack lack;
         Reason reason;
         QString start; ///< of its messages
+        bool isNotice = false;
         bool operator<(const Kind &other) const;
     };
 
     static QString runText(Run run);
     static QString lackText(Lack lack);
     static QString line(const Entry &entry);
+    QString lines(bool areNotices) const;
     static Kind kindOf(const Entry &entry);
     static bool isSkipped(const Kind &kind);
     bool addEntry(const Entry &entry);

@@ -72,6 +72,8 @@ signals:
     void progressValueChanged(int value);
     void currentPathChanged(const QString &path);
     void errorFromIndex(const QString &message);
+    /// Something that the run did and the user should know, but no failure: a repair, a new name.
+    void noticeFromIndex(const QString &message);
     /// Comes again and again between those above, also in steps that show no progress: a dialog
     /// that shows the run can let itself be painted.
     void worked();

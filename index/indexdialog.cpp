@@ -99,6 +99,7 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
     connect(&index, &Index::currentPathChanged, this, &IndexDialog::updateLabelCurrPath);
     connect(&index, &Index::worked, this, &IndexDialog::breathe);
     connect(&index, &Index::errorFromIndex, this, &IndexDialog::errorFromIndexReceived);
+    connect(&index, &Index::noticeFromIndex, this, &IndexDialog::noticeFromIndexReceived);
     bool done = false;
     if (m_ui->radioButtonUpdate->isChecked())
         done = index.updateIndex(folder);
@@ -200,6 +201,13 @@ void IndexDialog::errorFromIndexReceived(const QString &message)
     if (!m_report.has_value() || m_report->addMessage(message))
         m_ui->plainTextReport->appendPlainText(message);
     ++m_errors;
+    breathe();
+}
+
+void IndexDialog::noticeFromIndexReceived(const QString &message)
+{
+    if (!m_report.has_value() || m_report->addNotice(message))
+        m_ui->plainTextReport->appendPlainText(message);
     breathe();
 }
 

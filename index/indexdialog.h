@@ -42,6 +42,8 @@ public slots:
     void setProgressValue(int value);
     /// Appends \a message to the report, unless it has 1,000 of its kind, and counts one error.
     void errorFromIndexReceived(const QString &message);
+    /// Appends \a message to the report, unless it has 1,000 of its kind. No error.
+    void noticeFromIndexReceived(const QString &message);
     /// Empties the report and the count of errors.
     void clearIndexErrors();
 

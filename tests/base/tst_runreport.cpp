@@ -23,6 +23,8 @@ private slots:
     void tellsSkippedFromFailed();
     void hasALineForEachFile();
     void repeatsMessagesAsTheyAre();
+    void listsNoticesBehindTheFiles();
+    void namesAThousandNotices();
     void joinsItsParts();
     void namesCannotForgeALine_data();
     void namesCannotForgeALine();
@@ -107,6 +109,36 @@ void TestRunReport::repeatsMessagesAsTheyAre()
     QCOMPARE(report.failed(), 1);
     QCOMPARE(report.text(), QStringLiteral("Ottimizzazione memoria: 1 non riuscite\n"
                                            "File non importato, path troppo lungo: /%1/b.mid\n"));
+}
+
+void TestRunReport::listsNoticesBehindTheFiles()
+{
+    RunReport part(Run::Index);
+    part.addNotice(QStringLiteral("Rinominato: /a\nb.mid"));
+    QVERIFY(!part.isEmpty());
+    QCOMPARE(part.failed(), 0);
+    QCOMPARE(part.skipped(), 0);
+    QCOMPARE(part.summary(), QString());
+    RunReport report(Run::Index);
+    report.append(part);
+    report.addMessage(QStringLiteral("Rinominato: /c.mid"));
+    QCOMPARE(report.failed(), 1);
+    QCOMPARE(report.text(), QStringLiteral("Ottimizzazione memoria: 1 non riuscite\n"
+                                           "Rinominato: /c.mid\n"
+                                           "Rinominato: /a\uFFFDb.mid\n"));
+}
+
+void TestRunReport::namesAThousandNotices()
+{
+    RunReport part;
+    for (int i = 0; i < 1000; ++i)
+        QVERIFY(part.addNotice(QStringLiteral("Rinominato: /%1").arg(i)));
+    QVERIFY(!part.addNotice(QStringLiteral("Rinominato: /a")));
+    QVERIFY(part.addMessage(QStringLiteral("Rinominato: /b")));
+    RunReport report;
+    report.append(part);
+    QCOMPARE(report.rest(), QStringList{QStringLiteral("Rinominato: e altri 1")});
+    QCOMPARE(report.failed(), 1);
 }
 
 void TestRunReport::joinsItsParts()

@@ -54,6 +54,7 @@ private slots:
     void keepsIdsInUpdateAndRenumbersInRebuild();
     void reportsRefusedFiles();
     void namesAThousandRefusedFiles();
+    void listsNoticesAsNoErrors();
     void forgetsErrorsOfTheRunBefore();
     void resetsProgressAfterFailure();
     void endsRunWithoutQuestionAtQuit();
@@ -197,6 +198,20 @@ void TestIndexDialog::namesAThousandRefusedFiles()
     lines.removeFirst();
     lines.removeLast();
     QCOMPARE(m_dialog->report()->text().split(u'\n', Qt::SkipEmptyParts).mid(1), lines);
+}
+
+void TestIndexDialog::listsNoticesAsNoErrors()
+{
+    const QString notice = QStringLiteral("Rinominato: /A.MID");
+    connect(child<QPlainTextEdit>("plainTextReport"), &QPlainTextEdit::textChanged, m_dialog.get(),
+            [&] {
+                if (report().endsWith(QStringLiteral("in corso...")))
+                    m_dialog->noticeFromIndexReceived(notice);
+            });
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    QCOMPARE(report(), QString(quietReport).replace(u'\n', u'\n' + notice + u'\n'));
+    QCOMPARE(m_dialog->report()->text(), u'\n' + notice + u'\n');
 }
 
 void TestIndexDialog::forgetsErrorsOfTheRunBefore()
