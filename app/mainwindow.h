@@ -131,6 +131,7 @@ private:
     void showSettings();
     void connectKeys();
     void removeCurrentRow();
+    void removeRow(int row);
     QModelIndex currentShownRow() const;
     void initUserLibraryModel();
     void adjustUserLibraryHeaders();
@@ -169,7 +170,7 @@ private:
     EmptyTableHint *m_hint = nullptr;          ///< null as long as the model is
     bool m_copyrightAsk = true;                ///< default of the setting "copyrightAsk"
 
-    QStringList m_fileList; ///< what the user picked last
+    QStringList m_fileList; ///< what the user picked last, without the rows taken out since
     QString m_shortage;     ///< of room, in the last transfer or backup
     RunProgress m_progress;
     StatusLine *m_statusLine = nullptr; ///< made with the window

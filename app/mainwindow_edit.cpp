@@ -124,7 +124,7 @@ void MainWindow::onSongsTableViewShowContextMenu(const QPoint &pos)
     if (chosen == nullptr || !index.isValid())
         return;
     if (chosen == removeAction)
-        m_model->removeRows(index.row(), 1);
+        removeRow(index.row());
     else if (chosen == deleteAction)
         deleteSongFile(index.row());
 }
@@ -138,7 +138,20 @@ void MainWindow::deleteSongFile(int row)
         return;
     // A file that can't be deleted leaves the list all the same.
     QFile::remove(m_model->fileName(row));
-    m_model->removeRows(row, 1);
+    removeRow(row);
+}
+
+/// The file stays, but is neither sent nor backed up any more.
+void MainWindow::removeRow(int row)
+{
+    const QString path = m_model->fileName(row);
+    if (!m_model->removeRows(row, 1))
+        return;
+    m_fileList.removeOne(path);
+    if (m_fileList.isEmpty()) {
+        m_ui->updateDataToolButton->setEnabled(false);
+        m_ui->transferFilesToolButton->setEnabled(false);
+    }
 }
 
 void MainWindow::on_dbgSavePushButton_clicked()

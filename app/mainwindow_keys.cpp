@@ -34,10 +34,10 @@ QModelIndex MainWindow::currentShownRow() const
     return m_ui->userLibraryTableView->isRowHidden(current.row()) ? QModelIndex() : current;
 }
 
-/// As "Remove from list" does: neither the file nor the list of picked files changes.
+/// As "Remove from list" does.
 void MainWindow::removeCurrentRow()
 {
     const QModelIndex current = currentShownRow();
     if (current.isValid() && canStartRun())
-        m_model->removeRows(current.row(), 1);
+        removeRow(current.row());
 }

@@ -28,10 +28,12 @@ void makeIndex(const QString &root, const QByteArray &input)
 
 void checkSongs(const QList<SongInfoIndex> &songs, const QByteArray &pathFile)
 {
-    REQUIRE(songs.size() * IndexRecord::size == pathFile.size());
+    // Records without an id of their own are left out.
+    REQUIRE(songs.size() * IndexRecord::size <= pathFile.size());
     for (qsizetype i = 0; i < songs.size(); ++i) {
         const SongInfoIndex &song = songs.at(i);
         REQUIRE(song.id != SongInfoIndex::deletedId);
+        REQUIRE(i == 0 || songs.at(i - 1).id < song.id);
         REQUIRE(song.posidx == i);
         REQUIRE(song.type <= 7 && song.flag <= 1);
         REQUIRE(song.path.size() <= SongInfoIndex::maxPath + 1);
@@ -53,16 +55,15 @@ void checkIndexReader(const QByteArray &input)
     set.setRoot(root);
     QList<SongInfoIndex> songs;
     IndexReader reader;
-    const bool done = reader.read(set, root, songs);
-    if (done) {
-        reader.readTexts(songs);
-        checkSongs(songs, fileBytes(root + QStringLiteral("/index.id2")));
-    }
+    REQUIRE(reader.read(set, root, songs));
+    const bool areWhole = reader.hasAllTexts();
+    reader.readTexts(songs);
+    checkSongs(songs, fileBytes(root + QStringLiteral("/index.id2")));
 
     QFile::remove(list);
     Index index;
     const auto mode = static_cast<SORT_MODE>(input.size() % 3);
-    REQUIRE(index.saveSongsList(root, list, mode) == (done ? 1 : 0));
+    REQUIRE(index.saveSongsList(root, list, mode) == (areWhole ? 1 : 0));
     // A line break in a title gives a line more.
-    REQUIRE(!done || fileBytes(list).count('\n') > songs.size());
+    REQUIRE(!areWhole || fileBytes(list).count('\n') > songs.size());
 }

@@ -158,38 +158,39 @@ void writeIndexSeeds()
 void writeMemorySeeds()
 {
     const QList<SongInfoIndex> songs = sampleIndexSongs();
-    const QByteArray paths = IndexWriters::pathFile(songs);
-    const SongOrder byTitle = SongOrders::byTitle(songs);
-    const QByteArray records = IndexWriters::songRecords(songs);
-    const auto groups = [&](QString SongInfoIndex::*group) {
-        return IndexWriters::groupFile(songs, records, SongOrders::byGroup(songs, byTitle, group),
-                                       group);
+    const QList<QByteArray> files = sampleSetFiles(songs);
+    const QByteArray &paths = files.at(0);
+    const QByteArray &titles = files.at(2);
+    const auto joined = [](const QList<QByteArray> &contents) {
+        QByteArray pieces;
+        for (qsizetype i = 0; i < contents.size(); ++i)
+            pieces += joinedPieces(static_cast<int>(i), contents.at(i));
+        return pieces;
     };
-    QByteArray set = joinedPieces(0, paths);
-    set += joinedPieces(1, IndexWriters::orderFile(songs, SongOrders::byPath(songs)));
-    const IndexWriters::ListFile titles = IndexWriters::titleFile(songs, records, byTitle);
-    const IndexWriters::ListFile artists = groups(&SongInfoIndex::artist);
-    const IndexWriters::ListFile genres = groups(&SongInfoIndex::genre);
-    int part = 2;
-    for (const IndexWriters::ListFile *list : {&titles, &artists, &genres})
-        set += joinedPieces(part++, list->content);
-    for (const IndexWriters::ListFile *list : {&titles, &artists, &genres})
-        set += joinedPieces(part++, list->alphabet.bytes());
-    for (int tables = 11; tables < 14; ++tables)
-        set += joinedPieces(tables, AlphabetTable().bytes());
-    set += joinedPieces(14, IndexWriters::countFile({static_cast<quint16>(titles.count),
-                                                     static_cast<quint16>(artists.count),
-                                                     static_cast<quint16>(genres.count), 0, 0, 0}));
-    writeSeed(QStringLiteral("memorycheck"), QStringLiteral("set"), set);
-
+    const QByteArray set = joined(files);
     const QByteArray list = joinedPieces(15, QByteArray("\x01").leftJustified(32, '\0'));
+    const QByteArray playlist = list + joinedPieces(16, titles);
     QByteArray pathFile;
     for (const SongInfoIndex &song : songs)
         pathFile += pathBytes(song.path).leftJustified(64, '\0');
-    writeSeed(QStringLiteral("memorycheck"), QStringLiteral("playlist"),
-              set + list + joinedPieces(16, titles.content) + joinedPieces(17, pathFile));
+    const auto write = [](const QString &name, const QByteArray &seed) {
+        writeSeed(QStringLiteral("memorycheck"), name, seed);
+    };
+    write(QStringLiteral("set"), set);
+    write(QStringLiteral("playlist"), set + playlist + joinedPieces(17, pathFile));
+    for (int i = 0; i < static_cast<int>(files.size()); ++i) {
+        QList<QByteArray> damaged = files;
+        damaged[i].clear();
+        write(QStringLiteral("emptied%1").arg(i), joined(damaged) + playlist);
+        damaged[i] = files.at(i).chopped(files.at(i).size() / 3);
+        write(QStringLiteral("cut%1").arg(i), joined(damaged) + playlist);
+        write(QStringLiteral("missing%1").arg(i),
+              set + playlist + joinedPieces(18, QByteArray(1, static_cast<char>(2 * i))));
+        write(QStringLiteral("folder%1").arg(i),
+              set + playlist + joinedPieces(18, QByteArray(1, static_cast<char>(2 * i + 1))));
+    }
     for (const int repeatedPart : {0, 1, 2, 3, 16}) {
-        const QByteArray piece = repeatedPart == 0 ? paths.left(64) : titles.content.left(64);
+        const QByteArray piece = repeatedPart == 0 ? paths.left(64) : titles.left(64);
         putFile(QStringLiteral("%1/memorycheck/many%2.large").arg(outFolder).arg(repeatedPart),
                 repeated(set + list, joinedPieces(repeatedPart, piece)));
     }
@@ -218,6 +219,22 @@ void writeSwapSeeds()
             repeated(joinedPieces(1, "twelve bytes") + joinedPieces(2, QByteArray(4096, 't')) +
                          joinedPieces(0, mark.replace("#2 5", "#2 4096")),
                      joinedPieces(0, "#2 4096 title.id2\n")));
+}
+
+void writeNameSeeds()
+{
+    const QString target = QStringLiteral("givennames");
+    const QByteArray head = "brisel2pc names 1\n";
+    const QByteArray line = "# / Long%20name.mid Longna-1.mid\n";
+    writeSeed(target, QStringLiteral("one"), head + line);
+    writeSeed(target, QStringLiteral("folder"), head + "# /POP Long%20name.mid Longna-1.mid\n");
+    writeSeed(target, QStringLiteral("moved"), head + "# /ROCK Long%20name.mid Longna-1.mid\n");
+    writeSeed(target, QStringLiteral("damaged"), head + "00000000" + line.mid(1) + line.chopped(3));
+    writeSeed(target, QStringLiteral("escape"),
+              head + "# /.. Long%20name.mid Longna-1.mid\n# / Long%20name.mid ../outside.mid\n" +
+                  "# /POP Long%20name.mid index.id2\n");
+    writeSeed(target, QStringLiteral("others"),
+              head + "# / Long%20night.mid Longna-1.mid\n" + line);
 }
 
 bool writeCatalogueSeeds()
@@ -270,6 +287,7 @@ int main(int argc, char **argv)
     writeIndexSeeds();
     writeMemorySeeds();
     writeSwapSeeds();
+    writeNameSeeds();
     writeMarkerSeeds();
     return writeCatalogueSeeds() ? 0 : 1;
 }

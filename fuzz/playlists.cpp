@@ -3,6 +3,7 @@
 #include "fuzz/fuzzing.h"
 #include "fuzz/memoryset.h"
 #include "fuzz/targets.h"
+#include "index/indexreader.h"
 #include "index/indexrecords.h"
 
 #include <QDir>
@@ -40,40 +41,62 @@ const SongInfoIndex *songOf(const QByteArray &playlist, qsizetype pos,
     return song == songs.end() ? nullptr : &*song;
 }
 
-/// What a playlist must hold after its songs got other ids.
+/// True when each entry is a copy of a record of the old set: what the player makes.
+bool isCopied(const QByteArray &playlist, const QList<SongInfoIndex> &songs)
+{
+    for (qsizetype pos = 0; fits(playlist, pos, IndexRecord::size); pos += IndexRecord::size) {
+        const SongInfoIndex *song = songOf(playlist, pos, songs);
+        if (song == nullptr || SongRecord(*song).bytes() != playlist.mid(pos, IndexRecord::size))
+            return false;
+    }
+    return true;
+}
+
+/// What such a playlist must hold after its songs got other ids.
 QByteArray renumbered(const QByteArray &playlist, const QList<SongInfoIndex> &oldSongs,
                       const QList<SongInfoIndex> &newSongs)
 {
     QByteArray expected;
-    for (qsizetype pos = 0; fits(playlist, pos, IndexRecord::size); pos += IndexRecord::size) {
-        const SongInfoIndex *song = songOf(playlist, pos, oldSongs);
-        if (song != nullptr)
-            expected += SongRecord(newSongs.at(song - oldSongs.data())).bytes();
-    }
+    for (qsizetype pos = 0; fits(playlist, pos, IndexRecord::size); pos += IndexRecord::size)
+        expected +=
+            SongRecord(newSongs.at(songOf(playlist, pos, oldSongs) - oldSongs.data())).bytes();
     return expected + playlist.mid(expected.size());
 }
 
-/// What a path file that anyone may have written turns into: records of known songs, then what was
-/// there before.
+/// What playlists and path files that anyone may have written turn into: records of known songs,
+/// and of what was there before.
 bool isFromSongs(const QByteArray &playlist, const QByteArray &old,
                  const QList<SongInfoIndex> &songs)
 {
     qsizetype pos = 0;
-    while (const SongInfoIndex *song =
-               fits(playlist, pos, IndexRecord::size) ? songOf(playlist, pos, songs) : nullptr) {
-        if (playlist.mid(pos, IndexRecord::size) != SongRecord(*song).bytes())
-            break;
-        pos += IndexRecord::size;
+    for (; fits(playlist, pos, IndexRecord::size); pos += IndexRecord::size) {
+        const QByteArray record = playlist.mid(pos, IndexRecord::size);
+        const SongInfoIndex *song = songOf(playlist, pos, songs);
+        if (record != old.mid(pos, IndexRecord::size) &&
+            (song == nullptr || record != SongRecord(*song).bytes()))
+            return false;
     }
     return playlist.mid(pos) == old.mid(pos);
 }
 
-bool swapSet(IndexSet &set, const QList<qint16> &listed, const QList<SongInfoIndex> &songs)
+/// Writes the set of \a songs, and reads it.
+IndexReader readSet(const IndexSet &set, QList<SongInfoIndex> songs)
 {
+    const QList<QByteArray> files = sampleSetFiles(songs);
+    for (qsizetype i = 0; i < files.size(); ++i)
+        putFile(set.filePath(IndexSet::names().at(i)), files.at(i));
+    IndexReader reader;
+    REQUIRE(reader.read(set, set.root(), songs) && reader.isSound());
+    return reader;
+}
+
+void swapSet(IndexSet &set, const QList<qint16> &listed, const IndexReader &old,
+             const QList<SongInfoIndex> &songs, PlaylistFollower::Way way)
+{
+    PlaylistFollower follower(old, songs, [](const QString &path) { return path; });
     REQUIRE(set.beginStaging());
-    const bool complete = Playlists::stageSongsFiles(set, listed, songs);
+    Playlists::stage(set, listed, follower, way);
     REQUIRE(commitEmptySet(set));
-    return complete;
 }
 
 } // namespace
@@ -94,24 +117,27 @@ void checkPlaylists(const QByteArray &input)
     const bool useOldPaths = byteAt(parts.at(Flags), 0) % 2 == 0;
     const bool hadAllPaths = Playlists::haveAllPathFiles(set, listed);
     REQUIRE(!hadAllPaths || listed.size() <= numbers.size());
+    const IndexReader old = readSet(set, oldSongs);
     if (!useOldPaths) {
-        const Playlists::Preparation done = Playlists::writePathFiles(set, listed, oldSongs);
+        const Playlists::Preparation done = Playlists::writePathFiles(set, listed, old);
         const bool allThere = std::all_of(listed.begin(), listed.end(),
                                           [](qint16 number) { return numbers.contains(number); });
         REQUIRE(done ==
                 (allThere ? Playlists::Preparation::Written : Playlists::Preparation::NoSongs));
     }
-    swapSet(set, listed, newSongs);
+    const bool isAnew = byteAt(parts.at(Flags), 0) / 2 % 2 == 0;
+    swapSet(set, listed, old, newSongs,
+            isAnew ? PlaylistFollower::Way::Anew : PlaylistFollower::Way::InPlace);
     for (qsizetype i = 0; i < numbers.size(); ++i) {
         const qint16 number = numbers.at(i);
-        const QByteArray old = parts.at(FirstSongs + i);
+        const QByteArray before = parts.at(FirstSongs + i);
         const QByteArray playlist = fileBytes(root + u'/' + Playlists::songsFileName(number));
         if (!listed.contains(number))
-            REQUIRE(playlist == old);
-        else if (useOldPaths)
-            REQUIRE(isFromSongs(playlist, old, newSongs));
+            REQUIRE(playlist == before);
+        else if (isCopied(before, oldSongs))
+            REQUIRE(playlist == renumbered(before, oldSongs, newSongs));
         else
-            REQUIRE(playlist == renumbered(old, oldSongs, newSongs));
+            REQUIRE(isFromSongs(playlist, before, newSongs));
     }
     REQUIRE(!QFileInfo::exists(root + QStringLiteral("/.brisel2pc")));
 }

@@ -27,6 +27,7 @@ static const QMap<QString, void (*)(const QByteArray &)> &targets()
         {QStringLiteral("markers"), checkMarkers},
         {QStringLiteral("catalogue"), checkCatalogue},
         {QStringLiteral("swapmark"), checkSwapMark},
+        {QStringLiteral("givennames"), checkGivenNames},
     };
     return map;
 }

@@ -21,7 +21,7 @@ void checkMetaSong(const QByteArray &input);
 void checkSongHead(const QByteArray &input);
 /// An index set read back from a memory.
 void checkIndexReader(const QByteArray &input);
-/// A check of a memory whose index anyone may have written.
+/// A check and an update of a memory whose index anyone may have written.
 void checkMemoryCheck(const QByteArray &input);
 /// The playlists of a memory, to paths and back.
 void checkPlaylists(const QByteArray &input);
@@ -29,5 +29,7 @@ void checkPlaylists(const QByteArray &input);
 void checkMarkers(const QByteArray &input);
 /// A catalogue file.
 void checkCatalogue(const QByteArray &input);
+/// The names that a memory remembers of its songs.
+void checkGivenNames(const QByteArray &input);
 /// What a swap of the index that was cut has left on a memory.
 void checkSwapMark(const QByteArray &input);

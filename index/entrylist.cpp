@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cerrno>
 #include <vector>
 
 #ifdef Q_OS_LINUX
@@ -60,83 +61,113 @@ FileKind kindOf(const dirent &entry, const QString &path)
     }
 }
 
-/// The name of \a entry; empty when it is no text.
-QString nameOf(const dirent &entry)
+/// Appends \a entry of \a folder, which is open as \a handle, to \a all, unless it is hidden.
+void addVisible(const dirent &entry, const QString &folder, int handle, bool isFat,
+                FolderEntries &all)
 {
     const char *const start = static_cast<const char *>(entry.d_name);
     const QByteArray bytes = QByteArray::fromRawData(start, qstrlen(start));
-    QString name = QFile::decodeName(bytes);
-    if (name.contains(QChar::ReplacementCharacter) && QFile::encodeName(name) != bytes)
-        name.clear();
-    return name;
+    const QString name = QFile::decodeName(bytes);
+    const QString path = folder + u'/' + name;
+    if (name.startsWith(u'.') || (isFat && isHiddenByAttribute(path)))
+        return;
+    const bool isText =
+        !name.contains(QChar::ReplacementCharacter) || QFile::encodeName(name) == bytes;
+    (isText ? all.entries : all.unnamed).append({name, kindOf(entry, path), isLink(entry, handle)});
 }
 
-/// The entries of \a folder, in no order.
-QList<FolderEntry> entriesOf(const QString &folder)
+/// Without order, and with the folders of the system.
+FolderEntries entriesOf(const QString &folder)
 {
-    QList<FolderEntry> entries;
+    FolderEntries all;
     DIR *const handle = ::opendir(QFile::encodeName(folder).constData());
-    if (handle == nullptr)
-        return entries;
+    if (handle == nullptr) {
+        all.isComplete = errno == ENOENT;
+        return all;
+    }
     const int number = ::dirfd(handle);
     const bool fat = isOnFat(number);
+    errno = 0;
     while (const dirent *const entry = ::readdir(handle)) {
-        const QString name = nameOf(*entry);
-        if (name.isEmpty() || name.startsWith(u'.'))
-            continue;
-        const QString path = folder + u'/' + name;
-        if (!fat || !isHiddenByAttribute(path))
-            entries.append({name, kindOf(*entry, path), isLink(*entry, number)});
+        addVisible(*entry, folder, number, fat, all);
+        errno = 0;
     }
+    all.isComplete = errno == 0;
     ::closedir(handle);
-    return entries;
+    return all;
 }
 
 #else
 
-QList<FolderEntry> entriesOf(const QString &folder)
+FolderEntries entriesOf(const QString &folder)
 {
-    QList<FolderEntry> entries;
-    const QFileInfoList all =
-        QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QFileInfo &info : all) {
-        if (!info.isHidden())
-            entries.append({info.fileName(), fileKind(info.filePath()), info.isSymLink()});
+    FolderEntries all;
+    const QDir dir(folder);
+    const QFileInfoList infos =
+        dir.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (const QFileInfo &info : infos) {
+        if (!info.isHidden() && !info.fileName().startsWith(u'.'))
+            all.entries.append({info.fileName(), fileKind(info.filePath()), info.isSymLink()});
     }
-    return entries;
+    all.isComplete = !dir.exists() || dir.isReadable();
+    return all;
 }
 
 #endif
 
-bool belongsToSystem(const QString &name)
+void sort(QList<FolderEntry> &entries)
 {
-    return name.compare(QStringLiteral("System Volume Information"), Qt::CaseInsensitive) == 0 ||
-           name.compare(QStringLiteral("lost+found"), Qt::CaseInsensitive) == 0;
+    struct Place {
+        QString key;
+        FolderEntry entry;
+    };
+    std::vector<Place> places;
+    places.reserve(static_cast<size_t>(entries.size()));
+    for (FolderEntry &entry : entries)
+        places.push_back({lowerCased(entry.name), std::move(entry)});
+    std::sort(places.begin(), places.end(), [](const Place &a, const Place &b) {
+        const int order = a.key.compare(b.key);
+        return order != 0 ? order < 0 : a.entry.name < b.entry.name;
+    });
+    entries.clear();
+    for (Place &place : places)
+        entries.append(std::move(place.entry));
+}
+
+bool isSystemFolder(QStringView name)
+{
+    static constexpr QStringView names[]{u"$RECYCLE.BIN", u"RECYCLER", u"RECYCLED",
+                                         u"System Volume Information", u"lost+found"};
+    const auto isDigit = [](QChar character) { return character >= u'0' && character <= u'9'; };
+    constexpr QStringView repaired = u"FOUND.";
+    constexpr qsizetype digits = 3;
+    if (name.startsWith(u".Trash", Qt::CaseInsensitive))
+        return true;
+    if (name.startsWith(repaired, Qt::CaseInsensitive) && name.size() == repaired.size() + digits)
+        return std::all_of(name.cend() - digits, name.cend(), isDigit);
+    return std::any_of(std::cbegin(names), std::cend(names), [name](QStringView known) {
+        return name.compare(known, Qt::CaseInsensitive) == 0;
+    });
 }
 
 } // namespace
 
-QList<FolderEntry> visibleEntries(const QString &folder)
+FolderEntries visibleEntries(const QString &folder)
 {
-    struct Entry {
-        QString key;
-        FolderEntry entry;
-    };
-    QList<FolderEntry> all = entriesOf(folder);
-    std::vector<Entry> entries;
-    entries.reserve(static_cast<size_t>(all.size()));
-    for (FolderEntry &entry : all) {
-        const bool isShown = entry.kind == FileKind::Regular || entry.kind == FileKind::Folder;
-        if (isShown && !entry.name.isEmpty() && !belongsToSystem(entry.name))
-            entries.push_back({lowerCased(entry.name), std::move(entry)});
+    FolderEntries all = entriesOf(folder);
+    for (QList<FolderEntry> *entries : {&all.entries, &all.unnamed}) {
+        entries->removeIf([](const FolderEntry &entry) {
+            return entry.kind == FileKind::Folder && isSystemFolder(entry.name);
+        });
+        sort(*entries);
     }
-    std::sort(entries.begin(), entries.end(), [](const Entry &a, const Entry &b) {
-        const int order = a.key.compare(b.key);
-        return order != 0 ? order < 0 : a.entry.name < b.entry.name;
-    });
-    QList<FolderEntry> visible;
-    visible.reserve(static_cast<qsizetype>(entries.size()));
-    for (Entry &entry : entries)
-        visible.append(std::move(entry.entry));
-    return visible;
+    return all;
+}
+
+bool liesInSystemFolder(QStringView path)
+{
+    QList<QStringView> names = path.split(u'/', Qt::SkipEmptyParts);
+    if (!names.isEmpty())
+        names.removeLast();
+    return std::any_of(names.cbegin(), names.cend(), isSystemFolder);
 }

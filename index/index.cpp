@@ -7,6 +7,7 @@
 #include "base/folderhandle.h"
 #include "base/folderlock.h"
 #include "base/runguard.h"
+#include "index/entrylist.h"
 #include "index/playlists.h"
 #include "index/songhead.h"
 #include "library/nocopyrightdialog.h"
@@ -65,6 +66,12 @@ bool Index::run(const QString &root, bool (Index::*work)())
     }
     m_memory = MemoryIdentity(m_root);
     m_set.recover();
+    m_names.setRoot(m_root);
+    m_names.load();
+    m_renames.setRoot(m_root, m_names);
+    m_wasComplete = checkIndexFile();
+    for (const QString &name : IndexSet::names())
+        moveFolderAside(name);
     if (isWriteProtected(m_root)) {
         // Nobody is asked what can't be done.
         m_askRename = false;
@@ -75,23 +82,21 @@ bool Index::run(const QString &root, bool (Index::*work)())
 
 bool Index::update()
 {
-    if (!checkIndexFile())
-        return rebuild();
-    m_lastId = 0;
     m_nextId = 0;
     resetCounts();
-    const Playlists::Preparation playlists = createPlaylistFilePath();
-    m_restorePlaylists = playlists == Playlists::Preparation::Written;
-    if (!m_restorePlaylists)
-        m_playlists.clear();
     // A memory that takes no path file takes no index either, and losing this one would leave the
     // playlists without their songs.
-    if (playlists == Playlists::Preparation::Unwritable ||
-        (!m_restorePlaylists && loadAllIndexFile() < 0)) {
-        m_set.abandon();
-        return fail();
-    }
-    m_nextId = m_lastId + 1;
+    const bool isRead = loadAllIndexFile() == 0;
+    if (isRead && !m_wasComplete)
+        return rebuild();
+    const Playlists::Preparation playlists =
+        isRead ? createPlaylistFilePath() : Playlists::Preparation::Unwritable;
+    if (playlists == Playlists::Preparation::Unwritable)
+        return giveUp();
+    m_restorePlaylists = playlists == Playlists::Preparation::Written;
+    m_modified = !m_reader.isSound();
+    // An entry of a playlist whose song has gone would play the one that got its id.
+    m_nextId = std::max(m_lastId, Playlists::highestId(m_set, m_playlists)) + 1;
     return finish(createPathIndex());
 }
 
@@ -133,17 +138,19 @@ bool Index::setRoot(const QString &root)
 bool Index::rebuild()
 {
     resetCounts();
+    m_isRebuild = true;
+    // What can be read of the old index says what the playlists name. Without any of it their path
+    // files and titles do.
+    loadAllIndexFile();
     if (createPlaylistFilePath() == Playlists::Preparation::Unwritable) {
         // Without its path file a playlist would lose all its songs together with the old index.
-        m_set.abandon();
-        return fail();
+        return giveUp();
     }
     m_restorePlaylists = true;
     m_lastId = SongInfoIndex::deletedId;
     m_nextId = 0;
     m_nextPosidx = 0;
     m_songs.clear();
-    m_reader = IndexReader();
     // Given up here, taken away once the new set is ready to take its place.
     debug() << "delete index";
     const ListRun run = createPathIndex();
@@ -168,13 +175,20 @@ bool Index::finish(ListRun run)
         m_failure = RunReport::Reason::MemoryGone;
         return false;
     case ListRun::Ended:
-        m_set.abandon();
+        m_set.discard();
         m_failure = RunReport::Reason::Interrupted;
         return false;
     case ListRun::Failed:
-        m_set.abandon();
+        m_set.discard();
         return fail();
+    case ListRun::Unreachable:
+        m_set.discard();
+        m_failure = RunReport::Reason::Unreachable;
+        return false;
     case ListRun::Done:
+        // What a folder holds that can't be read is not gone.
+        if (m_unreadable.isEmpty())
+            m_names.tidy();
         break;
     }
     // A full memory may lack the player's empty folders: its set is whole all the same.
@@ -182,7 +196,19 @@ bool Index::finish(ListRun run)
     const bool hasFolders = createBriselDir(areNew) || !isWriteProtected(m_root);
     if (!m_set.discard() && areNew)
         flushFolder(m_root);
-    return (hasFolders && checkIndexFile()) || fail();
+    if (!hasFolders || !checkIndexFile())
+        return fail();
+    if (m_isRepaired)
+        emit noticeFromIndex(tr("L'indice era danneggiato ed è stato riparato"));
+    return true;
+}
+
+/// Ends a run before its walk. False, with the reason.
+bool Index::giveUp()
+{
+    m_renames.flush();
+    m_set.discard();
+    return fail();
 }
 
 /// False, with the reason.
@@ -208,11 +234,13 @@ Index::ListRun Index::createPathIndex()
     emit progressValueChanged(0);
     m_filesFound = 0;
     m_visitedFolders.clear();
-    m_renames.setRoot(m_root);
+    m_songFolders.clear();
+    m_unreadable.clear();
     m_paths = PathTable();
     m_expected = 0;
     scanFiles(m_root);
     m_byPath = SongOrders::byPath(m_songs);
+    dropDoubledSongs();
     emit worked();
     if (m_filesFound > 0 && !RunGuard::endRequested()) {
         emit progressMaxSetup(m_filesFound);
@@ -226,11 +254,19 @@ Index::ListRun Index::createPathIndex()
         return ListRun::Ended;
     if (!areNamesFlushed || m_renameFailed)
         return ListRun::Failed;
+    if (m_isRebuild && wouldLoseSongs())
+        return ListRun::Unreachable;
     if (m_filesFound == 0 || !m_modified)
         return ListRun::Done;
-    m_reader.readTexts(m_songs);
+    const bool isDamaged = !m_isRebuild && !m_reader.isSound();
+    if (isDamaged)
+        restoreIds();
+    // The songs of a rebuild do not stand where the reader has them.
+    if (!m_isRebuild)
+        m_reader.readTexts(m_songs);
     emit worked();
     const ListRun run = writeSet();
+    m_isRepaired = isDamaged && run == ListRun::Done;
     // The mark may be gone with what was staged.
     return m_gone || !m_memory.isThere() ? ListRun::Gone : run;
 }
@@ -246,8 +282,7 @@ Index::ListRun Index::writeSet()
     emit progressValueChanged(10);
     if (writeOrdIndex() < 0)
         return ListRun::Failed;
-    if (m_restorePlaylists)
-        restorePlaylistFilePath();
+    restorePlaylistFilePath();
     if (writePathIndex() < 0)
         return ListRun::Failed;
     emit progressValueChanged(20);
@@ -293,9 +328,14 @@ void Index::removeDeletedItems()
 {
     const qsizetype removed = m_songs.removeIf(
         [](const SongInfoIndex &song) { return song.id == SongInfoIndex::deletedId; });
+    if (m_isRebuild)
+        giveFreeIds();
+    const bool isInOrder = std::is_sorted(m_songs.cbegin(), m_songs.cend(), compareById);
+    if (!isInOrder)
+        std::sort(m_songs.begin(), m_songs.end(), compareById);
     for (qsizetype i = 0; i < m_songs.size(); ++i)
         m_songs[i].posidx = static_cast<quint16>(i);
-    if (removed > 0)
+    if (removed > 0 || !isInOrder)
         m_byPath = SongOrders::byPath(m_songs);
     m_byTitle = SongOrders::byTitle(m_songs);
     emit worked();
@@ -310,50 +350,6 @@ void Index::createMp3TitleIndex()
     debug() << "create mp3 index";
     for (SongOrder *order : {&m_byTitle, &m_byArtist.order, &m_byGenre.order})
         *order = SongOrders::mp3Only(m_songs, *order);
-}
-
-void Index::createTitleIndex()
-{
-    debug() << "create title index";
-    int counter = 1;
-    for (const qsizetype position : std::as_const(m_byPath)) {
-        if (RunGuard::endRequested())
-            return;
-        SongInfoIndex &song = m_songs[position];
-        emit currentPathChanged(song.absolutePath);
-        refreshSong(song);
-        emit progressValueChanged(counter++);
-    }
-    emit currentPathChanged(QString());
-}
-
-void Index::refreshSong(SongInfoIndex &song)
-{
-    const bool isNew = song.id > m_lastId || m_lastId == SongInfoIndex::deletedId;
-    // One look at each song: a new one is opened anyway.
-    FileState state;
-    if (isNew)
-        SongHead::read(song.absolutePath, m_prefix, state);
-    else
-        state = fileState(song.absolutePath);
-    // A song that can't be looked at (no permission, a read error) has not vanished.
-    const bool isThere = state.kind == FileKind::Regular || state.kind == FileKind::Unreachable;
-    if (!isThere || (!song.isMet && leavesRoot(song.absolutePath, m_root))) {
-        song.id = SongInfoIndex::deletedId;
-        m_modified = true;
-        return;
-    }
-    SongInfoIndex stamp;
-    stamp.setModified(state.modified);
-    if (!isNew && stamp.date == song.date && stamp.time == song.time)
-        return;
-    // A known song that can't be looked at now keeps what is known of it, for another day.
-    if (!isNew && !SongHead::read(song.absolutePath, m_prefix, state))
-        return;
-    SongHead::parse(m_prefix, song);
-    song.date = stamp.date;
-    song.time = stamp.time;
-    m_modified = true;
 }
 
 /// True when the player's empty folders are there; \a areNew: one was made.
@@ -374,12 +370,12 @@ bool Index::createBriselDir(bool &areNew)
 qint32 Index::loadAllIndexFile()
 {
     m_nextPosidx = 0;
+    m_lastId = 0;
     const bool isRead = m_reader.read(m_set, m_root, m_songs);
     emit worked();
     if (!isRead)
         return -1;
     m_nextPosidx = static_cast<quint16>(m_songs.size());
-    if (!m_songs.isEmpty())
-        m_lastId = m_songs.last().id;
+    m_lastId = m_reader.highestId();
     return 0;
 }

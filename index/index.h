@@ -2,6 +2,7 @@
 
 #include "base/memoryidentity.h"
 #include "base/runreport.h"
+#include "index/givennames.h"
 #include "index/indexreader.h"
 #include "index/indexset.h"
 #include "index/indexwriters.h"
@@ -10,14 +11,18 @@
 #include "index/playlists.h"
 #include "index/songinfoindex.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QSet>
+#include <QStringList>
 
 #include <array>
 #include <functional>
+#include <optional>
 
 class LongNames;
+struct FolderEntries;
 struct FolderEntry;
 
 /// Builds and updates the index on the player's memory: walks its folders, shortens long names,
@@ -46,7 +51,8 @@ public:
     /// also for a memory without songs, which then has no index.
     bool createIndex(const QString &root);
     /// Takes new, changed and vanished songs into the index of \a root; every known song keeps its
-    /// id. Runs createIndex where there is no complete index. Writes nothing when nothing changed.
+    /// id. Repairs a damaged index, and runs createIndex where a file of it is missing. Writes
+    /// nothing when nothing changed.
     bool updateIndex(const QString &root);
     /// Why the last run, or the last list of songs, was not done.
     RunReport::Reason failure() const { return m_failure; }
@@ -81,9 +87,10 @@ signals:
 private:
     enum class ListRun {
         Done,
-        Failed, ///< something could not be written: the old index stays
-        Ended,  ///< the program is to end: the old index stays
-        Gone,   ///< the memory is no longer there; what is there now must not be touched
+        Failed,      ///< something could not be written: the old index stays
+        Ended,       ///< the program is to end: the old index stays
+        Unreachable, ///< songs of the old index can't be reached: it stays
+        Gone,        ///< the memory is no longer there; what is there now must not be touched
     };
 
     /// Stores \a root without one trailing "/" or "\". False when it is no folder.
@@ -94,9 +101,18 @@ private:
     void resetCounts();
     bool finish(ListRun run);
     bool fail();
+    bool giveUp();
     bool isSameMemory();
+    void moveFolderAside(const QString &name);
 
     ListRun createPathIndex();
+    static bool mayBeSong(const QString &path);
+    void dropDoubledSongs();
+    void dropDoubledSongs(SongOrder positions);
+    bool wouldLoseSongs();
+    bool isNamedByPlaylist(const QString &path);
+    void restoreIds();
+    void giveFreeIds();
     void createTitleIndex();
     void refreshSong(SongInfoIndex &song);
     ListRun writeSet();
@@ -104,11 +120,21 @@ private:
     void removeDeletedItems();
     void createMp3TitleIndex();
     bool createBriselDir(bool &areNew);
-    /// Fills m_songs from the index on the memory. 0, or -1 on any fault.
+    /// Fills m_songs from the index on the memory. 0, or -1 when it can't be read.
     qint32 loadAllIndexFile();
 
     void scanFiles(const QString &folder);
+    void scanFolder(const QString &longPath, const FolderEntry &entry, LongNames &names);
     void scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names);
+    bool leadsToSongs(const QString &folder);
+    bool isPlayersFolder(const QString &name) const;
+    bool isOutside(const QString &path, const FolderEntry &entry) const;
+    void reportMissed(const QString &message);
+    void reportOutside(const QString &path);
+    void reportUnreadableFolder(const QString &folder, const FolderEntries &found);
+    void reportUnnamed(const QString &folder, const FolderEntry &entry);
+    void reportNoFile(const QString &path, const FolderEntry &entry);
+    void reportUnreadSong(const SongInfoIndex &song, bool isNew);
     static bool checkFileExt(QStringView suffix);
     bool addFileToIndex(const QString &full);
     void meetKnownSong(qsizetype position, const QString &full, const QString &path);
@@ -131,7 +157,8 @@ private:
                        QString SongInfoIndex::*group);
 
     Playlists::Preparation createPlaylistFilePath();
-    bool restorePlaylistFilePath();
+    void restorePlaylistFilePath();
+    PlaylistFollower playlistFollower() const;
 
     const QString m_sfxFolder = QStringLiteral("sfx");
     const QString m_bridgeFolder = QStringLiteral("bridge");
@@ -154,6 +181,9 @@ private:
     int m_filesFound = 0;
     bool m_restorePlaylists = false;
     bool m_modified = false;
+    bool m_isRebuild = false;
+    bool m_isRepaired = false;
+    bool m_wasComplete = false; ///< all files of the set had something under their names
     bool m_askRename = true;
     bool m_doRename = true;
     bool m_gone = false;         ///< the memory; another one may stand in its place
@@ -166,5 +196,12 @@ private:
     qsizetype m_expected = 0; ///< position of the song that the walk should meet next
     IndexReader m_reader;
     QSet<QString> m_visitedFolders;
+    QHash<QString, bool> m_songFolders; ///< by identity: whether a walk into it finds songs
+    /// Paths below the root ("/POP", empty for the root) of the folders that could not be read to
+    /// their end, and of what could not be looked at, which may be a song or a folder.
+    QStringList m_unreadable;
+    /// Sort keys of the paths that playlists name; filled when one is first asked for.
+    std::optional<QSet<QByteArray>> m_namedPaths;
+    GivenNames m_names;
     MemoryRenames m_renames;
 };

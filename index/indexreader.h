@@ -1,35 +1,84 @@
 #pragma once
 
+#include "index/idtable.h"
+#include "index/setcheck.h"
+#include "index/setfiles.h"
 #include "index/songinfoindex.h"
+
+#include <QList>
+#include <QSet>
+
+#include <optional>
 
 class IndexSet;
 
-/// Reads an index set back from a memory. Paths are read as Latin-1 although they are written in
-/// "IBM 850": a path with characters above 0x7F doesn't match its file again, and that song is
-/// indexed anew.
+/// Reads an index set back from a memory, also a damaged one. Paths are read as Latin-1 although
+/// they are written in "IBM 850": a path with characters above 0x7F doesn't match its file again,
+/// and that song is indexed anew.
+///
+/// "index.id2" alone says which songs there are. What it has of a song is kept; a song that the
+/// lists do not agree about is marked, so that its head is read again.
 class IndexReader
 {
 public:
-    /// Fills \a songs from the set below \a root, in the order of "index.id2": all but the texts
-    /// and what stands beside the titles, which an update of an unchanged memory has no use for.
-    /// False on any fault of the set; \a songs is then of no use.
+    /// Fills \a songs from the set below \a root, in the order of their ids: all but the texts and
+    /// what stands beside the titles, which an update of an unchanged memory has no use for. Of
+    /// records that share an id the first counts. False when "index.id2" can't be read now.
     bool read(const IndexSet &set, const QString &root, QList<SongInfoIndex> &songs);
 
+    /// False when the set that was read is damaged.
+    bool isSound() const { return m_arePathsSound && m_check.isSound(); }
+    /// True when the lists have every song, and no other.
+    bool hasAllTexts() const { return m_areIdsSound && m_check.hasAllTexts(); }
+    /// How many songs were read.
+    qsizetype size() const { return m_ids.size(); }
+    /// The highest id in any of the files; 0 when there is none. Ids of damaged records, so high
+    /// that none above them is left, don't count.
+    quint32 highestId() const;
+    /// The path of the song at \a position in the bytes of "index.id2".
+    QByteArray pathAt(qsizetype position) const;
+
     /// Fills title, artist, genre, type, bpm and flag of those of \a songs that have no title yet,
-    /// and forgets the set. The first of \a songs are those that read() filled, at their places.
+    /// and forgets the lists but the titles. The first of \a songs are those that read() filled, at
+    /// their places.
     void readTexts(QList<SongInfoIndex> &songs);
 
+    /// False when ids or paths stood out of order, or for several songs: what is known by an id may
+    /// be another song's.
+    bool arePathsSound() const { return m_arePathsSound; }
+    /// True when the set has a song with \a id.
+    bool has(quint32 id) const { return m_ids.positionOf(id) >= 0; }
+    /// True when a song has the path with the sort key \a key.
+    bool hasPath(const QByteArray &key) const;
+    /// The path of the song with \a id in the bytes of "index.id2"; empty when there is none.
+    QByteArray pathOf(quint32 id) const;
+    /// The record of the song with \a id in "title.id2"; empty when it has none.
+    QByteArray titleRecordOf(quint32 id) const;
+    /// True when the lists have a song with \a id. Only of use before readTexts().
+    bool isListed(quint32 id) const { return m_listed.contains(id); }
+    /// The records of "title.id2" whose ids no song has, but another list has, each id once. Only
+    /// of use before readTexts().
+    QList<QByteArray> strayTitles() const;
+
 private:
-    bool readPaths(const QString &path, const QString &root, QList<SongInfoIndex> &songs);
-    bool readList(const QString &path, qint64 maxRecords, QByteArray &list) const;
+    struct Place {
+        quint32 id;
+        qsizetype at; ///< in "index.id2"
+    };
+
+    QList<Place> places();
+    bool isInOrder(const QList<SongInfoIndex> &songs) const;
+    void noteListedIds();
     void readTitles(QList<SongInfoIndex> &songs, const QList<bool> &wanted) const;
     void readGroups(const QByteArray &list, QString SongInfoIndex::*group,
                     QList<SongInfoIndex> &songs, const QList<bool> &wanted) const;
-    qsizetype positionOf(quint32 id) const;
 
-    QList<quint32> m_ids; ///< apart from the songs: a search for one is to touch little memory
-    bool m_ascending = true;
-    QByteArray m_titles;
-    QByteArray m_artists;
-    QByteArray m_genres;
+    SetFiles m_files;
+    SetCheck m_check;
+    IdTable m_ids;
+    QList<qsizetype> m_pathAt;                          ///< by position, in "index.id2"
+    mutable std::optional<QSet<QByteArray>> m_pathKeys; ///< filled when one is first asked for
+    bool m_areIdsSound = true;
+    bool m_arePathsSound = true; ///< ids, and paths in their order
+    QSet<quint32> m_listed;      ///< ids that two lists have; of a damaged set only
 };

@@ -8,9 +8,6 @@ namespace
 {
 
 constexpr quint16 headerMark = 0x00FF;
-constexpr quint32 noEntry = 0xFFFFFFFF;
-constexpr char16_t firstCharacter = 0x20;
-constexpr char16_t lastCharacter = 0x5F;
 
 /// Appends an empty record to \a file. Its offset.
 qsizetype appendRecord(QByteArray &file)
@@ -153,7 +150,7 @@ void AlphabetTable::add(const QString &text, quint32 offset)
     if (text.isEmpty())
         return;
     const char16_t character = text.at(0).toUpper().unicode();
-    if (character < firstCharacter || character > lastCharacter)
+    if (character < firstCharacter || character >= firstCharacter + entries)
         return;
     const qsizetype entry = (character - firstCharacter) * 4;
     if (be32At(m_bytes, entry) == noEntry)

@@ -77,7 +77,10 @@ struct GroupHeader {
 class AlphabetTable
 {
 public:
-    static constexpr int size = 256; ///< bytes: 64 entries of 4
+    static constexpr int size = 256; ///< bytes
+    static constexpr int entries = size / 4;
+    static constexpr char16_t firstCharacter = 0x20; ///< of the first entry
+    static constexpr quint32 noEntry = 0xFFFFFFFF;   ///< no text begins with the character
 
     AlphabetTable() { clear(); }
     /// Sets all bytes to 0xFF: no entry.

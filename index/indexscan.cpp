@@ -36,21 +36,53 @@ void Index::scanFiles(const QString &folder)
     // A link to a folder above would lead round for ever.
     if (m_visitedFolders.contains(identity))
         return;
-    m_visitedFolders.insert(identity);
-    LongNames names(folder);
-    for (const FolderEntry &entry : visibleEntries(folder)) {
+    if (!identity.isEmpty())
+        m_visitedFolders.insert(identity);
+    m_names.meet(folder);
+    // A song that is sent again gets its name back.
+    LongNames names(folder, [this, folder](const QString &from, const QString &to) {
+        const QString path = folder + u'/' + to;
+        return isNamedByPlaylist(path) && !m_names.wasGiven(from, path);
+    });
+    const FolderEntries found = visibleEntries(folder);
+    if (!found.isComplete)
+        reportUnreadableFolder(folder, found);
+    for (const FolderEntry &entry : found.unnamed)
+        reportUnnamed(folder, entry);
+    for (const FolderEntry &entry : found.entries) {
         if (m_gone || RunGuard::endRequested())
             return;
         const QString longPath = folder + u'/' + entry.name;
-        if (entry.kind == FileKind::Regular) {
+        if (entry.kind == FileKind::Regular)
             scanFile(longPath, entry, names);
-        } else if (!isSameName(entry.name, m_sfxFolder) &&
-                   !isSameName(entry.name, m_bridgeFolder)) {
-            const QString path = renameLongFileName(longPath, entry, names);
-            if (!path.isEmpty())
-                scanFiles(path);
-        }
+        else if (entry.kind == FileKind::Folder)
+            scanFolder(longPath, entry, names);
+        else
+            reportNoFile(longPath, entry);
     }
+}
+
+void Index::scanFolder(const QString &longPath, const FolderEntry &entry, LongNames &names)
+{
+    if (isPlayersFolder(entry.name))
+        return;
+    if (isOutside(longPath, entry)) {
+        reportOutside(longPath);
+        return;
+    }
+    if (entry.isLink && m_visitedFolders.contains(fileIdentity(longPath))) {
+        reportMissed(
+            tr("File non importato, il collegamento porta a una cartella già importata: ") +
+            longPath);
+        return;
+    }
+    // Nobody looks for songs in the others, whatever they are called.
+    const bool isLong = LongNames::isLong(longPath);
+    const QString path =
+        isLong && leadsToSongs(longPath) ? renameLongFileName(longPath, entry, names) : longPath;
+    // Meanwhile a link may have taken its place.
+    if (!path.isEmpty() && (!isLong || !isOutside(path, entry)))
+        scanFiles(path);
 }
 
 void Index::scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names)
@@ -58,12 +90,58 @@ void Index::scanFile(const QString &longPath, const FolderEntry &entry, LongName
     emit currentPathChanged(longPath);
     if (!checkFileExt(suffixOf(longPath)))
         return;
+    if (isOutside(longPath, entry)) {
+        reportOutside(longPath);
+        return;
+    }
     const QString path = renameLongFileName(longPath, entry, names);
     if (path.isEmpty())
         return;
+    if (m_names.meet(path) && !m_reader.hasPath(pathSortKey(path.mid(m_root.size()))))
+        m_names.addStranger(path);
     addFileToIndex(path);
     ++m_filesFound;
     emit fileFoundChanged(m_filesFound);
+}
+
+/// True when a walk into \a folder, which is on the memory, would come upon a song. Each folder is
+/// listed once in a run, however many of those above it ask.
+bool Index::leadsToSongs(const QString &folder)
+{
+    const QString identity = fileIdentity(folder);
+    if (m_visitedFolders.contains(identity))
+        return false;
+    const auto known = m_songFolders.constFind(identity);
+    if (known != m_songFolders.cend())
+        return *known;
+    // For the links that lead back to it.
+    m_songFolders.insert(identity, false);
+    emit worked();
+    if (RunGuard::endRequested())
+        return false;
+    const QList<FolderEntry> entries = visibleEntries(folder).entries;
+    const auto leads = [this, &folder](const FolderEntry &entry) {
+        const QString path = folder + u'/' + entry.name;
+        if (entry.kind == FileKind::Regular)
+            return checkFileExt(suffixOf(entry.name)) && !isOutside(path, entry);
+        return entry.kind == FileKind::Folder && !isPlayersFolder(entry.name) &&
+               !isOutside(path, entry) && leadsToSongs(path);
+    };
+    const bool areSongs = std::any_of(entries.cbegin(), entries.cend(), leads);
+    m_songFolders.insert(identity, areSongs);
+    return areSongs;
+}
+
+/// The player keeps folders of its own.
+bool Index::isPlayersFolder(const QString &name) const
+{
+    return isSameName(name, m_sfxFolder) || isSameName(name, m_bridgeFolder);
+}
+
+/// A folder that is no link may be another disk.
+bool Index::isOutside(const QString &path, const FolderEntry &entry) const
+{
+    return (entry.isLink || entry.kind == FileKind::Folder) && leavesRoot(path, m_root);
 }
 
 bool Index::checkFileExt(QStringView suffix)
@@ -85,6 +163,10 @@ bool Index::addFileToIndex(const QString &full)
         emit errorFromIndex(tr("File non importato, path troppo lungo: ") + full);
         return false;
     }
+    if (!isAscii(path) && pathFromBytes(pathBytes(path)) != path)
+        emit errorFromIndex(tr("Il nome ha caratteri che Brisel non conosce e la song non si può "
+                               "aprire, rinominare il file o la sua cartella: ") +
+                            full);
     // Songs are met in the order in which they were added, as a rule.
     if (m_expected < m_songs.size() && m_songs.at(m_expected).path == path) {
         meetKnownSong(m_expected, full, path);
@@ -100,7 +182,7 @@ bool Index::addFileToIndex(const QString &full)
         meetKnownSong(known, full, path);
         return true;
     }
-    if (m_nextPosidx >= SongInfoIndex::maxSongs || m_nextId == SongInfoIndex::deletedId) {
+    if (m_nextPosidx >= SongInfoIndex::maxSongs || m_nextId >= SongInfoIndex::idLimit) {
         emit errorFromIndex(tr("File non importato, memoria piena: ") + full);
         return false;
     }
@@ -136,11 +218,6 @@ void Index::meetKnownSong(qsizetype position, const QString &full, const QString
 
 QString Index::renameLongFileName(const QString &path, const FolderEntry &entry, LongNames &names)
 {
-    // A folder that is no link may be another disk.
-    if ((entry.isLink || entry.kind == FileKind::Folder) && leavesRoot(path, m_root)) {
-        emit errorFromIndex(tr("File non importato, si trova fuori dalla memoria: ") + path);
-        return {};
-    }
     if (!LongNames::isLong(path))
         return path;
     const QString shortName = names.freeName(entry.name, entry.kind);
@@ -152,8 +229,10 @@ QString Index::renameLongFileName(const QString &path, const FolderEntry &entry,
         // While the question was open a link may have taken its place.
         if (!mayRename)
             return leavesRoot(path, m_root) ? QString() : path;
-        if (names.rename(m_renames, entry.name, shortName))
+        if (names.rename(m_renames, entry.name, shortName)) {
+            emit noticeFromIndex(tr("Rinominato: ") + path + QStringLiteral(" -> ") + candidate);
             return candidate;
+        }
     }
     // No other will get its name either.
     if (isWriteProtected(m_root) || whyUnwritable(path, 0) == RunReport::Reason::NotAllowed) {

@@ -4,6 +4,7 @@
 #include "base/filereading.h"
 #include "base/flushing.h"
 #include "base/memoryidentity.h"
+#include "index/givennames.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -16,9 +17,7 @@
 namespace
 {
 
-const QString noteName = QStringLiteral("paths");
 const QByteArray markHead = "brisel2pc swap 1";
-const QByteArray noteHead = "brisel2pc paths 1\n";
 constexpr qsizetype maxMarkLine = 128;           ///< bytes
 constexpr qint64 maxMarkSize = 16 * 1024 * 1024; ///< bytes; holds every playlist number there is
 constexpr qint64 maxKept =
@@ -33,7 +32,7 @@ QByteArray checksumOf(const QByteArray &content)
 bool isReplaceable(const QString &name)
 {
     static const QRegularExpression playlist(
-        QStringLiteral("\\Aplaylist/play[0-9]{4,10}\\.dat\\z"));
+        QStringLiteral("\\Aplaylist/play[0-9]{4,10}\\.(dat|pts)\\z"));
     return IndexSet::names().contains(name) || playlist.match(name).hasMatch();
 }
 
@@ -118,22 +117,12 @@ void IndexSet::recover()
     // in place now would undo what the player has done to them since.
     if (!isComplete() && readMark(files))
         swap(files);
-    abandon();
-}
-
-bool IndexSet::notePathFiles()
-{
-    return m_work.make() && m_work.write(noteName, noteHead) && m_work.flush(noteName);
-}
-
-bool IndexSet::hasUnusedPathFiles() const
-{
-    return m_work.has(noteName);
+    discard();
 }
 
 bool IndexSet::beginStaging()
 {
-    clear(keptNote() + QStringList(MemoryIdentity::markName()));
+    clear({MemoryIdentity::markName()});
     return m_work.make();
 }
 
@@ -177,24 +166,15 @@ bool IndexSet::discard()
     return clear({});
 }
 
-void IndexSet::abandon()
-{
-    clear(keptNote());
-}
-
-QStringList IndexSet::keptNote() const
-{
-    return hasUnusedPathFiles() ? QStringList(noteName) : QStringList();
-}
-
-/// Takes the work folder away but for the files \a kept, unless a set lies there that no other
-/// place has.
+/// Takes the work folder away but for the files \a kept and the given names, unless a set lies
+/// there that no other place has.
 bool IndexSet::clear(const QStringList &kept)
 {
     m_staged.clear();
     m_kept = 0;
     m_stagingFailed = false;
-    return !m_isCut && m_work.clear(kept);
+    const QString given = GivenNames::fileName();
+    return !m_isCut && m_work.clear(m_work.has(given) ? kept + QStringList(given) : kept);
 }
 
 /// One line a file, and a last one with the checksum of all before: half a mark is none.

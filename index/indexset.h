@@ -45,14 +45,8 @@ public:
     /// without a work folder. A swap that can't be finished now stays for a later run.
     void recover();
 
-    /// Notes on the memory that path files of playlists are being written, before the first of
-    /// them. The note stays until a run has used them. False when it can't be made.
-    bool notePathFiles();
-    /// True when a run wrote path files and came to no end that used them.
-    bool hasUnusedPathFiles() const;
-
-    /// Starts a new set: a work folder that is empty but for the note of path files and the mark of
-    /// the run (MemoryIdentity::markName()). False when it can't be made.
+    /// Starts a new set: a work folder that is empty but for the given names (GivenNames) and the
+    /// mark of the run (MemoryIdentity::markName()). False when it can't be made.
     bool beginStaging();
     /// Takes one file of the new set, or a playlist that goes with it. \a name is relative to the
     /// root. False when it can't become part of a set; commit() then fails.
@@ -63,11 +57,9 @@ public:
     bool commit();
     /// True when the last commit() failed for want of room.
     bool lacksRoom() const { return m_lacksRoom; }
-    /// Takes the work folder away, unless the next run needs it: the run has come to its end. True
-    /// when the root was flushed for that.
+    /// Takes the work folder away, unless the next run needs it, or it keeps given names: the run
+    /// has come to its end. True when the root was flushed for that.
     bool discard();
-    /// The same but for the note of path files: the old index stays as it was.
-    void abandon();
 
 private:
     struct StagedFile {
@@ -90,7 +82,6 @@ private:
     static QString workName(const QString &name);
     static bool isInSet(const QString &name);
 
-    QStringList keptNote() const;
     QByteArray mark() const;
     bool readMark(QList<StagedFile> &files) const;
     bool readStaged(const StagedFile &file, QByteArray &content) const;

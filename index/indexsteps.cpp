@@ -69,26 +69,33 @@ Playlists::Preparation Index::createPlaylistFilePath()
 {
     debug() << "create playlist file path";
     m_playlists = Playlists::readNumbers(m_set);
-    const bool haveAll = Playlists::haveAllPathFiles(m_set, m_playlists);
-    // A run that ended between writing path files and using them counts as not having written
-    // them: else the songs that get a new id in an update would drop out of their playlists.
-    const bool mustWrite = !m_playlists.isEmpty() && m_set.hasUnusedPathFiles() && checkIndexFile();
-    if (haveAll && !mustWrite)
+    for (const qint16 number : std::as_const(m_playlists))
+        moveFolderAside(Playlists::pathsFileName(number));
+    // Paths that may be another song's would stay, and count for more than the titles.
+    if (Playlists::haveAllPathFiles(m_set, m_playlists) || m_reader.size() == 0 ||
+        !m_reader.arePathsSound())
         return Playlists::Preparation::NotNeeded;
-    if (loadAllIndexFile() < 0) {
-        if (!haveAll)
-            m_playlists.clear();
-        return Playlists::Preparation::NotNeeded;
-    }
-    if (m_songs.isEmpty())
-        return Playlists::Preparation::NotNeeded;
-    if (!m_set.notePathFiles())
-        return Playlists::Preparation::Unwritable;
-    return Playlists::writePathFiles(m_set, m_playlists, m_songs);
+    return Playlists::writePathFiles(m_set, m_playlists, m_reader);
 }
 
-bool Index::restorePlaylistFilePath()
+/// Has the playlists follow their songs. An update that found all path files exchanges entries
+/// where they stand, which is no restoration.
+void Index::restorePlaylistFilePath()
 {
-    debug() << "restore playlist file path";
-    return Playlists::stageSongsFiles(m_set, m_playlists, m_songs);
+    if (m_restorePlaylists)
+        debug() << "restore playlist file path";
+    if (m_playlists.isEmpty())
+        return;
+    PlaylistFollower follower = playlistFollower();
+    const QStringList left = Playlists::stage(m_set, m_playlists, follower,
+                                              m_restorePlaylists ? PlaylistFollower::Way::Anew
+                                                                 : PlaylistFollower::Way::InPlace);
+    for (const QString &name : left)
+        emit errorFromIndex(tr("Playlist non aggiornata: ") + m_set.filePath(name));
+}
+
+PlaylistFollower Index::playlistFollower() const
+{
+    return PlaylistFollower(m_reader, m_songs,
+                            [this](const QString &path) { return m_names.follow(path); });
 }

@@ -2,6 +2,7 @@
 
 #include "base/lettercase.h"
 #include "index/memoryrenames.h"
+#include "index/songinfoindex.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -62,6 +63,12 @@ QString startOf(QStringView base, qsizetype width)
     return start;
 }
 
+/// What the names with \a start and as many digits as \a number has have in common.
+QString shapeWith(QStringView start, QStringView number, QStringView suffix)
+{
+    return foldedText(start.toString() + QString(number.size(), u'#') + suffix.toString());
+}
+
 } // namespace
 
 bool LongNames::isLong(const QString &path)
@@ -69,6 +76,42 @@ bool LongNames::isLong(const QString &path)
     const QStringView name = QStringView(path).sliced(path.lastIndexOf(u'/') + 1);
     const qsizetype dot = name.lastIndexOf(u'.');
     return (dot < 0 ? name.size() : dot) > longestShortName;
+}
+
+bool LongNames::canGive(const QString &name, const QString &shortName)
+{
+    const QString shape = shapeOf(shortName);
+    return isLong(name) && !shape.isEmpty() &&
+           (shapesFor(name, FileKind::Regular).contains(shape) ||
+            shapesFor(name, FileKind::Folder).contains(shape));
+}
+
+QString LongNames::shapeOf(const QString &shortName)
+{
+    const QString base = baseOf(shortName);
+    const qsizetype hyphen = base.lastIndexOf(u'-');
+    const QStringView start = QStringView(base).first(hyphen + 1);
+    const QStringView number = QStringView(base).sliced(hyphen + 1);
+    bool isNumber = false;
+    const int value = number.toInt(&isNumber);
+    const bool isGiven =
+        std::any_of(std::cbegin(widths), std::cend(widths), [&](const Width &width) {
+            return value >= width.firstNumber && value <= width.lastNumber &&
+                   hyphen <= width.characters && number == QString::number(value);
+        });
+    return hyphen >= 0 && isNumber && isGiven ? shapeWith(start, number, suffixWithPoint(shortName))
+                                              : QString();
+}
+
+QStringList LongNames::shapesFor(const QString &name, FileKind kind)
+{
+    const QString base = baseOf(name);
+    const QString suffix = kind == FileKind::Folder ? QString() : suffixWithPoint(name);
+    QStringList shapes;
+    for (const Width &width : widths)
+        shapes.append(shapeWith(startOf(base, width.characters) + u'-',
+                                QString::number(width.firstNumber), suffix));
+    return shapes;
 }
 
 QString LongNames::freeName(const QString &name, FileKind kind)
@@ -81,7 +124,7 @@ QString LongNames::freeName(const QString &name, FileKind kind)
         int &number = m_nextNumbers[start + suffix + companionSuffix];
         for (number = std::max(number, width.firstNumber); number <= width.lastNumber; ++number) {
             const QString shortBase = start + QString::number(number);
-            if (!isTaken(shortBase + suffix) &&
+            if (!isTaken(shortBase + suffix) && !m_isReserved(name, shortBase + suffix) &&
                 (companionSuffix.isEmpty() || !isTaken(shortBase + companionSuffix)))
                 return shortBase + suffix;
         }

@@ -5,7 +5,9 @@
 #include <QHash>
 #include <QMultiHash>
 #include <QString>
+#include <QStringList>
 
+#include <functional>
 #include <optional>
 
 class MemoryRenames;
@@ -15,10 +17,28 @@ class MemoryRenames;
 class LongNames
 {
 public:
-    explicit LongNames(const QString &folder) : m_folder(folder) {}
+    /// True when the file \a from must not become \a to, also when nothing is there.
+    using IsReserved = std::function<bool(const QString &from, const QString &to)>;
+
+    explicit LongNames(
+        const QString &folder,
+        IsReserved isReserved = [](const QString &, const QString &) { return false; })
+        : m_folder(folder), m_isReserved(std::move(isReserved))
+    {
+    }
 
     /// True when the name of \a path, its last suffix left out, has more than eight characters.
     static bool isLong(const QString &path);
+
+    /// True when \a shortName is one of those that freeName() can give to a file or folder \a name.
+    static bool canGive(const QString &name, const QString &shortName);
+    /// True when freeName() can give \a shortName to any.
+    static bool isGiven(const QString &shortName) { return !shapeOf(shortName).isEmpty(); }
+    /// What the names that freeName() gives to one file differ in is left out of this: their
+    /// numbers, and letter case. Empty for a name that it gives to none.
+    static QString shapeOf(const QString &shortName);
+    /// The shapes of the names that freeName() can give to \a name.
+    static QStringList shapesFor(const QString &name, FileKind kind);
 
     /// The first free name of the kind "MYFAVO-1" for the file or folder \a name; empty when all
     /// 999 are taken. It has no character that FAT does not allow, and never half of one.
@@ -33,6 +53,7 @@ private:
     bool isTaken(const QString &name) const;
 
     QString m_folder;
+    IsReserved m_isReserved;
     /// The numbers below these are known to be taken: for each short name without its number.
     QHash<QString, int> m_nextNumbers;
     /// The graphics files of the folder by their lower-cased names; read when an MP3 needs them.

@@ -31,14 +31,6 @@ constexpr std::array<List, 6> lists{{{"title.id2", false, false},
                                      {"artist3.id2", true, true},
                                      {"genre3.id2", true, true}}};
 
-/// True when an update gives a song with this path a new id: the path is not read back as it was
-/// written.
-bool isRenumbered(const QByteArray &path)
-{
-    return std::any_of(path.cbegin(), path.cend(),
-                       [](char byte) { return static_cast<quint8>(byte) > 0x7F || byte == '?'; });
-}
-
 } // namespace
 
 bool MemoryCheck::run(const QString &root)
@@ -51,7 +43,6 @@ bool MemoryCheck::run(const QString &root)
     m_damage = false;
     m_progress = 0;
     m_index = IndexedSongs();
-    m_recordOfKey.clear();
     m_counts.fill(-1);
     const QString identity = fileIdentity(root);
     if (fileKind(root) != FileKind::Folder)
@@ -115,9 +106,7 @@ void MemoryCheck::checkPaths(MemoryCheckRun &run)
     checkIds(run);
     QHash<QByteArray, int> records;
     for (qsizetype record = 0; record < m_index.paths.records() && run.goOn(); ++record) {
-        const QByteArray key = MemorySongs::keyOf(m_index.paths.path(record));
-        m_recordOfKey.insert(key, record);
-        checkRecord(record, ++records[key], run);
+        checkRecord(record, ++records[MemorySongs::keyOf(m_index.paths.path(record))], run);
     }
     checkUnindexedSongs(records, run);
 }
@@ -290,35 +279,25 @@ void MemoryCheck::checkPlaylist(const QString &name, MemoryCheckRun &run)
         run.find(tr("%1: lunghezza errata: %2 byte").arg(fileName).arg(playlist.size()));
     else if (playlist.state() == MemoryFile::State::Unreadable)
         run.find(tr("%1: il file non si può leggere").arg(fileName));
-    QList<qsizetype> dead;
-    for (qsizetype record = 0; record < playlist.records() && run.goOn(); ++record) {
-        if (!m_index.recordOfId.contains(playlist.id(record)))
-            dead.append(record);
-    }
-    if (dead.isEmpty())
-        return;
-    const int renumbered = renumberedSongs(name + QStringLiteral(".pts"), playlist);
-    for (qsizetype i = renumbered; i < dead.size() && run.goOn(); ++i)
-        run.find(tr("%1, posto %2: la song non è nell'indice").arg(fileName).arg(dead.at(i)));
+    for (qsizetype place = 0; place < playlist.records() && run.goOn(); ++place)
+        checkEntry(fileName, playlist, place, run);
 }
 
-/// How many songs of \a playlist an update may have renumbered without mending it: those of its
-/// path file whose paths are not plain and whose present ids it lacks.
-int MemoryCheck::renumberedSongs(const QString &pathsName, const MemoryFile &playlist) const
+/// One song of the playlist \a playlist, which is called \a name.
+void MemoryCheck::checkEntry(const QString &name, const MemoryFile &playlist, qsizetype place,
+                             MemoryCheckRun &run)
 {
-    QSet<quint32> ids;
-    for (qsizetype record = 0; record < playlist.records(); ++record)
-        ids.insert(playlist.id(record));
-    const MemoryFile paths(m_root + u'/' + pathsName, MemoryFile::recordSize, 0, mostSongs);
-    int songs = 0;
-    for (qsizetype record = 0; record < paths.records(); ++record) {
-        const QByteArray path = paths.barePath(record);
-        const qsizetype song =
-            isRenumbered(path) ? m_recordOfKey.value(MemorySongs::keyOf(path), -1) : -1;
-        if (song >= 0 && !ids.contains(m_index.paths.id(song)))
-            ++songs;
+    const qsizetype song = m_index.recordOfId.value(playlist.id(place), -1);
+    if (song < 0) {
+        run.find(tr("%1, posto %2: la song non è nell'indice").arg(name).arg(place));
+        return;
     }
-    return songs;
+    const qsizetype title = m_index.titleOfRecord.value(song, -1);
+    if (title < 0 || playlist.text(place) == m_index.titles.text(title))
+        return;
+    run.find(
+        tr("%1, posto %2: il titolo è \"%3\", quello della song \"%4\"")
+            .arg(name, QString::number(place), playlist.text(place), m_index.titles.text(title)));
 }
 
 /// Says that the file \a name comes next.

@@ -57,13 +57,13 @@ private:
     void checkCounts(MemoryCheckRun &run);
     void checkPlaylists(MemoryCheckRun &run);
     void checkPlaylist(const QString &name, MemoryCheckRun &run);
-    int renumberedSongs(const QString &pathsName, const MemoryFile &playlist) const;
+    void checkEntry(const QString &name, const MemoryFile &playlist, qsizetype place,
+                    MemoryCheckRun &run);
     void step(const QString &name);
 
     QString m_root;
     MemorySongs m_memory;
     IndexedSongs m_index;
-    QHash<QByteArray, qsizetype> m_recordOfKey;
     std::array<int, 6> m_counts{}; ///< what "fsinfos.id2" should say; -1 for a file not read
     int m_progress = 0;
     QStringList m_findings;

@@ -59,11 +59,6 @@ QByteArray MemoryFile::path(qsizetype record) const
     return upToZero(record * recordSize + 4, 46);
 }
 
-QByteArray MemoryFile::barePath(qsizetype record) const
-{
-    return upToZero(record * recordSize, recordSize);
-}
-
 QByteArrayView MemoryFile::body(qsizetype record) const
 {
     return record >= 0 && record < records()

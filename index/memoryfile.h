@@ -35,8 +35,6 @@ public:
     QString text(qsizetype record) const;
     /// The path below the root, in code page "IBM 850".
     QByteArray path(qsizetype record) const;
-    /// The same in a path file of a playlist, whose records hold nothing else.
-    QByteArray barePath(qsizetype record) const;
     /// All of the record but its id.
     QByteArrayView body(qsizetype record) const;
     /// True for the record in front of the songs of an artist or genre.

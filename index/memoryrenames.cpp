@@ -2,12 +2,15 @@
 
 #include "base/fatfolder.h"
 #include "base/folderhandle.h"
+#include "index/givennames.h"
 
 #include <algorithm>
 
-void MemoryRenames::setRoot(const QString &root)
+void MemoryRenames::setRoot(const QString &root, GivenNames &given)
 {
     m_root = root;
+    m_given = &given;
+    m_isGivenNew = false;
     m_folders.clear();
     m_ready.clear();
     m_isFlushed = true;
@@ -25,6 +28,12 @@ bool MemoryRenames::rename(const QString &folder, const QList<NewName> &names)
         m_folders.insert(way);
     else if (!m_ready.contains(way))
         makeReady(folder, way, names);
+    // A cut behind this leaves a name that no file has, which counts for nothing.
+    if (m_given->add(way, names.first().from, names.first().to)) {
+        m_isGivenNew = !handle.isFat();
+        if (handle.isFat())
+            m_given->flush();
+    }
     for (qsizetype done = 0; done < names.size(); ++done) {
         if (renameOne(handle, names.at(done).from, names.at(done).to))
             continue;
@@ -56,12 +65,15 @@ bool MemoryRenames::flush()
     if (root.isOpen())
         isDone = root.flushFileSystem();
     if (!isDone.has_value()) {
+        if (m_isGivenNew)
+            m_given->flush();
         isDone = std::all_of(m_folders.cbegin(), m_folders.cend(), [this](const QString &way) {
             const FolderHandle folder(m_root, way);
             return folder.isOpen() && folder.flush();
         });
     }
     m_isFlushed &= *isDone;
+    m_isGivenNew = false;
     m_folders.clear();
     return m_isFlushed;
 }

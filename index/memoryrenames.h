@@ -5,6 +5,7 @@
 #include <QString>
 
 class FolderHandle;
+class GivenNames;
 
 /// Gives files and folders of one memory new names, and sees to it that these reach the disk.
 ///
@@ -21,10 +22,12 @@ public:
         QString to;
     };
 
-    /// Begins anew, with the memory whose root is \a root.
-    void setRoot(const QString &root);
+    /// Begins anew, with the memory whose root is \a root, whose \a given names get
+    /// each new one; they are used until the next call.
+    void setRoot(const QString &root, GivenNames &given);
     /// Renames entries of \a folder, one after the other: all of them or none. Replaces nothing.
-    /// False when one can't be renamed, or \a folder is not on the memory.
+    /// The first new name is remembered, before it is given. False when one can't be renamed, or
+    /// \a folder is not on the memory.
     bool rename(const QString &folder, const QList<NewName> &names);
     /// Flushes the new names to the disk. False when one may not have reached it.
     bool flush();
@@ -34,7 +37,9 @@ private:
     bool renameOne(const FolderHandle &folder, const QString &from, const QString &to);
 
     QString m_root;
-    QSet<QString> m_folders; ///< have new names that are not flushed yet
-    QSet<QString> m_ready;   ///< folders on FAT that need not grow
-    bool m_isFlushed = true; ///< no flush has failed
+    GivenNames *m_given = nullptr;
+    QSet<QString> m_folders;   ///< have new names that are not flushed yet
+    QSet<QString> m_ready;     ///< folders on FAT that need not grow
+    bool m_isFlushed = true;   ///< no flush has failed
+    bool m_isGivenNew = false; ///< the given names have grown since the last flush
 };

@@ -80,7 +80,8 @@ bool MemorySongs::walk(const QString &folder, const std::function<void(const QSt
         return true;
     m_folders.insert(identity);
     const QString slash = QStringLiteral("/");
-    for (const FolderEntry &entry : visibleEntries(folder.isEmpty() ? slash : folder)) {
+    const QList<FolderEntry> entries = visibleEntries(folder.isEmpty() ? slash : folder).entries;
+    for (const FolderEntry &entry : entries) {
         if (RunGuard::endRequested())
             return false;
         const QString path = folder + u'/' + entry.name;
@@ -91,7 +92,8 @@ bool MemorySongs::walk(const QString &folder, const std::function<void(const QSt
             visit(path);
             if (isSong(path))
                 add(path.mid(m_root.size()));
-        } else if (!isAnyOf(entry.name, {"sfx", "bridge"}) && !walk(path, visit)) {
+        } else if (entry.kind == FileKind::Folder && !isAnyOf(entry.name, {"sfx", "bridge"}) &&
+                   !walk(path, visit)) {
             return false;
         }
     }

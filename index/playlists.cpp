@@ -1,8 +1,11 @@
 #include "index/playlists.h"
 
 #include "base/bytes.h"
+#include "base/fileidentity.h"
+#include "base/filelot.h"
 #include "base/filereading.h"
 #include "base/folderhandle.h"
+#include "index/indexreader.h"
 #include "index/indexrecords.h"
 #include "index/indexset.h"
 
@@ -15,7 +18,9 @@ namespace
 {
 
 constexpr int numberRecordSize = 32; ///< bytes; all but the first two are the player's own
-constexpr qint64 maxListSize = 65536 * numberRecordSize;      ///< every 16-bit number once
+constexpr qint64 maxListSize = 65536 * numberRecordSize; ///< every 16-bit number once
+/// Above lower ids all songs of a full index have room.
+constexpr quint32 highestLimit = SongInfoIndex::idLimit - 2 * SongInfoIndex::maxSongs;
 constexpr qint64 maxPlaylistSize = 65535 * IndexRecord::size; ///< as many songs as an index
 
 QString fileName(qint16 number, const char *suffix)
@@ -24,63 +29,51 @@ QString fileName(qint16 number, const char *suffix)
                              static_cast<unsigned>(static_cast<int>(number)), suffix);
 }
 
-/// The path records of the song records \a playlist.
-QByteArray pathRecords(const QByteArray &playlist, const QList<SongInfoIndex> &songs)
+/// The path records of the song records \a playlist. For an id that the index lacks that of
+/// \a before, the path file that is there.
+QByteArray pathRecords(const QByteArray &playlist, const IndexReader &old, const QByteArray &before)
 {
     QByteArray paths;
-    SongRecord record;
-    for (qsizetype pos = 0; SongRecord::read(playlist, pos, record); pos += IndexRecord::size) {
-        SongInfoIndex wanted;
-        wanted.id = record.id;
+    for (qsizetype pos = 0; fits(playlist, pos, IndexRecord::size); pos += IndexRecord::size) {
+        const quint32 id = be32At(playlist, pos);
         QByteArray path(IndexRecord::size, '\0');
-        const auto song = std::lower_bound(songs.cbegin(), songs.cend(), wanted, compareById);
-        if (song != songs.cend() && song->id == record.id)
-            putField(path, 0, PathRecord::pathWidth - 1, song->path.toLatin1());
+        putField(path, 0, PathRecord::pathWidth - 1,
+                 old.has(id) ? old.pathOf(id) : fieldAt(before, pos, IndexRecord::size));
         paths += path;
     }
     return paths;
 }
 
-/// Finds the song records of path records. Playlists name the same songs again and again.
-class RecordFinder
+/// Reads the songs file of a playlist. False when there is none that can be read.
+bool readSongs(const IndexSet &set, qint16 number, QByteArray &playlist)
 {
-public:
-    explicit RecordFinder(const QList<SongInfoIndex> &songs) : m_songs(songs) {}
+    return readWholeFile(set.filePath(Playlists::songsFileName(number)), maxPlaylistSize,
+                         playlist) == ReadResult::Done;
+}
 
-    /// The song records of the path records \a paths. A path that no song has gives none.
-    QByteArray songRecords(const QByteArray &paths)
-    {
-        QByteArray playlist;
-        playlist.reserve(paths.size());
-        for (qsizetype pos = 0; fits(paths, pos, IndexRecord::size); pos += IndexRecord::size) {
-            const char *const start = paths.constData() + pos;
-            const auto size = static_cast<qsizetype>(qstrnlen(start, IndexRecord::size));
-            if (size > 0)
-                playlist += recordOf(QByteArray::fromRawData(start, size));
-        }
-        return playlist;
-    }
+/// The path file of a playlist; null when there is none that can be read, as the songs file says
+/// most of what it does.
+QByteArray readPaths(const IndexSet &set, qint16 number)
+{
+    QByteArray paths;
+    if (readWholeFile(set.filePath(Playlists::pathsFileName(number)), maxPlaylistSize, paths) !=
+        ReadResult::Done)
+        return {};
+    return paths.isNull() ? QByteArrayLiteral("") : paths;
+}
 
-private:
-    /// \a path may point into a file: what is kept of it is a copy.
-    QByteArray recordOf(const QByteArray &path)
-    {
-        const auto known = m_known.constFind(path);
-        if (known != m_known.cend())
-            return *known;
-        m_table.enter(m_songs);
-        const qsizetype found = m_table.findBytes(m_songs, path);
-        QByteArray record = found < 0 ? QByteArray() : SongRecord(m_songs.at(found)).bytes();
-        // A memory of strange playlists could name any number of paths.
-        if (m_known.size() < SongInfoIndex::maxSongs)
-            m_known.insert(QByteArray(path.constData(), path.size()), record);
-        return record;
-    }
+bool isWritable(const IndexSet &set, qint16 number)
+{
+    return QFileInfo(set.filePath(Playlists::songsFileName(number))).isWritable();
+}
 
-    const QList<SongInfoIndex> &m_songs;
-    PathTable m_table;
-    QHash<QByteArray, QByteArray> m_known;
-};
+QList<quint32> idsOf(const QByteArray &playlist)
+{
+    QList<quint32> ids;
+    for (qsizetype pos = 0; fits(playlist, pos, IndexRecord::size); pos += IndexRecord::size)
+        ids.append(be32At(playlist, pos));
+    return ids;
+}
 
 } // namespace
 
@@ -120,49 +113,109 @@ QList<qint16> Playlists::readNumbers(const IndexSet &set)
 bool Playlists::haveAllPathFiles(const IndexSet &set, const QList<qint16> &numbers)
 {
     return std::all_of(numbers.cbegin(), numbers.cend(), [&set](qint16 number) {
-        return QFileInfo::exists(set.filePath(pathsFileName(number)));
+        return isRegularFile(set.filePath(pathsFileName(number)));
     });
 }
 
 Playlists::Preparation Playlists::writePathFiles(IndexSet &set, const QList<qint16> &numbers,
-                                                 const QList<SongInfoIndex> &songs)
+                                                 const IndexReader &old)
 {
     Preparation result = Preparation::Written;
     FileLot lot;
     lot.setMemory(set.root());
     for (const qint16 number : numbers) {
         QByteArray playlist;
-        if (readWholeFile(set.filePath(songsFileName(number)), maxPlaylistSize, playlist) !=
-            ReadResult::Done)
+        if (!readSongs(set, number, playlist))
             result = Preparation::NoSongs;
         else if ((lot.isFull() && !lot.commitAll()) ||
-                 !lot.write({set.filePath(pathsFileName(number))}, pathRecords(playlist, songs)))
+                 !lot.write({set.filePath(pathsFileName(number))},
+                            pathRecords(playlist, old, readPaths(set, number))))
             return Preparation::Unwritable;
         set.pulse();
     }
     return lot.commitAll() ? result : Preparation::Unwritable;
 }
 
-bool Playlists::stageSongsFiles(IndexSet &set, const QList<qint16> &numbers,
-                                const QList<SongInfoIndex> &songs)
+quint32 Playlists::highestId(const IndexSet &set, const QList<qint16> &numbers)
 {
-    RecordFinder finder(songs);
-    bool complete = true;
+    quint32 highest = 0;
     for (const qint16 number : numbers) {
-        QByteArray paths;
-        QByteArray old;
-        const QString name = songsFileName(number);
-        if (readWholeFile(set.filePath(pathsFileName(number)), maxPlaylistSize, paths) !=
-                ReadResult::Done ||
-            readWholeFile(set.filePath(name), maxPlaylistSize, old) != ReadResult::Done ||
-            !QFileInfo(set.filePath(name)).isWritable()) {
-            complete = false;
+        QByteArray playlist;
+        if (!readSongs(set, number, playlist))
+            continue;
+        for (const quint32 id : idsOf(playlist))
+            highest = id < highestLimit ? std::max(highest, id) : highest;
+        set.pulse();
+    }
+    return highest;
+}
+
+QSet<QByteArray> Playlists::namedPaths(const IndexSet &set, const QList<qint16> &numbers,
+                                       const IndexReader &old)
+{
+    QSet<QByteArray> paths;
+    for (const qint16 number : numbers) {
+        QByteArray playlist;
+        if (!readSongs(set, number, playlist))
+            continue;
+        for (const quint32 id : idsOf(playlist)) {
+            if (old.has(id))
+                paths.insert(pathSortKey(pathFromBytes(old.pathOf(id))));
+        }
+        set.pulse();
+    }
+    return paths;
+}
+
+quint32 Playlists::firstFreeId(const IndexSet &set, const QList<qint16> &numbers,
+                               PlaylistFollower &follower, qsizetype songs, quint32 oldHighest)
+{
+    bool isTaken = false;
+    quint32 highest = 0;
+    for (const qint16 number : numbers) {
+        QByteArray playlist;
+        if (!readSongs(set, number, playlist)) {
+            if (fileKind(set.filePath(songsFileName(number))) != FileKind::Missing) {
+                isTaken = true;
+                highest = std::max(highest, oldHighest);
+            }
             continue;
         }
-        // Rewritten from its start and not shortened: a playlist that loses songs keeps its old
-        // last records, as players have always found it.
-        const QByteArray playlist = finder.songRecords(paths);
-        set.stage(name, playlist + old.mid(playlist.size()));
+        const QList<quint32> dead =
+            isWritable(set, number)
+                ? follower.deadIds(playlist, readPaths(set, number), PlaylistFollower::Way::Anew)
+                : idsOf(playlist);
+        for (const quint32 id : dead) {
+            isTaken = isTaken || id < static_cast<quint64>(songs);
+            highest = id < highestLimit ? std::max(highest, id) : highest;
+        }
+        set.pulse();
     }
-    return complete;
+    return isTaken ? highest + 1 : 0;
+}
+
+QStringList Playlists::stage(IndexSet &set, const QList<qint16> &numbers,
+                             PlaylistFollower &follower, PlaylistFollower::Way way)
+{
+    QStringList left;
+    for (const qint16 number : numbers) {
+        QByteArray playlist;
+        const QString name = songsFileName(number);
+        if (!readSongs(set, number, playlist)) {
+            if (fileKind(set.filePath(name)) != FileKind::Missing)
+                left.append(name);
+            continue;
+        }
+        const PlaylistFollower::Result result =
+            follower.follow(playlist, readPaths(set, number), way);
+        if (result.songs != playlist && !isWritable(set, number)) {
+            left.append(name);
+            continue;
+        }
+        if (way == PlaylistFollower::Way::Anew || result.songs != playlist)
+            set.stage(name, result.songs);
+        if (!result.paths.isNull())
+            set.stage(pathsFileName(number), result.paths);
+    }
+    return left;
 }

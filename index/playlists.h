@@ -1,21 +1,24 @@
 #pragma once
 
-#include "index/pathtable.h"
-#include "index/songinfoindex.h"
+#include "index/playlistfollower.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
+#include <QStringList>
 
+class IndexReader;
 class IndexSet;
 
-/// The user's playlists, which name songs by their ids: turned into paths before the songs are
-/// numbered afresh, and back into ids afterwards. See docs/formats/playlists.md.
+/// The files of the user's playlists, which name songs by their ids: turned into paths before the
+/// songs are numbered afresh, and followed to the new ids afterwards. See
+/// docs/formats/playlists.md.
 namespace Playlists
 {
 
 enum class Preparation {
     NotNeeded,  ///< no playlists, or all have their path files, or there is no index to read
-    Written,    ///< path files were written; the old index is loaded
+    Written,    ///< path files were written
     NoSongs,    ///< a listed playlist has no songs file; those before and after it are written
     Unwritable, ///< a path file can't be written: the old index must not be given up
 };
@@ -31,14 +34,28 @@ QList<qint16> readNumbers(const IndexSet &set);
 /// True when every one of \a numbers has its path file.
 bool haveAllPathFiles(const IndexSet &set, const QList<qint16> &numbers);
 
-/// Writes the path files of the playlists \a numbers by \a songs in the order of their ids.
-Preparation writePathFiles(IndexSet &set, const QList<qint16> &numbers,
-                           const QList<SongInfoIndex> &songs);
+/// Writes the path files of the playlists \a numbers by the index that \a old has read.
+Preparation writePathFiles(IndexSet &set, const QList<qint16> &numbers, const IndexReader &old);
 
-/// Stages the songs files of the playlists \a numbers by their path files and the new records of
-/// \a songs. False when a file of one could not be opened; the others are done. A write that
-/// fails shows when the set is committed.
-bool stageSongsFiles(IndexSet &set, const QList<qint16> &numbers,
-                     const QList<SongInfoIndex> &songs);
+/// The highest id that an entry of the playlists \a numbers has; 0 when there is none. Ids so high
+/// that none above them is left don't count: only damage makes such.
+quint32 highestId(const IndexSet &set, const QList<qint16> &numbers);
+
+/// The sort keys of the paths that the index \a old has for the entries of the playlists \a
+/// numbers.
+QSet<QByteArray> namedPaths(const IndexSet &set, const QList<qint16> &numbers,
+                            const IndexReader &old);
+
+/// The lowest number from which on \a songs new ids can begin, so that none of them is that of an
+/// entry of the playlists \a numbers that stays behind: 0 unless that would give one away. A
+/// playlist that can't be read may have any id of the old index, whose highest is \a oldHighest.
+quint32 firstFreeId(const IndexSet &set, const QList<qint16> &numbers, PlaylistFollower &follower,
+                    qsizetype songs, quint32 oldHighest);
+
+/// Stages the new songs files of the playlists \a numbers, and the path files of those that the
+/// player has changed. Gives the names of songs files that are there but can't be followed. A write
+/// that fails shows when the set is committed.
+QStringList stage(IndexSet &set, const QList<qint16> &numbers, PlaylistFollower &follower,
+                  PlaylistFollower::Way way);
 
 } // namespace Playlists

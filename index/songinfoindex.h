@@ -22,6 +22,10 @@ public:
     /// Record numbers have 16 bits.
     static constexpr int maxSongs = 65535;
 
+    /// Ids from here on leave no room for those of a full memory above them: only damage makes
+    /// such.
+    static constexpr quint32 idLimit = deletedId - 2 * maxSongs;
+
     /// The formats as the player numbers them.
     enum Type : quint8 { Midi = 0, Mp3 = 1, Zb3 = 2, Zb4 = 3, Zb5 = 4 };
 
@@ -40,12 +44,13 @@ public:
     quint8 reserved = 0;
     quint8 flag = 0; ///< 1 when the song has markers
     QString absolutePath;
-    QString path;       ///< below the memory's root, begins with "/"; change it by setPath
-    QByteArray pathKey; ///< pathSortKey(path), kept because every look-up needs it
-    quint16 posidx = 0; ///< record number in "index.id2"
-    quint32 date = 0;   ///< last modification: year x 10000 + month x 100 + day
-    quint32 time = 0;   ///< last modification: hour x 10000 + minute x 100 + second
-    bool isMet = false; ///< the walk of this run has come by
+    QString path;          ///< below the memory's root, begins with "/"; change it by setPath
+    QByteArray pathKey;    ///< pathSortKey(path), kept because every look-up needs it
+    quint16 posidx = 0;    ///< record number in "index.id2"
+    quint32 date = 0;      ///< last modification: year x 10000 + month x 100 + day
+    quint32 time = 0;      ///< last modification: hour x 10000 + minute x 100 + second
+    bool isMet = false;    ///< the walk of this run has come by
+    bool isUnsure = false; ///< the old index does not say reliably what the song is
 };
 Q_DECLARE_TYPEINFO(SongInfoIndex, Q_RELOCATABLE_TYPE);
 

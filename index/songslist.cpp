@@ -10,6 +10,17 @@
 namespace
 {
 
+/// \a text without anything that a reader of the list could take for the end of a record.
+QString onOneRecord(QString text)
+{
+    static constexpr QStringView breaks = u"\n\v\f\r\u001C\u001D\u001E\u0085\u2028\u2029";
+    for (QChar &character : text) {
+        if (breaks.contains(character))
+            character = u' ';
+    }
+    return text;
+}
+
 SongOrder listOrder(const QList<SongInfoIndex> &songs, SORT_MODE mode)
 {
     SongOrder byTitle = SongOrders::byTitle(songs);
@@ -34,7 +45,7 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
         return -1;
     }
     m_failure = RunReport::Reason::ListFailed;
-    if (loadAllIndexFile() < 0)
+    if (loadAllIndexFile() < 0 || !m_reader.hasAllTexts())
         return 0;
     emit progressMaxSetup(static_cast<int>(m_songs.size()));
     m_reader.readTexts(m_songs);
@@ -54,8 +65,11 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
         }
         const SongInfoIndex &song = m_songs.at(position);
         // Fields stand as they are: a ";" in a title shifts the columns of its line.
-        lines << song.title << ';' << song.artist << ';' << song.genre << ';'
-              << QStringView(song.absolutePath).mid(m_root.size()) << ";\n";
+        // The reader gives the bytes of the path as Latin-1.
+        for (const QString &field :
+             {song.title, song.artist, song.genre, pathFromBytes(song.path.toLatin1())})
+            lines << onOneRecord(field) << ';';
+        lines << '\n';
         emit currentPathChanged(song.absolutePath);
         emit progressValueChanged(++written);
     }

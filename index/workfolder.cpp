@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -120,6 +121,30 @@ bool WorkFolder::write(const QString &name, const QByteArray &content)
            file.size() == content.size();
 }
 
+bool WorkFolder::append(const QString &name, const QByteArray &data, qint64 largest)
+{
+    const OpenFolder folder(path());
+    if (!folder.isOpen())
+        return false;
+    constexpr int flags =
+        O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    constexpr mode_t mode = 0666;
+    const int handle = ::openat(folder.handle(), QFile::encodeName(name).constData(), flags, mode);
+    if (handle < 0)
+        return false;
+    struct stat state {
+    };
+    // Another name of it could be anybody's.
+    const bool isWritten =
+        ::fstat(handle, &state) == 0 && S_ISREG(state.st_mode) && state.st_nlink == 1 &&
+        state.st_size <= largest &&
+        ::write(handle, data.constData(), static_cast<size_t>(data.size())) == data.size();
+    ::close(handle);
+    if (isWritten && state.st_size == 0 && isOnFat(folder.handle()))
+        flushHandle(folder.handle());
+    return isWritten;
+}
+
 bool WorkFolder::read(const QString &name, qint64 maximum, QByteArray &content) const
 {
     const OpenFolder folder(path());
@@ -176,8 +201,12 @@ bool WorkFolder::clear(const QStringList &kept)
         names.removeIf([&kept](const QString &name) { return kept.contains(name); });
         removeFiles(open.handle(), names);
         StagingFolder::clear(open.handle());
-        if (!kept.isEmpty())
+        if (!kept.isEmpty()) {
+            // Their clusters become free when they are closed, and on the disk by this.
+            if (isFat && !names.isEmpty())
+                flushHandle(open.handle());
             return false;
+        }
         // On FAT it keeps what it takes, as long as it is open, until its entry has gone.
         QDir(m_root).rmdir(workName);
         if (isFat)

@@ -66,6 +66,7 @@ void FileCopier::setSpaceDisplay(SpaceDisplay display)
 void FileCopier::setMemory(const QString &root, qint64 reserve)
 {
     m_lot.setMemory(root);
+    m_memory = root;
     m_reserve = reserve;
 }
 
@@ -87,9 +88,10 @@ bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int
         m_sources.insert(fileIdentity(source));
         pulledMemory(source);
     }
+    findPlaces(files, destDir);
     if (!hasRoom(files, destDir))
         return false;
-    countBytes(files, destDir);
+    countBytes(files);
 
     for (const QString &source : files) {
         if (m_progress.isCanceled()) {
@@ -98,7 +100,7 @@ bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int
             return false;
         }
         showSpace(destDir, processed);
-        const QString destination = destinationOf(source, destDir);
+        const QString &place = m_places.at(processed);
         ++processed;
         if (!pulledMemory(source).isEmpty()) {
             finishLot();
@@ -106,26 +108,38 @@ bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int
             ++m_errors;
             continue;
         }
-        if (isSamePath(source, destination)) {
+        if (fileKind(source) != FileKind::Missing && isSamePath(source, place)) {
             m_report.count(RunReport::Success::Copied);
             ++m_copied;
             continue;
         }
-        debug() << "Copying file:" << source << "to:" << destination;
-        if (m_lot.isFull() || m_lot.holds(destination))
+        debug() << "Copying file:" << source << "to:" << place;
+        if (m_lot.isFull() || m_lot.holds(place))
             finishLot();
-        if (fileKind(destination) != FileKind::Missing && !mayOverwrite(destination)) {
+        if (fileKind(place) != FileKind::Missing && !whyHopeless(source, place) &&
+            !mayOverwrite(place)) {
             note(source, RunGuard::endRequested() ? Reason::Interrupted : Reason::Kept);
             continue;
         }
-        copySong({source, destination});
+        copySong({source, place});
         m_progress.setValue(processed);
         m_progress.breathe();
     }
     finishLot();
+    if (m_memories.pulledFrom(destDir).isEmpty())
+        m_songPlaces.remember();
     const bool isCanceled = m_progress.isCanceled();
     copied = m_copied;
     return m_errors == 0 && !isCanceled;
+}
+
+/// Looks where each file is to go.
+void FileCopier::findPlaces(const QStringList &files, const QString &destDir)
+{
+    m_places.clear();
+    m_songPlaces.begin(m_memory);
+    for (const QString &source : files)
+        m_places.append(m_songPlaces.placeOf(source, destinationOf(source, destDir), m_progress));
 }
 
 /// Says at once when not all can fit: new files, and what replaced ones have more than the old.
@@ -142,13 +156,13 @@ bool FileCopier::hasRoom(const QStringList &files, const QString &destDir)
         const qint64 before = allocatedSize(QFileInfo(place).size(), unit);
         needed += std::max<qint64>(allocatedSize(QFileInfo(source).size(), unit) - before, 0);
     };
-    for (const QString &source : files) {
-        const QString destination = destinationOf(source, destDir);
-        if (isSamePath(source, destination))
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        const QString &place = m_places.at(i);
+        if (isSamePath(files.at(i), place))
             continue;
-        count(source, destination);
-        if (const QString companion = companionOf(source); !companion.isEmpty())
-            count(companion, companionPath(destination));
+        count(files.at(i), place);
+        if (const QString companion = companionOf(files.at(i)); !companion.isEmpty())
+            count(companion, companionPath(place));
     }
     if (needed > 0)
         needed += m_reserve;
@@ -162,7 +176,7 @@ bool FileCopier::hasRoom(const QStringList &files, const QString &destDir)
 
 /// Remembers what there is to copy, where that is shown: the sizes of the songs with their graphics
 /// files.
-void FileCopier::countBytes(const QStringList &files, const QString &destDir)
+void FileCopier::countBytes(const QStringList &files)
 {
     m_bytes.clear();
     m_bytesLeft = 0;
@@ -170,7 +184,7 @@ void FileCopier::countBytes(const QStringList &files, const QString &destDir)
         return;
     for (const QString &source : files) {
         qint64 bytes = 0;
-        if (!isSamePath(source, destinationOf(source, destDir))) {
+        if (!isSamePath(source, m_places.at(m_bytes.size()))) {
             bytes = QFileInfo(source).size();
             if (const QString companion = companionOf(source); !companion.isEmpty())
                 bytes += QFileInfo(companion).size();
@@ -195,12 +209,32 @@ void FileCopier::noteFilesLeft(const QStringList &files, int first)
         note(source, Reason::Interrupted);
 }
 
+/// Why \a source can't come to \a place, whatever the user says: nobody is asked then.
+std::optional<RunReport::Reason> FileCopier::whyHopeless(const QString &source,
+                                                         const QString &place) const
+{
+    if (fileKind(source) == FileKind::Missing)
+        return Reason::Missing;
+    if (fileKind(place) == FileKind::Missing)
+        return std::nullopt;
+    // The song there may have been picked too, under the same name elsewhere.
+    if (m_sources.contains(fileIdentity(place)))
+        return Reason::PickedToo;
+    if (!isRegularFile(source) || !QFileInfo(source).isReadable())
+        return whyUnreadable(source, std::numeric_limits<qint64>::max());
+    if (!isRegularFile(place) || isWriteProtected(place))
+        return whyUnwritable(place, 0);
+    return std::nullopt;
+}
+
 void FileCopier::note(const QString &path, Reason reason)
 {
     const bool isFailure = reason != Reason::Interrupted && reason != Reason::Kept;
     const QString memory = isFailure ? pulledMemory(path) : QString();
+    const RunReport::Lack lack =
+        reason == Reason::Missing ? RunReport::Lack::Found : RunReport::Lack::Copied;
     if (memory.isEmpty())
-        m_report.add(RunReport::Lack::Copied, path, reason);
+        m_report.add(lack, path, reason);
     else
         m_report.addPulled(RunReport::Lack::Copied, memory);
 }
@@ -234,9 +268,8 @@ bool FileCopier::mayOverwrite(const QString &destination)
 
 void FileCopier::copySong(Song song)
 {
-    // The song at the destination may have been picked too, under the same name elsewhere.
-    if (fileKind(song.place) != FileKind::Missing && m_sources.contains(fileIdentity(song.place))) {
-        note(song.source, Reason::PickedToo);
+    if (const std::optional<Reason> reason = whyHopeless(song.source, song.place)) {
+        note(song.source, *reason);
         ++m_errors;
         return;
     }
@@ -247,10 +280,12 @@ void FileCopier::copySong(Song song)
     song.companion = companionOf(song.source);
     if (!song.companion.isEmpty()) {
         song.companionPlace = companionPath(song.place);
-        // An empty one is what a cut has left.
-        const bool isFree =
-            fileKind(song.companionPlace) == FileKind::Missing ||
-            (isRegularFile(song.companionPlace) && QFileInfo(song.companionPlace).size() == 0);
+        // An empty one is what a cut has left; that of a song with a given name came with it, when
+        // it was sent before.
+        const bool isOwn = song.place != destinationOf(song.source, m_destination);
+        const bool isFree = fileKind(song.companionPlace) == FileKind::Missing ||
+                            (isRegularFile(song.companionPlace) &&
+                             (isOwn || QFileInfo(song.companionPlace).size() == 0));
         if (isFree && !m_lot.holds(song.companionPlace)) {
             song.hasFailed =
                 !copyFile(song, song.companion, song.companionPlace, song.isCompanionStaged) ||

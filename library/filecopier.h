@@ -4,6 +4,7 @@
 #include "base/filelot.h"
 #include "base/runreport.h"
 #include "library/pulledmemories.h"
+#include "library/songplaces.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -11,6 +12,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 class Progress;
 
@@ -32,7 +34,8 @@ public:
     /// Has \a display told before each file; without one the sizes are not even looked at.
     void setSpaceDisplay(SpaceDisplay display);
 
-    /// For copies to the memory \a root, of whose room \a reserve bytes stay free for its index.
+    /// For copies to the memory \a root, of whose room \a reserve bytes stay free for its index. A
+    /// song that is there under a short name keeps that.
     void setMemory(const QString &root, qint64 reserve);
     /// How much room the last run needed, and how much there was; empty when there was enough.
     const QString &shortage() const { return m_shortage; }
@@ -60,7 +63,9 @@ private:
         bool hasFailed = false;
     };
 
+    void findPlaces(const QStringList &files, const QString &destDir);
     bool hasRoom(const QStringList &files, const QString &destDir);
+    std::optional<Reason> whyHopeless(const QString &source, const QString &place) const;
     bool mayOverwrite(const QString &destination);
     void copySong(Song song);
     bool copyFile(Song &song, const QString &source, const QString &place, bool &isStaged);
@@ -68,7 +73,7 @@ private:
     void finishFile(Song &song, const QString &source, const QString &place, WriteResult result);
     void finishSong(const Song &song);
     QString companionOf(const QString &song);
-    void countBytes(const QStringList &files, const QString &destDir);
+    void countBytes(const QStringList &files);
     void showSpace(const QString &destDir, int next);
     void noteFilesLeft(const QStringList &files, int first);
     QString pulledMemory(const QString &source);
@@ -85,6 +90,9 @@ private:
     RunReport m_report;
     PulledMemories m_memories;
     QString m_destination; ///< the folder of this run
+    QString m_memory;      ///< the root of the memory, empty for other copies
+    SongPlaces m_songPlaces;
+    QStringList m_places; ///< of the files of this run
     SpaceDisplay m_showSpace;
     QList<qint64> m_bytes; ///< of each file, where they are shown
     qint64 m_bytesLeft = 0;

@@ -301,6 +301,10 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <translation>File not imported, memory full: </translation>
     </message>
     <message>
+        <source>Rinominato: </source>
+        <translation>Renamed: </translation>
+    </message>
+    <message>
         <source>File non importato, impossibile rinominare: </source>
         <translation>File not imported, unable to rename: </translation>
     </message>
@@ -331,6 +335,58 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>File non importato, si trova fuori dalla memoria: </source>
         <translation>File not imported, it lies outside the memory: </translation>
+    </message>
+    <message>
+        <source>Cartella non importata, impossibile leggerla: </source>
+        <translation>Folder not imported, unable to read it: </translation>
+    </message>
+    <message>
+        <source>Cartella importata solo in parte, errore di lettura: </source>
+        <translation>Folder imported only in part, read error: </translation>
+    </message>
+    <message>
+        <source>File non importato, non è accessibile: </source>
+        <translation>File not imported, it is not accessible: </translation>
+    </message>
+    <message>
+        <source>File non importato, non è un file: </source>
+        <translation>File not imported, it is not a file: </translation>
+    </message>
+    <message>
+        <source>File non importato, il collegamento non porta a nessun file: </source>
+        <translation>File not imported, the link leads to no file: </translation>
+    </message>
+    <message>
+        <source>File non leggibile, la song è indicizzata con il solo nome: </source>
+        <translation>Unreadable file, the song is indexed with its name only: </translation>
+    </message>
+    <message>
+        <source>File non leggibile, la song resta indicizzata com&apos;era: </source>
+        <translation>Unreadable file, the song stays indexed as it was: </translation>
+    </message>
+    <message>
+        <source>File non importato, il nome non è valido: </source>
+        <translation>File not imported, the name is not valid: </translation>
+    </message>
+    <message>
+        <source>File non importato, il collegamento porta a una cartella già importata: </source>
+        <translation>File not imported, the link leads to a folder that is already imported: </translation>
+    </message>
+    <message>
+        <source>Il nome ha caratteri che Brisel non conosce e la song non si può aprire, rinominare il file o la sua cartella: </source>
+        <translation>The name has characters that Brisel does not know and the song can not be opened, rename the file or its folder: </translation>
+    </message>
+    <message>
+        <source>L&apos;indice era danneggiato ed è stato riparato</source>
+        <translation>The index was damaged and has been repaired</translation>
+    </message>
+    <message>
+        <source>Cartella rinominata, il suo nome serve all&apos;indice: </source>
+        <translation>Folder renamed, its name is needed for the index: </translation>
+    </message>
+    <message>
+        <source>Playlist non aggiornata: </source>
+        <translation>Playlist not updated: </translation>
     </message>
 </context>
 <context>
@@ -910,6 +966,10 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>%1, posto %2: la song non è nell&apos;indice</source>
         <translation>%1, place %2: the song is not in the index</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</source>
+        <translation>%1, place %2: the title is &quot;%3&quot;, that of the song &quot;%4&quot;</translation>
     </message>
 </context>
 <context>

@@ -301,6 +301,10 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <translation>File non importato, memoria piena: </translation>
     </message>
     <message>
+        <source>Rinominato: </source>
+        <translation>Rinominato: </translation>
+    </message>
+    <message>
         <source>File non importato, impossibile rinominare: </source>
         <translation>File non importato, impossibile rinominare: </translation>
     </message>
@@ -331,6 +335,58 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>File non importato, si trova fuori dalla memoria: </source>
         <translation>File non importato, si trova fuori dalla memoria: </translation>
+    </message>
+    <message>
+        <source>Cartella non importata, impossibile leggerla: </source>
+        <translation>Cartella non importata, impossibile leggerla: </translation>
+    </message>
+    <message>
+        <source>Cartella importata solo in parte, errore di lettura: </source>
+        <translation>Cartella importata solo in parte, errore di lettura: </translation>
+    </message>
+    <message>
+        <source>File non importato, non è accessibile: </source>
+        <translation>File non importato, non è accessibile: </translation>
+    </message>
+    <message>
+        <source>File non importato, non è un file: </source>
+        <translation>File non importato, non è un file: </translation>
+    </message>
+    <message>
+        <source>File non importato, il collegamento non porta a nessun file: </source>
+        <translation>File non importato, il collegamento non porta a nessun file: </translation>
+    </message>
+    <message>
+        <source>File non leggibile, la song è indicizzata con il solo nome: </source>
+        <translation>File non leggibile, la song è indicizzata con il solo nome: </translation>
+    </message>
+    <message>
+        <source>File non leggibile, la song resta indicizzata com&apos;era: </source>
+        <translation>File non leggibile, la song resta indicizzata com&apos;era: </translation>
+    </message>
+    <message>
+        <source>File non importato, il nome non è valido: </source>
+        <translation>File non importato, il nome non è valido: </translation>
+    </message>
+    <message>
+        <source>File non importato, il collegamento porta a una cartella già importata: </source>
+        <translation>File non importato, il collegamento porta a una cartella già importata: </translation>
+    </message>
+    <message>
+        <source>Il nome ha caratteri che Brisel non conosce e la song non si può aprire, rinominare il file o la sua cartella: </source>
+        <translation>Il nome ha caratteri che Brisel non conosce e la song non si può aprire, rinominare il file o la sua cartella: </translation>
+    </message>
+    <message>
+        <source>L&apos;indice era danneggiato ed è stato riparato</source>
+        <translation>L&apos;indice era danneggiato ed è stato riparato</translation>
+    </message>
+    <message>
+        <source>Cartella rinominata, il suo nome serve all&apos;indice: </source>
+        <translation>Cartella rinominata, il suo nome serve all&apos;indice: </translation>
+    </message>
+    <message>
+        <source>Playlist non aggiornata: </source>
+        <translation>Playlist non aggiornata: </translation>
     </message>
 </context>
 <context>
@@ -910,6 +966,10 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>%1, posto %2: la song non è nell&apos;indice</source>
         <translation>%1, posto %2: la song non è nell&apos;indice</translation>
+    </message>
+    <message>
+        <source>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</source>
+        <translation>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</translation>
     </message>
 </context>
 <context>

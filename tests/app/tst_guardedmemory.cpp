@@ -28,6 +28,7 @@ private slots:
     void refusesToIndexWhatIsWriteProtected();
     void refusesToTransferToWhatIsWriteProtected_data();
     void refusesToTransferToWhatIsWriteProtected();
+    void asksNothingWhereNothingCanBeReplaced();
     void refusesToSaveSongsThere();
     void refusesToSaveAListThere();
     void refusesToIndexWhatIsInUse_data() { addRuns(); }
@@ -169,6 +170,24 @@ void TestGuardedMemory::refusesToTransferToWhatIsWriteProtected()
     QCOMPARE(reportLines(), QStringList({u"Trasferimento: 1 non riuscite"_qs,
                                          line(u"Non copiata"_qs,
                                               hasFolder ? u"two.mid"_qs : u"volumes/CARD/songs"_qs,
+                                              u"la memoria è protetta da scrittura"_qs)}));
+    QCOMPARE(content(), before);
+}
+
+void TestGuardedMemory::asksNothingWhereNothingCanBeReplaced()
+{
+    if (!mountCard())
+        QSKIP("only root can mount a small disk");
+    const QStringList before = content();
+    QVERIFY(m_disk->setReadOnly(true));
+    importSongs({u"one.mid"_qs}, true);
+    m_script->expectFiles({card()});
+    m_script->expectMessage(u"Trasferimento"_qs, u"Non è stato possibile copiare uno o più file"_qs,
+                            QMessageBox::Ok);
+    clickTransfer();
+    verifyScript();
+    QCOMPARE(reportLines(), QStringList({u"Trasferimento: 1 non riuscite"_qs,
+                                         line(u"Non copiata"_qs, u"one.mid"_qs,
                                               u"la memoria è protetta da scrittura"_qs)}));
     QCOMPARE(content(), before);
 }

@@ -21,6 +21,7 @@ private slots:
     void tellsAFullMemory();
     void showsTheSpaceWhileItCopies();
     void tellsFilesThatTheTransferDidNotIndex();
+    void tellsSongsThatThePlayerCannotOpen();
     void tellsAMemoryThatIsGone();
     void tellsWhatTheIndexDialogRefused();
     void tellsTheIndexDialogsFailure();
@@ -76,7 +77,7 @@ void TestMemoryReports::tellsFilesThatWereNotCopied()
              QStringList({counts,
                           line(u"Non copiata"_qs, u"two.mid"_qs,
                                u"esiste già e non doveva essere sostituita"_qs),
-                          line(u"Non copiata"_qs, u"gone.mid"_qs, u"il file non esiste"_qs),
+                          line(u"Non trovata"_qs, u"gone.mid"_qs, u"il file non esiste"_qs),
                           line(u"Non copiata"_qs, u"tune.cdg"_qs, u"esiste già"_qs)}));
 }
 
@@ -155,6 +156,21 @@ void TestMemoryReports::tellsFilesThatTheTransferDidNotIndex()
     QCOMPARE(reportLines(),
              QStringList({u"Trasferimento: 1 copiate, 1 non riuscite"_qs,
                           u"File non importato, path troppo lungo: "_qs + at(m_deep)}));
+}
+
+void TestMemoryReports::tellsSongsThatThePlayerCannotOpen()
+{
+    const QString name = u"\u0416.mid"_qs;
+    const QString unknown = u"Il nome ha caratteri che Brisel non conosce e la song non si può "
+                            "aprire, rinominare il file o la sua cartella: "_qs +
+                            at(u"volumes/CARD/songs/"_qs + name);
+    importSongs({name}, true);
+    expectTransfer(m_done);
+    clickTransfer();
+    verifyScript();
+    QCOMPARE(reportLines(), QStringList({u"Trasferimento: 1 copiate, 1 non riuscite"_qs, unknown}));
+    work("optimizeMemory", "IndexDialog", {at(u"volumes/CARD"_qs)});
+    QCOMPARE(reportLines(), QStringList({u"Ottimizzazione memoria: 1 non riuscite"_qs, unknown}));
 }
 
 void TestMemoryReports::tellsAMemoryThatIsGone()

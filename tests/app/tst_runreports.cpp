@@ -194,7 +194,7 @@ void TestRunReports::countsTheBackupsCopies()
     verifyScript();
     QCOMPARE(reportLines(),
              QStringList({u"Sincronizzazione, Backup: 1 aggiornate, 1 copiate, 2 non riuscite"_qs,
-                          line(u"Non copiata"_qs, u"two.mid"_qs, u"il file non esiste"_qs),
+                          line(u"Non trovata"_qs, u"two.mid"_qs, u"il file non esiste"_qs),
                           line(u"Non letta"_qs, u"two.mid"_qs, u"il file non esiste"_qs)}));
 }
 

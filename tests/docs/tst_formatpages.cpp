@@ -77,6 +77,7 @@ private slots:
     void alphabetTable();
     void countsFile();
     void orderFile();
+    void givenNames();
     void playlistNumbers();
     void playlistSongs();
     void playlistPaths();
@@ -339,6 +340,16 @@ void TestFormatPages::orderFile()
     QCOMPARE(songs.first().bpm, 120);
 }
 
+void TestFormatPages::givenNames()
+{
+    const SampleMemory memory;
+    memory.write(u"Summer hits.2009/It's a song.mp3"_qs, Sample::mp3Song("X", "X", "POP"));
+    Index index;
+    index.setRenameQuestion([](const QString &, const QString &) { return 1; });
+    QVERIFY(index.updateIndex(memory.root()));
+    QCOMPARE(difference(memory.read(u".brisel2pc/names"_qs), bytes(u"givenNames"_qs)), QString());
+}
+
 void TestFormatPages::playlistNumbers()
 {
     const HexExample told = example(u"playlistNumbers"_qs);
@@ -354,8 +365,9 @@ void TestFormatPages::playlistSongs()
 {
     const SampleMemory memory;
     indexThreeSongs(memory);
+    memory.remove(u"index.id2"_qs);
     memory.write(u"playlist/playlist.dat"_qs, example(u"playlistNumbers"_qs).bytes());
-    memory.write(u"playlist/play0007.dat"_qs, QByteArray());
+    memory.write(u"playlist/play0007.dat"_qs, QByteArray(64, '\0'));
     memory.write(u"playlist/play0007.pts"_qs, bytes(u"playlistPaths"_qs));
     memory.write(u"playlist/play4294967173.dat"_qs, QByteArray());
     memory.write(u"playlist/play4294967173.pts"_qs, QByteArray());

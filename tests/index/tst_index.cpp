@@ -26,8 +26,6 @@ private slots:
     void acceptsOnlySongSuffixes();
     void endsLinkLoopsAndSkipsSpecialFiles();
     void refusesPathOf46Characters();
-    void failsOnFaultyOldIndex_data();
-    void failsOnFaultyOldIndex();
     void survivesUnorderedIds();
     void removesAllButReservedFile();
     void endsWhenAskedToQuit();
@@ -319,40 +317,6 @@ void TestIndex::refusesPathOf46Characters()
     memory.remove(folder + u"1234.mid"_qs);
     QVERIFY(!Index().createIndex(memory.root()));
     QVERIFY(!memory.has(u"index.id2"_qs));
-}
-
-void TestIndex::failsOnFaultyOldIndex_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QByteArray>("content");
-    const QByteArray strange = songRecord("00000009", "X", "0000");
-    const QByteArray path = pathRecord("00000000", "/A.MID", "20100101000000");
-    QTest::newRow("short path") << u"index.id2"_qs << QByteArray(63, 'x');
-    QTest::newRow("path and a half") << u"index.id2"_qs << path + "x";
-    QTest::newRow("no paths") << u"index.id2"_qs << QByteArray();
-    QTest::newRow("reserved id") << u"index.id2"_qs
-                                 << pathRecord("FFFFFFFF", "/A.MID", "20100101000000");
-    QTest::newRow("too many") << u"index.id2"_qs << path.repeated(65536);
-    QTest::newRow("short title") << u"title.id2"_qs << QByteArray(65, '\0');
-    QTest::newRow("strange title") << u"title.id2"_qs << strange;
-    QTest::newRow("short artist") << u"artist.id2"_qs << QByteArray(1, '\0');
-    QTest::newRow("strange artist") << u"artist.id2"_qs << strange;
-    QTest::newRow("strange genre") << u"genre.id2"_qs << strange;
-}
-
-void TestIndex::failsOnFaultyOldIndex()
-{
-    const SampleMemory memory;
-    memory.write(u"A.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
-    QFETCH(QString, file);
-    QFETCH(QByteArray, content);
-    memory.write(file, content);
-    memory.write(u"B.MID"_qs, anySong);
-    const auto before = memory.rootFiles();
-    QVERIFY(!Index().updateIndex(memory.root()));
-    QCOMPARE(memory.rootFiles(), before);
-    QVERIFY(Index().createIndex(memory.root()));
 }
 
 void TestIndex::survivesUnorderedIds()

@@ -27,6 +27,7 @@ private slots:
     void checksNothingWithoutTheTick();
     void saysThatAllIsWell();
     void listsFindingsAfterAnUpdate();
+    void reportsARepair();
     void tellsOfDamageThatARebuildLeaves();
     void countsFindingsAmongTheErrors();
     void checksNothingAfterAFailure();
@@ -109,8 +110,11 @@ void TestIndexDialogCheck::damageTitles() const
 void TestIndexDialogCheck::checksNothingWithoutTheTick()
 {
     indexWithoutCheck();
-    // An update doesn't look into this file.
-    m_memory->write(QStringLiteral("fsinfos.id2"), "damage");
+    // An update doesn't look into this one.
+    m_memory->write(QStringLiteral("playlist/playlist.dat"),
+                    QByteArray("\7\0", 2) + QByteArray(30, '\0'));
+    m_memory->write(QStringLiteral("playlist/play0007.dat"), QByteArray(63, 'x'));
+    m_memory->write(QStringLiteral("playlist/play0007.pts"), QByteArray());
     indexWithoutCheck();
     QCOMPARE(report(), QStringList({QStringLiteral("Ottimizzazione memoria in corso..."),
                                     QStringLiteral("Operazione completata")}));
@@ -136,11 +140,11 @@ void TestIndexDialogCheck::listsFindingsAfterAnUpdate()
 {
     indexWithoutCheck();
     const QByteArray counts = m_memory->read(QStringLiteral("fsinfos.id2"));
-    m_memory->write(QStringLiteral("fsinfos.id2"), QByteArray(counts).replace(0, 1, "\x07"));
-    m_memory->remove(QStringLiteral("atitle3.id2"));
-    m_memory->write(QStringLiteral("atitle3.id2"), QByteArray(256, '\xFF'));
     tick();
-    // Nothing has changed for the update, which leaves the files as they are.
+    whenCheckBegins([this, counts] {
+        m_memory->write(QStringLiteral("fsinfos.id2"), QByteArray(counts).replace(0, 1, "\x07"));
+        m_memory->write(QStringLiteral("atitle3.id2"), QByteArray(256, '\xFF'));
+    });
     m_script->expectMessage(boxTitle, someErrors, QMessageBox::Ok);
     start();
     QCOMPARE(report(),
@@ -149,11 +153,22 @@ void TestIndexDialogCheck::listsFindingsAfterAnUpdate()
                           QStringLiteral("atitle3.id2: la lettera \"T\" porta al posto sbagliato"),
                           QStringLiteral("fsinfos.id2: il conto di title.id2 è 2, non 7"),
                           QStringLiteral("Operazione completata")}));
-    // The rebuild mends it.
-    chooseRebuild();
+}
+
+/// A repair is no error, but the user is to know of it.
+void TestIndexDialogCheck::reportsARepair()
+{
     indexWithoutCheck();
+    const QByteArray counts = m_memory->read(QStringLiteral("fsinfos.id2"));
+    m_memory->write(QStringLiteral("fsinfos.id2"), QByteArray(counts).replace(0, 1, "\x07"));
+    tick();
+    indexWithoutCheck();
+    QCOMPARE(report(), QStringList({QStringLiteral("Ottimizzazione memoria in corso..."),
+                                    QStringLiteral("L'indice era danneggiato ed è stato riparato"),
+                                    QStringLiteral("Controllo memoria"),
+                                    QStringLiteral("Nessun errore trovato"),
+                                    QStringLiteral("Operazione completata")}));
     QCOMPARE(m_memory->read(QStringLiteral("fsinfos.id2")), counts);
-    QVERIFY(report().contains(QStringLiteral("Nessun errore trovato")));
 }
 
 void TestIndexDialogCheck::tellsOfDamageThatARebuildLeaves()

@@ -26,6 +26,7 @@ private slots:
     void reportsEachLinkOutOnce();
     void leavesOtherDisksAlone();
     void renamesNothingThroughALinkThatIsExchangedMeanwhile();
+    void indexesNothingBehindAFolderThatBecomesALinkInItsQuestion_data();
     void indexesNothingBehindAFolderThatBecomesALinkInItsQuestion();
     void writesNothingThroughALinkInPlaceOfThePlaylists();
     void renamesNothingOnAnotherMemoryInTheSamePlace();
@@ -131,8 +132,16 @@ void TestIndexLinks::renamesNothingThroughALinkThatIsExchangedMeanwhile()
                                         memory.path(u"SONGS/A long name.mid"_qs)});
 }
 
+void TestIndexLinks::indexesNothingBehindAFolderThatBecomesALinkInItsQuestion_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::newRow("yes") << 0;
+    QTest::newRow("no") << 2;
+}
+
 void TestIndexLinks::indexesNothingBehindAFolderThatBecomesALinkInItsQuestion()
 {
+    QFETCH(const int, answer);
     const SampleMemory home;
     home.write(u"SECRET.MID"_qs, anySong);
     const SampleMemory memory;
@@ -142,7 +151,7 @@ void TestIndexLinks::indexesNothingBehindAFolderThatBecomesALinkInItsQuestion()
     index.setRenameQuestion([&](const QString &path, const QString &) {
         QFile::rename(path, memory.path(u"OLD"_qs));
         QFile::link(home.root(), path);
-        return 2; // no
+        return answer;
     });
     QVERIFY(index.createIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});

@@ -18,6 +18,7 @@ private slots:
     void obeysTheAnswers();
     void asksByDialog();
     void takesGraphicsAlong();
+    void reportsEachNewName();
     void reportsFailedRename();
     void replacesNothingThatAppearsMeanwhile();
 };
@@ -188,6 +189,23 @@ void TestIndexNames::takesGraphicsAlong()
     QCOMPARE(memory.read(u"Alongn-2.CdG"_qs), QByteArray("graphics"));
     QCOMPARE(memory.read(u"Alongn-1.CdG"_qs), QByteArray("of another song"));
     QCOMPARE(memory.read(u"B long name.cdg"_qs), QByteArray("left alone"));
+}
+
+void TestIndexNames::reportsEachNewName()
+{
+    const SampleMemory memory;
+    memory.write(u"A long folder/B long name.mp3"_qs, mp3Song("Title", "Artist", "Genre"));
+    memory.write(u"A long folder/B long name.cdg"_qs, "graphics");
+    memory.write(u"A long folder/C.MID"_qs, anySong);
+    Index index;
+    index.setRenameQuestion(always(1));
+    const QSignalSpy notices(&index, &Index::noticeFromIndex);
+    QVERIFY(index.createIndex(memory.root()));
+    const QString name = u"Rinominato: %1 -> %2"_qs;
+    QCOMPARE(texts(notices),
+             QStringList({name.arg(memory.path(u"A long folder"_qs), memory.path(u"Alongf-1"_qs)),
+                          name.arg(memory.path(u"Alongf-1/B long name.mp3"_qs),
+                                   memory.path(u"Alongf-1/Blongn-1.mp3"_qs))}));
 }
 
 void TestIndexNames::reportsFailedRename()

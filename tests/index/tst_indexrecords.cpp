@@ -150,12 +150,23 @@ void TestIndexRecords::updateKeepsWhatTheSetSays()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("Title", "Artist", "Genre"));
     QVERIFY(Index().createIndex(memory.root()));
-    // No song has what the record says now.
-    const QByteArray known = songRecord("00000000", "KNOWN", end.constData());
-    memory.write(u"title.id2"_qs, known);
-    memory.write(u"NEW.MID"_qs, midiSong("New", "Artist", "Genre"));
+    // The song does not have what the records say now.
+    const QByteArray known = songRecord("00000000", "TITLE", end.constData());
+    const QByteArray artist = groupHeader("00000001", "ARTIST");
+    const QByteArray genre = groupHeader("00000001", "GENRE");
+    for (const QString &suffix :
+         type == 1 ? QStringList{QString(), u"3"_qs} : QStringList{QString()}) {
+        memory.write(u"title%1.id2"_qs.arg(suffix), known);
+        memory.write(u"artist%1.id2"_qs.arg(suffix), artist + known);
+        memory.write(u"genre%1.id2"_qs.arg(suffix), genre + known);
+        for (const QString &table : {u"atitle"_qs, u"aartist"_qs, u"agenre"_qs})
+            memory.write(table + suffix + u".id2"_qs, memory.read(table + u".id2"_qs));
+    }
+    memory.write(u"fsinfos.id2"_qs,
+                 hex(type == 1 ? "010001000100010001000100" : "010001000100000000000000"));
+    memory.write(u"NEW.MID"_qs, midiSong("Zero", "Artist", "Genre"));
     QVERIFY(Index().updateIndex(memory.root()));
-    const QByteArray added = songRecord("00000001", "NEW", "7800");
+    const QByteArray added = songRecord("00000001", "ZERO", "7800");
     QCOMPARE(memory.read(u"title.id2"_qs), known + added);
     QCOMPARE(memory.read(u"artist.id2"_qs), groupHeader("00000002", "ARTIST") + known + added);
     QCOMPARE(memory.read(u"title3.id2"_qs), type == 1 ? known : QByteArray());

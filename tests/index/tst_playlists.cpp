@@ -59,15 +59,18 @@ private slots:
     void keepsLastRecordOfLostSong();
     void writesZerosForUnknownId();
     void usesPathFilesThatExist();
+    void keepsWhatThePlayerChanged();
+    void fillsUnknownEntriesByPathAndTitle();
     void findsSongsIgnoringCase();
     void findsAccentedSongs();
-    void dropsRenamedSongs();
+    void followsRenamedSongs();
     void goesOnWithoutOneSongsFile();
-    void stopsBeforeTheIndexIsLost();
+    void movesAFolderOutOfTheWay();
     void endsAtHalfARecord();
     void restoresInUpdateOnlyWhenTranslated();
     void restoresAfterARunThatEnded();
     void usesPathFilesWhenTheIndexIsGone();
+    void needsThePathListOnly();
 };
 
 void TestPlaylists::namesFilesByNumber()
@@ -160,13 +163,67 @@ void TestPlaylists::usesPathFilesThatExist()
 {
     const SampleMemory memory;
     prepare(memory);
-    const QByteArray paths = pathOf("/A.MID") + pathOf("/A.MID");
-    memory.write(paths7, paths);
+    memory.remove(u"B.MID"_qs);
     QVERIFY(Index().createIndex(memory.root()));
+    const QByteArray paths = pathOf("/C.MID") + pathOf("/B.MID") + pathOf("/A.MID");
     QCOMPARE(memory.read(paths7), paths);
-    QCOMPARE(memory.read(songs7), songRecord("00000000", "A", "7800") +
+    QCOMPARE(memory.read(songs7), songRecord("00000001", "C", "7800") +
                                       songRecord("00000000", "A", "7800") +
                                       playlistOf({"00000000"}));
+    memory.write(u"B.MID"_qs, midiSong("B", "Artist", "Genre"));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(paths7), paths);
+    QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") +
+                                      songRecord("00000001", "B", "7800") +
+                                      songRecord("00000000", "A", "7800"));
+}
+
+void TestPlaylists::keepsWhatThePlayerChanged()
+{
+    const QByteArray c = songRecord("00000002", "C", "7800");
+    const QByteArray b = songRecord("00000001", "B", "7800");
+    const QByteArray a = songRecord("00000000", "A", "7800");
+    const QByteArray all = c + b + a;
+    for (const QByteArray &changed :
+         {a + b + c, c + a, c + b, c, c + b + a + b, a + a + a, b + b + a, QByteArray()}) {
+        const SampleMemory memory;
+        prepare(memory);
+        memory.write(songs7, all);
+        QVERIFY(Index().createIndex(memory.root()));
+        QCOMPARE(memory.read(songs7), all);
+        memory.write(songs7, changed);
+        // A new first song takes the id 0.
+        memory.write(u"0.MID"_qs, midiSong("Zero", "Artist", "Genre"));
+        QVERIFY(Index().createIndex(memory.root()));
+        QByteArray expected;
+        QByteArray paths;
+        for (qsizetype at = 0; at < changed.size(); at += 64) {
+            const char letter = changed.at(at + 4);
+            expected +=
+                songRecord(QByteArray::number(letter - 'A' + 1).rightJustified(8, '0').constData(),
+                           QByteArray(1, letter), "7800");
+            paths += pathOf(QByteArray("/") + letter + ".MID");
+        }
+        QCOMPARE(memory.read(songs7), expected);
+        QCOMPARE(memory.read(paths7), paths);
+    }
+}
+
+void TestPlaylists::fillsUnknownEntriesByPathAndTitle()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.write(u"D.MID"_qs, midiSong("B", "Artist", "Genre"));
+    QVERIFY(Index().createIndex(memory.root()));
+    // None of the ids is known: the first entry is named by its title, the second, of which there
+    // are two songs, by the path file, and the third by nothing.
+    memory.write(songs7, songRecord("00000063", "A", "7800") + songRecord("00000062", "B", "7800") +
+                             songRecord("00000061", "X", "7800"));
+    memory.write(paths7, pathOf("/C.MID") + pathOf("/D.MID") + pathOf(""));
+    QVERIFY(Index().createIndex(memory.root()));
+    QCOMPARE(memory.read(songs7), songRecord("00000000", "A", "7800") +
+                                      songRecord("00000003", "B", "7800") +
+                                      songRecord("00000061", "X", "7800"));
 }
 
 void TestPlaylists::findsSongsIgnoringCase()
@@ -194,7 +251,7 @@ void TestPlaylists::findsAccentedSongs()
     QCOMPARE(memory.read(songs7), songRecord("00000002", "E", "7800"));
 }
 
-void TestPlaylists::dropsRenamedSongs()
+void TestPlaylists::followsRenamedSongs()
 {
     const SampleMemory memory;
     memory.write(u"A long name.MID"_qs, midiSong("A", "Artist", "Genre"));
@@ -208,7 +265,8 @@ void TestPlaylists::dropsRenamedSongs()
     second.setRenameQuestion([](const QString &, const QString &) { return 0; });
     QVERIFY(second.createIndex(memory.root()));
     QVERIFY(memory.has(u"Alongn-1.MID"_qs));
-    QCOMPARE(memory.read(songs7), songRecord("00000001", "B", "7800") + playlistOf({"00000001"}));
+    QCOMPARE(memory.read(songs7),
+             songRecord("00000000", "A", "7800") + songRecord("00000001", "B", "7800"));
 }
 
 void TestPlaylists::goesOnWithoutOneSongsFile()
@@ -218,29 +276,29 @@ void TestPlaylists::goesOnWithoutOneSongsFile()
     memory.write(list, listRecord("0800") + listRecord("0700"));
     memory.remove(u"A.MID"_qs);
     QVERIFY(Index().createIndex(memory.root()));
-    QCOMPARE(memory.read(songs7).left(128),
-             songRecord("00000001", "C", "7800") + songRecord("00000000", "B", "7800"));
+    // The old last entry still has the id 0, of a song that has gone: no other gets it.
+    QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") +
+                                      songRecord("00000001", "B", "7800") +
+                                      playlistOf({"00000000"}));
     QVERIFY(!memory.has(u"playlist/play0008.dat"_qs));
 }
 
-void TestPlaylists::stopsBeforeTheIndexIsLost()
+/// A folder can't be replaced, but a new name is enough.
+void TestPlaylists::movesAFolderOutOfTheWay()
 {
     const SampleMemory memory;
     prepare(memory);
-    // A dangling link of that name would be written through; a folder can't be replaced at all.
-    memory.write(list, listRecord("0700") + listRecord("0800"));
-    memory.write(u"playlist/play0008.dat"_qs, playlistOf({"00000001"}));
-    QVERIFY(QDir().mkpath(memory.path(paths7 + u"/x"_qs)));
-    const auto before = memory.rootFiles();
-    QVERIFY(!Index().createIndex(memory.root()));
-    QCOMPARE(memory.rootFiles(), before);
-    QVERIFY(!Index().updateIndex(memory.root()));
-    QCOMPARE(memory.rootFiles(), before);
-    // What the next run makes of it is right again.
-    QVERIFY(QDir(memory.path(paths7)).removeRecursively());
-    QVERIFY(Index().updateIndex(memory.root()));
+    memory.write(paths7 + u"/X.MID"_qs, midiSong("X", "Artist", "Genre"));
+    Index index;
+    QStringList notices;
+    connect(&index, &Index::noticeFromIndex,
+            [&notices](const QString &notice) { notices.append(notice); });
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(notices, QStringList{u"Cartella rinominata, il suo nome serve all'indice: "_qs +
+                                  memory.path(paths7) + u" -> old-1"_qs});
     QCOMPARE(memory.read(paths7), pathOf("/C.MID") + pathOf("/B.MID") + pathOf("/A.MID"));
-    QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
+    QVERIFY(memory.has(u"playlist/old-1/X.MID"_qs));
+    QVERIFY(memory.read(u"index.id2"_qs).contains("/playlist/old-1/X.MID"));
 }
 
 void TestPlaylists::endsAtHalfARecord()
@@ -264,20 +322,21 @@ void TestPlaylists::restoresInUpdateOnlyWhenTranslated()
     QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") +
                                       songRecord("00000001", "B", "7800") +
                                       playlistOf({"00000000"}));
-    // The player changes the list; the path file stays, and the next update touches neither.
+    // The player changes the list; the path file stays, and the next update restores nothing, but
+    // gives the entry the title of its song.
     memory.write(songs7, playlistOf({"00000001"}));
     memory.remove(u"C.MID"_qs);
     log.clear();
     QVERIFY(Index().updateIndex(memory.root()));
     QVERIFY(!log.contains(u"restore playlist file path "_qs));
-    QCOMPARE(memory.read(songs7), playlistOf({"00000001"}));
+    QCOMPARE(memory.read(songs7), songRecord("00000001", "B", "7800"));
     QCOMPARE(memory.read(paths7).size(), 192);
 }
 
 void TestPlaylists::restoresAfterARunThatEnded()
 {
-    // The accented song gets a new id in each update, so path files that a run has written must
-    // be used by the next one when it did not come to use them itself.
+    // The accented song gets a new id in each update; path files that a run has written and did not
+    // come to use are no reason for the playlist to stay behind.
     const SampleMemory memory;
     memory.write(u"\u00E9.MID"_qs, midiSong("E", "Artist", "Genre"));
     QVERIFY(Index().createIndex(memory.root()));
@@ -296,10 +355,10 @@ void TestPlaylists::restoresAfterARunThatEnded()
     QVERIFY(Index().updateIndex(memory.root()));
     QCOMPARE(memory.read(songs7), songRecord("00000001", "E", "7800"));
     QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
-    // The next update leaves the playlist alone, and a rebuild finds the song again.
+    // The playlist follows in each update.
     QVERIFY(Index().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs).left(4), hex("00000002"));
-    QCOMPARE(memory.read(songs7), songRecord("00000001", "E", "7800"));
+    QCOMPARE(memory.read(songs7), songRecord("00000002", "E", "7800"));
     QVERIFY(Index().createIndex(memory.root()));
     QCOMPARE(memory.read(songs7), songRecord("00000000", "E", "7800"));
 }
@@ -308,18 +367,28 @@ void TestPlaylists::usesPathFilesWhenTheIndexIsGone()
 {
     const SampleMemory memory;
     prepare(memory);
-    memory.write(u".brisel2pc/paths"_qs, "of a run that was cut");
     memory.write(paths7, pathOf("/B.MID"));
-    memory.remove(u"fsinfos.id2"_qs);
+    memory.remove(u"index.id2"_qs);
     memory.remove(u"A.MID"_qs);
     QVERIFY(Index().updateIndex(memory.root()));
-    QCOMPARE(memory.read(songs7).left(64), songRecord("00000000", "B", "7800"));
-    // A faulty index is no better than none.
-    memory.write(u".brisel2pc/paths"_qs, "of a run that was cut");
-    memory.write(paths7, pathOf("/C.MID"));
-    memory.write(u"title.id2"_qs, "x");
-    QVERIFY(Index().createIndex(memory.root()));
-    QCOMPARE(memory.read(songs7).left(64), songRecord("00000001", "C", "7800"));
+    QCOMPARE(memory.read(songs7).left(64), songRecord("00000002", "B", "7800"));
+}
+
+/// The other lists say nothing of paths.
+void TestPlaylists::needsThePathListOnly()
+{
+    for (const QString &name : IndexSet::names()) {
+        if (name == u"index.id2"_qs)
+            continue;
+        const SampleMemory memory;
+        prepare(memory);
+        memory.write(u"0.MID"_qs, midiSong("Zero", "Artist", "Genre"));
+        memory.write(name, "x");
+        QVERIFY(Index().createIndex(memory.root()));
+        QCOMPARE(memory.read(songs7), songRecord("00000003", "C", "7800") +
+                                          songRecord("00000002", "B", "7800") +
+                                          songRecord("00000001", "A", "7800"));
+    }
 }
 
 BRISEL_TEST(QCoreApplication, TestPlaylists)

@@ -32,6 +32,8 @@ private slots:
     void asksNothingMoreWhenTheProgramEnds();
     void ignoresAnswerGivenByTheEndOfTheProgram();
     void countsUnreadableSourceAsError();
+    void asksNothingForASongThatIsGone();
+    void countsASongThatIsGoneAsErrorWhereItWas();
     void countsFolderInTheFilesPlaceAsError();
     void goesOnAfterAnError();
     void neverReplacesAPickedSource();
@@ -244,11 +246,31 @@ void TestFileCopier::countsUnreadableSourceAsError()
     QCOMPARE(copies(), QStringList());
 }
 
+void TestFileCopier::asksNothingForASongThatIsGone()
+{
+    makeFile(at(u"to/a.mid"_qs), "old");
+    QVERIFY(!copy({at(u"from/a.mid"_qs)}, {NoCopyrightDialog::Yes}));
+    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_copied, 0);
+    QCOMPARE(fileContent(at(u"to/a.mid"_qs)), QByteArray("old"));
+}
+
+void TestFileCopier::countsASongThatIsGoneAsErrorWhereItWas()
+{
+    FileCopier copier(m_progress, [](const QString &) { return NoCopyrightDialog::Yes; });
+    QVERIFY(!copier.copyFiles({at(u"to/a.mid"_qs)}, at(u"to"_qs), m_copied));
+    QCOMPARE(m_copied, 0);
+    QCOMPARE(copies(), QStringList());
+    QCOMPARE(copier.report().text(),
+             u"1 non riuscite\nNon trovata (il file non esiste): "_qs + at(u"to/a.mid"_qs) + u'\n');
+}
+
 void TestFileCopier::countsFolderInTheFilesPlaceAsError()
 {
     makeFile(at(u"to/a.mid/inside"_qs), "inside");
     QVERIFY(!copy({picked(u"a.mid"_qs)}, {NoCopyrightDialog::Yes}));
-    QCOMPARE(m_asked.size(), 1);
+    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_progress.values, QList<int>({1}));
     QCOMPARE(fileContent(at(u"to/a.mid/inside"_qs)), QByteArray("inside"));
 }
 
@@ -264,6 +286,7 @@ void TestFileCopier::neverReplacesAPickedSource()
     makeFile(at(u"to/a.mid"_qs), "picked too");
     const QStringList files{picked(u"a.mid"_qs), at(u"to/a.mid"_qs)};
     QVERIFY(!copy(files, {NoCopyrightDialog::Yes}));
+    QCOMPARE(m_asked, QStringList());
     QCOMPARE(m_copied, 1);
     QCOMPARE(fileContent(at(u"to/a.mid"_qs)), QByteArray("picked too"));
     QCOMPARE(fileContent(files.first()), QByteArray("new"));

@@ -4,12 +4,15 @@
 #include <cstring>
 #include <string>
 
+#include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// The system is called directly: what the C library has under these names is this file.
+// The system is called directly: what the C library has under these names is this file. For
+// folders the C library's own call is looked up.
 
 namespace
 {
@@ -81,6 +84,14 @@ Looks::Counts Looks::stop()
 #include "tests/shim/opencalls.h"
 
 extern "C" {
+
+DIR *opendir(const char *path)
+{
+    using Open = DIR *(*)(const char *);
+    static const auto own = reinterpret_cast<Open>(::dlsym(RTLD_NEXT, "opendir"));
+    counted.listed += isBelow(path) ? 1 : 0;
+    return own(path);
+}
 
 ssize_t read(int handle, void *data, size_t size)
 {

@@ -9,7 +9,8 @@ struct Counts {
     long opened = 0;
     long asked = 0; ///< for a file's kind, size or dates
     long reads = 0;
-    long bytes = 0; ///< that were read
+    long bytes = 0;  ///< that were read
+    long listed = 0; ///< folders whose names were asked for
 };
 
 /// Counts from 0 what concerns \a folder and what is below it, an absolute path.

@@ -61,6 +61,14 @@ void failReads(const char *path, long long offset, ReadFailure failure);
 /// Ends it.
 void readAll();
 
+/// From now on: the folder \a path (absolute) can't be opened to be listed, for lack of permission.
+void refuseFolder(const char *path);
+/// From now on: the disk fails behind the first \a after entries of the folder \a path (absolute),
+/// names that begin with a point not counted.
+void failListing(const char *path, int after);
+/// Ends either.
+void listAll();
+
 /// The bytes that were read below the folder from arm() to disarm().
 long long bytesRead();
 

@@ -1,23 +1,16 @@
 #include "index/index.h"
 #include "tests/index/changedmemory.h"
 #include "tests/index/setreader.h"
-#include "tests/shim/shim.h"
+#include "tests/shim/faultyrun.h"
 #include "tests/testprogram.h"
 
 #include <QCryptographicHash>
 #include <QTest>
 
-#include <csignal>
-#include <functional>
-#include <sys/wait.h>
-#include <unistd.h>
-
 using namespace Sample;
 
 namespace
 {
-
-using Run = std::function<bool(Index &, const QString &)>;
 
 bool rebuild(Index &index, const QString &root)
 {
@@ -27,33 +20,6 @@ bool rebuild(Index &index, const QString &root)
 bool update(Index &index, const QString &root)
 {
     return index.updateIndex(root);
-}
-
-constexpr int killed = -1;
-
-/// Runs \a run in a process of its own whose step \a number goes wrong. Gives killed, or 0 or 1 for
-/// the run's result; \a reached tells whether the step came.
-int runWithFault(const SampleMemory &memory, const Run &run, int number, Shim::Action fault,
-                 bool &reached)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        Shim::arm(QFile::encodeName(memory.root()).constData(), number, fault);
-        Index index;
-        const bool result = run(index, memory.root());
-        const int steps = Shim::disarm();
-        ::_exit((result ? 1 : 0) + (steps >= number ? 2 : 0));
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    if (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) {
-        reached = true;
-        return killed;
-    }
-    if (!WIFEXITED(status))
-        qFatal("the run crashed");
-    reached = (WEXITSTATUS(status) & 2) != 0;
-    return WEXITSTATUS(status) & 1;
 }
 
 } // namespace

@@ -28,6 +28,7 @@ Looks::Counts looksOf(const SampleMemory &memory, bool (Index::*run)(const QStri
                       qsizetype &pathSteps)
 {
     Index index;
+    index.setRenameQuestion([](const QString &, const QString &) { return 1; });
     Looks::start(QFile::encodeName(memory.root()).constData());
     const bool done = (index.*run)(memory.root());
     const Looks::Counts counts = Looks::stop();
@@ -47,6 +48,8 @@ class TestIndexLooks : public QObject
 private slots:
     void looksAtEachSongOnce_data();
     void looksAtEachSongOnce();
+    void listsEachFolderTwiceAtMost_data();
+    void listsEachFolderTwiceAtMost();
     void looksOnceAtEachShortNameThatIsTaken_data();
     void looksOnceAtEachShortNameThatIsTaken();
 };
@@ -88,6 +91,32 @@ void TestIndexLooks::looksAtEachSongOnce()
              qPrintable(QString::number(updated.bytes)));
 }
 
+void TestIndexLooks::listsEachFolderTwiceAtMost_data()
+{
+    QTest::addColumn<bool>("areSongs");
+    QTest::newRow("with a song in the last") << true;
+    QTest::newRow("without songs") << false;
+}
+
+/// Folders in folders, all with long names: each asks whether there are songs below it.
+void TestIndexLooks::listsEachFolderTwiceAtMost()
+{
+    QFETCH(const bool, areSongs);
+    constexpr int depth = 60;
+    constexpr long others = 10;
+    const SampleMemory memory;
+    QString last;
+    for (int i = 0; i < depth; ++i)
+        last += u"A long folder/"_qs;
+    memory.write(u"A.MID"_qs, midiSong("Title", "Artist", "Genre"));
+    memory.write(last + (areSongs ? u"A.MID"_qs : u"notes.txt"_qs), "xxxxx");
+    qsizetype pathSteps = 0;
+    const Looks::Counts counts = looksOf(memory, &Index::createIndex, pathSteps);
+    QCOMPARE(memory.has(last), !areSongs);
+    QVERIFY2(counts.listed > depth && counts.listed <= 2 * depth + others,
+             qPrintable(QString::number(counts.listed)));
+}
+
 void TestIndexLooks::looksOnceAtEachShortNameThatIsTaken_data()
 {
     QTest::addColumn<QString>("suffix");
@@ -104,12 +133,8 @@ void TestIndexLooks::looksOnceAtEachShortNameThatIsTaken()
     const SampleMemory memory;
     for (int i = 0; i < names; ++i)
         memory.write(u"SameStart%1.%2"_qs.arg(i).arg(suffix), "xxxxx");
-    Index index;
-    index.setRenameQuestion([](const QString &, const QString &) { return 1; });
-    Looks::start(QFile::encodeName(memory.root()).constData());
-    const bool done = index.createIndex(memory.root());
-    const Looks::Counts counts = Looks::stop();
-    QVERIFY(done);
+    qsizetype pathSteps = 0;
+    const Looks::Counts counts = looksOf(memory, &Index::createIndex, pathSteps);
     QVERIFY(memory.has(u"Same-999."_qs + suffix));
     QVERIFY2(counts.asked <= names * perName, qPrintable(QString::number(counts.asked)));
 }

@@ -1,4 +1,5 @@
 #include "base/settingsstore.h"
+#include "index/indexreader.h"
 #include "index/indexset.h"
 #include "index/playlists.h"
 #include "library/safecopy.h"
@@ -256,6 +257,12 @@ void TestReadFailures::refusesPlaylists()
     IndexSet set;
     set.setRoot(m_folder->path());
     QVERIFY(Playlists::readNumbers(set).contains(7));
+    const IndexReader noIndex;
+    const QList<SongInfoIndex> noSongs;
+    const auto staged = [&] {
+        PlaylistFollower follower(noIndex, noSongs, [](const QString &path) { return path; });
+        return Playlists::stage(set, {7}, follower, PlaylistFollower::Way::InPlace);
+    };
     for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
         for (const qint64 offset : {0, sector, 2 * sector}) {
             {
@@ -265,15 +272,21 @@ void TestReadFailures::refusesPlaylists()
             QVERIFY(set.beginStaging());
             {
                 const DamagedFile damaged(songs, offset, failure);
-                QCOMPARE(Playlists::writePathFiles(set, {7}, {}), Playlists::Preparation::NoSongs);
+                QCOMPARE(Playlists::writePathFiles(set, {7}, noIndex),
+                         Playlists::Preparation::NoSongs);
             }
             QVERIFY(!QFile::exists(paths));
             makeFile(paths, QByteArray(20 * recordSize, 'p'));
-            for (const QString &name : {paths, songs}) {
-                const DamagedFile damaged(name, offset, failure);
-                QVERIFY(!Playlists::stageSongsFiles(set, {7}, {}));
+            {
+                const DamagedFile damaged(songs, offset, failure);
+                QCOMPARE(staged(), QStringList(songs));
             }
-            QVERIFY(Playlists::stageSongsFiles(set, {7}, {}));
+            {
+                // Without a path file the playlist itself says what it holds.
+                const DamagedFile damaged(paths, offset, failure);
+                QCOMPARE(staged(), QStringList());
+            }
+            QCOMPARE(staged(), QStringList());
             set.discard();
             QVERIFY(QFile::remove(paths));
             QCOMPARE(fileContent(songs), QByteArray(20 * recordSize, 's'));

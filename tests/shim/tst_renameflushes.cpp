@@ -1,3 +1,4 @@
+#include "index/givennames.h"
 #include "tests/index/indexsamples.h"
 #include "tests/shim/shim.h"
 
@@ -21,7 +22,7 @@ struct Outcome {
 };
 
 /// Indexes \a memory and shortens its names on a disk of the kind \a disk, whose step
-/// \a failing, counted from the first rename on, fails; 0 for none.
+/// \a failing, counted from the end of stepsBefore() on, fails; 0 for none.
 Outcome indexOn(Shim::Disk disk, const SampleMemory &memory, int failing)
 {
     const QTemporaryDir folder;
@@ -43,7 +44,9 @@ Outcome indexOn(Shim::Disk disk, const SampleMemory &memory, int failing)
         qFatal("no trace");
     const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
     for (const QString &line : lines.mid(stepsBefore(disk))) {
-        if (line.contains(u"/.brisel2pc"_qs))
+        // What is written there besides the given names is the index.
+        if (line.contains(u"/.brisel2pc"_qs) && !line.endsWith(u"/names"_qs) &&
+            !outcome.steps.filter(u"rename "_qs).isEmpty())
             break;
         // On FAT a folder first gets room for the new names.
         if (line.startsWith(u"unlink "_qs) && line.contains(u"/.brisel-room-"_qs))
@@ -64,6 +67,14 @@ void fill(const SampleMemory &memory)
 const QStringList renames{u"rename /Alongn-1.mp3"_qs, u"rename /Alongn-1.cdg"_qs,
                           u"rename /Longfo-1"_qs, u"rename /Longfo-1/Blongn-1.mid"_qs};
 
+const QStringList remembered{u"open /.brisel2pc/names"_qs, u"write /.brisel2pc/names"_qs};
+const QString namesFlushed = u"flush /.brisel2pc/names"_qs;
+const QStringList firstRemembered = QStringList(u"mkdir /.brisel2pc"_qs) + remembered;
+
+/// The renames with what is remembered of them.
+const QStringList allRenames = firstRemembered + renames.mid(0, 2) + remembered +
+                               renames.mid(2, 1) + remembered + renames.mid(3, 1);
+
 } // namespace
 
 /// When the new names of songs and folders are flushed to the disk.
@@ -79,6 +90,8 @@ private slots:
     void copiesNothingThatCannotBeRenamed();
     void saysFalseWhenANameMayBeLost_data();
     void saysFalseWhenANameMayBeLost();
+    void givesNamesThatCannotBeRemembered_data();
+    void givesNamesThatCannotBeRemembered();
 };
 
 void TestRenameFlushes::flushesEachNameByItselfOnFat()
@@ -88,10 +101,15 @@ void TestRenameFlushes::flushesEachNameByItselfOnFat()
     const Outcome outcome = indexOn(Shim::Fat, memory, 0);
     QVERIFY(outcome.result);
     QCOMPARE(outcome.steps,
-             QStringList({renames.at(0), u"flush /Alongn-1.mp3"_qs, u"flush "_qs, renames.at(1),
-                          u"flush /Alongn-1.cdg"_qs, u"flush "_qs, renames.at(2),
-                          u"flush /Longfo-1"_qs, u"flush "_qs, renames.at(3),
-                          u"flush /Longfo-1/Blongn-1.mid"_qs, u"flush /Longfo-1"_qs}));
+             firstRemembered +
+                 QStringList({u"flush /.brisel2pc"_qs, namesFlushed, renames.at(0),
+                              u"flush /Alongn-1.mp3"_qs, u"flush "_qs, renames.at(1),
+                              u"flush /Alongn-1.cdg"_qs, u"flush "_qs}) +
+                 remembered +
+                 QStringList({namesFlushed, renames.at(2), u"flush /Longfo-1"_qs, u"flush "_qs}) +
+                 remembered +
+                 QStringList({namesFlushed, renames.at(3), u"flush /Longfo-1/Blongn-1.mid"_qs,
+                              u"flush /Longfo-1"_qs}));
 }
 
 void TestRenameFlushes::flushesAllNamesAtOnceElsewhere()
@@ -100,7 +118,7 @@ void TestRenameFlushes::flushesAllNamesAtOnceElsewhere()
     fill(memory);
     const Outcome outcome = indexOn(Shim::Plain, memory, 0);
     QVERIFY(outcome.result);
-    QCOMPARE(outcome.steps, renames + QStringList{u"syncfs "_qs});
+    QCOMPARE(outcome.steps, allRenames + QStringList{u"syncfs "_qs});
 }
 
 void TestRenameFlushes::flushesEachFolderWhereNothingElseCan()
@@ -109,29 +127,30 @@ void TestRenameFlushes::flushesEachFolderWhereNothingElseCan()
     fill(memory);
     Outcome outcome = indexOn(Shim::WithoutSyncfs, memory, 0);
     QVERIFY(outcome.result);
-    QCOMPARE(outcome.steps.mid(0, renames.size()), renames);
-    QStringList flushes = outcome.steps.mid(renames.size());
+    QCOMPARE(outcome.steps.mid(0, allRenames.size()), allRenames);
+    QStringList flushes = outcome.steps.mid(allRenames.size());
     flushes.sort();
-    QCOMPARE(flushes, QStringList({u"flush "_qs, u"flush /Longfo-1"_qs}));
+    QCOMPARE(flushes, QStringList({u"flush "_qs, namesFlushed, u"flush /Longfo-1"_qs}));
 }
 
-/// Nothing is written on a memory without songs.
+/// Nothing is written on a memory without songs that an index can hold: this path is too long.
 void TestRenameFlushes::flushesNamesWithoutAnIndex()
 {
     const SampleMemory memory;
-    memory.write(u"Long folder/notes.txt"_qs, "text");
+    memory.write(u"Long folder/abcdefgh/abcdefgh/abcdefgh/abcdefgh/A.MID"_qs, "xxxxx");
     const Outcome outcome = indexOn(Shim::Plain, memory, 0);
     QVERIFY(!outcome.result);
-    QCOMPARE(outcome.steps.mid(0, 2), QStringList({u"rename /Longfo-1"_qs, u"syncfs "_qs}));
+    QCOMPARE(outcome.steps.mid(0, 5),
+             firstRemembered + QStringList({u"rename /Longfo-1"_qs, u"syncfs "_qs}));
 }
 
 void TestRenameFlushes::copiesNothingThatCannotBeRenamed()
 {
     const SampleMemory memory;
     fill(memory);
-    const Outcome outcome = indexOn(Shim::Plain, memory, 1);
+    const Outcome outcome = indexOn(Shim::Plain, memory, 4);
     QVERIFY(outcome.result);
-    QCOMPARE(outcome.steps, renames.mid(2) + QStringList{u"syncfs "_qs});
+    QCOMPARE(outcome.steps, firstRemembered + allRenames.mid(5) + QStringList{u"syncfs "_qs});
     QVERIFY(memory.has(u"A long name.mp3"_qs));
     QVERIFY(memory.has(u"A long name.cdg"_qs));
     QCOMPARE(indexedPaths(memory), QStringList{u"/Longfo-1/Blongn-1.mid"_qs});
@@ -141,10 +160,10 @@ void TestRenameFlushes::saysFalseWhenANameMayBeLost_data()
 {
     QTest::addColumn<Shim::Disk>("disk");
     QTest::addColumn<int>("step");
-    QTest::newRow("FAT, song") << Shim::Fat << 4;
-    QTest::newRow("FAT, its folder") << Shim::Fat << 5;
-    QTest::newRow("all at once") << Shim::Plain << 5;
-    QTest::newRow("a folder") << Shim::WithoutSyncfs << 6;
+    QTest::newRow("FAT, song") << Shim::Fat << 9;
+    QTest::newRow("FAT, its folder") << Shim::Fat << 10;
+    QTest::newRow("all at once") << Shim::Plain << 12;
+    QTest::newRow("a folder") << Shim::WithoutSyncfs << 14;
 }
 
 void TestRenameFlushes::saysFalseWhenANameMayBeLost()
@@ -159,6 +178,32 @@ void TestRenameFlushes::saysFalseWhenANameMayBeLost()
     QVERIFY(indexOn(Shim::Plain, memory, 0).result);
     QCOMPARE(indexedPaths(memory),
              QStringList({u"/Alongn-1.mp3"_qs, u"/Longfo-1/Blongn-1.mid"_qs}));
+}
+
+void TestRenameFlushes::givesNamesThatCannotBeRemembered_data()
+{
+    QTest::addColumn<Shim::Disk>("disk");
+    QTest::addColumn<int>("step");
+    QTest::newRow("not opened") << Shim::Plain << 2;
+    QTest::newRow("not written") << Shim::Plain << 3;
+    QTest::newRow("FAT, not flushed") << Shim::Fat << 7;
+    QTest::newRow("not flushed") << Shim::WithoutSyncfs << 12;
+}
+
+void TestRenameFlushes::givesNamesThatCannotBeRemembered()
+{
+    QFETCH(const Shim::Disk, disk);
+    QFETCH(const int, step);
+    const SampleMemory memory;
+    fill(memory);
+    QVERIFY(indexOn(disk, memory, step).result);
+    QCOMPARE(indexedPaths(memory),
+             QStringList({u"/Alongn-1.mp3"_qs, u"/Longfo-1/Blongn-1.mid"_qs}));
+    // At the end of the run they are written once more.
+    GivenNames names;
+    names.setRoot(memory.root());
+    QVERIFY(names.load());
+    QCOMPARE(names.placeOf(memory.path(u"A long name.mp3"_qs)), memory.path(u"Alongn-1.mp3"_qs));
 }
 
 BRISEL_TEST(QApplication, TestRenameFlushes)

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "index/pathtable.h"
+#include "index/songinfoindex.h"
+
+#include <QHash>
+#include <QList>
+#include <QSet>
+
+#include <functional>
+#include <optional>
+
+class IndexReader;
+
+/// Has playlists follow their songs from an old index to a new list of songs: see
+/// docs/formats/playlists.md. An entry names a song by its id in the old index; where that is not
+/// known, or can't be trusted, the path file of the playlist and the title in the entry itself say
+/// which song was meant.
+class PlaylistFollower
+{
+public:
+    enum class Way {
+        InPlace, ///< each entry is exchanged where it stands; one whose song has gone stays
+        Anew, ///< the songs are written from the start, and the old last entries stay behind them
+    };
+    /// Gives the path that the song or folder at \a path has got since by a new name.
+    using NewPath = std::function<QString(const QString &path)>;
+
+    /// What becomes of a playlist.
+    struct Result {
+        QByteArray songs; ///< the new songs file
+        QByteArray paths; ///< the new path file; null when the old one stays
+    };
+
+    /// From the index that \a old has read to \a songs, which have their ids when records are asked
+    /// for. Both must outlive this.
+    PlaylistFollower(const IndexReader &old, const QList<SongInfoIndex> &songs, NewPath newPath);
+
+    /// The new files for the songs file \a playlist and the path file \a paths, null when there is
+    /// none.
+    Result follow(const QByteArray &playlist, const QByteArray &paths, Way way);
+    /// The ids in what follow() would give that are those of songs of the old index, or of none.
+    QList<quint32> deadIds(const QByteArray &playlist, const QByteArray &paths, Way way);
+
+private:
+    static constexpr qsizetype none = -1;
+
+    /// One playlist on its way: records by number.
+    struct Files {
+        const QByteArray &playlist;
+        const QByteArray &paths;
+        bool isChanged = false; ///< by the player, since the path file was written
+
+        qsizetype entries() const;
+        qsizetype pathRecords() const;
+        quint32 id(qsizetype entry) const;
+        QByteArray record(qsizetype entry) const;
+        QByteArray title(qsizetype entry) const;
+        QByteArray path(qsizetype entry) const;
+    };
+    /// The songs of the new playlist, and from which entry on the old ones stay behind them.
+    struct Plan {
+        QList<qsizetype> songs;  ///< positions; only of those that are written from the start
+        QList<qsizetype> places; ///< of each old entry
+        bool isChanged = false;
+    };
+
+    Plan plan(const QByteArray &playlist, const QByteArray &paths, Way way);
+    bool isChanged(const Files &files);
+    bool wasIndexed(const QByteArray &path);
+    bool isKnownWell() const;
+    bool names(const Files &files, qsizetype entry, qsizetype pathRecord);
+    qsizetype songOf(const Files &files, qsizetype entry);
+    qsizetype songOfKnown(const Files &files, qsizetype entry, const QByteArray &path);
+    qsizetype songOfUnknown(const Files &files, qsizetype entry);
+    const QSet<qsizetype> &namedSongs(const Files &files);
+    qsizetype songAt(const QByteArray &path, const QByteArray &title);
+    QByteArray newPathOf(const QByteArray &path);
+    qsizetype lookUp(const QByteArray &path);
+    QList<qsizetype> songsWithTitle(const QByteArray &title);
+    bool hasTitle(qsizetype song, const QByteArray &title) const;
+    QByteArray entryFor(qsizetype song, const QByteArray &old) const;
+    QByteArray lastEntryFor(qsizetype song, const QByteArray &old) const;
+    QByteArray newPaths(const Files &files, const Plan &plan) const;
+
+    const IndexReader &m_old;
+    const QList<SongInfoIndex> &m_songs;
+    NewPath m_newPath;
+    PathTable m_table;
+    QHash<QByteArray, qsizetype> m_found; ///< songs by their path bytes: playlists repeat them
+    QHash<QByteArray, QByteArray> m_newPaths;
+    QHash<QByteArray, QList<qsizetype>> m_byTitle; ///< filled when it is first asked
+    std::optional<QSet<qsizetype>> m_named;        ///< by the path file of the playlist on its way
+};

@@ -1,0 +1,105 @@
+#include "library/songplaces.h"
+
+#include "base/fileidentity.h"
+#include "base/folderhandle.h"
+#include "base/plainfile.h"
+#include "index/longnames.h"
+#include "library/progress.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+void SongPlaces::begin(const QString &root)
+{
+    *this = SongPlaces();
+    m_root = root;
+    if (root.isEmpty())
+        return;
+    m_names.setRoot(root);
+    m_names.load();
+}
+
+QString SongPlaces::placeOf(const QString &source, const QString &destination, Progress &progress)
+{
+    if (m_root.isEmpty() || !LongNames::isLong(destination) ||
+        fileKind(destination) != FileKind::Missing)
+        return destination;
+    const QString known = m_names.placeOf(destination);
+    return known == destination ? twinOf(source, destination, progress) : known;
+}
+
+/// The file beside \a destination that could be \a source under a short name, and holds the same;
+/// \a destination when there is none.
+QString SongPlaces::twinOf(const QString &source, const QString &destination, Progress &progress)
+{
+    const QString folder = QFileInfo(destination).path();
+    const QString name = QFileInfo(destination).fileName();
+    const qint64 size = QFileInfo(source).size();
+    QByteArray content;
+    for (const QString &shape : LongNames::shapesFor(name, FileKind::Regular)) {
+        for (const QString &candidate : candidates(folder, shape, size)) {
+            if (m_taken.contains(candidate) || m_names.isKnown(candidate))
+                continue;
+            if (content.isEmpty() && (content = contentOf(source, progress)).isEmpty())
+                return destination;
+            if (!m_contents.contains(candidate))
+                m_contents.insert(candidate, contentOf(candidate, progress));
+            if (m_contents.value(candidate) != content)
+                continue;
+            m_taken.insert(candidate);
+            m_found.append({wayBelow(m_root, folder), name, QFileInfo(candidate).fileName()});
+            return candidate;
+        }
+    }
+    return destination;
+}
+
+/// In the order of their numbers.
+const QStringList &SongPlaces::candidates(const QString &folder, const QString &shape, qint64 size)
+{
+    if (m_folder != folder) {
+        m_folder = folder;
+        m_candidates.clear();
+        const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files, QDir::Name);
+        for (const QFileInfo &file : files) {
+            if (const QString given = LongNames::shapeOf(file.fileName()); !given.isEmpty())
+                m_candidates[keyOf(given, file.size())].append(file.filePath());
+        }
+    }
+    static const QStringList none;
+    const auto found = m_candidates.constFind(keyOf(shape, size));
+    return found == m_candidates.cend() ? none : *found;
+}
+
+QString SongPlaces::keyOf(const QString &shape, qint64 size)
+{
+    return QString::number(size) + u'/' + shape;
+}
+
+/// A checksum of the whole file; empty when it can't be read to its end, or the run is canceled.
+QByteArray SongPlaces::contentOf(const QString &path, Progress &progress)
+{
+    constexpr qint64 blockSize = 1 << 20; // bytes
+    progress.breathe();
+    PlainFile file;
+    if (progress.isCanceled() || !file.open(path))
+        return {};
+    QCryptographicHash checksum(QCryptographicHash::Sha1);
+    QByteArray block;
+    for (qint64 pos = 0; pos < file.size(); pos += blockSize) {
+        if (!file.read(pos, std::min(blockSize, file.size() - pos), block))
+            return {};
+        checksum.addData(block);
+    }
+    return file.keepsItsSize() ? checksum.result() : QByteArray();
+}
+
+void SongPlaces::remember()
+{
+    for (const Found &song : std::as_const(m_found))
+        m_names.add(song.folder, song.name, song.shortName);
+    m_found.clear();
+}

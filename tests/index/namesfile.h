@@ -1,0 +1,39 @@
+#pragma once
+
+#include "index/givennames.h"
+#include "tests/index/indexsamples.h"
+
+#include <QCryptographicHash>
+
+/// The file in which a memory remembers the names that its songs had.
+namespace Sample
+{
+
+inline const QString namesFile = u".brisel2pc/names"_qs;
+inline const QByteArray namesHead = "brisel2pc names 1\n";
+
+/// The line that says what \a fields say.
+inline QByteArray lineWith(const QByteArray &fields)
+{
+    return QCryptographicHash::hash(namesHead + fields, QCryptographicHash::Sha1).toHex().left(8) +
+           ' ' + fields + '\n';
+}
+
+/// Updates the index of \a memory; names are shortened without a question.
+inline bool updateNames(const SampleMemory &memory)
+{
+    Index index;
+    index.setRenameQuestion(always(1));
+    return index.updateIndex(memory.root());
+}
+
+/// What \a memory takes a file for that is sent as \a name, both below the root.
+inline QString place(const SampleMemory &memory, const QString &name)
+{
+    GivenNames names;
+    names.setRoot(memory.root());
+    names.load();
+    return names.placeOf(memory.path(name)).mid(memory.root().size() + 1);
+}
+
+} // namespace Sample

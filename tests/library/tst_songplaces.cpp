@@ -1,0 +1,281 @@
+#include "index/index.h"
+#include "library/filecopier.h"
+#include "library/nocopyrightdialog.h"
+#include "tests/index/changedmemory.h"
+#include "tests/index/indexsamples.h"
+#include "tests/library/fakeprogress.h"
+#include "tests/smalldisk.h"
+#include "tests/testfiles.h"
+#include "tests/testprogram.h"
+
+#include <QTest>
+
+using namespace Sample;
+
+/// Songs that are sent again find the files that they are on the memory, whatever their names
+/// there.
+class TestSongPlaces : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void sendsManySongsTwice();
+    void asksAboutTheFileThatIsThere();
+    void keepsTheFileOnANo();
+    void replacesItsGraphicsToo();
+    void backsUpUnderTheOldName();
+    void findsSongsByContentWithoutTheFile();
+    void findsNoOtherContent();
+    void findsNoFileThatIsKnownAsAnother();
+    void findsEachOfTwoEqualSongs();
+    void readsEachFileOnceToCompare();
+    void comparesNothingAfterACancel();
+    void remembersNothingOnAnotherMemory();
+    void needsNoRoomForWhatIsReplaced();
+
+private:
+    QString at(const QString &name) const { return m_home->filePath(name); }
+    QString picked(const QString &name, const QByteArray &title)
+    {
+        makeFile(at(name), midiSong(title, "Artist", "Genre"));
+        return at(name);
+    }
+    QString onCard(const QString &name) const { return m_memory->path(u"songs/"_qs + name); }
+    QStringList sent() const
+    {
+        return QDir(onCard(QString())).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    /// True when all went well. The index follows as in the window.
+    bool send(const QStringList &files, int answer = NoCopyrightDialog::YesToAll)
+    {
+        m_asked.clear();
+        FileCopier copier(m_progress, [this, answer](const QString &place) {
+            m_asked.append(place);
+            return answer;
+        });
+        copier.setMemory(m_memory->root(), 0);
+        const bool isCopied = copier.copyFiles(files, onCard(QString()).chopped(1), m_copied);
+        m_shortage = copier.shortage();
+        Index index;
+        index.setRenameQuestion(always(1));
+        return isCopied && (m_copied == 0 || index.updateIndex(m_memory->root()));
+    }
+    void forgetNames() const { m_memory->remove(u".brisel2pc/names"_qs); }
+
+    std::unique_ptr<QTemporaryDir> m_home;
+    std::unique_ptr<SampleMemory> m_memory;
+    FakeProgress m_progress;
+    QStringList m_asked;
+    QString m_shortage;
+    int m_copied = -1;
+};
+
+void TestSongPlaces::init()
+{
+    m_home = std::make_unique<QTemporaryDir>();
+    m_memory = std::make_unique<SampleMemory>();
+    QVERIFY(QDir().mkpath(onCard(QString())));
+    m_progress = FakeProgress();
+}
+
+void TestSongPlaces::sendsManySongsTwice()
+{
+    constexpr int count = 403;
+    QStringList files;
+    for (int i = 0; i < count; ++i)
+        files.append(picked(u"Canzone numero %1 (live).mid"_qs.arg(i), QByteArray::number(i)));
+    QVERIFY(send(files));
+    QCOMPARE(sent().size(), count);
+    for (const QString &name : sent())
+        m_memory->setDate(u"songs/"_qs + name, songDate);
+    QVERIFY(Index().updateIndex(m_memory->root()));
+    const QStringList names = sent();
+    const QStringList paths = indexedPaths(*m_memory);
+    const QList<int> ids = indexedIds(*m_memory);
+    m_memory->write(u"playlist/playlist.dat"_qs, field(QByteArray("\7\0", 2), 32));
+    m_memory->write(songsFile, playlistRecord(13) + playlistRecord(7));
+    const QList<QByteArray> played = SetReader(*m_memory).playlist(songsFile);
+    QCOMPARE(played.size(), 2);
+
+    for (int i = 0; i < count; ++i)
+        picked(u"Canzone numero %1 (live).mid"_qs.arg(i), "N" + QByteArray::number(i));
+    QVERIFY(send(files));
+    QCOMPARE(m_copied, count);
+    QCOMPARE(m_asked, QStringList{onCard(u"Canzon-1.mid"_qs)});
+    QCOMPARE(sent(), names);
+    QCOMPARE(indexedPaths(*m_memory), paths);
+    QCOMPARE(indexedIds(*m_memory), ids);
+    QCOMPARE(SetReader(*m_memory).playlist(songsFile), played);
+    QCOMPARE(SetReader(*m_memory).problem(), QString());
+    QVERIFY(titles(*m_memory).contains(u"N402"_qs));
+    QVERIFY(!titles(*m_memory).contains(u"402"_qs));
+}
+
+void TestSongPlaces::asksAboutTheFileThatIsThere()
+{
+    const QStringList files{picked(u"A long name.mid"_qs, "First"), picked(u"B.MID"_qs, "B")};
+    QVERIFY(send(files));
+    picked(u"A long name.mid"_qs, "Second");
+    QVERIFY(send(files, NoCopyrightDialog::Yes));
+    QCOMPARE(m_asked, QStringList({onCard(u"Alongn-1.mid"_qs), onCard(u"B.MID"_qs)}));
+    QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"B.MID"_qs}));
+    QCOMPARE(fileContent(onCard(u"Alongn-1.mid"_qs)), midiSong("Second", "Artist", "Genre"));
+    QCOMPARE(indexedIds(*m_memory), QList<int>({0, 1}));
+}
+
+void TestSongPlaces::keepsTheFileOnANo()
+{
+    const QStringList files{picked(u"A long name.mid"_qs, "First")};
+    QVERIFY(send(files));
+    picked(u"A long name.mid"_qs, "Second");
+    QVERIFY(send(files, NoCopyrightDialog::No));
+    QCOMPARE(m_copied, 0);
+    QCOMPARE(sent(), QStringList{u"Alongn-1.mid"_qs});
+    QCOMPARE(fileContent(onCard(u"Alongn-1.mid"_qs)), midiSong("First", "Artist", "Genre"));
+}
+
+/// The graphics of a song that is replaced came with it. Those beside any other file do not.
+void TestSongPlaces::replacesItsGraphicsToo()
+{
+    makeFile(at(u"A long name.mp3"_qs), mp3Song("First", "Artist", "Genre"));
+    makeFile(at(u"A long name.cdg"_qs), "graphics");
+    makeFile(at(u"Short.mp3"_qs), mp3Song("Second", "Artist", "Genre"));
+    const QStringList files{at(u"A long name.mp3"_qs)};
+    QVERIFY(send(files + QStringList(at(u"Short.mp3"_qs))));
+    const QStringList names{u"Alongn-1.cdg"_qs, u"Alongn-1.mp3"_qs, u"Short.mp3"_qs};
+    QCOMPARE(sent(), names);
+    makeFile(at(u"A long name.cdg"_qs), "new graphics");
+    QVERIFY(send(files));
+    QCOMPARE(sent(), names);
+    QCOMPARE(fileContent(onCard(u"Alongn-1.cdg"_qs)), QByteArray("new graphics"));
+    makeFile(onCard(u"Short.cdg"_qs), "not its own");
+    makeFile(at(u"Short.cdg"_qs), "graphics");
+    QVERIFY(!send({at(u"Short.mp3"_qs)}));
+    QCOMPARE(fileContent(onCard(u"Short.cdg"_qs)), QByteArray("not its own"));
+}
+
+void TestSongPlaces::backsUpUnderTheOldName()
+{
+    const QStringList files{picked(u"A long name.mid"_qs, "First")};
+    QVERIFY(send(files));
+    FileCopier copier(m_progress, [](const QString &) { return NoCopyrightDialog::No; });
+    QVERIFY(copier.copyFiles(files, onCard(QString()).chopped(1), m_copied));
+    QCOMPARE(sent(), QStringList({u"A long name.mid"_qs, u"Alongn-1.mid"_qs}));
+}
+
+void TestSongPlaces::findsSongsByContentWithoutTheFile()
+{
+    const QStringList files{picked(u"A long name.mid"_qs, "First"),
+                            picked(u"A long night.mid"_qs, "Other")};
+    QVERIFY(send(files));
+    forgetNames();
+    QVERIFY(send(files));
+    QCOMPARE(m_asked, QStringList{onCard(u"Alongn-1.mid"_qs)});
+    QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
+    // From now on they are known again.
+    picked(u"A long night.mid"_qs, "Changed");
+    QVERIFY(send(files));
+    QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
+    QCOMPARE(fileContent(onCard(u"Alongn-2.mid"_qs)), midiSong("Changed", "Artist", "Genre"));
+}
+
+void TestSongPlaces::findsNoOtherContent()
+{
+    const QStringList files{picked(u"A long name.mid"_qs, "First")};
+    QVERIFY(send(files));
+    forgetNames();
+    picked(u"A long name.mid"_qs, "Fjrst");
+    QVERIFY(send(files));
+    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
+    QCOMPARE(fileContent(onCard(u"Alongn-1.mid"_qs)), midiSong("First", "Artist", "Genre"));
+}
+
+void TestSongPlaces::findsNoFileThatIsKnownAsAnother()
+{
+    QVERIFY(send({picked(u"A long name.mid"_qs, "Same")}));
+    QVERIFY(send({picked(u"A long night.mid"_qs, "Same")}));
+    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
+}
+
+void TestSongPlaces::findsEachOfTwoEqualSongs()
+{
+    const QStringList files{picked(u"A long name.mid"_qs, "Same"),
+                            picked(u"A long night.mid"_qs, "Same")};
+    QVERIFY(send(files));
+    forgetNames();
+    QVERIFY(send(files, NoCopyrightDialog::Yes));
+    QCOMPARE(m_asked, QStringList({onCard(u"Alongn-1.mid"_qs), onCard(u"Alongn-2.mid"_qs)}));
+    QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
+}
+
+/// However many could be meant: nothing is read for each pair.
+void TestSongPlaces::readsEachFileOnceToCompare()
+{
+    constexpr int count = 99;
+    QStringList files;
+    for (int i = 0; i < count; ++i) {
+        const QString number = QString::number(i).rightJustified(2, u'0');
+        files.prepend(picked(u"Canzone %1.mid"_qs.arg(number), number.toLatin1()));
+    }
+    QVERIFY(send(files));
+    const QStringList names = sent();
+    forgetNames();
+    m_progress.breaths = 0;
+    QVERIFY(send(files));
+    QCOMPARE(sent(), names);
+    // A breath for each song, for each file that is compared with others, and for each copy.
+    QCOMPARE(m_progress.breaths, 3 * count);
+}
+
+void TestSongPlaces::comparesNothingAfterACancel()
+{
+    const QStringList files{picked(u"A long name.mid"_qs, "First")};
+    QVERIFY(send(files));
+    forgetNames();
+    m_progress.onBreath = [this] { m_progress.canceled = true; };
+    QVERIFY(!send(files));
+    QCOMPARE(m_copied, 0);
+    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(sent(), QStringList{u"Alongn-1.mid"_qs});
+    QVERIFY(!m_memory->has(u".brisel2pc/names"_qs));
+}
+
+/// One that was pulled may leave its mount folder behind.
+void TestSongPlaces::remembersNothingOnAnotherMemory()
+{
+    const QStringList files{picked(u"A long name.mid"_qs, "First")};
+    QVERIFY(send(files));
+    forgetNames();
+    QVERIFY(m_memory->has(u"songs/Alongn-1.mid"_qs));
+    const QString root = m_memory->root();
+    FileCopier copier(m_progress, [&root](const QString &) {
+        QDir(root).rename(root, root + u" before"_qs);
+        QDir().mkpath(root + u"/songs"_qs);
+        return NoCopyrightDialog::No;
+    });
+    copier.setMemory(root, 0);
+    qputenv("BRISEL_VOLUMES", QFile::encodeName(QFileInfo(root).path()));
+    copier.copyFiles(files, root + u"/songs"_qs, m_copied);
+    qunsetenv("BRISEL_VOLUMES");
+    QVERIFY(!m_memory->has(u".brisel2pc"_qs));
+}
+
+void TestSongPlaces::needsNoRoomForWhatIsReplaced()
+{
+    const SmallDisk disk(m_memory->root(), SmallDisk::memorySize);
+    if (!disk.isMounted())
+        QSKIP("only root can mount a small disk");
+    QVERIFY(QDir().mkpath(onCard(QString())));
+    makeFile(at(u"A long name.mid"_qs), anySong + QByteArray(SmallDisk::memorySize * 5 / 8, 'x'));
+    const QStringList files{at(u"A long name.mid"_qs)};
+    QVERIFY(send(files));
+    QVERIFY(send(files));
+    QCOMPARE(m_shortage, QString());
+    QCOMPARE(sent(), QStringList{u"Alongn-1.mid"_qs});
+}
+
+BRISEL_TEST(QApplication, TestSongPlaces)
+#include "tst_songplaces.moc"

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "index/index.h"
+#include "tests/index/samplememory.h"
+#include "tests/shim/shim.h"
+
+#include <QFile>
+
+#include <csignal>
+#include <functional>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// Runs of an index that are cut, or meet a disk that fails.
+
+using Run = std::function<bool(Index &, const QString &)>;
+
+inline constexpr int killed = -1;
+
+/// Runs \a run in a process of its own whose step \a number goes wrong. Gives killed, or 0 or 1 for
+/// the run's result; \a reached says whether the step came.
+inline int runWithFault(const SampleMemory &memory, const Run &run, int number, Shim::Action fault,
+                        bool &reached)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        Shim::arm(QFile::encodeName(memory.root()).constData(), number, fault);
+        Index index;
+        const bool result = run(index, memory.root());
+        const int steps = Shim::disarm();
+        ::_exit((result ? 1 : 0) + (steps >= number ? 2 : 0));
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) {
+        reached = true;
+        return killed;
+    }
+    if (!WIFEXITED(status))
+        qFatal("the run crashed");
+    reached = (WEXITSTATUS(status) & 2) != 0;
+    return WEXITSTATUS(status) & 1;
+}
