@@ -113,7 +113,11 @@ QList<qint16> Playlists::readNumbers(const IndexSet &set)
 bool Playlists::haveAllPathFiles(const IndexSet &set, const QList<qint16> &numbers)
 {
     return std::all_of(numbers.cbegin(), numbers.cend(), [&set](qint16 number) {
-        return isRegularFile(set.filePath(pathsFileName(number)));
+        const FileState paths = fileState(set.filePath(pathsFileName(number)));
+        const bool isEmpty = paths.size < IndexRecord::size;
+        return paths.kind == FileKind::Regular &&
+               (!isEmpty ||
+                fileState(set.filePath(songsFileName(number))).size < IndexRecord::size);
     });
 }
 

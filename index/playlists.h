@@ -31,7 +31,8 @@ QString pathsFileName(qint16 number);
 /// The numbers in "playlist/playlist.dat", each once; none when it can't be read.
 QList<qint16> readNumbers(const IndexSet &set);
 
-/// True when every one of \a numbers has its path file.
+/// True when every one of \a numbers has its path file. One without a record, such as a cut leaves,
+/// is as good as missing where the playlist has songs.
 bool haveAllPathFiles(const IndexSet &set, const QList<qint16> &numbers);
 
 /// Writes the path files of the playlists \a numbers by the index that \a old has read.

@@ -42,6 +42,7 @@ private slots:
     void givesEntriesTheTitlesOfTheirSongs();
     void keepsASongThatComesBack();
     void keepsPathsThatTheIndexLacks();
+    void fillsAnEmptyPathFile();
     void trustsIdsOfASoundIndex();
     void givesIdsOfDeadEntriesToNoSong();
     void givesNamesOfDeadEntriesToNoSong();
@@ -121,6 +122,18 @@ void TestPlaylistFollowing::keepsPathsThatTheIndexLacks()
     memory.write(u"playlist/play0007.pts"_qs, field("/D.MID", 64));
     QVERIFY(Index().createIndex(memory.root()));
     QCOMPARE(memory.read(followedSongs), songRecord("00000003", "B", "7800"));
+}
+
+/// As a cut can leave it on some memories.
+void TestPlaylistFollowing::fillsAnEmptyPathFile()
+{
+    const SampleMemory memory;
+    fillPlaylist(memory, entryA + entryB);
+    memory.write(u"playlist/play0007.pts"_qs, QByteArray());
+    memory.write(u"D.MID"_qs, midiSong("D", "Artist", "Genre"));
+    QVERIFY(Index().updateIndex(memory.root()));
+    QCOMPARE(memory.read(u"playlist/play0007.pts"_qs), field("/A.MID", 64) + field("/B.MID", 64));
+    QCOMPARE(memory.read(followedSongs), entryA + entryB);
 }
 
 /// What a title says counts where the index is not to be trusted, and only there.
