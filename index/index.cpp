@@ -4,7 +4,6 @@
 #include "base/filefailure.h"
 #include "base/fileidentity.h"
 #include "base/flushing.h"
-#include "base/folderhandle.h"
 #include "base/folderlock.h"
 #include "base/runguard.h"
 #include "index/entrylist.h"

@@ -41,8 +41,8 @@ public:
     void remove();
 
     /// Finishes a swap that was cut while it had left no complete set, and takes away what else a
-    /// run that was cut has left, but for the note of its path files. Does nothing on a memory
-    /// without a work folder. A swap that can't be finished now stays for a later run.
+    /// run that was cut has left, but for the given names. Does nothing on a memory without a work
+    /// folder. A swap that can't be finished now stays for a later run.
     void recover();
 
     /// Starts a new set: a work folder that is empty but for the given names (GivenNames) and the

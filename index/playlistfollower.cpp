@@ -86,11 +86,10 @@ PlaylistFollower::Result PlaylistFollower::follow(const QByteArray &playlist,
     return result;
 }
 
-QList<quint32> PlaylistFollower::deadIds(const QByteArray &playlist, const QByteArray &paths,
-                                         Way way)
+QList<quint32> PlaylistFollower::deadIds(const QByteArray &playlist, const QByteArray &paths)
 {
     const Files files{playlist, paths};
-    const Plan plan = this->plan(playlist, paths, way);
+    const Plan plan = this->plan(playlist, paths, Way::Anew);
     QList<quint32> ids;
     for (qsizetype entry = plan.songs.size(); entry < files.entries(); ++entry) {
         if (plan.places.at(entry) == none)

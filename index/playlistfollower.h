@@ -39,8 +39,9 @@ public:
     /// The new files for the songs file \a playlist and the path file \a paths, null when there is
     /// none.
     Result follow(const QByteArray &playlist, const QByteArray &paths, Way way);
-    /// The ids in what follow() would give that are those of songs of the old index, or of none.
-    QList<quint32> deadIds(const QByteArray &playlist, const QByteArray &paths, Way way);
+    /// The ids of the old last entries that follow() leaves behind a playlist that it writes anew,
+    /// because their songs have gone.
+    QList<quint32> deadIds(const QByteArray &playlist, const QByteArray &paths);
 
 private:
     static constexpr qsizetype none = -1;

@@ -185,10 +185,9 @@ quint32 Playlists::firstFreeId(const IndexSet &set, const QList<qint16> &numbers
             }
             continue;
         }
-        const QList<quint32> dead =
-            isWritable(set, number)
-                ? follower.deadIds(playlist, readPaths(set, number), PlaylistFollower::Way::Anew)
-                : idsOf(playlist);
+        const QList<quint32> dead = isWritable(set, number)
+                                        ? follower.deadIds(playlist, readPaths(set, number))
+                                        : idsOf(playlist);
         for (const quint32 id : dead) {
             isTaken = isTaken || id < static_cast<quint64>(songs);
             highest = id < highestLimit ? std::max(highest, id) : highest;
