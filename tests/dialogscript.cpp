@@ -110,7 +110,7 @@ void DialogScript::answer(QWidget *dialog)
             qobject_cast<QProgressDialog *>(dialog) == nullptr)
             complain(QStringLiteral("its step left \"%1\" open").arg(dialog->windowTitle()));
     }
-    // A dialog that lives on as a member is shown again under the same address.
+    // A dialog that is a member can be shown again at the same address.
     if (m_answered != nullptr && !m_answered->isVisible())
         m_answered = nullptr;
 }
@@ -126,7 +126,7 @@ void DialogScript::use(QMenu *menu)
         open->close();
 }
 
-/// Programs that are no tests look at problems() themselves.
+/// Programs that are not tests check problems() themselves.
 void DialogScript::complain(const QString &problem)
 {
     m_problems.append(problem);

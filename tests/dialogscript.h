@@ -14,14 +14,13 @@ class QFileDialog;
 class QMenu;
 class QWidget;
 
-/// Answers the modal dialogs and the menus of the real program in the order in which a test expects
-/// them, from inside their own event loops, by the same clicks and keys as a user.
-///
-/// No test hangs: a dialog or menu that no step expects, a dialog of another class, and one that
-/// its step does not close are closed; each fails the test case and is noted in problems().
-/// Whatever is open when a check fails is closed, too (see FailureWatch), and no further step is
-/// taken. Progress dialogs are left alone unless a step names them, and so is the dialog that is
-/// open when the script is made: its step makes a script of its own for what it opens in turn.
+/// Answers the modal dialogs and menus of the real program in the order in which a test expects
+/// them, from inside their event loops, by the clicks and keys of a user.
+/// No test hangs: an unexpected dialog or menu, a dialog of another class, and one that its step
+/// leaves open are closed; each fails the test case and is added to problems(). Dialogs and menus
+/// that are open when a check fails are closed, too (see FailureWatch), and no further step runs.
+/// Progress dialogs are ignored unless a step names them, and so is the dialog that is open when
+/// the script is made: a step whose dialog opens other dialogs makes an inner script for them.
 class DialogScript : public QObject
 {
     Q_OBJECT
@@ -32,10 +31,10 @@ public:
 
     explicit DialogScript(QObject *parent = nullptr);
 
-    /// The next modal dialog must inherit \a className; \a step answers it: when it returns, the
-    /// dialog must be closed, a progress dialog excepted.
+    /// The next modal dialog must inherit \a className; \a step answers it and, except for a
+    /// progress dialog, must close it.
     void expect(const char *className, Step step);
-    /// The next modal dialog must inherit \a className; what \a step prepares closes it later.
+    /// The next modal dialog must inherit \a className; \a step arranges that it is closed later.
     void expectClosedLater(const char *className, Step step);
     /// The next modal dialog is a message box with this title and text; \a button (a
     /// QMessageBox::StandardButton) is clicked.
@@ -45,11 +44,11 @@ public:
     /// The next modal dialog is a file dialog: it is cancelled.
     void expectFilesCancelled();
 
-    /// The next menu, whenever it comes among the dialogs: \a step uses it; if that leaves it open,
+    /// The next menu, at any point between the dialogs: \a step uses it; if \a step leaves it open,
     /// it is closed.
     void expectMenu(MenuStep step);
 
-    /// True when every step was used and nothing unexpected came.
+    /// True if every step was used and nothing unexpected was opened.
     bool isDone() const
     {
         return m_steps.isEmpty() && m_menuSteps.isEmpty() && m_problems.isEmpty();
@@ -57,10 +56,10 @@ public:
     const QStringList &problems() const { return m_problems; }
     qsizetype stepsLeft() const { return m_steps.size(); }
 
-    /// Clicks the button of \a dialog with the object name \a name, which can be clicked.
+    /// Clicks the button of \a dialog with the object name \a name, which must be enabled.
     static void click(QWidget *dialog, const QString &name);
-    /// Types \a text into \a widget, one key for each character; QTest::keyClicks knows Latin-1
-    /// alone.
+    /// Types \a text into \a widget, one key for each character; QTest::keyClicks supports only
+    /// Latin-1.
     static void type(QWidget *widget, const QString &text);
     /// Types \a paths (full paths) into a file dialog and accepts.
     static void chooseFiles(QFileDialog *dialog, const QStringList &paths);

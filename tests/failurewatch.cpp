@@ -19,7 +19,7 @@ void FailureWatch::look()
         popup->close();
     QWidget *window = QApplication::activeModalWidget();
     if (auto *progress = qobject_cast<QProgressDialog *>(window))
-        progress->cancel(); // its run is to stop, too
+        progress->cancel(); // its run must stop, too
     else if (auto *dialog = qobject_cast<QDialog *>(window))
         dialog->reject();
     else if (window != nullptr)

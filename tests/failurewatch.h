@@ -3,11 +3,10 @@
 #include <QObject>
 #include <QTimer>
 
-/// Closes what is modal as soon as a check of the running test case has failed.
-///
-/// A failing check leaves the function that it stands in and no other. In the step that is to
-/// answer a dialog or a menu it leaves that open, in the event loop of its own, and the case would
-/// wait for ever. With a watch alive the loop ends, and the case with it.
+/// Closes modal dialogs and menus as soon as a check of the running test case fails.
+/// A failing check returns from its own function only. In a step that should answer a dialog or a
+/// menu it leaves the dialog's event loop running, and the case would wait forever. A watch ends
+/// that loop, and so the case.
 class FailureWatch : public QObject
 {
     Q_OBJECT
@@ -16,12 +15,12 @@ public:
     explicit FailureWatch(QObject *parent = nullptr);
 
 signals:
-    /// Emitted at each look after the failure, for tests that end an event loop of their own.
+    /// Emitted repeatedly after the failure, for tests that run an event loop of their own.
     void failed();
 
 private:
     void look();
 
-    // A timer of its own: one whose slot runs a dialog stands still meanwhile.
+    // A separate timer: a timer does not fire while its own slot runs a dialog.
     QTimer m_timer;
 };

@@ -4,7 +4,7 @@
 
 #include <sys/resource.h>
 
-/// While it lives no file can grow beyond a number of bytes: what a full disk does, without one.
+/// While it exists no file can grow beyond a number of bytes, as on a full disk.
 class FullDisk
 {
 public:

@@ -2,8 +2,7 @@
 
 #include <unistd.h>
 
-/// Ends the test by a signal when it is still under way after a minute: it waits for what never
-/// comes.
+/// Ends a test that still runs after a minute by a signal.
 class HangWatch
 {
 public:

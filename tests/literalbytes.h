@@ -5,7 +5,7 @@
 namespace LiteralBytes
 {
 
-/// A literal with its zero bytes: `bytes("\0\xFF")`.
+/// The bytes of a literal that may contain zero bytes: `bytes("\0\xFF")`.
 template <size_t size>
 QByteArray bytes(const char (&literal)[size])
 {

@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// Collects every message of the program's own category while it lives, also with the log switched
-/// off. One at a time.
+/// Collects every message of the program's own category while it exists, also with the log switched
+/// off. Only one may exist at a time.
 class LogCapture
 {
 public:
@@ -13,7 +13,7 @@ public:
     LogCapture(const LogCapture &) = delete;
     LogCapture &operator=(const LogCapture &) = delete;
 
-    /// The messages in their order, each with its trailing blank.
+    /// The messages in order, each with its trailing blank.
     const QStringList &messages() const { return m_messages; }
     bool contains(const QString &message) const { return m_messages.contains(message); }
     void clear() { m_messages.clear(); }

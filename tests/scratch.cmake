@@ -1,5 +1,5 @@
-# cmake -P scratch.cmake -- <folder...>: makes the folders anew. With -DEMPTY=ON it removes them
-# instead, or fails and leaves them to be looked at when they hold anything.
+# cmake -P scratch.cmake -- <folder...>: makes the folders again, empty. With -DEMPTY=ON it
+# removes them instead, or fails and keeps them for inspection if they are not empty.
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/../cmake/BriselArguments.cmake)
@@ -7,7 +7,7 @@ include(${CMAKE_CURRENT_LIST_DIR}/../cmake/BriselArguments.cmake)
 if(NOT EMPTY)
   file(REMOVE_RECURSE ${ARGUMENTS})
   file(MAKE_DIRECTORY ${ARGUMENTS})
-  # Some tests give up root's rights and must still reach their files.
+  # Some tests drop root's rights and must still reach their files.
   file(CHMOD ${ARGUMENTS} DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
   return()

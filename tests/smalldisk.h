@@ -7,12 +7,12 @@
 #include <sched.h>
 #include <sys/mount.h>
 
-/// A real file system of a few pages, mounted on a folder where this process alone (and what it
-/// starts) sees it. Only root may do that: ask isMounted().
+/// A real file system of a few pages, mounted on a folder and visible only to this process and its
+/// children. Only root may mount it: check isMounted().
 class SmallDisk
 {
 public:
-    static constexpr qint64 pageSize = 4096;      ///< bytes; files take whole pages
+    static constexpr qint64 pageSize = 4096;      ///< bytes; files occupy whole pages
     static constexpr qint64 memorySize = 4 << 20; ///< bytes; room for songs and their index
 
     SmallDisk(const QString &folder, qint64 size) : m_folder(QFile::encodeName(folder))
@@ -34,8 +34,8 @@ public:
 
     bool isMounted() const { return m_mounted; }
 
-    /// From now on nothing can be changed there, as after an error of the disk, or it can again.
-    /// False while a file there is open for writing.
+    /// Makes the disk read-only, as after a disk error, or writable again. Fails, and returns
+    /// false, while a file there is open for writing.
     bool setReadOnly(bool isReadOnly) const
     {
         return ::mount(nullptr, m_folder.constData(), nullptr,

@@ -3,7 +3,7 @@
 #include <QByteArray>
 
 /// The smallest Standard MIDI File with a title: format 0, one track; \a byPublisher adds the
-/// copyright event by which the publisher's songs are known. Texts up to 100 characters.
+/// copyright event that identifies the publisher's songs. Texts up to 100 characters.
 inline QByteArray smallMidi(const QByteArray &title, bool byPublisher = false)
 {
     const auto event = [](char type, const QByteArray &text) {

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-/// Makes the file \a path with \a content, and the folders above it.
+/// Makes the file \a path with \a content, and its parent folders.
 inline void makeFile(const QString &path, const QByteArray &content)
 {
     QDir().mkpath(QFileInfo(path).path());
@@ -13,7 +13,7 @@ inline void makeFile(const QString &path, const QByteArray &content)
         qFatal("can't make %s", qPrintable(path));
 }
 
-/// The content of the file \a path; empty when it can't be read.
+/// The content of the file \a path; empty if it can't be read.
 inline QByteArray fileContent(const QString &path)
 {
     QFile file(path);

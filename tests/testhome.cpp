@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
-/// Removes \a folder with all that is in it, also names that are not valid UTF-8, which QDir can't
-/// see, and folders without rights.
+/// Removes \a folder with all of its content, including names that are invalid UTF-8, which QDir
+/// can't list, and folders without permissions.
 static void removeAll(const QTemporaryDir &folder)
 {
     namespace fs = std::filesystem;
@@ -14,7 +14,7 @@ static void removeAll(const QTemporaryDir &folder)
     fs::remove_all(path, failure);
     if (!failure)
         return;
-    // A folder must be readable before its folders can be found.
+    // A folder must be readable before its subfolders can be found.
     fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, failure);
     for (fs::recursive_directory_iterator entry(path, failure), end; !failure && entry != end;
          entry.increment(failure)) {

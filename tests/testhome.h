@@ -2,10 +2,10 @@
 
 #include <QTemporaryDir>
 
-/// Gives a test program a home of its own: HOME, the XDG folders and the working folder lie in a
-/// temporary folder, so that settings, logs and catalogues of the user are neither read nor
-/// written. What it and the programs that it starts leave in TMPDIR goes with it, also what they
-/// could not remove because they were killed. Construct it before the application object.
+/// Gives a test program its own home: HOME, the XDG folders and the working folder are in a
+/// temporary folder, so the user's settings, logs and catalogues are neither read nor written. The
+/// destructor also removes everything that the test and its child processes left in TMPDIR.
+/// Construct it before the application object.
 class TestHome
 {
 public:

@@ -8,7 +8,7 @@
 namespace
 {
 
-/// By name. Made when the first class adds itself, before main().
+/// The test classes by name. Constructed when the first class is added, before main().
 std::map<QString, TestRegistration::Run> &classes()
 {
     static std::map<QString, TestRegistration::Run> all;
@@ -33,7 +33,7 @@ int main(int argc, char **argv)
             std::fprintf(stderr, "  %s\n", qPrintable(name));
         return 2;
     }
-    // As ctest sets them, for a class that is run by hand.
+    // The values that ctest sets, for a class that is run by hand.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("LC_ALL", "C.UTF-8");

@@ -4,18 +4,18 @@
 
 #include <QTest>
 
-/// One test class of a program that holds several. The program runs the one that its first argument
-/// names and gives Qt Test the others; see testprogram.cpp.
+/// One test class of a program with several. The program runs the class that its first argument
+/// names and passes the other arguments to Qt Test; see testprogram.cpp.
 class TestRegistration
 {
 public:
     using Run = int (*)(int argc, char **argv);
 
-    /// Adds the class that the source \a file holds, under the file's name without ".cpp".
+    /// Adds the test class of the source \a file, under the file's name without ".cpp".
     TestRegistration(const char *file, Run run);
 };
 
-/// Adds a test class to its program, with the application object that it runs under.
+/// Adds a test class to its program, with the class of its application object.
 #define BRISEL_TEST(ApplicationClass, TestClass)                                                   \
     static const TestRegistration registrationOf##TestClass(__FILE__, [](int argc, char **argv) {  \
         ApplicationClass application(argc, argv);                                                  \

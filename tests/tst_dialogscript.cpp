@@ -14,7 +14,7 @@ namespace
 
 const char *const childMark = "BRISEL_FAILS_ON_PURPOSE";
 
-/// A dialog that nothing but its button, or a reject, closes.
+/// Opens a dialog that only its button, or a reject, closes.
 class Question : public QDialog
 {
 public:
@@ -47,7 +47,7 @@ void failLater(QWidget *)
     QTimer::singleShot(20, qApp, [] { QVERIFY2(false, "in a timer"); });
 }
 
-/// What each row of the test does wrong; called in a process of its own, which must end by it.
+/// The mistake of each row of the test, made in a separate process that must end because of it.
 const QHash<QString, std::function<void(DialogScript &)>> mistakes{
     {QStringLiteral("check in a dialog's step"),
      [](DialogScript &script) {
@@ -107,13 +107,13 @@ const QHash<QString, std::function<void(DialogScript &)>> mistakes{
          script.expectMessage(QStringLiteral("title"), QStringLiteral("other"), QMessageBox::Ok);
          QMessageBox::information(nullptr, QStringLiteral("title"), QStringLiteral("text"));
      }},
-    {QStringLiteral("dialog that nobody expects"), [](DialogScript &) { ask(); }},
-    {QStringLiteral("menu that nobody expects"), [](DialogScript &) { openMenu(); }},
+    {QStringLiteral("unexpected dialog"), [](DialogScript &) { ask(); }},
+    {QStringLiteral("unexpected menu"), [](DialogScript &) { openMenu(); }},
 };
 
 } // namespace
 
-/// The helper that answers dialogs and menus: no mistake of a test keeps it waiting.
+/// The helper that answers dialogs and menus: no mistake of a test makes it wait forever.
 class TestDialogScript : public QObject
 {
     Q_OBJECT
@@ -122,7 +122,7 @@ private slots:
     void endsTheCase_data();
     void endsTheCase();
     void answersDialogsAndMenus();
-    void closesTheMenuThatIsOnlyLookedAt();
+    void closesAMenuThatIsOnlyRead();
 };
 
 void TestDialogScript::endsTheCase_data()
@@ -141,8 +141,8 @@ void TestDialogScript::endsTheCase_data()
     row("button that takes no click",
         "'button->isEnabled() && !button->isHidden()' returned FALSE. (yes)");
     row("another message", "message box \"title\" / \"text\" instead of \"title\" / \"other\"");
-    row("dialog that nobody expects", "unexpected QDialog \"question\" ");
-    row("menu that nobody expects", "unexpected menu");
+    row("unexpected dialog", "unexpected QDialog \"question\" ");
+    row("unexpected menu", "unexpected menu");
 }
 
 void TestDialogScript::endsTheCase()
@@ -157,7 +157,7 @@ void TestDialogScript::endsTheCase()
     QProcess child;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QString::fromLatin1(childMark), QStringLiteral("1"));
-    // The toolkit kills it then, which is no normal end.
+    // Qt kills the process then, which is not a normal end.
     environment.insert(QStringLiteral("QTEST_FUNCTION_TIMEOUT"), QStringLiteral("60000"));
     child.setProcessEnvironment(environment);
     child.setProcessChannelMode(QProcess::MergedChannels);
@@ -199,7 +199,7 @@ void TestDialogScript::answersDialogsAndMenus()
     QCOMPARE(answered, QStringList(QStringLiteral("entry")));
 }
 
-void TestDialogScript::closesTheMenuThatIsOnlyLookedAt()
+void TestDialogScript::closesAMenuThatIsOnlyRead()
 {
     DialogScript script;
     script.expectMenu([](QMenu *) {});

@@ -23,7 +23,7 @@ constexpr int longestFileName = 8;     // characters
 constexpr int longestMarkerText = 125; // characters; a MIDI file keeps 124 of them
 constexpr int lastBar = 65535;
 
-/// Reads the quoted field that starts at \a at and leaves \a at behind its closing quote.
+/// Reads the quoted field that starts at \a at and moves \a at past its closing quote.
 bool readQuoted(const QString &line, qsizetype &at, QString &field)
 {
     for (++at; at < line.size(); ++at) {
@@ -37,7 +37,7 @@ bool readQuoted(const QString &line, qsizetype &at, QString &field)
     return false;
 }
 
-/// Splits a line at its semicolons. Returns what is wrong with it, or nothing; so do all checks.
+/// Splits a line at its semicolons. Like all checks, returns what is wrong; empty if nothing is.
 QString splitLine(const QString &line, QStringList &fields)
 {
     for (qsizetype at = 0;; ++at) {
@@ -57,7 +57,7 @@ QString splitLine(const QString &line, QStringList &fields)
         if (at >= line.size())
             return {};
         if (line.at(at) != u';')
-            return QStringLiteral("text behind the closing quote of a field");
+            return QStringLiteral("text after the closing quote of a field");
     }
 }
 
@@ -69,7 +69,7 @@ bool isLatin1Text(const QString &text)
     });
 }
 
-/// In the catalogue a minor key has a blank before its minus.
+/// A minor key has a blank before its minus in the catalogue.
 bool isKeyName(const QString &key)
 {
     QString inSongFile = key;
@@ -168,7 +168,7 @@ QString readRow(const QString &line, CatalogueRow &row)
     return found == problems.end() ? QString() : *found;
 }
 
-/// The lines of the source without their ends; a last line may be ended or not.
+/// The lines of the source without line ends; the last line may have none.
 QList<QByteArray> linesOf(const QByteArray &csv)
 {
     QList<QByteArray> lines = csv.split('\n');

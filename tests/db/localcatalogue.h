@@ -7,7 +7,7 @@
 #include <QSqlQuery>
 #include <QtTest>
 
-/// The catalogue file "songsdb_debug" of the working folder, which stands in for the built-in one.
+/// The catalogue file "songsdb_debug" of the working folder, which replaces the built-in one.
 
 inline CatalogueRow catalogueRow(const QString &fileName, const QString &title)
 {
@@ -24,7 +24,7 @@ inline CatalogueRow catalogueRow(const QString &fileName, const QString &title)
     return row;
 }
 
-/// Runs \a statements on a connection of their own to \a path.
+/// Runs \a statements on a separate connection to \a path.
 inline void execOn(const QString &path, const QStringList &statements)
 {
     const QString name = QStringLiteral("con_test");

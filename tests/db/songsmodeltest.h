@@ -40,7 +40,7 @@ inline QColor colour(int red, int green, int blue)
     return {red, green, blue};
 }
 
-/// The library table over a database of its own.
+/// The library table, with a new database for each case.
 class SongsModelTest : public QObject
 {
 protected:

@@ -15,7 +15,7 @@ namespace
 const QString multipleResults =
     QStringLiteral("[getRecordByTitle] WARNING: multiple reusults in query, aborting !!! ");
 
-/// The look-up by file name as it is told: one statement of text, the name in double quotes.
+/// The plain look-up by file name: one SQL text with the name in double quotes.
 QString titleByScan(const QString &fileName)
 {
     QSqlQuery query(QSqlDatabase::database(QStringLiteral("con_songsdb")));
@@ -84,11 +84,11 @@ private slots:
     void underscoreMatchesAnyCharacter();
     void percentMatchesAnyRun();
     void leavesRecordAloneWhenNothingIsFound();
-    void takesFirstOfNamesThatDifferInCase();
+    void findsFirstOfNamesThatDifferInCase();
     void readsColumnNameAsColumn();
     void breaksAtDoubleQuote();
     void findsParenthesesBetweenDoubledQuotes();
-    void letsAConditionOnTheRowThrough();
+    void allowsAConditionOnTheRow();
     void refusesSubSelects();
     void fastLookUpEqualsScan();
     void fastLookUpEqualsScanOfFullCatalogue();
@@ -168,7 +168,7 @@ void TestCatalogueLookup::leavesRecordAloneWhenNothingIsFound()
     QVERIFY(log.messages().isEmpty());
 }
 
-void TestCatalogueLookup::takesFirstOfNamesThatDifferInCase()
+void TestCatalogueLookup::findsFirstOfNamesThatDifferInCase()
 {
     writeLocalCatalogue({catalogueRow(QStringLiteral("song"), QStringLiteral("FIRST")),
                          catalogueRow(QStringLiteral("SONG"), QStringLiteral("SECOND"))});
@@ -183,7 +183,7 @@ void TestCatalogueLookup::readsColumnNameAsColumn()
                          catalogueRow(QStringLiteral("SAME"), QStringLiteral("same"))});
     Database database;
     QVERIFY(database.init());
-    // The name stands for the column "title": the row whose file name is like its own title.
+    // The name is read as the column "title": finds the row whose file name is like its title.
     QCOMPARE(titleOf(database, QStringLiteral("TITLE")), QStringLiteral("same"));
     QCOMPARE(titleOf(database, QStringLiteral("Filename")), QStringLiteral("NAMED TITLE"));
     SongsDbRecord record;
@@ -203,7 +203,7 @@ void TestCatalogueLookup::breaksAtDoubleQuote()
     SongsDbRecord record;
     QVERIFY(!database.getRecordByFilename(QStringLiteral("A\""), record));
     QVERIFY(!database.getRecordByTitle(QStringLiteral("SAY \"A\" AGAIN"), record));
-    // Two quotes stand for one, as in any quoted text of the language.
+    // Two quotes mean one, as in any quoted SQL text.
     QVERIFY(database.getRecordByTitle(QStringLiteral("SAY \"\"A\"\" AGAIN"), record));
     QVERIFY(log.messages().isEmpty());
 }
@@ -219,7 +219,7 @@ void TestCatalogueLookup::findsParenthesesBetweenDoubledQuotes()
     QVERIFY(!database.getRecordByTitle(QStringLiteral("\"Select\" (live)"), record));
 }
 
-void TestCatalogueLookup::letsAConditionOnTheRowThrough()
+void TestCatalogueLookup::allowsAConditionOnTheRow()
 {
     writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("FIRST")),
                          catalogueRow(QStringLiteral("B"), QStringLiteral("SECOND"))});
@@ -234,7 +234,7 @@ void TestCatalogueLookup::refusesSubSelects()
     writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("FIRST"))});
     Database database;
     QVERIFY(database.init());
-    // Each of these would keep the catalogue busy for ever.
+    // Each of these would run forever.
     const QString endless = QStringLiteral("x\" or (with recursive t(a) as (values(1) union all "
                                            "SELECT a+1 from t) SELECT count(*) from t) or \"");
     SongsDbRecord record;
@@ -335,7 +335,7 @@ void TestCatalogueLookup::asksACatalogueThatHasAnIndexOfNames()
     QVERIFY(database.init());
     for (const char *name : {"ab%", "ab_", "_b%", "abc", "abd", "ABE"})
         QCOMPARE(titleOf(database, QLatin1String(name)), titleByScan(QLatin1String(name)));
-    // In the order of that index.
+    // In the order of the index.
     QCOMPARE(titleOf(database, QStringLiteral("ab%")), QStringLiteral("SECOND"));
 }
 
@@ -377,7 +377,7 @@ void TestCatalogueLookup::refusesTitleThatCannotBeCounted()
     QVERIFY(database.init());
     SongsDbRecord record;
     LogCapture log;
-    // The second row is there, but the one row that holds the count is skipped too.
+    // The second row exists, but the offset skips the only row of the count, too.
     QVERIFY(!database.getRecordByTitle(QStringLiteral("x\" or 1 limit 1 offset 1 --"), record));
     QCOMPARE(log.messages(),
              QStringList{QStringLiteral(

@@ -32,8 +32,8 @@ private slots:
     void opensGarbageWithEmptyLists();
     void opensEmptyFileWithEmptyLists();
     void writesNothingBesideACatalogueWithALog();
-    void refusesACatalogueThatIsWorkedOut_data();
-    void refusesACatalogueThatIsWorkedOut();
+    void refusesACatalogueWithComputedRows_data();
+    void refusesACatalogueWithComputedRows();
     void createsLibraryTable();
     void clearsEmptyLibrary();
     void clearsLibraryRows();
@@ -153,7 +153,7 @@ void TestDatabase::prefersLocalFileAndMakesNoCopy()
 void TestDatabase::failsWithoutTemporaryFolder()
 {
     addBuiltIn();
-    qputenv("TMPDIR", "/proc"); // no one can make a file there
+    qputenv("TMPDIR", "/proc"); // no file can be created there
     Database database;
     LogCapture log;
     QVERIFY(!database.init());
@@ -178,7 +178,7 @@ void TestDatabase::failsWithoutBuiltInCatalogue()
 void TestDatabase::failsWhenDiskIsFull()
 {
     addBuiltIn();
-    // The limit on file sizes ends a write as a full disk does: after a part of the bytes.
+    // A limit on file sizes ends a write like a full disk: after some of the bytes.
     const auto oldAction = std::signal(SIGXFSZ, SIG_IGN);
     rlimit oldLimit = {};
     QCOMPARE(::getrlimit(RLIMIT_FSIZE, &oldLimit), 0);
@@ -256,7 +256,7 @@ void TestDatabase::writesNothingBesideACatalogueWithALog()
     QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), before);
 }
 
-void TestDatabase::refusesACatalogueThatIsWorkedOut()
+void TestDatabase::refusesACatalogueWithComputedRows()
 {
     QFETCH(QStringList, statements);
     writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("SONG"))}, statements);
@@ -264,7 +264,7 @@ void TestDatabase::refusesACatalogueThatIsWorkedOut()
     QVERIFY(!database.init());
 }
 
-void TestDatabase::refusesACatalogueThatIsWorkedOut_data()
+void TestDatabase::refusesACatalogueWithComputedRows_data()
 {
     QTest::addColumn<QStringList>("statements");
     QTest::newRow("endless view") << QStringList{

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Names in a table of SQLite, and its own LIKE.
+/// Names in an SQLite table, searched with SQLite's own LIKE.
 class Scan
 {
 public:
@@ -84,8 +84,8 @@ private slots:
     void findsWhatLikeFinds();
     void findsPartsOfNames();
     void findsNamesAddedLater();
-    void findsNothingInNothing();
-    void leavesToSqliteWhatItMayReadInAnotherWay();
+    void findsNothingInAnEmptyIndex();
+    void leavesSpecialPatternsToSqlite();
     void comparesFewNames_data();
     void comparesFewNames();
     void comparesFewNamesWithParts();
@@ -163,14 +163,14 @@ void TestFileNameIndex::findsNamesAddedLater()
     QCOMPARE(index.firstRow(u"%other%"_s), std::optional<qint64>(2));
 }
 
-void TestFileNameIndex::findsNothingInNothing()
+void TestFileNameIndex::findsNothingInAnEmptyIndex()
 {
     FileNameIndex index;
     for (const QString &pattern : {u""_s, u"a"_s, u"_"_s, u"%"_s})
         QVERIFY(index.canAnswer(pattern) && !index.firstRow(pattern));
 }
 
-void TestFileNameIndex::leavesToSqliteWhatItMayReadInAnotherWay()
+void TestFileNameIndex::leavesSpecialPatternsToSqlite()
 {
     FileNameIndex index;
     index.add(u"A"_s, 1);
@@ -180,7 +180,7 @@ void TestFileNameIndex::leavesToSqliteWhatItMayReadInAnotherWay()
     QVERIFY(!index.canAnswer(QString::fromUcs4(U"\U0001F3B5")));
     QVERIFY(!index.canAnswer(QString(QChar(0xD800))));
     QVERIFY(!index.canAnswer(u"\ufffd"_s));
-    // "_" stands for one character, which is two here.
+    // "_" matches one character, which has two units here.
     index.add(QString::fromUcs4(U"\U0001F3B5"), 2);
     QVERIFY(!index.canAnswer(u"_"_s) && !index.canAnswer(u"%"_s));
     QVERIFY(index.canAnswer(u"A"_s));
@@ -207,7 +207,7 @@ void TestFileNameIndex::comparesFewNames()
         QVERIFY(index.firstRow(name));
         QVERIFY(index.firstRow(QString(name).replace(from, 1, wildcard)));
     }
-    // A scan compares 4,321 for each.
+    // A scan would compare 4,321 names for each.
     QVERIFY2(index.comparedNames() < 100 * names.size(),
              QByteArray::number(index.comparedNames()).constData());
 }
@@ -224,7 +224,7 @@ void TestFileNameIndex::comparesFewNamesWithParts()
     }
     QVERIFY2(index.comparedNames() < 50 * names.size(),
              QByteArray::number(index.comparedNames()).constData());
-    // What has more characters than any name is compared with none.
+    // A pattern with more characters than any name is not compared with any.
     const qint64 compared = index.comparedNames();
     QVERIFY(!index.firstRow(u"%1"_s.repeated(499) + u'%'));
     QCOMPARE(index.comparedNames(), compared);

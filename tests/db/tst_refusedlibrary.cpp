@@ -7,20 +7,20 @@
 #include <QSqlResult>
 #include <QtTest>
 
-/// The database when its first connection, that of the library in memory, can't be opened.
+/// The database when its first connection, to the library in memory, can't be opened.
 class TestRefusedLibrary : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void failsWithoutAWordAndOpensNoCatalogue();
+    void failsSilentlyAndOpensNoCatalogue();
 };
 
-/// Stands in for the driver of SQLite: opens nothing.
+/// Replaces the SQLite driver and opens nothing.
 class RefusingDriver : public QSqlDriver
 {
 public:
-    static inline QStringList asked; ///< the databases that it was to open
+    static inline QStringList asked; ///< the databases that it was asked to open
 
     bool hasFeature(DriverFeature) const override { return false; }
     bool open(const QString &name, const QString &, const QString &, const QString &, int,
@@ -34,7 +34,7 @@ public:
     QSqlResult *createResult() const override { return nullptr; }
 };
 
-void TestRefusedLibrary::failsWithoutAWordAndOpensNoCatalogue()
+void TestRefusedLibrary::failsSilentlyAndOpensNoCatalogue()
 {
     QSqlDatabase::registerSqlDriver(QStringLiteral("QSQLITE"),
                                     new QSqlDriverCreator<RefusingDriver>);

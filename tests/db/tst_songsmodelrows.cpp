@@ -1,6 +1,6 @@
 #include "tests/db/songsmodeltest.h"
 
-/// The order of the rows, and rows that come and go.
+/// The order of rows, and adding and removing rows.
 class TestSongsModelRows : public SongsModelTest
 {
     Q_OBJECT
@@ -18,16 +18,16 @@ private slots:
     void walkVisitsEveryRowOnceWhenSortedByStatus();
     void walkVisitsEveryRowOnceWhenSortedByTitle();
     void lockedSortingWaits();
-    void removesRowAndLeavesTheRest();
+    void removesRowAndKeepsTheOthers();
     void refusesToRemoveRowsThatAreNotThere();
     void removesFromSortedTable();
     void emptiesAfterClear();
     void keepsMoreThanOneFetchBatch();
     void showsSongsInAViewInInsertionOrder();
     void addsAndUpdatesWithoutReadingTheTableAgain();
-    void announcesNewRowsOfARunInLots();
+    void announcesNewRowsOfARunInBatches();
     void keepsTheRowsOfARun();
-    void obeysTheRulesOfModels();
+    void passesTheModelTester();
 };
 
 void TestSongsModelRows::rowsComeBackInInsertionOrder()
@@ -130,7 +130,7 @@ void TestSongsModelRows::walkVisitsEveryRowOnceWhenSortedByStatus()
         QCOMPARE(m_model->shortName(row), visited.at(row));
         QCOMPARE(m_model->status(row), row % 2 == 0 ? 1 : 3);
     }
-    // Sorted again, each song still has the status that it was given.
+    // After sorting, each song still has its own status.
     m_model->sort(m_model->colIdxStatus(), Qt::AscendingOrder);
     for (int row = 0; row < count; ++row)
         QCOMPARE(m_model->status(row), visited.indexOf(m_model->shortName(row)) % 2 == 0 ? 1 : 3);
@@ -176,7 +176,7 @@ void TestSongsModelRows::lockedSortingWaits()
     QCOMPARE(m_model->selects, selects);
 }
 
-void TestSongsModelRows::removesRowAndLeavesTheRest()
+void TestSongsModelRows::removesRowAndKeepsTheOthers()
 {
     addSongs(5);
     QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
@@ -266,8 +266,8 @@ void TestSongsModelRows::showsSongsInAViewInInsertionOrder()
     QCOMPARE(m_model->shortName(0), QStringLiteral("SONG0.MID"));
 }
 
-/// The base class reads the table again, and walks every row that it has ever inserted, at each
-/// change: 10,000 songs took 21 seconds.
+/// At each change the base class reads the table again and visits every row that it has ever
+/// inserted: 10,000 songs took 21 seconds.
 void TestSongsModelRows::addsAndUpdatesWithoutReadingTheTableAgain()
 {
     constexpr int count = 10000;
@@ -296,7 +296,7 @@ void TestSongsModelRows::addsAndUpdatesWithoutReadingTheTableAgain()
     QCOMPARE(m_model->goodRowCount(), count);
 }
 
-void TestSongsModelRows::announcesNewRowsOfARunInLots()
+void TestSongsModelRows::announcesNewRowsOfARunInBatches()
 {
     const QAbstractItemModelTester tester(m_model.get(),
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
@@ -344,7 +344,7 @@ void TestSongsModelRows::keepsTheRowsOfARun()
     QVERIFY(m_database->userLibraryDb()->rollback());
 }
 
-void TestSongsModelRows::obeysTheRulesOfModels()
+void TestSongsModelRows::passesTheModelTester()
 {
     const QAbstractItemModelTester tester(m_model.get(),
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);

@@ -18,7 +18,7 @@ public:
 
 } // namespace
 
-/// What a row stores and shows.
+/// What a row stores and displays.
 class TestUserSongsRelTableModel : public SongsModelTest
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ private slots:
     void keepsNegativeTempoOfAddedSong();
     void updateZeroesNegativeTempo();
     void updateLeavesTypeNamesAndStatus();
-    void updateShowsAtOnceAndTellsTheView();
+    void updateShowsAtOnceAndNotifiesTheView();
     void setsStatus();
     void readsStatusThatIsNoNumberAsZero();
     void rowsOutsideTheModelAreEmpty();
@@ -103,7 +103,7 @@ void TestUserSongsRelTableModel::readsNothingWhenMade()
     QCOMPARE(model.selects, 0);
     QCOMPARE(model.rowCount(), 0);
     QVERIFY(!model.canFetchMore());
-    // The first song brings what stood in the table before it.
+    // With the first song, earlier rows of the table appear, too.
     QVERIFY(model.addSong(song(1)));
     QCOMPARE(model.goodRowCount(), 2);
     QCOMPARE(model.shortName(0), QStringLiteral("OLD.MID"));
@@ -214,7 +214,7 @@ void TestUserSongsRelTableModel::updateLeavesTypeNamesAndStatus()
     QCOMPARE(stored(QStringLiteral("title")).toString(), info.title);
 }
 
-void TestUserSongsRelTableModel::updateShowsAtOnceAndTellsTheView()
+void TestUserSongsRelTableModel::updateShowsAtOnceAndNotifiesTheView()
 {
     addSongs(3);
     QSignalSpy changes(m_model.get(), &QAbstractItemModel::dataChanged);

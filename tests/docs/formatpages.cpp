@@ -10,8 +10,8 @@ namespace
 
 const QString fence = u"```"_qs;
 
-/// Calls \a code for each line of code with the fence line that it stands below, empty for a line
-/// that is code because it is indented.
+/// Calls \a code for each line of code with the fence line above it; empty if the line is code
+/// because it is indented.
 template <typename Code>
 void forEachCodeLine(const QString &text, Code code)
 {
@@ -46,14 +46,14 @@ std::optional<HexExample> HexExample::parse(const QString &text)
         for (const QString &byte : match.captured(2).split(u' ', Qt::SkipEmptyParts))
             example.append(byte);
     }
-    if (!example.m_isTold.contains(true))
+    if (!example.m_isGiven.contains(true))
         return {};
     return example;
 }
 
 void HexExample::append(const QString &byte)
 {
-    m_isTold.append(byte != u".."_qs);
+    m_isGiven.append(byte != u".."_qs);
     m_bytes.append(static_cast<char>(byte.toUInt(nullptr, 16)));
 }
 
@@ -61,7 +61,7 @@ QByteArray HexExample::over(QByteArray base) const
 {
     base.resize(std::max(base.size(), m_bytes.size()), '\0');
     for (qsizetype i = 0; i < m_bytes.size(); ++i) {
-        if (m_isTold.at(i))
+        if (m_isGiven.at(i))
             base[i] = m_bytes.at(i);
     }
     return base;

@@ -26,7 +26,7 @@ using namespace Examples;
 namespace
 {
 
-/// "VOLARE", as the pages of the index and of the playlists have it.
+/// The song "VOLARE" of the pages of the index and of the playlists.
 void writeVolare(const SampleMemory &memory)
 {
     const QString name = u"BASI/SONG1.MID"_qs;
@@ -34,7 +34,7 @@ void writeVolare(const SampleMemory &memory)
     memory.setDate(name, QDateTime(QDate(2009, 12, 31), QTime(23, 59, 58)));
 }
 
-/// Indexes \a memory, which holds "VOLARE" behind two other songs.
+/// Indexes \a memory with "VOLARE" after two other songs.
 void indexThreeSongs(const SampleMemory &memory)
 {
     for (const char *name : {"A", "B"})
@@ -48,8 +48,8 @@ constexpr qsizetype playlistsRecord = 32;
 
 } // namespace
 
-/// The examples of docs/formats against what the program writes and reads, those of tags apart.
-/// Each case is named for its example.
+/// The examples of docs/formats, except for those of tags, against what the program writes and
+/// reads. Each case is named for its example.
 class TestFormatPages : public QObject
 {
     Q_OBJECT
@@ -59,7 +59,7 @@ private slots:
 
     void givesEachPageAnExample();
     void hasACaseForEachExample();
-    void namesAllBytesOfThePages();
+    void hasNoBytesOutsideOfExamples();
     void readsBytes();
     void refusesOtherLines_data();
     void refusesOtherLines();
@@ -88,7 +88,7 @@ private slots:
 private:
     static void checkCodec(const QString &name, const QByteArray &data);
 
-    SampleMemory m_memory; ///< with "VOLARE" alone
+    SampleMemory m_memory; ///< with only "VOLARE"
 };
 
 void TestFormatPages::initTestCase()
@@ -123,7 +123,7 @@ void TestFormatPages::hasACaseForEachExample()
     }
 }
 
-void TestFormatPages::namesAllBytesOfThePages()
+void TestFormatPages::hasNoBytesOutsideOfExamples()
 {
     for (const QString &page : FormatPages::names())
         QCOMPARE(FormatPages::strayBytesIn(FormatPages::text(page)), QStringList());
@@ -146,7 +146,7 @@ void TestFormatPages::refusesOtherLines_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("nothing") << u""_qs;
-    QTest::newRow("no byte told") << u"0000  .. .."_qs;
+    QTest::newRow("no byte given") << u"0000  .. .."_qs;
     QTest::newRow("half a byte") << u"00 1 00"_qs;
     QTest::newRow("three digits") << u"00 123"_qs;
     QTest::newRow("no number") << u"00 0G"_qs;
@@ -200,7 +200,7 @@ void TestFormatPages::midiForeignTrack()
     RawMidiFile read;
     QVERIFY(read.loadData(Samples::midi().left(14) + track));
     QCOMPARE(read.key(), u"G"_qs);
-    // Read, the second byte of its length ends it; removed are all its 133 bytes.
+    // As a text it ends at the second byte of its length; a removal takes all of its 133 bytes.
     QVERIFY(read.hasTitle() && read.title().isEmpty());
     QCOMPARE(read.removeHeadMetaevent('\x03', false), 133U);
     QCOMPARE(Samples::trackLength(read.stream()), Samples::trackBytes(read.stream()));
@@ -212,17 +212,17 @@ void TestFormatPages::midiForeignTrackInAMinor()
     const QByteArray track = bytes(u"midiForeignTrack"_qs);
     RawMidiFile changed = loaded(header + track);
     changed.setKey(u"A-"_qs);
-    const QByteArray told = example(u"midiForeignTrackInAMinor"_qs).over(track);
-    QCOMPARE(difference(changed.stream(), header + told), QString());
-    QVERIFY(told != track);
+    const QByteArray given = example(u"midiForeignTrackInAMinor"_qs).over(track);
+    QCOMPARE(difference(changed.stream(), header + given), QString());
+    QVERIFY(given != track);
 }
 
 void TestFormatPages::container()
 {
     const QByteArray kept = Samples::containerHeader("_ZB4", ZbxHeader::shortSize);
-    const QByteArray told = example(u"container"_qs).over(kept);
+    const QByteArray given = example(u"container"_qs).over(kept);
 
-    makeFile(u"song.zb4"_qs, told);
+    makeFile(u"song.zb4"_qs, given);
     MetaSong read;
     QVERIFY(read.importFile(u"song.zb4"_qs));
     const SongInfo info = Samples::infoOf(read);
@@ -242,7 +242,7 @@ void TestFormatPages::container()
     supplied.userBpm = info.userBpm;
     written.setSongInfo(supplied, false);
     QVERIFY(written.saveToFile(u"new.zb4"_qs));
-    QCOMPARE(difference(fileContent(u"new.zb4"_qs), told), QString());
+    QCOMPARE(difference(fileContent(u"new.zb4"_qs), given), QString());
 }
 
 void TestFormatPages::checkCodec(const QString &name, const QByteArray &data)
@@ -267,10 +267,10 @@ void TestFormatPages::codecBlanks()
 
 void TestFormatPages::pathRecord()
 {
-    const QByteArray told = bytes(u"pathRecord"_qs);
-    QCOMPARE(difference(m_memory.read(u"index.id2"_qs), told), QString());
+    const QByteArray given = bytes(u"pathRecord"_qs);
+    QCOMPARE(difference(m_memory.read(u"index.id2"_qs), given), QString());
     PathRecord read;
-    QVERIFY(PathRecord::read(told, 0, read));
+    QVERIFY(PathRecord::read(given, 0, read));
     QCOMPARE(read.id, 0U);
     QCOMPARE(read.path, QByteArray("/BASI/SONG1.MID"));
     QCOMPARE(read.date, 20091231U);
@@ -279,10 +279,10 @@ void TestFormatPages::pathRecord()
 
 void TestFormatPages::songRecord()
 {
-    const QByteArray told = bytes(u"songRecord"_qs);
-    QCOMPARE(difference(m_memory.read(u"title.id2"_qs), told), QString());
+    const QByteArray given = bytes(u"songRecord"_qs);
+    QCOMPARE(difference(m_memory.read(u"title.id2"_qs), given), QString());
     SongRecord read;
-    QVERIFY(SongRecord::read(told, 0, read));
+    QVERIFY(SongRecord::read(given, 0, read));
     QCOMPARE(read.id, 0U);
     QCOMPARE(read.title, QByteArray("VOLARE"));
     QCOMPARE(read.bpm, 120);
@@ -292,11 +292,11 @@ void TestFormatPages::songRecord()
 
 void TestFormatPages::groupHeader()
 {
-    const QByteArray told = bytes(u"groupHeader"_qs);
-    QCOMPARE(difference(m_memory.read(u"artist.id2"_qs), told + bytes(u"songRecord"_qs)),
+    const QByteArray given = bytes(u"groupHeader"_qs);
+    QCOMPARE(difference(m_memory.read(u"artist.id2"_qs), given + bytes(u"songRecord"_qs)),
              QString());
     GroupHeader read;
-    QVERIFY(GroupHeader::read(told, 0, read));
+    QVERIFY(GroupHeader::read(given, 0, read));
     QCOMPARE(read.previousCount, 0);
     QCOMPARE(read.count, 1);
     QCOMPARE(read.name, QByteArray("ANONIMO"));
@@ -304,8 +304,8 @@ void TestFormatPages::groupHeader()
 
 void TestFormatPages::alphabetTable()
 {
-    const HexExample told = example(u"alphabetTable"_qs);
-    QCOMPARE(difference(m_memory.read(u"atitle.id2"_qs), told.over(QByteArray(256, '\xFF'))),
+    const HexExample given = example(u"alphabetTable"_qs);
+    QCOMPARE(difference(m_memory.read(u"atitle.id2"_qs), given.over(QByteArray(256, '\xFF'))),
              QString());
 }
 
@@ -318,7 +318,7 @@ void TestFormatPages::orderFile()
 {
     QCOMPARE(difference(m_memory.read(u"ordfile.id2"_qs), bytes(u"orderFile"_qs)), QString());
 
-    // All that the page shows of a set makes one that is read back.
+    // The page's examples of a set together are a set that can be read.
     const SampleMemory memory;
     memory.write(u"index.id2"_qs, bytes(u"pathRecord"_qs));
     memory.write(u"ordfile.id2"_qs, bytes(u"orderFile"_qs));
@@ -352,10 +352,10 @@ void TestFormatPages::givenNames()
 
 void TestFormatPages::playlistNumbers()
 {
-    const HexExample told = example(u"playlistNumbers"_qs);
-    QCOMPARE(told.bytes().size(), 2 * playlistsRecord);
+    const HexExample given = example(u"playlistNumbers"_qs);
+    QCOMPARE(given.bytes().size(), 2 * playlistsRecord);
     const SampleMemory memory;
-    memory.write(u"playlist/playlist.dat"_qs, told.over(QByteArray(2 * playlistsRecord, '\x55')));
+    memory.write(u"playlist/playlist.dat"_qs, given.over(QByteArray(2 * playlistsRecord, '\x55')));
     IndexSet set;
     set.setRoot(memory.root());
     QCOMPARE(Playlists::readNumbers(set), QList<qint16>({7, -123}));
@@ -390,7 +390,7 @@ void TestFormatPages::playlistPaths()
 
 void TestFormatPages::logLine()
 {
-    const QByteArray told = bytes(u"logLine"_qs);
+    const QByteArray given = bytes(u"logLine"_qs);
     const QByteArray stamp = logTimeStamp(QDateTime(QDate(2024, 3, 5), QTime(14, 7, 9)));
     QFile::remove(u"log.txt"_qs);
     const QtMessageHandler handler = qInstallMessageHandler(myMessageOutput);
@@ -398,7 +398,7 @@ void TestFormatPages::logLine()
     qInstallMessageHandler(handler);
     const QByteArray written = fileContent(u"log.txt"_qs);
     QVERIFY(!written.isEmpty());
-    QCOMPARE(difference(stamp + written.mid(stamp.size()), told), QString());
+    QCOMPARE(difference(stamp + written.mid(stamp.size()), given), QString());
 }
 
 void TestFormatPages::catalogueSource()
@@ -416,9 +416,9 @@ void TestFormatPages::catalogueRecord()
     catalogueSource();
     const qsizetype endOfPage = 8192;
     const QByteArray page = fileContent(u"songsdb_debug"_qs).left(endOfPage);
-    const HexExample told = example(u"catalogueRecord"_qs);
-    QCOMPARE(told.bytes().size(), endOfPage);
-    QCOMPARE(difference(page, told.over(page)), QString());
+    const HexExample given = example(u"catalogueRecord"_qs);
+    QCOMPARE(given.bytes().size(), endOfPage);
+    QCOMPARE(difference(page, given.over(page)), QString());
 
     Database database;
     QVERIFY(database.init());

@@ -11,7 +11,7 @@ namespace
 
 const QByteArray songAudio = Samples::audio(300);
 
-/// The tag of a song that had \a tag, once \a change has changed its record and it was saved by
+/// The tag of a song with \a tag after \a change was applied to its record and it was saved by
 /// hand.
 template <typename Change>
 QByteArray changedTag(const QByteArray &tag, Change change)

@@ -11,18 +11,18 @@ class Window:
     fats: str
     mounts: str
     fault: str
-    blocks: int  # it may last that long at most
+    blocks: int  # the most blocks for which it may last
 
 
 WINDOWS = [
-    Window("a renamed file or folder has both names until the old one is taken away",
+    Window("a renamed file or folder has both names until the old one is removed",
            ".*", ".*", ".*", "(fsck: )?two names for one (file|folder): .*", 1),
     Window("a new name leads to nothing until its size is written",
            "update|rebuild", ".*", "sync", r"(fsck: )?fsinfos\.id2: 0 bytes", 1),
 ]
 
-# What the next run makes of a folder with two names: it can't know that they are one, and a repair
-# leaves one of them as a folder without a beginning, which the kernel refuses until the next repair.
+# The next run can't know that two names lead to one folder, and a repair leaves one of them as a
+# folder without a first cluster, which the kernel refuses until the next repair.
 TWO_FOLDERS = "two names for one folder: "
 AFTER_TWO_FOLDERS = r"next run( after fsck)?: (the job fails|the index is another one|" \
     r"two names for one folder: .*|playlist/.*: other content)"

@@ -9,10 +9,10 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// Preloaded into the kernel that scripts/realfat boots: logs what it writes to its disks, in order.
-// The writes to a disk "card.img" go to "card.img.log", each as a head and then its bytes. A mark
-// goes there when a job makes the file "card.img.done", so that the log says what was written
-// before. Only disks that have a log already (an empty one will do) are logged.
+// Preloaded into the kernel that scripts/realfat boots: logs its writes to its disks, in order.
+// Writes to a disk "card.img" go to "card.img.log", each as a head and then its bytes. When a job
+// makes the file "card.img.done", a mark is added to show what was written before. Only disks that
+// have a log file already, which may be empty, are logged.
 
 namespace
 {
@@ -20,7 +20,7 @@ namespace
 struct Head {
     char type[8]; ///< 'W': bytes written, 'F': disk flushed, 'D': job done
     std::int64_t offset;
-    std::int64_t size; ///< of the bytes that follow; 0 but for 'W'
+    std::int64_t size; ///< of the bytes that follow; 0 except for 'W'
 };
 static_assert(sizeof(Head) == 24);
 
@@ -40,13 +40,13 @@ void append(int log, char type, std::int64_t offset, const void *bytes, std::int
     std::string record(reinterpret_cast<const char *>(&head), sizeof head);
     if (size > 0)
         record.append(static_cast<const char *>(bytes), static_cast<std::size_t>(size));
-    // In one call: the kernel writes from a thread of its own.
+    // In one call, because the kernel writes from several threads.
     if (::syscall(SYS_write, log, record.data(), record.size()) !=
         static_cast<std::int64_t>(record.size()))
         std::abort();
 }
 
-/// The log of the disk that is open as \a file, or -1.
+/// The log of the disk that is open as \a file; -1 if it has none.
 int logOf(int file)
 {
     return file >= 0 && file < mostFiles ? logs[file] - 1 : -1;
@@ -104,7 +104,7 @@ ssize_t pwrite(int file, const void *bytes, size_t size, off_t offset)
     return pwrite64(file, bytes, size, offset);
 }
 
-// The disks are files that live as long as their test: the log alone needs to know of a flush.
+// The disks are temporary files, so a flush is only logged.
 int fdatasync(int file)
 {
     if (const int log = logOf(file); log >= 0)

@@ -4,10 +4,10 @@ import os
 import subprocess
 from dataclasses import dataclass
 
-DISKS = 16  # of one kernel
+DISKS = 16  # the most that one kernel can have
 LETTERS = "abcdefghijklmnop"
 
-# /dev is the kernel's own, all else is the machine's.
+# /dev belongs to the kernel, everything else to the machine.
 START = """export LC_ALL=C.UTF-8 TZ=UTC HOME=/dev/home XDG_CONFIG_HOME=/dev/home TMPDIR=/dev/home
 mkdir /dev/home /dev/memory
 sums() {{
@@ -20,8 +20,8 @@ echo {writeback} >/proc/sys/vm/dirty_writeback_centisecs
 echo {expire} >/proc/sys/vm/dirty_expire_centisecs
 """
 
-# Makes a memory used: files with long names in front of the songs, which are removed again, and
-# others between them, which stay.
+# Makes a used memory: files with long names before the songs, which are removed again, and others
+# between the songs, which stay.
 USED = """for folder in . $(cd {tree} && find . -type d); do
     mkdir -p "/dev/memory/$folder"
     for i in 1 2 3 4 5; do
@@ -46,7 +46,7 @@ class Step:
     image: str
     options: str
     command: str
-    is_next_run: bool = False  # the files are listed as they were before, not after the command
+    is_next_run: bool = False  # the files are listed before the command, not after it
 
 
 def fill_command(tree, is_used):
@@ -56,7 +56,7 @@ def fill_command(tree, is_used):
 def boot(realfat, work, name, steps, is_hurried=False):
     """Boots once for all steps. Beside each image lie its ".sums" then, and its ".status"."""
     assert len(steps) <= DISKS
-    # In hundredths of a second; 0 stands for never.
+    # In hundredths of a second; 0 means never.
     lines = [START.format(writeback=int(is_hurried), expire=1 if is_hurried else 3000)]
     for letter, step in zip(LETTERS, steps):
         lines.append(f"mount -t vfat -o {step.options} /dev/ubd{letter} /dev/memory || exit 9")

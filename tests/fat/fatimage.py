@@ -19,7 +19,7 @@ class File:
     size: int
     first: int
     clusters: list
-    digest: str  # SHA-1, or what is wrong in words
+    digest: str  # SHA-1, or a description of what is wrong
 
 
 @dataclass
@@ -28,7 +28,7 @@ class Tree:
 
     files: dict = field(default_factory=dict)
     folders: set = field(default_factory=set)
-    shared: set = field(default_factory=set)  # pairs of paths that have a cluster in common
+    shared: set = field(default_factory=set)  # pairs of paths that share a cluster
     doubles: set = field(default_factory=set)  # paths with more than one entry
     owners: dict = field(default_factory=dict)  # cluster: the first path that leads to it
     folder_clusters: set = field(default_factory=set)
@@ -107,7 +107,7 @@ class Image:
 
     def _read_folder(self, tree, table, path, first):
         clusters, _ = self._chain(table, first)
-        # A folder that lies within itself has been read already.
+        # A folder inside itself has been read already.
         if clusters and clusters[0] in tree.folder_clusters:
             tree.shared.add((tree.owners[clusters[0]], path))
             return

@@ -4,7 +4,7 @@ import re
 
 INDEX = re.compile(r"[a-z]+[0-9]?\.id2")
 WORK = re.compile(r"(.*/)?(\.brisel.*|[^/]*\.tmp|[^/]* \(again\))(/.*)?")
-RESCUED = re.compile(r"FSCK[0-9]+\.REC")  # what fsck makes of clusters that no file has
+RESCUED = re.compile(r"FSCK[0-9]+\.REC")  # files that fsck makes from lost clusters
 LAST_OF_INDEX = "fsinfos.id2"
 
 

@@ -90,7 +90,7 @@ def main():
     parser.add_argument("--keep", action="store_true", help="leave images and logs where they are")
     given = parser.parse_args()
     os.environ["BRISEL_BUILD"] = given.build
-    # Images are copied for each cut: best on the RAM disk, which the caller names.
+    # Images are copied for each cut, so they should be on a RAM disk, which the caller names.
     work = tempfile.mkdtemp(prefix="brisel2pc-fat-")
     try:
         runs = do_matrix(Place(given.project, given.build, work), chosen(memory.JOBS, given.job),

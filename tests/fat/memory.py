@@ -13,11 +13,11 @@ RECORD_SIZE = 64
 class Job:
     name: str
     arguments: str  # of brisel_worker; {m} is the memory and {s} the folder of the sample songs
-    memory: str = "indexed"  # or "changed": songs came, went and have long names since
-    again: tuple = (0,)  # with what it may end when it is done a second time
+    memory: str = "indexed"  # or "changed": songs were added, removed and given long names
+    again: tuple = (0,)  # the exit codes allowed when the job runs a second time
 
 
-# "songs" stands for a synchronisation: all of them are saved in one lot.
+# "songs" is like a synchronisation: all songs are saved in one lot.
 JOBS = [
     Job("midi", "save {m}/BASI/ODEFREUD.MID"),
     Job("container", "save {m}/SONGS/AMAZIGRA.zb4"),
@@ -37,7 +37,7 @@ class Fat:
     name: str
     arguments: tuple  # of mkfs.vfat
     kilobytes: int
-    is_used: bool  # files were deleted in front of the songs, and some kept between them
+    is_used: bool  # files before the songs were deleted, and some between them kept
 
 
 FATS = [
@@ -46,12 +46,12 @@ FATS = [
     Fat("FAT32", ("-F", "32", "-s", "1"), 34000, True),
 ]
 
-# How a memory is mounted. Under the first three the kernel writes nothing back by itself, so that
-# what a job does not flush stays behind; when hurried it writes all back every 10 ms.
+# How a memory is mounted. With the first three the kernel writes nothing back by itself, so data
+# that a job does not flush are missing; with "hurried" it writes everything back every 10 ms.
 MOUNTS = {"flush": "utf8,flush", "none": "utf8", "sync": "utf8,sync", "hurried": "utf8"}
 
 
-KEPT = "KEPT/"  # the folder of files that only a used memory has
+KEPT = "KEPT/"  # a folder that only a used memory has
 
 
 def is_hurried(mount):

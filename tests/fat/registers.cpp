@@ -11,16 +11,16 @@
 #include <unistd.h>
 
 // Preloaded into the kernel that scripts/realfat boots. The kernel saves the registers of its
-// processes into buffers that are too small for newer processors, which then refuse. So the whole
-// set is kept here, by the buffer that the kernel wants filled, and what the kernel does not know
-// of it is put back with the rest.
+// processes into buffers that are too small for newer processors, and so saving fails. The whole
+// set is therefore kept here for each of the kernel's buffers, and the part that the kernel does
+// not know is restored with the rest.
 
 namespace
 {
 
 constexpr std::size_t largestSet = 16384;
 constexpr std::size_t legacyPart = 512; ///< before the bits that say which parts are in use
-constexpr unsigned long legacyBits = 7; ///< those of the parts that the kernel changes
+constexpr unsigned long legacyBits = 7; ///< bits of the parts that the kernel changes
 
 struct Registers {
     const void *buffer;

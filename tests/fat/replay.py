@@ -70,7 +70,7 @@ def cuts(image, writes):
     blocks = 0
     yield blocks, tree
     for offset, content in writes:
-        # What a disk was asked to write at once may be cut between any two of its blocks.
+        # A single write to the disk may be cut between any two of its blocks.
         for at, sector in sectors(offset, content):
             blocks += 1
             if os.pread(image.file, len(sector), at) == sector:

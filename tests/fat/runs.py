@@ -9,7 +9,7 @@ import memory
 import replay
 from judging import Judge, windows
 
-MOST_WAITING = 4  # cuts of a run that are tried of those after which songs wait for the next run
+MOST_WAITING = 4  # the most cuts of a run that are tried where songs wait for the next run
 
 
 @dataclass
@@ -53,7 +53,7 @@ class Run:
     fat: memory.Fat
     mount: str
     number: int
-    elsewhere: list  # what the job gives outside of any FAT: memory.do_elsewhere()
+    elsewhere: list  # the job's result outside of FAT: memory.do_elsewhere()
     blocks: int = 0
     cuts: int = 0
     faults: list = field(default_factory=list)  # (fault, first block, last block)
@@ -128,7 +128,7 @@ def judge(run):
         return rules.at_done(tree)
 
     judge_cuts(run, before, 0, before_done)
-    # What is there when the job is done must stay there while the kernel writes what else it has.
+    # Everything that is there when the job is done must stay while the kernel writes the rest.
     judge_cuts(run, later, run.blocks, at_done)
     os.remove(run.file("-cut"))
     os.remove(run.file("-fixed"))

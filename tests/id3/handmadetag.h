@@ -15,13 +15,13 @@ using LiteralBytes::bytes;
 inline const QByteArray titleOne = bytes("TIT2\0\0\0\4\0\0\0One");
 inline const QByteArray artistTwo = bytes("TPE1\0\0\0\4\0\0\0Two");
 
-/// A frame of version 2.4 called \a name around 200 bytes, its size written as \a size.
+/// A frame of version 2.4 called \a name with 200 bytes of content and the size field \a size.
 inline QByteArray frameOf200(const QByteArray &name, const QByteArray &size)
 {
     return name + size + bytes("\0\0\0") + QByteArray(199, 'x');
 }
 
-/// The header of a tag around \a body, and \a body.
+/// A tag: its header, and then \a body.
 inline QByteArray tag(int version, int flags, const QByteArray &body)
 {
     QByteArray header = bytes("ID3\0\0\0");
@@ -32,18 +32,18 @@ inline QByteArray tag(int version, int flags, const QByteArray &body)
     return header + body;
 }
 
-/// A tag that was walked, whole.
+/// A whole tag and its frames.
 struct Walked {
     explicit Walked(const QByteArray &whole) : tag(whole), frames(tag, tag.size()) {}
 
-    /// What the frame \a id holds: "none" when there is no such frame.
+    /// The content of the frame \a id; "none" if the tag has no such frame.
     QByteArray content(const char *id) const
     {
         const std::optional<Id3Frame> frame = frames.find(tag, id, tag.size());
         return frame ? frames.content(tag, *frame) : QByteArray("none");
     }
 
-    /// Where the frame \a id begins; -1 when there is no such frame.
+    /// The start of the frame \a id; -1 if the tag has no such frame.
     qsizetype start(const char *id) const
     {
         const std::optional<Id3Frame> frame = frames.find(tag, id, tag.size());

@@ -10,7 +10,7 @@ using HandMade::tag;
 using HandMade::titleOne;
 using HandMade::Walked;
 
-/// What is found in a tag that was walked, and what is written into it.
+/// Finding frames in a walked tag, and the frames that are written into it.
 class TestId3Content : public QObject
 {
     Q_OBJECT
@@ -129,10 +129,10 @@ void TestId3Content::leavesOutWhatFlagsAdd_data()
                                        << bytes("TIT2\0\0\0\4\0\3"
                                                 "\0\xFF\0L")
                                        << bytes("\0\xFF\0L");
-    QTest::newRow("nothing behind what is added") << 4 << 0
-                                                  << bytes("TIT2\0\0\0\3\0\1"
-                                                           "\0\0\0")
-                                                  << QByteArray();
+    QTest::newRow("nothing after the added bytes") << 4 << 0
+                                                   << bytes("TIT2\0\0\0\3\0\1"
+                                                            "\0\0\0")
+                                                   << QByteArray();
 }
 
 void TestId3Content::leavesOutWhatFlagsAdd()
@@ -181,7 +181,7 @@ void TestId3Content::makesFramesOfTheTagsVersion()
     QCOMPARE(made(tag(4, 0, {}), "TIT2"), bytes("TIT2\0\0\1\x48\0\0") + content);
     QCOMPARE(made(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8"))), "TIT2"),
              bytes("TIT2\0\0\0\xC8\0\0") + content);
-    // Frames that version 2.3 knows, in a tag that claims to be of version 2.2.
+    // Frame names of version 2.3 in a tag that claims to be of version 2.2.
     QCOMPARE(made(tag(2, 0, titleOne), "TIT2"), bytes("TIT2\0\0\0\xC8\0\0") + content);
 }
 

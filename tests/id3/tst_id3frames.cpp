@@ -21,21 +21,21 @@ private slots:
     void readsSynchsafeSizesOfVersion24();
     void readsPlainSizesInVersion24();
     void decidesBySizesThatLeadFromFrameToFrame();
-    void knowsNoOtherVersion();
+    void treatsOtherVersionsAsUnknown();
     void readsNoCompressedTagOfVersion22();
-    void passesTheExtendedHeader_data();
-    void passesTheExtendedHeader();
+    void skipsTheExtendedHeader_data();
+    void skipsTheExtendedHeader();
     void takesTheFlagWithoutAnExtendedHeader();
-    void searchesBehindAnInvalidExtendedHeader_data();
-    void searchesBehindAnInvalidExtendedHeader();
-    void takesNamesOfThreeLetters();
-    void takesEmptyFrames();
-    void takesNoEmptyFrameThatLeadsNowhere();
+    void searchesAfterAnInvalidExtendedHeader_data();
+    void searchesAfterAnInvalidExtendedHeader();
+    void acceptsNamesOfThreeLetters();
+    void acceptsEmptyFrames();
+    void rejectsAnEmptyFrameThatLeadsNowhere();
     void endsAtThePadding();
-    void searchesJunkBehindThePadding();
-    void searchesBehindABrokenFrame();
+    void searchesJunkAfterThePadding();
+    void searchesAfterABrokenFrame();
     void searchesEverythingWhenTheFirstFrameIsBroken();
-    void readsACutTag();
+    void readsATruncatedTag();
 };
 
 void TestId3Frames::readsFramesOfVersion22()
@@ -51,7 +51,7 @@ void TestId3Frames::readsFramesOfVersion22()
     QCOMPARE(walked.content("TPE1"), bytes("\0"));
     QCOMPARE(walked.content("TBPM"), bytes("\0"
                                            "97"));
-    QCOMPARE(walked.content("TALB"), QByteArray("none")); // the program has no use for it
+    QCOMPARE(walked.content("TALB"), QByteArray("none")); // not a frame that the program reads
     QVERIFY(walked.frames.endsInPadding());
     QCOMPARE(walked.frames.framesStart(), 10);
     QCOMPARE(walked.frames.framesEnd(), 44);
@@ -67,7 +67,7 @@ void TestId3Frames::readsFramesOfVersion23()
     QCOMPARE(walked.content("TPE1"), bytes("\0Two"));
     QCOMPARE(walked.content("TALB"), bytes("\0A"));
     QCOMPARE(walked.content("TCON"), QByteArray("none"));
-    QVERIFY(walked.frames.endsInPadding()); // of no bytes
+    QVERIFY(walked.frames.endsInPadding()); // zero bytes long
     QCOMPARE(walked.frames.framesEnd(), walked.tag.size());
     const std::optional<Id3Frame> frame = walked.frames.find(walked.tag, "TIT2", 100);
     QCOMPARE(frame->start, 22);
@@ -80,7 +80,7 @@ void TestId3Frames::readsSizesOfVersion23WithAllBits()
 {
     const Walked walked(tag(3, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + titleOne));
     QCOMPARE(walked.start("TIT2"), 220);
-    // 00 00 01 48 is 200 by the rules of version 2.4 only.
+    // 00 00 01 48 is 200 as a synchsafe size only.
     const Walked synchsafe(tag(3, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + titleOne));
     QVERIFY(!synchsafe.frames.isWalked());
 }
@@ -103,7 +103,7 @@ void TestId3Frames::readsPlainSizesInVersion24()
 
 void TestId3Frames::decidesBySizesThatLeadFromFrameToFrame()
 {
-    // 00 00 01 00 is 128 or 256: what stands there decides.
+    // 00 00 01 00 is 128 or 256: the bytes at either place decide.
     for (const int size : {128, 256}) {
         const QByteArray album = bytes("TALB\0\0\1\0\0\0\0") + QByteArray(size - 1, 'x');
         const Walked walked(tag(4, 0, album + titleOne + QByteArray(20, '\0')));
@@ -111,13 +111,13 @@ void TestId3Frames::decidesBySizesThatLeadFromFrameToFrame()
         QCOMPARE(walked.content("TALB").size(), size);
         QCOMPARE(walked.start("TIT2"), 20 + size);
     }
-    // Neither leads to the end of the tag: the one that leads further is taken.
+    // Neither size leads to the end of the tag: the one that leads further counts.
     const QByteArray broken = QByteArray(50, '?');
     const Walked plain(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + titleOne + broken));
     QCOMPARE(plain.frames.framesEnd(), 234);
     const Walked synchsafe(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + titleOne + broken));
     QCOMPARE(synchsafe.frames.framesEnd(), 234);
-    // A size that leads far, but to no frame, decides nothing: 00 00 01 48 is 200, not 328.
+    // A size that leads further, but not to a frame, does not count: 00 00 01 48 is 200, not 328.
     const Walked far(tag(4, 0, frameOf200("TALB", bytes("\0\0\1\x48")) + QByteArray(200, '?')));
     QCOMPARE(far.frames.framesEnd(), 220);
     const Walked padded(tag(
@@ -125,12 +125,12 @@ void TestId3Frames::decidesBySizesThatLeadFromFrameToFrame()
     QCOMPARE(padded.frames.framesEnd(), 234);
 }
 
-void TestId3Frames::knowsNoOtherVersion()
+void TestId3Frames::treatsOtherVersionsAsUnknown()
 {
     for (const int version : {0, 1, 5, 255}) {
         const Walked walked(tag(version, 0, artistTwo + titleOne));
         QVERIFY(walked.frames.isUnknown());
-        QCOMPARE(walked.start("TIT2"), 24); // by its name alone
+        QCOMPARE(walked.start("TIT2"), 24); // found by searching for its name
         QVERIFY(walked.frames.find(walked.tag, "TIT2", 100)->isSearched);
     }
 }
@@ -142,7 +142,7 @@ void TestId3Frames::readsNoCompressedTagOfVersion22()
     QCOMPARE(walked.content("TIT2"), QByteArray("none"));
 }
 
-void TestId3Frames::passesTheExtendedHeader_data()
+void TestId3Frames::skipsTheExtendedHeader_data()
 {
     QTest::addColumn<int>("version");
     QTest::addColumn<QByteArray>("header");
@@ -184,7 +184,7 @@ void TestId3Frames::passesTheExtendedHeader_data()
                                                           QByteArray(194, '\1');
 }
 
-void TestId3Frames::passesTheExtendedHeader()
+void TestId3Frames::skipsTheExtendedHeader()
 {
     QFETCH(const int, version);
     QFETCH(const QByteArray, header);
@@ -208,7 +208,7 @@ void TestId3Frames::takesTheFlagWithoutAnExtendedHeader()
     }
 }
 
-void TestId3Frames::searchesBehindAnInvalidExtendedHeader_data()
+void TestId3Frames::searchesAfterAnInvalidExtendedHeader_data()
 {
     QTest::addColumn<int>("version");
     QTest::addColumn<QByteArray>("header");
@@ -219,21 +219,21 @@ void TestId3Frames::searchesBehindAnInvalidExtendedHeader_data()
     QTest::newRow("2.3, into a frame") << 3
                                        << bytes("\0\0\0\7"
                                                 "\0\0\0\0\0\0");
-    QTest::newRow("2.3, behind the tag") << 3
-                                         << bytes("\0\0\0\x60"
-                                                  "\0\0\0\0\0\0");
+    QTest::newRow("2.3, after the tag") << 3
+                                        << bytes("\0\0\0\x60"
+                                                 "\0\0\0\0\0\0");
     QTest::newRow("2.4, no size of 7 bits a byte") << 4
                                                    << bytes("\0\0\0\x86"
                                                             "\1\0");
     QTest::newRow("2.4, too short") << 4
                                     << bytes("\0\0\0\5"
                                              "\1");
-    QTest::newRow("2.4, behind the tag") << 4
-                                         << bytes("\0\0\0\x60"
-                                                  "\1\0");
+    QTest::newRow("2.4, after the tag") << 4
+                                        << bytes("\0\0\0\x60"
+                                                 "\1\0");
 }
 
-void TestId3Frames::searchesBehindAnInvalidExtendedHeader()
+void TestId3Frames::searchesAfterAnInvalidExtendedHeader()
 {
     QFETCH(const int, version);
     QFETCH(const QByteArray, header);
@@ -243,7 +243,7 @@ void TestId3Frames::searchesBehindAnInvalidExtendedHeader()
     QCOMPARE(walked.content("TPE1"), bytes("\0Two"));
 }
 
-void TestId3Frames::takesNamesOfThreeLetters()
+void TestId3Frames::acceptsNamesOfThreeLetters()
 {
     const Walked walked(tag(3, 0,
                             bytes("TT2\0"
@@ -256,9 +256,9 @@ void TestId3Frames::takesNamesOfThreeLetters()
                                   "\0y") +
                                 titleOne));
     QVERIFY(walked.frames.endsInPadding());
-    QCOMPARE(walked.start("TIT2"), 10); // the older names mean the same
+    QCOMPARE(walked.start("TIT2"), 10); // accepted as TIT2
     QCOMPARE(walked.start("TPE1"), 22);
-    // A blank or a zero byte elsewhere ends the walk.
+    // A space or a zero byte at another place ends the walk.
     const Walked other(tag(3, 0,
                            bytes("TT\0"
                                  "2"
@@ -273,7 +273,7 @@ void TestId3Frames::takesNamesOfThreeLetters()
                                  "\0\0"
                                  "\0x") +
                                titleOne));
-    QVERIFY(small.frames.isWalked()); // stepped over
+    QVERIFY(small.frames.isWalked()); // the frame with the unknown name was skipped
     QCOMPARE(small.start("TIT2"), 22);
     const Walked astray(tag(3, 0,
                             bytes("Tit2"
@@ -284,7 +284,7 @@ void TestId3Frames::takesNamesOfThreeLetters()
     QVERIFY(!astray.frames.isWalked());
 }
 
-void TestId3Frames::takesEmptyFrames()
+void TestId3Frames::acceptsEmptyFrames()
 {
     const QByteArray empty = bytes("TALB\0\0\0\0\0\0");
     const Walked first(tag(3, 0, empty + titleOne));
@@ -299,7 +299,7 @@ void TestId3Frames::takesEmptyFrames()
     QCOMPARE(padded.frames.framesEnd(), 34);
 }
 
-void TestId3Frames::takesNoEmptyFrameThatLeadsNowhere()
+void TestId3Frames::rejectsAnEmptyFrameThatLeadsNowhere()
 {
     const Walked walked(tag(3, 0, artistTwo + bytes("TIT2\0\0\0\0\0\0") + bytes("\0Rest\0x")));
     QVERIFY(!walked.frames.isWalked());
@@ -323,21 +323,21 @@ void TestId3Frames::endsAtThePadding()
     QCOMPARE(empty.content("TIT2"), QByteArray("none"));
 }
 
-void TestId3Frames::searchesJunkBehindThePadding()
+void TestId3Frames::searchesJunkAfterThePadding()
 {
     const Walked walked(tag(3, 0, titleOne + QByteArray(20, '\0') + artistTwo));
     QVERIFY(!walked.frames.endsInPadding());
     QVERIFY(walked.frames.isWalked());
     QCOMPARE(walked.frames.framesEnd(), 24);
-    QCOMPARE(walked.content("TPE1"), bytes("\0Two")); // found by its name
-    // Fewer bytes than a frame's header takes.
+    QCOMPARE(walked.content("TPE1"), bytes("\0Two")); // found by searching for its name
+    // Fewer bytes than a frame's header has.
     const Walked rest(tag(3, 0, titleOne + bytes("TPE1\0\0\0\1\0")));
     QVERIFY(rest.frames.isWalked());
     QVERIFY(!rest.frames.endsInPadding());
     QCOMPARE(rest.frames.framesEnd(), 24);
 }
 
-void TestId3Frames::searchesBehindABrokenFrame()
+void TestId3Frames::searchesAfterABrokenFrame()
 {
     const QByteArray priv = bytes("PRIV\0\0\0\x0E\0\0") + bytes("TCON\0\0\0\4\0\0\0Not");
     const QByteArray genre = bytes("TCON\0\0\0\4\0\0\0Yes");
@@ -349,7 +349,7 @@ void TestId3Frames::searchesBehindABrokenFrame()
     QVERIFY(!walked.frames.find(walked.tag, "TIT2", 200)->isSearched);
     QVERIFY(walked.frames.find(walked.tag, "TPE1", 200)->isSearched);
     QCOMPARE(walked.content("TPE1"), bytes("\0Two"));
-    QCOMPARE(walked.content("TCON"), bytes("\0Yes")); // what was walked is not searched
+    QCOMPARE(walked.content("TCON"), bytes("\0Yes")); // the walked part is not searched
 }
 
 void TestId3Frames::searchesEverythingWhenTheFirstFrameIsBroken()
@@ -359,10 +359,10 @@ void TestId3Frames::searchesEverythingWhenTheFirstFrameIsBroken()
     QCOMPARE(walked.content("TIT2"), bytes("\0One"));
     QCOMPARE(walked.content("TPE1"), bytes("\0Two"));
     QCOMPARE(walked.start("TALB"), 10);
-    QCOMPARE(walked.frames.find(walked.tag, "TALB", 100)->size, 40); // to the tag's end
+    QCOMPARE(walked.frames.find(walked.tag, "TALB", 100)->size, 40); // up to the end of the tag
 }
 
-void TestId3Frames::readsACutTag()
+void TestId3Frames::readsATruncatedTag()
 {
     const QByteArray whole = tag(3, 0, artistTwo + titleOne + QByteArray(100, '\0'));
     const auto titleOf = [&whole](qsizetype size) {
@@ -375,7 +375,7 @@ void TestId3Frames::readsACutTag()
     QCOMPARE(titleOf(38), bytes("\0One"));
     QCOMPARE(titleOf(37), bytes("\0On"));
     QCOMPARE(titleOf(34), QByteArray());
-    QCOMPARE(titleOf(33), QByteArray("none")); // the frame's own header is cut
+    QCOMPARE(titleOf(33), QByteArray("none")); // the frame's own header is truncated
     QCOMPARE(titleOf(24), QByteArray("none"));
     QCOMPARE(titleOf(10), QByteArray("none"));
     for (qsizetype size = 10; size < whole.size(); ++size) {

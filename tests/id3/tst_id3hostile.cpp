@@ -55,7 +55,7 @@ QByteArrayList sampleTags()
                     inner)};
 }
 
-/// Reads all that \a tag holds, as it stands and in its plain form, and looks where it is found.
+/// Reads everything from \a stored, as it is and in its plain form, and checks all positions.
 void readAll(const QByteArray &stored, qint64 end)
 {
     for (const QByteArray &tag : {stored, Id3Plain::tag(stored)}) {

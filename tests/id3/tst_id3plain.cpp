@@ -22,8 +22,8 @@ class TestId3Plain : public QObject
 private slots:
     void keepsAPlainTag();
     void undoesTheSchemeOfTheWholeTag();
-    void clearsAFlagThatOnlySaysSo();
-    void keepsAPictureUnderAFlagWithoutCause();
+    void clearsAFlagThatIsWrong();
+    void keepsAPictureUnderAWrongFlag();
     void leavesTheSchemeToFramesOfVersion24();
     void leavesOutTheExtendedHeader();
     void clearsTheFlagWithoutAnExtendedHeader();
@@ -62,9 +62,9 @@ void TestId3Plain::undoesTheSchemeOfTheWholeTag()
     QCOMPARE(Id3Plain::tag(tag(3, 0xA0, titleOne)), tag(3, 0x20, titleOne));
 }
 
-void TestId3Plain::clearsAFlagThatOnlySaysSo()
+void TestId3Plain::clearsAFlagThatIsWrong()
 {
-    // Undone, its frames would lead nowhere.
+    // With the scheme undone, its frames would lead nowhere.
     const QByteArray says = tag(3, 0x80,
                                 bytes("PRIV\0\0\0\4\0\0"
                                       "\xFF\0\xFF\0") +
@@ -74,9 +74,10 @@ void TestId3Plain::clearsAFlagThatOnlySaysSo()
     QCOMPARE(Id3Plain::tag(says), cleared);
 }
 
-void TestId3Plain::keepsAPictureUnderAFlagWithoutCause()
+void TestId3Plain::keepsAPictureUnderAWrongFlag()
 {
-    // Undone, the picture would take two bytes of the padding, and the tag could be walked as well.
+    // With the scheme undone, the picture would take two bytes of the padding, and the tag could be
+    // walked too.
     const QByteArray frames = titleOne +
                               bytes("APIC\0\0\0\x0A\0\0"
                                     "\xFF\xD8\xFF\xE0\xFF\0\xFF\0zz") +
@@ -136,7 +137,7 @@ void TestId3Plain::makesSizesOfVersion24Synchsafe()
 void TestId3Plain::clearsTheFootersFlag()
 {
     QCOMPARE(Id3Plain::tag(tag(4, 0x10, titleOne)), tag(4, 0, titleOne));
-    QCOMPARE(Id3Plain::tag(tag(3, 0x10, titleOne)), tag(3, 0x10, titleOne)); // no footer there
+    QCOMPARE(Id3Plain::tag(tag(3, 0x10, titleOne)), tag(3, 0x10, titleOne)); // there is no footer
 }
 
 void TestId3Plain::findsAFooter()

@@ -36,7 +36,7 @@ private slots:
     void keepsSurrogatePairs();
     void trims();
     void cutsAtTheLimit();
-    void readsNothingOfNothing();
+    void readsEmptyContentAsEmptyText();
     void writesLatin1WhereItHoldsTheText();
     void writesUtf16InOlderVersions();
     void writesUtf8InVersion24();
@@ -67,7 +67,7 @@ void TestId3Text::readsUtf16WithoutItsMarkAsLittleEndian()
 void TestId3Text::readsBigEndianUtf16()
 {
     QCOMPARE(text(bytes("\2\0C\0i\0t\0t\0\xE0")), city);
-    // A byte order mark is not a part of the text, whichever order it names.
+    // A byte order mark of either order is not part of the text.
     QCOMPARE(text(bytes("\2\xFE\xFF"
                         "\0C\0i\0t\0t\0\xE0")),
              city);
@@ -99,7 +99,7 @@ void TestId3Text::endsAtTheTerminator()
              city);
     QCOMPARE(text(bytes("\2\0C\0i\0t\0t\0\xE0\0\0\0m")), city);
     QCOMPARE(text(bytes("\3Citt\xC3\xA0\0more")), city);
-    // A zero byte that is half of a character ends nothing.
+    // A zero byte that is half of a code unit does not end the text.
     QCOMPARE(text(bytes("\2\x01\0\0C")), QStringLiteral("\u0100C"));
 }
 
@@ -140,7 +140,7 @@ void TestId3Text::cutsAtTheLimit()
              QStringLiteral("ab")); // cut, then trimmed
 }
 
-void TestId3Text::readsNothingOfNothing()
+void TestId3Text::readsEmptyContentAsEmptyText()
 {
     QCOMPARE(text({}), QString());
     for (const char encoding : {'\0', '\1', '\2', '\3', '\4'})

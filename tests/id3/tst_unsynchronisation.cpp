@@ -11,12 +11,12 @@ class TestUnsynchronisation : public QObject
     Q_OBJECT
 
 private slots:
-    void takesInsertedBytesAway_data();
-    void takesInsertedBytesAway();
-    void tellsWhatTheSchemeNeverWrites();
+    void removesInsertedBytes_data();
+    void removesInsertedBytes();
+    void detectsWhatTheSchemeNeverWrites();
 };
 
-void TestUnsynchronisation::takesInsertedBytesAway_data()
+void TestUnsynchronisation::removesInsertedBytes_data()
 {
     QTest::addColumn<QByteArray>("stored");
     QTest::addColumn<QByteArray>("meant");
@@ -28,17 +28,17 @@ void TestUnsynchronisation::takesInsertedBytesAway_data()
     QTest::newRow("two marks") << bytes("\xFF\0\xFF\0\xFE") << bytes("\xFF\xFF\xFE");
     QTest::newRow("a mark before less") << bytes("\xFF\x01\xFF\xDF") << bytes("\xFF\x01\xFF\xDF");
     QTest::newRow("only one byte") << bytes("\xFF\0\0\0") << bytes("\xFF\0\0");
-    QTest::newRow("cut behind a mark") << bytes("ab\xFF") << bytes("ab\xFF");
+    QTest::newRow("cut after a mark") << bytes("ab\xFF") << bytes("ab\xFF");
 }
 
-void TestUnsynchronisation::takesInsertedBytesAway()
+void TestUnsynchronisation::removesInsertedBytes()
 {
     QFETCH(const QByteArray, stored);
     QFETCH(const QByteArray, meant);
     QCOMPARE(Unsynchronisation::undone(stored), meant);
 }
 
-void TestUnsynchronisation::tellsWhatTheSchemeNeverWrites()
+void TestUnsynchronisation::detectsWhatTheSchemeNeverWrites()
 {
     QVERIFY(Unsynchronisation::isPossible({}));
     QVERIFY(Unsynchronisation::isPossible(bytes("abc")));

@@ -1,6 +1,5 @@
-# cmake -DTREE=<folder> -P documents.cmake: fails when a document of the tree names a file, a
-# command's option, a build option or a preset that is not there, or when the README leaves a folder
-# out.
+# cmake -DTREE=<folder> -P documents.cmake: fails if a document of the tree names a file, a
+# command's option, a build option or a preset that does not exist, or if the README omits a folder.
 
 cmake_minimum_required(VERSION 3.25)
 set_property(GLOBAL PROPERTY breaches 0)
@@ -12,7 +11,7 @@ function(breach text)
   message("${document}: ${text}")
 endfunction()
 
-# Folders of the tree itself; what is built or hidden is none of them.
+# Folders of the tree itself, without built and hidden ones.
 file(GLOB folders LIST_DIRECTORIES true RELATIVE ${TREE} ${TREE}/*)
 list(FILTER folders EXCLUDE REGEX "^build|[.]")
 foreach(entry IN LISTS folders)
@@ -94,7 +93,7 @@ file(GLOB_RECURSE more RELATIVE ${TREE} ${TREE}/docs/*.md)
 foreach(document IN LISTS documents more)
   cmake_path(GET document PARENT_PATH beside)
   file(READ ${TREE}/${document} text)
-  # Brackets and semicolons mean something to lists.
+  # Brackets and semicolons have a meaning in lists.
   string(REPLACE ";" " " text "${text}")
   string(REPLACE "](" "\nlink " text "${text}")
   string(REGEX REPLACE "[][]" " " text "${text}")
@@ -110,7 +109,7 @@ foreach(document IN LISTS documents more)
   string(REGEX MATCHALL "[^] \n`\"(|]*/[^ \n`\")|]*" paths "${text}")
   foreach(path IN LISTS paths)
     if(path MATCHES "^([.]/)?build/")
-      continue() # made by a command, not before
+      continue() # made by a command
     endif()
     if(path MATCHES "^[.]/([a-z].*)$")
       check_path("${CMAKE_MATCH_1}")

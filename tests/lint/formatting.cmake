@@ -1,5 +1,5 @@
-# cmake -DTREE=<folder> -DCLANG_FORMAT=<program> -P formatting.cmake: fails when a source of the tree is
-# not formatted as .clang-format says.
+# cmake -DTREE=<folder> -DCLANG_FORMAT=<program> -P formatting.cmake: fails if a source of the tree is
+# not formatted by the rules of .clang-format.
 
 cmake_minimum_required(VERSION 3.25)
 

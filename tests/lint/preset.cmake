@@ -1,5 +1,5 @@
 # cmake -DTREE=<folder> -DPRESET=<name> -DBUILD=<folder> -P preset.cmake -- <target...>: configures the
-# preset in a build folder of its own, and fails when it has not all the targets.
+# preset in a separate build folder and fails if one of the targets is missing.
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/BriselArguments.cmake)

@@ -48,7 +48,7 @@ LivingMemory::LivingMemory(std::mt19937 &random) : m_random(random)
     QDir().mkpath(m_sendFolder);
 }
 
-QString LivingMemory::look()
+QString LivingMemory::scan()
 {
     m_songs.clear();
     m_byBytes.clear();
@@ -94,11 +94,11 @@ QByteArray LivingMemory::newTitle()
     QByteArray title = oneOf(m_random, words) + ' ' + QByteArray::number(m_numbers) + ' ' +
                        QByteArray::number(below(m_random, 1000));
     if (below(m_random, 8) == 0)
-        title = title.leftJustified(56, 'x'); // "ß" becomes two letters
+        title = title.leftJustified(56, 'x'); // "ß" is sorted as two letters
     return title;
 }
 
-/// \a isPlain: without texts of its own where there is such a song.
+/// \a isPlain: without texts inside, for formats that allow it.
 QByteArray LivingMemory::content(int song, const QString &suffix, bool isPlain)
 {
     static const QList<QByteArray> names{"Anna",
@@ -133,7 +133,8 @@ QByteArray LivingMemory::content(int song, const QString &suffix, bool isPlain)
 
 void LivingMemory::write(const SampleMemory &memory, const QString &path, int song)
 {
-    // A name with a letter that Latin-1 lacks is no title: '?' has no place in an order.
+    // A title made from a name that is not Latin-1 would have a '?', which has no place in the
+    // order.
     const bool isPlain = !path.contains(u'Я') && below(m_random, 6) == 0;
     memory.write(path, content(song, QFileInfo(path).suffix(), isPlain));
     memory.setDate(path, nextMoment());
@@ -233,7 +234,7 @@ QStringList LivingMemory::sentSongs() const
 
 void LivingMemory::dateSentSongs()
 {
-    look();
+    scan();
     for (auto song = m_songs.cbegin(); song != m_songs.cend(); ++song) {
         if (m_sent.contains(song.key()))
             m_card.setDate(song->mid(1), nextMoment());

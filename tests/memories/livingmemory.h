@@ -9,14 +9,14 @@
 
 #include <random>
 
-/// A number below \a end. The standard's own distributions differ between its libraries.
+/// A number from 0 to \a end - 1. The standard distributions differ between implementations.
 inline int below(std::mt19937 &random, qsizetype end)
 {
     return static_cast<int>(random() % static_cast<std::mt19937::result_type>(end));
 }
 
-/// The songs on a memory, and those on a disk that are sent to it. Each holds a number by which it
-/// is known whatever its name becomes.
+/// The songs on a memory, and those on a disk that are sent to it. Each contains a number that
+/// identifies it under any name.
 class LivingMemory
 {
 public:
@@ -27,31 +27,31 @@ public:
     /// The folder on the memory that songs are sent to.
     const QString &sendFolder() const { return m_sendFolder; }
 
-    /// By number: the paths of the songs on the memory, as look() has found them; they begin
-    /// with "/".
+    /// The paths of the songs on the memory by number, as found by scan(); they start with "/".
     const QMap<int, QString> &songs() const { return m_songs; }
-    /// The number of the song that \a bytes of "index.id2" name; PlaylistModel::lost when
-    /// there is none.
+    /// The number of the song whose path in "index.id2" is \a bytes; PlaylistModel::lost if there
+    /// is no such song.
     int songAt(const QByteArray &bytes) const
     {
         return m_byBytes.value(bytes, PlaylistModel::lost);
     }
-    /// Walks over the memory. Gives what is wrong: two files of one song, or half a song.
-    QString look();
+    /// Reads the memory. Describes what is wrong: two files of one song, or a truncated song.
+    QString scan();
 
-    // What the user does; each is said in words.
+    // Actions of the user; each returns its description.
     QString addSong();
     QString remove(int song);
     QString moveByHand(int song);
     QString giveTitle(int song);
-    /// Picks songs to be sent, new ones and such as were sent before; \a files are their paths.
+    /// Picks songs to send, new ones and ones that were sent before, and adds their paths to \a
+    /// files.
     QString pickSongs(QStringList &files);
-    /// All songs that were sent and stand where that has brought them.
+    /// The paths on the disk of all sent songs that are still where they were copied to.
     QStringList sentSongs() const;
-    /// Dates what was sent as a later copy: dates count whole seconds.
+    /// Gives sent songs a later date, because a date counts whole seconds.
     void dateSentSongs();
 
-    /// A set that a fresh build makes of the same songs; \a isBuilt: that went well.
+    /// The set of a new index of the same songs; \a isBuilt: true if that succeeded.
     PlayerSet freshSet(bool &isBuilt) const;
 
 private:

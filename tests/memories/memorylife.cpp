@@ -30,7 +30,8 @@ bool isPlain(const QByteArray &path)
                        [](char byte) { return byte >= ' ' && byte <= '~' && byte != '?'; });
 }
 
-/// Runs \a work in a process that ends at its step \a at below \a folder. False when it was cut.
+/// Runs \a work in a process that is killed at its step \a at below \a folder. Returns false if it
+/// was killed; otherwise \a result is the result of \a work.
 bool runCut(const QString &folder, int at, const std::function<bool()> &work, bool &result)
 {
     const pid_t child = ::fork();
@@ -55,8 +56,8 @@ MemoryLife::MemoryLife(unsigned seed) : m_random(seed), m_memory(m_random) {}
 QString MemoryLife::live()
 {
     for (int songs = 3 + below(m_random, 8); songs > 0; --songs)
-        say(m_memory.addSong());
-    m_memory.look();
+        note(m_memory.addSong());
+    m_memory.scan();
     run(Work::Update, false);
     for (int steps = 4 + below(m_random, 7); steps > 0 && m_problem.isEmpty(); --steps)
         step();
@@ -66,7 +67,7 @@ QString MemoryLife::live()
         checkReport();
     if (m_problem.isEmpty())
         checkSendingAgain();
-    return m_problem.isEmpty() ? QString() : m_words.join(u"\n  "_qs) + u"\n  => "_qs + m_problem;
+    return m_problem.isEmpty() ? QString() : m_history.join(u"\n  "_qs) + u"\n  => "_qs + m_problem;
 }
 
 void MemoryLife::step()
@@ -79,25 +80,25 @@ void MemoryLife::step()
     else if (choice < 8)
         run(Work::Send, true);
     else if (choice < 10)
-        say(m_memory.addSong());
+        note(m_memory.addSong());
     else if (choice < 11)
-        say(m_memory.giveTitle(anySong()));
+        note(m_memory.giveTitle(anySong()));
     else if (choice < 12)
-        say(m_memory.remove(anySong()));
+        note(m_memory.remove(anySong()));
     else if (choice == 12) {
         const int song = anySong();
         m_playlists.lose(song);
-        say(m_memory.moveByHand(song));
+        note(m_memory.moveByHand(song));
     } else if (choice < 16)
         editPlaylist();
     else if (choice == 16)
         writeStalePathFile();
     else
         damage();
-    m_memory.look();
+    m_memory.scan();
 }
 
-/// Any but the first one, which stays: a memory without songs has no index.
+/// Any song but the first one, which is kept: a memory without songs has no index.
 int MemoryLife::anySong()
 {
     const QList<int> songs = m_memory.songs().keys();
@@ -108,14 +109,14 @@ int MemoryLife::anySong()
 void MemoryLife::damage()
 {
     if (below(m_random, 4) == 0) {
-        say(damagePathFile(m_memory.root(), m_random).words);
+        note(damagePathFile(m_memory.root(), m_random).description);
         return;
     }
-    // What a run that was cut has staged is put in the place of a set with a file missing.
+    // If a file of the set is missing, the next run installs the files that a cut run has staged.
     const bool mayRemove = !m_memory.card().has(u".brisel2pc/swap"_qs);
     const QHash<QByteArray, quint32> before = certainIds(m_memory.root());
     const SetDamage done = damageSet(m_memory.root(), m_random, mayRemove);
-    say(done.words);
+    note(done.description);
     m_isDamaged = true;
     m_songs.areIdsLost = m_songs.areIdsLost || done.isOfIds;
     if (!done.isOfPath)
@@ -136,7 +137,7 @@ void MemoryLife::run(Work work, bool mayBeCut)
     const int answer = below(m_random, 4);
     const auto answers = static_cast<unsigned>(m_random());
     const int cut = mayBeCut && below(m_random, 3) == 0 ? 1 + below(m_random, 200) : 0;
-    // Only the set that stands there now says which ids are to be kept.
+    // The ids to keep are those of the present set.
     QHash<QByteArray, quint32> oldIds;
     const QStringList &names = IndexSet::names();
     const bool isWhole = std::all_of(names.cbegin(), names.cend(), [this](const QString &name) {
@@ -151,20 +152,20 @@ void MemoryLife::run(Work work, bool mayBeCut)
         isDone = runCut(m_memory.root(), cut, now, result);
     else
         result = now();
-    say(words + (isDone ? u""_qs : u", cut at step %1"_qs.arg(cut)));
-    const QString problem = m_memory.look();
+    note(words + (isDone ? u""_qs : u", cut at step %1"_qs.arg(cut)));
+    const QString problem = m_memory.scan();
     if (!problem.isEmpty())
         fail(problem);
     else if (isDone && !result)
-        fail(u"the run is false"_qs);
+        fail(u"the run failed"_qs);
     else if (isDone)
         check(oldIds);
     else
         m_memory.dateSentSongs();
 }
 
-/// \a answer is that to the question before a file is replaced, \a answers the seed of those before
-/// a name is shortened.
+/// \a answer: the answer to the question before a file is replaced. \a answers: the seed of the
+/// answers before a name is shortened.
 bool MemoryLife::runNow(Work work, const QStringList &files, int answer, unsigned answers)
 {
     bool isCopied = true;
@@ -246,12 +247,12 @@ void MemoryLife::checkPlaylists(const PlayerSet &set, const PlayerSet &fresh)
     }
 }
 
-/// The program's own check finds dead entries, and nothing else.
+/// The program's own check must find the dead entries and nothing else.
 void MemoryLife::checkReport()
 {
     MemoryCheck check;
     if (!check.run(m_memory.root()))
-        fail(u"the check came to no end"_qs);
+        fail(u"the check did not finish"_qs);
     else if (check.hasDamage() || check.findings().size() != m_deadEntries)
         fail(u"%1 dead entries, and the check finds\n    "_qs.arg(m_deadEntries) +
              check.findings().join(u"\n    "_qs));
@@ -261,10 +262,10 @@ void MemoryLife::checkSendingAgain()
 {
     const QStringList files = m_memory.sentSongs();
     const auto before = m_memory.songs();
-    say(u"send all again"_qs);
+    note(u"send all again"_qs);
     if (!runNow(Work::Send, files, NoCopyrightDialog::YesToAll, 1))
-        return fail(u"the run is false"_qs);
-    const QString problem = m_memory.look();
+        return fail(u"the run failed"_qs);
+    const QString problem = m_memory.scan();
     if (!problem.isEmpty())
         return fail(problem);
     if (m_memory.songs().keys() != before.keys())
@@ -272,7 +273,7 @@ void MemoryLife::checkSendingAgain()
     check({});
 }
 
-/// The user changes a playlist on the player, or makes one. The player knows the songs by the set.
+/// The user changes or makes a playlist on the player, which knows the songs from the set.
 void MemoryLife::editPlaylist()
 {
     constexpr int most = 3;
@@ -290,7 +291,7 @@ void MemoryLife::editPlaylist()
                                    : m_memory.card().read(u"playlist/playlist.dat"_qs)) +
                                   field(QByteArray(1, static_cast<char>(number)), 32));
     }
-    // A song that is not where the set says can't be played, and is not kept.
+    // A song that is not at the path in the set can't be played, and is not kept.
     const auto isPlayed = [&](quint32 id) {
         return m_memory.songAt(set.paths().value(id)) != PlaylistModel::lost;
     };
@@ -318,10 +319,10 @@ void MemoryLife::editPlaylist()
         entries.append({song, entry.title});
     }
     m_playlists.fill(number, entries);
-    say(u"fill playlist %1 with %2"_qs.arg(QString::number(number), songs.join(u' ')));
+    note(u"fill playlist %1 with %2"_qs.arg(QString::number(number), songs.join(u' ')));
 }
 
-/// A path file of other songs, as an older state of the playlist has left it.
+/// Writes a path file with other songs, as an older state of the playlist leaves it.
 void MemoryLife::writeStalePathFile()
 {
     if (m_playlists.numbers().isEmpty())
@@ -336,12 +337,12 @@ void MemoryLife::writeStalePathFile()
     if (QFileInfo(m_memory.card().path(name)).isDir())
         return;
     m_memory.card().write(name, paths);
-    say(u"stale path file of playlist %1"_qs.arg(number));
+    note(u"stale path file of playlist %1"_qs.arg(number));
 }
 
-void MemoryLife::say(const QString &words)
+void MemoryLife::note(const QString &action)
 {
-    m_words.append(words);
+    m_history.append(action);
 }
 
 void MemoryLife::fail(const QString &problem)

@@ -6,15 +6,15 @@
 
 #include <functional>
 
-/// The life of one memory: what its user, its player and the program do to it in some order, with
-/// damage and cuts, and what has to hold after each run that came to its end.
+/// The life of one memory: actions of its user, its player and the program in random order, with
+/// damage and cuts, and the checks after each run that finished.
 class MemoryLife
 {
 public:
-    /// All of it follows from \a seed.
+    /// \a seed determines everything that happens.
     explicit MemoryLife(unsigned seed);
 
-    /// Lives it. Gives what went wrong, after all that was done; empty when nothing did.
+    /// Runs the whole life. Returns all actions and what went wrong; empty if nothing did.
     QString live();
 
 private:
@@ -32,15 +32,15 @@ private:
     void editPlaylist();
     void writeStalePathFile();
     int anySong();
-    void say(const QString &words);
+    void note(const QString &action);
     void fail(const QString &problem);
 
     std::mt19937 m_random;
     LivingMemory m_memory;
     PlaylistModel m_playlists;
-    PlaylistModel::Songs m_songs; ///< what damage leaves of them
+    PlaylistModel::Songs m_songs; ///< what is still known of them after damage
     bool m_isDamaged = false;
     int m_deadEntries = 0;
-    QStringList m_words;
+    QStringList m_history;
     QString m_problem;
 };

@@ -49,7 +49,7 @@ QByteArray pathOf(const QByteArray &record)
     return upToZero(record, 4, 46);
 }
 
-/// In how many of the lists of all songs each id stands.
+/// The number of lists of all songs that contain each id.
 QHash<quint32, int> listedIds(const QString &root)
 {
     QHash<quint32, int> lists;

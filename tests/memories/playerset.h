@@ -6,23 +6,23 @@
 #include <QString>
 #include <QStringList>
 
-/// The index set of a memory as the player reads it, by code that shares nothing with the program.
-/// See docs/formats/player-index.md.
+/// Reads the index set of a memory as the player does; shares no code with the program. See
+/// docs/formats/player-index.md.
 class PlayerSet
 {
 public:
     /// Reads the fifteen files in the folder \a root.
     explicit PlayerSet(const QString &root);
 
-    /// The first fault of the set; empty when all files belong together.
+    /// The first fault of the set; empty if all files belong together.
     const QString &problem() const { return m_problem; }
-    /// All that the set says, line by line, with paths in the place of ids and record numbers:
-    /// equal for two sets that differ in numbers only.
+    /// The content of the set, line by line, with paths instead of ids and record numbers: equal
+    /// for two sets that differ in numbers only.
     const QStringList &lines() const { return m_lines; }
 
-    /// By id: paths below the root, in code page "IBM 850".
+    /// Paths below the root in code page "IBM 850", by id.
     const QHash<quint32, QByteArray> &paths() const { return m_paths; }
-    /// By id: the records of "title.id2", 64 bytes.
+    /// The records of "title.id2", 64 bytes each, by id.
     const QHash<quint32, QByteArray> &records() const { return m_records; }
 
 private:
@@ -54,8 +54,8 @@ struct PlaylistEntry {
 /// The records of the playlist file \a path.
 QList<PlaylistEntry> playlistEntries(const QString &path);
 
-/// What "index.id2" in \a root says for certain, whatever state the set is in: the ids that it
-/// gives once, to a path that it holds once, and that stand in their order or in two of the lists.
+/// The certain ids of "index.id2" in \a root, in any state of the set: ids that occur once, with a
+/// path that occurs once, and that are in the right order or in two of the lists.
 QHash<QByteArray, quint32> certainIds(const QString &root);
 
 /// \a path in code page "IBM 850" as far as the names of these tests need it.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-/// Finds the entries of a model in what a playlist plays.
+/// Matches the entries of a model with what a playlist plays.
 class PlaylistModel::Match
 {
 public:
@@ -11,8 +11,8 @@ public:
     {
     }
 
-    /// True when \a now begins with the entries of the model, in their order, and what follows are
-    /// songs of the playlist. The entries met so are then in found().
+    /// True if what plays now starts with the entries of the model, in order, and continues with
+    /// songs of the playlist only. found() then returns the matched entries.
     bool run() { return follow(0, 0); }
     QList<Entry> found() const
     {
@@ -70,7 +70,7 @@ private:
     const QList<Entry> &m_model;
     const QList<Played> &m_now;
     const Songs &m_songs;
-    QList<Entry> m_found; ///< the last one first
+    QList<Entry> m_found; ///< in reverse order
     QSet<std::pair<qsizetype, qsizetype>> m_failed;
 };
 

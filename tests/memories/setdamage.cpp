@@ -31,7 +31,8 @@ enum Kind {
     Kinds
 };
 
-/// The first of some bytes of two records, which the second gets or both exchange.
+/// Copies \a size bytes at \a pos of one record to another, or exchanges them. Returns the numbers
+/// of the records; empty if there are no two different ones.
 QString copyField(QByteArray &content, std::mt19937 &random, int pos, int size, bool areSwapped)
 {
     const auto records = content.size() / recordBytes;
@@ -39,7 +40,7 @@ QString copyField(QByteArray &content, std::mt19937 &random, int pos, int size, 
         return {};
     const qsizetype one = below(random, records);
     const qsizetype other = (one + 1 + below(random, records - 1)) % records;
-    // Songs that say the same can't be distinguished.
+    // Songs with the same content can't be distinguished.
     if (areSwapped && content.mid(one * recordBytes + size, recordBytes - size) ==
                           content.mid(other * recordBytes + size, recordBytes - size))
         return {};
@@ -51,7 +52,8 @@ QString copyField(QByteArray &content, std::mt19937 &random, int pos, int size, 
     return u" %1 %2"_qs.arg(one).arg(other);
 }
 
-/// The name of an artist or genre stands nowhere else: nothing shows that it was another one.
+/// True if \a pos is in the name of an artist or genre, which is stored only there: a change can't
+/// be detected.
 bool isGroupName(const QByteArray &content, int pos)
 {
     const QByteArray record = content.mid(pos - pos % recordBytes, recordBytes);
@@ -59,7 +61,8 @@ bool isGroupName(const QByteArray &content, int pos)
            pos % recordBytes < 62;
 }
 
-/// Changes \a content, which then takes the place of the file. Empty: that can't be done to it.
+/// Changes \a content, the new content of the file. Returns a description; empty if it can't be
+/// changed in this way.
 QString change(QByteArray &content, Kind kind, std::mt19937 &random)
 {
     const qsizetype size = content.size();
@@ -102,7 +105,7 @@ QString change(QByteArray &content, Kind kind, std::mt19937 &random)
     }
 }
 
-/// Puts something else in the place of the file.
+/// Replaces the file by something that is not a file, or removes it.
 QString replace(const QString &path, Kind kind)
 {
     QFile::remove(path);
@@ -133,7 +136,7 @@ bool suits(Kind kind, const QString &name)
 
 SetDamage damageSet(const QString &root, std::mt19937 &random, bool mayRemove)
 {
-    // Every third damage is to the paths, which are the hardest to do without.
+    // A third of the damage is to the paths, the most important file.
     const QString name = setNames.at(below(random, 3) == 0 ? 0 : below(random, setNames.size()));
     const QString path = root + u'/' + name;
     Kind kind = Emptied;
@@ -145,10 +148,10 @@ SetDamage damageSet(const QString &root, std::mt19937 &random, bool mayRemove)
         return {u"no damage"_qs};
     QByteArray content = fileContent(path);
     const QByteArray before = content;
-    const QString words = kind >= Removed ? replace(path, kind) : change(content, kind, random);
+    const QString description = kind >= Removed ? replace(path, kind) : change(content, kind, random);
     if (kind < Removed && content != before)
         makeFile(path, content);
-    damage.words = u"damage %1: %2"_qs.arg(name, words);
+    damage.description = u"damage %1: %2"_qs.arg(name, description);
     damage.isOfIds = name == u"index.id2";
     if (damage.isOfIds && kind == OneByte) {
         const auto pos =
@@ -170,7 +173,7 @@ SetDamage damagePathFile(const QString &root, std::mt19937 &random)
     if (below(random, 8) == 0)
         return {u"damage %1: %2"_qs.arg(name, replace(path, below(random, 2) ? Removed : Folder))};
     QByteArray content = fileContent(path);
-    const QString words = change(content, kind, random);
+    const QString description = change(content, kind, random);
     makeFile(path, content);
-    return {u"damage %1: %2"_qs.arg(name, words)};
+    return {u"damage %1: %2"_qs.arg(name, description)};
 }

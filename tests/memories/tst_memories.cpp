@@ -3,13 +3,13 @@
 
 #include <QTest>
 
-/// After any life a memory has a set that is right, and playlists that play what they should.
+/// After any life a memory has a correct set, and playlists that play what they should.
 class TestMemories : public QObject
 {
     Q_OBJECT
 
 private slots:
-    /// Thousands of runs log thousands of lines that nobody reads.
+    /// Suppresses the many log lines of thousands of runs.
     void initTestCase()
     {
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
@@ -18,7 +18,7 @@ private slots:
     void staysRight();
 };
 
-/// A row is a memory of its own: one alone is run by its name, `staysRight:17`.
+/// Each row is one memory; `staysRight:17` runs the row 17 alone.
 void TestMemories::staysRight_data()
 {
 #ifdef BRISEL_SANITIZE

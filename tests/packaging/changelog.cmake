@@ -1,5 +1,5 @@
-# Converts a list of changes as the installation does and compares what comes of it; with CASE, one
-# that must be refused.
+# Converts a list of changes as the installation does and compares the results; with CASE, converts
+# a list that must be refused.
 
 cmake_minimum_required(VERSION 3.25)
 include(${TREE}/packaging/changelog.cmake)

@@ -1,5 +1,5 @@
-# Installs BUILD for the prefix /usr below the folder ROOT and looks at every file there. READELF
-# and the script HARDENING, where given, look at the program.
+# Installs BUILD for the prefix /usr below the folder ROOT and checks every file there. READELF and
+# the script HARDENING, if given, check the program.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -31,7 +31,7 @@ foreach(file IN LISTS expected)
 endforeach()
 foreach(file IN LISTS installed)
   if(NOT file IN_LIST expected)
-    message(SEND_ERROR "${file} is installed, and nobody asked for it")
+    message(SEND_ERROR "${file} is installed, but not expected")
   endif()
 endforeach()
 
@@ -53,7 +53,7 @@ expect_in(share/metainfo/example.kordia.brisel2pc.metainfo.xml
 expect_in(share/icons/hicolor/scalable/apps/brisel2pc.svg "<svg ")
 expect_in(share/doc/brisel2pc/copyright "^Format: ")
 
-# A PNG tells its width and height right behind its first chunk's name.
+# A PNG has its width and height directly after its first chunk's name.
 foreach(size IN LISTS sizes)
   file(READ ${ROOT}/usr/share/icons/hicolor/${size}x${size}/apps/brisel2pc.png head LIMIT 24 HEX)
   math(EXPR hex "${size}" OUTPUT_FORMAT HEXADECIMAL)
@@ -77,7 +77,7 @@ expect_packed(share/doc/brisel2pc/changelog.gz "^brisel2pc \\(${VERSION}\\) ")
 expect_packed(share/man/man1/brisel2pc.1.gz "^\\.TH BRISEL2PC 1 .*Brisel2 PC ${VERSION}")
 expect_packed(share/man/it/man1/brisel2pc.1.gz "^\\.TH BRISEL2PC 1 .*Brisel2 PC ${VERSION}")
 
-# Programs can be started, everything else is only read, by everybody.
+# All users can run programs and read everything else.
 execute_process(COMMAND find ${ROOT}/usr -type f -perm -o=x -printf "%P "
   OUTPUT_VARIABLE programs COMMAND_ERROR_IS_FATAL ANY)
 if(NOT programs STREQUAL "bin/brisel2pc ")

@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-/// The types of songs, as an installation tells the desktop: XDG_DATA_DIRS names its folder.
+/// The song types that an installation declares to the desktop: XDG_DATA_DIRS names its folder.
 class TestSongTypes : public QObject
 {
     Q_OBJECT

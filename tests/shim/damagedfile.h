@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-/// While it lives a file can't be read from an offset on. One at a time.
+/// While it exists a file can't be read from an offset on. Only one may exist at a time.
 class DamagedFile
 {
 public:

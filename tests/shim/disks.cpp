@@ -9,7 +9,7 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 
-// The system is called directly, as in shim.cpp.
+// Makes system calls directly, like shim.cpp.
 
 namespace
 {

@@ -1,9 +1,9 @@
 #pragma once
 
-// What disks.cpp, the part of the shim that plays other kinds of disks, needs of shim.cpp.
+// Functions of shim.cpp for disks.cpp, the part of the shim that simulates other kinds of disks.
 
-/// Counts the flush of what is open as \a handle, where flushes are steps; -1 when it fails, with
-/// errno set.
+/// Counts the flush of the file \a handle as a step, if flushes are steps. Returns -1 with errno
+/// set if the step fails, otherwise 0.
 int flushStep(const char *step, int handle);
-/// True when what is open as \a handle lies below the watched folder.
+/// True if the file or folder \a handle is below the watched folder.
 bool isWatched(int handle);

@@ -11,14 +11,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// Runs of an index that are cut, or meet a disk that fails.
+/// Index runs that are cut, or whose disk fails.
 
 using Run = std::function<bool(Index &, const QString &)>;
 
 inline constexpr int killed = -1;
 
-/// Runs \a run in a process of its own whose step \a number goes wrong. Gives killed, or 0 or 1 for
-/// the run's result; \a reached says whether the step came.
+/// Runs \a run in a separate process whose step \a number goes wrong. Returns killed, or the run's
+/// result as 0 or 1; \a reached: whether the step was reached.
 inline int runWithFault(const SampleMemory &memory, const Run &run, int number, Shim::Action fault,
                         bool &reached)
 {

@@ -8,12 +8,12 @@
 #include <dirent.h>
 #include <dlfcn.h>
 
-// The C library's own calls are looked up: a listing has no system call of its own.
+// Uses the C library's own functions: no single system call lists a folder.
 
 namespace
 {
 
-char damagedFolder[pathSize]; ///< that can't be listed to its end; empty for none
+char damagedFolder[pathSize]; ///< can't be listed to its end; empty if no folder is damaged
 bool isRefused = false;
 int entriesLeft = 0;
 

@@ -11,8 +11,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// The system is called directly: what the C library has under these names is this file. For
-// folders the C library's own call is looked up.
+// Makes system calls directly, because this file replaces the C library's functions of these names.
+// For folders it uses the C library's own function.
 
 namespace
 {

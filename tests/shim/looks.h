@@ -1,21 +1,21 @@
 #pragma once
 
-/// Counts what a program asks the system about the files below one folder. Linked to a test, it
-/// stands between the program and the C library, so that the product needs no hook.
+/// Counts a program's system calls for the files below one folder. Linked to a test, it intercepts
+/// calls of the C library, so the product needs no hooks.
 namespace Looks
 {
 
 struct Counts {
     long opened = 0;
-    long asked = 0; ///< for a file's kind, size or dates
+    long asked = 0; ///< calls for a file's kind, size or dates
     long reads = 0;
-    long bytes = 0;  ///< that were read
-    long listed = 0; ///< folders whose names were asked for
+    long bytes = 0;  ///< bytes that were read
+    long listed = 0; ///< folders that were listed
 };
 
-/// Counts from 0 what concerns \a folder and what is below it, an absolute path.
+/// Starts counting from 0 for \a folder, an absolute path, and everything below it.
 void start(const char *folder);
-/// Ends it. What was counted.
+/// Stops counting and returns the counts.
 Counts stop();
 
 } // namespace Looks

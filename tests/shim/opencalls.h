@@ -1,8 +1,7 @@
 #pragma once
 
-// The C library's ways of opening a file, for a library that stands in front of it: all of them
-// lead to the includer's own openAt(base, path, flags, mode), which is written before this is
-// included.
+// The C library's functions that open a file, for a library that intercepts them. They all call
+// openAt(base, path, flags, mode), which the including file must define before.
 
 #include <cstdarg>
 

@@ -10,12 +10,12 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// The system is called directly, as in shim.cpp.
+// Makes system calls directly, like shim.cpp.
 
 namespace
 {
 
-char damaged[pathSize]; ///< the file that can't be read whole; empty for none
+char damaged[pathSize]; ///< the file that can't be read whole; empty if there is no such file
 long long damagedFrom = 0;
 Shim::ReadFailure damage = Shim::BadSector;
 

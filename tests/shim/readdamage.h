@@ -8,11 +8,11 @@
 
 constexpr size_t pathSize = 4096;
 
-/// What /proc says of a file or folder that is open. \a path has room for pathSize bytes.
+/// The path of an open file or folder, from /proc. \a path has room for pathSize bytes.
 bool pathOf(int handle, char *path);
 
-/// How many of \a size bytes from \a pos on can be read; -1 when that fails, with errno set.
+/// How many of \a size bytes from \a pos on can be read; -1 with errno set if reading fails.
 ssize_t readable(int handle, long long pos, size_t size);
 
-/// Where a call with \a offset, which may be none, begins to read.
+/// The position at which a call starts to read: \a offset, or if null the file's own position.
 long long readPosition(int handle, const off64_t *offset);

@@ -18,7 +18,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// The system is called directly: what the C library has under these names is this file.
+// Makes system calls directly, because this file replaces the C library's functions of these names.
 
 namespace
 {
@@ -27,7 +27,7 @@ int wanted = 0;
 Shim::Action wantedAction = Shim::Kill;
 bool refusesReplacing = false;
 int ownCount = 0;
-int *counted = &ownCount; ///< shared with the test when preloaded: a kill must not take it along
+int *counted = &ownCount; ///< if preloaded, in memory shared with the test, to survive a kill
 long long readBytes = 0;
 int flushCount = 0;
 long flushTime = 0; ///< milliseconds
@@ -38,7 +38,7 @@ long flushTime = 0; ///< milliseconds
     ::_exit(1);
 }
 
-/// Counts one step; true when it fails, with errno set. \a takesRoom: a full disk refuses it.
+/// Counts one step. Returns true with errno set if it fails. \a takesRoom: a full disk refuses it.
 bool fails(const char *step, const Watched &file, bool takesRoom)
 {
     ++*counted;
@@ -80,7 +80,7 @@ int openAt(int base, const char *path, int flags, mode_t mode)
     return static_cast<int>(::syscall(SYS_openat, base, path, flags, mode));
 }
 
-/// A write of \a size bytes that \a write carries out for the number of bytes that it is given.
+/// Counts a write of \a size bytes; \a write performs it for the number of bytes that it is given.
 template <typename Write>
 ssize_t writeCounted(int handle, size_t size, Write write)
 {
@@ -95,7 +95,7 @@ ssize_t writeCounted(int handle, size_t size, Write write)
     return write(isShort ? size / 2 : size);
 }
 
-/// A read of \a size bytes that \a read carries out for the number of bytes that it is given.
+/// Counts a read of \a size bytes; \a read performs it for the number of bytes that it is given.
 template <typename Read>
 ssize_t readCounted(int handle, long long pos, size_t size, Read read)
 {
@@ -106,7 +106,7 @@ ssize_t readCounted(int handle, long long pos, size_t size, Read read)
     return count;
 }
 
-/// A copy between files, which is a write of its target.
+/// Counts a copy between files as a write of the target.
 template <typename Copy>
 ssize_t copyCounted(int in, const off64_t *inOffset, int out, size_t size, Copy copy)
 {
@@ -122,7 +122,7 @@ int changeCounted(const char *step, const Watched &file, bool takesRoom, long (*
     return file && fails(step, file, takesRoom) ? -1 : static_cast<int>(call(arguments));
 }
 
-/// As changeCounted() with a lambda.
+/// changeCounted() for a lambda.
 template <typename Call>
 int change(const char *step, const Watched &file, bool takesRoom, Call call)
 {
@@ -152,7 +152,7 @@ Shim::Action actionNamed(const char *name)
     return Shim::Kill;
 }
 
-/// Before main, for a program that it is preloaded into.
+/// Runs before main() in a program into which the shim is preloaded.
 [[gnu::constructor]] void armByEnvironment()
 {
     const char *watched = std::getenv("BRISEL_SHIM_FOLDER");
@@ -220,7 +220,7 @@ int flushStep(const char *step, int handle)
         const timespec time{flushTime / 1000, flushTime % 1000 * 1000000};
         ::nanosleep(&time, nullptr);
     }
-    // A cut before a flush is the same as one before the step that follows it.
+    // A cut before a flush is equivalent to one before the next step.
     const bool isStep = wantedAction == Shim::IoError || isTracing();
     return isStep ? change(step, file, false, [] { return 0L; }) : 0;
 }

@@ -15,12 +15,12 @@ namespace
 {
 
 constexpr int audioSize = 5000000;
-/// The first bytes tell the format, and those of a tag its size: they may be read again.
+/// The first bytes show the format and the size of a tag: they may be read twice.
 constexpr int headSize = 16;
-/// By the first bytes of the audio a save knows the song again.
+/// A save recognises the song by the first bytes of its audio.
 constexpr int audioHead = 4096;
 
-/// The bytes that are read from the working folder while \a read runs.
+/// The number of bytes read below the working folder while \a read runs.
 template <typename Read>
 qint64 bytesReadBy(Read read)
 {

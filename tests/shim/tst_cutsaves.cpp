@@ -22,7 +22,7 @@ namespace
 
 using Files = QMap<QString, QByteArray>;
 
-/// All files below \a folder by their paths in it.
+/// All files below \a folder by their relative paths.
 Files filesOf(const QString &folder)
 {
     Files files;
@@ -45,20 +45,20 @@ QByteArray mp3Song(const char *title)
     return Samples::tag(Samples::frame("TIT2", title)) + Samples::audio(250000);
 }
 
-/// What the worker is told to do, in a folder of its own that holds some files before.
+/// What the worker is asked to do, in a folder that holds some files before.
 struct Job {
-    QStringList arguments; ///< "%1" stands for the folder
+    QStringList arguments; ///< "%1" is replaced by the folder
     Files before;
     bool saysMessage = false; ///< a failure is logged as a message of the song file
     bool replaces = true;     ///< the system can rename a file to the name of another one
     QString otherName = {};   ///< a second name of the song, as a hard link
-    bool isOnFat = false;     ///< the disk says so
+    bool isOnFat = false;     ///< the disk appears to be FAT
 };
 
 struct Outcome {
     bool killed = false;
     bool saidTrue = false;
-    bool diskStaysFull = false; ///< what was begun can't even be undone
+    bool diskStaysFull = false; ///< there is no room to undo the change
     int steps = 0;
     QByteArray log;
     QList<QByteArray> trace; ///< a line for each step
@@ -77,7 +77,7 @@ void makeFiles(const QString &folder, const Job &job)
         qFatal("can't link %s", qPrintable(other));
 }
 
-/// Runs the worker on \a folder until its end.
+/// Runs the worker on \a folder and waits for its end.
 Outcome runWorker(const Job &job, const QString &folder, QProcessEnvironment environment)
 {
     environment.insert(u"XDG_CONFIG_HOME"_s, folder);
@@ -100,7 +100,7 @@ Outcome runWorker(const Job &job, const QString &folder, QProcessEnvironment env
     return outcome;
 }
 
-/// Runs \a job from its start; step \a number meets \a action.
+/// Runs \a job; its step \a number goes wrong by \a action.
 Outcome run(const Job &job, int number, const char *action)
 {
     const QTemporaryDir home;
@@ -128,8 +128,8 @@ Outcome run(const Job &job, int number, const char *action)
     return outcome;
 }
 
-/// Runs \a job on a disk that has room for \a room more bytes; where none can be mounted, with
-/// files that can't grow beyond as many.
+/// Runs \a job on a disk that has room for \a room more bytes; if no disk can be mounted, with
+/// files that can't grow beyond \a room bytes.
 Outcome runInRoom(const Job &job, qint64 room)
 {
     constexpr qint64 diskSize = 4 << 20;
@@ -161,7 +161,7 @@ QByteArray stepOf(const QByteArray &line)
     return line.left(line.indexOf(' '));
 }
 
-/// Whether \a action does to such a step what no other action does.
+/// True if \a action has an effect on such a step that differs from other actions.
 bool concerns(const QByteArray &action, const QByteArray &step)
 {
     if (action == "torn" || action == "short")
@@ -170,15 +170,15 @@ bool concerns(const QByteArray &action, const QByteArray &step)
            step == "link";
 }
 
-/// Names that no player and no import takes for a song.
+/// True for names that neither the player nor an import takes for a song.
 bool isLeftOver(const QString &name)
 {
     static const QRegularExpression temporary(u"\\.(tmp|TMP)\\z|\\.[A-Za-z]{6}\\z|\\.lock\\z"_s);
     return temporary.match(name).hasMatch();
 }
 
-/// What is wrong in the folder after \a outcome; empty when nothing is. \a after: the files after
-/// a run without a fault. \a step is the one that went wrong.
+/// Describes what is wrong in the folder after \a outcome; empty if nothing is. \a after: the files
+/// after a run without a fault. \a step: the step that went wrong.
 QString problemOf(const Job &job, const Outcome &outcome, const Files &after,
                   const QByteArray &step)
 {
@@ -191,7 +191,7 @@ QString problemOf(const Job &job, const Outcome &outcome, const Files &after,
         const QByteArray content = left.take(name);
         const bool isOld = isThere == job.before.contains(name) && content == job.before[name];
         const bool isNew = isThere == after.contains(name) && content == after[name];
-        // All that is left of the song, and whole: the new one, or of a linked one the old one.
+        // Another whole copy of the song: the new one, or the old one if the song is linked.
         QString spare = isThere || job.replaces ? QString() : left.key(after[name]);
         if (!job.otherName.isEmpty() && (outcome.killed || outcome.diskStaysFull))
             spare = left.key(job.before[name]);
@@ -207,7 +207,7 @@ QString problemOf(const Job &job, const Outcome &outcome, const Files &after,
         if (!(outcome.killed || step == "unlink") || !isLeftOver(file.key()))
             return u"left behind: "_s + file.key();
     }
-    // That the finished file can't take the song's place has never had a message.
+    // A failed rename of the finished file to the song's name has no message.
     const bool isQuiet = step == "rename" || step == "unlink";
     if (!outcome.killed && !outcome.saidTrue && job.saysMessage && !isQuiet &&
         !outcome.log.contains("[MetaSong::saveToFile] Impossible to "))
@@ -220,7 +220,7 @@ Files songFolder(const QString &name, const QByteArray &content)
     return {{name, content}, {u"other.mid"_s, midiSong("Other")}};
 }
 
-/// A memory with an index, and an old list of its songs.
+/// A memory with an index and an old list of its songs.
 Files memoryWithList()
 {
     const SampleMemory memory;
@@ -235,7 +235,8 @@ Files memoryWithList()
 
 } // namespace
 
-/// The program's savings, each cut or failed at every step: the old or the new content is there.
+/// Everything that the program saves, cut or failed at every step: the old or the new content is
+/// there.
 class TestCutSaves : public QObject
 {
     Q_OBJECT
@@ -246,8 +247,8 @@ private slots:
     void survivesEveryStep();
     void survivesAFullDisk_data();
     void survivesAFullDisk();
-    void flushesBeforeTakingTheName_data();
-    void flushesBeforeTakingTheName();
+    void flushesBeforeTheRename_data();
+    void flushesBeforeTheRename();
 
 private:
     QMap<QString, Job> m_jobs;
@@ -373,16 +374,16 @@ void TestCutSaves::survivesAFullDisk()
                 refused);
 }
 
-void TestCutSaves::flushesBeforeTakingTheName_data()
+void TestCutSaves::flushesBeforeTheRename_data()
 {
     QTest::addColumn<QString>("job");
     for (const char *job : {"MIDI", "container", "MP3", "copy", "lot of songs", "list", "index"})
         QTest::addRow("%s", job) << QString::fromLatin1(job);
 }
 
-/// A memory has no journal: what takes a song's name must have reached the disk before, and the
-/// name must reach it before the program goes on.
-void TestCutSaves::flushesBeforeTakingTheName()
+/// A memory has no journal: a new file must have reached the disk before it gets a song's name, and
+/// the name must reach the disk before the program continues.
+void TestCutSaves::flushesBeforeTheRename()
 {
     QFETCH(QString, job);
     const Job index{{u"index"_s, u"%1"_s}, songFolder(u"deep/A long name.mid"_s, midiSong("Old"))};
@@ -393,8 +394,8 @@ void TestCutSaves::flushesBeforeTakingTheName()
     for (const QByteArray &line : whole.trace) {
         const QByteArray step = stepOf(line);
         const QByteArray path = line.mid(step.size() + 1).replace(" (deleted)", "");
-        // A run's own mark need not outlive it, and a given name that is lost is looked for by what
-        // the file holds.
+        // A run's mark need not outlive it, and a lost given name is found by the content of the
+        // file.
         const bool isNote = path.endsWith("/.brisel2pc/mark") || path.endsWith("/.brisel2pc/names");
         if ((step == "write" || step == "truncate") && !isNote)
             dirty.insert(path);

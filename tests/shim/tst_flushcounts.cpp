@@ -29,12 +29,12 @@ int flushesSince()
 constexpr int manySongs = 1000;
 constexpr int flushTime = 30; ///< milliseconds on a slow stick
 
-/// The same song for each name.
+/// Writes the same song under each name.
 const QByteArray anySong = smallMidi("Title");
 
 } // namespace
 
-/// How often a run makes the disk wait: on a slow stick each time takes 30 ms.
+/// How often a run flushes: on a slow stick each flush takes 30 ms.
 class TestFlushCounts : public QObject
 {
     Q_OBJECT

@@ -24,13 +24,14 @@ bool update(Index &index, const QString &root)
 
 } // namespace
 
-/// No cut and no failure leaves files that don't belong together, and the next run mends all.
+/// No cut and no failure leaves files that don't belong together, and the next run repairs
+/// everything.
 class TestIndexCuts : public QObject
 {
     Q_OBJECT
 
 private slots:
-    /// Thousands of runs log thousands of lines that nobody reads.
+    /// Suppresses the many log lines of thousands of runs.
     void initTestCase()
     {
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
@@ -38,11 +39,11 @@ private slots:
     void survivesFaultAtEveryStep_data();
     void survivesFaultAtEveryStep();
     void finishesSwapThatWasCut();
-    void trustsNoMarkThatIsCutShort();
+    void ignoresTruncatedMarks();
     void leavesChangedPlaylistsAlone();
     void ignoresForgedMarks();
     void refusesMarksOfAbsurdSize();
-    void takesAwayAFileInPlaceOfTheWorkFolder();
+    void removesAFileInPlaceOfTheWorkFolder();
     void survivesCutOfRecovery();
 };
 
@@ -78,7 +79,7 @@ void TestIndexCuts::survivesFaultAtEveryStep()
         const QString where = u"step %1"_qs.arg(number);
         const auto set = setOf(memory);
         const bool isComplete = set.size() == IndexSet::names().size();
-        // The old set names a song that is gone; the new one must be sound in itself.
+        // The old set names a song that is gone; the new set must be consistent.
         if (isComplete && set != before)
             QVERIFY2(SetReader(memory).problem().isEmpty(), qPrintable(where));
         if (result == 1)
@@ -88,7 +89,7 @@ void TestIndexCuts::survivesFaultAtEveryStep()
         checkRepaired(memory, before);
         QVERIFY2(!QTest::currentTestFailed(), qPrintable(where));
     }
-    // Once all is staged and the old set gone, a full memory needs no room for a second copy.
+    // When everything is staged and the old set removed, no room for a second copy is needed.
     if (fault == Shim::NoSpace)
         QVERIFY2(overcome > 10, qPrintable(QString::number(overcome)));
     QVERIFY2(number > fewestSteps, qPrintable(QString::number(number)));
@@ -97,7 +98,7 @@ void TestIndexCuts::survivesFaultAtEveryStep()
 
 void TestIndexCuts::finishesSwapThatWasCut()
 {
-    // Found by trying: the steps at which the old set is gone and the mark stands.
+    // Tries all steps to find those at which the old set is gone and the mark exists.
     int finished = 0;
     bool reached = true;
     for (int number = 1; reached; ++number) {
@@ -119,7 +120,7 @@ void TestIndexCuts::finishesSwapThatWasCut()
     QVERIFY2(finished > 20, qPrintable(QString::number(finished)));
 }
 
-void TestIndexCuts::trustsNoMarkThatIsCutShort()
+void TestIndexCuts::ignoresTruncatedMarks()
 {
     const QString mark = u".brisel2pc/swap"_qs;
     for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
@@ -146,8 +147,8 @@ void TestIndexCuts::trustsNoMarkThatIsCutShort()
 
 void TestIndexCuts::leavesChangedPlaylistsAlone()
 {
-    // Cut just before the swap, or just after it: the player had a whole set, and its user has
-    // changed the playlist since.
+    // Cut just before or after the swap: the player had a whole set, and its user has changed the
+    // playlist since then.
     int oldSets = 0;
     int newSets = 0;
     bool reached = true;
@@ -191,7 +192,7 @@ void TestIndexCuts::ignoresForgedMarks()
         QCOMPARE(setOf(memory), before);
         QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
     }
-    // A link in place of the work folder leads to somebody else's files.
+    // A link instead of the work folder leads to files of another program.
     const QTemporaryDir other;
     QVERIFY(QFile::link(other.path(), memory.path(u".brisel2pc"_qs)));
     QVERIFY(Index().updateIndex(memory.root()));
@@ -220,7 +221,7 @@ void TestIndexCuts::refusesMarksOfAbsurdSize()
     }
 }
 
-void TestIndexCuts::takesAwayAFileInPlaceOfTheWorkFolder()
+void TestIndexCuts::removesAFileInPlaceOfTheWorkFolder()
 {
     const SampleMemory memory;
     copyChangedMemory(memory);

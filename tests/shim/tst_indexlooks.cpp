@@ -11,12 +11,12 @@ namespace
 {
 
 constexpr int folders = 10;
-constexpr int headSize = 3072; ///< bytes of a song that are looked at
-/// A run asks for the set's own files and folders, too, however many songs there are.
+constexpr int headSize = 3072; ///< bytes of a song that are read
+/// A run also asks for the set's own files and folders, for any number of songs.
 constexpr long forTheSet = 1200;
 constexpr long perFolder = 10;
 
-/// Fills \a memory with \a count songs that are longer than what is looked at.
+/// Fills \a memory with \a count songs that are longer than the part that is read.
 void addSongs(const SampleMemory &memory, int count)
 {
     const QByteArray song = midiSong("Title", "Artist", "Genre") + QByteArray(2 * headSize, 'x');
@@ -40,7 +40,7 @@ Looks::Counts looksOf(const SampleMemory &memory, bool (Index::*run)(const QStri
 
 } // namespace
 
-/// How often a run looks at each song: what makes it fast, or slow, on a real memory.
+/// How often a run accesses each song, which determines its speed on a real memory.
 class TestIndexLooks : public QObject
 {
     Q_OBJECT
@@ -67,7 +67,7 @@ void TestIndexLooks::looksAtEachSongOnce()
     const SampleMemory memory;
     addSongs(memory, songs);
     constexpr long others = forTheSet + perFolder * folders;
-    // A new song is opened, asked for its date and read at one go.
+    // A new song is opened, asked for its date and read once.
     qsizetype pathSteps = 0;
     const Looks::Counts built = looksOf(memory, &Index::createIndex, pathSteps);
     QVERIFY2(built.opened >= songs && built.opened <= songs + others,
@@ -80,7 +80,7 @@ void TestIndexLooks::looksAtEachSongOnce()
                  built.bytes <= long{songs} * headSize + (1 << 16),
              qPrintable(QString::number(built.bytes)));
     QVERIFY2(pathSteps <= songs + songs / 100, qPrintable(QString::number(pathSteps)));
-    // A known song is asked for its date, and met where it is expected.
+    // A known song is only asked for its date, and found at its expected place.
     const Looks::Counts updated = looksOf(memory, &Index::updateIndex, pathSteps);
     QCOMPARE(pathSteps, 0);
     QVERIFY2(updated.asked >= songs && updated.asked <= songs + others,
@@ -98,7 +98,7 @@ void TestIndexLooks::listsEachFolderTwiceAtMost_data()
     QTest::newRow("without songs") << false;
 }
 
-/// Folders in folders, all with long names: each asks whether there are songs below it.
+/// Nested folders, all with long names: for each the run asks whether there are songs below it.
 void TestIndexLooks::listsEachFolderTwiceAtMost()
 {
     QFETCH(const bool, areSongs);
@@ -124,7 +124,7 @@ void TestIndexLooks::looksOnceAtEachShortNameThatIsTaken_data()
     QTest::newRow("MP3, with graphics files to look for") << u"mp3"_qs;
 }
 
-/// Of the names that begin alike 999 find a short one; the others look no more.
+/// Of the names with the same start 999 get a short name; the others search no further.
 void TestIndexLooks::looksOnceAtEachShortNameThatIsTaken()
 {
     QFETCH(const QString, suffix);

@@ -20,13 +20,13 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int sector = 512;       ///< bytes between two places at which reading fails
+constexpr int sector = 512;       ///< bytes between two offsets at which reading fails
 constexpr int fillerSize = 20000; ///< bytes
 
 /// When a song can't be read.
 enum class Phase { Import, Save, Both };
 
-/// Bytes that no codec makes smaller, the same each time.
+/// Incompressible bytes, the same each time.
 QByteArray noise(int size)
 {
     QRandomGenerator generator(1);
@@ -36,7 +36,7 @@ QByteArray noise(int size)
     return bytes;
 }
 
-/// A song of some tens of KB.
+/// A song of a few tens of KB.
 QByteArray largeSong(const QByteArray &kind)
 {
     if (kind == "MP3")
@@ -84,7 +84,7 @@ QStringList entries()
 
 } // namespace
 
-/// Reading fails, or ends too early, at every sector of a file: no song loses anything by it.
+/// Reading fails, or ends too early, at every sector of a file: no song loses data.
 class TestReadFailures : public QObject
 {
     Q_OBJECT
@@ -92,7 +92,7 @@ class TestReadFailures : public QObject
 private slots:
     void init();
     void cleanup();
-    void failsAsItIsTold();
+    void failsReadsFromTheOffsetOn();
     void keepsSongs_data();
     void keepsSongs();
     void makesNoHalfCopy_data();
@@ -119,7 +119,7 @@ void TestReadFailures::cleanup()
     m_folder.reset();
 }
 
-void TestReadFailures::failsAsItIsTold()
+void TestReadFailures::failsReadsFromTheOffsetOn()
 {
     makeFile(u"file"_s, QByteArray(1000, 'x'));
     QFile file(u"file"_s);
@@ -237,7 +237,7 @@ void TestReadFailures::deletesNoOldCopyForASongThatCannotBeRead()
     makeFile(u"CARD/song.mp3"_s, old);
     makeFile(u"song.mp3"_s, noise(14 * page));
     {
-        // The disk is full before the copy comes to the place that can't be read.
+        // The disk is full before the copy reaches the bad sector.
         const DamagedFile damaged(u"song.mp3"_s, 13 * page, Shim::BadSector);
         QCOMPARE(copyOverFile(u"song.mp3"_s, u"CARD/song.mp3"_s), CopyResult::SourceFailed);
         QVERIFY(fileContent(u"CARD/song.mp3"_s) == old);
@@ -282,7 +282,7 @@ void TestReadFailures::refusesPlaylists()
                 QCOMPARE(staged(), QStringList(songs));
             }
             {
-                // Without a path file the playlist itself says what it holds.
+                // An unreadable path file does not matter: the playlist itself has the entries.
                 const DamagedFile damaged(paths, offset, failure);
                 QCOMPARE(staged(), QStringList());
             }
@@ -303,7 +303,7 @@ void TestReadFailures::keepsSettings()
         "[General]\nlanguage=it\nfiller=" + QByteArray(3000, 'x') + "\nlast=it\n";
     makeFile(name, old);
     for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
-        // Downwards: the settings class remembers what it has read of a file.
+        // From the end down, because the settings class caches what it has read.
         for (qint64 offset = old.size() / sector * sector; offset >= 0; offset -= sector) {
             const DamagedFile damaged(name, offset, failure);
             QSettings settings = openSettings();

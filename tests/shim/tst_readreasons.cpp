@@ -18,8 +18,8 @@ using Reason = RunReport::Reason;
 namespace
 {
 
-constexpr int songSize = 20000; ///< bytes, or some more
-constexpr int badPlace = 10000; ///< bytes; behind all that an import reads of an MP3
+constexpr int songSize = 20000; ///< bytes, at least
+constexpr int badPlace = 10000; ///< bytes; after everything that an import reads of an MP3
 
 const QString midiName = u"song.mid"_s;
 const QString mp3Name = u"song.mp3"_s;
@@ -38,7 +38,7 @@ QString reportOf(const QString &path, Reason reason)
 
 } // namespace
 
-/// What is reported of a file that can't be read to its end.
+/// What is reported about a file that can't be read to its end.
 class TestReadReasons : public QObject
 {
     Q_OBJECT
@@ -46,13 +46,13 @@ class TestReadReasons : public QObject
 private slots:
     void init();
     void cleanup();
-    void tellsThatAFileIsCutShort();
-    void readsNothingToTellWhyAHugeFileIsNoSong();
-    void tellsThatTheAudioOfAnMp3IsCutShort_data();
-    void tellsThatTheAudioOfAnMp3IsCutShort();
-    void tellsThatASourceIsCutShort_data();
-    void tellsThatASourceIsCutShort();
-    void tellsThatACompanionIsCutShort();
+    void reportsATruncatedFile();
+    void reportsAHugeFileWithoutReadingIt();
+    void reportsTruncatedAudioOfAnMp3_data();
+    void reportsTruncatedAudioOfAnMp3();
+    void reportsATruncatedSource_data();
+    void reportsATruncatedSource();
+    void reportsATruncatedCompanion();
 
 private:
     QString copyReport(const QStringList &sources);
@@ -74,7 +74,7 @@ void TestReadReasons::cleanup()
     m_folder.reset();
 }
 
-void TestReadReasons::tellsThatAFileIsCutShort()
+void TestReadReasons::reportsATruncatedFile()
 {
     makeFile(midiName, Samples::midi() + QByteArray(songSize, 'x'));
     for (const Shim::ReadFailure failure : {Shim::BadSector, Shim::EndOfFile}) {
@@ -85,7 +85,7 @@ void TestReadReasons::tellsThatAFileIsCutShort()
     }
 }
 
-void TestReadReasons::readsNothingToTellWhyAHugeFileIsNoSong()
+void TestReadReasons::reportsAHugeFileWithoutReadingIt()
 {
     makeFile(mp3Name, "no song");
     QVERIFY(QFile::resize(mp3Name, 5LL << 30)); // sparse
@@ -99,7 +99,7 @@ void TestReadReasons::readsNothingToTellWhyAHugeFileIsNoSong()
     QCOMPARE(Shim::bytesRead(), readByImport);
 }
 
-void TestReadReasons::tellsThatTheAudioOfAnMp3IsCutShort_data()
+void TestReadReasons::reportsTruncatedAudioOfAnMp3_data()
 {
     QTest::addColumn<Shim::ReadFailure>("failure");
     QTest::addColumn<bool>("isLinked");
@@ -110,7 +110,7 @@ void TestReadReasons::tellsThatTheAudioOfAnMp3IsCutShort_data()
     }
 }
 
-void TestReadReasons::tellsThatTheAudioOfAnMp3IsCutShort()
+void TestReadReasons::reportsTruncatedAudioOfAnMp3()
 {
     QFETCH(const Shim::ReadFailure, failure);
     QFETCH(const bool, isLinked);
@@ -135,7 +135,7 @@ void TestReadReasons::tellsThatTheAudioOfAnMp3IsCutShort()
     QCOMPARE(song.trouble(), MetaSong::Trouble::None);
 }
 
-/// What a copier reports after it has copied \a sources, over what is there.
+/// What a copier reports after it has copied \a sources over existing files.
 QString TestReadReasons::copyReport(const QStringList &sources)
 {
     FakeProgress progress;
@@ -146,14 +146,14 @@ QString TestReadReasons::copyReport(const QStringList &sources)
     return copier.report().text();
 }
 
-void TestReadReasons::tellsThatASourceIsCutShort_data()
+void TestReadReasons::reportsATruncatedSource_data()
 {
     QTest::addColumn<QByteArray>("old");
     QTest::newRow("new file") << QByteArray();
     QTest::newRow("over an old one") << QByteArray("the old song");
 }
 
-void TestReadReasons::tellsThatASourceIsCutShort()
+void TestReadReasons::reportsATruncatedSource()
 {
     QFETCH(const QByteArray, old);
     const QString place = u"CARD/song.mp3"_s;
@@ -168,7 +168,7 @@ void TestReadReasons::tellsThatASourceIsCutShort()
     }
 }
 
-void TestReadReasons::tellsThatACompanionIsCutShort()
+void TestReadReasons::reportsATruncatedCompanion()
 {
     const QString graphics = u"song.cdg"_s;
     QVERIFY(QDir().mkdir(u"CARD"_s));

@@ -11,7 +11,7 @@ namespace
 const QList<std::pair<QString, QByteArray>> longNames{
     {u"A long name.mid"_qs, "A"}, {u"A long night.mid"_qs, "B"}, {u"C long name.mid"_qs, "C"}};
 
-/// A memory whose names are remembered, with a song moved by hand since and new long ones.
+/// A memory with remembered names, a song that was moved by hand after that, and new long names.
 void fillLong(const SampleMemory &memory)
 {
     memory.write(u"Long folder/"_qs + longNames.at(0).first, midiSong("A", "Artist", "Genre"));
@@ -33,7 +33,7 @@ bool shorten(Index &index, const QString &root)
 
 } // namespace
 
-/// What a memory knows of the long names when a run that gives short ones is cut, or fails.
+/// The long names that a memory remembers when a run that gives short names is cut or fails.
 class TestRenameCuts : public QObject
 {
     Q_OBJECT
@@ -58,8 +58,7 @@ void TestRenameCuts::knowsEachNameAfterAFault_data()
     QTest::newRow("read-only") << int(Shim::ReadOnly);
 }
 
-/// A disk on which nothing can be written takes new names, but not what they were: that one loss
-/// there is.
+/// A full disk accepts renames but can't store the long names: that is the only loss.
 void TestRenameCuts::knowsEachNameAfterAFault()
 {
     QFETCH(const int, fault);

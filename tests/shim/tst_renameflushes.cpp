@@ -9,8 +9,8 @@ using namespace Sample;
 namespace
 {
 
-/// The run's mark in the work folder, which is made, on FAT flushed, and written before the first
-/// question.
+/// The steps before the first question: the run makes the work folder, on FAT flushes it, and
+/// writes its mark.
 int stepsBefore(Shim::Disk disk)
 {
     return disk == Shim::Fat ? 5 : 4;
@@ -21,8 +21,8 @@ struct Outcome {
     QStringList steps; ///< names and paths below the root, up to the making of the index
 };
 
-/// Indexes \a memory and shortens its names on a disk of the kind \a disk, whose step
-/// \a failing, counted from the end of stepsBefore() on, fails; 0 for none.
+/// Indexes \a memory and shortens its names on a disk of the kind \a disk. The step \a failing,
+/// counted after stepsBefore(), fails; no step if it is 0.
 Outcome indexOn(Shim::Disk disk, const SampleMemory &memory, int failing)
 {
     const QTemporaryDir folder;
@@ -44,11 +44,11 @@ Outcome indexOn(Shim::Disk disk, const SampleMemory &memory, int failing)
         qFatal("no trace");
     const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
     for (const QString &line : lines.mid(stepsBefore(disk))) {
-        // What is written there besides the given names is the index.
+        // Other files than the given names belong to the index.
         if (line.contains(u"/.brisel2pc"_qs) && !line.endsWith(u"/names"_qs) &&
             !outcome.steps.filter(u"rename "_qs).isEmpty())
             break;
-        // On FAT a folder first gets room for the new names.
+        // On FAT room for the new names is made in a folder first.
         if (line.startsWith(u"unlink "_qs) && line.contains(u"/.brisel-room-"_qs))
             isRoomMade = true;
         else if (!std::exchange(isRoomMade, false))
@@ -71,13 +71,13 @@ const QStringList remembered{u"open /.brisel2pc/names"_qs, u"write /.brisel2pc/n
 const QString namesFlushed = u"flush /.brisel2pc/names"_qs;
 const QStringList firstRemembered = QStringList(u"mkdir /.brisel2pc"_qs) + remembered;
 
-/// The renames with what is remembered of them.
+/// The expected steps of the renames, with the stored names.
 const QStringList allRenames = firstRemembered + renames.mid(0, 2) + remembered +
                                renames.mid(2, 1) + remembered + renames.mid(3, 1);
 
 } // namespace
 
-/// When the new names of songs and folders are flushed to the disk.
+/// The moments at which new names of songs and folders are flushed to the disk.
 class TestRenameFlushes : public QObject
 {
     Q_OBJECT
@@ -88,8 +88,8 @@ private slots:
     void flushesEachFolderWhereNothingElseCan();
     void flushesNamesWithoutAnIndex();
     void copiesNothingThatCannotBeRenamed();
-    void saysFalseWhenANameMayBeLost_data();
-    void saysFalseWhenANameMayBeLost();
+    void failsWhenANameMayBeLost_data();
+    void failsWhenANameMayBeLost();
     void givesNamesThatCannotBeRemembered_data();
     void givesNamesThatCannotBeRemembered();
 };
@@ -133,7 +133,7 @@ void TestRenameFlushes::flushesEachFolderWhereNothingElseCan()
     QCOMPARE(flushes, QStringList({u"flush "_qs, namesFlushed, u"flush /Longfo-1"_qs}));
 }
 
-/// Nothing is written on a memory without songs that an index can hold: this path is too long.
+/// The path is too long for an index, so nothing else is written to the memory.
 void TestRenameFlushes::flushesNamesWithoutAnIndex()
 {
     const SampleMemory memory;
@@ -156,7 +156,7 @@ void TestRenameFlushes::copiesNothingThatCannotBeRenamed()
     QCOMPARE(indexedPaths(memory), QStringList{u"/Longfo-1/Blongn-1.mid"_qs});
 }
 
-void TestRenameFlushes::saysFalseWhenANameMayBeLost_data()
+void TestRenameFlushes::failsWhenANameMayBeLost_data()
 {
     QTest::addColumn<Shim::Disk>("disk");
     QTest::addColumn<int>("step");
@@ -166,7 +166,7 @@ void TestRenameFlushes::saysFalseWhenANameMayBeLost_data()
     QTest::newRow("a folder") << Shim::WithoutSyncfs << 14;
 }
 
-void TestRenameFlushes::saysFalseWhenANameMayBeLost()
+void TestRenameFlushes::failsWhenANameMayBeLost()
 {
     QFETCH(const Shim::Disk, disk);
     QFETCH(const int, step);
@@ -199,7 +199,7 @@ void TestRenameFlushes::givesNamesThatCannotBeRemembered()
     QVERIFY(indexOn(disk, memory, step).result);
     QCOMPARE(indexedPaths(memory),
              QStringList({u"/Alongn-1.mp3"_qs, u"/Longfo-1/Blongn-1.mid"_qs}));
-    // At the end of the run they are written once more.
+    // The names are written again at the end of the run.
     GivenNames names;
     names.setRoot(memory.root());
     QVERIFY(names.load());

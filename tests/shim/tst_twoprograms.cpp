@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 using namespace Sample;
 using Reason = RunReport::Reason;
 
-/// Two programs work on one memory at once: the second says so, and touches nothing.
+/// Two programs use one memory at once: the second reports that and changes nothing.
 class TestTwoPrograms : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ private slots:
     }
     void secondOneTouchesNothing_data();
     void secondOneTouchesNothing();
-    void takesOverFromOneThatWasKilled();
+    void repairsAfterAProgramThatWasKilled();
     void bothAtOnceLeaveASoundSet();
 };
 
@@ -41,8 +41,8 @@ bool index(const SampleMemory &memory, bool isRebuild, Reason &failure)
     return result;
 }
 
-/// Another program that indexes \a memory and stops before its step \a number; 0 when it has come
-/// to its end before.
+/// Starts another program that indexes \a memory and stops before its step \a number. Returns 0 if
+/// it ended before that step.
 pid_t stoppedAt(const SampleMemory &memory, bool isRebuild, int number)
 {
     const pid_t child = ::fork();
@@ -56,8 +56,8 @@ pid_t stoppedAt(const SampleMemory &memory, bool isRebuild, int number)
     return WIFSTOPPED(status) ? child : 0;
 }
 
-/// True when \a child ends, and says that all went well.
-bool goesWell(pid_t child)
+/// Waits for the end of \a child; true if it reports success.
+bool succeeds(pid_t child)
 {
     int status = 0;
     ::waitpid(child, &status, 0);
@@ -111,7 +111,7 @@ void TestTwoPrograms::secondOneTouchesNothing()
                  QStringList{u"un altro programma sta lavorando su questa memoria"_s});
         QCOMPARE(allFiles(memory), before);
         ::kill(first, SIGCONT);
-        QVERIFY(goesWell(first));
+        QVERIFY(succeeds(first));
         const SetReader reader(memory);
         QCOMPARE(reader.problem(), QString());
         QCOMPARE(reader.playlist(songsFile), keptSongs);
@@ -119,7 +119,7 @@ void TestTwoPrograms::secondOneTouchesNothing()
     QVERIFY2(stops > 20, qPrintable(QString::number(stops)));
 }
 
-void TestTwoPrograms::takesOverFromOneThatWasKilled()
+void TestTwoPrograms::repairsAfterAProgramThatWasKilled()
 {
     const SampleMemory memory;
     copyChangedMemory(memory);
@@ -127,7 +127,7 @@ void TestTwoPrograms::takesOverFromOneThatWasKilled()
     const pid_t first = stoppedAt(memory, false, 20);
     QVERIFY(first != 0);
     ::kill(first, SIGKILL);
-    QVERIFY(!goesWell(first));
+    QVERIFY(!succeeds(first));
     checkRepaired(memory, before);
 }
 

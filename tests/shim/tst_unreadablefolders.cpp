@@ -16,7 +16,7 @@ const QByteArray readableSong = midiSong("Title", "Artist", "Genre");
 
 const QString notRead = u"Cartella non importata, impossibile leggerla: "_s;
 
-/// What a run reports of a memory, and the index that is there then.
+/// The report of a run on a memory, and the index after it.
 struct IndexedMemory {
     bool isDone = false;
     QStringList errors;
@@ -43,8 +43,8 @@ QByteArray encoded(const QString &path)
 
 } // namespace
 
-/// Folders and songs of a memory that can't be read: a run says so of each, and keeps what it
-/// knows.
+/// Folders and songs of a memory that can't be read: a run reports each of them and keeps what it
+/// knows about them.
 class TestUnreadableFolders : public QObject
 {
     Q_OBJECT
@@ -121,7 +121,7 @@ void TestUnreadableFolders::keepsTheSongsOfAFolderThatMayNotBeListed()
     QCOMPARE(result.index, before.index);
 }
 
-/// Also where the index has a path with '?' for what its code page lacks.
+/// Includes a path with '?' for a character that is not in the index's code page.
 void TestUnreadableFolders::losesNoSongsInARebuild()
 {
     for (const QString &folder : {u"POP"_s, u"\u042F"_s}) {
@@ -166,7 +166,7 @@ void TestUnreadableFolders::reportsANewSongThatCannotBeRead()
     QCOMPARE(memory.read(u"title.id2"_s).mid(4, 58), field("A.MID", 58));
 }
 
-/// Its date is that of the file that could not be read: it must not pass for one that was.
+/// The song has the same date as when it could not be read, but must not count as known.
 void TestUnreadableFolders::readsItOnceItCanBeRead()
 {
     const SampleMemory memory;

@@ -4,12 +4,12 @@
 
 #include <fcntl.h>
 
-// The part of the shim that knows which files are watched.
+// The part of the shim that decides which files are watched.
 
-/// From now on the files below \a folder (absolute) are watched; none when it is empty.
+/// Starts to watch the files below \a folder (absolute); watches none if it is empty.
 void watch(const char *folder);
 
-/// One name of a call: a path, and the folder that it is relative to.
+/// A path argument of a call, with the folder to which it is relative.
 class Watched
 {
 public:

@@ -14,14 +14,14 @@
 #include <algorithm>
 #include <cstdio>
 
-// One job of the program by itself, for tests that kill it or let its writes fail: the name of the
-// job, then its paths. Ends with 0 when the job said that all went well, with 1 when it said that
-// it did not; messages go to the standard error.
+// Runs one job of the program, for tests that kill it or let its writes fail. The arguments are the
+// name of the job and its paths. Ends with 0 if the job reported success, otherwise with 1;
+// messages go to the standard error.
 
 namespace
 {
 
-/// Gives the songs the title "New" by hand: one as the edit dialog does, several in a lot.
+/// Saves the songs with the title "New": one song like the edit dialog, several in a lot.
 bool saveSongs(const QStringList &paths)
 {
     FileLot lot;
@@ -58,7 +58,7 @@ bool copySongs(const QStringList &paths)
     return copier.copyFiles(paths.mid(1), paths.at(0), copied) && copied == paths.size() - 1;
 }
 
-/// Unpacks the catalogue and looks whether it is whole.
+/// Unpacks the catalogue and checks that it is complete.
 bool openCatalogue(const QStringList &)
 {
     Database database;

@@ -48,7 +48,7 @@ def compare(before, after, changed, text, mode):
         if old.get(key) != new.get(key):
             yield "%r was %.200s, is %.200s" % (key, old.get(key), new.get(key))
     found = first_text(after, changed)
-    # A tag that ends behind the file is not read at all, before and after.
+    # A tag that ends after the end of the file is not read at all, before and after the change.
     if found != text and (tag_of(before) or tag_of(after)):
         yield "%s is %r instead of %r" % (changed, found, text)
 

@@ -3,7 +3,7 @@
 #include "songfile/rawmidifile.h"
 #include "tests/songfile/samples.h"
 
-/// A MIDI file of the data, which must be a right one.
+/// A MIDI file of \a data, which must be valid.
 inline RawMidiFile loaded(const QByteArray &data)
 {
     RawMidiFile file;

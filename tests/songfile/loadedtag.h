@@ -2,7 +2,7 @@
 
 #include "songfile/mp3header.h"
 
-/// \a data, an MP3's start, as its tag is loaded.
+/// The tag loaded from \a data, the start of an MP3.
 inline Mp3Header loadedTag(const QByteArray &data)
 {
     Mp3Header header;
@@ -11,7 +11,7 @@ inline Mp3Header loadedTag(const QByteArray &data)
     return header;
 }
 
-/// True when the size field counts the bytes behind the tag's header.
+/// True if the size field counts the bytes after the tag's header.
 inline bool isSizeRight(const Mp3Header &header)
 {
     return Mp3Header::getId3TagSize(header.stream()) + 10 ==

@@ -138,7 +138,7 @@ struct StringNode {
     std::unique_ptr<StringNode> more;
 };
 
-/// The strings of the window by their place in the whole text, which blanks precede.
+/// The strings of the window by their position in the whole text, which starts with blanks.
 class WindowModel
 {
 public:
@@ -175,7 +175,7 @@ public:
         while (*slot != nullptr && (*slot)->start != start) {
             const int common = commonLength(start, (*slot)->start);
             if (common == longest)
-                return; // an equal, younger string has taken its place
+                return; // replaced by an equal, newer string
             slot = at(start, common) < at((*slot)->start, common) ? &(*slot)->less : &(*slot)->more;
         }
         if (*slot == nullptr)
@@ -200,8 +200,8 @@ public:
 private:
     unsigned char at(int start, int offset) const
     {
-        // A string that runs on over the end of the ring is read from a copy of the ring's start,
-        // and the first blanks were never copied.
+        // A string that wraps around the end of the ring is read from a copy of the ring's start,
+        // and the initial blanks were never copied.
         const int place = start + offset;
         const bool isCopy = start % ring + offset >= ring;
         if (place >= m_end && isCopy && place < 2 * ring)
@@ -219,7 +219,7 @@ private:
     }
 
     std::string m_text;
-    int m_end; ///< of the true text: behind it is what the ring held before
+    int m_end; ///< of the text itself: older content of the ring follows
     std::vector<std::unique_ptr<StringNode>> m_trees;
 };
 
@@ -253,8 +253,8 @@ QByteArray modelCompress(const QByteArray &text)
 {
     const int size = static_cast<int>(text.size());
     const int first = ring - longest;
-    // What lies behind the end is what the ring held there one turn before; behind a short text
-    // nothing has ever been.
+    // The bytes after the end are what the ring held there one turn earlier: zeros if the text
+    // is shorter than the ring.
     std::string whole(first, ' ');
     whole += text.toStdString();
     for (int i = 0; i < 2 * longest; ++i) {

@@ -8,13 +8,13 @@ namespace
 using MidiReader::Event;
 using MidiReader::Track;
 
-/// The byte at \a pos; -1 from \a end on.
+/// The byte at \a pos; -1 if \a pos is not before \a end.
 int at(const QByteArray &file, qsizetype pos, qsizetype end)
 {
     return pos < std::min(end, file.size()) ? static_cast<uchar>(file[pos]) : -1;
 }
 
-/// Big-endian, of bytes that are there.
+/// A big-endian number; its bytes must exist.
 qint64 bigEndian(const QByteArray &file, qsizetype pos, int bytes)
 {
     return bytes == 0
@@ -22,7 +22,7 @@ qint64 bigEndian(const QByteArray &file, qsizetype pos, int bytes)
                : bigEndian(file, pos, bytes - 1) * 256 + at(file, pos + bytes - 1, file.size());
 }
 
-/// A variable-length number of one to four bytes; -1 when it is longer, or not whole.
+/// A variable-length number of one to four bytes; -1 if it is longer or truncated.
 qint64 takeNumber(const QByteArray &file, qsizetype &pos, qsizetype end)
 {
     qint64 number = 0;
@@ -54,7 +54,7 @@ QString described(const QList<Event> &events, qsizetype index)
         .arg(QLatin1StringView(event.data.left(40).toHex(' ')));
 }
 
-/// The first difference of two tracks; empty when their events are the same.
+/// The first difference of two tracks; empty if their events are the same.
 QString difference(const QList<Event> &wanted, const QList<Event> &found)
 {
     for (qsizetype i = 0; i < std::max(wanted.size(), found.size()); ++i) {

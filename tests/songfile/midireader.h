@@ -14,11 +14,11 @@ namespace MidiReader
 struct Event {
     qint64 tick = 0; ///< from the start of the track
     quint32 delta = 0;
-    int status = 0;    ///< also where the file leaves it out
+    int status = 0;    ///< running status filled in
     int metaType = -1; ///< of meta-events
-    QByteArray data;   ///< behind status, type and length
+    QByteArray data;   ///< after status, type and length
     qsizetype start = 0;
-    qsizetype end = 0; ///< of its bytes in the file
+    qsizetype end = 0; ///< the end of the event's bytes in the file
 };
 
 struct Track {
@@ -27,17 +27,17 @@ struct Track {
     QList<Event> events; ///< up to the end-of-track event, if there is one
 };
 
-/// Calls \a visit with each event from byte \a start of \a file on, up to \a end or behind the
-/// end-of-track event; false when one can't be understood. The event's data are not copied.
+/// Calls \a visit with each event from byte \a start of \a file on, up to \a end or past the
+/// end-of-track event. Returns false if an event is invalid. The event's data are not copied.
 bool forEachEvent(const QByteArray &file, qsizetype start, qsizetype end,
                   const std::function<void(const Event &)> &visit);
 
-/// These events; nothing when one can't be understood.
+/// These events; nothing if one is invalid.
 std::optional<QList<Event>> readEvents(const QByteArray &file, qsizetype start, qsizetype end);
 
-/// The tracks that the header announces; nothing when the header, a chunk or an event can't be
-/// understood, or bytes of the header look like a track. What stands behind the last track, and
-/// behind a track's end-of-track event, is not looked at.
+/// The tracks that the header announces; nothing if the header, a chunk or an event is invalid,
+/// or bytes of the header look like a track. Bytes after the last track, and after a track's
+/// end-of-track event, are not read.
 std::optional<QList<Track>> readTracks(const QByteArray &file);
 
 /// A kind of meta-event: its type, and its first data byte where \a subType is not -1.
@@ -49,10 +49,10 @@ struct Kind {
 /// True for an event of \a kind with a delta-time of 0.
 bool isAtZero(const Event &event, const Kind &kind);
 
-/// What is wrong with \a after as the song \a before, whose first track lost all events of \a kind
-/// with a delta-time of 0 and got \a written, whole events, at its start; empty when nothing is.
-/// All other events must be there, at their ticks, and all bytes but the first track's and its
-/// length.
+/// Describes what is wrong with \a after, which should be \a before without the first track's
+/// events of \a kind with a delta-time of 0, and with \a written, whole events, at that track's
+/// start. All other events must be there at their ticks, and all bytes outside of the first track
+/// and its length must be the same. Empty if nothing is wrong.
 QString whatChanged(const QByteArray &before, const QByteArray &after, const Kind &kind,
                     const QByteArray &written);
 

@@ -12,12 +12,12 @@ namespace Samples
 
 using LiteralBytes::bytes;
 
-/// The bytes of a Standard MIDI File whose first track holds \a events and then one note; format 1
-/// has a second track with another note.
+/// A Standard MIDI File whose first track holds \a events and then one note. Format 1 has a second
+/// track with another note.
 QByteArray midi(const QByteArray &events = {}, int format = 0);
 
-/// The first track's length field, and the number of bytes that are there up to the next track or
-/// the end of the data.
+/// The first track's length field, and the number of its bytes up to the next track or the end of
+/// the data.
 quint32 trackLength(const QByteArray &midi);
 quint32 trackBytes(const QByteArray &midi);
 
@@ -26,18 +26,18 @@ QByteArray kordiaEvent(int type, const QByteArray &data);
 /// A standard meta-event with the delta-time 0.
 QByteArray metaEvent(char type, const QByteArray &data);
 
-/// Beginnings of tracks whose events can't be identified, by what is wrong with them.
+/// Starts of tracks whose events can't be identified, by the reason.
 QMap<QByteArray, QByteArray> unreadableEvents();
 
-/// A frame as ID3v2.3 has it, Latin-1.
+/// An ID3v2.3 text frame in Latin-1.
 QByteArray frame(const QByteArray &id, const QByteArray &text);
 /// A tag of version 2.3 around \a frames.
 QByteArray tag(const QByteArray &frames);
-/// Bytes that stand for audio: an MPEG frame header, then a pattern.
+/// Sample audio: an MPEG frame header, then a pattern.
 QByteArray audio(int size);
 
-/// A container's header of \a size bytes with \a magic, the other bytes counting upwards from 1,
-/// so that a change anywhere is seen; the text fields are empty.
+/// A container's header of \a size bytes with \a magic, the other bytes counting up from 1,
+/// so that any change is detected; the text fields are empty.
 QByteArray containerHeader(const QByteArray &magic, int size);
 
 /// \a header and the compressed \a midi, the header's sizes left as they are.

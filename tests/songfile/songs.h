@@ -7,7 +7,8 @@
 namespace Samples
 {
 
-/// Writes \a content under \a name, opens it and reads its record; the name is the format's.
+/// Writes \a content under \a name, opens it and reads its record; \a name has the format's
+/// extension.
 inline MetaSong opened(const QString &name, const QByteArray &content)
 {
     write(name, content);

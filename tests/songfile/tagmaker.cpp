@@ -104,7 +104,7 @@ QByteArray TagMaker::frame(const QByteArray &name, const QByteArray &content)
     return name + frameSize(stored.size()) + flags + stored;
 }
 
-/// Grouped, compressed or encrypted.
+/// A frame that is grouped, compressed or encrypted.
 QByteArray TagMaker::flaggedFrame(const QByteArray &name, QByteArray content)
 {
     if (m_version == 2 || m_isUnsynchronised)
@@ -216,7 +216,7 @@ QByteArray TagMaker::song(const QByteArray &audio)
     m_version = 2 + number(3);
     m_isUnsynchronised = isOneOf(3);
     m_hasPlainSizes = m_version == 4 && !m_isUnsynchronised && isOneOf(4);
-    // Of a tag of version 2.3 that is both, mutagen reads only a part.
+    // mutagen reads only a part of a tag of version 2.3 that has both.
     const bool isExtended =
         (m_version == 4 || (m_version == 3 && !m_isUnsynchronised)) && isOneOf(4);
     const bool hasFooter = m_version == 4 && isOneOf(4);

@@ -6,8 +6,8 @@
 
 #include <random>
 
-/// ID3v2 tags of every version and form, made byte by byte for tests: they share no code with the
-/// program's reader.
+/// Makes ID3v2 tags of every version and form byte by byte; shares no code with the program's
+/// reader.
 class TagMaker
 {
 public:
@@ -15,13 +15,13 @@ public:
 
     /// An MP3: a tag of a random form with random frames, then \a audio.
     QByteArray song(const QByteArray &audio);
-    /// What the last song is, for messages.
+    /// Describes the last song, for failure messages.
     QString description() const { return m_description; }
 
-    /// True when it is of version 2.4 and has the frame sizes of version 2.3.
+    /// True if the last song has a tag of version 2.4 with frame sizes as in version 2.3.
     bool hasPlainSizes() const { return m_hasPlainSizes; }
 
-    /// A number from 0 up, below \a limit.
+    /// A random number from 0 to \a limit - 1.
     int number(int limit);
     bool isOneOf(int count) { return number(count) == 0; }
 

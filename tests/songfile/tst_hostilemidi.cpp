@@ -39,9 +39,9 @@ void TestHostileMidi::staysFastOnHostileData_data()
     QTest::newRow("markers of length 255") << Samples::bytes("\xFF\x4B\xFF\x06xxxx");
     QTest::newRow("titles") << Samples::bytes("\0\xFF\x03\x80");
     QTest::newRow("keys") << Samples::bytes("\0\xFF\x59\x00");
-    QTest::newRow("keys behind pauses") << Samples::bytes("\x8F\0\xFF\x59\0");
+    QTest::newRow("keys after pauses") << Samples::bytes("\x8F\0\xFF\x59\0");
     QTest::newRow("artists of two-byte lengths") << Samples::bytes("\0\xFF\x4B\x80\x01\x02");
-    QTest::newRow("titles behind a program each") << Samples::bytes("\0\xC0\0\0\xFF\x03\0");
+    QTest::newRow("titles after a program each") << Samples::bytes("\0\xC0\0\0\xFF\x03\0");
     QTest::newRow("MTrk") << Samples::bytes("MTrk");
     QTest::newRow("FF") << Samples::bytes("\xFF");
 }

@@ -33,7 +33,7 @@ QByteArray randomBytes(int size, quint32 seed, int kinds = 256)
     return bytes;
 }
 
-/// Running status note events with a few patterns that come again, as in a song.
+/// Note events with running status and a few repeated patterns, as in a song.
 QByteArray songLikeBytes(int size)
 {
     QRandomGenerator random(7);
@@ -50,8 +50,8 @@ QByteArray songLikeBytes(int size)
     return bytes.left(size);
 }
 
-/// Runs of blanks, each closed by a greater or lesser byte than the one before: in a tree that is
-/// never balanced such strings make chains.
+/// Runs of blanks, each followed by a byte greater, or lesser, than the previous one's: such
+/// strings turn an unbalanced tree into a chain.
 QByteArray blanksWithTails(int size, int period, bool isRising)
 {
     QByteArray bytes(size, ' ');
@@ -67,7 +67,10 @@ class TestLzHuff : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_log = std::make_unique<LogCapture>(); } // thousands of lines otherwise
+    void init()
+    {
+        m_log = std::make_unique<LogCapture>();
+    } // keeps thousands of lines out of the output
     void cleanup() { m_log.reset(); }
 
     void codesOneLiteral();
@@ -84,7 +87,7 @@ private slots:
     void acceptsTheLargestLength();
     void refusesALengthAboveIt();
     void readsMissingLengthBytesAsFF();
-    void readsZerosBehindTheEnd();
+    void readsZerosAfterTheEnd();
     void stopsAMatchAtTheAnnouncedLength();
     void endsWithEveryTruncation();
     void readsRandomStreamsAsTheModelDoes();
@@ -99,7 +102,7 @@ private:
 void TestLzHuff::codesOneLiteral()
 {
     // Leaf 65 of a fresh tree: nodes 65, 315, 440, 503, 534, 550, 558, 562 below the root 564;
-    // odd nodes are ones, the root's son first: 0000 1011.
+    // odd nodes are ones, from the root's child down: 0000 1011.
     const QByteArray stream("\x01\0\0\0\x0B", 5);
     QCOMPARE(compressed("A"), stream);
     QCOMPARE(expanded(stream), QByteArray("A"));
@@ -156,7 +159,7 @@ void TestLzHuff::writesWhatTheModelWrites()
 
 void TestLzHuff::writesWhatTheModelWritesOfEveryShortSize()
 {
-    // Behind a short text stand zeros for some strings and blanks for others.
+    // A short text is followed by zeros for some strings and by blanks for others.
     for (int size = 1; size < 100; ++size) {
         for (quint32 seed = 0; seed < 20; ++seed) {
             QByteArray text = randomBytes(size, seed, 2);
@@ -196,7 +199,7 @@ void TestLzHuff::takesFewStepsForTextsOfDeepTrees()
         for (int left = done < size ? length : 0; left > 0; --left)
             matches.advance(left == 1);
     }
-    // A walk down from the roots would pass thousands a byte here.
+    // A walk from the roots would visit thousands of nodes for each byte here.
     QVERIFY2(matches.visitedNodes() < 100 * text.size(),
              QByteArray::number(matches.visitedNodes()).constData());
 }
@@ -270,9 +273,9 @@ void TestLzHuff::readsMissingLengthBytesAsFF()
     QVERIFY(log.contains(QStringLiteral("Text size:  4278190081 ")));
 }
 
-void TestLzHuff::readsZerosBehindTheEnd()
+void TestLzHuff::readsZerosAfterTheEnd()
 {
-    // 'A', and then the zeros' way down the fresh tree: 'A' has moved, but not that far.
+    // 'A', and then zero bits down the initial tree: 'A' has moved, but not onto that path.
     const QByteArray text = expanded(QByteArray("\x03\0\0\0\x0B", 5));
     QCOMPARE(text.size(), 3);
     QCOMPARE(text, expanded(QByteArray("\x03\0\0\0\x0B\0\0\0\0\0\0", 11)));
@@ -293,7 +296,7 @@ void TestLzHuff::endsWithEveryTruncation()
 
 void TestLzHuff::readsRandomStreamsAsTheModelDoes()
 {
-    // Streams of one bit's sort make deep trees, long ones have them halved.
+    // Streams of few different bytes make deep trees, and long streams halve the counts.
     for (quint32 seed = 0; seed < 30; ++seed) {
         QByteArray bytes = randomBytes(20000, seed, seed < 20 ? 256 : 1 << (seed - 20));
         const QByteArray stream = QByteArray("\x20\xA1\0\0", 4) + bytes;

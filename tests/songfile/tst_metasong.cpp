@@ -234,7 +234,7 @@ void TestMetaSong::survivesAZb4WithoutATrack()
 
 void TestMetaSong::readsOnlyTheTagOfAnMp3()
 {
-    QFile file(u"huge.mp3"_s); // sparse: to read it whole would not go unnoticed
+    QFile file(u"huge.mp3"_s); // sparse, and too large to be read whole
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(tag(frame("TIT2", "Huge")));
     QVERIFY(file.resize(5LL * 1024 * 1024 * 1024));
@@ -268,7 +268,7 @@ void TestMetaSong::opensPlainFilesOnly()
     QVERIFY(QDir().mkpath(u"folder.mid"_s));
     QVERIFY(!MetaSong().importFile(u"folder.mid"_s));
     QCOMPARE(::mkfifo("fifo.mid", 0600), 0);
-    QVERIFY(!MetaSong().importFile(u"fifo.mid"_s)); // would wait for ever
+    QVERIFY(!MetaSong().importFile(u"fifo.mid"_s)); // opening it would block forever
     QVERIFY(QFile::link(u"fifo.mid"_s, u"fifolink.mid"_s));
     QVERIFY(!MetaSong().importFile(u"fifolink.mid"_s));
     QVERIFY(QFile::link(u"/dev/zero"_s, u"zero.mp3"_s));
@@ -310,7 +310,7 @@ void TestMetaSong::holdsNothingAfterAFailedImport()
     MetaSong song = opened(u"a.mid"_s, midi(metaEvent(3, "Old")));
     Samples::write(u"bad.mid"_s, "MThd");
     QVERIFY(!song.importFile(u"bad.mid"_s));
-    QCOMPARE(infoOf(song).format, u"MIDI"_s); // as it was
+    QCOMPARE(infoOf(song).format, u"MIDI"_s); // unchanged
     QVERIFY(infoOf(song).title.isEmpty());
     song.setSongInfo(fullInfo(true), true);
     song.setSongInfo(fullInfo(true), false);

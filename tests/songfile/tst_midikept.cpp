@@ -18,7 +18,7 @@ using Samples::metaEvent;
 namespace
 {
 
-/// Makes songs as other programs write them, with everything that looks like our events.
+/// Makes songs as other programs write them, with many bytes that look like our events.
 class SongMaker
 {
 public:
@@ -55,7 +55,7 @@ private:
         return id + size + data;
     }
 
-    /// Bytes that look like events, or the beginnings of some.
+    /// Bytes that look like events, or like the starts of events.
     QByteArray lookalikes()
     {
         const QList<QByteArray> all{
@@ -78,8 +78,8 @@ private:
         case 2:
             return number(static_cast<quint32>(upTo(200000)));
         case 3:
-            return bytes("\x80\0"); // a zero as well
-        case 4:                     // one that looks like an event's head, behind a byte 0
+            return bytes("\x80\0"); // another form of zero
+        case 4:                     // looks like an event's start after a zero byte
             return QByteArray(1, '\xFF') + QByteArray("\x03\x59\x4B").mid(upTo(2), 1);
         default:
             return bytes("\0");
@@ -184,12 +184,12 @@ const QList<FieldChange> &changes()
          kordiaEvent(6, bytes("\0\1") + cut.left(124)) + kordiaEvent(6, bytes("\0\2B"))},
         {"a marker more",
          [](auto &f) { f.insertMarker(u"M"_s, 3); },
-         {0x4B, 0x100}, // nothing goes
+         {0x4B, 0x100}, // removes nothing
          kordiaEvent(6, bytes("\0\3M"))}};
     return all;
 }
 
-/// What is wrong with the song after one of the changes; empty when nothing is.
+/// Describes what is wrong with \a song after \a change; empty if nothing is.
 QString brokenBy(const FieldChange &change, const QByteArray &song)
 {
     RawMidiFile file = loaded(song);

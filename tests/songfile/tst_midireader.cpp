@@ -10,7 +10,7 @@ using Samples::bytes;
 using Samples::metaEvent;
 using Samples::midi;
 
-/// The reader that other tests rely on.
+/// The strict reader that other tests use.
 class TestMidiReader : public QObject
 {
     Q_OBJECT
@@ -110,7 +110,7 @@ void TestMidiReader::refusesChunks()
     QVERIFY(!MidiReader::readTracks('x' + song));
     QVERIFY(!MidiReader::readTracks(QByteArray(song).replace(11, 1, "\3")));
     QVERIFY(!MidiReader::readTracks(QByteArray(song).replace(7, 1, "\5")));
-    // The header holds what looks like a track.
+    // The header holds bytes that look like a track.
     QVERIFY(!MidiReader::readTracks(QByteArray(song).insert(14, "MTrk").replace(7, 1, "\x0A")));
     QVERIFY(MidiReader::readTracks(QByteArray(song).insert(14, "Mtrk").replace(7, 1, "\x0A")));
 }
@@ -141,7 +141,7 @@ void TestMidiReader::noticesAChange_data()
         u"track 1, event 0 is tick 0: 91 -1 41 40 instead of tick 0: 91 -1 40 40"_s);
     row("another header", QByteArray(right).replace(13, 1, "\x61"),
         u"other bytes around the first track"_s);
-    row("bytes behind", right + "x", u"other bytes around the first track"_s);
+    row("bytes after", right + "x", u"other bytes around the first track"_s);
     row("one track", midi(metaEvent(3, "new") + before), u"another number of tracks"_s);
     row("another length", QByteArray(right).replace(21, 1, "\x10"), u"the song can't be read"_s);
 }

@@ -14,8 +14,8 @@ using Samples::midi;
 namespace
 {
 
-/// The described removal, one event after the other, on plain bytes: slow.
-QByteArray removedOneByOne(QByteArray data, const QByteArray &pattern, int type)
+/// Removes one event after the other from plain bytes: a slow, simple model.
+QByteArray removedByModel(QByteArray data, const QByteArray &pattern, int type)
 {
     const qsizetype start = data.indexOf("MTrk") + 8;
     qint64 end = start + Samples::trackLength(data);
@@ -45,8 +45,8 @@ private slots:
     void skipsRemovalsThatLeadNowhere_data();
     void skipsRemovalsThatLeadNowhere();
     void endsARemovalWithTheTrack();
-    void removesAsIfOneByOne();
-    void searchesOnBehindARemovalOnly();
+    void removesLikeTheModel();
+    void continuesTheSearchAfterTheRemovedEvent();
     void keepsTrackLengthsInRange();
     void keepsWhatOnlyLooksLikeAnEvent_data();
     void keepsWhatOnlyLooksLikeAnEvent();
@@ -57,7 +57,7 @@ private slots:
     void searchesWhereTheTrackCannotBeWalked_data();
     void searchesWhereTheTrackCannotBeWalked();
     void walksOnceForAllChanges();
-    void walksAgainBehindAnInsertedEvent();
+    void walksAgainAfterAnInsertedEvent();
 };
 
 void TestMidiRemoval::removesOnlyInTheFirstTrack()
@@ -94,7 +94,7 @@ void TestMidiRemoval::skipsRemovalsThatLeadNowhere()
     RawMidiFile file = loaded(midi(bad + kordiaEvent(2, "Good")));
     QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 9U);
     QCOMPARE(file.stream(), midi(bad));
-    // 0xFD takes one byte away: it leads forward.
+    // A length of 0xFD removes one byte, so the search moves forward.
     QByteArray one = bad;
     one[3] = '\xFD';
     file = loaded(midi(one));
@@ -104,7 +104,7 @@ void TestMidiRemoval::skipsRemovalsThatLeadNowhere()
 
 void TestMidiRemoval::endsARemovalWithTheTrack()
 {
-    // A length byte in the last bytes of the first track that reaches into the second.
+    // An event at the end of the first track whose length reaches into the second.
     QByteArray data = midi(metaEvent(3, "T"), 1);
     const qsizetype second = data.lastIndexOf("MTrk");
     data.replace(second - 4, 4, Samples::bytes("\0\xFF\x03\x7F"));
@@ -114,7 +114,7 @@ void TestMidiRemoval::endsARemovalWithTheTrack()
     QVERIFY(file.stream().endsWith(data.mid(second)));
 }
 
-void TestMidiRemoval::removesAsIfOneByOne()
+void TestMidiRemoval::removesLikeTheModel()
 {
     QRandomGenerator random(11);
     const QByteArray pieces = Samples::bytes("\0\xFF\x4B\x03\x02\x01\0\xFF\xFC\xFD\xFE\x04");
@@ -125,26 +125,26 @@ void TestMidiRemoval::removesAsIfOneByOne()
         const QByteArray data = midi(events, round % 2);
         RawMidiFile file = loaded(data);
         const unsigned removed = file.removeHeadMetaevent(RawMidiFile::Artist, false);
-        QByteArray expected = removedOneByOne(data, Samples::bytes("\0\xFF\x4B"), 2);
+        QByteArray expected = removedByModel(data, Samples::bytes("\0\xFF\x4B"), 2);
         QCOMPARE(file.stream().mid(26), expected.mid(26));
         QCOMPARE(file.stream().size() + removed, data.size());
         QCOMPARE(Samples::trackLength(file.stream()), Samples::trackLength(data) - removed);
         file = loaded(data);
         file.removeHeadMetaevent('\x03', false);
-        expected = removedOneByOne(data, Samples::bytes("\0\xFF\x03"), -1);
+        expected = removedByModel(data, Samples::bytes("\0\xFF\x03"), -1);
         QCOMPARE(file.stream().mid(26), expected.mid(26));
     }
 }
 
-void TestMidiRemoval::searchesOnBehindARemovalOnly()
+void TestMidiRemoval::continuesTheSearchAfterTheRemovedEvent()
 {
-    // The removal brings 00 and FF 4B together; what stands before it is not searched again.
+    // The removal joins 00 and FF 4B, but bytes before the removed event are not searched again.
     const QByteArray events =
         Samples::bytes("\0") + kordiaEvent(2, "gone") + Samples::bytes("\xFF\x4B\x03\x02ok");
     RawMidiFile file = loaded(midi(events));
     QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 9U);
     QCOMPARE(file.stream(), midi(Samples::bytes("\0\xFF\x4B\x03\x02ok")));
-    // Directly behind it, it is found.
+    // An event directly after the removed one is found.
     file = loaded(midi(kordiaEvent(2, "gone") + kordiaEvent(2, "too")));
     QCOMPARE(file.removeHeadMetaevent(RawMidiFile::Artist, false), 17U);
     QCOMPARE(file.stream(), midi());
@@ -155,7 +155,7 @@ void TestMidiRemoval::keepsTrackLengthsInRange()
     QByteArray data = midi(kordiaEvent(2, "Anna"));
     data.replace(18, 4, QByteArray(4, '\0'));
     RawMidiFile file = loaded(data);
-    file.setArtist(u"B"_s); // nothing lies in a track of length 0
+    file.setArtist(u"B"_s); // a track of length 0 has no events
     QCOMPARE(Samples::trackLength(file.stream()), 6U);
     QCOMPARE(file.stream().size(), data.size() + 6);
     data.replace(18, 4, Samples::bytes("\0\0\0\x03"));
@@ -179,8 +179,8 @@ void TestMidiRemoval::keepsWhatOnlyLooksLikeAnEvent_data()
         QTest::newRow(name) << events;
     };
     row("a key at a bar line", bytes("\x8F") + key);
-    row("a title behind a pause", bytes("\x83") + title);
-    row("an artist behind a pause", bytes("\x81\x80") + artist);
+    row("a title after a pause", bytes("\x83") + title);
+    row("an artist after a pause", bytes("\x81\x80") + artist);
     row("in a text", metaEvent(1, all));
     row("in a lyric", metaEvent(5, all));
     row("in a marker", metaEvent(6, all));
@@ -188,7 +188,7 @@ void TestMidiRemoval::keepsWhatOnlyLooksLikeAnEvent_data()
     row("in a long text", bytes("\0\xFF\x01\x82\x00") + all + QByteArray(256 - all.size(), ' '));
     row("in system exclusive", bytes("\0\xF0\x17\x43") + all + QByteArray(4, 1) + '\xF7');
     row("in the rest of one", bytes("\0\xF7\x17") + all + QByteArray(6, 1));
-    // A note of running status that ends, its velocity 0, before a pause of FF 03, 59 or 4B.
+    // A note with running status and velocity 0, followed by a delta-time of FF 03, 59 or 4B.
     const QByteArray note = bytes("\0\x90\x3C\x40\x60\x3C\x00");
     row("a pause like a title", note + bytes("\xFF\x03\x40\x40"));
     row("a pause like a key", note + bytes("\xFF\x59\x40\x40"));
@@ -208,7 +208,7 @@ void TestMidiRemoval::keepsWhatOnlyLooksLikeAnEvent()
                                 RawMidiFile::Length, RawMidiFile::UserBpm, RawMidiFile::Marker})
             QCOMPARE(file.removeHeadMetaevent(type, false), 0U);
         QCOMPARE(file.stream(), midi(events, format));
-        // What is written comes before it.
+        // New events are written before it.
         file.setTitle(u"T"_s);
         file.setKey(u"D"_s);
         QCOMPARE(file.stream(), midi(keyEvent("\2\0") + metaEvent(3, "T") + events, format));
@@ -260,11 +260,11 @@ void TestMidiRemoval::keepsRunningStatusAcrossARemoval()
 void TestMidiRemoval::endsItsWalkWithTheTracksEnd()
 {
     const QByteArray end = bytes("\0\xFF\x2F\0");
-    // Behind the end-of-track event nothing is an event, whatever the track's length says.
+    // Bytes after the end-of-track event are not events, even if the track's length includes them.
     RawMidiFile file = loaded(midi(metaEvent(3, "A") + end + metaEvent(3, "B")));
     file.setTitle(u"C"_s);
     QCOMPARE(file.stream(), midi(metaEvent(3, "C") + end + metaEvent(3, "B")));
-    // A track may end without one.
+    // A track may have no end-of-track event.
     const QByteArray whole = midi(metaEvent(3, "A") + metaEvent(1, "x"));
     QByteArray open = whole.chopped(end.size());
     open[21] = static_cast<char>(open.at(21) - end.size());
@@ -280,14 +280,14 @@ void TestMidiRemoval::searchesWhereTheTrackCannotBeWalked_data()
     const QMap<QByteArray, QByteArray> unreadable = Samples::unreadableEvents();
     for (auto event = unreadable.begin(); event != unreadable.end(); ++event)
         QTest::newRow(event.key()) << event.value();
-    QTest::newRow("an event behind the track") << bytes("\0\xFF\x01\x7F");
-    QTest::newRow("a message behind the file") << bytes("\0\xF0\xFF\xFF\xFF\x7F");
+    QTest::newRow("an event after the track") << bytes("\0\xFF\x01\x7F");
+    QTest::newRow("a message after the file") << bytes("\0\xF0\xFF\xFF\xFF\x7F");
 }
 
 void TestMidiRemoval::searchesWhereTheTrackCannotBeWalked()
 {
     QFETCH(const QByteArray, event);
-    // The title inside the text is removed too: the search can't distinguish it.
+    // The title inside the text is removed too: a search can't tell it from an event.
     const QByteArray before = bytes("\0\xFF\x01\x08xx");
     RawMidiFile file = loaded(midi(before + metaEvent(3, "T") + "x" + event));
     QCOMPARE(file.removeHeadMetaevent('\x03', false), 5U);
@@ -313,21 +313,21 @@ void TestMidiRemoval::walksOnceForAllChanges()
     changeAll();
     changeAll();
     QCOMPARE(file.trackWalks(), 1);
-    // A song without such events needs no walk.
+    // A song without such events is not walked.
     file = loaded(midi());
     file.setTitle(u"Title"_s);
     QCOMPARE(file.trackWalks(), 0);
 }
 
-void TestMidiRemoval::walksAgainBehindAnInsertedEvent()
+void TestMidiRemoval::walksAgainAfterAnInsertedEvent()
 {
     RawMidiFile file = loaded(midi(metaEvent(3, "T")));
     QCOMPARE(file.removeHeadMetaevent('\x03', false), 5U);
-    // Its length byte says 0x80: the track can't be walked any more.
+    // The length byte is 0x80 now, so the track can't be walked any more.
     file.insertMetaevent(metaEvent(3, "U") + QByteArray(123, 'x'), '\x01', 22);
     QCOMPARE(file.removeHeadMetaevent('\x03', false), 5U);
     QCOMPARE(file.trackWalks(), 2);
-    // A song that is loaded afterwards is looked at anew.
+    // A newly loaded song is walked again.
     QVERIFY(file.loadData(midi(metaEvent(1, metaEvent(3, "T")))));
     QCOMPARE(file.removeHeadMetaevent('\x03', false), 0U);
     QCOMPARE(file.trackWalks(), 1);

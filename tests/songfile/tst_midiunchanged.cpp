@@ -21,7 +21,7 @@ namespace
 constexpr std::array allFields{Field::Title,  Field::Genre,   Field::Artist, Field::Author,
                                Field::Length, Field::UserBpm, Field::Key};
 
-/// What the song's getters give.
+/// The values of all getters.
 SongInfo infoOf(const RawMidiFile &file)
 {
     SongInfo info;
@@ -35,7 +35,7 @@ SongInfo infoOf(const RawMidiFile &file)
     return info;
 }
 
-/// The fields that a song with \a events would lose if what was read were written.
+/// The fields of a song with \a events that would lose data if the values read were written back.
 QList<Field> lostFields(const QByteArray &events)
 {
     const RawMidiFile file = loaded(midi(events, 1));
@@ -49,7 +49,7 @@ QList<Field> lostFields(const QByteArray &events)
 
 } // namespace
 
-/// Which fields lose something when the value that was read is written.
+/// Fields that lose data when the value that was read is written back.
 class TestMidiUnchanged : public QObject
 {
     Q_OBJECT
@@ -82,15 +82,15 @@ void TestMidiUnchanged::losesNothing_data()
     row("a delta of two bytes", bytes("\x80\0\xFF\x03\x01T"));
     row("blanks around a text", metaEvent(3, " T\xA0") + kordiaEvent(3, "\t Bea "));
     row("only blanks", metaEvent(3, "  ") + kordiaEvent(1, " "));
-    row("zero bytes behind a text", metaEvent(3, bytes("T \0\0")) + kordiaEvent(2, bytes("A\0")));
+    row("zero bytes after a text", metaEvent(3, bytes("T \0\0")) + kordiaEvent(2, bytes("A\0")));
     row("zero bytes alone", metaEvent(3, bytes("\0\0")) + kordiaEvent(2, bytes("\0")));
     row("125 characters and blanks", kordiaEvent(2, QByteArray(125, 'a') + ' '));
     row("other digits", kordiaEvent(4, "0185") + kordiaEvent(5, "+97"));
     row("blanks around numbers", kordiaEvent(4, " 185 ") + kordiaEvent(5, bytes("97\0\0")));
     row("empty numbers", kordiaEvent(4, {}) + kordiaEvent(5, " "));
-    row("zero bytes behind a key", metaEvent(0x59, bytes("\1\0\0")));
+    row("zero bytes after a key", metaEvent(0x59, bytes("\1\0\0")));
     row("read inside another event", metaEvent(1, metaEvent(3, " T ") + keyEvent("\1\0")));
-    row("read behind a pause", bytes("\x60\xFF\x03\x02T ") + bytes("\x8F\0\xFF\x59\x02\x55\x55"));
+    row("read after a pause", bytes("\x60\xFF\x03\x02T ") + bytes("\x8F\0\xFF\x59\x02\x55\x55"));
     row("read from the text before, and the same",
         metaEvent(1, metaEvent(3, "T")) + metaEvent(3, "T"));
     row("a title later in the song", bytes("\x60\x90\x40\x40") + metaEvent(3, "T"));
@@ -109,13 +109,13 @@ void TestMidiUnchanged::losesWhatWasNotRead_data()
     const auto row = [](const char *name, Field field, const QByteArray &events) {
         QTest::newRow(name) << events << field;
     };
-    row("behind a zero", Field::Title, metaEvent(3, bytes("T\0more")));
-    row("an artist behind a zero", Field::Artist, kordiaEvent(2, bytes("A\0more")));
+    row("after a zero", Field::Title, metaEvent(3, bytes("T\0more")));
+    row("an artist after a zero", Field::Artist, kordiaEvent(2, bytes("A\0more")));
     row("126 characters", Field::Title, metaEvent(3, QByteArray(126, 't')));
     row("a genre of 126 characters", Field::Genre, kordiaEvent(1, QByteArray(126, 'g')));
     row("200 characters", Field::Title, bytes("\0\xFF\x03\x81\x48") + QByteArray(200, 't'));
-    row("behind a zero alone", Field::Author, kordiaEvent(3, bytes("\0Bea")));
-    row("behind a number's zero", Field::Length,
+    row("after a zero alone", Field::Author, kordiaEvent(3, bytes("\0Bea")));
+    row("after a number's zero", Field::Length,
         kordiaEvent(4, bytes("185\0\0"
                              "7")));
     row("a length of two bytes", Field::Title, bytes("\0\xFF\x03\x80\x01T"));
@@ -152,7 +152,7 @@ void TestMidiUnchanged::losesNothingByAChange()
     SongInfo info = infoOf(file);
     for (const Field field : allFields)
         QVERIFY(file.wouldLose(field, info));
-    // Other values are changes that were asked for.
+    // Other values are changes that the user made.
     info.title += u'x';
     info.genre.clear();
     info.artist = u" A "_s;
@@ -170,18 +170,18 @@ void TestMidiUnchanged::losesWhereTheTrackCannotBeWalked()
     const QByteArray unknown = bytes("\0\xF8");
     QCOMPARE(lostFields(head + unknown), QList<Field>());
     QCOMPARE(lostFields(metaEvent(3, bytes("T\0x")) + unknown), QList<Field>{Field::Title});
-    // Behind the place where the walk ends, bytes that look like an event may belong to another.
+    // After the end of the walk, bytes that look like an event may be part of another event.
     QCOMPARE(lostFields(unknown + head), (QList<Field>{Field::Title, Field::Length, Field::Key}));
     QCOMPARE(lostFields(metaEvent(1, metaEvent(3, "T")) + unknown), QList<Field>{Field::Title});
-    // Behind a pause, even where the walk finds the event.
+    // After a delta-time above 0, even if the walk finds the event.
     QCOMPARE(lostFields(bytes("\x60\x90\x40\x40") + kordiaEvent(5, "97") + unknown),
              QList<Field>{Field::UserBpm});
     QCOMPARE(lostFields(bytes("\x8F\0\xFF\x59\2\1\0") + unknown), QList<Field>{Field::Key});
     QCOMPARE(lostFields(bytes("\x80\0\xFF\x03\1T") + unknown), QList<Field>{Field::Title});
-    // By its bytes, an event without data has the type that is the next one's delta-time.
+    // A search takes the next event's delta-time for the type of an event without data.
     QCOMPARE(lostFields(bytes("\0\xFF\x4B\0\2\x90\x40\x40") + unknown),
              QList<Field>{Field::Artist});
-    // A length of 0xFD takes one byte, 0xFC none.
+    // A length of 0xFD removes one byte, 0xFC removes none.
     QCOMPARE(lostFields(unknown + bytes("\0\xFF\x4B\xFD\x02")), QList<Field>{Field::Artist});
     QCOMPARE(lostFields(unknown + bytes("\0\xFF\x4B\xFC\x02")), QList<Field>());
 }

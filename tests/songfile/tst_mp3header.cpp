@@ -38,7 +38,7 @@ private slots:
     void insertsNothingOutside();
     void survivesEveryFrameSize();
     void readsAFrameOfSizeZeroToTheNextZeroByte();
-    void ignoresFramesBehindTheTag();
+    void ignoresFramesAfterTheTag();
     void survivesEveryTruncation();
     void worksWithoutATag();
 };
@@ -68,7 +68,7 @@ void TestMp3Header::refusesATagLargerThanTheData()
     const QByteArray whole = tag(frame("TIT2", QByteArray(50, 'x'))); // 10 + 61
     Mp3Header header;
     QVERIFY(!header.loadHeader(whole.left(60)));
-    QVERIFY(header.loadHeader(whole.left(61))); // the size is compared without the tag's header
+    QVERIFY(header.loadHeader(whole.left(61))); // the size does not count the tag's header
     QCOMPARE(header.stream(), whole.left(61));
     QVERIFY(
         !header.loadHeader(Samples::bytes("ID3\x03\0\0\x7F\x7F\x7F\x7F") + QByteArray(99, 'x')));
@@ -201,7 +201,7 @@ void TestMp3Header::readsEveryEncoding()
     };
     QCOMPARE(title(Samples::bytes("\1\xFF\xFEL\0\xE0\0")), u"L\u00E0"_s);
     QCOMPARE(title(Samples::bytes("\1\xFE\xFF\0L\0\xE0")), u"L\u00E0"_s);
-    QCOMPARE(title(Samples::bytes("\1L\0\xE0\0")), u"L\u00E0"_s); // without its mark
+    QCOMPARE(title(Samples::bytes("\1L\0\xE0\0")), u"L\u00E0"_s); // without a byte order mark
     QCOMPARE(title(Samples::bytes("\2\0L\0\xE0")), u"L\u00E0"_s);
     QCOMPARE(title(Samples::bytes("\3L\xC3\xA0")), u"L\u00E0"_s);
     QCOMPARE(title(Samples::bytes("\4L\xE0")), u"L\u00E0"_s); // read as Latin-1
@@ -251,7 +251,7 @@ void TestMp3Header::findsTheMakerInAnyCase()
 {
     QVERIFY(loadedTag(tag(frame("TCOP", "(c) kordia srl"))).isKordia());
     QVERIFY(loadedTag(tag(frame("TCOP", "KORDIA"))).isKordia());
-    QVERIFY(!loadedTag(tag(frame("TCOP", "SONWERKS"))).isKordia()); // in MIDI files only
+    QVERIFY(!loadedTag(tag(frame("TCOP", "SONWERKS"))).isKordia()); // applies to MIDI files only
     QVERIFY(!loadedTag(tag(frame("TALB", "KORDIA"))).isKordia());
 }
 
@@ -301,13 +301,13 @@ void TestMp3Header::readsAFrameOfSizeZeroToTheNextZeroByte()
     QCOMPARE(header.title(), u"Rest of it"_s);
 }
 
-void TestMp3Header::ignoresFramesBehindTheTag()
+void TestMp3Header::ignoresFramesAfterTheTag()
 {
     Mp3Header header = loadedTag(tag(QByteArray(20, '\0')));
     QCOMPARE(header.removeId3Frame(u"TIT2"_s), 0);
     QCOMPARE(header.stream(), tag(QByteArray(20, '\0')));
     QByteArray short61 = tag(frame("TALB", "x"));
-    short61[9] = 5; // the frame's name lies in the tag, the rest behind it
+    short61[9] = 5; // the frame's name is inside the tag, the rest is not
     header = loadedTag(short61);
     header.setTitle(u"t"_s);
     QVERIFY(isSizeRight(header));

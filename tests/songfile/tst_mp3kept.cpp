@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// One field of a song, as readers name its frame.
+/// A field of a song, and the names that readers give its frame.
 struct TagField {
     const char *frame;
     const char *frame22;
@@ -51,7 +51,7 @@ QString newText(const TagField &field, int choice)
     return texts[choice % int(std::size(texts))];
 }
 
-/// What stands behind the tag of \a song.
+/// The bytes after the tag of \a song.
 QByteArray audioOf(const QByteArray &song)
 {
     constexpr qsizetype headerSize = 10;
@@ -64,8 +64,8 @@ QByteArray audioOf(const QByteArray &song)
     return song.mid(headerSize + size + (hasFooter ? headerSize : 0));
 }
 
-/// What TagLib finds, frame by frame, without those of \a field and the edit mark: each frame's
-/// name, and its content unless only the names are asked for.
+/// The frames that TagLib finds, except for those of \a field and the edit mark: each frame's
+/// name, and its content unless \a onlyNames.
 QStringList framesByTagLib(const QString &path, const TagField &field, bool onlyNames)
 {
     TagLib::MPEG::File file(QFile::encodeName(path).constData(), false);
@@ -86,8 +86,8 @@ QStringList framesByTagLib(const QString &path, const TagField &field, bool only
 
 } // namespace
 
-/// Tags of every version and form, saved with one change: independent readers find all the rest as
-/// it was.
+/// Tags of every version and form, saved with one change: independent readers find everything
+/// else unchanged.
 class TestMp3Kept : public QObject
 {
     Q_OBJECT
@@ -107,14 +107,14 @@ private:
 
     bool save(const QString &name, const QByteArray &song, const TagField &field,
               const QString &text, Mode mode, More more);
-    void lookByTagLib(const QString &name, const TagField &field, bool onlyNames) const;
-    void lookByMutagen() const;
+    void checkWithTagLib(const QString &name, const TagField &field, bool onlyNames) const;
+    void checkWithMutagen() const;
     QString before(const QString &name) const { return m_folder->filePath(u"before/"_s + name); }
     QString after(const QString &name) const { return m_folder->filePath(u"after/"_s + name); }
 
     std::unique_ptr<LogCapture> m_log;
     std::unique_ptr<QTemporaryDir> m_folder;
-    QByteArray m_list; ///< what mutagen is to look for, see comparetags.py
+    QByteArray m_list; ///< what mutagen looks for, see comparetags.py
 };
 
 void TestMp3Kept::init()
@@ -132,7 +132,7 @@ void TestMp3Kept::cleanup()
     m_log.reset();
 }
 
-/// Saves \a song with \a text in \a field; false when it is no song for the program.
+/// Saves \a song with \a text in \a field; false if the program does not open it.
 bool TestMp3Kept::save(const QString &name, const QByteArray &song, const TagField &field,
                        const QString &text, Mode mode, More more)
 {
@@ -148,7 +148,7 @@ bool TestMp3Kept::save(const QString &name, const QByteArray &song, const TagFie
     metaSong.setSongInfo(info, mode == Mode::ByHand);
     if (!metaSong.saveToFile(after(name)))
         qFatal("not saved: %s", qPrintable(name));
-    // A text that can't be read is left alone.
+    // A text that can't be read is kept.
     metaSong.getSongInfo(info);
     if (mode == Mode::Automatic && info.artist != text)
         return true;
@@ -157,14 +157,14 @@ bool TestMp3Kept::save(const QString &name, const QByteArray &song, const TagFie
     return true;
 }
 
-void TestMp3Kept::lookByTagLib(const QString &name, const TagField &field, bool onlyNames) const
+void TestMp3Kept::checkWithTagLib(const QString &name, const TagField &field, bool onlyNames) const
 {
     const QStringList kept = framesByTagLib(after(name), field, onlyNames);
     for (const QString &frame : framesByTagLib(before(name), field, onlyNames))
         QVERIFY2(kept.contains(frame), qPrintable(frame.left(200)));
 }
 
-void TestMp3Kept::lookByMutagen() const
+void TestMp3Kept::checkWithMutagen() const
 {
     const QString list = m_folder->filePath(u"list"_s);
     Samples::write(list, m_list);
@@ -198,12 +198,12 @@ void TestMp3Kept::keepsWhatOthersRead()
         const TagField &field = tagFields.at(i % tagFields.size());
         QVERIFY(
             save(name, song, field, newText(field, maker.number(100)), Mode::ByHand, More::None));
-        // TagLib finds out frame by frame which sizes a tag has, and errs with the last one.
-        lookByTagLib(name, field, maker.hasPlainSizes());
+        // TagLib guesses the kind of size for each frame, and is wrong for the last one.
+        checkWithTagLib(name, field, maker.hasPlainSizes());
         QVERIFY2(!QTest::currentTestFailed(), qPrintable(maker.description()));
         QVERIFY2(Samples::read(after(name)).endsWith(audio), qPrintable(maker.description()));
     }
-    lookByMutagen();
+    checkWithMutagen();
 }
 
 void TestMp3Kept::keepsWhatOthersReadInSynchronisations()
@@ -216,11 +216,11 @@ void TestMp3Kept::keepsWhatOthersReadInSynchronisations()
         const TagField &artist = tagFields.front();
         QVERIFY(save(name, maker.song(audio), artist, u"The artist \u2014"_s, Mode::Automatic,
                      More::Allowed));
-        lookByTagLib(name, artist, maker.hasPlainSizes());
+        checkWithTagLib(name, artist, maker.hasPlainSizes());
         QVERIFY2(!QTest::currentTestFailed(), qPrintable(maker.description()));
         QVERIFY2(Samples::read(after(name)).endsWith(audio), qPrintable(maker.description()));
     }
-    lookByMutagen();
+    checkWithMutagen();
 }
 
 void TestMp3Kept::keepsTheCorpus()
@@ -237,12 +237,12 @@ void TestMp3Kept::keepsTheCorpus()
             !save(name, song, field, newText(field, songs), Mode::ByHand, More::Allowed))
             continue;
         ++songs;
-        lookByTagLib(name, field, false);
+        checkWithTagLib(name, field, false);
         QVERIFY2(!QTest::currentTestFailed(), qPrintable(files.filePath()));
         QVERIFY2(Samples::read(after(name)).endsWith(audioOf(song)), qPrintable(files.filePath()));
     }
     QVERIFY(songs > 0);
-    lookByMutagen();
+    checkWithMutagen();
 }
 
 BRISEL_TEST(QCoreApplication, TestMp3Kept)

@@ -20,21 +20,21 @@ const QByteArray album = frame("TALB", "Album");
 
 } // namespace
 
-/// What becomes of the zero bytes behind the frames.
+/// The zero bytes after the frames when a tag changes.
 class TestMp3Padding : public QObject
 {
     Q_OBJECT
 
 private slots:
     void growsIntoThePadding();
-    void growsBehindUsedUpPadding();
+    void growsWhenThePaddingIsUsedUp();
     void leavesThePaddingWhenFramesShrink();
     void countsFromTheLoadedTag();
     void countsFromTheSavedTag();
-    void takesTheExtendedHeadersRoom();
-    void growsBeforeJunkBehindThePadding();
+    void leavesOutTheExtendedHeaderAndKeepsThePadding();
+    void growsBeforeJunkAfterThePadding();
     void growsWithoutPadding();
-    void growsATagThatTheFileCuts();
+    void growsATruncatedTag();
 };
 
 void TestMp3Padding::growsIntoThePadding()
@@ -51,10 +51,10 @@ void TestMp3Padding::growsIntoThePadding()
     QVERIFY(isSizeRight(header));
 }
 
-void TestMp3Padding::growsBehindUsedUpPadding()
+void TestMp3Padding::growsWhenThePaddingIsUsedUp()
 {
     Mp3Header header = loadedTag(tag(frame("TIT2", "La") + zeros(5)));
-    header.setTitle(u"La la l"_s); // all five
+    header.setTitle(u"La la l"_s); // takes all five
     QCOMPARE(header.stream(), tag(frame("TIT2", "La la l")));
     header.setTitle(u"La la la"_s);
     QCOMPARE(header.stream(), tag(frame("TIT2", "La la la")));
@@ -73,7 +73,7 @@ void TestMp3Padding::leavesThePaddingWhenFramesShrink()
 
 void TestMp3Padding::countsFromTheLoadedTag()
 {
-    // A text that is taken back gives back the room; one that only moves takes none.
+    // Undoing a change frees its space; a frame that only moves takes no space.
     Mp3Header header = loadedTag(tag(album + frame("TIT2", "La") + zeros(20)));
     header.setTitle(QString(100, u'x'));
     QCOMPARE(header.stream(), tag(frame("TIT2", QByteArray(100, 'x')) + album));
@@ -88,7 +88,7 @@ void TestMp3Padding::countsFromTheSavedTag()
     header.noteSaved();
     QCOMPARE(header.stream(), tag(frame("TIT2", "La la la") + zeros(14)));
     QCOMPARE(header.getAudioDataStartPos(), 43U);
-    header.setTitle(u"La"_s); // the tag shrinks: the saved padding stays
+    header.setTitle(u"La"_s); // the tag shrinks, the saved padding stays
     QCOMPARE(header.stream(), tag(frame("TIT2", "La") + zeros(14)));
     QCOMPARE(header.getAudioDataStartPos(), 43U);
     header.noteSaved();
@@ -100,9 +100,9 @@ void TestMp3Padding::countsFromTheSavedTag()
     QCOMPARE(header.stream(), tag(frame("TIT2", "La la la") + zeros(8)));
 }
 
-void TestMp3Padding::takesTheExtendedHeadersRoom()
+void TestMp3Padding::leavesOutTheExtendedHeaderAndKeepsThePadding()
 {
-    // Its ten bytes are not made into padding.
+    // Its ten bytes do not become padding.
     QByteArray extended = tag(QByteArray("\0\0\0\6\0\0\0\0\0\x14", 10) + album + zeros(20));
     extended[5] = 0x40;
     Mp3Header header = loadedTag(extended);
@@ -110,7 +110,7 @@ void TestMp3Padding::takesTheExtendedHeadersRoom()
     QCOMPARE(header.stream(), tag(frame("TPE1", "Io") + album + zeros(7)));
 }
 
-void TestMp3Padding::growsBeforeJunkBehindThePadding()
+void TestMp3Padding::growsBeforeJunkAfterThePadding()
 {
     const QByteArray rest = album + zeros(20) + "junk";
     Mp3Header header = loadedTag(tag(rest));
@@ -129,9 +129,9 @@ void TestMp3Padding::growsWithoutPadding()
     QCOMPARE(header.stream(), tag(album));
 }
 
-void TestMp3Padding::growsATagThatTheFileCuts()
+void TestMp3Padding::growsATruncatedTag()
 {
-    // It says to have ten bytes more than the file; so it does after a change.
+    // Its size says ten bytes more than the file has; it still does after a change.
     const QByteArray whole = tag(frame("TIT2", "La") + zeros(30));
     Mp3Header header = loadedTag(whole.chopped(10));
     QCOMPARE(header.stream(), whole.chopped(10));

@@ -47,7 +47,7 @@ bool losesTempo(const QByteArray &text, int bpm)
 
 } // namespace
 
-/// Where writing what was read would lose something.
+/// Cases in which writing back what was read would lose data.
 class TestMp3Unchanged : public QObject
 {
     Q_OBJECT
@@ -71,7 +71,7 @@ void TestMp3Unchanged::losesWhatAFrameHoldsBesidesItsText_data()
     QTest::addColumn<QString>("text");
     const QString city = u"Citt\u00E0"_s;
     QTest::newRow("several values") << 4 << bytes("\0One\0Two") << 0 << u"One"_s;
-    QTest::newRow("bytes behind its zero") << 3 << bytes("\0One\0\0x") << 0 << u"One"_s;
+    QTest::newRow("bytes after its zero") << 3 << bytes("\0One\0\0x") << 0 << u"One"_s;
     QTest::newRow("blanks alone") << 3 << bytes("\0  ") << 0 << QString();
     QTest::newRow("no text") << 3 << bytes("\0") << 0 << QString();
     QTest::newRow("UTF-16") << 3
@@ -141,12 +141,12 @@ void TestMp3Unchanged::losesPartsOfASecond()
 {
     QVERIFY(losesLength("185999", 185));
     QVERIFY(losesLength("999", 0));
-    QVERIFY(losesLength("0", 0)); // it would go
+    QVERIFY(losesLength("0", 0)); // the frame would be removed
     QVERIFY(losesLength("about three minutes", 0));
     QVERIFY(!losesLength("0185000", 185));
     QVERIFY(!losesLength("185000", 185));
     QVERIFY(!losesLength("185999", 186));
-    QVERIFY(!losesLength("185999", 0)); // the user took it away
+    QVERIFY(!losesLength("185999", 0)); // the user removed it
 }
 
 void TestMp3Unchanged::losesPartsOfABeat()

@@ -19,7 +19,7 @@ const QByteArray albumOf23 = bytes("TALB\0\0\0\2\0\0\0A");
 
 } // namespace
 
-/// Tags of each version and form, changed: bytes written out by hand.
+/// Changes of tags of each version and form, against bytes written out by hand.
 class TestMp3Versions : public QObject
 {
     Q_OBJECT
@@ -37,12 +37,12 @@ private slots:
     void writesLongTextsOfVersion24WithSynchsafeSizes();
     void writesUtf8IntoAnUnsynchronisedTag();
     void changesFramesOfVersion23InATagOfVersion22();
-    void putsFramesBehindTheExtendedHeaderOfABrokenTag();
+    void putsFramesAfterTheExtendedHeaderOfABrokenTag();
     void setsATextWhereTheExtendedHeaderWasCut();
     void readsSizesOfABrokenTagAlikeAfterAChange();
     void leavesNestedFramesAlone();
     void replacesACompressedFrame();
-    void loadsATagAnew();
+    void loadsATagAgain();
 };
 
 void TestMp3Versions::writesFramesOfVersion22()
@@ -114,7 +114,7 @@ void TestMp3Versions::keepsWhatIsNotChanged()
     Mp3Header header = loadedTag(stored + Samples::audio(60));
     QCOMPARE(header.stream(), stored);
     QCOMPARE(header.getAudioDataStartPos(), static_cast<unsigned>(stored.size()));
-    header.removeId3Frame(u"TBPM"_s); // there is no such frame
+    header.removeId3Frame(u"TBPM"_s); // the tag has no such frame
     QCOMPARE(header.stream(), stored);
 }
 
@@ -136,10 +136,10 @@ void TestMp3Versions::leavesOutTheFooter()
     QCOMPARE(header.getAudioDataStartPos(), 32U);
     header.setTitle(u"La"_s);
     QCOMPARE(header.stream(), tag(4, 0, bytes("TIT2\0\0\0\3\0\0\0La") + albumOf23));
-    QCOMPARE(header.getAudioDataStartPos(), 32U); // of the file, which still has it
+    QCOMPARE(header.getAudioDataStartPos(), 32U); // in the file, which still has the footer
     header.noteSaved();
     QCOMPARE(header.getAudioDataStartPos(), 35U);
-    // Only said to be there.
+    // The flag is set, but there is no footer.
     header = loadedTag(stored + Samples::audio(60));
     QCOMPARE(header.stream(), stored);
     QCOMPARE(header.getAudioDataStartPos(), 22U);
@@ -196,7 +196,7 @@ void TestMp3Versions::writesUtf8IntoAnUnsynchronisedTag()
 
 void TestMp3Versions::changesFramesOfVersion23InATagOfVersion22()
 {
-    // As earlier builds of this program left such tags.
+    // Earlier versions of this program left such tags.
     const QByteArray mark = bytes("MEDT\0\0\0\4\0\0\0\0\0\0");
     const QByteArray artist = bytes("TPE1\0\0\0\3\0\0\0Io");
     Mp3Header header =
@@ -209,7 +209,7 @@ void TestMp3Versions::changesFramesOfVersion23InATagOfVersion22()
     QCOMPARE(header.title(), u"La"_s);
 }
 
-void TestMp3Versions::putsFramesBehindTheExtendedHeaderOfABrokenTag()
+void TestMp3Versions::putsFramesAfterTheExtendedHeaderOfABrokenTag()
 {
     const QByteArray extended = bytes("\0\0\0\6\0\0\0\0\0\0");
     Mp3Header header = loadedTag(tag(3, 0x40, extended + "junk" + albumOf23));
@@ -221,8 +221,8 @@ void TestMp3Versions::putsFramesBehindTheExtendedHeaderOfABrokenTag()
 
 void TestMp3Versions::setsATextWhereTheExtendedHeaderWasCut()
 {
-    // The search finds the frame inside the header of six bytes, and its removal ends the tag
-    // there.
+    // The search finds the frame inside the header of six bytes, and its removal ends the tag at
+    // that place.
     Mp3Header header = loadedTag(tag(3, 0x40, bytes("\0\0\0\6\0TPE1\1\1\1\1\0\0\0Io!!")));
     QCOMPARE(header.artist(), u"Io!!"_s);
     header.setArtist(u"Tu"_s);
@@ -232,7 +232,8 @@ void TestMp3Versions::setsATextWhereTheExtendedHeaderWasCut()
 
 void TestMp3Versions::readsSizesOfABrokenTagAlikeAfterAChange()
 {
-    // The new frame's size is 00 00 01 48, which read plainly leads to the frames behind the junk.
+    // The new frame's size is 00 00 01 48, which as a plain size leads to the frames after the
+    // junk.
     Mp3Header header = loadedTag(tag(4, 0, QByteArray(128, '?') + albumOf23 + albumOf23));
     const QString text(199, u'x');
     header.setArtist(text);
@@ -268,7 +269,7 @@ void TestMp3Versions::replacesACompressedFrame()
     QCOMPARE(header.stream(), tag(3, 0, bytes("TCON\0\0\0\6\0\0\0Polka") + albumOf23));
 }
 
-void TestMp3Versions::loadsATagAnew()
+void TestMp3Versions::loadsATagAgain()
 {
     Mp3Header header = loadedTag(tag(2, 0, albumOf22));
     header.setTitle(u"La"_s);

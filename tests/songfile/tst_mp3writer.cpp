@@ -17,7 +17,7 @@ constexpr qint64 sparseSize = 64 << 20; ///< bytes
 const QByteArray oldTag = tag(frame("TIT2", "Old"));
 const QByteArray newTag = tag(frame("TIT2", "A new title") + frame("TPE1", "Someone"));
 
-/// The bytes that a song takes on the disk.
+/// The bytes that the song occupies on the disk.
 qint64 roomOfSong()
 {
     constexpr qint64 unit = 512; // bytes
@@ -26,7 +26,7 @@ qint64 roomOfSong()
     return ::stat("a.mp3", &entry) == 0 ? entry.st_blocks * unit : -1;
 }
 
-/// A song's extended attribute or list; "none" when it has no such.
+/// The song's extended attribute or access control list \a name; "none" if it has none.
 QByteArray songAttribute(const char *name)
 {
     QByteArray value(1000, '\0');
@@ -41,7 +41,7 @@ bool setSongAttribute(const char *name, const QByteArray &value)
 
 } // namespace
 
-/// Putting a tag in front of the audio of the file that was opened.
+/// Writing a tag before the audio of the opened file.
 class TestMp3Writer : public SongSavingTest
 {
     Q_OBJECT
@@ -74,7 +74,7 @@ void TestMp3Writer::keepsTheAudioOfTheOpenFile()
     QCOMPARE(rewriteMp3(u"a.mp3"_s, song, newTag, oldTag.size()), WriteResult::Done);
     QVERIFY(Samples::read(u"a.mp3"_s) == newTag + audio(rewrittenAudio));
     QCOMPARE(entries(), QStringList{u"a.mp3"_s});
-    // What stands there now is another file.
+    // The path now leads to another file.
     QCOMPARE(rewriteMp3(u"a.mp3"_s, song, newTag, oldTag.size()), WriteResult::Changed);
     QVERIFY(Samples::read(u"a.mp3"_s) == newTag + audio(rewrittenAudio));
 }
@@ -124,7 +124,7 @@ void TestMp3Writer::keepsBothNamesOfASong()
     const QByteArray saved = Samples::read(u"other"_s);
     QVERIFY(saved != oldSong(name));
     QCOMPARE(entries(), QStringList({name, u"other"_s}));
-    // A song with one name gets the same bytes.
+    // A song with only one name gets the same bytes.
     QVERIFY(QFile::remove(name) && QFile::remove(u"other"_s));
     MetaSong single = changedSong(name);
     QVERIFY(single.saveToFile(name));
@@ -247,7 +247,7 @@ void TestMp3Writer::noticesAChangeDuringTheCopy()
     QCOMPARE(entries(), before);
     QCOMPARE(song.trouble(),
              isSameSong ? MetaSong::Trouble::None : MetaSong::Trouble::ChangedMeanwhile);
-    // The same change was made again in the song as it is now.
+    // The change was applied again to the song as it is now.
     QVERIFY(Samples::read(u"a.mp3"_s) ==
             (isSameSong ? tag(frame("MEDT", QByteArray(3, '\0')) + frame("TIT2", "New") +
                               frame("TALB", "Theirs")) +

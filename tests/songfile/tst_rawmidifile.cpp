@@ -17,12 +17,12 @@ class TestRawMidiFile : public QObject
     Q_OBJECT
 
 private slots:
-    void takesFormats0And1();
+    void acceptsFormats0And1();
     void refusesOtherData();
     void keepsItsDataWhenRefused();
     void readsEveryField();
     void readsNothingFromAPlainFile();
-    void searchesBehindTheFirstTrack();
+    void searchesAfterTheFirstTrack();
     void writesEachFieldAtTheHead_data();
     void writesEachFieldAtTheHead();
     void setsTheArtistTwice();
@@ -42,10 +42,10 @@ private slots:
     void readsMarkersOfEveryLength();
     void insertsAMarker();
     void knowsTheMakersNames();
-    void looksThroughASongTwiceAtMost();
+    void scansASongTwiceAtMost();
 };
 
-void TestRawMidiFile::takesFormats0And1()
+void TestRawMidiFile::acceptsFormats0And1()
 {
     QCOMPARE(loaded(midi({}, 0)).fileType(), SongInfo::Midi0);
     QCOMPARE(loaded(midi({}, 1)).fileType(), SongInfo::Midi1);
@@ -61,7 +61,7 @@ void TestRawMidiFile::refusesOtherData()
     QVERIFY(!file.loadData(midi().replace(0, 4, "MThe")));
     QVERIFY(!file.loadData(midi().replace("MTrk", "MTrj")));
     QVERIFY(!file.loadData("MTrkMThd"));
-    QVERIFY(!file.loadData("MThdMTrk")); // no format at all
+    QVERIFY(!file.loadData("MThdMTrk")); // without a format
     QVERIFY(!file.loadData({}));
 }
 
@@ -108,7 +108,7 @@ void TestRawMidiFile::readsNothingFromAPlainFile()
     QVERIFY(text.isEmpty());
 }
 
-void TestRawMidiFile::searchesBehindTheFirstTrack()
+void TestRawMidiFile::searchesAfterTheFirstTrack()
 {
     RawMidiFile file = loaded(midi({}, 1) + kordiaEvent(2, "Anna") + metaEvent(3, "Late"));
     QCOMPARE(file.artist(), u"Anna"_s);
@@ -224,7 +224,7 @@ void TestRawMidiFile::readsANegativeLengthAsTheRest_data()
 void TestRawMidiFile::readsANegativeLengthAsTheRest()
 {
     QFETCH(const int, length);
-    // A title of 130 characters with a length of two bytes, 0x81 0x02: the second reads as text.
+    // A title of 130 characters with a length of two bytes, 0x81 0x02: the second is read as text.
     const QByteArray title =
         Samples::bytes("\0\xFF\x03") + static_cast<char>(length) + QByteArray(130, 't');
     QCOMPARE(loaded(midi(title)).title(), QString(130, u't'));
@@ -242,7 +242,7 @@ void TestRawMidiFile::insertsNothingOutside()
     QCOMPARE(file.insertMetaevent("x", '\x03', -1), 0U);
     QCOMPARE(file.stream(), midi());
     QCOMPARE(file.insertMetaevent("x", '\x03', size), 5U);
-    // An "MTrk" at the very end: its data would start outside.
+    // An "MTrk" at the very end: its data would start after the end of the file.
     file = loaded(midi().left(18));
     file.setTitle(u"T"_s);
     file.setKey(u"C"_s);
@@ -313,7 +313,7 @@ void TestRawMidiFile::readsMarkersOfEveryLength()
         const QList<Marker> list =
             loaded(midi(event + kordiaEvent(6, Samples::bytes("\0\2B")))).markersList();
         QCOMPARE(list.size(), 2);
-        // Shorter than its own bar number: the text is what comes, up to the zero byte.
+        // Shorter than its bar number: the text is the following bytes up to a zero byte.
         QCOMPARE(list.first().text.size(), length < 3 ? 260 : length - 3);
         QCOMPARE(list.last().text, u"B"_s);
     }
@@ -348,7 +348,7 @@ void TestRawMidiFile::knowsTheMakersNames()
     QVERIFY(!loaded(midi(metaEvent(1, "Kordia"))).isKordia());
 }
 
-void TestRawMidiFile::looksThroughASongTwiceAtMost()
+void TestRawMidiFile::scansASongTwiceAtMost()
 {
     RawMidiFile file =
         loaded(midi(kordiaEvent(RawMidiFile::Marker, Samples::bytes("\0\1Intro")), 1) +
@@ -363,7 +363,7 @@ void TestRawMidiFile::looksThroughASongTwiceAtMost()
     };
     readAll();
     QVERIFY(file.scannedBytes() >= 100000 && file.scannedBytes() <= 2 * file.stream().size());
-    // A change is seen: the song is looked through again.
+    // After a change the song is scanned again.
     file.setTitle(QStringLiteral("A song"));
     QCOMPARE(file.title(), QStringLiteral("A song"));
     file.removeHeadMetaevent('\x03', false);

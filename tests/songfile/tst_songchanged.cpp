@@ -47,7 +47,7 @@ struct timespec modifiedOf(const QString &name)
 
 } // namespace
 
-/// Songs that another program changes between their import and their save.
+/// Songs that another program changes between import and save.
 class TestSongChanged : public SongSavingTest
 {
     Q_OBJECT
@@ -56,14 +56,14 @@ private slots:
     void init() { setUp(); }
     void cleanup() { tearDown(); }
 
-    void keepsTheAudioBehindALargerTag();
-    void keepsTheAudioBehindASmallerTag();
+    void keepsTheAudioAfterALargerTag();
+    void keepsTheAudioAfterASmallerTag();
     void keepsAudioThatWasAppended();
     void makesTheSameChangeAgain_data();
     void makesTheSameChangeAgain();
     void makesASynchronisationAgain();
     void noticesAChangeThatKeepsSizeAndTime();
-    void takesAnEqualFileForTheSame();
+    void treatsAnEqualFileAsTheSame();
     void takesChangedMusicWithItsNames();
     void refusesAnotherSong_data();
     void refusesAnotherSong();
@@ -73,7 +73,7 @@ private slots:
     void takesTheAudioOfTheFileThatIsSavedTo();
 };
 
-void TestSongChanged::keepsTheAudioBehindALargerTag()
+void TestSongChanged::keepsTheAudioAfterALargerTag()
 {
     const QByteArray audio = Samples::audio(300 * 417);
     writeSong(u"a.mp3"_s, tag(frame("TIT2", "Old")) + audio);
@@ -87,7 +87,7 @@ void TestSongChanged::keepsTheAudioBehindALargerTag()
                 audio);
 }
 
-void TestSongChanged::keepsTheAudioBehindASmallerTag()
+void TestSongChanged::keepsTheAudioAfterASmallerTag()
 {
     const QByteArray audio = Samples::audio(300 * 417);
     writeSong(u"a.mp3"_s,
@@ -137,9 +137,9 @@ void TestSongChanged::makesTheSameChangeAgain()
     writeSong(name, present);
     QVERIFY(song.saveToFile(name));
     QCOMPARE(infoIn(name).author, u"Author"_s);
-    QCOMPARE(infoIn(name).title, u"Theirs"_s); // a field that was not edited is theirs
+    QCOMPARE(infoIn(name).title, u"Theirs"_s); // a field that was not edited keeps their value
     QCOMPARE(song.trouble(), MetaSong::Trouble::None);
-    // What was saved is what would have been made of their file.
+    // The saved bytes are the same as when their file is opened and changed.
     const QByteArray saved = Samples::read(name);
     writeSong(name, present);
     QVERIFY(withNewAuthor(name).saveToFile(name));
@@ -165,7 +165,7 @@ void TestSongChanged::makesASynchronisationAgain()
 
 void TestSongChanged::noticesAChangeThatKeepsSizeAndTime()
 {
-    // Memories keep times of two seconds.
+    // Memories store times in steps of two seconds.
     for (const QString &name : {u"a.mid"_s, u"a.mp3"_s}) {
         writeSong(name, oldSong(name));
         const struct timespec time = modifiedOf(name);
@@ -178,7 +178,7 @@ void TestSongChanged::noticesAChangeThatKeepsSizeAndTime()
     }
 }
 
-void TestSongChanged::takesAnEqualFileForTheSame()
+void TestSongChanged::treatsAnEqualFileAsTheSame()
 {
     for (const QString &name : {u"a.mid"_s, u"a.mp3"_s, u"a.zb3"_s}) {
         writeSong(name, oldSong(name));

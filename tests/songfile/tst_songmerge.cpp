@@ -80,7 +80,7 @@ void TestSongMerge::overwritesMidiFilesByHand()
     QVERIFY(info.author.isEmpty() && info.key.isEmpty());
     QCOMPARE(info.length, 0);
     QCOMPARE(info.userBpm, 0);
-    QCOMPARE(info.markers.size(), 1); // never touched by hand
+    QCOMPARE(info.markers.size(), 1); // not changed by a save by hand
 }
 
 void TestSongMerge::overwritesContainersByHand()
@@ -97,7 +97,7 @@ void TestSongMerge::overwritesContainersByHand()
     QCOMPARE(info.length, 200);
     QCOMPARE(info.key, u"G"_s);
     QVERIFY(info.markers.isEmpty());
-    QCOMPARE(info.zbxFlags, qint8(3)); // the flag goes with the record's markers
+    QCOMPARE(info.zbxFlags, qint8(3)); // the flag is set by the record's markers
     song.setSongInfo(SongInfo(), true);
     info = infoOf(song);
     QVERIFY(info.title.isEmpty() && info.artist.isEmpty() && info.key.isEmpty());
@@ -222,7 +222,7 @@ void TestSongMerge::lengthensATitleOnly()
     QCOMPARE(infoOf(song).title, result);
     if (inFile.isEmpty())
         return;
-    // Only MIDI files have that rule.
+    // This rule applies to MIDI files only.
     song = opened(u"a.mp3"_s, tag(frame("TIT2", inFile)));
     song.setSongInfo(info, false);
     QCOMPARE(infoOf(song).title, QString::fromLatin1(inFile));
@@ -241,7 +241,7 @@ void TestSongMerge::suppliesNoNegativeNumbers()
     QVERIFY(song.saveToFile(u"a.mid"_s));
     const QByteArray saved = Samples::read(u"a.mid"_s);
     QVERIFY(!saved.contains(QByteArray("\x04-1")) && !saved.contains(QByteArray("\x05-1")));
-    info.length = info.userBpm = 0; // zero is a value
+    info.length = info.userBpm = 0; // zero is a valid value
     song.setSongInfo(info, false);
     QVERIFY(song.saveToFile(u"a.mid"_s));
     QVERIFY(Samples::read(u"a.mid"_s).contains(kordiaEvent(4, "0")));
@@ -300,7 +300,7 @@ void TestSongMerge::replacesPlaceholders()
     QCOMPARE(info.title, isReplaced ? u"New title"_s : old);
     QCOMPARE(info.author, isReplaced ? u"New author"_s : old);
     QCOMPARE(info.genre, isReplaced ? u"New genre"_s : old);
-    // In a MIDI file a dash is a text like any other.
+    // In a MIDI file a dash is an ordinary text.
     if (size > 0) {
         song = opened(u"a.mid"_s, midi(kordiaEvent(1, inFile)));
         song.setSongInfo(fullInfo(false), false);

@@ -3,7 +3,7 @@
 using namespace Samples;
 using namespace Qt::StringLiterals;
 
-/// Saving every kind of song.
+/// Saving songs of every format.
 class TestSongSaving : public SongSavingTest
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ private slots:
     void savesToANewFile();
     void savesAnMp3();
     void givesAnMp3ItsFirstTag();
-    void savesAnMp3WhoseTagEndsBehindTheFile();
+    void savesAnMp3WhoseTagEndsAfterTheFile();
     void savesAnMp3Twice();
     void keepsOtherTemporaryFiles();
     void namesTheTemporaryFileInTheFolder();
@@ -107,7 +107,7 @@ void TestSongSaving::roundTripsTheMarkOfZb4()
     const QByteArray saved = Samples::read(u"a.zb4"_s);
     QByteArray expected =
         midi(Samples::kordiaEvent(6, Samples::bytes("\0\1M")) + metaEvent(3, "Old"));
-    expected.insert(22, Samples::bytes("\xFF\0\xFF")); // not counted in the track's length
+    expected.insert(22, Samples::bytes("\xFF\0\xFF")); // not included in the track's length
     QByteArray music;
     QVERIFY(LzHuff().expand(saved.mid(512), music));
     QCOMPARE(music, expected);
@@ -191,7 +191,7 @@ void TestSongSaving::givesAnMp3ItsFirstTag()
     }
 }
 
-void TestSongSaving::savesAnMp3WhoseTagEndsBehindTheFile()
+void TestSongSaving::savesAnMp3WhoseTagEndsAfterTheFile()
 {
     const QByteArray padding(20, '\0');
     writeSong(u"a.mp3"_s, tag(frame("TIT2", "Old") + padding).chopped(5));
@@ -199,7 +199,8 @@ void TestSongSaving::savesAnMp3WhoseTagEndsBehindTheFile()
         MetaSong song = changedSong(u"a.mp3"_s);
         QVERIFY(song.saveToFile(u"a.mp3"_s));
     }
-    // The mark has taken 14 bytes of the padding; 5 of what is left are still behind the file.
+    // The mark has taken 14 bytes of the padding; 5 of the rest are still after the end of the
+    // file.
     QCOMPARE(Samples::read(u"a.mp3"_s),
              tag(frame("TIT2", "New") + frame("MEDT", QByteArray(3, '\0')) + QByteArray(6, '\0'))
                  .chopped(5));
@@ -234,7 +235,7 @@ void TestSongSaving::keepsOtherTemporaryFiles()
 
 void TestSongSaving::namesTheTemporaryFileInTheFolder()
 {
-    // The folder's own "." is none of the song's.
+    // The "." in the folder's name is not part of the song's name.
     QVERIFY(QDir().mkdir(u"my.songs"_s));
     MetaSong song = changedSong(u"my.songs/songmp3"_s);
     QVERIFY(song.saveToFile(u"my.songs/songmp3"_s));

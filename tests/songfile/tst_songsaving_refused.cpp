@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// No more files can be opened than are open, and \a more.
+/// Limits the process to the files that are open now, and \a more.
 class FewFiles
 {
 public:
@@ -28,7 +28,7 @@ private:
 
 } // namespace
 
-/// Songs that can't be saved stay as they were; write protection alone is overcome.
+/// Songs that can't be saved stay unchanged; only write protection is removed.
 class TestSongSavingRefused : public SongSavingTest
 {
     Q_OBJECT
@@ -79,7 +79,7 @@ void TestSongSavingRefused::keepsTheSongOnAFullDisk()
     QCOMPARE(m_log->messages().last(), message);
     QVERIFY(Samples::read(name) == oldSong(name));
     QCOMPARE(entries(), QStringList{name});
-    QVERIFY(song.saveToFile(name)); // nothing was lost in memory either
+    QVERIFY(song.saveToFile(name)); // the object in memory is unchanged too
     QVERIFY(Samples::read(name) != oldSong(name));
 }
 
@@ -87,7 +87,7 @@ void TestSongSavingRefused::keepsTheSongWhenNoFileCanBeCreated()
 {
     MetaSong song = changedSong(u"a.mp3"_s);
     {
-        const FewFiles few(1); // the song, but no temporary file
+        const FewFiles few(1); // enough for the song, not for a temporary file
         QVERIFY(!song.saveToFile(u"a.mp3"_s));
     }
     QCOMPARE(m_log->messages(), QStringList({readOnlyOk, writeFailed}));
@@ -134,7 +134,7 @@ void TestSongSavingRefused::opensNoDevices()
     for (const QString &name : {u"a.mid"_s, u"a.zb3"_s, u"a.mp3"_s}) {
         MetaSong song = changedSong(name);
         for (const QString &place : {u"fifo"_s, u"folder"_s, u"/dev/full"_s, QString()})
-            QVERIFY(!song.saveToFile(place)); // a FIFO would wait for ever
+            QVERIFY(!song.saveToFile(place)); // opening a FIFO would block forever
     }
     struct stat entry {
     };

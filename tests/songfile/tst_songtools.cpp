@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Other people's tools must read what the program has written.
+/// Tools by others must be able to read what the program has written.
 class TestSongTools : public QObject
 {
     Q_OBJECT
@@ -73,7 +73,7 @@ void TestSongTools::anSmfToolAcceptsAChangedSong()
     MetaSong song;
     QVERIFY(song.importFile(u"a.mid"_s));
     song.setSongInfo(info, false); // the markers
-    song.setSongInfo(info, true);  // all the rest
+    song.setSongInfo(info, true);  // all other fields
     QVERIFY(song.saveToFile(u"a.mid"_s));
 
     QStringList after = linesOf(tool, {u"a.mid"_s});

@@ -19,7 +19,7 @@ using Samples::opened;
 namespace
 {
 
-/// What a save by hand makes of the song \a content once \a change has changed its record.
+/// The song \a content after \a change was applied to its record and saved by hand.
 template <typename Change>
 QByteArray savedByHand(const QString &name, const QByteArray &content, Change change)
 {
@@ -43,7 +43,7 @@ QByteArray fileOf(const QByteArray &track)
     return bytes("MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\0") + static_cast<char>(track.size()) + track;
 }
 
-/// The header of a saved container, its sizes apart.
+/// The header of a saved container, without its sizes.
 QByteArray headOf(const QByteArray &container)
 {
     QByteArray head = container.left(512);
@@ -52,7 +52,7 @@ QByteArray headOf(const QByteArray &container)
 
 } // namespace
 
-/// A save by hand in which the user left a field alone.
+/// Saves by hand in which the user did not change a field.
 class TestSongUnchanged : public QObject
 {
     Q_OBJECT
@@ -65,11 +65,11 @@ private slots:
     void keepsFramesOfVersion22();
     void keepsALengthToTheMillisecond();
     void movesPlainFrames();
-    void writesChangedFieldsAsEver();
+    void writesChangedFields();
     void removesATextThatTheUserTookAway();
-    void synchronisesNothingThatIsThere();
+    void keepsExistingFieldsInASynchronisation();
     void synchronisesNoArtistOverOneThatCantBeRead();
-    void keepsBytesBehindAContainersText();
+    void keepsBytesAfterAContainersText();
     void writesATextOfAContainerWithoutItsBlanks();
     void writesChangedFieldsOfAContainer();
     void writesAnEmptyFieldOfAContainer();
@@ -93,7 +93,7 @@ void TestSongUnchanged::keepsFramesThatHoldMore()
                                      "97");
     QCOMPARE(savedByHand(u"a.mp3"_s, tag(4, 0, title + artist + genre) + audio, setTempo),
              tag(4, 0, written + title + artist + genre) + audio);
-    // And once more, with a tempo to replace.
+    // Again with an existing tempo.
     QCOMPARE(savedByHand(u"a.mp3"_s, tag(4, 0, written + title + artist + genre) + audio,
                          [](SongInfo &info) { info.userBpm = 98; }),
              tag(4, 0,
@@ -130,7 +130,7 @@ void TestSongUnchanged::keepsALengthToTheMillisecond()
 
 void TestSongUnchanged::movesPlainFrames()
 {
-    // A frame that is written again stands first: a frame that is written again stands first.
+    // A frame that is written again moves to the start.
     const QByteArray title = bytes("TIT2\0\0\0\3\0\0\0La");
     const QByteArray artist = bytes("TPE1\0\0\0\3\0\0\0Io");
     const QByteArray album = bytes("TALB\0\0\0\2\0\0\0A");
@@ -141,7 +141,7 @@ void TestSongUnchanged::movesPlainFrames()
              tag(3, 0, written + artist + tempo + title + album));
 }
 
-void TestSongUnchanged::writesChangedFieldsAsEver()
+void TestSongUnchanged::writesChangedFields()
 {
     const QByteArray title = bytes("TIT2\0\0\0\x0D\0\0\1\xFF\xFE"
                                    "C\0i\0t\0t\0\xE0\0");
@@ -159,7 +159,7 @@ void TestSongUnchanged::removesATextThatTheUserTookAway()
         tag(3, 0, bytes("MEDT\0\0\0\4\0\0\0\0\0\0")));
 }
 
-void TestSongUnchanged::synchronisesNothingThatIsThere()
+void TestSongUnchanged::keepsExistingFieldsInASynchronisation()
 {
     const auto synchronised = [](const QString &name, const QByteArray &content) {
         MetaSong song = opened(name, content);
@@ -191,7 +191,7 @@ void TestSongUnchanged::synchronisesNoArtistOverOneThatCantBeRead()
     QVERIFY(!Samples::read(u"a.mp3"_s).contains("Other"));
 }
 
-void TestSongUnchanged::keepsBytesBehindAContainersText()
+void TestSongUnchanged::keepsBytesAfterAContainersText()
 {
     const QByteArray head = header(Samples::titleField, bytes("La\0old rest"))
                                 .replace(Samples::genreField, 8, bytes("Polka\0\0x"));
@@ -265,7 +265,7 @@ void TestSongUnchanged::keepsDeltaTimesOfATrackThatCannotBeWalked()
 
 void TestSongUnchanged::movesEventsThatLoseNothing()
 {
-    // As described: an event that is written again stands first.
+    // An event that is written again moves to the start.
     const QByteArray note = bytes("\0\x90\x3C\x40");
     const QByteArray key = bytes("\0\xFF\x59\2\1\0");
     QCOMPARE(savedByHand(u"a.mid"_s,

@@ -36,7 +36,7 @@ class TestZbxHeader : public QObject
     Q_OBJECT
 
 private slots:
-    void takesEachGeneration();
+    void acceptsEachGeneration();
     void refusesShortHeadersAndKeepsTheType();
     void refusesOtherMagics();
     void readsEachFieldAtItsPlace_data();
@@ -52,12 +52,12 @@ private slots:
     void widensFlagsWithTheirSign();
     void writesSizesLittleEndian();
     void changesNothingElse();
-    void losesWhatStandsBehindAText_data();
-    void losesWhatStandsBehindAText();
+    void losesBytesAfterAText_data();
+    void losesBytesAfterAText();
     void worksWithoutAHeader();
 };
 
-void TestZbxHeader::takesEachGeneration()
+void TestZbxHeader::acceptsEachGeneration()
 {
     QCOMPARE(loadedHeader(sample()).fileType(), SongInfo::Zb3);
     QCOMPARE(loadedHeader(Samples::containerHeader("_ZB4", 512)).fileType(), SongInfo::Zb4);
@@ -143,7 +143,7 @@ void TestZbxHeader::cutsLongerTexts()
     header.setTitle(QString(32, u'a') + u"cut off!"_s);
     QCOMPARE(header.title(), QString(32, u'a'));
     QCOMPARE(header.header(), sampleWith(122, QByteArray(32, 'a')));
-    header.setGenre(QString(31, u'g') + u'\u20ac' + u'x'); // no euro sign in 8 bits
+    header.setGenre(QString(31, u'g') + u'\u20ac' + u'x'); // Latin-1 has no euro sign
     QCOMPARE(header.genre(), QString(31, u'g') + u'?');
 }
 
@@ -223,7 +223,7 @@ void TestZbxHeader::changesNothingElse()
         QVERIFY(after.at(i) == before.at(i) || (i >= 4 && i < 8) || i == 122);
 }
 
-void TestZbxHeader::losesWhatStandsBehindAText_data()
+void TestZbxHeader::losesBytesAfterAText_data()
 {
     QTest::addColumn<QByteArray>("field");
     QTest::addColumn<QString>("text");
@@ -232,18 +232,19 @@ void TestZbxHeader::losesWhatStandsBehindAText_data()
     QTest::newRow("plain") << QByteArray("La") << u"La"_s << false;
     QTest::newRow("full") << QByteArray(32, 'x') << wide << false;
     QTest::newRow("empty") << QByteArray() << QString() << false;
-    QTest::newRow("bytes behind the zero") << Samples::bytes("La\0old") << u"La"_s << true;
-    QTest::newRow("bytes behind no text") << Samples::bytes("\0old") << QString() << true;
-    QTest::newRow("bytes behind blanks") << Samples::bytes(" \0old") << QString() << true;
-    QTest::newRow("blanks behind") << QByteArray("La").leftJustified(32, ' ') << u"La"_s << false;
+    QTest::newRow("bytes after the zero") << Samples::bytes("La\0old") << u"La"_s << true;
+    QTest::newRow("bytes after an empty text") << Samples::bytes("\0old") << QString() << true;
+    QTest::newRow("bytes after blanks") << Samples::bytes(" \0old") << QString() << true;
+    QTest::newRow("blanks at the end")
+        << QByteArray("La").leftJustified(32, ' ') << u"La"_s << false;
     QTest::newRow("blanks before") << QByteArray("  La") << u"La"_s << false;
     QTest::newRow("blanks alone") << QByteArray(32, ' ') << QString() << false;
-    QTest::newRow("blanks behind the zero") << Samples::bytes("La\0 ") << u"La"_s << true;
+    QTest::newRow("blanks after the zero") << Samples::bytes("La\0 ") << u"La"_s << true;
     QTest::newRow("another text") << Samples::bytes("La\0old") << u"Lo"_s << false;
     QTest::newRow("longer than the field") << QByteArray(32, 'x') << wide + u'y' << false;
 }
 
-void TestZbxHeader::losesWhatStandsBehindAText()
+void TestZbxHeader::losesBytesAfterAText()
 {
     QFETCH(const QByteArray, field);
     QFETCH(const QString, text);

@@ -18,7 +18,7 @@ private slots:
     void drawsBothScales();
     void isReadableOnTheDarkStyle_data();
     void isReadableOnTheDarkStyle();
-    void doubleSizeIsDrawnAndNotBlownUp();
+    void doubleSizeIsDrawnAndNotScaled();
     void drawsAWidthInProportion();
     void refusesWhatItCannotDraw_data();
     void refusesWhatItCannotDraw();
@@ -47,7 +47,7 @@ double luminance(int red, int green, int blue)
     return 0.2126 * linear(red) + 0.7152 * linear(green) + 0.0722 * linear(blue);
 }
 
-/// The part of what is drawn that stands out from the window's dark grey.
+/// The fraction of the drawn pixels that contrast with the window's dark grey.
 double readablePart(const QImage &image)
 {
     const double ground = luminance(66, 66, 66);
@@ -93,7 +93,7 @@ void TestArtwork::drawsBothScales()
         const QImage image = drawn(name, scale);
         QCOMPARE(image.size(), size * scale);
         QVERIFY(image.hasAlphaChannel());
-        QCOMPARE(qAlpha(image.pixel(0, 0)), 0); // the window shows around the drawing
+        QCOMPARE(qAlpha(image.pixel(0, 0)), 0); // the background is transparent
     }
 }
 
@@ -104,11 +104,11 @@ void TestArtwork::isReadableOnTheDarkStyle_data()
 
 void TestArtwork::isReadableOnTheDarkStyle()
 {
-    // Dark parts are for drawing inside light ones.
+    // Dark parts are details inside light ones.
     QVERIFY(readablePart(drawn(QString::fromLatin1(QTest::currentDataTag()), 1)) > 0.6);
 }
 
-void TestArtwork::doubleSizeIsDrawnAndNotBlownUp()
+void TestArtwork::doubleSizeIsDrawnAndNotScaled()
 {
     const QImage once = drawn(u"logo-brisel2"_qs, 1);
     const QImage twice = drawn(u"logo-brisel2"_qs, 2);

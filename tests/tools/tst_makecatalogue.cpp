@@ -51,7 +51,8 @@ QByteArray bytesOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The first row of the made file, its fields joined by "|", NULL as "(NULL)"; empty without one.
+/// The first row of the result in the made file, its fields joined by "|", NULL as "(NULL)"; empty
+/// if there is no row.
 QString firstRow(const QString &statement)
 {
     QStringList fields;
@@ -93,12 +94,12 @@ private slots:
     void refusesEmptySource();
     void refusesMissingSource();
     void leavesNoFileWhenTheDiskIsFull();
-    void wantsTwoArguments();
+    void requiresTwoArguments();
     void makesTheShippedCatalogue();
     void syntheticHasTheFullSizeByDefault();
-    void syntheticHasTheWantedSize();
+    void syntheticHasTheRequestedSize();
     void syntheticRefusesBadSizes();
-    void syntheticRowsAreAsRealOnes();
+    void syntheticRowsLookLikeRealOnes();
 };
 
 void TestMakeCatalogue::cleanup()
@@ -138,7 +139,7 @@ void TestMakeCatalogue::givesTheSameBytesAgain()
     QCOMPARE(make(header + goodRow).exitCode, 0);
     const QByteArray first = bytesOf(QStringLiteral("out"));
     QVERIFY(!first.isEmpty());
-    QTest::qWait(1100); // a time stamp of seconds would show
+    QTest::qWait(1100); // a time stamp in seconds would differ
     QCOMPARE(make(header + goodRow).exitCode, 0);
     QVERIFY(bytesOf(QStringLiteral("out")) == first);
 }
@@ -207,7 +208,7 @@ void TestMakeCatalogue::refusesBadRow_data()
     row("T;A;G;B;100;100;C;F;\"9; ;\";A", "the text of a marker is not 1 to 125 characters long");
     row("T;A;G;B;100;100;C;F;\"9;a;;A", "a quoted field has no closing quote");
     row("\"", "a quoted field has no closing quote");
-    row("T;A;G;B;100;100;C;F;\"9;a;\"x;A", "text behind the closing quote of a field");
+    row("T;A;G;B;100;100;C;F;\"9;a;\"x;A", "text after the closing quote of a field");
     row("T\"x;A;G;B;100;100;C;F;;A", "a quote inside a field that is not quoted");
     row("\xe2\x82\xac;A;G;B;100;100;C;F;;A", "a character that is not printable Latin-1");
     row("T\t;A;G;B;100;100;C;F;;A", "a character that is not printable Latin-1");
@@ -270,7 +271,7 @@ void TestMakeCatalogue::leavesNoFileWhenTheDiskIsFull()
     QVERIFY(!QFile::exists(QStringLiteral("out.new")));
 }
 
-void TestMakeCatalogue::wantsTwoArguments()
+void TestMakeCatalogue::requiresTwoArguments()
 {
     QCOMPARE(runTool(QStringLiteral(MAKECATALOGUE), {}).exitCode, 1);
     QCOMPARE(runTool(QStringLiteral(MAKECATALOGUE), {QStringLiteral("songs.csv")}).message,
@@ -294,7 +295,7 @@ void TestMakeCatalogue::syntheticHasTheFullSizeByDefault()
     QVERIFY(bytesOf(QStringLiteral("out")) == bytesOf(QStringLiteral("other")));
 }
 
-void TestMakeCatalogue::syntheticHasTheWantedSize()
+void TestMakeCatalogue::syntheticHasTheRequestedSize()
 {
     for (const char *size : {"0", "1", "17"}) {
         const QString count = QString::fromLatin1(size);
@@ -316,7 +317,7 @@ void TestMakeCatalogue::syntheticRefusesBadSizes()
     QVERIFY(!QFile::exists(QStringLiteral("out")));
 }
 
-void TestMakeCatalogue::syntheticRowsAreAsRealOnes()
+void TestMakeCatalogue::syntheticRowsLookLikeRealOnes()
 {
     const QList<CatalogueRow> rows = syntheticCatalogue();
     QSet<QString> names;

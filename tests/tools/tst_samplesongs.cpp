@@ -61,7 +61,7 @@ MidiOptions optionsFor(const Tune &tune, int format)
     return options;
 }
 
-/// The output of a tool that reads a song; a null array when it complains.
+/// The output of a tool that reads a song; a null array if it reports an error.
 QByteArray readBy(const QString &program, const QStringList &arguments)
 {
     QProcess process;
@@ -110,7 +110,7 @@ void TestSampleSongs::melodiesFillTheirBars()
         }
         QVERIFY2(length == each.bars() * each.barLength(), qPrintable(each.title));
     }
-    // Two notes looked up by hand: the player's middle C is 60.
+    // Two notes checked by hand: the player's middle C is 60.
     QCOMPARE(tune(u"STILLNAC"_qs).melody.at(0).pitch, 67);
     QCOMPARE(tune(u"ODEFREUD"_qs).melody.at(0).pitch, 66);
     QCOMPARE(tune(u"FRAMARTI"_qs).melody.at(7).pitch, 65);
@@ -173,7 +173,7 @@ void TestSampleSongs::marksTheFirstTrackOfZb4()
     QByteArray unpacked;
     const QByteArray packed = container(SongInfo::Zb4, SongInfo(), song);
     QVERIFY(LzHuff().expand(packed.mid(512), unpacked));
-    QCOMPARE(unpacked.mid(14, 8), song.mid(14, 8)); // the track's length does not count the mark
+    QCOMPARE(unpacked.mid(14, 8), song.mid(14, 8)); // the track's length does not include the mark
     QCOMPARE(unpacked.mid(22, 3), QByteArray("\xFF\x00\xFF", 3));
     QCOMPARE(unpacked.mid(25), song.mid(22));
     const auto size = static_cast<quint32>(song.size() + 3);
@@ -368,7 +368,7 @@ void TestSampleSongs::id3v2ReadsTheTags()
     const QString id3v2 = QStandardPaths::findExecutable(u"id3v2"_qs);
     if (id3v2.isEmpty())
         QSKIP("id3v2 is not installed");
-    // This tool knows no version 2.4.
+    // This tool does not support version 2.4.
     const QByteArray old = readBy(id3v2, {u"-l"_qs, u"set/ohmydarl.mp3"_qs});
     QVERIFY(old.contains("TT2 (Title/songname/content description): OH MY DARLING CLEMENTINE"));
     const QByteArray current = readBy(id3v2, {u"-l"_qs, u"set/Cucaracha.mp3"_qs});

@@ -1,8 +1,8 @@
-# cmake -DTREE=<folder> -P layers.cmake: fails when a source of the tree looks uphill.
+# cmake -DTREE=<folder> -P layers.cmake: fails if a source of the tree includes a higher layer.
 
 cmake_minimum_required(VERSION 3.25)
 
-# What the sources of each folder may include, their own folder apart.
+# The folders that the sources of each folder may include besides their own.
 set(below_base)
 set(below_id3 base)
 set(below_songfile base id3)
@@ -27,7 +27,7 @@ endfunction()
 function(check_quoted_include path)
   get_filename_component(target_folder "${path}" DIRECTORY)
   if(path MATCHES "^(ui_.*\\.h|.*\\.moc)$")
-    # Generated beside the objects.
+    # Generated in the build folder.
   elseif(path MATCHES "\\.\\./" OR target_folder STREQUAL "")
     breach("includes \"${path}\": include from the root of the tree")
   else()
@@ -45,7 +45,7 @@ function(check_file)
     if(line MATCHES "#[ \t]*include[ \t]*\"([^\"]*)\"")
       check_quoted_include("${CMAKE_MATCH_1}")
     elseif(line MATCHES "<Qt[A-Z][A-Za-z0-9]*/")
-      # Qt's folders lie side by side: such a path finds modules that are not linked.
+      # Qt's folders are siblings: such a path finds modules that are not linked.
       breach("${line}: include the class alone")
     endif()
   endforeach()
