@@ -12,9 +12,9 @@
 #include "base/debugstream.h"
 #include "base/settingsstore.h"
 #include "db/usersongsreltablemodel.h"
-#include "index/indexdialog.h"
-#include "index/songslistdialog.h"
-#include "library/dataeditdialog.h"
+#include "index/dialogs/indexdialog.h"
+#include "index/dialogs/songslistdialog.h"
+#include "library/dialogs/dataeditdialog.h"
 #include "library/folderscan.h"
 #include "library/libraryimport.h"
 #include "library/songpicker.h"
@@ -142,7 +142,7 @@ void MainWindow::scanDir(const QString &dir, int &songs, int &publisherSongs, in
     FolderScan(*m_model, m_progress, counts).scan(dir);
     m_model->sortAgain();
     m_ui->userLibraryTableView->setUpdatesEnabled(true);
-    m_statusLine->beginRun(RunReport::Run::Import);
+    m_statusLine->beginRun(RunReport::Operation::Import);
     m_statusLine->addReport(counts.report);
     songs = counts.songs;
     publisherSongs = counts.publisherSongs;
@@ -374,7 +374,7 @@ bool MainWindow::readFileList(SongCounts &counts)
     counts = import.readFiles(m_fileList);
     m_ui->userLibraryTableView->setUpdatesEnabled(true);
     m_progress.end();
-    m_statusLine->beginRun(RunReport::Run::Import);
+    m_statusLine->beginRun(RunReport::Operation::Import);
     m_statusLine->addReport(counts.report);
     return !RunGuard::endRequested();
 }

@@ -3,7 +3,7 @@
 #include "base/runguard.h"
 #include "base/runreport.h"
 #include "db/database.h"
-#include "library/runprogress.h"
+#include "library/dialogs/runprogress.h"
 
 #include <QMainWindow>
 #include <QSettings>
@@ -150,7 +150,7 @@ private:
     int askAboutFile(const QString &path, const QString &message);
     bool backUpPickedFiles(const QString &chosen);
     bool sendPickedFiles(const QString &destination);
-    void note(RunReport::Lack lack, const QString &path, RunReport::Reason reason);
+    void note(RunReport::Step lack, const QString &path, Reason reason);
     void tellTransferRefusal(TransferRefusal refusal);
     void tellTransferFailure();
     void editSong(int row);

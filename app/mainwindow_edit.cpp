@@ -5,7 +5,7 @@
 #include "app/statusline.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
-#include "library/dataeditdialog.h"
+#include "library/dialogs/dataeditdialog.h"
 #include "library/manualedit.h"
 #include "library/songfailure.h"
 #include "songfile/metasong.h"
@@ -31,10 +31,10 @@ void MainWindow::editSong(int row)
     debug() << "File name: " << path;
     debug() << "[MainWindow] Manual modifing row: " << row; // the log has always spelt it so
     MetaSong song;
-    m_statusLine->beginRun(RunReport::Run::Edit);
+    m_statusLine->beginRun(RunReport::Operation::Edit);
     if (!song.importFile(path)) {
         RunReport report;
-        report.add(RunReport::Lack::Read, path, whyNoSong(song, path));
+        report.add(RunReport::Step::Read, path, whyNoSong(song, path));
         m_statusLine->addReport(report);
         return;
     }

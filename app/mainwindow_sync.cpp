@@ -6,10 +6,10 @@
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/backup.h"
-#include "library/backupdialog.h"
+#include "library/dialogs/backupdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
+#include "library/dialogs/proceeddialog.h"
 #include "library/libraryimport.h"
-#include "library/nocopyrightdialog.h"
-#include "library/proceeddialog.h"
 #include "library/synchroniser.h"
 #include "library/workflowlog.h"
 
@@ -42,13 +42,13 @@ bool MainWindow::offerSynchronisation(const SongCounts &counts)
     enableCopyrightMessage(dialog.getShowAgainValue());
     if (!accepted)
         return false;
-    m_statusLine->continueRun(RunReport::Run::Synchronisation);
+    m_statusLine->continueRun(RunReport::Operation::Synchronisation);
     return synchroniseLibrary();
 }
 
 bool MainWindow::updateUserLibrary()
 {
-    m_statusLine->beginRun(RunReport::Run::Synchronisation);
+    m_statusLine->beginRun(RunReport::Operation::Synchronisation);
     return synchroniseLibrary();
 }
 
@@ -87,7 +87,7 @@ bool MainWindow::updateFileWithDb(int row)
         *m_model, m_database, isCopyrightAskOn(),
         [this](const QString &fileName) { return askAboutFile(fileName, QString()); });
     const bool updated = synchroniser.updateFileWithDb(row);
-    m_statusLine->beginRun(RunReport::Run::Synchronisation);
+    m_statusLine->beginRun(RunReport::Operation::Synchronisation);
     m_statusLine->addReport(synchroniser.report());
     return updated;
 }
@@ -118,7 +118,7 @@ bool MainWindow::backUpPickedFiles(const QString &chosen)
         return false;
     }
     // "dellla": users and their support know the text as it is.
-    m_statusLine->addReport(RunReport(RunReport::Run::Backup));
+    m_statusLine->addReport(RunReport(RunReport::Operation::Backup));
     m_progress.begin(title, tr("Eseguo backup dellla libreria..."),
                      static_cast<int>(m_fileList.size()));
     int copied = 0;
@@ -149,6 +149,6 @@ void MainWindow::on_dbgBackupPushButton_clicked()
     if (!canStartRun())
         return;
     const LibraryRun run(*this);
-    m_statusLine->beginRun(RunReport::Run::Backup);
+    m_statusLine->beginRun(RunReport::Operation::Backup);
     suggestBackup();
 }

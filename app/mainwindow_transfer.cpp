@@ -7,9 +7,10 @@
 #include "base/filefailure.h"
 #include "base/folderlock.h"
 #include "base/memoryidentity.h"
+#include "index/dialogs/rundialog.h"
 #include "index/index.h"
 #include "index/indexset.h"
-#include "index/rundialog.h"
+#include "index/memoryreasons.h"
 #include "index/volumes.h"
 #include "library/filecopier.h"
 #include "library/foldertreebackup.h"
@@ -44,8 +45,8 @@ bool MainWindow::transferFiles()
     // Copying and indexing are one: nobody else works on the memory in between.
     const FolderLock lock(getRootDrivePath(chosen), FolderLock::Kind::Exclusive);
     if (lock.isBusy()) {
-        m_statusLine->beginRun(RunReport::Run::Transfer);
-        note(RunReport::Lack::Copied, getRoot(chosen), RunReport::Reason::InUse);
+        m_statusLine->beginRun(RunReport::Operation::Transfer);
+        note(RunReport::Step::Copy, getRoot(chosen), MemoryReason::inUse);
         QMessageBox::warning(this, tr("Trasferimento"), RunDialog::inUseText());
         return false;
     }
@@ -53,8 +54,8 @@ bool MainWindow::transferFiles()
     const TransferRefusal refusal = findTransferFolder(chosen, destination);
     if (refusal != TransferRefusal::None) {
         if (refusal == TransferRefusal::NoSongsFolder) {
-            m_statusLine->beginRun(RunReport::Run::Transfer);
-            note(RunReport::Lack::Copied, destination, whyUnwritable(destination, 1));
+            m_statusLine->beginRun(RunReport::Operation::Transfer);
+            note(RunReport::Step::Copy, destination, whyUnwritable(destination, 1));
         }
         tellTransferRefusal(refusal);
         return false;
@@ -107,7 +108,7 @@ bool MainWindow::sendPickedFiles(const QString &destination)
     m_progress.begin(tr("Trasferimento"), tr("Trasferimento file..."),
                      static_cast<int>(m_fileList.size()));
     const MemoryIdentity memory(getRoot(destination));
-    m_statusLine->beginRun(RunReport::Run::Transfer);
+    m_statusLine->beginRun(RunReport::Operation::Transfer);
     int copied = 0;
     // Room for the new index, too: songs without one are of no use.
     const bool allCopied = copyFiles(destination, copied, getRoot(destination));
@@ -115,7 +116,7 @@ bool MainWindow::sendPickedFiles(const QString &destination)
         return allCopied;
     // A memory that was pulled may leave its mount folder behind, which is none.
     if (!memory.isThere()) {
-        note(RunReport::Lack::Indexed, getRoot(destination), RunReport::Reason::MemoryGone);
+        note(RunReport::Step::Index, getRoot(destination), MemoryReason::gone);
         return false;
     }
     // What did arrive is of no use to the player without the index.
@@ -142,7 +143,7 @@ bool MainWindow::updateBriselIndex(const QString &dest)
 {
     const QString root = getRoot(dest);
     if (!QFileInfo::exists(root)) {
-        note(RunReport::Lack::Indexed, root, RunReport::Reason::MemoryGone);
+        note(RunReport::Step::Index, root, MemoryReason::gone);
         return false;
     }
     m_progress.begin(tr("Aggiornamento"), tr("Aggiornamento database..."), 0);
@@ -164,11 +165,11 @@ bool MainWindow::updateBriselIndex(const QString &dest)
     m_progress.end();
     m_statusLine->addReport(report);
     if (!complete)
-        note(RunReport::Lack::Indexed, root, index.failure());
+        note(RunReport::Step::Index, root, index.failure());
     return complete;
 }
 
-void MainWindow::note(RunReport::Lack lack, const QString &path, RunReport::Reason reason)
+void MainWindow::note(RunReport::Step lack, const QString &path, Reason reason)
 {
     RunReport report;
     report.add(lack, path, reason);

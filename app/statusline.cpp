@@ -1,9 +1,9 @@
 #include "app/statusline.h"
 
-#include "app/reportdialog.h"
 #include "base/freespace.h"
 #include "base/runguard.h"
-#include "library/elidedlabel.h"
+#include "library/dialogs/elidedlabel.h"
+#include "library/dialogs/reportdialog.h"
 
 #include <QAbstractItemModel>
 #include <QEvent>
@@ -61,15 +61,15 @@ void StatusLine::setModel(const QAbstractItemModel *songs)
     showSongs();
 }
 
-void StatusLine::beginRun(RunReport::Run run)
+void StatusLine::beginRun(RunReport::Operation operation)
 {
-    m_next = RunReport(run);
+    m_next = RunReport(operation);
 }
 
-void StatusLine::continueRun(RunReport::Run run)
+void StatusLine::continueRun(RunReport::Operation operation)
 {
     m_next = m_report;
-    m_next->addRun(run);
+    m_next->addOperation(operation);
 }
 
 void StatusLine::addReport(const RunReport &part)

@@ -26,11 +26,11 @@ public:
     /// few times a second.
     void setModel(const QAbstractItemModel *songs);
 
-    /// The next part of a report starts a new one, about \a run. Until then the last one stays:
-    /// a run that is called off before it has done anything leaves it.
-    void beginRun(RunReport::Run run);
+    /// The next part of a report starts a new one, about \a operation. Until then the last one
+    /// stays: a run that is called off before it has done anything leaves it.
+    void beginRun(RunReport::Operation operation);
     /// As above, but the new report goes on from the last one.
-    void continueRun(RunReport::Run run);
+    void continueRun(RunReport::Operation operation);
     /// Adds what a part of the run says.
     void addReport(const RunReport &part);
     /// Puts \a report, if there is one, in the place of the last one.

@@ -10,23 +10,16 @@
 #include <sys/statvfs.h>
 #endif
 
-namespace
-{
-
-/// Why \a size bytes could not be written into \a folder, which is there.
-RunReport::Reason whyUnwritableIn(const QString &folder, qint64 size)
+Reason whyUnwritableIn(const QString &folder, qint64 size)
 {
     if (isWriteProtected(folder))
-        return RunReport::Reason::WriteProtected;
+        return FileReason::writeProtected;
     // What was begun and failed is gone again, and its room with it.
     const qint64 free = freeSpace(folder);
     if (free >= 0 && free < size)
-        return RunReport::Reason::NoSpace;
-    return QFileInfo(folder).isWritable() ? RunReport::Reason::Unwritable
-                                          : RunReport::Reason::NotAllowed;
+        return FileReason::noSpace;
+    return QFileInfo(folder).isWritable() ? FileReason::unwritable : FileReason::notAllowed;
 }
-
-} // namespace
 
 bool isWriteProtected(const QString &path)
 {
@@ -41,39 +34,33 @@ bool isWriteProtected(const QString &path)
 #endif
 }
 
-RunReport::Reason whyUnreadable(const QString &path, qint64 largest)
+std::optional<Reason> whyUnreadable(const QString &path, qint64 largest)
 {
     switch (fileKind(path)) {
     case FileKind::Missing:
-        return RunReport::Reason::Missing;
+        return FileReason::missing;
     case FileKind::Unreachable:
-        return RunReport::Reason::Unreachable;
+        return FileReason::unreachable;
     case FileKind::Folder:
     case FileKind::Other:
-        return RunReport::Reason::NoPlainFile;
+        return FileReason::notAFile;
     case FileKind::Regular:
         break;
     }
     const QFileInfo file(path);
     if (!file.isReadable())
-        return RunReport::Reason::Unreachable;
+        return FileReason::unreachable;
     if (file.size() == 0)
-        return RunReport::Reason::Empty;
-    return file.size() > largest ? RunReport::Reason::TooLarge : RunReport::Reason::UnknownFormat;
+        return FileReason::empty;
+    if (file.size() > largest)
+        return FileReason::tooLarge;
+    return std::nullopt;
 }
 
-RunReport::Reason whyNotIndexed(const QString &root, qint64 size)
-{
-    if (fileKind(root) != FileKind::Folder)
-        return RunReport::Reason::MemoryGone;
-    const RunReport::Reason reason = whyUnwritableIn(root, size);
-    return reason == RunReport::Reason::Unwritable ? RunReport::Reason::IndexIncomplete : reason;
-}
-
-RunReport::Reason whyUnwritable(const QString &path, qint64 size)
+Reason whyUnwritable(const QString &path, qint64 size)
 {
     const QString folder = QFileInfo(path).absolutePath();
     if (fileKind(folder) != FileKind::Folder)
-        return RunReport::Reason::FolderMissing;
+        return FileReason::folderMissing;
     return whyUnwritableIn(folder, size);
 }

@@ -22,10 +22,10 @@ QString onOneLine(QString text)
 
 } // namespace
 
-void RunReport::addRun(Run run)
+void RunReport::addOperation(Operation operation)
 {
-    if (!m_runs.contains(run))
-        m_runs.append(run);
+    if (!m_operations.contains(operation))
+        m_operations.append(operation);
 }
 
 void RunReport::count(Success success)
@@ -43,45 +43,45 @@ void RunReport::count(Success success)
     }
 }
 
-void RunReport::add(Lack lack, const QString &path, Reason reason)
+void RunReport::add(Step step, const QString &path, Reason reason)
 {
-    addEntry({lack, reason, path, {}});
+    addEntry({step, reason, path, {}});
 }
 
-void RunReport::addPulled(Lack lack, const QString &memory)
+void RunReport::addShared(Step step, const QString &place, Reason reason)
 {
-    addPulled({lack, memory, 1});
+    addShared({step, place, reason, 1});
 }
 
-void RunReport::addPulled(const Pulled &pulled)
+void RunReport::addShared(const Shared &shared)
 {
-    for (Pulled &known : m_pulled) {
-        if (known.memory == pulled.memory) {
-            known.count += pulled.count;
+    for (Shared &known : m_shared) {
+        if (known.place == shared.place) {
+            known.count += shared.count;
             return;
         }
     }
-    m_pulled.append(pulled);
+    m_shared.append(shared);
 }
 
 bool RunReport::addMessage(const QString &message)
 {
-    return addEntry({Lack::Indexed, Reason::IndexIncomplete, {}, message});
+    return addEntry({Step::Index, std::nullopt, {}, message});
 }
 
 bool RunReport::addNotice(const QString &message)
 {
-    return addEntry({Lack::Indexed, Reason::IndexIncomplete, {}, message, true});
+    return addEntry({Step::Index, std::nullopt, {}, message, true});
 }
 
 void RunReport::append(const RunReport &part)
 {
-    for (const Run run : part.m_runs)
-        addRun(run);
+    for (const Operation operation : part.m_operations)
+        addOperation(operation);
     for (const Entry &entry : part.m_entries)
         addEntry(entry);
-    for (const Pulled &pulled : part.m_pulled)
-        addPulled(pulled);
+    for (const Shared &shared : part.m_shared)
+        addShared(shared);
     for (const auto &[kind, count] : part.m_counts)
         m_counts[kind] += std::max(0, count - mostNamed);
     m_updated += part.m_updated;
@@ -110,8 +110,8 @@ int RunReport::skipped() const
 int RunReport::failed() const
 {
     int sum = counted(false);
-    for (const Pulled &pulled : m_pulled)
-        sum += pulled.count;
+    for (const Shared &shared : m_shared)
+        sum += shared.count;
     return sum;
 }
 
@@ -130,20 +130,21 @@ QString RunReport::summary() const
         counts.append(tr("%n saltate", "", count));
     if (counts.isEmpty())
         return {};
-    QStringList runs;
-    for (const Run run : m_runs)
-        runs.append(runText(run));
+    QStringList operations;
+    for (const Operation operation : m_operations)
+        operations.append(operationText(operation));
     const QString numbers = counts.join(QStringLiteral(", "));
-    return runs.isEmpty() ? numbers
-                          : runs.join(QStringLiteral(", ")) + QStringLiteral(": ") + numbers;
+    return operations.isEmpty()
+               ? numbers
+               : operations.join(QStringLiteral(", ")) + QStringLiteral(": ") + numbers;
 }
 
 QString RunReport::text() const
 {
     QString text = summary() + u'\n';
-    for (const Pulled &pulled : m_pulled)
-        text += line({pulled.lack, Reason::MemoryGone, pulled.memory, {}}) +
-                tr(" (%n song)", "", pulled.count) + u'\n';
+    for (const Shared &shared : m_shared)
+        text += line({shared.step, shared.reason, shared.place, {}}) +
+                tr(" (%n song)", "", shared.count) + u'\n';
     text += lines(false) + lines(true);
     const QStringList others = rest();
     for (const QString &line : others)
@@ -159,8 +160,8 @@ QStringList RunReport::rest() const
             continue;
         const QString more = tr("e altri %n", "", count - mostNamed);
         lines.append(line(kind.start.isEmpty()
-                              ? Entry{kind.lack, kind.reason, more, {}}
-                              : Entry{kind.lack, kind.reason, {}, kind.start + more}));
+                              ? Entry{kind.step, kind.reason, more, {}}
+                              : Entry{kind.step, kind.reason, {}, kind.start + more}));
     }
     return lines;
 }
@@ -180,26 +181,24 @@ QString RunReport::line(const Entry &entry)
     if (!entry.message.isEmpty())
         return onOneLine(entry.message);
     // The reason first: a path of any length may run out of sight.
-    return tr("%1 (%2): %3")
-        .arg(lackText(entry.lack), reasonText(entry.reason), onOneLine(entry.path));
+    return tr("%1 (%2): %3").arg(stepText(entry.step), entry.reason->text(), onOneLine(entry.path));
 }
 
 RunReport::Kind RunReport::kindOf(const Entry &entry)
 {
     const qsizetype path = entry.message.indexOf(u'/');
-    return {entry.lack, entry.reason, entry.message.left(path), entry.isNotice};
+    return {entry.step, entry.reason, entry.message.left(path), entry.isNotice};
 }
 
 bool RunReport::Kind::operator<(const Kind &other) const
 {
-    return std::tie(isNotice, lack, reason, start) <
-           std::tie(other.isNotice, other.lack, other.reason, other.start);
+    return std::tie(isNotice, step, reason, start) <
+           std::tie(other.isNotice, other.step, other.reason, other.start);
 }
 
 bool RunReport::isSkipped(const Kind &kind)
 {
-    return kind.reason == Reason::Declined || kind.reason == Reason::Kept ||
-           kind.reason == Reason::Interrupted;
+    return kind.reason.has_value() && kind.reason->isSkip();
 }
 
 /// False when only the count changes.
@@ -219,101 +218,42 @@ int RunReport::counted(bool areSkipped) const
     return sum;
 }
 
-QString RunReport::runText(Run run)
+QString RunReport::operationText(Operation operation)
 {
-    switch (run) {
-    case Run::Import:
+    switch (operation) {
+    case Operation::Import:
         return tr("Importazione");
-    case Run::Synchronisation:
+    case Operation::Synchronisation:
         return tr("Sincronizzazione");
-    case Run::Backup:
+    case Operation::Backup:
         return tr("Backup");
-    case Run::Edit:
+    case Operation::Edit:
         return tr("Modifica");
-    case Run::Transfer:
+    case Operation::Transfer:
         return tr("Trasferimento");
-    case Run::Index:
+    case Operation::Index:
         return tr("Ottimizzazione memoria");
-    case Run::SongsList:
+    case Operation::SongsList:
         return tr("Lista song");
     }
     return {};
 }
 
-QString RunReport::lackText(Lack lack)
+QString RunReport::stepText(Step step)
 {
-    switch (lack) {
-    case Lack::Read:
+    switch (step) {
+    case Step::Read:
         return tr("Non letta");
-    case Lack::Found:
+    case Step::Find:
         return tr("Non trovata");
-    case Lack::Changed:
+    case Step::Change:
         return tr("Non modificata");
-    case Lack::Saved:
+    case Step::Save:
         return tr("Non salvata");
-    case Lack::Copied:
+    case Step::Copy:
         return tr("Non copiata");
-    case Lack::Indexed:
+    case Step::Index:
         return tr("Non indicizzata");
-    }
-    return {};
-}
-
-QString RunReport::reasonText(Reason reason)
-{
-    switch (reason) {
-    case Reason::Missing:
-        return tr("il file non esiste");
-    case Reason::Unreachable:
-        return tr("il file non è accessibile");
-    case Reason::NoPlainFile:
-        return tr("non è un file");
-    case Reason::Empty:
-        return tr("il file è vuoto");
-    case Reason::TooLarge:
-        return tr("il file è troppo grande per essere una song");
-    case Reason::UnknownFormat:
-        return tr("formato sconosciuto o file danneggiato");
-    case Reason::NotInTable:
-        return tr("la tabella non l'ha accettata");
-    case Reason::NotInCatalogue:
-        return tr("il database Kordia non la contiene");
-    case Reason::Declined:
-        return tr("la modifica è stata rifiutata");
-    case Reason::Kept:
-        return tr("esiste già e non doveva essere sostituita");
-    case Reason::Interrupted:
-        return tr("operazione interrotta");
-    case Reason::AlreadyThere:
-        return tr("esiste già");
-    case Reason::PickedToo:
-        return tr("al suo posto si trova un'altra delle song scelte");
-    case Reason::FolderMissing:
-        return tr("la cartella non esiste più");
-    case Reason::MemoryGone:
-        return tr("la memoria non è più presente");
-    case Reason::InUse:
-        return tr("un altro programma sta lavorando su questa memoria");
-    case Reason::WriteProtected:
-        return tr("la memoria è protetta da scrittura");
-    case Reason::NotAllowed:
-        return tr("manca il permesso di scrivere nella cartella");
-    case Reason::NoSpace:
-        return tr("spazio insufficiente sul disco");
-    case Reason::Unwritable:
-        return tr("non è stato possibile scrivere il file");
-    case Reason::WouldBeTooLarge:
-        return tr("con i nuovi dati il file sarebbe troppo grande");
-    case Reason::IndexIncomplete:
-        return tr("gli archivi della memoria non sono completi");
-    case Reason::NotPrepared:
-        return tr("la memoria non è preparata per Brisel");
-    case Reason::CutShort:
-        return tr("non è stato possibile leggere il file fino alla fine");
-    case Reason::ChangedMeanwhile:
-        return tr("nel frattempo un altro programma l'ha cambiata");
-    case Reason::ListFailed:
-        return tr("gli archivi non si leggono o il file non si può scrivere");
     }
     return {};
 }

@@ -5,7 +5,7 @@
 #include "bench/benchprogram.h"
 #include "bench/paintwatch.h"
 #include "bench/songmemory.h"
-#include "index/indexdialog.h"
+#include "index/dialogs/indexdialog.h"
 
 #include <QApplication>
 #include <QDir>

@@ -5,11 +5,13 @@
 #include "base/fileidentity.h"
 #include "base/flushing.h"
 #include "base/folderlock.h"
+#include "base/run.h"
 #include "base/runguard.h"
 #include "index/entrylist.h"
+#include "index/memoryreasons.h"
 #include "index/playlists.h"
 #include "index/songhead.h"
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 
 #include <QApplication>
 #include <QDir>
@@ -55,12 +57,12 @@ bool Index::updateIndex(const QString &root)
 bool Index::run(const QString &root, bool (Index::*work)())
 {
     const RunGuard guard;
-    m_failure = RunReport::Reason::MemoryGone;
+    m_failure = MemoryReason::gone;
     if (!setRoot(root))
         return false;
     const FolderLock lock(m_root, FolderLock::Kind::Exclusive);
     if (lock.isBusy()) {
-        m_failure = RunReport::Reason::InUse;
+        m_failure = MemoryReason::inUse;
         return false;
     }
     m_memory = MemoryIdentity(m_root);
@@ -171,18 +173,18 @@ bool Index::finish(ListRun run)
 {
     switch (run) {
     case ListRun::Gone:
-        m_failure = RunReport::Reason::MemoryGone;
+        m_failure = MemoryReason::gone;
         return false;
     case ListRun::Ended:
         m_set.discard();
-        m_failure = RunReport::Reason::Interrupted;
+        m_failure = Run::interrupted;
         return false;
     case ListRun::Failed:
         m_set.discard();
         return fail();
     case ListRun::Unreachable:
         m_set.discard();
-        m_failure = RunReport::Reason::Unreachable;
+        m_failure = FileReason::unreachable;
         return false;
     case ListRun::Done:
         // What a folder holds that can't be read is not gone.
@@ -215,8 +217,9 @@ bool Index::fail()
 {
     // Fifteen files take some room, however small they are.
     constexpr qint64 smallestRoom = 64 * 1024; // bytes
-    m_failure = m_set.lacksRoom() ? RunReport::Reason::NoSpace
-                                  : whyNotIndexed(m_root, std::max(m_setSize, smallestRoom));
+    m_failure = m_set.lacksRoom()
+                    ? FileReason::noSpace
+                    : MemoryReason::whyNotIndexed(m_root, std::max(m_setSize, smallestRoom));
     return false;
 }
 

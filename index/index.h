@@ -6,6 +6,7 @@
 #include "index/indexreader.h"
 #include "index/indexset.h"
 #include "index/indexwriters.h"
+#include "index/memoryreasons.h"
 #include "index/memoryrenames.h"
 #include "index/pathtable.h"
 #include "index/playlists.h"
@@ -55,7 +56,7 @@ public:
     /// nothing when nothing changed.
     bool updateIndex(const QString &root);
     /// Why the last run, or the last list of songs, was not done.
-    RunReport::Reason failure() const { return m_failure; }
+    Reason failure() const { return m_failure; }
     /// Removes the index files from the memory. "sfx.id2" stays.
     void deleteIndex();
     /// True when all fifteen index files exist. Does not look into them.
@@ -164,7 +165,7 @@ private:
     const QString m_bridgeFolder = QStringLiteral("bridge");
     QString m_root;
     MemoryIdentity m_memory;
-    RunReport::Reason m_failure = RunReport::Reason::IndexIncomplete;
+    Reason m_failure = MemoryReason::indexIncomplete;
     IndexSet m_set;
     RenameQuestion m_question;
     QList<SongInfoIndex> m_songs; ///< in the order of their record numbers

@@ -235,7 +235,7 @@ QString Index::renameLongFileName(const QString &path, const FolderEntry &entry,
         }
     }
     // No other will get its name either.
-    if (isWriteProtected(m_root) || whyUnwritable(path, 0) == RunReport::Reason::NotAllowed) {
+    if (isWriteProtected(m_root) || whyUnwritable(path, 0) == FileReason::notAllowed) {
         m_renameFailed = true;
         m_askRename = false;
         m_doRename = false;

@@ -5,6 +5,7 @@
 #include "base/runguard.h"
 #include "base/runreport.h"
 #include "index/memorycheckrun.h"
+#include "index/memoryreasons.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -49,7 +50,7 @@ bool MemoryCheck::run(const QString &root)
         return false;
     const FolderLock lock(m_root, FolderLock::Kind::Shared);
     if (lock.isBusy()) {
-        m_findings = {RunReport::reasonText(RunReport::Reason::InUse)};
+        m_findings = {MemoryReason::inUse.text()};
         return false;
     }
     MemoryCheckRun run([this] { emit progressValueChanged(m_progress); });

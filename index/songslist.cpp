@@ -1,8 +1,10 @@
 #include "base/filefailure.h"
 #include "base/filewriting.h"
 #include "base/folderlock.h"
+#include "base/run.h"
 #include "base/runguard.h"
 #include "index/index.h"
+#include "index/memoryreasons.h"
 #include "index/songorders.h"
 
 #include <QTextStream>
@@ -37,14 +39,14 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
     setRoot(root);
     const FolderLock lock(m_root, FolderLock::Kind::Shared);
     if (lock.isBusy()) {
-        m_failure = RunReport::Reason::InUse;
+        m_failure = MemoryReason::inUse;
         return 0;
     }
     if (!checkIndexFile()) {
-        m_failure = RunReport::Reason::NotPrepared;
+        m_failure = MemoryReason::notPrepared;
         return -1;
     }
-    m_failure = RunReport::Reason::ListFailed;
+    m_failure = MemoryReason::listFailed;
     if (loadAllIndexFile() < 0 || !m_reader.hasAllTexts())
         return 0;
     emit progressMaxSetup(static_cast<int>(m_songs.size()));
@@ -60,7 +62,7 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
     emit worked();
     for (const qsizetype position : order) {
         if (RunGuard::endRequested()) {
-            m_failure = RunReport::Reason::Interrupted;
+            m_failure = Run::interrupted;
             return 0;
         }
         const SongInfoIndex &song = m_songs.at(position);
@@ -76,8 +78,8 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
     lines.flush();
     if (replaceFile(fileName, list))
         return 1;
-    const RunReport::Reason reason = whyUnwritable(fileName, list.size());
-    if (reason != RunReport::Reason::Unwritable)
+    const Reason reason = whyUnwritable(fileName, list.size());
+    if (reason != FileReason::unwritable)
         m_failure = reason;
     return 0;
 }

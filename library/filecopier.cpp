@@ -4,8 +4,10 @@
 #include "base/filefailure.h"
 #include "base/fileidentity.h"
 #include "base/freespace.h"
+#include "base/run.h"
 #include "base/runguard.h"
-#include "library/nocopyrightdialog.h"
+#include "index/memoryreasons.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "library/progress.h"
 #include "library/safecopy.h"
 
@@ -42,13 +44,14 @@ bool isSamePath(const QString &source, const QString &destination)
     return source.compare(destination, Qt::CaseInsensitive) == 0 || isSameFile(source, destination);
 }
 
-RunReport::Reason whyNotCopied(CopyResult result, const QString &source, const QString &destination)
+Reason whyNotCopied(CopyResult result, const QString &source, const QString &destination)
 {
     const QFileInfo file(source);
     if (isRegularFile(source) && file.isReadable())
-        return result == CopyResult::SourceFailed ? RunReport::Reason::CutShort
+        return result == CopyResult::SourceFailed ? FileReason::truncated
                                                   : whyUnwritable(destination, file.size());
-    return whyUnreadable(source, std::numeric_limits<qint64>::max());
+    return whyUnreadable(source, std::numeric_limits<qint64>::max())
+        .value_or(FileReason::unreachable);
 }
 
 } // namespace
@@ -104,7 +107,7 @@ bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int
         ++processed;
         if (!pulledMemory(source).isEmpty()) {
             finishLot();
-            note(source, Reason::MemoryGone);
+            note(source, MemoryReason::gone);
             ++m_errors;
             continue;
         }
@@ -118,7 +121,7 @@ bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int
             finishLot();
         if (fileKind(place) != FileKind::Missing && !whyHopeless(source, place) &&
             !mayOverwrite(place)) {
-            note(source, RunGuard::endRequested() ? Reason::Interrupted : Reason::Kept);
+            note(source, RunGuard::endRequested() ? Run::interrupted : FileCopier::kept);
             continue;
         }
         copySong({source, place});
@@ -206,22 +209,22 @@ void FileCopier::showSpace(const QString &destDir, int next)
 void FileCopier::noteFilesLeft(const QStringList &files, int first)
 {
     for (const QString &source : files.mid(first))
-        note(source, Reason::Interrupted);
+        note(source, Run::interrupted);
 }
 
 /// Why \a source can't come to \a place, whatever the user says: nobody is asked then.
-std::optional<RunReport::Reason> FileCopier::whyHopeless(const QString &source,
-                                                         const QString &place) const
+std::optional<Reason> FileCopier::whyHopeless(const QString &source, const QString &place) const
 {
     if (fileKind(source) == FileKind::Missing)
-        return Reason::Missing;
+        return FileReason::missing;
     if (fileKind(place) == FileKind::Missing)
         return std::nullopt;
     // The song there may have been picked too, under the same name elsewhere.
     if (m_sources.contains(fileIdentity(place)))
-        return Reason::PickedToo;
+        return FileCopier::pickedToo;
     if (!isRegularFile(source) || !QFileInfo(source).isReadable())
-        return whyUnreadable(source, std::numeric_limits<qint64>::max());
+        return whyUnreadable(source, std::numeric_limits<qint64>::max())
+            .value_or(FileReason::unreachable);
     if (!isRegularFile(place) || isWriteProtected(place))
         return whyUnwritable(place, 0);
     return std::nullopt;
@@ -229,14 +232,14 @@ std::optional<RunReport::Reason> FileCopier::whyHopeless(const QString &source,
 
 void FileCopier::note(const QString &path, Reason reason)
 {
-    const bool isFailure = reason != Reason::Interrupted && reason != Reason::Kept;
+    const bool isFailure = reason != Run::interrupted && reason != FileCopier::kept;
     const QString memory = isFailure ? pulledMemory(path) : QString();
-    const RunReport::Lack lack =
-        reason == Reason::Missing ? RunReport::Lack::Found : RunReport::Lack::Copied;
+    const RunReport::Step lack =
+        reason == FileReason::missing ? RunReport::Step::Find : RunReport::Step::Copy;
     if (memory.isEmpty())
         m_report.add(lack, path, reason);
     else
-        m_report.addPulled(RunReport::Lack::Copied, memory);
+        m_report.addShared(RunReport::Step::Copy, memory, MemoryReason::gone);
 }
 
 /// The memory of \a source, or that of the destination, when it was pulled since the run began.
@@ -291,7 +294,7 @@ void FileCopier::copySong(Song song)
                 !copyFile(song, song.companion, song.companionPlace, song.isCompanionStaged) ||
                 song.hasFailed;
         } else {
-            note(song.companion, Reason::AlreadyThere);
+            note(song.companion, FileCopier::alreadyThere);
             song.hasFailed = true;
         }
     }

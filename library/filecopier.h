@@ -23,6 +23,14 @@ class FileCopier
     Q_DECLARE_TR_FUNCTIONS(FileCopier)
 
 public:
+    /// The user did not want the file that is there replaced.
+    static constexpr Reason kept{
+        QT_TRANSLATE_NOOP("RunReport", "esiste già e non doveva essere sostituita"),
+        Reason::Kind::Skip};
+    static constexpr Reason alreadyThere{QT_TRANSLATE_NOOP("RunReport", "esiste già")};
+    static constexpr Reason pickedToo{
+        QT_TRANSLATE_NOOP("RunReport", "al suo posto si trova un'altra delle song scelte")};
+
     /// Asks whether \a destination may be replaced; gives a NoCopyrightDialog::Answer.
     using Question = std::function<int(const QString &destination)>;
 
@@ -50,8 +58,6 @@ public:
     const RunReport &report() const { return m_report; }
 
 private:
-    using Reason = RunReport::Reason;
-
     /// A song on its way to \a place, with its graphics file where it has one.
     struct Song {
         QString source;

@@ -19,9 +19,9 @@ void addSongFile(const QString &path, const char *logPrefix, UserSongsRelTableMo
         debug() << refusal.constData() << path;
         ++counts.unknown;
         if (const QString memory = counts.memories.pulledFrom(path); !memory.isEmpty())
-            counts.report.addPulled(RunReport::Lack::Read, memory);
+            counts.report.addShared(RunReport::Step::Read, memory, MemoryReason::gone);
         else
-            counts.report.add(RunReport::Lack::Read, path, whyNoSong(song, path));
+            counts.report.add(RunReport::Step::Read, path, whyNoSong(song, path));
         progress.setValue(counts.examined());
         progress.breathe();
         return;
@@ -35,7 +35,7 @@ void addSongFile(const QString &path, const char *logPrefix, UserSongsRelTableMo
     info.dbgDump();
     if (!model.addSong(info)) {
         debug() << "WARNING: impossible to add song to table:" << path;
-        counts.report.add(RunReport::Lack::Read, path, RunReport::Reason::NotInTable);
+        counts.report.add(RunReport::Step::Read, path, LibraryImport::notInTable);
     }
     progress.setValue(counts.examined());
     counts.publisherSongs += info.isKordia ? 1 : 0;

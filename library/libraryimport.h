@@ -30,6 +30,9 @@ void addSongFile(const QString &path, const char *logPrefix, UserSongsRelTableMo
 class LibraryImport
 {
 public:
+    static constexpr Reason notInTable{
+        QT_TRANSLATE_NOOP("RunReport", "la tabella non l'ha accettata")};
+
     LibraryImport(Database &database, UserSongsRelTableModel &model, Progress &progress);
 
     /// Empties the table. False, logged, when that fails: the old rows stay.

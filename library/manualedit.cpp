@@ -72,17 +72,17 @@ bool ManualEdit::importFile(MetaSong &song, const QString &path)
 {
     if (m_memories.pulledFrom(path).isEmpty() && song.importFile(path))
         return true;
-    note(RunReport::Lack::Read, path, whyNoSong(song, path));
+    note(RunReport::Step::Read, path, whyNoSong(song, path));
     return false;
 }
 
-void ManualEdit::note(RunReport::Lack lack, const QString &path, RunReport::Reason reason)
+void ManualEdit::note(RunReport::Step lack, const QString &path, Reason reason)
 {
     const QString memory = m_memories.pulledFrom(path);
     if (memory.isEmpty())
         m_report.add(lack, path, reason);
     else
-        m_report.addPulled(lack, memory);
+        m_report.addShared(lack, memory, MemoryReason::gone);
 }
 
 void ManualEdit::finishLot(const SongInfo &edited, const Spread &spread)
@@ -112,7 +112,7 @@ void ManualEdit::finishSong(const QString &path, int row, WhyNot whyNotSaved)
 {
     if (whyNotSaved.has_value()) {
         debug() << "Error!";
-        note(RunReport::Lack::Saved, path, *whyNotSaved);
+        note(RunReport::Step::Save, path, *whyNotSaved);
     } else {
         debug() << "Ok";
         m_report.count(RunReport::Success::Edited);

@@ -47,9 +47,9 @@ private:
         int row = 0;
         QString path;
     };
-    using WhyNot = std::optional<RunReport::Reason>;
+    using WhyNot = std::optional<Reason>;
 
-    void note(RunReport::Lack lack, const QString &path, RunReport::Reason reason);
+    void note(RunReport::Step lack, const QString &path, Reason reason);
     bool importFile(MetaSong &song, const QString &path);
     void finishLot(const SongInfo &edited, const Spread &spread);
     void finishSong(const QString &path, int row, WhyNot whyNotSaved);

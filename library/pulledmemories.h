@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/memoryidentity.h"
+#include "index/memoryreasons.h"
 
 #include <QHash>
 #include <QString>

@@ -8,27 +8,28 @@
 
 #include <limits>
 
-RunReport::Reason whyNoSong(const MetaSong &song, const QString &path)
+Reason whyNoSong(const MetaSong &song, const QString &path)
 {
     if (song.trouble() == MetaSong::Trouble::CutShort && isRegularFile(path))
-        return RunReport::Reason::CutShort;
+        return FileReason::truncated;
     // Of an MP3 only the tag is read.
     const bool isMp3 = path.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive);
-    return whyUnreadable(path, isMp3 ? std::numeric_limits<qint64>::max() : MetaSong::maxSongSize);
+    return whyUnreadable(path, isMp3 ? std::numeric_limits<qint64>::max() : MetaSong::maxSongSize)
+        .value_or(SongReason::unknownFormat);
 }
 
-RunReport::Reason whyNotSaved(const MetaSong &song, const QString &path)
+Reason whyNotSaved(const MetaSong &song, const QString &path)
 {
     if (!isRegularFile(path) || song.trouble() == MetaSong::Trouble::CutShort)
         return whyNoSong(song, path);
     if (song.trouble() == MetaSong::Trouble::ChangedMeanwhile)
-        return RunReport::Reason::ChangedMeanwhile;
+        return FileReason::changed;
     if (!song.isWholeInMemory())
-        return RunReport::Reason::WouldBeTooLarge;
+        return SongReason::wouldBeTooLarge;
     return whyNotPlaced(path);
 }
 
-RunReport::Reason whyNotPlaced(const QString &path)
+Reason whyNotPlaced(const QString &path)
 {
     if (!isRegularFile(path))
         return whyNoSong(MetaSong(), path);

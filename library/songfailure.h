@@ -1,14 +1,24 @@
 #pragma once
 
-#include "base/runreport.h"
+#include "base/reason.h"
 
 class MetaSong;
 
+namespace SongReason
+{
+
+inline constexpr Reason unknownFormat(QT_TRANSLATE_NOOP("RunReport",
+                                                        "formato sconosciuto o file danneggiato"));
+inline constexpr Reason wouldBeTooLarge(
+    QT_TRANSLATE_NOOP("RunReport", "con i nuovi dati il file sarebbe troppo grande"));
+
+} // namespace SongReason
+
 /// Why the file at \a path did not open as \a song.
-RunReport::Reason whyNoSong(const MetaSong &song, const QString &path);
+Reason whyNoSong(const MetaSong &song, const QString &path);
 
 /// Why \a song was not saved to \a path.
-RunReport::Reason whyNotSaved(const MetaSong &song, const QString &path);
+Reason whyNotSaved(const MetaSong &song, const QString &path);
 
 /// Why the song at \a path did not get the new content that was ready for it.
-RunReport::Reason whyNotPlaced(const QString &path);
+Reason whyNotPlaced(const QString &path);

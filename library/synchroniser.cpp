@@ -2,11 +2,12 @@
 
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
+#include "base/run.h"
 #include "base/runguard.h"
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/cataloguelookup.h"
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "library/progress.h"
 #include "library/songfailure.h"
 #include "library/workflowlog.h"
@@ -66,14 +67,14 @@ Synchroniser::Change Synchroniser::change(int row, FileLot *lot)
     const QString fileName = m_model.fileName(row);
     MetaSong song;
     if (!m_memories.pulledFrom(fileName).isEmpty() || !song.importFile(fileName)) {
-        note(Lack::Read, fileName, whyNoSong(song, fileName));
+        note(Step::Read, fileName, whyNoSong(song, fileName));
         return Change::Failed;
     }
     SongInfo info;
     song.getSongInfo(info);
     if (!info.isKordia && !mayChange(fileName)) {
-        note(Lack::Changed, fileName,
-             RunGuard::endRequested() ? Reason::Interrupted : Reason::Declined);
+        note(Step::Change, fileName,
+             RunGuard::endRequested() ? Run::interrupted : Synchroniser::declined);
         return Change::Failed;
     }
 
@@ -82,7 +83,7 @@ Synchroniser::Change Synchroniser::change(int row, FileLot *lot)
     QString trace;
     if (!findInCatalogue(m_catalogue, keys, record, trace)) {
         debug() << "Record " << QString(keys.file + u'/' + keys.title) << "NOT found in DB";
-        note(Lack::Found, fileName, Reason::NotInCatalogue);
+        note(Step::Find, fileName, Synchroniser::notInCatalogue);
         return Change::Failed;
     }
     debug() << "Found in DB by: " << trace;
@@ -135,9 +136,9 @@ bool Synchroniser::finishRow(int row, std::optional<Reason> whyNotSaved)
     MetaSong held;
     const bool isReadAgain = reloadRow(row, fileName, held);
     if (whyNotSaved.has_value())
-        note(Lack::Saved, fileName, *whyNotSaved);
+        note(Step::Save, fileName, *whyNotSaved);
     else if (!isReadAgain)
-        note(Lack::Read, fileName, whyNoSong(held, fileName));
+        note(Step::Read, fileName, whyNoSong(held, fileName));
     else
         m_report.count(RunReport::Success::Updated);
     return isReadAgain;
@@ -149,14 +150,14 @@ void Synchroniser::setStatus(int row, bool isUpdated)
 }
 
 /// A failure on a memory that was pulled is the memory's.
-void Synchroniser::note(Lack lack, const QString &fileName, Reason reason)
+void Synchroniser::note(Step lack, const QString &fileName, Reason reason)
 {
-    const bool isFailure = reason != Reason::Interrupted && reason != Reason::Declined;
+    const bool isFailure = reason != Run::interrupted && reason != Synchroniser::declined;
     const QString memory = isFailure ? m_memories.pulledFrom(fileName) : QString();
     if (memory.isEmpty())
         m_report.add(lack, fileName, reason);
     else
-        m_report.addPulled(lack, memory);
+        m_report.addShared(lack, memory, MemoryReason::gone);
 }
 
 /// The rows that an interrupted run did not come to.
@@ -164,7 +165,7 @@ void Synchroniser::noteRowsLeft(int firstRow)
 {
     const int count = m_model.goodRowCount();
     for (int row = firstRow; row < count; ++row)
-        note(Lack::Changed, m_model.fileName(row), Reason::Interrupted);
+        note(Step::Change, m_model.fileName(row), Run::interrupted);
 }
 
 bool Synchroniser::mayChange(const QString &fileName)

@@ -20,6 +20,11 @@ class UserSongsRelTableModel;
 class Synchroniser
 {
 public:
+    static constexpr Reason notInCatalogue{
+        QT_TRANSLATE_NOOP("RunReport", "il database Kordia non la contiene")};
+    static constexpr Reason declined{
+        QT_TRANSLATE_NOOP("RunReport", "la modifica è stata rifiutata"), Reason::Kind::Skip};
+
     /// Asks whether a song that the publisher did not publish may be changed; gives a
     /// NoCopyrightDialog::Answer.
     using Question = std::function<int(const QString &fileName)>;
@@ -41,8 +46,7 @@ public:
     const RunReport &report() const { return m_report; }
 
 private:
-    using Lack = RunReport::Lack;
-    using Reason = RunReport::Reason;
+    using Step = RunReport::Step;
 
     enum class Change {
         Failed, ///< the song can't be read, or is to stay as it is; reported
@@ -54,7 +58,7 @@ private:
     bool finishLot();
     bool finishRow(int row, std::optional<Reason> whyNotSaved);
     void setStatus(int row, bool isUpdated);
-    void note(Lack lack, const QString &fileName, Reason reason);
+    void note(Step lack, const QString &fileName, Reason reason);
     void noteRowsLeft(int firstRow);
     bool mayChange(const QString &fileName);
     bool reloadRow(int row, const QString &fileName, MetaSong &song);

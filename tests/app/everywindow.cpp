@@ -3,15 +3,17 @@
 #include "app/aboutdialog.h"
 #include "app/helpdialog.h"
 #include "app/mainwindow.h"
-#include "app/reportdialog.h"
+#include "base/filefailure.h"
 #include "db/usersongsreltablemodel.h"
-#include "index/indexdialog.h"
-#include "index/songslistdialog.h"
-#include "library/backupdialog.h"
-#include "library/dataeditdialog.h"
-#include "library/nocopyrightdialog.h"
-#include "library/proceeddialog.h"
-#include "library/runprogress.h"
+#include "index/dialogs/indexdialog.h"
+#include "index/dialogs/songslistdialog.h"
+#include "library/dialogs/backupdialog.h"
+#include "library/dialogs/dataeditdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
+#include "library/dialogs/proceeddialog.h"
+#include "library/dialogs/reportdialog.h"
+#include "library/dialogs/runprogress.h"
+#include "library/synchroniser.h"
 #include "songfile/metasong.h"
 #include "songfile/songinfo.h"
 #include "tests/logcapture.h"
@@ -145,10 +147,10 @@ std::unique_ptr<QWidget> makeIndexDialog()
 
 std::unique_ptr<QWidget> makeReportDialog()
 {
-    RunReport report(RunReport::Run::Synchronisation);
+    RunReport report(RunReport::Operation::Synchronisation);
     report.count(RunReport::Success::Updated);
-    report.add(RunReport::Lack::Found, longPath, RunReport::Reason::NotInCatalogue);
-    report.add(RunReport::Lack::Copied, longPath, RunReport::Reason::NoSpace);
+    report.add(RunReport::Step::Find, longPath, Synchroniser::notInCatalogue);
+    report.add(RunReport::Step::Copy, longPath, FileReason::noSpace);
     return std::make_unique<ReportDialog>(report);
 }
 

@@ -1,3 +1,4 @@
+#include "base/filefailure.h"
 #include "base/runreport.h"
 #include "tests/app/reporttest.h"
 #include "tests/testprogram.h"
@@ -115,8 +116,7 @@ void TestEditDialog::reportsASongThatBecameAnother()
     doubleClick(0);
     verifyScript();
     QCOMPARE(fileContent(at(u"one.mid"_qs)), other);
-    QVERIFY(
-        reportLines().last().contains(RunReport::reasonText(RunReport::Reason::ChangedMeanwhile)));
+    QVERIFY(reportLines().last().contains(FileReason::changed.text()));
 }
 
 void TestEditDialog::tellsWhatAMidiSongCannotHold_data()

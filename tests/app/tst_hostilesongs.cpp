@@ -1,4 +1,4 @@
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
 #include "tests/testprogram.h"
 

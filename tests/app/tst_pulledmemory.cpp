@@ -1,5 +1,5 @@
 #include "index/index.h"
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/reporttest.h"
 #include "tests/testprogram.h"
 

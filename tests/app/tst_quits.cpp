@@ -1,5 +1,5 @@
 #include "index/index.h"
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
 #include "tests/testprogram.h"

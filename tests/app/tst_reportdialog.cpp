@@ -1,5 +1,6 @@
-#include "app/reportdialog.h"
+#include "library/dialogs/reportdialog.h"
 
+#include "base/filefailure.h"
 #include "tests/dialogscript.h"
 #include "tests/fulldisk.h"
 #include "tests/smalldisk.h"
@@ -56,8 +57,8 @@ const QString shownText = QStringLiteral("Importazione: 1 non riuscite\n"
 
 static RunReport sampleReport()
 {
-    RunReport report(RunReport::Run::Import);
-    report.add(RunReport::Lack::Read, QStringLiteral("/<b>è</b>.mid"), RunReport::Reason::Empty);
+    RunReport report(RunReport::Operation::Import);
+    report.add(RunReport::Step::Read, QStringLiteral("/<b>è</b>.mid"), FileReason::empty);
     return report;
 }
 
@@ -173,11 +174,11 @@ void TestReportDialog::showsThousandsOfFilesAtOnce()
 {
     constexpr int count = 5000;
     constexpr int named = 1000;
-    RunReport report(RunReport::Run::Import);
+    RunReport report(RunReport::Operation::Import);
     for (int i = 0; i < count; ++i) {
         const QString path = u"/%1"_qs.arg(i) + QString(300, u'a');
-        report.add(RunReport::Lack::Read, path, RunReport::Reason::Empty);
-        report.add(RunReport::Lack::Read, path, RunReport::Reason::Missing);
+        report.add(RunReport::Step::Read, path, FileReason::empty);
+        report.add(RunReport::Step::Read, path, FileReason::missing);
     }
     m_dialog = std::make_unique<ReportDialog>(report);
     m_dialog->show();

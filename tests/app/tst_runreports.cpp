@@ -1,4 +1,4 @@
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/reporttest.h"
 #include "tests/fulldisk.h"
 #include "tests/smalldisk.h"

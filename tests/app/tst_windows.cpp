@@ -1,7 +1,8 @@
 #include "app/startup.h"
 #include "app/statusline.h"
 #include "app/style.h"
-#include "library/elidedlabel.h"
+#include "library/dialogs/elidedlabel.h"
+#include "library/synchroniser.h"
 #include "tests/app/everywindow.h"
 #include "tests/testprogram.h"
 
@@ -209,11 +210,10 @@ void TestWindows::showsAFullStatusBarWhole()
     const std::unique_ptr<QWidget> window = makeWindow(QStringLiteral("main"));
     QVERIFY(window != nullptr);
     auto *line = window->findChild<StatusLine *>();
-    RunReport report(RunReport::Run::Synchronisation);
+    RunReport report(RunReport::Operation::Synchronisation);
     for (int song = 0; song < 1000; ++song) {
         report.count(RunReport::Success::Updated);
-        report.add(RunReport::Lack::Found, QStringLiteral("/a.mid"),
-                   RunReport::Reason::NotInCatalogue);
+        report.add(RunReport::Step::Find, QStringLiteral("/a.mid"), Synchroniser::notInCatalogue);
     }
     line->addReport(report);
     window->show();

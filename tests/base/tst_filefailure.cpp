@@ -1,5 +1,7 @@
 #include "base/filefailure.h"
 
+#include "index/memoryreasons.h"
+#include "library/songfailure.h"
 #include "tests/smalldisk.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -9,8 +11,6 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-
-using Reason = RunReport::Reason;
 
 class TestFileFailure : public QObject
 {
@@ -34,17 +34,17 @@ private:
 
 void TestFileFailure::tellsWhyAFileIsNoSong()
 {
-    QCOMPARE(whyUnreadable(at(u"none.mid"_qs), 10), Reason::Missing);
-    QCOMPARE(whyUnreadable(m_folder->path(), 10), Reason::NoPlainFile);
+    QCOMPARE(whyUnreadable(at(u"none.mid"_qs), 10), FileReason::missing);
+    QCOMPARE(whyUnreadable(m_folder->path(), 10), FileReason::notAFile);
     QCOMPARE(::mkfifo(QFile::encodeName(at(u"fifo.mid"_qs)).constData(), 0600), 0);
-    QCOMPARE(whyUnreadable(at(u"fifo.mid"_qs), 10), Reason::NoPlainFile);
+    QCOMPARE(whyUnreadable(at(u"fifo.mid"_qs), 10), FileReason::notAFile);
     QVERIFY(QFile::link(u"loop.mid"_qs, at(u"loop.mid"_qs)));
-    QCOMPARE(whyUnreadable(at(u"loop.mid"_qs), 10), Reason::Unreachable);
+    QCOMPARE(whyUnreadable(at(u"loop.mid"_qs), 10), FileReason::unreachable);
     makeFile(at(u"empty.mid"_qs), "");
-    QCOMPARE(whyUnreadable(at(u"empty.mid"_qs), 10), Reason::Empty);
+    QCOMPARE(whyUnreadable(at(u"empty.mid"_qs), 10), FileReason::empty);
     makeFile(at(u"ten.mid"_qs), "0123456789");
-    QCOMPARE(whyUnreadable(at(u"ten.mid"_qs), 10), Reason::UnknownFormat);
-    QCOMPARE(whyUnreadable(at(u"ten.mid"_qs), 9), Reason::TooLarge);
+    QCOMPARE(whyUnreadable(at(u"ten.mid"_qs), 10), SongReason::unknownFormat);
+    QCOMPARE(whyUnreadable(at(u"ten.mid"_qs), 9), FileReason::tooLarge);
 }
 
 void TestFileFailure::tellsAFileThatMayNotBeRead()
@@ -54,7 +54,7 @@ void TestFileFailure::tellsAFileThatMayNotBeRead()
     const bool mayRead = ::access(QFile::encodeName(at(u"secret.mid"_qs)).constData(), R_OK) == 0;
     if (mayRead)
         QSKIP("root reads everything");
-    QCOMPARE(whyUnreadable(at(u"secret.mid"_qs), 10), Reason::Unreachable);
+    QCOMPARE(whyUnreadable(at(u"secret.mid"_qs), 10), FileReason::unreachable);
 }
 
 void TestFileFailure::tellsAFullDiskFromOtherFailures()
@@ -62,8 +62,8 @@ void TestFileFailure::tellsAFullDiskFromOtherFailures()
     const SmallDisk disk(m_folder->path(), 4 * SmallDisk::pageSize);
     if (!disk.isMounted())
         QSKIP("only root can mount a small disk");
-    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize), Reason::Unwritable);
-    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize + 1), Reason::NoSpace);
+    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize), FileReason::unwritable);
+    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize + 1), FileReason::noSpace);
 }
 
 void TestFileFailure::tellsADiskThatIsWriteProtected()
@@ -74,8 +74,9 @@ void TestFileFailure::tellsADiskThatIsWriteProtected()
     QVERIFY(!isWriteProtected(m_folder->path()));
     QVERIFY(disk.setReadOnly(true));
     QVERIFY(isWriteProtected(m_folder->path()));
-    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize + 1), Reason::WriteProtected);
-    QCOMPARE(whyNotIndexed(m_folder->path(), 0), Reason::WriteProtected);
+    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 4 * SmallDisk::pageSize + 1),
+             FileReason::writeProtected);
+    QCOMPARE(whyNotIndexed(m_folder->path(), 0), FileReason::writeProtected);
 }
 
 void TestFileFailure::tellsAFolderThatMayNotBeWritten()
@@ -87,19 +88,19 @@ void TestFileFailure::tellsAFolderThatMayNotBeWritten()
                                   QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     if (mayWrite)
         QSKIP("root writes everything");
-    QCOMPARE(reason, Reason::NotAllowed);
+    QCOMPARE(reason, FileReason::notAllowed);
 }
 
 void TestFileFailure::tellsAFolderThatIsGone()
 {
-    QCOMPARE(whyUnwritable(at(u"gone/a.mid"_qs), 1), Reason::FolderMissing);
-    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 1), Reason::Unwritable);
+    QCOMPARE(whyUnwritable(at(u"gone/a.mid"_qs), 1), FileReason::folderMissing);
+    QCOMPARE(whyUnwritable(at(u"a.mid"_qs), 1), FileReason::unwritable);
 }
 
 void TestFileFailure::tellsAMemoryThatIsGone()
 {
-    QCOMPARE(whyNotIndexed(at(u"CARD"_qs), 0), Reason::MemoryGone);
-    QCOMPARE(whyNotIndexed(m_folder->path(), 0), Reason::IndexIncomplete);
+    QCOMPARE(whyNotIndexed(at(u"CARD"_qs), 0), MemoryReason::gone);
+    QCOMPARE(whyNotIndexed(m_folder->path(), 0), MemoryReason::indexIncomplete);
 }
 
 BRISEL_TEST(QCoreApplication, TestFileFailure)

@@ -1,15 +1,47 @@
+#include "base/filefailure.h"
+#include "base/run.h"
 #include "base/runreport.h"
-
+#include "index/memoryreasons.h"
+#include "library/filecopier.h"
+#include "library/libraryimport.h"
+#include "library/songfailure.h"
+#include "library/synchroniser.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
 
 #include <utility>
 
-using Lack = RunReport::Lack;
-using Reason = RunReport::Reason;
-using Run = RunReport::Run;
+using Step = RunReport::Step;
+using Operation = RunReport::Operation;
 using Success = RunReport::Success;
+
+static const QList<Reason> allReasons{FileReason::missing,
+                                      FileReason::unreachable,
+                                      FileReason::notAFile,
+                                      FileReason::empty,
+                                      FileReason::tooLarge,
+                                      FileReason::folderMissing,
+                                      FileReason::writeProtected,
+                                      FileReason::notAllowed,
+                                      FileReason::noSpace,
+                                      FileReason::unwritable,
+                                      FileReason::truncated,
+                                      FileReason::changed,
+                                      SongReason::unknownFormat,
+                                      SongReason::wouldBeTooLarge,
+                                      LibraryImport::notInTable,
+                                      Synchroniser::notInCatalogue,
+                                      Synchroniser::declined,
+                                      FileCopier::kept,
+                                      FileCopier::alreadyThere,
+                                      FileCopier::pickedToo,
+                                      MemoryReason::gone,
+                                      MemoryReason::inUse,
+                                      MemoryReason::indexIncomplete,
+                                      MemoryReason::notPrepared,
+                                      MemoryReason::listFailed,
+                                      Run::interrupted};
 
 class TestRunReport : public QObject
 {
@@ -37,7 +69,7 @@ private slots:
 
 void TestRunReport::isEmptyAtFirst()
 {
-    const RunReport report(Run::Import);
+    const RunReport report(Operation::Import);
     QVERIFY(report.isEmpty());
     QCOMPARE(report.summary(), QString());
     QCOMPARE(report.text(), QStringLiteral("\n"));
@@ -45,7 +77,7 @@ void TestRunReport::isEmptyAtFirst()
 
 void TestRunReport::countsWhatWentWell()
 {
-    RunReport report(Run::Synchronisation);
+    RunReport report(Operation::Synchronisation);
     report.count(Success::Updated);
     report.count(Success::Updated);
     report.count(Success::Edited);
@@ -60,22 +92,22 @@ void TestRunReport::countsWhatWentWell()
 
 void TestRunReport::tellsSkippedFromFailed_data()
 {
-    QTest::addColumn<int>("reason");
+    QTest::addColumn<int>("number");
     QTest::addColumn<bool>("isSkipped");
-    for (int reason = 0; reason <= static_cast<int>(Reason::ListFailed); ++reason) {
-        const bool isSkipped = reason == static_cast<int>(Reason::Declined) ||
-                               reason == static_cast<int>(Reason::Kept) ||
-                               reason == static_cast<int>(Reason::Interrupted);
-        QTest::addRow("%d", reason) << reason << isSkipped;
+    for (int i = 0; i < allReasons.size(); ++i) {
+        const Reason &reason = allReasons.at(i);
+        const bool isSkipped = reason == Synchroniser::declined || reason == FileCopier::kept ||
+                               reason == Run::interrupted;
+        QTest::addRow("%d", i) << i << isSkipped;
     }
 }
 
 void TestRunReport::tellsSkippedFromFailed()
 {
-    QFETCH(int, reason);
+    QFETCH(int, number);
     QFETCH(bool, isSkipped);
     RunReport report;
-    report.add(Lack::Copied, QStringLiteral("/a.mid"), static_cast<Reason>(reason));
+    report.add(Step::Copy, QStringLiteral("/a.mid"), allReasons.at(number));
     QVERIFY(!report.isEmpty());
     QCOMPARE(report.skipped(), isSkipped ? 1 : 0);
     QCOMPARE(report.failed(), isSkipped ? 0 : 1);
@@ -85,13 +117,13 @@ void TestRunReport::tellsSkippedFromFailed()
 
 void TestRunReport::hasALineForEachFile()
 {
-    RunReport report(Run::Import);
-    report.add(Lack::Read, QStringLiteral("/a %1 %2.mid"), Reason::Empty);
-    report.add(Lack::Found, QStringLiteral("/b.mid"), Reason::NotInCatalogue);
-    report.add(Lack::Changed, QStringLiteral("/c.mid"), Reason::Declined);
-    report.add(Lack::Saved, QStringLiteral("/d.mid"), Reason::Unwritable);
-    report.add(Lack::Copied, QStringLiteral("/e.mid"), Reason::NoSpace);
-    report.add(Lack::Indexed, QStringLiteral("/f"), Reason::IndexIncomplete);
+    RunReport report(Operation::Import);
+    report.add(Step::Read, QStringLiteral("/a %1 %2.mid"), FileReason::empty);
+    report.add(Step::Find, QStringLiteral("/b.mid"), Synchroniser::notInCatalogue);
+    report.add(Step::Change, QStringLiteral("/c.mid"), Synchroniser::declined);
+    report.add(Step::Save, QStringLiteral("/d.mid"), FileReason::unwritable);
+    report.add(Step::Copy, QStringLiteral("/e.mid"), FileReason::noSpace);
+    report.add(Step::Index, QStringLiteral("/f"), MemoryReason::indexIncomplete);
     QCOMPARE(report.text(),
              QStringLiteral("Importazione: 5 non riuscite, 1 saltate\n"
                             "Non letta (il file è vuoto): /a %1 %2.mid\n"
@@ -104,7 +136,7 @@ void TestRunReport::hasALineForEachFile()
 
 void TestRunReport::repeatsMessagesAsTheyAre()
 {
-    RunReport report(Run::Index);
+    RunReport report(Operation::Index);
     report.addMessage(QStringLiteral("File non importato, path troppo lungo: /%1/b.mid"));
     QCOMPARE(report.failed(), 1);
     QCOMPARE(report.text(), QStringLiteral("Ottimizzazione memoria: 1 non riuscite\n"
@@ -113,13 +145,13 @@ void TestRunReport::repeatsMessagesAsTheyAre()
 
 void TestRunReport::listsNoticesBehindTheFiles()
 {
-    RunReport part(Run::Index);
+    RunReport part(Operation::Index);
     part.addNotice(QStringLiteral("Rinominato: /a\nb.mid"));
     QVERIFY(!part.isEmpty());
     QCOMPARE(part.failed(), 0);
     QCOMPARE(part.skipped(), 0);
     QCOMPARE(part.summary(), QString());
-    RunReport report(Run::Index);
+    RunReport report(Operation::Index);
     report.append(part);
     report.addMessage(QStringLiteral("Rinominato: /c.mid"));
     QCOMPARE(report.failed(), 1);
@@ -143,15 +175,15 @@ void TestRunReport::namesAThousandNotices()
 
 void TestRunReport::joinsItsParts()
 {
-    RunReport report(Run::Import);
-    report.add(Lack::Read, QStringLiteral("/a.mid"), Reason::Missing);
-    RunReport part(Run::Synchronisation);
+    RunReport report(Operation::Import);
+    report.add(Step::Read, QStringLiteral("/a.mid"), FileReason::missing);
+    RunReport part(Operation::Synchronisation);
     part.count(Success::Updated);
     part.count(Success::Copied);
     part.count(Success::Edited);
-    part.add(Lack::Found, QStringLiteral("/b.mid"), Reason::NotInCatalogue);
+    part.add(Step::Find, QStringLiteral("/b.mid"), Synchroniser::notInCatalogue);
     report.append(part);
-    report.append(RunReport(Run::Import));
+    report.append(RunReport(Operation::Import));
     QCOMPARE(report.text(), QStringLiteral("Importazione, Sincronizzazione: 1 aggiornate, 1 "
                                            "modificate, 1 copiate, 2 non riuscite\n"
                                            "Non letta (il file non esiste): /a.mid\n"
@@ -172,7 +204,7 @@ void TestRunReport::namesCannotForgeALine()
     QFETCH(QChar, character);
     const QString name = QStringLiteral("/a") + character + QStringLiteral("b.mid");
     RunReport report;
-    report.add(Lack::Read, name, Reason::Empty);
+    report.add(Step::Read, name, FileReason::empty);
     report.addMessage(name);
     QCOMPARE(report.text(), QStringLiteral("2 non riuscite\n"
                                            "Non letta (il file è vuoto): /a\uFFFDb.mid\n"
@@ -182,17 +214,17 @@ void TestRunReport::namesCannotForgeALine()
 void TestRunReport::hasAReasonForEverything()
 {
     QSet<QString> texts;
-    for (int reason = 0; reason <= static_cast<int>(Reason::ListFailed); ++reason)
-        texts.insert(RunReport::reasonText(static_cast<Reason>(reason)));
+    for (const Reason &reason : allReasons)
+        texts.insert(reason.text());
     QVERIFY(!texts.contains(QString()));
-    QCOMPARE(texts.size(), static_cast<int>(Reason::ListFailed) + 1);
+    QCOMPARE(texts.size(), allReasons.size());
 }
 
 void TestRunReport::tellsOfFilesThatCannotBeTrusted()
 {
-    RunReport report(Run::Edit);
-    report.add(Lack::Read, QStringLiteral("/a.mid"), Reason::CutShort);
-    report.add(Lack::Saved, QStringLiteral("/b.mid"), Reason::ChangedMeanwhile);
+    RunReport report(Operation::Edit);
+    report.add(Step::Read, QStringLiteral("/a.mid"), FileReason::truncated);
+    report.add(Step::Save, QStringLiteral("/b.mid"), FileReason::changed);
     QCOMPARE(
         report.text(),
         QStringLiteral("Modifica: 2 non riuscite\n"
@@ -205,15 +237,15 @@ void TestRunReport::namesAThousandOfAKind()
     constexpr int empty = 1002;
     constexpr int kept = 1000;
     constexpr int tooLong = 3000;
-    RunReport report(Run::Index);
+    RunReport report(Operation::Index);
     QStringList lines{QStringLiteral("Ottimizzazione memoria: 4003 non riuscite, 1000 saltate")};
     for (int i = 0; i < empty; ++i) {
-        report.add(Lack::Read, QStringLiteral("/%1.mid").arg(i), Reason::Empty);
+        report.add(Step::Read, QStringLiteral("/%1.mid").arg(i), FileReason::empty);
         if (i < 1000)
             lines.append(QStringLiteral("Non letta (il file è vuoto): /%1.mid").arg(i));
     }
     for (int i = 0; i < kept; ++i) {
-        report.add(Lack::Copied, QStringLiteral("/%1.mid").arg(i), Reason::Kept);
+        report.add(Step::Copy, QStringLiteral("/%1.mid").arg(i), FileCopier::kept);
         lines.append(QStringLiteral("Non copiata (esiste già e non doveva essere sostituita): "
                                     "/%1.mid")
                          .arg(i));
@@ -249,8 +281,8 @@ void TestRunReport::namesAThousandOfItsParts()
     for (int part = 0; part < 3; ++part) {
         RunReport report;
         for (int i = 0; i < 1200; ++i)
-            report.add(Lack::Saved, QStringLiteral("/%1-%2.mid").arg(part).arg(i),
-                       Reason::Unwritable);
+            report.add(Step::Save, QStringLiteral("/%1-%2.mid").arg(part).arg(i),
+                       FileReason::unwritable);
         whole.append(report);
     }
     QCOMPARE(whole.failed(), 3600);
@@ -264,14 +296,14 @@ void TestRunReport::namesAThousandOfItsParts()
 
 void TestRunReport::namesAPulledMemoryOnce()
 {
-    RunReport part(RunReport::Run::Transfer);
-    part.addPulled(Lack::Copied, QStringLiteral("/media/A"));
-    part.addPulled(Lack::Copied, QStringLiteral("/media/B"));
+    RunReport part(RunReport::Operation::Transfer);
+    part.addPulled(Step::Copy, QStringLiteral("/media/A"));
+    part.addPulled(Step::Copy, QStringLiteral("/media/B"));
     RunReport report;
     QVERIFY(report.isEmpty());
     report.append(part);
     report.append(part);
-    report.addPulled(Lack::Read, QStringLiteral("/media/A"));
+    report.addPulled(Step::Read, QStringLiteral("/media/A"));
     QVERIFY(!report.isEmpty());
     QCOMPARE(report.failed(), 5);
     QCOMPARE(report.text(), QStringLiteral("Trasferimento: 5 non riuscite\n"

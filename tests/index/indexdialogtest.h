@@ -1,7 +1,7 @@
 #pragma once
 
+#include "index/dialogs/indexdialog.h"
 #include "index/index.h"
-#include "index/indexdialog.h"
 #include "tests/dialogscript.h"
 #include "tests/index/samplememory.h"
 #include "tests/testprogram.h"

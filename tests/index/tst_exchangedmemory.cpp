@@ -1,4 +1,5 @@
 #include "index/index.h"
+#include "index/memoryreasons.h"
 #include "tests/index/changedmemory.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
@@ -7,7 +8,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace Sample;
-using Reason = RunReport::Reason;
 
 /// One real memory is pulled in the middle of a run, and another one of the same kind stands in its
 /// place: the run ends and changes nothing there.
@@ -81,7 +81,7 @@ void TestExchangedMemory::leavesTheOtherAloneAfterAQuestion()
     });
     QVERIFY(!(isRebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root())));
     QCOMPARE(questions, 1);
-    QCOMPARE(index.failure(), Reason::MemoryGone);
+    QCOMPARE(index.failure(), MemoryReason::gone);
     QCOMPARE(memory.rootFiles(), other);
     QCOMPARE(QDir(memory.root()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList());
@@ -108,7 +108,7 @@ void TestExchangedMemory::leavesTheOtherAloneWhileItReads()
             other = exchange(memory, disk);
     });
     QVERIFY(!index.updateIndex(memory.root()));
-    QCOMPARE(index.failure(), Reason::MemoryGone);
+    QCOMPARE(index.failure(), MemoryReason::gone);
     QVERIFY(!other.isEmpty());
     QCOMPARE(memory.rootFiles(), other);
 }
@@ -129,7 +129,7 @@ void TestExchangedMemory::leavesTheOtherAloneWhileItWrites()
                 other = exchange(memory, disk);
         });
         QVERIFY(!index.createIndex(memory.root()));
-        QCOMPARE(index.failure(), Reason::MemoryGone);
+        QCOMPARE(index.failure(), MemoryReason::gone);
         QVERIFY(!other.isEmpty());
         QCOMPARE(memory.rootFiles(), other);
     }

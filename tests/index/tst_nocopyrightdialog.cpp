@@ -1,4 +1,4 @@
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/dialogscript.h"
 #include "tests/testprogram.h"
 

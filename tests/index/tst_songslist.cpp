@@ -1,5 +1,5 @@
+#include "index/dialogs/songslistdialog.h"
 #include "index/index.h"
-#include "index/songslistdialog.h"
 #include "tests/dialogscript.h"
 #include "tests/index/samplememory.h"
 #include "tests/testprogram.h"

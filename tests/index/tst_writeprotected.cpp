@@ -1,3 +1,4 @@
+#include "base/filefailure.h"
 #include "index/index.h"
 #include "tests/index/changedmemory.h"
 #include "tests/smalldisk.h"
@@ -7,7 +8,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace Sample;
-using Reason = RunReport::Reason;
 
 /// Runs on a real memory that can't be written: they are false, say why, and leave the old set
 /// whole.
@@ -98,7 +98,7 @@ void TestWriteProtected::refusesARunThatWouldWrite()
     QVERIFY(m_disk->setReadOnly(true));
     Index index;
     QVERIFY(!run(index));
-    QCOMPARE(index.failure(), Reason::WriteProtected);
+    QCOMPARE(index.failure(), FileReason::writeProtected);
     checkOldSet();
 }
 
@@ -109,7 +109,7 @@ void TestWriteProtected::refusesAFirstIndex()
     QVERIFY(m_disk->setReadOnly(true));
     Index index;
     QVERIFY(!index.updateIndex(m_memory->root()));
-    QCOMPARE(index.failure(), Reason::WriteProtected);
+    QCOMPARE(index.failure(), FileReason::writeProtected);
 }
 
 void TestWriteProtected::updatesWhatHasNotChanged()
@@ -130,7 +130,7 @@ void TestWriteProtected::refusesWithoutTheFoldersOfThePlayer()
     QVERIFY(m_disk->setReadOnly(true));
     Index index;
     QVERIFY(!index.updateIndex(m_memory->root()));
-    QCOMPARE(index.failure(), Reason::WriteProtected);
+    QCOMPARE(index.failure(), FileReason::writeProtected);
 }
 
 void TestWriteProtected::asksNoQuestionThatCannotBeHonoured()
@@ -146,7 +146,7 @@ void TestWriteProtected::asksNoQuestionThatCannotBeHonoured()
     });
     QVERIFY(!run(index));
     QCOMPARE(questions, 0);
-    QCOMPARE(index.failure(), Reason::WriteProtected);
+    QCOMPARE(index.failure(), FileReason::writeProtected);
     checkOldSet();
 }
 
@@ -163,7 +163,7 @@ void TestWriteProtected::endsWhenItTurnsReadOnlyInAQuestion()
     });
     QVERIFY(!run(index));
     QCOMPARE(questions, 1);
-    QCOMPARE(index.failure(), Reason::WriteProtected);
+    QCOMPARE(index.failure(), FileReason::writeProtected);
     QCOMPARE(m_memory->rootFiles(), m_before);
 }
 
@@ -175,7 +175,7 @@ void TestWriteProtected::endsWhenItTurnsReadOnlyBetweenTwoFiles()
             [&](int value) { found += value == 30 && m_disk->setReadOnly(true) ? 1 : 0; });
     QVERIFY(!run(index));
     QCOMPARE(found, 1);
-    QCOMPARE(index.failure(), Reason::WriteProtected);
+    QCOMPARE(index.failure(), FileReason::writeProtected);
     checkOldSet();
 }
 
@@ -189,7 +189,7 @@ void TestWriteProtected::keepsTheSetOfAMemoryThatLostItsSongs()
     QVERIFY(m_disk->setReadOnly(true));
     Index index;
     QVERIFY(!index.createIndex(m_memory->root()));
-    QCOMPARE(index.failure(), Reason::WriteProtected);
+    QCOMPARE(index.failure(), FileReason::writeProtected);
     QCOMPARE(m_memory->rootFiles(), m_before);
 }
 
@@ -202,7 +202,7 @@ void TestWriteProtected::saysThatThereIsNoRoom()
     filler.close();
     Index index;
     QVERIFY(!run(index));
-    QCOMPARE(index.failure(), Reason::NoSpace);
+    QCOMPARE(index.failure(), FileReason::noSpace);
     m_memory->remove(u"filler"_s);
     checkOldSet();
 }

@@ -1,5 +1,5 @@
 #include "library/backup.h"
-#include "library/backupdialog.h"
+#include "library/dialogs/backupdialog.h"
 
 #include "tests/dialogscript.h"
 #include "tests/logcapture.h"

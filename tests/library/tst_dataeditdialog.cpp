@@ -1,6 +1,6 @@
-#include "library/dataeditdialog.h"
+#include "library/dialogs/dataeditdialog.h"
 
-#include "library/elidedlabel.h"
+#include "library/dialogs/elidedlabel.h"
 #include "library/songfilename.h"
 #include "songfile/songinfo.h"
 #include "tests/dialogscript.h"

@@ -1,4 +1,4 @@
-#include "library/dataeditdialog.h"
+#include "library/dialogs/dataeditdialog.h"
 
 #include "songfile/songinfo.h"
 #include "tests/testprogram.h"

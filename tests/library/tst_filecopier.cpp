@@ -1,7 +1,7 @@
 #include "library/filecopier.h"
 
 #include "base/runguard.h"
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/library/fakeprogress.h"
 #include "tests/library/filesizelimit.h"
 #include "tests/logcapture.h"

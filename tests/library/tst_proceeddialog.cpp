@@ -1,4 +1,4 @@
-#include "library/proceeddialog.h"
+#include "library/dialogs/proceeddialog.h"
 #include "tests/testprogram.h"
 
 #include <QApplication>

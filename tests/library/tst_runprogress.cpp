@@ -1,5 +1,5 @@
 #include "base/runguard.h"
-#include "library/runprogress.h"
+#include "library/dialogs/runprogress.h"
 #include "tests/testprogram.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "index/index.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
-#include "library/nocopyrightdialog.h"
 #include "tests/index/changedmemory.h"
 #include "tests/index/indexsamples.h"
 #include "tests/library/fakeprogress.h"

@@ -1,7 +1,8 @@
+#include "base/filefailure.h"
 #include "library/synchroniser.h"
 
 #include "base/runguard.h"
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/library/fakeprogress.h"
 #include "tests/library/filesizelimit.h"
 #include "tests/library/samplelibrary.h"
@@ -316,8 +317,7 @@ void TestSynchroniser::writesNothingOverASongThatBecameAnother()
     QVERIFY(synchroniser.updateRows(m_progress));
     QCOMPARE(fileContent(path), other);
     QCOMPARE(synchroniser.report().failed(), 1);
-    QVERIFY(synchroniser.report().text().contains(
-        RunReport::reasonText(RunReport::Reason::ChangedMeanwhile)));
+    QVERIFY(synchroniser.report().text().contains(FileReason::changed.text()));
 }
 
 BRISEL_TEST(QCoreApplication, TestSynchroniser)

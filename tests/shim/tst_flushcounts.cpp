@@ -1,5 +1,5 @@
+#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
-#include "library/nocopyrightdialog.h"
 #include "library/synchroniser.h"
 #include "tests/index/changedmemory.h"
 #include "tests/library/fakeprogress.h"

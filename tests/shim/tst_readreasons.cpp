@@ -1,5 +1,6 @@
+#include "base/filefailure.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
-#include "library/nocopyrightdialog.h"
 #include "library/songfailure.h"
 #include "songfile/metasong.h"
 #include "tests/library/fakeprogress.h"
@@ -13,7 +14,6 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
-using Reason = RunReport::Reason;
 
 namespace
 {
@@ -32,7 +32,7 @@ QByteArray mp3()
 QString reportOf(const QString &path, Reason reason)
 {
     RunReport report;
-    report.add(RunReport::Lack::Copied, path, reason);
+    report.add(RunReport::Step::Copy, path, reason);
     return report.text();
 }
 
@@ -81,7 +81,7 @@ void TestReadReasons::reportsATruncatedFile()
         const DamagedFile damaged(midiName, badPlace, failure);
         MetaSong song;
         QVERIFY(!song.importFile(midiName));
-        QCOMPARE(whyNoSong(song, midiName), Reason::CutShort);
+        QCOMPARE(whyNoSong(song, midiName), FileReason::truncated);
     }
 }
 
@@ -93,7 +93,7 @@ void TestReadReasons::reportsAHugeFileWithoutReadingIt()
     MetaSong song;
     QVERIFY(!song.importFile(mp3Name));
     const qint64 readByImport = Shim::bytesRead();
-    QCOMPARE(whyNoSong(song, mp3Name), Reason::UnknownFormat);
+    QCOMPARE(whyNoSong(song, mp3Name), SongReason::unknownFormat);
     Shim::disarm();
     QCOMPARE(readByImport, 4);
     QCOMPARE(Shim::bytesRead(), readByImport);
@@ -127,7 +127,7 @@ void TestReadReasons::reportsTruncatedAudioOfAnMp3()
         const DamagedFile damaged(mp3Name, badPlace, failure);
         QVERIFY(!song.saveToFile(mp3Name));
         QCOMPARE(song.trouble(), MetaSong::Trouble::CutShort);
-        QCOMPARE(whyNotSaved(song, mp3Name), Reason::CutShort);
+        QCOMPARE(whyNotSaved(song, mp3Name), FileReason::truncated);
     }
     QVERIFY(fileContent(mp3Name) == mp3());
     QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden).size(), isLinked ? 2 : 1);
@@ -163,7 +163,7 @@ void TestReadReasons::reportsATruncatedSource()
         if (!old.isEmpty())
             makeFile(place, old);
         const DamagedFile damaged(mp3Name, badPlace, failure);
-        QCOMPARE(copyReport({mp3Name}), reportOf(mp3Name, Reason::CutShort));
+        QCOMPARE(copyReport({mp3Name}), reportOf(mp3Name, FileReason::truncated));
         QCOMPARE(fileContent(place), old);
     }
 }
@@ -176,7 +176,7 @@ void TestReadReasons::reportsATruncatedCompanion()
     makeFile(graphics, QByteArray(songSize, 'g'));
     const DamagedFile damaged(graphics, badPlace, Shim::BadSector);
     const QString report = copyReport({mp3Name});
-    QVERIFY2(report.contains(reportOf(graphics, Reason::CutShort)), qPrintable(report));
+    QVERIFY2(report.contains(reportOf(graphics, FileReason::truncated)), qPrintable(report));
     QCOMPARE(QDir(u"CARD"_s).entryList(QDir::Files | QDir::Hidden), QStringList{mp3Name});
 }
 

@@ -1,4 +1,5 @@
 #include "index/index.h"
+#include "index/memoryreasons.h"
 #include "tests/index/changedmemory.h"
 #include "tests/index/setreader.h"
 #include "tests/shim/shim.h"
@@ -11,7 +12,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace Sample;
-using Reason = RunReport::Reason;
 
 /// Two programs use one memory at once: the second reports that and changes nothing.
 class TestTwoPrograms : public QObject
@@ -99,11 +99,11 @@ void TestTwoPrograms::secondOneTouchesNothing()
         for (const bool isSecondRebuild : {false, true}) {
             Reason failure{};
             QVERIFY(!index(memory, isSecondRebuild, failure));
-            QCOMPARE(failure, Reason::InUse);
+            QCOMPARE(failure, MemoryReason::inUse);
         }
         Index list;
         QCOMPARE(list.saveSongsList(memory.root(), u"list.csv"_s, SortByTitle), 0);
-        QCOMPARE(list.failure(), Reason::InUse);
+        QCOMPARE(list.failure(), MemoryReason::inUse);
         QVERIFY(!QFile::exists(u"list.csv"_s));
         MemoryCheck check;
         QVERIFY(!check.run(memory.root()));
@@ -146,7 +146,7 @@ void TestTwoPrograms::bothAtOnceLeaveASoundSet()
                 Shim::slowFlushes(1);
                 Reason failure{};
                 const bool result = index(memory, isRebuild, failure);
-                ::_exit(result ? 0 : failure == Reason::InUse ? 1 : 2);
+                ::_exit(result ? 0 : failure == MemoryReason::inUse ? 1 : 2);
             }
         }
         int done = 0;

@@ -1,3 +1,4 @@
+#include "base/filefailure.h"
 #include "index/index.h"
 #include "tests/index/samplememory.h"
 #include "tests/shim/damagedfile.h"
@@ -133,7 +134,7 @@ void TestUnreadableFolders::losesNoSongsInARebuild()
         Shim::refuseFolder(encoded(memory.path(folder)));
         Index index;
         QVERIFY(!index.createIndex(memory.root()));
-        QCOMPARE(index.failure(), RunReport::Reason::Unreachable);
+        QCOMPARE(index.failure(), FileReason::unreachable);
         QCOMPARE(memory.rootFiles(), before);
         Shim::listAll();
         QVERIFY(index.createIndex(memory.root()));

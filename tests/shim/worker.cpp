@@ -3,8 +3,8 @@
 #include "base/settingsstore.h"
 #include "db/database.h"
 #include "index/index.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
-#include "library/nocopyrightdialog.h"
 #include "library/progress.h"
 #include "songfile/metasong.h"
 

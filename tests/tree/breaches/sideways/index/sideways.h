@@ -1,4 +1,4 @@
 #pragma once
 
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "library/progress.h"

@@ -1,4 +1,4 @@
-#include "library/dataeditdialog.h"
+#include "library/dialogs/dataeditdialog.h"
 
 #include "base/songtext.h"
 #include "library/songfilename.h"

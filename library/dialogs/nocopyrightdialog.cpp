@@ -1,4 +1,4 @@
-#include "library/nocopyrightdialog.h"
+#include "library/dialogs/nocopyrightdialog.h"
 
 #include "ui_nocopyrightdialog.h"
 

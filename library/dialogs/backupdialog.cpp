@@ -1,4 +1,4 @@
-#include "library/backupdialog.h"
+#include "library/dialogs/backupdialog.h"
 
 #include "ui_backupdialog.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/runreport.h"
-#include "index/rundialog.h"
+#include "index/dialogs/rundialog.h"
 
 #include <memory>
 #include <optional>

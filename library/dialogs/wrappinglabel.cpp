@@ -1,4 +1,4 @@
-#include "library/wrappinglabel.h"
+#include "library/dialogs/wrappinglabel.h"
 
 #include <QPainter>
 #include <QTextLayout>

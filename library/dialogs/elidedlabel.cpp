@@ -1,4 +1,4 @@
-#include "library/elidedlabel.h"
+#include "library/dialogs/elidedlabel.h"
 
 #include <QPainter>
 #include <QStyle>

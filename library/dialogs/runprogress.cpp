@@ -1,4 +1,4 @@
-#include "library/runprogress.h"
+#include "library/dialogs/runprogress.h"
 
 #include "base/runguard.h"
 

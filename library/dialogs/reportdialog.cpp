@@ -1,4 +1,4 @@
-#include "app/reportdialog.h"
+#include "library/dialogs/reportdialog.h"
 
 #include "base/filefailure.h"
 #include "base/filewriting.h"
@@ -46,7 +46,7 @@ void ReportDialog::on_savePushButton_clicked()
     const QByteArray text = m_report.text().toUtf8();
     if (replaceFile(path, text))
         return;
-    const QString reason = RunReport::reasonText(whyUnwritable(path, text.size()));
+    const QString reason = whyUnwritable(path, text.size()).text();
     QMessageBox::warning(this, tr("Salva resoconto"),
                          tr("Il resoconto non è stato salvato: %1").arg(reason));
 }

@@ -1,4 +1,4 @@
-#include "index/rundialog.h"
+#include "index/dialogs/rundialog.h"
 
 #include "base/runguard.h"
 #include "base/settingsstore.h"

@@ -1,8 +1,9 @@
-#include "index/indexdialog.h"
+#include "index/dialogs/indexdialog.h"
 
 #include "base/runguard.h"
 #include "index/index.h"
 #include "index/memorycheck.h"
+#include "index/memoryreasons.h"
 #include "index/volumes.h"
 #include "ui_indexdialog.h"
 
@@ -88,7 +89,7 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
     updateLabelNum(0);
     initProgress(0);
     clearIndexErrors();
-    m_report.emplace(RunReport::Run::Index);
+    m_report.emplace(RunReport::Operation::Index);
     m_ui->plainTextReport->appendPlainText(tr("Ottimizzazione memoria in corso..."));
     breathe();
 
@@ -118,8 +119,8 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
         return Outcome::Ended;
     if (done)
         return Outcome::Done;
-    m_report->add(RunReport::Lack::Indexed, folder, index.failure());
-    return index.failure() == RunReport::Reason::InUse ? Outcome::InUse : Outcome::Failed;
+    m_report->add(RunReport::Step::Index, folder, index.failure());
+    return index.failure() == MemoryReason::inUse ? Outcome::InUse : Outcome::Failed;
 }
 
 /// Looks at what the run has left on the memory \a folder. Findings are errors like those of the

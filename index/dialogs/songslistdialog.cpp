@@ -1,7 +1,8 @@
-#include "index/songslistdialog.h"
+#include "index/dialogs/songslistdialog.h"
 
 #include "base/runguard.h"
 #include "index/index.h"
+#include "index/memoryreasons.h"
 #include "index/volumes.h"
 #include "ui_songslistdialog.h"
 
@@ -70,13 +71,13 @@ SongsListDialog::Outcome SongsListDialog::save()
                             static_cast<SORT_MODE>(m_ui->comboBoxSort->currentIndex()));
     setControlsEnabled(true);
     m_ui->pushButtonClose->setFocus();
-    m_report.emplace(RunReport::Run::SongsList);
+    m_report.emplace(RunReport::Operation::SongsList);
     if (RunGuard::endRequested())
         return Outcome::Ended;
     if (result > 0)
         return Outcome::Saved;
-    const bool isBusy = index.failure() == RunReport::Reason::InUse;
-    m_report->add(RunReport::Lack::Saved,
+    const bool isBusy = index.failure() == MemoryReason::inUse;
+    m_report->add(RunReport::Step::Save,
                   isBusy ? m_ui->lineEditPath->text() : m_ui->lineEditFile->text(),
                   index.failure());
     if (isBusy)

@@ -1,4 +1,4 @@
-#include "library/proceeddialog.h"
+#include "library/dialogs/proceeddialog.h"
 
 #include "ui_proceeddialog.h"
 

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QCoreApplication>
+
+#include <cstring>
+
+/// Why a file was left out of a run. Those who give a reason declare it beside their code, with its
+/// text marked as QT_TRANSLATE_NOOP("RunReport", "..."). Reasons with the same text are the same.
+class Reason
+{
+public:
+    enum class Kind {
+        Failure,
+        Skip, ///< the user wanted it so
+    };
+
+    explicit constexpr Reason(const char *text, Kind kind = Kind::Failure)
+        : m_text(text), m_isSkip(kind == Kind::Skip)
+    {
+    }
+
+    /// In the language of the moment.
+    QString text() const { return QCoreApplication::translate("RunReport", m_text); }
+    bool isSkip() const { return m_isSkip; }
+
+    friend bool operator==(const Reason &a, const Reason &b)
+    {
+        return std::strcmp(a.m_text, b.m_text) == 0;
+    }
+    friend bool operator<(const Reason &a, const Reason &b)
+    {
+        return std::strcmp(a.m_text, b.m_text) < 0;
+    }
+
+private:
+    const char *m_text;
+    bool m_isSkip;
+};

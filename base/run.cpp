@@ -1,0 +1,54 @@
+#include "base/run.h"
+
+void Run::begin(const Stage & /*stage*/) {}
+
+void Run::setSteps(int /*steps*/) {}
+
+void Run::setStep(int /*done*/) {}
+
+void Run::pulse() {}
+
+void Run::processEvents() {}
+
+void Run::end() {}
+
+void Run::showSpace(const QString & /*folder*/, qint64 /*bytes*/) {}
+
+void Run::hideSpace() {}
+
+bool Run::ask(Question question, const QString &path, const QString &message)
+{
+    std::optional<bool> &toAll = m_answers.at(static_cast<std::size_t>(question));
+    if (isEnding())
+        return false;
+    if (toAll.has_value())
+        return *toAll;
+    const Answer answer = answerOf(question, path, message);
+    if (isEnding())
+        return false;
+    const bool isYes = answer == Answer::Yes || answer == Answer::YesToAll;
+    if (answer == Answer::YesToAll || answer == Answer::NoToAll)
+        toAll = isYes;
+    return isYes;
+}
+
+bool Run::isAsking(Question question) const
+{
+    return !isEnding() && !m_answers.at(static_cast<std::size_t>(question)).has_value();
+}
+
+void Run::answerAll(Question question, bool isYes)
+{
+    m_answers.at(static_cast<std::size_t>(question)) = isYes;
+}
+
+bool Run::isInterrupted() const
+{
+    return false;
+}
+
+Run::Answer Run::answerOf(Question /*question*/, const QString & /*path*/,
+                          const QString & /*message*/)
+{
+    return Answer::No;
+}
