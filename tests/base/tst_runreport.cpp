@@ -297,13 +297,13 @@ void TestRunReport::namesAThousandOfItsParts()
 void TestRunReport::namesAPulledMemoryOnce()
 {
     RunReport part(RunReport::Operation::Transfer);
-    part.addPulled(Step::Copy, QStringLiteral("/media/A"));
-    part.addPulled(Step::Copy, QStringLiteral("/media/B"));
+    part.addShared(Step::Copy, QStringLiteral("/media/A"), MemoryReason::gone);
+    part.addShared(Step::Copy, QStringLiteral("/media/B"), MemoryReason::gone);
     RunReport report;
     QVERIFY(report.isEmpty());
     report.append(part);
     report.append(part);
-    report.addPulled(Step::Read, QStringLiteral("/media/A"));
+    report.addShared(Step::Read, QStringLiteral("/media/A"), MemoryReason::gone);
     QVERIFY(!report.isEmpty());
     QCOMPARE(report.failed(), 5);
     QCOMPARE(report.text(), QStringLiteral("Trasferimento: 5 non riuscite\n"
