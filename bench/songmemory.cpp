@@ -1,5 +1,7 @@
 #include "bench/songmemory.h"
 
+#include "tests/midibytes.h"
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
@@ -7,6 +9,9 @@
 
 namespace
 {
+
+using MidiBytes::kordiaEvent;
+using MidiBytes::metaEvent;
 
 constexpr quint32 seed = 1;
 constexpr int songSize = 4000; ///< bytes: longer than what the index reads
@@ -17,26 +22,17 @@ struct Texts {
     QByteArray genre;
 };
 
-QByteArray metaEvent(char type, const QByteArray &data)
-{
-    return QByteArray("\0\xFF", 2) + type + static_cast<char>(data.size()) + data;
-}
-
 QByteArray midiSong(const Texts &texts, QRandomGenerator &random)
 {
-    QByteArray track = metaEvent(3, texts.title) + metaEvent(0x4B, '\2' + texts.artist) +
-                       metaEvent(0x4B, '\1' + texts.genre) +
-                       metaEvent(0x51, QByteArray::fromHex("07A120"));
+    QByteArray track = metaEvent(3, texts.title) + kordiaEvent(2, texts.artist) +
+                       kordiaEvent(1, texts.genre) + metaEvent(0x51, QByteArray::fromHex("07A120"));
     while (track.size() < songSize) {
         const char note = static_cast<char>(random.bounded(0x80));
         for (int i = 0; i < 10; ++i)
             track += QByteArray("\x10\x90", 2) + note + '\x40';
         track += metaEvent(5, "la");
     }
-    QByteArray song("MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0", 20);
-    song += static_cast<char>(track.size() >> 8);
-    song += static_cast<char>(track.size() & 0xFF);
-    return song + track;
+    return MidiBytes::file({track});
 }
 
 QByteArray frame(const QByteArray &identifier, const QByteArray &text)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/midibytes.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QDir>
@@ -60,31 +62,20 @@ private:
 namespace Sample
 {
 
-inline QByteArray metaEvent(char type, const QByteArray &data)
-{
-    return QByteArray("\0\xFF", 2) + type + static_cast<char>(data.size()) + data;
-}
-
-inline QByteArray makersEvent(char subType, const QByteArray &text)
-{
-    return metaEvent(0x4B, subType + text);
-}
+using MidiBytes::kordiaEvent;
+using MidiBytes::metaEvent;
 
 /// A MIDI file of one track that holds \a events.
 inline QByteArray midi(const QByteArray &events)
 {
-    const QByteArray track = events + QByteArray("\0\xFF\x2F\0", 4);
-    QByteArray file("MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0", 20);
-    file += static_cast<char>(track.size() >> 8);
-    file += static_cast<char>(track.size() & 0xFF);
-    return file + track;
+    return MidiBytes::file({events + MidiBytes::endOfTrack()});
 }
 
 /// 120 beats per minute.
 inline QByteArray midiSong(const QByteArray &title, const QByteArray &artist,
                            const QByteArray &genre)
 {
-    return midi(metaEvent(3, title) + makersEvent(2, artist) + makersEvent(1, genre) +
+    return midi(metaEvent(3, title) + kordiaEvent(2, artist) + kordiaEvent(1, genre) +
                 metaEvent(0x51, QByteArray::fromHex("07A120")));
 }
 

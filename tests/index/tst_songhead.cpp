@@ -111,8 +111,8 @@ void TestSongHead::readsFirstMidiTexts()
 {
     const SongInfoIndex song =
         parsed(midi(metaEvent(3, " Perch\xE9 ") + metaEvent(3, "Second") +
-                    makersEvent(2, "Artist") + makersEvent(2, "Other") + makersEvent(1, "Genre") +
-                    makersEvent(3, "Author") + metaEvent(6, "Intro")));
+                    kordiaEvent(2, "Artist") + kordiaEvent(2, "Other") + kordiaEvent(1, "Genre") +
+                    kordiaEvent(3, "Author") + metaEvent(6, "Intro")));
     QCOMPARE(song.title, u"PERCH\u00C9"_qs);
     QCOMPARE(song.artist, u"ARTIST"_qs);
     QCOMPARE(song.genre, u"GENRE"_qs);
@@ -163,14 +163,14 @@ void TestSongHead::findsArtistInExclusiveMessage()
 
 void TestSongHead::prefersMakersArtistToExclusiveMessage()
 {
-    QCOMPARE(parsed(midi(exclusive("(FIRST)\0\xF7", 14) + makersEvent(2, "Second"))).artist,
+    QCOMPARE(parsed(midi(exclusive("(FIRST)\0\xF7", 14) + kordiaEvent(2, "Second"))).artist,
              u"SECOND"_qs);
 }
 
 void TestSongHead::stopsAtEventCutByThePrefix()
 {
     const QByteArray filler(SongHead::prefixSize - 22 - 20, '\1');
-    const SongInfoIndex song = parsed(midi(makersEvent(1, "Genre")).left(22 + 12) + filler +
+    const SongInfoIndex song = parsed(midi(kordiaEvent(1, "Genre")).left(22 + 12) + filler +
                                       metaEvent(3, "A title that ends behind the prefix"));
     QCOMPARE(song.genre, u"GENRE"_qs);
     QCOMPARE(song.title, u"SONG.MID"_qs);
@@ -179,8 +179,8 @@ void TestSongHead::stopsAtEventCutByThePrefix()
 void TestSongHead::boundsMidiTexts()
 {
     const SongInfoIndex song =
-        parsed(midi(metaEvent(3, QByteArray(70, 't')) + makersEvent(2, QByteArray(70, 'a')) +
-                    makersEvent(1, "g\0rest")));
+        parsed(midi(metaEvent(3, QByteArray(70, 't')) + kordiaEvent(2, QByteArray(70, 'a')) +
+                    kordiaEvent(1, "g\0rest")));
     QCOMPARE(song.title, QString(58, u'T'));
     QCOMPARE(song.artist, QString(58, u'A'));
     QCOMPARE(song.genre, u"G"_qs);
@@ -189,7 +189,7 @@ void TestSongHead::boundsMidiTexts()
 void TestSongHead::ignoresEmptyTexts()
 {
     const SongInfoIndex song = parsed(midi(metaEvent(3, "") + metaEvent(3, "Title") +
-                                           metaEvent(0x4B, "") + makersEvent(2, "  ")));
+                                           metaEvent(0x4B, "") + kordiaEvent(2, "  ")));
     QCOMPARE(song.title, u"TITLE"_qs);
     QCOMPARE(song.artist, u"<UNKNOWN>"_qs);
 }
@@ -274,7 +274,7 @@ void TestSongHead::refusesMissingFile()
 void TestSongHead::survivesEveryTruncation()
 {
     const QByteArray song = midi(metaEvent(3, "Title") + metaEvent(0x51, hex("07A120")) +
-                                 makersEvent(2, "Artist") + exclusive("(X)\0\xF7", 10));
+                                 kordiaEvent(2, "Artist") + exclusive("(X)\0\xF7", 10));
     for (qsizetype size = 5; size < song.size(); ++size) {
         const SongInfoIndex cut = parsed(song.left(size));
         QVERIFY(cut.title == u"TITLE" || cut.title == u"SONG.MID");

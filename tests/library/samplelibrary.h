@@ -3,6 +3,7 @@
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "songfile/metasong.h"
+#include "tests/midibytes.h"
 #include "tests/testfiles.h"
 
 #include <QSqlError>
@@ -15,23 +16,15 @@
 namespace Sample
 {
 
-inline QByteArray event(char type, const QByteArray &text)
-{
-    return QByteArray("\0\xFF", 2) + type + char(text.size()) + text;
-}
-
 /// A Standard MIDI File, format 0, of one note. The publisher's songs carry its copyright.
 inline QByteArray midi(const QByteArray &title, bool published)
 {
-    QByteArray track = event(3, title);
+    QByteArray track = MidiBytes::metaEvent(3, title);
     if (published)
-        track += event(2, "(c) Kordia");
-    track += QByteArray::fromHex("00903c40"
-                                 "60803c40"
-                                 "00ff2f00");
-    QByteArray song = QByteArray::fromHex("4d54686400000006000000010060"
-                                          "4d54726b000000");
-    return song + char(track.size()) + track;
+        track += MidiBytes::metaEvent(2, "(c) Kordia");
+    const QByteArray note = QByteArray::fromHex("00903c40"
+                                                "60803c40");
+    return MidiBytes::file({track + note + MidiBytes::endOfTrack()});
 }
 
 inline SongInfo infoOf(const QString &path)

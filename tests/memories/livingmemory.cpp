@@ -124,7 +124,7 @@ QByteArray LivingMemory::content(int song, const QString &suffix, bool isPlain)
     } else if (isPlain) {
         bytes = "no song at all";
     } else {
-        bytes = midi(metaEvent(3, title) + makersEvent(2, artist) + makersEvent(1, genre) +
+        bytes = midi(metaEvent(3, title) + kordiaEvent(2, artist) + kordiaEvent(1, genre) +
                      (below(m_random, 2) == 0 ? metaEvent(6, "A") : QByteArray()) +
                      metaEvent(0x51, QByteArray::fromHex("07A120")));
     }

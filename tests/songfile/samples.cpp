@@ -15,15 +15,10 @@ static QByteArray number(quint32 value)
 QByteArray Samples::midi(const QByteArray &events, int format)
 {
     const QByteArray note = bytes("\x00\x90\x3C\x40\x60\x80\x3C\x40\x00\xFF\x2F\x00");
-    QByteArray file = bytes("MThd\0\0\0\6\0") + static_cast<char>(format) + '\0' +
-                      static_cast<char>(format == 0 ? 1 : 2) + bytes("\0\x60");
-    const QByteArray track = events + note;
-    file += "MTrk" + number(static_cast<quint32>(track.size())) + track;
-    if (format != 0) {
-        const QByteArray second = bytes("\x00\x91\x40\x40\x60\x81\x40\x40\x00\xFF\x2F\x00");
-        file += "MTrk" + number(static_cast<quint32>(second.size())) + second;
-    }
-    return file;
+    QList<QByteArray> tracks{events + note};
+    if (format != 0)
+        tracks.append(bytes("\x00\x91\x40\x40\x60\x81\x40\x40\x00\xFF\x2F\x00"));
+    return MidiBytes::file(tracks, format);
 }
 
 quint32 Samples::trackLength(const QByteArray &midi)
@@ -36,17 +31,6 @@ quint32 Samples::trackBytes(const QByteArray &midi)
     const qsizetype start = midi.indexOf("MTrk") + 8;
     const qsizetype next = midi.indexOf("MTrk", start);
     return static_cast<quint32>((next < 0 ? midi.size() : next) - start);
-}
-
-QByteArray Samples::kordiaEvent(int type, const QByteArray &data)
-{
-    return bytes("\x00\xFF\x4B") + static_cast<char>(data.size() + 1) + static_cast<char>(type) +
-           data;
-}
-
-QByteArray Samples::metaEvent(char type, const QByteArray &data)
-{
-    return bytes("\x00\xFF") + type + static_cast<char>(data.size()) + data;
 }
 
 QMap<QByteArray, QByteArray> Samples::unreadableEvents()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/literalbytes.h"
+#include "tests/midibytes.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -11,6 +12,8 @@ namespace Samples
 {
 
 using LiteralBytes::bytes;
+using MidiBytes::kordiaEvent;
+using MidiBytes::metaEvent;
 
 /// A Standard MIDI File whose first track holds \a events and then one note. Format 1 has a second
 /// track with another note.
@@ -20,11 +23,6 @@ QByteArray midi(const QByteArray &events = {}, int format = 0);
 /// the data.
 quint32 trackLength(const QByteArray &midi);
 quint32 trackBytes(const QByteArray &midi);
-
-/// A publisher's meta-event with the delta-time 0.
-QByteArray kordiaEvent(int type, const QByteArray &data);
-/// A standard meta-event with the delta-time 0.
-QByteArray metaEvent(char type, const QByteArray &data);
 
 /// Starts of tracks whose events can't be identified, by the reason.
 QMap<QByteArray, QByteArray> unreadableEvents();
