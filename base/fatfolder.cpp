@@ -1,5 +1,6 @@
 #include "base/fatfolder.h"
 
+#include "base/filedescriptor.h"
 #include "base/fileidentity.h"
 #include "base/flushing.h"
 #include "base/plainfile.h"
@@ -46,13 +47,8 @@ bool isOnFat(int handle)
 
 bool isOnFat(const QString &path)
 {
-    constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    const int handle = ::open(QFile::encodeName(path).constData(), flags);
-    if (handle < 0)
-        return false;
-    const bool isFat = isOnFat(handle);
-    ::close(handle);
-    return isFat;
+    const FileDescriptor entry = FileDescriptor::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    return entry.isOpen() && isOnFat(entry.get());
 }
 
 void reserveEntries(const QString &folder, const QStringList &names)

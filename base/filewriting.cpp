@@ -1,6 +1,7 @@
 #include "base/filewriting.h"
 
 #include "base/fileattributes.h"
+#include "base/filedescriptor.h"
 #include "base/filelot.h"
 #include "base/flushing.h"
 #include "base/overwriting.h"
@@ -103,16 +104,11 @@ WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
 bool appendToFile(const QString &path, const QByteArray &data, qint64 largest)
 {
 #ifdef Q_OS_UNIX
-    constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    const int handle = ::open(QFile::encodeName(path).constData(), flags, 0666);
-    if (handle < 0)
-        return false;
-    const FileState state = fileState(handle);
-    const bool isWritten =
-        state.kind == FileKind::Regular && state.size <= largest &&
-        ::write(handle, data.constData(), static_cast<size_t>(data.size())) == data.size();
-    ::close(handle);
-    return isWritten;
+    const FileDescriptor file =
+        FileDescriptor::open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY);
+    const FileState state = fileState(file.get());
+    return state.kind == FileKind::Regular && state.size <= largest &&
+           ::write(file.get(), data.constData(), static_cast<size_t>(data.size())) == data.size();
 #else
     QFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered) &&

@@ -1,6 +1,6 @@
 #include "base/flushing.h"
 
-#include <QFile>
+#include "base/filedescriptor.h"
 
 #include <cerrno>
 
@@ -33,13 +33,8 @@ bool flushHandle(int handle)
 bool flushFolder(const QString &folder)
 {
 #ifdef Q_OS_UNIX
-    const int handle =
-        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0)
-        return errno == EACCES;
-    const bool flushed = flushHandle(handle);
-    ::close(handle);
-    return flushed;
+    const FileDescriptor entry = FileDescriptor::openFolder(folder);
+    return entry.isOpen() ? flushHandle(entry.get()) : errno == EACCES;
 #else
     Q_UNUSED(folder)
     return true;

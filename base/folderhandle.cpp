@@ -1,7 +1,6 @@
 #include "base/folderhandle.h"
 
 #include "base/fatfolder.h"
-
 #include "base/fileidentity.h"
 #include "base/flushing.h"
 
@@ -17,8 +16,6 @@
 #else
 #include <filesystem>
 #include <system_error>
-#endif
-#ifdef Q_OS_LINUX
 #endif
 
 QString wayBelow(const QString &root, const QString &path)
@@ -70,62 +67,41 @@ int renameToFreeName(int folder, const char *name, const char *newName)
 
 FolderHandle::FolderHandle(const QString &root, const QString &names)
 {
-    constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-    m_handle = ::open(QFile::encodeName(root).constData(), flags);
-    struct stat start {
-    };
-    if (m_handle < 0 || ::fstat(m_handle, &start) != 0)
-        return;
+    m_handle = FileDescriptor::openFolder(root);
+    const quint64 device = fileState(m_handle.get()).device;
     for (const QString &name : names.split(u'/', Qt::SkipEmptyParts)) {
-        struct stat folder {
-        };
-        const int next =
-            name == QStringLiteral("..")
-                ? -1
-                : ::openat(m_handle, QFile::encodeName(name).constData(), flags | O_NOFOLLOW);
-        ::close(m_handle);
-        m_handle = next;
-        if (m_handle < 0)
+        if (!m_handle.isOpen())
             return;
-        if (::fstat(m_handle, &folder) != 0 || folder.st_dev != start.st_dev) {
-            ::close(m_handle);
-            m_handle = -1;
-            return;
-        }
+        if (name == QStringLiteral(".."))
+            m_handle.close();
+        else
+            m_handle = FileDescriptor::openFolderIn(m_handle.get(), name);
+        if (fileState(m_handle.get()).device != device)
+            m_handle.close();
     }
-}
-
-FolderHandle::~FolderHandle()
-{
-    if (m_handle >= 0)
-        ::close(m_handle);
 }
 
 bool FolderHandle::isOpen() const
 {
-    return m_handle >= 0;
+    return m_handle.isOpen();
 }
 
 bool FolderHandle::rename(const QString &name, const QString &newName) const
 {
-    return renameToFreeName(m_handle, QFile::encodeName(name).constData(),
+    return renameToFreeName(m_handle.get(), QFile::encodeName(name).constData(),
                             QFile::encodeName(newName).constData()) == 0;
 }
 
 bool FolderHandle::flush() const
 {
-    return flushHandle(m_handle);
+    return flushHandle(m_handle.get());
 }
 
 bool FolderHandle::flush(const QString &name) const
 {
-    const int handle = ::openat(m_handle, QFile::encodeName(name).constData(),
-                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (handle < 0)
-        return false;
-    const bool isFlushed = flushHandle(handle);
-    ::close(handle);
-    return isFlushed;
+    const FileDescriptor entry =
+        FileDescriptor::openIn(m_handle.get(), name, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    return entry.isOpen() && flushHandle(entry.get());
 }
 
 #else
@@ -134,8 +110,6 @@ FolderHandle::FolderHandle(const QString &root, const QString &names)
     : m_path(names.isEmpty() ? root : root + u'/' + names)
 {
 }
-
-FolderHandle::~FolderHandle() = default;
 
 bool FolderHandle::isOpen() const
 {
@@ -169,12 +143,12 @@ bool FolderHandle::flush(const QString &) const
 
 bool FolderHandle::isFat() const
 {
-    return isOnFat(m_handle);
+    return isOnFat(m_handle.get());
 }
 
 std::optional<bool> FolderHandle::flushFileSystem() const
 {
-    return ::flushFileSystem(m_handle);
+    return ::flushFileSystem(m_handle.get());
 }
 
 #else

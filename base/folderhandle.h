@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/filedescriptor.h"
+
 #include <QString>
 
 #include <optional>
@@ -21,9 +23,6 @@ public:
     /// there are none. Links on the way to the root are followed, links below it never. A folder on
     /// another file system than the root is not opened.
     FolderHandle(const QString &root, const QString &names);
-    ~FolderHandle();
-    FolderHandle(const FolderHandle &) = delete;
-    FolderHandle &operator=(const FolderHandle &) = delete;
 
     bool isOpen() const;
     /// True on the FAT family, where a new name reaches the disk in two parts: the folder's, and
@@ -45,7 +44,7 @@ public:
 
 private:
 #ifdef Q_OS_UNIX
-    int m_handle = -1;
+    FileDescriptor m_handle;
 #else
     QString m_path;
 #endif

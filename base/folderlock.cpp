@@ -1,35 +1,27 @@
 #include "base/folderlock.h"
 
+#include "base/filedescriptor.h"
 #include "base/fileidentity.h"
 
-#include <QFile>
 #include <QHash>
+
+#include <utility>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
-#include <fcntl.h>
 #include <sys/file.h>
-#include <unistd.h>
 #endif
 
 /// The lock of this process on one folder.
 class FolderLock::Held
 {
 public:
-    Held(int handle, bool isExclusive) : m_handle(handle), m_exclusive(isExclusive) {}
-    ~Held()
+    Held(FileDescriptor folder, bool isExclusive)
+        : m_folder(std::move(folder)), m_exclusive(isExclusive)
     {
-#ifdef Q_OS_UNIX
-        ::close(m_handle);
-#endif
     }
-    Held(const Held &) = delete;
-    Held &operator=(const Held &) = delete;
 
-    bool isExclusive() const
-    {
-        return m_exclusive;
-    }
+    bool isExclusive() const { return m_exclusive; }
 
     /// Those that live, by the identity of their folders.
     static QHash<QString, std::weak_ptr<Held>> &all()
@@ -39,7 +31,7 @@ public:
     }
 
 private:
-    int m_handle;
+    FileDescriptor m_folder;
     bool m_exclusive;
 };
 
@@ -53,17 +45,14 @@ FolderLock::FolderLock(const QString &folder, Kind kind)
         m_busy = isExclusive && !m_held->isExclusive();
         return;
     }
-    const int handle =
-        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0)
+    FileDescriptor opened = FileDescriptor::openFolder(folder);
+    if (!opened.isOpen())
         return;
-    m_busy =
-        ::flock(handle, (isExclusive ? LOCK_EX : LOCK_SH) | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-    if (m_busy) {
-        ::close(handle);
+    m_busy = ::flock(opened.get(), (isExclusive ? LOCK_EX : LOCK_SH) | LOCK_NB) != 0 &&
+             errno == EWOULDBLOCK;
+    if (m_busy)
         return;
-    }
-    m_held = std::make_shared<Held>(handle, isExclusive);
+    m_held = std::make_shared<Held>(std::move(opened), isExclusive);
     Held::all().insert(identity, m_held);
 #else
     Q_UNUSED(folder)

@@ -1,6 +1,7 @@
 #include "base/memoryidentity.h"
 
 #include "base/fatfolder.h"
+#include "base/filedescriptor.h"
 #include "base/flushing.h"
 #include "base/stagingfolder.h"
 
@@ -20,11 +21,6 @@
 namespace
 {
 
-QByteArray workFolderName()
-{
-    return QFile::encodeName(StagingFolder::workFolderName());
-}
-
 QByteArray randomMark()
 {
     std::array<quint32, 4> numbers{};
@@ -34,40 +30,6 @@ QByteArray randomMark()
         mark += QByteArray::number(number, 16).rightJustified(8, '0');
     return mark;
 }
-
-#ifdef Q_OS_UNIX
-
-/// A handle that is closed at the end; -1 where none could be opened.
-class Handle
-{
-public:
-    explicit Handle(int handle) : m_handle(handle) {}
-    ~Handle()
-    {
-        if (m_handle >= 0)
-            ::close(m_handle);
-    }
-    Handle(const Handle &) = delete;
-    Handle &operator=(const Handle &) = delete;
-
-    operator int() const { return m_handle; }
-
-private:
-    int m_handle;
-};
-
-int openRoot(const QString &root)
-{
-    return ::open(QFile::encodeName(root).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-}
-
-int openWorkFolder(int root)
-{
-    return ::openat(root, workFolderName().constData(),
-                    O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-}
-
-#endif
 
 } // namespace
 
@@ -113,26 +75,28 @@ bool MemoryIdentity::layMark()
 {
     if (!m_mark.isEmpty())
         return true;
-    const Handle root(openRoot(m_root));
-    if (root < 0)
+    const FileDescriptor root = FileDescriptor::openFolder(m_root);
+    if (!root.isOpen())
         return false;
+    const QString work = StagingFolder::workFolderName();
     // What is in a folder could reach a FAT disk before the folder's own beginning.
-    if (::mkdirat(root, workFolderName().constData(), 0777) == 0) {
-        if (isOnFat(root))
-            flushHandle(root);
+    if (::mkdirat(root.get(), QFile::encodeName(work).constData(), 0777) == 0) {
+        if (isOnFat(root.get()))
+            flushHandle(root.get());
     } else if (errno != EEXIST) {
         return false;
     }
-    const Handle folder(openWorkFolder(root));
-    const QByteArray name = QFile::encodeName(markName());
-    constexpr int newFile = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    const FileDescriptor folder = FileDescriptor::openFolderIn(root.get(), work);
     // One that is there was left by a run that was cut, and goes.
-    if (folder < 0 || (::unlinkat(folder, name.constData(), 0) != 0 && errno != ENOENT))
+    if (!folder.isOpen() ||
+        (::unlinkat(folder.get(), QFile::encodeName(markName()).constData(), 0) != 0 &&
+         errno != ENOENT))
         return false;
-    const Handle file(::openat(folder, name.constData(), newFile, 0666));
+    const FileDescriptor file =
+        FileDescriptor::openIn(folder.get(), markName(), O_WRONLY | O_CREAT | O_EXCL);
     const QByteArray mark = randomMark();
-    if (file < 0 ||
-        ::write(file, mark.constData(), static_cast<size_t>(mark.size())) != mark.size())
+    if (!file.isOpen() ||
+        ::write(file.get(), mark.constData(), static_cast<size_t>(mark.size())) != mark.size())
         return false;
     m_mark = mark;
     return true;
@@ -142,15 +106,19 @@ bool MemoryIdentity::isSame() const
 {
     if (!isThere() || m_mark.isEmpty())
         return isThere();
-    const Handle root(openRoot(m_root));
-    const Handle folder(root < 0 ? -1 : openWorkFolder(root));
-    if (folder < 0)
+    const FileDescriptor root = FileDescriptor::openFolder(m_root);
+    if (!root.isOpen())
         return false;
-    const Handle file(::openat(folder, QFile::encodeName(markName()).constData(),
-                               O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor folder =
+        FileDescriptor::openFolderIn(root.get(), StagingFolder::workFolderName());
+    if (!folder.isOpen())
+        return false;
+    const FileDescriptor file =
+        FileDescriptor::openIn(folder.get(), markName(), O_RDONLY | O_NONBLOCK);
+    if (!file.isOpen())
+        return false;
     QByteArray held(m_mark.size() + 1, '\0');
-    const ssize_t size =
-        file < 0 ? -1 : ::read(file, held.data(), static_cast<size_t>(held.size()));
+    const ssize_t size = ::read(file.get(), held.data(), static_cast<size_t>(held.size()));
     return size == m_mark.size() && held.startsWith(m_mark);
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/fileattributes.h"
 #include "base/filecopying.h"
+#include "base/filedescriptor.h"
 #include "base/filereading.h"
 #include "base/flushing.h"
 
@@ -14,7 +15,6 @@
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
-#include <unistd.h>
 #endif
 
 namespace
@@ -24,20 +24,14 @@ namespace
 /// its own, so that the way back needs no room.
 bool openToOverwrite(QFile &file, const QString &path)
 {
-    const QIODevice::OpenMode mode = QIODevice::ReadWrite | QIODevice::Unbuffered;
 #ifdef Q_OS_UNIX
-    const int handle =
-        ::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (handle < 0)
-        return false;
-    if (fileState(handle).kind == FileKind::Regular &&
-        file.open(handle, mode, QFileDevice::AutoCloseHandle))
-        return true;
-    ::close(handle);
-    return false;
+    FileDescriptor opened = FileDescriptor::open(path, O_RDWR | O_NONBLOCK | O_NOCTTY);
+    return fileState(opened.get()).kind == FileKind::Regular &&
+           opened.giveTo(file, QIODevice::ReadWrite);
 #else
     file.setFileName(path);
-    return isRegularFile(path) && file.open(mode | QIODevice::ExistingOnly);
+    return isRegularFile(path) &&
+           file.open(QIODevice::ReadWrite | QIODevice::Unbuffered | QIODevice::ExistingOnly);
 #endif
 }
 

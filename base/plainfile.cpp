@@ -2,8 +2,6 @@
 
 #ifdef Q_OS_UNIX
 
-#include <QFile>
-
 #include <cerrno>
 
 #include <fcntl.h>
@@ -12,23 +10,21 @@
 namespace
 {
 
-constexpr int plainFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+constexpr int plainFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY;
 
 } // namespace
 
 bool PlainFile::open(const QString &path)
 {
-    close();
-    m_handle = ::open(QFile::encodeName(path).constData(), plainFlags);
-    m_state = isOpen() ? fileState(m_handle) : fileState(path);
+    m_handle = FileDescriptor::open(path, plainFlags);
+    m_state = isOpen() ? fileState(m_handle.get()) : fileState(path);
     return keepIfPlain();
 }
 
 bool PlainFile::openIn(int folder, const QString &name)
 {
-    close();
-    m_handle = ::openat(folder, QFile::encodeName(name).constData(), plainFlags | O_NOFOLLOW);
-    m_state = isOpen() ? fileState(m_handle) : FileState();
+    m_handle = FileDescriptor::openIn(folder, name, plainFlags);
+    m_state = isOpen() ? fileState(m_handle.get()) : FileState();
     return keepIfPlain();
 }
 
@@ -41,14 +37,12 @@ bool PlainFile::keepIfPlain()
 
 void PlainFile::close()
 {
-    if (isOpen())
-        ::close(m_handle);
-    m_handle = -1;
+    m_handle.close();
 }
 
 bool PlainFile::isOpen() const
 {
-    return m_handle >= 0;
+    return m_handle.isOpen();
 }
 
 bool PlainFile::read(qint64 pos, qsizetype count, QByteArray &bytes) const
@@ -58,8 +52,8 @@ bool PlainFile::read(qint64 pos, qsizetype count, QByteArray &bytes) const
         return false;
     bytes.resize(count);
     for (qsizetype done = 0; done < count;) {
-        const ssize_t got =
-            ::pread(m_handle, bytes.data() + done, static_cast<size_t>(count - done), pos + done);
+        const ssize_t got = ::pread(m_handle.get(), bytes.data() + done,
+                                    static_cast<size_t>(count - done), pos + done);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0) {
@@ -73,12 +67,12 @@ bool PlainFile::read(qint64 pos, qsizetype count, QByteArray &bytes) const
 
 bool PlainFile::keepsItsSize() const
 {
-    return isOpen() && fileState(m_handle).size == size();
+    return isOpen() && fileState(m_handle.get()).size == size();
 }
 
 int PlainFile::handle() const
 {
-    return m_handle;
+    return m_handle.get();
 }
 
 #else

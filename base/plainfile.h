@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/filedescriptor.h"
 #include "base/fileidentity.h"
 
 #include <QByteArray>
@@ -14,11 +15,6 @@
 class PlainFile
 {
 public:
-    PlainFile() = default;
-    ~PlainFile() { close(); }
-    PlainFile(const PlainFile &) = delete;
-    PlainFile &operator=(const PlainFile &) = delete;
-
     /// Opens the file at \a path, links followed, without waiting for anything. False when no
     /// plain file could be opened there. A file that was open before is closed.
     bool open(const QString &path);
@@ -53,7 +49,7 @@ private:
 
     FileState m_state;
 #ifdef Q_OS_UNIX
-    int m_handle = -1;
+    FileDescriptor m_handle;
 #else
     mutable QFile m_file;
 #endif

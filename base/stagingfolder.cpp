@@ -49,9 +49,11 @@ bool writesAtOnce(int folder)
 QStringList namesIn(int folder)
 {
     QStringList names;
-    DIR *const listing = ::fdopendir(::dup(folder));
+    FileDescriptor copy(::fcntl(folder, F_DUPFD_CLOEXEC, 0));
+    DIR *const listing = ::fdopendir(copy.get());
     if (listing == nullptr)
         return names;
+    (void)copy.release(); // closedir() closes it
     while (const dirent *const entry = ::readdir(listing)) {
         const QString name = QFile::decodeName(static_cast<const char *>(entry->d_name));
         if (name.startsWith(QStringLiteral("SAVE")) && name.endsWith(QStringLiteral(".TMP")))
@@ -66,11 +68,8 @@ QStringList namesIn(int folder)
 QString StagingFolder::rootOf(const QString &folder)
 {
     QString root = QDir::cleanPath(QFileInfo(folder).absoluteFilePath());
-    const int handle = ::open(QFile::encodeName(root).constData(), O_RDONLY | O_CLOEXEC);
-    const bool isAtOnce = handle >= 0 && writesAtOnce(handle);
-    if (handle >= 0)
-        ::close(handle);
-    if (isAtOnce)
+    if (const FileDescriptor start = FileDescriptor::openFolder(root);
+        start.isOpen() && writesAtOnce(start.get()))
         return root;
     const quint64 device = fileState(root).device;
     const quint64 mount = mountOf(root);
@@ -86,23 +85,21 @@ QString StagingFolder::rootOf(const QString &folder)
 StagingFolder::StagingFolder(const QString &root)
     : m_root(root), m_path(QDir(m_root).filePath(workFolderName() + u'/' + lotName))
 {
-    constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
     constexpr mode_t mode = 0700;
-    const QByteArray work = QFile::encodeName(QDir(m_root).filePath(workFolderName()));
-    const QByteArray lot = QFile::encodeName(lotName);
-    ::mkdir(work.constData(), mode);
-    m_work = ::open(work.constData(), flags);
-    if (m_work < 0)
+    const QString work = QDir(m_root).filePath(workFolderName());
+    ::mkdir(QFile::encodeName(work).constData(), mode);
+    m_work = FileDescriptor::openFolderIn(AT_FDCWD, work);
+    if (!m_work.isOpen())
         return;
-    ::mkdirat(m_work, lot.constData(), mode);
-    m_handle = ::openat(m_work, lot.constData(), flags);
-    m_isFat = m_handle >= 0 && isOnFat(m_handle);
+    ::mkdirat(m_work.get(), QFile::encodeName(lotName).constData(), mode);
+    m_lot = FileDescriptor::openFolderIn(m_work.get(), lotName);
+    m_isFat = m_lot.isOpen() && isOnFat(m_lot.get());
     if (!m_isFat)
         return;
     // The system counts the first block of a new folder, whoever has made it, among those of the
     // folder above: those go first.
     flushFolder(m_root);
-    flushHandle(m_work);
+    flushHandle(m_work.get());
     QStringList names;
     for (int number = 0; number < maxFiles; ++number)
         names.append(stagedName(number));
@@ -111,33 +108,28 @@ StagingFolder::StagingFolder(const QString &root)
 
 StagingFolder::~StagingFolder()
 {
-    if (m_work < 0)
+    if (!m_work.isOpen())
         return;
-    ::unlinkat(m_work, QFile::encodeName(lotName).constData(), AT_REMOVEDIR);
+    ::unlinkat(m_work.get(), QFile::encodeName(lotName).constData(), AT_REMOVEDIR);
     ::rmdir(QFile::encodeName(QDir(m_root).filePath(workFolderName())).constData());
     // On FAT an entry goes from the disk before what it leads to becomes free.
     if (m_isFat) {
-        flushHandle(m_work);
+        flushHandle(m_work.get());
         flushFolder(m_root);
     }
-    if (m_handle >= 0)
-        ::close(m_handle);
-    ::close(m_work);
+    m_lot.close();
+    m_work.close();
     if (m_isFat)
         flushFolder(m_root);
 }
 
 void StagingFolder::clear(int workFolder)
 {
-    const int lot = ::openat(workFolder, QFile::encodeName(lotName).constData(),
-                             O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    if (lot < 0)
+    const FileDescriptor lot = FileDescriptor::openFolderIn(workFolder, lotName);
+    if (!lot.isOpen() || (isOnFat(lot.get()) && writesAtOnce(lot.get())))
         return;
-    if (!isOnFat(lot) || !writesAtOnce(lot)) {
-        removeFiles(lot, namesIn(lot));
-        ::unlinkat(workFolder, QFile::encodeName(lotName).constData(), AT_REMOVEDIR);
-    }
-    ::close(lot);
+    removeFiles(lot.get(), namesIn(lot.get()));
+    ::unlinkat(workFolder, QFile::encodeName(lotName).constData(), AT_REMOVEDIR);
 }
 
 QString StagingFolder::makeFile(QFile &file)
@@ -145,18 +137,11 @@ QString StagingFolder::makeFile(QFile &file)
     constexpr int maxAttempts = 10000;
     for (int attempt = 0; attempt < maxAttempts; ++attempt) {
         const QString name = stagedName(m_next++ % maxAttempts);
-        constexpr mode_t mode = 0666;
-        const int handle = ::openat(m_handle, QFile::encodeName(name).constData(),
-                                    O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
-        if (handle < 0 && errno != EEXIST)
-            break;
-        if (handle < 0)
-            continue;
-        if (file.open(handle, QIODevice::ReadWrite | QIODevice::Unbuffered,
-                      QFileDevice::AutoCloseHandle))
+        FileDescriptor made = FileDescriptor::openIn(m_lot.get(), name, O_RDWR | O_CREAT | O_EXCL);
+        if (made.giveTo(file, QIODevice::ReadWrite))
             return QDir(m_path).filePath(name);
-        ::close(handle);
-        break;
+        if (made.isOpen() || errno != EEXIST)
+            break;
     }
     return {};
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/filedescriptor.h"
+
 #include <QString>
 
 class QFile;
@@ -30,7 +32,7 @@ public:
     static QString rootOf(const QString &folder);
 
     /// False when no such folder could be made, or a link stands there.
-    bool isOpen() const { return m_handle >= 0; }
+    bool isOpen() const { return m_lot.isOpen(); }
 
     /// Opens a new file for reading and writing. Gives its path, empty on failure: \a file does not
     /// know it.
@@ -50,8 +52,8 @@ public:
 private:
     QString m_root;
     QString m_path;
-    int m_work = -1; ///< the work folder
-    int m_handle = -1;
+    FileDescriptor m_work; ///< the work folder
+    FileDescriptor m_lot;  ///< the folder itself, in the work folder
     bool m_isFat = false;
     int m_next = 0; ///< number of the next file
 };

@@ -1,6 +1,7 @@
 #include "index/entrylist.h"
 
 #include "base/fatfolder.h"
+#include "base/filedescriptor.h"
 #include "base/lettercase.h"
 
 #include <QDir>
@@ -16,7 +17,6 @@
 #include <linux/msdos_fs.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #endif
 
 namespace
@@ -26,14 +26,10 @@ namespace
 
 bool isHiddenByAttribute(const QString &path)
 {
-    const int handle =
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (handle < 0)
-        return false;
+    const FileDescriptor entry = FileDescriptor::open(path, O_RDONLY | O_NONBLOCK);
     quint32 attributes = 0;
-    const bool answered = ::ioctl(handle, FAT_IOCTL_GET_ATTRIBUTES, &attributes) == 0;
-    ::close(handle);
-    return answered && (attributes & (ATTR_HIDDEN | ATTR_SYS)) != 0;
+    return ::ioctl(entry.get(), FAT_IOCTL_GET_ATTRIBUTES, &attributes) == 0 &&
+           (attributes & (ATTR_HIDDEN | ATTR_SYS)) != 0;
 }
 
 bool isLink(const dirent &entry, int folder)

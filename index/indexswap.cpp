@@ -1,4 +1,5 @@
 #include "base/fatfolder.h"
+#include "base/filedescriptor.h"
 #include "base/filereading.h"
 #include "base/filewriting.h"
 #include "base/flushing.h"
@@ -10,9 +11,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 // How the files of a new set take the places of the old ones.
 
@@ -128,14 +126,9 @@ bool IndexSet::removeSet(const QStringList &kept)
     QStringList others = names();
     others.removeIf(
         [&kept](const QString &name) { return name == keyName() || kept.contains(name); });
-    const int root =
-        ::open(QFile::encodeName(m_root).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (root < 0)
-        return false;
-    const bool areGone =
-        removeFiles(root, {keyName()}) && flushHandle(root) && removeFiles(root, others);
-    ::close(root);
-    return areGone;
+    const FileDescriptor root = FileDescriptor::openFolder(m_root);
+    return root.isOpen() && removeFiles(root.get(), {keyName()}) && flushHandle(root.get()) &&
+           removeFiles(root.get(), others);
 }
 
 /// The last file comes when all others are on the disk.

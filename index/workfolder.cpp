@@ -1,6 +1,7 @@
 #include "index/workfolder.h"
 
 #include "base/fatfolder.h"
+#include "base/filedescriptor.h"
 #include "base/filereading.h"
 #include "base/filewriting.h"
 #include "base/flushing.h"
@@ -22,43 +23,16 @@ namespace
 const QString workName = StagingFolder::workFolderName();
 
 /// The folder itself, open as long as it is used: what its name leads to may change.
-class OpenFolder
+FileDescriptor openedFolder(const QString &path)
 {
-public:
-    explicit OpenFolder(const QString &path)
-        : m_handle(::open(QFile::encodeName(path).constData(),
-                          O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC))
-    {
-    }
-    ~OpenFolder()
-    {
-        if (isOpen())
-            ::close(m_handle);
-    }
-    OpenFolder(const OpenFolder &) = delete;
-    OpenFolder &operator=(const OpenFolder &) = delete;
-
-    bool isOpen() const { return m_handle >= 0; }
-    int handle() const { return m_handle; }
-
-private:
-    int m_handle;
-};
+    return FileDescriptor::openFolderIn(AT_FDCWD, path);
+}
 
 bool openNewIn(QFile &file, int folder, const QString &name)
 {
-    const QByteArray bytes = QFile::encodeName(name);
-    constexpr mode_t mode = 0666;
-    ::unlinkat(folder, bytes.constData(), 0);
-    const int handle = ::openat(folder, bytes.constData(),
-                                O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
-    if (handle < 0)
-        return false;
-    if (file.open(handle, QIODevice::WriteOnly | QIODevice::Unbuffered,
-                  QFileDevice::AutoCloseHandle))
-        return true;
-    ::close(handle);
-    return false;
+    ::unlinkat(folder, QFile::encodeName(name).constData(), 0);
+    return FileDescriptor::openIn(folder, name, O_WRONLY | O_CREAT | O_EXCL)
+        .giveTo(file, QIODevice::WriteOnly);
 }
 
 bool flushIn(int folder, const QString &name)
@@ -97,7 +71,7 @@ bool WorkFolder::make()
     // The system counts the first block of a new folder among those of the folder above.
     if (QDir(m_root).mkdir(workName) && isOnFat(m_root))
         flushFolder(m_root);
-    return OpenFolder(path()).isOpen();
+    return openedFolder(path()).isOpen();
 }
 
 void WorkFolder::reserve(const QStringList &names)
@@ -108,75 +82,71 @@ void WorkFolder::reserve(const QStringList &names)
 
 bool WorkFolder::has(const QString &name) const
 {
-    const OpenFolder folder(path());
+    const FileDescriptor folder = openedFolder(path());
     PlainFile file;
-    return folder.isOpen() && file.openIn(folder.handle(), name);
+    return folder.isOpen() && file.openIn(folder.get(), name);
 }
 
 bool WorkFolder::write(const QString &name, const QByteArray &content)
 {
-    const OpenFolder folder(path());
+    const FileDescriptor folder = openedFolder(path());
     QFile file;
-    return folder.isOpen() && openNewIn(file, folder.handle(), name) && writeAll(file, content) &&
+    return folder.isOpen() && openNewIn(file, folder.get(), name) && writeAll(file, content) &&
            file.size() == content.size();
 }
 
 bool WorkFolder::append(const QString &name, const QByteArray &data, qint64 largest)
 {
-    const OpenFolder folder(path());
+    const FileDescriptor folder = openedFolder(path());
     if (!folder.isOpen())
         return false;
-    constexpr int flags =
-        O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    constexpr mode_t mode = 0666;
-    const int handle = ::openat(folder.handle(), QFile::encodeName(name).constData(), flags, mode);
-    if (handle < 0)
-        return false;
+    FileDescriptor file = FileDescriptor::openIn(
+        folder.get(), name, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY);
     struct stat state {
     };
     // Another name of it could be anybody's.
     const bool isWritten =
-        ::fstat(handle, &state) == 0 && S_ISREG(state.st_mode) && state.st_nlink == 1 &&
+        ::fstat(file.get(), &state) == 0 && S_ISREG(state.st_mode) && state.st_nlink == 1 &&
         state.st_size <= largest &&
-        ::write(handle, data.constData(), static_cast<size_t>(data.size())) == data.size();
-    ::close(handle);
-    if (isWritten && state.st_size == 0 && isOnFat(folder.handle()))
-        flushHandle(folder.handle());
+        ::write(file.get(), data.constData(), static_cast<size_t>(data.size())) == data.size();
+    file.close();
+    if (isWritten && state.st_size == 0 && isOnFat(folder.get()))
+        flushHandle(folder.get());
     return isWritten;
 }
 
 bool WorkFolder::read(const QString &name, qint64 maximum, QByteArray &content) const
 {
-    const OpenFolder folder(path());
+    const FileDescriptor folder = openedFolder(path());
     PlainFile file;
-    return folder.isOpen() && file.openIn(folder.handle(), name) &&
+    return folder.isOpen() && file.openIn(folder.get(), name) &&
            readWholeFile(file, maximum, content) == ReadResult::Done;
 }
 
 void WorkFolder::remove(const QString &name)
 {
-    const OpenFolder folder(path());
+    const FileDescriptor folder = openedFolder(path());
     if (folder.isOpen())
-        ::unlinkat(folder.handle(), QFile::encodeName(name).constData(), 0);
+        ::unlinkat(folder.get(), QFile::encodeName(name).constData(), 0);
 }
 
 bool WorkFolder::flush(const QString &name) const
 {
-    const OpenFolder folder(path());
-    return folder.isOpen() && flushIn(folder.handle(), name);
+    const FileDescriptor folder = openedFolder(path());
+    return folder.isOpen() && flushIn(folder.get(), name);
 }
 
 bool WorkFolder::flushAll(const QStringList &others) const
 {
-    const OpenFolder folder(path());
+    const FileDescriptor folder = openedFolder(path());
     if (!folder.isOpen())
         return false;
-    if (const std::optional<bool> isFlushed = flushFileSystem(folder.handle()))
+    if (const std::optional<bool> isFlushed = flushFileSystem(folder.get()))
         return *isFlushed;
     const QStringList names = entries();
     return std::all_of(names.cbegin(), names.cend(),
-                       [&folder](const QString &name) { return flushIn(folder.handle(), name); }) &&
-           flushHandle(folder.handle()) &&
+                       [&folder](const QString &name) { return flushIn(folder.get(), name); }) &&
+           flushHandle(folder.get()) &&
            std::all_of(others.cbegin(), others.cend(),
                        [this](const QString &name) {
                            PlainFile file;
@@ -194,17 +164,17 @@ bool WorkFolder::clear(const QStringList &kept)
     }
     const bool isFat = isOnFat(path());
     {
-        const OpenFolder open(path());
+        const FileDescriptor open = openedFolder(path());
         if (!open.isOpen())
             return false;
         QStringList names = entries();
         names.removeIf([&kept](const QString &name) { return kept.contains(name); });
-        removeFiles(open.handle(), names);
-        StagingFolder::clear(open.handle());
+        removeFiles(open.get(), names);
+        StagingFolder::clear(open.get());
         if (!kept.isEmpty()) {
             // Their clusters become free when they are closed, and on the disk by this.
             if (isFat && !names.isEmpty())
-                flushHandle(open.handle());
+                flushHandle(open.get());
             return false;
         }
         // On FAT it keeps what it takes, as long as it is open, until its entry has gone.

@@ -1,6 +1,7 @@
 #include "songfile/readonlyflag.h"
 
 #include "base/debugstream.h"
+#include "base/filedescriptor.h"
 #include "base/fileidentity.h"
 
 #include <QFile>
@@ -9,7 +10,6 @@
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
-#include <unistd.h>
 #elif defined(Q_OS_MACOS)
 #include <QProcess>
 #endif
@@ -23,18 +23,15 @@ bool clearImmutable(const QString &path)
 {
     if (!isRegularFile(path))
         return true;
-    const int handle =
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (handle < 0)
+    const FileDescriptor file = FileDescriptor::open(path, O_RDONLY | O_NONBLOCK);
+    if (!file.isOpen())
         return false;
     int flags = 0;
-    bool isClear = true; // most file systems of memories have no such attribute
-    if (::ioctl(handle, FS_IOC_GETFLAGS, &flags) == 0 && (flags & FS_IMMUTABLE_FL) != 0) {
-        flags &= ~FS_IMMUTABLE_FL;
-        isClear = ::ioctl(handle, FS_IOC_SETFLAGS, &flags) == 0;
-    }
-    ::close(handle);
-    return isClear;
+    // Most file systems of memories have no such attribute.
+    if (::ioctl(file.get(), FS_IOC_GETFLAGS, &flags) != 0 || (flags & FS_IMMUTABLE_FL) == 0)
+        return true;
+    flags &= ~FS_IMMUTABLE_FL;
+    return ::ioctl(file.get(), FS_IOC_SETFLAGS, &flags) == 0;
 }
 
 #elif defined(Q_OS_MACOS)
