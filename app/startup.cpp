@@ -50,7 +50,7 @@ void writeBanner()
 
 QString programVersion()
 {
-    return QStringLiteral("2.0");
+    return QStringLiteral(BRISEL_VERSION);
 }
 
 QString buildDate()

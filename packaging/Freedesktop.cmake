@@ -23,8 +23,11 @@ endfunction()
 file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/changelog
   CONTENT "@BRISEL_DEBIAN_CHANGELOG@" @ONLY)
 compress(${CMAKE_CURRENT_BINARY_DIR}/changelog changelog.gz)
-compress(${CMAKE_CURRENT_SOURCE_DIR}/brisel2pc.1 man1/brisel2pc.1.gz)
-compress(${CMAKE_CURRENT_SOURCE_DIR}/brisel2pc.it.1 it/man1/brisel2pc.1.gz)
+foreach(page IN ITEMS brisel2pc.1 brisel2pc.it.1)
+  configure_file(${page}.in ${page} @ONLY)
+endforeach()
+compress(${CMAKE_CURRENT_BINARY_DIR}/brisel2pc.1 man1/brisel2pc.1.gz)
+compress(${CMAKE_CURRENT_BINARY_DIR}/brisel2pc.it.1 it/man1/brisel2pc.1.gz)
 
 add_custom_target(package_files ALL DEPENDS ${icons} ${compressed})
 

@@ -1,5 +1,7 @@
 #include "tools/demo/pagesroad.h"
 
+#include "app/startup.h"
+
 #include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -40,7 +42,7 @@ void readAbout(Stage &stage)
     stage.hand.rest();
     stage.hand.expectDialog("AboutDialog", QStringLiteral("about"), [&narrator](QWidget *dialog) {
         const auto *version = dialog->findChild<QLabel *>(QStringLiteral("versionLabel"));
-        narrator.check(version != nullptr && version->text().contains(QStringLiteral("2.0")),
+        narrator.check(version != nullptr && version->text().contains(programVersion()),
                        QStringLiteral("it names the version"));
         closeByButton(dialog);
     });
