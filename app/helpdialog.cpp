@@ -1,6 +1,6 @@
 #include "app/helpdialog.h"
 
-#include "app/startup.h"
+#include "base/settings.h"
 #include "ui_helpdialog.h"
 
 #include <QEvent>
@@ -32,8 +32,7 @@ HelpDialog::~HelpDialog() = default;
 void HelpDialog::loadHelp()
 {
     const QSettings settings = openSettings();
-    QFile page(
-        helpPage(settings.value(QStringLiteral("language"), QStringLiteral("it")).toString()));
+    QFile page(helpPage(Settings::language.in(settings)));
     if (page.open(QIODevice::ReadOnly))
         m_ui->textEdit->setHtml(QString::fromUtf8(page.readAll()));
 }

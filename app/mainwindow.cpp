@@ -10,7 +10,6 @@
 #include "app/startup.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
-#include "base/settingsstore.h"
 #include "db/usersongsreltablemodel.h"
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
@@ -123,7 +122,7 @@ void MainWindow::updateProgress(int value)
 void MainWindow::enableCopyrightMessage(bool on)
 {
     m_copyrightAsk = on;
-    storeSetting(m_settings, QStringLiteral("copyrightAsk"), on);
+    Settings::copyrightAsk.store(m_settings, on);
     showCopyrightChoice(on);
 }
 
@@ -259,12 +258,12 @@ void MainWindow::on_actionAbout_QT_triggered()
 
 void MainWindow::on_dbgLogEnableCheckBox_toggled(bool on)
 {
-    storeSetting(m_settings, QStringLiteral("logenabled"), on);
+    Settings::logEnabled.store(m_settings, on);
 }
 
 void MainWindow::on_dbgLogClearCheckBox_toggled(bool on)
 {
-    storeSetting(m_settings, QStringLiteral("logclear"), on);
+    Settings::logClear.store(m_settings, on);
 }
 
 void MainWindow::on_dbgHidePushButton_clicked()
@@ -274,12 +273,10 @@ void MainWindow::on_dbgHidePushButton_clicked()
 
 void MainWindow::showSettings()
 {
-    showLanguage(m_settings.value(QStringLiteral("language"), QStringLiteral("it")).toString());
+    showLanguage(Settings::language.in(m_settings));
     showCopyrightChoice(isCopyrightAskOn());
-    m_ui->dbgLogEnableCheckBox->setChecked(
-        m_settings.value(QStringLiteral("logenabled"), false).toBool());
-    m_ui->dbgLogClearCheckBox->setChecked(
-        m_settings.value(QStringLiteral("logclear"), false).toBool());
+    m_ui->dbgLogEnableCheckBox->setChecked(Settings::logEnabled.in(m_settings));
+    m_ui->dbgLogClearCheckBox->setChecked(Settings::logClear.in(m_settings));
 }
 
 void MainWindow::initUserLibraryModel()
@@ -337,7 +334,7 @@ void MainWindow::showLanguage(const QString &code)
 
 void MainWindow::setLanguage(const QString &code)
 {
-    storeSetting(m_settings, QStringLiteral("language"), code);
+    Settings::language.store(m_settings, code);
     showLanguage(code);
     QCoreApplication::removeTranslator(&m_programTranslator);
     QCoreApplication::removeTranslator(&m_qtTranslator);
@@ -352,7 +349,7 @@ void MainWindow::showCopyrightChoice(bool on)
 
 bool MainWindow::isCopyrightAskOn() const
 {
-    return m_settings.value(QStringLiteral("copyrightAsk"), m_copyrightAsk).toBool();
+    return m_settings.value(Settings::copyrightAsk.key, m_copyrightAsk).toBool();
 }
 
 bool MainWindow::canStartRun() const

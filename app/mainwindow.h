@@ -2,6 +2,7 @@
 
 #include "base/runguard.h"
 #include "base/runreport.h"
+#include "base/settings.h"
 #include "db/database.h"
 #include "library/dialogs/runprogress.h"
 
@@ -165,10 +166,10 @@ private:
     QSettings m_settings;
     QTranslator m_programTranslator;
     QTranslator m_qtTranslator;
-    UserSongsRelTableModel *m_model = nullptr; ///< null until the databases are open
-    SongFilter *m_filter = nullptr;            ///< null as long as the model is
-    EmptyTableHint *m_hint = nullptr;          ///< null as long as the model is
-    bool m_copyrightAsk = true;                ///< default of the setting "copyrightAsk"
+    UserSongsRelTableModel *m_model = nullptr;            ///< null until the databases are open
+    SongFilter *m_filter = nullptr;                       ///< null as long as the model is
+    EmptyTableHint *m_hint = nullptr;                     ///< null as long as the model is
+    bool m_copyrightAsk = Settings::copyrightAsk.initial; ///< while the setting is not stored
 
     QStringList m_fileList; ///< what the user picked last, without the rows taken out since
     QString m_shortage;     ///< of room, in the last transfer or backup

@@ -3,7 +3,7 @@
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
 #include "base/filewriting.h"
-#include "base/settingsstore.h"
+#include "base/settings.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -65,13 +65,13 @@ QString buildTime()
 
 void startLog(const QSettings &settings)
 {
-    const bool wanted = settings.value(QStringLiteral("logenabled"), false).toBool();
+    const bool wanted = Settings::logEnabled.in(settings);
     DebugStream::setHeard(wanted);
     if (!wanted) {
         qInstallMessageHandler(dummyMessageOutput);
         return;
     }
-    if (settings.value(QStringLiteral("logclear"), false).toBool() && isRegularFile(logFileName))
+    if (Settings::logClear.in(settings) && isRegularFile(logFileName))
         QFile::remove(logFileName);
     qInstallMessageHandler(myMessageOutput);
     writeBanner();
@@ -108,13 +108,12 @@ void dummyMessageOutput(QtMsgType type, const QMessageLogContext & /*context*/,
 
 QString chooseLanguage(QSettings &settings, const QLocale &system)
 {
-    const QString key = QStringLiteral("language");
     const QString neverChosen = QStringLiteral("--");
-    QString language = settings.value(key, neverChosen).toString();
+    QString language = settings.value(Settings::language.key, neverChosen).toString();
     if (language != neverChosen)
         return language;
     language = system.language() == QLocale::Italian ? QStringLiteral("it") : QStringLiteral("en");
-    storeSetting(settings, key, language);
+    Settings::language.store(settings, language);
     return language;
 }
 

@@ -1,5 +1,6 @@
 #include "base/settingsstore.h"
 
+#include "base/debugstream.h"
 #include "base/filereading.h"
 #include "base/filewriting.h"
 
@@ -113,4 +114,10 @@ bool storeSetting(QSettings &settings, const QString &key, const QVariant &value
     }
 #endif
     return settings.status() == QSettings::NoError;
+}
+
+void keepSetting(QSettings &settings, const QString &key, const QVariant &value)
+{
+    if (!storeSetting(settings, key, value))
+        debug() << "Impossible to store setting:" << key;
 }

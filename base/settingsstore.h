@@ -20,4 +20,8 @@ QSettings openSettings();
 /// The settings class puts its file in place even when the disk took only a part of it, and every
 /// choice that the user ever made would be gone. So the file is looked at afterwards, and put back
 /// when it is not whole.
-bool storeSetting(QSettings &settings, const QString &key, const QVariant &value);
+[[nodiscard]] bool storeSetting(QSettings &settings, const QString &key, const QVariant &value);
+
+/// storeSetting() for a choice that nothing depends on at once: a failure is logged, and the
+/// program goes on.
+void keepSetting(QSettings &settings, const QString &key, const QVariant &value);

@@ -1,19 +1,12 @@
 #include "index/dialogs/rundialog.h"
 
 #include "base/runguard.h"
-#include "base/settingsstore.h"
+#include "base/settings.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 
 #include <algorithm>
-
-namespace
-{
-
-const QString mediaRootKey = QStringLiteral("mediaroot");
-
-} // namespace
 
 RunDialog::Work::Work(RunDialog &dialog) : m_dialog(dialog)
 {
@@ -66,13 +59,13 @@ QString RunDialog::inUseText()
 
 QString RunDialog::mediaRoot()
 {
-    return openSettings().value(mediaRootKey).toString();
+    return Settings::mediaRoot.in(openSettings());
 }
 
 void RunDialog::setMediaRoot(const QString &folder)
 {
     QSettings settings = openSettings();
-    storeSetting(settings, mediaRootKey, folder);
+    Settings::mediaRoot.store(settings, folder);
 }
 
 void RunDialog::closeEvent(QCloseEvent *event)

@@ -1,6 +1,7 @@
 #include "base/fileidentity.h"
-#include "base/settingsstore.h"
+#include "base/settings.h"
 #include "tests/hangwatch.h"
+#include "tests/logcapture.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
@@ -45,6 +46,8 @@ private slots:
     void leavesAloneWhatCannotBeSettings_data();
     void leavesAloneWhatCannotBeSettings();
     void storesNothingIntoWhatTheSettingsHaveBecome();
+    void beginsWithTheInitialChoices();
+    void logsAChoiceThatCannotBeStored();
 };
 
 /// The working folder is the home of the settings.
@@ -127,6 +130,32 @@ void TestSettingsStore::storesNothingIntoWhatTheSettingsHaveBecome()
     QCOMPARE(::mkfifo(qPrintable(settingsFile), 0600), 0);
     QVERIFY(!storeSetting(settings, u"language"_s, u"en"_s));
     QCOMPARE(fileKind(settingsFile), FileKind::Other);
+}
+
+void TestSettingsStore::beginsWithTheInitialChoices()
+{
+    QSettings settings = openSettings();
+    QCOMPARE(Settings::language.in(settings), u"it"_s);
+    QVERIFY(Settings::copyrightAsk.in(settings));
+    QVERIFY(!Settings::logEnabled.in(settings));
+    QVERIFY(!Settings::logClear.in(settings));
+    QVERIFY(Settings::mediaRoot.in(settings).isEmpty());
+    Settings::copyrightAsk.store(settings, false);
+    QCOMPARE(fileContent(settingsFile), QByteArray("[General]\ncopyrightAsk=false\n"));
+    QVERIFY(!Settings::copyrightAsk.in(openSettings()));
+}
+
+void TestSettingsStore::logsAChoiceThatCannotBeStored()
+{
+    QSettings settings = openSettings();
+    const LogCapture log;
+    Settings::logEnabled.store(settings, true);
+    QCOMPARE(log.messages(), QStringList());
+    QVERIFY(QFile::remove(settingsFile));
+    QVERIFY(QDir().mkdir(settingsFile));
+    Settings::logClear.store(settings, true);
+    QCOMPARE(log.messages(), QStringList(u"Impossible to store setting: \"logclear\" "_s));
+    QVERIFY(QDir().rmdir(settingsFile));
 }
 
 BRISEL_TEST(QCoreApplication, TestSettingsStore)

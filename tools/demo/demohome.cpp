@@ -1,8 +1,9 @@
 #include "tools/demo/demohome.h"
 
+#include "base/settings.h"
+
 #include <QDir>
 #include <QFile>
-#include <QSettings>
 
 DemoHome::DemoHome(const QString &language)
     : m_folder(QDir::tempPath() + QStringLiteral("/brisel2pc-demo-XXXXXX"))
@@ -16,9 +17,9 @@ DemoHome::DemoHome(const QString &language)
     qputenv("BRISEL_VOLUMES", QFile::encodeName(volumes()));
     QDir::setCurrent(m_folder.path());
 
-    QSettings settings(QStringLiteral("kordia"), QStringLiteral("brisel2pc"));
-    settings.setValue(QStringLiteral("language"), language);
-    settings.setValue(QStringLiteral("logenabled"), true);
+    QSettings settings(settingsOrganisation, settingsApplication);
+    settings.setValue(Settings::language.key, language);
+    settings.setValue(Settings::logEnabled.key, true);
 }
 
 bool DemoHome::isValid() const

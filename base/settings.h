@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/settingsstore.h"
+
+#include <QVariant>
+
+/// One choice of the user: its key in the store, and what holds until the user has chosen.
+template <typename Value>
+struct Setting {
+    QLatin1StringView key;
+    Value initial;
+
+    /// The choice that \a settings hold, or the initial one.
+    Value in(const QSettings &settings) const
+    {
+        return settings.value(key, initial).template value<Value>();
+    }
+    /// Stores \a value at once. One that can't be written is logged.
+    void store(QSettings &settings, const Value &value) const { keepSetting(settings, key, value); }
+};
+
+/// All settings of the program.
+namespace Settings
+{
+
+/// Language of the windows: "it", "en" or "de".
+inline const Setting<QString> language{QLatin1StringView("language"), QStringLiteral("it")};
+/// Whether a question comes before songs of other publishers are changed.
+inline constexpr Setting<bool> copyrightAsk{QLatin1StringView("copyrightAsk"), true};
+/// Whether messages go to the log.
+inline constexpr Setting<bool> logEnabled{QLatin1StringView("logenabled"), false};
+/// Whether each start of the program empties the log.
+inline constexpr Setting<bool> logClear{QLatin1StringView("logclear"), false};
+/// The folder of the memory that was worked on last.
+inline const Setting<QString> mediaRoot{QLatin1StringView("mediaroot"), QString()};
+
+} // namespace Settings
