@@ -14,6 +14,7 @@ option(BRISEL_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitiz
 option(BRISEL_FUZZ "Build the fuzz targets with the fuzzer; needs clang" OFF)
 option(BRISEL_LINT "Run clang-tidy on every source of the product; add the tests of formatting, scripts and documents" OFF)
 option(BRISEL_BENCH "Build the benchmarks, see bench/run" OFF)
+option(BRISEL_UNITY_TESTS "Build the tests, and no other target, as unity builds" OFF)
 option(BRISEL_ALL_TOOLS "Fail when a program that tests ask for a second opinion is missing" OFF)
 set(BRISEL_CATALOGUE "" CACHE FILEPATH "A full SQLite catalogue to embed instead of the sample")
 

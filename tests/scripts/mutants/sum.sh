@@ -1,0 +1,3 @@
+#!/bin/sh
+sum=$((2 + 2))
+unit=songs
