@@ -111,6 +111,11 @@ void TestId3Frames::decidesBySizesThatLeadFromFrameToFrame()
         QCOMPARE(walked.content("TALB").size(), size);
         QCOMPARE(walked.start("TIT2"), 20 + size);
     }
+    // Of a single frame the size that leads to the padding is taken.
+    const QByteArray album = bytes("TALB\0\0\1\0\0\0\0") + QByteArray(255, 'x');
+    const Walked single(tag(4, 0, album + QByteArray(20, '\0')));
+    QVERIFY(single.frames.endsInPadding());
+    QCOMPARE(single.content("TALB").size(), 256);
     // Neither size leads to the end of the tag: the one that leads further counts.
     const QByteArray broken = QByteArray(50, '?');
     const Walked plain(tag(4, 0, frameOf200("TALB", bytes("\0\0\0\xC8")) + titleOne + broken));
