@@ -6,12 +6,12 @@
 #include <QList>
 #include <QString>
 
-/// Where a catalogue's source is wrong.
+/// An error in a catalogue's source.
 struct CatalogueCsvError {
     int line = 0; ///< counted from 1
     QString text;
 };
 
-/// Reads and checks the source of a catalogue (docs/formats/catalogue.md, "Source"). False, with
-/// \a error filled, at the first line that breaks a rule.
+/// Reads and checks the source of a catalogue (docs/formats/catalogue.md, "Source"). Returns false,
+/// with \a error filled, at the first invalid line.
 bool readCatalogueCsv(const QByteArray &csv, QList<CatalogueRow> &rows, CatalogueCsvError &error);

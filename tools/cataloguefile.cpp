@@ -22,7 +22,7 @@ bool execAll(QSqlQuery &query, const QStringList &statements)
     return true;
 }
 
-/// SQLite takes a null text for NULL, which only the markers may be.
+/// SQLite stores a null text as NULL, which is allowed only for markers.
 QVariant boundText(const QString &text)
 {
     return text.isNull() ? QStringLiteral("") : text;
@@ -48,7 +48,7 @@ bool insertRows(QSqlQuery &query, const QList<CatalogueRow> &rows)
     return true;
 }
 
-/// No journal and no flushing: whatever stops the tool, the half file is thrown away.
+/// No journal and no flushing: if the tool is stopped, the incomplete file is deleted.
 bool fill(QSqlQuery &query, const QList<CatalogueRow> &rows)
 {
     return execAll(query,

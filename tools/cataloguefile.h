@@ -3,7 +3,7 @@
 #include <QList>
 #include <QString>
 
-/// One row of a catalogue to be written: see docs/formats/catalogue.md.
+/// One row of a catalogue, see docs/formats/catalogue.md.
 struct CatalogueRow {
     QString title;
     QString artist;
@@ -17,7 +17,7 @@ struct CatalogueRow {
     QString altArtist;
 };
 
-/// Writes the SQLite file \a path with \a rows in their order; a file of that name is replaced.
-/// The same rows give the same bytes. False, with \a error filled and no file left, when a row is
-/// refused (a file name twice) or the file can't be written.
+/// Writes the SQLite file \a path with \a rows in their order, and replaces an existing file. The
+/// same rows give the same bytes. Returns false, with \a error filled and no file left, if a row is
+/// refused (a duplicate file name) or the file can't be written.
 bool writeCatalogue(const QString &path, const QList<CatalogueRow> &rows, QString &error);

@@ -1,5 +1,5 @@
-/// Writes sample songs into a folder. Usage: makesamples <folder> [<count>]: without a count the
-/// set of one song at least of each kind, with a count that many mixed songs for measuring.
+/// Writes sample songs into a folder. Usage: makesamples <folder> [<count>]: without a count at
+/// least one song of each kind, with a count that many mixed songs for measuring.
 
 #include "tools/samplesongs.h"
 
@@ -21,7 +21,7 @@ int fail(int code, const QString &message)
 int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
-    // The codec tells the program's log of every song; here that would be noise.
+    // The codec logs every song, which is of no use here.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     const QStringList arguments = QCoreApplication::arguments();
     bool isCount = true;

@@ -16,7 +16,7 @@ int refuse(const QString &message)
 
 } // namespace
 
-/// makesyntheticcatalogue <output> [rows]: a made-up catalogue for tests and benchmarks.
+/// makesyntheticcatalogue <output> [rows]: makes a synthetic catalogue for tests and benchmarks.
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);

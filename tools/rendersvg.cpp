@@ -1,7 +1,7 @@
-/// Build-time tool: draws an SVG as a PNG, so that the program needs no SVG reader to show its own
-/// images, and a desktop finds its icon in every size.
-/// Usage: rendersvg <in.svg> <out.png> <size>, the size being a scale, 1 or 2, or a width in dots
-/// such as 48px.
+/// Build-time tool: draws an SVG as a PNG, so that the program needs no SVG reader for its own
+/// images, and desktops find its icon in every size.
+/// Usage: rendersvg <in.svg> <out.png> <size>, where the size is a scale, 1 or 2, or a width in
+/// pixels, for example 48px.
 
 #include <QImage>
 #include <QPainter>
@@ -20,7 +20,7 @@ int fail(int code, const QString &message)
     return code;
 }
 
-/// The size that \a wanted asks of a drawing of the size \a own; invalid when it is no size.
+/// The size that \a wanted means for a drawing of the size \a own; invalid if it is not a size.
 QSize imageSize(const QString &wanted, QSize own)
 {
     if (wanted == u"1"_qs || wanted == u"2"_qs)
@@ -31,7 +31,7 @@ QSize imageSize(const QString &wanted, QSize own)
     return {width, std::max(1, qRound(double(own.height()) * width / own.width()))};
 }
 
-/// The whole drawing at \a size; null when the image can't be made.
+/// The whole drawing at \a size; null if the image can't be made.
 QImage draw(QSvgRenderer &drawing, QSize size)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);

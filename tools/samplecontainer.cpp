@@ -21,8 +21,8 @@ void putNumber(QByteArray &header, int offset, int bytes, qsizetype value)
         header[offset + i] = static_cast<char>(value >> (8 * i));
 }
 
-/// The second generation carries three bytes more at the start of the first track, which the
-/// track's length does not count.
+/// The second generation has three more bytes at the start of the first track, which the track's
+/// length does not include.
 QByteArray withTrackMark(QByteArray midi)
 {
     return midi.insert(midi.indexOf("MTrk") + 8, "\xFF\x00\xFF", 3);

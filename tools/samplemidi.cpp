@@ -25,7 +25,7 @@ constexpr int metaEndOfTrack = 0x2F;
 constexpr int metaTempo = 0x51;
 constexpr int metaTimeSignature = 0x58;
 constexpr int metaKeySignature = 0x59;
-// The maker's own meta-event, and the kinds of it.
+// The maker's own meta-event, and its kinds.
 constexpr int metaKordia = 0x4B;
 constexpr int kordiaGenre = 1;
 constexpr int kordiaArtist = 2;
@@ -151,7 +151,7 @@ int sharpsOf(const QString &key)
     return key.endsWith(u'-') ? major - 3 : major;
 }
 
-/// A song on its way to the file.
+/// A song that is being made.
 class Arrangement
 {
 public:
@@ -182,7 +182,7 @@ public:
     }
 
 private:
-    /// Bars are counted from 0 here.
+    /// Bars are counted from 0.
     int tickOfBar(int bar) const { return bar * m_tune.barLength() * ticksPerSixteenth; }
 
     void name(Track &track, const char *text) const
@@ -259,8 +259,8 @@ private:
         m_bass.addProgram(bassChannel, fingeredBass);
         const int bars = introBars + m_options.verses * m_tune.bars() + endingBars;
         for (int bar = 0; bar < bars; ++bar) {
-            // The introduction leads in with the last bars of the verse; the song ends on the
-            // chord of its last one.
+            // The introduction has the last bars of the verse; the song ends on the chord of the
+            // verse's last bar.
             const int ofTune = bar < bars - endingBars
                                    ? (bar - introBars + m_tune.bars()) % m_tune.bars()
                                    : m_tune.bars() - 1;
@@ -304,7 +304,7 @@ private:
         }
     }
 
-    /// The words of the first verse, as karaoke players expect them.
+    /// The lyrics of the first verse in the form of karaoke players.
     void addWords()
     {
         name(m_words, "Words");

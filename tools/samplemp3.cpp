@@ -8,13 +8,13 @@ namespace SampleSongs
 namespace
 {
 
-// MPEG-1 Layer III, 128 kbit/s, 44.1 kHz, stereo: 144 * bit rate / sample rate bytes a frame, the
-// odd part made up for by a padding byte in most frames.
+// MPEG-1 Layer III, 128 kbit/s, 44.1 kHz, stereo: 144 * bit rate / sample rate bytes a frame; a
+// padding byte in most frames makes up for the fraction.
 constexpr int sampleRate = 44100;
 constexpr int samplesPerFrame = 1152;
 constexpr int bytesPerSecondTimes144 = 144 * 128000;
 
-/// Frames whose side information says that nothing was coded: silence.
+/// Silence: frames whose side information says that nothing is coded.
 QByteArray audio(int seconds)
 {
     QByteArray data;
@@ -79,7 +79,7 @@ QByteArray frames(Tag tag, const SongInfo &info)
         fields.append({{"TBP", "TBPM"}, QString::number(info.userBpm)});
     if (info.isKordia)
         fields.append({{"TCR", "TCOP"}, u"2013 Kordia"_qs});
-    fields.append({{"TRK", "TRCK"}, u"1"_qs}); // one that the program knows nothing of
+    fields.append({{"TRK", "TRCK"}, u"1"_qs}); // a field that the program does not know
 
     QByteArray data;
     for (const auto &[name, text] : std::as_const(fields)) {
@@ -109,11 +109,11 @@ QByteArray cdg(int seconds)
     QByteArray data(seconds * packetsPerSecond * packetSize, '\0');
     const char graphics = 9;
     const char memoryPreset = 1;
-    const int repeats = 16; // so that a scratch on the disc loses none
+    const int repeats = 16; // so that a scratch on a disc loses no packet
     for (int i = 0; i < repeats; ++i) {
         data[i * packetSize] = graphics;
         data[i * packetSize + 1] = memoryPreset;
-        data[i * packetSize + 5] = static_cast<char>(i); // which of the repeats
+        data[i * packetSize + 5] = static_cast<char>(i); // the number of the repetition
     }
     return data;
 }

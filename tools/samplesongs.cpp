@@ -15,7 +15,7 @@ namespace
 constexpr int verses = 2;
 constexpr int audioSeconds = 3; // of an MP3
 
-/// A record with what every sample of \a tune knows: its title.
+/// A record with the field that every sample of \a tune has: its title.
 SongInfo titled(const Tune &tune)
 {
     SongInfo info;
@@ -54,7 +54,7 @@ Sample midiSample(const QString &fileName, int format, const Tune &tune, const S
     return sample;
 }
 
-/// \a info goes into the header; key, length and markers into the MIDI data, where they belong.
+/// Stores \a info in the header; key, length and markers in the MIDI data.
 Sample containerSample(const QString &fileName, SongInfo::fileTypeEnum generation, const Tune &tune,
                        SongInfo info)
 {
@@ -170,7 +170,7 @@ bool writeFile(const QString &path, const QByteArray &content)
            file.flush() && file.size() == content.size();
 }
 
-/// A song of its own for each \a number, the kinds in turn as a musician's folder mixes them.
+/// A different song for each \a number, with the kinds mixed as in a musician's folder.
 Sample numbered(int number)
 {
     static const std::array genres{u"POP"_qs,  u"ROCK"_qs,  u"LISCIO"_qs, u"VALZER"_qs,
@@ -199,7 +199,7 @@ Sample numbered(int number)
     }
 }
 
-/// Writes one sample and, for a song, adds its path.
+/// Writes one sample and, if it is a song, adds its path.
 bool writeSample(const QString &folder, const Sample &sample, QStringList *paths)
 {
     const QString path = QDir(folder).filePath(sample.fileName);

@@ -9,8 +9,8 @@ namespace SampleSongs
 namespace
 {
 
-/// A melody as it is written down here: notes as name, octave, colon, sixteenths ("F#4:6"), rests
-/// as "r:4", bars parted by "|".
+/// Parses a melody: notes as name, octave, colon, sixteenths ("F#4:6"), rests as "r:4", bars
+/// separated by "|".
 struct Sheet {
     const char *name;
     const char *title;

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-/// The public-domain melodies that sample songs are made of.
+/// The public-domain melodies of the sample songs.
 namespace SampleSongs
 {
 
@@ -16,13 +16,13 @@ struct Note {
 
 /// One verse of a melody with its harmony.
 struct Tune {
-    QString name;       ///< the catalogue's file name of the song; empty for an exercise of ours
-    QString title;      ///< as the catalogue has it
+    QString name;       ///< the song's file name in the catalogue; empty for our own exercises
+    QString title;      ///< as in the catalogue
     QString key;        ///< key name, minor with "-"
     int beats = 4;      ///< quarter notes in a bar
     int bpm = 100;      ///< quarter notes a minute
     int pickup = 0;     ///< sixteenth notes before the first bar
-    QList<Note> melody; ///< fills the bars: what the pickup takes is missing in the last one
+    QList<Note> melody; ///< fills the bars; the last one is shorter by the pickup
     QStringList chords; ///< one a bar, or two halves with a comma: "C", "Am", "G7", "F,C"
     QStringList lyrics; ///< a syllable for each note, "\" before a new verse, "/" a new line
 
@@ -32,7 +32,7 @@ struct Tune {
 
 /// All the melodies.
 const QList<Tune> &tunes();
-/// The melody of that name; the first of all when there is none.
+/// The melody of that name; the first melody if there is no such name.
 const Tune &tune(const QString &name);
 
 } // namespace SampleSongs

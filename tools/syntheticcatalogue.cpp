@@ -9,7 +9,7 @@ constexpr int artistCount = 900;
 constexpr int genreCount = 20;
 constexpr int sharedTitleEvery = 25; ///< every 25th row has the title of the row before
 
-/// Numbers 0 to 999,999 in another order: the factor and the range have no common divisor.
+/// A permutation of 0 to 999,999: the factor and the range have no common divisor.
 int scattered(int number)
 {
     constexpr qint64 range = 1000000;

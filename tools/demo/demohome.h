@@ -3,9 +3,9 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// The demo's own world: a temporary home with songs, an empty player's memory and a place for
-/// backups and lists. The user's settings, catalogue copies and songs are never touched.
-/// Construct it before the application object.
+/// The demo's files: a temporary home with songs, an empty memory of the player, and folders for
+/// backups and lists. The user's settings, catalogue copies and songs are not used. Construct it
+/// before the application object.
 class DemoHome
 {
 public:

@@ -9,14 +9,14 @@
 /// A song that the demo picks.
 struct DemoSong {
     QString path;
-    QByteArray original;    ///< the file's bytes before the road begins
+    QByteArray original;    ///< the file's bytes before the tour
     bool isReadable = true; ///< false: a broken file, which the import must only count
-    SongInfo info;          ///< what a reader finds before the road begins
-    QString catalogueTitle; ///< of the catalogue's row for it; empty when there is none
+    SongInfo info;          ///< the record before the tour
+    QString catalogueTitle; ///< of its row in the catalogue; empty if there is no row
 
     QString name() const { return path.section(u'/', -1); }
 };
 
-/// Writes the songs of the road into \a folder: all kinds, known to the catalogue or not, and one
-/// broken file. Empty when a file could not be written.
+/// Writes the demo's songs into \a folder: all kinds, in the catalogue or not, and one broken file.
+/// Returns an empty list if a file could not be written.
 QList<DemoSong> writeDemoSongs(const QString &folder);

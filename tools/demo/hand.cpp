@@ -17,7 +17,7 @@
 namespace
 {
 
-constexpr int patience = 60'000; ///< milliseconds until a dialog that nobody closes is given up
+constexpr int longestWait = 60'000; ///< milliseconds to wait for a dialog to be closed
 
 } // namespace
 
@@ -35,9 +35,9 @@ void Hand::rest()
 bool Hand::checkAnswered()
 {
     for (const QString &problem : m_script->problems())
-        m_narrator.tell(problem);
+        m_narrator.print(problem);
     return m_narrator.check(m_script->isDone(),
-                            QStringLiteral("every expected dialog came, and no other"));
+                            QStringLiteral("every expected dialog was opened, and no other"));
 }
 
 void Hand::expectDialog(const char *className, const QString &picture, const Action &action)
@@ -46,8 +46,8 @@ void Hand::expectDialog(const char *className, const QString &picture, const Act
         if (!picture.isEmpty())
             m_narrator.takePicture(dialog, picture);
         watch(dialog);
-        // From the event loop, not from within the script's own timer, which stands still while
-        // one of its steps has a dialog open.
+        // From the event loop, not from the script's own timer, which does not fire while one of
+        // its steps has a dialog open.
         QTimer::singleShot(0, dialog, [action, dialog] { action(dialog); });
     });
 }
@@ -76,7 +76,7 @@ void Hand::expectFiles(const QStringList &paths, const QString &picture)
 
 void Hand::watch(QWidget *dialog)
 {
-    QTimer::singleShot(patience, dialog, [this, dialog] {
+    QTimer::singleShot(longestWait, dialog, [this, dialog] {
         if (!dialog->isVisible())
             return;
         m_narrator.check(false, QStringLiteral("\"%1\" was closed").arg(dialog->windowTitle()));
@@ -111,7 +111,7 @@ void Hand::chooseMenu(const QString &name, const QString &picture)
             return;
         }
     }
-    m_narrator.check(false, QStringLiteral("the menus hold %1").arg(name));
+    m_narrator.check(false, QStringLiteral("the menus have %1").arg(name));
 }
 
 void Hand::click(QWidget *dialog, const QString &button)

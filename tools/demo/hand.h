@@ -11,14 +11,14 @@ class Narrator;
 class QMainWindow;
 class QWidget;
 
-/// A text of the program in the two languages that the demo walks in.
+/// A text of the program in the two languages of the demo.
 struct ShownText {
     QString italian;
-    QString english; ///< empty: any but the Italian one
+    QString english; ///< empty: any text but the Italian one
 };
 
-/// The user's hand: clicks buttons and menu entries of the main window and answers the dialogs
-/// that come of it, each with a picture.
+/// Acts as the user: clicks buttons and menu entries of the main window, answers the dialogs that
+/// they open, and takes a picture of each.
 class Hand
 {
 public:
@@ -26,21 +26,21 @@ public:
 
     Hand(QMainWindow &window, Narrator &narrator, bool english);
 
-    /// Forgets what was expected; call before each step of the road.
+    /// Clears the expected dialogs; call before each step of the tour.
     void rest();
-    /// True when every expected dialog came and no other; tells what went otherwise.
+    /// Returns true if every expected dialog was opened and no other; prints the problems.
     bool checkAnswered();
 
-    /// The next dialog is a \a className: takes a picture named \a picture (none when empty) and
-    /// lets \a action answer it. An action may open further dialogs, which are expected next, and
-    /// after them the same dialog once more.
+    /// The next dialog is a \a className: takes a picture named \a picture (no picture if
+    /// empty) and lets \a action answer it. An action may open further dialogs, which must be
+    /// expected next, and then the same dialog again.
     void expectDialog(const char *className, const QString &picture, const Action &action);
     void expectMessage(const ShownText &text, int button, const QString &picture);
     void expectFiles(const QStringList &paths, const QString &picture);
 
-    /// Clicks a button of the main window and returns when all that it started is over.
+    /// Clicks a button of the main window and returns when everything that it started has ended.
     void clickWindow(const QString &button);
-    /// Opens the menu with the action \a name by the mouse and clicks the entry.
+    /// Opens the menu that has the action \a name and clicks the entry.
     void chooseMenu(const QString &name, const QString &picture);
 
     static void click(QWidget *dialog, const QString &button);

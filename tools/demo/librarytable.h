@@ -5,7 +5,7 @@
 class QMainWindow;
 class QTableView;
 
-/// Reads the main window's song table as it stands on the screen.
+/// Reads the main window's song table as displayed.
 class LibraryTable
 {
 public:
@@ -18,7 +18,7 @@ public:
     QString text(int row, Column column) const;
     int status(int row) const;
     int rowsWithStatus(State state) const;
-    /// The row of the file with this path; -1 when there is none.
+    /// The row of the file with this path; -1 if there is no such row.
     int rowOf(const QString &path) const;
     void doubleClick(int row) const;
 

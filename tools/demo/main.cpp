@@ -1,9 +1,9 @@
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "app/style.h"
-#include "tools/demo/libraryroad.h"
-#include "tools/demo/memoryroad.h"
-#include "tools/demo/pagesroad.h"
+#include "tools/demo/librarytour.h"
+#include "tools/demo/memorytour.h"
+#include "tools/demo/pagestour.h"
 #include "tools/demo/stage.h"
 
 #include <QApplication>
@@ -20,13 +20,13 @@ namespace
 
 constexpr QSize pictureSize(1200, 860); ///< wide enough for every column of the table
 
-struct Wishes {
+struct Options {
     QString language;
     QString output;
 };
 
 /// Reads the command line without an application object, which must come after the home.
-std::optional<Wishes> readCommandLine(int argc, char **argv)
+std::optional<Options> readCommandLine(int argc, char **argv)
 {
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
@@ -43,18 +43,18 @@ std::optional<Wishes> readCommandLine(int argc, char **argv)
     const QString code = parser.value(language);
     if (!isUnderstood || (code != it && code != QStringLiteral("en")))
         return std::nullopt;
-    return Wishes{code, QDir::current().absoluteFilePath(parser.value(output))};
+    return Options{code, QDir::current().absoluteFilePath(parser.value(output))};
 }
 
-void walk(Stage &stage)
+void runSteps(Stage &stage)
 {
-    LibraryRoad library(stage);
+    LibraryTour library(stage);
     library.openWindow();
     library.importSongs();
     library.synchronise();
     library.editOneSong();
 
-    MemoryRoad memory(stage);
+    MemoryTour memory(stage);
     memory.transfer();
     memory.useTheMemory();
     memory.rebuild();
@@ -65,7 +65,7 @@ void walk(Stage &stage)
     memory.listIndex();
 }
 
-int showRoad(DemoHome &home, Narrator &narrator, bool english)
+int showTour(DemoHome &home, Narrator &narrator, bool english)
 {
     MainWindow window;
     window.resize(pictureSize);
@@ -73,9 +73,9 @@ int showRoad(DemoHome &home, Narrator &narrator, bool english)
     Hand hand(window, narrator, english);
     Stage stage{home, window, narrator, hand, writeDemoSongs(home.songs())};
     if (narrator.check(home.isValid() && !stage.songs.isEmpty(),
-                       QStringLiteral("%1 sample songs, an empty memory, a home of its own")
+                       QStringLiteral("%1 sample songs, an empty memory, a temporary home")
                            .arg(stage.songs.size())))
-        walk(stage);
+        runSteps(stage);
 
     narrator.step(QStringLiteral("The end: %1 pictures, %2 failures")
                       .arg(narrator.pictures())
@@ -85,17 +85,17 @@ int showRoad(DemoHome &home, Narrator &narrator, bool english)
 
 } // namespace
 
-/// Walks the whole road of the program by clicks and keys on its real window, in a world of its
-/// own, and fails when any step did not do what it should.
+/// Runs a tour of the whole program by clicks and keys on its real window, in a temporary home, and
+/// fails if a step did not have the right result.
 int main(int argc, char **argv)
 {
-    const std::optional<Wishes> wishes = readCommandLine(argc, argv);
-    if (!wishes) {
+    const std::optional<Options> options = readCommandLine(argc, argv);
+    if (!options) {
         qCritical("Usage: brisel2pc-demo [--language it|en] [--output <folder>]");
         return EXIT_FAILURE;
     }
-    Narrator narrator(wishes->output, wishes->language);
-    DemoHome home(wishes->language);
+    Narrator narrator(options->output, options->language);
+    DemoHome home(options->language);
     QSettings settings(settingsOrganisation, settingsApplication);
     startLog(settings);
 
@@ -105,5 +105,5 @@ int main(int argc, char **argv)
     QTranslator program;
     QTranslator qt;
     loadTranslations(chooseLanguage(settings, QLocale::system()), program, qt);
-    return showRoad(home, narrator, wishes->language == QStringLiteral("en"));
+    return showTour(home, narrator, options->language == QStringLiteral("en"));
 }

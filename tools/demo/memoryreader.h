@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-/// A song record as the player sees it in its lists.
+/// A song record as the player shows it in its lists.
 struct ListedSong {
     quint32 id = 0;
     QString title;
@@ -22,19 +22,19 @@ struct SongGroup {
 /// A song's place on the memory.
 struct PlacedSong {
     quint32 id = 0;
-    QString path;     ///< from the memory's root, beginning with "/"
+    QString path;     ///< from the memory's root, starting with "/"
     QString modified; ///< 14 digits: date and time
 };
 
-/// Reads a prepared memory as the player does, with nothing in common with the program's own
-/// reader and writers, and notes in faults() all that a player would stumble over. The layout is
-/// that of docs/formats/player-index.md.
+/// Reads a prepared memory as the player does, with no code of the program's reader and writers,
+/// and collects everything that is wrong for a player in faults(). See
+/// docs/formats/player-index.md.
 class MemoryReader
 {
 public:
     explicit MemoryReader(const QString &root);
 
-    /// The songs of one playlist in play order; empty when there is none of that number.
+    /// The songs of one playlist in play order; empty if there is no playlist of that number.
     QList<ListedSong> playlist(int number);
 
     const QStringList &faults() const { return m_faults; }
@@ -45,7 +45,7 @@ public:
     const QList<SongGroup> &genres() const { return m_genres; }
     const QList<ListedSong> &mp3Titles() const { return m_mp3Titles; }
 
-    /// The path of the song with this id; empty when there is none.
+    /// The path of the song with this id; empty if there is no such song.
     QString pathOf(quint32 id) const;
 
 private:

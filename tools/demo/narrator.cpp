@@ -8,7 +8,7 @@
 namespace
 {
 
-void print(const QString &line)
+void writeLine(const QString &line)
 {
     QTextStream(stdout) << line << Qt::endl;
 }
@@ -26,17 +26,17 @@ Narrator::Narrator(const QString &folder, const QString &language)
 
 void Narrator::step(const QString &title)
 {
-    print(QStringLiteral("\n%1. %2").arg(++m_steps).arg(title));
+    writeLine(QStringLiteral("\n%1. %2").arg(++m_steps).arg(title));
 }
 
-void Narrator::tell(const QString &line)
+void Narrator::print(const QString &line)
 {
-    print(QStringLiteral("      ") + line);
+    writeLine(QStringLiteral("      ") + line);
 }
 
 bool Narrator::check(bool good, const QString &what)
 {
-    print((good ? QStringLiteral("  ok  ") : QStringLiteral("FAIL  ")) + what);
+    writeLine((good ? QStringLiteral("  ok  ") : QStringLiteral("FAIL  ")) + what);
     if (!good)
         ++m_failures;
     return good;
@@ -54,7 +54,7 @@ void Narrator::takePicture(QWidget *widget, const QString &name)
     const QString file =
         QStringLiteral("%1-%2.%3.png").arg(++m_pictures, 2, 10, QChar(u'0')).arg(name, m_language);
     if (widget->grab().save(QDir(m_folder).filePath(file)))
-        tell(QStringLiteral("picture: ") + file);
+        print(QStringLiteral("picture: ") + file);
     else
         check(false, QStringLiteral("picture %1 written").arg(file));
 }

@@ -4,7 +4,7 @@
 
 class QWidget;
 
-/// Tells the road on standard output, keeps the pictures and counts what went wrong.
+/// Prints the steps of the tour to the standard output, saves the pictures and counts failures.
 class Narrator
 {
 public:
@@ -12,10 +12,10 @@ public:
     Narrator(const QString &folder, const QString &language);
 
     void step(const QString &title);
-    void tell(const QString &line);
-    /// Tells that \a what is so, or that it isn't. Returns \a good.
+    void print(const QString &line);
+    /// Prints \a what as passed or failed. Returns \a good.
     bool check(bool good, const QString &what);
-    /// As check(); tells both values when they differ.
+    /// Like check(); prints both values if they differ.
     bool checkEqual(qsizetype actual, qsizetype expected, const QString &what);
     void takePicture(QWidget *widget, const QString &name);
 

@@ -8,7 +8,7 @@
 #include <QFile>
 #include <QMainWindow>
 
-/// What every step of the road works with.
+/// The objects that every step of the tour uses.
 struct Stage {
     DemoHome &home;
     QMainWindow &window;
@@ -17,7 +17,7 @@ struct Stage {
     QList<DemoSong> songs;
 };
 
-/// A file's bytes; none when it can't be read.
+/// A file's bytes; empty if it can't be read.
 inline QByteArray fileBytes(const QString &path)
 {
     QFile file(path);

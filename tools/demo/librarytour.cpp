@@ -1,4 +1,4 @@
-#include "tools/demo/libraryroad.h"
+#include "tools/demo/librarytour.h"
 
 #include "songfile/metasong.h"
 #include "tools/demo/librarytable.h"
@@ -34,7 +34,7 @@ bool showsText(const QWidget *dialog, const QString &text)
 
 } // namespace
 
-void LibraryRoad::openWindow()
+void LibraryTour::openWindow()
 {
     Narrator &narrator = m_stage.narrator;
     narrator.step(QStringLiteral("The window opens"));
@@ -56,7 +56,7 @@ void LibraryRoad::openWindow()
     narrator.takePicture(&m_stage.window, QStringLiteral("window"));
 }
 
-void LibraryRoad::importSongs()
+void LibraryTour::importSongs()
 {
     Narrator &narrator = m_stage.narrator;
     narrator.step(QStringLiteral("Import the songs"));
@@ -92,7 +92,7 @@ void LibraryRoad::importSongs()
     narrator.takePicture(&m_stage.window, QStringLiteral("imported"));
 }
 
-void LibraryRoad::answerImportSummary(QWidget *dialog)
+void LibraryTour::answerImportSummary(QWidget *dialog)
 {
     int readable = 0;
     int publisher = 0;
@@ -113,7 +113,7 @@ void LibraryRoad::answerImportSummary(QWidget *dialog)
     Hand::click(dialog, QStringLiteral("noPushButton"));
 }
 
-void LibraryRoad::synchronise()
+void LibraryTour::synchronise()
 {
     Narrator &narrator = m_stage.narrator;
     narrator.step(QStringLiteral("Synchronise with the catalogue, after a backup"));
@@ -129,7 +129,7 @@ void LibraryRoad::synchronise()
     narrator.takePicture(&m_stage.window, QStringLiteral("synchronised"));
 }
 
-void LibraryRoad::expectBackup()
+void LibraryTour::expectBackup()
 {
     Hand &hand = m_stage.hand;
     hand.expectDialog("BackupDialog", QStringLiteral("backup"), [](QWidget *dialog) {
@@ -144,7 +144,7 @@ void LibraryRoad::expectBackup()
         QMessageBox::Ok, QStringLiteral("backup-done"));
 }
 
-void LibraryRoad::expectConfirmations()
+void LibraryTour::expectConfirmations()
 {
     m_stage.hand.expectDialog(
         "NoCopyrightDialog", QStringLiteral("confirmation"),
@@ -154,7 +154,7 @@ void LibraryRoad::expectConfirmations()
         [](QWidget *dialog) { Hand::click(dialog, QStringLiteral("noAllPushButton")); });
 }
 
-void LibraryRoad::checkSynchronised()
+void LibraryTour::checkSynchronised()
 {
     const LibraryTable table(m_stage.window);
     const QList<int> foreign = foreignRows();
@@ -168,11 +168,11 @@ void LibraryRoad::checkSynchronised()
         else
             checkLeftAlone(*song, row,
                            isAllowed ? QStringLiteral("not in the catalogue")
-                                     : QStringLiteral("left alone, as answered"));
+                                     : QStringLiteral("unchanged, as answered"));
     }
 }
 
-void LibraryRoad::checkUpdated(const DemoSong &song, int row)
+void LibraryTour::checkUpdated(const DemoSong &song, int row)
 {
     Narrator &narrator = m_stage.narrator;
     const LibraryTable table(m_stage.window);
@@ -182,22 +182,22 @@ void LibraryRoad::checkUpdated(const DemoSong &song, int row)
     narrator.check((info.title == song.info.title || info.title == song.catalogueTitle) &&
                        !info.title.isEmpty() && !info.artist.isEmpty() && !info.genre.isEmpty() &&
                        !info.author.isEmpty(),
-                   QStringLiteral("it lacks nothing: \"%1\", %2, %3, %4")
+                   QStringLiteral("it is complete: \"%1\", %2, %3, %4")
                        .arg(info.title, info.artist, info.genre, info.author));
     narrator.check(table.text(row, LibraryTable::Title) == info.title &&
                        table.text(row, LibraryTable::Artist) == info.artist &&
                        table.text(row, LibraryTable::Genre) == info.genre,
-                   QStringLiteral("its row says the same"));
+                   QStringLiteral("its row has the same data"));
 }
 
-void LibraryRoad::checkLeftAlone(const DemoSong &song, int row, const QString &why)
+void LibraryTour::checkLeftAlone(const DemoSong &song, int row, const QString &why)
 {
     m_stage.narrator.check(LibraryTable(m_stage.window).status(row) == LibraryTable::Failed &&
                                fileBytes(song.path) == song.original,
                            QStringLiteral("%1 is %2").arg(song.name(), why));
 }
 
-void LibraryRoad::checkBackup()
+void LibraryTour::checkBackup()
 {
     const QStringList folders =
         QDir(m_stage.home.backups()).entryList({QStringLiteral("backup_kordia_*")}, QDir::Dirs);
@@ -209,10 +209,10 @@ void LibraryRoad::checkBackup()
         same += fileBytes(folder + song.name()) == song.original ? 1 : 0;
     }
     m_stage.narrator.checkEqual(same, m_stage.songs.size(),
-                                QStringLiteral("songs in %1 as they were").arg(folders.first()));
+                                QStringLiteral("unchanged songs in %1").arg(folders.first()));
 }
 
-void LibraryRoad::editOneSong()
+void LibraryTour::editOneSong()
 {
     Narrator &narrator = m_stage.narrator;
     Hand &hand = m_stage.hand;
@@ -252,13 +252,13 @@ void LibraryRoad::editOneSong()
     narrator.takePicture(&m_stage.window, QStringLiteral("edited"));
 }
 
-bool LibraryRoad::isEnabled(const QString &button) const
+bool LibraryTour::isEnabled(const QString &button) const
 {
     const auto *found = m_stage.window.findChild<QAbstractButton *>(button);
     return found != nullptr && found->isEnabled();
 }
 
-QList<int> LibraryRoad::foreignRows() const
+QList<int> LibraryTour::foreignRows() const
 {
     QList<int> rows;
     const LibraryTable table(m_stage.window);
@@ -270,7 +270,7 @@ QList<int> LibraryRoad::foreignRows() const
     return rows;
 }
 
-const DemoSong *LibraryRoad::songAt(int row) const
+const DemoSong *LibraryTour::songAt(int row) const
 {
     const QString path = LibraryTable(m_stage.window).text(row, LibraryTable::FileName);
     const auto found = std::find_if(m_stage.songs.begin(), m_stage.songs.end(),

@@ -3,14 +3,14 @@
 #include "tools/demo/memoryreader.h"
 #include "tools/demo/stage.h"
 
-/// The second half of the road: the songs on the player's memory.
-class MemoryRoad
+/// The second half of the tour: the songs on the player's memory.
+class MemoryTour
 {
 public:
-    explicit MemoryRoad(Stage &stage) : m_stage(stage) {}
+    explicit MemoryTour(Stage &stage) : m_stage(stage) {}
 
     void transfer();
-    /// What the player's owner does meanwhile: makes a playlist, adds a song, deletes another.
+    /// Acts as the player's owner: makes a playlist, adds a song, deletes another.
     void useTheMemory();
     void rebuild();
     void exportLists();

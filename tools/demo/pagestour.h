@@ -2,6 +2,6 @@
 
 #include "tools/demo/stage.h"
 
-/// The pages that only tell: help and about.
+/// The pages without actions: help and about.
 void readHelp(Stage &stage);
 void readAbout(Stage &stage);

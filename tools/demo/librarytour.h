@@ -2,11 +2,11 @@
 
 #include "tools/demo/stage.h"
 
-/// The first half of the road: the songs in the library table.
-class LibraryRoad
+/// The first half of the tour: the songs in the library table.
+class LibraryTour
 {
 public:
-    explicit LibraryRoad(Stage &stage) : m_stage(stage) {}
+    explicit LibraryTour(Stage &stage) : m_stage(stage) {}
 
     void openWindow();
     void importSongs();

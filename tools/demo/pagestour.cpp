@@ -1,4 +1,4 @@
-#include "tools/demo/pagesroad.h"
+#include "tools/demo/pagestour.h"
 
 #include "app/startup.h"
 

@@ -1,4 +1,4 @@
-#include "tools/demo/memoryroad.h"
+#include "tools/demo/memorytour.h"
 
 #include "tools/demo/librarytable.h"
 
@@ -23,7 +23,7 @@ bool writeFile(const QString &path, const QByteArray &bytes)
 
 } // namespace
 
-void MemoryRoad::transfer()
+void MemoryTour::transfer()
 {
     Narrator &narrator = m_stage.narrator;
     Hand &hand = m_stage.hand;
@@ -41,7 +41,7 @@ void MemoryRoad::transfer()
 
     const QDir songs(m_stage.home.memory() + QStringLiteral("/songs"));
     const QFileInfoList graphics = songs.entryInfoList({QStringLiteral("*.cdg")}, QDir::Files);
-    narrator.check(graphics.size() == 1, QStringLiteral("karaoke graphics went along"));
+    narrator.check(graphics.size() == 1, QStringLiteral("karaoke graphics are copied too"));
     QFileInfoList copies = songs.entryInfoList(QDir::Files);
     copies.removeIf([&graphics](const QFileInfo &file) { return graphics.contains(file); });
     narrator.checkEqual(copies.size(), m_stage.songs.size(),
@@ -65,7 +65,7 @@ void MemoryRoad::transfer()
     checkIndex(MemoryReader(m_stage.home.memory()), m_songsOnMemory);
 }
 
-void MemoryRoad::useTheMemory()
+void MemoryTour::useTheMemory()
 {
     Narrator &narrator = m_stage.narrator;
     narrator.step(QStringLiteral("The player's owner makes a playlist, adds and deletes a song"));
@@ -74,7 +74,7 @@ void MemoryRoad::useTheMemory()
     if (!narrator.check(before.titles().size() >= 4, QStringLiteral("there are songs to choose")))
         return;
 
-    // Song records of the player's own making are those of "title.id2".
+    // The player's own song records are copies from "title.id2".
     const QByteArray records = fileBytes(memory + QStringLiteral("/title.id2"));
     QByteArray playlist;
     for (const qsizetype chosen : {2, 0, 2}) {
@@ -95,7 +95,7 @@ void MemoryRoad::useTheMemory()
     narrator.check(QFile::remove(memory + deleted), QStringLiteral("%1 deleted").arg(deleted));
 }
 
-void MemoryRoad::rebuild()
+void MemoryTour::rebuild()
 {
     Narrator &narrator = m_stage.narrator;
     Hand &hand = m_stage.hand;
@@ -122,7 +122,7 @@ void MemoryRoad::rebuild()
     checkPlaylist(memory);
 }
 
-void MemoryRoad::checkIndex(const MemoryReader &memory, qsizetype songs)
+void MemoryTour::checkIndex(const MemoryReader &memory, qsizetype songs)
 {
     Narrator &narrator = m_stage.narrator;
     for (const QString &fault : memory.faults())
@@ -136,7 +136,7 @@ void MemoryRoad::checkIndex(const MemoryReader &memory, qsizetype songs)
     narrator.checkEqual(grouped, songs, QStringLiteral("under their artists"));
 }
 
-void MemoryRoad::checkPlaylist(MemoryReader &memory)
+void MemoryTour::checkPlaylist(MemoryReader &memory)
 {
     QStringList paths;
     QList<quint32> ids;
@@ -149,7 +149,7 @@ void MemoryRoad::checkPlaylist(MemoryReader &memory)
     m_stage.narrator.check(ids != m_playlistIds, QStringLiteral("under the songs' new numbers"));
 }
 
-void MemoryRoad::exportLists()
+void MemoryTour::exportLists()
 {
     m_stage.narrator.step(QStringLiteral("Save the list of the songs in its three orders"));
     exportList(0, QStringLiteral("title"));
@@ -157,7 +157,7 @@ void MemoryRoad::exportLists()
     exportList(2, QStringLiteral("genre"));
 }
 
-void MemoryRoad::exportList(int order, const QString &name)
+void MemoryTour::exportList(int order, const QString &name)
 {
     Narrator &narrator = m_stage.narrator;
     Hand &hand = m_stage.hand;
@@ -188,57 +188,58 @@ void MemoryRoad::exportList(int order, const QString &name)
                                                 Qt::CaseInsensitive) <= 0;
     narrator.check(isSorted, QStringLiteral("in the order of the ") + name);
     for (const QString &line : lines.mid(0, listed))
-        narrator.tell(line);
+        narrator.print(line);
 }
 
-QStringList MemoryRoad::readList(const QString &file)
+QStringList MemoryTour::readList(const QString &file)
 {
     return QString::fromUtf8(fileBytes(file)).split(u'\n', Qt::SkipEmptyParts);
 }
 
-void MemoryRoad::listIndex()
+void MemoryTour::listIndex()
 {
     Narrator &narrator = m_stage.narrator;
     narrator.step(QStringLiteral("The index as the player reads it"));
     MemoryReader memory(m_stage.home.memory());
     narrator.check(memory.faults().isEmpty(), QStringLiteral("without a fault"));
-    narrator.tell(QStringLiteral("%1 songs, %2 artists, %3 genres, %4 of the songs are MP3")
-                      .arg(memory.songs().size())
-                      .arg(memory.artists().size())
-                      .arg(memory.genres().size())
-                      .arg(memory.mp3Titles().size()));
-    narrator.tell(QStringLiteral("by folder:"));
+    narrator.print(QStringLiteral("%1 songs, %2 artists, %3 genres, %4 of the songs are MP3")
+                       .arg(memory.songs().size())
+                       .arg(memory.artists().size())
+                       .arg(memory.genres().size())
+                       .arg(memory.mp3Titles().size()));
+    narrator.print(QStringLiteral("by folder:"));
     for (const PlacedSong &song : memory.folderOrder().mid(0, listed))
-        narrator.tell(QStringLiteral("  %1  %2  %3").arg(song.id, 3).arg(song.modified, song.path));
+        narrator.print(
+            QStringLiteral("  %1  %2  %3").arg(song.id, 3).arg(song.modified, song.path));
     listTitles(memory);
     listGroups(QStringLiteral("by artist:"), memory.artists());
     listGroups(QStringLiteral("by genre:"), memory.genres());
-    narrator.tell(QStringLiteral("playlist 1:"));
+    narrator.print(QStringLiteral("playlist 1:"));
     for (const ListedSong &song : memory.playlist(playlistNumber))
-        narrator.tell(QStringLiteral("  %1  %2").arg(song.id, 3).arg(song.title));
+        narrator.print(QStringLiteral("  %1  %2").arg(song.id, 3).arg(song.title));
 }
 
-void MemoryRoad::listTitles(const MemoryReader &memory)
+void MemoryTour::listTitles(const MemoryReader &memory)
 {
     static const QStringList types = {QStringLiteral("MIDI"), QStringLiteral("MP3 "),
                                       QStringLiteral("ZB3 "), QStringLiteral("ZB4 "),
                                       QStringLiteral("ZB5 ")};
-    m_stage.narrator.tell(QStringLiteral("by title:"));
+    m_stage.narrator.print(QStringLiteral("by title:"));
     for (const ListedSong &song : memory.titles().mid(0, listed))
-        m_stage.narrator.tell(QStringLiteral("  %1  %2  %3 bpm%4  %5")
-                                  .arg(song.id, 3)
-                                  .arg(types.value(song.type))
-                                  .arg(song.bpm, 3)
-                                  .arg(song.flag ? QStringLiteral("  flag") : QString())
-                                  .arg(song.title));
+        m_stage.narrator.print(QStringLiteral("  %1  %2  %3 bpm%4  %5")
+                                   .arg(song.id, 3)
+                                   .arg(types.value(song.type))
+                                   .arg(song.bpm, 3)
+                                   .arg(song.flag ? QStringLiteral("  flag") : QString())
+                                   .arg(song.title));
 }
 
-void MemoryRoad::listGroups(const QString &heading, const QList<SongGroup> &groups)
+void MemoryTour::listGroups(const QString &heading, const QList<SongGroup> &groups)
 {
-    m_stage.narrator.tell(heading);
+    m_stage.narrator.print(heading);
     for (const SongGroup &group : groups.mid(0, listed)) {
-        m_stage.narrator.tell(QStringLiteral("  %1").arg(group.name));
+        m_stage.narrator.print(QStringLiteral("  %1").arg(group.name));
         for (const ListedSong &song : group.songs.mid(0, listed))
-            m_stage.narrator.tell(QStringLiteral("    %1  %2").arg(song.id, 3).arg(song.title));
+            m_stage.narrator.print(QStringLiteral("    %1  %2").arg(song.id, 3).arg(song.title));
     }
 }
