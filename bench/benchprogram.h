@@ -2,30 +2,30 @@
 
 #include <QTemporaryDir>
 
-/// What the benchmarks share. Each is a program of rows "what/data/who", which ./bench/run
-/// compares.
+/// Shared functions of the benchmarks. Each benchmark is a program of rows "what/data/who", which
+/// ./bench/run compares.
 namespace BenchProgram
 {
 
-/// Ends the program with status 1 unless \a holds; \a what goes to the standard error. For what a
-/// measurement stands on, and for peers that answer something else than ours.
+/// Ends the program with status 1 and \a what on the standard error unless \a holds. For the
+/// conditions of a measurement, and for peers whose results differ from ours.
 void require(bool holds, const char *what);
 
-/// True when the arguments ask for the smallest sizes ("--smallest", which is taken out of them):
-/// they measure nothing, but every row is run.
+/// Removes "--smallest" from the arguments and returns whether it was there. It asks for the
+/// smallest sizes, which measure nothing but run every row.
 bool takeSmallest(int &argc, char **argv);
 
-/// Runs the rows that the arguments choose. Call it after the rows were registered. False when one
-/// of the arguments is unknown; a message is written then.
+/// Runs the rows that the arguments choose, after all rows were registered. Returns false, with a
+/// message written, if an argument is unknown.
 bool run(int &argc, char **argv);
 
-/// True when all rows were measured: none was only listed, and none left out. To be asked after
-/// run(), for what is printed below the rows.
+/// True if run() measured all rows, and did not only list them or leave some out. Decides whether
+/// notes are printed below the rows.
 bool ranAllRows();
 
-/// Gives a program with windows and its children a home and a temporary folder of their own, so
-/// that the user's settings are neither read nor written and nothing is left behind, and no
-/// display. Construct it before the application object.
+/// Gives a program with windows, and its child processes, a separate home and temporary folder and
+/// no display: the user's settings are neither read nor written, and no files are left. Construct
+/// it before the application object.
 class Home
 {
 public:

@@ -1,5 +1,5 @@
-// The catalogue's look-up by file name beside the scan as it is described: each row
-// "what/data/who", compared by ./bench/run.
+// The catalogue's look-up by file name against a plain scan: each row "what/data/who", compared by
+// ./bench/run.
 
 #include "bench/benchprogram.h"
 #include "db/database.h"

@@ -1,4 +1,4 @@
-// The codec beside the textbook's and lhasa's: each row "what/data/who", compared by ./bench/run.
+// The codec against the textbook's and lhasa's: each row "what/data/who", compared by ./bench/run.
 
 #include "bench/benchprogram.h"
 #include "bench/songbytes.h"

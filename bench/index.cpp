@@ -1,5 +1,5 @@
-// The index beside plain loops over the same memory: each row "what/data/who", compared by
-// ./bench/run. Lines that begin with "# " are printed below the rows.
+// The index against plain loops over the same memory: each row "what/data/who", compared by
+// ./bench/run. Lines that start with "# " are printed below the rows.
 
 #include "index/index.h"
 #include "bench/benchprogram.h"
@@ -36,7 +36,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// How many songs and folders the memories have, and how many songs a playlist.
+/// The number of songs and folders of the memories, and of songs in a playlist.
 struct Sizes {
     int full = 65535;
     int ordinary = 10000;
@@ -46,7 +46,7 @@ struct Sizes {
 
 Sizes sizes;
 
-/// The memory of so many songs, laid and indexed when it is first asked for.
+/// The memory with that many songs, made and indexed on the first call.
 QString rootOf(int songs)
 {
     static std::map<int, std::unique_ptr<SongMemory>> memories;
@@ -132,7 +132,7 @@ QString rootWithPlaylists()
     return memory->root();
 }
 
-/// A whole rebuild, of which the restoring is the most part.
+/// A whole rebuild, most of which is restoring playlists.
 void restorePlaylists(benchmark::State &state, int)
 {
     const QString root = rootWithPlaylists();
@@ -152,7 +152,8 @@ void writePlaylists(benchmark::State &state, int)
     }
 }
 
-/// Writes them as the program does: each beside the old one, flushed, and then in its place.
+/// Writes the playlists as the program does: each to a new file, flushed, and renamed over the old
+/// one.
 void writePlaylistsSafely(benchmark::State &state, int)
 {
     const std::string root = rootWithPlaylists().toStdString();
@@ -170,7 +171,7 @@ void writePlaylistsSafely(benchmark::State &state, int)
     }
 }
 
-/// Prints the most memory that a build in a process of its own takes.
+/// Prints the peak memory of a build in a separate process.
 void printMemory()
 {
     const QString root = rootOf(sizes.full);
@@ -185,7 +186,7 @@ void printMemory()
               << " songs: " << usage.ru_maxrss / 1024 << " MiB\n";
 }
 
-/// Prints how often the dialog is painted while it works.
+/// Prints how often the dialog is painted during a run.
 void printRepaints(PaintWatch &watch, bool rebuilds)
 {
     IndexDialog dialog;

@@ -8,15 +8,15 @@
 #include <algorithm>
 #include <ctime>
 
-/// An application that watches how a run shows its progress: how long at most nothing of it was
-/// painted, and how much of the time went into painting.
+/// An application that measures how a run shows its progress: the longest time without painting,
+/// and the share of the time spent painting.
 class PaintWatch : public QApplication
 {
 public:
     using QApplication::QApplication;
 
-    /// Forgets what was seen. From now on the paintings of \a window are looked for or, without
-    /// one, those of progress bars; the time before the first does not count.
+    /// Starts measuring: paint events of \a window count or, if it is null, those of progress bars.
+    /// The time before the first one does not count.
     void startWatching(const QWidget *window = nullptr)
     {
         m_window = window;
@@ -26,10 +26,9 @@ public:
         m_sincePaint.invalidate();
         m_total.start();
     }
-    /// Milliseconds between two such paintings, at most.
+    /// The longest time between two such paint events, in milliseconds.
     double longestGap() const { return static_cast<double>(m_longestGap) / 1e6; }
-    /// The most that the program itself worked between two of them, in milliseconds of
-    /// processor time: what others on the machine did is left out.
+    /// The most processor time of this program between two of them, in milliseconds.
     double longestWork() const { return static_cast<double>(m_longestWork) / 1e6; }
     /// The share of the time since startWatching() that was spent painting, 0 to 1.
     double paintingShare() const
@@ -55,14 +54,14 @@ public:
     }
 
 private:
-    /// Nanoseconds of this thread.
+    /// The processor time of this thread in nanoseconds.
     static qint64 processorTime()
     {
         timespec time{};
         clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
         return static_cast<qint64>(time.tv_sec) * 1000000000 + time.tv_nsec;
     }
-    /// All of a window that is to be painted is painted while it handles the request.
+    /// A window paints everything while it handles an update request.
     bool isWatched(QObject *receiver, QEvent::Type type) const
     {
         return m_window != nullptr
@@ -71,7 +70,7 @@ private:
     }
     bool watch(QObject *receiver, QEvent *event)
     {
-        // Asked before: the event may delete its receiver.
+        // Read before, because the event may delete its receiver.
         const QEvent::Type type = event->type();
         const bool isCounted = isWatched(receiver, type);
         const bool done = QApplication::notify(receiver, event);

@@ -67,7 +67,7 @@ private:
         return events;
     }
 
-    /// Drums, bass and chords: a handful of bars, each time a little different.
+    /// Drums, bass and chords: a few bars, repeated with small differences.
     std::string pattern(int channel, size_t size)
     {
         std::vector<std::vector<Note>> bars(static_cast<size_t>(3 + below(5)));
@@ -104,7 +104,7 @@ private:
         events += '\0';
     }
 
-    /// A played line with bends between the notes.
+    /// A melody with bends between the notes.
     std::string melody(int channel, size_t size)
     {
         std::string events;

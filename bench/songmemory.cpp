@@ -14,7 +14,7 @@ using MidiBytes::kordiaEvent;
 using MidiBytes::metaEvent;
 
 constexpr quint32 seed = 1;
-constexpr int songSize = 4000; ///< bytes: longer than what the index reads
+constexpr int songSize = 4000; ///< bytes: more than the index reads
 
 struct Texts {
     QByteArray title;

@@ -3,8 +3,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// A memory full of small songs of all kinds, in the temporary folder: each has a title of its
-/// own, and artists and genres come again. Gone with the object.
+/// A memory of small songs of all kinds, in the temporary folder: titles are unique, artists and
+/// genres are shared. The destructor removes it.
 class SongMemory
 {
 public:

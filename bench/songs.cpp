@@ -1,5 +1,5 @@
-// Reading songs beside reading them by other means: each row "what/data/who", compared by
-// ./bench/run. The files lie in the page cache.
+// Reading songs, against other ways of reading them: each row "what/data/who", compared by
+// ./bench/run. The files are in the page cache.
 
 #include "base/filereading.h"
 #include "bench/benchprogram.h"
@@ -108,7 +108,7 @@ void recordTagLib(benchmark::State &state, const QString &path)
     require(title == "Bella ciao", "TagLib");
 }
 
-/// One read of the file, and one pass that looks at each byte.
+/// One read of the file, and one pass over its bytes.
 void readAndPass(benchmark::State &state, const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
@@ -128,7 +128,7 @@ void readAndPass(benchmark::State &state, const QString &path)
     require(marks > 0, "the pass");
 }
 
-/// One song opened, given another title and saved.
+/// Opens a song, sets another title and saves it.
 void saveOurs(benchmark::State &state, const QString &path)
 {
     const QString titles[] = {u"Bella ciao"_s, u"Bella Ciao"_s};
@@ -144,7 +144,7 @@ void saveOurs(benchmark::State &state, const QString &path)
     }
 }
 
-/// The same file, copied and put in its own place.
+/// Copies the same file and renames the copy over it.
 void copyAndRename(benchmark::State &state, const QString &path)
 {
     const std::filesystem::path song(path.toStdString());

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-/// The codec as the textbooks print it: one bit at a time, strings compared byte by byte down one
-/// binary search tree a first byte, tables of int. The peer of LzHuff, and with a look-ahead of 60
-/// the maker of -lh1- streams. It has no length header.
+/// The codec as in textbooks: one bit at a time, strings compared byte by byte in one binary search
+/// tree for each first byte, tables of int. It is the peer of LzHuff and, with a look-ahead of 60,
+/// makes -lh1- streams. Its streams have no length header.
 template <int lookAhead>
 class TextbookCodec
 {
@@ -144,7 +144,7 @@ private:
         } while (node != 0);
     }
 
-    // Reading: the next 16 bits stand in a buffer that is filled byte by byte.
+    // Reading: a buffer has the next 16 bits and is filled byte by byte.
     void fill()
     {
         while (m_bits <= 8) {

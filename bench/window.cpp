@@ -1,4 +1,4 @@
-// The real window (offscreen) over large libraries, beside the same work without window and table.
+// The real window (offscreen) with large libraries, against the same work without window and table.
 
 #include "app/mainwindow.h"
 #include "app/startup.h"
@@ -45,8 +45,8 @@ namespace
 
 int librarySize = 10000; ///< songs
 
-/// Songs of all kinds in two folders of the same size, and a catalogue that knows each of them. It
-/// is the working folder, so that the window uses this catalogue.
+/// Songs of all kinds in two folders of the same size, and a catalogue with all of them. This is
+/// the working folder, so that the window uses the catalogue.
 class Songs
 {
 public:
@@ -92,10 +92,10 @@ private:
 
     QTemporaryDir m_folder;
     QStringList m_paths;
-    QStringList m_twice; ///< these and as many more
+    QStringList m_twice; ///< these and the same number of others
 };
 
-/// The program's window as a user has it, with the questions of an import switched off.
+/// The program's window as users see it, with the question of an import switched off.
 class Window
 {
 public:
@@ -124,7 +124,7 @@ public:
         while (model->rowCount() != files.size())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    /// Synchronises all rows; the offer of a backup is declined.
+    /// Synchronises all rows and declines the backup.
     void synchronise()
     {
         QTimer::singleShot(0, [] {
@@ -144,7 +144,7 @@ private:
     MainWindow m_window;
 };
 
-/// Made when they are first needed: a list of the rows needs none.
+/// The songs, made on the first call: listing the rows needs no songs.
 const Songs &songs()
 {
     static const Songs all;
@@ -209,13 +209,13 @@ void synchroniseWithout(benchmark::State &state, int count)
     }
 }
 
-/// Prints what has a limit but no peer: bench/run shows it below the rows.
+/// Prints measurements with a limit but without a peer: bench/run shows them below the rows.
 void printLimit(const std::string &what, double value, const char *unit, const char *limit)
 {
     std::printf("# %s: %.1f %s (%s at most)\n", what.c_str(), value, unit, limit);
 }
 
-/// Processor time, so that others on the machine don't count.
+/// Processor time, so that other programs don't count.
 double milliseconds(const std::function<void()> &step)
 {
     const std::clock_t begin = std::clock();
@@ -268,7 +268,8 @@ void measureTable()
     printLimit("search, all rows again", type(""), "ms", "50 ms");
 }
 
-/// The child of a start: shows the whole window or an empty one and ends once it was painted.
+/// The child process of a start: shows the whole window or an empty one and ends after its first
+/// painting.
 int showOnce(int &argc, char **argv, bool whole)
 {
     startLog(QSettings(settingsOrganisation, settingsApplication));
@@ -305,13 +306,13 @@ void start(benchmark::State &state, const QString &what)
 
 int main(int argc, char **argv)
 {
-    // A child has its parent's home.
+    // A child process uses its parent's home.
     for (const char *what : {"--whole", "--empty"}) {
         if (argc == 2 && qstrcmp(argv[1], what) == 0)
             return showOnce(argc, argv, qstrcmp(what, "--whole") == 0);
     }
     const BenchProgram::Home home;
-    startLog(QSettings(settingsOrganisation, settingsApplication)); // off, as with every new user
+    startLog(QSettings(settingsOrganisation, settingsApplication)); // off, as by default
     if (BenchProgram::takeSmallest(argc, argv))
         librarySize = 50;
     PaintWatch application(argc, argv);

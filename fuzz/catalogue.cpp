@@ -39,7 +39,7 @@ void checkCatalogue(const QByteArray &input)
             REQUIRE(database.clearUserLibraryDb());
         }
     }
-    // Whatever the file says, it is only read, and nothing is written beside it.
+    // Any file is only read, and no other file is written beside it.
     REQUIRE(fileBytes(name) == input);
     REQUIRE(QDir(scratchFolder()).entryList(QDir::Files | QDir::Hidden) == QStringList{name});
 }

@@ -1,4 +1,4 @@
-// The fuzzer's way into one target; FUZZ_CHECK names its function.
+// The fuzzer's entry point of one target; FUZZ_CHECK names its function.
 
 #include "fuzz/fuzzing.h"
 #include "fuzz/targets.h"
@@ -17,8 +17,8 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
     return 0;
 }
 
-/// Now and then an input becomes one that stands for a large one. Those are turned back for most
-/// of their own mutations: they are slow.
+/// Occasionally makes an input that stands for a large one. Most mutations of such an input turn it
+/// back into a small one, because large ones are slow.
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size,
                                                std::size_t maxSize, unsigned seed)
 {

@@ -19,7 +19,7 @@
 #endif
 
 #ifdef __SANITIZE_ADDRESS__
-// Both compilers' sanitizer has these; only one of them ships the header.
+// Both compilers have these functions; only one of them has the header.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*mallocHook)(const volatile void *,
                                                                             std::size_t),
                                                          void (*freeHook)(const volatile void *));
@@ -47,7 +47,7 @@ void noteAllocation(const volatile void *block, std::size_t size)
 
 void noteRelease(const volatile void *block)
 {
-    // Blocks from before the first measurement may go too.
+    // Blocks from before the first measurement may be released, too.
     const std::size_t size = block != nullptr ? __sanitizer_get_allocated_size(block) : 0;
     heapInUse -= std::min(heapInUse, size);
 }

@@ -6,26 +6,26 @@
 
 #include <cstddef>
 
-/// What every fuzz target leans on. See docs/reliability.md.
+/// Shared functions of the fuzz targets. See docs/reliability.md.
 
-/// Ends the program when a promise is broken; both the fuzzer and the replay notice that.
+/// Ends the program if \a condition is false; both the fuzzer and the replay detect that.
 #define REQUIRE(condition)                                                                         \
     ((condition) ? static_cast<void>(0) : promiseBroken(#condition, __FILE__, __LINE__))
 
 [[noreturn]] void promiseBroken(const char *condition, const char *file, int line);
 
-/// The largest input, in bytes, and what the handling of one may take.
+/// The largest input in bytes, and the limits of handling one.
 constexpr qsizetype maxInput = 1024 * 1024;
 constexpr std::size_t maxHeap = 64 * 1024 * 1024; ///< bytes more than before the input
 constexpr double maxCpuSeconds = 1;               ///< of an optimised build
 
-/// Runs \a check with what \a raw stands for. Ends the program when that takes more memory or time
-/// than it may.
+/// Runs \a check with expandedInput(\a raw). Ends the program if that exceeds a limit of memory or
+/// time.
 void runBounded(void (*check)(const QByteArray &), const QByteArray &raw);
 
-/// What begins an input that stands for a large one: behind it the number of bytes of a head (2
-/// bytes, little-endian), the head, and a piece that is repeated up to `maxInput`. So what takes
-/// too long for its size is found, and stays a small file.
+/// Starts an input that stands for a large one. It is followed by the number of bytes of a head (2
+/// bytes, little-endian), the head, and a piece that is repeated up to `maxInput`. So inputs that
+/// take too long for their size can be found, and stay small files.
 inline const QByteArray repeatMark = QByteArrayLiteral("\xF5*REPEAT*");
 QByteArray repeated(const QByteArray &head, const QByteArray &piece);
 QByteArray expandedInput(const QByteArray &raw);
@@ -33,7 +33,7 @@ QByteArray expandedInput(const QByteArray &raw);
 /// Silences the program's messages.
 void silenceLog();
 
-/// A new, empty folder for the process; on a memory disk where there is one.
+/// A new, empty folder for the process; on a RAM disk if there is one.
 QString scratchFolder();
 
 /// Operations and values for the setters, taken from an input's end, so that its start is a plain
@@ -44,10 +44,10 @@ public:
     explicit Script(const QByteArray &input) : m_input(input), m_end(input.size()) {}
 
     bool atEnd() const { return m_end <= 0; }
-    /// 0 at the end.
+    /// Returns 0 at the end.
     quint8 byte();
     int number();
-    /// Up to 255 bytes, read as Latin-1 or, where the length is odd, as UTF-8.
+    /// Up to 255 bytes, read as Latin-1 or, if the length is odd, as UTF-8.
     QString text();
 
 private:
@@ -61,7 +61,7 @@ QList<QByteArray> splitInput(const QByteArray &input, int count);
 /// The pieces that give the file number \a file \a content.
 QByteArray joinedPieces(int file, const QByteArray &content);
 
-/// Makes the file \a path with \a content, and the folders above it.
+/// Makes the file \a path with \a content, and its parent folders.
 void putFile(const QString &path, const QByteArray &content);
-/// The content of \a path; null when there is no such file.
+/// The content of the file \a path; null if there is no such file.
 QByteArray fileBytes(const QString &path);

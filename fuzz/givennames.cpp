@@ -12,7 +12,7 @@ namespace
 
 const QByteArray namesFileHead = "brisel2pc names 1\n";
 
-/// Nobody guesses a checksum: "#" at the start of a line stands for that of the rest.
+/// A fuzzer can't guess a checksum: "#" at the start of a line is replaced by that of the rest.
 QByteArray namesBytes(const QByteArray &input)
 {
     QByteArray content;
@@ -45,7 +45,7 @@ QStringList filesOf(const QString &root)
     return files;
 }
 
-/// The song of a long name stays in its folder, under a name that it can have got.
+/// The song of a long name stays in its folder, under the long name or one that it was given.
 void requirePlace(const GivenNames &names, const QString &destination)
 {
     const QString place = names.placeOf(destination);
@@ -77,7 +77,7 @@ void checkGivenNames(const QByteArray &input)
         names.meet(root + song);
     REQUIRE(names.tidy());
 
-    // What is left counts, and is written once; nothing else is touched.
+    // The remaining names count, and are written once; no other file changes.
     QStringList after = before;
     if (!QFileInfo::exists(file))
         after.removeOne(file);

@@ -31,7 +31,8 @@ bool isName(const QByteArray &name)
     return true;
 }
 
-/// One byte at a time. Nothing where the scheme would have inserted a byte that is not there.
+/// Undoes the unsynchronisation byte by byte. Returns nothing if a byte that the scheme would have
+/// inserted is missing.
 std::optional<QByteArray> withoutScheme(const QByteArray &stored)
 {
     QByteArray meant;
@@ -54,7 +55,7 @@ QByteArray upToZero(const QByteArray &bytes)
     return end < 0 ? bytes : bytes.left(end);
 }
 
-/// UTF-16, up to its terminator.
+/// Reads UTF-16 up to its terminator.
 QString units(const QByteArray &bytes, qsizetype at, bool isLittle)
 {
     QString text;

@@ -12,7 +12,7 @@ namespace
 const QStringList contents{QStringLiteral("index.id2"), QStringLiteral("title.id2"),
                            QStringLiteral("artist.id2"), QStringLiteral("genre.id2")};
 
-/// All the files of a set, those that are not read without content.
+/// Makes all files of a set; those that are not read are empty.
 void makeIndex(const QString &root, const QByteArray &input)
 {
     static bool isMade = false;
@@ -28,7 +28,7 @@ void makeIndex(const QString &root, const QByteArray &input)
 
 void checkSongs(const QList<SongInfoIndex> &songs, const QByteArray &pathFile)
 {
-    // Records without an id of their own are left out.
+    // Records without a valid id are left out.
     REQUIRE(songs.size() * IndexRecord::size <= pathFile.size());
     for (qsizetype i = 0; i < songs.size(); ++i) {
         const SongInfoIndex &song = songs.at(i);
@@ -38,7 +38,7 @@ void checkSongs(const QList<SongInfoIndex> &songs, const QByteArray &pathFile)
         REQUIRE(song.type <= 7 && song.flag <= 1);
         REQUIRE(song.path.size() <= SongInfoIndex::maxPath + 1);
         REQUIRE(song.absolutePath.endsWith(song.path));
-        // What is written for it again is a record like any other.
+        // The song can be written to records again.
         REQUIRE(PathRecord(song).bytes().size() == IndexRecord::size);
         REQUIRE(SongRecord(song).bytes().size() == IndexRecord::size);
     }

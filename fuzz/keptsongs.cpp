@@ -13,7 +13,7 @@ namespace
 constexpr qsizetype longestMidi = 65536; ///< bytes: reading takes time and memory
 constexpr qsizetype mostFrames = 4096;
 
-/// Frames that the program writes, as all versions call them.
+/// The names of the frames that the program writes, in all versions.
 const QByteArrayList ownFrames{"TIT2", "TPE1", "TCOM", "TCON", "TKEY", "TLEN", "TBPM", "MEDT",
                                "TT2",  "TP1",  "TCM",  "TCO",  "TKE",  "TLE",  "TBP",  "MED"};
 
@@ -43,7 +43,7 @@ void requireMp3Kept(const QByteArray &before, const QByteArray &after)
                        }));
 }
 
-/// The first track's events but for those that the program writes there.
+/// The first track's events except for those that the program writes.
 QList<MidiReader::Event> otherEvents(const MidiReader::Track &track)
 {
     constexpr int title = 0x03;
@@ -91,7 +91,7 @@ QByteArray otherHeaderBytes(const QByteArray &file, qsizetype headerSize)
     constexpr qsizetype originalSize = 12;
     constexpr qsizetype tempo = 38;
     constexpr qsizetype title = 122;
-    constexpr qsizetype flags = 185; // and the texts behind it
+    constexpr qsizetype flags = 185; // and the texts after it
     constexpr qsizetype textsEnd = 282;
     QByteArray header = file.first(headerSize);
     header.replace(sizes, 4, QByteArray(4, '\0'));

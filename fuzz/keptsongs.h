@@ -2,8 +2,8 @@
 
 #include <QByteArray>
 
-/// Requires that the song \a after, which was the song \a before until the program saved it with
-/// other texts and numbers, still holds all else that independent readers found in it: the other
-/// frames and the audio, the other events at their ticks, the other bytes of a container's header.
-/// What those readers don't understand is not looked at.
+/// Requires that \a after, the song \a before after the program saved it with other texts and
+/// numbers, still has everything else that independent readers find: the other frames and the
+/// audio, the other events at their ticks, the other bytes of a container's header. Parts that
+/// those readers reject are not compared.
 void requireAllElseKept(const QByteArray &before, const QByteArray &after);

@@ -5,7 +5,7 @@
 
 void checkLzHuffRoundTrip(const QByteArray &input)
 {
-    // No song has more, and no longer one is ever saved.
+    // Longer songs are never saved.
     const QByteArray text = input.left(LzHuff::maxTextSize);
     LzHuff codec;
     QByteArray packed("left over");

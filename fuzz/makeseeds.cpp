@@ -1,4 +1,4 @@
-// makeseeds <folder>: writes the inputs that every target starts from, made by the project's own
+// makeseeds <folder>: writes the inputs with which every target starts, made by the project's own
 // tools and writers.
 
 #include "base/bytes.h"
@@ -36,7 +36,7 @@ void writeSeed(const QString &target, const QString &name, const QByteArray &see
                 repeated(seed.left(headSize), seed.mid(headSize, pieceSize)));
 }
 
-/// A song with a short script for the setters behind it.
+/// A song, followed by a short script for the setters.
 QByteArray scripted(const QByteArray &song)
 {
     return song + "New title\x09" + "Somebody\x08" + "Polka\x05" + QByteArray(12, '\x01') +
@@ -62,14 +62,14 @@ void writeSongSeeds()
         else
             writeSeed(QStringLiteral("mp3header"), sample.fileName, scripted(song.left(2048)));
     }
-    // A tag that is as long as one may be.
+    // A tag of the maximum length.
     QByteArray longTag = QByteArray::fromHex("494433030000003D043F") + "TIT2" +
                          QByteArray::fromHex("00000005000000") + "Song";
     putFile(outFolder + QStringLiteral("/metasong/longtag.mp3"), repeated(longTag, "TPE1"));
     putFile(outFolder + QStringLiteral("/mp3header/longtag.mp3"), repeated(longTag, "TPE1"));
 }
 
-/// Tags of every version and form, with a script behind the audio.
+/// Tags of every version and form, with a script after the audio.
 void writeTagSeeds()
 {
     constexpr int tags = 60;
@@ -153,8 +153,8 @@ void writeIndexSeeds()
             joinedPieces(0, all) + joinedPieces(6, "\x01"));
 }
 
-/// A whole set as it is written for the songs of the memory, with a playlist of all of them; then
-/// sets of one record over and over.
+/// A whole set for the songs of the memory, with a playlist of all of them; then sets that repeat
+/// one record.
 void writeMemorySeeds()
 {
     const QList<SongInfoIndex> songs = sampleIndexSongs();
@@ -245,7 +245,7 @@ bool writeCatalogueSeeds()
         if (!QDir().mkpath(QFileInfo(path).path()) ||
             !writeCatalogue(path, syntheticCatalogue(rows), error))
             return false;
-        // The same file in the form that wants a second file beside it.
+        // The same file in the mode with a write-ahead log in a second file.
         QByteArray catalogue = fileBytes(path);
         putByte(catalogue, 18, 2);
         putByte(catalogue, 19, 2);

@@ -11,7 +11,7 @@ static void check(const QString &text)
     for (const Marker &marker : markers) {
         REQUIRE(marker.bar >= 0);
         REQUIRE(!marker.text.isEmpty() && !marker.text.contains(u';'));
-        // The texts stand in the list in their order.
+        // The texts are in the list in the same order.
         const qsizetype place = text.indexOf(marker.text, from);
         REQUIRE(place >= 0);
         from = place + marker.text.size();

@@ -16,15 +16,15 @@ namespace
 
 const QString playlist = QStringLiteral("playlist/play0001.dat");
 
-/// The files that an input holds; the songs that a sound set would name are there always.
+/// The files that an input contains; the songs of a sound set always exist.
 QStringList fileNames()
 {
     return IndexSet::names() + QStringList{QStringLiteral("playlist/playlist.dat"), playlist,
                                            QStringLiteral("playlist/play0001.pts")};
 }
 
-/// The last piece takes files away, or puts folders in their places. False when a file of the set
-/// is missing then, and the update has to build it anew.
+/// Makes the memory of \a input. The last piece removes files, or replaces them by folders. Returns
+/// false if a file of the set is missing, so that the update must rebuild the set.
 bool makeMemory(const QString &root, const QByteArray &input)
 {
     makeSampleMemory(root);
@@ -54,7 +54,7 @@ void checkFindings(const QString &root, const QByteArray &input)
         return line.isEmpty() || line.contains(u'\n') || line.contains(u'\r');
     }));
     REQUIRE(!check.hasDamage() || !findings.isEmpty());
-    // Every file and record is looked at a few times, whatever the records say.
+    // Every file and record is read only a few times, for any content of the records.
     REQUIRE(check.steps() < 1000 + input.size());
     REQUIRE(check.run(root) && check.findings() == findings);
 }
@@ -66,7 +66,7 @@ bool isPlain(const QByteArray &path)
                        [](char byte) { return byte >= ' ' && byte <= '~' && byte != '?'; });
 }
 
-/// \a oldEntries were in the playlist before. One that somebody has given another title stays.
+/// \a oldEntries: the playlist before the update. An entry whose title was changed is kept.
 void checkUpdated(const QString &root, const QHash<QByteArray, quint32> &oldIds,
                   const QList<PlaylistEntry> &oldEntries)
 {

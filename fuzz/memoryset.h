@@ -5,16 +5,15 @@
 
 #include <QList>
 
-/// A few songs as an index knows them, in the order of their ids, from \a firstId on.
+/// A few songs of an index, in the order of their ids, from \a firstId on.
 QList<SongInfoIndex> sampleIndexSongs(quint32 firstId = 1);
 
-/// What the fifteen files of a set hold for \a songs, in the order of IndexSet::names(). None of
-/// the songs is taken for an MP3.
+/// The contents of the fifteen files of a set for \a songs, in the order of IndexSet::names(). No
+/// song is treated as an MP3.
 QList<QByteArray> sampleSetFiles(const QList<SongInfoIndex> &songs);
 
-/// Stages all fifteen files of a set without content and puts them in place.
+/// Stages all fifteen files of a set without content and commits them.
 bool commitEmptySet(IndexSet &set);
 
-/// Makes a memory in the folder \a root with nothing but these songs, which have the dates that
-/// they have in the index.
+/// Makes a memory in the folder \a root with only these songs, dated as in the index.
 void makeSampleMemory(const QString &root);

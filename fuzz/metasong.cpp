@@ -12,7 +12,7 @@
 namespace
 {
 
-/// By this name a file of every format is taken for what it holds.
+/// With this name the content of a file decides its format.
 const QString songName = QStringLiteral("song.mp3");
 
 SongInfo infoOf(const MetaSong &song)
@@ -61,10 +61,11 @@ SongInfo scriptedInfo(Script &script)
     return info;
 }
 
-/// A song with more MIDI data, or a larger tag, than a reader takes is never written.
+/// True for a song that is never written, because no reader accepts so much MIDI data or so large a
+/// tag.
 bool isTooLargeToSave(const SongInfo &info, const QByteArray &input)
 {
-    constexpr qsizetype mostAdded = 8192; ///< bytes of all that scriptedInfo() can give
+    constexpr qsizetype mostAdded = 8192; ///< bytes of the largest record from scriptedInfo()
     if (info.format == QStringLiteral("MP3"))
         return Mp3Header::getId3TagSize(input) + mostAdded > Mp3Header::maxFileStart;
     if (!info.format.startsWith(QStringLiteral("ZB")))
@@ -74,7 +75,7 @@ bool isTooLargeToSave(const SongInfo &info, const QByteArray &input)
     return midi.size() + mostAdded > LzHuff::maxTextSize;
 }
 
-/// Changes the song at \a path, saves it, and requires that the file holds what was in memory.
+/// Changes the song at \a path, saves it, and requires that the file has the values in memory.
 void changeAndSave(const QString &path, const SongInfo &wanted, bool manual)
 {
     const QByteArray before = fileBytes(path);
@@ -94,7 +95,7 @@ void changeAndSave(const QString &path, const SongInfo &wanted, bool manual)
     REQUIRE(again.importFile(path));
     REQUIRE(isSame(infoOf(again), changed));
 
-    // Saved once more without a change it is the same file.
+    // Saved again without a change it is the same file.
     const QByteArray saved = fileBytes(path);
     REQUIRE(again.saveToFile(path) && fileBytes(path) == saved);
     REQUIRE(song.saveToFile(path) && fileBytes(path) == saved);

@@ -16,7 +16,7 @@ namespace
 constexpr quint8 makersMeta = 0x4B;
 constexpr int anySubType = -1;
 
-/// What a MIDI file must look like after each change, worked out byte by byte.
+/// Computes byte by byte what a MIDI file must be after each change.
 class MidiModel
 {
 public:
@@ -28,7 +28,7 @@ public:
     const QByteArray &bytes() const { return m_file; }
     qsizetype trackStart() const { return m_track + 8; }
     qint64 trackEnd() const { return trackStart() + m_length; }
-    /// True when the length field names bytes that are there.
+    /// True if the first track's length field is not larger than the file.
     bool isLengthTrue() const { return trackEnd() <= m_file.size(); }
     QByteArray behindTrack() const { return m_file.mid(trackEnd()); }
 
@@ -44,7 +44,7 @@ public:
         resized(written.size());
     }
 
-    /// What the last change removed and wrote.
+    /// The events that the last change removed and wrote.
     const MidiReader::Kind &kind() const { return m_kind; }
     const QByteArray &written() const { return m_written; }
 
@@ -79,7 +79,7 @@ private:
         }
     }
 
-    /// The file up to the first track's end without what looks like the events.
+    /// The file up to the first track's end, without bytes that look like the events.
     QByteArray withoutLookalikes(qsizetype end) const
     {
         QByteArray kept = m_file.left(trackStart());
@@ -187,7 +187,7 @@ void changeKey(RawMidiFile &file, MidiModel &model, Script &script)
         REQUIRE(file.key() == MidiKeys::nameOf(*value));
 }
 
-/// A marker's text as it is written: its event's length passes no 127.
+/// A marker's text as written: the event's length is 127 at most.
 QByteArray markerText(const QString &text)
 {
     constexpr int longest = 124;
@@ -211,7 +211,7 @@ void changeMarkers(RawMidiFile &file, MidiModel &model, Script &script)
         events += markerEvent(marker);
     }
     file.setMarkersList(markers);
-    // Authors go when markers come: always so.
+    // Writing markers always removes authors.
     model.replaceEvents({makersMeta, RawMidiFile::Author}, events);
     if (model.trackStart() > model.bytes().size())
         return;
@@ -246,7 +246,7 @@ void change(RawMidiFile &file, MidiModel &model, Script &script)
     }
 }
 
-/// A song that can be read keeps every event that the change did not mean.
+/// A song that the strict reader accepts keeps every event that the change did not concern.
 void requireAllElse(const QByteArray &before, const QByteArray &after, const MidiModel &model)
 {
     constexpr qsizetype longest = 65536; ///< bytes: reading takes time and memory
@@ -277,8 +277,7 @@ void checkMidiFile(const QByteArray &input)
     for (int i = 0; i < maxChanges && !script.atEnd(); ++i) {
         const QByteArray before = file.stream();
         change(file, model, script);
-        // The length field names the bytes that are there, if it did before: what stands behind
-        // the first track stays where the field says.
+        // A correct length field stays correct, and the bytes after the first track stay the same.
         REQUIRE(file.stream() == model.bytes());
         REQUIRE(!isLengthTrue || (model.isLengthTrue() && model.behindTrack() == behindTrack));
         requireAllElse(before, file.stream(), model);

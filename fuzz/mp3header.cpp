@@ -27,11 +27,11 @@ constexpr std::array tagFields{
     TagField{"TCON", &Mp3Header::setGenre, &Mp3Header::genre, &Mp3Header::hasGenre},
     TagField{"TKEY", &Mp3Header::setKey, &Mp3Header::key, &Mp3Header::hasKey}};
 
-/// What was asked of a tag.
+/// A change of a tag.
 struct Change {
     QByteArray id;
-    QString text;         ///< empty: the frame goes
-    bool isAdded = false; ///< beside a frame of that name, if there is one
+    QString text;         ///< empty: removes the frame
+    bool isAdded = false; ///< true: added to a frame of that name
 };
 
 QString beforeZero(const QString &text)
@@ -51,7 +51,7 @@ void readAll(const Mp3Header &header)
     static_cast<void>(header.isKordia());
 }
 
-/// Changes \a header, and looks whether it reads as it was set.
+/// Changes \a header, and checks that it returns the new value.
 Change change(Mp3Header &header, Script &script)
 {
     const unsigned operation = script.byte() % (tagFields.size() + 3);
@@ -80,7 +80,7 @@ Change change(Mp3Header &header, Script &script)
     return {"MEDT", QString(3, QChar::Null), true};
 }
 
-/// A tag that the strict parser understands: every change must leave all the rest.
+/// For a tag that the strict parser accepts: every change must keep everything else.
 class UnderstoodTag
 {
 public:
@@ -148,7 +148,7 @@ void changeUnderstood(Mp3Header &header, const Id3Parser::Tag &tag, Script &scri
     }
 }
 
-/// Bytes that the size field claims more than there are.
+/// The bytes by which the size field exceeds the tag.
 qint64 excess(const QByteArray &tag)
 {
     return qint64{Mp3Header::getId3TagSize(tag)} + Mp3Header::tagHeaderSize - tag.size();
@@ -159,7 +159,7 @@ void changeOther(Mp3Header &header, Script &script)
     const QByteArray loaded = header.stream();
     for (int i = 0; i < maxChanges && !script.atEnd(); ++i) {
         change(header, script);
-        // The size says what the frames take, if it did before.
+        // A correct size stays correct.
         if (header.stream() != loaded)
             REQUIRE(excess(header.stream()) == std::max<qint64>(excess(loaded), 0));
         readAll(header);
@@ -183,7 +183,8 @@ void checkMp3Header(const QByteArray &input)
     REQUIRE(hadTag == input.startsWith(header.stream()));
     REQUIRE(hadTag == (header.getAudioDataStartPos() > 0));
     REQUIRE(excess(header.stream()) <= Mp3Header::tagHeaderSize);
-    REQUIRE(excess(header.stream()) >= -Mp3Header::tagHeaderSize); // a footer is not counted
+    REQUIRE(excess(header.stream()) >=
+            -Mp3Header::tagHeaderSize); // the size does not include a footer
     readAll(header);
     Script script(input);
     const std::optional<Id3Parser::Tag> tag =

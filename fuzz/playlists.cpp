@@ -18,7 +18,7 @@ enum Part { List, FirstSongs, SecondSongs, NegativeSongs, FirstPaths, SecondPath
 
 const QList<qint16> numbers{1, 2, -123};
 
-/// A memory with no more than these files.
+/// Makes a memory with only these files.
 void makePlaylists(const QString &root, const QList<QByteArray> &parts)
 {
     REQUIRE(!QFileInfo::exists(root) || QDir(root).removeRecursively());
@@ -41,7 +41,7 @@ const SongInfoIndex *songOf(const QByteArray &playlist, qsizetype pos,
     return song == songs.end() ? nullptr : &*song;
 }
 
-/// True when each entry is a copy of a record of the old set: what the player makes.
+/// True if each entry is a copy of a record of the old set, as the player makes them.
 bool isCopied(const QByteArray &playlist, const QList<SongInfoIndex> &songs)
 {
     for (qsizetype pos = 0; fits(playlist, pos, IndexRecord::size); pos += IndexRecord::size) {
@@ -52,7 +52,7 @@ bool isCopied(const QByteArray &playlist, const QList<SongInfoIndex> &songs)
     return true;
 }
 
-/// What such a playlist must hold after its songs got other ids.
+/// The content of such a playlist after its songs got other ids.
 QByteArray renumbered(const QByteArray &playlist, const QList<SongInfoIndex> &oldSongs,
                       const QList<SongInfoIndex> &newSongs)
 {
@@ -63,8 +63,8 @@ QByteArray renumbered(const QByteArray &playlist, const QList<SongInfoIndex> &ol
     return expected + playlist.mid(expected.size());
 }
 
-/// What playlists and path files that anyone may have written turn into: records of known songs,
-/// and of what was there before.
+/// True if \a playlist, made from any playlists and path files, has only records of known songs and
+/// of \a old.
 bool isFromSongs(const QByteArray &playlist, const QByteArray &old,
                  const QList<SongInfoIndex> &songs)
 {
@@ -79,7 +79,7 @@ bool isFromSongs(const QByteArray &playlist, const QByteArray &old,
     return playlist.mid(pos) == old.mid(pos);
 }
 
-/// Writes the set of \a songs, and reads it.
+/// Writes and reads the set of \a songs.
 IndexReader readSet(const IndexSet &set, QList<SongInfoIndex> songs)
 {
     const QList<QByteArray> files = sampleSetFiles(songs);

@@ -1,4 +1,4 @@
-// replay <target> <files or folders...>: gives a target every file, as the fuzzer does.
+// replay <target> <files or folders...>: runs a target on every file, like the fuzzer.
 
 #include "fuzz/fuzzing.h"
 #include "fuzz/targets.h"
@@ -64,7 +64,7 @@ int main(int argc, char **argv)
                 std::fprintf(stderr, "%s: can't be read\n", qPrintable(path));
                 return 1;
             }
-            // The name stands there in case the input ends the program.
+            // Printed before, in case the input ends the program.
             std::printf("%s\n", qPrintable(path));
             std::fflush(stdout);
             runBounded(check, file.readAll());

@@ -11,7 +11,7 @@ namespace
 
 constexpr qsizetype indexedWidth = 58; ///< characters
 
-/// What the index must say of the frame \a id of \a tag; nothing where it may say anything.
+/// The index's text for the frame \a id of \a tag; nothing if any text is allowed.
 std::optional<QString> expectedText(const Id3Parser::Tag &tag, const QByteArray &id,
                                     const QString &missing)
 {
@@ -27,11 +27,11 @@ std::optional<QString> expectedText(const Id3Parser::Tag &tag, const QByteArray 
     return shown.isEmpty() ? missing : trimmedSongText(stringToUpper(shown));
 }
 
-/// Requires of an MP3 that the index says what its tag says, where that can't be read differently.
+/// Requires that the index of an MP3 has the texts of its tag, unless they are ambiguous.
 void checkTag(const QByteArray &file, const SongInfoIndex &song)
 {
     constexpr qsizetype maxFrames = 1000;
-    constexpr qsizetype emptyTag = 10; // such a tag is searched, whatever stands behind it
+    constexpr qsizetype emptyTag = 10; // a tag of this size is searched, with the bytes after it
     const std::optional<Id3Parser::Tag> tag = Id3Parser::parse(file, maxFrames);
     if (!tag || tag->size == emptyTag)
         return;
@@ -50,7 +50,7 @@ SongInfoIndex check(const QByteArray &prefix, const QString &path)
     song.absolutePath = path;
     const bool parsed = SongHead::parse(prefix, song);
     REQUIRE(parsed == (prefix.size() >= 5));
-    // 58 characters are read, and upper-casing makes two of some.
+    // 58 characters are read, and some become two in upper case.
     for (const QString &text : {song.title, song.artist, song.genre})
         REQUIRE(!text.isEmpty() && text.size() <= 2 * indexedWidth && !text.contains(QChar::Null));
     REQUIRE(song.type <= SongInfoIndex::Zb5);

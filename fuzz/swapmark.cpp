@@ -28,7 +28,7 @@ QByteArray checksum(const QByteArray &content)
     return QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex();
 }
 
-/// What is staged under \a name; files of the set that are not named are staged empty.
+/// The content that is staged under \a name; empty for the other files of the set.
 QByteArray stagedContent(const QString &name, const QList<QByteArray> &parts)
 {
     if (name == QStringLiteral("fsinfos.id2"))
@@ -38,8 +38,8 @@ QByteArray stagedContent(const QString &name, const QList<QByteArray> &parts)
     return name == playlistName ? parts.at(Playlist) : QByteArray();
 }
 
-/// Nobody guesses a checksum: "#1" to "#9" in the mark stand for that of the staged part or of no
-/// content, and the last line is added unless the flags say otherwise.
+/// A fuzzer can't guess checksums: "#1" to "#9" in the mark are replaced by those of the staged
+/// parts or of no content, and the last line is added unless a flag forbids it.
 QByteArray markBytes(const QList<QByteArray> &parts)
 {
     QByteArray mark = parts.at(Mark);
@@ -56,7 +56,7 @@ QByteArray oldContent(const QString &name)
     return "old " + name.toLatin1();
 }
 
-/// The files that no swap has any business with.
+/// Files that a swap must not change.
 QStringList strangers()
 {
     return {QStringLiteral("outside"), QStringLiteral("memory/SONG.MID"),
@@ -108,7 +108,7 @@ void checkSwapMark(const QByteArray &input)
     for (const QString &name : strangers())
         REQUIRE(fileBytes(folder + u'/' + name) == oldContent(name));
     requireNothingElse(root);
-    // An old set that is whole stays; one that is not becomes the whole new one, or stays so.
+    // A whole old set stays; one that is not whole stays or becomes the whole new set.
     const bool wasWhole = hasFlag(parts, OldIsWhole);
     REQUIRE(!wasWhole || set.isComplete());
     if (!set.isComplete())

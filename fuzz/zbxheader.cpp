@@ -11,7 +11,7 @@ namespace
 
 constexpr qsizetype textWidth = 32;
 
-/// Requires that \a now differs from \a before in the \a width bytes at \a pos at most.
+/// Requires that \a now differs from \a before only in the \a width bytes at \a pos.
 void requireOnlyChanged(const QByteArray &before, const QByteArray &now, qsizetype pos,
                         qsizetype width)
 {
