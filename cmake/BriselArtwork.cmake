@@ -3,7 +3,7 @@
 # folder of the caller, and puts the full paths of these files into <outvar>. With
 #   qt_add_resources(<target> <resource name> PREFIX /imgs
 #     BASE ${CMAKE_CURRENT_BINARY_DIR}/images FILES ${<outvar>})
-# they become ":/imgs/<name>.png"; Qt finds the @2x one by itself.
+# they become ":/imgs/<name>.png"; Qt finds the @2x files by itself.
 function(brisel_render_images outvar)
   set(images)
   set(folder ${CMAKE_CURRENT_BINARY_DIR}/images)

@@ -1,4 +1,4 @@
-# What every target of the project is built with. CMakePresets.json has the builds in use.
+# Options of all targets of the project. CMakePresets.json has the builds in use.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -15,7 +15,7 @@ option(BRISEL_FUZZ "Build the fuzz targets with the fuzzer; needs clang" OFF)
 option(BRISEL_LINT "Run clang-tidy on every source of the product; add the tests of formatting, scripts and documents" OFF)
 option(BRISEL_BENCH "Build the benchmarks, see bench/run" OFF)
 option(BRISEL_UNITY_TESTS "Build the tests, and no other target, as unity builds" OFF)
-option(BRISEL_ALL_TOOLS "Fail when a program that tests ask for a second opinion is missing" OFF)
+option(BRISEL_ALL_TOOLS "Fail if a program that tests use for comparison is missing" OFF)
 set(BRISEL_CATALOGUE "" CACHE FILEPATH "A full SQLite catalogue to embed instead of the sample")
 
 find_program(BRISEL_CCACHE ccache)
@@ -49,13 +49,13 @@ endif()
 
 if(BRISEL_LINT)
   find_program(BRISEL_CLANG_TIDY NAMES clang-tidy-14 clang-tidy REQUIRED)
-  # Generated sources lie below the build folder: one check that never fires keeps them out.
+  # Generated sources are below the build folder: a check that never matches excludes them.
   file(WRITE ${PROJECT_BINARY_DIR}/.clang-tidy "Checks: '-*,misc-definitions-in-headers'\n")
   add_custom_target(lint)
 endif()
 
 # brisel_library(<name> <source...> [FORMS <form...>]): a static library of the product, with the
-# common options, the headers of its designer forms (forms/<form>.ui) and clang-tidy where asked for.
+# common options, the headers of its designer forms (forms/<form>.ui) and clang-tidy if requested.
 function(brisel_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" FORMS)
   add_library(${name} STATIC ${arg_UNPARSED_ARGUMENTS})
@@ -69,7 +69,7 @@ function(brisel_library name)
   brisel_lint(${name})
 endfunction()
 
-# Has clang-tidy look at a target's sources while they are compiled.
+# Runs clang-tidy on a target's sources while they are compiled.
 function(brisel_lint name)
   if(BRISEL_LINT)
     add_dependencies(lint ${name})

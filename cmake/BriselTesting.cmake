@@ -1,8 +1,8 @@
-# How every test of the build is run.
+# How all tests of the build are run.
 
-# Where tests make their files, so that nothing stays in the system's temporary folder whatever becomes
-# of a test; the next run empties both. The first is for tests of what a disk's file system can do,
-# the second is a RAM disk where there is one with room.
+# The folders in which tests make their files, so that not even a crashed test leaves files in the
+# system's temporary folder; the next run empties both. The first is for tests that need a disk's file
+# system, the second is on a RAM disk if there is one with enough room.
 set(BRISEL_SCRATCH ${PROJECT_BINARY_DIR}/scratch)
 set(BRISEL_RAM_SCRATCH ${BRISEL_SCRATCH})
 execute_process(COMMAND sh -c "test -w /dev/shm && df -kP /dev/shm | awk 'NR == 2 { print $4 }'"
@@ -14,7 +14,7 @@ if(kilobytes MATCHES "^[0-9]+$" AND kilobytes GREATER 500000)
 endif()
 
 # brisel_test_environment(<test...>): offscreen, in one locale and time zone, and with temporary
-# files in the scratch folder, which must be empty when all tests are done.
+# files in the scratch folder, which must be empty when all tests have run.
 function(brisel_test_environment)
   set_property(TEST ${ARGN} PROPERTY TIMEOUT 600)
   set_property(TEST ${ARGN} PROPERTY ENVIRONMENT
@@ -22,7 +22,7 @@ function(brisel_test_environment)
   set_property(TEST ${ARGN} APPEND PROPERTY FIXTURES_REQUIRED scratch)
 endfunction()
 
-# Has tests make their temporary files on the RAM disk.
+# Makes tests put their temporary files on the RAM disk.
 function(brisel_test_on_ram_disk)
   set_property(TEST ${ARGN} APPEND PROPERTY ENVIRONMENT TMPDIR=${BRISEL_RAM_SCRATCH})
 endfunction()

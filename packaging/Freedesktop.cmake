@@ -1,4 +1,4 @@
-# The files by which the desktops of Linux and its kin know the program.
+# The program's files for desktops on Linux and similar systems.
 
 set(metainfo ${CMAKE_CURRENT_BINARY_DIR}/example.kordia.brisel2pc.metainfo.xml)
 configure_file(example.kordia.brisel2pc.metainfo.xml.in ${metainfo} @ONLY)

@@ -1,10 +1,10 @@
-# CHANGELOG.md is the one source of what has changed: "## <version> (<year-month-day>)" begins a
-# release, "- " an entry, and two blanks go on with it.
+# CHANGELOG.md is the only list of changes: "## <version> (<year-month-day>)" starts a release, "- "
+# an entry, and two blanks continue it.
 
 # The day 2026-11-21 as "Sat, 21 Nov 2026 12:00:00 +0000".
 function(brisel_mail_date day result)
   if(NOT day MATCHES "^([0-9][0-9][0-9][0-9])-(0[1-9]|1[0-2])-(0[1-9]|[12][0-9]|3[01])$")
-    message(FATAL_ERROR "\"${day}\" is no day of the form year-month-day")
+    message(FATAL_ERROR "\"${day}\" is not a day of the form year-month-day")
   endif()
   set(year ${CMAKE_MATCH_1})
   set(month ${CMAKE_MATCH_2})
@@ -26,7 +26,7 @@ function(brisel_mail_date day result)
   set(${result} "${weekday_name}, ${day} ${month_name} ${year} 12:00:00 +0000" PARENT_SCOPE)
 endfunction()
 
-# An entry as Debian wants it: behind "  * ", in lines of at most 80 characters.
+# An entry in Debian's form: after "  * ", in lines of at most 80 characters.
 function(brisel_fold_entry entry result)
   string(REPLACE " " ";" words "${entry}")
   set(folded)
@@ -42,12 +42,12 @@ function(brisel_fold_entry entry result)
   set(${result} "${folded}${line}\n" PARENT_SCOPE)
 endfunction()
 
-# brisel_read_changelog(<file> <package> <maintainer>): the releases as AppStream wants them in
-# BRISEL_APPSTREAM_RELEASES, as Debian does in BRISEL_DEBIAN_CHANGELOG, and the newest version in
+# brisel_read_changelog(<file> <package> <maintainer>): the releases in AppStream's form in
+# BRISEL_APPSTREAM_RELEASES, in Debian's form in BRISEL_DEBIAN_CHANGELOG, and the newest version in
 # BRISEL_NEWEST_VERSION.
 function(brisel_read_changelog file package maintainer)
   file(READ ${file} text)
-  # A ";" or a "[" means something to a list of CMake's: characters that no text has stand for them.
+  # ";" and "[" are special in CMake's lists, so unused characters replace them.
   string(ASCII 1 semicolon)
   string(ASCII 2 open)
   string(ASCII 3 close)

@@ -1,23 +1,23 @@
 # shellcheck shell=sh disable=SC2034,SC2154
-# What ./run, ./check, ./package and their kin share. Sourced with $root set to the project's folder.
+# Shared functions of ./run, ./check, ./package and other scripts. Sourced with $root set to the
+# project's folder.
 
-# What a build needs, and what shows the program with or without a display.
+# Packages for a build, and for showing the program with or without a display.
 build_packages="ca-certificates cmake g++ ninja-build \
     qt6-base-dev qt6-base-dev-tools qt6-5compat-dev qt6-svg-dev \
     qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n \
     libqt6sql6-sqlite libgl-dev fonts-dejavu-core"
 run_packages="xvfb"
-# What the benchmarks are built with: their library and the peers.
+# The library of the benchmarks, and the peers.
 bench_packages="libbenchmark-dev liblhasa-dev libtag1-dev pkg-config"
-# Independent readers of songs that the tests ask for a second opinion, and what judges the files for
-# the desktop.
+# Independent readers of songs that tests use for comparison, and checkers of the desktop files.
 check_packages="$bench_packages midicsv id3v2 python3-mutagen \
     appstream desktop-file-utils libxml2-utils shared-mime-info"
 lint_packages="clang-14 clang-format-14 clang-tidy-14 shellcheck"
 fuzz_packages="clang-14 libclang-rt-14-dev"
-# The kernel that knows FAT, what makes and repairs file systems, and what judges them.
+# The kernel with FAT, the tools that make and repair file systems, and their checkers.
 fat_packages="user-mode-linux dosfstools kmod python3"
-# What looks into the program for its dependencies, and what judges the package.
+# The tools that find the program's dependencies, and the package checker.
 package_packages="dpkg-dev file lintian"
 
 say() {
@@ -29,7 +29,7 @@ die() {
     exit 1
 }
 
-# Prints those of the named packages that are not installed.
+# Prints the given packages that are not installed.
 missing_packages() {
     for package in "$@"; do
         case $(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) in
@@ -49,7 +49,7 @@ as_root() {
     fi
 }
 
-# Installs those of the named packages that are missing; silent and quick when there are none.
+# Installs the given packages that are missing; prints nothing if there are none.
 install_packages() {
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         die "There is no apt here. Please install what corresponds to these Debian packages:" "$@"
@@ -64,7 +64,7 @@ install_packages() {
 }
 
 # build_preset <preset> <packages> [target...]: installs what is missing and builds the targets, or
-# those that the preset names (CMakePresets.json). Sets $build to the build folder.
+# by default those of the preset (CMakePresets.json). Sets $build to the build folder.
 build_preset() {
     preset=$1
     packages=$2
@@ -80,7 +80,7 @@ build_preset() {
 }
 
 # find_or_build_preset <preset> <packages> [target...]: the same, unless BRISEL_BUILD names a folder in
-# which everything was built already.
+# which everything has been built.
 find_or_build_preset() {
     if [ -n "${BRISEL_BUILD:-}" ]; then
         build=$BRISEL_BUILD
@@ -94,13 +94,13 @@ configure() {
     in_root cmake --preset "$1" --log-level=WARNING >/dev/null
 }
 
-# Runs a command in the project's folder, where CMake looks for its presets.
+# Runs a command in the project's folder, where CMake finds its presets.
 in_root() (
     cd "$root" || exit
     exec "$@"
 )
 
-# Has programs make their temporary files on a RAM disk, unless the caller has said where.
+# Makes programs put their temporary files on a RAM disk, unless TMPDIR is set.
 use_ram_disk() {
     if [ -z "${TMPDIR:-}" ] && [ -w /dev/shm ]; then
         TMPDIR=/dev/shm

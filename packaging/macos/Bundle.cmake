@@ -1,4 +1,4 @@
-# The application bundle and its disk image. Written for macOS but not tried there yet.
+# The application bundle and its disk image. Not yet tried on macOS.
 
 set(property_list ${CMAKE_CURRENT_SOURCE_DIR}/macos/Info.plist.in)
 set_target_properties(brisel2pc PROPERTIES
@@ -10,7 +10,7 @@ set_target_properties(brisel2pc PROPERTIES
   MACOSX_BUNDLE_BUNDLE_VERSION ${PROJECT_VERSION}
   MACOSX_BUNDLE_SHORT_VERSION_STRING ${PROJECT_VERSION})
 
-# An icon set wants each size once more, drawn double, under a name of its own.
+# An icon set needs each size also drawn double, under another name.
 find_program(BRISEL_ICONUTIL iconutil)
 if(BRISEL_ICONUTIL)
   set(iconset ${CMAKE_CURRENT_BINARY_DIR}/brisel2pc.iconset)
@@ -28,7 +28,7 @@ if(BRISEL_ICONUTIL)
     DEPENDS ${BRISEL_ICON} rendersvg
     COMMENT "Making the bundle's icon"
     VERBATIM)
-  # The program's own folder does not see this rule: a target carries it there.
+  # The program's own folder does not see this rule, so a target connects them.
   add_custom_target(bundle_icon DEPENDS ${bundle_icon})
   add_dependencies(brisel2pc bundle_icon)
   target_sources(brisel2pc PRIVATE ${bundle_icon})
