@@ -17,7 +17,7 @@
     </message>
     <message>
         <source>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;Per informazioni e assistenza rivolgersi al servizio clienti Kordia o al proprio rivenditore.</source>
-        <translation>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;For information and support please turn to Kordia customer service or to your dealer.</translation>
+        <translation>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;For information and support please contact Kordia customer service or your dealer.</translation>
     </message>
 </context>
 <context>
@@ -66,7 +66,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Rinuncia alla sincronizzazione</source>
-        <translation>Gives up the synchronization</translation>
+        <translation>Cancels the synchronization</translation>
     </message>
     <message>
         <source>Copia i file scelti, poi li sincronizza</source>
@@ -173,7 +173,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Rimette il titolo letto dal file</source>
-        <translation>Puts back the title that was read from the file</translation>
+        <translation>Restores the title that was read from the file</translation>
     </message>
     <message>
         <source>Usa come titolo il nome del file senza estensione</source>
@@ -245,7 +245,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Tonalità; il segno - indica il modo minore</source>
-        <translation>Key; the sign - stands for minor</translation>
+        <translation>Key; the sign - means minor</translation>
     </message>
     <message>
         <source>Scrive i dati nel file della song</source>
@@ -334,7 +334,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>File non importato, si trova fuori dalla memoria: </source>
-        <translation>File not imported, it lies outside the memory: </translation>
+        <translation>File not imported, it is outside the memory: </translation>
     </message>
     <message>
         <source>Cartella non importata, impossibile leggerla: </source>
@@ -354,7 +354,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>File non importato, il collegamento non porta a nessun file: </source>
-        <translation>File not imported, the link leads to no file: </translation>
+        <translation>File not imported, the link does not lead to a file: </translation>
     </message>
     <message>
         <source>File non leggibile, la song è indicizzata con il solo nome: </source>
@@ -362,7 +362,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>File non leggibile, la song resta indicizzata com&apos;era: </source>
-        <translation>Unreadable file, the song stays indexed as it was: </translation>
+        <translation>Unreadable file, the song keeps its entry in the index: </translation>
     </message>
     <message>
         <source>File non importato, il nome non è valido: </source>
@@ -489,19 +489,19 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Cancella gli archivi e li rifà da capo</source>
-        <translation>Deletes the archives and makes them anew</translation>
+        <translation>Deletes the archives and rebuilds them</translation>
     </message>
     <message>
         <source>Chiede anche un controllo della struttura della memoria</source>
-        <translation>Asks for a check of the memory&apos;s structure, too</translation>
+        <translation>Also checks the structure of the memory</translation>
     </message>
     <message>
         <source>Avanzamento</source>
-        <translation>Advance</translation>
+        <translation>Progress</translation>
     </message>
     <message>
         <source>Avanzamento del lavoro</source>
-        <translation>Advance of the work</translation>
+        <translation>Progress of the operation</translation>
     </message>
     <message>
         <source>Report</source>
@@ -509,11 +509,11 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Elenca i file rifiutati, uno per riga</source>
-        <translation>Lists the files that were refused, one a line</translation>
+        <translation>Lists the rejected files, one per line</translation>
     </message>
     <message>
         <source>Avvia il lavoro; con Maiusc premuto lavora proprio sulla cartella indicata</source>
-        <translation>Starts the work; with Shift held down it works on just the folder named</translation>
+        <translation>Starts the operation; with Shift held down, on exactly the given folder</translation>
     </message>
     <message>
         <source>Chiude la finestra</source>
@@ -776,7 +776,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Attendere la fine dell&apos;operazione in corso</source>
-        <translation>Wait until the operation under way has ended</translation>
+        <translation>Wait until the current operation has ended</translation>
     </message>
     <message>
         <source>Sceglie i file delle song e li legge nella tabella (Ctrl+O)</source>
@@ -784,7 +784,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Mostra solo le song che contengono queste parole (Ctrl+F; Esc le mostra tutte)</source>
-        <translation>Shows only the songs that hold these words (Ctrl+F; Esc shows all)</translation>
+        <translation>Shows only the songs that contain these words (Ctrl+F; Esc shows all)</translation>
     </message>
     <message>
         <source>Song della libreria</source>
@@ -792,19 +792,19 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Corregge i dati nei file delle song secondo il database Kordia, dopo un backup</source>
-        <translation>Corrects the data in the song files after the Kordia database, following a backup</translation>
+        <translation>Corrects the data in the song files from the Kordia database, after a backup</translation>
     </message>
     <message>
         <source>Copia le song nella memoria di Brisel e ne aggiorna gli archivi</source>
-        <translation>Copies the songs to the Brisel2 memory and brings its archives up to date</translation>
+        <translation>Copies the songs to the Brisel2 memory and updates its archives</translation>
     </message>
     <message>
         <source>Scrive ciò che il programma fa nel file log.txt, dal prossimo avvio</source>
-        <translation>Writes what the program does to the file log.txt, from the next start</translation>
+        <translation>Logs what the program does in the file log.txt, from the next start</translation>
     </message>
     <message>
         <source>Comincia ogni volta con un log vuoto</source>
-        <translation>Begins every time with an empty log</translation>
+        <translation>Starts with an empty log each time</translation>
     </message>
     <message>
         <source>Testo del marker</source>
@@ -812,7 +812,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Testo del marker di prova</source>
-        <translation>Text of the trial marker</translation>
+        <translation>Text of the test marker</translation>
     </message>
     <message>
         <source>Battuta del marker</source>
@@ -824,7 +824,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Salva la song della riga corrente con un marker di prova in test_addmarker.bin</source>
-        <translation>Saves the song of the current row with a trial marker as test_addmarker.bin</translation>
+        <translation>Saves the song of the current row with a test marker as test_addmarker.bin</translation>
     </message>
     <message>
         <source>Salva la song della riga corrente in test_save.bin</source>
@@ -840,7 +840,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Apre la finestra di modifica vuota</source>
-        <translation>Opens the edit window empty</translation>
+        <translation>Opens an empty edit window</translation>
     </message>
     <message>
         <source>Mostra o nasconde il gruppo Debug</source>
@@ -864,7 +864,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Chiede prima di modificare le song non pubblicate da Kordia</source>
-        <translation>Asks before songs that Kordia did not publish are changed</translation>
+        <translation>Asks before changing songs that Kordia did not publish</translation>
     </message>
     <message>
         <source>Modifica tutte le song senza chiedere</source>
@@ -872,7 +872,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Prepara una memoria per Brisel o ne rifà gli archivi</source>
-        <translation>Prepares a memory for Brisel2 or makes its archives anew</translation>
+        <translation>Prepares a memory for Brisel2 or rebuilds its archives</translation>
     </message>
     <message>
         <source>Salva l&apos;elenco delle song di una memoria in un file CSV</source>
@@ -898,15 +898,15 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>Toglie la riga dalla tabella; il file resta sul disco (Canc)</source>
-        <translation>Takes the row out of the table; the file stays on the disk (Del)</translation>
+        <translation>Removes the row from the table; the file stays on the disk (Del)</translation>
     </message>
     <message>
         <source>Cancella il file dal disco, dopo una domanda</source>
-        <translation>Deletes the file from the disk, after a question</translation>
+        <translation>Deletes the file from the disk, after a confirmation</translation>
     </message>
     <message>
         <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
-        <translation>Return edits the song of the row, Delete takes the row out of the table</translation>
+        <translation>Return edits the song of the row, Delete removes the row from the table</translation>
     </message>
 </context>
 <context>
@@ -933,7 +933,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>index.id2, record %1: la song non c&apos;è: %2</source>
-        <translation>index.id2, record %1: the song is not there: %2</translation>
+        <translation>index.id2, record %1: the song does not exist: %2</translation>
     </message>
     <message>
         <source>index.id2, record %1: song indicizzata due volte: %2</source>
@@ -969,7 +969,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</source>
-        <translation>%1, place %2: the title is &quot;%3&quot;, that of the song &quot;%4&quot;</translation>
+        <translation>%1, place %2: the title is &quot;%3&quot;, the song&apos;s title is &quot;%4&quot;</translation>
     </message>
 </context>
 <context>
@@ -998,7 +998,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>%1, record %2: dati diversi da title.id2: %3</source>
-        <translation>%1, record %2: data other than in title.id2: %3</translation>
+        <translation>%1, record %2: data differ from title.id2: %3</translation>
     </message>
     <message>
         <source>%1: manca la song %2</source>
@@ -1018,7 +1018,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>%1, record %2: il gruppo precedente ha %3 song, non %4</source>
-        <translation>%1, record %2: the group before has %3 songs, not %4</translation>
+        <translation>%1, record %2: the previous group has %3 songs, not %4</translation>
     </message>
     <message>
         <source>%1, record %2: gruppo senza song</source>
@@ -1112,7 +1112,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>Sincronizza subito le song</source>
-        <translation>Synchronizes the songs at once</translation>
+        <translation>Synchronizes the songs now</translation>
     </message>
     <message>
         <source>Lascia le song come sono</source>
@@ -1312,11 +1312,11 @@ Try again when it has finished.</translation>
     </message>
     <message>
         <source>la tabella non l&apos;ha accettata</source>
-        <translation>the table did not take it</translation>
+        <translation>the table rejected it</translation>
     </message>
     <message>
         <source>il database Kordia non la contiene</source>
-        <translation>the Kordia database does not hold it</translation>
+        <translation>it is not in the Kordia database</translation>
     </message>
     <message>
         <source>la modifica è stata rifiutata</source>
@@ -1324,7 +1324,7 @@ Try again when it has finished.</translation>
     </message>
     <message>
         <source>esiste già e non doveva essere sostituita</source>
-        <translation>it is already there and was not to be replaced</translation>
+        <translation>it already exists and was not to be replaced</translation>
     </message>
     <message>
         <source>operazione interrotta</source>
@@ -1332,11 +1332,11 @@ Try again when it has finished.</translation>
     </message>
     <message>
         <source>esiste già</source>
-        <translation>it is already there</translation>
+        <translation>it already exists</translation>
     </message>
     <message>
         <source>al suo posto si trova un&apos;altra delle song scelte</source>
-        <translation>another of the selected songs is in its place</translation>
+        <translation>another of the selected songs has the same name</translation>
     </message>
     <message>
         <source>la cartella non esiste più</source>
@@ -1380,11 +1380,11 @@ Try again when it has finished.</translation>
     </message>
     <message>
         <source>nel frattempo un altro programma l&apos;ha cambiata</source>
-        <translation>was changed by another program meanwhile</translation>
+        <translation>was changed by another program</translation>
     </message>
     <message>
         <source>gli archivi non si leggono o il file non si può scrivere</source>
-        <translation>the index can not be read or the file not be written</translation>
+        <translation>the index can not be read or the file can not be written</translation>
     </message>
     <message>
         <source>%1 (%2): %3</source>
@@ -1541,11 +1541,11 @@ Try again when it has finished.</translation>
     </message>
     <message>
         <source>Avanzamento</source>
-        <translation>Advance</translation>
+        <translation>Progress</translation>
     </message>
     <message>
         <source>Avanzamento del lavoro</source>
-        <translation>Advance of the work</translation>
+        <translation>Progress of the operation</translation>
     </message>
     <message>
         <source>Salva la lista</source>
@@ -1630,7 +1630,7 @@ Try again when it has finished.</translation>
     </message>
     <message>
         <source>%1 (un clic ordina le righe)</source>
-        <translation>%1 (a click sorts the rows)</translation>
+        <translation>%1 (click to sort the rows)</translation>
     </message>
     <message>
         <source>Formato del file</source>
@@ -1662,7 +1662,7 @@ Try again when it has finished.</translation>
     </message>
     <message>
         <source>Tonalità; il segno - indica il modo minore</source>
-        <translation>Key; the sign - stands for minor</translation>
+        <translation>Key; the sign - means minor</translation>
     </message>
     <message>
         <source>Nome del file senza la cartella</source>

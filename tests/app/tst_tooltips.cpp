@@ -148,9 +148,9 @@ void TestToolTips::changeWithTheLanguage()
     QCoreApplication::processEvents();
     QCOMPARE(quit->toolTip(), u"Closes the program"_qs);
     QCOMPARE(search->toolTip(),
-             u"Shows only the songs that hold these words (Ctrl+F; Esc shows all)"_qs);
+             u"Shows only the songs that contain these words (Ctrl+F; Esc shows all)"_qs);
     QCOMPARE(sample.model->headerData(6, Qt::Horizontal, Qt::ToolTipRole).toString(),
-             u"Length in minutes and seconds (a click sorts the rows)"_qs);
+             u"Length in minutes and seconds (click to sort the rows)"_qs);
 }
 
 void TestToolTips::emptyTableSaysWhatToDo()
