@@ -64,6 +64,6 @@ void checkIndexReader(const QByteArray &input)
     Index index;
     const auto mode = static_cast<SORT_MODE>(input.size() % 3);
     REQUIRE(index.saveSongsList(root, list, mode) == (areWhole ? 1 : 0));
-    // A line break in a title gives a line more.
+    // A line break in a title adds a line.
     REQUIRE(!areWhole || fileBytes(list).count('\n') > songs.size());
 }

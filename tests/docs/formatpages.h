@@ -9,7 +9,7 @@
 /// The bytes that an example of a page spells out. Each line holds
 ///
 ///     an offset (four to eight digits and two blanks; may be left out), bytes, a remark
-/// A byte has two hexadecimal digits, or is "..", which stands for any byte. A remark follows after
+/// A byte has two hexadecimal digits, or is "..", which means any byte. A remark follows after
 /// three blanks. A line without an offset continues where the previous line ended.
 class HexExample
 {

@@ -41,7 +41,7 @@ find /dev/memory -name 'a file that goes again*' -delete
 
 @dataclass
 class Step:
-    """What is done with one image: mounted, and a command run that may be empty."""
+    """What is done with one image: it is mounted, and a command, which may be empty, is run."""
 
     image: str
     options: str
@@ -54,7 +54,7 @@ def fill_command(tree, is_used):
 
 
 def boot(realfat, work, name, steps, is_hurried=False):
-    """Boots once for all steps. Beside each image lie its ".sums" then, and its ".status"."""
+    """Boots once for all steps. Writes ".sums" and ".status" files beside each image."""
     assert len(steps) <= DISKS
     # In hundredths of a second; 0 means never.
     lines = [START.format(writeback=int(is_hurried), expire=1 if is_hurried else 3000)]

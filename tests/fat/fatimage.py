@@ -1,4 +1,4 @@
-"""Reads FAT16 and FAT32 images as they lie on a disk, sound or not. Changes nothing."""
+"""Reads FAT16 and FAT32 images, sound or damaged. Changes nothing."""
 
 import array
 import hashlib
@@ -24,7 +24,7 @@ class File:
 
 @dataclass
 class Tree:
-    """All that was found, by paths without a "/" in front."""
+    """Everything that was found, by paths without a leading "/"."""
 
     files: dict = field(default_factory=dict)
     folders: set = field(default_factory=set)
@@ -60,13 +60,13 @@ class Image:
         self.last_cluster = (sectors * sector - self.data_start) // self.cluster_size + 1
 
     def cluster_at(self, offset):
-        """The cluster that holds the byte, or 0 in front of the first one."""
+        """The cluster with the byte, or 0 if it is before the first cluster."""
         if offset < self.data_start:
             return 0
         return (offset - self.data_start) // self.cluster_size + 2
 
     def read(self):
-        """Walks all folders. What can't be read is in the tree, with what is wrong with it."""
+        """Walks all folders. Entries that can't be read are in the tree, with the reason."""
         table = array.array("I" if self.is_fat32 else "H")
         table.frombytes(os.pread(self.file, self.fat_bytes, self.fat_start))
         tree = Tree()
@@ -158,7 +158,7 @@ class Image:
 
 
 def _long_name(pieces, entry):
-    """The name that the pieces before the entry make up; empty when they don't belong to it."""
+    """The long name from the pieces before the entry; empty if they don't belong to it."""
     checksum = 0
     for byte in entry[:11]:
         checksum = ((checksum >> 1) + (checksum << 7) + byte) & 0xFF

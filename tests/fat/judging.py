@@ -1,4 +1,4 @@
-"""What a memory may hold after a cut, and what it must hold when a job is done."""
+"""The allowed content of a memory after a cut, and the required content when a job is done."""
 
 import re
 
@@ -13,19 +13,19 @@ def is_index(path):
 
 
 def is_work(path):
-    """Whether the program, or fsck, made the file for itself."""
+    """True for internal files of the program or of fsck."""
     return WORK.fullmatch(path) is not None or RESCUED.fullmatch(path) is not None
 
 
 def renames(old, new):
-    """The old path of each song that gets another one, and the new path."""
+    """The old and the new path of each song that gets another path."""
     gone = {old[path]: path for path in old if path not in new and not is_work(path)}
     return {gone[digest]: path for path, digest in new.items()
             if path not in old and digest in gone}
 
 
 class Judge:
-    """Knows a job by the digests of all files before it, after it, and when it was done again."""
+    """Judges a job by the digests of all files before it, after it, and after it was done again."""
 
     def __init__(self, old, new, again):
         self.old = old
@@ -38,7 +38,7 @@ class Judge:
         self.index = sorted(path for path in new if is_index(path))
 
     def at_done(self, tree):
-        """What is wrong on a memory that was pulled when the program had said "done"."""
+        """What is wrong on a memory that was pulled after the program reported "done"."""
         found = tree.digests()
         faults = [f"done, but {path}: {_what(found.get(path), self.old.get(path))}"
                   for path, digest in self.new.items() if found.get(path) != digest]
@@ -50,7 +50,7 @@ class Judge:
 
     def before(self, tree):
         """What is wrong on a memory that was pulled earlier, and which songs are whole under
-        another name, so that the next run has to put them back."""
+        another name, so that the next run must restore them."""
         found = tree.digests()
         faults, aside = self._song_faults(found, {})
         return faults + self._index_faults(found) + self._tangles(tree), aside
@@ -93,7 +93,7 @@ class Judge:
         return faults, aside
 
     def _index_faults(self, found):
-        """The player takes an index with its last file for a whole one."""
+        """The player treats an index that has its last file as a whole one."""
         if LAST_OF_INDEX not in found:
             return []
         for side in (self.old, self.new):
@@ -106,7 +106,7 @@ class Judge:
         return ["an index of old and new files"]
 
     def _tangles(self, tree):
-        """Songs that share clusters with anything else, or have more than one entry."""
+        """Songs that share clusters with other files, or have more than one entry."""
         faults = []
         for pair in sorted(tree.shared):
             files = [tree.files.get(path) for path in pair]
@@ -133,7 +133,7 @@ def _what(digest, old):
 
 
 def windows(faults_by_cut, blocks):
-    """Each fault with the first and the last block of each row of cuts that have it, as a list of
+    """Each fault with the first and the last block of each series of cuts that have it, as a list of
     (fault, first, last). "faults_by_cut" is a list of (block, faults) in order, of "blocks"."""
     done = []
     under_way = {}

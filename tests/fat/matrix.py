@@ -1,8 +1,7 @@
 #!/usr/bin/python3
-"""Does every job on every FAT, mounted in every way, and judges what a cut leaves at each block.
+"""Does every job on every FAT with every mount option, and judges the memory after each block.
 
-Prints a table, and below it what was wrong from which block to which. Fails when anything was
-that accepted.py does not name.
+Prints a table, and below it the faults with their blocks. Fails if a fault is not in accepted.py.
 """
 
 import argparse
@@ -65,7 +64,7 @@ def do_matrix(place, jobs, fats, mounts):
 
 
 def report(runs):
-    """Prints what came of the runs; gives how many of their faults are not accepted."""
+    """Prints the results of the runs; returns how many of their faults are not accepted."""
     line = "{:<10} {:<9} {:<8} {:>6} {:>5} {:>7} {:>6} {:>8}"
     print(line.format("job", "FAT", "mounted", "blocks", "cuts", "samples", "faults", "accepted"))
     details = []

@@ -93,7 +93,7 @@ def put_file(path, content):
 
 
 def date_files(memory):
-    """Gives all files a time that FAT can hold, or the index would differ from it."""
+    """Gives all files a time that FAT can store, because the index would differ otherwise."""
     for folder, _, names in os.walk(memory):
         for name in names:
             os.utime(os.path.join(folder, name), (1700000000, 1700000000))
@@ -104,7 +104,7 @@ def playlist(ids):
 
 
 def make_memories(work, makesamples, worker):
-    """Makes the two memories and the sample songs in the folder "work", outside of any FAT."""
+    """Makes the two memories and the sample songs in the folder "work", outside of FAT."""
     samples = os.path.join(work, "samples")
     subprocess.run([makesamples, samples], check=True, stdout=subprocess.DEVNULL)
     indexed = os.path.join(work, "indexed")
@@ -129,7 +129,7 @@ def make_memories(work, makesamples, worker):
 
 
 def digests(folder):
-    """Of all files below a folder, by their paths in it."""
+    """The digests of all files below a folder, by their relative paths."""
     found = {}
     for place, _, names in os.walk(folder):
         for name in names:
@@ -140,8 +140,8 @@ def digests(folder):
 
 
 def do_elsewhere(work, worker, job):
-    """Does the job outside of any FAT. Gives the digests of all files after it, and after it was
-    done a second time."""
+    """Does the job outside of FAT. Returns the digests of all files after it, and after it was done
+    a second time."""
     folder = os.path.join(work, "elsewhere")
     shutil.copytree(os.path.join(work, job.memory), folder)
     arguments = job.arguments.format(m=folder, s=os.path.join(work, "samples")).split()

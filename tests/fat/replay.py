@@ -1,4 +1,4 @@
-"""Replays the log of a disk, write by write, and has fsck repair what a cut there would leave."""
+"""Replays the log of a disk, write by write, and repairs the image after a cut with fsck."""
 
 import os
 import struct
@@ -50,7 +50,7 @@ def count_blocks(writes):
 
 
 def make_cut(base, writes, blocks, path):
-    """Makes the image of a memory that was pulled after that many blocks."""
+    """Makes the image of a memory that was pulled after the given number of blocks."""
     copy_sparse(base, path)
     left = blocks
     with open(path, "r+b") as image:
@@ -63,9 +63,9 @@ def make_cut(base, writes, blocks, path):
 
 
 def cuts(image, writes):
-    """Applies the writes to the image, whose file they change. Gives the number of blocks written
+    """Applies the writes to the file of the image. Yields the number of blocks written
     so far and the tree found, before the first block and after each one that changed what can be
-    found. A block in a cluster that nothing leads to changes nothing."""
+    found. A block in an unused cluster does not change the tree."""
     tree = image.read()
     blocks = 0
     yield blocks, tree
@@ -84,7 +84,7 @@ def cuts(image, writes):
 
 
 def repair(path, target):
-    """Copies the image and has the system's own tool repair the copy."""
+    """Copies the image and repairs the copy with the system's tool."""
     copy_sparse(path, target)
     result = subprocess.run(["/usr/sbin/fsck.vfat", "-a", target], stdout=subprocess.DEVNULL,
                             stderr=subprocess.DEVNULL, check=False)

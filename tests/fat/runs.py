@@ -1,4 +1,4 @@
-"""A job on one FAT, mounted in one way: done, cut at each block, judged, and done once more."""
+"""A job on one FAT with one mount option: done, cut at each block, judged, and done again."""
 
 import os
 from dataclasses import dataclass, field
@@ -14,7 +14,7 @@ MOST_WAITING = 4  # the most cuts of a run that are tried where songs wait for t
 
 @dataclass
 class Place:
-    """Where things are."""
+    """The folders in use."""
 
     project: str
     build: str
@@ -38,7 +38,7 @@ class Place:
 
 @dataclass
 class Sample:
-    """A memory as a cut has left it, to be mounted again."""
+    """A memory after a cut, to be mounted again."""
 
     image: str
     block: int
@@ -74,7 +74,7 @@ class Run:
                             f"{self.place.worker} {arguments}" if does_job else "", is_next_run)
 
     def judge(self):
-        """Knows what was before and, as the kernel read it when all was done, what should be."""
+        """The judge, from the content before the job and, as read by the kernel, after it."""
         return Judge(read_image(self.base).digests(), booting.sums(self.file()), self.elsewhere[1])
 
     def note(self, fault, block):
@@ -94,7 +94,7 @@ def boot(run, name, steps):
 
 
 def do_jobs(runs):
-    """Boots once and does the jobs, each on a fresh memory; the writes are logged."""
+    """Boots once and does the jobs, each on a new memory; the writes are logged."""
     for run in runs:
         replay.copy_sparse(run.base, run.file())
         with open(run.file() + ".log", "wb"):
@@ -105,7 +105,7 @@ def do_jobs(runs):
 
 
 def judge(run):
-    """Looks at the memory after each block, as it is and repaired, and keeps some of the cuts."""
+    """Judges the memory after each block, as it is and repaired, and keeps some of the cuts."""
     if booting.status(run.file()) != 0:
         run.note("the job failed", 0)
         return run
@@ -138,7 +138,7 @@ def judge(run):
 
 def judge_cuts(run, writes, start, faults_of):
     """Replays writes, the first of which is the block after "start", on the image of cuts, and
-    notes the faults of each cut."""
+    records the faults of each cut."""
     cut, fixed = run.file("-cut"), run.file("-fixed")
     views = [], []
     with open(cut, "r+b") as file:
@@ -154,8 +154,8 @@ def judge_cuts(run, writes, start, faults_of):
 
 
 def keep_samples(run, writes, waiting):
-    """The memory at "done" is kept, one in the middle, and those where songs wait: "waiting" holds
-    their windows on the memory as it is, and on the repaired one."""
+    """Keeps the memory at "done", one in the middle, and those where songs wait: "waiting" has their
+    windows on the memory as it is, and on the repaired one."""
     def keep(block, is_repaired, does_job):
         sample = Sample(run.file(f"-{block}{'-fixed' if is_repaired else ''}"), block, is_repaired,
                         does_job)
@@ -174,8 +174,8 @@ def keep_samples(run, writes, waiting):
 
 
 def try_samples(number, tried):
-    """Boots once, has the kernel read the kept memories and does the jobs once more. "tried": a
-    list of (run, sample). Gives the faults of each as (fault, block)."""
+    """Boots once, lets the kernel read the kept memories and does the jobs again. "tried": a list of
+    (run, sample). Returns the faults of each as (fault, block)."""
     read = [read_image(sample.image).digests() for _, sample in tried]
     boot(tried[0][0], f"samples-{number}",
          [run.step(sample.image, sample.does_job, True) for run, sample in tried])
@@ -184,7 +184,7 @@ def try_samples(number, tried):
 
 
 def faults_of_sample(run, sample, digests):
-    """What is wrong now; "digests" are those of all files before."""
+    """What is wrong now; "digests": of all files before."""
     if not sample.does_job:
         kernel = booting.sums(sample.image)
         return [f"{path} as the kernel reads it" for path in sorted(digests.keys() | kernel)

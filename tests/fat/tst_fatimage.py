@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Pins what the reader of FAT images finds in bytes written out by hand."""
+"""Tests the reader of FAT images with bytes written out by hand."""
 
 import hashlib
 import os
@@ -24,7 +24,7 @@ def boot_sector(is_fat32):
 
 
 def table(chains, is_fat32=False):
-    """A FAT in which each chain of clusters is ended by its last number."""
+    """A FAT in which the last number of each chain of clusters ends it."""
     entries = [0] * 128
     for chain in chains:
         for cluster, following in zip(chain, chain[1:]):
@@ -39,7 +39,7 @@ def entry(name, first, size, attributes=0x20, case=0):
 
 
 def long_entries(short, checksum):
-    """The two entries of the long name in front of the short one."""
+    """The two entries of the long name before the short one."""
     units = (LATIN_LONG_NAME + "\0").ljust(26, "\uffff").encode("utf-16-le")
     pieces = []
     for number, part in ((0x42, units[26:]), (0x01, units[:26])):

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Pins what is a fault on a memory that was pulled, and what is not."""
+"""Tests what is a fault on a memory that was pulled, and what is not."""
 
 import hashlib
 import unittest
@@ -13,7 +13,7 @@ AFTER = {"A.MID": NEW, "ALONGN-1.mid": MOVED, "fsinfos.id2": "f2", "index.id2": 
 
 
 def memory(changes, shared=()):
-    """The memory as it was before, but for some files; None: a file that is gone."""
+    """The memory before the job, with some files changed; None: a deleted file."""
     tree = Tree(shared=set(shared))
     for path, digest in {**BEFORE, **changes}.items():
         if digest is not None:

@@ -20,7 +20,7 @@ foreach(entry IN LISTS folders)
   endif()
 endforeach()
 
-# check_path(<path>): a path of the tree exists; "*" and "<...>" stand for any name.
+# check_path(<path>): a path of the tree exists; "*" and "<...>" match any name.
 function(check_path path)
   string(REGEX REPLACE "<[^>]*>" "*" pattern "${path}")
   string(REGEX REPLACE "[.,:)/]+$" "" pattern "${pattern}")

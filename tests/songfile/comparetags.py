@@ -24,7 +24,7 @@ def tag_of(path):
 
 
 def frames(path, ignored):
-    """The frames but for the ignored ones; those that can't be interpreted by their bytes."""
+    """The frames except for the ignored ones; uninterpretable ones as bytes."""
     tag = tag_of(path)
     if tag is None:
         return {}

@@ -41,7 +41,7 @@ inline QByteArray oldSong(const QString &name)
     return music;
 }
 
-/// Songs in a folder of their own, and the log of what is done to them.
+/// Songs in a separate folder, and the log.
 class SongSavingTest : public QObject
 {
 protected:

@@ -111,7 +111,7 @@ void TestLzHuff::codesOneLiteral()
 void TestLzHuff::codesBlanksAsMatchesOfTheInitialRing()
 {
     // The first symbol is the longest match, leaf 282: nodes 282, 424, 495, 530, 548, 557, 561,
-    // 563: 1110 0100. It lies 29 bytes back: upper bits 0, code 000; lower bits 28, 011100.
+    // 563: 1110 0100. It is 29 bytes back: upper bits 0, code 000; lower bits 28, 011100.
     const QByteArray stream = compressed(QByteArray(4096, ' '));
     QCOMPARE(stream.left(6), QByteArray("\x00\x10\0\0\xE4\x0E", 6));
     QVERIFY(stream.size() < 250);

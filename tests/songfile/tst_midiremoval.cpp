@@ -287,7 +287,7 @@ void TestMidiRemoval::searchesWhereTheTrackCannotBeWalked_data()
 void TestMidiRemoval::searchesWhereTheTrackCannotBeWalked()
 {
     QFETCH(const QByteArray, event);
-    // The title inside the text is removed too: a search can't tell it from an event.
+    // The title inside the text is removed too: a search can't distinguish it.
     const QByteArray before = bytes("\0\xFF\x01\x08xx");
     RawMidiFile file = loaded(midi(before + metaEvent(3, "T") + "x" + event));
     QCOMPARE(file.removeHeadMetaevent('\x03', false), 5U);
