@@ -12,6 +12,7 @@
 #include "index/indexset.h"
 #include "index/memoryreasons.h"
 #include "index/volumes.h"
+#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
 #include "library/foldertreebackup.h"
 #include "library/transfer.h"
@@ -22,6 +23,31 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+
+namespace
+{
+
+/// Shows the run of an index in the window's progress dialog.
+class IndexRun : public Run
+{
+public:
+    IndexRun(RunProgress &progress, QWidget *window) : m_progress(progress), m_window(window) {}
+    void setSteps(int steps) override { m_progress.setMaximum(steps); }
+    void setStep(int done) override { m_progress.setStep(done); }
+    void pulse() override { m_progress.paintInTime(); }
+
+protected:
+    Answer answerOf(Question /*question*/, const QString &path, const QString &message) override
+    {
+        return NoCopyrightDialog::ask(m_window, path, message);
+    }
+
+private:
+    RunProgress &m_progress;
+    QWidget *m_window;
+};
+
+} // namespace
 
 void MainWindow::on_transferFilesToolButton_clicked()
 {
@@ -147,23 +173,11 @@ bool MainWindow::updateBriselIndex(const QString &dest)
         return false;
     }
     m_progress.begin(tr("Aggiornamento"), tr("Aggiornamento database..."), 0);
-    RunReport report; // outlives the index that fills it
-    Index index;
-    index.setRenameQuestion([this](const QString &path, const QString &message) {
-        return askAboutFile(path, message);
-    });
-    connect(&index, &Index::fileFoundChanged, &m_progress, &RunProgress::setStep);
-    connect(&index, &Index::progressMaxSetup, &m_progress, &RunProgress::setMaximum);
-    connect(&index, &Index::progressValueChanged, &m_progress, &RunProgress::setStep);
-    connect(&index, &Index::currentPathChanged, &m_progress, &RunProgress::paintInTime);
-    connect(&index, &Index::worked, &m_progress, &RunProgress::paintInTime);
-    connect(&index, &Index::errorFromIndex, &m_progress,
-            [&report](const QString &message) { report.addMessage(message); });
-    connect(&index, &Index::noticeFromIndex, &m_progress,
-            [&report](const QString &message) { report.addNotice(message); });
+    IndexRun run(m_progress, this);
+    Index index(run);
     const bool complete = index.updateIndex(root);
     m_progress.end();
-    m_statusLine->addReport(report);
+    m_statusLine->addReport(run.report());
     if (!complete)
         note(RunReport::Step::Index, root, index.failure());
     return complete;

@@ -6,6 +6,7 @@
 #include "bench/paintwatch.h"
 #include "bench/songmemory.h"
 #include "index/dialogs/indexdialog.h"
+#include "tests/scriptedindex.h"
 
 #include <QApplication>
 #include <QDir>
@@ -53,7 +54,7 @@ QString rootOf(int songs)
     std::unique_ptr<SongMemory> &memory = memories[songs];
     if (!memory) {
         memory = std::make_unique<SongMemory>(songs, sizes.folders);
-        require(Index().createIndex(memory->root()), "the first index");
+        require(ScriptedIndex().createIndex(memory->root()), "the first index");
     }
     return memory->root();
 }
@@ -62,7 +63,7 @@ void buildOurs(benchmark::State &state, int songs)
 {
     const QString root = rootOf(songs);
     for (auto _ : state)
-        require(Index().createIndex(root), "build");
+        require(ScriptedIndex().createIndex(root), "build");
 }
 
 /// Walks the folders, opens every file and reads its first 3072 bytes.
@@ -84,9 +85,9 @@ void buildPlainLoop(benchmark::State &state, int songs)
 void updateOurs(benchmark::State &state, int songs)
 {
     const QString root = rootOf(songs);
-    require(Index().updateIndex(root), "the first update");
+    require(ScriptedIndex().updateIndex(root), "the first update");
     for (auto _ : state)
-        require(Index().updateIndex(root), "update");
+        require(ScriptedIndex().updateIndex(root), "update");
 }
 
 /// Walks the folders, asks for the date of every file and reads the three lists of songs.
@@ -115,7 +116,7 @@ QString rootWithPlaylists()
     if (memory)
         return memory->root();
     memory = std::make_unique<SongMemory>(sizes.listed, 1);
-    require(Index().createIndex(memory->root()), "the playlists' index");
+    require(ScriptedIndex().createIndex(memory->root()), "the playlists' index");
     const fs::path root = memory->root().toStdString();
     fs::create_directory(root / "playlist");
     std::ifstream titles(root / "title.id2", std::ios::binary);
@@ -128,7 +129,7 @@ QString rootWithPlaylists()
         std::ofstream(root / "playlist" / name, std::ios::binary) << songs;
     }
     std::ofstream(root / "playlist" / "playlist.dat", std::ios::binary) << numbers;
-    require(Index().createIndex(memory->root()), "the playlists' rebuild");
+    require(ScriptedIndex().createIndex(memory->root()), "the playlists' rebuild");
     return memory->root();
 }
 
@@ -137,7 +138,7 @@ void restorePlaylists(benchmark::State &state, int)
 {
     const QString root = rootWithPlaylists();
     for (auto _ : state)
-        require(Index().createIndex(root), "rebuild with playlists");
+        require(ScriptedIndex().createIndex(root), "rebuild with playlists");
 }
 
 /// Writes the same playlists, in the same folder, one after the other.
@@ -177,7 +178,7 @@ void printMemory()
     const QString root = rootOf(sizes.full);
     const pid_t child = ::fork();
     if (child == 0)
-        ::_exit(Index().createIndex(root) ? 0 : 1);
+        ::_exit(ScriptedIndex().createIndex(root) ? 0 : 1);
     struct rusage usage {
     };
     int status = 1;

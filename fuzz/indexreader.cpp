@@ -3,6 +3,7 @@
 #include "fuzz/targets.h"
 #include "index/index.h"
 #include "index/indexrecords.h"
+#include "tests/scriptedindex.h"
 
 #include <QDir>
 
@@ -51,7 +52,8 @@ void checkIndexReader(const QByteArray &input)
     const QString root = scratchFolder() + QStringLiteral("/memory");
     const QString list = scratchFolder() + QStringLiteral("/list.csv");
     makeIndex(root, input);
-    IndexSet set;
+    Run setRun;
+    IndexSet set(setRun);
     set.setRoot(root);
     QList<SongInfoIndex> songs;
     IndexReader reader;
@@ -61,7 +63,7 @@ void checkIndexReader(const QByteArray &input)
     checkSongs(songs, fileBytes(root + QStringLiteral("/index.id2")));
 
     QFile::remove(list);
-    Index index;
+    ScriptedIndex index;
     const auto mode = static_cast<SORT_MODE>(input.size() % 3);
     REQUIRE(index.saveSongsList(root, list, mode) == (areWhole ? 1 : 0));
     // A line break in a title adds a line.

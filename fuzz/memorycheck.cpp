@@ -4,8 +4,9 @@
 #include "fuzz/targets.h"
 #include "index/index.h"
 #include "index/indexset.h"
-#include "index/memorycheckrun.h"
+#include "index/memoryfindings.h"
 #include "tests/memories/playerset.h"
+#include "tests/scriptedindex.h"
 
 #include <QDir>
 
@@ -46,16 +47,16 @@ bool makeMemory(const QString &root, const QByteArray &input)
 
 void checkFindings(const QString &root, const QByteArray &input)
 {
-    MemoryCheck check;
+    ScriptedCheck check;
     REQUIRE(check.run(root));
     const QStringList findings = check.findings();
-    REQUIRE(findings.size() <= MemoryCheckRun::mostFindings + 1);
+    REQUIRE(findings.size() <= MemoryFindings::mostFindings + 1);
     REQUIRE(std::none_of(findings.cbegin(), findings.cend(), [](const QString &line) {
         return line.isEmpty() || line.contains(u'\n') || line.contains(u'\r');
     }));
     REQUIRE(!check.hasDamage() || !findings.isEmpty());
     // Every file and record is read only a few times, for any content of the records.
-    REQUIRE(check.steps() < 1000 + input.size());
+    REQUIRE(check.pulses() < 1000 + input.size());
     REQUIRE(check.run(root) && check.findings() == findings);
 }
 
@@ -70,7 +71,7 @@ bool isPlain(const QByteArray &path)
 void checkUpdated(const QString &root, const QHash<QByteArray, quint32> &oldIds,
                   const QList<PlaylistEntry> &oldEntries)
 {
-    MemoryCheck check;
+    ScriptedCheck check;
     REQUIRE(check.run(root) && !check.hasDamage());
     const PlayerSet set(root);
     REQUIRE(set.problem().isEmpty());
@@ -96,6 +97,6 @@ void checkMemoryCheck(const QByteArray &input)
     const QHash<QByteArray, quint32> ids =
         isWhole ? certainIds(root) : QHash<QByteArray, quint32>();
     const QList<PlaylistEntry> entries = playlistEntries(root + u'/' + playlist);
-    REQUIRE(Index().updateIndex(root));
+    REQUIRE(ScriptedIndex().updateIndex(root));
     checkUpdated(root, ids, entries);
 }

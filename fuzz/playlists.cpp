@@ -106,7 +106,8 @@ void checkPlaylists(const QByteArray &input)
     const QString root = scratchFolder() + QStringLiteral("/memory");
     const QList<QByteArray> parts = splitInput(input, Parts);
     makePlaylists(root, parts);
-    IndexSet set;
+    Run setRun;
+    IndexSet set(setRun);
     set.setRoot(root);
     const QList<SongInfoIndex> oldSongs = sampleIndexSongs(7);
     const QList<SongInfoIndex> newSongs = sampleIndexSongs(4000000000);

@@ -100,7 +100,8 @@ void checkSwapMark(const QByteArray &input)
     const QString root = folder + QStringLiteral("/memory");
     const QList<QByteArray> parts = splitInput(input, MarkParts);
     makeMemory(folder, parts);
-    IndexSet set;
+    Run setRun;
+    IndexSet set(setRun);
     set.setRoot(root);
     set.recover();
 

@@ -5,41 +5,46 @@
 #include "base/fileidentity.h"
 #include "base/flushing.h"
 #include "base/folderlock.h"
-#include "base/run.h"
-#include "base/runguard.h"
 #include "index/entrylist.h"
 #include "index/memoryreasons.h"
 #include "index/playlists.h"
 #include "index/songhead.h"
-#include "library/dialogs/nocopyrightdialog.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
 
-namespace
-{
+Index::Index(Run &run, QObject *parent) : QObject(parent), m_run(run), m_set(run) {}
 
-int askByDialog(const QString &path, const QString &message)
+void Index::setMaximum(int maximum)
 {
-    NoCopyrightDialog dialog(QApplication::activeWindow());
-    dialog.setFilename(path);
-    dialog.setMessage(message);
-    return dialog.exec();
+    m_run.setSteps(maximum);
+    emit progressMaxSetup(maximum);
 }
 
-} // namespace
-
-Index::Index(QObject *parent) : QObject(parent), m_question(askByDialog)
+void Index::setProgress(int value)
 {
-    m_set.setPulse([this] { emit worked(); });
+    m_run.setStep(value);
+    emit progressValueChanged(value);
 }
 
-void Index::setRenameQuestion(RenameQuestion question)
+void Index::showPath(const QString &path)
 {
-    m_question = std::move(question);
+    emit currentPathChanged(path);
+    m_run.pulse();
+}
+
+void Index::reportError(const QString &message)
+{
+    m_run.report().addMessage(message);
+    emit errorFromIndex(message);
+}
+
+void Index::reportNotice(const QString &message)
+{
+    m_run.report().addNotice(message);
+    emit noticeFromIndex(message);
 }
 
 bool Index::createIndex(const QString &root)
@@ -56,7 +61,6 @@ bool Index::updateIndex(const QString &root)
 /// there.
 bool Index::run(const QString &root, bool (Index::*work)())
 {
-    const RunGuard guard;
     m_failure = MemoryReason::gone;
     if (!setRoot(root))
         return false;
@@ -73,11 +77,9 @@ bool Index::run(const QString &root, bool (Index::*work)())
     m_wasComplete = checkIndexFile();
     for (const QString &name : IndexSet::names())
         moveFolderAside(name);
-    if (isWriteProtected(m_root)) {
-        // Nobody is asked what can't be done.
-        m_askRename = false;
-        m_doRename = false;
-    }
+    // Nobody is asked what can't be done.
+    if (isWriteProtected(m_root))
+        m_run.answerAll(Run::Question::Rename, false);
     return (this->*work)();
 }
 
@@ -200,7 +202,7 @@ bool Index::finish(ListRun run)
     if (!hasFolders || !checkIndexFile())
         return fail();
     if (m_isRepaired)
-        emit noticeFromIndex(tr("L'indice era danneggiato ed è stato riparato"));
+        reportNotice(tr("L'indice era danneggiato ed è stato riparato"));
     return true;
 }
 
@@ -233,7 +235,7 @@ bool Index::isSameMemory()
 Index::ListRun Index::createPathIndex()
 {
     debug() << "create path index";
-    emit progressValueChanged(0);
+    setProgress(0);
     m_filesFound = 0;
     m_visitedFolders.clear();
     m_songFolders.clear();
@@ -243,16 +245,16 @@ Index::ListRun Index::createPathIndex()
     scanFiles(m_root);
     m_byPath = SongOrders::byPath(m_songs);
     dropDoubledSongs();
-    emit worked();
-    if (m_filesFound > 0 && !RunGuard::endRequested()) {
-        emit progressMaxSetup(m_filesFound);
+    m_run.pulse();
+    if (m_filesFound > 0 && !m_run.isEnding()) {
+        setMaximum(m_filesFound);
         createTitleIndex();
     }
     if (!isSameMemory())
         return ListRun::Gone;
     // The new names reach the disk before an index that names them, and also without one.
     const bool areNamesFlushed = m_renames.flush();
-    if (RunGuard::endRequested())
+    if (m_run.isEnding())
         return ListRun::Ended;
     if (!areNamesFlushed || m_renameFailed)
         return ListRun::Failed;
@@ -266,7 +268,7 @@ Index::ListRun Index::createPathIndex()
     // The songs of a rebuild do not stand where the reader has them.
     if (!m_isRebuild)
         m_reader.readTexts(m_songs);
-    emit worked();
+    m_run.pulse();
     const ListRun run = writeSet();
     m_isRepaired = isDamaged && run == ListRun::Done;
     // The mark may be gone with what was staged.
@@ -275,30 +277,30 @@ Index::ListRun Index::createPathIndex()
 
 Index::ListRun Index::writeSet()
 {
-    emit progressMaxSetup(100);
-    emit progressValueChanged(0);
+    setMaximum(100);
+    setProgress(0);
     if (!isSameMemory() || !m_set.beginStaging())
         return ListRun::Failed;
     m_memory.layMark();
     removeDeletedItems();
-    emit progressValueChanged(10);
+    setProgress(10);
     if (writeOrdIndex() < 0)
         return ListRun::Failed;
     restorePlaylistFilePath();
     if (writePathIndex() < 0)
         return ListRun::Failed;
-    emit progressValueChanged(20);
+    setProgress(20);
     if (!writeLists(QString(), 0, 20))
         return ListRun::Failed;
     createMp3TitleIndex();
-    emit progressValueChanged(60);
+    setProgress(60);
     if (!writeLists(QStringLiteral("3"), 3, 60) || writeNumFile() < 0)
         return ListRun::Failed;
-    if (RunGuard::endRequested())
+    if (m_run.isEnding())
         return ListRun::Ended;
     if (!isSameMemory() || !m_set.commit())
         return ListRun::Failed;
-    emit progressValueChanged(100);
+    setProgress(100);
     return ListRun::Done;
 }
 
@@ -321,7 +323,7 @@ bool Index::writeLists(const QString &suffix, std::size_t count, int progress)
             return false;
         m_counts.at(count++) = static_cast<quint16>(written);
         progress += 10;
-        emit progressValueChanged(progress);
+        setProgress(progress);
     }
     return true;
 }
@@ -340,10 +342,10 @@ void Index::removeDeletedItems()
     if (removed > 0 || !isInOrder)
         m_byPath = SongOrders::byPath(m_songs);
     m_byTitle = SongOrders::byTitle(m_songs);
-    emit worked();
+    m_run.pulse();
     m_byArtist = SongOrders::byGroup(m_songs, m_byTitle, &SongInfoIndex::artist);
     m_byGenre = SongOrders::byGroup(m_songs, m_byTitle, &SongInfoIndex::genre);
-    emit worked();
+    m_run.pulse();
     m_records = IndexWriters::songRecords(m_songs);
 }
 
@@ -374,7 +376,7 @@ qint32 Index::loadAllIndexFile()
     m_nextPosidx = 0;
     m_lastId = 0;
     const bool isRead = m_reader.read(m_set, m_root, m_songs);
-    emit worked();
+    m_run.pulse();
     if (!isRead)
         return -1;
     m_nextPosidx = static_cast<quint16>(m_songs.size());

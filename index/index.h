@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/memoryidentity.h"
-#include "base/runreport.h"
+#include "base/run.h"
 #include "index/givennames.h"
 #include "index/indexreader.h"
 #include "index/indexset.h"
@@ -19,7 +19,6 @@
 #include <QStringList>
 
 #include <array>
-#include <functional>
 #include <optional>
 
 class LongNames;
@@ -39,14 +38,9 @@ class Index : public QObject
     Q_OBJECT
 
 public:
-    /// Asks about the file or folder \a path, \a message saying what it will be called. Answers as
-    /// NoCopyrightDialog: 0 yes, 1 yes to all, 2 no, 3 no to all.
-    using RenameQuestion = std::function<int(const QString &path, const QString &message)>;
-
-    explicit Index(QObject *parent = nullptr);
-
-    /// Replaces the dialog that asks before a long name is shortened.
-    void setRenameQuestion(RenameQuestion question);
+    /// \a run asks before a long name is shortened, shows the progress and gets what the signals
+    /// report. It must outlive this.
+    explicit Index(Run &run, QObject *parent = nullptr);
 
     /// Numbers all songs below \a root afresh. True when the index is complete afterwards; false
     /// also for a memory without songs, which then has no index.
@@ -81,9 +75,6 @@ signals:
     void errorFromIndex(const QString &message);
     /// Something that the run did and the user should know, but no failure: a repair, a new name.
     void noticeFromIndex(const QString &message);
-    /// Comes again and again between those above, also in steps that show no progress: a dialog
-    /// that shows the run can let itself be painted.
-    void worked();
 
 private:
     enum class ListRun {
@@ -96,6 +87,12 @@ private:
 
     /// Stores \a root without one trailing "/" or "\". False when it is no folder.
     bool setRoot(const QString &root);
+    void setMaximum(int maximum);
+    void setProgress(int value);
+    void showPath(const QString &path);
+    void reportError(const QString &message);
+    void reportNotice(const QString &message);
+
     bool run(const QString &root, bool (Index::*work)());
     bool update();
     bool rebuild();
@@ -141,7 +138,6 @@ private:
     void meetKnownSong(qsizetype position, const QString &full, const QString &path);
     QString renameLongFileName(const QString &path, const FolderEntry &entry, LongNames &names);
     bool mayRename(const QString &path, const QString &candidate);
-    void askRename(const QString &path, const QString &candidate);
     static QString getShortFileNamePath(const QString &path);
     static QString getLongFileNamePath(const QString &path);
 
@@ -163,11 +159,11 @@ private:
 
     const QString m_sfxFolder = QStringLiteral("sfx");
     const QString m_bridgeFolder = QStringLiteral("bridge");
+    Run &m_run;
     QString m_root;
     MemoryIdentity m_memory;
     Reason m_failure = MemoryReason::indexIncomplete;
     IndexSet m_set;
-    RenameQuestion m_question;
     QList<SongInfoIndex> m_songs; ///< in the order of their record numbers
     SongOrder m_byPath;
     // Of all songs, or of the MP3s while their files are written.
@@ -184,9 +180,7 @@ private:
     bool m_modified = false;
     bool m_isRebuild = false;
     bool m_isRepaired = false;
-    bool m_wasComplete = false; ///< all files of the set had something under their names
-    bool m_askRename = true;
-    bool m_doRename = true;
+    bool m_wasComplete = false;  ///< all files of the set had something under their names
     bool m_gone = false;         ///< the memory; another one may stand in its place
     bool m_renameFailed = false; ///< because the memory is write-protected
     qint64 m_setSize = 0;        ///< bytes of the new set, as far as it was staged

@@ -3,7 +3,6 @@
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
 #include "base/folderhandle.h"
-#include "base/runguard.h"
 #include "index/songhead.h"
 
 // The pass over all songs: which have vanished, and what the others say of themselves.
@@ -13,14 +12,14 @@ void Index::createTitleIndex()
     debug() << "create title index";
     int counter = 1;
     for (const qsizetype position : std::as_const(m_byPath)) {
-        if (RunGuard::endRequested())
+        if (m_run.isEnding())
             return;
         SongInfoIndex &song = m_songs[position];
-        emit currentPathChanged(song.absolutePath);
+        showPath(song.absolutePath);
         refreshSong(song);
-        emit progressValueChanged(counter++);
+        setProgress(counter++);
     }
-    emit currentPathChanged(QString());
+    showPath(QString());
 }
 
 void Index::refreshSong(SongInfoIndex &song)

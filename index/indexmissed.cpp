@@ -10,12 +10,12 @@
 void Index::reportMissed(const QString &message)
 {
     if (isSameMemory())
-        emit errorFromIndex(message);
+        reportError(message);
 }
 
 void Index::reportOutside(const QString &path)
 {
-    emit errorFromIndex(tr("File non importato, si trova fuori dalla memoria: ") + path);
+    reportError(tr("File non importato, si trova fuori dalla memoria: ") + path);
 }
 
 void Index::reportUnreadableFolder(const QString &folder, const FolderEntries &found)

@@ -26,8 +26,8 @@ void Index::moveFolderAside(const QString &name)
         newName = QStringLiteral("old-%1").arg(++number);
     while (number < mostNumbers && fileKind(entry.path() + u'/' + newName) != FileKind::Missing);
     if (m_renames.rename(entry.path(), {{entry.fileName(), newName}}))
-        emit noticeFromIndex(tr("Cartella rinominata, il suo nome serve all'indice: ") +
-                             entry.filePath() + QStringLiteral(" -> ") + newName);
+        reportNotice(tr("Cartella rinominata, il suo nome serve all'indice: ") + entry.filePath() +
+                     QStringLiteral(" -> ") + newName);
 }
 
 /// False for a path that an index can only have by damage, or from before its folder was one of

@@ -5,7 +5,6 @@
 #include "base/flushing.h"
 #include "base/folderhandle.h"
 #include "base/lettercase.h"
-#include "base/runguard.h"
 #include "index/entrylist.h"
 #include "index/longnames.h"
 
@@ -50,7 +49,7 @@ void Index::scanFiles(const QString &folder)
     for (const FolderEntry &entry : found.unnamed)
         reportUnnamed(folder, entry);
     for (const FolderEntry &entry : found.entries) {
-        if (m_gone || RunGuard::endRequested())
+        if (m_gone || m_run.isEnding())
             return;
         const QString longPath = folder + u'/' + entry.name;
         if (entry.kind == FileKind::Regular)
@@ -87,7 +86,7 @@ void Index::scanFolder(const QString &longPath, const FolderEntry &entry, LongNa
 
 void Index::scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names)
 {
-    emit currentPathChanged(longPath);
+    showPath(longPath);
     if (!checkFileExt(suffixOf(longPath)))
         return;
     if (isOutside(longPath, entry)) {
@@ -101,6 +100,7 @@ void Index::scanFile(const QString &longPath, const FolderEntry &entry, LongName
         m_names.addStranger(path);
     addFileToIndex(path);
     ++m_filesFound;
+    m_run.setStep(m_filesFound);
     emit fileFoundChanged(m_filesFound);
 }
 
@@ -116,8 +116,8 @@ bool Index::leadsToSongs(const QString &folder)
         return *known;
     // For the links that lead back to it.
     m_songFolders.insert(identity, false);
-    emit worked();
-    if (RunGuard::endRequested())
+    m_run.pulse();
+    if (m_run.isEnding())
         return false;
     const QList<FolderEntry> entries = visibleEntries(folder).entries;
     const auto leads = [this, &folder](const FolderEntry &entry) {
@@ -155,18 +155,18 @@ bool Index::checkFileExt(QStringView suffix)
 bool Index::addFileToIndex(const QString &full)
 {
     if (getShortFileNamePath(full).isEmpty() || getShortFileNamePath(m_root).isEmpty()) {
-        emit errorFromIndex(tr("File non importato, errore nel path:") + full);
+        reportError(tr("File non importato, errore nel path:") + full);
         return false;
     }
     const QString path = full.right(full.size() - m_root.size());
     if (path.size() > SongInfoIndex::maxPath) {
-        emit errorFromIndex(tr("File non importato, path troppo lungo: ") + full);
+        reportError(tr("File non importato, path troppo lungo: ") + full);
         return false;
     }
     if (!isAscii(path) && pathFromBytes(pathBytes(path)) != path)
-        emit errorFromIndex(tr("Il nome ha caratteri che Brisel non conosce e la song non si può "
-                               "aprire, rinominare il file o la sua cartella: ") +
-                            full);
+        reportError(tr("Il nome ha caratteri che Brisel non conosce e la song non si può "
+                       "aprire, rinominare il file o la sua cartella: ") +
+                    full);
     // Songs are met in the order in which they were added, as a rule.
     if (m_expected < m_songs.size() && m_songs.at(m_expected).path == path) {
         meetKnownSong(m_expected, full, path);
@@ -183,7 +183,7 @@ bool Index::addFileToIndex(const QString &full)
         return true;
     }
     if (m_nextPosidx >= SongInfoIndex::maxSongs || m_nextId >= SongInfoIndex::idLimit) {
-        emit errorFromIndex(tr("File non importato, memoria piena: ") + full);
+        reportError(tr("File non importato, memoria piena: ") + full);
         return false;
     }
     song.isMet = true;
@@ -224,23 +224,22 @@ QString Index::renameLongFileName(const QString &path, const FolderEntry &entry,
     if (!shortName.isEmpty()) {
         QString candidate = path.chopped(entry.name.size()) + shortName;
         const bool mayRename = this->mayRename(path, candidate);
-        if (m_gone || RunGuard::endRequested())
+        if (m_gone || m_run.isEnding())
             return {};
         // While the question was open a link may have taken its place.
         if (!mayRename)
             return leavesRoot(path, m_root) ? QString() : path;
         if (names.rename(m_renames, entry.name, shortName)) {
-            emit noticeFromIndex(tr("Rinominato: ") + path + QStringLiteral(" -> ") + candidate);
+            reportNotice(tr("Rinominato: ") + path + QStringLiteral(" -> ") + candidate);
             return candidate;
         }
     }
     // No other will get its name either.
     if (isWriteProtected(m_root) || whyUnwritable(path, 0) == FileReason::notAllowed) {
         m_renameFailed = true;
-        m_askRename = false;
-        m_doRename = false;
+        m_run.answerAll(Run::Question::Rename, false);
     }
-    emit errorFromIndex(tr("File non importato, impossibile rinominare: ") + path);
+    reportError(tr("File non importato, impossibile rinominare: ") + path);
     return {};
 }
 
@@ -248,22 +247,14 @@ QString Index::renameLongFileName(const QString &path, const FolderEntry &entry,
 /// the dialog says; and while it was open another memory may have taken the place of this one.
 bool Index::mayRename(const QString &path, const QString &candidate)
 {
-    if (m_askRename && !RunGuard::endRequested() && isSameMemory()) {
+    if (m_run.isAsking(Run::Question::Rename) && isSameMemory())
         m_memory.layMark();
-        askRename(path, candidate);
-    }
-    return isSameMemory() && m_doRename;
-}
-
-void Index::askRename(const QString &path, const QString &candidate)
-{
-    enum Answer { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
-    const int answer =
-        m_question(path, tr("verrà rinominato: ") + candidate + QStringLiteral("\n\n") +
-                             tr("Se il file non viene rinominato, è possibile che non venga "
-                                "rilevato da Brisel."));
-    m_doRename = answer == Yes || answer == YesToAll;
-    m_askRename = answer == Yes || answer == No;
+    const bool isWanted =
+        !m_gone && m_run.ask(Run::Question::Rename, path,
+                             tr("verrà rinominato: ") + candidate + QStringLiteral("\n\n") +
+                                 tr("Se il file non viene rinominato, è possibile che non venga "
+                                    "rilevato da Brisel."));
+    return isSameMemory() && isWanted;
 }
 
 /// For systems that keep a short name beside each long one; this one has none.

@@ -136,7 +136,7 @@ bool IndexSet::stage(const QString &name, const QByteArray &content)
     m_kept += isKept ? content.size() : 0;
     m_staged.append({name, content.size(), checksumOf(content), isKept ? content : QByteArray()});
     if (!isInSet(name))
-        m_written();
+        pulse();
     return true;
 }
 

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "base/filelot.h"
+#include "base/run.h"
 #include "index/workfolder.h"
 
 #include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
-
-#include <functional>
 
 /// The index files of one memory, and how a new set takes the place of the old one.
 ///
@@ -21,13 +20,15 @@
 class IndexSet
 {
 public:
+    /// \a run gets a pulse after each file that was written: there may be thousands. It must
+    /// outlive this.
+    explicit IndexSet(Run &run) : m_run(run) {}
+
     void setRoot(const QString &root);
-    /// \a written is called after each file that was written: there may be thousands.
-    void setPulse(std::function<void()> written) { m_written = std::move(written); }
     const QString &root() const { return m_root; }
     QString filePath(const QString &name) const;
-    /// Has the pulse know of other work on the memory.
-    void pulse() const { m_written(); }
+    /// Gives the run a pulse for other work on the memory.
+    void pulse() const { m_run.pulse(); }
 
     /// The fifteen files that make a set.
     static const QStringList &names();
@@ -102,9 +103,9 @@ private:
     /// Bytes; the largest file of a full index has 8 MiB.
     static constexpr qint64 maxFileSize = 16 * 1024 * 1024;
 
+    Run &m_run;
     QString m_root;
     WorkFolder m_work;
-    std::function<void()> m_written = [] {};
     QList<StagedFile> m_staged;
     qint64 m_kept = 0; ///< bytes of their contents
     bool m_stagingFailed = false;

@@ -91,7 +91,7 @@ void Index::restorePlaylistFilePath()
                                               m_restorePlaylists ? PlaylistFollower::Way::Anew
                                                                  : PlaylistFollower::Way::InPlace);
     for (const QString &name : left)
-        emit errorFromIndex(tr("Playlist non aggiornata: ") + m_set.filePath(name));
+        reportError(tr("Playlist non aggiornata: ") + m_set.filePath(name));
 }
 
 PlaylistFollower Index::playlistFollower() const

@@ -59,7 +59,7 @@ bool IndexSet::replaceBeside()
     for (const StagedFile &file : std::as_const(m_staged)) {
         if (!file.content.isNull() && !m_work.write(workName(file.name), file.content))
             return false;
-        m_written();
+        pulse();
     }
     return m_work.write(markName(), mark()) && m_work.flushAll({}) && swap(m_staged);
 }
@@ -172,7 +172,7 @@ bool IndexSet::placeFile(const StagedFile &file, FileLot &lot)
             isWritten = isWritten || (lot.write({path}, content) && lot.commitAll());
         }
     }
-    m_written();
+    pulse();
     // No room for a second copy.
     return isWritten ||
            (readStaged(file, content) && moveIntoPlace(m_work.path(workName(file.name)), path));

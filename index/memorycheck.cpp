@@ -2,9 +2,6 @@
 
 #include "base/fileidentity.h"
 #include "base/folderlock.h"
-#include "base/runguard.h"
-#include "base/runreport.h"
-#include "index/memorycheckrun.h"
 #include "index/memoryreasons.h"
 
 #include <QDir>
@@ -36,12 +33,10 @@ constexpr std::array<List, 6> lists{{{"title.id2", false, false},
 
 bool MemoryCheck::run(const QString &root)
 {
-    const RunGuard guard;
     m_root = QDir::cleanPath(QFileInfo(root).absoluteFilePath());
     if (m_root == QStringLiteral("/"))
         m_root.clear();
-    m_findings.clear();
-    m_damage = false;
+    m_findings = MemoryFindings();
     m_progress = 0;
     m_index = IndexedSongs();
     m_counts.fill(-1);
@@ -50,78 +45,76 @@ bool MemoryCheck::run(const QString &root)
         return false;
     const FolderLock lock(m_root, FolderLock::Kind::Shared);
     if (lock.isBusy()) {
-        m_findings = {MemoryReason::inUse.text()};
+        m_findings.add(MemoryReason::inUse.text());
         return false;
     }
-    MemoryCheckRun run([this] { emit progressValueChanged(m_progress); });
-    const bool done = checkAll(run);
+    const bool isDone = checkAll();
     emit currentPathChanged(QString());
-    m_steps = run.steps();
     // What a memory that was pulled has lost is no finding.
-    if (!done || RunGuard::endRequested() || fileIdentity(root) != identity)
+    if (!isDone || m_run.isEnding() || fileIdentity(root) != identity) {
+        m_findings = MemoryFindings();
         return false;
-    m_findings = run.lines();
-    m_damage = run.hasDamage();
+    }
     return true;
 }
 
-bool MemoryCheck::checkAll(MemoryCheckRun &run)
+bool MemoryCheck::checkAll()
 {
-    emit progressMaxSetup(0);
-    const bool walked = m_memory.find(m_root, [this, &run](const QString &path) {
-        run.goOn();
+    setMaximum(0);
+    const bool walked = m_memory.find(m_run, m_root, [this](const QString &path) {
         emit currentPathChanged(path);
+        m_run.pulse();
     });
     if (!walked)
         return false;
-    emit progressMaxSetup(filesOfIndex + 1);
-    checkPaths(run);
-    checkPathOrder(run);
-    checkLists(run);
-    checkCounts(run);
-    checkPlaylists(run);
+    setMaximum(filesOfIndex + 1);
+    checkPaths();
+    checkPathOrder();
+    checkLists();
+    checkCounts();
+    checkPlaylists();
     return true;
 }
 
 /// Reads a file of the index and tells of one that can't be what it should.
-MemoryFile MemoryCheck::readFile(const QString &name, int unit, qint64 least, qint64 most,
-                                 MemoryCheckRun &run)
+MemoryFile MemoryCheck::readFile(const QString &name, int unit, qint64 least, qint64 most)
 {
     step(name);
     MemoryFile file(m_root + u'/' + name, unit, least, most);
     if (file.state() == MemoryFile::State::Missing)
-        run.findDamage(tr("%1: il file manca").arg(name));
+        m_findings.addDamage(tr("%1: il file manca").arg(name));
     else if (file.state() == MemoryFile::State::Unreadable)
-        run.findDamage(tr("%1: il file non si può leggere").arg(name));
+        m_findings.addDamage(tr("%1: il file non si può leggere").arg(name));
     else if (file.state() == MemoryFile::State::BadLength)
-        run.findDamage(tr("%1: lunghezza errata: %2 byte").arg(name).arg(file.size()));
+        m_findings.addDamage(tr("%1: lunghezza errata: %2 byte").arg(name).arg(file.size()));
     return file;
 }
 
-void MemoryCheck::checkPaths(MemoryCheckRun &run)
+void MemoryCheck::checkPaths()
 {
-    m_index.paths =
-        readFile(QStringLiteral("index.id2"), MemoryFile::recordSize, 0, mostSongs, run);
+    m_index.paths = readFile(QStringLiteral("index.id2"), MemoryFile::recordSize, 0, mostSongs);
     if (!m_index.paths.isGood())
         return;
-    checkIds(run);
+    checkIds();
     QHash<QByteArray, int> records;
-    for (qsizetype record = 0; record < m_index.paths.records() && run.goOn(); ++record) {
-        checkRecord(record, ++records[MemorySongs::keyOf(m_index.paths.path(record))], run);
+    for (qsizetype record = 0; record < m_index.paths.records() && mayGoOn(m_run); ++record) {
+        checkRecord(record, ++records[MemorySongs::keyOf(m_index.paths.path(record))]);
     }
-    checkUnindexedSongs(records, run);
+    checkUnindexedSongs(records);
 }
 
-void MemoryCheck::checkIds(MemoryCheckRun &run)
+void MemoryCheck::checkIds()
 {
     constexpr quint32 noId = 0xFFFFFFFF;
     qint64 last = -1;
-    for (qsizetype record = 0; record < m_index.paths.records() && run.goOn(); ++record) {
+    for (qsizetype record = 0; record < m_index.paths.records() && mayGoOn(m_run); ++record) {
         const quint32 id = m_index.paths.id(record);
         if (m_index.recordOfId.contains(id))
-            run.findDamage(tr("index.id2, record %1: id %2 usato due volte").arg(record).arg(id));
+            m_findings.addDamage(
+                tr("index.id2, record %1: id %2 usato due volte").arg(record).arg(id));
         else if (id == noId || id < last)
-            run.findDamage(tr("index.id2, record %1: id %2 fuori ordine").arg(record).arg(id));
+            m_findings.addDamage(
+                tr("index.id2, record %1: id %2 fuori ordine").arg(record).arg(id));
         if (!m_index.recordOfId.contains(id))
             m_index.recordOfId.insert(id, record);
         last = id;
@@ -129,7 +122,7 @@ void MemoryCheck::checkIds(MemoryCheckRun &run)
 }
 
 /// The record \a record, whose path's key was met \a timesMet times with it.
-void MemoryCheck::checkRecord(qsizetype record, int timesMet, MemoryCheckRun &run)
+void MemoryCheck::checkRecord(qsizetype record, int timesMet)
 {
     const QByteArray bytes = m_index.paths.path(record);
     const QString path = MemorySongs::fromBytes(bytes);
@@ -140,86 +133,88 @@ void MemoryCheck::checkRecord(qsizetype record, int timesMet, MemoryCheckRun &ru
         const FileKind kind = fileKind(m_root + path);
         if (!path.startsWith(u'/') || !MemorySongs::isSong(path) ||
             (kind != FileKind::Regular && kind != FileKind::Unreachable)) {
-            run.findDamage(tr("index.id2, record %1: la song non c'è: %2").arg(record).arg(path));
+            m_findings.addDamage(
+                tr("index.id2, record %1: la song non c'è: %2").arg(record).arg(path));
             return;
         }
     }
     if (timesMet > std::max(songs, 1))
-        run.findDamage(
+        m_findings.addDamage(
             tr("index.id2, record %1: song indicizzata due volte: %2").arg(record).arg(path));
 }
 
 /// Tells of songs of the memory that have no record; \a records says how many each key has.
-void MemoryCheck::checkUnindexedSongs(const QHash<QByteArray, int> &records, MemoryCheckRun &run)
+void MemoryCheck::checkUnindexedSongs(const QHash<QByteArray, int> &records)
 {
     // A full index has no room for them, and the run has told of each.
     if (m_index.paths.records() >= mostSongs)
         return;
     QHash<QByteArray, int> left = records;
     for (const MemorySongs::Song &song : m_memory.songs()) {
-        if (!run.goOn())
+        if (!mayGoOn(m_run))
             return;
         // Where songs share a key any of them may be the one without a record.
         if (left[song.key]-- <= 0)
-            run.find(tr("index.id2: manca la song %1").arg(song.path));
+            m_findings.add(tr("index.id2: manca la song %1").arg(song.path));
     }
 }
 
-void MemoryCheck::checkPathOrder(MemoryCheckRun &run)
+void MemoryCheck::checkPathOrder()
 {
     const QString name = QStringLiteral("ordfile.id2");
-    const MemoryFile order = readFile(name, 2, 0, mostSongs, run);
+    const MemoryFile order = readFile(name, 2, 0, mostSongs);
     if (!order.isGood() || !m_index.paths.isGood())
         return;
     const qsizetype all = m_index.paths.records();
     QList<bool> met(all, false);
     QByteArray last;
-    for (qsizetype place = 0; place < order.size() / 2 && run.goOn(); ++place) {
+    for (qsizetype place = 0; place < order.size() / 2 && mayGoOn(m_run); ++place) {
         const quint16 record = order.littleEndian16(place * 2);
         if (record >= all) {
-            run.findDamage(
+            m_findings.addDamage(
                 tr("%1, posto %2: il record %3 non c'è").arg(name).arg(place).arg(record));
             continue;
         }
         if (met.at(record))
-            run.findDamage(tr("%1, posto %2: record %3 ripetuto").arg(name).arg(place).arg(record));
+            m_findings.addDamage(
+                tr("%1, posto %2: record %3 ripetuto").arg(name).arg(place).arg(record));
         met[record] = true;
         const QByteArray bytes = m_index.paths.path(record);
         const QByteArray key = m_memory.sortKey(MemorySongs::keyOf(bytes));
         if (key.isNull())
             continue;
         if (key < last)
-            run.findDamage(tr("%1, posto %2: fuori ordine: %3")
-                               .arg(name)
-                               .arg(place)
-                               .arg(MemorySongs::fromBytes(bytes)));
+            m_findings.addDamage(tr("%1, posto %2: fuori ordine: %3")
+                                     .arg(name)
+                                     .arg(place)
+                                     .arg(MemorySongs::fromBytes(bytes)));
         last = key;
     }
-    for (qsizetype record = 0; record < all && run.goOn(); ++record) {
+    for (qsizetype record = 0; record < all && mayGoOn(m_run); ++record) {
         if (!met.at(record))
-            run.findDamage(tr("%1: manca il record %2").arg(name).arg(record));
+            m_findings.addDamage(tr("%1: manca il record %2").arg(name).arg(record));
     }
 }
 
-void MemoryCheck::checkLists(MemoryCheckRun &run)
+void MemoryCheck::checkLists()
 {
-    for (std::size_t i = 0; i < lists.size() && run.goOn(); ++i) {
+    for (std::size_t i = 0; i < lists.size() && mayGoOn(m_run); ++i) {
         const List &list = lists.at(i);
         const QString name = QLatin1StringView(list.name);
         const QString tableName = u'a' + name;
         // Each song can have a header of its own.
-        const MemoryFile file = readFile(name, MemoryFile::recordSize, 0,
-                                         list.grouped ? 2 * mostSongs : mostSongs, run);
+        const MemoryFile file =
+            readFile(name, MemoryFile::recordSize, 0, list.grouped ? 2 * mostSongs : mostSongs);
         if (i == 0) {
             m_index.titles = file;
             m_index.titleOfRecord.fill(-1, m_index.paths.records());
-            for (qsizetype record = file.records() - 1; record >= 0 && run.goOn(); --record) {
+            for (qsizetype record = file.records() - 1; record >= 0 && mayGoOn(m_run); --record) {
                 const qsizetype song = m_index.recordOfId.value(file.id(record), -1);
                 if (song >= 0)
                     m_index.titleOfRecord[song] = record;
             }
         }
-        MemoryListCheck check(name, file, list.grouped, run);
+        MemoryListCheck check(name, file, list.grouped, m_findings, m_run);
         if (file.isGood()) {
             if (m_index.paths.isGood())
                 check.checkSongs(m_index, list.mp3Only);
@@ -227,28 +222,28 @@ void MemoryCheck::checkLists(MemoryCheckRun &run)
             m_counts.at(i) = check.count();
         }
         constexpr int tableSize = 256;
-        const MemoryFile table = readFile(tableName, tableSize, 1, 1, run);
+        const MemoryFile table = readFile(tableName, tableSize, 1, 1);
         if (file.isGood() && table.isGood())
             check.checkAlphabet(tableName, table);
     }
 }
 
-void MemoryCheck::checkCounts(MemoryCheckRun &run)
+void MemoryCheck::checkCounts()
 {
     const QString name = QStringLiteral("fsinfos.id2");
     constexpr int countsSize = 12;
-    const MemoryFile counts = readFile(name, countsSize, 1, 1, run);
-    for (std::size_t i = 0; i < lists.size() && counts.isGood() && run.goOn(); ++i) {
+    const MemoryFile counts = readFile(name, countsSize, 1, 1);
+    for (std::size_t i = 0; i < lists.size() && counts.isGood() && mayGoOn(m_run); ++i) {
         const quint16 counted = counts.littleEndian16(static_cast<qsizetype>(i) * 2);
         if (m_counts.at(i) >= 0 && counted != static_cast<quint16>(m_counts.at(i)))
-            run.findDamage(tr("%1: il conto di %2 è %3, non %4")
-                               .arg(name, QLatin1StringView(lists.at(i).name))
-                               .arg(m_counts.at(i))
-                               .arg(counted));
+            m_findings.addDamage(tr("%1: il conto di %2 è %3, non %4")
+                                     .arg(name, QLatin1StringView(lists.at(i).name))
+                                     .arg(m_counts.at(i))
+                                     .arg(counted));
     }
 }
 
-void MemoryCheck::checkPlaylists(MemoryCheckRun &run)
+void MemoryCheck::checkPlaylists()
 {
     constexpr int listRecord = 32;
     constexpr qint64 mostPlaylists = 65536;
@@ -259,7 +254,7 @@ void MemoryCheck::checkPlaylists(MemoryCheckRun &run)
     if (!list.isGood() || !m_index.paths.isGood())
         return;
     QSet<quint32> met;
-    for (qint64 pos = 0; pos + listRecord <= list.size() && run.goOn(); pos += listRecord) {
+    for (qint64 pos = 0; pos + listRecord <= list.size() && mayGoOn(m_run); pos += listRecord) {
         // The low byte is signed, and the whole number, too: 85 00 is -123.
         const int low = list.byte(pos) < 0x80 ? list.byte(pos) : list.byte(pos) - 0x100;
         const auto number =
@@ -267,43 +262,49 @@ void MemoryCheck::checkPlaylists(MemoryCheckRun &run)
         if (met.contains(number))
             continue;
         met.insert(number);
-        checkPlaylist(QStringLiteral("playlist/play%1").arg(number, 4, 10, QLatin1Char('0')), run);
+        checkPlaylist(QStringLiteral("playlist/play%1").arg(number, 4, 10, QLatin1Char('0')));
     }
 }
 
 /// The playlist \a name, a path without suffix. One that is listed but not there names nothing.
-void MemoryCheck::checkPlaylist(const QString &name, MemoryCheckRun &run)
+void MemoryCheck::checkPlaylist(const QString &name)
 {
     const QString fileName = name + QStringLiteral(".dat");
     const MemoryFile playlist(m_root + u'/' + fileName, MemoryFile::recordSize, 0, mostSongs);
     if (playlist.state() == MemoryFile::State::BadLength)
-        run.find(tr("%1: lunghezza errata: %2 byte").arg(fileName).arg(playlist.size()));
+        m_findings.add(tr("%1: lunghezza errata: %2 byte").arg(fileName).arg(playlist.size()));
     else if (playlist.state() == MemoryFile::State::Unreadable)
-        run.find(tr("%1: il file non si può leggere").arg(fileName));
-    for (qsizetype place = 0; place < playlist.records() && run.goOn(); ++place)
-        checkEntry(fileName, playlist, place, run);
+        m_findings.add(tr("%1: il file non si può leggere").arg(fileName));
+    for (qsizetype place = 0; place < playlist.records() && mayGoOn(m_run); ++place)
+        checkEntry(fileName, playlist, place);
 }
 
 /// One song of the playlist \a playlist, which is called \a name.
-void MemoryCheck::checkEntry(const QString &name, const MemoryFile &playlist, qsizetype place,
-                             MemoryCheckRun &run)
+void MemoryCheck::checkEntry(const QString &name, const MemoryFile &playlist, qsizetype place)
 {
     const qsizetype song = m_index.recordOfId.value(playlist.id(place), -1);
     if (song < 0) {
-        run.find(tr("%1, posto %2: la song non è nell'indice").arg(name).arg(place));
+        m_findings.add(tr("%1, posto %2: la song non è nell'indice").arg(name).arg(place));
         return;
     }
     const qsizetype title = m_index.titleOfRecord.value(song, -1);
     if (title < 0 || playlist.text(place) == m_index.titles.text(title))
         return;
-    run.find(
+    m_findings.add(
         tr("%1, posto %2: il titolo è \"%3\", quello della song \"%4\"")
             .arg(name, QString::number(place), playlist.text(place), m_index.titles.text(title)));
+}
+
+void MemoryCheck::setMaximum(int maximum)
+{
+    m_run.setSteps(maximum);
+    emit progressMaxSetup(maximum);
 }
 
 /// Says that the file \a name comes next.
 void MemoryCheck::step(const QString &name)
 {
     emit currentPathChanged(m_root + u'/' + name);
-    emit progressValueChanged(++m_progress);
+    m_run.setStep(++m_progress);
+    emit progressValueChanged(m_progress);
 }

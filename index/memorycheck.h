@@ -1,6 +1,7 @@
 #pragma once
 
 #include "index/memoryfile.h"
+#include "index/memoryfindings.h"
 #include "index/memorylistcheck.h"
 #include "index/memorysongs.h"
 
@@ -9,8 +10,6 @@
 #include <QStringList>
 
 #include <array>
-
-class MemoryCheckRun;
 
 /// Looks whether the index on a memory is sound: every record points to a song that is there, every
 /// song of the memory is indexed once, orders, groups, alphabet tables and counts agree, and
@@ -21,7 +20,9 @@ class MemoryCheck : public QObject
     Q_OBJECT
 
 public:
-    using QObject::QObject;
+    /// \a run shows the progress, by a pulse at each file, record and table entry that is looked
+    /// at. It must outlive this.
+    explicit MemoryCheck(Run &run, QObject *parent = nullptr) : QObject(parent), m_run(run) {}
 
     /// Checks the memory \a root. False when that came to no end: the program was asked to end, or
     /// the memory is not there any more. Then there are no findings. False also when another
@@ -30,12 +31,10 @@ public:
 
     /// A line of plain text for each finding of the last run, in the language of that moment; when
     /// there are very many a last one says how many more.
-    const QStringList &findings() const { return m_findings; }
+    QStringList findings() const { return m_findings.lines(); }
     /// True when the index itself is damaged, and not only songs or playlists have changed since
     /// it was written.
-    bool hasDamage() const { return m_damage; }
-    /// How many files, records and table entries the last run has looked at.
-    qint64 steps() const { return m_steps; }
+    bool hasDamage() const { return m_findings.hasDamage(); }
 
 signals:
     /// A maximum of 0: the songs are being looked for, nobody knows how many there are.
@@ -45,28 +44,26 @@ signals:
     void currentPathChanged(const QString &path);
 
 private:
-    bool checkAll(MemoryCheckRun &run);
-    MemoryFile readFile(const QString &name, int unit, qint64 least, qint64 most,
-                        MemoryCheckRun &run);
-    void checkPaths(MemoryCheckRun &run);
-    void checkIds(MemoryCheckRun &run);
-    void checkRecord(qsizetype record, int timesMet, MemoryCheckRun &run);
-    void checkUnindexedSongs(const QHash<QByteArray, int> &records, MemoryCheckRun &run);
-    void checkPathOrder(MemoryCheckRun &run);
-    void checkLists(MemoryCheckRun &run);
-    void checkCounts(MemoryCheckRun &run);
-    void checkPlaylists(MemoryCheckRun &run);
-    void checkPlaylist(const QString &name, MemoryCheckRun &run);
-    void checkEntry(const QString &name, const MemoryFile &playlist, qsizetype place,
-                    MemoryCheckRun &run);
+    bool checkAll();
+    MemoryFile readFile(const QString &name, int unit, qint64 least, qint64 most);
+    void checkPaths();
+    void checkIds();
+    void checkRecord(qsizetype record, int timesMet);
+    void checkUnindexedSongs(const QHash<QByteArray, int> &records);
+    void checkPathOrder();
+    void checkLists();
+    void checkCounts();
+    void checkPlaylists();
+    void checkPlaylist(const QString &name);
+    void checkEntry(const QString &name, const MemoryFile &playlist, qsizetype place);
+    void setMaximum(int maximum);
     void step(const QString &name);
 
+    Run &m_run;
     QString m_root;
     MemorySongs m_memory;
     IndexedSongs m_index;
     std::array<int, 6> m_counts{}; ///< what "fsinfos.id2" should say; -1 for a file not read
     int m_progress = 0;
-    QStringList m_findings;
-    bool m_damage = false;
-    qint64 m_steps = 0;
+    MemoryFindings m_findings;
 };

@@ -1,6 +1,6 @@
 #include "index/memorylistcheck.h"
 
-#include "index/memorycheckrun.h"
+#include "index/memoryfindings.h"
 #include "index/memorysongs.h"
 
 #include <algorithm>
@@ -72,8 +72,8 @@ private:
 };
 
 MemoryListCheck::MemoryListCheck(const QString &name, const MemoryFile &file, bool grouped,
-                                 MemoryCheckRun &run)
-    : m_name(name), m_file(file), m_grouped(grouped), m_run(run)
+                                 MemoryFindings &findings, Run &run)
+    : m_name(name), m_file(file), m_grouped(grouped), m_findings(findings), m_run(run)
 {
 }
 
@@ -81,38 +81,38 @@ void MemoryListCheck::checkSongs(const IndexedSongs &songs, bool mp3Only)
 {
     const qsizetype all = songs.paths.records();
     QList<bool> met(all, false);
-    for (qsizetype record = 0; record < m_file.records() && m_run.goOn(); ++record) {
+    for (qsizetype record = 0; record < m_file.records() && mayGoOn(m_run); ++record) {
         if (m_grouped && m_file.isHeader(record))
             continue;
         const quint32 id = m_file.id(record);
         const qsizetype song = songs.recordOfId.value(id, -1);
         if (song < 0) {
-            m_run.findDamage(
+            m_findings.addDamage(
                 tr("%1, record %2: nessuna song ha l'id %3").arg(m_name).arg(record).arg(id));
             continue;
         }
         const auto path = [&songs, song] { return MemorySongs::fromBytes(songs.paths.path(song)); };
         if (met.at(song))
-            m_run.findDamage(
+            m_findings.addDamage(
                 tr("%1, record %2: song ripetuta: %3").arg(m_name).arg(record).arg(path()));
         met[song] = true;
         const qsizetype title = songs.titleOfRecord.at(song);
         if (title >= 0 && mp3Only && !songs.titles.isMp3(title))
-            m_run.findDamage(
+            m_findings.addDamage(
                 tr("%1, record %2: la song non è un MP3: %3").arg(m_name).arg(record).arg(path()));
         else if (title >= 0 && m_file.body(record) != songs.titles.body(title))
-            m_run.findDamage(tr("%1, record %2: dati diversi da title.id2: %3")
-                                 .arg(m_name)
-                                 .arg(record)
-                                 .arg(path()));
+            m_findings.addDamage(tr("%1, record %2: dati diversi da title.id2: %3")
+                                     .arg(m_name)
+                                     .arg(record)
+                                     .arg(path()));
     }
-    for (qsizetype song = 0; song < all && m_run.goOn(); ++song) {
+    for (qsizetype song = 0; song < all && mayGoOn(m_run); ++song) {
         const qsizetype title = songs.titleOfRecord.at(song);
         const bool wanted = songs.recordOfId.value(songs.paths.id(song), -1) == song &&
                             (!mp3Only || (title >= 0 && songs.titles.isMp3(title)));
         if (wanted && !met.at(song))
-            m_run.findDamage(tr("%1: manca la song %2")
-                                 .arg(m_name, MemorySongs::fromBytes(songs.paths.path(song))));
+            m_findings.addDamage(tr("%1: manca la song %2")
+                                     .arg(m_name, MemorySongs::fromBytes(songs.paths.path(song))));
     }
 }
 
@@ -121,25 +121,26 @@ void MemoryListCheck::checkOrder()
     Order groups;
     Order songs;
     int songsInGroup = 0;
-    for (qsizetype record = 0; record < m_file.records() && m_run.goOn(); ++record) {
+    for (qsizetype record = 0; record < m_file.records() && mayGoOn(m_run); ++record) {
         const QString text = m_file.text(record);
         if (m_grouped && m_file.isHeader(record)) {
             checkGroup(record, songsInGroup);
             songsInGroup = 0;
             songs.restart();
             if (groups.isLast(text))
-                m_run.findDamage(
+                m_findings.addDamage(
                     tr("%1, record %2: gruppo ripetuto: %3").arg(m_name).arg(record).arg(text));
             if (groups.take(text))
                 continue;
         } else {
             if (m_grouped && record == 0)
-                m_run.findDamage(tr("%1, record 0: song senza gruppo").arg(m_name));
+                m_findings.addDamage(tr("%1, record 0: song senza gruppo").arg(m_name));
             ++songsInGroup;
             if (songs.take(text))
                 continue;
         }
-        m_run.findDamage(tr("%1, record %2: fuori ordine: %3").arg(m_name).arg(record).arg(text));
+        m_findings.addDamage(
+            tr("%1, record %2: fuori ordine: %3").arg(m_name).arg(record).arg(text));
     }
 }
 
@@ -148,32 +149,32 @@ void MemoryListCheck::checkGroup(qsizetype header, int songsBefore)
 {
     const int before = m_file.announcedSongsBefore(header);
     if (before != songsBefore)
-        m_run.findDamage(tr("%1, record %2: il gruppo precedente ha %3 song, non %4")
-                             .arg(m_name)
-                             .arg(header)
-                             .arg(songsBefore)
-                             .arg(before));
+        m_findings.addDamage(tr("%1, record %2: il gruppo precedente ha %3 song, non %4")
+                                 .arg(m_name)
+                                 .arg(header)
+                                 .arg(songsBefore)
+                                 .arg(before));
     // The songs are counted by looking ahead: no song is looked at for more than one header.
     qsizetype end = header + 1;
-    while (end < m_file.records() && !m_file.isHeader(end) && m_run.goOn())
+    while (end < m_file.records() && !m_file.isHeader(end) && mayGoOn(m_run))
         ++end;
     const int announced = m_file.announcedSongs(header);
     const auto there = static_cast<int>(end - header - 1);
     if (there == 0)
-        m_run.findDamage(tr("%1, record %2: gruppo senza song").arg(m_name).arg(header));
+        m_findings.addDamage(tr("%1, record %2: gruppo senza song").arg(m_name).arg(header));
     else if (announced != there)
-        m_run.findDamage(tr("%1, record %2: il gruppo ha %3 song, non %4")
-                             .arg(m_name)
-                             .arg(header)
-                             .arg(there)
-                             .arg(announced));
+        m_findings.addDamage(tr("%1, record %2: il gruppo ha %3 song, non %4")
+                                 .arg(m_name)
+                                 .arg(header)
+                                 .arg(there)
+                                 .arg(announced));
 }
 
 void MemoryListCheck::checkAlphabet(const QString &tableName, const MemoryFile &table)
 {
     std::array<quint32, initials> first{};
     first.fill(noOffset);
-    for (qsizetype record = 0; record < m_file.records() && m_run.goOn(); ++record) {
+    for (qsizetype record = 0; record < m_file.records() && mayGoOn(m_run); ++record) {
         const int initial = isEntry(record) ? initialOf(m_file.text(record)) : -1;
         if (initial >= 0 && first.at(initial) == noOffset)
             first.at(initial) = static_cast<quint32>(record * MemoryFile::recordSize);
@@ -181,8 +182,8 @@ void MemoryListCheck::checkAlphabet(const QString &tableName, const MemoryFile &
     for (int initial = 0; initial < initials; ++initial) {
         const quint32 offset = table.bigEndian32(qsizetype{initial} * 4);
         if (offset != first.at(initial) && !canStandFor(offset, first.at(initial), initial))
-            m_run.findDamage(tr("%1: la lettera \"%2\" porta al posto sbagliato")
-                                 .arg(tableName, QChar(firstInitial + initial)));
+            m_findings.addDamage(tr("%1: la lettera \"%2\" porta al posto sbagliato")
+                                     .arg(tableName, QChar(firstInitial + initial)));
     }
 }
 

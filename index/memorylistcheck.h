@@ -1,12 +1,20 @@
 #pragma once
 
+#include "base/run.h"
 #include "index/memoryfile.h"
 
 #include <QCoreApplication>
 #include <QHash>
 #include <QList>
 
-class MemoryCheckRun;
+class MemoryFindings;
+
+/// Counts one step of a check. False once \a run is to end.
+inline bool mayGoOn(Run &run)
+{
+    run.pulse();
+    return run.mayGoOn();
+}
 
 /// The songs of "index.id2" as the lists should have them.
 struct IndexedSongs {
@@ -26,7 +34,8 @@ class MemoryListCheck
 
 public:
     /// The list \a file with the name \a name; \a grouped when its songs stand behind headers.
-    MemoryListCheck(const QString &name, const MemoryFile &file, bool grouped, MemoryCheckRun &run);
+    MemoryListCheck(const QString &name, const MemoryFile &file, bool grouped,
+                    MemoryFindings &findings, Run &run);
 
     /// Every song of \a songs stands in the list once, with the data of "title.id2"; only MP3
     /// songs when \a mp3Only.
@@ -48,5 +57,6 @@ private:
     const QString m_name;
     const MemoryFile &m_file;
     const bool m_grouped;
-    MemoryCheckRun &m_run;
+    MemoryFindings &m_findings;
+    Run &m_run;
 };

@@ -2,7 +2,7 @@
 
 #include "base/fileidentity.h"
 #include "base/folderhandle.h"
-#include "base/runguard.h"
+#include "base/run.h"
 #include "index/entrylist.h"
 
 #include <QFileInfo>
@@ -37,14 +37,15 @@ QString folded(const QString &path)
 
 } // namespace
 
-bool MemorySongs::find(const QString &root, const std::function<void(const QString &)> &visit)
+bool MemorySongs::find(const Run &run, const QString &root,
+                       const std::function<void(const QString &)> &visit)
 {
     m_root = root;
     m_songs.clear();
     m_places.clear();
     m_known.clear();
     m_folders.clear();
-    return walk(root, visit);
+    return walk(run, root, visit);
 }
 
 QByteArray MemorySongs::sortKey(const QByteArray &key) const
@@ -73,7 +74,8 @@ QString MemorySongs::fromBytes(const QByteArray &bytes)
     return codePage() != nullptr ? codePage()->toUnicode(bytes) : QString::fromLatin1(bytes);
 }
 
-bool MemorySongs::walk(const QString &folder, const std::function<void(const QString &)> &visit)
+bool MemorySongs::walk(const Run &run, const QString &folder,
+                       const std::function<void(const QString &)> &visit)
 {
     const QString identity = fileIdentity(folder);
     if (m_folders.contains(identity))
@@ -82,7 +84,7 @@ bool MemorySongs::walk(const QString &folder, const std::function<void(const QSt
     const QString slash = QStringLiteral("/");
     const QList<FolderEntry> entries = visibleEntries(folder.isEmpty() ? slash : folder).entries;
     for (const FolderEntry &entry : entries) {
-        if (RunGuard::endRequested())
+        if (!run.mayGoOn())
             return false;
         const QString path = folder + u'/' + entry.name;
         const bool mayLeave = entry.isLink || entry.kind == FileKind::Folder;
@@ -93,7 +95,7 @@ bool MemorySongs::walk(const QString &folder, const std::function<void(const QSt
             if (isSong(path))
                 add(path.mid(m_root.size()));
         } else if (entry.kind == FileKind::Folder && !isAnyOf(entry.name, {"sfx", "bridge"}) &&
-                   !walk(path, visit)) {
+                   !walk(run, path, visit)) {
             return false;
         }
     }

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+class Run;
+
 /// The songs that lie on a memory, for the check of the memory: by a walk and by path rules of its
 /// own, so that it finds what those of the index overlook.
 ///
@@ -21,9 +23,10 @@ public:
         QByteArray key;
     };
 
-    /// Walks over the memory \a root and tells \a visit the path of each file. False when the
-    /// program was asked to end.
-    bool find(const QString &root, const std::function<void(const QString &)> &visit);
+    /// Walks over the memory \a root and calls \a visit with the path of each file. False when \a
+    /// run is to end.
+    bool find(const Run &run, const QString &root,
+              const std::function<void(const QString &)> &visit);
 
     /// The songs that an index should hold, in the order in which they were met.
     const QList<Song> &songs() const { return m_songs; }
@@ -46,7 +49,8 @@ private:
         QByteArray sortKey; ///< null when the songs have several
     };
 
-    bool walk(const QString &folder, const std::function<void(const QString &)> &visit);
+    bool walk(const Run &run, const QString &folder,
+              const std::function<void(const QString &)> &visit);
     void add(const QString &path);
 
     QString m_root;

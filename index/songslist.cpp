@@ -1,8 +1,6 @@
 #include "base/filefailure.h"
 #include "base/filewriting.h"
 #include "base/folderlock.h"
-#include "base/run.h"
-#include "base/runguard.h"
 #include "index/index.h"
 #include "index/memoryreasons.h"
 #include "index/songorders.h"
@@ -49,9 +47,9 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
     m_failure = MemoryReason::listFailed;
     if (loadAllIndexFile() < 0 || !m_reader.hasAllTexts())
         return 0;
-    emit progressMaxSetup(static_cast<int>(m_songs.size()));
+    setMaximum(static_cast<int>(m_songs.size()));
     m_reader.readTexts(m_songs);
-    emit worked();
+    m_run.pulse();
 
     QByteArray list;
     QTextStream lines(&list);
@@ -59,9 +57,9 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
           << ";\n";
     int written = 0;
     const SongOrder order = listOrder(m_songs, mode);
-    emit worked();
+    m_run.pulse();
     for (const qsizetype position : order) {
-        if (RunGuard::endRequested()) {
+        if (m_run.isEnding()) {
             m_failure = Run::interrupted;
             return 0;
         }
@@ -72,8 +70,8 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
              {song.title, song.artist, song.genre, pathFromBytes(song.path.toLatin1())})
             lines << onOneRecord(field) << ';';
         lines << '\n';
-        emit currentPathChanged(song.absolutePath);
-        emit progressValueChanged(++written);
+        showPath(song.absolutePath);
+        setProgress(++written);
     }
     lines.flush();
     if (replaceFile(fileName, list))

@@ -1,6 +1,5 @@
 #include "index/dialogs/indexdialog.h"
 
-#include "base/runguard.h"
 #include "index/index.h"
 #include "index/memorycheck.h"
 #include "index/memoryreasons.h"
@@ -84,21 +83,19 @@ void IndexDialog::start(bool toDriveRoot)
 
 IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
 {
-    const Work work(*this);
-    const RunGuard guard;
+    Work run(*this);
     updateLabelNum(0);
     initProgress(0);
     clearIndexErrors();
     m_report.emplace(RunReport::Operation::Index);
     m_ui->plainTextReport->appendPlainText(tr("Ottimizzazione memoria in corso..."));
-    breathe();
+    showStep();
 
-    Index index;
+    Index index(run);
     connect(&index, &Index::fileFoundChanged, this, &IndexDialog::updateLabelNum);
     connect(&index, &Index::progressMaxSetup, this, &IndexDialog::initProgress);
     connect(&index, &Index::progressValueChanged, this, &IndexDialog::setProgressValue);
     connect(&index, &Index::currentPathChanged, this, &IndexDialog::updateLabelCurrPath);
-    connect(&index, &Index::worked, this, &IndexDialog::breathe);
     connect(&index, &Index::errorFromIndex, this, &IndexDialog::errorFromIndexReceived);
     connect(&index, &Index::noticeFromIndex, this, &IndexDialog::noticeFromIndexReceived);
     bool done = false;
@@ -106,16 +103,16 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
         done = index.updateIndex(folder);
     else if (m_ui->radioButtonRebuild->isChecked())
         done = index.createIndex(folder);
-    if (m_ui->checkBoxChkdsk->isChecked() && !RunGuard::endRequested()) {
+    if (m_ui->checkBoxChkdsk->isChecked() && !run.isEnding()) {
         if (done)
-            checkMemory(folder);
+            checkMemory(folder, run);
         else
             m_ui->plainTextReport->appendPlainText(tr("Controllo memoria non eseguito!"));
     }
     const QStringList unnamed = m_report->rest();
     for (const QString &line : unnamed)
         m_ui->plainTextReport->appendPlainText(line);
-    if (RunGuard::endRequested())
+    if (run.isEnding())
         return Outcome::Ended;
     if (done)
         return Outcome::Done;
@@ -125,21 +122,22 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
 
 /// Looks at what the run has left on the memory \a folder. Findings are errors like those of the
 /// run.
-void IndexDialog::checkMemory(const QString &folder)
+void IndexDialog::checkMemory(const QString &folder, Run &run)
 {
     m_ui->plainTextReport->appendPlainText(tr("Controllo memoria"));
-    MemoryCheck check;
+    MemoryCheck check(run);
     connect(&check, &MemoryCheck::progressMaxSetup, this, &IndexDialog::initProgress);
     connect(&check, &MemoryCheck::progressValueChanged, this, &IndexDialog::setProgressValue);
     connect(&check, &MemoryCheck::currentPathChanged, this, &IndexDialog::updateLabelCurrPath);
     const bool done = check.run(folder);
-    if (RunGuard::endRequested())
+    if (run.isEnding())
         return;
+    QStringList findings = check.findings();
     if (!done)
-        errorFromIndexReceived(tr("Controllo memoria non eseguito!"));
-    else if (check.findings().isEmpty())
+        findings.prepend(tr("Controllo memoria non eseguito!"));
+    else if (findings.isEmpty())
         m_ui->plainTextReport->appendPlainText(tr("Nessun errore trovato"));
-    for (const QString &finding : check.findings())
+    for (const QString &finding : std::as_const(findings))
         errorFromIndexReceived(finding);
     m_uncorrectable = check.hasDamage() && m_ui->radioButtonRebuild->isChecked();
 }
@@ -176,17 +174,18 @@ void IndexDialog::showOutcome(Outcome outcome)
 void IndexDialog::updateLabelNum(int count)
 {
     m_found = count;
-    breathe();
+    showStep();
 }
 
 void IndexDialog::updateLabelCurrPath(const QString &path)
 {
     m_currentPath = path;
-    breathe();
+    showStep();
 }
 
 void IndexDialog::initProgress(int maximum)
 {
+    beginStage();
     m_ui->progressBar->setRange(0, maximum);
     setProgressValue(0);
 }
@@ -194,7 +193,7 @@ void IndexDialog::initProgress(int maximum)
 void IndexDialog::setProgressValue(int value)
 {
     m_progress = value;
-    breathe();
+    showStep();
 }
 
 void IndexDialog::errorFromIndexReceived(const QString &message)
@@ -202,14 +201,14 @@ void IndexDialog::errorFromIndexReceived(const QString &message)
     if (!m_report.has_value() || m_report->addMessage(message))
         m_ui->plainTextReport->appendPlainText(message);
     ++m_errors;
-    breathe();
+    showStep();
 }
 
 void IndexDialog::noticeFromIndexReceived(const QString &message)
 {
     if (!m_report.has_value() || m_report->addNotice(message))
         m_ui->plainTextReport->appendPlainText(message);
-    breathe();
+    showStep();
 }
 
 void IndexDialog::clearIndexErrors()

@@ -60,7 +60,7 @@ private:
     enum class Outcome { Done, Failed, InUse, Ended };
 
     Outcome runIndex(const QString &folder);
-    void checkMemory(const QString &folder);
+    void checkMemory(const QString &folder, Run &run);
     void showOutcome(Outcome outcome);
     void showCurrentPath();
 

@@ -2,23 +2,33 @@
 
 #include "base/runguard.h"
 #include "base/settings.h"
+#include "library/dialogs/nocopyrightdialog.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 
-#include <algorithm>
-
 RunDialog::Work::Work(RunDialog &dialog) : m_dialog(dialog)
 {
     m_dialog.m_working = true;
-    m_dialog.m_breaths = 0;
-    m_dialog.m_sincePainted.invalidate();
+    m_dialog.beginStage();
 }
 
 RunDialog::Work::~Work()
 {
     m_dialog.m_working = false;
     m_dialog.showState();
+}
+
+void RunDialog::Work::pulse()
+{
+    if (m_dialog.m_pace.isDue())
+        m_dialog.paint();
+}
+
+Run::Answer RunDialog::Work::answerOf(Question /*question*/, const QString &path,
+                                      const QString &message)
+{
+    return NoCopyrightDialog::ask(&m_dialog, path, message);
 }
 
 void RunDialog::reject()
@@ -32,24 +42,20 @@ bool RunDialog::canStart() const
     return !m_working && !RunGuard::isActive();
 }
 
-void RunDialog::breathe()
+void RunDialog::showStep()
 {
-    constexpr int firstBreaths = 100; // each is shown: a short run is seen whole
-    // Milliseconds. The longer a painting takes, the longer it is until the next one.
-    constexpr qint64 shortestPause = 30;
-    constexpr qint64 longestPause = 60;
-    constexpr qint64 paintingShare = 12;
-    m_breaths += m_breaths < firstBreaths ? 1 : 0;
-    if (m_working && m_breaths == firstBreaths && m_sincePainted.isValid() &&
-        m_sincePainted.elapsed() < m_pause)
-        return;
-    QElapsedTimer painting;
-    painting.start();
-    showState();
-    if (m_working)
+    if (!m_working)
+        showState();
+    else if (m_pace.isStepDue())
+        paint();
+}
+
+void RunDialog::paint()
+{
+    m_pace.paint([this] {
+        showState();
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    m_pause = std::clamp(painting.elapsed() * paintingShare, shortestPause, longestPause);
-    m_sincePainted.start();
+    });
 }
 
 QString RunDialog::inUseText()

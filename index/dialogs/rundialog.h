@@ -1,7 +1,9 @@
 #pragma once
 
+#include "base/run.h"
+#include "library/dialogs/paintpace.h"
+
 #include <QDialog>
-#include <QElapsedTimer>
 
 /// A dialog that works on a memory while it stands open: it can't be closed before the work is
 /// done, keeps painting while it lasts, and works once at a time.
@@ -19,14 +21,17 @@ public:
     static QString inUseText();
 
 protected:
-    /// Marks the work as under way for as long as it lives.
-    class Work
+    /// The run of the dialog: it paints the dialog and asks over it. The dialog works for as long
+    /// as this lives.
+    class Work : public Run
     {
     public:
         explicit Work(RunDialog &dialog);
-        ~Work();
-        Work(const Work &) = delete;
-        Work &operator=(const Work &) = delete;
+        ~Work() override;
+        void pulse() override;
+
+    protected:
+        Answer answerOf(Question question, const QString &path, const QString &message) override;
 
     private:
         RunDialog &m_dialog;
@@ -34,9 +39,11 @@ protected:
 
     /// True when neither this dialog nor anything else of the program works on files.
     bool canStart() const;
-    /// Shows and paints what has changed: at once when idle, some twenty times a second once a run
-    /// has got going, less often where painting is slow. Clicks and keys wait.
-    void breathe();
+    /// Shows and paints a step of the work: at once when idle, at the pace of PaintPace while the
+    /// dialog works. Clicks and keys wait.
+    void showStep();
+    /// The first steps from now on are shown each.
+    void beginStage() { m_pace.restart(); }
     /// Puts the state of the work into the widgets: a label costs more than a step of the work.
     virtual void showState() = 0;
     /// The memory folder that was chosen last.
@@ -46,8 +53,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void paint();
+
     bool m_working = false;
-    int m_breaths = 0; ///< of this run, as long as they are counted
-    QElapsedTimer m_sincePainted;
-    qint64 m_pause = 0; ///< milliseconds from one painting of this run to the next
+    PaintPace m_pace;
 };

@@ -1,6 +1,5 @@
 #include "index/dialogs/songslistdialog.h"
 
-#include "base/runguard.h"
 #include "index/index.h"
 #include "index/memoryreasons.h"
 #include "index/volumes.h"
@@ -59,12 +58,10 @@ void SongsListDialog::start()
 
 SongsListDialog::Outcome SongsListDialog::save()
 {
-    const Work work(*this);
-    const RunGuard guard;
-    Index index;
+    Work run(*this);
+    Index index(run);
     connect(&index, &Index::progressMaxSetup, this, &SongsListDialog::initProgress);
     connect(&index, &Index::progressValueChanged, this, &SongsListDialog::setProgressValue);
-    connect(&index, &Index::worked, this, &SongsListDialog::breathe);
     setControlsEnabled(false);
     const int result =
         index.saveSongsList(m_ui->lineEditPath->text(), m_ui->lineEditFile->text(),
@@ -72,7 +69,7 @@ SongsListDialog::Outcome SongsListDialog::save()
     setControlsEnabled(true);
     m_ui->pushButtonClose->setFocus();
     m_report.emplace(RunReport::Operation::SongsList);
-    if (RunGuard::endRequested())
+    if (run.isEnding())
         return Outcome::Ended;
     if (result > 0)
         return Outcome::Saved;
@@ -109,6 +106,7 @@ void SongsListDialog::showOutcome(Outcome outcome)
 
 void SongsListDialog::initProgress(int maximum)
 {
+    beginStage();
     m_ui->progressBar->setRange(0, maximum);
     setProgressValue(0);
 }
@@ -116,7 +114,7 @@ void SongsListDialog::initProgress(int maximum)
 void SongsListDialog::setProgressValue(int value)
 {
     m_progress = value;
-    breathe();
+    showStep();
 }
 
 void SongsListDialog::showState()

@@ -12,6 +12,15 @@ NoCopyrightDialog::NoCopyrightDialog(QWidget *parent)
 
 NoCopyrightDialog::~NoCopyrightDialog() = default;
 
+Run::Answer NoCopyrightDialog::ask(QWidget *parent, const QString &path, const QString &message)
+{
+    NoCopyrightDialog dialog(parent);
+    dialog.setFilename(path);
+    if (!message.isEmpty())
+        dialog.setMessage(message);
+    return static_cast<Run::Answer>(dialog.exec());
+}
+
 void NoCopyrightDialog::setFilename(const QString &fileName)
 {
     m_fileName = fileName;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/run.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -20,6 +22,11 @@ public:
 
     explicit NoCopyrightDialog(QWidget *parent = nullptr);
     ~NoCopyrightDialog() override;
+
+    /// Asks about the file \a path in a dialog over \a parent. An empty \a message leaves the
+    /// preset one.
+    [[nodiscard]] static Run::Answer ask(QWidget *parent, const QString &path,
+                                         const QString &message);
 
     void setFilename(const QString &fileName);
     /// Replaces the preset message, which says that the publisher did not publish the song.

@@ -973,7 +973,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
-    <name>MemoryCheckRun</name>
+    <name>MemoryFindings</name>
     <message numerus="yes">
         <source>... e altri %n</source>
         <translation>

@@ -973,7 +973,7 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
-    <name>MemoryCheckRun</name>
+    <name>MemoryFindings</name>
     <message numerus="yes">
         <source>... e altri %n</source>
         <translation>

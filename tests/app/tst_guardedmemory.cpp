@@ -1,5 +1,6 @@
 #include "index/index.h"
 #include "tests/app/reporttest.h"
+#include "tests/scriptedindex.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
@@ -77,7 +78,7 @@ bool TestGuardedMemory::mountCard()
 {
     m_disk.emplace(card(), SmallDisk::memorySize);
     makeSongs({u"volumes/CARD/songs/one.mid"_qs}, true);
-    return m_disk->isMounted() && Index().createIndex(card());
+    return m_disk->isMounted() && ScriptedIndex().createIndex(card());
 }
 
 /// Another program begins to work on the memory.
@@ -261,7 +262,7 @@ void TestGuardedMemory::refusesToTransferToWhatIsInUse()
 void TestGuardedMemory::refusesToListWhatIsInUse()
 {
     makeSongs({u"volumes/CARD/songs/one.mid"_qs}, true);
-    QVERIFY(Index().createIndex(card()));
+    QVERIFY(ScriptedIndex().createIndex(card()));
     lockCard();
     saveList(at(u"list.csv"_qs), m_inUse);
     QCOMPARE(reportLines().last(), line(u"Non salvata"_qs, u"volumes/CARD"_qs,

@@ -1,6 +1,7 @@
 #include "index/index.h"
 #include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/reporttest.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QAction>
@@ -177,7 +178,7 @@ void TestPulledMemory::whileIndexingCopies()
     import({u"one.mid"_qs, u"two.mid"_qs});
     const QStringList before = rows();
     makeFile(onCard(u"A.MID"_qs), Sample::midi("A", false));
-    QVERIFY(Index().createIndex(card()));
+    QVERIFY(ScriptedIndex().createIndex(card()));
     const QByteArray paths = fileContent(onCard(u"index.id2"_qs));
     makeFile(onCard(u"A long name.mid"_qs), Sample::midi("Long", false));
     m_script->expectFiles({card()});
@@ -234,7 +235,7 @@ void TestPulledMemory::whileUpdatingTheIndex()
 {
     QFETCH(bool, rebuild);
     makeFile(onCard(u"A.MID"_qs), Sample::midi("A", false));
-    QVERIFY(Index().createIndex(card()));
+    QVERIFY(ScriptedIndex().createIndex(card()));
     const QByteArray paths = fileContent(onCard(u"index.id2"_qs));
     makeFile(onCard(u"A long name.mid"_qs), Sample::midi("Long", false));
     makeSongs({u"volumes/CARD/B.MID"_qs}, false);
@@ -367,7 +368,7 @@ void TestPulledMemory::whileBackingUp()
 void TestPulledMemory::whileSavingAListThere()
 {
     makeFile(onCard(u"A.MID"_qs), Sample::midi("A", false));
-    QVERIFY(Index().createIndex(card()));
+    QVERIFY(ScriptedIndex().createIndex(card()));
     m_script->expect("SongsListDialog", [this](QWidget *widget) {
         widget->findChild<QLineEdit *>(u"lineEditPath"_qs)->setText(card());
         widget->findChild<QLineEdit *>(u"lineEditFile"_qs)->setText(onCard(u"new/list.csv"_qs));

@@ -2,6 +2,7 @@
 #include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QAction>
@@ -167,7 +168,7 @@ void TestQuits::runDialog(const char *action, const char *className,
 void TestQuits::makeIndexedCard()
 {
     makeFile(card() + u"/A.MID"_qs, Sample::midi("A", false));
-    QVERIFY(Index().createIndex(card()));
+    QVERIFY(ScriptedIndex().createIndex(card()));
     makeFile(card() + u"/A long name.mid"_qs, Sample::midi("Long", false));
     makeFile(card() + u"/B.MID"_qs, Sample::midi("B", false));
 }

@@ -9,6 +9,7 @@
 #include "tests/docs/formatpages.h"
 #include "tests/docs/tagexamples.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/songfile/loadedmidi.h"
 #include "tests/songfile/songs.h"
 #include "tests/testfiles.h"
@@ -40,7 +41,7 @@ void indexThreeSongs(const SampleMemory &memory)
     for (const char *name : {"A", "B"})
         memory.write(QLatin1StringView(name) + u".MID"_qs, Sample::midiSong(name, "X", "POP"));
     writeVolare(memory);
-    if (!Index().createIndex(memory.root()))
+    if (!ScriptedIndex().createIndex(memory.root()))
         qFatal("no index");
 }
 
@@ -94,7 +95,7 @@ private:
 void TestFormatPages::initTestCase()
 {
     writeVolare(m_memory);
-    QVERIFY(Index().createIndex(m_memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(m_memory.root()));
 }
 
 void TestFormatPages::givesEachPageAnExample()
@@ -326,7 +327,8 @@ void TestFormatPages::orderFile()
     for (const QString &name : {u"artist.id2"_qs, u"genre.id2"_qs})
         memory.write(name, bytes(u"groupHeader"_qs) + bytes(u"songRecord"_qs));
     memory.write(u"fsinfos.id2"_qs, bytes(u"countsFile"_qs));
-    IndexSet set;
+    Run setRun;
+    IndexSet set(setRun);
     set.setRoot(memory.root());
     QList<SongInfoIndex> songs;
     IndexReader reader;
@@ -344,7 +346,7 @@ void TestFormatPages::givenNames()
 {
     const SampleMemory memory;
     memory.write(u"Summer hits.2009/It's a song.mp3"_qs, Sample::mp3Song("X", "X", "POP"));
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) { return 1; });
     QVERIFY(index.updateIndex(memory.root()));
     QCOMPARE(difference(memory.read(u".brisel2pc/names"_qs), bytes(u"givenNames"_qs)), QString());
@@ -356,7 +358,8 @@ void TestFormatPages::playlistNumbers()
     QCOMPARE(given.bytes().size(), 2 * playlistsRecord);
     const SampleMemory memory;
     memory.write(u"playlist/playlist.dat"_qs, given.over(QByteArray(2 * playlistsRecord, '\x55')));
-    IndexSet set;
+    Run setRun;
+    IndexSet set(setRun);
     set.setRoot(memory.root());
     QCOMPARE(Playlists::readNumbers(set), QList<qint16>({7, -123}));
 }
@@ -371,7 +374,7 @@ void TestFormatPages::playlistSongs()
     memory.write(u"playlist/play0007.pts"_qs, bytes(u"playlistPaths"_qs));
     memory.write(u"playlist/play4294967173.dat"_qs, QByteArray());
     memory.write(u"playlist/play4294967173.pts"_qs, QByteArray());
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(difference(memory.read(u"playlist/play0007.dat"_qs), bytes(u"playlistSongs"_qs)),
              QString());
 }
@@ -383,7 +386,7 @@ void TestFormatPages::playlistPaths()
     memory.write(u"playlist/playlist.dat"_qs,
                  example(u"playlistNumbers"_qs).bytes().left(playlistsRecord));
     memory.write(u"playlist/play0007.dat"_qs, bytes(u"playlistSongs"_qs));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(difference(memory.read(u"playlist/play0007.pts"_qs), bytes(u"playlistPaths"_qs)),
              QString());
 }

@@ -5,6 +5,7 @@
 #include "index/memorycheck.h"
 #include "tests/index/samplememory.h"
 #include "tests/index/setreader.h"
+#include "tests/scriptedindex.h"
 
 #include <QTest>
 
@@ -36,7 +37,7 @@ inline void makeChangedMemory(const SampleMemory &memory)
     memory.write(accented, midiSong("E", "Artist", "Genre"));
     for (const char *name : {"A.MID", "B.MP3", "C.MID", "D.MID"})
         memory.setDate(QLatin1StringView(name), songDate);
-    if (!Index().createIndex(memory.root()))
+    if (!ScriptedIndex().createIndex(memory.root()))
         qFatal("no index");
     memory.remove(u"A.MID"_qs);
     memory.write(u"Z.MID"_qs, midiSong("Z", "Artist", "New"));
@@ -76,12 +77,12 @@ inline void checkRepaired(const SampleMemory &memory, const QMap<QString, QByteA
     // Where the run had all done, the playlists are right already.
     if (set.size() == IndexSet::names().size() && set != before)
         QCOMPARE(SetReader(memory).playlist(songsFile), keptSongs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     const SetReader reader(memory);
     QCOMPARE(reader.problem(), QString());
     QCOMPARE(reader.songCount(), 5);
     QCOMPARE(reader.playlist(songsFile), keptSongs);
-    MemoryCheck check;
+    ScriptedCheck check;
     QVERIFY(check.run(memory.root()));
     QCOMPARE(check.findings(), QStringList());
     QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));

@@ -5,6 +5,7 @@
 #include "tests/dialogscript.h"
 #include "tests/index/samplememory.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QApplication>
@@ -47,7 +48,7 @@ inline QStringList titles(const SampleMemory &memory)
     return texts;
 }
 
-inline Index::RenameQuestion always(int answer, int *asked = nullptr)
+inline AnswerFunction always(int answer, int *asked = nullptr)
 {
     return [answer, asked](const QString &, const QString &) {
         if (asked != nullptr)

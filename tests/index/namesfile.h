@@ -2,6 +2,7 @@
 
 #include "index/givennames.h"
 #include "tests/index/indexsamples.h"
+#include "tests/scriptedindex.h"
 
 #include <QCryptographicHash>
 
@@ -22,7 +23,7 @@ inline QByteArray lineWith(const QByteArray &fields)
 /// Updates the index of \a memory; names are shortened without a question.
 inline bool updateNames(const SampleMemory &memory)
 {
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     return index.updateIndex(memory.root());
 }

@@ -1,6 +1,7 @@
 #include "index/indexset.h"
 #include "tests/index/indexsamples.h"
 #include "tests/index/setreader.h"
+#include "tests/scriptedindex.h"
 
 using namespace Sample;
 
@@ -15,13 +16,13 @@ void makeSoundSet(const SampleMemory &memory)
     memory.write(u"A.MID"_qs, midiSong("One", "Anna", "Pop"));
     memory.write(u"B.MID"_qs, midiSong("Two", "Bruno", "Rock"));
     memory.write(u"C.MP3"_qs, mp3Song("Three", "Carla", "Pop"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
 }
 
 /// The notices of an update, which must be true.
 QStringList noticesOfUpdate(const SampleMemory &memory)
 {
-    Index index;
+    ScriptedIndex index;
     QStringList notices;
     QObject::connect(&index, &Index::noticeFromIndex,
                      [&notices](const QString &notice) { notices.append(notice); });
@@ -128,7 +129,7 @@ void TestDamagedSets::repairsFaultyRecords()
 {
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("One", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QFETCH(QString, file);
     QFETCH(QByteArray, content);
     memory.write(file, content);
@@ -236,7 +237,7 @@ void TestDamagedSets::sortsOutExchangedIds()
                      songRecord("00000001", "TWO", "7800") + songRecord("00000000", "ONE", "7800"));
         patchFile(memory, u"index.id2"_qs, 0, hex("00000001"));
         patchFile(memory, u"index.id2"_qs, 64, hex("00000000"));
-        QVERIFY(isRebuild ? Index().createIndex(memory.root())
+        QVERIFY(isRebuild ? ScriptedIndex().createIndex(memory.root())
                           : noticesOfUpdate(memory) == QStringList(repaired));
         const SetReader reader(memory);
         QCOMPARE(reader.problem(), QString());
@@ -251,7 +252,7 @@ void TestDamagedSets::givesLostIdsBack()
     const SampleMemory memory;
     makeSoundSet(memory);
     memory.remove(u"A.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     // B has the id 1 and C the id 2; nothing but the lists says so any more.
     memory.write(u"index.id2"_qs, QByteArray());
     memory.write(u"0.MID"_qs, midiSong("Zero", "Zoe", "Pop"));
@@ -291,11 +292,11 @@ void TestDamagedSets::findsNoDamageInSoundSets()
     memory.write(u"Z.mp3"_qs, QByteArray(100, 'x'));
     memory.write(u"1.MID"_qs, midiSong("?", "?", "\x3F?"));
     memory.write(u"2.MID"_qs, midiSong("i", "s", "Pop"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QTemporaryDir folder;
     const QString list = folder.filePath(u"list.csv"_qs);
     for (int run = 0; run < 3; ++run) {
-        QCOMPARE(Index().saveSongsList(memory.root(), list, SortByArtist), 1);
+        QCOMPARE(ScriptedIndex().saveSongsList(memory.root(), list, SortByArtist), 1);
         QCOMPARE(noticesOfUpdate(memory), QStringList());
     }
 }

@@ -1,6 +1,7 @@
 #include "index/index.h"
 #include "index/memoryreasons.h"
 #include "tests/index/changedmemory.h"
+#include "tests/scriptedindex.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
@@ -73,7 +74,7 @@ void TestExchangedMemory::leavesTheOtherAloneAfterAQuestion()
     memory.write(pulledSong, midiSong("L", "Artist", "Genre"));
     QMap<QString, QByteArray> other;
     int questions = 0;
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([&](const QString &, const QString &) {
         ++questions;
         other = exchange(memory, disk);
@@ -101,7 +102,7 @@ void TestExchangedMemory::leavesTheOtherAloneWhileItReads()
     std::optional<SmallDisk> disk(std::in_place, memory.root(), SmallDisk::memorySize);
     copyChangedMemory(memory);
     QMap<QString, QByteArray> other;
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([&](const QString &, const QString &) { return 1; });
     connect(&index, &Index::fileFoundChanged, &index, [&](int count) {
         if (count == found)
@@ -121,7 +122,7 @@ void TestExchangedMemory::leavesTheOtherAloneWhileItWrites()
         copyChangedMemory(memory);
         QMap<QString, QByteArray> other;
         bool isWriting = false;
-        Index index;
+        ScriptedIndex index;
         connect(&index, &Index::progressMaxSetup, &index,
                 [&](int maximum) { isWriting = maximum == 100; });
         connect(&index, &Index::progressValueChanged, &index, [&](int value) {
@@ -140,7 +141,7 @@ void TestExchangedMemory::takesItsMarkAwayAtTheEnd()
     const SampleMemory memory;
     copyChangedMemory(memory);
     memory.write(pulledSong, midiSong("L", "Artist", "Genre"));
-    Index index;
+    ScriptedIndex index;
     int marks = 0;
     index.setRenameQuestion([&](const QString &, const QString &) {
         marks += memory.has(u".brisel2pc/mark"_s) ? 1 : 0;

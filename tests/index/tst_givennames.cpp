@@ -1,5 +1,6 @@
 #include "index/givennames.h"
 #include "tests/index/namesfile.h"
+#include "tests/scriptedindex.h"
 
 using namespace Sample;
 
@@ -62,7 +63,7 @@ void TestGivenNames::keepsThemOverRuns()
     memory.write(u"B.MID"_qs, anySong);
     QVERIFY(updateNames(memory));
     QCOMPARE(memory.read(namesFile), names);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(namesFile), names);
     memory.write(u".brisel2pc/title.id2"_qs, "of a run that was cut");
     QVERIFY(updateNames(memory));

@@ -1,4 +1,5 @@
 #include "tests/index/indexsamples.h"
+#include "tests/scriptedindex.h"
 
 using namespace Sample;
 
@@ -42,12 +43,12 @@ void TestIndex::refusesEmptyRoot()
     QVERIFY(song.open(QIODevice::WriteOnly));
     for (const QString &root :
          {QString(), u"/"_qs, u"\\"_qs, u"/nowhere/at/all"_qs, u"inside/A.MID"_qs}) {
-        QVERIFY(!Index().createIndex(root));
-        QVERIFY(!Index().updateIndex(root));
+        QVERIFY(!ScriptedIndex().createIndex(root));
+        QVERIFY(!ScriptedIndex().updateIndex(root));
     }
     QVERIFY(!QFileInfo::exists(u"index.id2"_qs));
     QVERIFY(!QFileInfo::exists(u"sfx"_qs));
-    QVERIFY(!Index().checkIndexFile());
+    QVERIFY(!ScriptedIndex().checkIndexFile());
 }
 
 void TestIndex::cleansTheRoot()
@@ -55,7 +56,7 @@ void TestIndex::cleansTheRoot()
     for (const QString &tail : {u"/"_qs, u"\\"_qs, u"//"_qs, u"/."_qs, u"/./"_qs}) {
         const SampleMemory memory;
         memory.write(u"A/B.MID"_qs, anySong);
-        QVERIFY2(Index().createIndex(memory.root() + tail), qPrintable(tail));
+        QVERIFY2(ScriptedIndex().createIndex(memory.root() + tail), qPrintable(tail));
         QCOMPARE(indexedPaths(memory), QStringList{u"/A/B.MID"_qs});
     }
 }
@@ -64,16 +65,16 @@ void TestIndex::writesNothingWithoutSongs()
 {
     const SampleMemory memory;
     memory.write(u"readme.txt"_qs, "x");
-    QVERIFY(!Index().createIndex(memory.root()));
+    QVERIFY(!ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.rootFiles().keys(), QStringList{u"readme.txt"_qs});
 
     memory.write(u"A.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.remove(u"A.MID"_qs);
     memory.write(u"temp1.id2"_qs, "x");
     memory.write(u"temp2.id2"_qs, "x");
     memory.write(u"sfx.id2"_qs, "x");
-    QVERIFY(!Index().createIndex(memory.root()));
+    QVERIFY(!ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.rootFiles().keys(), QStringList({u"readme.txt"_qs, u"sfx.id2"_qs}));
 }
 
@@ -81,21 +82,21 @@ void TestIndex::writesNothingWhenNothingChanged()
 {
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     const QDateTime old(QDate(2001, 2, 3), QTime(4, 5));
     for (const QString &name : memory.rootFiles().keys())
         memory.setDate(name, old);
     const QDateTime songDate(QDate(2010, 1, 1), QTime(1, 1, 1));
     memory.setDate(u"A.MID"_qs, songDate);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     memory.setDate(u"index.id2"_qs, old);
     memory.setDate(u"fsinfos.id2"_qs, old);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(QFileInfo(memory.path(u"index.id2"_qs)).lastModified(), old);
     QCOMPARE(QFileInfo(memory.path(u"fsinfos.id2"_qs)).lastModified(), old);
     // No song at all: the update leaves the old files as they are, too.
     memory.remove(u"A.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(QFileInfo(memory.path(u"index.id2"_qs)).lastModified(), old);
 }
 
@@ -104,14 +105,14 @@ void TestIndex::rebuildsWhereAFileIsMissing()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
     memory.write(u"B.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     const QStringList names = memory.rootFiles().keys();
     memory.remove(u"A.MID"_qs);
     for (const QString &name : names) {
         if (!name.endsWith(u".id2"_qs))
             continue;
         memory.remove(name);
-        QVERIFY(Index().updateIndex(memory.root()));
+        QVERIFY(ScriptedIndex().updateIndex(memory.root()));
         QCOMPARE(indexedIds(memory), QList<int>{0});
         QVERIFY(memory.has(name));
     }
@@ -123,7 +124,7 @@ void TestIndex::emitsProgressInOrder()
     memory.write(u"A.MID"_qs, anySong);
     memory.write(u"B.TXT"_qs, "x");
     memory.write(u"C.MID"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     const QSignalSpy found(&index, &Index::fileFoundChanged);
     const QSignalSpy maximum(&index, &Index::progressMaxSetup);
     const QSignalSpy value(&index, &Index::progressValueChanged);
@@ -142,7 +143,7 @@ void TestIndex::logsItsSteps()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
     LogCapture log;
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     const QStringList lists{u"write title index "_qs,  u"write alpha index "_qs,
                             u"write artist index "_qs, u"write alpha index "_qs,
                             u"write genre index "_qs,  u"write alpha index "_qs};
@@ -159,16 +160,16 @@ void TestIndex::keepsIdsAcrossUpdates()
     const SampleMemory memory;
     for (const char *name : {"A.MID", "B.MID", "C.MID"})
         memory.write(QLatin1StringView(name), anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.remove(u"B.MID"_qs);
     memory.write(u"AA.MID"_qs, anySong);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs, u"/C.MID"_qs, u"/AA.MID"_qs}));
     QCOMPARE(indexedIds(memory), QList<int>({0, 2, 3}));
     memory.write(u"B.MID"_qs, anySong);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedIds(memory), QList<int>({0, 2, 3, 4}));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(indexedIds(memory), QList<int>({0, 1, 2, 3}));
     QCOMPARE(indexedPaths(memory),
              QStringList({u"/A.MID"_qs, u"/AA.MID"_qs, u"/B.MID"_qs, u"/C.MID"_qs}));
@@ -180,13 +181,13 @@ void TestIndex::readsChangedSongsAgain()
     const QDateTime moment(QDate(2010, 5, 6), QTime(7, 8, 9));
     memory.write(u"A.MID"_qs, midiSong("Old", "A", "G"));
     memory.setDate(u"A.MID"_qs, moment);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(u"A.MID"_qs, midiSong("New", "A", "G"));
     memory.setDate(u"A.MID"_qs, moment);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(titles(memory), QStringList{u"OLD"_qs});
     memory.setDate(u"A.MID"_qs, moment.addSecs(1));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(titles(memory), QStringList{u"NEW"_qs});
     QCOMPARE(memory.read(u"index.id2"_qs).mid(50), QByteArray("20100506070810"));
     QCOMPARE(indexedIds(memory), QList<int>{0});
@@ -197,17 +198,17 @@ void TestIndex::keepsSongThatCannotBeLookedAt()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("Kept", "A", "G"));
     memory.write(u"B.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.remove(u"A.MID"_qs);
     QVERIFY(QFile::link(memory.path(u"A.MID"_qs), memory.path(u"A.MID"_qs)));
     memory.write(u"C.MID"_qs, anySong);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs, u"/B.MID"_qs, u"/C.MID"_qs}));
     QVERIFY(titles(memory).contains(u"KEPT"_qs));
     // A folder in its place is no longer the song.
     memory.remove(u"A.MID"_qs);
     QVERIFY(QDir().mkpath(memory.path(u"A.MID"_qs)));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/B.MID"_qs, u"/C.MID"_qs}));
 }
 
@@ -216,8 +217,8 @@ void TestIndex::indexesAccentedPathsAnew()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
     memory.write(u"\u00E9.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedIds(memory), QList<int>({0, 2}));
     QCOMPARE(memory.read(u"index.id2"_qs).mid(64 + 4, 7), QByteArray("/\x82.MID\0", 7));
 }
@@ -230,11 +231,11 @@ void TestIndex::readsHeadOfMisreadPathAgain()
     const QDateTime moment(QDate(2010, 5, 6), QTime(7, 8, 9));
     memory.write(u"\u00DB.MID"_qs, midiSong("First", "A", "G"));
     memory.setDate(u"\u00DB.MID"_qs, moment);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.remove(u"\u00DB.MID"_qs);
     memory.write(u"\u00EA.MID"_qs, midiSong("Second", "A", "G"));
     memory.setDate(u"\u00EA.MID"_qs, moment);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(titles(memory), QStringList{u"SECOND"_qs});
 }
 
@@ -242,12 +243,12 @@ void TestIndex::keepsSongRenamedInCaseOnly()
 {
     const SampleMemory memory;
     memory.write(u"a.mid"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QVERIFY(QFile::rename(memory.path(u"a.mid"_qs), memory.path(u"A.MID"_qs)));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs}));
     memory.write(u"B.MID"_qs, anySong);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs, u"/B.MID"_qs}));
     QCOMPARE(indexedIds(memory), QList<int>({0, 1}));
 }
@@ -257,7 +258,7 @@ void TestIndex::walksFoldersInOrder()
     const SampleMemory memory;
     for (const char *name : {"b/1.MID", "B.MID", "_.MID", "a.kar", "C/d/2.zb3", "C/e.Zb5"})
         memory.write(QLatin1StringView(name), anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/_.MID"_qs, u"/a.kar"_qs, u"/b/1.MID"_qs,
                                                 u"/B.MID"_qs, u"/C/d/2.zb3"_qs, u"/C/e.Zb5"_qs}));
 }
@@ -269,7 +270,7 @@ void TestIndex::skipsReservedAndHiddenFolders()
          {"SFX/1.MID", "Bridge/2.MID", "x/sFx/3.MID", ".hidden/4.MID", ".5.MID",
           "System Volume Information/6.MID", "lost+found/7.MID", "SFXX/8.MID", "x/sfx.mid"})
         memory.write(QLatin1StringView(name), anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(2));
     QVERIFY(index.createIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/SFXX/8.MID"_qs, u"/x/sfx.mid"_qs}));
@@ -281,7 +282,7 @@ void TestIndex::acceptsOnlySongSuffixes()
     for (const char *name : {"1.mid", "2.KAR", "3.zb3", "4.ZB4", "5.zb5", "6.Mp3", "7.midi",
                              "8.zb2", "9", "10.mid.txt", "mid"})
         memory.write(QLatin1StringView(name), anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(indexedPaths(memory).size(), 6);
 }
 
@@ -295,7 +296,7 @@ void TestIndex::endsLinkLoopsAndSkipsSpecialFiles()
     QCOMPARE(::mkfifo(QFile::encodeName(memory.path(u"fifo.mid"_qs)).constData(), 0600), 0);
     QVERIFY(QDir().mkpath(memory.path(u"folder.mid"_qs)));
     QVERIFY(QFile::link(memory.path(u"x/A.MID"_qs), memory.path(u"link.mid"_qs)));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/link.mid"_qs, u"/x/A.MID"_qs}));
 }
 
@@ -305,7 +306,7 @@ void TestIndex::refusesPathOf46Characters()
     const QString folder = u"12345678/12345678/12345678/12345678/"_qs;
     memory.write(folder + u"1234.mid"_qs, anySong);
     memory.write(folder + u"12345.mid"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     const QSignalSpy found(&index, &Index::fileFoundChanged);
     QVERIFY(index.createIndex(memory.root()));
@@ -315,7 +316,7 @@ void TestIndex::refusesPathOf46Characters()
     QCOMPARE(indexedPaths(memory), QStringList{u'/' + folder + u"1234.mid"_qs});
     // With only refused songs there is no index.
     memory.remove(folder + u"1234.mid"_qs);
-    QVERIFY(!Index().createIndex(memory.root()));
+    QVERIFY(!ScriptedIndex().createIndex(memory.root()));
     QVERIFY(!memory.has(u"index.id2"_qs));
 }
 
@@ -324,13 +325,13 @@ void TestIndex::survivesUnorderedIds()
     const SampleMemory memory;
     for (const char *name : {"A.MID", "B.MID", "C.MID"})
         memory.write(QLatin1StringView(name), anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     const QByteArray index = memory.read(u"index.id2"_qs);
     memory.write(u"index.id2"_qs, index.mid(128) + index.left(128));
-    Index().updateIndex(memory.root());
+    ScriptedIndex().updateIndex(memory.root());
     memory.write(u"index.id2"_qs, index.left(64) + index.left(64) + index.left(64));
-    Index().updateIndex(memory.root());
-    QVERIFY(Index().createIndex(memory.root()));
+    ScriptedIndex().updateIndex(memory.root());
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(indexedIds(memory), QList<int>({0, 1, 2}));
 }
 
@@ -340,7 +341,7 @@ void TestIndex::removesAllButReservedFile()
     memory.write(u"A.MID"_qs, anySong);
     memory.write(u"sfx.id2"_qs, "x");
     memory.write(u"temp1.id2"_qs, "x");
-    Index index;
+    ScriptedIndex index;
     QVERIFY(index.createIndex(memory.root()));
     QVERIFY(index.checkIndexFile());
     LogCapture log;
@@ -354,13 +355,13 @@ void TestIndex::endsWhenAskedToQuit()
 {
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(u"B long name.mid"_qs, anySong);
     memory.write(u"C long name.mid"_qs, anySong);
     const auto before = memory.rootFiles();
     for (const bool rebuild : {true, false}) {
         int asked = 0;
-        Index index;
+        ScriptedIndex index;
         index.setRenameQuestion([&asked](const QString &, const QString &) {
             ++asked;
             RunGuard::requestEnd();
@@ -377,11 +378,11 @@ void TestIndex::endsInThePerSongPass()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
     memory.write(u"B.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(u"C.MID"_qs, anySong);
     const auto before = memory.rootFiles();
     for (const int value : {1, 30, 90}) {
-        Index index;
+        ScriptedIndex index;
         connect(&index, &Index::progressValueChanged, &index, [value](int now) {
             if (now == value)
                 RunGuard::requestEnd();
@@ -397,9 +398,9 @@ void TestIndex::keepsRoomForNoSongInAnotherPlace()
     // The memory is pulled in the middle and its mount folder stays, empty.
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(u"B.MID"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     connect(&index, &Index::progressMaxSetup, &index, [&memory](int maximum) {
         if (maximum != 100)
             return;
@@ -426,18 +427,18 @@ void TestIndex::leavesAnotherMemoryAlone()
     // The memory is pulled in the middle, and another of the same name is put in its place.
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(u"B.MID"_qs, anySong);
     const SampleMemory other;
     other.write(u"C.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(other.root()));
+    QVERIFY(ScriptedIndex().createIndex(other.root()));
     QVERIFY(QDir(other.path(u"sfx"_qs)).removeRecursively());
     other.write(u".brisel2pc/paths"_qs, "of its own");
     const auto files = other.rootFiles();
 
     QFETCH(bool, isRebuild);
     QFETCH(int, value);
-    Index index;
+    ScriptedIndex index;
     connect(&index, &Index::progressValueChanged, &index, [&](int now) {
         if (now != value || QFileInfo::exists(memory.root() + u"-away"_qs))
             return;

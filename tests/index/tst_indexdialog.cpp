@@ -54,6 +54,7 @@ private slots:
     void keepsIdsInUpdateAndRenumbersInRebuild();
     void reportsRefusedFiles();
     void namesAThousandRefusedFiles();
+    void asksBeforeItRenames();
     void listsNoticesAsNoErrors();
     void forgetsErrorsOfTheRunBefore();
     void resetsProgressAfterFailure();
@@ -198,6 +199,26 @@ void TestIndexDialog::namesAThousandRefusedFiles()
     lines.removeFirst();
     lines.removeLast();
     QCOMPARE(m_dialog->report()->text().split(u'\n', Qt::SkipEmptyParts).mid(1), lines);
+}
+
+void TestIndexDialog::asksBeforeItRenames()
+{
+    m_memory->write(QStringLiteral("A long name.mid"), midiSong("One", "Anna", "Pop"));
+    QString file;
+    QString message;
+    m_script->expect("NoCopyrightDialog", [&](QWidget *dialog) {
+        file = dialog->findChild<QLabel *>(QStringLiteral("fileNameLabel"))->text();
+        message = dialog->findChild<QLabel *>(QStringLiteral("messageLabel"))->text();
+        DialogScript::click(dialog, QStringLiteral("yesPushButton"));
+    });
+    m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+    press();
+    QCOMPARE(file, m_memory->path(QStringLiteral("A long name.mid")));
+    QCOMPARE(message, QStringLiteral("verrà rinominato: ") +
+                          m_memory->path(QStringLiteral("Alongn-1.mid")) +
+                          QStringLiteral("\n\nSe il file non viene rinominato, è possibile che non "
+                                         "venga rilevato da Brisel."));
+    QVERIFY(m_memory->has(QStringLiteral("Alongn-1.mid")));
 }
 
 void TestIndexDialog::listsNoticesAsNoErrors()

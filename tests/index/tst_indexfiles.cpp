@@ -1,5 +1,6 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
@@ -44,7 +45,7 @@ void TestIndexFiles::writesOneSong()
     const SampleMemory memory;
     memory.write(u"BASI/SONG1.MID"_qs, midiSong("Volare", "Anonimo", "Swing"));
     memory.setDate(u"BASI/SONG1.MID"_qs, first);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
 
     const QByteArray song = songRecord("00000000", "VOLARE", "7800");
     QCOMPARE(memory.read(u"index.id2"_qs),
@@ -82,7 +83,7 @@ void TestIndexFiles::writesThreeSongsInGroups()
 {
     const SampleMemory memory;
     addThreeSongs(memory);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
 
     const QByteArray two = songRecord("00000000", "BRINDISI", "7800");
     const QByteArray one = songRecord("00000001", "ARIA", "7800");
@@ -110,7 +111,7 @@ void TestIndexFiles::writesMp3SongsTwice()
     addThreeSongs(memory);
     memory.write(u"ZZ.MP3"_qs, mp3Song("Canto", "Coro", "Opera"));
     memory.setDate(u"ZZ.MP3"_qs, second);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
 
     const QByteArray song = songRecord("00000003", "CANTO", "0001");
     QCOMPARE(memory.read(u"title.id2"_qs).mid(128, 64), song);
@@ -127,13 +128,13 @@ void TestIndexFiles::updatesAddedChangedAndRemovedSongs()
 {
     const SampleMemory memory;
     addThreeSongs(memory);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.remove(u"A/TWO.MID"_qs);
     memory.write(u"ZERO.MID"_qs, midiSong("Tango", "Anonimo", "Ballo"));
     memory.setDate(u"ZERO.MID"_qs, first);
     memory.write(u"C.MID"_qs, midiSong("Nuova", "Anonimo", "Opera"));
     memory.setDate(u"C.MID"_qs, second);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
 
     const QByteArray one = songRecord("00000001", "ARIA", "7800");
     const QByteArray zero = songRecord("00000002", "TANGO", "7800");
@@ -180,10 +181,10 @@ void TestIndexFiles::readsASongAgainWhenItsDateOrTimeDiffers()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("Old", "Artist", "Genre"));
     memory.setDate(u"A.MID"_qs, first);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(u"A.MID"_qs, midiSong("New", "Artist", "Genre"));
     memory.setDate(u"A.MID"_qs, changed);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"title.id2"_qs), songRecord("00000000", title, "7800"));
     QCOMPARE(memory.read(u"index.id2"_qs), pathRecord("00000000", "/A.MID", digits));
 }
@@ -193,7 +194,7 @@ void TestIndexFiles::fillsTheTitleWith58Characters()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong(QByteArray(58, 'x'), "A", "G"));
     memory.write(u"B.MID"_qs, midiSong(QByteArray(70, 'y'), "A", "G"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     const QByteArray titles = memory.read(u"title.id2"_qs);
     QCOMPARE(titles.mid(4, 59), QByteArray(58, 'X') + char(120));
     QCOMPARE(titles.mid(64 + 4, 59), QByteArray(58, 'Y') + char(120));
@@ -220,7 +221,7 @@ void TestIndexFiles::endsLongestPathBeforeItsDate()
     const QString folder = u"12345678/12345678/12345678/12345678"_qs;
     memory.write(folder + u"/1234.mid"_qs, midiSong("T", "A", "G"));
     memory.setDate(folder + u"/1234.mid"_qs, first);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs), hex("00000000") +
                                                "/12345678/12345678/12345678/12345678/1234.mid" +
                                                '\0' + "20091231235958");
@@ -231,7 +232,7 @@ void TestIndexFiles::writesPathsInTheirCodePage()
     const SampleMemory memory;
     memory.write(u"\u00E9.MID"_qs, midiSong("\xE9t\xE9", "A", "G"));
     memory.write(u"\u4E00.MID"_qs, midiSong("B", "A", "G"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     const QByteArray index = memory.read(u"index.id2"_qs);
     QCOMPARE(index.mid(4, 7), QByteArray("/\x82.MID\0", 7));
     QCOMPARE(index.mid(68, 7), QByteArray("/?.MID\0", 7));
@@ -281,7 +282,8 @@ void TestIndexFiles::putsAnyNumberOfPlaylistsInPlace()
     constexpr int playlists = 17;
     const SampleMemory memory;
     QVERIFY(QDir(memory.root()).mkdir(u"playlist"_qs));
-    IndexSet set;
+    Run setRun;
+    IndexSet set(setRun);
     set.setRoot(memory.root());
     QVERIFY(set.beginStaging());
     for (const QString &name : IndexSet::names())

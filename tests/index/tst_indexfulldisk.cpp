@@ -1,5 +1,6 @@
 #include "base/freespace.h"
 #include "tests/index/changedmemory.h"
+#include "tests/scriptedindex.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
@@ -63,8 +64,8 @@ void TestIndexFullDisk::survivesEverySize()
         const auto before = setOf(memory);
         const auto songs = memory.rootFiles();
         fill(memory, pages);
-        const bool result =
-            isRebuild ? Index().createIndex(memory.root()) : Index().updateIndex(memory.root());
+        const bool result = isRebuild ? ScriptedIndex().createIndex(memory.root())
+                                      : ScriptedIndex().updateIndex(memory.root());
         const QByteArray where = QByteArray::number(pages) + " pages";
         const auto set = setOf(memory);
         const bool isComplete = set.size() == IndexSet::names().size();

@@ -1,5 +1,6 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QSignalSpy>
@@ -20,7 +21,7 @@ void TestIndexGrowth::refusesSong65536()
 {
     const SampleMemory memory;
     memory.write(u"ZZ.MID"_qs, midiSong("One more", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     constexpr int full = 65535;
     QByteArray paths;
     QByteArray songs;
@@ -34,7 +35,7 @@ void TestIndexGrowth::refusesSong65536()
     memory.write(u"artist.id2"_qs, groupHeader("0000FFFF", "A") + songs);
     memory.write(u"genre.id2"_qs, groupHeader("0000FFFF", "G") + songs);
 
-    Index index;
+    ScriptedIndex index;
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     const QSignalSpy found(&index, &Index::fileFoundChanged);
     QVERIFY(index.updateIndex(memory.root()));
@@ -44,7 +45,7 @@ void TestIndexGrowth::refusesSong65536()
     QCOMPARE(found.size(), 1);
     // All the others had vanished: now there is room, and the numbers begin again at the start.
     QCOMPARE(memory.read(u"index.id2"_qs), QByteArray());
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs).mid(4, 8), QByteArray("/ZZ.MID\0", 8));
     QCOMPARE(memory.read(u"fsinfos.id2"_qs).left(6), hex("010001000100"));
 }

@@ -1,6 +1,7 @@
 #include "index/memorycheck.h"
 #include "tests/index/changedmemory.h"
 #include "tests/index/indexsamples.h"
+#include "tests/scriptedindex.h"
 #include "tests/smalldisk.h"
 
 using namespace Sample;
@@ -42,7 +43,7 @@ void TestIndexLinks::renamesNothingThroughALinkToAHomeFolder()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
     QVERIFY(QFile::link(home.root(), memory.path(u"home"_qs)));
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     QVERIFY(index.createIndex(memory.root()));
@@ -59,7 +60,7 @@ void TestIndexLinks::followsLinksWithinTheMemory()
     memory.write(u"B/D.MID"_qs, anySong);
     QVERIFY(QFile::link(memory.path(u"B"_qs), memory.path(u"A long way"_qs)));
     QVERIFY(QFile::link(u"B/D.MID"_qs, memory.path(u"C long name.mid"_qs)));
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     QVERIFY(index.createIndex(memory.root()));
@@ -83,7 +84,7 @@ void TestIndexLinks::reportsEachLinkOutOnce()
     QVERIFY(QFile::link(u"B long name.mid"_qs, memory.path(u"C.MID"_qs)));
     QVERIFY(QFile::link(home.path(u"notes.txt"_qs), memory.path(u"notes.txt"_qs)));
     QVERIFY(QFile::link(home.root(), memory.path(u"sfx"_qs)));
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     QVERIFY(index.createIndex(memory.root()));
@@ -102,7 +103,7 @@ void TestIndexLinks::leavesOtherDisksAlone()
     if (!disk.isMounted())
         QSKIP("only root can mount a small disk");
     memory.write(u"B/DISK/A long name.mid"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     QVERIFY(index.createIndex(memory.root()));
@@ -118,7 +119,7 @@ void TestIndexLinks::renamesNothingThroughALinkThatIsExchangedMeanwhile()
     const SampleMemory memory;
     memory.write(u"B.MID"_qs, anySong);
     memory.write(u"SONGS/A long name.mid"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([&](const QString &, const QString &) {
         QFile::rename(memory.path(u"SONGS"_qs), memory.path(u"OLD"_qs));
         QFile::link(home.root(), memory.path(u"SONGS"_qs));
@@ -147,7 +148,7 @@ void TestIndexLinks::indexesNothingBehindAFolderThatBecomesALinkInItsQuestion()
     const SampleMemory memory;
     memory.write(u"B.MID"_qs, anySong);
     memory.write(u"A long folder/C.MID"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([&](const QString &path, const QString &) {
         QFile::rename(path, memory.path(u"OLD"_qs));
         QFile::link(home.root(), path);
@@ -167,7 +168,7 @@ void TestIndexLinks::writesNothingThroughALinkInPlaceOfThePlaylists()
     QVERIFY(QFile::link(lists, memory.path(u"playlist"_qs)));
     const auto before = home.rootFiles();
     for (const bool isRebuild : {true, false}) {
-        Index index;
+        ScriptedIndex index;
         QVERIFY(isRebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root()));
         QCOMPARE(home.rootFiles(), before);
     }
@@ -178,7 +179,7 @@ void TestIndexLinks::renamesNothingOnAnotherMemoryInTheSamePlace()
     const SampleMemory memory;
     memory.write(u"A long name.mid"_qs, anySong);
     const QString elsewhere = memory.root() + u"-old"_qs;
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([&](const QString &, const QString &) {
         QDir().rename(memory.root(), elsewhere);
         memory.write(u"A long name.mid"_qs, anySong);
@@ -196,10 +197,10 @@ void TestIndexLinks::dropsSongsOutsideFromAnOldIndex()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
     memory.write(u"home/B.MID"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QVERIFY(QDir(memory.path(u"home"_qs)).removeRecursively());
     QVERIFY(QFile::link(home.root(), memory.path(u"home"_qs)));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList{u"/A.MID"_qs});
     QCOMPARE(indexedIds(memory), QList<int>{0});
 }
@@ -211,14 +212,14 @@ void TestIndexLinks::takesTheSongInPlaceOfALinkThatDiffersInCase()
     home.write(u"A.MID"_qs, midiSong("Outside", "Artist", "Genre"));
     const SampleMemory memory;
     memory.write(u"a.mid"_qs, anySong);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.remove(u"a.mid"_qs);
     QVERIFY(QFile::link(home.path(u"A.MID"_qs), memory.path(u"a.mid"_qs)));
     memory.write(u"A.MID"_qs, midiSong("Inside", "Artist", "Genre"));
     memory.setDate(u"A.MID"_qs, QDateTime({2001, 2, 3}, {4, 5, 6}));
     if (QFileInfo(memory.path(u"a.mid"_qs)).symLinkTarget() != home.path(u"A.MID"_qs))
         QSKIP("the disk does not tell letter case");
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList{u"/A.MID"_qs});
     QCOMPARE(titles(memory), QStringList{u"INSIDE"_qs});
 }
@@ -231,8 +232,8 @@ void TestIndexLinks::missesNothingOutsideInACheck()
     memory.write(u"A.MID"_qs, anySong);
     QVERIFY(QFile::link(home.root(), memory.path(u"home"_qs)));
     QVERIFY(QFile::link(home.path(u"B.MID"_qs), memory.path(u"B.MID"_qs)));
-    QVERIFY(Index().createIndex(memory.root()));
-    MemoryCheck check;
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
+    ScriptedCheck check;
     QVERIFY(check.run(memory.root()));
     QCOMPARE(check.findings(), QStringList());
 }

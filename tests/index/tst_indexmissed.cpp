@@ -1,5 +1,6 @@
 #include "index/memorycheck.h"
 #include "tests/index/indexsamples.h"
+#include "tests/scriptedindex.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -19,13 +20,13 @@ const QString noFile = u"File non importato, non è un file: "_qs;
 
 QStringList errorsOf(const SampleMemory &memory)
 {
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     if (!index.createIndex(memory.root()))
         qFatal("no index");
     const QStringList built = texts(errors);
-    Index next;
+    ScriptedIndex next;
     next.setRenameQuestion(always(1));
     const QSignalSpy again(&next, &Index::errorFromIndex);
     if (!next.updateIndex(memory.root()))
@@ -159,7 +160,7 @@ void TestIndexMissed::saysAllOfItOnce()
     QVERIFY(QFile::link(u"D.MID"_qs, memory.path(u"D.MID"_qs)));
     QCOMPARE(::mkfifo(QFile::encodeName(memory.path(u"F.MID"_qs)).constData(), 0600), 0);
     QCOMPARE(errorsOf(memory).size(), 4);
-    MemoryCheck check;
+    ScriptedCheck check;
     QVERIFY(check.run(memory.root()));
     QCOMPARE(check.findings(), QStringList());
 }

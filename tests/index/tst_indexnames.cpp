@@ -1,4 +1,5 @@
 #include "tests/index/indexsamples.h"
+#include "tests/scriptedindex.h"
 
 using namespace Sample;
 
@@ -16,7 +17,6 @@ private slots:
     void renamesFoldersButNeverTheRoot();
     void obeysTheAnswers_data();
     void obeysTheAnswers();
-    void asksByDialog();
     void takesGraphicsAlong();
     void reportsEachNewName();
     void reportsFailedRename();
@@ -31,7 +31,7 @@ void TestIndexNames::shortensLongNames()
     memory.write(u"It's a-b.c d.kar"_qs, anySong);
     memory.write(u"12345678.mid"_qs, anySong);
     memory.write(u"- . ' - . -.mid"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     QVERIFY(index.createIndex(memory.root()));
     QCOMPARE(indexedPaths(memory),
@@ -49,7 +49,7 @@ void TestIndexNames::cutsNoCharacterInTwo()
     for (int number = 1; number < 10; ++number)
         memory.write(u"cdef\U0001F600-%1.mid"_qs.arg(number), anySong);
     memory.write(u"cdef\U0001F600ghij.mid"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     QVERIFY(index.createIndex(memory.root()));
     QVERIFY(memory.has(u"abcde-1.mid"_qs));
@@ -64,7 +64,7 @@ void TestIndexNames::leavesOutWhatFatDoesNotAllow()
     memory.write(u"B\u0001\n\u001F\u007F\tcd\u0080efgh.mid"_qs, anySong);
     memory.write(u"**???****.mid"_qs, anySong);
     memory.write(u"D: a folder/A.MID"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     QVERIFY(index.createIndex(memory.root()));
     QVERIFY(memory.has(u"Abcdef-1.mid"_qs));
@@ -81,14 +81,14 @@ void TestIndexNames::countsPast9And99()
     for (int number = 10; number < 100; ++number)
         memory.write(u"abcde-%1.mid"_qs.arg(number), anySong);
     memory.write(u"abcdefghi.mid"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     QVERIFY(index.createIndex(memory.root()));
     QVERIFY(memory.has(u"abcd-100.mid"_qs));
     for (int number = 101; number < 1000; ++number)
         memory.write(u"abcd-%1.mid"_qs.arg(number), anySong);
     memory.write(u"abcdefghij.mid"_qs, anySong);
-    Index full;
+    ScriptedIndex full;
     full.setRenameQuestion(always(1));
     const QSignalSpy errors(&full, &Index::errorFromIndex);
     QVERIFY(full.createIndex(memory.root()));
@@ -105,7 +105,7 @@ void TestIndexNames::countsEachPrefixByItself()
     for (const QString &name : {u"abcdefghi.mid"_qs, u"abcdefhij.mid"_qs, u"abcdefhij.kar"_qs,
                                 u"abcdegghi.mid"_qs, u"abcdehiii.mid"_qs})
         memory.write(name, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     QVERIFY(index.createIndex(memory.root()));
     for (const QString &name : {u"abcde-10.mid"_qs, u"abcde-11.mid"_qs, u"abcdef-1.kar"_qs,
@@ -117,7 +117,7 @@ void TestIndexNames::renamesFoldersButNeverTheRoot()
 {
     const SampleMemory memory;
     memory.write(u"A long memory/Summer hits.2009/A.MID"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(0));
     QVERIFY(index.createIndex(memory.path(u"A long memory"_qs)));
     QVERIFY(memory.has(u"A long memory/Summer-1/A.MID"_qs));
@@ -144,34 +144,13 @@ void TestIndexNames::obeysTheAnswers()
     QFETCH(int, answer);
     QFETCH(bool, renamed);
     int asked = 0;
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(answer, &asked));
     QVERIFY(index.createIndex(memory.root()));
     QTEST(asked, "asked");
     QCOMPARE(indexedPaths(memory),
              renamed ? QStringList({u"/Alongn-1.mid"_qs, u"/Blongn-1.mid"_qs})
                      : QStringList({u"/A long name.mid"_qs, u"/B long name.mid"_qs}));
-}
-
-void TestIndexNames::asksByDialog()
-{
-    const SampleMemory memory;
-    memory.write(u"A long name.mid"_qs, anySong);
-    DialogScript script;
-    QString file;
-    QString message;
-    script.expect("NoCopyrightDialog", [&](QWidget *dialog) {
-        file = dialog->findChild<QLabel *>(u"fileNameLabel"_qs)->text();
-        message = dialog->findChild<QLabel *>(u"messageLabel"_qs)->text();
-        DialogScript::click(dialog, u"yesPushButton"_qs);
-    });
-    QVERIFY(Index().createIndex(memory.root()));
-    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
-    QCOMPARE(file, memory.path(u"A long name.mid"_qs));
-    QCOMPARE(message, u"verrà rinominato: "_qs + memory.path(u"Alongn-1.mid"_qs) +
-                          u"\n\nSe il file non viene rinominato, è possibile che non venga "
-                          "rilevato da Brisel."_qs);
-    QVERIFY(memory.has(u"Alongn-1.mid"_qs));
 }
 
 void TestIndexNames::takesGraphicsAlong()
@@ -182,7 +161,7 @@ void TestIndexNames::takesGraphicsAlong()
     memory.write(u"Alongn-1.CdG"_qs, "of another song");
     memory.write(u"B long name.mid"_qs, anySong);
     memory.write(u"B long name.cdg"_qs, "left alone");
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     QVERIFY(index.createIndex(memory.root()));
     QVERIFY(memory.has(u"Alongn-2.mp3"_qs));
@@ -197,7 +176,7 @@ void TestIndexNames::reportsEachNewName()
     memory.write(u"A long folder/B long name.mp3"_qs, mp3Song("Title", "Artist", "Genre"));
     memory.write(u"A long folder/B long name.cdg"_qs, "graphics");
     memory.write(u"A long folder/C.MID"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     const QSignalSpy notices(&index, &Index::noticeFromIndex);
     QVERIFY(index.createIndex(memory.root()));
@@ -213,7 +192,7 @@ void TestIndexNames::reportsFailedRename()
     const SampleMemory memory;
     memory.write(u"A long name.mid"_qs, anySong);
     memory.write(u"B.MID"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &path, const QString &) {
         QFile::remove(path);
         return 0;
@@ -231,7 +210,7 @@ void TestIndexNames::replacesNothingThatAppearsMeanwhile()
     memory.write(u"A long name.mp3"_qs, anySong);
     memory.write(u"A long name.cdg"_qs, "graphics");
     memory.write(u"B long name.mid"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([&memory](const QString &path, const QString &) {
         const bool isFirst = path.endsWith(u"mp3"_qs);
         memory.write(isFirst ? u"Alongn-1.cdg"_qs : u"Blongn-1.mid"_qs, "new");

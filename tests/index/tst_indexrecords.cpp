@@ -1,6 +1,7 @@
 #include "index/index.h"
 #include "index/indexrecords.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
@@ -129,7 +130,7 @@ void TestIndexRecords::indexesContainers()
     QFETCH(QByteArray, end);
     const SampleMemory memory;
     memory.write(u"A.ZB%1"_qs.arg(generation), container(generation, 90, hasMarkers));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     const QByteArray record = songRecord("00000000", "TITLE", end.constData());
     QCOMPARE(memory.read(u"title.id2"_qs), record);
     QCOMPARE(memory.read(u"artist.id2"_qs), groupHeader("00000001", "ARTIST") + record);
@@ -149,7 +150,7 @@ void TestIndexRecords::updateKeepsWhatTheSetSays()
     QFETCH(int, type);
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("Title", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     // The song does not have what the records say now.
     const QByteArray known = songRecord("00000000", "TITLE", end.constData());
     const QByteArray artist = groupHeader("00000001", "ARTIST");
@@ -165,7 +166,7 @@ void TestIndexRecords::updateKeepsWhatTheSetSays()
     memory.write(u"fsinfos.id2"_qs,
                  hex(type == 1 ? "010001000100010001000100" : "010001000100000000000000"));
     memory.write(u"NEW.MID"_qs, midiSong("Zero", "Artist", "Genre"));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     const QByteArray added = songRecord("00000001", "ZERO", "7800");
     QCOMPARE(memory.read(u"title.id2"_qs), known + added);
     QCOMPARE(memory.read(u"artist.id2"_qs), groupHeader("00000002", "ARTIST") + known + added);

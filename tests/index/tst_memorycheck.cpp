@@ -2,6 +2,7 @@
 #include "index/index.h"
 #include "index/memorycheck.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 #include "tools/samplesongs.h"
 
@@ -32,14 +33,14 @@ QString sentence(const QStringList &lines)
 
 QString checked(const QString &root)
 {
-    MemoryCheck check;
+    ScriptedCheck check;
     return check.run(root) ? sentence(check.findings()) : u"not done"_qs;
 }
 
 /// Answers "no to all": long names stay.
 bool indexed(const QString &root, bool rebuild = false)
 {
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) { return 3; });
     return rebuild ? index.createIndex(root) : index.updateIndex(root);
 }
@@ -153,7 +154,7 @@ void TestMemoryCheck::findsNothingInSampleSongs()
     QVERIFY(SampleSongs::writeSet(memory.path(u"songs"_qs)));
     QVERIFY(SampleSongs::writeMany(memory.path(u"many"_qs), 60));
     compareThroughChanges(memory, {});
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) { return 1; });
     QVERIFY(index.updateIndex(memory.root()));
     QCOMPARE(checked(memory.root()), u"clean"_qs);
@@ -248,7 +249,7 @@ void TestMemoryCheck::tellsItsProgress()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("One", "Anna", "Pop"));
     QVERIFY(indexed(memory.root()));
-    MemoryCheck check;
+    ScriptedCheck check;
     const QSignalSpy maxima(&check, &MemoryCheck::progressMaxSetup);
     const QSignalSpy values(&check, &MemoryCheck::progressValueChanged);
     const QSignalSpy paths(&check, &MemoryCheck::currentPathChanged);
@@ -270,7 +271,7 @@ void TestMemoryCheck::endsWhenAskedTo()
     QVERIFY(indexed(memory.root()));
     for (const QString &name : {u"A.MID"_qs, u"title.id2"_qs, u"playlist"_qs}) {
         const RunGuard guard;
-        MemoryCheck check;
+        ScriptedCheck check;
         int after = 0;
         connect(&check, &MemoryCheck::currentPathChanged, this, [&](const QString &path) {
             after += RunGuard::endRequested() && !path.isEmpty() ? 1 : 0;
@@ -292,7 +293,7 @@ void TestMemoryCheck::findsNoMemory()
     QCOMPARE(checked(memory.path(u"nowhere"_qs)), u"not done"_qs);
     QCOMPARE(checked(memory.path(u"A.MID"_qs)), u"not done"_qs);
     // Pulled in the middle, and another one mounted in its place.
-    MemoryCheck check;
+    ScriptedCheck check;
     connect(&check, &MemoryCheck::currentPathChanged, this, [&](const QString &path) {
         if (path != memory.path(u"title.id2"_qs))
             return;
@@ -313,8 +314,8 @@ void TestMemoryCheck::takesStepsInProportion()
                          midiSong("Song", "Band", "Pop"));
         if (!indexed(memory.root()))
             return qint64{-1};
-        MemoryCheck check;
-        return check.run(memory.root()) && check.findings().isEmpty() ? check.steps() : -1;
+        ScriptedCheck check;
+        return check.run(memory.root()) && check.findings().isEmpty() ? check.pulses() : -1;
     };
     const qint64 few = stepsFor(1000);
     const qint64 many = stepsFor(10000);

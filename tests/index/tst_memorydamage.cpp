@@ -1,5 +1,6 @@
 #include "index/memorycheck.h"
 #include "tests/index/handmadeset.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
@@ -234,7 +235,7 @@ private slots:
 private:
     static QStringList findings(const HandMadeSet &set)
     {
-        MemoryCheck check;
+        ScriptedCheck check;
         return check.run(set.root()) ? check.findings() : QStringList{u"not done"_qs};
     }
 };
@@ -308,7 +309,7 @@ void TestMemoryDamage::tellsDamageFromChange()
     const HandMadeSet set;
     set.addPlaylist(songRecord("00000002", "GONE", "7800"));
     set.write(u"E.MID"_qs, midiSong("Five", "Anna", "Pop"));
-    MemoryCheck check;
+    ScriptedCheck check;
     QVERIFY(check.run(set.root()));
     QCOMPARE(check.findings().size(), 2);
     QVERIFY(!check.hasDamage());

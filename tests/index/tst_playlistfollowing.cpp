@@ -1,6 +1,7 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
 #include "tests/index/setreader.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QDir>
@@ -23,7 +24,7 @@ void fillPlaylist(const SampleMemory &memory, const QByteArray &playlist)
 {
     for (const char *name : {"A", "B", "C"})
         memory.write(QLatin1StringView(name) + u".MID"_qs, midiSong(name, "Artist", "Genre"));
-    if (!Index().createIndex(memory.root()))
+    if (!ScriptedIndex().createIndex(memory.root()))
         qFatal("no index");
     memory.write(followedList, field(QByteArray("\7\0", 2), 32));
     memory.write(followedSongs, playlist);
@@ -56,9 +57,9 @@ void TestPlaylistFollowing::exchangesEntriesWhereTheyStand()
     // By their paths the songs are A, B, C and the accented one.
     fillPlaylist(memory, songRecord("00000003", "E", "7800") + entryB +
                              songRecord("00000003", "E", "7800"));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     memory.remove(u"B.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     // The song that has gone stays where it was.
     const QByteArray e = songRecord("00000005", "E", "7800");
     QCOMPARE(memory.read(followedSongs), e + entryB + e);
@@ -68,10 +69,10 @@ void TestPlaylistFollowing::takesANewTitleOver()
 {
     const SampleMemory memory;
     fillPlaylist(memory, entryA + entryB + songRecord("00000000", "A", "5000"));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     memory.write(u"A.MID"_qs, midiSong("New", "Artist", "Genre"));
     memory.setDate(u"A.MID"_qs, QDateTime(QDate(2004, 1, 1), QTime(1, 1)));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     const QByteArray changed = songRecord("00000000", "NEW", "7800");
     QCOMPARE(memory.read(followedSongs), changed + entryB + changed);
 }
@@ -82,7 +83,7 @@ void TestPlaylistFollowing::givesEntriesTheTitlesOfTheirSongs()
     fillPlaylist(memory, entryA + songRecord("00000001", "AN OLDER TITLE", "0000"));
     memory.write(u"playlist/play0007.pts"_qs, field("/A.MID", 64) + field("/B.MID", 64));
     memory.write(u"D.MID"_qs, midiSong("D", "Artist", "Genre"));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(followedSongs), entryA + entryB);
 }
 
@@ -91,7 +92,7 @@ void TestPlaylistFollowing::keepsASongThatComesBack()
 {
     const SampleMemory memory;
     const auto update = [&memory] {
-        Index index;
+        ScriptedIndex index;
         index.setRenameQuestion([](const QString &, const QString &) { return 0; });
         return index.updateIndex(memory.root());
     };
@@ -114,13 +115,13 @@ void TestPlaylistFollowing::keepsPathsThatTheIndexLacks()
     const SampleMemory memory;
     fillPlaylist(memory, QByteArray());
     memory.write(u"D.MID"_qs, midiSong("B", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(followedList,
                  field(QByteArray("\7\0", 2), 32) + field(QByteArray("\10\0", 2), 32));
     memory.write(u"playlist/play0008.dat"_qs, entryA);
     memory.write(followedSongs, songRecord("00000062", "B", "7800"));
     memory.write(u"playlist/play0007.pts"_qs, field("/D.MID", 64));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(followedSongs), songRecord("00000003", "B", "7800"));
 }
 
@@ -131,7 +132,7 @@ void TestPlaylistFollowing::fillsAnEmptyPathFile()
     fillPlaylist(memory, entryA + entryB);
     memory.write(u"playlist/play0007.pts"_qs, QByteArray());
     memory.write(u"D.MID"_qs, midiSong("D", "Artist", "Genre"));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"playlist/play0007.pts"_qs), field("/A.MID", 64) + field("/B.MID", 64));
     QCOMPARE(memory.read(followedSongs), entryA + entryB);
 }
@@ -145,7 +146,7 @@ void TestPlaylistFollowing::trustsIdsOfASoundIndex()
     memory.setDate(u"A.MID"_qs, QDateTime(QDate(2004, 1, 1), QTime(1, 1)));
     memory.write(u"B.MID"_qs, midiSong("A", "Artist", "Genre"));
     memory.setDate(u"B.MID"_qs, QDateTime(QDate(2004, 1, 1), QTime(1, 1)));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(followedSongs),
              songRecord("00000000", "B", "7800") + songRecord("00000001", "A", "7800"));
 }
@@ -155,18 +156,18 @@ void TestPlaylistFollowing::givesIdsOfDeadEntriesToNoSong()
     const SampleMemory memory;
     fillPlaylist(memory, entryA + entryC);
     memory.remove(u"C.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     memory.write(u"D.MID"_qs, midiSong("D", "Artist", "Genre"));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(followedSongs), entryA + entryC);
     QCOMPARE(SetReader(memory).pathOf(3), QByteArray("/D.MID"));
     // A rebuild counts from 0 as long as that harms nobody.
     memory.write(followedSongs, entryA + songRecord("00000063", "C", "7800"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(SetReader(memory).pathOf(2), QByteArray("/D.MID"));
     memory.write(followedSongs, entryA + songRecord("00000001", "GONE", "7800"));
     memory.remove(u"B.MID"_qs);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(SetReader(memory).pathOf(2), QByteArray("/A.MID"));
     QCOMPARE(SetReader(memory).pathOf(3), QByteArray("/D.MID"));
     QCOMPARE(memory.read(followedSongs),
@@ -183,7 +184,7 @@ void TestPlaylistFollowing::givesNamesOfDeadEntriesToNoSong()
         QVERIFY(SetReader(memory).pathOf(3) == "/Canzon-1.MID");
         memory.remove(u"Canzon-1.MID"_qs);
         memory.write(u"Canzone bella.MID"_qs, midiSong("New", "Artist", "Genre"));
-        Index index;
+        ScriptedIndex index;
         index.setRenameQuestion([](const QString &, const QString &) { return 0; });
         QVERIFY(index.updateIndex(memory.root()));
         QCOMPARE(memory.has(u"Canzon-2.MID"_qs), isNamed);
@@ -198,7 +199,7 @@ void TestPlaylistFollowing::reportsAPlaylistThatCannotBeFollowed()
     fillPlaylist(memory, entryA);
     memory.remove(followedSongs);
     QVERIFY(QDir(memory.root()).mkdir(followedSongs));
-    Index index;
+    ScriptedIndex index;
     QStringList errors;
     connect(&index, &Index::errorFromIndex,
             [&errors](const QString &error) { errors.append(error); });

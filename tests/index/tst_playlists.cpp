@@ -2,6 +2,7 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
@@ -38,7 +39,7 @@ void prepare(const SampleMemory &memory)
 {
     for (const char *name : {"A", "B", "C"})
         memory.write(QLatin1StringView(name) + u".MID"_qs, midiSong(name, "Artist", "Genre"));
-    if (!Index().createIndex(memory.root()))
+    if (!ScriptedIndex().createIndex(memory.root()))
         qFatal("no index");
     memory.write(list, listRecord("0700"));
     memory.write(songs7, playlistOf({"00000002", "00000001", "00000000"}));
@@ -55,7 +56,7 @@ private slots:
     void namesFilesByNumber();
     void leavesMemoryWithoutPlaylistsAlone();
     void survivesRebuild();
-    void tellsOfItsWorkAtEachPlaylist();
+    void pulsesAtEachPlaylist();
     void keepsLastRecordOfLostSong();
     void writesZerosForUnknownId();
     void usesPathFilesThatExist();
@@ -82,7 +83,8 @@ void TestPlaylists::namesFilesByNumber()
     QCOMPARE(Playlists::songsFileName(-123), u"playlist/play4294967173.dat"_qs);
     QCOMPARE(Playlists::pathsFileName(-123), u"playlist/play4294967173.pts"_qs);
     const SampleMemory memory;
-    IndexSet set;
+    Run setRun;
+    IndexSet set(setRun);
     set.setRoot(memory.root());
     memory.write(list, listRecord("8500") + listRecord("0700") + listRecord("8501") +
                            listRecord("0700") + listRecord("0900").left(31));
@@ -95,7 +97,7 @@ void TestPlaylists::leavesMemoryWithoutPlaylistsAlone()
     prepare(memory);
     memory.remove(list);
     const QByteArray before = memory.read(songs7);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(songs7), before);
     QVERIFY(!memory.has(paths7));
 }
@@ -107,7 +109,7 @@ void TestPlaylists::survivesRebuild()
     memory.write(list, listRecord("0700") + listRecord("8500"));
     memory.write(u"playlist/play4294967173.dat"_qs, playlistOf({"00000001"}));
     memory.write(u"0.MID"_qs, midiSong("Zero", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(paths7), pathOf("/C.MID") + pathOf("/B.MID") + pathOf("/A.MID"));
     QCOMPARE(memory.read(songs7), songRecord("00000003", "C", "7800") +
                                       songRecord("00000002", "B", "7800") +
@@ -117,7 +119,7 @@ void TestPlaylists::survivesRebuild()
 }
 
 /// Thousands of playlists take long: a dialog is to be painted in between.
-void TestPlaylists::tellsOfItsWorkAtEachPlaylist()
+void TestPlaylists::pulsesAtEachPlaylist()
 {
     constexpr int playlists = 50;
     const SampleMemory memory;
@@ -129,12 +131,10 @@ void TestPlaylists::tellsOfItsWorkAtEachPlaylist()
                      playlistOf({"00000001"}));
     }
     memory.write(list, numbers);
-    Index index;
-    int told = 0;
-    connect(&index, &Index::worked, [&told] { ++told; });
+    ScriptedIndex index;
     QVERIFY(index.createIndex(memory.root()));
     // The path file, the new playlist beside the old one, and in its place.
-    QVERIFY2(told >= 3 * playlists, qPrintable(QString::number(told)));
+    QVERIFY2(index.pulses() >= 3 * playlists, qPrintable(QString::number(index.pulses())));
 }
 
 void TestPlaylists::keepsLastRecordOfLostSong()
@@ -142,7 +142,7 @@ void TestPlaylists::keepsLastRecordOfLostSong()
     const SampleMemory memory;
     prepare(memory);
     memory.remove(u"B.MID"_qs);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(paths7).mid(64, 64), pathOf("/B.MID"));
     QCOMPARE(memory.read(songs7), songRecord("00000001", "C", "7800") +
                                       songRecord("00000000", "A", "7800") +
@@ -154,7 +154,7 @@ void TestPlaylists::writesZerosForUnknownId()
     const SampleMemory memory;
     prepare(memory);
     memory.write(songs7, playlistOf({"00000009", "00000001"}));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(paths7), QByteArray(64, '\0') + pathOf("/B.MID"));
     QCOMPARE(memory.read(songs7), songRecord("00000001", "B", "7800") + playlistOf({"00000001"}));
 }
@@ -164,14 +164,14 @@ void TestPlaylists::usesPathFilesThatExist()
     const SampleMemory memory;
     prepare(memory);
     memory.remove(u"B.MID"_qs);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     const QByteArray paths = pathOf("/C.MID") + pathOf("/B.MID") + pathOf("/A.MID");
     QCOMPARE(memory.read(paths7), paths);
     QCOMPARE(memory.read(songs7), songRecord("00000001", "C", "7800") +
                                       songRecord("00000000", "A", "7800") +
                                       playlistOf({"00000000"}));
     memory.write(u"B.MID"_qs, midiSong("B", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(paths7), paths);
     QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") +
                                       songRecord("00000001", "B", "7800") +
@@ -189,12 +189,12 @@ void TestPlaylists::keepsWhatThePlayerChanged()
         const SampleMemory memory;
         prepare(memory);
         memory.write(songs7, all);
-        QVERIFY(Index().createIndex(memory.root()));
+        QVERIFY(ScriptedIndex().createIndex(memory.root()));
         QCOMPARE(memory.read(songs7), all);
         memory.write(songs7, changed);
         // A new first song takes the id 0.
         memory.write(u"0.MID"_qs, midiSong("Zero", "Artist", "Genre"));
-        QVERIFY(Index().createIndex(memory.root()));
+        QVERIFY(ScriptedIndex().createIndex(memory.root()));
         QByteArray expected;
         QByteArray paths;
         for (qsizetype at = 0; at < changed.size(); at += 64) {
@@ -214,13 +214,13 @@ void TestPlaylists::fillsUnknownEntriesByPathAndTitle()
     const SampleMemory memory;
     prepare(memory);
     memory.write(u"D.MID"_qs, midiSong("B", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     // None of the ids is known: the first entry is named by its title, the second, of which there
     // are two songs, by the path file, and the third by nothing.
     memory.write(songs7, songRecord("00000063", "A", "7800") + songRecord("00000062", "B", "7800") +
                              songRecord("00000061", "X", "7800"));
     memory.write(paths7, pathOf("/C.MID") + pathOf("/D.MID") + pathOf(""));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(songs7), songRecord("00000000", "A", "7800") +
                                       songRecord("00000003", "B", "7800") +
                                       songRecord("00000061", "X", "7800"));
@@ -231,7 +231,7 @@ void TestPlaylists::findsSongsIgnoringCase()
     const SampleMemory memory;
     prepare(memory);
     memory.write(paths7, pathOf("/c.mid") + pathOf("") + pathOf("/none.mid") + pathOf("/b.Mid"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(songs7).left(128),
              songRecord("00000002", "C", "7800") + songRecord("00000001", "B", "7800"));
 }
@@ -241,11 +241,11 @@ void TestPlaylists::findsAccentedSongs()
     const SampleMemory memory;
     memory.write(u"\u00E9.MID"_qs, midiSong("E", "Artist", "Genre"));
     memory.write(u"A.MID"_qs, midiSong("A", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(list, listRecord("0700"));
     memory.write(songs7, playlistOf({"00000001"}));
     memory.write(u"0.MID"_qs, midiSong("0", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     // The bytes of "index.id2", whatever code page they are read in.
     QCOMPARE(memory.read(paths7), pathOf("/\x82.MID"));
     QCOMPARE(memory.read(songs7), songRecord("00000002", "E", "7800"));
@@ -256,12 +256,12 @@ void TestPlaylists::followsRenamedSongs()
     const SampleMemory memory;
     memory.write(u"A long name.MID"_qs, midiSong("A", "Artist", "Genre"));
     memory.write(u"B.MID"_qs, midiSong("B", "Artist", "Genre"));
-    Index first;
+    ScriptedIndex first;
     first.setRenameQuestion([](const QString &, const QString &) { return 2; });
     QVERIFY(first.createIndex(memory.root()));
     memory.write(list, listRecord("0700"));
     memory.write(songs7, playlistOf({"00000000", "00000001"}));
-    Index second;
+    ScriptedIndex second;
     second.setRenameQuestion([](const QString &, const QString &) { return 0; });
     QVERIFY(second.createIndex(memory.root()));
     QVERIFY(memory.has(u"Alongn-1.MID"_qs));
@@ -275,7 +275,7 @@ void TestPlaylists::goesOnWithoutOneSongsFile()
     prepare(memory);
     memory.write(list, listRecord("0800") + listRecord("0700"));
     memory.remove(u"A.MID"_qs);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     // The old last entry still has the id 0, of a song that has gone: no other gets it.
     QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") +
                                       songRecord("00000001", "B", "7800") +
@@ -289,7 +289,7 @@ void TestPlaylists::movesAFolderOutOfTheWay()
     const SampleMemory memory;
     prepare(memory);
     memory.write(paths7 + u"/X.MID"_qs, midiSong("X", "Artist", "Genre"));
-    Index index;
+    ScriptedIndex index;
     QStringList notices;
     connect(&index, &Index::noticeFromIndex,
             [&notices](const QString &notice) { notices.append(notice); });
@@ -306,7 +306,7 @@ void TestPlaylists::endsAtHalfARecord()
     const SampleMemory memory;
     prepare(memory);
     memory.write(songs7, playlistOf({"00000002"}) + playlistOf({"00000001"}).left(63));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(paths7), pathOf("/C.MID"));
 }
 
@@ -316,7 +316,7 @@ void TestPlaylists::restoresInUpdateOnlyWhenTranslated()
     prepare(memory);
     memory.remove(u"A.MID"_qs);
     LogCapture log;
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QVERIFY(log.contains(u"create playlist file path "_qs));
     QVERIFY(log.contains(u"restore playlist file path "_qs));
     QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") +
@@ -327,7 +327,7 @@ void TestPlaylists::restoresInUpdateOnlyWhenTranslated()
     memory.write(songs7, playlistOf({"00000001"}));
     memory.remove(u"C.MID"_qs);
     log.clear();
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QVERIFY(!log.contains(u"restore playlist file path "_qs));
     QCOMPARE(memory.read(songs7), songRecord("00000001", "B", "7800"));
     QCOMPARE(memory.read(paths7).size(), 192);
@@ -339,11 +339,11 @@ void TestPlaylists::restoresAfterARunThatEnded()
     // come to use are no reason for the playlist to stay behind.
     const SampleMemory memory;
     memory.write(u"\u00E9.MID"_qs, midiSong("E", "Artist", "Genre"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(list, listRecord("0700"));
     memory.write(songs7, playlistOf({"00000000"}));
     for (const bool isRebuild : {true, false}) {
-        Index index;
+        ScriptedIndex index;
         connect(&index, &Index::progressValueChanged, &index, [](int value) {
             if (value == 1)
                 RunGuard::requestEnd();
@@ -352,14 +352,14 @@ void TestPlaylists::restoresAfterARunThatEnded()
         QCOMPARE(memory.read(paths7), pathOf("/\x82.MID"));
         QCOMPARE(memory.read(songs7), playlistOf({"00000000"}));
     }
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(songs7), songRecord("00000001", "E", "7800"));
     QVERIFY(!QFileInfo::exists(memory.path(u".brisel2pc"_qs)));
     // The playlist follows in each update.
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs).left(4), hex("00000002"));
     QCOMPARE(memory.read(songs7), songRecord("00000002", "E", "7800"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(songs7), songRecord("00000000", "E", "7800"));
 }
 
@@ -370,7 +370,7 @@ void TestPlaylists::usesPathFilesWhenTheIndexIsGone()
     memory.write(paths7, pathOf("/B.MID"));
     memory.remove(u"index.id2"_qs);
     memory.remove(u"A.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(songs7).left(64), songRecord("00000002", "B", "7800"));
 }
 
@@ -384,7 +384,7 @@ void TestPlaylists::needsThePathListOnly()
         prepare(memory);
         memory.write(u"0.MID"_qs, midiSong("Zero", "Artist", "Genre"));
         memory.write(name, "x");
-        QVERIFY(Index().createIndex(memory.root()));
+        QVERIFY(ScriptedIndex().createIndex(memory.root()));
         QCOMPARE(memory.read(songs7), songRecord("00000003", "C", "7800") +
                                           songRecord("00000002", "B", "7800") +
                                           songRecord("00000001", "A", "7800"));

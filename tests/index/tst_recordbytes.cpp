@@ -1,5 +1,6 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
@@ -112,7 +113,7 @@ void TestRecordBytes::endsSongRecords()
     QFETCH(QByteArray, end);
     const SampleMemory memory;
     memory.write(file, content);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     // What has no title is called by its file's name.
     const QByteArray title = file.startsWith(u'X') ? file.toLatin1() : QByteArray("X");
     const QByteArray song = hex("00000000") + field(title, 58) + end;
@@ -130,9 +131,9 @@ void TestRecordBytes::keepsEndsInUpdates()
     QFETCH(QByteArray, end);
     const SampleMemory memory;
     memory.write(file, content);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     memory.write(u"Z.MID"_qs, midiSong("Z", "A", "G"));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     const QByteArray titles = memory.read(u"title.id2"_qs);
     QCOMPARE(titles.size(), 2 * 64);
     QCOMPARE(titles.mid(62, 2), end);
@@ -162,7 +163,7 @@ void TestRecordBytes::writesDatesAndTimes()
     const SampleMemory memory;
     addSong(memory, u"A.MID"_qs);
     memory.setDate(u"A.MID"_qs, moment);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs), pathRecord("00000000", "/A.MID", digits));
 }
 
@@ -176,7 +177,7 @@ void TestRecordBytes::indexThree(const SampleMemory &memory)
 {
     for (const QString &name : {u"A.MID"_qs, u"B.MID"_qs, u"C.MID"_qs})
         addSong(memory, name);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs), record("00000000", "/A.MID") +
                                                record("00000001", "/B.MID") +
                                                record("00000002", "/C.MID"));
@@ -190,7 +191,7 @@ void TestRecordBytes::fillsNoGapOfIdsInAnUpdate()
     memory.remove(u"C.MID"_qs);
     addSong(memory, u"D.MID"_qs);
     addSong(memory, u"AA.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs), record("00000001", "/B.MID") +
                                                record("00000003", "/AA.MID") +
                                                record("00000004", "/D.MID"));
@@ -203,9 +204,9 @@ void TestRecordBytes::givesTheIdOfALastSongAgain()
     const SampleMemory memory;
     indexThree(memory);
     memory.remove(u"C.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     addSong(memory, u"D.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs), record("00000000", "/A.MID") +
                                                record("00000001", "/B.MID") +
                                                record("00000002", "/D.MID"));
@@ -219,9 +220,9 @@ void TestRecordBytes::givesIdsThatAPlaylistNamesToNoOtherSong()
     memory.write(u"playlist/playlist.dat"_qs, field("\x01", 32));
     memory.write(u"playlist/play0001.dat"_qs, songRecord("00000000", "A", "7800") + dead);
     memory.remove(u"C.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     addSong(memory, u"D.MID"_qs);
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs), record("00000000", "/A.MID") +
                                                record("00000001", "/B.MID") +
                                                record("00000003", "/D.MID"));
@@ -233,7 +234,7 @@ void TestRecordBytes::countsFromZeroInARebuild()
     indexThree(memory);
     memory.remove(u"A.MID"_qs);
     addSong(memory, u"D.MID"_qs);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs), record("00000000", "/B.MID") +
                                                record("00000001", "/C.MID") +
                                                record("00000002", "/D.MID"));
@@ -247,13 +248,13 @@ void TestRecordBytes::countsAboveDeadEntriesInARebuild()
     memory.write(u"playlist/playlist.dat"_qs, field("\x01", 32));
     memory.write(u"playlist/play0001.dat"_qs, dead);
     memory.remove(u"B.MID"_qs);
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs),
              record("00000002", "/A.MID") + record("00000003", "/C.MID"));
     QCOMPARE(memory.read(u"playlist/play0001.dat"_qs), dead);
     // One that no song would get changes nothing.
     memory.write(u"playlist/play0001.dat"_qs, songRecord("00000009", "B", "7800"));
-    QVERIFY(Index().createIndex(memory.root()));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs),
              record("00000000", "/A.MID") + record("00000001", "/C.MID"));
 }

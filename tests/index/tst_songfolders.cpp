@@ -1,5 +1,6 @@
 #include "index/memorycheck.h"
 #include "tests/index/indexsamples.h"
+#include "tests/scriptedindex.h"
 
 using namespace Sample;
 
@@ -29,7 +30,7 @@ private:
 int TestSongFolders::index(const SampleMemory &memory)
 {
     int asked = 0;
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(0, &asked));
     if (!index.createIndex(memory.root()))
         qFatal("no index");
@@ -57,7 +58,7 @@ void TestSongFolders::passesOverFoldersOfTheSystem()
     QCOMPARE(index(memory), 0);
     QCOMPARE(indexedPaths(memory), QStringList({u"/B.MID"_qs, u"/POP/D.MID"_qs}));
     QVERIFY(memory.has(name + u"/A long name.mid"_qs));
-    MemoryCheck check;
+    ScriptedCheck check;
     QVERIFY(check.run(memory.root()));
     QCOMPARE(check.findings(), QStringList());
 }
@@ -99,7 +100,7 @@ void TestSongFolders::dropsSongsInABinFromAnOldIndex()
     QVERIFY(QDir(memory.root()).rename(u"RECYCLEX"_qs, u"RECYCLER"_qs));
     QByteArray paths = memory.read(u"index.id2"_qs);
     memory.write(u"index.id2"_qs, paths.replace("RECYCLEX", "RECYCLER"));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});
     QVERIFY(memory.has(u"RECYCLER/A.MID"_qs));
 }
@@ -148,7 +149,7 @@ void TestSongFolders::reportsWhatItMissesInAFolderWithoutSongs()
     QVERIFY(QDir(memory.root()).mkdir(u"Pipes and the like"_qs));
     const QString pipe = memory.path(u"Pipes and the like/A.MID"_qs);
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) -> int { qFatal("asked"); });
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     QVERIFY(index.createIndex(memory.root()));

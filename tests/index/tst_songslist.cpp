@@ -2,6 +2,7 @@
 #include "index/index.h"
 #include "tests/dialogscript.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/testprogram.h"
 
 #include <QApplication>
@@ -93,10 +94,13 @@ private:
     }
     void prepare() const
     {
-        Index index;
+        ScriptedIndex index;
         QVERIFY(index.createIndex(m_memory->root()));
     }
-    int save(SORT_MODE mode) const { return Index().saveSongsList(m_memory->root(), m_list, mode); }
+    int save(SORT_MODE mode) const
+    {
+        return ScriptedIndex().saveSongsList(m_memory->root(), m_list, mode);
+    }
     void pressStart() const
     {
         QTest::mouseClick(child<QPushButton>("pushButtonStart"), Qt::LeftButton);
@@ -198,7 +202,7 @@ void TestSongsList::translatesHeadings()
 void TestSongsList::tellsItsProgress()
 {
     prepare();
-    Index index;
+    ScriptedIndex index;
     const QSignalSpy maximum(&index, &Index::progressMaxSetup);
     const QSignalSpy values(&index, &Index::progressValueChanged);
     const QSignalSpy paths(&index, &Index::currentPathChanged);
@@ -216,7 +220,8 @@ void TestSongsList::cutsOneSeparatorFromRoot()
 {
     prepare();
     for (const QChar separator : {QChar(u'/'), QChar(u'\\')}) {
-        QCOMPARE(Index().saveSongsList(m_memory->root() + separator, m_list, SortByTitle), 1);
+        QCOMPARE(ScriptedIndex().saveSongsList(m_memory->root() + separator, m_list, SortByTitle),
+                 1);
         QVERIFY(fileContent(m_list).contains(";/C.MID;\n"));
     }
 }
@@ -245,7 +250,7 @@ void TestSongsList::failsWhereNoFileCanStand()
 {
     prepare();
     for (const QString &name : {QString(), QDir::currentPath(), m_list + QStringLiteral("/x.csv")})
-        QCOMPARE(Index().saveSongsList(m_memory->root(), name, SortByTitle), 0);
+        QCOMPARE(ScriptedIndex().saveSongsList(m_memory->root(), name, SortByTitle), 0);
 }
 
 void TestSongsList::replacesOldList()

@@ -1,4 +1,5 @@
 #include "tests/index/indexsamples.h"
+#include "tests/scriptedindex.h"
 
 #include <QTemporaryDir>
 
@@ -27,8 +28,8 @@ QList<QList<QByteArray>> listOf(const SampleMemory &memory)
 {
     const QTemporaryDir folder;
     const QString name = folder.filePath(u"list.csv"_qs);
-    if (!Index().createIndex(memory.root()) ||
-        Index().saveSongsList(memory.root(), name, SortByTitle) != 1)
+    if (!ScriptedIndex().createIndex(memory.root()) ||
+        ScriptedIndex().saveSongsList(memory.root(), name, SortByTitle) != 1)
         qFatal("no list");
     QFile file(name);
     return file.open(QIODevice::ReadOnly) ? recordsOf(file.readAll()) : QList<QList<QByteArray>>();

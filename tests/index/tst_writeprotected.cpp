@@ -1,6 +1,7 @@
 #include "base/filefailure.h"
 #include "index/index.h"
 #include "tests/index/changedmemory.h"
+#include "tests/scriptedindex.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
@@ -96,7 +97,7 @@ void TestWriteProtected::checkOldSet()
 void TestWriteProtected::refusesARunThatWouldWrite()
 {
     QVERIFY(m_disk->setReadOnly(true));
-    Index index;
+    ScriptedIndex index;
     QVERIFY(!run(index));
     QCOMPARE(index.failure(), FileReason::writeProtected);
     checkOldSet();
@@ -107,7 +108,7 @@ void TestWriteProtected::refusesAFirstIndex()
     for (const QString &name : IndexSet::names())
         m_memory->remove(name);
     QVERIFY(m_disk->setReadOnly(true));
-    Index index;
+    ScriptedIndex index;
     QVERIFY(!index.updateIndex(m_memory->root()));
     QCOMPARE(index.failure(), FileReason::writeProtected);
 }
@@ -115,20 +116,20 @@ void TestWriteProtected::refusesAFirstIndex()
 void TestWriteProtected::updatesWhatHasNotChanged()
 {
     m_memory->remove(accented); // gets a new id in every update
-    QVERIFY(Index().updateIndex(m_memory->root()));
+    QVERIFY(ScriptedIndex().updateIndex(m_memory->root()));
     m_before = m_memory->rootFiles();
     QVERIFY(m_disk->setReadOnly(true));
-    QVERIFY(Index().updateIndex(m_memory->root()));
+    QVERIFY(ScriptedIndex().updateIndex(m_memory->root()));
     QCOMPARE(m_memory->rootFiles(), m_before);
 }
 
 void TestWriteProtected::refusesWithoutTheFoldersOfThePlayer()
 {
     m_memory->remove(accented);
-    QVERIFY(Index().updateIndex(m_memory->root()));
+    QVERIFY(ScriptedIndex().updateIndex(m_memory->root()));
     QVERIFY(QDir(m_memory->root()).rmdir(u"sfx"_s));
     QVERIFY(m_disk->setReadOnly(true));
-    Index index;
+    ScriptedIndex index;
     QVERIFY(!index.updateIndex(m_memory->root()));
     QCOMPARE(index.failure(), FileReason::writeProtected);
 }
@@ -138,7 +139,7 @@ void TestWriteProtected::asksNoQuestionThatCannotBeHonoured()
     m_memory->write(longName, midiSong("L", "Artist", "Genre"));
     m_before = m_memory->rootFiles();
     QVERIFY(m_disk->setReadOnly(true));
-    Index index;
+    ScriptedIndex index;
     int questions = 0;
     index.setRenameQuestion([&](const QString &, const QString &) {
         ++questions;
@@ -155,7 +156,7 @@ void TestWriteProtected::endsWhenItTurnsReadOnlyInAQuestion()
     m_memory->write(longName, midiSong("L", "Artist", "Genre"));
     m_memory->write(u"Another long name.mid"_s, midiSong("M", "Artist", "Genre"));
     m_before = m_memory->rootFiles();
-    Index index;
+    ScriptedIndex index;
     int questions = 0;
     index.setRenameQuestion([&](const QString &, const QString &) {
         ++questions;
@@ -169,7 +170,7 @@ void TestWriteProtected::endsWhenItTurnsReadOnlyInAQuestion()
 
 void TestWriteProtected::endsWhenItTurnsReadOnlyBetweenTwoFiles()
 {
-    Index index;
+    ScriptedIndex index;
     int found = 0;
     connect(&index, &Index::progressValueChanged, &index,
             [&](int value) { found += value == 30 && m_disk->setReadOnly(true) ? 1 : 0; });
@@ -187,7 +188,7 @@ void TestWriteProtected::keepsTheSetOfAMemoryThatLostItsSongs()
     }
     m_before = m_memory->rootFiles();
     QVERIFY(m_disk->setReadOnly(true));
-    Index index;
+    ScriptedIndex index;
     QVERIFY(!index.createIndex(m_memory->root()));
     QCOMPARE(index.failure(), FileReason::writeProtected);
     QCOMPARE(m_memory->rootFiles(), m_before);
@@ -200,7 +201,7 @@ void TestWriteProtected::saysThatThereIsNoRoom()
     while (filler.write(QByteArray(SmallDisk::pageSize, 'x')) > 0)
         continue;
     filler.close();
-    Index index;
+    ScriptedIndex index;
     QVERIFY(!run(index));
     QCOMPARE(index.failure(), FileReason::noSpace);
     m_memory->remove(u"filler"_s);

@@ -3,6 +3,7 @@
 #include "index/index.h"
 #include "library/libraryimport.h"
 #include "tests/library/fakeprogress.h"
+#include "tests/scriptedindex.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -98,7 +99,7 @@ void TestHostileFiles::readsNoMoreOfAHugeFileThanItMust()
     const SongCounts counts = import(paths);
     QCOMPARE(counts.songs + counts.unknown, 5);
     QVERIFY(counts.unknown >= 4);
-    QVERIFY(Index().createIndex(m_folder->path()));
+    QVERIFY(ScriptedIndex().createIndex(m_folder->path()));
     QVERIFY2(time.elapsed() < 20000, "it reads what it does not need");
     constexpr long mostKiB = 256 * 1024;
     QVERIFY2(peakMemory() - before < mostKiB, "it holds what it does not need");
@@ -120,7 +121,7 @@ void TestHostileFiles::survivesFilesThatShrink()
 
     for (const QString &path : paths)
         makeFile(path, smallMidi("Song"));
-    Index index;
+    ScriptedIndex index;
     // Both passes name a file before they look at it.
     connect(&index, &Index::currentPathChanged, this, [](const QString &path) {
         if (!path.isEmpty())
@@ -151,7 +152,7 @@ void TestHostileFiles::takesOddNamesAsTheyAre()
         QCOMPARE(m_model->shortName(row), names.at(row));
     }
 
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) { return 1; });
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     QVERIFY(index.createIndex(m_folder->path()));
@@ -172,7 +173,7 @@ void TestHostileFiles::passesNamesThatAreNoText()
     const SongCounts counts = import({QFile::decodeName(odd), at(u"good.mid"_s)});
     QCOMPARE(counts.examined(), 2);
     QVERIFY(counts.songs >= 1);
-    QVERIFY(Index().createIndex(m_folder->path()));
+    QVERIFY(ScriptedIndex().createIndex(m_folder->path()));
     QCOMPARE(::access(odd.constData(), F_OK), 0);
     ::unlink(odd.constData());
 }

@@ -4,6 +4,7 @@
 #include "tests/index/changedmemory.h"
 #include "tests/index/indexsamples.h"
 #include "tests/library/fakeprogress.h"
+#include "tests/scriptedindex.h"
 #include "tests/smalldisk.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -57,7 +58,7 @@ private:
         copier.setMemory(m_memory->root(), 0);
         const bool isCopied = copier.copyFiles(files, onCard(QString()).chopped(1), m_copied);
         m_shortage = copier.shortage();
-        Index index;
+        ScriptedIndex index;
         index.setRenameQuestion(always(1));
         return isCopied && (m_copied == 0 || index.updateIndex(m_memory->root()));
     }
@@ -89,7 +90,7 @@ void TestSongPlaces::sendsManySongsTwice()
     QCOMPARE(sent().size(), count);
     for (const QString &name : sent())
         m_memory->setDate(u"songs/"_qs + name, songDate);
-    QVERIFY(Index().updateIndex(m_memory->root()));
+    QVERIFY(ScriptedIndex().updateIndex(m_memory->root()));
     const QStringList names = sent();
     const QStringList paths = indexedPaths(*m_memory);
     const QList<int> ids = indexedIds(*m_memory);

@@ -1,4 +1,5 @@
 #include "tests/memories/livingmemory.h"
+#include "tests/scriptedindex.h"
 
 #include "index/index.h"
 #include "tests/testfiles.h"
@@ -250,7 +251,7 @@ PlayerSet LivingMemory::freshSet(bool &isBuilt) const
                    QFile::encodeName(fresh.root() + path).constData()) != 0)
             qFatal("can't link %s", qPrintable(path));
     }
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) { return 3; });
     isBuilt = index.createIndex(fresh.root());
     return PlayerSet(fresh.root());

@@ -1,4 +1,5 @@
 #include "tests/memories/memorylife.h"
+#include "tests/scriptedindex.h"
 
 #include "index/index.h"
 #include "index/indexset.h"
@@ -178,7 +179,7 @@ bool MemoryLife::runNow(Work work, const QStringList &files, int answer, unsigne
         m_memory.dateSentSongs();
     }
     std::mt19937 random(answers);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(
         [&random](const QString &, const QString &) { return below(random, 4); });
     return (work == Work::Rebuild ? index.createIndex(m_memory.root())
@@ -250,7 +251,7 @@ void MemoryLife::checkPlaylists(const PlayerSet &set, const PlayerSet &fresh)
 /// The program's own check must find the dead entries and nothing else.
 void MemoryLife::checkReport()
 {
-    MemoryCheck check;
+    ScriptedCheck check;
     if (!check.run(m_memory.root()))
         fail(u"the check did not finish"_qs);
     else if (check.hasDamage() || check.findings().size() != m_deadEntries)

@@ -2,6 +2,7 @@
 
 #include "index/index.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/shim/shim.h"
 
 #include <QFile>
@@ -13,19 +14,19 @@
 
 /// Index runs that are cut, or whose disk fails.
 
-using Run = std::function<bool(Index &, const QString &)>;
+using IndexWork = std::function<bool(ScriptedIndex &, const QString &)>;
 
 inline constexpr int killed = -1;
 
 /// Runs \a run in a separate process whose step \a number goes wrong. Returns killed, or the run's
 /// result as 0 or 1; \a reached: whether the step was reached.
-inline int runWithFault(const SampleMemory &memory, const Run &run, int number, Shim::Action fault,
-                        bool &reached)
+inline int runWithFault(const SampleMemory &memory, const IndexWork &run, int number,
+                        Shim::Action fault, bool &reached)
 {
     const pid_t child = ::fork();
     if (child == 0) {
         Shim::arm(QFile::encodeName(memory.root()).constData(), number, fault);
-        Index index;
+        ScriptedIndex index;
         const bool result = run(index, memory.root());
         const int steps = Shim::disarm();
         ::_exit((result ? 1 : 0) + (steps >= number ? 2 : 0));

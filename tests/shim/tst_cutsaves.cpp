@@ -2,6 +2,7 @@
 #include "index/index.h"
 #include "tests/fulldisk.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/smalldisk.h"
 #include "tests/songfile/samples.h"
 #include "tests/testfiles.h"
@@ -226,7 +227,7 @@ Files memoryWithList()
     const SampleMemory memory;
     memory.write(u"a.mid"_s, Sample::midiSong("A", "Artist", "Genre"));
     memory.write(u"b.mp3"_s, Sample::mp3Song("B", "Other", "Genre"));
-    if (!Index().createIndex(memory.root()))
+    if (!ScriptedIndex().createIndex(memory.root()))
         qFatal("no index");
     Files files = memory.rootFiles();
     files.insert(u"list/songs.csv"_s, "the old list\n");

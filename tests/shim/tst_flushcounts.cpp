@@ -4,6 +4,7 @@
 #include "tests/index/changedmemory.h"
 #include "tests/library/fakeprogress.h"
 #include "tests/library/samplelibrary.h"
+#include "tests/scriptedindex.h"
 #include "tests/shim/shim.h"
 #include "tests/smallsongs.h"
 #include "tests/testprogram.h"
@@ -125,7 +126,7 @@ void TestFlushCounts::indexesInFewFlushes()
     for (int i = 0; i < manySongs; ++i)
         memory.write(u"A long folder/%1 long name.mid"_s.arg(i, 4, 10, QChar(u'0')), anySong);
     watch(memory.root());
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(
         [](const QString &, const QString &) { return int(NoCopyrightDialog::YesToAll); });
     QVERIFY(isRebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root()));

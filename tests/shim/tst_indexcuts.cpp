@@ -1,6 +1,7 @@
 #include "index/index.h"
 #include "tests/index/changedmemory.h"
 #include "tests/index/setreader.h"
+#include "tests/scriptedindex.h"
 #include "tests/shim/faultyrun.h"
 #include "tests/testprogram.h"
 
@@ -12,12 +13,12 @@ using namespace Sample;
 namespace
 {
 
-bool rebuild(Index &index, const QString &root)
+bool rebuild(ScriptedIndex &index, const QString &root)
 {
     return index.createIndex(root);
 }
 
-bool update(Index &index, const QString &root)
+bool update(ScriptedIndex &index, const QString &root)
 {
     return index.updateIndex(root);
 }
@@ -64,7 +65,7 @@ void TestIndexCuts::survivesFaultAtEveryStep()
 {
     QFETCH(bool, isRebuild);
     QFETCH(int, fault);
-    const Run run = isRebuild ? Run(rebuild) : Run(update);
+    const IndexWork run = isRebuild ? IndexWork(rebuild) : IndexWork(update);
     const int fewestSteps = 100;
     bool reached = true;
     int number = 0;
@@ -107,7 +108,8 @@ void TestIndexCuts::finishesSwapThatWasCut()
         runWithFault(memory, rebuild, number, Shim::Kill, reached);
         if (!memory.has(u".brisel2pc/swap"_qs) || memory.has(u"fsinfos.id2"_qs))
             continue;
-        IndexSet set;
+        Run setRun;
+        IndexSet set(setRun);
         set.setRoot(memory.root());
         set.recover();
         if (!set.isComplete())
@@ -134,7 +136,8 @@ void TestIndexCuts::ignoresTruncatedMarks()
                 runWithFault(memory, rebuild, cut, Shim::Kill, reached);
             size = QFileInfo(memory.path(mark)).size();
             const auto before = setOf(memory);
-            IndexSet set;
+            Run setRun;
+            IndexSet set(setRun);
             set.setRoot(memory.root());
             Shim::failReads(QFile::encodeName(memory.path(mark)).constData(), offset, failure);
             set.recover();
@@ -162,7 +165,7 @@ void TestIndexCuts::leavesChangedPlaylistsAlone()
             continue;
         ++(set == before ? oldSets : newSets);
         memory.write(songsFile, playlistRecord(set == before ? 1 : 0));
-        QVERIFY(Index().updateIndex(memory.root()));
+        QVERIFY(ScriptedIndex().updateIndex(memory.root()));
         QCOMPARE(SetReader(memory).playlist(songsFile), QList<QByteArray>{"/B.MP3"});
     }
     QVERIFY(oldSets > 0);
@@ -185,7 +188,8 @@ void TestIndexCuts::ignoresForgedMarks()
         memory.write(u".brisel2pc/victim.txt"_qs, evil);
         const QByteArray check = QCryptographicHash::hash(body, QCryptographicHash::Sha1).toHex();
         memory.write(u".brisel2pc/swap"_qs, body + "end " + check + '\n');
-        IndexSet set;
+        Run setRun;
+        IndexSet set(setRun);
         set.setRoot(memory.root());
         set.recover();
         QCOMPARE(memory.read(u"victim.txt"_qs), QByteArray("mine"));
@@ -195,7 +199,7 @@ void TestIndexCuts::ignoresForgedMarks()
     // A link instead of the work folder leads to files of another program.
     const QTemporaryDir other;
     QVERIFY(QFile::link(other.path(), memory.path(u".brisel2pc"_qs)));
-    QVERIFY(Index().updateIndex(memory.root()));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QVERIFY(QFileInfo::exists(other.path()));
     QVERIFY(QDir(other.path()).isEmpty());
 }
@@ -214,7 +218,8 @@ void TestIndexCuts::refusesMarksOfAbsurdSize()
             "brisel2pc swap 1\n" + sum + ' ' + size + " title.id2\n" + sum + " 4 title.id2\n";
         const QByteArray check = QCryptographicHash::hash(body, QCryptographicHash::Sha1).toHex();
         memory.write(u".brisel2pc/swap"_qs, body + "end " + check + '\n');
-        IndexSet set;
+        Run setRun;
+        IndexSet set(setRun);
         set.setRoot(memory.root());
         set.recover();
         QCOMPARE(setOf(memory), before);

@@ -1,5 +1,6 @@
 #include "index/index.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/shim/looks.h"
 #include "tests/testprogram.h"
 
@@ -27,7 +28,7 @@ void addSongs(const SampleMemory &memory, int count)
 Looks::Counts looksOf(const SampleMemory &memory, bool (Index::*run)(const QString &),
                       qsizetype &pathSteps)
 {
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) { return 1; });
     Looks::start(QFile::encodeName(memory.root()).constData());
     const bool done = (index.*run)(memory.root());

@@ -254,7 +254,8 @@ void TestReadFailures::refusesPlaylists()
     const QString paths = Playlists::pathsFileName(7);
     makeFile(list, QByteArray(1, '\7') + QByteArray(20 * recordSize - 1, '\0'));
     makeFile(songs, QByteArray(20 * recordSize, 's'));
-    IndexSet set;
+    Run setRun;
+    IndexSet set(setRun);
     set.setRoot(m_folder->path());
     QVERIFY(Playlists::readNumbers(set).contains(7));
     const IndexReader noIndex;

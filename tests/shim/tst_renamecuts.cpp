@@ -1,6 +1,7 @@
 #include "index/givennames.h"
 #include "tests/index/indexsamples.h"
 #include "tests/index/setreader.h"
+#include "tests/scriptedindex.h"
 #include "tests/shim/faultyrun.h"
 
 using namespace Sample;
@@ -16,7 +17,7 @@ void fillLong(const SampleMemory &memory)
 {
     memory.write(u"Long folder/"_qs + longNames.at(0).first, midiSong("A", "Artist", "Genre"));
     memory.write(u"D long name.mid"_qs, anySong);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     if (!index.updateIndex(memory.root()))
         qFatal("no index");
@@ -25,7 +26,7 @@ void fillLong(const SampleMemory &memory)
         memory.write(u"Longfo-1/"_qs + name, midiSong(title, "Artist", "Genre"));
 }
 
-bool shorten(Index &index, const QString &root)
+bool shorten(ScriptedIndex &index, const QString &root)
 {
     index.setRenameQuestion(always(1));
     return index.updateIndex(root);
@@ -70,7 +71,7 @@ void TestRenameCuts::knowsEachNameAfterAFault()
         const SampleMemory memory;
         fillLong(memory);
         runWithFault(memory, shorten, number, static_cast<Shim::Action>(fault), reached);
-        Index index;
+        ScriptedIndex index;
         QVERIFY2(shorten(index, memory.root()), where);
         QCOMPARE(SetReader(memory).problem(), QString());
         QCOMPARE(indexedPaths(memory).size(), longNames.size());

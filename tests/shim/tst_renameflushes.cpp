@@ -1,5 +1,6 @@
 #include "index/givennames.h"
 #include "tests/index/indexsamples.h"
+#include "tests/scriptedindex.h"
 #include "tests/shim/shim.h"
 
 #include <utility>
@@ -27,7 +28,7 @@ Outcome indexOn(Shim::Disk disk, const SampleMemory &memory, int failing)
 {
     const QTemporaryDir folder;
     const QString trace = folder.filePath(u"trace"_qs);
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion(always(1));
     Shim::actLike(disk);
     Shim::startTrace(QFile::encodeName(trace).constData());

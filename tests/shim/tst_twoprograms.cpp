@@ -2,6 +2,7 @@
 #include "index/memoryreasons.h"
 #include "tests/index/changedmemory.h"
 #include "tests/index/setreader.h"
+#include "tests/scriptedindex.h"
 #include "tests/shim/shim.h"
 #include "tests/testprogram.h"
 
@@ -32,13 +33,13 @@ private slots:
 namespace
 {
 
-bool index(const SampleMemory &memory, bool isRebuild, Reason &failure)
+/// Why the index of \a memory was not built or updated; none when it was.
+std::optional<Reason> index(const SampleMemory &memory, bool isRebuild)
 {
-    Index index;
-    const bool result =
+    ScriptedIndex index;
+    const bool isDone =
         isRebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root());
-    failure = index.failure();
-    return result;
+    return isDone ? std::nullopt : std::optional(index.failure());
 }
 
 /// Starts another program that indexes \a memory and stops before its step \a number. Returns 0 if
@@ -48,8 +49,7 @@ pid_t stoppedAt(const SampleMemory &memory, bool isRebuild, int number)
     const pid_t child = ::fork();
     if (child == 0) {
         Shim::arm(QFile::encodeName(memory.root()).constData(), number, Shim::Stop);
-        Reason failure{};
-        ::_exit(index(memory, isRebuild, failure) ? 0 : 1);
+        ::_exit(index(memory, isRebuild).has_value() ? 1 : 0);
     }
     int status = 0;
     ::waitpid(child, &status, WUNTRACED);
@@ -96,16 +96,13 @@ void TestTwoPrograms::secondOneTouchesNothing()
             break;
         ++stops;
         const auto before = allFiles(memory);
-        for (const bool isSecondRebuild : {false, true}) {
-            Reason failure{};
-            QVERIFY(!index(memory, isSecondRebuild, failure));
-            QCOMPARE(failure, MemoryReason::inUse);
-        }
-        Index list;
+        for (const bool isSecondRebuild : {false, true})
+            QVERIFY(index(memory, isSecondRebuild) == MemoryReason::inUse);
+        ScriptedIndex list;
         QCOMPARE(list.saveSongsList(memory.root(), u"list.csv"_s, SortByTitle), 0);
         QCOMPARE(list.failure(), MemoryReason::inUse);
         QVERIFY(!QFile::exists(u"list.csv"_s));
-        MemoryCheck check;
+        ScriptedCheck check;
         QVERIFY(!check.run(memory.root()));
         QCOMPARE(check.findings(),
                  QStringList{u"un altro programma sta lavorando su questa memoria"_s});
@@ -144,9 +141,8 @@ void TestTwoPrograms::bothAtOnceLeaveASoundSet()
             if (children.last() == 0) {
                 Shim::arm(QFile::encodeName(memory.root()).constData(), 0, Shim::Kill);
                 Shim::slowFlushes(1);
-                Reason failure{};
-                const bool result = index(memory, isRebuild, failure);
-                ::_exit(result ? 0 : failure == MemoryReason::inUse ? 1 : 2);
+                const std::optional<Reason> failure = index(memory, isRebuild);
+                ::_exit(!failure.has_value() ? 0 : failure == MemoryReason::inUse ? 1 : 2);
             }
         }
         int done = 0;

@@ -1,6 +1,7 @@
 #include "base/filefailure.h"
 #include "index/index.h"
 #include "tests/index/samplememory.h"
+#include "tests/scriptedindex.h"
 #include "tests/shim/damagedfile.h"
 #include "tests/testprogram.h"
 
@@ -26,7 +27,7 @@ struct IndexedMemory {
 
 IndexedMemory runOn(const SampleMemory &memory, bool (Index::*work)(const QString &))
 {
-    Index index;
+    ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) { return 1; });
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     IndexedMemory result;
@@ -132,7 +133,7 @@ void TestUnreadableFolders::losesNoSongsInARebuild()
         QVERIFY(runOn(memory, &Index::createIndex).isDone);
         const auto before = memory.rootFiles();
         Shim::refuseFolder(encoded(memory.path(folder)));
-        Index index;
+        ScriptedIndex index;
         QVERIFY(!index.createIndex(memory.root()));
         QCOMPARE(index.failure(), FileReason::unreachable);
         QCOMPARE(memory.rootFiles(), before);

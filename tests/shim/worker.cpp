@@ -7,6 +7,7 @@
 #include "library/filecopier.h"
 #include "library/progress.h"
 #include "songfile/metasong.h"
+#include "tests/scriptedindex.h"
 
 #include <QCoreApplication>
 #include <QSettings>
@@ -77,15 +78,14 @@ bool saveSettings(const QStringList &)
 
 bool saveList(const QStringList &paths)
 {
-    return Index().saveSongsList(paths.at(0), paths.at(1), SortByTitle) == 1;
+    return ScriptedIndex().saveSongsList(paths.at(0), paths.at(1), SortByTitle) == 1;
 }
 
 /// Builds or updates the index of a memory and shortens the names there.
 bool runIndex(bool (Index::*run)(const QString &), const QString &root)
 {
-    Index index;
-    index.setRenameQuestion(
-        [](const QString &, const QString &) { return int(NoCopyrightDialog::YesToAll); });
+    ScriptedIndex index;
+    index.setRenameQuestion([](const QString &, const QString &) { return 1; });
     return (index.*run)(root);
 }
 

@@ -1,4 +1,3 @@
 #pragma once
 
-#include "library/dialogs/nocopyrightdialog.h"
 #include "library/progress.h"

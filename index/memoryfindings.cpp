@@ -1,18 +1,6 @@
-#include "index/memorycheckrun.h"
+#include "index/memoryfindings.h"
 
-#include "base/runguard.h"
-
-#include <algorithm>
-
-bool MemoryCheckRun::goOn()
-{
-    constexpr qint64 breathingInterval = 1024; // steps
-    if (++m_steps % breathingInterval == 0)
-        m_breathe();
-    return !RunGuard::endRequested();
-}
-
-void MemoryCheckRun::find(const QString &finding)
+void MemoryFindings::add(const QString &finding)
 {
     if (m_lines.size() >= mostFindings) {
         ++m_more;
@@ -28,13 +16,13 @@ void MemoryCheckRun::find(const QString &finding)
     m_lines.append(line);
 }
 
-void MemoryCheckRun::findDamage(const QString &finding)
+void MemoryFindings::addDamage(const QString &finding)
 {
-    m_damage = true;
-    find(finding);
+    m_hasDamage = true;
+    add(finding);
 }
 
-QStringList MemoryCheckRun::lines() const
+QStringList MemoryFindings::lines() const
 {
     QStringList all = m_lines;
     if (m_more > 0)

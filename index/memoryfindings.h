@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QStringList>
+
+/// What the check of a memory has found, in lines for the user.
+class MemoryFindings
+{
+    Q_DECLARE_TR_FUNCTIONS(MemoryFindings)
+
+public:
+    /// More findings than this are only counted.
+    static constexpr qsizetype mostFindings = 1000;
+
+    /// Takes one finding. Names in it can't break its line.
+    void add(const QString &finding);
+    /// The same for one that says that the files of the index don't belong together.
+    void addDamage(const QString &finding);
+
+    /// A line for each finding, and one that counts those above the most.
+    QStringList lines() const;
+    bool hasDamage() const { return m_hasDamage; }
+
+private:
+    QStringList m_lines;
+    int m_more = 0;
+    bool m_hasDamage = false;
+};
