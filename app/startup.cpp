@@ -94,7 +94,7 @@ void myMessageOutput(QtMsgType type, const QMessageLogContext & /*context*/, con
     const QByteArray line = stamp + tag + text + '\n';
 
     // Opened for each line, so that the log holds the last message before a crash.
-    appendToFile(logFileName, line, largestLog);
+    (void)appendToFile(logFileName, line, largestLog);
     if (type == QtFatalMsg)
         std::abort();
 }

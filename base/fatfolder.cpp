@@ -7,7 +7,6 @@
 
 #include <QFile>
 
-#include <memory>
 #include <vector>
 
 #include <cerrno>
@@ -74,7 +73,7 @@ void reserveEntries(const QString &folder, const QStringList &names)
     for (const QByteArray &path : std::as_const(made))
         ::unlink(path.constData());
     if (!made.isEmpty())
-        flushFolder(folder);
+        (void)flushFolder(folder);
 }
 
 bool removeFiles(int folder, const QStringList &names)
@@ -83,11 +82,11 @@ bool removeFiles(int folder, const QStringList &names)
     const bool isFat = isOnFat(folder);
     bool areGone = true;
     for (qsizetype start = 0; start < names.size(); start += mostOpenFiles) {
-        std::vector<std::unique_ptr<PlainFile>> held;
+        std::vector<PlainFile> held;
         for (const QString &name : names.mid(start, mostOpenFiles)) {
             if (isFat) {
-                held.push_back(std::make_unique<PlainFile>());
-                held.back()->openIn(folder, name);
+                held.emplace_back();
+                (void)held.back().openIn(folder, name);
             }
             if (::unlinkat(folder, QFile::encodeName(name).constData(), 0) != 0)
                 areGone = areGone && errno == ENOENT;

@@ -17,4 +17,4 @@ void reserveEntries(const QString &folder, const QStringList &names);
 /// Removes the files \a names of the open folder \a folder. On FAT their clusters become free only
 /// when the entries are gone from the disk: an entry that leads to free clusters stops the kernel
 /// from writing when it is removed once more. False when one stays.
-bool removeFiles(int folder, const QStringList &names);
+[[nodiscard]] bool removeFiles(int folder, const QStringList &names);

@@ -11,4 +11,4 @@ enum class CopyResult {
 /// Copies exactly \a count bytes of the open file \a from, from \a pos on, to where \a to stands,
 /// which stands behind them afterwards. Holes of the source stay holes behind the end of the
 /// target, and where the file system can share content between files it does. Flushes nothing.
-CopyResult copyRest(int from, qint64 pos, qint64 count, int to);
+[[nodiscard]] CopyResult copyRest(int from, qint64 pos, qint64 count, int to);

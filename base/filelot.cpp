@@ -290,7 +290,7 @@ void FileLot::takeName(Staged &staged) const
     // While a replaced file is open, FAT does not give its clusters to others: until the new entry
     // is on the disk the old one leads to them.
     if (staged.isOnFat && !place.mustBeNew)
-        staged.old.open(place.path);
+        (void)staged.old.open(place.path);
     std::error_code error = moveEntry(staged.temporaryPath, place.path, !place.mustBeNew);
     if (!place.mustBeNew && canNotReplace(error) && QFile::remove(place.path)) {
         error = moveEntry(staged.temporaryPath, place.path, true);

@@ -42,10 +42,10 @@ public:
 
     /// Opens a new file, empty and unbuffered, for the content of \a place. Null when that failed.
     /// It is the lot's own; the pointer is valid until commit() or dropLast().
-    QFile *add(const Place &place);
+    [[nodiscard]] QFile *add(const Place &place);
     /// Writes the whole of \a content for \a place; what a file that is replaced has besides its
     /// content stays. False when that failed: nothing is left of it.
-    bool write(const Place &place, const QByteArray &content);
+    [[nodiscard]] bool write(const Place &place, const QByteArray &content);
     /// Takes back what add() gave last.
     void dropLast();
     /// Says how many bytes were written into the file that add() gave last.
@@ -61,9 +61,9 @@ public:
     /// came of each: Done, Changed, Failed or NotNamed. After a failure the old content stands
     /// there, but where only the new name could not be flushed, or the old file had to be deleted
     /// first. The lot is empty then and can be filled again.
-    QList<WriteResult> commit();
+    [[nodiscard]] QList<WriteResult> commit();
     /// The same, where one answer will do: true when all of them are Done.
-    bool commitAll();
+    [[nodiscard]] bool commitAll();
 
 private:
     struct Staged;
@@ -76,8 +76,8 @@ private:
     };
 
     Folder lookAt(const QString &path);
-    bool openStaged(Staged &staged, const QString &root);
-    bool openTemporary(Staged &staged);
+    [[nodiscard]] bool openStaged(Staged &staged, const QString &root);
+    [[nodiscard]] bool openTemporary(Staged &staged);
     void reserveNames() const;
     void flushContents();
     void takeNames();

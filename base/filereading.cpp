@@ -2,37 +2,36 @@
 
 #include <algorithm>
 
-ReadResult readWholeFile(const QString &path, qint64 maximum, QByteArray &content, FileState *state)
+FileContent readWholeFile(const QString &path, qint64 maximum)
 {
     PlainFile file;
-    const bool isOpen = file.open(path);
-    if (state != nullptr)
-        *state = file.state();
-    if (isOpen)
-        return readWholeFile(file, maximum, content);
-    content.clear();
+    if (file.open(path))
+        return readWholeFile(file, maximum);
     const FileKind kind = file.state().kind;
-    return kind == FileKind::Folder || kind == FileKind::Other ? ReadResult::NoPlainFile
-                                                               : ReadResult::NotOpened;
+    const bool isOther = kind == FileKind::Folder || kind == FileKind::Other;
+    return {isOther ? ReadResult::NoPlainFile : ReadResult::NotOpened, {}, file.state()};
 }
 
-ReadResult readWholeFile(const PlainFile &file, qint64 maximum, QByteArray &content)
+FileContent readWholeFile(const PlainFile &file, qint64 maximum)
 {
-    content.clear();
+    FileContent content{ReadResult::NotOpened, {}, file.state()};
     if (!file.isOpen())
-        return ReadResult::NotOpened;
-    if (file.size() > maximum)
-        return ReadResult::TooLarge;
-    if (file.read(0, file.size(), content) && file.keepsItsSize())
-        return ReadResult::Done;
-    content.clear();
-    return ReadResult::CutShort;
+        return content;
+    if (file.size() > maximum) {
+        content.result = ReadResult::TooLarge;
+        return content;
+    }
+    const bool isWhole = file.read(0, file.size(), content.bytes) && file.keepsItsSize();
+    content.result = isWhole ? ReadResult::Done : ReadResult::CutShort;
+    if (!isWhole)
+        content.bytes.clear();
+    return content;
 }
 
 bool readFileStart(const QString &path, qsizetype maximum, QByteArray &start, FileState &state)
 {
     PlainFile file;
-    file.open(path);
+    (void)file.open(path); // nothing is read from a file that is not open
     state = file.state();
     return file.read(0, std::min<qint64>(maximum, file.size()), start);
 }

@@ -10,15 +10,23 @@ enum class ReadResult {
     CutShort,  ///< fewer bytes came than the file holds, or its size changed meanwhile
 };
 
-/// Reads the whole of the plain file at \a path, or nothing: \a content is empty then. A file of
-/// more than \a maximum bytes is not read: no size that a memory claims is trusted. \a state gets
-/// what was opened, or what stands there.
-ReadResult readWholeFile(const QString &path, qint64 maximum, QByteArray &content,
-                         FileState *state = nullptr);
+/// The content of a file, or why there is none.
+struct FileContent {
+    ReadResult result = ReadResult::NotOpened;
+    QByteArray bytes; ///< empty unless the result is Done
+    FileState state;  ///< of what was opened, or of what stands there
+
+    [[nodiscard]] bool isDone() const { return result == ReadResult::Done; }
+};
+
+/// Reads the whole of the plain file at \a path, or nothing. A file of more than \a maximum bytes
+/// is not read: no size that a memory claims is trusted.
+[[nodiscard]] FileContent readWholeFile(const QString &path, qint64 maximum);
 /// The same of a file that is open.
-ReadResult readWholeFile(const PlainFile &file, qint64 maximum, QByteArray &content);
+[[nodiscard]] FileContent readWholeFile(const PlainFile &file, qint64 maximum);
 
 /// Reads the first bytes of the plain file at \a path, \a maximum at most, and all of a shorter
 /// one. False when it is not a plain file or so many could not be read: \a start is empty then.
-/// \a state reports what stands there in either case.
-bool readFileStart(const QString &path, qsizetype maximum, QByteArray &start, FileState &state);
+/// \a state reports what stands there in either case. \a start keeps its room for the next file.
+[[nodiscard]] bool readFileStart(const QString &path, qsizetype maximum, QByteArray &start,
+                                 FileState &state);

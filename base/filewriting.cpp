@@ -153,17 +153,16 @@ bool moveIntoPlace(const QString &from, const QString &to)
 {
     // In the order that FAT needs: see FileLot.
     PlainFile old;
-    old.open(to);
+    (void)old.open(to);
     std::error_code error;
     std::filesystem::rename(QFileInfo(from).filesystemAbsoluteFilePath(),
                             QFileInfo(to).filesystemAbsoluteFilePath(), error);
     if (error)
         return false;
+    const QString before = QFileInfo(from).absolutePath();
     const QString folder = QFileInfo(to).absolutePath();
-    if (const QString before = QFileInfo(from).absolutePath(); before != folder)
-        flushFolder(before);
-    if (PlainFile file; file.open(to))
-        flushHandle(file.handle());
-    flushFolder(folder);
-    return true;
+    const bool isOldNameFlushed = before == folder || flushFolder(before);
+    PlainFile file;
+    const bool isFileFlushed = file.open(to) && flushHandle(file.handle());
+    return flushFolder(folder) && isOldNameFlushed && isFileFlushed;
 }

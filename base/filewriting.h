@@ -31,25 +31,25 @@ class FileLot;
 /// written in place with the old one in memory. When writing in place fails the old content is put
 /// back. False when it failed: the file holds its old content then, or, when only the folder could
 /// not be flushed to the disk, the new one. Refuses whatever is not a plain file.
-bool replaceFile(const QString &path, const QByteArray &content);
+[[nodiscard]] bool replaceFile(const QString &path, const QByteArray &content);
 
 /// The same with the reason: SourceFailed when the old content, which is kept aside, can't be read,
 /// and Changed when what stands at \a path is not, or immediately before the last step
 /// no longer is, what \a expected says: nothing is touched then and nothing left beside it. With a
 /// \a lot the new content is Staged there where that can be done, for the lot's commit().
-WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
-                             const FileState &expected, FileLot *lot = nullptr);
+[[nodiscard]] WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
+                                           const FileState &expected, FileLot *lot = nullptr);
 
 /// Adds \a data to the end of the plain file at \a path in one write, and creates it when it is
 /// missing. Waits for nothing. False when that failed, or the file holds more than \a largest
 /// bytes.
-bool appendToFile(const QString &path, const QByteArray &data, qint64 largest);
+[[nodiscard]] bool appendToFile(const QString &path, const QByteArray &data, qint64 largest);
 
 /// Writes all of \a data; false when the device took less.
-bool writeAll(QFileDevice &file, const QByteArray &data);
+[[nodiscard]] bool writeAll(QFileDevice &file, const QByteArray &data);
 
 /// Flushes \a file to the disk. True when no write has failed and it is \a expectedSize bytes long.
-bool finishWriting(QFileDevice &file, qint64 expectedSize);
+[[nodiscard]] bool finishWriting(QFileDevice &file, qint64 expectedSize);
 
 /// The path of a temporary file for each attempt to make one, counted from 0.
 using TemporaryPath = std::function<QString(int attempt)>;
@@ -61,8 +61,8 @@ QString temporaryPathIn(const QString &folder, int attempt);
 /// Opens a file that was not there before, for reading and writing, unbuffered: what stands under
 /// one of the names is somebody's own. With \a isPrivate nobody else may open it. False when none
 /// could be made.
-bool openNewFile(QFile &file, const TemporaryPath &pathOf, bool isPrivate);
+[[nodiscard]] bool openNewFile(QFile &file, const TemporaryPath &pathOf, bool isPrivate);
 
 /// Renames \a from to \a to, replacing a file of that name in one step, and flushes it and its
-/// folder. False when nothing was renamed.
-bool moveIntoPlace(const QString &from, const QString &to);
+/// folders. False when nothing was renamed, or when the new name may not have reached the disk.
+[[nodiscard]] bool moveIntoPlace(const QString &from, const QString &to);

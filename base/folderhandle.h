@@ -24,23 +24,23 @@ public:
     /// another file system than the root is not opened.
     FolderHandle(const QString &root, const QString &names);
 
-    bool isOpen() const;
+    [[nodiscard]] bool isOpen() const;
     /// True on the FAT family, where a new name reaches the disk in two parts: the folder's, and
     /// the moved file's own, which is written when that file is flushed.
     bool isFat() const;
 
     /// Gives the entry \a name, a link as such, the name \a newName. Replaces nothing and copies
     /// nothing. False on failure: then nothing has changed.
-    bool rename(const QString &name, const QString &newName) const;
+    [[nodiscard]] bool rename(const QString &name, const QString &newName) const;
 
     /// Flushes the entries of the folder to the disk, where the system offers that. False on
     /// failure.
-    bool flush() const;
+    [[nodiscard]] bool flush() const;
     /// The same of the file or folder \a name in it; a link is not followed, and false.
-    bool flush(const QString &name) const;
+    [[nodiscard]] bool flush(const QString &name) const;
     /// Flushes all that was written to the folder's file system. Empty where the system has no such
     /// call.
-    std::optional<bool> flushFileSystem() const;
+    [[nodiscard]] std::optional<bool> flushFileSystem() const;
 
 private:
 #ifdef Q_OS_UNIX

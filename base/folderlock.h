@@ -25,7 +25,7 @@ public:
     FolderLock &operator=(const FolderLock &) = delete;
 
     /// True when another program works on the folder, so that it must be left alone.
-    bool isBusy() const { return m_busy; }
+    [[nodiscard]] bool isBusy() const { return m_busy; }
 
 private:
     class Held;

@@ -22,9 +22,9 @@ public:
     bool layMark();
 
     /// True when that memory is still there, as far as looks at its root can show: cheap.
-    bool isThere() const;
+    [[nodiscard]] bool isThere() const;
     /// True when it is, and holds the mark that was laid.
-    bool isSame() const;
+    [[nodiscard]] bool isSame() const;
 
     /// The name of the mark in the work folder.
     static const QString &markName();

@@ -35,7 +35,7 @@ bool openToOverwrite(QFile &file, const QString &path)
 #endif
 }
 
-bool writeFromStart(QFile &file, const ContentWriter &write)
+[[nodiscard]] bool writeFromStart(QFile &file, const ContentWriter &write)
 {
     return file.seek(0) && write(file);
 }
@@ -86,23 +86,21 @@ WriteResult overwriteKeepingCopy(const QString &path, QFile &copy, const FileSta
     if (!isWritten && !writeFromStart(file, putBack))
         return WriteResult::Failed;
     copy.remove();
-    flushFolder(folder);
+    (void)flushFolder(folder); // a copy that comes back after a cut harms nothing
     return isWritten ? WriteResult::Done : WriteResult::Failed;
 }
 
 WriteResult overwriteFromMemory(const QString &path, const QByteArray &content,
                                 const FileState *expected)
 {
-    QByteArray old;
-    FileState before;
     constexpr qint64 most = std::numeric_limits<qsizetype>::max();
-    const ReadResult result = readWholeFile(path, most, old, &before);
-    if (result != ReadResult::Done)
-        return result == ReadResult::CutShort ? WriteResult::SourceFailed : WriteResult::Failed;
+    const FileContent old = readWholeFile(path, most);
+    if (!old.isDone())
+        return old.result == ReadResult::CutShort ? WriteResult::SourceFailed : WriteResult::Failed;
     QFile file;
     if (!openToOverwrite(file, path))
         return WriteResult::Failed;
-    if ((expected != nullptr && before != *expected) || fileState(file.handle()) != before)
+    if ((expected != nullptr && old.state != *expected) || fileState(file.handle()) != old.state)
         return WriteResult::Changed;
     const auto writing = [](const QByteArray &bytes) {
         return [&bytes](QFile &target) {
@@ -111,6 +109,6 @@ WriteResult overwriteFromMemory(const QString &path, const QByteArray &content,
     };
     if (writeFromStart(file, writing(content)))
         return WriteResult::Done;
-    writeFromStart(file, writing(old));
+    (void)writeFromStart(file, writing(old.bytes)); // failed in either case
     return WriteResult::Failed;
 }

@@ -13,7 +13,7 @@ class QFile;
 bool hasOtherNames(const QString &path);
 
 /// Ends what was written into \a file at \a size bytes, and flushes it to the disk.
-bool finishOverwriting(QFile &file, qint64 size);
+[[nodiscard]] bool finishOverwriting(QFile &file, qint64 size);
 
 /// Writes the new content from the beginning of \a file on and ends with finishOverwriting(); false
 /// on failure. May read the old content from the copy.
@@ -24,9 +24,10 @@ using ContentWriter = std::function<bool(QFile &file)>;
 /// \a copy is deleted, unless the old content could not be put back. Changed when the file is not
 /// as \a expected says, where that is given, or is changed while it is copied, and SourceFailed
 /// when it can't be read to its end: it is not touched.
-WriteResult overwriteKeepingCopy(const QString &path, QFile &copy, const FileState *expected,
-                                 const ContentWriter &write);
+[[nodiscard]] WriteResult overwriteKeepingCopy(const QString &path, QFile &copy,
+                                               const FileState *expected,
+                                               const ContentWriter &write);
 
 /// The same with the old content in memory: a process that ends in the middle leaves a part.
-WriteResult overwriteFromMemory(const QString &path, const QByteArray &content,
-                                const FileState *expected);
+[[nodiscard]] WriteResult overwriteFromMemory(const QString &path, const QByteArray &content,
+                                              const FileState *expected);

@@ -17,13 +17,13 @@ class PlainFile
 public:
     /// Opens the file at \a path, links followed, without waiting for anything. False when no
     /// plain file could be opened there. A file that was open before is closed.
-    bool open(const QString &path);
+    [[nodiscard]] bool open(const QString &path);
 #ifdef Q_OS_UNIX
     /// The same of the file \a name in the open folder \a folder, where a link is no plain file.
-    bool openIn(int folder, const QString &name);
+    [[nodiscard]] bool openIn(int folder, const QString &name);
 #endif
     void close();
-    bool isOpen() const;
+    [[nodiscard]] bool isOpen() const;
 
     /// The file as it was when it was opened; when it could not be opened, what stands there.
     const FileState &state() const
@@ -36,9 +36,9 @@ public:
     } ///< bytes, when it was opened
     /// Reads exactly \a count bytes from \a pos on. False when fewer came, or when they don't lie
     /// within size(): \a bytes is empty then.
-    bool read(qint64 pos, qsizetype count, QByteArray &bytes) const;
+    [[nodiscard]] bool read(qint64 pos, qsizetype count, QByteArray &bytes) const;
     /// True when the file still is as long as when it was opened.
-    bool keepsItsSize() const;
+    [[nodiscard]] bool keepsItsSize() const;
     /// The system's handle, -1 when nothing is open; it stays the object's own.
     int handle() const;
 

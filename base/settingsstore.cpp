@@ -64,9 +64,8 @@ bool maySettingsBeRead()
     for (const QString &folder : settingsFolders()) {
         const QString program = folder + u'/' + settingsOrganisation;
         for (const QString &path : {program + u'/' + settingsApplication, program}) {
-            QByteArray content;
             const ReadResult result =
-                readWholeFile(path + QStringLiteral(".conf"), maxSettings, content);
+                readWholeFile(path + QStringLiteral(".conf"), maxSettings).result;
             // The settings class passes over what it can't open.
             if (result != ReadResult::Done && result != ReadResult::NotOpened)
                 return false;
@@ -92,22 +91,19 @@ bool storeSetting(QSettings &settings, const QString &key, const QVariant &value
 {
     const QString path = settings.fileName();
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
-    QByteArray old;
-    FileState state;
-    const bool isKnown = readWholeFile(path, maxSettings, old, &state) == ReadResult::Done;
-    if (!isKnown && state.kind != FileKind::Missing)
+    const FileContent old = readWholeFile(path, maxSettings);
+    if (!old.isDone() && old.state.kind != FileKind::Missing)
         return false;
 #endif
     settings.sync(); // what another program has stored meanwhile
     settings.setValue(key, value);
     settings.sync();
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
-    QByteArray content;
-    if (isRegularFile(path) && settings.status() == QSettings::NoError &&
-        !(readWholeFile(path, maxSettings, content) == ReadResult::Done &&
-          isWhole(content, plainKeys(settings)))) {
-        if (isKnown)
-            replaceFile(path, old);
+    const FileContent stored = readWholeFile(path, maxSettings);
+    if (stored.state.kind == FileKind::Regular && settings.status() == QSettings::NoError &&
+        !(stored.isDone() && isWhole(stored.bytes, plainKeys(settings)))) {
+        if (old.isDone())
+            (void)replaceFile(path, old.bytes); // false in either case
         else
             QFile::remove(path);
         return false;

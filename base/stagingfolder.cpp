@@ -98,8 +98,8 @@ StagingFolder::StagingFolder(const QString &root)
         return;
     // The system counts the first block of a new folder, whoever has made it, among those of the
     // folder above: those go first.
-    flushFolder(m_root);
-    flushHandle(m_work.get());
+    (void)flushFolder(m_root);
+    (void)flushHandle(m_work.get());
     QStringList names;
     for (int number = 0; number < maxFiles; ++number)
         names.append(stagedName(number));
@@ -114,13 +114,13 @@ StagingFolder::~StagingFolder()
     ::rmdir(QFile::encodeName(QDir(m_root).filePath(workFolderName())).constData());
     // On FAT an entry goes from the disk before what it leads to becomes free.
     if (m_isFat) {
-        flushHandle(m_work.get());
-        flushFolder(m_root);
+        (void)flushHandle(m_work.get());
+        (void)flushFolder(m_root);
     }
     m_lot.close();
     m_work.close();
     if (m_isFat)
-        flushFolder(m_root);
+        (void)flushFolder(m_root);
 }
 
 void StagingFolder::clear(int workFolder)
@@ -128,7 +128,7 @@ void StagingFolder::clear(int workFolder)
     const FileDescriptor lot = FileDescriptor::openFolderIn(workFolder, lotName);
     if (!lot.isOpen() || (isOnFat(lot.get()) && writesAtOnce(lot.get())))
         return;
-    removeFiles(lot.get(), namesIn(lot.get()));
+    (void)removeFiles(lot.get(), namesIn(lot.get()));
     ::unlinkat(workFolder, QFile::encodeName(lotName).constData(), AT_REMOVEDIR);
 }
 

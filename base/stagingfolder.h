@@ -32,11 +32,11 @@ public:
     static QString rootOf(const QString &folder);
 
     /// False when no such folder could be made, or a link stands there.
-    bool isOpen() const { return m_lot.isOpen(); }
+    [[nodiscard]] bool isOpen() const { return m_lot.isOpen(); }
 
     /// Opens a new file for reading and writing. Gives its path, empty on failure: \a file does not
     /// know it.
-    QString makeFile(QFile &file);
+    [[nodiscard]] QString makeFile(QFile &file);
 
     /// Takes away what runs that were cut have left in the open work folder \a workFolder, but on a
     /// FAT that is mounted with "sync": after a cut there a file of the memory may lead to the same

@@ -147,10 +147,10 @@ bool Database::openCatalogue()
     QString fileName = localCatalogue;
     // The opening of a FIFO would wait for ever.
     PlainFile file;
-    file.open(localCatalogue);
+    const bool isOpen = file.open(localCatalogue);
     if (file.state().kind != FileKind::Missing) {
         debug() << "Using local file: 'songsdb_debug' as database";
-        if (!file.isOpen())
+        if (!isOpen)
             return false;
     } else {
         if (!unpackCatalogue())

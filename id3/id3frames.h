@@ -47,18 +47,19 @@ public:
 
     /// The first frame that version 2.3 calls \a id, four letters; in a tag of version 2.2 it is
     /// the frame of the older name. Only names that begin before \a limit are seen.
-    std::optional<Id3Frame> find(const QByteArray &tag, QByteArrayView id, qsizetype limit) const;
+    [[nodiscard]] std::optional<Id3Frame> find(const QByteArray &tag, QByteArrayView id,
+                                               qsizetype limit) const;
 
     /// The content of \a frame without what its flags have added (group, length, zero bytes of
     /// unsynchronisation); empty for a compressed or encrypted one.
-    QByteArray content(const QByteArray &tag, const Id3Frame &frame) const;
+    [[nodiscard]] QByteArray content(const QByteArray &tag, const Id3Frame &frame) const;
 
     /// True when \a frame is compressed, encrypted or grouped.
     bool isBeyondText(const Id3Frame &frame) const;
 
     /// A frame called \a id around \a content, as the tag's frames are written; empty when its
     /// version has no such name.
-    QByteArray frame(QByteArrayView id, const QByteArray &content) const;
+    [[nodiscard]] QByteArray frame(QByteArrayView id, const QByteArray &content) const;
 
     /// Rewrites the sizes of the frames of \a tag, which has version 2.4 and was walked by plain
     /// ones. A tag that was not walked to its end stays as it is.

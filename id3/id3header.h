@@ -22,9 +22,9 @@ struct Id3Header {
     bool hasFooter() const { return version == 4 && (flags & Footer) != 0; }
 
     /// True when \a data begin with "ID3".
-    static bool isAt(const QByteArray &data);
+    [[nodiscard]] static bool isAt(const QByteArray &data);
     /// Reads the header of the tag that begins \a data; what is missing there reads as 0.
-    static Id3Header read(const QByteArray &data);
+    [[nodiscard]] static Id3Header read(const QByteArray &data);
 
     /// The size field: 7 bits from each of four bytes. A byte above 128 makes it 0; one of exactly
     /// 128 passes and counts whole, as files with it have always been read.

@@ -14,6 +14,6 @@ qsizetype footerSize(const QByteArray &file);
 /// an extended header, and with the frame sizes that version 2.4 asks for. Its own size field says
 /// how long it is. A part of a tag gives a part. A flag that is set without cause is cleared, too;
 /// the extended header of a tag that can't be walked stays.
-QByteArray tag(const QByteArray &stored);
+[[nodiscard]] QByteArray tag(const QByteArray &stored);
 
 } // namespace Id3Plain

@@ -10,15 +10,15 @@ namespace Id3Text
 
 /// The first text of \a content, up to its terminator and at most \a limit characters of it,
 /// trimmed. An encoding that is not known is read as Latin-1.
-QString read(QByteArrayView content, qsizetype limit);
+[[nodiscard]] QString read(QByteArrayView content, qsizetype limit);
 
 /// True when \a content is a single text in Latin-1, terminated or not.
 bool isPlain(QByteArrayView content);
 
 /// \a text as a frame's content: in Latin-1 where that holds it, otherwise in UTF-8 in a tag of
 /// version 4 and in UTF-16 with its mark in an older one. No terminator.
-QByteArray content(const QString &text, int version);
+[[nodiscard]] QByteArray content(const QString &text, int version);
 /// The same in UTF-8, which has no bytes that unsynchronisation would change.
-QByteArray utf8Content(const QString &text);
+[[nodiscard]] QByteArray utf8Content(const QString &text);
 
 } // namespace Id3Text

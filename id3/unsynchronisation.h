@@ -9,8 +9,8 @@ namespace Unsynchronisation
 
 /// True when \a data may have been written by the scheme: it holds nothing that it would have
 /// changed. A tag that only says that it is unsynchronised is found by this.
-bool isPossible(QByteArrayView data);
+[[nodiscard]] bool isPossible(QByteArrayView data);
 /// Takes the inserted zero bytes away.
-QByteArray undone(QByteArrayView data);
+[[nodiscard]] QByteArray undone(QByteArrayView data);
 
 } // namespace Unsynchronisation

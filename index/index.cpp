@@ -198,7 +198,7 @@ bool Index::finish(ListRun run)
     bool areNew = false;
     const bool hasFolders = createBriselDir(areNew) || !isWriteProtected(m_root);
     if (!m_set.discard() && areNew)
-        flushFolder(m_root);
+        (void)flushFolder(m_root);
     if (!hasFolders || !checkIndexFile())
         return fail();
     if (m_isRepaired)

@@ -105,7 +105,7 @@ void IndexSet::remove()
     // Never written by this program; the player's own leftovers of an older index.
     for (const QString &name : {QStringLiteral("temp1.id2"), QStringLiteral("temp2.id2")})
         QFile::remove(filePath(name));
-    flushFolder(m_root);
+    (void)flushFolder(m_root);
 }
 
 void IndexSet::recover()
@@ -228,8 +228,8 @@ bool IndexSet::readStaged(const StagedFile &file, QByteArray &content) const
 /// True when a cut swap has moved \a file out of the work folder, for want of room.
 bool IndexSet::isPlaced(const StagedFile &file) const
 {
-    QByteArray content;
-    return readWholeFile(filePath(file.name), std::min(file.size, maxFileSize), content) ==
-               ReadResult::Done &&
-           content.size() == file.size && checksumOf(content) == file.checksum;
+    const FileContent content =
+        readWholeFile(filePath(file.name), std::min(file.size, maxFileSize));
+    return content.isDone() && content.bytes.size() == file.size &&
+           checksumOf(content.bytes) == file.checksum;
 }

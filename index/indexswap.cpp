@@ -82,8 +82,12 @@ bool IndexSet::keepOldFiles(QList<OldFile> &files) const
     for (const StagedFile &file : m_staged) {
         const QString path = filePath(file.name);
         OldFile old{file.name, {}, QFileInfo::exists(path)};
-        if (old.exists && readWholeFile(path, maxFileSize, old.content) != ReadResult::Done)
-            return false;
+        if (old.exists) {
+            const FileContent content = readWholeFile(path, maxFileSize);
+            if (!content.isDone())
+                return false;
+            old.content = content.bytes;
+        }
         files.append(old);
     }
     return true;

@@ -15,8 +15,9 @@ MemoryFile::MemoryFile(const QString &path, qint64 unit, qint64 least, qint64 mo
         return;
     if (m_size % unit != 0 || m_size < least * unit || m_size > most * unit)
         return;
-    const bool isRead = isOpen && readWholeFile(file, m_size, m_content) == ReadResult::Done;
-    m_state = isRead ? State::Good : State::Unreadable;
+    const FileContent content = isOpen ? readWholeFile(file, m_size) : FileContent();
+    m_content = content.bytes;
+    m_state = content.isDone() ? State::Good : State::Unreadable;
 }
 
 quint8 MemoryFile::byte(qsizetype pos) const

@@ -47,19 +47,19 @@ QByteArray pathRecords(const QByteArray &playlist, const IndexReader &old, const
 /// Reads the songs file of a playlist. False when there is none that can be read.
 bool readSongs(const IndexSet &set, qint16 number, QByteArray &playlist)
 {
-    return readWholeFile(set.filePath(Playlists::songsFileName(number)), maxPlaylistSize,
-                         playlist) == ReadResult::Done;
+    const FileContent songs =
+        readWholeFile(set.filePath(Playlists::songsFileName(number)), maxPlaylistSize);
+    playlist = songs.bytes;
+    return songs.isDone();
 }
 
 /// The path file of a playlist; null when there is none that can be read, as the songs file says
 /// most of what it does.
 QByteArray readPaths(const IndexSet &set, qint16 number)
 {
-    QByteArray paths;
-    if (readWholeFile(set.filePath(Playlists::pathsFileName(number)), maxPlaylistSize, paths) !=
-        ReadResult::Done)
-        return {};
-    return paths.isNull() ? QByteArrayLiteral("") : paths;
+    const FileContent paths =
+        readWholeFile(set.filePath(Playlists::pathsFileName(number)), maxPlaylistSize);
+    return paths.isDone() && paths.bytes.isNull() ? QByteArrayLiteral("") : paths.bytes;
 }
 
 bool isWritable(const IndexSet &set, qint16 number)
@@ -89,14 +89,12 @@ QString Playlists::pathsFileName(qint16 number)
 
 QList<qint16> Playlists::readNumbers(const IndexSet &set)
 {
-    QByteArray list;
     QList<qint16> numbers;
     // A link there may lead to lists that are not the player's.
     if (leavesRoot(set.filePath(QStringLiteral("playlist")), set.root()))
         return numbers;
-    if (readWholeFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize, list) !=
-        ReadResult::Done)
-        return numbers;
+    const QByteArray list =
+        readWholeFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize).bytes;
     QSet<qint16> known;
     for (qsizetype pos = 0; fits(list, pos, numberRecordSize); pos += numberRecordSize) {
         // The low byte is signed: a playlist of 0x85 0x00 is number -123, and its files are named

@@ -6,6 +6,8 @@
 #include "index/indexset.h"
 #include "index/songinfoindex.h"
 
+#include <utility>
+
 namespace
 {
 
@@ -14,22 +16,21 @@ constexpr qint64 mostSongs = SongInfoIndex::maxSongs;
 /// What can't be read is null, as what is not there.
 QByteArray readSetFile(const IndexSet &set, const QString &name, qint64 maximum)
 {
-    QByteArray content;
-    return readWholeFile(set.filePath(name), maximum, content) == ReadResult::Done ? content
-                                                                                   : QByteArray();
+    return readWholeFile(set.filePath(name), maximum).bytes;
 }
 
 bool readPathFile(const QString &path, QByteArray &content)
 {
     constexpr qint64 maximum = mostSongs * IndexRecord::size;
-    FileState state;
-    switch (readWholeFile(path, maximum, content, &state)) {
+    FileContent whole = readWholeFile(path, maximum);
+    content = std::move(whole.bytes);
+    switch (whole.result) {
     case ReadResult::Done:
     case ReadResult::NoPlainFile:
         return true;
     case ReadResult::TooLarge:
         // Something was appended to it.
-        return readFileStart(path, maximum, content, state);
+        return readFileStart(path, maximum, content, whole.state);
     case ReadResult::NotOpened:
         return fileKind(path) == FileKind::Missing;
     case ReadResult::CutShort:

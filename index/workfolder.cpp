@@ -70,7 +70,7 @@ bool WorkFolder::make()
 {
     // The system counts the first block of a new folder among those of the folder above.
     if (QDir(m_root).mkdir(workName) && isOnFat(m_root))
-        flushFolder(m_root);
+        (void)flushFolder(m_root);
     return openedFolder(path()).isOpen();
 }
 
@@ -110,17 +110,19 @@ bool WorkFolder::append(const QString &name, const QByteArray &data, qint64 larg
         state.st_size <= largest &&
         ::write(file.get(), data.constData(), static_cast<size_t>(data.size())) == data.size();
     file.close();
-    if (isWritten && state.st_size == 0 && isOnFat(folder.get()))
-        flushHandle(folder.get());
-    return isWritten;
+    const bool isNewOnFat = isWritten && state.st_size == 0 && isOnFat(folder.get());
+    return isNewOnFat ? flushHandle(folder.get()) : isWritten;
 }
 
 bool WorkFolder::read(const QString &name, qint64 maximum, QByteArray &content) const
 {
     const FileDescriptor folder = openedFolder(path());
     PlainFile file;
-    return folder.isOpen() && file.openIn(folder.get(), name) &&
-           readWholeFile(file, maximum, content) == ReadResult::Done;
+    if (!folder.isOpen() || !file.openIn(folder.get(), name))
+        return false;
+    const FileContent whole = readWholeFile(file, maximum);
+    content = whole.bytes;
+    return whole.isDone();
 }
 
 void WorkFolder::remove(const QString &name)
@@ -169,18 +171,18 @@ bool WorkFolder::clear(const QStringList &kept)
             return false;
         QStringList names = entries();
         names.removeIf([&kept](const QString &name) { return kept.contains(name); });
-        removeFiles(open.get(), names);
+        (void)removeFiles(open.get(), names); // one that stays goes next time
         StagingFolder::clear(open.get());
         if (!kept.isEmpty()) {
             // Their clusters become free when they are closed, and on the disk by this.
             if (isFat && !names.isEmpty())
-                flushHandle(open.get());
+                (void)flushHandle(open.get());
             return false;
         }
         // On FAT it keeps what it takes, as long as it is open, until its entry has gone.
         QDir(m_root).rmdir(workName);
         if (isFat)
-            flushFolder(m_root);
+            (void)flushFolder(m_root);
     }
     return flushFolder(m_root);
 }

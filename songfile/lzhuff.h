@@ -19,7 +19,7 @@ public:
     /// Empties \a out and fills it with the data that \a in holds. False, with \a out empty, when
     /// the announced length is 0 or above `maxTextSize`. A stream that is cut short or damaged is
     /// not noticed: it gives the announced number of bytes, wrong ones.
-    bool expand(const QByteArray &in, QByteArray &out);
+    [[nodiscard]] bool expand(const QByteArray &in, QByteArray &out);
 
     /// Empties \a out and fills it with the stream of \a in. Nothing at all becomes four zero
     /// bytes, which expand() refuses.

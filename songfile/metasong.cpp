@@ -85,45 +85,52 @@ bool MetaSong::load(const PlainFile &file, const QString &path)
         m_trouble = Trouble::CutShort;
         return false;
     }
-    if (ZbxHeader::typeOf(start) != SongInfo::Unknown)
-        return readWhole(file, m_content) && m_song.loadContainer(m_content);
-    if (start == "MThd")
-        return readWhole(file, m_content) && m_song.loadMidi(m_content);
-    return path.toUpper().endsWith(u"MP3"_s) && looksLikeMp3(start) &&
-           readMp3Head(file, m_content) && m_song.loadMp3(m_content);
+    const bool isContainer = ZbxHeader::typeOf(start) != SongInfo::Unknown;
+    if (isContainer || start == "MThd") {
+        if (!readWhole(file))
+            return false;
+        return isContainer ? m_song.loadContainer(m_content) : m_song.loadMidi(m_content);
+    }
+    if (!path.toUpper().endsWith(u"MP3"_s) || !looksLikeMp3(start))
+        return false;
+    const std::optional<QByteArray> head = readMp3Head(file);
+    m_content = head.value_or(QByteArray());
+    return head && m_song.loadMp3(m_content);
 }
 
-bool MetaSong::readWhole(const PlainFile &file, QByteArray &content)
+/// Reads the file into m_content. False when it is too large, or could not be read to its end.
+bool MetaSong::readWhole(const PlainFile &file)
 {
-    const ReadResult result = readWholeFile(file, maxSongSize, content);
-    if (result == ReadResult::CutShort)
+    const FileContent content = readWholeFile(file, maxSongSize);
+    if (content.result == ReadResult::CutShort)
         m_trouble = Trouble::CutShort;
-    return result == ReadResult::Done;
+    m_content = content.bytes;
+    return content.isDone();
 }
 
-/// Reads the tag and what follows it. False when the tag does not lie in the part of the file that
-/// it must lie in, or could not be read.
-bool MetaSong::readMp3Head(const PlainFile &file, QByteArray &head)
+/// Reads the tag and what follows it. Nothing when the tag does not lie in the part of the file
+/// that it must lie in, or could not be read.
+std::optional<QByteArray> MetaSong::readMp3Head(const PlainFile &file)
 {
     constexpr qint64 behindTag = 4096; ///< bytes by which the audio is known again
-    QByteArray header;
-    qint64 size = 0;
-    const auto read = [&](qint64 wanted, QByteArray &bytes) {
-        size = std::min(file.size(), wanted);
-        if (!file.read(0, size, bytes))
+    const auto read = [&](qint64 wanted) -> std::optional<QByteArray> {
+        QByteArray bytes;
+        if (!file.read(0, std::min(file.size(), wanted), bytes))
             m_trouble = Trouble::CutShort;
-        return m_trouble == Trouble::None;
+        return m_trouble == Trouble::None ? std::optional(bytes) : std::nullopt;
     };
-    if (!read(Mp3Header::tagHeaderSize, header))
-        return false;
-    const qint64 tagSize = header.startsWith("ID3") ? Mp3Header::getId3TagSize(header) : 0;
-    return tagSize <= std::min<qint64>(file.size(), Mp3Header::maxFileStart) &&
-           read(tagSize + Mp3Header::tagHeaderSize + behindTag, head);
+    const std::optional<QByteArray> header = read(Mp3Header::tagHeaderSize);
+    if (!header)
+        return {};
+    const qint64 tagSize = header->startsWith("ID3") ? Mp3Header::getId3TagSize(*header) : 0;
+    if (tagSize > std::min<qint64>(file.size(), Mp3Header::maxFileStart))
+        return {};
+    return read(tagSize + Mp3Header::tagHeaderSize + behindTag);
 }
 
 void MetaSong::getSongInfo(SongInfo &info) const
 {
-    m_song.getInfo(info);
+    info = m_song.info();
     info.format = getFormatString(m_song.fileType());
 }
 
@@ -214,10 +221,8 @@ bool MetaSong::catchUp(const QString &path)
     }
     SongData replayed = m_loaded;
     for (const Change &change : std::as_const(m_changes)) {
-        SongInfo before;
-        SongInfo present;
-        replayed.getInfo(before);
-        now.getSongInfo(present);
+        const SongInfo before = replayed.info();
+        const SongInfo present = now.m_song.info();
         SongInfo info = change.info;
         info.isKordia = present.isKordia;
         now.m_song.setInfo(change.manual ? changedAgain(present, before, change.info) : info,
@@ -269,9 +274,10 @@ void MetaSong::logTrouble(const PlainFile &file) const
 WriteResult MetaSong::saveMp3(const QString &path, FileLot *lot)
 {
     PlainFile file;
-    QByteArray head;
     SongData present;
-    if (!openUnchanged(path, file) || !readMp3Head(file, head) || !present.loadMp3(head)) {
+    const bool isUnchanged = openUnchanged(path, file);
+    const std::optional<QByteArray> head = isUnchanged ? readMp3Head(file) : std::nullopt;
+    if (!head || !present.loadMp3(*head)) {
         logTrouble(file);
         return WriteResult::Failed;
     }
@@ -280,7 +286,7 @@ WriteResult MetaSong::saveMp3(const QString &path, FileLot *lot)
     if (result == WriteResult::SourceFailed)
         m_trouble = Trouble::CutShort;
     if (result == WriteResult::Done)
-        noteSaved(path, tag + head.mid(present.audioStart()));
+        noteSaved(path, tag + head->mid(present.audioStart()));
     return result;
 }
 

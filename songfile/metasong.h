@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class PlainFile;
 
 /// A song file of any format: the one way by which the program reads and writes songs. Used for one
@@ -28,7 +30,7 @@ public:
 
     /// Recognises and loads the file at \a path, a plain file or a link to one. False when it
     /// can't be used as a song; no song is held then.
-    bool importFile(const QString &path);
+    [[nodiscard]] bool importFile(const QString &path);
 
     /// Fills \a info with what the file holds. Its names and the alternative artist stay empty.
     void getSongInfo(SongInfo &info) const;
@@ -39,7 +41,7 @@ public:
 
     /// False when saveToFile() refuses: no song is held, or it has grown larger than a reader
     /// takes.
-    bool isWholeInMemory() const;
+    [[nodiscard]] bool isWholeInMemory() const;
 
     /// Writes the song to \a path. An MP3 must stand there already: its audio is kept and the tag
     /// replaced. When it is the file that was imported, and another program has changed it since,
@@ -47,11 +49,11 @@ public:
     /// fails. False when it failed: what was there before is there still, but where rewriteMp3()
     /// and replaceFile() say otherwise. Every failure is logged but that of an MP3's last step, the
     /// renaming.
-    bool saveToFile(const QString &path);
+    [[nodiscard]] bool saveToFile(const QString &path);
 
     /// The same for one of many songs: Staged when the song will be in its place after commit() of
     /// \a lot. Should that find the file Changed, the song is to be imported and changed again.
-    WriteResult saveInLot(const QString &path, FileLot &lot);
+    [[nodiscard]] WriteResult saveInLot(const QString &path, FileLot &lot);
     /// Logs that a song which was Staged could not be written.
     static void logFailedSave();
 
@@ -76,18 +78,18 @@ private:
         bool manual = false;
     };
 
-    bool load(const PlainFile &file, const QString &path);
-    bool readWhole(const PlainFile &file, QByteArray &content);
-    bool readMp3Head(const PlainFile &file, QByteArray &head);
+    [[nodiscard]] bool load(const PlainFile &file, const QString &path);
+    [[nodiscard]] bool readWhole(const PlainFile &file);
+    [[nodiscard]] std::optional<QByteArray> readMp3Head(const PlainFile &file);
     bool isMp3() const { return m_song.fileType() == SongInfo::Mp3; }
 
     bool isAsRead(const PlainFile &file);
-    bool catchUp(const QString &path);
+    [[nodiscard]] bool catchUp(const QString &path);
     bool isSameSong(const MetaSong &other) const;
-    WriteResult save(const QString &path, FileLot *lot);
-    WriteResult saveMp3(const QString &path, FileLot *lot);
-    WriteResult saveMidi(const QString &path, FileLot *lot);
-    bool openUnchanged(const QString &path, PlainFile &file);
+    [[nodiscard]] WriteResult save(const QString &path, FileLot *lot);
+    [[nodiscard]] WriteResult saveMp3(const QString &path, FileLot *lot);
+    [[nodiscard]] WriteResult saveMidi(const QString &path, FileLot *lot);
+    [[nodiscard]] bool openUnchanged(const QString &path, PlainFile &file);
     void logTrouble(const PlainFile &file) const;
     void noteSaved(const QString &path, const QByteArray &content);
 

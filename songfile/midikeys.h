@@ -11,7 +11,7 @@ namespace MidiKeys
 {
 
 /// The value that a name is written as. Knows three names more than nameOf().
-std::optional<quint16> valueOf(const QString &name);
+[[nodiscard]] std::optional<quint16> valueOf(const QString &name);
 
 /// The name of \a value; empty when it has none.
 QString nameOf(quint16 value);

@@ -26,16 +26,16 @@ public:
     MidiTrackWalk(QByteArrayView bytes, qsizetype start);
 
     /// Moves to the next event. False at the end of the track, or when the event can't be read.
-    bool next();
+    [[nodiscard]] bool next();
     /// The event that next() moved to.
     const MidiEvent &event() const { return m_event; }
     /// True when next() gave the end-of-track event, or all bytes have been walked.
     bool isAtEnd() const;
 
 private:
-    bool readByte(quint8 &byte);
-    bool readNumber(quint32 &number);
-    bool readEvent(MidiEvent &event);
+    [[nodiscard]] bool readByte(quint8 &byte);
+    [[nodiscard]] bool readNumber(quint32 &number);
+    [[nodiscard]] bool readEvent(MidiEvent &event);
 
     QByteArrayView m_bytes;
     qsizetype m_pos;

@@ -22,7 +22,7 @@ public:
     /// Takes the tag at the start of \a data, the beginning of a file; data that do not begin with
     /// one get a new, empty tag. False when there are fewer than 10 bytes, or the tag says that it
     /// is larger than \a data: there is no tag then.
-    bool loadHeader(const QByteArray &data);
+    [[nodiscard]] bool loadHeader(const QByteArray &data);
 
     /// The tag as it is to be written: as it was loaded, or changed and in its plain form.
     QByteArray stream() const { return m_isChanged ? m_tag : m_loaded; }

@@ -15,5 +15,5 @@
 /// three cases the song is as it was, and no temporary file stays behind. Only where the system
 /// can't replace a file in one step, a failure at the very end can leave the song in the temporary
 /// file alone. With a \a lot the new song is Staged there where that can be done, for its commit().
-WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &tag,
-                       qint64 audioStart, FileLot *lot = nullptr);
+[[nodiscard]] WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &tag,
+                                     qint64 audioStart, FileLot *lot = nullptr);

@@ -36,7 +36,7 @@ public:
     static constexpr int maxMarkerText = 124;  ///< so that no event's length passes 127
 
     /// Takes \a data if it is a MIDI file of format 0 or 1; otherwise false, and nothing changes.
-    bool loadData(const QByteArray &data);
+    [[nodiscard]] bool loadData(const QByteArray &data);
 
     QByteArray stream() const { return m_stream; }
     SongInfo::fileTypeEnum fileType() const { return m_fileType; }

@@ -70,9 +70,9 @@ bool SongData::loadMp3(const QByteArray &head)
     return true;
 }
 
-void SongData::getInfo(SongInfo &info) const
+SongInfo SongData::info() const
 {
-    info.clear();
+    SongInfo info;
     const auto readCommon = [&info](const auto &source) {
         info.title = source.title();
         info.artist = source.artist();
@@ -103,6 +103,7 @@ void SongData::getInfo(SongInfo &info) const
         info.markers = m_midiFile.markersList();
         info.isKordia = m_midiFile.isKordia();
     }
+    return info;
 }
 
 bool SongData::isWhole(qint64 maxSongSize) const
@@ -121,10 +122,8 @@ bool SongData::hasSameMusicOrNames(const SongData &other) const
 {
     if (m_fileType != other.m_fileType)
         return false;
-    SongInfo ours;
-    SongInfo theirs;
-    getInfo(ours);
-    other.getInfo(theirs);
+    const SongInfo ours = info();
+    const SongInfo theirs = other.info();
     if (!ours.title.isEmpty() && !ours.artist.isEmpty() && ours.title == theirs.title &&
         ours.artist == theirs.artist)
         return true;

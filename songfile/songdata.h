@@ -17,16 +17,15 @@ public:
 
     /// Each takes a song of its format; false when \a content is not one. What was held before is
     /// gone then, but for the type.
-    bool loadMidi(const QByteArray &content);
-    bool loadContainer(const QByteArray &content);
+    [[nodiscard]] bool loadMidi(const QByteArray &content);
+    [[nodiscard]] bool loadContainer(const QByteArray &content);
     /// \a head is the file's start with the whole tag.
-    bool loadMp3(const QByteArray &head);
+    [[nodiscard]] bool loadMp3(const QByteArray &head);
     /// Drops what is held, but for the type.
     void clear();
 
-    /// Fills \a info with what the song holds. Its names, its format and the alternative artist
-    /// stay empty.
-    void getInfo(SongInfo &info) const;
+    /// What the song holds. Its names, its format and the alternative artist stay empty.
+    SongInfo info() const;
     /// Puts \a info in: with \a manual all of it, otherwise only where the song lacks something, so
     /// that the publisher's data are never overwritten. A field that reads as it is to be written
     /// stays untouched where writing it would lose something.
@@ -39,7 +38,7 @@ public:
     bool hasSameMusicOrNames(const SongData &other) const;
 
     /// The whole file, of a MIDI file or container. A container's sizes are made right.
-    QByteArray fileContent();
+    [[nodiscard]] QByteArray fileContent();
     /// The tag of an MP3.
     QByteArray tag() const { return m_mp3Header.stream(); }
     /// Where the audio of an MP3 begins in the file, in bytes.

@@ -27,7 +27,7 @@ public:
 
     /// Takes all of \a data, which is the header. False, with no header left, when the magic is
     /// not known (fileType() is Unknown then) or the data are too short (it stays as it was).
-    bool loadHeader(const QByteArray &data);
+    [[nodiscard]] bool loadHeader(const QByteArray &data);
 
     QByteArray header() const { return m_header; }
     SongInfo::fileTypeEnum fileType() const { return m_fileType; }

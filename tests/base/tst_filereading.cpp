@@ -49,14 +49,15 @@ void TestFileReading::initTestCase()
 
 void TestFileReading::readsWholeFilesUpToALimit()
 {
-    QByteArray content;
-    FileState state;
-    QCOMPARE(readWholeFile(songName, 8, content, &state), ReadResult::Done);
-    QCOMPARE(content, QByteArray("MThd1234"));
-    QVERIFY(state == fileState(songName));
-    QCOMPARE(state.size, 8);
-    QCOMPARE(readWholeFile(songName, 7, content), ReadResult::TooLarge);
-    QVERIFY(content.isEmpty());
+    const FileContent whole = readWholeFile(songName, 8);
+    QCOMPARE(whole.result, ReadResult::Done);
+    QCOMPARE(whole.bytes, QByteArray("MThd1234"));
+    QVERIFY(whole.state == fileState(songName));
+    QCOMPARE(whole.state.size, 8);
+    const FileContent tooLarge = readWholeFile(songName, 7);
+    QCOMPARE(tooLarge.result, ReadResult::TooLarge);
+    QVERIFY(tooLarge.bytes.isEmpty());
+    QVERIFY(tooLarge.state == fileState(songName));
 }
 
 void TestFileReading::tellsWhyAFileIsNotRead()
@@ -64,19 +65,18 @@ void TestFileReading::tellsWhyAFileIsNotRead()
     QVERIFY(QFile::link(u"loop"_s, u"loop"_s));
     QCOMPARE(::mkfifo("pipe.mid", 0600), 0);
     const auto refusal = [](const QString &path, FileKind kind) {
-        QByteArray content("left over");
-        FileState state;
-        const ReadResult result = readWholeFile(path, 1 << 20, content, &state);
-        return state.kind == kind && content.isEmpty() ? result : ReadResult::Done;
+        const FileContent content = readWholeFile(path, 1 << 20);
+        return content.state.kind == kind && content.bytes.isEmpty() ? content.result
+                                                                     : ReadResult::Done;
     };
     QCOMPARE(refusal(u"missing.mid"_s, FileKind::Missing), ReadResult::NotOpened);
     QCOMPARE(refusal(u"loop"_s, FileKind::Unreachable), ReadResult::NotOpened);
     QCOMPARE(refusal(u"."_s, FileKind::Folder), ReadResult::NoPlainFile);
     QCOMPARE(refusal(u"pipe.mid"_s, FileKind::Other), ReadResult::NoPlainFile);
     QCOMPARE(refusal(u"/dev/zero"_s, FileKind::Other), ReadResult::NoPlainFile);
-    QByteArray content("left over");
-    QCOMPARE(readWholeFile(PlainFile(), 1 << 20, content), ReadResult::NotOpened);
-    QVERIFY(content.isEmpty());
+    const FileContent closed = readWholeFile(PlainFile(), 1 << 20);
+    QCOMPARE(closed.result, ReadResult::NotOpened);
+    QVERIFY(closed.bytes.isEmpty());
 }
 
 void TestFileReading::refusesAFileThatChangesItsSize()
@@ -89,9 +89,9 @@ void TestFileReading::refusesAFileThatChangesItsSize()
         PlainFile open;
         QVERIFY(open.open(file.fileName()));
         QVERIFY(file.resize(size));
-        QByteArray content("left over");
-        QCOMPARE(readWholeFile(open, 1 << 20, content), ReadResult::CutShort);
-        QVERIFY(content.isEmpty());
+        const FileContent content = readWholeFile(open, 1 << 20);
+        QCOMPARE(content.result, ReadResult::CutShort);
+        QVERIFY(content.bytes.isEmpty());
     }
 }
 
