@@ -116,6 +116,12 @@ bool isRegularFile(const QString &path)
     return fileKind(path) == FileKind::Regular;
 }
 
+bool entryExists(const QString &path)
+{
+    const QFileInfo entry(path);
+    return entry.exists() || entry.isSymLink();
+}
+
 bool isSameFile(const QString &first, const QString &second)
 {
     const QString identity = fileIdentity(first);

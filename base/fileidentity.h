@@ -36,6 +36,9 @@ FileKind fileKind(const QString &path);
 /// True for a plain file, also through a link: the only thing that may be opened as a song.
 bool isRegularFile(const QString &path);
 
+/// True when anything has the path \a path, a link that leads nowhere too.
+bool entryExists(const QString &path);
+
 /// A text that is the same for every path that leads to the same file or folder; empty when there
 /// is none. Folders already visited are remembered by it, so that a link loop ends.
 QString fileIdentity(const QString &path);

@@ -1,37 +1,14 @@
 #include "base/filelot.h"
 
 #include "base/fatfolder.h"
-#include "base/fileattributes.h"
 #include "base/flushing.h"
-#include "base/plainfile.h"
 #include "base/stagingfolder.h"
 
 #include <QFileInfo>
 #include <QMap>
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
-#include <system_error>
-
-#ifdef Q_OS_LINUX
-#include <fcntl.h>
-#include <stdio.h>
-#endif
-
-struct FileLot::Staged {
-    QFile file;
-    QString temporaryPath;
-    Place place;
-    FileState expected; ///< what place.expected points to
-    qint64 size = -1;   ///< bytes that were written
-    quint64 device = 0;
-    bool isOnFat = false;
-    bool isLastCopy = false; ///< the old file is gone: nothing but this one is left of it
-    PlainFile old;           ///< the file that is replaced
-    FileState written;       ///< the file with the new content
-    WriteResult result = WriteResult::Staged;
-};
+#include <utility>
 
 namespace
 {
@@ -44,43 +21,6 @@ QString folderOf(const QString &path)
     return QFileInfo(path).absolutePath();
 }
 
-bool stands(const QString &path)
-{
-    const QFileInfo entry(path);
-    return entry.exists() || entry.isSymLink();
-}
-
-std::error_code moveEntry(const QString &from, const QString &to, bool mayReplace)
-{
-#ifdef Q_OS_LINUX
-    if (!mayReplace) {
-        if (::renameat2(AT_FDCWD, QFile::encodeName(from).constData(), AT_FDCWD,
-                        QFile::encodeName(to).constData(), RENAME_NOREPLACE) == 0)
-            return {};
-        if (errno != EINVAL && errno != ENOSYS)
-            return {errno, std::generic_category()};
-    }
-#endif
-    if (!mayReplace && stands(to))
-        return std::make_error_code(std::errc::file_exists);
-    std::error_code error;
-    std::filesystem::rename(QFileInfo(from).filesystemAbsoluteFilePath(),
-                            QFileInfo(to).filesystemAbsoluteFilePath(), error);
-    return error;
-}
-
-/// True when the system can't rename a file to the name of another one.
-bool canNotReplace(const std::error_code &error)
-{
-    return error == std::errc::file_exists || error == std::errc::operation_not_supported ||
-           error == std::errc::function_not_supported;
-}
-
-bool isSameEntry(const FileState &a, const FileState &b)
-{
-    return a.kind == b.kind && a.device == b.device && a.inode == b.inode;
-}
-
 bool flushPath(const QString &path)
 {
     PlainFile file;
@@ -91,11 +31,7 @@ bool flushPath(const QString &path)
 
 FileLot::FileLot() = default;
 
-FileLot::~FileLot()
-{
-    while (!m_files.empty())
-        dropLast();
-}
+FileLot::~FileLot() = default;
 
 bool FileLot::isFull() const
 {
@@ -108,22 +44,21 @@ bool FileLot::holds(const QString &path) const
     return m_paths.contains(path.toLower());
 }
 
-QFile *FileLot::add(const Place &place)
+std::unique_ptr<FileReplacement> FileLot::open(const Place &place)
 {
-    auto staged = std::make_unique<Staged>();
-    staged->place = place;
-    if (place.expected != nullptr)
-        staged->expected = *place.expected;
-    if (place.watched.isEmpty())
-        staged->place.watched = place.path;
-    const Folder folder = lookAt(folderOf(place.path));
-    staged->device = folder.device;
-    staged->isOnFat = folder.isOnFat;
-    if (!openStaged(*staged, folder.stagingRoot) && !openTemporary(*staged))
-        return nullptr;
-    m_paths.insert(place.path.toLower());
-    m_files.push_back(std::move(staged));
-    return &m_files.back()->file;
+    auto file = std::make_unique<FileReplacement>(place);
+    const QString stagingRoot = lookAt(folderOf(place.path)).stagingRoot;
+    const bool isOpen = openStaged(*file, stagingRoot) || file->openBeside(m_temporaries);
+    return isOpen ? std::move(file) : nullptr;
+}
+
+void FileLot::add(std::unique_ptr<FileReplacement> file)
+{
+    const QString &path = file->place().path;
+    const Folder folder = lookAt(folderOf(path));
+    m_bytes += std::max<qint64>(file->size(), 0);
+    m_paths.insert(path.toLower());
+    m_files.push_back({std::move(file), folder.device, folder.isOnFat});
 }
 
 /// Files of one folder come one after the other, as a rule.
@@ -139,61 +74,26 @@ FileLot::Folder FileLot::lookAt(const QString &path)
     return m_folder;
 }
 
-bool FileLot::openStaged(Staged &staged, const QString &root)
+bool FileLot::openStaged(FileReplacement &file, const QString &root)
 {
     if (root.isEmpty())
         return false;
     std::unique_ptr<StagingFolder> &folder = m_staging[root];
     if (folder == nullptr)
         folder = std::make_unique<StagingFolder>(root);
-    if (folder->isOpen())
-        staged.temporaryPath = folder->makeFile(staged.file);
-    return !staged.temporaryPath.isEmpty();
-}
-
-/// Beside its place.
-bool FileLot::openTemporary(Staged &staged)
-{
-    const Place &place = staged.place;
-    const QString folder = folderOf(place.path);
-    const auto beside = [&](int) { return temporaryPathIn(folder, m_temporaries++); };
-    const bool isOpen = openNewFile(staged.file, place.temporaryPath ? place.temporaryPath : beside,
-                                    stands(place.path));
-    staged.temporaryPath = staged.file.fileName();
-    return isOpen;
+    return file.openIn(*folder);
 }
 
 bool FileLot::write(const Place &place, const QByteArray &content)
 {
-    QFile *const file = add(place);
+    std::unique_ptr<FileReplacement> file = open(place);
     if (file == nullptr)
         return false;
-    if (PlainFile old; old.open(place.path))
-        keepAttributes(old.handle(), file->handle());
-    if (writeAll(*file, content)) {
-        finishLast(content.size());
-        return true;
-    }
-    dropLast();
-    return false;
-}
-
-void FileLot::dropLast()
-{
-    Staged &staged = *m_files.back();
-    staged.file.close();
-    QFile::remove(staged.temporaryPath);
-    m_bytes -= std::max<qint64>(staged.size, 0);
-    m_paths.remove(staged.place.path.toLower());
-    m_files.pop_back();
-}
-
-void FileLot::finishLast(qint64 size)
-{
-    m_files.back()->size = size;
-    m_bytes += size;
-    if (!writeAhead(m_files.back()->file.handle(), size))
-        m_files.back()->result = WriteResult::Failed;
+    file->keepAttributesOfOld();
+    if (!file->write(content))
+        return false;
+    add(std::move(file));
+    return true;
 }
 
 QList<WriteResult> FileLot::commit()
@@ -203,8 +103,8 @@ QList<WriteResult> FileLot::commit()
     takeNames();
     flushNames();
     QList<WriteResult> results;
-    for (const auto &staged : m_files)
-        results.append(staged->result);
+    for (const Staged &staged : m_files)
+        results.append(staged.file->result());
     m_files.clear();
     m_paths.clear();
     m_bytes = 0;
@@ -227,9 +127,10 @@ bool FileLot::commitAll()
 void FileLot::reserveNames() const
 {
     QMap<QString, QStringList> names;
-    for (const auto &staged : m_files) {
-        if (staged->isOnFat && !stands(staged->place.path))
-            names[folderOf(staged->place.path)].append(QFileInfo(staged->place.path).fileName());
+    for (const Staged &staged : m_files) {
+        const QString &path = staged.file->place().path;
+        if (staged.isOnFat && !entryExists(path))
+            names[folderOf(path)].append(QFileInfo(path).fileName());
     }
     for (auto folder = names.cbegin(); folder != names.cend(); ++folder)
         reserveEntries(folder.key(), folder.value());
@@ -238,78 +139,44 @@ void FileLot::reserveNames() const
 /// The contents reach the disk. What does not is given up.
 void FileLot::flushContents()
 {
-    QMap<quint64, std::vector<Staged *>> devices;
-    for (const auto &staged : m_files) {
-        QFile &file = staged->file;
-        const bool isWhole =
-            file.flush() && file.error() == QFileDevice::NoError && file.size() == staged->size;
-        if (isWhole && staged->result == WriteResult::Staged)
-            devices[staged->device].push_back(staged.get());
-        else
-            staged->result = WriteResult::Failed;
+    QMap<quint64, std::vector<FileReplacement *>> devices;
+    for (const Staged &staged : m_files) {
+        if (!staged.file->isWhole())
+            staged.file->fail();
+        else if (staged.file->result() == WriteResult::Staged)
+            devices[staged.device].push_back(staged.file.get());
     }
     for (const auto &group : std::as_const(devices)) {
         if (group.size() > mostSingleFlushes &&
-            flushFileSystem(group.front()->file.handle()).value_or(false))
+            flushFileSystem(group.front()->file().handle()).value_or(false))
             continue;
         // One by one: where that is not what was asked for, it finds the files that failed.
-        for (Staged *staged : group) {
-            if (!flushHandle(staged->file.handle()))
-                staged->result = WriteResult::Failed;
-        }
+        for (FileReplacement *file : group)
+            file->flush();
     }
-    for (const auto &staged : m_files) {
-        staged->written = fileState(staged->file.handle());
-        staged->file.close();
-    }
+    for (const Staged &staged : m_files)
+        staged.file->close();
 }
 
 void FileLot::takeNames()
 {
-    for (const auto &staged : m_files) {
-        if (staged->result == WriteResult::Staged)
-            takeName(*staged);
-        if (staged->result != WriteResult::Done && !staged->isLastCopy)
-            QFile::remove(staged->temporaryPath);
-    }
-}
-
-void FileLot::takeName(Staged &staged) const
-{
-    const Place &place = staged.place;
-    if (place.expected != nullptr && fileState(place.watched) != staged.expected) {
-        staged.result = WriteResult::Changed;
-        return;
-    }
-    // What another program has put there instead, a link perhaps, is not what was written.
-    if (QFileInfo(staged.temporaryPath).isSymLink() ||
-        !isSameEntry(fileState(staged.temporaryPath), staged.written)) {
-        staged.result = WriteResult::Failed;
-        return;
-    }
     // While a replaced file is open, FAT does not give its clusters to others: until the new entry
     // is on the disk the old one leads to them.
-    if (staged.isOnFat && !place.mustBeNew)
-        (void)staged.old.open(place.path);
-    std::error_code error = moveEntry(staged.temporaryPath, place.path, !place.mustBeNew);
-    if (!place.mustBeNew && canNotReplace(error) && QFile::remove(place.path)) {
-        error = moveEntry(staged.temporaryPath, place.path, true);
-        staged.isLastCopy = bool(error);
-    }
-    staged.result = error ? WriteResult::NotNamed : WriteResult::Done;
+    for (const Staged &staged : m_files)
+        staged.file->takeName(staged.isOnFat);
 }
 
 void FileLot::flushNames()
 {
-    QMap<quint64, std::vector<Staged *>> devices;
-    std::vector<Staged *> onFat;
-    for (const auto &staged : m_files) {
-        if (staged->result != WriteResult::Done)
+    QMap<quint64, std::vector<const Staged *>> devices;
+    std::vector<const Staged *> onFat;
+    for (const Staged &staged : m_files) {
+        if (staged.file->result() != WriteResult::Done)
             continue;
-        if (staged->isOnFat)
-            onFat.push_back(staged.get());
+        if (staged.isOnFat)
+            onFat.push_back(&staged);
         else
-            devices[staged->device].push_back(staged.get());
+            devices[staged.device].push_back(&staged);
     }
     for (const auto &group : std::as_const(devices))
         flushNames(group);
@@ -318,43 +185,44 @@ void FileLot::flushNames()
 }
 
 /// Of files on one file system.
-void FileLot::flushNames(const std::vector<Staged *> &named)
+void FileLot::flushNames(const std::vector<const Staged *> &named)
 {
     QSet<QString> folders;
     for (const Staged *staged : named)
-        folders.insert(folderOf(staged->place.path));
+        folders.insert(folderOf(staged->file->place().path));
     PlainFile any;
     if (static_cast<std::size_t>(folders.size()) > mostSingleFlushes &&
-        any.open(named.front()->place.path) && flushFileSystem(any.handle()).value_or(false))
+        any.open(named.front()->file->place().path) &&
+        flushFileSystem(any.handle()).value_or(false))
         return;
     for (const QString &folder : std::as_const(folders)) {
         if (flushFolder(folder))
             continue;
-        for (Staged *staged : named) {
-            if (folderOf(staged->place.path) == folder)
-                staged->result = WriteResult::Failed;
+        for (const Staged *staged : named) {
+            if (folderOf(staged->file->place().path) == folder)
+                staged->file->fail();
         }
     }
 }
 
 /// FAT writes where a renamed file begins, and how long it is, when that file is flushed. Its
 /// temporary name must be gone by then: else two names lead to it.
-void FileLot::flushNamesOnFat(const std::vector<Staged *> &named)
+void FileLot::flushNamesOnFat(const std::vector<const Staged *> &named)
 {
     QSet<QString> folders;
     for (const Staged *staged : named)
-        folders.insert(folderOf(staged->temporaryPath));
+        folders.insert(folderOf(staged->file->temporaryPath()));
     const bool areOldNamesFlushed = std::all_of(folders.cbegin(), folders.cend(), flushFolder);
     // One flushed by itself could take along half of its neighbour's entry, and is not written at
     // all when the system has begun to write it by itself.
     PlainFile any;
-    const bool areAllFlushed =
-        any.open(named.front()->place.path) && flushFileSystem(any.handle()).value_or(false);
-    for (Staged *staged : named) {
-        const QString &path = staged->place.path;
+    const bool areAllFlushed = any.open(named.front()->file->place().path) &&
+                               flushFileSystem(any.handle()).value_or(false);
+    for (const Staged *staged : named) {
+        const QString &path = staged->file->place().path;
         const bool isFlushed = areAllFlushed || (flushPath(path) && flushFolder(folderOf(path)));
         if (!areOldNamesFlushed || !isFlushed)
-            staged->result = WriteResult::Failed;
-        staged->old.close();
+            staged->file->fail();
+        staged->file->closeOld();
     }
 }

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "base/filewriting.h"
+#include "base/filereplacement.h"
 
-#include <QFile>
 #include <QList>
 #include <QSet>
 
@@ -19,16 +18,7 @@ class StagingFolder;
 class FileLot
 {
 public:
-    /// A file that gets a new content.
-    struct Place {
-        QString path;                        ///< a link there is replaced itself
-        bool mustBeNew = false;              ///< fails when something stands there by then
-        const FileState *expected = nullptr; ///< of \a watched; it is not touched when changed
-        QString watched = {};                ///< a path that leads to it, or its own
-        /// The temporary path beside it for each attempt, from 0 on. Not used where a file can't
-        /// get its name in one step.
-        TemporaryPath temporaryPath = {};
-    };
+    using Place = FileReplacement::Place;
 
     FileLot();
     /// Takes away what was not committed.
@@ -40,16 +30,14 @@ public:
     /// now on, whatever the file system, so that the next run clears away what a cut has left.
     void setMemory(const QString &root) { m_memory = root; }
 
-    /// Opens a new file, empty and unbuffered, for the content of \a place. Null when that failed.
-    /// It is the lot's own; the pointer is valid until commit() or dropLast().
-    [[nodiscard]] QFile *add(const Place &place);
+    /// Opens a new file for the content of \a place. Null when that failed. It must not outlive
+    /// the lot; add() takes it when its content is complete, or it is dropped.
+    [[nodiscard]] std::unique_ptr<FileReplacement> open(const Place &place);
+    /// Takes over \a file, which open() gave and whose content is complete.
+    void add(std::unique_ptr<FileReplacement> file);
     /// Writes the whole of \a content for \a place; what a file that is replaced has besides its
     /// content stays. False when that failed: nothing is left of it.
     [[nodiscard]] bool write(const Place &place, const QByteArray &content);
-    /// Takes back what add() gave last.
-    void dropLast();
-    /// Says how many bytes were written into the file that add() gave last.
-    void finishLast(qint64 size);
 
     qsizetype size() const { return static_cast<qsizetype>(m_files.size()); }
     /// True when commit() is due: before more files, or more bytes, than a cut should take along.
@@ -66,7 +54,11 @@ public:
     [[nodiscard]] bool commitAll();
 
 private:
-    struct Staged;
+    struct Staged {
+        std::unique_ptr<FileReplacement> file;
+        quint64 device = 0;
+        bool isOnFat = false;
+    };
 
     struct Folder {
         QString path;
@@ -76,21 +68,19 @@ private:
     };
 
     Folder lookAt(const QString &path);
-    [[nodiscard]] bool openStaged(Staged &staged, const QString &root);
-    [[nodiscard]] bool openTemporary(Staged &staged);
+    [[nodiscard]] bool openStaged(FileReplacement &file, const QString &root);
     void reserveNames() const;
     void flushContents();
     void takeNames();
-    void takeName(Staged &staged) const;
     void flushNames();
-    static void flushNames(const std::vector<Staged *> &named);
-    static void flushNamesOnFat(const std::vector<Staged *> &named);
+    static void flushNames(const std::vector<const Staged *> &named);
+    static void flushNamesOnFat(const std::vector<const Staged *> &named);
 
     QString m_memory;
-    std::vector<std::unique_ptr<Staged>> m_files;
     std::map<QString, std::unique_ptr<StagingFolder>> m_staging; ///< by their roots
-    Folder m_folder;                                             ///< that was looked at last
-    QSet<QString> m_paths;                                       ///< in lower case
+    std::vector<Staged> m_files; ///< after the folders in which they lie
+    Folder m_folder;             ///< that was looked at last
+    QSet<QString> m_paths;       ///< in lower case
     qint64 m_bytes = 0;
     int m_temporaries = 0; ///< made beside their places since the last commit()
 };

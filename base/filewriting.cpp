@@ -1,6 +1,5 @@
 #include "base/filewriting.h"
 
-#include "base/fileattributes.h"
 #include "base/filedescriptor.h"
 #include "base/filelot.h"
 #include "base/flushing.h"
@@ -23,18 +22,8 @@ namespace
 
 WriteResult writeBeside(FileLot &lot, const FileLot::Place &place, const QByteArray &content)
 {
-    QFile *const file = lot.add(place);
-    if (file == nullptr)
-        return WriteResult::Failed;
-    if (PlainFile old; old.open(place.path))
-        keepAttributes(old.handle(), file->handle());
-    else if (QFile::exists(place.path))
-        file->setPermissions(QFile::permissions(place.path));
-    if (writeAll(*file, content)) {
-        lot.finishLast(content.size());
+    if (lot.write(place, content))
         return WriteResult::Staged;
-    }
-    lot.dropLast();
     const bool isChanged = place.expected != nullptr && fileState(place.watched) != *place.expected;
     return isChanged ? WriteResult::Changed : WriteResult::Failed;
 }
@@ -142,8 +131,7 @@ bool openNewFile(QFile &file, const TemporaryPath &pathOf, bool isPrivate)
         file.setFileName(pathOf(attempt));
         if (isPrivate ? file.open(mode, own) : file.open(mode))
             return true;
-        const QFileInfo entry(file.fileName());
-        if (!entry.exists() && !entry.isSymLink())
+        if (!entryExists(file.fileName()))
             return false;
     }
     return false;

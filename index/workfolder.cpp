@@ -62,8 +62,7 @@ QStringList WorkFolder::entries() const
 
 bool WorkFolder::stands() const
 {
-    const QFileInfo entry(path());
-    return entry.exists() || entry.isSymLink();
+    return entryExists(path());
 }
 
 bool WorkFolder::make()

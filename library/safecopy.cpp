@@ -10,6 +10,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace
 {
@@ -78,18 +80,17 @@ CopyResult copyIntoLot(FileLot &lot, const QString &source, const QString &desti
         return CopyResult::SourceFailed;
     FileLot::Place place{destination};
     place.mustBeNew = !mayReplace;
-    QFile *const out = lot.add(place);
+    std::unique_ptr<FileReplacement> out = lot.open(place);
     if (out == nullptr)
         return CopyResult::TargetFailed;
-    CopyResult result = copyRest(in.handle(), 0, in.size(), out->handle());
+    CopyResult result = copyRest(in.handle(), 0, in.size(), out->file().handle());
     // A source that was changed while it was read gives no copy of anything.
     if (result == CopyResult::Done && fileState(in.handle()) != in.state())
         result = CopyResult::SourceFailed;
-    if (result != CopyResult::Done) {
-        lot.dropLast();
+    if (result != CopyResult::Done)
         return result;
-    }
-    keepPermissions(in.handle(), out->handle());
-    lot.finishLast(in.size());
+    keepPermissions(in.handle(), out->file().handle());
+    out->finish(in.size());
+    lot.add(std::move(out));
     return CopyResult::Done;
 }

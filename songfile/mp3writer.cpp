@@ -10,6 +10,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -89,18 +91,19 @@ WriteResult rewriteInPlace(const QString &place, QFile &copy, const PlainFile &s
 WriteResult rewriteIn(FileLot &lot, const FileLot::Place &place, const PlainFile &song,
                       const QByteArray &tag, qint64 audioStart)
 {
-    QFile *const target = lot.add(place);
+    std::unique_ptr<FileReplacement> target = lot.open(place);
     if (target == nullptr) {
         logNoTemporary();
         return WriteResult::Failed;
     }
-    keepAttributes(song.handle(), target->handle());
-    const WriteResult result = writeSong(song.handle(), song.size(), *target, tag, audioStart);
+    QFile &file = target->file();
+    keepAttributes(song.handle(), file.handle());
+    const WriteResult result = writeSong(song.handle(), song.size(), file, tag, audioStart);
     if (result == WriteResult::Done) {
-        lot.finishLast(tag.size() + audioSize(song.size(), audioStart));
+        target->finish(tag.size() + audioSize(song.size(), audioStart));
+        lot.add(std::move(target));
         return WriteResult::Staged;
     }
-    lot.dropLast();
     // What another program has made shorter can't be read to its end either.
     const bool isChanged = fileState(place.watched) != song.state();
     return isChanged && result == WriteResult::SourceFailed ? WriteResult::Changed : result;

@@ -32,7 +32,7 @@ private slots:
     void putsNewAndReplacedFilesInTheirPlaces();
     void changesNothingBeforeTheCommit();
     void takesBackWhatIsNotCommitted();
-    void dropsTheLastOne();
+    void leavesNothingOfAFileThatIsNotAdded();
     void leavesWhatWasChangedMeanwhile();
     void replacesNothingThatShouldBeNew();
     void failsForOneAndGoesOnWithTheOthers();
@@ -103,12 +103,11 @@ void TestFileLot::takesBackWhatIsNotCommitted()
     QCOMPARE(lotContent(u"old.mid"_s), QByteArray("old"));
 }
 
-void TestFileLot::dropsTheLastOne()
+void TestFileLot::leavesNothingOfAFileThatIsNotAdded()
 {
     FileLot lot;
     QVERIFY(lot.write({u"first.mid"_s}, "first"));
-    QVERIFY(lot.add({u"second.mid"_s}) != nullptr);
-    lot.dropLast();
+    QVERIFY(lot.open({u"second.mid"_s}) != nullptr);
     QVERIFY(!lot.holds(u"second.mid"_s));
     QCOMPARE(lot.commit(), QList{WriteResult::Done});
     QCOMPARE(entries(), QStringList({u"first.mid"_s, u"old.mid"_s}));
@@ -156,10 +155,11 @@ void TestFileLot::failsForOneAndGoesOnWithTheOthers()
 void TestFileLot::noticesAContentThatIsNotWhole()
 {
     FileLot lot;
-    QFile *const file = lot.add({u"old.mid"_s});
+    std::unique_ptr<FileReplacement> file = lot.open({u"old.mid"_s});
     QVERIFY(file != nullptr);
-    QCOMPARE(file->write("half"), qint64{4});
-    lot.finishLast(8);
+    QCOMPARE(file->file().write("half"), qint64{4});
+    file->finish(8);
+    lot.add(std::move(file));
     QCOMPARE(lot.commit(), QList{WriteResult::Failed});
     QCOMPARE(lotContent(u"old.mid"_s), QByteArray("old"));
     QCOMPARE(entries(), QStringList{u"old.mid"_s});
