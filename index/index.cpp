@@ -237,7 +237,7 @@ Index::ListRun Index::createPathIndex()
     debug() << "create path index";
     setProgress(0);
     m_filesFound = 0;
-    m_visitedFolders.clear();
+    m_folders = FolderWalk();
     m_songFolders.clear();
     m_unreadable.clear();
     m_paths = PathTable();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/folderwalk.h"
 #include "base/memoryidentity.h"
 #include "base/run.h"
 #include "index/givennames.h"
@@ -190,7 +191,7 @@ private:
     PathTable m_paths;
     qsizetype m_expected = 0; ///< position of the song that the walk should meet next
     IndexReader m_reader;
-    QSet<QString> m_visitedFolders;
+    FolderWalk m_folders;
     QHash<QString, bool> m_songFolders; ///< by identity: whether a walk into it finds songs
     /// Paths below the root ("/POP", empty for the root) of the folders that could not be read to
     /// their end, and of what could not be looked at, which may be a song or a folder.

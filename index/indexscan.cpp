@@ -5,6 +5,7 @@
 #include "base/flushing.h"
 #include "base/folderhandle.h"
 #include "base/lettercase.h"
+#include "base/songsuffix.h"
 #include "index/entrylist.h"
 #include "index/longnames.h"
 
@@ -31,12 +32,8 @@ QStringView suffixOf(const QString &path)
 
 void Index::scanFiles(const QString &folder)
 {
-    const QString identity = fileIdentity(folder);
-    // A link to a folder above would lead round for ever.
-    if (m_visitedFolders.contains(identity))
+    if (!m_folders.enter(folder))
         return;
-    if (!identity.isEmpty())
-        m_visitedFolders.insert(identity);
     m_names.meet(folder);
     // A song that is sent again gets its name back.
     LongNames names(folder, [this, folder](const QString &from, const QString &to) {
@@ -69,7 +66,7 @@ void Index::scanFolder(const QString &longPath, const FolderEntry &entry, LongNa
         reportOutside(longPath);
         return;
     }
-    if (entry.isLink && m_visitedFolders.contains(fileIdentity(longPath))) {
+    if (entry.isLink && m_folders.hasEntered(longPath)) {
         reportMissed(
             tr("File non importato, il collegamento porta a una cartella già importata: ") +
             longPath);
@@ -108,9 +105,9 @@ void Index::scanFile(const QString &longPath, const FolderEntry &entry, LongName
 /// listed once in a run, however many of those above it ask.
 bool Index::leadsToSongs(const QString &folder)
 {
-    const QString identity = fileIdentity(folder);
-    if (m_visitedFolders.contains(identity))
+    if (m_folders.hasEntered(folder))
         return false;
+    const QString identity = fileIdentity(folder);
     const auto known = m_songFolders.constFind(identity);
     if (known != m_songFolders.cend())
         return *known;
@@ -146,10 +143,7 @@ bool Index::isOutside(const QString &path, const FolderEntry &entry) const
 
 bool Index::checkFileExt(QStringView suffix)
 {
-    static constexpr QStringView suffixes[]{u"MID", u"KAR", u"ZB3", u"ZB4", u"ZB5", u"MP3"};
-    return std::any_of(std::cbegin(suffixes), std::cend(suffixes), [suffix](QStringView known) {
-        return suffix.compare(known, Qt::CaseInsensitive) == 0;
-    });
+    return isSongSuffix(suffix);
 }
 
 bool Index::addFileToIndex(const QString &full)

@@ -3,6 +3,7 @@
 #include "base/fileidentity.h"
 #include "base/folderhandle.h"
 #include "base/run.h"
+#include "base/songsuffix.h"
 #include "index/entrylist.h"
 
 #include <QFileInfo>
@@ -44,7 +45,7 @@ bool MemorySongs::find(const Run &run, const QString &root,
     m_songs.clear();
     m_places.clear();
     m_known.clear();
-    m_folders.clear();
+    m_folders = FolderWalk();
     return walk(run, root, visit);
 }
 
@@ -56,7 +57,7 @@ QByteArray MemorySongs::sortKey(const QByteArray &key) const
 
 bool MemorySongs::isSong(const QString &path)
 {
-    return isAnyOf(QFileInfo(path).suffix(), {"mid", "kar", "zb3", "zb4", "zb5", "mp3"});
+    return isSongSuffix(QFileInfo(path).suffix());
 }
 
 QByteArray MemorySongs::keyOf(const QByteArray &bytes)
@@ -77,10 +78,8 @@ QString MemorySongs::fromBytes(const QByteArray &bytes)
 bool MemorySongs::walk(const Run &run, const QString &folder,
                        const std::function<void(const QString &)> &visit)
 {
-    const QString identity = fileIdentity(folder);
-    if (m_folders.contains(identity))
+    if (!m_folders.enter(folder))
         return true;
-    m_folders.insert(identity);
     const QString slash = QStringLiteral("/");
     const QList<FolderEntry> entries = visibleEntries(folder.isEmpty() ? slash : folder).entries;
     for (const FolderEntry &entry : entries) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/folderwalk.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QList>
@@ -57,5 +59,5 @@ private:
     QList<Song> m_songs;
     QHash<QByteArray, Place> m_places;
     QSet<QString> m_known;
-    QSet<QString> m_folders;
+    FolderWalk m_folders;
 };
