@@ -93,6 +93,7 @@ private slots:
     void fastLookUpEqualsScan();
     void fastLookUpEqualsScanOfFullCatalogue();
     void asksACatalogueThatHasAnIndexOfNames();
+    void readsEachColumnIntoItsField();
     void findsSingleTitle();
     void refusesTitleOfTwoRows();
     void refusesTitleThatCannotBeCounted();
@@ -240,9 +241,10 @@ void TestCatalogueLookup::refusesSubSelects()
     SongsDbRecord record;
     QVERIFY(!database.getRecordByFilename(endless, record));
     QVERIFY(!database.getRecordByTitle(endless, record));
-    QVERIFY(!database.getRecordByTitle(
-        QStringLiteral("x\" union Select 1,2,3,4,5,6,7,8,9 from songs a,songs b order by \"1"),
-        record));
+    const QString product =
+        QStringLiteral("x\" union Select 1,2,3,4,5,6,7,8,9 from songs a,songs b order by \"1");
+    QVERIFY(!database.getRecordByFilename(product, record));
+    QVERIFY(!database.getRecordByTitle(product, record));
 }
 
 void TestCatalogueLookup::fastLookUpEqualsScan()
@@ -339,6 +341,32 @@ void TestCatalogueLookup::asksACatalogueThatHasAnIndexOfNames()
     QCOMPARE(titleOf(database, QStringLiteral("ab%")), QStringLiteral("SECOND"));
 }
 
+void TestCatalogueLookup::readsEachColumnIntoItsField()
+{
+    CatalogueRow row = catalogueRow(QStringLiteral("A"), QStringLiteral("ONE SONG"));
+    row.markers = QStringLiteral("5;Verse;");
+    writeLocalCatalogue({row});
+    Database database;
+    QVERIFY(database.init());
+    SongsDbRecord byFilename;
+    QVERIFY(database.getRecordByFilename(QStringLiteral("A"), byFilename));
+    SongsDbRecord byTitle;
+    QVERIFY(database.getRecordByTitle(QStringLiteral("ONE SONG"), byTitle));
+    for (const SongsDbRecord &record : {byFilename, byTitle}) {
+        QCOMPARE(record.title, QStringLiteral("ONE SONG"));
+        QCOMPARE(record.artist, QStringLiteral("ARTIST OF ONE SONG"));
+        QCOMPARE(record.altArtist, QStringLiteral("ALT OF ONE SONG"));
+        QCOMPARE(record.genre, QStringLiteral("GENRE"));
+        QCOMPARE(record.author, QStringLiteral("AUTHOR"));
+        QCOMPARE(record.length, 100);
+        QCOMPARE(record.bpm, 120);
+        QCOMPARE(record.key, QStringLiteral("A -"));
+        QCOMPARE(record.markers.size(), 1);
+        QCOMPARE(record.markers.first().bar, 5);
+        QCOMPARE(record.markers.first().text, QStringLiteral("Verse"));
+    }
+}
+
 void TestCatalogueLookup::findsSingleTitle()
 {
     writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("ONE SONG")),
@@ -401,7 +429,8 @@ void TestCatalogueLookup::readsNumbers_data()
     QTest::newRow("far too large") << "3000000000" << -1;
     QTest::newRow("too small") << "-2147483649" << -1;
     QTest::newRow("infinite") << "9e999" << -1;
-    QTest::newRow("fraction") << "2.25" << 2;
+    QTest::newRow("fraction below a half") << "2.25" << 2;
+    QTest::newRow("fraction above a half") << "2.75" << 3;
 }
 
 void TestCatalogueLookup::readsNumbers()
