@@ -25,8 +25,8 @@ const QString builtInCatalogue = QStringLiteral(":/db/songsdb");
 const QString selectRecord =
     QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs ");
 
-/// Adds an SQLite connection. A second Database of the same process gets names of its own: taking
-/// over a connection's name would cut off the first one.
+/// Adds an SQLite connection. A second Database in the same process gets other names, because
+/// reusing a connection's name would close the first one.
 QSqlDatabase addConnection(const QString &name)
 {
     QString freeName = name;
@@ -44,7 +44,7 @@ void removeConnection(QSqlDatabase &connection)
         QSqlDatabase::removeDatabase(name);
 }
 
-/// The number in a column; -1 for NULL, text and what 32 signed bits can't hold.
+/// The number in a column; -1 for NULL, text and values beyond 32 signed bits.
 qint32 numberOf(const QVariant &value)
 {
     if (value.isNull())
@@ -70,7 +70,7 @@ void fillRecord(const QSqlQuery &query, SongsDbRecord &record)
     record.altArtist = query.value(8).toString();
 }
 
-/// SQLite reads a double-quoted name as a column where it has one.
+/// SQLite reads a double-quoted name as a column if there is a column of that name.
 bool isColumnName(const QString &text)
 {
     static const std::array names{u"title", u"artist", u"genre",    u"author",  u"length",
@@ -81,15 +81,15 @@ bool isColumnName(const QString &text)
     });
 }
 
-/// True when the text stays a string whatever it holds: it can be bound instead of written out.
+/// True if SQLite reads the text in double quotes as a string, so that it can be bound instead.
 bool isPlainText(const QString &text)
 {
     return !text.contains(u'"') && !isColumnName(text);
 }
 
-/// Behind a double quote a name is read as SQL. A condition on the same row is let through; what
-/// could keep the catalogue busy for ever (a sub-select, a second table, a function) is not. Two
-/// quotes stand for one in the text and end nothing.
+/// After a double quote a name is read as SQL. A condition on the same row is allowed; parts that
+/// could keep the catalogue busy forever (a sub-select, a second table, a function) are not. Two
+/// quotes mean one in the text and do not end it.
 bool isTooClever(const QString &text)
 {
     return QString(text).remove(QStringLiteral("\"\"")).contains(u'"') &&
@@ -145,7 +145,7 @@ bool Database::openUserLibrary()
 bool Database::openCatalogue()
 {
     QString fileName = localCatalogue;
-    // The opening of a FIFO would wait for ever.
+    // Opening a FIFO would block forever.
     PlainFile file;
     const bool isOpen = file.open(localCatalogue);
     if (file.state().kind != FileKind::Missing) {
@@ -158,17 +158,17 @@ bool Database::openCatalogue()
         fileName = m_temporaryFile->fileName();
     }
     m_songsDb = addConnection(QStringLiteral("con_songsdb"));
-    // Immutable: no locks, and whatever the file says of itself, none is made beside it.
+    // Immutable: no locks, and no other file is created, for any header of the file.
     m_songsDb.setDatabaseName(QString::fromLatin1(
         QUrl::fromLocalFile(QFileInfo(fileName).absoluteFilePath()).toEncoded() + "?immutable=1"));
     m_songsDb.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
-    // SQLite opens by name: what it has opened must be what was looked at.
+    // SQLite opens by name: it must have opened the file that was checked.
     return m_songsDb.open() && (!file.isOpen() || fileState(fileName) == file.state()) &&
            holdsPlainSongs();
 }
 
-/// False when the catalogue's "songs" are worked out by the file itself (a view, a computed
-/// column): that could go on for ever. A catalogue without them is only empty.
+/// False if the catalogue's "songs" are computed (a view, a computed column), which could take
+/// forever. A catalogue without "songs" counts as empty.
 bool Database::holdsPlainSongs() const
 {
     QSqlQuery query(m_songsDb);
@@ -194,7 +194,7 @@ bool Database::unpackCatalogue()
         return false;
     }
     const QByteArray catalogue = resource.readAll();
-    // SQLite opens an empty or cut copy without a word: a full disk must be noticed here.
+    // SQLite silently opens an empty or truncated copy, so a full disk must be detected here.
     if (!writeAll(*m_temporaryFile, catalogue) || !m_temporaryFile->flush() ||
         m_temporaryFile->error() != QFileDevice::NoError ||
         m_temporaryFile->size() != catalogue.size()) {
@@ -228,8 +228,8 @@ void Database::fillList(QStringList &list, const QString &statement) const
     }
 }
 
-/// True when SQLite finds the first of several rows by looking at each one: with an index of their
-/// names the catalogue's file might be asked in another order.
+/// True if SQLite scans the rows in order to find the first match: with an index of the names in
+/// the catalogue's file the order might differ.
 bool Database::areNamesScanned() const
 {
     QSqlQuery query(m_songsDb);
@@ -239,7 +239,7 @@ bool Database::areNamesScanned() const
            query.next() && !query.value(3).toString().contains(QStringLiteral("INDEX"));
 }
 
-/// Not before the first look-up: the window opens sooner without it.
+/// Called by the first look-up, so that the window opens sooner.
 void Database::indexFileNames()
 {
     if (m_hasTriedIndex)
@@ -247,7 +247,7 @@ void Database::indexFileNames()
     m_hasTriedIndex = true;
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
-    // A name that is not like itself (NULL, bytes in some builds of SQLite) is never found.
+    // LIKE never finds a name that does not match itself (NULL, or blobs in some builds of SQLite).
     if (!areNamesScanned() ||
         !query.exec(QStringLiteral("SELECT rowid,cast(filename as text) FROM songs "
                                    "WHERE filename LIKE filename ORDER BY rowid")))

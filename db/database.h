@@ -14,9 +14,10 @@
 class QTemporaryFile;
 
 /// The two databases of the program: the reference catalogue of the publisher's songs, which is
-/// only read (docs/formats/catalogue.md), and the user's library, which lives in memory.
+/// read-only (docs/formats/catalogue.md), and the user's library, which is in memory.
 ///
-/// Models on the library go before the Database: it closes and removes both connections.
+/// Models on the library must be destroyed before the Database, which closes and removes both
+/// connections.
 class Database
 {
 public:
@@ -35,33 +36,34 @@ public:
     Database &operator=(const Database &) = delete;
 
     /// Opens both databases, creates the table "usersongs" and fills the two lists. A file
-    /// "songsdb_debug" in the working folder stands in for the built-in catalogue. False when a
-    /// database can't be opened, or the catalogue's songs are no plain table, or the built-in
-    /// catalogue can't be unpacked. Called once.
+    /// "songsdb_debug" in the working folder replaces the built-in catalogue. Returns false if a
+    /// database can't be opened, the catalogue's songs are not a plain table, or the built-in
+    /// catalogue can't be unpacked. Must be called once.
     bool init();
 
     /// The library's connection; not open before init().
     QSqlDatabase *userLibraryDb() { return &m_userLibraryDb; }
-    /// Deletes every row of "usersongs"; false when that fails.
+    /// Deletes all rows of "usersongs"; returns false if that fails.
     bool clearUserLibraryDb();
 
-    /// Reads the names of the catalogue, which the first look-up does otherwise: some tens of
-    /// milliseconds that a run has better behind it before it shows its progress.
+    /// Reads the names of the catalogue, which otherwise the first look-up does. It takes tens of
+    /// milliseconds, so a run calls it before it shows its progress.
     void prepareLookUps() { indexFileNames(); }
-    /// Finds the first catalogue row whose file name is LIKE \a fileName, which is put into the
-    /// statement as it is: "%" and "_" are wildcards, the case of A to Z does not count, a double
-    /// quote ends the text. False, with \a record unchanged, when there is none.
+    /// Finds the first catalogue row whose file name is LIKE \a fileName, which is inserted into
+    /// the statement without escaping: "%" and "_" are wildcards, A to Z are case-insensitive, a
+    /// double quote ends the text. Returns false, with \a record unchanged, if there is no such
+    /// row.
     bool getRecordByFilename(const QString &fileName, SongsDbRecord &record);
-    /// The same with titles; a title that more than one row shares is never found.
+    /// Like getRecordByFilename() for titles, but does not find a title that several rows share.
     bool getRecordByTitle(const QString &title, SongsDbRecord &record);
 
-    /// Reads a marker list as the catalogue stores it: bar;text; pairs. Pairs whose bar is no
-    /// number or negative are left out.
+    /// Parses a marker list of the catalogue: bar;text; pairs. Skips pairs whose bar is not a
+    /// number or negative.
     static void splitMarkers(const QString &text, QList<Marker> &markers);
 
-    /// The genres of the catalogue, for choosers.
+    /// The genres of the catalogue, for combo boxes.
     const QStringList *genresList() const { return &m_genres; }
-    /// The artists of the catalogue in their form for lists ("altartist"), for choosers.
+    /// The artists of the catalogue in their form for lists ("altartist"), for combo boxes.
     const QStringList *artistsList() const { return &m_artists; }
 
 private:
@@ -81,6 +83,6 @@ private:
     QStringList m_genres;
     QStringList m_artists;
     FileNameIndex m_fileNames;
-    std::optional<QSqlQuery> m_recordByRowId; ///< prepared; empty when names can't be indexed
+    std::optional<QSqlQuery> m_recordByRowId; ///< prepared; empty if names can't be indexed
     bool m_hasTriedIndex = false;
 };

@@ -8,11 +8,11 @@
 namespace
 {
 
-/// SQLite compares up to 50,000 bytes; no name of a file is as long as this.
+/// SQLite compares up to 50,000 bytes; no file name is as long as this.
 constexpr qsizetype longestPattern = 1000;
 
 constexpr qsizetype gramLength = 4;
-/// Stands before and behind every name: no name has it inside.
+/// Added before and after every name: no name contains it.
 constexpr QChar edge = QChar::Null;
 
 bool isWildcard(QChar character)
@@ -20,7 +20,7 @@ bool isWildcard(QChar character)
     return character == u'%' || character == u'_';
 }
 
-/// Below the surrogates each character is one for SQLite, too, whatever way it is stored.
+/// Below the surrogates each unit is one character for SQLite, too, in any encoding.
 bool isSimple(const QString &text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar character) {
@@ -28,12 +28,12 @@ bool isSimple(const QString &text)
     });
 }
 
-/// Both upper-cased.
+/// Matches like LIKE; both texts are upper-cased.
 bool isLike(QStringView text, QStringView pattern)
 {
     qsizetype inText = 0;
     qsizetype inPattern = 0;
-    qsizetype run = -1; ///< behind the last "%" that was passed
+    qsizetype run = -1; ///< after the last "%" that was passed
     qsizetype runEnd = 0;
     while (inText < text.size()) {
         const QChar wanted = inPattern < pattern.size() ? pattern.at(inPattern) : QChar();
@@ -55,7 +55,7 @@ bool isLike(QStringView text, QStringView pattern)
     return inPattern == pattern.size();
 }
 
-/// The first characters of \a text, zeros where it ends: they compare like the text.
+/// The first characters of \a text, padded with zeros: a number that compares like the text.
 quint64 gramOf(QStringView text)
 {
     quint64 gram = 0;

@@ -8,23 +8,24 @@
 #include <utility>
 #include <vector>
 
-/// The catalogue's file names in memory, found as SQLite's LIKE finds them: "%" stands for any run
-/// of characters, "_" for any one, the case of A to Z does not count, and of several rows the first
-/// one is meant.
+/// The catalogue's file names in memory, with the results of SQLite's LIKE: "%" matches any run of
+/// characters, "_" any single one, A to Z are case-insensitive, and of several rows the first one
+/// is found.
 class FileNameIndex
 {
 public:
-    /// Adds the name of a row. Rows come in ascending order. LIKE reads a name up to its first NUL.
+    /// Adds the name of a row, up to its first NUL as in LIKE. Rows must be added in ascending
+    /// order.
     void add(const QString &name, qint64 rowId);
 
-    /// True when firstRow() knows the answer: \a pattern, and with wildcards the names too, have
-    /// only characters that are surely read alike by SQLite.
+    /// True if firstRow() gives the same result as SQLite: \a pattern and, if it has wildcards, all
+    /// names have only characters that SQLite compares in the same way.
     bool canAnswer(const QString &pattern) const;
 
-    /// The first row whose name is LIKE \a pattern, if there is one. Only where canAnswer().
+    /// The first row whose name is LIKE \a pattern, if there is one. Requires canAnswer().
     std::optional<qint64> firstRow(const QString &pattern);
 
-    /// Names that were compared with a pattern so far: what its wildcards cost.
+    /// The number of names compared with patterns so far: the cost of wildcards.
     qint64 comparedNames() const { return m_comparedNames; }
 
 private:
@@ -32,10 +33,10 @@ private:
         QString text; ///< A to Z upper-cased
         qint64 rowId = 0;
     };
-    /// Some characters in a row, somewhere in a name.
+    /// A few consecutive characters of a name.
     struct Gram {
         quint64 text = 0;
-        quint32 name = 0; ///< its place in m_names
+        quint32 name = 0; ///< index in m_names
     };
     using Range = std::pair<std::vector<Gram>::const_iterator, std::vector<Gram>::const_iterator>;
 
@@ -46,9 +47,9 @@ private:
     bool matches(size_t name, QStringView pattern);
 
     std::vector<Name> m_names;            ///< by row
-    QHash<QString, qint64> m_rowIdByName; ///< the first row of each
+    QHash<QString, qint64> m_rowIdByName; ///< the first row of each name
     bool m_areNamesSimple = true;
     qsizetype m_longestName = 0;
-    std::vector<Gram> m_grams; ///< in order; made for the first pattern with wildcards
+    std::vector<Gram> m_grams; ///< sorted; made for the first pattern with wildcards
     qint64 m_comparedNames = 0;
 };

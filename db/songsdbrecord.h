@@ -17,8 +17,8 @@ public:
     QString altArtist; ///< the artist in the form for lists and sorting
     QString genre;
     QString author;
-    qint32 length = 0; ///< whole seconds; -1 when the catalogue has no number
-    qint32 bpm = 0;    ///< beats per minute; -1 when the catalogue has no number
+    qint32 length = 0; ///< whole seconds; -1 if the catalogue has no number
+    qint32 bpm = 0;    ///< beats per minute; -1 if the catalogue has no number
     QString key;       ///< a key name; a minor key has a blank before the minus ("A -")
     QList<Marker> markers;
 };

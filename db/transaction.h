@@ -2,9 +2,9 @@
 
 #include <QSqlDatabase>
 
-/// Makes all changes of a database one change while it lives. Readers on the same connection see
-/// each change at once, and none is taken back; but SQLite opens and closes its books once instead
-/// of for every row.
+/// Combines all changes of a database into one transaction while it exists, which saves SQLite the
+/// work of one transaction for each row. Readers on the same connection see each change
+/// immediately; the destructor commits, and nothing is ever rolled back.
 class Transaction
 {
 public:

@@ -16,15 +16,15 @@ namespace
 {
 
 constexpr int idColumn = 0;
-const QString rowPlace = QStringLiteral(":row"); ///< in a statement
+const QString rowPlace = QStringLiteral(":row"); ///< placeholder in a statement
 
-/// A missing text is stored as an empty one: NULL would be sorted apart from it.
+/// A null text is stored as an empty one, because NULL would be sorted separately.
 QString stored(const QString &text)
 {
     return text.isNull() ? QStringLiteral("") : text;
 }
 
-/// "mm:ss"; minutes above 99 keep their digits, a negative length is shown as nothing.
+/// "mm:ss"; minutes above 99 have more digits, a negative length gives an empty text.
 QString lengthText(int seconds)
 {
     if (seconds < 0)
@@ -34,8 +34,7 @@ QString lengthText(int seconds)
         .arg(seconds % 60, 2, 10, QChar(u'0'));
 }
 
-/// What both a new row and a changed one hold of a song, in the order of the columns that they go
-/// into.
+/// The values of a song for both new and changed rows, in the order of m_dataColumns.
 QVariantList dataValues(const SongInfo &info, int userBpm)
 {
     return {stored(info.title),  stored(info.artist),     stored(info.genre),
@@ -203,7 +202,7 @@ bool UserSongsRelTableModel::addSong(const SongInfo &info)
     return true;
 }
 
-/// Tells views of the rows that were added since the last time.
+/// Notifies views of the rows that were added since the last call.
 void UserSongsRelTableModel::announce()
 {
     if (m_unannounced.isEmpty())
@@ -262,8 +261,8 @@ bool UserSongsRelTableModel::sortAgain()
     return putInOrder() || select();
 }
 
-/// The rows are here already: only their order is asked for. False, with the rows as they were,
-/// when these are not the table's.
+/// Queries only the order, because the model has the rows. Returns false, with the rows unchanged,
+/// if they are not the table's.
 bool UserSongsRelTableModel::putInOrder()
 {
     QSqlQuery query(database());
@@ -299,7 +298,7 @@ int UserSongsRelTableModel::rowCount(const QModelIndex &parent) const
 
 bool UserSongsRelTableModel::canFetchMore(const QModelIndex & /*parent*/) const
 {
-    return false; // select() has read all
+    return false; // select() has read all rows
 }
 
 void UserSongsRelTableModel::fetchMore(const QModelIndex & /*parent*/) {}
@@ -317,7 +316,7 @@ QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
     case Qt::BackgroundRole:
         return isStatus ? statusColor(statusAt(index.row()), odd) : rowColor(odd);
     case Qt::ForegroundRole:
-        // The status is a colour mark, not a number to be read.
+        // The status is shown as a colour, not as a number.
         return isStatus ? QVariant(statusColor(statusAt(index.row()), odd)) : QVariant();
     default:
         return {};
@@ -384,8 +383,8 @@ bool UserSongsRelTableModel::deleteRow(int row)
     return true;
 }
 
-/// Runs a statement that must change exactly one row of the table; null when it does not. \a id
-/// tells which: none for a new row.
+/// Runs a statement that must change exactly one row of the table, \a id, or a new row if it is
+/// invalid. Returns null if it does not.
 const QSqlQuery *UserSongsRelTableModel::run(Change change, const QList<int> &columns,
                                              const QVariantList &values, const QVariant &id)
 {
@@ -401,8 +400,7 @@ const QSqlQuery *UserSongsRelTableModel::run(Change change, const QList<int> &co
     return done ? query : nullptr;
 }
 
-/// A run makes the same few changes to row after row: their statements are written and prepared
-/// once.
+/// The same few changes are made to many rows: their statements are prepared once.
 QSqlQuery *UserSongsRelTableModel::preparedFor(Change change, const QList<int> &columns)
 {
     const auto key = std::make_pair(change, columns);

@@ -16,21 +16,21 @@
 
 class SongInfo;
 
-/// The user's library as the table view shows it: the rows of "usersongs", one for each song.
+/// The user's library for the table view: the rows of "usersongs", one for each song.
 ///
-/// Rows are addressed as they stand in the model, from 0. The model holds all of them itself: every
-/// change is one statement on the table and one on the model's copy, whatever the number of rows,
-/// and no row moves, comes or goes unless it is asked for. A new song stands at the end whatever
-/// the sort, and a change in the sorted column leaves its row in place until the next select(),
-/// sort() or sortAgain(). Rows are added by addSong() only; insertRows() refuses.
+/// Rows are counted in the model's order, from 0. The model has a copy of all rows: every change is
+/// one statement on the table and one change of the copy, for any number of rows, and no row is
+/// moved, added or removed implicitly. A new song is added at the end in any sort order, and a
+/// change in the sorted column does not move its row until the next select(), sort() or
+/// sortAgain(). Rows are added by addSong() only; insertRows() returns false.
 class UserSongsRelTableModel : public QSqlRelationalTableModel
 {
     Q_OBJECT
 
 public:
-    /// Lives while a run changes many rows: the table takes all changes as one, and views learn of
-    /// new rows some twenty times a second instead of after each. Every function that is not const
-    /// knows of them at once. Doesn't nest.
+    /// For a run that changes many rows: while it exists, all changes of the table are one
+    /// transaction, and views are notified of new rows about twenty times a second instead of after
+    /// each row. Every function that is not const announces them first. Must not be nested.
     class ManyChanges
     {
     public:
@@ -49,18 +49,17 @@ public:
     /// \a database holds the table "usersongs" and outlives the model. Reads no rows.
     UserSongsRelTableModel(QObject *parent, const QSqlDatabase &database);
 
-    /// Looks the columns up by their names. (The name is misspelt for good: it is part of the
-    /// design.)
+    /// Looks up the columns by their names. (The misspelt function name is part of the design.)
     void setFiledsIndexes();
     /// Sets the headings and their tool tips in the current language.
     void setHeaderLabels();
 
     int goodRowCount();
-    /// The full path of the song; empty when there is no such row.
+    /// The full path of the song; empty if there is no such row.
     QString fileName(int row);
-    /// The file name without folder; empty when there is no such row.
+    /// The file name without folder; empty if there is no such row.
     QString shortName(int row);
-    /// A Database::statusEnum; 0 when there is no such row.
+    /// A Database::statusEnum; 0 if there is no such row.
     int status(int row);
     void setStatus(int row, Database::statusEnum status);
     /// The index of the row's first cell, for selecting and scrolling.
@@ -69,22 +68,22 @@ public:
     /// Rewrites title, artist, genre, author, length, tempo and key of a row; a negative tempo
     /// becomes 0. Type, file names and status stay.
     void updateRow(int row, const SongInfo &info);
-    /// Appends a song with the status Imported; false when the table does not take it. A negative
-    /// tempo is stored as it is.
+    /// Appends a song with the status Imported. Returns false if the table rejects it. A negative
+    /// tempo is stored unchanged.
     bool addSong(const SongInfo &info);
 
     int colIdxFilename() const { return m_filename; }
     int colIdxStatus() const { return m_status; }
 
-    /// While locked, sort() only remembers what was asked for, so that the rows of a running
-    /// workflow keep their numbers; the last unlock does it. Locks nest.
+    /// While locked, sort() only stores its arguments, so that the rows of a running workflow keep
+    /// their numbers; the last unlock sorts. Locks can be nested.
     void setSortingLocked(bool locked);
-    /// Sorts all rows as the last sort() that was not locked asked for, new ones among them, and
-    /// tells views as select() does. Reads the table anew only when it holds other rows than these.
+    /// Sorts all rows, including new ones, in the order of the last sort() that was not locked, and
+    /// notifies views like select(). Reads the table again only if it has other rows than the
+    /// model.
     bool sortAgain();
 
-    /// How many statements were written and prepared to change rows: one for each kind of change,
-    /// whatever the number of rows.
+    /// The number of prepared statements: one for each kind of change, for any number of rows.
     size_t statementCount() const { return m_prepared.size(); }
 
     bool select() override;
@@ -98,7 +97,7 @@ public:
     bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
 
 private:
-    using Row = QVariantList; ///< one value a column
+    using Row = QVariantList; ///< one value for each column
     enum class Change { Insert, Update, Delete };
     struct Sort {
         int column;
@@ -132,13 +131,12 @@ private:
     int m_shortName = -1;
     int m_status = -1;
 
-    QList<int> m_dataColumns;  ///< those that updateRow() writes
-    QList<int> m_songColumns;  ///< those that addSong() fills
+    QList<int> m_dataColumns;  ///< the columns that updateRow() writes
+    QList<int> m_songColumns;  ///< the columns that addSong() fills
     QStringList m_columnNames; ///< quoted
-    /// By column, where its value goes into a statement. Named: finding a place by its number costs
-    /// Qt more.
+    /// The named placeholder of each column in statements: Qt binds positional ones more slowly.
     QStringList m_places;
-    /// Statements by what they change and where: there are few.
+    /// The prepared statements by kind of change and columns.
     std::map<std::pair<Change, QList<int>>, QSqlQuery> m_prepared;
     QList<Row> m_rows;
     QList<Row> m_unannounced; ///< in the table, but not yet shown
@@ -146,5 +144,5 @@ private:
     QElapsedTimer m_sinceAnnounced;
     bool m_isRead = false; ///< the table was read at least once
     int m_sortingLocks = 0;
-    std::optional<Sort> m_wantedSort; ///< asked for while sorting was locked
+    std::optional<Sort> m_wantedSort; ///< requested while sorting was locked
 };

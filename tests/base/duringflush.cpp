@@ -17,7 +17,7 @@ DuringFlush::~DuringFlush()
     pending = nullptr;
 }
 
-/// Stands in for the C library's function in the whole program.
+/// Replaces the C library's function in the whole program.
 extern "C" __attribute__((visibility("default"))) int fsync(int handle)
 {
     if (const std::function<void()> change = std::exchange(pending, nullptr))

@@ -2,8 +2,8 @@
 
 #include <functional>
 
-/// What another program does at the worst moment: \a change runs once, when a file is flushed to
-/// the disk the next time while this lives. One at a time.
+/// Simulates a change by another program at the worst moment: \a change runs once, at the next
+/// flush of a file while this exists. Only one may exist at a time.
 class DuringFlush
 {
 public:

@@ -47,7 +47,7 @@ unsigned FatDisk::attributes(const QString &path)
 
 void FatDisk::setAttributes(const QString &path, unsigned attributes)
 {
-    // A new file may get the number of one that was deleted.
+    // A new file may get the number of a deleted one.
     known() = {{inodeOf(path), attributes}};
 }
 
@@ -56,7 +56,7 @@ void FatDisk::refuseSystem()
     refusesSystem = true;
 }
 
-/// Stands in for the C library's function in the whole program.
+/// Replaces the C library's function in the whole program.
 extern "C" __attribute__((visibility("default"))) int ioctl(int handle, unsigned long request,
                                                             ...) noexcept
 {

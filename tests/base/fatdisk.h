@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// While it lives all files lie on a disk that answers to FAT's requests for attributes: at first
-/// each file has the archive attribute alone. One at a time.
+/// While it exists all files appear to be on a disk with FAT's attributes: at first each file has
+/// only the archive attribute. Only one may exist at a time.
 class FatDisk
 {
 public:
@@ -13,8 +13,8 @@ public:
     FatDisk &operator=(const FatDisk &) = delete;
 
     static unsigned attributes(const QString &path);
-    /// The other files have the archive attribute alone after that.
+    /// All other files then have only the archive attribute.
     static void setAttributes(const QString &path, unsigned attributes);
-    /// From now on the system attribute can't be set.
+    /// Makes setting the system attribute fail.
     static void refuseSystem();
 };

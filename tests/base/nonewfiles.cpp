@@ -19,7 +19,7 @@ NoNewFiles::~NoNewFiles()
     isFull = false;
 }
 
-/// Stands in for the C library's function in the whole program.
+/// Replaces the C library's function in the whole program.
 extern "C" __attribute__((visibility("default"))) int open64(const char *path, int flags, ...)
 {
     const bool isNameless = (flags & O_TMPFILE) == O_TMPFILE;

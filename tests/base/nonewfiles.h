@@ -1,7 +1,7 @@
 #pragma once
 
-/// While it lives the system refuses to create files, as a disk does that has no room for one more
-/// entry; files that are there can be opened and written. One at a time.
+/// While it exists no files can be created, as on a disk without room for another entry; existing
+/// files can be opened and written. Only one may exist at a time.
 class NoNewFiles
 {
 public:

@@ -14,7 +14,7 @@ private slots:
     void writesNothingOutside();
     void cutsAndFillsFields();
     void trimsSongTextButKeepsEllipsis();
-    void findsBytesBehindASongText();
+    void findsBytesAfterASongText();
     void namesTheCharactersThatLatin1Lacks_data();
     void namesTheCharactersThatLatin1Lacks();
 };
@@ -71,7 +71,7 @@ void TestBytes::trimsSongTextButKeepsEllipsis()
     QCOMPARE(songBytes(QStringLiteral("\u00e9\u20ac")), QByteArray("\xE9?"));
 }
 
-void TestBytes::findsBytesBehindASongText()
+void TestBytes::findsBytesAfterASongText()
 {
     QVERIFY(!holdsMoreThanSongText({}));
     QVERIFY(!holdsMoreThanSongText("Wait "));

@@ -14,7 +14,7 @@ private slots:
     void writesEmptyMessageAsOneBlank();
     void keepsLineBreaksInsideOneLine();
     void passesLoggingRulesOfTheUser();
-    void buildsNothingWhileNobodyListens();
+    void buildsNothingWhileTheLogIsOff();
 };
 
 void TestDebugStream::endsEveryItemWithABlank()
@@ -55,7 +55,7 @@ void TestDebugStream::passesLoggingRulesOfTheUser()
     QCOMPARE(log.messages(), QStringList{QStringLiteral("still here ")});
 }
 
-void TestDebugStream::buildsNothingWhileNobodyListens()
+void TestDebugStream::buildsNothingWhileTheLogIsOff()
 {
     const LogCapture log;
     DebugStream::setHeard(false);

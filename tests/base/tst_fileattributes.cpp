@@ -40,8 +40,8 @@ bool setAttribute(const char *path, const char *name, const QByteArray &value)
     return ::setxattr(path, name, value.constData(), static_cast<size_t>(value.size()), 0) == 0;
 }
 
-/// Version 2, and entries of tag, permissions and id: owner rw, user 65534 r, group -, mask r,
-/// others -.
+/// An access control list: version 2, and entries of tag, permissions and id: owner rw, user 65534
+/// r, group -, mask r, others -.
 const QByteArray accessList = QByteArray::fromHex("02000000"
                                                   "01000600ffffffff"
                                                   "02000400feff0000"
@@ -51,7 +51,7 @@ const QByteArray accessList = QByteArray::fromHex("02000000"
 
 } // namespace
 
-/// What a song has besides its content stays when the song is replaced.
+/// Replacing a song keeps everything besides its content.
 class TestFileAttributes : public QObject
 {
     Q_OBJECT

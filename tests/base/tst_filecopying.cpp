@@ -16,7 +16,7 @@ namespace
 constexpr qint64 mebibyte = 1 << 20;
 constexpr qint64 sparseSize = 64 * mebibyte;
 
-/// Data at the beginning and in the middle, holes between and behind them.
+/// Data at the start and in the middle, with holes between and after them.
 QByteArray sparseContent()
 {
     QByteArray content(sparseSize, '\0');
@@ -33,7 +33,7 @@ void makeSparseFile(const QString &path)
         qFatal("can't write");
 }
 
-/// Bytes that the file occupies.
+/// The bytes that the file occupies on the disk.
 qint64 occupied(const QString &path)
 {
     constexpr qint64 unit = 512;
@@ -54,11 +54,11 @@ private slots:
     void copiesExactlyWhatIsAskedFor_data();
     void copiesExactlyWhatIsAskedFor();
     void refusesMoreThanThereIs();
-    void goesOnBehindWhatWasWritten();
+    void continuesAfterTheWrittenPart();
     void keepsHoles();
     void keepsTheHoleAtTheEndOfAPart();
     void writesZerosOverOldContent();
-    void tellsTheSourceFromTheTarget();
+    void distinguishesTheSourceFromTheTarget();
 
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -110,7 +110,7 @@ void TestFileCopying::refusesMoreThanThereIs()
     QCOMPARE(m_target.size(), 0);
 }
 
-void TestFileCopying::goesOnBehindWhatWasWritten()
+void TestFileCopying::continuesAfterTheWrittenPart()
 {
     QCOMPARE(m_target.write("tag,"), 4);
     QCOMPARE(copyRest(m_source.handle(), 8, 2, m_target.handle()), CopyResult::Done);
@@ -154,7 +154,7 @@ void TestFileCopying::writesZerosOverOldContent()
     QVERIFY(fileContent(m_target.fileName()) == "o" + sparseContent());
 }
 
-void TestFileCopying::tellsTheSourceFromTheTarget()
+void TestFileCopying::distinguishesTheSourceFromTheTarget()
 {
     const FullDisk disk(5);
     QCOMPARE(copyRest(m_source.handle(), 0, 10, m_target.handle()), CopyResult::TargetFailed);

@@ -14,13 +14,13 @@ class TestFileIdentity : public QObject
 
 private slots:
     void initTestCase();
-    void tellsKindsApart();
+    void distinguishesKinds();
     void followsLinks();
-    void tellsMissingFromUnreachable();
-    void tellsAPathWithoutPermissionFromAMissingOne();
+    void distinguishesMissingFromUnreachable();
+    void distinguishesAPathWithoutPermissionFromAMissingOne();
     void givesOneIdentityByEveryWay();
     void givesNoIdentityToWhatIsMissing();
-    void tellsAChangedFileFromTheOldOne();
+    void distinguishesAChangedFileFromTheOldOne();
 };
 
 void TestFileIdentity::initTestCase()
@@ -38,7 +38,7 @@ void TestFileIdentity::initTestCase()
         QVERIFY(QFile::link(target, name));
 }
 
-void TestFileIdentity::tellsKindsApart()
+void TestFileIdentity::distinguishesKinds()
 {
     QCOMPARE(fileKind(u"song.mid"_s), FileKind::Regular);
     QCOMPARE(fileKind(u"folder"_s), FileKind::Folder);
@@ -56,7 +56,7 @@ void TestFileIdentity::followsLinks()
     QCOMPARE(fileKind(u"zero"_s), FileKind::Other);
 }
 
-void TestFileIdentity::tellsMissingFromUnreachable()
+void TestFileIdentity::distinguishesMissingFromUnreachable()
 {
     QCOMPARE(fileKind(QString()), FileKind::Missing);
     QCOMPARE(fileKind(u"missing"_s), FileKind::Missing);
@@ -66,7 +66,7 @@ void TestFileIdentity::tellsMissingFromUnreachable()
     QCOMPARE(fileKind(QString(300, u'n')), FileKind::Unreachable);
 }
 
-void TestFileIdentity::tellsAPathWithoutPermissionFromAMissingOne()
+void TestFileIdentity::distinguishesAPathWithoutPermissionFromAMissingOne()
 {
     if (::geteuid() == 0)
         QSKIP("root may look into every folder");
@@ -96,7 +96,7 @@ void TestFileIdentity::givesNoIdentityToWhatIsMissing()
     QVERIFY(!isSameFile(u"missing"_s, u"missing"_s));
 }
 
-void TestFileIdentity::tellsAChangedFileFromTheOldOne()
+void TestFileIdentity::distinguishesAChangedFileFromTheOldOne()
 {
     const QDateTime moment = QDateTime::fromMSecsSinceEpoch(1700000000123LL);
     QFile file(u"state.mid"_s);
@@ -116,7 +116,7 @@ void TestFileIdentity::tellsAChangedFileFromTheOldOne()
     QVERIFY(fileState(u"state.mid"_s) != old);
     QVERIFY(rewrite("1234", moment.addMSecs(1)));
     QVERIFY(fileState(u"state.mid"_s) != old);
-    QVERIFY(rewrite("1234", moment)); // whoever sets the time back can't hide the change
+    QVERIFY(rewrite("1234", moment)); // resetting the time does not hide the change
     QVERIFY(fileState(u"state.mid"_s) != old);
     QCOMPARE(fileState(u"state.mid"_s).modifiedNs, old.modifiedNs);
     QFile copy(u"copied.mid"_s);

@@ -21,7 +21,7 @@ QByteArray lotContent(const QString &path)
 
 } // namespace
 
-/// New contents for many files at once. How few flushes that takes: tst_flushcounts.
+/// New contents for many files at once. tst_flushcounts counts the flushes.
 class TestFileLot : public QObject
 {
     Q_OBJECT
@@ -29,15 +29,15 @@ class TestFileLot : public QObject
 private slots:
     void init();
     void cleanup();
-    void putsNewAndReplacedFilesInTheirPlaces();
+    void commitsNewAndReplacedFiles();
     void changesNothingBeforeTheCommit();
-    void takesBackWhatIsNotCommitted();
+    void removesWhatIsNotCommitted();
     void leavesNothingOfAFileThatIsNotAdded();
-    void leavesWhatWasChangedMeanwhile();
+    void keepsWhatWasChangedByOthers();
     void replacesNothingThatShouldBeNew();
-    void failsForOneAndGoesOnWithTheOthers();
-    void noticesAContentThatIsNotWhole();
-    void knowsItsPlacesWhateverTheirCase();
+    void failsForOneAndContinuesWithTheOthers();
+    void noticesTruncatedContent();
+    void findsItsPlacesInAnyCase();
     void isFullByNumberAndByBytes();
     void canBeFilledAgain();
     void replacesALinkAndNotItsTarget();
@@ -67,7 +67,7 @@ void TestFileLot::cleanup()
     m_folder.reset();
 }
 
-void TestFileLot::putsNewAndReplacedFilesInTheirPlaces()
+void TestFileLot::commitsNewAndReplacedFiles()
 {
     FileLot lot;
     QVERIFY(lot.write({u"old.mid"_s}, "new"));
@@ -92,7 +92,7 @@ void TestFileLot::changesNothingBeforeTheCommit()
     QVERIFY(!QFile::exists(u"new.mid"_s));
 }
 
-void TestFileLot::takesBackWhatIsNotCommitted()
+void TestFileLot::removesWhatIsNotCommitted()
 {
     {
         FileLot lot;
@@ -113,7 +113,7 @@ void TestFileLot::leavesNothingOfAFileThatIsNotAdded()
     QCOMPARE(entries(), QStringList({u"first.mid"_s, u"old.mid"_s}));
 }
 
-void TestFileLot::leavesWhatWasChangedMeanwhile()
+void TestFileLot::keepsWhatWasChangedByOthers()
 {
     const FileState state = fileState(u"old.mid"_s);
     FileLot lot;
@@ -139,7 +139,7 @@ void TestFileLot::replacesNothingThatShouldBeNew()
     QCOMPARE(entries(), QStringList({u"new.mid"_s, u"old.mid"_s}));
 }
 
-void TestFileLot::failsForOneAndGoesOnWithTheOthers()
+void TestFileLot::failsForOneAndContinuesWithTheOthers()
 {
     FileLot lot;
     QVERIFY(lot.write({u"old.mid"_s}, "new"));
@@ -152,7 +152,7 @@ void TestFileLot::failsForOneAndGoesOnWithTheOthers()
     QCOMPARE(entries(), QStringList{u"other.mid"_s});
 }
 
-void TestFileLot::noticesAContentThatIsNotWhole()
+void TestFileLot::noticesTruncatedContent()
 {
     FileLot lot;
     std::unique_ptr<FileReplacement> file = lot.open({u"old.mid"_s});
@@ -165,7 +165,7 @@ void TestFileLot::noticesAContentThatIsNotWhole()
     QCOMPARE(entries(), QStringList{u"old.mid"_s});
 }
 
-void TestFileLot::knowsItsPlacesWhateverTheirCase()
+void TestFileLot::findsItsPlacesInAnyCase()
 {
     FileLot lot;
     QVERIFY(lot.write({u"New.mid"_s}, "new"));

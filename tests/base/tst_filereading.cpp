@@ -20,7 +20,7 @@ const QDateTime songMoment(QDate(2004, 2, 29), QTime(23, 59, 58), Qt::UTC);
 
 } // namespace
 
-/// Reading a whole file, and the start of one.
+/// Reading a whole file, and the start of a file.
 class TestFileReading : public QObject
 {
     Q_OBJECT
@@ -28,14 +28,14 @@ class TestFileReading : public QObject
 private slots:
     void initTestCase();
     void readsWholeFilesUpToALimit();
-    void tellsWhyAFileIsNotRead();
+    void givesTheReasonWhyAFileIsNotRead();
     void refusesAFileThatChangesItsSize();
     void readsPiecesOfAnOpenFile();
     void keepsReadingTheFileThatWasOpened();
-    void readsTheStartAndTellsTheState();
+    void readsTheStartAndGivesTheState();
     void readsAllOfAShortFile();
     void readsOnlyPlainFiles();
-    void waitsForNoFifo();
+    void doesNotWaitForFifos();
 };
 
 void TestFileReading::initTestCase()
@@ -60,7 +60,7 @@ void TestFileReading::readsWholeFilesUpToALimit()
     QVERIFY(tooLarge.state == fileState(songName));
 }
 
-void TestFileReading::tellsWhyAFileIsNotRead()
+void TestFileReading::givesTheReasonWhyAFileIsNotRead()
 {
     QVERIFY(QFile::link(u"loop"_s, u"loop"_s));
     QCOMPARE(::mkfifo("pipe.mid", 0600), 0);
@@ -133,7 +133,7 @@ void TestFileReading::keepsReadingTheFileThatWasOpened()
     QVERIFY(file.state() != fileState(u"swapped.mid"_s));
 }
 
-void TestFileReading::readsTheStartAndTellsTheState()
+void TestFileReading::readsTheStartAndGivesTheState()
 {
     QByteArray start;
     FileState state;
@@ -169,7 +169,7 @@ void TestFileReading::readsOnlyPlainFiles()
     QCOMPARE(state.kind, FileKind::Missing);
 }
 
-void TestFileReading::waitsForNoFifo()
+void TestFileReading::doesNotWaitForFifos()
 {
     QCOMPARE(::mkfifo("fifo.mid", 0600), 0);
     QByteArray start;

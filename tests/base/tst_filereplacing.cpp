@@ -31,7 +31,7 @@ void linkSong()
 
 } // namespace
 
-/// Replacing files that have other names, and those that another program changes meanwhile.
+/// Replacing files that have several names, and files that another program changes.
 class TestFileReplacing : public QObject
 {
     Q_OBJECT
@@ -45,8 +45,8 @@ private slots:
     void keepsTheOldContentOfALinkedFile_data();
     void keepsTheOldContentOfALinkedFile();
     void needsRoomForTheOldContent();
-    void laysTheOldContentBesideBeforeItOverwrites();
-    void putsTheOldContentBack();
+    void savesTheOldContentBeforeItOverwrites();
+    void restoresTheOldContent();
     void replacesWhatIsUnchanged();
     void refusesWhatIsChanged_data();
     void refusesWhatIsChanged();
@@ -124,7 +124,7 @@ void TestFileReplacing::needsRoomForTheOldContent()
     QCOMPARE(fileContent(otherName), QByteArray("the old content"));
 }
 
-void TestFileReplacing::laysTheOldContentBesideBeforeItOverwrites()
+void TestFileReplacing::savesTheOldContentBeforeItOverwrites()
 {
     linkSong();
     QCOMPARE(::chmod("song.mid", 0640), 0);
@@ -147,7 +147,7 @@ void TestFileReplacing::laysTheOldContentBesideBeforeItOverwrites()
     QCOMPARE(fileContent(otherName), QByteArray("new"));
 }
 
-void TestFileReplacing::putsTheOldContentBack()
+void TestFileReplacing::restoresTheOldContent()
 {
     for (const QByteArray &part : {QByteArray(), QByteArray("half"), QByteArray(1000, 'n')}) {
         QFile copy(u"copy.tmp"_s);
@@ -182,7 +182,7 @@ void TestFileReplacing::refusesWhatIsChanged_data()
         QTest::newRow(change) << QByteArray(change);
 }
 
-/// What another program does to the song.
+/// Changes of the song by another program.
 static void changeSong(const QByteArray &change)
 {
     if (change == "rewritten") {

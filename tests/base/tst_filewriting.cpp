@@ -30,8 +30,8 @@ void write(const QString &path, const QByteArray &content)
         qFatal("can't write");
 }
 
-/// While it lives no file can be made in a folder, and its files can be written: nobody's rights
-/// are those of a folder that is write-protected, and root gives its own up.
+/// While it exists no files can be created in a folder, but its files can be written: the folder is
+/// write-protected, and root becomes the user nobody.
 class FolderWithoutEntries
 {
 public:
@@ -40,7 +40,7 @@ public:
         constexpr uid_t nobody = 65534;
         if (::geteuid() == 0) {
             change(nobody);
-            // The way to it leads through a folder that is root's alone.
+            // The parent folder belongs to root and must be accessible.
             ::chmod(QFile::encodeName(QDir::tempPath()).constData(), 0711);
             m_isRoot = ::setresuid(nobody, nobody, 0) == 0;
         }
@@ -84,13 +84,13 @@ private slots:
     void keepsTheOldContentOnAFullDisk_data();
     void keepsTheOldContentOnAFullDisk();
     void createsNothingOnAFullDisk();
-    void refusesWhatIsNoFile();
+    void refusesWhatIsNotAFile();
     void refusesAWriteProtectedFile();
     void replacesWithContentOfAnySize();
-    void writesNamesThatAllowNoneBeside();
+    void writesNamesTooLongForATemporaryFile();
     void keepsTheOldContentInPlace_data();
     void keepsTheOldContentInPlace();
-    void writesInPlaceWhereNothingCanStandBeside();
+    void writesInPlaceWithoutATemporaryFile();
     void overwritesNothingOnADiskWithoutRoomForAFile();
     void noticesAShortFile();
     void movesOverAFile();
@@ -184,7 +184,7 @@ void TestFileWriting::createsNothingOnAFullDisk()
     QCOMPARE(read(m_path), QByteArray("two"));
 }
 
-void TestFileWriting::refusesWhatIsNoFile()
+void TestFileWriting::refusesWhatIsNotAFile()
 {
     QVERIFY(!replaceFile(m_folder->path(), "x"));
     QVERIFY(!replaceFile(QString(), "x"));
@@ -224,7 +224,7 @@ void TestFileWriting::replacesWithContentOfAnySize()
     }
 }
 
-void TestFileWriting::writesNamesThatAllowNoneBeside()
+void TestFileWriting::writesNamesTooLongForATemporaryFile()
 {
     for (const int length : {248, 249, 255}) {
         const QString path = m_folder->filePath(QString(length, u'n'));
@@ -251,14 +251,14 @@ void TestFileWriting::keepsTheOldContentInPlace()
     write(m_path, old);
     {
         const FolderWithoutEntries folder(m_folder->path());
-        // What the file occupies must not be given back before the new content is there.
+        // The file's space must not be freed before the new content is written.
         const FullDisk disk(static_cast<rlim_t>(room));
         QVERIFY(!replaceFile(m_path, QByteArray(50000, 'n')));
     }
     QVERIFY(read(m_path) == old);
 }
 
-void TestFileWriting::writesInPlaceWhereNothingCanStandBeside()
+void TestFileWriting::writesInPlaceWithoutATemporaryFile()
 {
     write(m_path, "the old content");
     struct stat before {
@@ -291,7 +291,7 @@ void TestFileWriting::overwritesNothingOnADiskWithoutRoomForAFile()
     struct stat after {
     };
     QCOMPARE(::stat(QFile::encodeName(m_path).constData(), &after), 0);
-    QCOMPARE(after.st_ctim.tv_nsec, before.st_ctim.tv_nsec); // not even for a moment
+    QCOMPARE(after.st_ctim.tv_nsec, before.st_ctim.tv_nsec); // not changed even temporarily
     QVERIFY(replaceFile(m_path, "new"));
 }
 
@@ -300,7 +300,7 @@ void TestFileWriting::noticesAShortFile()
     const FullDisk disk(100);
     QFile file(m_path);
     QVERIFY(file.open(QIODevice::WriteOnly));
-    writeAll(file, QByteArray(101, 'x')); // the buffer takes it
+    writeAll(file, QByteArray(101, 'x')); // stays in the buffer
     QVERIFY(!finishWriting(file, 101));
     file.close();
     QVERIFY(file.open(QIODevice::WriteOnly));

@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Folders that are reached without following a link.
+/// Folders that are opened without following links.
 class TestFolderHandle : public QObject
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class TestFolderHandle : public QObject
 private slots:
     void init();
     void cleanup();
-    void opensTheRootAndWhatLiesBelow();
+    void opensTheRootAndFoldersBelow();
     void followsNoLinkBelowTheRoot();
     void leavesTheRootByNoName();
     void opensNoOtherFileSystem();
@@ -47,7 +47,7 @@ void TestFolderHandle::cleanup()
     m_folder.reset();
 }
 
-void TestFolderHandle::opensTheRootAndWhatLiesBelow()
+void TestFolderHandle::opensTheRootAndFoldersBelow()
 {
     const QString root = path(u"root"_s);
     QVERIFY(FolderHandle(root, QString()).isOpen());
@@ -152,7 +152,7 @@ void TestFolderHandle::knowsWhatLeavesARoot()
     QVERIFY(!leavesRoot(root + u"/in"_s, root));
     QVERIFY(!leavesRoot(root + u"/in/song.mid"_s, root));
     QVERIFY(!leavesRoot(root, root));
-    // What is gone leads nowhere.
+    // A missing path does not leave the root.
     QVERIFY(!leavesRoot(root + u"/missing"_s, root));
     QVERIFY(!leavesRoot(path(u"missing/a"_s), path(u"missing"_s)));
 }

@@ -21,7 +21,7 @@ using Kind = FolderLock::Kind;
 namespace
 {
 
-/// Another program's lock on a folder.
+/// A lock on a folder by another program.
 class OtherLock
 {
 public:
@@ -49,14 +49,14 @@ class TestFolderLock : public QObject
 
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-    void keepsOthersOutWhileItLives();
+    void keepsOthersOutWhileItExists();
     void letsOthersReadWhileItReads();
     void findsAnotherProgramAtWork();
     void countsLocksOfOneProcessAsOne();
     void refusesToChangeWhatItOnlyReads();
     void endsWithItsProcess();
     void holdsOnAMemoryThatIsWriteProtected();
-    void keepsNobodyOutOfAFolderThatIsMissing();
+    void locksNothingInAMissingFolder();
     void writesNothing();
 
 private:
@@ -65,7 +65,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void TestFolderLock::keepsOthersOutWhileItLives()
+void TestFolderLock::keepsOthersOutWhileItExists()
 {
     {
         const FolderLock lock(folder(), Kind::Exclusive);
@@ -151,7 +151,7 @@ void TestFolderLock::holdsOnAMemoryThatIsWriteProtected()
     QVERIFY(!OtherLock(folder(), Kind::Exclusive).isHeld());
 }
 
-void TestFolderLock::keepsNobodyOutOfAFolderThatIsMissing()
+void TestFolderLock::locksNothingInAMissingFolder()
 {
     QVERIFY(!FolderLock(folder() + u"/missing"_s, Kind::Exclusive).isBusy());
     QVERIFY(!FolderLock(QString(), Kind::Exclusive).isBusy());

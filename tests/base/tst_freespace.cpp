@@ -11,7 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// How much room there is below a folder.
+/// The free space below a folder.
 class TestFreeSpace : public QObject
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ void TestFreeSpace::knowsNothingOfAMissingFolder()
     QCOMPARE(freeSpace(folder.filePath(QStringLiteral("missing"))), -1);
 }
 
-/// In a chroot the table names places outside of it.
+/// In a chroot the mount table has paths outside of it.
 void TestFreeSpace::needsNoTableOfMounts()
 {
     constexpr int skipped = 2;

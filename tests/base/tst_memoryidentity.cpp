@@ -28,14 +28,14 @@ private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
     void knowsTheMemoryWhileItChanges();
     void noticesAMemoryThatIsGone();
-    void noticesAnotherOneInItsPlace();
+    void noticesAnotherMemoryAtThePath();
     void noticesAnotherOneThatLooksTheSame_data();
     void noticesAnotherOneThatLooksTheSame();
-    void laysARandomMark();
+    void writesARandomMark();
     void replacesTheMarkOfARunThatWasCut();
     void followsNoLinks();
     void knowsAWriteProtectedMemoryWithoutAMark();
-    void noMemoryIsNeverThere();
+    void anInvalidMemoryIsNeverThere();
 
 private:
     QString root() const { return m_folder->path(); }
@@ -68,7 +68,7 @@ void TestMemoryIdentity::noticesAMemoryThatIsGone()
     QVERIFY(!identity.isThere());
 }
 
-void TestMemoryIdentity::noticesAnotherOneInItsPlace()
+void TestMemoryIdentity::noticesAnotherMemoryAtThePath()
 {
     std::optional<SmallDisk> disk(std::in_place, root(), diskSize);
     if (!disk->isMounted())
@@ -88,7 +88,7 @@ void TestMemoryIdentity::noticesAnotherOneThatLooksTheSame_data()
     QTest::newRow("with a mark") << false;
 }
 
-/// The folder stays and what is in it changes, as with two sticks that look alike to the system.
+/// The folder stays but its content changes, as with two sticks that are the same to the system.
 void TestMemoryIdentity::noticesAnotherOneThatLooksTheSame()
 {
     QFETCH(bool, isWithoutMark);
@@ -101,7 +101,7 @@ void TestMemoryIdentity::noticesAnotherOneThatLooksTheSame()
     QVERIFY(!identity.isSame());
 }
 
-void TestMemoryIdentity::laysARandomMark()
+void TestMemoryIdentity::writesARandomMark()
 {
     MemoryIdentity identity(root());
     QVERIFY(identity.layMark());
@@ -159,7 +159,7 @@ void TestMemoryIdentity::knowsAWriteProtectedMemoryWithoutAMark()
     QVERIFY(identity.isSame());
 }
 
-void TestMemoryIdentity::noMemoryIsNeverThere()
+void TestMemoryIdentity::anInvalidMemoryIsNeverThere()
 {
     QVERIFY(!MemoryIdentity().isThere());
     QVERIFY(!MemoryIdentity(QString()).isSame());

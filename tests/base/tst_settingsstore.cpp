@@ -25,7 +25,7 @@ QByteArray settingsOfSize(qsizetype size)
     return start + QByteArray(size - start.size() - 1, 'x') + '\n';
 }
 
-/// What the settings say of the language, read as at the program's start.
+/// The language in the settings, read as at the program's start.
 QString storedLanguage()
 {
     return openSettings().value(u"language"_s, u"default"_s).toString();
@@ -33,7 +33,7 @@ QString storedLanguage()
 
 } // namespace
 
-/// Settings that are not what they should be.
+/// Invalid settings files.
 class TestSettingsStore : public QObject
 {
     Q_OBJECT
@@ -42,15 +42,15 @@ private slots:
     void init();
     void readsAndStores();
     void readsSettingsOfTheLargestSize();
-    void passesOverWhatCannotBeReached();
-    void leavesAloneWhatCannotBeSettings_data();
-    void leavesAloneWhatCannotBeSettings();
-    void storesNothingIntoWhatTheSettingsHaveBecome();
+    void skipsWhatCannotBeReached();
+    void ignoresWhatCannotBeSettings_data();
+    void ignoresWhatCannotBeSettings();
+    void storesNothingIfTheSettingsAreNoLongerAFile();
     void beginsWithTheInitialChoices();
     void logsAChoiceThatCannotBeStored();
 };
 
-/// The working folder is the home of the settings.
+/// The settings are in the working folder.
 void TestSettingsStore::init()
 {
     QDir(u"kordia"_s).removeRecursively();
@@ -73,7 +73,7 @@ void TestSettingsStore::readsSettingsOfTheLargestSize()
     QCOMPARE(storedLanguage(), u"de"_s);
 }
 
-void TestSettingsStore::passesOverWhatCannotBeReached()
+void TestSettingsStore::skipsWhatCannotBeReached()
 {
     QVERIFY(QFile::link(sharedFile, sharedFile));
     QSettings settings = openSettings();
@@ -86,7 +86,7 @@ void TestSettingsStore::passesOverWhatCannotBeReached()
     QVERIFY(QFileInfo(settingsFile).isSymLink());
 }
 
-void TestSettingsStore::leavesAloneWhatCannotBeSettings_data()
+void TestSettingsStore::ignoresWhatCannotBeSettings_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QByteArray>("kind");
@@ -96,7 +96,7 @@ void TestSettingsStore::leavesAloneWhatCannotBeSettings_data()
     }
 }
 
-void TestSettingsStore::leavesAloneWhatCannotBeSettings()
+void TestSettingsStore::ignoresWhatCannotBeSettings()
 {
     QFETCH(const QString, path);
     QFETCH(const QByteArray, kind);
@@ -113,7 +113,7 @@ void TestSettingsStore::leavesAloneWhatCannotBeSettings()
     QCOMPARE(storedLanguage(), u"default"_s);
     QSettings settings = openSettings();
     QVERIFY(!storeSetting(settings, u"language"_s, u"it"_s));
-    // The choice holds while the program runs.
+    // The choice is kept while the program runs.
     QCOMPARE(settings.value(u"language"_s).toString(), u"it"_s);
     QVERIFY(fileState(path) == before);
     QCOMPARE(QFile::exists(settingsFile), path == settingsFile);
@@ -121,7 +121,7 @@ void TestSettingsStore::leavesAloneWhatCannotBeSettings()
         QVERIFY(QDir().rmdir(path));
 }
 
-void TestSettingsStore::storesNothingIntoWhatTheSettingsHaveBecome()
+void TestSettingsStore::storesNothingIfTheSettingsAreNoLongerAFile()
 {
     const HangWatch watch;
     QSettings settings = openSettings();

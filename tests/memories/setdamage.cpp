@@ -148,7 +148,8 @@ SetDamage damageSet(const QString &root, std::mt19937 &random, bool mayRemove)
         return {u"no damage"_qs};
     QByteArray content = fileContent(path);
     const QByteArray before = content;
-    const QString description = kind >= Removed ? replace(path, kind) : change(content, kind, random);
+    const QString description =
+        kind >= Removed ? replace(path, kind) : change(content, kind, random);
     if (kind < Removed && content != before)
         makeFile(path, content);
     damage.description = u"damage %1: %2"_qs.arg(name, description);
