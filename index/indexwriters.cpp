@@ -95,10 +95,10 @@ IndexWriters::ListFile IndexWriters::groupFile(const QList<SongInfoIndex> &songs
     return file;
 }
 
-QByteArray IndexWriters::countFile(const std::array<quint16, 6> &counts)
+QByteArray IndexWriters::countFile(const QList<quint16> &counts)
 {
-    QByteArray content(static_cast<qsizetype>(counts.size()) * 2, '\0');
-    for (std::size_t i = 0; i < counts.size(); ++i)
-        putLe16(content, static_cast<qsizetype>(i) * 2, counts.at(i));
+    QByteArray content(counts.size() * 2, '\0');
+    for (qsizetype i = 0; i < counts.size(); ++i)
+        putLe16(content, i * 2, counts.at(i));
     return content;
 }

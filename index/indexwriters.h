@@ -3,8 +3,6 @@
 #include "index/indexrecords.h"
 #include "index/songorders.h"
 
-#include <array>
-
 /// The contents of the index files, made from a list of songs: see docs/formats/player-index.md.
 namespace IndexWriters
 {
@@ -29,6 +27,6 @@ ListFile titleFile(const QList<SongInfoIndex> &songs, const QByteArray &records,
 ListFile groupFile(const QList<SongInfoIndex> &songs, const QByteArray &records,
                    const SongOrders::Groups &groups, QString SongInfoIndex::*group);
 /// "fsinfos.id2".
-QByteArray countFile(const std::array<quint16, 6> &counts);
+QByteArray countFile(const QList<quint16> &counts);
 
 } // namespace IndexWriters

@@ -2,6 +2,7 @@
 #include "base/filewriting.h"
 #include "base/folderlock.h"
 #include "index/index.h"
+#include "index/indexreader.h"
 #include "index/memoryreasons.h"
 #include "index/songorders.h"
 
@@ -35,7 +36,7 @@ SongOrder listOrder(const QList<SongInfoIndex> &songs, SORT_MODE mode)
 int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode)
 {
     setRoot(root);
-    const FolderLock lock(m_root, FolderLock::Kind::Shared);
+    const FolderLock lock(m_set.root(), FolderLock::Kind::Shared);
     if (lock.isBusy()) {
         m_failure = MemoryReason::inUse;
         return 0;
@@ -45,25 +46,29 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
         return -1;
     }
     m_failure = MemoryReason::listFailed;
-    if (loadAllIndexFile() < 0 || !m_reader.hasAllTexts())
+    IndexReader reader;
+    QList<SongInfoIndex> songs;
+    const bool isRead = reader.read(m_set, m_set.root(), songs);
+    run().pulse();
+    if (!isRead || !reader.hasAllTexts())
         return 0;
-    setMaximum(static_cast<int>(m_songs.size()));
-    m_reader.readTexts(m_songs);
-    m_run.pulse();
+    setMaximum(static_cast<int>(songs.size()));
+    reader.readTexts(songs);
+    run().pulse();
 
     QByteArray list;
     QTextStream lines(&list);
     lines << tr("TITOLO") << ';' << tr("ARTISTA") << ';' << tr("GENERE") << ';' << tr("FILE")
           << ";\n";
     int written = 0;
-    const SongOrder order = listOrder(m_songs, mode);
-    m_run.pulse();
+    const SongOrder order = listOrder(songs, mode);
+    run().pulse();
     for (const qsizetype position : order) {
-        if (m_run.isEnding()) {
+        if (run().isEnding()) {
             m_failure = Run::interrupted;
             return 0;
         }
-        const SongInfoIndex &song = m_songs.at(position);
+        const SongInfoIndex &song = songs.at(position);
         // Fields stand as they are: a ";" in a title shifts the columns of its line.
         // The reader gives the bytes of the path as Latin-1.
         for (const QString &field :

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/run.h"
+
+/// Where the steps of an index run report their progress and what the user should know.
+class IndexMonitor
+{
+public:
+    explicit IndexMonitor(Run &run) : m_run(run) {}
+    IndexMonitor(const IndexMonitor &) = delete;
+    IndexMonitor &operator=(const IndexMonitor &) = delete;
+
+    Run &run() const { return m_run; }
+    /// The number of steps of the stage that begins; 0 when it is not known.
+    virtual void setMaximum(int maximum) = 0;
+    virtual void setProgress(int value) = 0;
+    /// How many songs the walk has met.
+    virtual void setFilesFound(int count) = 0;
+    /// The file that is worked on; empty at the end of a stage.
+    virtual void showPath(const QString &path) = 0;
+    virtual void reportError(const QString &message) = 0;
+    /// Something that was done and the user should know, but no failure.
+    virtual void reportNotice(const QString &message) = 0;
+
+protected:
+    ~IndexMonitor() = default;
+
+private:
+    Run &m_run;
+};

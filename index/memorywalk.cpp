@@ -1,0 +1,268 @@
+#include "index/memorywalk.h"
+
+#include "base/filefailure.h"
+#include "base/fileidentity.h"
+#include "base/flushing.h"
+#include "base/folderhandle.h"
+#include "base/lettercase.h"
+#include "base/songsuffix.h"
+#include "index/entrylist.h"
+#include "index/indexmonitor.h"
+#include "index/indexplaylists.h"
+#include "index/indexreader.h"
+#include "index/longnames.h"
+#include "index/runmemory.h"
+#include "index/songroll.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace
+{
+
+const QString sfxFolder = QStringLiteral("sfx");
+const QString bridgeFolder = QStringLiteral("bridge");
+
+bool isSameName(const QString &a, const QString &b)
+{
+    // Case is folded letter by letter: names of different lengths are never the same.
+    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+QStringView suffixOf(const QString &path)
+{
+    const qsizetype dot = path.lastIndexOf(u'.');
+    return dot > path.lastIndexOf(u'/') ? QStringView(path).sliced(dot + 1) : QStringView();
+}
+
+} // namespace
+
+void MemoryWalk::scanFiles(const QString &folder)
+{
+    if (!m_folders.enter(folder))
+        return;
+    m_memory.names().meet(folder);
+    // A song that is sent again gets its name back.
+    LongNames names(folder, [this, folder](const QString &from, const QString &to) {
+        const QString path = folder + u'/' + to;
+        return m_playlists.isNamed(pathSortKey(m_memory.below(path))) &&
+               !m_memory.names().wasGiven(from, path);
+    });
+    const FolderEntries found = visibleEntries(folder);
+    if (!found.isComplete)
+        reportUnreadableFolder(folder, found);
+    for (const FolderEntry &entry : found.unnamed)
+        reportUnnamed(folder, entry);
+    for (const FolderEntry &entry : found.entries) {
+        if (m_memory.isGone() || m_monitor.run().isEnding())
+            return;
+        const QString longPath = folder + u'/' + entry.name;
+        if (entry.kind == FileKind::Regular)
+            scanFile(longPath, entry, names);
+        else if (entry.kind == FileKind::Folder)
+            scanFolder(longPath, entry, names);
+        else
+            reportNoFile(longPath, entry);
+    }
+}
+
+void MemoryWalk::scanFolder(const QString &longPath, const FolderEntry &entry, LongNames &names)
+{
+    if (isPlayersFolder(entry.name))
+        return;
+    if (isOutside(longPath, entry)) {
+        reportOutside(longPath);
+        return;
+    }
+    if (entry.isLink && m_folders.hasEntered(longPath)) {
+        m_memory.reportMissed(
+            tr("File non importato, il collegamento porta a una cartella già importata: ") +
+            longPath);
+        return;
+    }
+    // A folder without songs keeps its name.
+    const bool isLong = LongNames::isLong(longPath);
+    const QString path =
+        isLong && leadsToSongs(longPath) ? renameLongFileName(longPath, entry, names) : longPath;
+    // A link may have taken its place since.
+    if (!path.isEmpty() && (!isLong || !isOutside(path, entry)))
+        scanFiles(path);
+}
+
+void MemoryWalk::scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names)
+{
+    m_monitor.showPath(longPath);
+    if (!checkFileExt(suffixOf(longPath)))
+        return;
+    if (isOutside(longPath, entry)) {
+        reportOutside(longPath);
+        return;
+    }
+    const QString path = renameLongFileName(longPath, entry, names);
+    if (path.isEmpty())
+        return;
+    if (m_memory.names().meet(path) && !m_old.hasPath(pathSortKey(m_memory.below(path))))
+        m_memory.names().addStranger(path);
+    addFileToIndex(path);
+    ++m_filesFound;
+    m_monitor.setFilesFound(m_filesFound);
+}
+
+/// True when a walk into \a folder, which is on the memory, would meet a song. Each folder is
+/// listed once in a run, however many folders above it ask.
+bool MemoryWalk::leadsToSongs(const QString &folder)
+{
+    if (m_folders.hasEntered(folder))
+        return false;
+    const QString identity = fileIdentity(folder);
+    const auto known = m_songFolders.constFind(identity);
+    if (known != m_songFolders.cend())
+        return *known;
+    // For the links that lead back to it.
+    m_songFolders.insert(identity, false);
+    m_monitor.run().pulse();
+    if (m_monitor.run().isEnding())
+        return false;
+    const QList<FolderEntry> entries = visibleEntries(folder).entries;
+    const auto leads = [this, &folder](const FolderEntry &entry) {
+        const QString path = folder + u'/' + entry.name;
+        if (entry.kind == FileKind::Regular)
+            return checkFileExt(suffixOf(entry.name)) && !isOutside(path, entry);
+        return entry.kind == FileKind::Folder && !isPlayersFolder(entry.name) &&
+               !isOutside(path, entry) && leadsToSongs(path);
+    };
+    const bool areSongs = std::any_of(entries.cbegin(), entries.cend(), leads);
+    m_songFolders.insert(identity, areSongs);
+    return areSongs;
+}
+
+/// The player keeps data of its own in these folders.
+bool MemoryWalk::isPlayersFolder(const QString &name)
+{
+    return isSameName(name, sfxFolder) || isSameName(name, bridgeFolder);
+}
+
+/// Also true for a folder on another disk that is mounted there.
+bool MemoryWalk::isOutside(const QString &path, const FolderEntry &entry) const
+{
+    return (entry.isLink || entry.kind == FileKind::Folder) && leavesRoot(path, m_memory.root());
+}
+
+bool MemoryWalk::checkFileExt(QStringView suffix)
+{
+    return isSongSuffix(suffix);
+}
+
+bool MemoryWalk::addFileToIndex(const QString &full)
+{
+    if (getShortFileNamePath(full).isEmpty() || getShortFileNamePath(m_memory.root()).isEmpty()) {
+        m_monitor.reportError(tr("File non importato, errore nel path:") + full);
+        return false;
+    }
+    const QString path = m_memory.below(full);
+    if (path.size() > SongInfoIndex::maxPath) {
+        m_monitor.reportError(tr("File non importato, path troppo lungo: ") + full);
+        return false;
+    }
+    if (!isAscii(path) && pathFromBytes(pathBytes(path)) != path)
+        m_monitor.reportError(tr("Il nome ha caratteri che Brisel non conosce e la song non si può "
+                                 "aprire, rinominare il file o la sua cartella: ") +
+                              full);
+    if (!m_roll.meet(full, path)) {
+        m_monitor.reportError(tr("File non importato, memoria piena: ") + full);
+        return false;
+    }
+    return true;
+}
+
+QString MemoryWalk::renameLongFileName(const QString &path, const FolderEntry &entry,
+                                       LongNames &names)
+{
+    if (!LongNames::isLong(path))
+        return path;
+    const QString shortName = names.freeName(entry.name, entry.kind);
+    if (!shortName.isEmpty()) {
+        QString candidate = path.chopped(entry.name.size()) + shortName;
+        const bool mayRename = this->mayRename(path, candidate);
+        if (m_memory.isGone() || m_monitor.run().isEnding())
+            return {};
+        // While the question was open a link may have taken its place.
+        if (!mayRename)
+            return leavesRoot(path, m_memory.root()) ? QString() : path;
+        if (names.rename(m_memory.renames(), entry.name, shortName)) {
+            m_monitor.reportNotice(tr("Rinominato: ") + path + QStringLiteral(" -> ") + candidate);
+            return candidate;
+        }
+    }
+    // On a write-protected memory no other file can be renamed either.
+    if (isWriteProtected(m_memory.root()) || whyUnwritable(path, 0) == FileReason::notAllowed) {
+        m_renameFailed = true;
+        m_monitor.run().answerAll(Run::Question::Rename, false);
+    }
+    m_monitor.reportError(tr("File non importato, impossibile rinominare: ") + path);
+    return {};
+}
+
+/// Asks the user, unless that was answered for all files. While the question is open another memory
+/// may take the place of this one.
+bool MemoryWalk::mayRename(const QString &path, const QString &candidate)
+{
+    if (m_monitor.run().isAsking(Run::Question::Rename) && m_memory.isSame())
+        m_memory.identity().layMark();
+    const bool isWanted =
+        !m_memory.isGone() &&
+        m_monitor.run().ask(Run::Question::Rename, path,
+                            tr("verrà rinominato: ") + candidate + QStringLiteral("\n\n") +
+                                tr("Se il file non viene rinominato, è possibile che non venga "
+                                   "rilevato da Brisel."));
+    return m_memory.isSame() && isWanted;
+}
+
+/// For systems that keep a short name beside each long one; this one has none.
+QString MemoryWalk::getShortFileNamePath(const QString &path)
+{
+    return path;
+}
+
+QString MemoryWalk::getLongFileNamePath(const QString &path)
+{
+    return path;
+}
+
+void MemoryWalk::reportOutside(const QString &path)
+{
+    m_monitor.reportError(tr("File non importato, si trova fuori dalla memoria: ") + path);
+}
+
+void MemoryWalk::reportUnreadableFolder(const QString &folder, const FolderEntries &found)
+{
+    m_unreadable.append(m_memory.below(folder));
+    m_memory.reportMissed((found.entries.isEmpty()
+                               ? tr("Cartella non importata, impossibile leggerla: ")
+                               : tr("Cartella importata solo in parte, errore di lettura: ")) +
+                          folder);
+}
+
+/// The name of \a entry, a song or folder in \a folder, is not a text.
+void MemoryWalk::reportUnnamed(const QString &folder, const FolderEntry &entry)
+{
+    const QString path = folder + u'/' + entry.name;
+    if (entry.kind == FileKind::Folder || checkFileExt(QFileInfo(path).suffix()))
+        m_memory.reportMissed(tr("File non importato, il nome non è valido: ") + path);
+}
+
+/// \a entry is neither a plain file nor a folder. A link may stand for a folder, whatever its name.
+void MemoryWalk::reportNoFile(const QString &path, const FolderEntry &entry)
+{
+    const bool isSong = checkFileExt(QFileInfo(path).suffix());
+    if (entry.kind == FileKind::Unreachable && (isSong || entry.isLink)) {
+        m_unreadable.append(m_memory.below(path));
+        m_memory.reportMissed(tr("File non importato, non è accessibile: ") + path);
+    } else if (entry.kind == FileKind::Other && isSong) {
+        m_memory.reportMissed(tr("File non importato, non è un file: ") + path);
+    } else if (entry.kind == FileKind::Missing && isSong && entry.isLink) {
+        m_memory.reportMissed(tr("File non importato, il collegamento non porta a nessun file: ") +
+                              path);
+    }
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "base/folderwalk.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+class IndexMonitor;
+class IndexPlaylists;
+class IndexReader;
+class LongNames;
+class RunMemory;
+class SongRoll;
+struct FolderEntries;
+struct FolderEntry;
+
+/// The walk over a memory: which files become songs of the index, and under what names. Asks before
+/// it shortens a long name, and reports what it could not take.
+class MemoryWalk
+{
+    Q_DECLARE_TR_FUNCTIONS(Index)
+
+public:
+    /// Songs are met by \a roll; \a old is the index that the run began with. All must outlive
+    /// this.
+    MemoryWalk(IndexMonitor &monitor, RunMemory &memory, SongRoll &roll, const IndexReader &old,
+               IndexPlaylists &playlists)
+        : m_monitor(monitor), m_memory(memory), m_roll(roll), m_old(old), m_playlists(playlists)
+    {
+    }
+
+    /// Walks through \a folder and the folders below, in the order of visibleEntries(), until the
+    /// memory is gone or the program is to end.
+    void scanFiles(const QString &folder);
+
+    /// How many songs were met.
+    int filesFound() const { return m_filesFound; }
+    /// True when a name could not be changed because the memory is write-protected.
+    bool hasFailedRename() const { return m_renameFailed; }
+    /// Paths below the root ("/POP", empty for the root) of the folders that could not be read to
+    /// their end, and of what could not be looked at, which may be a song or a folder.
+    const QStringList &unreadable() const { return m_unreadable; }
+
+    /// True when \a suffix is that of a song.
+    static bool checkFileExt(QStringView suffix);
+
+private:
+    void scanFolder(const QString &longPath, const FolderEntry &entry, LongNames &names);
+    void scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names);
+    bool leadsToSongs(const QString &folder);
+    static bool isPlayersFolder(const QString &name);
+    bool isOutside(const QString &path, const FolderEntry &entry) const;
+    bool addFileToIndex(const QString &full);
+    QString renameLongFileName(const QString &path, const FolderEntry &entry, LongNames &names);
+    bool mayRename(const QString &path, const QString &candidate);
+    static QString getShortFileNamePath(const QString &path);
+    static QString getLongFileNamePath(const QString &path);
+
+    void reportOutside(const QString &path);
+    void reportUnreadableFolder(const QString &folder, const FolderEntries &found);
+    void reportUnnamed(const QString &folder, const FolderEntry &entry);
+    void reportNoFile(const QString &path, const FolderEntry &entry);
+
+    IndexMonitor &m_monitor;
+    RunMemory &m_memory;
+    SongRoll &m_roll;
+    const IndexReader &m_old;
+    IndexPlaylists &m_playlists;
+    FolderWalk m_folders;
+    QHash<QString, bool> m_songFolders; ///< by identity: whether a walk into it finds songs
+    int m_filesFound = 0;
+    bool m_renameFailed = false;
+    QStringList m_unreadable;
+};
