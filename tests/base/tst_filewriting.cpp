@@ -300,7 +300,7 @@ void TestFileWriting::noticesAShortFile()
     const FullDisk disk(100);
     QFile file(m_path);
     QVERIFY(file.open(QIODevice::WriteOnly));
-    writeAll(file, QByteArray(101, 'x')); // stays in the buffer
+    QVERIFY(writeAll(file, QByteArray(101, 'x'))); // stays in the buffer
     QVERIFY(!finishWriting(file, 101));
     file.close();
     QVERIFY(file.open(QIODevice::WriteOnly));
