@@ -28,7 +28,7 @@ struct Names {
     const char *current;
     const char *ofVersion22;
 };
-/// What the program reads and writes.
+/// The frames that the program reads and writes.
 constexpr Names knownNames[] = {{"TIT2", "TT2"}, {"TPE1", "TP1"}, {"TCOM", "TCM"},
                                 {"TCON", "TCO"}, {"TKEY", "TKE"}, {"TLEN", "TLE"},
                                 {"TBPM", "TBP"}, {"TCOP", "TCR"}, {"MEDT", "MED"}};
@@ -38,7 +38,7 @@ bool isNameLetter(quint8 letter)
     return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9');
 }
 
-/// What version 2.2 calls a frame of version 2.3; empty for one that the program doesn't know.
+/// The name in version 2.2 of a frame of version 2.3; empty if the program doesn't use the frame.
 QByteArray olderName(QByteArrayView id)
 {
     const auto *known = std::find_if(std::begin(knownNames), std::end(knownNames),
@@ -71,8 +71,8 @@ Id3Frames::Id3Frames(const QByteArray &tag, qint64 end)
     walk(tag, m_header.version == 4 ? Sizes::Synchsafe : Sizes::Plain);
     if (m_header.version != 4 || m_end == End::Clean)
         return;
-    // Some programs write plain sizes into tags of version 2.4: the reading that leads from frame
-    // to frame is the right one.
+    // Some programs write plain sizes into tags of version 2.4: the kind of size that leads from
+    // frame to frame is the right one.
     Id3Frames plain = *this;
     plain.walk(tag, Sizes::Plain);
     const bool isAsFar = plain.m_end == End::Clean && plain.lastStart() == lastStart();
@@ -86,18 +86,19 @@ void Id3Frames::walkAgain(const QByteArray &tag, qint64 end)
     m_framesStart = std::min(m_framesStart, tag.size());
     if (m_isWalkable)
         walk(tag, m_sizes);
-    else // the first frame that is put there may lead on
+    else // the new first frame may make the tag walkable
         *this = Id3Frames(tag, end);
 }
 
-/// How far the walk is known to have led: the last frame's own size may lead anywhere.
+/// The start of the last frame: the walk is known to be valid up to there, because the last frame's
+/// own size may lead anywhere.
 qsizetype Id3Frames::lastStart() const
 {
     return m_frames.isEmpty() ? 0 : m_frames.last().start;
 }
 
-/// Some programs set the flag of an extended header and write none. False when what stands there is
-/// neither that nor a frame nor padding.
+/// Some programs set the flag for an extended header without writing one. Returns false if the
+/// bytes there are neither an extended header nor a frame nor padding.
 bool Id3Frames::findStart(const QByteArray &tag)
 {
     constexpr qint64 shortest = 6;
@@ -108,7 +109,7 @@ bool Id3Frames::findStart(const QByteArray &tag)
     const bool isSize = isPlain || Id3Number::isSynchsafe(tag, m_framesStart);
     const qint64 size =
         isPlain ? be32At(tag, m_framesStart) : Id3Number::synchsafe(tag, m_framesStart);
-    const qint64 start = m_framesStart + size + (isPlain ? 4 : 0); // version 2.4 counts the size
+    const qint64 start = m_framesStart + size + (isPlain ? 4 : 0); // 2.4 includes the field itself
     if (!isSize || size < shortest || start > m_tagEnd)
         return isZero(QByteArrayView(tag).sliced(std::min(m_framesStart, tag.size())));
     m_framesStart = start;
@@ -120,7 +121,7 @@ qsizetype Id3Frames::frameHeaderSize() const
     return m_header.version == 2 ? frameHeader22 : frameHeader;
 }
 
-/// Letters and digits; of the fourth some programs make a blank or a zero byte.
+/// True for letters and digits; some programs write a blank or a zero byte as the fourth.
 bool Id3Frames::isFrameName(const QByteArray &tag, qsizetype pos) const
 {
     for (qsizetype i = 0; i < 3; ++i) {
@@ -131,7 +132,7 @@ bool Id3Frames::isFrameName(const QByteArray &tag, qsizetype pos) const
     return m_header.version == 2 || isNameLetter(fourth) || fourth == ' ' || fourth == 0;
 }
 
-/// The bytes behind the header of the frame at \a pos; -1 when its size is invalid.
+/// The bytes after the header of the frame at \a pos; -1 if its size is invalid.
 qint64 Id3Frames::contentSize(const QByteArray &tag, qsizetype pos) const
 {
     if (m_header.version == 2)
@@ -172,8 +173,8 @@ bool Id3Frames::takeFrame(const QByteArray &tag, qint64 dataEnd)
     const qint64 contentStart = m_framesEnd + frameHeaderSize();
     if (claimed < 0 || claimed > m_tagEnd - contentStart)
         return false;
-    // Other programs step over names that the format doesn't allow: so does the walk, where it can
-    // go on behind them.
+    // Like other programs, the walk skips frames with invalid names if it can continue after
+    // them.
     const bool isNamed = isFrameName(tag, m_framesEnd);
     if ((!isNamed && !isText(QByteArrayView(tag).sliced(m_framesEnd, nameSize))) ||
         ((!isNamed || claimed == 0) && !mayFollow(tag, contentStart + claimed, dataEnd)))
@@ -224,7 +225,7 @@ std::optional<Id3Frame> Id3Frames::search(const QByteArray &tag, QByteArrayView 
 {
     const qint64 dataEnd = std::min<qint64>(m_tagEnd, tag.size());
     const QByteArrayView window = QByteArrayView(tag).first(std::min(tag.size(), limit));
-    // An extended header that leads to no frame may be none.
+    // If no frame follows an extended header, its bytes may be frames.
     const qsizetype hit = window.indexOf(id, isUnknown() ? Id3Header::size : m_framesEnd);
     if (hit < 0 || hit >= dataEnd)
         return std::nullopt;

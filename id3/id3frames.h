@@ -11,62 +11,63 @@
 /// One frame of an ID3v2 tag. Positions count from the start of the tag.
 struct Id3Frame {
     qsizetype start = 0;
-    qsizetype size = 0;       ///< bytes, with the header; all that is there of a cut frame
+    qsizetype size = 0;       ///< bytes, with the header; the existing bytes of a truncated frame
     qsizetype headerSize = 0; ///< bytes: 10, or 6 in version 2.2
-    quint8 format = 0;        ///< the flags of how the content is stored, 0 in version 2.2
+    quint8 format = 0;        ///< the flags for how the content is stored; 0 in version 2.2
     qint64 claimed = 0;       ///< bytes of content by the frame's own size field
-    bool isSearched = false;  ///< found by its name alone, where no walk was possible
+    bool isSearched = false;  ///< found by searching for its name, where no walk was possible
 };
 
 /// The frames of a tag, found by walking it by the rules of its version: see docs/formats/id3.md.
-/// Where the walk meets what is neither a frame nor padding, the rest of the tag is searched for
-/// the four bytes of a frame's name; what the walk has passed is never searched. The tag may be
-/// cut: what is there of it is read.
+/// If the walk reaches bytes that are neither a frame nor padding, the rest of the tag is searched
+/// for the four bytes of a frame's name; the walked part is never searched. The tag may be
+/// truncated: its existing bytes are read.
 class Id3Frames
 {
 public:
     Id3Frames() = default;
-    /// \a tag begins with its header, and its whole is not unsynchronised any more; it ends at
-    /// \a end, which may lie behind the data.
+    /// \a tag starts with its header and is not unsynchronised as a whole any more; it ends at \a
+    /// end, which may be after the data.
     Id3Frames(const QByteArray &tag, qint64 end);
 
-    /// Walks \a tag again, whose frames have changed and which now ends at \a end. Its sizes are
-    /// read as they were, whatever a broken frame behind the new ones would let them seem.
+    /// Walks \a tag again after a change of its frames; it now ends at \a end. Its sizes are read
+    /// as the same kind as before, even if a broken frame after the new ones suggests the other
+    /// kind.
     void walkAgain(const QByteArray &tag, qint64 end);
 
-    /// Where the first frame stands: behind the header and the extended header.
+    /// The start of the first frame, after the header and the extended header.
     qsizetype framesStart() const { return m_framesStart; }
-    /// Where the last frame ends: the padding, or whatever follows.
+    /// The end of the last frame, where the padding or other bytes start.
     qsizetype framesEnd() const { return m_framesEnd; }
-    /// True when nothing but zero bytes follow the last frame.
+    /// True if only zero bytes follow the last frame.
     bool endsInPadding() const { return m_end == End::Clean; }
-    /// True when the walk came to the end of the tag, or of the data.
+    /// True if the walk reached the end of the tag or of the data.
     bool isWalked() const { return m_end != End::Broken; }
-    /// True when not even the first frame could be walked.
+    /// True if not even the first frame could be walked.
     bool isUnknown() const { return m_end == End::Broken && m_frames.isEmpty(); }
 
-    /// The first frame that version 2.3 calls \a id, four letters; in a tag of version 2.2 it is
-    /// the frame of the older name. Only names that begin before \a limit are seen.
+    /// The first frame with the name \a id of version 2.3, four letters; in a tag of version 2.2
+    /// the frame with the older name. Only names that start before \a limit are found.
     [[nodiscard]] std::optional<Id3Frame> find(const QByteArray &tag, QByteArrayView id,
                                                qsizetype limit) const;
 
-    /// The content of \a frame without what its flags have added (group, length, zero bytes of
-    /// unsynchronisation); empty for a compressed or encrypted one.
+    /// The content of \a frame without the bytes added by its flags (group, length, zero bytes of
+    /// unsynchronisation); empty if it is compressed or encrypted.
     [[nodiscard]] QByteArray content(const QByteArray &tag, const Id3Frame &frame) const;
 
-    /// True when \a frame is compressed, encrypted or grouped.
+    /// True if \a frame is compressed, encrypted or grouped.
     bool isBeyondText(const Id3Frame &frame) const;
 
-    /// A frame called \a id around \a content, as the tag's frames are written; empty when its
-    /// version has no such name.
+    /// A frame called \a id with \a content, in the form of the tag's version; empty if the version
+    /// has no such name.
     [[nodiscard]] QByteArray frame(QByteArrayView id, const QByteArray &content) const;
 
     /// Rewrites the sizes of the frames of \a tag, which has version 2.4 and was walked by plain
-    /// ones. A tag that was not walked to its end stays as it is.
+    /// sizes. A tag that was not walked to its end is not changed.
     void makeSizesSynchsafe(QByteArray &tag) const;
 
 private:
-    /// Behind the last frame: nothing but zero bytes; other bytes behind a zero; what is no frame.
+    /// After the last frame: only zero bytes; other bytes after a zero; bytes that are not a frame.
     enum class End { Clean, Opaque, Broken };
     enum class Sizes { Plain, Synchsafe };
 

@@ -19,7 +19,8 @@ Id3Frames framesOf(const QByteArray &tag)
     return Id3Frames(tag, endOf(tag));
 }
 
-/// Replaces what follows the header; the size field counts what the whole tag has, cut or not.
+/// Replaces the bytes after the header; the size field counts the whole tag, even if it is
+/// truncated.
 QByteArray withBody(const QByteArray &tag, const QByteArray &body)
 {
     QByteArray result = tag.first(Id3Header::size) + body;
@@ -28,9 +29,9 @@ QByteArray withBody(const QByteArray &tag, const QByteArray &body)
     return result;
 }
 
-/// Some programs set the flag over a tag that is not unsynchronised. What the scheme would never
-/// have written is taken as it stands, unless only the other form leads from frame to frame; the
-/// flag goes in any case, so that a changed tag is not read otherwise.
+/// Some programs set the flag in a tag that is not unsynchronised. Bytes that the scheme would
+/// never have written are kept, unless only the other form leads from frame to frame. The flag is
+/// always cleared, so that a changed tag is read in the same way.
 QByteArray synchronised(const QByteArray &tag)
 {
     const Id3Header header = Id3Header::read(tag);
@@ -45,15 +46,15 @@ QByteArray synchronised(const QByteArray &tag)
     const bool isUndoneWhole = framesOf(undone).endsInPadding();
     if (isUndoneWhole != framesOf(unchanged).endsInPadding())
         return isUndoneWhole ? undone : unchanged;
-    // A cut tag may end between the two bytes.
+    // A truncated tag may end between the two bytes.
     QByteArrayView body = QByteArrayView(tag).sliced(Id3Header::size);
     if (tag.size() < endOf(tag) && body.endsWith('\xFF'))
         body.chop(1);
     return Unsynchronisation::isPossible(body) ? undone : unchanged;
 }
 
-/// Programs lose frames of tags with an extended header, and its checksum would have to follow
-/// every change.
+/// Some programs lose frames of tags with an extended header, and its checksum would have to be
+/// updated with every change.
 QByteArray withoutExtendedHeader(const QByteArray &tag)
 {
     const Id3Frames frames = framesOf(tag);

@@ -14,8 +14,8 @@ enum Encoding : char { Latin1 = 0, Utf16 = 1, Utf16BigEndian = 2, Utf8 = 3 };
 constexpr char16_t byteOrderMark = 0xFEFF;
 constexpr char16_t swappedMark = 0xFFFE;
 
-/// Decodes up to the terminator. A text without a mark is little-endian, as those are that
-/// programs write without one.
+/// Decodes UTF-16 up to the terminator. A text without a byte order mark is little-endian, because
+/// programs that write no mark write little-endian texts.
 QString utf16Text(QByteArrayView bytes, bool isBigEndian, qsizetype limit)
 {
     qsizetype pos = 0;

@@ -9,16 +9,16 @@ namespace Id3Text
 {
 
 /// The first text of \a content, up to its terminator and at most \a limit characters of it,
-/// trimmed. An encoding that is not known is read as Latin-1.
+/// trimmed. An unknown encoding is read as Latin-1.
 [[nodiscard]] QString read(QByteArrayView content, qsizetype limit);
 
-/// True when \a content is a single text in Latin-1, terminated or not.
+/// True if \a content is a single text in Latin-1, terminated or not.
 bool isPlain(QByteArrayView content);
 
-/// \a text as a frame's content: in Latin-1 where that holds it, otherwise in UTF-8 in a tag of
-/// version 4 and in UTF-16 with its mark in an older one. No terminator.
+/// \a text as a frame's content: in Latin-1 if possible, otherwise in UTF-8 in a tag of version 4
+/// and in UTF-16 with a byte order mark in an older one. No terminator.
 [[nodiscard]] QByteArray content(const QString &text, int version);
-/// The same in UTF-8, which has no bytes that unsynchronisation would change.
+/// \a text as a frame's content in UTF-8, which has no bytes that unsynchronisation would change.
 [[nodiscard]] QByteArray utf8Content(const QString &text);
 
 } // namespace Id3Text

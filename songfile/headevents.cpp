@@ -31,7 +31,7 @@ HeadEventSearch::HeadEventSearch(const QByteArray &stream, qsizetype start, qint
 
 qsizetype HeadEventSearch::indexOf(const MetaKind &kind, qsizetype from) const
 {
-    // By its rarest byte: that is looked for many at a time.
+    // Searches for the rarest byte with a fast search.
     constexpr char metaEvent = '\xFF';
     qsizetype hit = m_stream.indexOf(metaEvent, from + 1);
     for (; hit >= 0 && hit <= m_end && hit + 1 < m_stream.size();
@@ -60,7 +60,7 @@ QList<HeadEvent> HeadEventSearch::walked(const MetaKind &kind, bool onlyFirst) c
     QList<HeadEvent> events;
     MidiTrackWalk walk(QByteArrayView(m_stream).first(m_end), m_start);
     bool isAtTickZero = true;
-    // What is looked for has these bytes: behind their last place no walk is needed.
+    // The events have these bytes: after their last position no walk is needed.
     qsizetype hit = indexOf(kind, m_start);
     while (hit >= 0 && walk.next()) {
         const MidiEvent &event = walk.event();
@@ -84,8 +84,8 @@ QList<HeadEvent> HeadEventSearch::matched(const MetaKind &kind, bool onlyFirst) 
     const qsizetype header = patternSize + 1;
     qsizetype hit = indexOf(kind, m_start);
     while (hit >= 0) {
-        // A length that would not lead forward, as a signed byte below -3, is no event. One that
-        // leads behind the track ends with it.
+        // Bytes with a length that does not lead forward, as a signed byte below -3, are not an
+        // event. An event that is longer than the track ends with it.
         const qsizetype length =
             std::min<qsizetype>(signedByteAt(m_stream, hit + patternSize) + header, m_end - hit);
         const bool isWanted = !hasSubType(kind) || byteAt(m_stream, hit + header) == kind.subType;

@@ -11,32 +11,32 @@ struct MetaKind {
     int subType = anySubType; ///< of the publisher's events: the first data byte
 };
 
-/// Bytes of the first track that are removed before an event of their kind is written.
+/// Bytes of the first track that are removed when an event of their kind is written.
 struct HeadEvent {
     qsizetype start = 0; ///< of the delta-time
-    qsizetype data = 0;  ///< behind the length, and behind the sub-type; may lie behind the end
+    qsizetype data = 0;  ///< after the length and the sub-type; may be after the end
     qsizetype end = 0;
-    bool isWhole = true; ///< false for bytes that may be a part of another event, or of several
+    bool isWhole = true; ///< false for bytes that may be part of other events
     bool isAtTickZero = true;
 };
 
 /// Finds the events of the first track that have a delta-time of 0, by walking the track or by
-/// their bytes: see docs/formats/midi-meta-events.md.
+/// searching for their bytes: see docs/formats/midi-meta-events.md.
 class HeadEventSearch
 {
 public:
-    /// The track's data lie from \a start up to \a end, or to the end of \a stream, which must
-    /// outlive the search.
+    /// The track's data start at \a start and end at \a end, or at the end of \a stream, which must
+    /// outlive this object.
     HeadEventSearch(const QByteArray &stream, qsizetype start, qint64 end);
 
-    /// True when the track's events can be walked to the end.
+    /// True if the track's events can be walked to the end.
     bool isWalkable() const;
-    /// Events that a walk finds, in their order, all or only the first.
+    /// The events of the kind that a walk finds, in order; all or only the first.
     QList<HeadEvent> walked(const MetaKind &kind, bool onlyFirst) const;
-    /// Events that look like it. Whole are those that a walk finds as well before it fails, among
-    /// the events at tick 0 that the track begins with.
+    /// All bytes that look like events of the kind. isWhole is true for those that a walk finds,
+    /// too, before it fails, among the events at tick 0 at the start of the track.
     QList<HeadEvent> matched(const MetaKind &kind, bool onlyFirst) const;
-    /// False when neither of the two would find one.
+    /// False if neither of the two would find an event.
     bool mayHold(const MetaKind &kind) const;
 
 private:

@@ -13,7 +13,7 @@
 namespace
 {
 
-constexpr int lowPositionBits = 6; ///< sent plainly, below the coded upper six
+constexpr int lowPositionBits = 6; ///< written without coding, after the coded upper six
 constexpr int longestPositionCode = 8;
 constexpr int longestPosition = longestPositionCode + lowPositionBits;
 constexpr int chunk = 16; ///< bytes copied at once: no match is longer than two
@@ -24,7 +24,7 @@ struct PositionCode {
 };
 
 /// The fixed prefix code of a position's upper six bits, near positions first: lengths of 3 to 8
-/// bits, the codes of each length following on from those of the shorter one.
+/// bits, the codes of each length continuing those of the shorter one.
 struct PositionTables {
     std::array<quint8, 64> codeLength{};
     std::array<quint8, 64> code{};
@@ -56,18 +56,18 @@ static_assert(positionTables.codeLength[63] == 8 && positionTables.code[63] == 0
 
 } // namespace
 
-/// The bits of a stream, and zeros behind its end.
+/// The bits of a stream, and zeros after its end.
 class LzHuff::BitReader
 {
 public:
     BitReader(const char *begin, const char *end) : m_next(begin), m_end(end) {}
 
-    /// Makes at least 56 bits ready.
+    /// Fills the buffer to at least 56 bits.
     void fill()
     {
         constexpr int wordBytes = 8;
         if (m_end - m_next >= wordBytes) {
-            // Bits of a byte that does not fit whole are there already when it is read again.
+            // The bits of a byte that does not fit completely are set again when it is read again.
             m_bits |= qFromBigEndian<quint64>(m_next) >> m_count;
             const int bytes = (63 - m_count) / 8;
             m_next += bytes;
@@ -83,7 +83,7 @@ public:
     int ready() const { return m_count; }
     /// The next bits, 1 or more.
     int peek(int count) const { return static_cast<int>(m_bits >> (64 - count)); }
-    /// The bit behind the next \a offset ones.
+    /// The bit after the next \a offset ones.
     int bitAt(int offset) const { return static_cast<int>((m_bits << offset) >> 63); }
     void skip(int count)
     {
@@ -94,7 +94,7 @@ public:
 private:
     const char *m_next;
     const char *m_end;
-    quint64 m_bits = 0; ///< the next one at the top
+    quint64 m_bits = 0; ///< the next bit is the highest
     int m_count = 0;
 };
 
@@ -129,7 +129,8 @@ void LzHuff::compress(const QByteArray &in, QByteArray &out)
 {
     m_in = in;
     m_inPosition = 0;
-    // A byte takes one code at most, and a match, with its position, less than its bytes do.
+    // A byte takes at most one code, and a match with its position less than the codes of its
+    // bytes.
     constexpr int sizeBytes = 4;
     m_out = QByteArray(sizeBytes + m_in.size() * longestCode / 8 + chunk, Qt::Uninitialized);
     putLe32(m_out, 0, static_cast<quint32>(m_in.size()));
@@ -176,7 +177,7 @@ void LzHuff::reconst()
     collectLeaves();
     for (int node = symbolCount, pair = 0; node < treeSize; ++node, pair += 2) {
         const auto sum = static_cast<quint16>(m_frequency[pair] + m_frequency[pair + 1]);
-        // Behind the nodes of equal frequency: the order decides which nodes are swapped later.
+        // After the nodes of equal frequency: the order decides which nodes are swapped later.
         const auto begin = m_frequency.begin();
         const auto place =
             std::upper_bound(begin + pair + 2, begin + node, sum) - m_frequency.begin();
@@ -196,7 +197,7 @@ void LzHuff::reconst()
 
 int LzHuff::lastOfSameFrequency(int node) const
 {
-    // Four nodes at once; in a young tree hundreds have the same.
+    // Four nodes at once; in a new tree hundreds have the same frequency.
     constexpr int step = sizeof(quint64) / sizeof(quint16);
     const quint64 same = m_frequency[node] * Q_UINT64_C(0x0001000100010001);
     for (const quint16 *next = m_frequency.data() + node + 1;; next += step) {
@@ -221,10 +222,10 @@ int LzHuff::swapWithLast(int node)
     m_son[last] = son;
     m_parent[son] = static_cast<quint16>(last);
     m_parent[other] = static_cast<quint16>(node);
-    // A branch's sons stand side by side; of a leaf the same place is written twice.
+    // A branch's sons are side by side; for a leaf the same element is written twice.
     m_parent[son + (son < treeSize ? 1 : 0)] = static_cast<quint16>(last);
     m_parent[other + (other < treeSize ? 1 : 0)] = static_cast<quint16>(node);
-    // As long as only leaves change places, no way down changes.
+    // If only leaves change places, no path from the root changes.
     const bool isBranchMoved = (son < treeSize) | (other < treeSize);
     if (isBranchMoved & (last >= m_jumpedFrom)) {
         if (node >= m_jumpedFrom)
@@ -234,7 +235,7 @@ int LzHuff::swapWithLast(int node)
     return last;
 }
 
-/// Gives the place where \a node stands now.
+/// Returns the new place of \a node.
 inline int LzHuff::countNode(int node)
 {
     if (m_frequency[node] == m_frequency[node + 1])
@@ -248,11 +249,11 @@ inline void LzHuff::count(int symbol)
     if (m_frequency[root] == maxFrequency)
         reconst();
     const quint16 total = m_frequency[root] + 1;
-    // Ways are seldom longer than this, and the root is its own parent: as many steps each time,
-    // each with its own branch to predict, spare the one that ends them.
-    constexpr int usualWay = 8;
+    // Paths are seldom longer than this, and the root is its own parent: a fixed number of steps
+    // avoids the unpredictable branch at the end of the path.
+    constexpr int usualPath = 8;
     int node = m_parent[symbol + treeSize];
-    for (int step = 0; step < usualWay; ++step)
+    for (int step = 0; step < usualPath; ++step)
         node = m_parent[countNode(node)];
     while (node != root)
         node = m_parent[countNode(node)];
@@ -274,7 +275,7 @@ void LzHuff::startJumps()
 
 void LzHuff::setJumps(int node)
 {
-    constexpr int longest = jumpBits - 1; // a jump that ends at the node itself stays right
+    constexpr int longest = jumpBits - 1; // a jump that ends at the node itself stays valid
     int prefix = 0;
     int depth = 0;
     int above = node;
@@ -284,12 +285,12 @@ void LzHuff::setJumps(int node)
         above = m_parent[above];
     }
     if (above != root)
-        return; // too deep for any jump to pass it
+        return; // too deep for any jump
     const int unknown = jumpBits - depth;
     const Jump jump{static_cast<quint16>(node), static_cast<quint16>(depth)};
     const std::array pair{jump, jump};
     Jump *next = m_jumps.data() + (prefix << unknown);
-    for (Jump *const end = next + (1 << unknown); next != end; next += pair.size()) // mostly one
+    for (Jump *const end = next + (1 << unknown); next != end; next += pair.size()) // usually one
         std::memcpy(next, pair.data(), sizeof pair);
 }
 
@@ -318,8 +319,8 @@ void LzHuff::decode(quint32 textSize)
 {
     startHuff();
     BitReader bits(m_in.constData() + m_inPosition, m_in.constData() + m_in.size());
-    // The text itself is the ring: before it stand the blanks that the ring starts with, behind it
-    // there is room for copies in whole chunks.
+    // The text itself is the ring: before it are the initial blanks of the ring, after it is room
+    // for copies in whole chunks.
     m_out = QByteArray(ringSize + static_cast<qsizetype>(textSize) + 2 * chunk, Qt::Uninitialized);
     char *next = std::fill_n(m_out.data(), ringSize, initialFill);
     const char *const end = next + textSize;
@@ -342,7 +343,7 @@ void LzHuff::decode(quint32 textSize)
             std::memcpy(next, next - distance, chunk);
             std::memcpy(next + chunk, next + chunk - distance, chunk);
         } else {
-            for (std::ptrdiff_t i = 0; i < count; ++i) // each byte may be one just written
+            for (std::ptrdiff_t i = 0; i < count; ++i) // a byte may have just been written
                 next[i] = next[i - distance];
         }
         next += count;
@@ -352,7 +353,7 @@ void LzHuff::decode(quint32 textSize)
 
 void LzHuff::putcode(int length, quint32 code)
 {
-    // At most 31 bits wait in the buffer.
+    // At most 31 bits are in the buffer.
     m_writeBuffer = (m_writeBuffer << length) | code;
     m_writeCount += length;
     if (m_writeCount >= 32) {
@@ -374,7 +375,7 @@ void LzHuff::encodeEnd()
 
 void LzHuff::encodeChar(int symbol)
 {
-    // Codes are seldom longer than this: as many steps each time spare the branch that ends them.
+    // Codes are seldom longer than this: a fixed number of steps avoids an unpredictable branch.
     constexpr int usualCode = 8;
     quint32 code = 0;
     int length = 0;

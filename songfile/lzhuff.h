@@ -16,13 +16,13 @@ public:
     /// Bytes: a stream that announces more is not a song.
     static constexpr quint32 maxTextSize = 500000;
 
-    /// Empties \a out and fills it with the data that \a in holds. False, with \a out empty, when
-    /// the announced length is 0 or above `maxTextSize`. A stream that is cut short or damaged is
-    /// not noticed: it gives the announced number of bytes, wrong ones.
+    /// Replaces \a out by the data of the stream \a in. Returns false, with \a out empty, if the
+    /// announced length is 0 or above `maxTextSize`. A truncated or damaged stream is not detected:
+    /// it gives the announced number of wrong bytes.
     [[nodiscard]] bool expand(const QByteArray &in, QByteArray &out);
 
-    /// Empties \a out and fills it with the stream of \a in. Nothing at all becomes four zero
-    /// bytes, which expand() refuses.
+    /// Replaces \a out by the stream of the data \a in. Empty data give four zero bytes, which
+    /// expand() rejects.
     void compress(const QByteArray &in, QByteArray &out);
 
 private:
@@ -32,11 +32,11 @@ private:
     static constexpr int symbolCount = 256 - threshold + lookAhead; ///< literals, lengths 3..29
     static constexpr int treeSize = 2 * symbolCount - 1;
     static constexpr int root = treeSize - 1;
-    static constexpr quint16 maxFrequency = 0x8000; ///< of the root: then the counts are halved
+    static constexpr quint16 maxFrequency = 0x8000; ///< of the root; then the counts are halved
     static constexpr int firstMatchSymbol = 256 - (threshold + 1); ///< plus the match length
     static constexpr char initialFill = ' ';
 
-    /// Bits of a symbol's code: frequencies that make a deeper tree add up to more than
+    /// The most bits of a symbol's code: a deeper tree would need frequencies with a sum above
     /// maxFrequency.
     static constexpr int longestCode = 24;
     static constexpr int jumpBits = 7;
@@ -47,8 +47,8 @@ private:
         quint16 depth = 0;
     };
 
-    // The adaptive Huffman tree. Nodes stand in ascending order of frequency, brothers side by
-    // side; a son of treeSize or more is a leaf, the symbol plus treeSize.
+    // The adaptive Huffman tree. Nodes are in ascending order of frequency, siblings side by side;
+    // a son of treeSize or more is a leaf: the symbol plus treeSize.
     void startHuff();
     void reconst();
     void collectLeaves();
@@ -75,18 +75,18 @@ private:
     QByteArray m_in;
     qsizetype m_inPosition = 0;
     QByteArray m_out;
-    char *m_written = nullptr; ///< the end of what is written to m_out
+    char *m_written = nullptr; ///< the end of the bytes written to m_out
     quint64 m_writeBuffer = 0;
     int m_writeCount = 0; ///< valid bits at the bottom of m_writeBuffer, 0 to 31 between codes
 
-    std::array<quint16, treeSize + 4> m_frequency{}; ///< closed by four that no node reaches
+    std::array<quint16, treeSize + 4> m_frequency{}; ///< followed by four that no node reaches
     std::array<quint16, treeSize + symbolCount> m_parent{};
     std::array<quint16, treeSize> m_son{};
 
-    /// By the next bits of the stream: a node on their way down, which need not be as deep as they
-    /// reach.
+    /// By the next bits of the stream: a node on their path from the root, which may be less deep
+    /// than the bits lead.
     std::array<Jump, 1 << jumpBits> m_jumps{};
-    int m_jumpedFrom = treeSize; ///< the first node that a jump passes; none in compress()
+    int m_jumpedFrom = treeSize; ///< the first node that a jump skips; treeSize in compress()
 
-    std::unique_ptr<MatchFinder> m_matches; ///< made when first wanted: expand() does without
+    std::unique_ptr<MatchFinder> m_matches; ///< made on first use: expand() does not need it
 };

@@ -13,7 +13,7 @@ namespace
 
 constexpr int wordBytes = 8;
 
-/// The first byte is the highest: words compare like strings.
+/// The first byte is the highest, so that words compare like strings.
 quint64 wordAt(const char *bytes)
 {
     return qFromBigEndian<quint64>(bytes);
@@ -38,18 +38,18 @@ void MatchFinder::start(const QByteArray &text)
 
 void MatchFinder::layOut(const QByteArray &text)
 {
-    // What is read behind the end is what the encoder's ring held there a turn before.
+    // The bytes after the end are those that the encoder's ring held there one turn earlier.
     const auto size = static_cast<int>(text.size());
     m_text = QByteArray(lookAhead, ' ') + text;
     m_end = static_cast<int>(m_text.size());
     m_jumpAt = m_end;
     m_jump = 0;
-    // The ring's last place is the look-ahead's last one at the start.
+    // The last position of the ring is the last one of the look-ahead at the start.
     constexpr int ringTurn = 2 * lookAhead;
     if (m_end < ringTurn + lookAhead - 1) {
-        // Strings that begin before the ring's turn read zeros from the copy of the ring's start,
-        // which was never written, and those behind it blanks from the start itself: a second
-        // layout of the text stands behind the first.
+        // Strings that start before the end of the ring's first turn read zeros from the copy of
+        // the ring's start, which was never written, and later ones blanks from the start itself:
+        // so a second layout of the text follows the first.
         m_text.append(2 * lookAhead, '\0');
         if (m_end > ringTurn) {
             m_jumpAt = ringTurn;
@@ -77,14 +77,14 @@ void MatchFinder::rankStrings()
 {
     m_rankedFrom = std::max(0, m_place - windowSize);
     m_rankedEnd = std::min(m_end, m_rankedFrom + rankedStrings);
-    // The strings that begin inside the last one help to rank it. Theirs run on over the end, so
-    // their own ranks mean little, and nobody asks for them.
+    // The strings that start inside the last one are needed to rank it. They continue after the
+    // end, so their own ranks are not valid and not used.
     const int count = m_rankedEnd - m_rankedFrom + lookAhead - 1;
     m_rank.assign(count + lookAhead, 0);
     m_nextRank.assign(count + lookAhead, 0);
     m_order.resize(count);
     m_nextOrder.resize(count);
-    // A song uses some 140 of the bytes: a table of the pairs of these is small.
+    // A song uses about 140 different bytes, so a table of their pairs is small.
     const auto *const bytes = reinterpret_cast<const quint8 *>(m_text.constData()) + m_rankedFrom;
     std::array<int, 256> letters{};
     for (int i = 0; i <= count; ++i)
@@ -99,9 +99,9 @@ void MatchFinder::rankStrings()
     quint16 begin = 0;
     for (quint16 &bucket : m_bucketEnd)
         begin += std::exchange(bucket, begin);
-    for (int i = 0; i < count; ++i) // a bucket that is full has its end
+    for (int i = 0; i < count; ++i) // a full bucket ends at its m_bucketEnd
         m_order[m_bucketEnd[m_rank[i]]++] = static_cast<quint16>(i);
-    // Ranked by 2, 4, 8, 16 and at last by 29 bytes.
+    // Ranked by 2, 4, 8, 16 and finally 29 bytes.
     for (const int shift : {2, 4, 8, lookAhead - 16})
         lengthenRankedPrefix(shift);
 
@@ -116,9 +116,9 @@ void MatchFinder::rankStrings()
 
 void MatchFinder::lengthenRankedPrefix(int shift)
 {
-    // A string's rank by its first bytes and the rank of the string behind these make its new
-    // rank. Strings come in the order of the second, greatest first, those without one at the end:
-    // hung before each other into the bucket of the first, they are sorted.
+    // A string's new rank combines its rank by its first bytes and the rank of the string after
+    // these. Strings are taken in the order of the second rank, greatest first, those without one
+    // at the end, and put into the bucket of the first rank from its end: then they are sorted.
     const auto count = static_cast<int>(m_order.size());
     for (auto behind = m_order.rbegin(); behind != m_order.rend(); ++behind) {
         const int i = *behind - shift;
@@ -127,7 +127,7 @@ void MatchFinder::lengthenRankedPrefix(int shift)
     }
     for (int i = count - shift; i < count; ++i)
         m_nextOrder[--m_bucketEnd[m_rank[i]]] = static_cast<quint16>(i);
-    // Nobody can predict which strings differ: counted without a branch.
+    // Counts without a branch, which would be unpredictable.
     quint16 rank = 0;
     quint16 end = 0;
     quint32 previous =
@@ -181,7 +181,7 @@ int MatchFinder::lowerNeighbour(unsigned rank) const
 
 int MatchFinder::higherNeighbour(unsigned rank) const
 {
-    // All bits above one: for the highest none, for 2 << 63 is 0.
+    // All bits above the given one; no bits for the highest, because 2 << 63 is 0.
     const auto above = [](unsigned bit) { return ~((quint64{2} << bit) - 1); };
     unsigned word = rank / wordBits;
     quint64 bits = m_ranks[word] & above(rank % wordBits);
@@ -230,7 +230,7 @@ void MatchFinder::attach(int lower, int higher)
     const bool isBelowLower = lower >= 0 && m_right[nodeAt(lower)] == noNode;
     int dad = nodeAt(isBelowLower ? lower : higher);
     quint16 *sons = isBelowLower ? m_right.data() : m_left.data();
-    if (!isBelowLower && higher < 0) { // the first of its tree
+    if (!isBelowLower && higher < 0) { // the first string of its tree
         dad = windowSize + 1 + static_cast<quint8>(m_text.at(m_place));
         sons = m_right.data();
     }
@@ -249,8 +249,8 @@ void MatchFinder::findMatch(int lower, int higher)
 
 void MatchFinder::findNearest(bool isLowerOpen, bool isHigherOpen)
 {
-    // Going up, lower strings get lower and higher ones higher: behind the first of a side that
-    // matches less no other of that side matches as much.
+    // On the path up, lower strings get lower and higher ones higher: after the first string of a
+    // side that matches less, no other of that side matches as much.
     m_distance = windowSize;
     for (int node = nodeAt(m_place); isLowerOpen || isHigherOpen;) {
         const int dad = m_dad[node];
@@ -306,14 +306,14 @@ void MatchFinder::replaceChild(int parent, int node, int replacement)
 void MatchFinder::deleteNode(int place)
 {
     if (!isInTree(place))
-        return; // an equal, younger string has taken its place
+        return; // replaced by an equal, newer string
     removeRank(place);
     const int node = nodeAt(place);
     const bool isRightFree = m_right[node] == noNode;
     if (isRightFree || m_left[node] == noNode) {
         replaceChild(m_dad[node], node, isRightFree ? m_left[node] : m_right[node]);
     } else {
-        // The rightmost string of the left branch takes the place of the one that goes.
+        // The rightmost string of the left branch replaces the deleted one.
         const int heir = nodeAt(lowerNeighbour(rankAt(place)));
         if (m_dad[heir] != node) {
             replaceChild(m_dad[heir], heir, m_left[heir]);

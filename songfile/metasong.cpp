@@ -20,8 +20,8 @@ namespace
 
 constexpr qsizetype magicSize = 4;
 
-/// What MP3 files begin with. The second byte is compared with its sign: 0xF3 to 0xFF pass, and 0
-/// to 0x7F too. There are songs that rely on it.
+/// True for the start of an MP3 file. The second byte is compared as a signed one: 0xF3 to 0xFF are
+/// accepted, and also 0 to 0x7F, because there are songs that need it.
 bool looksLikeMp3(const QByteArray &start)
 {
     constexpr qint8 lastRefused = -14;
@@ -32,8 +32,8 @@ bool looksLikeMp3(const QByteArray &start)
            (first == 0xFF && signedByteAt(start, 1) > lastRefused);
 }
 
-/// What another program may have changed in \a now is kept, but for what \a after differs in from
-/// \a before.
+/// \a now, which another program may have changed, with the differences between \a before and
+/// \a after applied to it.
 SongInfo changedAgain(SongInfo now, const SongInfo &before, const SongInfo &after)
 {
     const auto take = [&](auto SongInfo::*field) {
@@ -48,7 +48,7 @@ SongInfo changedAgain(SongInfo now, const SongInfo &before, const SongInfo &afte
     return now;
 }
 
-/// True when it seems that a file can be written at \a path. Touches nothing.
+/// True if a file can probably be written at \a path. Changes nothing.
 bool mayBeWritten(const QString &path)
 {
     const QFileInfo file(path);
@@ -98,7 +98,7 @@ bool MetaSong::load(const PlainFile &file, const QString &path)
     return head && m_song.loadMp3(m_content);
 }
 
-/// Reads the file into m_content. False when it is too large, or could not be read to its end.
+/// Reads the file into m_content. Returns false if it is too large or can't be read to its end.
 bool MetaSong::readWhole(const PlainFile &file)
 {
     const FileContent content = readWholeFile(file, maxSongSize);
@@ -108,11 +108,11 @@ bool MetaSong::readWhole(const PlainFile &file)
     return content.isDone();
 }
 
-/// Reads the tag and what follows it. Nothing when the tag does not lie in the part of the file
-/// that it must lie in, or could not be read.
+/// Reads the tag and the bytes after it. Returns nothing if the tag is not within the allowed part
+/// of the file or can't be read.
 std::optional<QByteArray> MetaSong::readMp3Head(const PlainFile &file)
 {
-    constexpr qint64 behindTag = 4096; ///< bytes by which the audio is known again
+    constexpr qint64 behindTag = 4096; ///< bytes of audio by which the song is recognised
     const auto read = [&](qint64 wanted) -> std::optional<QByteArray> {
         QByteArray bytes;
         if (!file.read(0, std::min(file.size(), wanted), bytes))
@@ -166,7 +166,7 @@ WriteResult MetaSong::save(const QString &path, FileLot *lot)
         return WriteResult::Failed;
     }
     makeWritable(path);
-    // A program that goes on writing is waited for a few times, not for ever.
+    // If a program keeps writing, waits a few times only.
     constexpr int maxAttempts = 3;
     WriteResult result = WriteResult::Changed;
     for (int attempt = 0; attempt < maxAttempts && result == WriteResult::Changed; ++attempt) {
@@ -180,7 +180,7 @@ WriteResult MetaSong::save(const QString &path, FileLot *lot)
     return result;
 }
 
-/// True when \a file begins with, or is, what was read.
+/// True if \a file starts with, or is, what was read.
 bool MetaSong::isAsRead(const PlainFile &file)
 {
     QByteArray content;
@@ -193,7 +193,7 @@ bool MetaSong::isAsRead(const PlainFile &file)
 
 bool MetaSong::isSameSong(const MetaSong &other) const
 {
-    constexpr qsizetype fewest = 64;    ///< bytes of audio that say anything
+    constexpr qsizetype fewest = 64;    ///< the fewest bytes of audio that identify a song
     constexpr qint64 tagAtTheEnd = 128; ///< bytes of an older tag that a program may add
     if (m_loaded.hasSameMusicOrNames(other.m_loaded))
         return true;
@@ -208,8 +208,8 @@ bool MetaSong::isSameSong(const MetaSong &other) const
            std::abs(difference) <= tagAtTheEnd;
 }
 
-/// Reads again what another program has changed since the import, and makes the same changes in it.
-/// False when that is no longer the same song.
+/// Reads a song again that another program has changed since the import, and applies the same
+/// changes to it. Returns false if it is no longer the same song.
 bool MetaSong::catchUp(const QString &path)
 {
     MetaSong now;
@@ -234,7 +234,7 @@ bool MetaSong::catchUp(const QString &path)
     return isWholeInMemory();
 }
 
-/// Notes that the file at \a path now begins with, or is, \a content.
+/// Records that the file at \a path now starts with, or is, \a content.
 void MetaSong::noteSaved(const QString &path, const QByteArray &content)
 {
     if (path != m_path)
@@ -246,7 +246,7 @@ void MetaSong::noteSaved(const QString &path, const QByteArray &content)
     m_size = fileState(path).size;
 }
 
-/// Opens the file at \a path and sees to it that it is what was read, if it was read there.
+/// Opens the file at \a path and, if the song was read there, ensures that it is the same.
 bool MetaSong::openUnchanged(const QString &path, PlainFile &file)
 {
     if (!file.open(path))
@@ -303,7 +303,7 @@ WriteResult MetaSong::saveMidi(const QString &path, FileLot *lot)
         debug() << (m_song.isContainer() ? "[MetaSong::saveToFile] ZBx"
                                          : "[MetaSong::saveToFile] MIDI");
         const QByteArray content = m_song.fileContent();
-        // While it is open the room of the replaced file can't become free.
+        // The space of the replaced file is not freed while the file is open.
         file.close();
         if (isOwnFile)
             result = replaceUnchanged(path, content, file.state(), lot);

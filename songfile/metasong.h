@@ -13,48 +13,48 @@
 
 class PlainFile;
 
-/// A song file of any format: the one way by which the program reads and writes songs. Used for one
+/// A song file of any format: the program reads and writes all songs with this class. Used for one
 /// file at a time: import, read or change, save.
 class MetaSong
 {
 public:
-    /// Bytes: a MIDI file or container that is larger is no song, and is not read.
+    /// Bytes: a larger MIDI file or container is not a song, and is not read.
     static constexpr qint64 maxSongSize = 16 * 1024 * 1024;
 
-    /// Why the last import or save failed, where a later look at the file can't show it.
+    /// Why the last import or save failed, if the file itself does not show it later.
     enum class Trouble {
         None,
         CutShort,         ///< the file could not be read to its end
         ChangedMeanwhile, ///< it is no longer the song that was read
     };
 
-    /// Recognises and loads the file at \a path, a plain file or a link to one. False when it
-    /// can't be used as a song; no song is held then.
+    /// Recognises and loads the file at \a path, a plain file or a link to one. Returns false,
+    /// without a song in memory, if it can't be used as a song.
     [[nodiscard]] bool importFile(const QString &path);
 
-    /// Fills \a info with what the file holds. Its names and the alternative artist stay empty.
+    /// Fills \a info with the data in the file. Its names and the alternative artist stay empty.
     void getSongInfo(SongInfo &info) const;
 
-    /// Puts \a info into the song in memory: with \a manual all of it, otherwise only where the
-    /// file lacks something, so that the publisher's data are never overwritten.
+    /// Writes \a info into the song in memory: with \a manual all fields, otherwise only fields
+    /// that are missing in the file, so that the publisher's data are never overwritten.
     void setSongInfo(const SongInfo &info, bool manual);
 
-    /// False when saveToFile() refuses: no song is held, or it has grown larger than a reader
-    /// takes.
+    /// False if saveToFile() would refuse: there is no song in memory, or it has become too large
+    /// to be read.
     [[nodiscard]] bool isWholeInMemory() const;
 
-    /// Writes the song to \a path. An MP3 must stand there already: its audio is kept and the tag
-    /// replaced. When it is the file that was imported, and another program has changed it since,
-    /// the changes are made again in what stands there now; when that is another song, the save
-    /// fails. False when it failed: what was there before is there still, but where rewriteMp3()
-    /// and replaceFile() say otherwise. Every failure is logged but that of an MP3's last step, the
-    /// renaming.
+    /// Writes the song to \a path. An MP3 must already exist there: its audio is kept and the tag
+    /// replaced. If it is the imported file and another program has changed it since then, the
+    /// changes are applied again to the present file; if that is another song, the save fails.
+    /// Returns false if it failed: then the file is unchanged, except as described at rewriteMp3()
+    /// and replaceFile(). Every failure is logged, except for the renaming, the last step for an
+    /// MP3.
     [[nodiscard]] bool saveToFile(const QString &path);
 
-    /// The same for one of many songs: Staged when the song will be in its place after commit() of
-    /// \a lot. Should that find the file Changed, the song is to be imported and changed again.
+    /// Like saveToFile() for one of many songs: returns Staged if commit() of \a lot will replace
+    /// the file. If commit() reports it as Changed, the song must be imported and changed again.
     [[nodiscard]] WriteResult saveInLot(const QString &path, FileLot &lot);
-    /// Logs that a song which was Staged could not be written.
+    /// Logs that a Staged song could not be written.
     static void logFailedSave();
 
     Trouble trouble() const { return m_trouble; }
@@ -62,14 +62,14 @@ public:
     /// "MIDI", "ZB3", "ZB4", "ZB5", "MP3", or "UNKNOWN" for anything else.
     static QString getFormatString(SongInfo::fileTypeEnum type);
 
-    /// Takes the system's immutable attribute from a file. Logged; a failure stops nothing.
+    /// Removes the system's immutable attribute from a file. The result is only logged.
     static void removeReadOnlyFlag(const QString &path);
 
-    /// The key names for choosers, see RawMidiFile::getKeysList().
+    /// The key names for combo boxes, see RawMidiFile::getKeysList().
     static QStringList getKeysList();
 
-    /// Debug aid: puts a marker at the head of the MIDI data; returns the bytes inserted, 0 when
-    /// there are none.
+    /// Debug aid: inserts a marker at the start of the MIDI data. Returns the number of bytes
+    /// inserted, 0 if there are no MIDI data.
     int dbgAddMarker(const QString &text, unsigned short bar);
 
 private:
@@ -94,10 +94,10 @@ private:
     void noteSaved(const QString &path, const QByteArray &content);
 
     SongData m_song;
-    SongData m_loaded;    ///< the song as it was read
-    QByteArray m_content; ///< the bytes that it was read from: an MP3's head, else the whole file
-    qint64 m_size = 0;    ///< of the file, in bytes
-    QString m_path;       ///< where it was read
-    QList<Change> m_changes; ///< since it was read, to be made again should the file have changed
+    SongData m_loaded;       ///< the song as it was read
+    QByteArray m_content;    ///< the bytes that were read: an MP3's head, otherwise the whole file
+    qint64 m_size = 0;       ///< size of the file in bytes
+    QString m_path;          ///< where it was read
+    QList<Change> m_changes; ///< since it was read; applied again if the file has changed
     Trouble m_trouble = Trouble::None;
 };

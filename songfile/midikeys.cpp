@@ -34,8 +34,8 @@ QMap<QString, quint16> makeKeyToValue()
     QMap<QString, quint16> map;
     for (auto entry = valueToKey().cbegin(); entry != valueToKey().cend(); ++entry)
         map.insert(entry.value(), entry.key());
-    // Names of the catalogue for which there is no signature of their own. "G#" is written as
-    // E major, not as A flat: songs have always been written so, and read back as "E".
+    // Names in the catalogue that have no signature of their own. "G#" is written as E major, not
+    // as A flat, as songs always were, and is read back as "E".
     map.insert(u"G#"_s, 0x0400);
     map.insert(u"Db-"_s, 0x0401);
     map.insert(u"D#"_s, 0xFD00);

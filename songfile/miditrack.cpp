@@ -8,7 +8,8 @@ constexpr quint8 sysEx = 0xF0; ///< above all statuses of channel messages
 constexpr quint8 sysExRest = 0xF7;
 constexpr quint8 endOfTrack = 0x2F;
 
-/// Data bytes of a channel message: program change and channel pressure have one.
+/// The number of data bytes of a channel message: 1 for program change and channel pressure,
+/// else 2.
 int channelDataSize(quint8 status)
 {
     return (status & 0xE0) == 0xC0 ? 1 : 2;

@@ -2,34 +2,34 @@
 
 #include <QByteArrayView>
 
-/// An event of a track. Positions are those of the bytes that are walked. See
+/// An event of a track. Positions are offsets in the walked bytes. See
 /// docs/formats/midi-meta-events.md.
 struct MidiEvent {
     bool isMeta() const { return status == 0xFF; }
 
     qsizetype start = 0; ///< of the delta-time
-    quint32 delta = 0;   ///< ticks since the event before
-    quint8 status = 0;   ///< also where it is running status
+    quint32 delta = 0;   ///< ticks since the previous event
+    quint8 status = 0;   ///< running status filled in
     quint8 metaType = 0; ///< 0 unless isMeta()
-    qsizetype data = 0;  ///< behind status, type and length
+    qsizetype data = 0;  ///< after status, type and length
     qsizetype end = 0;
 };
 
-/// Goes through a track's events in one pass: channel messages with running status, which meta and
-/// SysEx events leave as it is, SysEx, and meta-events. Nothing is copied. A system common or
-/// real-time status, a number of more than four bytes, a data byte without a status before it and
-/// an event that is not whole end the walk.
+/// Walks a track's events in one pass without copying: channel messages with running status, which
+/// meta and SysEx events do not change, SysEx, and meta-events. A system common or real-time
+/// status, a number of more than four bytes, a data byte without a previous status and a truncated
+/// event end the walk.
 class MidiTrackWalk
 {
 public:
     /// Walks \a bytes from \a start on; they must outlive the walk.
     MidiTrackWalk(QByteArrayView bytes, qsizetype start);
 
-    /// Moves to the next event. False at the end of the track, or when the event can't be read.
+    /// Moves to the next event. Returns false at the end of the track, or if the event is invalid.
     [[nodiscard]] bool next();
-    /// The event that next() moved to.
+    /// The event to which next() moved.
     const MidiEvent &event() const { return m_event; }
-    /// True when next() gave the end-of-track event, or all bytes have been walked.
+    /// True if next() has reached the end-of-track event, or all bytes have been walked.
     bool isAtEnd() const;
 
 private:

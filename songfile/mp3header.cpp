@@ -27,7 +27,7 @@ constexpr char editId[] = "MEDT";
 
 constexpr qsizetype anyLength = std::numeric_limits<qsizetype>::max();
 
-/// A decimal number from 0 up; what is none, or does not fit, counts as 0.
+/// A decimal number from 0 up; 0 if it is invalid or too large.
 int boundedNumber(const QString &text, qint64 divisor)
 {
     bool isNumber = false;
@@ -73,7 +73,7 @@ bool Mp3Header::loadHeader(const QByteArray &data)
     return true;
 }
 
-/// The frames and the padding from which the tag's growth is counted.
+/// Stores the frames' end and the padding from which the tag's growth is counted.
 void Mp3Header::noteLoaded()
 {
     m_tagSize = Id3Header::sizeAt(m_tag);
@@ -112,7 +112,7 @@ std::optional<Id3Frame> Mp3Header::frame(QByteArrayView id) const
 
 QByteArray Mp3Header::frameContent(const Id3Frame &frame) const
 {
-    // A size of 0 gives the rest of the tag, up to its first zero byte.
+    // A size of 0 means the rest of the tag up to its first zero byte.
     if (frame.isSearched && frame.claimed == 0)
         return m_tag.mid(frame.start + frame.headerSize);
     return m_frames.content(m_tag, frame);
@@ -162,8 +162,8 @@ void Mp3Header::resized(qsizetype bytes)
     updateId3TagSize();
 }
 
-/// What the frames have grown by since the tag was loaded is taken from the padding. Frames that
-/// have shrunk leave it as it was.
+/// If the frames have grown since the tag was loaded, they use the padding. If they have shrunk,
+/// the padding keeps its size.
 void Mp3Header::fitPadding()
 {
     if (m_loadedPadding == 0 || !m_frames.endsInPadding())
@@ -190,7 +190,7 @@ bool Mp3Header::has(QByteArrayView id) const
 
 QByteArray Mp3Header::textContent(const QString &text) const
 {
-    // In an unsynchronised tag of version 2.4 each frame would have to be, too.
+    // In an unsynchronised tag of version 2.4 each frame would have to be unsynchronised, too.
     constexpr QChar changedByScheme(0xFF);
     const Id3Header header = Id3Header::read(m_tag);
     if (header.version == 4 && header.isUnsynchronised() && text.contains(changedByScheme))
@@ -205,13 +205,13 @@ void Mp3Header::setText(QByteArrayView id, const QString &text)
         insertFrame(id, textContent(text), m_frames.framesStart());
 }
 
-/// True when the frame holds more than \a text, in another encoding or so that it can't be read.
+/// True if the frame has more than \a text, another encoding, or can't be read.
 bool Mp3Header::wouldLose(QByteArrayView id, const QString &text) const
 {
     const std::optional<Id3Frame> found = frame(id);
     if (!found)
         return false;
-    if (text.isEmpty()) // the frame would go
+    if (text.isEmpty()) // the frame would be removed
         return true;
     const QByteArrayView stored = QByteArrayView(m_tag).sliced(found->start, found->size);
     if (stored == m_frames.frame(id, textContent(text)))

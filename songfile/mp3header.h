@@ -19,31 +19,31 @@ public:
     /// The fields that a tag holds.
     enum class Field { Title, Artist, Author, Genre, Key, Length, UserBpm };
 
-    /// Takes the tag at the start of \a data, the beginning of a file; data that do not begin with
-    /// one get a new, empty tag. False when there are fewer than 10 bytes, or the tag says that it
-    /// is larger than \a data: there is no tag then.
+    /// Loads the tag at the start of \a data, the start of a file; without a tag there makes a new,
+    /// empty one. Returns false, without a tag loaded, if there are fewer than 10 bytes, or the
+    /// tag's size is larger than \a data.
     [[nodiscard]] bool loadHeader(const QByteArray &data);
 
-    /// The tag as it is to be written: as it was loaded, or changed and in its plain form.
+    /// The bytes to write: the tag as it was loaded, or changed and in its plain form.
     QByteArray stream() const { return m_isChanged ? m_tag : m_loaded; }
     SongInfo::fileTypeEnum fileType() const { return SongInfo::Mp3; }
-    /// Where the audio begins in the song file as loaded; 0 for a file that had no tag. A footer
-    /// counts as a part of the tag.
+    /// The start of the audio in the loaded song file; 0 for a file without a tag. A footer counts
+    /// as part of the tag.
     unsigned getAudioDataStartPos() const { return m_audioStart; }
-    /// Notes that the tag now stands in the file as stream() gives it.
+    /// Records that stream() has been written to the file.
     void noteSaved();
 
-    /// The size, without its header, of the tag that begins \a data, see Id3Header::sizeAt().
+    /// The size, without its header, of the tag at the start of \a data, see Id3Header::sizeAt().
     static unsigned getId3TagSize(const QByteArray &data) { return Id3Header::sizeAt(data); }
     void updateId3TagSize();
-    /// The size field of the frame at \a pos of the tag, read as version 2.3 has it.
+    /// The size field of the frame at \a pos of the tag, read as in version 2.3.
     unsigned getSingleFrameLength(int pos) const;
 
     /// Reads the first frame called \a id, a name of version 2.3; returns its position in the tag's
     /// plain form, or -1. A compressed or encrypted text is empty.
     int extractId3Frame(QString &text, const QString &id) const;
-    /// Inserts a frame with a Latin-1 text at \a pos; returns its length, 0 when \a pos lies
-    /// outside or \a data is empty.
+    /// Inserts a frame with a Latin-1 text at \a pos. Returns its length, 0 if \a pos is outside of
+    /// the tag or \a data is empty.
     int insertId3Frame(const QByteArray &data, const QString &id, int pos);
     /// Removes the first frame called \a id; returns the bytes removed.
     int removeId3Frame(const QString &id);
@@ -66,7 +66,8 @@ public:
     bool hasUserBpm() const;
     bool hasBriselEditParam() const; ///< the mark of a tag that this program has written
 
-    /// An empty text removes the frame. What Latin-1 can't hold is written in a Unicode encoding.
+    /// An empty text removes the frame. A text that is not Latin-1 is written in a Unicode
+    /// encoding.
     void setTitle(const QString &text);
     void setArtist(const QString &text);
     void setAuthor(const QString &text);
@@ -76,9 +77,9 @@ public:
     void setUserBpm(int bpm);    ///< 0 or less removes the frame
     void setBriselEditParam();
 
-    /// True when \a info holds for \a field what the tag reads as, and writing that would lose
-    /// something: further values, another encoding, a part of a second, a text that is not a
-    /// number, what is compressed or encrypted, a group.
+    /// True if \a info has the same value for \a field as the tag, and writing it would lose data:
+    /// further values, another encoding, a part of a second, a text that is not a number,
+    /// compressed or encrypted content, a group.
     bool wouldLose(Field field, const SongInfo &info) const;
 
 private:
@@ -95,12 +96,12 @@ private:
     void resized(qsizetype bytes);
     void fitPadding();
 
-    QByteArray m_loaded; ///< the tag as it stands in the file
+    QByteArray m_loaded; ///< the tag as stored in the file
     QByteArray m_tag;    ///< the tag with its changes, in its plain form
     Id3Frames m_frames;
     bool m_isChanged = false;
-    quint32 m_tagSize = 0;         ///< bytes of m_tag without the header, also those that are cut
+    quint32 m_tagSize = 0;         ///< bytes of m_tag without the header, including truncated ones
     quint32 m_audioStart = 0;      ///< bytes
-    qsizetype m_loadedFrames = 0;  ///< where the frames ended when the tag was loaded
+    qsizetype m_loadedFrames = 0;  ///< the end of the frames when the tag was loaded
     qsizetype m_loadedPadding = 0; ///< bytes
 };

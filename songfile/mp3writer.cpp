@@ -43,8 +43,8 @@ qint64 audioSize(qint64 songSize, qint64 audioStart)
     return std::max<qint64>(songSize - audioStart, 0);
 }
 
-/// Writes the tag, and behind it the audio of the open file \a song of \a size bytes. Flushes
-/// nothing. Logs what failed.
+/// Writes the tag, and after it the audio of the open file \a song of \a size bytes. Does not
+/// flush. Logs failures.
 WriteResult writeSong(int song, qint64 size, QFile &target, const QByteArray &tag,
                       qint64 audioStart)
 {
@@ -52,8 +52,8 @@ WriteResult writeSong(int song, qint64 size, QFile &target, const QByteArray &ta
         debug() << "[MetaSong::saveToFile] Impossible to write to file.";
         return WriteResult::Failed;
     }
-    // A tag may say that it ends up to its header's size behind the file; a song that is shorter
-    // than that is not the one that was loaded.
+    // A tag may end after the file by up to its header's size; a shorter song is not the one that
+    // was loaded.
     if (audioStart < 0 || size + Mp3Header::tagHeaderSize < audioStart) {
         debug() << "[MetaSong::saveToFile] Impossible to seek file.";
         return WriteResult::Failed;
@@ -87,7 +87,7 @@ WriteResult rewriteInPlace(const QString &place, QFile &copy, const PlainFile &s
     return result;
 }
 
-/// Staged when it is for the lot to do the rest.
+/// Returns Staged if the commit of the lot does the rest.
 WriteResult rewriteIn(FileLot &lot, const FileLot::Place &place, const PlainFile &song,
                       const QByteArray &tag, qint64 audioStart)
 {
@@ -104,7 +104,7 @@ WriteResult rewriteIn(FileLot &lot, const FileLot::Place &place, const PlainFile
         lot.add(std::move(target));
         return WriteResult::Staged;
     }
-    // What another program has made shorter can't be read to its end either.
+    // A song that another program has shortened can't be read to its end either.
     const bool isChanged = fileState(place.watched) != song.state();
     return isChanged && result == WriteResult::SourceFailed ? WriteResult::Changed : result;
 }
@@ -134,7 +134,7 @@ WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &t
         rewriteIn(lot == nullptr ? alone : *lot, place, song, tag, audioStart);
     if (lot != nullptr || result != WriteResult::Staged)
         return result;
-    // While it is open the room of the replaced file can't become free.
+    // The space of the replaced file is not freed while the file is open.
     song.close();
     const WriteResult placed = alone.commit().first();
     if (placed == WriteResult::Failed)

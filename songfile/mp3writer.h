@@ -6,14 +6,15 @@
 #include <QByteArray>
 #include <QString>
 
-/// Gives the MP3 at \a path, of which \a song is open and gets closed, the tag \a tag in place of
-/// what stands before \a audioStart (bytes). The new song is written beside the old one and put in
-/// its place when it is whole and on the disk; all that replaceFile() keeps stays. One with other
-/// names (hard links) is written in place, while a copy of the old one lies beside it. Changed when
-/// the file at \a path is no longer the one that was opened. SourceFailed when its audio could not
-/// be read, Failed when it failed otherwise (logged, but for the last step, the renaming). In all
-/// three cases the song is as it was, and no temporary file stays behind. Only where the system
-/// can't replace a file in one step, a failure at the very end can leave the song in the temporary
-/// file alone. With a \a lot the new song is Staged there where that can be done, for its commit().
+/// Replaces the bytes before \a audioStart of the MP3 at \a path by the tag \a tag. \a song is the
+/// opened MP3, and gets closed. The new song is written to a temporary file, flushed, and renamed
+/// over the old one; everything that replaceFile() keeps is kept. A song with several names (hard
+/// links) is written in place, while a copy of the old one is beside it.
+///
+/// Returns Changed if the file at \a path is no longer the one that was opened, SourceFailed if its
+/// audio could not be read, and Failed for other failures (logged, except for the renaming). In all
+/// three cases the song is unchanged, and no temporary file is left. Only if the system can't
+/// replace a file in one step, a failure at the very end can leave the song only in the temporary
+/// file. With a \a lot the new song is Staged for its commit() if possible.
 [[nodiscard]] WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &tag,
                                      qint64 audioStart, FileLot *lot = nullptr);

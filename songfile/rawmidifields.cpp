@@ -20,12 +20,12 @@ QByteArray writtenText(const QString &text)
     return songBytes(text.left(RawMidiFile::maxText));
 }
 
-/// The signature that setKey() writes for a name; nothing when it writes none.
+/// The signature that setKey() writes for a name; nothing if it writes none.
 std::optional<QByteArray> writtenKey(const QString &name)
 {
     if (name.isEmpty())
         return {};
-    // A name of nothing but blanks is written as "C", without a warning: always so.
+    // A name that has only blanks has always been written as "C", without a warning.
     const QString plainName = QString(name).remove(u' ');
     const std::optional<quint16> value =
         plainName.isEmpty() ? std::optional<quint16>(0) : MidiKeys::valueOf(plainName);
@@ -57,7 +57,7 @@ QByteArray markerEvent(const QString &text, quint16 bar)
                        RawMidiFile::Marker);
 }
 
-/// The bytes of an event behind its length, and behind its sub-type; the event must be whole.
+/// The bytes of an event after its length and its sub-type; the event must be whole.
 QByteArrayView dataOf(const QByteArray &stream, const HeadEvent &event)
 {
     return QByteArrayView(stream).sliced(event.data, event.end - event.data);
@@ -310,7 +310,7 @@ bool RawMidiFile::wouldLoseNumber(kordiaMetaTypeEnum type, int number) const
 
 bool RawMidiFile::wouldLoseKey(const QString &name) const
 {
-    // A signature in the middle of the song counts from there, unlike the other events.
+    // A signature in the middle of the song applies from there on, unlike the other events.
     return name == keyAt(firstEvents().standard[static_cast<quint8>(keyMeta)]) &&
            wouldLose({keyMeta}, [&](const HeadEvent &event) {
                return !event.isAtTickZero || losesKey(dataOf(m_stream, event), name);

@@ -16,12 +16,12 @@ constexpr qsizetype chunkHeaderSize = 8; ///< "MTrk" and the length
 
 // Offsets from an event's 0xFF.
 constexpr qsizetype lengthOffset = 2;
-constexpr qsizetype typeOffset = 3; ///< of a publisher's event; data of a standard one
+constexpr qsizetype typeOffset = 3; ///< publisher's events; in standard ones the data
 constexpr qsizetype kordiaDataOffset = 4;
 constexpr qsizetype markerTextOffset = 6;
 
-/// The bytes of a text that is said to be \a length bytes long, up to its first zero byte and at
-/// most \a limit; a negative or too large length gives what is left.
+/// The bytes of a text with the stored \a length, up to its first zero byte and at most \a limit; a
+/// negative or too large length gives the rest of the data.
 QByteArray textBytes(const QByteArray &data, qsizetype pos, qsizetype length, qsizetype limit)
 {
     if (pos >= data.size())
@@ -73,7 +73,7 @@ qint64 RawMidiFile::trackEnd() const
 
 void RawMidiFile::growTrack(qsizetype bytes)
 {
-    // A hostile length near the limit stays there instead of starting again from 0.
+    // A hostile length stays at the limit instead of wrapping around to 0.
     const qint64 size = static_cast<qint64>(m_trackSize) + bytes;
     m_trackSize =
         static_cast<quint32>(std::clamp<qint64>(size, 0, std::numeric_limits<quint32>::max()));
@@ -82,7 +82,7 @@ void RawMidiFile::growTrack(qsizetype bytes)
 
 int RawMidiFile::indexOfKordiaMetaevent(const QByteArray &data, int from, kordiaMetaTypeEnum type)
 {
-    // By its rarest byte: that is looked for many at a time.
+    // Searches for the rarest byte with a fast search.
     qsizetype hit = data.indexOf(metaEvent, from);
     while (hit >= 0 &&
            (byteAt(data, hit + 1) != kordiaMeta || byteAt(data, hit + typeOffset) != type))
@@ -155,8 +155,8 @@ QList<HeadEvent> RawMidiFile::eventsToRemove(const MetaKind &kind, bool onlyFirs
 
 unsigned RawMidiFile::removeEvents(const MetaKind &kind, bool onlyFirst)
 {
-    // What stays is collected in one pass, so that a file full of such events takes no longer
-    // than another.
+    // The remaining bytes are collected in one pass, so that a file full of such events takes no
+    // longer than another.
     QByteArray kept;
     qsizetype copied = 0;
     qsizetype removed = 0;
@@ -168,7 +168,7 @@ unsigned RawMidiFile::removeEvents(const MetaKind &kind, bool onlyFirst)
     if (removed > 0) {
         m_stream = kept + m_stream.mid(copied);
         m_firstEvents.reset();
-        // Without some of its events a track can be walked as before, unless it lost its end.
+        // A track without some of its events can still be walked, unless it lost its end.
         if (!*m_isWalkable || kind.type == endOfTrackMeta)
             m_isWalkable.reset();
         growTrack(-removed);
@@ -189,7 +189,7 @@ unsigned RawMidiFile::insertBytes(const QByteArray &bytes, int pos)
 
 unsigned RawMidiFile::insertAtHead(const QByteArray &events)
 {
-    const std::optional<bool> isWalkable = m_isWalkable; // whole events don't change that
+    const std::optional<bool> isWalkable = m_isWalkable; // whole events do not change it
     const unsigned inserted = insertBytes(events, m_trackStart);
     m_isWalkable = isWalkable;
     return inserted;
@@ -201,8 +201,8 @@ int RawMidiFile::extractMarkersList(QList<::Marker> &list) const
     const int first = firstEvents().kordia[Marker];
     if (first >= 0)
         m_scannedBytes += m_stream.size() - first;
-    // The texts of true markers don't overlap. Thousands of markers that each claim the rest of
-    // the file share its size.
+    // Texts of real markers don't overlap: thousands of markers that each claim the rest of the
+    // file get at most its size together.
     qsizetype unclaimed = m_stream.size();
     for (int hit = first; hit >= 0;) {
         const int textLength = byteAt(m_stream, hit + lengthOffset) - 3;

@@ -10,11 +10,11 @@
 #include <optional>
 
 /// A Standard MIDI File of format 0 or 1 and the song data in it: see
-/// docs/formats/midi-meta-events.md. What is read is found by searching for its bytes, so bytes
-/// that happen to look like an event are taken for one. What is removed is found by walking the
-/// first track's events; only where that is impossible, by its bytes. Changes are made at the start
-/// of the first track, whose length field is kept right. Without loaded data every getter is empty
-/// or 0 and the setters do nothing.
+/// docs/formats/midi-meta-events.md. Events are read by searching for their bytes, so
+/// bytes that happen to look like an event are mistaken for one. Events to be removed are found by
+/// walking the first track; only if that is impossible, by their bytes. Changes are made at the
+/// start of the first track, whose length field is updated. Without loaded data every getter is
+/// empty or 0 and the setters do nothing.
 class RawMidiFile
 {
 public:
@@ -28,14 +28,15 @@ public:
         Marker = 6,  ///< bar, 2 bytes big-endian, then the text
     };
 
-    /// What a save by hand writes: see wouldLose().
+    /// The fields that a save by hand writes, see wouldLose().
     enum class Field { Title, Genre, Artist, Author, Length, UserBpm, Key };
 
     static constexpr char kordiaMeta = '\x4B'; ///< the meta type of the publisher's events
-    static constexpr int maxText = 125;        ///< characters of a text that is written
-    static constexpr int maxMarkerText = 124;  ///< so that no event's length passes 127
+    static constexpr int maxText = 125;        ///< characters; longer texts are cut when written
+    static constexpr int maxMarkerText = 124;  ///< characters; so an event's length is 127 at most
 
-    /// Takes \a data if it is a MIDI file of format 0 or 1; otherwise false, and nothing changes.
+    /// Loads \a data if it is a MIDI file of format 0 or 1. Otherwise returns false and changes
+    /// nothing.
     [[nodiscard]] bool loadData(const QByteArray &data);
 
     QByteArray stream() const { return m_stream; }
@@ -43,46 +44,49 @@ public:
 
     void updateTrackSize();
 
-    /// The position of the 0xFF of the publisher's first event of \a type from \a from on, or -1.
+    /// The position of the 0xFF of the publisher's first event of \a type from \a from on; -1 if
+    /// there is no such event.
     static int indexOfKordiaMetaevent(const QByteArray &data, int from, kordiaMetaTypeEnum type);
 
-    /// Read the text of the first event; return its position or -1, with an empty text. A length
-    /// that is negative as a signed byte, or too large, gives the rest of the file up to the first
-    /// zero byte: that way long texts with a two-byte length, written by others, can be read.
+    /// Read the text of the first event. Return its position, or -1 with an empty text. If the
+    /// length is negative as a signed byte, or too large, the text is the rest of the file up to
+    /// the first zero byte: so long texts with a two-byte length, written by other programs, can be
+    /// read.
     int extractMetaevent(QString &text, kordiaMetaTypeEnum type) const;
     int extractMetaevent(QString &text, char metaType) const;
 
-    /// Remove events with a delta-time of 0 from the first track, all or only the first; return the
-    /// bytes removed. Where the track's events can be walked to its end, these are whole events of
-    /// any length; otherwise bytes that look like one.
+    /// Remove events with a delta-time of 0 from the first track, all or only the first. Return the
+    /// number of bytes removed. If the track can be walked to its end, these are whole events of
+    /// any length; otherwise bytes that look like an event.
     unsigned removeHeadMetaevent(kordiaMetaTypeEnum type, bool onlyFirst);
     unsigned removeHeadMetaevent(char metaType, bool onlyFirst);
 
-    /// Insert an event with delta-time 0 at \a pos; return the bytes inserted, 0 when \a pos lies
-    /// outside the data.
+    /// Insert an event with delta-time 0 at \a pos. Return the number of bytes inserted, 0 if \a
+    /// pos is outside of the data.
     unsigned insertMetaevent(const QByteArray &data, kordiaMetaTypeEnum type, int pos);
     unsigned insertMetaevent(const QByteArray &data, char metaType, int pos);
 
-    /// Insert a marker at the start of the first track; return the bytes inserted.
+    /// Insert a marker at the start of the first track. Return the number of bytes inserted.
     int insertMarker(const QString &text, unsigned short bar);
     int dbgInsertMarker(const QString &text, unsigned short bar);
 
-    /// Read all markers in file order; returns the position of the first or -1.
+    /// Read all markers in file order. Return the position of the first; -1 if there is no marker.
     int extractMarkersList(QList<::Marker> &list) const;
-    /// Reads the key's name, empty for a signature that has none; returns its position or -1.
+    /// Reads the key's name, which is empty for an unknown signature. Returns its position; -1 if
+    /// there is no key.
     int extractKey(QString &key) const;
 
     QString title() const;
     QString genre() const;
     QString artist() const;
     QString author() const;
-    int length() const;  ///< seconds; 0 when missing, negative or not a number
-    int userBpm() const; ///< beats per minute; 0 when missing, negative or not a number
+    int length() const;  ///< seconds; 0 if missing, negative or not a number
+    int userBpm() const; ///< beats per minute; 0 if missing, negative or not a number
     QString key() const;
     QList<::Marker> markersList() const;
     bool isKordia() const; ///< by the copyright text
 
-    /// True when the event is there, whatever it holds.
+    /// True if the event exists, with any content.
     bool hasTitle() const;
     bool hasGenre() const;
     bool hasArtist() const;
@@ -101,30 +105,30 @@ public:
     void setUserBpm(int bpm);
     /// Replaces the key; an empty or unknown name leaves the song without one.
     void setKey(const QString &name);
-    /// Inserts the markers in their order. The author goes, old markers stay: it is meant for
-    /// songs that have no markers yet, and was always so.
+    /// Inserts the markers in order. Removes the author and keeps old markers: it is meant for
+    /// songs without markers, and has always been like this.
     void setMarkersList(const QList<::Marker> &list);
 
-    /// Bytes looked through since loadData() to read what the song holds: one pass serves all
-    /// getters until the song is changed, and one more the markers.
+    /// The number of bytes scanned by getters since loadData(): until the song is changed, one pass
+    /// for all getters and another one for the markers.
     qint64 scannedBytes() const { return m_scannedBytes; }
 
-    /// True when the setter of \a field, given the value in \a info, would lose something although
-    /// the getter gives that value now: bytes other than zero behind a text's zero byte or a key, a
-    /// text longer than maxText, one that is no plain number or not what was read, an unknown key,
-    /// a key's place behind tick 0, a second event, or bytes of other events in a track that can't
-    /// be walked. False for a value that differs from the getter's.
+    /// True if the getter of \a field returns the value in \a info, and setting it again would lose
+    /// data: bytes other than zero after a text's zero byte or a key, a text longer than maxText, a
+    /// text that is not a plain number or differs from the one read, an unknown key, a key after
+    /// tick 0, a second event, or bytes of other events in a track that can't be walked. False for
+    /// another value than the getter's.
     bool wouldLose(Field field, const SongInfo &info) const;
 
-    /// How often the first track was walked to its end since loadData(): never to read, once for
-    /// all changes at its start.
+    /// How often the first track was walked to its end since loadData(): not at all for reading,
+    /// once for all changes at its start.
     int trackWalks() const { return m_trackWalks; }
 
-    /// The names that extractKey() gives, in ascending order of their value.
+    /// The names that extractKey() returns, in ascending order of their value.
     static QStringList getKeysList();
 
 private:
-    /// The positions of the first events by type, -1 where there is none.
+    /// The positions of the first events by type; -1 if there is no such event.
     struct FirstEvents {
         std::array<int, 256> standard;
         std::array<int, 256> kordia;
@@ -148,12 +152,12 @@ private:
     void setKordiaText(kordiaMetaTypeEnum type, const QString &text);
 
     QByteArray m_stream;
-    mutable std::optional<FirstEvents> m_firstEvents; ///< forgotten with every change
-    mutable std::optional<bool> m_isWalkable;         ///< the first track; unknown until it matters
+    mutable std::optional<FirstEvents> m_firstEvents; ///< cleared by every change
+    mutable std::optional<bool> m_isWalkable;         ///< the first track; empty until needed
     mutable qint64 m_scannedBytes = 0;
     mutable int m_trackWalks = 0;
     quint32 m_trackSize = 0;
-    int m_trackStart = 8; ///< behind the "MTrk" and the length: no place in an empty stream
+    int m_trackStart = 8; ///< after "MTrk" and the length; outside of an empty stream
     int m_trackSizePos = 4;
     SongInfo::fileTypeEnum m_fileType = SongInfo::Unknown;
 };

@@ -27,7 +27,7 @@ bool clearImmutable(const QString &path)
     if (!file.isOpen())
         return false;
     int flags = 0;
-    // Most file systems of memories have no such attribute.
+    // Most file systems of memories don't have this attribute.
     if (::ioctl(file.get(), FS_IOC_GETFLAGS, &flags) != 0 || (flags & FS_IMMUTABLE_FL) == 0)
         return true;
     flags &= ~FS_IMMUTABLE_FL;
@@ -38,10 +38,10 @@ bool clearImmutable(const QString &path)
 
 bool clearImmutable(const QString &path)
 {
-    constexpr int patience = 60000; // milliseconds
+    constexpr int timeout = 60000; // milliseconds
     QProcess command;
     command.start(QStringLiteral("chflags"), {QStringLiteral("nouchg"), path});
-    return command.waitForFinished(patience);
+    return command.waitForFinished(timeout);
 }
 
 #else

@@ -2,11 +2,11 @@
 
 #include <QString>
 
-/// Takes the immutable attribute from the file at \a path, where the system knows such a thing,
-/// and logs "remove read only flag: OK", or ": ERROR" when it could not be taken away. A file that
-/// does not carry it, or is none, is as good as cleared.
+/// Removes the immutable attribute from the file at \a path, if the system supports it, and logs
+/// "remove read only flag: OK", or ": ERROR" if that fails. A path without the attribute, or that
+/// is not a file, counts as cleared.
 void clearReadOnlyFlag(const QString &path);
 
-/// clearReadOnlyFlag(), and gives the file's owner the permission to write. Leaves alone whatever
-/// is not a plain file.
+/// Calls clearReadOnlyFlag(), and gives the file's owner the permission to write. Does nothing for
+/// a path that is not a plain file.
 void makeWritable(const QString &path);

@@ -9,11 +9,11 @@
 namespace
 {
 
-/// "_ZB4" containers carry these bytes in the first track, not counted in its length.
+/// "_ZB4" containers have these bytes in the first track, not included in its length.
 constexpr char zb4Mark[] = {'\xFF', '\x00', '\xFF'};
 constexpr qsizetype zb4MarkSize = sizeof zb4Mark;
 
-/// Where the mark stands in MIDI data, or -1 when there is no such place.
+/// The position of the mark in MIDI data; -1 if there is no track.
 qsizetype zb4MarkPosition(const QByteArray &midi)
 {
     constexpr qsizetype trackHeaderSize = 8;
@@ -47,7 +47,8 @@ bool SongData::loadContainer(const QByteArray &content)
         return false;
     QByteArray midi;
     if (!LzHuff().expand(content.sliced(headerSize), midi)) {
-        debug() << "[MetaSong::importFile] LzHuff Expand filed, skipping file"; // "filed": as ever
+        debug() << "[MetaSong::importFile] LzHuff Expand filed, skipping file"; // "filed": misspelt
+                                                                                // as always
         return false;
     }
     const qsizetype mark = zb4MarkPosition(midi);
@@ -108,7 +109,7 @@ SongInfo SongData::info() const
 
 bool SongData::isWhole(qint64 maxSongSize) const
 {
-    // What has grown larger than a reader takes could never be read again.
+    // A song that has become too large could not be read again.
     if (m_fileType == SongInfo::Mp3)
         return !tag().isEmpty() && Mp3Header::getId3TagSize(tag()) <= Mp3Header::maxFileStart;
     const qsizetype size = m_midiFile.stream().size();
@@ -130,7 +131,7 @@ bool SongData::hasSameMusicOrNames(const SongData &other) const
     return m_fileType != SongInfo::Mp3 && music() == other.music();
 }
 
-/// The MIDI data without what this program writes into them.
+/// The MIDI data without the events that this program writes.
 QByteArray SongData::music() const
 {
     constexpr char titleMeta = 3;

@@ -7,47 +7,47 @@
 
 #include <QByteArray>
 
-/// What a song file of any format holds, in memory: read from bytes, changed by the rules of the
-/// synchronisation or of an edit by hand, and given back as bytes.
+/// The content of a song file of any format in memory: read from bytes, changed by the rules of a
+/// synchronisation or of an edit by hand, and written to bytes.
 class SongData
 {
 public:
     SongInfo::fileTypeEnum fileType() const { return m_fileType; }
     bool isContainer() const { return ZbxHeader::sizeOf(m_fileType) > 0; }
 
-    /// Each takes a song of its format; false when \a content is not one. What was held before is
-    /// gone then, but for the type.
+    /// Load a song of one format. Return false if \a content is not such a song; then the previous
+    /// song is dropped, except for its type.
     [[nodiscard]] bool loadMidi(const QByteArray &content);
     [[nodiscard]] bool loadContainer(const QByteArray &content);
-    /// \a head is the file's start with the whole tag.
+    /// \a head: the start of the file with the whole tag.
     [[nodiscard]] bool loadMp3(const QByteArray &head);
-    /// Drops what is held, but for the type.
+    /// Drops the song, except for its type.
     void clear();
 
-    /// What the song holds. Its names, its format and the alternative artist stay empty.
+    /// The song's data. Names, format and the alternative artist are empty.
     SongInfo info() const;
-    /// Puts \a info in: with \a manual all of it, otherwise only where the song lacks something, so
-    /// that the publisher's data are never overwritten. A field that reads as it is to be written
-    /// stays untouched where writing it would lose something.
+    /// Writes \a info into the song: with \a manual all fields, otherwise only missing ones, so
+    /// that the publisher's data are never overwritten. A field that already has the value is not
+    /// written if that would lose data.
     void setInfo(const SongInfo &info, bool manual);
 
-    /// False when no song is held, or it has grown larger than a reader takes.
+    /// False if there is no song, or it has become too large to be read.
     bool isWhole(qint64 maxSongSize) const;
-    /// True when \a other has the same format and either the same title and artist, neither of them
-    /// empty, or, of MIDI data, the same events but for those that this program writes.
+    /// True if \a other has the same format and either the same title and artist, both not empty,
+    /// or, for MIDI data, the same events except for those that this program writes.
     bool hasSameMusicOrNames(const SongData &other) const;
 
-    /// The whole file, of a MIDI file or container. A container's sizes are made right.
+    /// The whole file, for a MIDI file or container. Updates a container's sizes.
     [[nodiscard]] QByteArray fileContent();
     /// The tag of an MP3.
     QByteArray tag() const { return m_mp3Header.stream(); }
-    /// Where the audio of an MP3 begins in the file, in bytes.
+    /// The start of an MP3's audio in the file, in bytes.
     qint64 audioStart() const { return m_mp3Header.getAudioDataStartPos(); }
-    /// Notes that the file now holds what is held here.
+    /// Records that the song was written to the file.
     void noteSaved() { m_mp3Header.noteSaved(); }
 
-    /// Puts a marker at the head of the MIDI data; returns the bytes inserted, 0 when there are
-    /// none.
+    /// Inserts a marker at the start of the MIDI data. Returns the number of bytes inserted, 0 if
+    /// there are no MIDI data.
     int addMarker(const QString &text, unsigned short bar);
 
 private:

@@ -30,7 +30,7 @@ void SongInfo::dbgDump() const
     for (const Marker &marker : markers)
         debug() << "  bar:" << marker.bar << "  text:" << marker.text;
     debug() << "ZbxLongName:" << zbxLongName;
-    // The byte is widened with its sign: the record declares it as a signed one.
+    // The byte is signed in the record, and logged with its sign.
     debug() << "ZbxFlags   :"
             << QStringLiteral("0x%1").arg(static_cast<int>(zbxFlags), 2, 16, QChar(u'0'));
     debug() << "Dump END ----------------------------------------------------";

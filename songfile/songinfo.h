@@ -11,7 +11,7 @@ public:
     qint32 bar = 0; ///< counted as the player counts bars; files keep 0 to 65535
 };
 
-/// What the system knows of one song, whatever its format.
+/// The data of one song of any format.
 class SongInfo
 {
 public:
@@ -33,14 +33,14 @@ public:
 
     QString title;
     QString artist;
-    QString altArtist; ///< known from the catalogue only; no file format stores it
+    QString altArtist; ///< from the catalogue only; no file format stores it
     QString genre;
     QString author;
     qint32 length = 0;     ///< whole seconds; 0 = unknown
     qint32 userBpm = 0;    ///< beats per minute; 0 = none
-    QString key;           ///< a key name such as "C" or "A-"; in MP3s whatever the tag holds
-    QString fileName;      ///< full path; set by whoever knows it
-    QString shortName;     ///< name without folder; set by whoever knows it
+    QString key;           ///< a key name such as "C" or "A-"; in MP3s any text
+    QString fileName;      ///< full path; set by the caller
+    QString shortName;     ///< name without folder; set by the caller
     bool isKordia = false; ///< published by the maker
     QList<Marker> markers; ///< in file order
     QString format;        ///< MetaSong::getFormatString

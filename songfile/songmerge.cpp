@@ -1,4 +1,4 @@
-// The rules by which a record is put into a song, format by format.
+// The rules for writing a record into a song, for each format.
 
 #include "songfile/songdata.h"
 
@@ -17,16 +17,16 @@ bool isMissing(const QString &headerText)
     return headerText.isEmpty() || isPlaceholder(headerText);
 }
 
-/// Whether the automatic mode may write a key, length or tempo: only the publisher's own data are
-/// trusted to fit the file.
+/// Whether the automatic mode may write a key, length or tempo: only the publisher's data are known
+/// to fit the file.
 bool maySupply(bool isThere, int value, const SongInfo &info)
 {
     return !isThere && value >= 0 && info.isKordia;
 }
 
-/// The artist of a song in automatic mode: the alternative artist wins whenever the catalogue has
-/// one. What is there already stays untouched where writing it again would lose something. \a
-/// Target is whatever part of the song holds the artist.
+/// Sets the artist of a song in automatic mode: the alternative artist takes precedence if the
+/// catalogue has one. An existing artist is not written again if that would lose data. \a Target is
+/// the part of the song with the artist.
 template <typename Target>
 void supplyArtist(Target &target, const SongInfo &info)
 {
@@ -105,7 +105,7 @@ void SongData::setContainerHeader(const SongInfo &info, bool manual)
     if (manual || (!m_zbxHeader.hasValidTempo() && info.userBpm >= 0))
         m_zbxHeader.setTempo(info.userBpm);
     if (!manual && isPlaceholder(m_zbxHeader.artist()))
-        m_zbxHeader.setArtist(info.altArtist); // an empty one too: a placeholder never stays
+        m_zbxHeader.setArtist(info.altArtist); // even if empty: a placeholder is always replaced
     else if (!manual)
         supplyArtist(m_zbxHeader, info);
     else if (mayWrite(Field::Artist, m_zbxHeader.artist()))
@@ -132,7 +132,7 @@ void SongData::setMp3Tag(const SongInfo &info, bool manual)
         m_mp3Header.setKey(info.key);
     if (mayWrite(Field::Length, maySupply(m_mp3Header.hasLength(), info.length, info)))
         m_mp3Header.setLength(info.length);
-    // A text that is compressed or encrypted can't be compared with the catalogue's.
+    // A compressed or encrypted text can't be compared with the catalogue's.
     const bool isHidden = m_mp3Header.wouldLose(Field::Artist, SongInfo());
     if (!manual && !isHidden)
         supplyArtist(m_mp3Header, info);

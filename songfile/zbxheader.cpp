@@ -22,7 +22,7 @@ constexpr qsizetype flagsOffset = 185;
 constexpr TextField authorField{186, 32};
 constexpr TextField artistField{218, 32};
 constexpr TextField genreField{250, 32};
-constexpr int tempoLimit = 500; ///< beats per minute, the first that is no tempo
+constexpr int tempoLimit = 500; ///< beats per minute; lower numbers are valid
 
 QString read(const QByteArray &header, TextField field)
 {

@@ -5,13 +5,13 @@
 #include <QByteArray>
 
 /// The header of a compressed song container, edited in place: see docs/formats/container.md.
-/// What it does not know stays byte for byte. Without a loaded header every getter is empty or 0
+/// Unknown bytes are kept. Without a loaded header every getter is empty or 0
 /// and the setters do nothing.
 class ZbxHeader
 {
 public:
     enum FlagsEnum {
-        HasMarkers = 1, ///< the song carries markers
+        HasMarkers = 1, ///< the song has markers
     };
 
     /// The texts that are written.
@@ -20,13 +20,14 @@ public:
     static constexpr qsizetype shortSize = 512; ///< bytes of a "_ZB3" or "_ZB4" header
     static constexpr qsizetype longSize = 1024; ///< bytes of a "_ZB5" header
 
-    /// The format that the magic at the start of \a data names; Unknown when it is none.
+    /// The format of the magic at the start of \a data; Unknown if there is no known magic.
     static SongInfo::fileTypeEnum typeOf(const QByteArray &data);
-    /// Bytes of the header of a container of \a type; 0 when it is none.
+    /// Bytes of the header of a container of \a type; 0 for other formats.
     static qsizetype sizeOf(SongInfo::fileTypeEnum type);
 
-    /// Takes all of \a data, which is the header. False, with no header left, when the magic is
-    /// not known (fileType() is Unknown then) or the data are too short (it stays as it was).
+    /// Loads \a data, the whole header. Returns false, without a header loaded, if the magic is
+    /// unknown (then fileType() is Unknown) or the data are too short (then fileType() is
+    /// unchanged).
     [[nodiscard]] bool loadHeader(const QByteArray &data);
 
     QByteArray header() const { return m_header; }
@@ -49,18 +50,18 @@ public:
     bool hasLongName() const;
     bool hasValidTempo() const; ///< 1 to 499
 
-    /// Texts are kept to 32 characters, the rest is cut.
+    /// Texts are cut to 32 characters.
     void setTitle(const QString &text);
     void setAuthor(const QString &text);
     void setArtist(const QString &text);
     void setGenre(const QString &text);
-    void setTempo(int bpm);           ///< its low 16 bits are kept
+    void setTempo(int bpm);           ///< only the low 16 bits are stored
     void setFlag(FlagsEnum flag);     ///< flags are only ever added
     void setSize(unsigned bytes);     ///< header and compressed data
     void setOrigSize(unsigned bytes); ///< the MIDI data before compression
 
-    /// True when \a info holds for \a field what the header reads as, and bytes other than zero
-    /// stand behind the zero byte that ends that text: see docs/formats/container.md.
+    /// True if \a info has the same text for \a field as the header, and there are other bytes than
+    /// zeros after the zero byte that ends it: see docs/formats/container.md.
     bool wouldLose(Field field, const SongInfo &info) const;
 
 private:
