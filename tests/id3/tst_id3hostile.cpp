@@ -71,7 +71,7 @@ void readAll(const QByteArray &stored, qint64 end)
             QVERIFY(frame->start + frame->size <= tag.size());
             QVERIFY(frame->isSearched || frame->start + frame->size <= frames.framesEnd());
             QVERIFY(frames.content(tag, *frame).size() <= frame->size);
-            Id3Text::read(frames.content(tag, *frame), megabyte);
+            QVERIFY(Id3Text::read(frames.content(tag, *frame), megabyte).size() <= megabyte);
         }
         QByteArray rewritten = tag;
         frames.makeSizesSynchsafe(rewritten);
