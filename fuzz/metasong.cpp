@@ -71,8 +71,9 @@ bool isTooLargeToSave(const SongInfo &info, const QByteArray &input)
     if (!info.format.startsWith(QStringLiteral("ZB")))
         return false;
     QByteArray midi;
-    LzHuff().expand(input.mid(info.format == QStringLiteral("ZB5") ? 1024 : 512), midi);
-    return midi.size() + mostAdded > LzHuff::maxTextSize;
+    const bool isExpanded =
+        LzHuff().expand(input.mid(info.format == QStringLiteral("ZB5") ? 1024 : 512), midi);
+    return isExpanded && midi.size() + mostAdded > LzHuff::maxTextSize;
 }
 
 /// Changes the song at \a path, saves it, and requires that the file has the values in memory.

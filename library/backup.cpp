@@ -18,7 +18,7 @@ QString makeBackupFolder(const QString &chosen, const QDateTime &time)
     debug() << "Making new root backup dir:" << path;
     if (QDir(chosen).mkdir(name)) {
         // The copies could reach a FAT disk before the beginning of their folder.
-        flushFolder(chosen);
+        (void)flushFolder(chosen);
         return path;
     }
     debug() << "Dest root dir creation failed";

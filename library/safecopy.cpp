@@ -63,7 +63,7 @@ CopyResult copyOverFile(const QString &source, const QString &destination)
     if (!QFile::remove(destination))
         return CopyResult::TargetFailed;
     // The old entry must not lead to the new bytes.
-    flushFolder(QFileInfo(destination).absolutePath());
+    (void)flushFolder(QFileInfo(destination).absolutePath());
     return copyToNewFile(source, destination);
 }
 

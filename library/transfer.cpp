@@ -30,7 +30,7 @@ TransferRefusal findTransferFolder(const QString &chosen, QString &destination)
             return TransferRefusal::NoSongsFolder;
         // The songs could reach a FAT disk before the beginning of their folder.
         if (!isThere)
-            flushFolder(memory.path());
+            (void)flushFolder(memory.path());
         // "songs" may be a link that leads off the memory.
         if (isSystemDisk(destination))
             return TransferRefusal::SystemDisk;
