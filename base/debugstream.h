@@ -10,7 +10,7 @@
 ///
 ///     debug() << "Found file:" << path;
 ///
-/// While nobody listens, nothing is built and nothing is sent: a song has some twenty messages, and
+/// While the log is off, nothing is built and nothing is sent: a song has some twenty messages, and
 /// the log is off by default.
 class DebugStream
 {

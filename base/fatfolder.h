@@ -2,16 +2,16 @@
 
 #include <QStringList>
 
-/// What must be known of the FAT family to write there so that a cut loses nothing.
+/// What writing on the FAT family needs, so that an interruption loses nothing.
 
 /// True when \a path lies on a file system of the FAT family.
 bool isOnFat(const QString &path);
 /// The same of the open file or folder \a handle.
 bool isOnFat(int handle);
 
-/// Sees to it that \a names can be added to \a folder without it having to grow, and flushes it: a
-/// folder that grows is for a moment continued on the disk by whatever its new cluster held before.
-/// Does what it can; a folder that has no room stays as it is.
+/// Makes room in \a folder for entries with these names, and flushes it, so that it does not grow
+/// when they are added: for a moment a folder that grows goes on, on the disk, with what its new
+/// cluster held before. Best effort: where there is no room the folder stays as it is.
 void reserveEntries(const QString &folder, const QStringList &names);
 
 /// Removes the files \a names of the open folder \a folder. On FAT their clusters become free only

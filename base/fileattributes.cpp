@@ -24,7 +24,7 @@ void keepOwner(int from, int to)
     };
     if (::fstat(from, &old) != 0)
         return;
-    // A user may give a file to another of the own groups, but to nobody else.
+    // A user may hand a file to another group of theirs, but not to another user.
     constexpr auto same = static_cast<uid_t>(-1);
     if (::fchown(to, old.st_uid, old.st_gid) != 0)
         (void)!::fchown(to, same, old.st_gid);

@@ -7,11 +7,11 @@ enum class FileKind {
     Regular,     ///< a plain file, also one reached through a link
     Folder,      ///< a folder, also one reached through a link
     Other,       ///< a device, a FIFO, a socket: nothing is read from it
-    Unreachable, ///< it may exist, but can't be looked at (permission, I/O error, link loop)
+    Unreachable, ///< it may exist, but can't be examined (permission, I/O error, link loop)
 };
 
-/// A look at a file. Two that are equal say that one file stood there unchanged, as far as a look
-/// can tell. All but the kind is 0 for what can't be looked at.
+/// The metadata of a file. Two equal states mean that it is one file and unchanged, as far as
+/// metadata can show that. All but the kind is 0 for a file that can't be examined.
 struct FileState {
     FileKind kind = FileKind::Missing;
     qint64 modified = 0; ///< seconds since 1970, UTC
@@ -36,12 +36,12 @@ FileKind fileKind(const QString &path);
 /// True for a plain file, also through a link: the only thing that may be opened as a song.
 bool isRegularFile(const QString &path);
 
-/// True when anything has the path \a path, a link that leads nowhere too.
+/// True when anything has this path, also a broken link.
 bool entryExists(const QString &path);
 
-/// A text that is the same for every path that leads to the same file or folder; empty when there
-/// is none. Folders already visited are remembered by it, so that a link loop ends.
+/// A text that is the same for every path that leads to one file or folder; empty when nothing is
+/// there. Folders that were visited are remembered by it, so that a link loop ends.
 QString fileIdentity(const QString &path);
 
-/// True when both paths lead to one existing file, by whatever way.
+/// True when both paths lead to one existing file, links followed.
 bool isSameFile(const QString &first, const QString &second);

@@ -11,17 +11,17 @@
 
 class StagingFolder;
 
-/// Puts new contents in the places of many files at the price of a few flushes. Each content is
-/// first written into a file of its own. Then commit() flushes all of them in one go, gives them
-/// their names and flushes those: a cut at any point leaves each file with its whole old or its
-/// whole new content. How that order holds on a real FAT: docs/reliability.md, "On a real FAT".
+/// Replaces the contents of many files with few flushes. Each content is first written to a
+/// temporary file. Then commit() flushes all of them at once, renames them and flushes the names:
+/// an interruption at any point leaves each file with its whole old or its whole new content. How
+/// that order holds on a real FAT: docs/reliability.md, "On a real FAT".
 class FileLot
 {
 public:
     using Place = FileReplacement::Place;
 
     FileLot();
-    /// Takes away what was not committed.
+    /// Removes what was not committed.
     ~FileLot();
     FileLot(const FileLot &) = delete;
     FileLot &operator=(const FileLot &) = delete;
@@ -45,8 +45,8 @@ public:
     /// True when \a path gets a new content, whatever the case of its letters.
     bool holds(const QString &path) const;
 
-    /// Puts all of them in their places, in the order in which they were added, and gives what
-    /// came of each: Done, Changed, Failed or NotNamed. After a failure the old content stands
+    /// Puts all of them in their places, in the order in which they were added, and returns the
+    /// result of each: Done, Changed, Failed or NotNamed. After a failure the old content stands
     /// there, but where only the new name could not be flushed, or the old file had to be deleted
     /// first. The lot is empty then and can be filled again.
     [[nodiscard]] QList<WriteResult> commit();

@@ -9,8 +9,9 @@
 
 class StagingFolder;
 
-/// A new content on its way to its place: it grows in a file of its own and takes its name when it
-/// is whole and on the disk. Until then the destructor removes that file.
+/// Replaces the content of one file, or makes a new file: the content is written to a temporary
+/// file, which is renamed to the file's name when it is complete and on the disk. Until then the
+/// destructor removes the temporary file.
 ///
 /// The steps follow each other: open, write into file(), finish(), flush(), takeName(), and the
 /// flushes of the names. FileLot takes them for many files at a time.
@@ -41,7 +42,7 @@ public:
 
     /// The new file, unbuffered, which the content is written into.
     QFile &file() { return m_file; }
-    /// Gives the new file what the file that it replaces has besides its content.
+    /// Copies owner, permissions and attributes of the replaced file to the new one.
     void keepAttributesOfOld();
     /// Writes the whole of \a content, and finishes. False when that failed.
     [[nodiscard]] bool write(const QByteArray &content);
@@ -54,8 +55,8 @@ public:
     void flush();
     /// Closes the new file. takeName() looks whether it is still the same.
     void close();
-    /// Gives the new file its name, unless the replacement has failed; result() is Done, Changed,
-    /// NotNamed or Failed then. With \a keepsOld the replaced file stays open until the end, or
+    /// Renames the new file, unless the replacement has failed; result() is Done, Changed, NotNamed
+    /// or Failed then. With \a keepsOld the replaced file stays open until the end, or
     /// until closeOld(). Flushes nothing.
     void takeName(bool keepsOld);
     void closeOld() { m_old.close(); }

@@ -54,13 +54,12 @@ class FileLot;
 /// The path of a temporary file for each attempt to make one, counted from 0.
 using TemporaryPath = std::function<QString(int attempt)>;
 
-/// A hidden name in \a folder. It has nothing of a song's: those may be as long as the system
-/// allows, and no player shows what a cut has left.
+/// A hidden name in \a folder. It is not made from a song's name, which may be as long as the
+/// system allows, and players don't show what an interrupted save leaves behind.
 QString temporaryPathIn(const QString &folder, int attempt);
 
-/// Opens a file that was not there before, for reading and writing, unbuffered: what stands under
-/// one of the names is somebody's own. With \a isPrivate nobody else may open it. False when none
-/// could be made.
+/// Creates a file under the first of the names that is free, for reading and writing, unbuffered.
+/// With \a isPrivate only its owner may open it. False when none could be created.
 [[nodiscard]] bool openNewFile(QFile &file, const TemporaryPath &pathOf, bool isPrivate);
 
 /// Renames \a from to \a to, replacing a file of that name in one step, and flushes it and its

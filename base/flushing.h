@@ -21,5 +21,5 @@
 
 /// Waits until the content of a large open file is written, so that the next flush of the file
 /// system does not take long; does nothing for small ones. False when writing failed: no later
-/// flush says so again.
+/// flush reports it again.
 [[nodiscard]] bool writeAhead(int handle, qint64 size);

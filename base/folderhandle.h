@@ -29,7 +29,7 @@ public:
     /// the moved file's own, which is written when that file is flushed.
     bool isFat() const;
 
-    /// Gives the entry \a name, a link as such, the name \a newName. Replaces nothing and copies
+    /// Renames the entry \a name, a link itself, to \a newName. Replaces nothing and copies
     /// nothing. False on failure: then nothing has changed.
     [[nodiscard]] bool rename(const QString &name, const QString &newName) const;
 

@@ -6,7 +6,7 @@
 
 /// Keeps other programs from working on a folder, such as the root of a memory, as long as it
 /// lives. The lock lies on the folder itself, so nothing is written there, and it ends with its
-/// process, however that ends. Where the system can't lock a folder it keeps nobody out.
+/// process, however that ends. Where the system can't lock a folder it has no effect.
 ///
 /// Locks of one process on one folder count as one: the work that holds it can call other work that
 /// asks for it, too.
@@ -15,7 +15,7 @@ class FolderLock
 public:
     enum class Kind {
         Shared,    ///< for reading: others may read, too
-        Exclusive, ///< for changing: nobody else may do anything
+        Exclusive, ///< for changing: no other program may read or write
     };
 
     /// Takes the lock on \a folder, links followed, without waiting.

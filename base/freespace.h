@@ -7,8 +7,8 @@
 /// chroot, a container or a sandbox.
 qint64 freeSpace(const QString &folder);
 
-/// How many bytes the file system of \a folder gives to files at a time (FAT: a cluster); 1 when it
-/// can't be asked.
+/// The unit in which the file system of \a folder allocates space, in bytes (FAT: a cluster); 1
+/// when it is unknown.
 qint64 allocationUnit(const QString &folder);
 
 /// What a file of \a size bytes takes where files get \a unit bytes at a time.

@@ -21,7 +21,7 @@ namespace
 {
 
 /// Opens the plain file at \a path without waiting and without emptying it: what it occupies stays
-/// its own, so that the way back needs no room.
+/// its own, so that putting the old content back needs no room.
 bool openToOverwrite(QFile &file, const QString &path)
 {
 #ifdef Q_OS_UNIX

@@ -20,7 +20,7 @@ public:
     /// Makes the folder in \a root where there is none, and on FAT with room for as many files as a
     /// lot has, and flushed.
     explicit StagingFolder(const QString &root);
-    /// Takes the folder away, unless somebody else's files lie there. On FAT its parent is flushed
+    /// Removes the folder, unless it holds files of another program. On FAT its parent is flushed
     /// then, and with it the room that replaced files have freed.
     ~StagingFolder();
     StagingFolder(const StagingFolder &) = delete;
@@ -34,13 +34,12 @@ public:
     /// False when no such folder could be made, or a link stands there.
     [[nodiscard]] bool isOpen() const { return m_lot.isOpen(); }
 
-    /// Opens a new file for reading and writing. Gives its path, empty on failure: \a file does not
-    /// know it.
+    /// Opens a new file for reading and writing. Returns its path, which \a file does not know;
+    /// empty on failure.
     [[nodiscard]] QString makeFile(QFile &file);
 
-    /// Takes away what runs that were cut have left in the open work folder \a workFolder, but on a
-    /// FAT that is mounted with "sync": after a cut there a file of the memory may lead to the same
-    /// clusters.
+    /// Removes what interrupted runs have left in the open work folder \a workFolder, except on a
+    /// FAT that is mounted with "sync": there a file of the memory may share its clusters.
     static void clear(int workFolder);
 
     /// ".brisel2pc", the folder in the root of a memory for what a run keeps there.
