@@ -10,20 +10,18 @@
 #include "app/startup.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
+#include "base/runguard.h"
 #include "db/usersongsreltablemodel.h"
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
-#include "library/dialogs/dataeditdialog.h"
-#include "library/folderscan.h"
-#include "library/libraryimport.h"
-#include "library/songpicker.h"
 #include "ui_mainwindow.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QToolButton>
 
 namespace
 {
@@ -38,7 +36,7 @@ void runDialog()
     dialog.exec();
 }
 
-/// As above, for a dialog that works on a memory; \a line then tells what came of it.
+/// As above, for a dialog that works on a memory; \a line then shows what came of it.
 template <typename Dialog>
 void runMemoryDialog(StatusLine &line)
 {
@@ -46,25 +44,13 @@ void runMemoryDialog(StatusLine &line)
         return;
     Dialog dialog;
     dialog.exec();
-    line.setReport(dialog.report());
+    if (const auto report = dialog.report(); report.has_value())
+        line.setReport(*report);
 }
 
 } // namespace
 
-MainWindow::LibraryRun::LibraryRun(MainWindow &window) : m_model(window.m_model)
-{
-    if (m_model != nullptr)
-        m_model->setSortingLocked(true);
-}
-
-MainWindow::LibraryRun::~LibraryRun()
-{
-    if (m_model != nullptr)
-        m_model->setSortingLocked(false);
-}
-
-MainWindow::MainWindow()
-    : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(openSettings()), m_progress(this)
+MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(openSettings())
 {
     m_ui->setupUi(this);
     setWindowTitle(tr("Brisel2 PC"));
@@ -74,14 +60,12 @@ MainWindow::MainWindow()
     m_ui->actionItalian->setVisible(true);
     m_ui->debugKordiaGroupBox->hide();
     m_ui->debugGroupBox->hide();
-    m_ui->updateDataToolButton->setEnabled(false);
-    m_ui->transferFilesToolButton->setEnabled(false);
+    makeActions();
+    updateActions();
     showSettings();
 
     if (!m_database.init()) {
         debug() << "Error initializing DB !!!";
-        m_ui->selectDirToolButton->setEnabled(false);
-        m_ui->searchLineEdit->setEnabled(false);
         return;
     }
     debug() << "DB initialized correctly";
@@ -90,10 +74,10 @@ MainWindow::MainWindow()
     connect(m_ui->userLibraryTableView, &QTableView::customContextMenuRequested, this,
             &MainWindow::onSongsTableViewShowContextMenu);
     m_ui->userLibraryTableView->setContextMenuPolicy(Qt::CustomContextMenu);
-    connectKeys();
     takeDrops();
     initUserLibraryModel();
     adjustUserLibraryHeaders();
+    setPhase(Phase::NoFiles);
     qApp->installEventFilter(this);
 }
 
@@ -102,50 +86,11 @@ MainWindow::~MainWindow()
     delete m_model; // before the database that it stands on
 }
 
-void MainWindow::importUserLibrary()
-{
-    if (!canStartRun())
-        return;
-    SongCounts counts;
-    if (!readFileList(counts))
-        return;
-    adjustUserLibraryHeaders();
-    if (!offerSynchronisation(counts))
-        m_ui->updateDataToolButton->setEnabled(true);
-}
-
-void MainWindow::updateProgress(int value)
-{
-    m_progress.setValue(value);
-}
-
 void MainWindow::enableCopyrightMessage(bool on)
 {
     m_copyrightAsk = on;
     Settings::copyrightAsk.store(m_settings, on);
     showCopyrightChoice(on);
-}
-
-void MainWindow::filesCount(const QString &dir, int &count) const
-{
-    count += FolderScan::filesCount(dir);
-}
-
-void MainWindow::scanDir(const QString &dir, int &songs, int &publisherSongs, int &unknown)
-{
-    if (!canStartRun())
-        return;
-    const LibraryRun run(*this);
-    SongCounts counts{songs, publisherSongs, unknown};
-    m_ui->userLibraryTableView->setUpdatesEnabled(false);
-    FolderScan(*m_model, m_progress, counts).scan(dir);
-    m_model->sortAgain();
-    m_ui->userLibraryTableView->setUpdatesEnabled(true);
-    m_statusLine->beginRun(RunReport::Operation::Import);
-    m_statusLine->addReport(counts.report);
-    songs = counts.songs;
-    publisherSongs = counts.publisherSongs;
-    unknown = counts.unknown;
 }
 
 void MainWindow::changeEvent(QEvent *event)
@@ -187,22 +132,6 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
         m_ui->debugGroupBox->setVisible(reveal);
     }
     return true;
-}
-
-void MainWindow::on_selectDirToolButton_clicked()
-{
-    if (!canStartRun())
-        return;
-    const QStringList files = QFileDialog::getOpenFileNames(
-        this, tr("Seleziona i file da importare"), QStringLiteral("/"),
-        QStringLiteral("Songs (%1)").arg(songNamePatterns));
-    if (!files.isEmpty())
-        importPickedFiles(files);
-}
-
-void MainWindow::on_dbgImportPushButton_clicked()
-{
-    importUserLibrary();
 }
 
 void MainWindow::on_actionItalian_triggered()
@@ -277,6 +206,50 @@ void MainWindow::showSettings()
     showCopyrightChoice(isCopyrightAskOn());
     m_ui->dbgLogEnableCheckBox->setChecked(Settings::logEnabled.in(m_settings));
     m_ui->dbgLogClearCheckBox->setChecked(Settings::logClear.in(m_settings));
+}
+
+/// What can be done is an action, and buttons, keys and the context menu share it. Without a mouse
+/// there is no other way than keys to the picking of songs and to a row's actions.
+void MainWindow::makeActions()
+{
+    const auto actionOf = [this](QToolButton *button) {
+        auto *action = new QAction(this);
+        connect(action, &QAction::triggered, button, &QToolButton::click);
+        connect(action, &QAction::enabledChanged, button, &QToolButton::setEnabled);
+        return action;
+    };
+    const auto addKeys = [](QWidget *widget, QAction *action, const QList<QKeySequence> &keys) {
+        action->setShortcuts(keys);
+        action->setShortcutContext(widget->isWindow() ? Qt::WindowShortcut : Qt::WidgetShortcut);
+        action->setAutoRepeat(false);
+        widget->addAction(action);
+    };
+    m_pickAction = actionOf(m_ui->selectDirToolButton);
+    m_updateAction = actionOf(m_ui->updateDataToolButton);
+    m_transferAction = actionOf(m_ui->transferFilesToolButton);
+    auto *editAction = new QAction(this);
+    connect(editAction, &QAction::triggered, this,
+            [this] { onSongsTableViewDoubleClicked(currentShownRow()); });
+    addKeys(this, m_pickAction, {QKeySequence::Open});
+    addKeys(m_ui->userLibraryTableView, editAction, {Qt::Key_Return, Qt::Key_Enter});
+    addKeys(m_ui->userLibraryTableView, m_ui->actionRemoveRow, {QKeySequence::Delete});
+}
+
+void MainWindow::updateActions()
+{
+    const bool hasFiles = m_phase == Phase::Imported || m_phase == Phase::Sendable;
+    m_pickAction->setEnabled(m_phase != Phase::NoLibrary);
+    m_ui->searchLineEdit->setEnabled(m_phase != Phase::NoLibrary);
+    m_updateAction->setEnabled(m_phase == Phase::Imported);
+    m_transferAction->setEnabled(hasFiles);
+    for (QAction *action : {m_ui->actionRemoveRow, m_ui->actionDeleteFile})
+        action->setEnabled(m_phase != Phase::NoLibrary);
+}
+
+void MainWindow::setPhase(Phase phase)
+{
+    m_phase = phase;
+    updateActions();
 }
 
 void MainWindow::initUserLibraryModel()
@@ -355,23 +328,4 @@ bool MainWindow::isCopyrightAskOn() const
 bool MainWindow::canStartRun() const
 {
     return m_model != nullptr && !RunGuard::isActive();
-}
-
-/// False when the table could not be emptied or the program was asked to end.
-bool MainWindow::readFileList(SongCounts &counts)
-{
-    const LibraryRun run(*this);
-    LibraryImport import(m_database, *m_model, m_progress);
-    if (!import.clearLibrary())
-        return false;
-    m_progress.begin(tr("Lettura file"), tr("Importo la libreria..."),
-                     static_cast<int>(m_fileList.size()));
-    // Laying the table out and painting it after each song would take most of the time.
-    m_ui->userLibraryTableView->setUpdatesEnabled(false);
-    counts = import.readFiles(m_fileList);
-    m_ui->userLibraryTableView->setUpdatesEnabled(true);
-    m_progress.end();
-    m_statusLine->beginRun(RunReport::Operation::Import);
-    m_statusLine->addReport(counts.report);
-    return !RunGuard::endRequested();
 }

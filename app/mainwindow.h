@@ -1,10 +1,9 @@
 #pragma once
 
-#include "base/runguard.h"
 #include "base/runreport.h"
 #include "base/settings.h"
 #include "db/database.h"
-#include "library/dialogs/runprogress.h"
+#include "library/transfer.h"
 
 #include <QMainWindow>
 #include <QSettings>
@@ -16,13 +15,12 @@
 class DataEditDialog;
 class EmptyTableHint;
 class MetaSong;
+class QAction;
 class SongFilter;
 class SongInfo;
 class StatusLine;
 class UserSongsRelTableModel;
 struct SongCounts;
-
-enum class TransferRefusal;
 
 namespace Ui
 {
@@ -68,15 +66,16 @@ public:
     /// Synchronises one row as a run of its own; true when it was found, rewritten and read again.
     bool updateFileWithDb(int row);
 
-    /// Writes \a info into the open song and saves it to \a path; the row then shows the file.
+    /// Writes \a info into the open song and saves it to \a path, as a run of its own; the row then
+    /// shows the file.
     void manualModifySong(MetaSong song, const SongInfo &info, const QString &path, int row);
 
     /// Asks for a folder on a memory, copies the picked files there and updates the memory's
     /// index. True when all of that went well.
     bool transferFiles();
     /// Copies the picked files into \a destDir and counts in \a copied what is there afterwards.
-    /// True when none failed and the user did not cancel. The progress dialog is the caller's.
-    bool copyFiles(const QString &destDir, int &copied, const QString &memory = {});
+    /// True when none failed and the user did not interrupt.
+    bool copyFiles(const QString &destDir, int &copied);
     /// Brings the index of the memory that holds \a dest up to date; true when it is complete.
     bool updateBriselIndex(const QString &dest);
     /// Copies a folder with all below it; see FolderTreeBackup. No button leads here.
@@ -108,32 +107,28 @@ private slots:
     void on_transferFilesToolButton_clicked();
     void onSongsTableViewDoubleClicked(const QModelIndex &index);
     void onSongsTableViewShowContextMenu(const QPoint &pos);
+    void on_actionRemoveRow_triggered();
     void on_dbgSavePushButton_clicked();
     void on_dbgAddMarkerPushButton_clicked();
     void on_dbgShowDialogPushButton_clicked();
     void on_dbgBackupPushButton_clicked();
 
 private:
-    /// Lives while a workflow works on the rows: no second run, no quit, no rows that change
-    /// places.
-    class LibraryRun
-    {
-    public:
-        explicit LibraryRun(MainWindow &window);
-        ~LibraryRun();
-        LibraryRun(const LibraryRun &) = delete;
-        LibraryRun &operator=(const LibraryRun &) = delete;
+    class LibraryRun;
 
-    private:
-        RunGuard m_guard;
-        UserSongsRelTableModel *m_model; ///< null when the databases did not open
+    /// Where the library stands between two runs: it decides what can be done next.
+    enum class Phase {
+        NoLibrary, ///< the databases did not open
+        NoFiles,   ///< nothing was picked, or nothing of it is left in the list
+        Working,   ///< a run was started by one of the three buttons
+        Imported,
+        Sendable, ///< synchronised, or sent: needs a new import before it is synchronised again
     };
 
     void showSettings();
-    void connectKeys();
-    void removeCurrentRow();
-    void removeRow(int row);
-    QModelIndex currentShownRow() const;
+    void makeActions();
+    void updateActions();
+    void setPhase(Phase phase);
     void initUserLibraryModel();
     void adjustUserLibraryHeaders();
     void explainEmptyTable();
@@ -142,23 +137,20 @@ private:
     void showCopyrightChoice(bool on);
     bool isCopyrightAskOn() const;
     bool canStartRun() const;
-    bool readFileList(SongCounts &counts);
-    void importPickedFiles(const QStringList &files);
-    void takeDrops();
 
-    bool synchroniseLibrary();
+    void takeDrops();
+    void importPickedFiles(const QStringList &files);
     bool offerSynchronisation(const SongCounts &counts);
-    int askAboutFile(const QString &path, const QString &message);
-    bool backUpPickedFiles(const QString &chosen);
-    bool sendPickedFiles(const QString &destination);
-    void note(RunReport::Step lack, const QString &path, Reason reason);
-    void tellTransferRefusal(TransferRefusal refusal);
-    void tellTransferFailure();
+    bool synchronise(LibraryRun &run);
+    bool offerBackup(LibraryRun &run);
+    void showOutcome(Transfer::Outcome outcome, const QString &shortage);
+
+    QModelIndex currentShownRow() const;
     void editSong(int row);
     DataEditDialog &editDialog();
-    void spreadEdit(const SongInfo &edited, int row);
     void centreRow(int row);
-    void deleteSongFile(int row);
+    void removeRow(int row);
+    void askDeleteFile(int row);
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     Database m_database;
@@ -172,7 +164,10 @@ private:
     bool m_copyrightAsk = Settings::copyrightAsk.initial; ///< while the setting is not stored
 
     QStringList m_fileList; ///< what the user picked last, without the rows taken out since
-    QString m_shortage;     ///< of room, in the last transfer or backup
-    RunProgress m_progress;
+    Phase m_phase = Phase::NoLibrary;
+    LibraryRun *m_run = nullptr; ///< the one under way
+    QAction *m_pickAction = nullptr;
+    QAction *m_updateAction = nullptr;
+    QAction *m_transferAction = nullptr;
     StatusLine *m_statusLine = nullptr; ///< made with the window
 };

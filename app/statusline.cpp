@@ -61,31 +61,9 @@ void StatusLine::setModel(const QAbstractItemModel *songs)
     showSongs();
 }
 
-void StatusLine::beginRun(RunReport::Operation operation)
+void StatusLine::setReport(const RunReport &report)
 {
-    m_next = RunReport(operation);
-}
-
-void StatusLine::continueRun(RunReport::Operation operation)
-{
-    m_next = m_report;
-    m_next->addOperation(operation);
-}
-
-void StatusLine::addReport(const RunReport &part)
-{
-    if (m_next.has_value())
-        m_report = *m_next;
-    m_next.reset();
-    m_report.append(part);
-    showOutcome();
-}
-
-void StatusLine::setReport(const std::optional<RunReport> &report)
-{
-    if (!report.has_value())
-        return;
-    m_report = *report;
+    m_report = report;
     showOutcome();
 }
 

@@ -6,14 +6,12 @@
 #include <QTimer>
 #include <QWidget>
 
-#include <optional>
-
 class ElidedLabel;
 class QAbstractItemModel;
 class QLabel;
 class QPushButton;
 
-/// What the main window's status bar says: the number of songs in the table, what came of the last
+/// What the main window's status bar shows: the number of songs in the table, what came of the last
 /// run, and the room on the disk while a run copies. A button opens the run's report.
 class StatusLine : public QWidget
 {
@@ -26,18 +24,12 @@ public:
     /// few times a second.
     void setModel(const QAbstractItemModel *songs);
 
-    /// The next part of a report starts a new one, about \a operation. Until then the last one
-    /// stays: a run that is called off before it has done anything leaves it.
-    void beginRun(RunReport::Operation operation);
-    /// As above, but the new report goes on from the last one.
-    void continueRun(RunReport::Operation operation);
-    /// Adds what a part of the run says.
-    void addReport(const RunReport &part);
-    /// Puts \a report, if there is one, in the place of the last one.
-    void setReport(const std::optional<RunReport> &report);
+    /// Shows \a report in the place of the last one.
+    void setReport(const RunReport &report);
+    const RunReport &report() const { return m_report; }
 
-    /// Tells that \a bytes are still to be copied to \a folder, and the free space there; looks at
-    /// the disk a few times a second at most.
+    /// Shows that \a bytes are still to be copied to \a folder, and the free space there; asks the
+    /// disk a few times a second at most.
     void showSpace(const QString &folder, qint64 bytes);
     void hideSpace();
 
@@ -51,7 +43,6 @@ private:
 
     const QAbstractItemModel *m_songs = nullptr; ///< null while there is no library
     RunReport m_report;
-    std::optional<RunReport> m_next; ///< begun, but without a part yet
     QTimer m_recount;
     QElapsedTimer m_sinceSpace;
     QLabel *m_songsLabel;

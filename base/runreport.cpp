@@ -89,6 +89,11 @@ void RunReport::append(const RunReport &part)
     m_copied += part.m_copied;
 }
 
+bool RunReport::isUntouched() const
+{
+    return isEmpty() && m_operations.size() < 2 && m_updated + m_edited + m_copied == 0;
+}
+
 int RunReport::counted(Success success) const
 {
     switch (success) {

@@ -44,6 +44,8 @@ public:
     /// Adds the operations, the counts and the files of \a part behind its own.
     void append(const RunReport &part);
 
+    /// True while nothing was counted, added or joined, not even a second operation.
+    bool isUntouched() const;
     /// True when there is neither a file nor a notice to list.
     bool isEmpty() const { return m_entries.isEmpty() && m_shared.isEmpty(); }
     int counted(Success success) const;

@@ -2,9 +2,13 @@
 
 #include "base/debugstream.h"
 #include "base/flushing.h"
+#include "library/filecopier.h"
+#include "library/workflowlog.h"
 
 #include <QDateTime>
 #include <QDir>
+
+#include <utility>
 
 QString backupFolderName(const QDateTime &time)
 {
@@ -23,4 +27,27 @@ QString makeBackupFolder(const QString &chosen, const QDateTime &time)
     }
     debug() << "Dest root dir creation failed";
     return {};
+}
+
+Backup::Backup(QStringList files, QString chosen)
+    : m_files(std::move(files)), m_chosen(std::move(chosen))
+{
+}
+
+Backup::Outcome Backup::run(Run &run)
+{
+    if (m_chosen.isEmpty())
+        return Outcome::NoFolder;
+    logBanner("BACKUP USER LIBRARY");
+    const QString folder = makeBackupFolder(m_chosen, QDateTime::currentDateTime());
+    if (folder.isEmpty())
+        return Outcome::NoFolder;
+    run.report().addOperation(RunReport::Operation::Backup);
+    // "dellla": users and their support know the text as it is.
+    run.begin({tr("Backup"), tr("Eseguo backup dellla libreria..."), int(m_files.size())});
+    const bool isDone = FileCopier(run).copyFiles(m_files, folder);
+    run.end();
+    if (Run::isEnding())
+        return Outcome::Ended;
+    return isDone ? Outcome::Done : Outcome::Failed;
 }

@@ -4,11 +4,7 @@
 #include "base/filefailure.h"
 #include "base/fileidentity.h"
 #include "base/freespace.h"
-#include "base/run.h"
-#include "base/runguard.h"
 #include "index/memoryreasons.h"
-#include "library/dialogs/nocopyrightdialog.h"
-#include "library/progress.h"
 #include "library/safecopy.h"
 
 #include <QDir>
@@ -56,16 +52,6 @@ Reason whyNotCopied(CopyResult result, const QString &source, const QString &des
 
 } // namespace
 
-FileCopier::FileCopier(Progress &progress, Question askOverwrite)
-    : m_progress(progress), m_askOverwrite(std::move(askOverwrite))
-{
-}
-
-void FileCopier::setSpaceDisplay(SpaceDisplay display)
-{
-    m_showSpace = std::move(display);
-}
-
 void FileCopier::setMemory(const QString &root, qint64 reserve)
 {
     m_lot.setMemory(root);
@@ -73,16 +59,23 @@ void FileCopier::setMemory(const QString &root, qint64 reserve)
     m_reserve = reserve;
 }
 
-bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int &copied)
+bool FileCopier::copyFiles(const QStringList &files, const QString &destDir)
 {
-    copied = 0;
+    begin(files, destDir);
+    findPlaces(files);
+    if (!hasRoom(files))
+        return false;
+    countBytes(files);
+    const bool isDone = copyEach(files);
+    m_run.hideSpace();
+    return isDone;
+}
+
+void FileCopier::begin(const QStringList &files, const QString &destDir)
+{
     m_copied = 0;
     m_errors = 0;
-    int processed = 0;
-    m_askEach = true;
-    m_overwrite = false;
     m_companions.clear();
-    m_report = RunReport();
     m_shortage.clear();
     m_sources.clear();
     m_memories = PulledMemories();
@@ -91,65 +84,72 @@ bool FileCopier::copyFiles(const QStringList &files, const QString &destDir, int
         m_sources.insert(fileIdentity(source));
         pulledMemory(source);
     }
-    findPlaces(files, destDir);
-    if (!hasRoom(files, destDir))
-        return false;
-    countBytes(files);
+}
 
+bool FileCopier::copyEach(const QStringList &files)
+{
+    int processed = 0;
     for (const QString &source : files) {
-        if (m_progress.isCanceled()) {
+        if (!m_run.mayGoOn()) {
             finishLot();
             noteFilesLeft(files, processed);
+            m_copied = 0;
             return false;
         }
-        showSpace(destDir, processed);
+        showSpace(processed);
         const QString &place = m_places.at(processed);
         ++processed;
-        if (!pulledMemory(source).isEmpty()) {
-            finishLot();
-            note(source, MemoryReason::gone);
-            ++m_errors;
-            continue;
+        if (copyOne(source, place)) {
+            m_run.setStep(processed);
+            m_run.processEvents();
         }
-        if (fileKind(source) != FileKind::Missing && isSamePath(source, place)) {
-            m_report.count(RunReport::Success::Copied);
-            ++m_copied;
-            continue;
-        }
-        debug() << "Copying file:" << source << "to:" << place;
-        if (m_lot.isFull() || m_lot.holds(place))
-            finishLot();
-        if (fileKind(place) != FileKind::Missing && !whyHopeless(source, place) &&
-            !mayOverwrite(place)) {
-            note(source, RunGuard::endRequested() ? Run::interrupted : FileCopier::kept);
-            continue;
-        }
-        copySong({source, place});
-        m_progress.setValue(processed);
-        m_progress.breathe();
     }
     finishLot();
-    if (m_memories.pulledFrom(destDir).isEmpty())
+    if (m_memories.pulledFrom(m_destination).isEmpty())
         m_songPlaces.remember();
-    const bool isCanceled = m_progress.isCanceled();
-    copied = m_copied;
-    return m_errors == 0 && !isCanceled;
+    return m_errors == 0 && m_run.mayGoOn();
+}
+
+/// False when nothing was tried: the song is there, is not wanted, or its memory is gone.
+bool FileCopier::copyOne(const QString &source, const QString &place)
+{
+    if (!pulledMemory(source).isEmpty()) {
+        finishLot();
+        note(source, MemoryReason::gone);
+        ++m_errors;
+        return false;
+    }
+    if (fileKind(source) != FileKind::Missing && isSamePath(source, place)) {
+        m_run.report().count(RunReport::Success::Copied);
+        ++m_copied;
+        return false;
+    }
+    debug() << "Copying file:" << source << "to:" << place;
+    if (m_lot.isFull() || m_lot.holds(place))
+        finishLot();
+    if (fileKind(place) != FileKind::Missing && !whyHopeless(source, place) &&
+        !mayOverwrite(place)) {
+        note(source, Run::isEnding() ? Run::interrupted : FileCopier::kept);
+        return false;
+    }
+    copySong({source, place});
+    return true;
 }
 
 /// Looks where each file is to go.
-void FileCopier::findPlaces(const QStringList &files, const QString &destDir)
+void FileCopier::findPlaces(const QStringList &files)
 {
     m_places.clear();
     m_songPlaces.begin(m_memory);
     for (const QString &source : files)
-        m_places.append(m_songPlaces.placeOf(source, destinationOf(source, destDir), m_progress));
+        m_places.append(m_songPlaces.placeOf(source, destinationOf(source, m_destination), m_run));
 }
 
 /// Says at once when not all can fit: new files, and what replaced ones have more than the old.
-bool FileCopier::hasRoom(const QStringList &files, const QString &destDir)
+bool FileCopier::hasRoom(const QStringList &files)
 {
-    const qint64 free = freeSpace(destDir);
-    const qint64 unit = allocationUnit(destDir);
+    const qint64 free = freeSpace(m_destination);
+    const qint64 unit = allocationUnit(m_destination);
     QSet<QString> places; // in lower case: one name picked twice takes one place
     qint64 needed = 0;
     const auto count = [&](const QString &source, const QString &place) {
@@ -173,18 +173,15 @@ bool FileCopier::hasRoom(const QStringList &files, const QString &destDir)
         return true;
     m_shortage =
         tr("Spazio insufficiente: servono %1, liberi %2").arg(sizeText(needed), sizeText(free));
-    m_report.addMessage(m_shortage + u' ' + destDir);
+    m_run.report().addMessage(m_shortage + u' ' + m_destination);
     return false;
 }
 
-/// Remembers what there is to copy, where that is shown: the sizes of the songs with their graphics
-/// files.
+/// Remembers what there is to copy: the sizes of the songs with their graphics files.
 void FileCopier::countBytes(const QStringList &files)
 {
     m_bytes.clear();
     m_bytesLeft = 0;
-    if (!m_showSpace)
-        return;
     for (const QString &source : files) {
         qint64 bytes = 0;
         if (!isSamePath(source, m_places.at(m_bytes.size()))) {
@@ -198,11 +195,9 @@ void FileCopier::countBytes(const QStringList &files)
 }
 
 /// Before the turn of the file \a next.
-void FileCopier::showSpace(const QString &destDir, int next)
+void FileCopier::showSpace(int next)
 {
-    if (!m_showSpace)
-        return;
-    m_showSpace(destDir, m_bytesLeft);
+    m_run.showSpace(m_destination, m_bytesLeft);
     m_bytesLeft -= m_bytes.at(next);
 }
 
@@ -232,14 +227,13 @@ std::optional<Reason> FileCopier::whyHopeless(const QString &source, const QStri
 
 void FileCopier::note(const QString &path, Reason reason)
 {
-    const bool isFailure = reason != Run::interrupted && reason != FileCopier::kept;
-    const QString memory = isFailure ? pulledMemory(path) : QString();
-    const RunReport::Step lack =
+    const QString memory = reason.isSkip() ? QString() : pulledMemory(path);
+    const RunReport::Step step =
         reason == FileReason::missing ? RunReport::Step::Find : RunReport::Step::Copy;
     if (memory.isEmpty())
-        m_report.add(lack, path, reason);
+        m_run.report().add(step, path, reason);
     else
-        m_report.addShared(RunReport::Step::Copy, memory, MemoryReason::gone);
+        m_run.report().addShared(RunReport::Step::Copy, memory, MemoryReason::gone);
 }
 
 /// The memory of \a source, or that of the destination, when it was pulled since the run began.
@@ -257,16 +251,9 @@ void FileCopier::noteCopy(CopyResult result, const QString &source, const QStrin
 
 bool FileCopier::mayOverwrite(const QString &destination)
 {
-    if (m_askEach) {
+    if (m_run.isAsking(Run::Question::Replace))
         finishLot();
-        const int answer = m_askOverwrite(destination);
-        // When the program is being ended nobody may have seen the question.
-        if (RunGuard::endRequested())
-            return false;
-        m_overwrite = answer == NoCopyrightDialog::Yes || answer == NoCopyrightDialog::YesToAll;
-        m_askEach = answer != NoCopyrightDialog::YesToAll && answer != NoCopyrightDialog::NoToAll;
-    }
-    return m_overwrite;
+    return m_run.ask(Run::Question::Replace, destination);
 }
 
 void FileCopier::copySong(Song song)
@@ -353,7 +340,7 @@ void FileCopier::finishSong(const Song &song)
         ++m_errors;
         return;
     }
-    m_report.count(RunReport::Success::Copied);
+    m_run.report().count(RunReport::Success::Copied);
     ++m_copied;
 }
 

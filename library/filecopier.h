@@ -2,7 +2,7 @@
 
 #include "base/filecopying.h"
 #include "base/filelot.h"
-#include "base/runreport.h"
+#include "base/run.h"
 #include "library/pulledmemories.h"
 #include "library/songplaces.h"
 
@@ -11,10 +11,7 @@
 #include <QSet>
 #include <QStringList>
 
-#include <functional>
 #include <optional>
-
-class Progress;
 
 /// Copies picked song files flat into one folder, with the question before a file is replaced and
 /// the karaoke graphics of MP3s. Serves the transfer to the memory and the backup.
@@ -31,31 +28,23 @@ public:
     static constexpr Reason pickedToo{
         QT_TRANSLATE_NOOP("RunReport", "al suo posto si trova un'altra delle song scelte")};
 
-    /// Asks whether \a destination may be replaced; gives a NoCopyrightDialog::Answer.
-    using Question = std::function<int(const QString &destination)>;
-
-    /// Is told how many bytes are still to be copied into the folder \a destDir.
-    using SpaceDisplay = std::function<void(const QString &destDir, qint64 bytes)>;
-
-    FileCopier(Progress &progress, Question askOverwrite);
-
-    /// Has \a display told before each file; without one the sizes are not even looked at.
-    void setSpaceDisplay(SpaceDisplay display);
+    /// Shows, asks and reports through \a run, which outlives it.
+    explicit FileCopier(Run &run) : m_run(run) {}
 
     /// For copies to the memory \a root, of whose room \a reserve bytes stay free for its index. A
     /// song that is there under a short name keeps that.
     void setMemory(const QString &root, qint64 reserve);
-    /// How much room the last run needed, and how much there was; empty when there was enough.
+
+    /// Copies \a files in lots into the folder \a destDir. True when no file failed and the user
+    /// did not interrupt. When the disk has not enough room for all of them nothing is copied at
+    /// all. A source is never changed, and what was copied is flushed to the disk. The stage of the
+    /// run is the caller's, with a step for each file.
+    [[nodiscard]] bool copyFiles(const QStringList &files, const QString &destDir);
+
+    /// How many songs are in the folder after the last call; 0 when it was interrupted.
+    int copied() const { return m_copied; }
+    /// How much room the last call needed, and how much there was; empty when there was enough.
     const QString &shortage() const { return m_shortage; }
-
-    /// Copies \a files in lots into the folder \a destDir and counts in \a copied what is there
-    /// afterwards. True when no file failed and the user did not cancel; after a cancel \a copied
-    /// is 0. When the disk has not enough room for all of them nothing is copied at all. A source
-    /// is never changed, and what was copied is flushed to the disk.
-    bool copyFiles(const QStringList &files, const QString &destDir, int &copied);
-
-    /// How many songs the last run has copied, and which were not, and why.
-    const RunReport &report() const { return m_report; }
 
 private:
     /// A song on its way to \a place, with its graphics file where it has one.
@@ -69,8 +58,11 @@ private:
         bool hasFailed = false;
     };
 
-    void findPlaces(const QStringList &files, const QString &destDir);
-    bool hasRoom(const QStringList &files, const QString &destDir);
+    void begin(const QStringList &files, const QString &destDir);
+    bool copyEach(const QStringList &files);
+    bool copyOne(const QString &source, const QString &place);
+    void findPlaces(const QStringList &files);
+    bool hasRoom(const QStringList &files);
     std::optional<Reason> whyHopeless(const QString &source, const QString &place) const;
     bool mayOverwrite(const QString &destination);
     void copySong(Song song);
@@ -80,27 +72,22 @@ private:
     void finishSong(const Song &song);
     QString companionOf(const QString &song);
     void countBytes(const QStringList &files);
-    void showSpace(const QString &destDir, int next);
+    void showSpace(int next);
     void noteFilesLeft(const QStringList &files, int first);
     QString pulledMemory(const QString &source);
     void note(const QString &path, Reason reason);
     void noteCopy(CopyResult result, const QString &source, const QString &destination);
 
-    Progress &m_progress;
-    Question m_askOverwrite;
-    bool m_askEach = true;
-    bool m_overwrite = false;
+    Run &m_run;
     QSet<QString> m_sources; ///< identities of the files being copied
     /// The graphics files of each folder met: lower-case path to the name on the disk.
     QHash<QString, QHash<QString, QString>> m_companions;
-    RunReport m_report;
     PulledMemories m_memories;
     QString m_destination; ///< the folder of this run
     QString m_memory;      ///< the root of the memory, empty for other copies
     SongPlaces m_songPlaces;
-    QStringList m_places; ///< of the files of this run
-    SpaceDisplay m_showSpace;
-    QList<qint64> m_bytes; ///< of each file, where they are shown
+    QStringList m_places;  ///< of the files of this run
+    QList<qint64> m_bytes; ///< of each file
     qint64 m_bytesLeft = 0;
     qint64 m_reserve = 0; ///< bytes
     QString m_shortage;

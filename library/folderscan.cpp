@@ -2,10 +2,12 @@
 
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
-#include "library/progress.h"
+#include "db/usersongsreltablemodel.h"
 #include "library/workflowlog.h"
 
 #include <QDir>
+
+#include <utility>
 
 namespace
 {
@@ -19,51 +21,48 @@ QStringList entriesOf(const QString &folder)
     return paths;
 }
 
-/// True the first time that the folder is met.
-bool visit(QSet<QString> &visited, const QString &folder)
-{
-    const QString identity = fileIdentity(folder);
-    if (identity.isEmpty() || visited.contains(identity))
-        return false;
-    visited.insert(identity);
-    return true;
-}
-
 } // namespace
 
-FolderScan::FolderScan(UserSongsRelTableModel &model, Progress &progress, SongCounts &counts)
-    : m_model(model), m_progress(progress), m_counts(counts)
+FolderScan::FolderScan(UserSongsRelTableModel &model, QString folder, const SongCounts &counts)
+    : m_model(model), m_folder(std::move(folder)), m_songs(model, counts)
 {
 }
 
-void FolderScan::scan(const QString &folder)
+SongCounts FolderScan::run(Run &run)
+{
+    scan(run, m_folder);
+    m_model.sortAgain();
+    return m_songs.counts();
+}
+
+void FolderScan::scan(Run &run, const QString &folder)
 {
     debug() << "[scanDir] Analyzing directory:" << folder;
-    if (!visit(m_visited, folder))
+    if (!m_walk.enter(folder))
         return;
     for (const QString &path : entriesOf(folder)) {
-        if (m_progress.isCanceled())
+        if (!run.mayGoOn())
             return;
         const FileKind kind = fileKind(path);
         if (kind == FileKind::Folder) {
             debug() << "[scanDir] Found directory:" << path;
-            scan(path);
+            scan(run, path);
         } else if (kind == FileKind::Regular) {
             debug() << "[scanDir] Found file:" << path;
-            addSongFile(path, "[scanDir] ", m_model, m_progress, m_counts);
+            m_songs.add(run, path, "[scanDir] ");
             logSongEnd();
         }
     }
 }
 
-bool FolderScan::visitFiles(const QString &folder, QSet<QString> &visited,
+bool FolderScan::visitFiles(const QString &folder, FolderWalk &walk,
                             const std::function<bool(const QString &path)> &visitFile)
 {
-    if (!visit(visited, folder))
+    if (!walk.enter(folder))
         return true;
     for (const QString &path : entriesOf(folder)) {
         const FileKind kind = fileKind(path);
-        if (kind == FileKind::Folder && !visitFiles(path, visited, visitFile))
+        if (kind == FileKind::Folder && !visitFiles(path, walk, visitFile))
             return false;
         if (kind == FileKind::Regular && !visitFile(path))
             return false;
@@ -74,8 +73,8 @@ bool FolderScan::visitFiles(const QString &folder, QSet<QString> &visited,
 int FolderScan::filesCount(const QString &folder)
 {
     int count = 0;
-    QSet<QString> visited;
-    visitFiles(folder, visited, [&count](const QString & /*path*/) {
+    FolderWalk walk;
+    visitFiles(folder, walk, [&count](const QString & /*path*/) {
         ++count;
         return true;
     });

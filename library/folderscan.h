@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/folderwalk.h"
 #include "library/libraryimport.h"
 
-#include <QSet>
 #include <QString>
 
 #include <functional>
@@ -12,23 +12,26 @@
 class FolderScan
 {
 public:
-    FolderScan(UserSongsRelTableModel &model, Progress &progress, SongCounts &counts);
+    /// Goes on from \a counts.
+    FolderScan(UserSongsRelTableModel &model, QString folder, const SongCounts &counts = {});
 
-    /// Scans \a folder and what lies below, in the order of names, until the progress is cancelled.
-    void scan(const QString &folder);
+    /// Scans the folder and what lies below, in the order of names, until the run is interrupted. A
+    /// sort that was chosen before is carried out at the end. Gives what was met.
+    SongCounts run(Run &run);
 
     /// Hands the plain files below \a folder to \a visitFile, in the order of names and until it
-    /// answers false; false then. Folders whose identities are in \a visited are left out, and
-    /// those that are met are added.
-    static bool visitFiles(const QString &folder, QSet<QString> &visited,
+    /// answers false; false then. Folders that \a walk has entered are left out.
+    static bool visitFiles(const QString &folder, FolderWalk &walk,
                            const std::function<bool(const QString &path)> &visitFile);
 
     /// The number of plain files below \a folder.
-    static int filesCount(const QString &folder);
+    [[nodiscard]] static int filesCount(const QString &folder);
 
 private:
+    void scan(Run &run, const QString &folder);
+
     UserSongsRelTableModel &m_model;
-    Progress &m_progress;
-    SongCounts &m_counts;
-    QSet<QString> m_visited; ///< identities of the folders
+    const QString m_folder;
+    SongRows m_songs;
+    FolderWalk m_walk;
 };

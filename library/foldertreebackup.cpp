@@ -2,24 +2,28 @@
 
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
-#include "base/runguard.h"
-#include "library/progress.h"
+#include "base/run.h"
 #include "library/safecopy.h"
 
 #include <QDir>
 
-bool FolderTreeBackup::backupDirectory(const QString &source, const QString &dest, int &count)
+#include <utility>
+
+FolderTreeBackup::FolderTreeBackup(QString source, QString dest, int count)
+    : m_source(std::move(source)), m_dest(std::move(dest)), m_count(count)
 {
-    m_visited = {fileIdentity(dest)};
-    return copyFolder(source, dest, count);
 }
 
-bool FolderTreeBackup::copyFolder(const QString &source, const QString &dest, int &count)
+bool FolderTreeBackup::run(Run &run)
 {
-    const QString identity = fileIdentity(source);
-    if (identity.isEmpty() || m_visited.contains(identity))
+    (void)m_walk.enter(m_dest); // the first folder of the walk
+    return copyFolder(run, m_source, m_dest);
+}
+
+bool FolderTreeBackup::copyFolder(Run &run, const QString &source, const QString &dest)
+{
+    if (fileKind(source) != FileKind::Folder || !m_walk.enter(source))
         return false;
-    m_visited.insert(identity);
 
     debug() << "Backing up directory:" << source << "to:" << dest;
     const QDir folder(source);
@@ -27,34 +31,34 @@ bool FolderTreeBackup::copyFolder(const QString &source, const QString &dest, in
     bool complete = true;
     const QStringList files = folder.entryList(QDir::Files | hidden, QDir::Name);
     for (const QString &name : files) {
-        if (RunGuard::endRequested())
+        if (Run::isEnding())
             return false;
         const QString from = source + u'/' + name;
         const QString to = dest + u'/' + name;
         debug() << "Copying file:" << from << "to:" << to;
         if (copyToNewFile(from, to) == CopyResult::Done)
-            m_progress.setValue(++count);
+            run.setStep(++m_count);
         else
             complete = false;
     }
     const QStringList subFolders = folder.entryList(QDir::Dirs | hidden, QDir::Name);
     for (const QString &name : subFolders)
-        complete = copySubFolder(source, dest, name, count) && complete;
+        complete = copySubFolder(run, source, dest, name) && complete;
     return complete;
 }
 
-bool FolderTreeBackup::copySubFolder(const QString &source, const QString &dest,
-                                     const QString &name, int &count)
+bool FolderTreeBackup::copySubFolder(Run &run, const QString &source, const QString &dest,
+                                     const QString &name)
 {
     const QString from = source + u'/' + name;
-    // The destination below the source is no part of what is backed up.
-    if (RunGuard::endRequested() || m_visited.contains(fileIdentity(from)))
+    // The destination below the source is not part of what is backed up.
+    if (Run::isEnding() || m_walk.hasEntered(from))
         return false;
     const QString to = dest + u'/' + name;
     debug() << "Making new dir:" << to;
     if (!QDir(dest).mkdir(name))
         return false;
-    const bool complete = copyFolder(from, to, count);
-    m_progress.setValue(count);
+    const bool complete = copyFolder(run, from, to);
+    run.setStep(m_count);
     return complete;
 }

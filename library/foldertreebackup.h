@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QSet>
+#include "base/folderwalk.h"
+
 #include <QString>
 
-class Progress;
+class Run;
 
 /// Copies a folder with everything below it. Entries go in name order, hidden ones too; only plain
 /// files are copied, and no folder is entered twice, so that link loops and a destination inside
@@ -11,17 +12,22 @@ class Progress;
 class FolderTreeBackup
 {
 public:
-    explicit FolderTreeBackup(Progress &progress) : m_progress(progress) {}
+    /// Is to copy the content of \a source into the existing folder \a dest, and to count on from
+    /// \a count.
+    FolderTreeBackup(QString source, QString dest, int count = 0);
 
-    /// Copies the content of \a source into the existing folder \a dest and adds the number of
-    /// copied files to \a count, which is shown as the progress. Existing files are not replaced.
-    /// True when everything was copied.
-    bool backupDirectory(const QString &source, const QString &dest, int &count);
+    /// Existing files are not replaced. True when everything was copied.
+    [[nodiscard]] bool run(Run &run);
+
+    /// The number of copied files, which is shown as the steps of the run.
+    int count() const { return m_count; }
 
 private:
-    bool copyFolder(const QString &source, const QString &dest, int &count);
-    bool copySubFolder(const QString &source, const QString &dest, const QString &name, int &count);
+    bool copyFolder(Run &run, const QString &source, const QString &dest);
+    bool copySubFolder(Run &run, const QString &source, const QString &dest, const QString &name);
 
-    Progress &m_progress;
-    QSet<QString> m_visited; ///< identities of the folders already entered, and of the destination
+    const QString m_source;
+    const QString m_dest;
+    int m_count;
+    FolderWalk m_walk; ///< has entered the destination, too
 };

@@ -1,55 +1,60 @@
 #include "library/libraryimport.h"
 
 #include "base/debugstream.h"
-#include "base/runguard.h"
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
-#include "library/progress.h"
-#include "library/songfailure.h"
+#include "library/songfile.h"
 #include "library/workflowlog.h"
-#include "songfile/metasong.h"
 
-void addSongFile(const QString &path, const char *logPrefix, UserSongsRelTableModel &model,
-                 Progress &progress, SongCounts &counts)
+#include <utility>
+
+SongRows::SongRows(UserSongsRelTableModel &model, const SongCounts &counts)
+    : m_model(model), m_counts(counts)
 {
-    MetaSong song;
-    const bool isPulled = !counts.memories.pulledFrom(path).isEmpty();
-    if (isPulled || !song.importFile(path)) {
+}
+
+void SongRows::add(Run &run, const QString &path, const char *logPrefix)
+{
+    SongFile file(path, m_memories);
+    if (file.isOpen) {
+        ++m_counts.songs;
+        debug() << "Song Index: " << m_counts.songs;
+        file.info.fileName = path;
+        file.info.shortName = path.mid(path.lastIndexOf(u'/') + 1);
+        file.info.dbgDump();
+        if (!m_model.addSong(file.info)) {
+            debug() << "WARNING: impossible to add song to table:" << path;
+            run.report().add(RunReport::Step::Read, path, LibraryImport::notInTable);
+        }
+        m_counts.publisherSongs += file.info.isKordia ? 1 : 0;
+    } else {
         const QByteArray refusal = QByteArray(logPrefix) + "Unknown/corrupted file";
         debug() << refusal.constData() << path;
-        ++counts.unknown;
-        if (const QString memory = counts.memories.pulledFrom(path); !memory.isEmpty())
-            counts.report.addShared(RunReport::Step::Read, memory, MemoryReason::gone);
-        else
-            counts.report.add(RunReport::Step::Read, path, whyNoSong(song, path));
-        progress.setValue(counts.examined());
-        progress.breathe();
-        return;
+        ++m_counts.unknown;
+        m_memories.note(run.report(), RunReport::Step::Read, path, file.whyNotOpen());
     }
-    ++counts.songs;
-    debug() << "Song Index: " << counts.songs;
-    SongInfo info;
-    song.getSongInfo(info);
-    info.fileName = path;
-    info.shortName = path.mid(path.lastIndexOf(u'/') + 1);
-    info.dbgDump();
-    if (!model.addSong(info)) {
-        debug() << "WARNING: impossible to add song to table:" << path;
-        counts.report.add(RunReport::Step::Read, path, LibraryImport::notInTable);
-    }
-    progress.setValue(counts.examined());
-    counts.publisherSongs += info.isKordia ? 1 : 0;
-    progress.breathe();
+    run.setStep(m_counts.examined());
+    run.processEvents();
 }
 
-LibraryImport::LibraryImport(Database &database, UserSongsRelTableModel &model, Progress &progress)
-    : m_database(database), m_model(model), m_progress(progress)
+LibraryImport::LibraryImport(Database &database, UserSongsRelTableModel &model, QStringList files)
+    : m_database(database), m_model(model), m_files(std::move(files)), m_songs(model)
 {
 }
 
-bool LibraryImport::clearLibrary()
+LibraryImport::Outcome LibraryImport::run(Run &run)
 {
     logBanner("IMPORT USER LIBRARY");
+    if (!clearTable())
+        return Outcome::NotCleared;
+    run.begin({tr("Lettura file"), tr("Importo la libreria..."), int(m_files.size())});
+    readFiles(run);
+    run.end();
+    return Run::isEnding() ? Outcome::Interrupted : Outcome::Done;
+}
+
+bool LibraryImport::clearTable()
+{
     if (m_model.goodRowCount() == 0)
         return true;
     if (!m_database.clearUserLibraryDb()) {
@@ -60,17 +65,15 @@ bool LibraryImport::clearLibrary()
     return true;
 }
 
-SongCounts LibraryImport::readFiles(const QStringList &files)
+void LibraryImport::readFiles(Run &run)
 {
     const UserSongsRelTableModel::ManyChanges changes(m_model);
-    SongCounts counts;
-    for (const QString &path : files) {
-        if (RunGuard::endRequested())
+    for (const QString &path : m_files) {
+        if (Run::isEnding())
             break;
         debug() << "Found file:" << path;
-        addSongFile(path, "", m_model, m_progress, counts);
+        m_songs.add(run, path, "");
     }
     // New rows stand at the end: a sort that the user chose before holds for them too.
     m_model.sortAgain();
-    return counts;
 }

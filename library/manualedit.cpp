@@ -2,126 +2,145 @@
 
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
-#include "base/runguard.h"
 #include "db/usersongsreltablemodel.h"
-#include "library/progress.h"
 #include "library/songfailure.h"
 #include "library/songfilename.h"
-#include "songfile/metasong.h"
 
 #include <QFileInfo>
 
 #include <utility>
 
-/// What the song in the file \a path is to hold once \a spread is applied.
-static SongInfo infoWith(const MetaSong &song, const QString &path, const SongInfo &edited,
-                         const ManualEdit::Spread &spread)
+std::optional<SongFile> ManualEdit::open(Run &run, UserSongsRelTableModel &model, int row)
 {
-    SongInfo info;
-    song.getSongInfo(info);
-    info.fileName = path;
-    if (spread.titleFromFileName)
-        info.title = titleFromFileName(path);
-    if (spread.author)
-        info.author = edited.author;
-    if (spread.artist)
-        info.artist = edited.artist;
-    if (spread.genre)
-        info.genre = edited.genre;
+    const QString path = model.fileName(row);
+    debug() << "File name: " << path;
+    debug() << "[MainWindow] Manual modifing row: " << row; // the log has always spelt it so
+    SongFile file(path);
+    if (!file.isOpen) {
+        run.report().add(RunReport::Step::Read, path, file.whyNotOpen());
+        return std::nullopt;
+    }
+    file.info.fileName = path;
+    return file;
+}
+
+ManualEdit::ManualEdit(UserSongsRelTableModel &model, MetaSong song, SongInfo info, QString path,
+                       int row, Spread spread)
+    : m_model(model), m_song(std::move(song)), m_edited(std::move(info)), m_path(std::move(path)),
+      m_row(row), m_spread(spread)
+{
+}
+
+ManualEdit::Outcome ManualEdit::run(Run &run)
+{
+    saveSong(run, m_song, m_edited, m_path, m_row);
+    if (m_spread.any()) {
+        run.begin(
+            {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), m_model.goodRowCount()});
+        spreadOverList(run);
+        run.end();
+    }
+    return Run::isEnding() ? Outcome::Interrupted : Outcome::Done;
+}
+
+/// What the song in \a file is to hold once the data are spread.
+SongInfo ManualEdit::spreadInfo(const SongFile &file) const
+{
+    SongInfo info = file.info;
+    info.fileName = file.path;
+    if (m_spread.titleFromFileName)
+        info.title = titleFromFileName(file.path);
+    if (m_spread.author)
+        info.author = m_edited.author;
+    if (m_spread.artist)
+        info.artist = m_edited.artist;
+    if (m_spread.genre)
+        info.genre = m_edited.genre;
     return info;
 }
 
-void ManualEdit::modifySong(MetaSong &song, const SongInfo &info, const QString &path, int row)
+void ManualEdit::saveSong(Run &run, MetaSong &song, const SongInfo &info, const QString &path,
+                          int row)
 {
     song.setSongInfo(info, true);
     debug() << "Saving to file: " << path;
     // A song that went away with its memory is not made anew where the memory was.
     const bool isSaved = isRegularFile(path) && song.saveToFile(path);
-    finishSong(path, row, isSaved ? std::nullopt : WhyNot(whyNotSaved(song, path)));
+    finishSong(run, path, row, isSaved ? std::nullopt : WhyNot(whyNotSaved(song, path)));
 }
 
-void ManualEdit::spreadOverList(const SongInfo &edited, int editedRow, const Spread &spread,
-                                Progress &progress)
+void ManualEdit::spreadOverList(Run &run)
 {
     const int count = m_model.goodRowCount();
-    for (int row = 0; row < count && !RunGuard::endRequested(); ++row) {
-        if (row == editedRow)
-            continue;
-        const QString path = m_model.fileName(row);
-        if (m_lot.isFull() || m_lot.holds(QFileInfo(path).canonicalFilePath()))
-            finishLot(edited, spread);
-        MetaSong song;
-        if (!importFile(song, path))
-            continue;
-        song.setSongInfo(infoWith(song, path, edited, spread), true);
-        debug() << "Saving to file: " << path;
-        const WriteResult result =
-            isRegularFile(path) ? song.saveInLot(path, m_lot) : WriteResult::Failed;
-        if (result == WriteResult::Staged)
-            m_staged.append({row, path});
-        else
-            finishSong(path, row,
-                       result == WriteResult::Done ? std::nullopt
-                                                   : WhyNot(whyNotSaved(song, path)));
-        progress.setValue(row + 1);
+    for (int row = 0; row < count && !Run::isEnding(); ++row) {
+        if (row != m_row)
+            spreadOver(run, row);
     }
-    finishLot(edited, spread);
+    finishLot(run);
 }
 
-bool ManualEdit::importFile(MetaSong &song, const QString &path)
+void ManualEdit::spreadOver(Run &run, int row)
 {
-    if (m_memories.pulledFrom(path).isEmpty() && song.importFile(path))
-        return true;
-    note(RunReport::Step::Read, path, whyNoSong(song, path));
-    return false;
-}
-
-void ManualEdit::note(RunReport::Step lack, const QString &path, Reason reason)
-{
-    const QString memory = m_memories.pulledFrom(path);
-    if (memory.isEmpty())
-        m_report.add(lack, path, reason);
+    const QString path = m_model.fileName(row);
+    if (m_lot.isFull() || m_lot.holds(QFileInfo(path).canonicalFilePath()))
+        finishLot(run);
+    std::optional<SongFile> file = openFile(run, path);
+    if (!file.has_value())
+        return;
+    file->song.setSongInfo(spreadInfo(*file), true);
+    debug() << "Saving to file: " << path;
+    const WriteResult result =
+        isRegularFile(path) ? file->song.saveInLot(path, m_lot) : WriteResult::Failed;
+    if (result == WriteResult::Staged)
+        m_staged.append({row, path});
     else
-        m_report.addShared(lack, memory, MemoryReason::gone);
+        finishSong(run, path, row,
+                   result == WriteResult::Done ? std::nullopt
+                                               : WhyNot(whyNotSaved(file->song, path)));
+    run.setStep(row + 1);
 }
 
-void ManualEdit::finishLot(const SongInfo &edited, const Spread &spread)
+std::optional<SongFile> ManualEdit::openFile(Run &run, const QString &path)
+{
+    SongFile file(path, m_memories);
+    if (file.isOpen)
+        return file;
+    m_memories.note(run.report(), RunReport::Step::Read, path, file.whyNotOpen());
+    return std::nullopt;
+}
+
+void ManualEdit::finishLot(Run &run)
 {
     const QList<Staged> staged = std::exchange(m_staged, {});
     const QList<WriteResult> results = m_lot.commit();
     for (qsizetype i = 0; i < staged.size(); ++i) {
         const auto &[row, path] = staged.at(i);
         if (results.at(i) == WriteResult::Done) {
-            finishSong(path, row, std::nullopt);
+            finishSong(run, path, row, std::nullopt);
             continue;
         }
         if (results.at(i) != WriteResult::Changed) {
             MetaSong::logFailedSave();
-            finishSong(path, row, whyNotPlaced(path));
+            finishSong(run, path, row, whyNotPlaced(path));
             continue;
         }
         // Another program has changed the song since it was read: it is read anew.
-        MetaSong song;
-        if (importFile(song, path))
-            modifySong(song, infoWith(song, path, edited, spread), path, row);
+        if (std::optional<SongFile> file = openFile(run, path))
+            saveSong(run, file->song, spreadInfo(*file), path, row);
     }
 }
 
 /// Reports whether the row's song was saved, and shows what it holds either way.
-void ManualEdit::finishSong(const QString &path, int row, WhyNot whyNotSaved)
+void ManualEdit::finishSong(Run &run, const QString &path, int row, WhyNot whyNotSaved)
 {
     if (whyNotSaved.has_value()) {
         debug() << "Error!";
-        note(RunReport::Step::Save, path, *whyNotSaved);
+        m_memories.note(run.report(), RunReport::Step::Save, path, *whyNotSaved);
     } else {
         debug() << "Ok";
-        m_report.count(RunReport::Success::Edited);
+        run.report().count(RunReport::Success::Edited);
     }
-    MetaSong saved;
-    if (saved.importFile(path)) {
-        SongInfo held;
-        saved.getSongInfo(held);
-        m_model.updateRow(row, held);
-    }
+    if (const SongFile held(path); held.isOpen)
+        m_model.updateRow(row, held.info);
     m_model.setStatus(row, Database::Edited);
 }

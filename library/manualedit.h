@@ -1,22 +1,28 @@
 #pragma once
 
 #include "base/filelot.h"
-#include "base/runreport.h"
+#include "base/run.h"
 #include "library/pulledmemories.h"
+#include "library/songfile.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <optional>
 
-class MetaSong;
-class Progress;
-class SongInfo;
 class UserSongsRelTableModel;
 
 /// Writes what the user corrected by hand into song files, and into the rows that show them.
 class ManualEdit
 {
+    Q_DECLARE_TR_FUNCTIONS(ManualEdit)
+
 public:
+    enum class Outcome {
+        Done,        ///< every song was tried
+        Interrupted, ///< by the end of the program, which alone interrupts an edit
+    };
+
     /// What of one edited song is spread over the whole list.
     struct Spread {
         bool author = false;
@@ -27,20 +33,19 @@ public:
         bool any() const { return author || artist || genre || titleFromFileName; }
     };
 
-    explicit ManualEdit(UserSongsRelTableModel &model) : m_model(model) {}
+    /// Opens the song in row \a row of \a model. Empty, and reported, when it doesn't open.
+    [[nodiscard]] static std::optional<SongFile> open(Run &run, UserSongsRelTableModel &model,
+                                                      int row);
 
-    /// Puts \a info into the open song and saves it to \a path. Whether that went well or not, the
-    /// row then shows what the file holds and has the status Edited; the row of a file that can't
-    /// be read any more keeps its data.
-    void modifySong(MetaSong &song, const SongInfo &info, const QString &path, int row);
+    /// Is to put \a info into the open song \a song, to save it to \a path, which \a row shows, and
+    /// to apply what \a spread calls for to all other rows.
+    ManualEdit(UserSongsRelTableModel &model, MetaSong song, SongInfo info, QString path, int row,
+               Spread spread);
 
-    /// Applies what \a spread calls for to every row but \a editedRow, in lots; rows whose file
-    /// does not open are skipped. "Interrompi" does not stop it, the end of the program does.
-    void spreadOverList(const SongInfo &edited, int editedRow, const Spread &spread,
-                        Progress &progress);
-
-    /// How many songs were edited, and which were not, and why.
-    const RunReport &report() const { return m_report; }
+    /// Whether a song could be saved or not, its row then shows what the file holds and has the
+    /// status Edited; the row of a file that can't be read any more keeps its data. Rows over which
+    /// data are spread are taken in lots; those whose file does not open are left as they are.
+    [[nodiscard]] Outcome run(Run &run);
 
 private:
     struct Staged {
@@ -49,13 +54,20 @@ private:
     };
     using WhyNot = std::optional<Reason>;
 
-    void note(RunReport::Step lack, const QString &path, Reason reason);
-    bool importFile(MetaSong &song, const QString &path);
-    void finishLot(const SongInfo &edited, const Spread &spread);
-    void finishSong(const QString &path, int row, WhyNot whyNotSaved);
+    SongInfo spreadInfo(const SongFile &file) const;
+    void saveSong(Run &run, MetaSong &song, const SongInfo &info, const QString &path, int row);
+    void spreadOverList(Run &run);
+    void spreadOver(Run &run, int row);
+    std::optional<SongFile> openFile(Run &run, const QString &path);
+    void finishLot(Run &run);
+    void finishSong(Run &run, const QString &path, int row, WhyNot whyNotSaved);
 
     UserSongsRelTableModel &m_model;
-    RunReport m_report;
+    MetaSong m_song;
+    const SongInfo m_edited;
+    const QString m_path;
+    const int m_row;
+    const Spread m_spread;
     PulledMemories m_memories;
     FileLot m_lot;
     QList<Staged> m_staged; ///< the songs in the lot

@@ -12,3 +12,13 @@ QString PulledMemories::pulledFrom(const QString &path)
         known = m_memories.insert(root, MemoryIdentity(root));
     return known->isThere() ? QString() : root;
 }
+
+void PulledMemories::note(RunReport &report, RunReport::Step step, const QString &path,
+                          Reason reason)
+{
+    const QString memory = reason.isSkip() ? QString() : pulledFrom(path);
+    if (memory.isEmpty())
+        report.add(step, path, reason);
+    else
+        report.addShared(step, memory, MemoryReason::gone);
+}

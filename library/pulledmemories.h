@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/memoryidentity.h"
+#include "base/runreport.h"
 #include "index/memoryreasons.h"
 
 #include <QHash>
@@ -14,6 +15,10 @@ public:
     /// The root of the memory that holds \a path, when it is no longer the one that stood there
     /// when the run asked first; empty otherwise, and off all memories.
     QString pulledFrom(const QString &path);
+
+    /// Adds to \a report that \a step failed for the file at \a path. A failure on a memory that
+    /// was pulled is the memory's; that the user wanted a file passed over is the file's.
+    void note(RunReport &report, RunReport::Step step, const QString &path, Reason reason);
 
 private:
     QHash<QString, MemoryIdentity> m_memories;

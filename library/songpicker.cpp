@@ -1,35 +1,50 @@
 #include "library/songpicker.h"
 
 #include "base/fileidentity.h"
+#include "base/songsuffix.h"
 #include "library/folderscan.h"
-#include "library/progress.h"
 
 #include <QFileInfo>
 
-#include <algorithm>
+#include <utility>
 
-const QString songNamePatterns = QStringLiteral("*.mid *.kar *.mp3 *.zb3 *.zb4 *.zb5");
+QString songNamePatterns()
+{
+    QStringList patterns;
+    for (const QStringView suffix : songSuffixes)
+        patterns.append(QStringLiteral("*.%1").arg(suffix));
+    return patterns.join(u' ');
+}
 
 static bool hasSongName(const QString &path)
 {
-    static const QStringList patterns = songNamePatterns.split(u' ');
-    return std::any_of(patterns.cbegin(), patterns.cend(), [&path](const QString &pattern) {
-        return path.endsWith(QStringView(pattern).mid(1), Qt::CaseInsensitive);
-    });
+    const qsizetype point = path.lastIndexOf(u'.');
+    return point >= 0 && isSongSuffix(QStringView(path).mid(point + 1));
 }
 
-SongPicker::SongPicker(Progress &progress) : m_progress(progress) {}
+SongPicker::SongPicker(QStringList paths) : m_paths(std::move(paths)) {}
 
-void SongPicker::add(const QString &path)
+SongPicker::Outcome SongPicker::run(Run &run)
+{
+    run.begin({tr("Lettura file"), tr("Cerco i brani...")});
+    for (const QString &path : m_paths)
+        add(run, path);
+    run.end();
+    if (!run.mayGoOn())
+        return Outcome::Interrupted;
+    return m_songs.isEmpty() ? Outcome::NoSongs : Outcome::Done;
+}
+
+void SongPicker::add(Run &run, const QString &path)
 {
     const QString full = QFileInfo(path).absoluteFilePath();
     switch (fileKind(full)) {
     case FileKind::Regular:
-        pick(full);
+        pick(run, full);
         break;
     case FileKind::Folder:
-        FolderScan::visitFiles(full, m_visitedFolders,
-                               [this](const QString &file) { return pick(file); });
+        FolderScan::visitFiles(full, m_walk,
+                               [this, &run](const QString &file) { return pick(run, file); });
         break;
     default:
         break;
@@ -37,12 +52,12 @@ void SongPicker::add(const QString &path)
 }
 
 /// False when no more files are wanted.
-bool SongPicker::pick(const QString &file)
+bool SongPicker::pick(Run &run, const QString &file)
 {
     if (hasSongName(file) && !m_known.contains(file)) {
         m_known.insert(file);
         m_songs.append(file);
     }
-    m_progress.breathe();
-    return !m_progress.isCanceled();
+    run.processEvents();
+    return run.mayGoOn();
 }

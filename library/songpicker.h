@@ -1,33 +1,44 @@
 #pragma once
 
+#include "base/folderwalk.h"
+#include "base/run.h"
+
+#include <QCoreApplication>
 #include <QSet>
 #include <QString>
 #include <QStringList>
 
-class Progress;
-
 /// The names that song files have, as a file dialog's filter takes them.
-extern const QString songNamePatterns;
+QString songNamePatterns();
 
 /// Makes of files and folders the list that a user would have picked in a file dialog: the full
 /// paths of all files that have a song's name. Nothing is picked twice under one path.
 class SongPicker
 {
-public:
-    /// \a progress takes events and a cancel while folders are looked through.
-    explicit SongPicker(Progress &progress);
+    Q_DECLARE_TR_FUNCTIONS(SongPicker)
 
-    /// Picks the file at \a path, or every song below that folder in the order of a folder scan.
-    /// What is missing, no plain file or of another kind is passed over.
-    void add(const QString &path);
+public:
+    enum class Outcome {
+        Done,
+        NoSongs,
+        Interrupted, ///< by the user or the end of the program
+    };
+
+    /// \a paths are those of files and folders.
+    explicit SongPicker(QStringList paths);
+
+    /// Picks the files, and every song below the folders in the order of a folder scan. What is
+    /// missing, is not a plain file or is of another kind is passed over.
+    [[nodiscard]] Outcome run(Run &run);
 
     const QStringList &songs() const { return m_songs; }
 
 private:
-    bool pick(const QString &file);
+    void add(Run &run, const QString &path);
+    bool pick(Run &run, const QString &file);
 
-    Progress &m_progress;
+    const QStringList m_paths;
     QStringList m_songs;
-    QSet<QString> m_known;          ///< paths of the songs
-    QSet<QString> m_visitedFolders; ///< their identities
+    QSet<QString> m_known; ///< paths of the songs
+    FolderWalk m_walk;
 };

@@ -3,8 +3,8 @@
 #include "base/fileidentity.h"
 #include "base/folderhandle.h"
 #include "base/plainfile.h"
+#include "base/run.h"
 #include "index/longnames.h"
-#include "library/progress.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -22,18 +22,18 @@ void SongPlaces::begin(const QString &root)
     m_names.load();
 }
 
-QString SongPlaces::placeOf(const QString &source, const QString &destination, Progress &progress)
+QString SongPlaces::placeOf(const QString &source, const QString &destination, Run &run)
 {
     if (m_root.isEmpty() || !LongNames::isLong(destination) ||
         fileKind(destination) != FileKind::Missing)
         return destination;
     const QString known = m_names.placeOf(destination);
-    return known == destination ? twinOf(source, destination, progress) : known;
+    return known == destination ? twinOf(source, destination, run) : known;
 }
 
 /// The file beside \a destination that could be \a source under a short name, and holds the same;
 /// \a destination when there is none.
-QString SongPlaces::twinOf(const QString &source, const QString &destination, Progress &progress)
+QString SongPlaces::twinOf(const QString &source, const QString &destination, Run &run)
 {
     const QString folder = QFileInfo(destination).path();
     const QString name = QFileInfo(destination).fileName();
@@ -43,10 +43,10 @@ QString SongPlaces::twinOf(const QString &source, const QString &destination, Pr
         for (const QString &candidate : candidates(folder, shape, size)) {
             if (m_taken.contains(candidate) || m_names.isKnown(candidate))
                 continue;
-            if (content.isEmpty() && (content = contentOf(source, progress)).isEmpty())
+            if (content.isEmpty() && (content = contentOf(source, run)).isEmpty())
                 return destination;
             if (!m_contents.contains(candidate))
-                m_contents.insert(candidate, contentOf(candidate, progress));
+                m_contents.insert(candidate, contentOf(candidate, run));
             if (m_contents.value(candidate) != content)
                 continue;
             m_taken.insert(candidate);
@@ -79,13 +79,13 @@ QString SongPlaces::keyOf(const QString &shape, qint64 size)
     return QString::number(size) + u'/' + shape;
 }
 
-/// A checksum of the whole file; empty when it can't be read to its end, or the run is canceled.
-QByteArray SongPlaces::contentOf(const QString &path, Progress &progress)
+/// A checksum of the whole file; empty when it can't be read to its end, or the run is interrupted.
+QByteArray SongPlaces::contentOf(const QString &path, Run &run)
 {
     constexpr qint64 blockSize = 1 << 20; // bytes
-    progress.breathe();
+    run.processEvents();
     PlainFile file;
-    if (progress.isCanceled() || !file.open(path))
+    if (!run.mayGoOn() || !file.open(path))
         return {};
     QCryptographicHash checksum(QCryptographicHash::Sha1);
     QByteArray block;

@@ -6,7 +6,7 @@
 #include <QSet>
 #include <QStringList>
 
-class Progress;
+class Run;
 
 /// Where the songs of a transfer belong: in files of their own names, or, when they were sent
 /// before and have short names since then, in these.
@@ -18,9 +18,9 @@ public:
 
     /// The path of the file that \a source, sent as \a destination, is to replace or to become. A
     /// song of which the memory knows nothing is compared with the files that the short name could
-    /// have been given to, as long as \a progress is not canceled: the one with the same content is
+    /// have been given to, as long as \a run may go on: the one with the same content is
     /// the song.
-    QString placeOf(const QString &source, const QString &destination, Progress &progress);
+    QString placeOf(const QString &source, const QString &destination, Run &run);
 
     /// Has the memory remember the songs that were found by their content.
     void remember();
@@ -32,9 +32,9 @@ private:
         QString shortName;
     };
 
-    QString twinOf(const QString &source, const QString &destination, Progress &progress);
+    QString twinOf(const QString &source, const QString &destination, Run &run);
     const QStringList &candidates(const QString &folder, const QString &shape, qint64 size);
-    QByteArray contentOf(const QString &path, Progress &progress);
+    QByteArray contentOf(const QString &path, Run &run);
     static QString keyOf(const QString &shape, qint64 size);
 
     QString m_root;

@@ -2,110 +2,130 @@
 
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
-#include "base/run.h"
-#include "base/runguard.h"
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/cataloguelookup.h"
-#include "library/dialogs/nocopyrightdialog.h"
-#include "library/progress.h"
 #include "library/songfailure.h"
+#include "library/songfile.h"
 #include "library/workflowlog.h"
-#include "songfile/metasong.h"
 
 #include <QFileInfo>
 
 #include <utility>
 
-Synchroniser::Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher,
-                           Question question)
-    : m_model(model), m_catalogue(catalogue), m_question(std::move(question)),
-      m_askPublisher(askPublisher)
+Synchroniser::Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher)
+    : m_model(model), m_catalogue(catalogue), m_askPublisher(askPublisher)
 {
 }
 
-bool Synchroniser::updateRows(Progress &progress)
+bool Synchroniser::announce()
+{
+    logBanner("UPDATE USER LIBRARY");
+    if (m_model.goodRowCount() > 0)
+        return true;
+    debug() << "[UPDATE] WARNING: Empty table. Aborting update !!!";
+    return false;
+}
+
+Synchroniser::Outcome Synchroniser::run(Run &run)
+{
+    if (!m_askPublisher)
+        run.answerAll(Run::Question::ChangeUnpublished, true);
+    m_catalogue.prepareLookUps();
+    run.begin({tr("Aggiornamento file"), tr("Aggiorno la libreria..."), m_model.goodRowCount()});
+    const Outcome outcome = updateRows(run);
+    run.end();
+    return outcome;
+}
+
+Synchroniser::Outcome Synchroniser::updateRows(Run &run)
 {
     const UserSongsRelTableModel::ManyChanges changes(m_model);
     const int count = m_model.goodRowCount();
     for (int row = 0; row < count; ++row)
         m_memories.pulledFrom(m_model.fileName(row)); // what is there at the beginning
     for (int row = 0; row < count; ++row) {
-        if (progress.isCanceled()) {
-            finishLot();
-            noteRowsLeft(row);
-            return false;
+        if (!run.mayGoOn()) {
+            finishLot(run);
+            noteRowsLeft(run, row);
+            return Outcome::Interrupted;
         }
         debug() << "[UPDATE] rowIdx: " << row;
         debug() << "[UPDATE] updating file: " << m_model.fileName(row);
         if (m_lot.isFull() || m_lot.holds(QFileInfo(m_model.fileName(row)).canonicalFilePath()))
-            finishLot();
-        const Change made = change(row, &m_lot);
-        // The end of the program is no verdict on the song.
-        if (made == Change::Failed && RunGuard::endRequested()) {
-            finishLot();
-            return false;
+            finishLot(run);
+        const Change made = change(run, row, &m_lot);
+        // The end of the program says nothing about the song.
+        if (made == Change::Failed && Run::isEnding()) {
+            finishLot(run);
+            return Outcome::Interrupted;
         }
         if (made != Change::Staged)
             setStatus(row, made == Change::Made);
-        progress.setValue(row + 1);
+        run.setStep(row + 1);
         logSongEnd();
-        progress.breathe();
+        run.processEvents();
     }
-    finishLot();
-    return true;
+    finishLot(run);
+    return Outcome::Done;
 }
 
-bool Synchroniser::updateFileWithDb(int row)
+bool Synchroniser::updateFileWithDb(Run &run, int row)
 {
-    return change(row, nullptr) == Change::Made;
+    if (!m_askPublisher)
+        run.answerAll(Run::Question::ChangeUnpublished, true);
+    return change(run, row, nullptr) == Change::Made;
 }
 
 /// Without a \a lot the song is saved at once.
-Synchroniser::Change Synchroniser::change(int row, FileLot *lot)
+Synchroniser::Change Synchroniser::change(Run &run, int row, FileLot *lot)
 {
     const QString fileName = m_model.fileName(row);
-    MetaSong song;
-    if (!m_memories.pulledFrom(fileName).isEmpty() || !song.importFile(fileName)) {
-        note(Step::Read, fileName, whyNoSong(song, fileName));
+    SongFile file(fileName, m_memories);
+    if (!file.isOpen) {
+        note(run, Step::Read, fileName, file.whyNotOpen());
         return Change::Failed;
     }
-    SongInfo info;
-    song.getSongInfo(info);
-    if (!info.isKordia && !mayChange(fileName)) {
-        note(Step::Change, fileName,
-             RunGuard::endRequested() ? Run::interrupted : Synchroniser::declined);
+    if (!file.info.isKordia && !mayChange(run, fileName)) {
+        note(run, Step::Change, fileName,
+             Run::isEnding() ? Run::interrupted : Synchroniser::declined);
         return Change::Failed;
     }
 
-    const CatalogueKeys keys = catalogueKeys(m_model.shortName(row), info);
+    const CatalogueKeys keys = catalogueKeys(m_model.shortName(row), file.info);
     SongsDbRecord record;
     QString trace;
     if (!findInCatalogue(m_catalogue, keys, record, trace)) {
         debug() << "Record " << QString(keys.file + u'/' + keys.title) << "NOT found in DB";
-        note(Step::Find, fileName, Synchroniser::notInCatalogue);
+        note(run, Step::Find, fileName, Synchroniser::notInCatalogue);
         return Change::Failed;
     }
     debug() << "Found in DB by: " << trace;
     record.dbgDump();
-    song.setSongInfo(mergedWithCatalogue(info, record), false);
+    file.song.setSongInfo(mergedWithCatalogue(file.info, record), false);
+    return save(run, row, file, lot);
+}
+
+Synchroniser::Change Synchroniser::save(Run &run, int row, SongFile &file, FileLot *lot)
+{
     // One that went away with its memory is not made anew where the memory was.
     WriteResult result = WriteResult::Failed;
-    if (isRegularFile(fileName) && lot != nullptr)
-        result = song.saveInLot(fileName, *lot);
-    else if (isRegularFile(fileName) && song.saveToFile(fileName))
+    if (isRegularFile(file.path) && lot != nullptr)
+        result = file.song.saveInLot(file.path, *lot);
+    else if (isRegularFile(file.path) && file.song.saveToFile(file.path))
         result = WriteResult::Done;
     if (result == WriteResult::Staged) {
         m_staged.append(row);
         return Change::Staged;
     }
-    const std::optional<Reason> whyNot =
-        result == WriteResult::Done ? std::nullopt : std::optional(whyNotSaved(song, fileName));
-    return finishRow(row, whyNot) ? Change::Made : Change::Failed;
+    const std::optional<Reason> whyNot = result == WriteResult::Done
+                                             ? std::nullopt
+                                             : std::optional(whyNotSaved(file.song, file.path));
+    return finishRow(run, row, whyNot) ? Change::Made : Change::Failed;
 }
 
 /// Puts the songs of the lot in their places. True when the last of them could be read again.
-bool Synchroniser::finishLot()
+bool Synchroniser::finishLot(Run &run)
 {
     const QList<int> rows = std::exchange(m_staged, {});
     const QList<WriteResult> results = m_lot.commit();
@@ -115,33 +135,34 @@ bool Synchroniser::finishLot()
         const QString fileName = m_model.fileName(row);
         switch (results.at(i)) {
         case WriteResult::Done:
-            isReadAgain = finishRow(row, std::nullopt);
+            isReadAgain = finishRow(run, row, std::nullopt);
             break;
         case WriteResult::Changed: // by another program since it was read
-            isReadAgain = updateFileWithDb(row);
+            isReadAgain = change(run, row, nullptr) == Change::Made;
             break;
         default:
             MetaSong::logFailedSave();
-            isReadAgain = finishRow(row, whyNotPlaced(fileName));
+            isReadAgain = finishRow(run, row, whyNotPlaced(fileName));
         }
         setStatus(row, isReadAgain);
     }
     return isReadAgain;
 }
 
-/// Shows what the row's song holds, saved or not. False when it could not be read again.
-bool Synchroniser::finishRow(int row, std::optional<Reason> whyNotSaved)
+/// Shows what the row's song holds, saved or not. False when it could not be read again: then the
+/// row stays as it was, as that of a file that went away with its memory.
+bool Synchroniser::finishRow(Run &run, int row, std::optional<Reason> whyNotSaved)
 {
-    const QString fileName = m_model.fileName(row);
-    MetaSong held;
-    const bool isReadAgain = reloadRow(row, fileName, held);
+    const SongFile held(m_model.fileName(row));
+    if (held.isOpen)
+        m_model.updateRow(row, held.info);
     if (whyNotSaved.has_value())
-        note(Step::Save, fileName, *whyNotSaved);
-    else if (!isReadAgain)
-        note(Step::Read, fileName, whyNoSong(held, fileName));
+        note(run, Step::Save, held.path, *whyNotSaved);
+    else if (!held.isOpen)
+        note(run, Step::Read, held.path, held.whyNotOpen());
     else
-        m_report.count(RunReport::Success::Updated);
-    return isReadAgain;
+        run.report().count(RunReport::Success::Updated);
+    return held.isOpen;
 }
 
 void Synchroniser::setStatus(int row, bool isUpdated)
@@ -149,50 +170,22 @@ void Synchroniser::setStatus(int row, bool isUpdated)
     m_model.setStatus(row, isUpdated ? Database::Updated : Database::Failed);
 }
 
-/// A failure on a memory that was pulled is the memory's.
-void Synchroniser::note(Step lack, const QString &fileName, Reason reason)
+void Synchroniser::note(Run &run, Step step, const QString &fileName, Reason reason)
 {
-    const bool isFailure = reason != Run::interrupted && reason != Synchroniser::declined;
-    const QString memory = isFailure ? m_memories.pulledFrom(fileName) : QString();
-    if (memory.isEmpty())
-        m_report.add(lack, fileName, reason);
-    else
-        m_report.addShared(lack, memory, MemoryReason::gone);
+    m_memories.note(run.report(), step, fileName, reason);
 }
 
 /// The rows that an interrupted run did not come to.
-void Synchroniser::noteRowsLeft(int firstRow)
+void Synchroniser::noteRowsLeft(Run &run, int firstRow)
 {
     const int count = m_model.goodRowCount();
     for (int row = firstRow; row < count; ++row)
-        note(Step::Change, m_model.fileName(row), Run::interrupted);
+        note(run, Step::Change, m_model.fileName(row), Run::interrupted);
 }
 
-bool Synchroniser::mayChange(const QString &fileName)
+bool Synchroniser::mayChange(Run &run, const QString &fileName)
 {
-    if (!m_askPublisher)
-        return m_rememberedAnswer;
-    finishLot();
-    const int answer = m_question(fileName);
-    // When the program is being ended nobody may have seen the question.
-    if (RunGuard::endRequested())
-        return false;
-    const bool change = answer == NoCopyrightDialog::Yes || answer == NoCopyrightDialog::YesToAll;
-    if (answer == NoCopyrightDialog::YesToAll || answer == NoCopyrightDialog::NoToAll) {
-        m_askPublisher = false;
-        m_rememberedAnswer = change;
-    }
-    return change;
-}
-
-/// Reads the file into \a song and shows it in its row. A file that went away with its volume
-/// leaves the row as it was.
-bool Synchroniser::reloadRow(int row, const QString &fileName, MetaSong &song)
-{
-    if (!song.importFile(fileName))
-        return false;
-    SongInfo info;
-    song.getSongInfo(info);
-    m_model.updateRow(row, info);
-    return true;
+    if (run.isAsking(Run::Question::ChangeUnpublished))
+        finishLot(run);
+    return run.ask(Run::Question::ChangeUnpublished, fileName);
 }

@@ -1,10 +1,20 @@
 #include "library/transfer.h"
 
+#include "base/filefailure.h"
 #include "base/flushing.h"
+#include "base/folderlock.h"
+#include "base/memoryidentity.h"
+#include "index/index.h"
+#include "index/indexset.h"
+#include "index/memoryreasons.h"
 #include "index/volumes.h"
+#include "library/filecopier.h"
+#include "library/workflowlog.h"
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <utility>
 
 static bool isReserved(const QString &folderName)
 {
@@ -16,26 +26,85 @@ static bool isReserved(const QString &folderName)
     return false;
 }
 
-TransferRefusal findTransferFolder(const QString &chosen, QString &destination)
+Transfer::Destination Transfer::destinationOf(const QString &chosen)
 {
-    destination = QDir::cleanPath(chosen);
-    if (isSystemDisk(destination))
-        return TransferRefusal::SystemDisk;
-    if (isRoot(destination)) {
+    QString folder = QDir::cleanPath(chosen);
+    if (isSystemDisk(folder))
+        return {Outcome::SystemDisk, folder};
+    if (isRoot(folder)) {
         const QString songs = QStringLiteral("songs");
-        const QDir memory(destination);
-        destination += u'/' + songs;
-        const bool isThere = QFileInfo(destination).isDir();
+        const QDir memory(folder);
+        folder += u'/' + songs;
+        const bool isThere = QFileInfo(folder).isDir();
         if (!isThere && !memory.mkdir(songs))
-            return TransferRefusal::NoSongsFolder;
+            return {Outcome::NoSongsFolder, folder};
         // The songs could reach a FAT disk before the beginning of their folder.
         if (!isThere)
             (void)flushFolder(memory.path());
         // "songs" may be a link that leads off the memory.
-        if (isSystemDisk(destination))
-            return TransferRefusal::SystemDisk;
+        if (isSystemDisk(folder))
+            return {Outcome::SystemDisk, folder};
     }
-    if (isReserved(destination.mid(destination.lastIndexOf(u'/') + 1)))
-        return TransferRefusal::ReservedFolder;
-    return TransferRefusal::None;
+    if (isReserved(folder.mid(folder.lastIndexOf(u'/') + 1)))
+        return {Outcome::ReservedFolder, folder};
+    return {Outcome::Done, folder};
+}
+
+Transfer::Transfer(QStringList files, QString chosen)
+    : m_files(std::move(files)), m_chosen(std::move(chosen))
+{
+}
+
+Transfer::Outcome Transfer::run(Run &run)
+{
+    const FolderLock lock(getRootDrivePath(m_chosen), FolderLock::Kind::Exclusive);
+    if (lock.isBusy()) {
+        run.report().add(RunReport::Step::Copy, getRoot(m_chosen), MemoryReason::inUse);
+        return Outcome::InUse;
+    }
+    const auto [outcome, folder] = destinationOf(m_chosen);
+    if (outcome == Outcome::NoSongsFolder)
+        run.report().add(RunReport::Step::Copy, folder, whyUnwritable(folder, 1));
+    if (outcome != Outcome::Done)
+        return outcome;
+    return send(run, folder) ? Outcome::Done : Outcome::Failed;
+}
+
+bool Transfer::send(Run &run, const QString &folder)
+{
+    logBanner("TRASFERIMENTO FILE");
+    run.begin({tr("Trasferimento"), tr("Trasferimento file..."), int(m_files.size())});
+    const QString root = getRoot(folder);
+    const MemoryIdentity memory(root);
+    FileCopier copier(run);
+    // Room for the new index, too: songs without one are of no use.
+    copier.setMemory(root, IndexSet::roomForUpdate(root, m_files.size()));
+    const bool areAllCopied = copier.copyFiles(m_files, folder);
+    m_shortage = copier.shortage();
+    run.end();
+    if (copier.copied() == 0)
+        return areAllCopied;
+    // The mount folder of a memory that was pulled may still be there.
+    if (!memory.isThere()) {
+        run.report().add(RunReport::Step::Index, root, MemoryReason::gone);
+        return false;
+    }
+    // What did arrive is of no use to the player without the index.
+    return updateIndex(run, folder) && areAllCopied;
+}
+
+bool Transfer::updateIndex(Run &run, const QString &path)
+{
+    const QString root = getRoot(path);
+    if (!QFileInfo::exists(root)) {
+        run.report().add(RunReport::Step::Index, root, MemoryReason::gone);
+        return false;
+    }
+    run.begin({tr("Aggiornamento"), tr("Aggiornamento database..."), 0, false});
+    Index index(run);
+    const bool isComplete = index.updateIndex(root);
+    if (!isComplete)
+        run.report().add(RunReport::Step::Index, root, index.failure());
+    run.end();
+    return isComplete;
 }

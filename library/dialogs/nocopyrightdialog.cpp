@@ -50,22 +50,22 @@ void NoCopyrightDialog::changeEvent(QEvent *event)
 
 void NoCopyrightDialog::on_yesPushButton_clicked()
 {
-    done(Yes);
+    done(static_cast<int>(Run::Answer::Yes));
 }
 
 void NoCopyrightDialog::on_yesAllPushButton_clicked()
 {
-    done(YesToAll);
+    done(static_cast<int>(Run::Answer::YesToAll));
 }
 
 void NoCopyrightDialog::on_noPushButton_clicked()
 {
-    done(No);
+    done(static_cast<int>(Run::Answer::No));
 }
 
 void NoCopyrightDialog::on_noAllPushButton_clicked()
 {
-    done(NoToAll);
+    done(static_cast<int>(Run::Answer::NoToAll));
 }
 
 void NoCopyrightDialog::showTexts()

@@ -11,15 +11,13 @@ namespace Ui
 class NoCopyrightDialog;
 }
 
-/// The program's one yes / yes-to-all / no / no-to-all question about a file.
+/// The program's one yes / yes-to-all / no / no-to-all question about a file. exec() returns a
+/// Run::Answer.
 class NoCopyrightDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// What exec() returns. A dialog that was closed counts as Yes.
-    enum Answer { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
-
     explicit NoCopyrightDialog(QWidget *parent = nullptr);
     ~NoCopyrightDialog() override;
 

@@ -21,6 +21,17 @@
     </message>
 </context>
 <context>
+    <name>Backup</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Backing up the library...</translation>
+    </message>
+</context>
+<context>
     <name>BackupDialog</name>
     <message>
         <source>Backup</source>
@@ -541,6 +552,17 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
 </context>
 <context>
+    <name>LibraryImport</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Reading file</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importing library...</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Brisel2 PC</source>
@@ -675,18 +697,6 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <translation>Reading file</translation>
     </message>
     <message>
-        <source>Importo la libreria...</source>
-        <translation>Importing library...</translation>
-    </message>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Updating file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Updating library...</translation>
-    </message>
-    <message>
         <source>Remove from list</source>
         <translation>Remove from list</translation>
     </message>
@@ -705,10 +715,6 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     <message>
         <source>Backup FALLITO !!!</source>
         <translation>Backup FAILED !!!</translation>
-    </message>
-    <message>
-        <source>Eseguo backup dellla libreria...</source>
-        <translation>Backing up the library...</translation>
     </message>
     <message>
         <source>Backup eseguito correttamente</source>
@@ -743,32 +749,12 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <translation>You can not use BRIDGE, SFX and PLAYLIST folders, they are reserved for BRISEL2. Select another folder</translation>
     </message>
     <message>
-        <source>Trasferimento file...</source>
-        <translation>Transferring files...</translation>
-    </message>
-    <message>
-        <source>esiste già, vuoi sostituirlo?</source>
-        <translation>is already present, replace it?</translation>
-    </message>
-    <message>
-        <source>Aggiornamento</source>
-        <translation>Update</translation>
-    </message>
-    <message>
-        <source>Aggiornamento database...</source>
-        <translation>Updating database...</translation>
-    </message>
-    <message>
         <source>Cerca nella tabella</source>
         <translation>Search the table</translation>
     </message>
     <message>
         <source>Nessun brano corrisponde alla ricerca</source>
         <translation>No song matches the search</translation>
-    </message>
-    <message>
-        <source>Cerco i brani...</source>
-        <translation>Looking for songs...</translation>
     </message>
     <message>
         <source>Non è stato trovato nessun brano</source>
@@ -907,6 +893,17 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
         <translation>Return edits the song of the row, Delete removes the row from the table</translation>
+    </message>
+</context>
+<context>
+    <name>ManualEdit</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating library...</translation>
     </message>
 </context>
 <context>
@@ -1180,17 +1177,6 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
-    <name>RunProgress</name>
-    <message>
-        <source>Interrompi</source>
-        <translation>Stop</translation>
-    </message>
-    <message>
-        <source>%1 di %2</source>
-        <translation>%1 of %2</translation>
-    </message>
-</context>
-<context>
     <name>RunReport</name>
     <message numerus="yes">
         <source> (%n song)</source>
@@ -1403,6 +1389,17 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
+    <name>SongPicker</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Reading file</translation>
+    </message>
+    <message>
+        <source>Cerco i brani...</source>
+        <translation>Looking for songs...</translation>
+    </message>
+</context>
+<context>
     <name>SongToolTip</name>
     <message>
         <source>Stato: %1</source>
@@ -1587,6 +1584,36 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
+    <name>Synchroniser</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating library...</translation>
+    </message>
+</context>
+<context>
+    <name>Transfer</name>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Transfer</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Transferring files...</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Update</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Updating database...</translation>
+    </message>
+</context>
+<context>
     <name>UserSongsRelTableModel</name>
     <message>
         <source>Num</source>
@@ -1667,6 +1694,21 @@ Try again when it has finished.</translation>
     <message>
         <source>Nome del file senza la cartella</source>
         <translation>Name of the file without its folder</translation>
+    </message>
+</context>
+<context>
+    <name>WindowRun</name>
+    <message>
+        <source>Interrompi</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>is already present, replace it?</translation>
     </message>
 </context>
 </TS>

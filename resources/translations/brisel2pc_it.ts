@@ -21,6 +21,17 @@
     </message>
 </context>
 <context>
+    <name>Backup</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Eseguo backup dellla libreria...</translation>
+    </message>
+</context>
+<context>
     <name>BackupDialog</name>
     <message>
         <source>Backup</source>
@@ -541,6 +552,17 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
 </context>
 <context>
+    <name>LibraryImport</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Lettura file</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importo la libreria...</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Brisel2 PC</source>
@@ -675,18 +697,6 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <translation>Lettura file</translation>
     </message>
     <message>
-        <source>Importo la libreria...</source>
-        <translation>Importo la libreria...</translation>
-    </message>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Aggiornamento file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Aggiorno la libreria...</translation>
-    </message>
-    <message>
         <source>Remove from list</source>
         <translation>Remove from list</translation>
     </message>
@@ -705,10 +715,6 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     <message>
         <source>Backup FALLITO !!!</source>
         <translation>Backup FALLITO !!!</translation>
-    </message>
-    <message>
-        <source>Eseguo backup dellla libreria...</source>
-        <translation>Eseguo backup dellla libreria...</translation>
     </message>
     <message>
         <source>Backup eseguito correttamente</source>
@@ -743,32 +749,12 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <translation>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate per funzionalità specifiche di Brisel, selezionare un&apos;altra cartella</translation>
     </message>
     <message>
-        <source>Trasferimento file...</source>
-        <translation>Trasferimento file...</translation>
-    </message>
-    <message>
-        <source>esiste già, vuoi sostituirlo?</source>
-        <translation>esiste già, vuoi sostituirlo?</translation>
-    </message>
-    <message>
-        <source>Aggiornamento</source>
-        <translation>Aggiornamento</translation>
-    </message>
-    <message>
-        <source>Aggiornamento database...</source>
-        <translation>Aggiornamento database...</translation>
-    </message>
-    <message>
         <source>Cerca nella tabella</source>
         <translation>Cerca nella tabella</translation>
     </message>
     <message>
         <source>Nessun brano corrisponde alla ricerca</source>
         <translation>Nessun brano corrisponde alla ricerca</translation>
-    </message>
-    <message>
-        <source>Cerco i brani...</source>
-        <translation>Cerco i brani...</translation>
     </message>
     <message>
         <source>Non è stato trovato nessun brano</source>
@@ -907,6 +893,17 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
         <translation>Invio modifica la song della riga, Canc toglie la riga dalla tabella</translation>
+    </message>
+</context>
+<context>
+    <name>ManualEdit</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
     </message>
 </context>
 <context>
@@ -1180,17 +1177,6 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
-    <name>RunProgress</name>
-    <message>
-        <source>Interrompi</source>
-        <translation>Interrompi</translation>
-    </message>
-    <message>
-        <source>%1 di %2</source>
-        <translation>%1 di %2</translation>
-    </message>
-</context>
-<context>
     <name>RunReport</name>
     <message numerus="yes">
         <source> (%n song)</source>
@@ -1403,6 +1389,17 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
+    <name>SongPicker</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Lettura file</translation>
+    </message>
+    <message>
+        <source>Cerco i brani...</source>
+        <translation>Cerco i brani...</translation>
+    </message>
+</context>
+<context>
     <name>SongToolTip</name>
     <message>
         <source>Stato: %1</source>
@@ -1587,6 +1584,36 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
+    <name>Synchroniser</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+</context>
+<context>
+    <name>Transfer</name>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Trasferimento</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Trasferimento file...</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Aggiornamento</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Aggiornamento database...</translation>
+    </message>
+</context>
+<context>
     <name>UserSongsRelTableModel</name>
     <message>
         <source>Num</source>
@@ -1667,6 +1694,21 @@ Riprovare quando ha finito.</translation>
     <message>
         <source>Nome del file senza la cartella</source>
         <translation>Nome del file senza la cartella</translation>
+    </message>
+</context>
+<context>
+    <name>WindowRun</name>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 di %2</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>esiste già, vuoi sostituirlo?</translation>
     </message>
 </context>
 </TS>

@@ -12,7 +12,7 @@
 #include "library/dialogs/nocopyrightdialog.h"
 #include "library/dialogs/proceeddialog.h"
 #include "library/dialogs/reportdialog.h"
-#include "library/dialogs/runprogress.h"
+#include "library/dialogs/windowrun.h"
 #include "library/synchroniser.h"
 #include "songfile/metasong.h"
 #include "songfile/songinfo.h"
@@ -168,16 +168,16 @@ std::unique_ptr<QWidget> makeMessage()
 class WindowAtWork : public QWidget
 {
 public:
-    WindowAtWork() : m_progress(this)
+    WindowAtWork() : m_run(this, RunReport::Operation::Synchronisation)
     {
-        m_progress.begin(QCoreApplication::translate("MainWindow", "Aggiornamento file"),
-                         QCoreApplication::translate("MainWindow", "Aggiorno la libreria..."),
-                         65535);
-        m_progress.setValue(40000);
+        m_run.begin({QCoreApplication::translate("Synchroniser", "Aggiornamento file"),
+                     QCoreApplication::translate("Synchroniser", "Aggiorno la libreria..."),
+                     65535});
+        m_run.setStep(40000);
     }
 
 private:
-    RunProgress m_progress;
+    WindowRun m_run;
 };
 
 } // namespace

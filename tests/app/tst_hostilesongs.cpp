@@ -1,4 +1,3 @@
-#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
 #include "tests/testprogram.h"
 
@@ -104,7 +103,7 @@ void TestHostileSongs::namesOfAllKinds()
     expectEdit([](QWidget *widget) { DialogScript::click(widget, u"savePushButton"_qs); });
     doubleClick(0);
     m_script->expectFiles({card()});
-    expectQuestion(NoCopyrightDialog::YesToAll);
+    expectQuestion(Run::Answer::YesToAll);
     m_script->expectMessage(u"Trasferimento"_qs,
                             u"Tutti i file sono stati copiati correttamente"_qs, QMessageBox::Ok);
     clickTransfer();

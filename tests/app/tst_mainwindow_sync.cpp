@@ -1,4 +1,3 @@
-#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
 #include "tests/testprogram.h"
@@ -129,7 +128,7 @@ void TestMainWindowSync::asksForUnpublishedSongsUnlessSwitchedOff()
     import({u"one.mid"_qs});
     m_window->enableCopyrightMessage(true);
     expectBackup(u"exitPushButton"_qs);
-    expectQuestion(NoCopyrightDialog::No);
+    expectQuestion(Run::Answer::No);
     clickSync();
     verifyScript();
     QCOMPARE(statuses(), u"3"_qs);
@@ -156,7 +155,7 @@ void TestMainWindowSync::noToAllHoldsUntilTheRunEnds()
     import({u"one.mid"_qs, u"two.mid"_qs});
     m_window->enableCopyrightMessage(true);
     expectBackup(u"exitPushButton"_qs);
-    expectQuestion(NoCopyrightDialog::NoToAll);
+    expectQuestion(Run::Answer::NoToAll);
     clickSync();
     verifyScript();
     QCOMPARE(statuses(), u"33"_qs);
@@ -165,8 +164,8 @@ void TestMainWindowSync::noToAllHoldsUntilTheRunEnds()
     import({u"one.mid"_qs, u"two.mid"_qs});
     m_window->enableCopyrightMessage(true);
     expectBackup(u"exitPushButton"_qs);
-    expectQuestion(NoCopyrightDialog::Yes);
-    expectQuestion(NoCopyrightDialog::Yes);
+    expectQuestion(Run::Answer::Yes);
+    expectQuestion(Run::Answer::Yes);
     clickSync();
     verifyScript();
     QCOMPARE(statuses(), u"11"_qs);

@@ -67,7 +67,7 @@ void TestMemoryReports::tellsFilesThatWereNotCopied()
     makeFile(at(u"volumes/CARD/songs/two.mid"_qs), "old");
     makeFile(at(u"volumes/CARD/songs/tune.cdg"_qs), "old");
     m_script->expectFiles({at(u"volumes/CARD"_qs)});
-    expectQuestion(2);
+    expectQuestion(Run::Answer::No);
     m_script->expectMessage(u"Trasferimento"_qs, m_failed, QMessageBox::Ok);
     clickTransfer();
     verifyScript();

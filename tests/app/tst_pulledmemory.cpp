@@ -1,5 +1,4 @@
 #include "index/index.h"
-#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/reporttest.h"
 #include "tests/scriptedindex.h"
 #include "tests/testprogram.h"

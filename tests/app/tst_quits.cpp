@@ -1,5 +1,4 @@
 #include "index/index.h"
-#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
 #include "tests/scriptedindex.h"

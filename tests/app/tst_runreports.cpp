@@ -1,4 +1,3 @@
-#include "library/dialogs/nocopyrightdialog.h"
 #include "tests/app/reporttest.h"
 #include "tests/fulldisk.h"
 #include "tests/smalldisk.h"
@@ -90,7 +89,7 @@ void TestRunReports::tellsSongsThatWereNotSynchronised()
     QVERIFY(QFile::remove(at(u"gone.mid"_qs)));
     m_window->enableCopyrightMessage(true);
     expectBackup(u"exitPushButton"_qs);
-    expectQuestion(NoCopyrightDialog::No);
+    expectQuestion(Run::Answer::No);
     clickSync();
     verifyScript();
     QCOMPARE(statuses(), u"1333"_qs);

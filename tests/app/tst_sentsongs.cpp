@@ -23,11 +23,11 @@ private slots:
     void asksAboutTheSongThatHasAShortName();
 
 private:
-    void transfer(const QString &message, int question = -1)
+    void transfer(const QString &message, std::optional<Run::Answer> answer = {})
     {
         m_script->expectFiles({at(u"volumes/CARD"_qs)});
-        if (question >= 0)
-            expectQuestion(question);
+        if (answer.has_value())
+            expectQuestion(*answer);
         m_script->expectMessage(u"Trasferimento"_qs, message, QMessageBox::Ok);
         clickTransfer();
         verifyScript();
@@ -130,7 +130,7 @@ void TestSentSongs::asksNothingWhereAPickedSongLies()
 void TestSentSongs::reportsNewNames()
 {
     importSongs({u"A long name.mid"_qs, u"two.mid"_qs}, false);
-    transfer(m_done, 1);
+    transfer(m_done, Run::Answer::YesToAll);
     const QString songs = at(u"volumes/CARD/songs/"_qs);
     const QString names = songs + u"A long name.mid -> "_qs + songs + u"Alongn-1.mid"_qs;
     QCOMPARE(reportLines(),
@@ -139,7 +139,7 @@ void TestSentSongs::reportsNewNames()
     QCoreApplication::processEvents();
     importSongs({u"A longer name.mid"_qs}, false);
     m_script->expectFiles({at(u"volumes/CARD"_qs)});
-    expectQuestion(1);
+    expectQuestion(Run::Answer::YesToAll);
     m_script->expectMessage(u"Transfer"_qs, u"All the files have been copied successfully"_qs,
                             QMessageBox::Ok);
     clickTransfer();
@@ -151,7 +151,7 @@ void TestSentSongs::reportsNewNames()
 void TestSentSongs::asksAboutTheSongThatHasAShortName()
 {
     importSongs({u"A long name.mid"_qs, u"two.mid"_qs}, false);
-    transfer(m_done, 1);
+    transfer(m_done, Run::Answer::YesToAll);
     const QByteArray index = fileContent(at(u"volumes/CARD/index.id2"_qs));
     importSongs({u"A long name.mid"_qs}, true);
     m_script->expectFiles({at(u"volumes/CARD"_qs)});

@@ -166,10 +166,14 @@ void TestTranslations::readsAsAgreed_data()
     row("MainWindow", "Informazioni", u"About"_qs);
     row("MainWindow", "Informazioni su QT", u"About QT"_qs);
     row("MainWindow", "Seleziona i file da importare", u"Select files to import"_qs);
-    row("MainWindow", "Importo la libreria...", u"Importing library..."_qs);
     row("MainWindow", "Lettura file", u"Reading file"_qs);
-    row("MainWindow", "Aggiorno la libreria...", u"Updating library..."_qs);
-    row("MainWindow", "Aggiornamento file", u"Updating file"_qs);
+    row("SongPicker", "Lettura file", u"Reading file"_qs);
+    row("LibraryImport", "Lettura file", u"Reading file"_qs);
+    row("LibraryImport", "Importo la libreria...", u"Importing library..."_qs);
+    for (const char *context : {"Synchroniser", "ManualEdit"}) {
+        row(context, "Aggiorno la libreria...", u"Updating library..."_qs);
+        row(context, "Aggiornamento file", u"Updating file"_qs);
+    }
     row("MainWindow", "Backup FALLITO !!!", u"Backup FAILED !!!"_qs);
     row("MainWindow", "Backup eseguito correttamente", u"Backup done correctly"_qs);
     row("MainWindow", "Attenzione", u"Warning"_qs);
@@ -187,14 +191,15 @@ void TestTranslations::readsAsAgreed_data()
         "funzionalità specifiche di Brisel, selezionare un'altra cartella",
         u"You can not use BRIDGE, SFX and PLAYLIST folders, they are reserved for BRISEL2. "
         "Select another folder"_qs);
-    row("MainWindow", "Trasferimento file...", u"Transferring files..."_qs);
+    row("Transfer", "Trasferimento", u"Transfer"_qs);
+    row("Transfer", "Trasferimento file...", u"Transferring files..."_qs);
     row("MainWindow", "Non è stato possibile copiare uno o più file",
         u"It was not possible to copy one or more files"_qs);
     row("MainWindow", "Tutti i file sono stati copiati correttamente",
         u"All the files have been copied successfully"_qs);
-    row("MainWindow", "esiste già, vuoi sostituirlo?", u"is already present, replace it?"_qs);
-    row("MainWindow", "Aggiornamento database...", u"Updating database..."_qs);
-    row("MainWindow", "Aggiornamento", u"Update"_qs);
+    row("WindowRun", "esiste già, vuoi sostituirlo?", u"is already present, replace it?"_qs);
+    row("Transfer", "Aggiornamento database...", u"Updating database..."_qs);
+    row("Transfer", "Aggiornamento", u"Update"_qs);
     row("NoCopyrightDialog", "Richiesta conferma", u"Confirmation request"_qs);
     row("NoCopyrightDialog", "Il file:", u"File:"_qs);
     row("NoCopyrightDialog",
@@ -205,8 +210,8 @@ void TestTranslations::readsAsAgreed_data()
         u"Do you want to proceed with automatic synchronization?"_qs);
     row("ProceedDialog", "Non mostrare più messaggi sul copyright",
         u"Don't show messages on copyright"_qs);
-    row("RunProgress", "Interrompi", u"Stop"_qs);
-    row("RunProgress", "%1 di %2", u"%1 of %2"_qs);
+    row("WindowRun", "Interrompi", u"Stop"_qs);
+    row("WindowRun", "%1 di %2", u"%1 of %2"_qs);
     row("SongsListDialog", "Ordina per:", u"Sort by:"_qs);
     row("SongsListDialog", "Il percorso di destinazione non esiste",
         u"The destination path does not exist"_qs);

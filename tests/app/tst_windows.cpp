@@ -215,7 +215,7 @@ void TestWindows::showsAFullStatusBarWhole()
         report.count(RunReport::Success::Updated);
         report.add(RunReport::Step::Find, QStringLiteral("/a.mid"), Synchroniser::notInCatalogue);
     }
-    line->addReport(report);
+    line->setReport(report);
     window->show();
     line->showSpace(QDir::currentPath(), 999LL << 50);
     QTest::qWait(20);

@@ -63,12 +63,12 @@ void WorkflowTest::expectBackupToFolder()
     });
 }
 
-void WorkflowTest::expectQuestion(int answer)
+void WorkflowTest::expectQuestion(Run::Answer answer)
 {
     static const QStringList buttons{u"yesPushButton"_qs, u"yesAllPushButton"_qs,
                                      u"noPushButton"_qs, u"noAllPushButton"_qs};
     m_script->expect("NoCopyrightDialog", [answer](QWidget *widget) {
-        DialogScript::click(widget, buttons.at(answer));
+        DialogScript::click(widget, buttons.at(int(answer)));
     });
 }
 

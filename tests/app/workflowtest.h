@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/run.h"
 #include "tests/app/samplewindow.h"
 #include "tests/logcapture.h"
 
@@ -46,8 +47,8 @@ protected:
     void expectBackup(const QString &button);
     /// The next dialog offers the backup: it goes to the folder "backups".
     void expectBackupToFolder();
-    /// The next dialog is the four-way question; \a answer is one of its codes.
-    void expectQuestion(int answer);
+    /// The next dialog is the four-way question: presses the button of \a answer.
+    void expectQuestion(Run::Answer answer);
     /// The next dialog is the four-way question: answers "Si", and presses "Interrompi" as soon as
     /// that file is done.
     void expectYesThenInterrupt();

@@ -79,7 +79,7 @@ void TestNoCopyrightDialog::enterFirstMeansYes()
     DialogScript script;
     script.expect("NoCopyrightDialog",
                   [](QWidget *shown) { QTest::keyClick(shown, Qt::Key_Return); });
-    QCOMPARE(dialog.exec(), int(NoCopyrightDialog::Yes));
+    QCOMPARE(dialog.exec(), int(Run::Answer::Yes));
 }
 
 void TestNoCopyrightDialog::tabWalksTheButtonsInOrder()
@@ -101,7 +101,7 @@ void TestNoCopyrightDialog::countsEscapeAsYes()
     DialogScript script;
     script.expect("NoCopyrightDialog",
                   [](QWidget *shown) { QTest::keyClick(shown, Qt::Key_Escape); });
-    QCOMPARE(dialog.exec(), int(NoCopyrightDialog::Yes));
+    QCOMPARE(dialog.exec(), int(Run::Answer::Yes));
 }
 
 void TestNoCopyrightDialog::countsClosingAsYes()
@@ -109,7 +109,7 @@ void TestNoCopyrightDialog::countsClosingAsYes()
     NoCopyrightDialog dialog;
     DialogScript script;
     script.expect("NoCopyrightDialog", [](QWidget *shown) { shown->close(); });
-    QCOMPARE(dialog.exec(), int(NoCopyrightDialog::Yes));
+    QCOMPARE(dialog.exec(), int(Run::Answer::Yes));
 }
 
 void TestNoCopyrightDialog::showsItsTexts()

@@ -1,10 +1,8 @@
 #include "library/filecopier.h"
 
-#include "base/runguard.h"
-#include "library/dialogs/nocopyrightdialog.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/library/filesizelimit.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedrun.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
@@ -12,12 +10,17 @@
 
 #include <unistd.h>
 
+static constexpr Run::Answer yes = Run::Answer::Yes;
+static constexpr Run::Answer no = Run::Answer::No;
+static constexpr Run::Answer noToAll = Run::Answer::NoToAll;
+
 class TestFileCopier : public QObject
 {
     Q_OBJECT
 
 private slots:
     void init();
+    void cleanup() { m_run.reset(); }
     void copiesFlatInOrder();
     void logsEachFile();
     void countsSamePathIgnoringCaseAsCopied();
@@ -25,7 +28,7 @@ private slots:
     void answersOfTheOverwriteQuestion_data();
     void answersOfTheOverwriteQuestion();
     void unknownAnswerKeepsTheOldFile();
-    void asksAgainInTheNextCall();
+    void asksAgainInTheNextRun();
     void skippedFileMovesNoProgress();
     void stopsWhenCanceled();
     void isFalseWhenCanceledAtTheLastFile();
@@ -59,20 +62,17 @@ private:
         return QDir(at(u"to"_qs))
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     }
-    bool copy(const QStringList &files, const QList<int> &answers = {})
+    bool copy(const QStringList &files, const QList<Run::Answer> &answers = {})
     {
-        m_answers = answers;
-        FileCopier copier(m_progress, [this](const QString &destination) {
-            m_asked.append(destination);
-            return m_answers.isEmpty() ? NoCopyrightDialog::No : m_answers.takeFirst();
-        });
-        return copier.copyFiles(files, at(u"to"_qs), m_copied);
+        m_run->answers = answers;
+        FileCopier copier(*m_run);
+        const bool isDone = copier.copyFiles(files, at(u"to"_qs));
+        m_copied = copier.copied();
+        return isDone;
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    FakeProgress m_progress;
-    QList<int> m_answers;
-    QStringList m_asked;
+    std::unique_ptr<ScriptedRun> m_run;
     int m_copied = -1;
 };
 
@@ -80,8 +80,7 @@ void TestFileCopier::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir(m_folder->path()).mkdir(u"to"_qs));
-    m_progress = FakeProgress();
-    m_asked.clear();
+    m_run = std::make_unique<ScriptedRun>();
     m_copied = -1;
 }
 
@@ -92,9 +91,9 @@ void TestFileCopier::copiesFlatInOrder()
     QCOMPARE(m_copied, 2);
     QCOMPARE(copies(), QStringList({u"a.kar"_qs, u"b.mid"_qs}));
     QCOMPARE(fileContent(at(u"to/a.kar"_qs)), QByteArray("a"));
-    QCOMPARE(m_progress.values, QList<int>({1, 2}));
-    QCOMPARE(m_progress.breaths, 2);
-    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_run->steps, QList<int>({1, 2}));
+    QCOMPARE(m_run->eventRounds, 2);
+    QCOMPARE(m_run->asked, QStringList());
 }
 
 void TestFileCopier::logsEachFile()
@@ -114,7 +113,7 @@ void TestFileCopier::countsSamePathIgnoringCaseAsCopied()
     QCOMPARE(m_copied, 1);
     QCOMPARE(copies(), QStringList());
     QCOMPARE(log.messages(), QStringList());
-    QCOMPARE(m_progress.values, QList<int>());
+    QCOMPARE(m_run->steps, QList<int>());
 }
 
 void TestFileCopier::countsSameFileByAnotherWayAsCopied()
@@ -126,29 +125,29 @@ void TestFileCopier::countsSameFileByAnotherWayAsCopied()
     QCOMPARE(::link(qPrintable(at(u"to/hard.mid"_qs)), qPrintable(at(u"other/hard.mid"_qs))), 0);
     QVERIFY(copy({at(u"way/song.mid"_qs), at(u"other/hard.mid"_qs)}));
     QCOMPARE(m_copied, 2);
-    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(fileContent(at(u"to/song.mid"_qs)), QByteArray("song"));
     QCOMPARE(fileContent(at(u"other/hard.mid"_qs)), QByteArray("hard"));
 }
 
 void TestFileCopier::answersOfTheOverwriteQuestion_data()
 {
-    QTest::addColumn<QList<int>>("answers");
+    QTest::addColumn<QList<Run::Answer>>("answers");
     QTest::addColumn<int>("asked");
     QTest::addColumn<QByteArray>("result"); // n: replaced, o: old file kept
-    using D = NoCopyrightDialog;
-    QTest::newRow("Si each time") << QList<int>{D::Yes, D::Yes, D::Yes} << 3 << QByteArray("nnn");
-    QTest::newRow("No each time") << QList<int>{D::No, D::No, D::No} << 3 << QByteArray("ooo");
-    QTest::newRow("Si tutti") << QList<int>{D::YesToAll} << 1 << QByteArray("nnn");
-    QTest::newRow("No tutti") << QList<int>{D::NoToAll} << 1 << QByteArray("ooo");
-    QTest::newRow("No, Si tutti") << QList<int>{D::No, D::YesToAll} << 2 << QByteArray("onn");
-    QTest::newRow("Si, No tutti") << QList<int>{D::Yes, D::NoToAll} << 2 << QByteArray("noo");
-    QTest::newRow("Si, No, Si") << QList<int>{D::Yes, D::No, D::Yes} << 3 << QByteArray("non");
+    using D = Run::Answer;
+    QTest::newRow("Si each time") << QList<D>{D::Yes, D::Yes, D::Yes} << 3 << QByteArray("nnn");
+    QTest::newRow("No each time") << QList<D>{D::No, D::No, D::No} << 3 << QByteArray("ooo");
+    QTest::newRow("Si tutti") << QList<D>{D::YesToAll} << 1 << QByteArray("nnn");
+    QTest::newRow("No tutti") << QList<D>{D::NoToAll} << 1 << QByteArray("ooo");
+    QTest::newRow("No, Si tutti") << QList<D>{D::No, D::YesToAll} << 2 << QByteArray("onn");
+    QTest::newRow("Si, No tutti") << QList<D>{D::Yes, D::NoToAll} << 2 << QByteArray("noo");
+    QTest::newRow("Si, No, Si") << QList<D>{D::Yes, D::No, D::Yes} << 3 << QByteArray("non");
 }
 
 void TestFileCopier::answersOfTheOverwriteQuestion()
 {
-    QFETCH(QList<int>, answers);
+    QFETCH(QList<Run::Answer>, answers);
     QFETCH(QByteArray, result);
     QStringList files;
     for (const QString &name : {u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs}) {
@@ -157,8 +156,8 @@ void TestFileCopier::answersOfTheOverwriteQuestion()
     }
     QVERIFY(copy(files, answers));
     QCOMPARE(m_copied, int(result.count('n')));
-    QTEST(int(m_asked.size()), "asked");
-    QCOMPARE(m_asked.first(), at(u"to/a.mid"_qs));
+    QTEST(int(m_run->asked.size()), "asked");
+    QCOMPARE(m_run->asked.first(), at(u"to/a.mid"_qs));
     QByteArray found;
     for (const QString &name : {u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs})
         found += fileContent(at(u"to/"_qs + name)).left(1);
@@ -169,36 +168,33 @@ void TestFileCopier::unknownAnswerKeepsTheOldFile()
 {
     const QString song = picked(u"a.mid"_qs);
     makeFile(at(u"to/a.mid"_qs), "old");
-    QVERIFY(copy({song}, {7}));
+    QVERIFY(copy({song}, {Run::Answer(7)}));
     QCOMPARE(m_copied, 0);
     QCOMPARE(fileContent(at(u"to/a.mid"_qs)), QByteArray("old"));
 }
 
-void TestFileCopier::asksAgainInTheNextCall()
+void TestFileCopier::asksAgainInTheNextRun()
 {
     const QString song = picked(u"a.mid"_qs);
     makeFile(at(u"to/a.mid"_qs), "old");
-    int asked = 0;
-    FileCopier copier(m_progress, [&asked](const QString &) {
-        ++asked;
-        return NoCopyrightDialog::NoToAll;
-    });
-    QVERIFY(copier.copyFiles({song}, at(u"to"_qs), m_copied));
-    QVERIFY(copier.copyFiles({song}, at(u"to"_qs), m_copied));
-    QCOMPARE(asked, 2);
+    QVERIFY(copy({song}, {noToAll}));
+    QCOMPARE(m_run->asked.size(), 1);
+    m_run = std::make_unique<ScriptedRun>();
+    QVERIFY(copy({song}, {noToAll}));
+    QCOMPARE(m_run->asked.size(), 1);
 }
 
 void TestFileCopier::skippedFileMovesNoProgress()
 {
     makeFile(at(u"to/a.mid"_qs), "old");
-    QVERIFY(copy({picked(u"a.mid"_qs), picked(u"b.mid"_qs)}, {NoCopyrightDialog::No}));
-    QCOMPARE(m_progress.values, QList<int>({2}));
+    QVERIFY(copy({picked(u"a.mid"_qs), picked(u"b.mid"_qs)}, {no}));
+    QCOMPARE(m_run->steps, QList<int>({2}));
     QCOMPARE(m_copied, 1);
 }
 
 void TestFileCopier::stopsWhenCanceled()
 {
-    m_progress.onValue = [this](int value) { m_progress.canceled = value == 2; };
+    m_run->onStep = [this](int value) { m_run->isStopped = value == 2; };
     QVERIFY(!copy({picked(u"a.mid"_qs), picked(u"b.mid"_qs), picked(u"c.mid"_qs)}));
     QCOMPARE(m_copied, 0);
     QCOMPARE(copies(), QStringList({u"a.mid"_qs, u"b.mid"_qs}));
@@ -206,34 +202,31 @@ void TestFileCopier::stopsWhenCanceled()
 
 void TestFileCopier::isFalseWhenCanceledAtTheLastFile()
 {
-    m_progress.onValue = [this](int) { m_progress.canceled = true; };
+    m_run->onStep = [this](int) { m_run->isStopped = true; };
     QVERIFY(!copy({picked(u"a.mid"_qs)}));
     QCOMPARE(m_copied, 1);
 }
 
 void TestFileCopier::asksNothingMoreWhenTheProgramEnds()
 {
-    const RunGuard guard;
     makeFile(at(u"to/b.mid"_qs), "old");
-    m_progress.onValue = [this](int) {
+    m_run->onStep = [this](int) {
         RunGuard::requestEnd();
-        m_progress.canceled = true;
+        m_run->isStopped = true;
     };
-    QVERIFY(!copy({picked(u"a.mid"_qs), picked(u"b.mid"_qs)}, {NoCopyrightDialog::Yes}));
-    QCOMPARE(m_asked, QStringList());
+    QVERIFY(!copy({picked(u"a.mid"_qs), picked(u"b.mid"_qs)}, {yes}));
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(fileContent(at(u"to/b.mid"_qs)), QByteArray("old"));
 }
 
 void TestFileCopier::ignoresAnswerGivenByTheEndOfTheProgram()
 {
-    const RunGuard guard;
     makeFile(at(u"to/a.mid"_qs), "old");
-    FileCopier copier(m_progress, [this](const QString &) {
+    m_run->onQuestion = [this](const QString &) {
         RunGuard::requestEnd();
-        m_progress.canceled = true;
-        return NoCopyrightDialog::Yes;
-    });
-    QVERIFY(!copier.copyFiles({picked(u"a.mid"_qs)}, at(u"to"_qs), m_copied));
+        m_run->isStopped = true;
+    };
+    QVERIFY(!copy({picked(u"a.mid"_qs)}, {yes}));
     QCOMPARE(m_copied, 0);
     QCOMPARE(fileContent(at(u"to/a.mid"_qs)), QByteArray("old"));
 }
@@ -242,35 +235,34 @@ void TestFileCopier::countsUnreadableSourceAsError()
 {
     QVERIFY(!copy({at(u"from/none.mid"_qs)}));
     QCOMPARE(m_copied, 0);
-    QCOMPARE(m_progress.values, QList<int>({1}));
+    QCOMPARE(m_run->steps, QList<int>({1}));
     QCOMPARE(copies(), QStringList());
 }
 
 void TestFileCopier::asksNothingForASongThatIsGone()
 {
     makeFile(at(u"to/a.mid"_qs), "old");
-    QVERIFY(!copy({at(u"from/a.mid"_qs)}, {NoCopyrightDialog::Yes}));
-    QCOMPARE(m_asked, QStringList());
+    QVERIFY(!copy({at(u"from/a.mid"_qs)}, {yes}));
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(m_copied, 0);
     QCOMPARE(fileContent(at(u"to/a.mid"_qs)), QByteArray("old"));
 }
 
 void TestFileCopier::countsASongThatIsGoneAsErrorWhereItWas()
 {
-    FileCopier copier(m_progress, [](const QString &) { return NoCopyrightDialog::Yes; });
-    QVERIFY(!copier.copyFiles({at(u"to/a.mid"_qs)}, at(u"to"_qs), m_copied));
+    QVERIFY(!copy({at(u"to/a.mid"_qs)}, {yes}));
     QCOMPARE(m_copied, 0);
     QCOMPARE(copies(), QStringList());
-    QCOMPARE(copier.report().text(),
+    QCOMPARE(m_run->report().text(),
              u"1 non riuscite\nNon trovata (il file non esiste): "_qs + at(u"to/a.mid"_qs) + u'\n');
 }
 
 void TestFileCopier::countsFolderInTheFilesPlaceAsError()
 {
     makeFile(at(u"to/a.mid/inside"_qs), "inside");
-    QVERIFY(!copy({picked(u"a.mid"_qs)}, {NoCopyrightDialog::Yes}));
-    QCOMPARE(m_asked, QStringList());
-    QCOMPARE(m_progress.values, QList<int>({1}));
+    QVERIFY(!copy({picked(u"a.mid"_qs)}, {yes}));
+    QCOMPARE(m_run->asked, QStringList());
+    QCOMPARE(m_run->steps, QList<int>({1}));
     QCOMPARE(fileContent(at(u"to/a.mid/inside"_qs)), QByteArray("inside"));
 }
 
@@ -278,15 +270,15 @@ void TestFileCopier::goesOnAfterAnError()
 {
     QVERIFY(!copy({at(u"from/none.mid"_qs), picked(u"a.mid"_qs)}));
     QCOMPARE(m_copied, 1);
-    QCOMPARE(m_progress.values, QList<int>({1, 2}));
+    QCOMPARE(m_run->steps, QList<int>({1, 2}));
 }
 
 void TestFileCopier::neverReplacesAPickedSource()
 {
     makeFile(at(u"to/a.mid"_qs), "picked too");
     const QStringList files{picked(u"a.mid"_qs), at(u"to/a.mid"_qs)};
-    QVERIFY(!copy(files, {NoCopyrightDialog::Yes}));
-    QCOMPARE(m_asked, QStringList());
+    QVERIFY(!copy(files, {yes}));
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(m_copied, 1);
     QCOMPARE(fileContent(at(u"to/a.mid"_qs)), QByteArray("picked too"));
     QCOMPARE(fileContent(files.first()), QByteArray("new"));
@@ -295,8 +287,8 @@ void TestFileCopier::neverReplacesAPickedSource()
 void TestFileCopier::copiesSameNameFromTwoFolders()
 {
     const QStringList files{picked(u"1/a.mid"_qs, "first"), picked(u"2/a.mid"_qs, "second")};
-    QVERIFY(copy(files, {NoCopyrightDialog::Yes}));
-    QCOMPARE(m_asked.size(), 1);
+    QVERIFY(copy(files, {yes}));
+    QCOMPARE(m_run->asked.size(), 1);
     QCOMPARE(m_copied, 2);
     QCOMPARE(fileContent(at(u"to/a.mid"_qs)), QByteArray("second"));
 }
@@ -339,9 +331,9 @@ void TestFileCopier::failsOnExistingCompanionAtDestination()
     picked(u"a.cdg"_qs, "graphics");
     makeFile(at(u"to/a.cdg"_qs), "old graphics");
     makeFile(at(u"to/a.mp3"_qs), "old");
-    QVERIFY(!copy({picked(u"a.mp3"_qs)}, {NoCopyrightDialog::Yes}));
+    QVERIFY(!copy({picked(u"a.mp3"_qs)}, {yes}));
     QCOMPARE(m_copied, 0);
-    QCOMPARE(m_asked.size(), 1);
+    QCOMPARE(m_run->asked.size(), 1);
     QCOMPARE(fileContent(at(u"to/a.mp3"_qs)), QByteArray("new"));
     QCOMPARE(fileContent(at(u"to/a.cdg"_qs)), QByteArray("old graphics"));
 }
@@ -353,7 +345,7 @@ void TestFileCopier::replacesMp3InFolderNamesToo()
     QVERIFY(copy({song}));
     QCOMPARE(copies(), QStringList({u"a.mp3"_qs}));
     picked(u"my.cdgs/a.cdg"_qs, "in the other folder");
-    QVERIFY(copy({song}, {NoCopyrightDialog::Yes}));
+    QVERIFY(copy({song}, {yes}));
     QCOMPARE(fileContent(at(u"to/a.cdg"_qs)), QByteArray("in the other folder"));
 }
 
@@ -369,7 +361,7 @@ void TestFileCopier::copiesNoCompanionOfASkippedMp3()
 {
     picked(u"a.cdg"_qs);
     makeFile(at(u"to/a.mp3"_qs), "old");
-    QVERIFY(copy({picked(u"a.mp3"_qs)}, {NoCopyrightDialog::No}));
+    QVERIFY(copy({picked(u"a.mp3"_qs)}, {no}));
     QCOMPARE(copies(), QStringList({u"a.mp3"_qs}));
 }
 
@@ -378,7 +370,7 @@ void TestFileCopier::leavesNoHalfSongOnAFullDisk()
     const QStringList files{picked(u"big.mid"_qs, QByteArray(50000, 'x')), picked(u"small.mid"_qs)};
     makeFile(at(u"to/big.mid"_qs), "old");
     const FileSizeLimit limit(20000);
-    QVERIFY(!copy(files, {NoCopyrightDialog::Yes}));
+    QVERIFY(!copy(files, {yes}));
     QCOMPARE(m_copied, 1);
     QCOMPARE(copies(), QStringList({u"big.mid"_qs, u"small.mid"_qs}));
     QCOMPARE(fileContent(at(u"to/big.mid"_qs)), QByteArray("old"));
@@ -386,9 +378,9 @@ void TestFileCopier::leavesNoHalfSongOnAFullDisk()
 
 void TestFileCopier::failsWhenTheVolumeIsGone()
 {
-    m_progress.onValue = [this](int) { QDir(at(u"to"_qs)).removeRecursively(); };
+    m_run->onStep = [this](int) { QDir(at(u"to"_qs)).removeRecursively(); };
     QVERIFY(!copy({picked(u"a.mid"_qs), picked(u"b.mid"_qs)}));
-    QCOMPARE(m_progress.values, QList<int>({1, 2}));
+    QCOMPARE(m_run->steps, QList<int>({1, 2}));
     QCOMPARE(fileContent(at(u"from/b.mid"_qs)), QByteArray("new"));
 }
 

@@ -1,8 +1,8 @@
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/folderscan.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedrun.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -31,7 +31,7 @@ private slots:
 private:
     std::unique_ptr<Database> m_database;
     std::unique_ptr<UserSongsRelTableModel> m_model;
-    FakeProgress m_progress;
+    std::unique_ptr<ScriptedRun> m_run;
     SongCounts m_counts;
 };
 
@@ -50,7 +50,7 @@ void TestFolderScan::init()
     m_database = std::make_unique<Database>();
     QVERIFY(m_database->init());
     m_model = std::make_unique<UserSongsRelTableModel>(nullptr, *m_database->userLibraryDb());
-    m_progress = {};
+    m_run = std::make_unique<ScriptedRun>();
     m_counts = {};
 }
 
@@ -68,11 +68,11 @@ void TestFolderScan::countsFilesOfAllFolders()
 
 void TestFolderScan::addsSongsOfAllFolders()
 {
-    FolderScan(*m_model, m_progress, m_counts).scan(QStringLiteral("songs"));
+    m_counts = FolderScan(*m_model, QStringLiteral("songs"), m_counts).run(*m_run);
     QCOMPARE(m_counts.songs, 2);
     QCOMPARE(m_counts.publisherSongs, 1);
     QCOMPARE(m_counts.unknown, 1);
-    QCOMPARE(m_progress.values, QList<int>({1, 2, 3}));
+    QCOMPARE(m_run->steps, QList<int>({1, 2, 3}));
     QCOMPARE(m_model->fileName(0), QStringLiteral("songs/a/x.mid"));
     QCOMPARE(m_model->fileName(1), QStringLiteral("songs/b.mid"));
     QCOMPARE(m_model->shortName(1), QStringLiteral("b.mid"));
@@ -81,7 +81,7 @@ void TestFolderScan::addsSongsOfAllFolders()
 void TestFolderScan::logsEachStep()
 {
     const LogCapture log;
-    FolderScan(*m_model, m_progress, m_counts).scan(QStringLiteral("songs"));
+    m_counts = FolderScan(*m_model, QStringLiteral("songs"), m_counts).run(*m_run);
     QStringList seen;
     for (const QString &message : log.messages()) {
         if (message.startsWith(QStringLiteral("[scanDir]")) ||
@@ -112,8 +112,8 @@ void TestFolderScan::logsEachStep()
 
 void TestFolderScan::stopsAtACancel()
 {
-    m_progress.onBreath = [this] { m_progress.canceled = true; };
-    FolderScan(*m_model, m_progress, m_counts).scan(QStringLiteral("songs"));
+    m_run->onEvents = [this] { m_run->isStopped = true; };
+    m_counts = FolderScan(*m_model, QStringLiteral("songs"), m_counts).run(*m_run);
     QCOMPARE(m_counts.examined(), 1);
 }
 
@@ -121,20 +121,20 @@ void TestFolderScan::addsToTheCountsThatItGets()
 {
     m_counts.songs = 5;
     m_counts.unknown = 2;
-    FolderScan(*m_model, m_progress, m_counts).scan(QStringLiteral("songs"));
+    m_counts = FolderScan(*m_model, QStringLiteral("songs"), m_counts).run(*m_run);
     QCOMPARE(m_counts.songs, 7);
-    QCOMPARE(m_progress.values.last(), 10);
+    QCOMPARE(m_run->steps.last(), 10);
 }
 
 void TestFolderScan::endsInALinkLoop()
 {
-    FolderScan(*m_model, m_progress, m_counts).scan(QStringLiteral("songs/a/up/a/up/a"));
+    m_counts = FolderScan(*m_model, QStringLiteral("songs/a/up/a/up/a"), m_counts).run(*m_run);
     QCOMPARE(m_counts.examined(), 3);
 }
 
 void TestFolderScan::survivesAMissingFolder()
 {
-    FolderScan(*m_model, m_progress, m_counts).scan(QStringLiteral("nowhere"));
+    m_counts = FolderScan(*m_model, QStringLiteral("nowhere"), m_counts).run(*m_run);
     QCOMPARE(m_counts.examined(), 0);
     QCOMPARE(FolderScan::filesCount(QStringLiteral("nowhere")), 0);
 }

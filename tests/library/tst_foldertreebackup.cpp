@@ -1,8 +1,7 @@
 #include "library/foldertreebackup.h"
 
-#include "base/runguard.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedrun.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
@@ -14,6 +13,7 @@ class TestFolderTreeBackup : public QObject
 
 private slots:
     void init();
+    void cleanup() { m_run.reset(); }
     void copiesTheTreeAndLogsIt();
     void addsToTheCount();
     void skipsExistingFolders();
@@ -25,20 +25,24 @@ private slots:
 
 private:
     QString at(const QString &name) const { return m_folder->filePath(name); }
-    bool backup()
+    bool backup() { return backup(at(u"from"_qs), at(u"to"_qs)); }
+    bool backup(const QString &source, const QString &dest)
     {
-        return FolderTreeBackup(m_progress).backupDirectory(at(u"from"_qs), at(u"to"_qs), m_count);
+        FolderTreeBackup tree(source, dest, m_count);
+        const bool isDone = tree.run(*m_run);
+        m_count = tree.count();
+        return isDone;
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    FakeProgress m_progress;
+    std::unique_ptr<ScriptedRun> m_run;
     int m_count = 0;
 };
 
 void TestFolderTreeBackup::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
-    m_progress = FakeProgress();
+    m_run = std::make_unique<ScriptedRun>();
     m_count = 0;
     makeFile(at(u"from/b.mid"_qs), "b");
     makeFile(at(u"from/.hidden"_qs), "h");
@@ -54,7 +58,7 @@ void TestFolderTreeBackup::copiesTheTreeAndLogsIt()
     QCOMPARE(fileContent(at(u"to/b.mid"_qs)), QByteArray("b"));
     QCOMPARE(fileContent(at(u"to/.hidden"_qs)), QByteArray("h"));
     QCOMPARE(fileContent(at(u"to/sub/a.mid"_qs)), QByteArray("a"));
-    QCOMPARE(m_progress.values, QList<int>({1, 2, 3, 3}));
+    QCOMPARE(m_run->steps, QList<int>({1, 2, 3, 3}));
     const auto both = [this](const QString &pattern, const QString &name) {
         return pattern.arg(at(u"from"_qs) + name, at(u"to"_qs) + name);
     };
@@ -102,23 +106,20 @@ void TestFolderTreeBackup::endsInLinkLoops()
 void TestFolderTreeBackup::leavesOutTheDestinationBelowTheSource()
 {
     QVERIFY(QDir(at(u"from"_qs)).mkdir(u"backup"_qs));
-    FolderTreeBackup tree(m_progress);
-    QVERIFY(!tree.backupDirectory(at(u"from"_qs), at(u"from/backup"_qs), m_count));
+    QVERIFY(!backup(at(u"from"_qs), at(u"from/backup"_qs)));
     QCOMPARE(m_count, 3);
     QVERIFY(!QFile::exists(at(u"from/backup/backup"_qs)));
 }
 
 void TestFolderTreeBackup::failsOnMissingSource()
 {
-    FolderTreeBackup tree(m_progress);
-    QVERIFY(!tree.backupDirectory(at(u"none"_qs), at(u"to"_qs), m_count));
+    QVERIFY(!backup(at(u"none"_qs), at(u"to"_qs)));
     QCOMPARE(m_count, 0);
 }
 
 void TestFolderTreeBackup::endsWithTheProgram()
 {
-    const RunGuard guard;
-    m_progress.onValue = [](int) { RunGuard::requestEnd(); };
+    m_run->onStep = [](int) { RunGuard::requestEnd(); };
     QVERIFY(!backup());
     QCOMPARE(m_count, 1);
 }

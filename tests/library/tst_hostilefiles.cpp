@@ -2,8 +2,8 @@
 #include "db/usersongsreltablemodel.h"
 #include "index/index.h"
 #include "library/libraryimport.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/scriptedindex.h"
+#include "tests/scriptedrun.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -54,14 +54,16 @@ private:
     QString at(const QString &name) const { return m_folder->filePath(name); }
     SongCounts import(const QStringList &files)
     {
-        LibraryImport import(*m_database, *m_model, m_progress);
-        return import.readFiles(files);
+        LibraryImport import(*m_database, *m_model, files);
+        if (import.run(*m_run) != LibraryImport::Outcome::Done)
+            return {};
+        return import.counts();
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<Database> m_database;
     std::unique_ptr<UserSongsRelTableModel> m_model;
-    FakeProgress m_progress;
+    std::unique_ptr<ScriptedRun> m_run;
 };
 
 void TestHostileFiles::init()
@@ -71,11 +73,12 @@ void TestHostileFiles::init()
     m_database = std::make_unique<Database>();
     QVERIFY(m_database->init());
     m_model = std::make_unique<UserSongsRelTableModel>(nullptr, *m_database->userLibraryDb());
-    m_progress = {};
+    m_run = std::make_unique<ScriptedRun>();
 }
 
 void TestHostileFiles::cleanup()
 {
+    m_run.reset();
     m_model.reset();
     m_database.reset();
     m_folder.reset();
@@ -110,7 +113,7 @@ void TestHostileFiles::survivesFilesThatShrink()
     const QStringList paths{at(u"a.mid"_s), at(u"b.mid"_s), at(u"c.mid"_s)};
     for (const QString &path : paths)
         makeFile(path, smallMidi("Song"));
-    m_progress.onValue = [&paths](int value) {
+    m_run->onStep = [&paths](int value) {
         if (value < paths.size())
             cutTo(paths.at(value), value == 1 ? 3 : 0);
     };

@@ -2,8 +2,8 @@
 #include "db/database.h"
 #include "library/libraryimport.h"
 #include "tests/db/countingmodel.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedrun.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -38,9 +38,17 @@ private slots:
     void takesNamesAsTheyAre();
 
 private:
+    SongCounts import(const QStringList &files)
+    {
+        LibraryImport import(*m_database, *m_model, files);
+        m_outcome = import.run(*m_run);
+        return import.counts();
+    }
+
+    LibraryImport::Outcome m_outcome = LibraryImport::Outcome::Done;
     std::unique_ptr<Database> m_database;
     std::unique_ptr<UserSongsRelTableModel> m_model;
-    FakeProgress m_progress;
+    std::unique_ptr<ScriptedRun> m_run;
 };
 
 void TestLibraryImport::init()
@@ -49,7 +57,7 @@ void TestLibraryImport::init()
     m_database = std::make_unique<Database>();
     QVERIFY(m_database->init());
     m_model = std::make_unique<UserSongsRelTableModel>(nullptr, *m_database->userLibraryDb());
-    m_progress = {};
+    m_run = std::make_unique<ScriptedRun>();
     makeFile(QStringLiteral("songs/one.mid"), smallMidi("One"));
     makeFile(QStringLiteral("songs/two.kar"), smallMidi("Two", true));
     makeFile(QStringLiteral("songs/bad.mid"), "no song");
@@ -57,6 +65,7 @@ void TestLibraryImport::init()
 
 void TestLibraryImport::cleanup()
 {
+    m_run.reset();
     m_model.reset();
     m_database.reset();
 }
@@ -65,9 +74,7 @@ void TestLibraryImport::addsSongsInTheirOrder()
 {
     const QString two = QDir::current().filePath(QStringLiteral("songs/two.kar"));
     const QString one = QDir::current().filePath(QStringLiteral("songs/one.mid"));
-    LibraryImport import(*m_database, *m_model, m_progress);
-    QVERIFY(import.clearLibrary());
-    const SongCounts counts = import.readFiles({two, one});
+    const SongCounts counts = import({two, one});
     QCOMPARE(counts.songs, 2);
     QCOMPARE(m_model->goodRowCount(), 2);
     QCOMPARE(m_model->fileName(0), two);
@@ -81,16 +88,15 @@ void TestLibraryImport::addsSongsInTheirOrder()
 void TestLibraryImport::sortsTheNewRowsAsTheOldOnesWere()
 {
     makeFile(QStringLiteral("songs/three.mid"), smallMidi("Three"));
-    LibraryImport import(*m_database, *m_model, m_progress);
     m_model->sort(2, Qt::DescendingOrder);
     QStringList whileReading;
-    m_progress.onBreath = [&] {
+    m_run->onEvents = [&] {
         whileReading.clear();
         for (int row = 0; row < m_model->goodRowCount(); ++row)
             whileReading.append(m_model->shortName(row));
     };
-    import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar"),
-                      QStringLiteral("songs/three.mid")});
+    import({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar"),
+            QStringLiteral("songs/three.mid")});
     QCOMPARE(whileReading.join(u'|'), QStringLiteral("one.mid|two.kar|three.mid"));
     QCOMPARE(m_model->goodRowCount(), 3);
     QCOMPARE(m_model->shortName(0), QStringLiteral("two.kar"));
@@ -102,8 +108,9 @@ void TestLibraryImport::readsTheTableOnce()
 {
     CountingModel model(nullptr, *m_database->userLibraryDb());
     QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
-    LibraryImport import(*m_database, model, m_progress);
-    import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+    LibraryImport import(*m_database, model,
+                         {QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+    QCOMPARE(import.run(*m_run), LibraryImport::Outcome::Done);
     QCOMPARE(model.selects, 1);
     QCOMPARE(model.statementCount(), size_t(1));
     QCOMPARE(resets.size(), 2); // views learn of the end: a search then holds for the new rows
@@ -112,9 +119,8 @@ void TestLibraryImport::readsTheTableOnce()
 void TestLibraryImport::countsAndLogsWhatDoesNotOpen()
 {
     const LogCapture log;
-    LibraryImport import(*m_database, *m_model, m_progress);
     const SongCounts counts =
-        import.readFiles({QStringLiteral("songs/bad.mid"), QStringLiteral("songs/missing.mid")});
+        import({QStringLiteral("songs/bad.mid"), QStringLiteral("songs/missing.mid")});
     QCOMPARE(counts.songs, 0);
     QCOMPARE(counts.unknown, 2);
     QCOMPARE(counts.examined(), 2);
@@ -125,9 +131,8 @@ void TestLibraryImport::countsAndLogsWhatDoesNotOpen()
 
 void TestLibraryImport::countsPublisherSongs()
 {
-    LibraryImport import(*m_database, *m_model, m_progress);
     const SongCounts counts =
-        import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+        import({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
     QCOMPARE(counts.songs, 2);
     QCOMPARE(counts.publisherSongs, 1);
 }
@@ -135,9 +140,7 @@ void TestLibraryImport::countsPublisherSongs()
 void TestLibraryImport::logsEachStepInOrder()
 {
     const LogCapture log;
-    LibraryImport import(*m_database, *m_model, m_progress);
-    QVERIFY(import.clearLibrary());
-    import.readFiles({QStringLiteral("songs/bad.mid"), QStringLiteral("songs/one.mid")});
+    import({QStringLiteral("songs/bad.mid"), QStringLiteral("songs/one.mid")});
     const QString rule = QString(44, u'=') + u' ';
     QCOMPARE(log.messages().mid(0, 7),
              QStringList({rule, QStringLiteral("          IMPORT USER LIBRARY "), rule,
@@ -151,63 +154,60 @@ void TestLibraryImport::logsEachStepInOrder()
 
 void TestLibraryImport::showsTheCountAfterEachFile()
 {
-    LibraryImport import(*m_database, *m_model, m_progress);
-    QList<int> rowsAtBreath;
-    m_progress.onBreath = [&] { rowsAtBreath.append(m_model->goodRowCount()); };
-    import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/bad.mid"),
-                      QStringLiteral("songs/two.kar")});
-    QCOMPARE(m_progress.values, QList<int>({1, 2, 3}));
-    QCOMPARE(rowsAtBreath, QList<int>({1, 1, 2}));
+    QList<int> rowsAtEvents;
+    m_run->onEvents = [&] { rowsAtEvents.append(m_model->goodRowCount()); };
+    import({QStringLiteral("songs/one.mid"), QStringLiteral("songs/bad.mid"),
+            QStringLiteral("songs/two.kar")});
+    QCOMPARE(m_run->steps, QList<int>({1, 2, 3}));
+    QCOMPARE(rowsAtEvents, QList<int>({1, 1, 2}));
 }
 
 void TestLibraryImport::takesWholePathWithoutSlashAsShortName()
 {
     makeFile(QStringLiteral("here.mid"), smallMidi("Here"));
-    LibraryImport import(*m_database, *m_model, m_progress);
-    import.readFiles({QStringLiteral("here.mid")});
+    import({QStringLiteral("here.mid")});
     QCOMPARE(m_model->shortName(0), QStringLiteral("here.mid"));
     QCOMPARE(m_model->fileName(0), QStringLiteral("here.mid"));
 }
 
 void TestLibraryImport::goesOnAfterACancel()
 {
-    LibraryImport import(*m_database, *m_model, m_progress);
-    m_progress.onBreath = [this] { m_progress.canceled = true; };
+    m_run->onEvents = [this] { m_run->isStopped = true; };
     const SongCounts counts =
-        import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+        import({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
     QCOMPARE(counts.songs, 2);
 }
 
 void TestLibraryImport::endsWhenTheProgramIsAskedToEnd()
 {
-    auto run = std::make_unique<RunGuard>();
-    LibraryImport import(*m_database, *m_model, m_progress);
-    m_progress.onBreath = [] { RunGuard::requestEnd(); };
+    m_run->onEvents = [] { RunGuard::requestEnd(); };
     const SongCounts counts =
-        import.readFiles({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
+        import({QStringLiteral("songs/one.mid"), QStringLiteral("songs/two.kar")});
     QCOMPARE(counts.songs, 1);
-    run.reset();
+    QCOMPARE(m_outcome, LibraryImport::Outcome::Interrupted);
+    m_run.reset();
     QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::Quit);
 }
 
 void TestLibraryImport::emptiesTheTableFirst()
 {
-    LibraryImport import(*m_database, *m_model, m_progress);
-    import.readFiles({QStringLiteral("songs/one.mid")});
+    import({QStringLiteral("songs/one.mid")});
     QCOMPARE(m_model->goodRowCount(), 1);
-    QVERIFY(import.clearLibrary());
+    import({});
     QCOMPARE(m_model->goodRowCount(), 0);
 }
 
 void TestLibraryImport::keepsRowsThatCannotBeCleared()
 {
-    LibraryImport import(*m_database, *m_model, m_progress);
-    import.readFiles({QStringLiteral("songs/one.mid")});
+    import({QStringLiteral("songs/one.mid")});
+    m_run->stages.clear();
     QSqlQuery(*m_database->userLibraryDb())
         .exec(QStringLiteral("create trigger keep before delete on usersongs "
                              "begin select raise(abort, 'kept'); end"));
     const LogCapture log;
-    QVERIFY(!import.clearLibrary());
+    import({QStringLiteral("songs/two.kar")});
+    QCOMPARE(m_outcome, LibraryImport::Outcome::NotCleared);
+    QCOMPARE(m_run->stages, QStringList());
     QCOMPARE(log.messages().last(),
              QStringLiteral("[importUserLibrary] WARNING: impossible to CLEAR table. Aborting "
                             "import !!! "));
@@ -222,10 +222,9 @@ void TestLibraryImport::refusesWhatIsNoPlainFile()
     QCOMPARE(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     QFile::link(QStringLiteral("loop.mid"), QStringLiteral("songs/loop.mid"));
     makeFile(QStringLiteral("songs/empty.mid"), {});
-    LibraryImport import(*m_database, *m_model, m_progress);
     const SongCounts counts =
-        import.readFiles({QStringLiteral("songs/folder.mid"), fifo,
-                          QStringLiteral("songs/loop.mid"), QStringLiteral("songs/empty.mid")});
+        import({QStringLiteral("songs/folder.mid"), fifo, QStringLiteral("songs/loop.mid"),
+                QStringLiteral("songs/empty.mid")});
     QCOMPARE(counts.songs, 0);
     QCOMPARE(counts.unknown, 4);
 }
@@ -234,8 +233,7 @@ void TestLibraryImport::takesNamesAsTheyAre()
 {
     const QString name = QStringLiteral("songs/%1 \"x'; drop\n<b>perché</b>.mid");
     makeFile(name, smallMidi("Odd"));
-    LibraryImport import(*m_database, *m_model, m_progress);
-    QCOMPARE(import.readFiles({name}).songs, 1);
+    QCOMPARE(import({name}).songs, 1);
     QCOMPARE(m_model->fileName(0), name);
 }
 

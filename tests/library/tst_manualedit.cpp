@@ -1,10 +1,9 @@
 #include "library/manualedit.h"
 
-#include "base/runguard.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/library/filesizelimit.h"
 #include "tests/library/samplelibrary.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedrun.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
@@ -15,7 +14,11 @@ class TestManualEdit : public QObject
 
 private slots:
     void init();
-    void cleanup() { m_library.reset(); }
+    void cleanup()
+    {
+        m_run.reset();
+        m_library.reset();
+    }
     void savesAndReloads();
     void failedSaveIsLoggedAndTheRowShowsTheDisk();
     void vanishedFileKeepsItsRow();
@@ -23,27 +26,40 @@ private slots:
     void spreadsOnlyWhatIsFlagged();
     void titleComesFromEachFilesName();
     void skipsUnreadableFiles();
-    void doesNothingForASingleRow();
+    void spreadsNothingOverASingleRow();
     void isNotStoppedByCancel();
     void endsWithTheProgram();
     void visitsEveryRowOnceInASortedTable_data();
     void visitsEveryRowOnceInASortedTable();
 
 private:
-    void spread(int row, const ManualEdit::Spread &flags)
+    ManualEdit::Outcome edit(const QString &path, const ManualEdit::Spread &flags = {}, int row = 0)
     {
-        ManualEdit(m_library->model()).spreadOverList(m_edited, row, flags, m_progress);
+        MetaSong song;
+        if (!song.importFile(path))
+            qFatal("no song");
+        return save(song, path, flags, row);
+    }
+    ManualEdit::Outcome save(const MetaSong &song, const QString &path,
+                             const ManualEdit::Spread &flags = {}, int row = 0)
+    {
+        return ManualEdit(m_library->model(), song, m_edited, path, row, flags).run(*m_run);
+    }
+    /// Edits the song in \a row and spreads what is flagged.
+    ManualEdit::Outcome spread(int row, const ManualEdit::Spread &flags)
+    {
+        return edit(m_library->model().fileName(row), flags, row);
     }
 
     std::unique_ptr<Sample::Library> m_library;
-    FakeProgress m_progress;
+    std::unique_ptr<ScriptedRun> m_run;
     SongInfo m_edited;
 };
 
 void TestManualEdit::init()
 {
     m_library = std::make_unique<Sample::Library>();
-    m_progress = FakeProgress();
+    m_run = std::make_unique<ScriptedRun>();
     m_edited.clear();
     m_edited.title = u"Edited"_qs;
     m_edited.author = u"E. Author"_qs;
@@ -60,7 +76,7 @@ void TestManualEdit::savesAndReloads()
     MetaSong song;
     QVERIFY(song.importFile(path));
     const LogCapture log;
-    ManualEdit(m_library->model()).modifySong(song, m_edited, path, 0);
+    QCOMPARE(save(song, path), ManualEdit::Outcome::Done);
     const qsizetype saving = log.messages().indexOf(u"Saving to file:  \"%1\" "_qs.arg(path));
     QVERIFY(saving >= 0);
     QVERIFY(log.messages().indexOf(u"Ok "_qs) > saving);
@@ -84,7 +100,7 @@ void TestManualEdit::failedSaveIsLoggedAndTheRowShowsTheDisk()
     const LogCapture log;
     {
         const FileSizeLimit limit(20);
-        ManualEdit(m_library->model()).modifySong(song, m_edited, path, 0);
+        QCOMPARE(save(song, path), ManualEdit::Outcome::Done);
     }
     QVERIFY(log.contains(u"Error! "_qs));
     QVERIFY(!log.contains(u"Ok "_qs));
@@ -99,7 +115,7 @@ void TestManualEdit::vanishedFileKeepsItsRow()
     MetaSong song;
     QVERIFY(song.importFile(path));
     QVERIFY(QDir(m_library->path(u"sub"_qs)).removeRecursively());
-    ManualEdit(m_library->model()).modifySong(song, m_edited, path, 0);
+    QCOMPARE(save(song, path), ManualEdit::Outcome::Done);
     QCOMPARE(m_library->shown(0, u"title"_qs), u"One"_qs);
     QCOMPARE(m_library->statuses(), u"2"_qs);
 }
@@ -123,9 +139,11 @@ void TestManualEdit::spreadsOnlyWhatIsFlagged()
     QFETCH(bool, title);
     m_library->add(u"one.mid"_qs, Sample::midi("One", false));
     const QString edited = m_library->add(u"two.mid"_qs, Sample::midi("Two", false));
-    const QByteArray editedBytes = fileContent(edited);
     m_library->add(u"three.mid"_qs, Sample::midi("Three", false));
-    spread(1, {author, artist, genre, title});
+    const QString alike = m_library->path(u"alike.mid"_qs);
+    makeFile(alike, fileContent(edited));
+    QCOMPARE(edit(alike, {}, 1), ManualEdit::Outcome::Done);
+    QCOMPARE(spread(1, {author, artist, genre, title}), ManualEdit::Outcome::Done);
     for (const int row : {0, 2}) {
         const SongInfo info = Sample::infoOf(m_library->model().fileName(row));
         const QString fromFile = row == 0 ? u"one"_qs : u"three"_qs;
@@ -139,10 +157,12 @@ void TestManualEdit::spreadsOnlyWhatIsFlagged()
         QCOMPARE(info.key, QString());
         QCOMPARE(m_library->shown(row, u"title"_qs), info.title);
     }
-    QCOMPARE(fileContent(edited), editedBytes);
-    QCOMPARE(m_library->statuses(), u"202"_qs);
-    QCOMPARE(m_progress.values, QList<int>({1, 3}));
-    QCOMPARE(m_progress.breaths, 0);
+    // What is spread leaves the edited song as the edit alone has made it.
+    QCOMPARE(fileContent(edited), fileContent(alike));
+    const bool isSpread = author || artist || genre || title;
+    QCOMPARE(m_library->statuses(), isSpread ? u"222"_qs : u"020"_qs);
+    QCOMPARE(m_run->steps, isSpread ? QList<int>({1, 3}) : QList<int>());
+    QCOMPARE(m_run->eventRounds, 0);
 }
 
 void TestManualEdit::titleComesFromEachFilesName()
@@ -150,7 +170,7 @@ void TestManualEdit::titleComesFromEachFilesName()
     m_library->add(u"edited.mid"_qs, Sample::midi("x", false));
     m_library->add(u"with.dots/no dot"_qs, Sample::midi("x", false));
     m_library->add(u"My.Song.kar"_qs, Sample::midi("x", false));
-    spread(0, {false, false, false, true});
+    QCOMPARE(spread(0, {false, false, false, true}), ManualEdit::Outcome::Done);
     QCOMPARE(m_library->shown(1, u"title"_qs), u"no dot"_qs);
     QCOMPARE(m_library->shown(2, u"title"_qs), u"My.Song"_qs);
 }
@@ -161,39 +181,40 @@ void TestManualEdit::skipsUnreadableFiles()
     const QString gone = m_library->add(u"two.mid"_qs, Sample::midi("Two", false));
     m_library->add(u"three.mid"_qs, Sample::midi("Three", false));
     QVERIFY(QFile::remove(gone));
-    spread(0, {true, false, false, false});
-    QCOMPARE(m_library->statuses(), u"002"_qs);
+    QCOMPARE(spread(0, {true, false, false, false}), ManualEdit::Outcome::Done);
+    QCOMPARE(m_library->statuses(), u"202"_qs);
     QCOMPARE(m_library->shown(1, u"title"_qs), u"Two"_qs);
-    QCOMPARE(m_progress.values, QList<int>({3}));
+    QCOMPARE(m_run->steps, QList<int>({3}));
 }
 
-void TestManualEdit::doesNothingForASingleRow()
+void TestManualEdit::spreadsNothingOverASingleRow()
 {
     const QString path = m_library->add(u"one.mid"_qs, Sample::midi("One", false));
-    const QByteArray content = fileContent(path);
-    spread(0, {true, true, true, true});
-    QCOMPARE(fileContent(path), content);
-    QCOMPARE(m_library->statuses(), u"0"_qs);
-    QCOMPARE(m_progress.values, QList<int>());
+    const QString alike = m_library->path(u"alike.mid"_qs);
+    makeFile(alike, fileContent(path));
+    QCOMPARE(edit(alike), ManualEdit::Outcome::Done);
+    QCOMPARE(spread(0, {true, true, true, true}), ManualEdit::Outcome::Done);
+    QCOMPARE(fileContent(path), fileContent(alike));
+    QCOMPARE(m_library->statuses(), u"2"_qs);
+    QCOMPARE(m_run->steps, QList<int>());
 }
 
 void TestManualEdit::isNotStoppedByCancel()
 {
     for (const QString &name : {u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs})
         m_library->add(name, Sample::midi("x", false));
-    m_progress.canceled = true;
-    spread(0, {true, false, false, false});
-    QCOMPARE(m_library->statuses(), u"022"_qs);
+    m_run->isStopped = true;
+    QCOMPARE(spread(0, {true, false, false, false}), ManualEdit::Outcome::Done);
+    QCOMPARE(m_library->statuses(), u"222"_qs);
 }
 
 void TestManualEdit::endsWithTheProgram()
 {
     for (const QString &name : {u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs})
         m_library->add(name, Sample::midi("x", false));
-    const RunGuard guard;
-    m_progress.onValue = [](int) { RunGuard::requestEnd(); };
-    spread(0, {true, false, false, false});
-    QCOMPARE(m_library->statuses(), u"020"_qs);
+    m_run->onStep = [](int) { RunGuard::requestEnd(); };
+    QCOMPARE(spread(0, {true, false, false, false}), ManualEdit::Outcome::Interrupted);
+    QCOMPARE(m_library->statuses(), u"220"_qs);
 }
 
 void TestManualEdit::visitsEveryRowOnceInASortedTable_data()
@@ -217,16 +238,17 @@ void TestManualEdit::visitsEveryRowOnceInASortedTable()
     model.sort(model.fieldIndex(column), Qt::DescendingOrder);
     const QString edited = model.fileName(5);
     model.setSortingLocked(true);
-    spread(5, {true, false, false, true});
+    QCOMPARE(spread(5, {true, false, false, true}), ManualEdit::Outcome::Done);
     model.setSortingLocked(false);
     QCOMPARE(model.goodRowCount(), 40);
-    QCOMPARE(m_progress.values.size(), 39);
+    QCOMPARE(m_run->steps.size(), 39);
     for (int row = 0; row < 40; ++row) {
         const bool isEdited = model.fileName(row) == edited;
-        QCOMPARE(model.status(row) == Database::Edited, !isEdited);
-        QCOMPARE(m_library->shown(row, u"author"_qs), isEdited ? QString() : u"E. Author"_qs);
-        if (!isEdited)
-            QCOMPARE(m_library->shown(row, u"title"_qs) + u".mid"_qs, model.shortName(row));
+        QCOMPARE(model.status(row), int(Database::Edited));
+        QCOMPARE(m_library->shown(row, u"author"_qs), u"E. Author"_qs);
+        QCOMPARE(m_library->shown(row, u"artist"_qs), isEdited ? u"E. Artist"_qs : QString());
+        QCOMPARE(m_library->shown(row, u"title"_qs) + u".mid"_qs,
+                 isEdited ? u"Edited.mid"_qs : model.shortName(row));
     }
 }
 

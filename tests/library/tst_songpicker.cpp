@@ -1,5 +1,5 @@
 #include "library/songpicker.h"
-#include "tests/library/fakeprogress.h"
+#include "tests/scriptedrun.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
@@ -30,10 +30,11 @@ private slots:
 private:
     static QStringList picked(const QStringList &paths)
     {
-        FakeProgress progress;
-        SongPicker picker(progress);
-        for (const QString &path : paths)
-            picker.add(path);
+        ScriptedRun run;
+        SongPicker picker(paths);
+        const SongPicker::Outcome outcome = picker.run(run);
+        if ((outcome == SongPicker::Outcome::NoSongs) != picker.songs().isEmpty())
+            return {};
         QStringList names;
         for (const QString &song : picker.songs())
             names.append(QDir::current().relativeFilePath(song));
@@ -76,9 +77,9 @@ void TestSongPicker::picksNothingTwice()
 void TestSongPicker::makesFullPaths()
 {
     makeFiles({u"full/a.mid"_qs});
-    FakeProgress progress;
-    SongPicker picker(progress);
-    picker.add(u"full/a.mid"_qs);
+    ScriptedRun run;
+    SongPicker picker({u"full/a.mid"_qs});
+    QCOMPARE(picker.run(run), SongPicker::Outcome::Done);
     QCOMPARE(picker.songs(), QStringList(QDir::current().filePath(u"full/a.mid"_qs)));
 }
 
@@ -114,10 +115,10 @@ void TestSongPicker::survivesNamesThatAreNoText()
 void TestSongPicker::stopsAtACancel()
 {
     makeFiles({u"many/a.mid"_qs, u"many/b.mid"_qs, u"many/in/c.mid"_qs, u"many/z.mid"_qs});
-    FakeProgress progress;
-    progress.onBreath = [&progress] { progress.canceled = progress.breaths >= 2; };
-    SongPicker picker(progress);
-    picker.add(u"many"_qs);
+    ScriptedRun run;
+    run.onEvents = [&run] { run.isStopped = run.eventRounds >= 2; };
+    SongPicker picker({u"many"_qs});
+    QCOMPARE(picker.run(run), SongPicker::Outcome::Interrupted);
     QCOMPARE(picker.songs().size(), 2);
 }
 
@@ -128,11 +129,11 @@ void TestSongPicker::picksTensOfThousands()
     constexpr int count = 20000;
     for (int i = 1; i < count; ++i)
         QCOMPARE(link("mass/0.mid", qPrintable(u"mass/%1.mid"_qs.arg(i))), 0);
-    FakeProgress progress;
-    SongPicker picker(progress);
-    picker.add(u"mass"_qs);
+    ScriptedRun run;
+    SongPicker picker({u"mass"_qs});
+    QCOMPARE(picker.run(run), SongPicker::Outcome::Done);
     QCOMPARE(picker.songs().size(), count);
-    QCOMPARE(progress.breaths, count);
+    QCOMPARE(run.eventRounds, count);
 }
 
 BRISEL_TEST(QCoreApplication, TestSongPicker)

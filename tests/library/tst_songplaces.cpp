@@ -1,10 +1,9 @@
 #include "index/index.h"
-#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
 #include "tests/index/changedmemory.h"
 #include "tests/index/indexsamples.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/scriptedindex.h"
+#include "tests/scriptedrun.h"
 #include "tests/smalldisk.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -21,6 +20,7 @@ class TestSongPlaces : public QObject
 
 private slots:
     void init();
+    void cleanup() { m_run.reset(); }
     void sendsManySongsTwice();
     void asksAboutTheFileThatIsThere();
     void keepsTheFileOnANo();
@@ -48,15 +48,16 @@ private:
         return QDir(onCard(QString())).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
     /// True when all went well. The index follows as in the window.
-    bool send(const QStringList &files, int answer = NoCopyrightDialog::YesToAll)
+    bool send(const QStringList &files, Run::Answer answer = Run::Answer::YesToAll)
     {
-        m_asked.clear();
-        FileCopier copier(m_progress, [this, answer](const QString &place) {
-            m_asked.append(place);
-            return answer;
-        });
+        auto run = std::make_unique<ScriptedRun>();
+        run->answers = QList<Run::Answer>(files.size(), answer);
+        run->onEvents = m_run->onEvents;
+        m_run = std::move(run);
+        FileCopier copier(*m_run);
         copier.setMemory(m_memory->root(), 0);
-        const bool isCopied = copier.copyFiles(files, onCard(QString()).chopped(1), m_copied);
+        const bool isCopied = copier.copyFiles(files, onCard(QString()).chopped(1));
+        m_copied = copier.copied();
         m_shortage = copier.shortage();
         ScriptedIndex index;
         index.setRenameQuestion(always(1));
@@ -66,8 +67,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_home;
     std::unique_ptr<SampleMemory> m_memory;
-    FakeProgress m_progress;
-    QStringList m_asked;
+    std::unique_ptr<ScriptedRun> m_run;
     QString m_shortage;
     int m_copied = -1;
 };
@@ -77,7 +77,7 @@ void TestSongPlaces::init()
     m_home = std::make_unique<QTemporaryDir>();
     m_memory = std::make_unique<SampleMemory>();
     QVERIFY(QDir().mkpath(onCard(QString())));
-    m_progress = FakeProgress();
+    m_run = std::make_unique<ScriptedRun>();
 }
 
 void TestSongPlaces::sendsManySongsTwice()
@@ -103,7 +103,7 @@ void TestSongPlaces::sendsManySongsTwice()
         picked(u"Canzone numero %1 (live).mid"_qs.arg(i), "N" + QByteArray::number(i));
     QVERIFY(send(files));
     QCOMPARE(m_copied, count);
-    QCOMPARE(m_asked, QStringList{onCard(u"Canzon-1.mid"_qs)});
+    QCOMPARE(m_run->asked, QStringList{onCard(u"Canzon-1.mid"_qs)});
     QCOMPARE(sent(), names);
     QCOMPARE(indexedPaths(*m_memory), paths);
     QCOMPARE(indexedIds(*m_memory), ids);
@@ -118,8 +118,8 @@ void TestSongPlaces::asksAboutTheFileThatIsThere()
     const QStringList files{picked(u"A long name.mid"_qs, "First"), picked(u"B.MID"_qs, "B")};
     QVERIFY(send(files));
     picked(u"A long name.mid"_qs, "Second");
-    QVERIFY(send(files, NoCopyrightDialog::Yes));
-    QCOMPARE(m_asked, QStringList({onCard(u"Alongn-1.mid"_qs), onCard(u"B.MID"_qs)}));
+    QVERIFY(send(files, Run::Answer::Yes));
+    QCOMPARE(m_run->asked, QStringList({onCard(u"Alongn-1.mid"_qs), onCard(u"B.MID"_qs)}));
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"B.MID"_qs}));
     QCOMPARE(fileContent(onCard(u"Alongn-1.mid"_qs)), midiSong("Second", "Artist", "Genre"));
     QCOMPARE(indexedIds(*m_memory), QList<int>({0, 1}));
@@ -130,7 +130,7 @@ void TestSongPlaces::keepsTheFileOnANo()
     const QStringList files{picked(u"A long name.mid"_qs, "First")};
     QVERIFY(send(files));
     picked(u"A long name.mid"_qs, "Second");
-    QVERIFY(send(files, NoCopyrightDialog::No));
+    QVERIFY(send(files, Run::Answer::No));
     QCOMPARE(m_copied, 0);
     QCOMPARE(sent(), QStringList{u"Alongn-1.mid"_qs});
     QCOMPARE(fileContent(onCard(u"Alongn-1.mid"_qs)), midiSong("First", "Artist", "Genre"));
@@ -160,8 +160,8 @@ void TestSongPlaces::backsUpUnderTheOldName()
 {
     const QStringList files{picked(u"A long name.mid"_qs, "First")};
     QVERIFY(send(files));
-    FileCopier copier(m_progress, [](const QString &) { return NoCopyrightDialog::No; });
-    QVERIFY(copier.copyFiles(files, onCard(QString()).chopped(1), m_copied));
+    ScriptedRun run;
+    QVERIFY(FileCopier(run).copyFiles(files, onCard(QString()).chopped(1)));
     QCOMPARE(sent(), QStringList({u"A long name.mid"_qs, u"Alongn-1.mid"_qs}));
 }
 
@@ -172,7 +172,7 @@ void TestSongPlaces::findsSongsByContentWithoutTheFile()
     QVERIFY(send(files));
     forgetNames();
     QVERIFY(send(files));
-    QCOMPARE(m_asked, QStringList{onCard(u"Alongn-1.mid"_qs)});
+    QCOMPARE(m_run->asked, QStringList{onCard(u"Alongn-1.mid"_qs)});
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
     // From now on they are known again.
     picked(u"A long night.mid"_qs, "Changed");
@@ -188,7 +188,7 @@ void TestSongPlaces::findsNoOtherContent()
     forgetNames();
     picked(u"A long name.mid"_qs, "Fjrst");
     QVERIFY(send(files));
-    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
     QCOMPARE(fileContent(onCard(u"Alongn-1.mid"_qs)), midiSong("First", "Artist", "Genre"));
 }
@@ -197,7 +197,7 @@ void TestSongPlaces::findsNoFileThatIsKnownAsAnother()
 {
     QVERIFY(send({picked(u"A long name.mid"_qs, "Same")}));
     QVERIFY(send({picked(u"A long night.mid"_qs, "Same")}));
-    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
 }
 
@@ -207,8 +207,8 @@ void TestSongPlaces::findsEachOfTwoEqualSongs()
                             picked(u"A long night.mid"_qs, "Same")};
     QVERIFY(send(files));
     forgetNames();
-    QVERIFY(send(files, NoCopyrightDialog::Yes));
-    QCOMPARE(m_asked, QStringList({onCard(u"Alongn-1.mid"_qs), onCard(u"Alongn-2.mid"_qs)}));
+    QVERIFY(send(files, Run::Answer::Yes));
+    QCOMPARE(m_run->asked, QStringList({onCard(u"Alongn-1.mid"_qs), onCard(u"Alongn-2.mid"_qs)}));
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
 }
 
@@ -224,11 +224,11 @@ void TestSongPlaces::readsEachFileOnceToCompare()
     QVERIFY(send(files));
     const QStringList names = sent();
     forgetNames();
-    m_progress.breaths = 0;
     QVERIFY(send(files));
     QCOMPARE(sent(), names);
-    // A breath for each song, for each file that is compared with others, and for each copy.
-    QCOMPARE(m_progress.breaths, 3 * count);
+    // A round of events for each song, for each file that is compared with others, and for each
+    // copy.
+    QCOMPARE(m_run->eventRounds, 3 * count);
 }
 
 void TestSongPlaces::comparesNothingAfterACancel()
@@ -236,10 +236,10 @@ void TestSongPlaces::comparesNothingAfterACancel()
     const QStringList files{picked(u"A long name.mid"_qs, "First")};
     QVERIFY(send(files));
     forgetNames();
-    m_progress.onBreath = [this] { m_progress.canceled = true; };
+    m_run->onEvents = [this] { m_run->isStopped = true; };
     QVERIFY(!send(files));
     QCOMPARE(m_copied, 0);
-    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(sent(), QStringList{u"Alongn-1.mid"_qs});
     QVERIFY(!m_memory->has(u".brisel2pc/names"_qs));
 }
@@ -252,14 +252,15 @@ void TestSongPlaces::remembersNothingOnAnotherMemory()
     forgetNames();
     QVERIFY(m_memory->has(u"songs/Alongn-1.mid"_qs));
     const QString root = m_memory->root();
-    FileCopier copier(m_progress, [&root](const QString &) {
+    ScriptedRun run;
+    run.onQuestion = [&root](const QString &) {
         QDir(root).rename(root, root + u" before"_qs);
         QDir().mkpath(root + u"/songs"_qs);
-        return NoCopyrightDialog::No;
-    });
+    };
+    FileCopier copier(run);
     copier.setMemory(root, 0);
     qputenv("BRISEL_VOLUMES", QFile::encodeName(QFileInfo(root).path()));
-    copier.copyFiles(files, root + u"/songs"_qs, m_copied);
+    QVERIFY(copier.copyFiles(files, root + u"/songs"_qs));
     qunsetenv("BRISEL_VOLUMES");
     QVERIFY(!m_memory->has(u".brisel2pc"_qs));
 }

@@ -1,15 +1,15 @@
 #include "base/filefailure.h"
 #include "library/synchroniser.h"
 
-#include "base/runguard.h"
-#include "library/dialogs/nocopyrightdialog.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/library/filesizelimit.h"
 #include "tests/library/samplelibrary.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedrun.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
+
+static constexpr Run::Answer yes = Run::Answer::Yes;
 
 class TestSynchroniser : public QObject
 {
@@ -17,7 +17,11 @@ class TestSynchroniser : public QObject
 
 private slots:
     void init();
-    void cleanup() { m_library.reset(); }
+    void cleanup()
+    {
+        m_run.reset();
+        m_library.reset();
+    }
     void rewritesFoundSongAndReloadsItsRow();
     void findsByTitleWhenTheNamesMiss();
     void looksUpMidiExtensionWhole();
@@ -32,7 +36,7 @@ private slots:
     void visitsEveryRowOnce_data();
     void visitsEveryRowOnce();
     void cancelTakesEffectAtTheNextRow();
-    void breathesAfterEveryRow();
+    void processesEventsAfterEveryRow();
     void endsWithTheProgram();
     void answerGivenByTheEndOfTheProgramChangesNothing();
     void failedSaveShowsWhatTheFileHolds();
@@ -40,15 +44,11 @@ private slots:
     void writesNothingOverASongThatBecameAnother();
 
 private:
-    bool synchronise(bool ask = true, const QList<int> &answers = {})
+    bool synchronise(bool ask = true, const QList<Run::Answer> &answers = {})
     {
-        m_answers = answers;
-        Synchroniser synchroniser(
-            m_library->model(), m_library->database(), ask, [this](const QString &fileName) {
-                m_asked.append(fileName);
-                return m_answers.isEmpty() ? int(NoCopyrightDialog::No) : m_answers.takeFirst();
-            });
-        return synchroniser.updateRows(m_progress);
+        m_run->answers = answers;
+        return Synchroniser(m_library->model(), m_library->database(), ask).run(*m_run) ==
+               Synchroniser::Outcome::Done;
     }
     void addThree(bool published)
     {
@@ -57,9 +57,7 @@ private:
     }
 
     std::unique_ptr<Sample::Library> m_library;
-    FakeProgress m_progress;
-    QList<int> m_answers;
-    QStringList m_asked;
+    std::unique_ptr<ScriptedRun> m_run;
 };
 
 void TestSynchroniser::init()
@@ -70,8 +68,7 @@ void TestSynchroniser::init()
                                     {u"THREE"_qs, u"THREE KINGS"_qs},
                                     {u"DOUBLE1"_qs, u"DOUBLE"_qs},
                                     {u"DOUBLE2"_qs, u"DOUBLE"_qs}});
-    m_progress = FakeProgress();
-    m_asked.clear();
+    m_run = std::make_unique<ScriptedRun>();
 }
 
 void TestSynchroniser::rewritesFoundSongAndReloadsItsRow()
@@ -145,26 +142,26 @@ void TestSynchroniser::failsUnreadableFile()
 
 void TestSynchroniser::answersOfTheQuestion_data()
 {
-    QTest::addColumn<QList<int>>("answers");
+    QTest::addColumn<QList<Run::Answer>>("answers");
     QTest::addColumn<int>("asked");
     QTest::addColumn<QString>("statuses");
-    using D = NoCopyrightDialog;
-    QTest::newRow("Si each time") << QList<int>{D::Yes, D::Yes, D::Yes} << 3 << u"111"_qs;
-    QTest::newRow("No each time") << QList<int>{D::No, D::No, D::No} << 3 << u"333"_qs;
-    QTest::newRow("Si tutti") << QList<int>{D::YesToAll} << 1 << u"111"_qs;
-    QTest::newRow("No tutti") << QList<int>{D::NoToAll} << 1 << u"333"_qs;
-    QTest::newRow("No, Si tutti") << QList<int>{D::No, D::YesToAll} << 2 << u"311"_qs;
-    QTest::newRow("Si, No tutti") << QList<int>{D::Yes, D::NoToAll} << 2 << u"133"_qs;
+    using D = Run::Answer;
+    QTest::newRow("Si each time") << QList<D>{D::Yes, D::Yes, D::Yes} << 3 << u"111"_qs;
+    QTest::newRow("No each time") << QList<D>{D::No, D::No, D::No} << 3 << u"333"_qs;
+    QTest::newRow("Si tutti") << QList<D>{D::YesToAll} << 1 << u"111"_qs;
+    QTest::newRow("No tutti") << QList<D>{D::NoToAll} << 1 << u"333"_qs;
+    QTest::newRow("No, Si tutti") << QList<D>{D::No, D::YesToAll} << 2 << u"311"_qs;
+    QTest::newRow("Si, No tutti") << QList<D>{D::Yes, D::NoToAll} << 2 << u"133"_qs;
 }
 
 void TestSynchroniser::answersOfTheQuestion()
 {
     addThree(false);
-    QFETCH(QList<int>, answers);
+    QFETCH(QList<Run::Answer>, answers);
     QVERIFY(synchronise(true, answers));
-    QTEST(int(m_asked.size()), "asked");
+    QTEST(int(m_run->asked.size()), "asked");
     QTEST(m_library->statuses(), "statuses");
-    QCOMPARE(m_asked.first(), m_library->path(u"ONE.mid"_qs));
+    QCOMPARE(m_run->asked.first(), m_library->path(u"ONE.mid"_qs));
     const bool changed = m_library->statuses().startsWith(u'1');
     QCOMPARE(Sample::infoOf(m_library->path(u"ONE.mid"_qs)).title,
              changed ? u"ONE LOVE"_qs : u"ONE"_qs);
@@ -173,16 +170,16 @@ void TestSynchroniser::answersOfTheQuestion()
 void TestSynchroniser::unknownAnswerChangesNothing()
 {
     addThree(false);
-    QVERIFY(synchronise(true, {-1, 4, 16384}));
+    QVERIFY(synchronise(true, {Run::Answer(-1), Run::Answer(4), Run::Answer(16384)}));
     QCOMPARE(m_library->statuses(), u"333"_qs);
-    QCOMPARE(m_asked.size(), 3);
+    QCOMPARE(m_run->asked.size(), 3);
 }
 
 void TestSynchroniser::asksNothingWhenSwitchedOff()
 {
     addThree(false);
     QVERIFY(synchronise(false));
-    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(m_library->statuses(), u"111"_qs);
 }
 
@@ -190,7 +187,7 @@ void TestSynchroniser::neverAsksForThePublishersSongs()
 {
     addThree(true);
     QVERIFY(synchronise());
-    QCOMPARE(m_asked, QStringList());
+    QCOMPARE(m_run->asked, QStringList());
     QCOMPARE(m_library->statuses(), u"111"_qs);
 }
 
@@ -238,42 +235,37 @@ void TestSynchroniser::visitsEveryRowOnce()
 void TestSynchroniser::cancelTakesEffectAtTheNextRow()
 {
     addThree(true);
-    m_progress.onBreath = [this] { m_progress.canceled = m_progress.values.last() == 2; };
+    m_run->onEvents = [this] { m_run->isStopped = m_run->steps.last() == 2; };
     QVERIFY(!synchronise());
     QCOMPARE(m_library->statuses(), u"110"_qs);
     QCOMPARE(Sample::infoOf(m_library->path(u"THREE.mid"_qs)).title, u"THREE"_qs);
 }
 
-void TestSynchroniser::breathesAfterEveryRow()
+void TestSynchroniser::processesEventsAfterEveryRow()
 {
     addThree(true);
     QVERIFY(synchronise());
-    QCOMPARE(m_progress.values, QList<int>({1, 2, 3}));
-    QCOMPARE(m_progress.breaths, 3);
+    QCOMPARE(m_run->steps, QList<int>({1, 2, 3}));
+    QCOMPARE(m_run->eventRounds, 3);
 }
 
 void TestSynchroniser::endsWithTheProgram()
 {
     addThree(false);
-    const RunGuard guard;
-    m_progress.onBreath = [this] {
+    m_run->onEvents = [this] {
         RunGuard::requestEnd();
-        m_progress.canceled = true;
+        m_run->isStopped = true;
     };
-    QVERIFY(!synchronise(true, {NoCopyrightDialog::Yes, NoCopyrightDialog::Yes}));
-    QCOMPARE(m_asked.size(), 1);
+    QVERIFY(!synchronise(true, {yes, yes}));
+    QCOMPARE(m_run->asked.size(), 1);
     QCOMPARE(m_library->statuses(), u"100"_qs);
 }
 
 void TestSynchroniser::answerGivenByTheEndOfTheProgramChangesNothing()
 {
     addThree(false);
-    const RunGuard guard;
-    Synchroniser synchroniser(m_library->model(), m_library->database(), true, [](const QString &) {
-        RunGuard::requestEnd();
-        return NoCopyrightDialog::Yes;
-    });
-    QVERIFY(!synchroniser.updateRows(m_progress));
+    m_run->onQuestion = [](const QString &) { RunGuard::requestEnd(); };
+    QVERIFY(!synchronise(true, {yes}));
     QCOMPARE(m_library->statuses(), u"000"_qs);
     QCOMPARE(Sample::infoOf(m_library->path(u"ONE.mid"_qs)).title, u"ONE"_qs);
 }
@@ -294,12 +286,10 @@ void TestSynchroniser::failedSaveShowsWhatTheFileHolds()
 void TestSynchroniser::vanishedFileKeepsItsRow()
 {
     m_library->add(u"sub/one.mid"_qs, Sample::midi("One", false));
-    Synchroniser synchroniser(m_library->model(), m_library->database(), true,
-                              [this](const QString &) {
-                                  QDir(m_library->path(u"sub"_qs)).removeRecursively();
-                                  return NoCopyrightDialog::Yes;
-                              });
-    QVERIFY(synchroniser.updateRows(m_progress));
+    m_run->onQuestion = [this](const QString &) {
+        QDir(m_library->path(u"sub"_qs)).removeRecursively();
+    };
+    QVERIFY(synchronise(true, {yes}));
     QCOMPARE(m_library->statuses(), u"3"_qs);
     QCOMPARE(m_library->shown(0, u"title"_qs), u"One"_qs);
 }
@@ -309,15 +299,11 @@ void TestSynchroniser::writesNothingOverASongThatBecameAnother()
     const QString path = m_library->add(u"ONE.mid"_qs, Sample::midi("ONE", false));
     QByteArray other = Sample::midi("Another song", false);
     other.replace(QByteArray::fromHex("3c40"), QByteArray::fromHex("4540"));
-    Synchroniser synchroniser(m_library->model(), m_library->database(), true,
-                              [&](const QString &) {
-                                  makeFile(path, other);
-                                  return int(NoCopyrightDialog::Yes);
-                              });
-    QVERIFY(synchroniser.updateRows(m_progress));
+    m_run->onQuestion = [&](const QString &) { makeFile(path, other); };
+    QVERIFY(synchronise(true, {yes}));
     QCOMPARE(fileContent(path), other);
-    QCOMPARE(synchroniser.report().failed(), 1);
-    QVERIFY(synchroniser.report().text().contains(FileReason::changed.text()));
+    QCOMPARE(m_run->report().failed(), 1);
+    QVERIFY(m_run->report().text().contains(FileReason::changed.text()));
 }
 
 BRISEL_TEST(QCoreApplication, TestSynchroniser)

@@ -33,24 +33,24 @@ void TestTransfer::init()
 void TestTransfer::findsTheFolder_data()
 {
     QTest::addColumn<QString>("chosen");
-    QTest::addColumn<int>("refusal");
+    QTest::addColumn<int>("outcome");
     QTest::addColumn<QString>("destination");
-    const auto row = [](const char *tag, const QString &chosen, TransferRefusal refusal,
+    const auto row = [](const char *tag, const QString &chosen, Transfer::Outcome outcome,
                         const QString &destination = {}) {
-        QTest::newRow(tag) << chosen << int(refusal) << destination;
+        QTest::newRow(tag) << chosen << int(outcome) << destination;
     };
-    using R = TransferRefusal;
-    row("memory", u"%1/CARD"_qs, R::None, u"%1/CARD/songs"_qs);
-    row("memory, not clean", u"%1//CARD/."_qs, R::None, u"%1/CARD/songs"_qs);
-    row("subfolder", u"%1/CARD/pop"_qs, R::None, u"%1/CARD/pop"_qs);
-    row("songs itself", u"%1/CARD/songs"_qs, R::None, u"%1/CARD/songs"_qs);
+    using R = Transfer::Outcome;
+    row("memory", u"%1/CARD"_qs, R::Done, u"%1/CARD/songs"_qs);
+    row("memory, not clean", u"%1//CARD/."_qs, R::Done, u"%1/CARD/songs"_qs);
+    row("subfolder", u"%1/CARD/pop"_qs, R::Done, u"%1/CARD/pop"_qs);
+    row("songs itself", u"%1/CARD/songs"_qs, R::Done, u"%1/CARD/songs"_qs);
     row("playlist", u"%1/CARD/playlist"_qs, R::ReservedFolder);
     row("bridge", u"%1/CARD/bridge"_qs, R::ReservedFolder);
     row("Sfx", u"%1/CARD/Sfx"_qs, R::ReservedFolder);
     row("SFX deeper", u"%1/CARD/songs/SFX"_qs, R::ReservedFolder);
-    row("below PLAYLIST", u"%1/CARD/PLAYLIST/old"_qs, R::None, u"%1/CARD/PLAYLIST/old"_qs);
-    row("below SFX", u"%1/CARD/Sfx/x"_qs, R::None, u"%1/CARD/Sfx/x"_qs);
-    row("memory called sfx", u"%1/sfx"_qs, R::None, u"%1/sfx/songs"_qs);
+    row("below PLAYLIST", u"%1/CARD/PLAYLIST/old"_qs, R::Done, u"%1/CARD/PLAYLIST/old"_qs);
+    row("below SFX", u"%1/CARD/Sfx/x"_qs, R::Done, u"%1/CARD/Sfx/x"_qs);
+    row("memory called sfx", u"%1/sfx"_qs, R::Done, u"%1/sfx/songs"_qs);
     row("mount folder", u"%1"_qs, R::SystemDisk);
     row("out of the memory", u"%1/CARD/../.."_qs, R::SystemDisk);
     row("home", u"/Users/me/Music"_qs, R::SystemDisk);
@@ -61,32 +61,31 @@ void TestTransfer::findsTheFolder_data()
 void TestTransfer::findsTheFolder()
 {
     QFETCH(QString, chosen);
-    QFETCH(int, refusal);
+    QFETCH(int, outcome);
     QFETCH(QString, destination);
-    QString found;
     chosen.replace(u"%1"_qs, m_volumes->path());
     destination.replace(u"%1"_qs, m_volumes->path());
-    QCOMPARE(int(findTransferFolder(chosen, found)), refusal);
-    if (refusal == int(TransferRefusal::None))
-        QCOMPARE(found, destination);
+    const Transfer::Destination found = Transfer::destinationOf(chosen);
+    QCOMPARE(int(found.outcome), outcome);
+    if (found.outcome == Transfer::Outcome::Done)
+        QCOMPARE(found.folder, destination);
 }
 
 void TestTransfer::makesTheSongsFolder()
 {
     QVERIFY(QDir(m_volumes->path()).mkdir(u"STICK"_qs));
-    QString found;
-    QCOMPARE(findTransferFolder(m_volumes->filePath(u"STICK"_qs), found), TransferRefusal::None);
+    QCOMPARE(Transfer::destinationOf(m_volumes->filePath(u"STICK"_qs)).outcome,
+             Transfer::Outcome::Done);
     QVERIFY(QFileInfo(m_volumes->filePath(u"STICK/songs"_qs)).isDir());
 }
 
 void TestTransfer::refusesWhenSongsCannotBeMade()
 {
     makeFile(m_volumes->filePath(u"STICK/songs"_qs), "a file in the way");
-    QString found;
-    QCOMPARE(findTransferFolder(m_volumes->filePath(u"STICK"_qs), found),
-             TransferRefusal::NoSongsFolder);
-    QCOMPARE(findTransferFolder(m_volumes->filePath(u"GONE"_qs), found),
-             TransferRefusal::NoSongsFolder);
+    QCOMPARE(Transfer::destinationOf(m_volumes->filePath(u"STICK"_qs)).outcome,
+             Transfer::Outcome::NoSongsFolder);
+    QCOMPARE(Transfer::destinationOf(m_volumes->filePath(u"GONE"_qs)).outcome,
+             Transfer::Outcome::NoSongsFolder);
 }
 
 void TestTransfer::refusesSongsFolderThatLeadsOffTheMemory()
@@ -94,9 +93,8 @@ void TestTransfer::refusesSongsFolderThatLeadsOffTheMemory()
     const QTemporaryDir elsewhere;
     QVERIFY(QDir(m_volumes->path()).mkdir(u"STICK"_qs));
     QVERIFY(QFile::link(elsewhere.path(), m_volumes->filePath(u"STICK/songs"_qs)));
-    QString found;
-    QCOMPARE(findTransferFolder(m_volumes->filePath(u"STICK"_qs), found),
-             TransferRefusal::SystemDisk);
+    QCOMPARE(Transfer::destinationOf(m_volumes->filePath(u"STICK"_qs)).outcome,
+             Transfer::Outcome::SystemDisk);
 }
 
 BRISEL_TEST(QCoreApplication, TestTransfer)

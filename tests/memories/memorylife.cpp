@@ -1,12 +1,11 @@
 #include "tests/memories/memorylife.h"
 #include "tests/scriptedindex.h"
+#include "tests/scriptedrun.h"
 
 #include "index/index.h"
 #include "index/indexset.h"
 #include "index/memorycheck.h"
-#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/shim/shim.h"
 #include "tests/testfiles.h"
 
@@ -171,11 +170,11 @@ bool MemoryLife::runNow(Work work, const QStringList &files, int answer, unsigne
 {
     bool isCopied = true;
     if (work == Work::Send) {
-        FakeProgress progress;
-        FileCopier copier(progress, [answer](const QString &) { return answer; });
+        ScriptedRun run;
+        run.answers = QList<Run::Answer>(files.size(), static_cast<Run::Answer>(answer));
+        FileCopier copier(run);
         copier.setMemory(m_memory.root(), IndexSet::roomForUpdate(m_memory.root(), files.size()));
-        int copied = 0;
-        isCopied = copier.copyFiles(files, m_memory.sendFolder(), copied);
+        isCopied = copier.copyFiles(files, m_memory.sendFolder());
         m_memory.dateSentSongs();
     }
     std::mt19937 random(answers);
@@ -264,7 +263,7 @@ void MemoryLife::checkSendingAgain()
     const QStringList files = m_memory.sentSongs();
     const auto before = m_memory.songs();
     note(u"send all again"_qs);
-    if (!runNow(Work::Send, files, NoCopyrightDialog::YesToAll, 1))
+    if (!runNow(Work::Send, files, int(Run::Answer::YesToAll), 1))
         return fail(u"the run failed"_qs);
     const QString problem = m_memory.scan();
     if (!problem.isEmpty())

@@ -1,10 +1,9 @@
-#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
 #include "library/synchroniser.h"
 #include "tests/index/changedmemory.h"
-#include "tests/library/fakeprogress.h"
 #include "tests/library/samplelibrary.h"
 #include "tests/scriptedindex.h"
+#include "tests/scriptedrun.h"
 #include "tests/shim/shim.h"
 #include "tests/smallsongs.h"
 #include "tests/testprogram.h"
@@ -75,18 +74,18 @@ void TestFlushCounts::copiesInFewFlushes()
     }
     const QString card = home.filePath(u"card"_s);
     QDir().mkpath(card + u"/songs"_s);
-    FakeProgress progress;
-    FileCopier copier(progress, [](const QString &) { return int(NoCopyrightDialog::YesToAll); });
+    ScriptedRun run;
+    run.answers = {Run::Answer::YesToAll};
+    FileCopier copier(run);
     copier.setMemory(card, 0);
-    for (const char *run : {"new", "again, over the old ones"}) {
+    for (const char *round : {"new", "again, over the old ones"}) {
         Shim::actLike(disk);
         watch(card);
-        int copied = 0;
-        QVERIFY2(copier.copyFiles(songs, card + u"/songs"_s, copied), run);
+        QVERIFY2(copier.copyFiles(songs, card + u"/songs"_s), round);
         const int flushes = flushesSince();
-        QCOMPARE(copied, manySongs);
-        std::printf("%s, %s: %d flushes\n", QTest::currentDataTag(), run, flushes);
-        QVERIFY2(flushes * flushTime <= 2000, run);
+        QCOMPARE(copier.copied(), manySongs);
+        std::printf("%s, %s: %d flushes\n", QTest::currentDataTag(), round, flushes);
+        QVERIFY2(flushes * flushTime <= 2000, round);
     }
     QCOMPARE(QDir(card + u"/songs"_s).entryList(QDir::Files | QDir::Hidden).size(), manySongs);
 }
@@ -98,16 +97,15 @@ void TestFlushCounts::synchronisesInFewFlushes()
     constexpr int folders = 50;
     for (int i = 0; i < manySongs; ++i)
         library.add(u"card/%1/%2/one.mid"_s.arg(i % folders).arg(i), Sample::midi("One", true));
-    FakeProgress progress;
-    Synchroniser synchroniser(library.model(), library.database(), false,
-                              [](const QString &) { return int(NoCopyrightDialog::Yes); });
+    ScriptedRun run;
+    Synchroniser synchroniser(library.model(), library.database(), false);
     Shim::actLike(disk);
     watch(library.path(u"card"_s));
-    QVERIFY(synchroniser.updateRows(progress));
+    QCOMPARE(synchroniser.run(run), Synchroniser::Outcome::Done);
     const int flushes = flushesSince();
     std::printf("%s: %d flushes\n", QTest::currentDataTag(), flushes);
     QVERIFY(flushes * flushTime <= 3000);
-    QCOMPARE(synchroniser.report().counted(RunReport::Success::Updated), manySongs);
+    QCOMPARE(run.report().counted(RunReport::Success::Updated), manySongs);
     QCOMPARE(library.statuses(), QString(manySongs, u'1'));
 }
 
@@ -128,7 +126,7 @@ void TestFlushCounts::indexesInFewFlushes()
     watch(memory.root());
     ScriptedIndex index;
     index.setRenameQuestion(
-        [](const QString &, const QString &) { return int(NoCopyrightDialog::YesToAll); });
+        [](const QString &, const QString &) { return int(Run::Answer::YesToAll); });
     QVERIFY(isRebuild ? index.createIndex(memory.root()) : index.updateIndex(memory.root()));
     const int flushes = flushesSince();
     std::printf("%s: %d flushes\n", QTest::currentDataTag(), flushes);

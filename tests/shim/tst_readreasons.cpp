@@ -1,9 +1,8 @@
 #include "base/filefailure.h"
-#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
 #include "library/songfailure.h"
 #include "songfile/metasong.h"
-#include "tests/library/fakeprogress.h"
+#include "tests/scriptedrun.h"
 #include "tests/shim/damagedfile.h"
 #include "tests/songfile/samples.h"
 #include "tests/testfiles.h"
@@ -138,12 +137,11 @@ void TestReadReasons::reportsTruncatedAudioOfAnMp3()
 /// What a copier reports after it has copied \a sources over existing files.
 QString TestReadReasons::copyReport(const QStringList &sources)
 {
-    FakeProgress progress;
-    FileCopier copier(progress, [](const QString &) { return NoCopyrightDialog::Yes; });
-    int copied = 0;
-    if (copier.copyFiles(sources, u"CARD"_s, copied))
+    ScriptedRun run;
+    run.answers = {Run::Answer::YesToAll};
+    if (FileCopier(run).copyFiles(sources, u"CARD"_s))
         return u"all copied"_s;
-    return copier.report().text();
+    return run.report().text();
 }
 
 void TestReadReasons::reportsATruncatedSource_data()

@@ -3,11 +3,10 @@
 #include "base/settingsstore.h"
 #include "db/database.h"
 #include "index/index.h"
-#include "library/dialogs/nocopyrightdialog.h"
 #include "library/filecopier.h"
-#include "library/progress.h"
 #include "songfile/metasong.h"
 #include "tests/scriptedindex.h"
+#include "tests/scriptedrun.h"
 
 #include <QCoreApplication>
 #include <QSettings>
@@ -42,21 +41,13 @@ bool saveSongs(const QStringList &paths)
     return lot.commitAll();
 }
 
-class NoProgress : public Progress
-{
-public:
-    void setValue(int) override {}
-    bool isCanceled() const override { return false; }
-    void breathe() override {}
-};
-
 /// Copies the other paths into the folder of the first, and replaces what is there.
 bool copySongs(const QStringList &paths)
 {
-    NoProgress progress;
-    FileCopier copier(progress, [](const QString &) { return int(NoCopyrightDialog::YesToAll); });
-    int copied = 0;
-    return copier.copyFiles(paths.mid(1), paths.at(0), copied) && copied == paths.size() - 1;
+    ScriptedRun run;
+    run.answers = {Run::Answer::YesToAll};
+    FileCopier copier(run);
+    return copier.copyFiles(paths.mid(1), paths.at(0)) && copier.copied() == paths.size() - 1;
 }
 
 /// Unpacks the catalogue and checks that it is complete.

@@ -1,0 +1,177 @@
+// The window's part in what is done with one row: editing, the table's context menu, and the debug
+// controls.
+
+#include "app/libraryrun.h"
+#include "app/statusline.h"
+#include "base/debugstream.h"
+#include "db/usersongsreltablemodel.h"
+#include "library/dialogs/dataeditdialog.h"
+#include "library/manualedit.h"
+#include "library/songactions.h"
+
+#include "ui_mainwindow.h"
+
+#include <QMenu>
+#include <QMessageBox>
+#include <QScrollBar>
+
+#include <utility>
+
+void MainWindow::onSongsTableViewDoubleClicked(const QModelIndex &index)
+{
+    if (index.row() >= 0 && canStartRun())
+        editSong(index.row());
+}
+
+void MainWindow::editSong(int row)
+{
+    LibraryRun run(*this, RunReport::Operation::Edit);
+    std::optional<SongFile> file = ManualEdit::open(run, *m_model, row);
+    if (!file.has_value()) {
+        run.publish();
+        return;
+    }
+    DataEditDialog &dialog = editDialog();
+    dialog.setKeysCombo(MetaSong::getKeysList());
+    dialog.setOtherInfo(file->info);
+    if (dialog.exec() != DataEditDialog::Accepted) {
+        debug() << "Rejected!";
+        file->info.dbgDump();
+        return;
+    }
+    debug() << "Accepted";
+    dialog.getInfo(file->info);
+    file->info.dbgDump();
+    ManualEdit edit(*m_model, file->song, file->info, file->path, row,
+                    {dialog.isApplyToAllAuthor(), dialog.isApplyToAllArtist(),
+                     dialog.isApplyToAllGenre(), dialog.isApplyToAllFname()});
+    static_cast<void>(edit.run(run)); // an edit that was interrupted shows what it did, too
+    run.publish();
+    centreRow(row);
+}
+
+/// With the catalogue's lists. Made when it is first needed: the window opens sooner without it.
+DataEditDialog &MainWindow::editDialog()
+{
+    if (m_editDialog == nullptr)
+        m_editDialog = std::make_unique<DataEditDialog>(this);
+    m_editDialog->setArtistsCombo(*m_database.artistsList());
+    m_editDialog->setGenresCombo(*m_database.genresList());
+    return *m_editDialog;
+}
+
+void MainWindow::manualModifySong(MetaSong song, const SongInfo &info, const QString &path, int row)
+{
+    if (m_model == nullptr)
+        return;
+    LibraryRun run(*this, RunReport::Operation::Edit);
+    static_cast<void>(ManualEdit(*m_model, std::move(song), info, path, row, {}).run(run));
+    run.publish();
+}
+
+/// A view scrolls to no cell of a hidden column, such as the row's first one; and only the height
+/// is to change.
+void MainWindow::centreRow(int row)
+{
+    QTableView *view = m_ui->userLibraryTableView;
+    const int left = view->horizontalScrollBar()->value();
+    const QModelIndex index = m_model->rowIndex(row);
+    int column = index.column();
+    while (view->isColumnHidden(column) && column + 1 < m_model->columnCount())
+        ++column;
+    view->scrollTo(index.siblingAtColumn(column), QAbstractItemView::PositionAtCenter);
+    view->horizontalScrollBar()->setValue(left);
+}
+
+/// None when the search hides it: no key may work on a row that is not seen.
+QModelIndex MainWindow::currentShownRow() const
+{
+    const QModelIndex current = m_ui->userLibraryTableView->currentIndex();
+    return m_ui->userLibraryTableView->isRowHidden(current.row()) ? QModelIndex() : current;
+}
+
+void MainWindow::onSongsTableViewShowContextMenu(const QPoint &pos)
+{
+    if (!canStartRun())
+        return;
+    const LibraryRun run(*this, RunReport::Operation::Edit);
+    const QTableView *view = m_ui->userLibraryTableView;
+    const QModelIndex index = view->indexAt(pos);
+    QMenu menu(this);
+    menu.addActions({m_ui->actionRemoveRow, m_ui->actionDeleteFile});
+    menu.setToolTipsVisible(true);
+    for (QAction *action : menu.actions())
+        action->setEnabled(index.isValid());
+    const QAction *chosen = menu.exec(view->viewport()->mapToGlobal(pos));
+    updateActions();
+    if (chosen == nullptr || !index.isValid())
+        return;
+    if (chosen == m_ui->actionRemoveRow)
+        removeRow(index.row());
+    else
+        askDeleteFile(index.row());
+}
+
+/// By its key. From the menu, which is a run, it works on the row that the menu is over.
+void MainWindow::on_actionRemoveRow_triggered()
+{
+    const QModelIndex current = currentShownRow();
+    if (current.isValid() && canStartRun())
+        removeRow(current.row());
+}
+
+/// The file stays, but is neither sent nor backed up any more.
+void MainWindow::removeRow(int row)
+{
+    const QString path = m_model->fileName(row);
+    if (!m_model->removeRows(row, 1))
+        return;
+    m_fileList.removeOne(path);
+    if (m_fileList.isEmpty())
+        setPhase(Phase::NoFiles);
+}
+
+void MainWindow::askDeleteFile(int row)
+{
+    const int answer =
+        QMessageBox::question(this, tr("Attenzione"), tr("Sei sicuro di voler cancellare il file?"),
+                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    if (answer != QMessageBox::Yes)
+        return;
+    deleteSongFile(
+        m_model->fileName(row)); // one that can't be deleted leaves the list all the same
+    removeRow(row);
+}
+
+void MainWindow::on_dbgSavePushButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    const int row = m_ui->userLibraryTableView->currentIndex().row();
+    debug() << "[MainWindow] Saving row: " << row;
+    saveTestCopy(m_model->fileName(row));
+}
+
+void MainWindow::on_dbgAddMarkerPushButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    const int row = m_ui->userLibraryTableView->currentIndex().row();
+    debug() << "[MainWindow] Adding marker to row: " << row;
+    // The marker's bar is the row's number; the bar field of the debug group says nothing here.
+    saveMarkedCopy(m_model->fileName(row), m_ui->dbgMarkerTextLineEdit->text(),
+                   static_cast<unsigned short>(row));
+}
+
+void MainWindow::on_dbgShowDialogPushButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    const LibraryRun run(*this, RunReport::Operation::Edit);
+    DataEditDialog &dialog = editDialog();
+    dialog.setOtherInfo(SongInfo());
+    if (dialog.exec() == DataEditDialog::Accepted)
+        debug() << "Accettato";
+    else
+        debug() << "Rifiutato";
+}

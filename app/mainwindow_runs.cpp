@@ -1,0 +1,283 @@
+// The window's part in the runs over the library: import, synchronisation, backup and transfer.
+
+#include "app/libraryrun.h"
+#include "app/songdrop.h"
+#include "app/statusline.h"
+#include "base/debugstream.h"
+#include "db/usersongsreltablemodel.h"
+#include "index/dialogs/rundialog.h"
+#include "index/volumes.h"
+#include "library/backup.h"
+#include "library/dialogs/backupdialog.h"
+#include "library/dialogs/proceeddialog.h"
+#include "library/filecopier.h"
+#include "library/folderscan.h"
+#include "library/foldertreebackup.h"
+#include "library/libraryimport.h"
+#include "library/songpicker.h"
+#include "library/synchroniser.h"
+
+#include "ui_mainwindow.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+
+using Operation = RunReport::Operation;
+
+void MainWindow::on_selectDirToolButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    const QStringList files = QFileDialog::getOpenFileNames(
+        this, tr("Seleziona i file da importare"), QStringLiteral("/"),
+        QStringLiteral("Songs (%1)").arg(songNamePatterns()));
+    if (!files.isEmpty())
+        importPickedFiles(files);
+}
+
+void MainWindow::openSongs(const QStringList &paths)
+{
+    if (!canStartRun())
+        return;
+    SongPicker picker(paths);
+    SongPicker::Outcome outcome = SongPicker::Outcome::Interrupted;
+    {
+        LibraryRun run(*this, Operation::Import);
+        outcome = picker.run(run);
+    }
+    if (outcome == SongPicker::Outcome::NoSongs)
+        QMessageBox::information(this, tr("Lettura file"), tr("Non è stato trovato nessun brano"));
+    else if (outcome == SongPicker::Outcome::Done)
+        importPickedFiles(picker.songs());
+}
+
+void MainWindow::takeDrops()
+{
+    constexpr int hintTime = 5000; // milliseconds
+    auto *drop = new SongDrop(*this);
+    connect(drop, &SongDrop::dropped, this, &MainWindow::openSongs);
+    connect(drop, &SongDrop::refused, this, [this] {
+        m_ui->statusBar->showMessage(tr("Attendere la fine dell'operazione in corso"), hintTime);
+    });
+}
+
+void MainWindow::importPickedFiles(const QStringList &files)
+{
+    m_fileList = files;
+    setPhase(Phase::Working);
+    importUserLibrary();
+    if (m_phase == Phase::Working)
+        setPhase(Phase::Sendable);
+}
+
+void MainWindow::on_dbgImportPushButton_clicked()
+{
+    importUserLibrary();
+}
+
+void MainWindow::importUserLibrary()
+{
+    if (!canStartRun())
+        return;
+    LibraryImport import(m_database, *m_model, m_fileList);
+    {
+        LibraryRun run(*this, Operation::Import);
+        if (import.run(run) != LibraryImport::Outcome::Done)
+            return;
+    }
+    adjustUserLibraryHeaders();
+    if (!offerSynchronisation(import.counts()))
+        setPhase(Phase::Imported);
+}
+
+void MainWindow::filesCount(const QString &dir, int &count) const
+{
+    count += FolderScan::filesCount(dir);
+}
+
+void MainWindow::scanDir(const QString &dir, int &songs, int &publisherSongs, int &unknown)
+{
+    if (!canStartRun())
+        return;
+    LibraryRun run(*this, Operation::Import);
+    m_ui->userLibraryTableView->setUpdatesEnabled(false);
+    const SongCounts counts = FolderScan(*m_model, dir, {songs, publisherSongs, unknown}).run(run);
+    run.end();
+    songs = counts.songs;
+    publisherSongs = counts.publisherSongs;
+    unknown = counts.unknown;
+}
+
+void MainWindow::updateProgress(int value)
+{
+    if (m_run != nullptr)
+        m_run->setStep(value);
+}
+
+void MainWindow::on_updateDataToolButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    setPhase(Phase::Working);
+    setPhase(updateUserLibrary() ? Phase::Sendable : Phase::Imported);
+}
+
+bool MainWindow::updateUserLibrary()
+{
+    LibraryRun run(*this, Operation::Synchronisation);
+    return synchronise(run);
+}
+
+/// The summary of an import. True when the library was synchronised then and there.
+bool MainWindow::offerSynchronisation(const SongCounts &counts)
+{
+    if (!isCopyrightAskOn())
+        return false;
+    ProceedDialog dialog(this);
+    dialog.setFilesCount(counts.songs, counts.publisherSongs, counts.unknown);
+    const bool isAccepted = dialog.exec() == ProceedDialog::Yes;
+    enableCopyrightMessage(dialog.getShowAgainValue());
+    if (!isAccepted)
+        return false;
+    LibraryRun run(*this, Operation::Synchronisation, m_statusLine->report());
+    return synchronise(run);
+}
+
+bool MainWindow::synchronise(LibraryRun &run)
+{
+    if (m_model == nullptr)
+        return false;
+    Synchroniser synchroniser(*m_model, m_database, isCopyrightAskOn());
+    if (!synchroniser.announce() || !offerBackup(run) || Run::isEnding())
+        return false;
+    const bool isDone = synchroniser.run(run) == Synchroniser::Outcome::Done;
+    adjustUserLibraryHeaders(); // the catalogue's texts may be longer than the files' own
+    return isDone;
+}
+
+bool MainWindow::updateFileWithDb(int row)
+{
+    if (m_model == nullptr)
+        return false;
+    LibraryRun run(*this, Operation::Synchronisation);
+    const bool isUpdated =
+        Synchroniser(*m_model, m_database, isCopyrightAskOn()).updateFileWithDb(run, row);
+    run.publish();
+    return isUpdated;
+}
+
+void MainWindow::on_dbgBackupPushButton_clicked()
+{
+    if (canStartRun())
+        suggestBackup();
+}
+
+bool MainWindow::suggestBackup()
+{
+    LibraryRun run(*this, Operation::Backup);
+    return offerBackup(run);
+}
+
+bool MainWindow::offerBackup(LibraryRun &run)
+{
+    BackupDialog dialog(this);
+    const int answer = dialog.exec();
+    if (answer != BackupDialog::DoBackup)
+        return answer == BackupDialog::NoBackup;
+    const Backup::Outcome outcome = Backup(m_fileList, dialog.directory()).run(run);
+    if (outcome == Backup::Outcome::Ended)
+        return false;
+    if (outcome == Backup::Outcome::Done)
+        QMessageBox::information(this, tr("Backup"), tr("Backup eseguito correttamente"));
+    else
+        QMessageBox::critical(this, tr("Backup"), tr("Backup FALLITO !!!"));
+    if (outcome == Backup::Outcome::NoFolder)
+        return false;
+    debug() << "";
+    return true;
+}
+
+void MainWindow::on_transferFilesToolButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    setPhase(Phase::Working);
+    transferFiles();
+    setPhase(Phase::Sendable);
+}
+
+bool MainWindow::transferFiles()
+{
+    LibraryRun run(*this, Operation::Transfer);
+    const QString chosen =
+        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), volumesStartFolder());
+    if (chosen.isEmpty() || Run::isEnding())
+        return false;
+    Transfer transfer(m_fileList, chosen);
+    const Transfer::Outcome outcome = transfer.run(run);
+    run.publish();
+    if (!Run::isEnding())
+        showOutcome(outcome, transfer.shortage());
+    if (outcome == Transfer::Outcome::Done || outcome == Transfer::Outcome::Failed)
+        debug() << "";
+    return outcome == Transfer::Outcome::Done;
+}
+
+void MainWindow::showOutcome(Transfer::Outcome outcome, const QString &shortage)
+{
+    QMessageBox box(QMessageBox::Warning, tr("Trasferimento"), {}, QMessageBox::Ok, this);
+    switch (outcome) {
+    case Transfer::Outcome::Done:
+        box.setIcon(QMessageBox::Information);
+        box.setText(tr("Tutti i file sono stati copiati correttamente"));
+        break;
+    case Transfer::Outcome::Failed:
+        box.setIcon(QMessageBox::Critical);
+        box.setText(tr("Non è stato possibile copiare uno o più file"));
+        box.setInformativeText(shortage);
+        break;
+    case Transfer::Outcome::InUse:
+        box.setText(RunDialog::inUseText());
+        break;
+    case Transfer::Outcome::SystemDisk:
+        box.setText(tr("Non è possibile copiare i file sul disco di sistema"));
+        break;
+    case Transfer::Outcome::NoSongsFolder:
+        box.setText(tr("Non è possibile copiare i file sulla cartella principale, creare o "
+                       "selezionare una sottocartella"));
+        break;
+    case Transfer::Outcome::ReservedFolder:
+        box.setText(tr("Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono "
+                       "riservate per funzionalità specifiche di Brisel, selezionare un'altra "
+                       "cartella"));
+        break;
+    }
+    box.exec();
+}
+
+bool MainWindow::copyFiles(const QString &destDir, int &copied)
+{
+    LibraryRun run(*this, Operation::Transfer);
+    FileCopier copier(run);
+    const bool isDone = copier.copyFiles(m_fileList, destDir);
+    copied = copier.copied();
+    run.publish();
+    return isDone;
+}
+
+bool MainWindow::updateBriselIndex(const QString &dest)
+{
+    LibraryRun run(*this, Operation::Index);
+    const bool isComplete = Transfer::updateIndex(run, dest);
+    run.publish();
+    return isComplete;
+}
+
+bool MainWindow::backupDirectory(const QString &source, const QString &dest, int &count)
+{
+    LibraryRun run(*this, Operation::Backup);
+    FolderTreeBackup backup(source, dest, count);
+    const bool isDone = backup.run(run);
+    count = backup.count();
+    return isDone;
+}

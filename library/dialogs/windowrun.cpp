@@ -1,0 +1,101 @@
+#include "library/dialogs/windowrun.h"
+
+#include "library/dialogs/nocopyrightdialog.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QProgressDialog>
+
+static constexpr qint64 eventsInterval = 10; ///< milliseconds between two rounds of events
+static constexpr int firstRounds = 16;       ///< of events: each of them is taken
+static constexpr int dialogWidth = 420; ///< pixels; the label changes without moving the dialog
+
+WindowRun::WindowRun(QWidget *window, RunReport::Operation operation)
+    : Run(operation), m_window(window)
+{
+}
+
+WindowRun::~WindowRun() = default;
+
+void WindowRun::begin(const Stage &stage)
+{
+    m_dialog.reset();
+    m_isInterrupted = false;
+    m_step = 0;
+    m_pace.restart();
+    m_eventCalls = 0;
+    m_areStepsShown = stage.areStepsShown;
+    m_dialog = std::make_unique<QProgressDialog>(m_window);
+    m_label = new QLabel(stage.label);
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setAlignment(Qt::AlignCenter);
+    m_bar = new QProgressBar;
+    m_bar->setAccessibleName(stage.label);
+    m_bar->setRange(0, stage.steps);
+    m_bar->setValue(0);
+    m_dialog->setLabel(m_label);
+    m_dialog->setBar(m_bar);
+    m_dialog->setCancelButtonText(tr("Interrompi"));
+    m_dialog->setWindowTitle(stage.title);
+    m_dialog->setWindowModality(Qt::WindowModal);
+    m_dialog->setMinimumWidth(dialogWidth);
+    QObject::connect(m_dialog.get(), &QProgressDialog::canceled,
+                     [this] { m_isInterrupted = true; });
+    // Shown by hand: the dialog's own setValue() waits for four seconds, during which clicks would
+    // reach the window, processes clicks by itself, and would open the dialog again after a cancel.
+    m_dialog->show();
+    paint();
+}
+
+void WindowRun::setSteps(int steps)
+{
+    if (m_dialog != nullptr)
+        m_bar->setRange(0, steps);
+}
+
+void WindowRun::setStep(int done)
+{
+    m_step = done;
+    // Laying the label out and painting it after each of ten thousand songs takes longer than
+    // reading them.
+    if (m_dialog == nullptr || (!m_pace.isStepDue() && done != m_bar->maximum()))
+        return;
+    if (m_areStepsShown)
+        m_label->setText(tr("%1 di %2").arg(done).arg(m_bar->maximum()));
+    m_bar->setValue(done);
+    pulse();
+}
+
+void WindowRun::pulse()
+{
+    if (m_dialog == nullptr || !m_pace.isDue())
+        return;
+    m_bar->setValue(m_step);
+    paint();
+}
+
+void WindowRun::processEvents()
+{
+    ++m_eventCalls;
+    if (m_eventCalls > firstRounds && m_sinceEvents.elapsed() < eventsInterval)
+        return;
+    QCoreApplication::processEvents();
+    m_sinceEvents.start();
+}
+
+void WindowRun::end()
+{
+    m_dialog.reset();
+}
+
+Run::Answer WindowRun::answerOf(Question question, const QString &path, const QString &message)
+{
+    const bool isReplacing = question == Question::Replace && message.isEmpty();
+    return NoCopyrightDialog::ask(m_window, path,
+                                  isReplacing ? tr("esiste già, vuoi sostituirlo?") : message);
+}
+
+void WindowRun::paint()
+{
+    m_pace.paint([] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
+}
