@@ -7,8 +7,8 @@
 namespace
 {
 
-/// Remembers the sizes of texts. What else makes a size (font, style) stays the same while it
-/// lives.
+/// Caches the sizes of texts. The font and the style, on which they depend too, must not change
+/// while it lives.
 class MeasureOnce : public QStyledItemDelegate
 {
 public:

@@ -5,14 +5,14 @@
 
 class QTableView;
 
-/// Keeps the current row of a table current while its model is read anew, as it is for a sort: the
-/// row is known again by the value in its first column. A row that is gone leaves none current.
+/// Keeps the current row of a table current when its model is read again, as for a sort: the row is
+/// found again by the value in its first column. If it is gone there is no current row.
 class CurrentRowKeeper : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \a view has its model. Belongs to the view.
+    /// \a view has its model. Owned by the view.
     explicit CurrentRowKeeper(QTableView &view);
 
 private:

@@ -15,7 +15,7 @@ EmptyTableHint::EmptyTableHint(QTableView &view) : QLabel(view.viewport())
     view.viewport()->installEventFilter(this);
 }
 
-void EmptyTableHint::tell(const QString &text)
+void EmptyTableHint::showText(const QString &text)
 {
     if (text == this->text())
         return;

@@ -4,18 +4,17 @@
 
 class QTableView;
 
-/// A text in the middle of a table that shows no rows, which says why. Clicks and drops go through
-/// to the table.
+/// Explains in the middle of a table why it shows no rows. Passes clicks and drops on to the table.
 class EmptyTableHint : public QLabel
 {
     Q_OBJECT
 
 public:
-    /// Belongs to \a view.
+    /// Owned by \a view.
     explicit EmptyTableHint(QTableView &view);
 
     /// Shows \a text; an empty one hides the hint.
-    void tell(const QString &text);
+    void showText(const QString &text);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

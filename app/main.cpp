@@ -23,7 +23,7 @@ int main(int argc, char **argv)
 
     MainWindow window;
     window.show();
-    // All that is left of the arguments are songs and folders, such as a file manager hands over.
+    // The other arguments are songs and folders, such as a file manager passes.
     const QStringList paths = QApplication::arguments().mid(1);
     if (!paths.isEmpty())
         QTimer::singleShot(0, &window, [&window, paths] { window.openSongs(paths); });

@@ -26,7 +26,7 @@
 namespace
 {
 
-/// Shows a dialog of its own window until it is closed; none while a run is under way.
+/// Shows a dialog in a window of its own until it is closed. A no-op while a run is under way.
 template <typename Dialog>
 void runDialog()
 {
@@ -283,10 +283,10 @@ void MainWindow::initUserLibraryModel()
 void MainWindow::explainEmptyTable()
 {
     if (m_model->rowCount() == 0)
-        m_hint->tell(tr("Nessun brano nella tabella.\nPer cominciare premi il pulsante qui sopra, "
+        m_hint->showText(tr("Nessun brano nella tabella.\nPer cominciare premi il pulsante qui sopra, "
                         "oppure trascina qui file o cartelle."));
     else
-        m_hint->tell(m_filter->hidesAll() ? tr("Nessun brano corrisponde alla ricerca")
+        m_hint->showText(m_filter->hidesAll() ? tr("Nessun brano corrisponde alla ricerca")
                                           : QString());
 }
 

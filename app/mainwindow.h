@@ -27,7 +27,7 @@ namespace Ui
 class MainWindow;
 }
 
-/// The program's only window and the owner of all that lives for the whole run: the databases, the
+/// The program's only window, and the owner of what lives as long as the program: the databases, the
 /// library table, the settings and the translators of a language chosen at run time.
 ///
 /// A frame: it asks, starts a workflow of library/ or a dialog, and shows what came of it.
@@ -44,7 +44,7 @@ public:
     /// synchronise while the setting "copyrightAsk" is on.
     void importUserLibrary();
     /// Imports the songs among \a paths and below the folders among them, as if the user had picked
-    /// them; says so when there are none. Nothing while a run is under way.
+    /// them; a message reports when there are none. A no-op while a run is under way.
     void openSongs(const QStringList &paths);
     /// Shows "%1 di %2" in the progress dialog of the run under way, and moves its bar.
     void updateProgress(int value);
@@ -58,7 +58,7 @@ public:
     void scanDir(const QString &dir, int &songs, int &publisherSongs, int &unknown);
 
     /// Brings the library in line with the catalogue, after the offer of a backup. True when every
-    /// row was looked at; false when there is none, or the user did not want to go on.
+    /// row was processed; false when there are no rows, or the user did not want to go on.
     bool updateUserLibrary();
     /// Offers a backup of the picked files. True when the synchronisation is to go on, also after
     /// a backup that failed while copying.

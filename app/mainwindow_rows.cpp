@@ -158,7 +158,7 @@ void MainWindow::on_dbgAddMarkerPushButton_clicked()
         return;
     const int row = m_ui->userLibraryTableView->currentIndex().row();
     debug() << "[MainWindow] Adding marker to row: " << row;
-    // The marker's bar is the row's number; the bar field of the debug group says nothing here.
+    // The marker's bar is the row's number; the bar field of the debug group is not used.
     saveMarkedCopy(m_model->fileName(row), m_ui->dbgMarkerTextLineEdit->text(),
                    static_cast<unsigned short>(row));
 }

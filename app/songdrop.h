@@ -9,13 +9,13 @@ class SongDrop : public QObject
     Q_OBJECT
 
 public:
-    /// Belongs to \a window.
+    /// Owned by \a window.
     explicit SongDrop(QWidget &window);
 
 signals:
-    /// Comes after the drop has ended, so that its source waits for no import.
+    /// Emitted after the drop has ended, so that its source does not wait for the import.
     void dropped(const QStringList &paths);
-    /// A drag has come while a run is under way.
+    /// A drag was refused because a run is under way.
     void refused();
 
 protected:

@@ -86,7 +86,7 @@ void SongFilter::showAll()
     m_view.scrollTo(m_view.currentIndex());
 }
 
-/// Leads from the field to the rows: to the current one, or to the first when that is hidden.
+/// Moves the focus from the field to the current row, or to the first shown one when that is hidden.
 void SongFilter::enterRows()
 {
     const int rows = m_model.rowCount();
@@ -125,8 +125,7 @@ void SongFilter::applyToAll()
     apply(0, m_model.rowCount() - 1);
 }
 
-/// After the model was read anew. The view may have kept hidden the rows that stand where hidden
-/// ones stood.
+/// After the model was read again: the view still hides the row numbers that it hid before.
 void SongFilter::forgetTexts()
 {
     const int rows = m_model.rowCount();

@@ -7,21 +7,21 @@ class QLineEdit;
 class QSqlTableModel;
 class QTableView;
 
-/// The search in the library: hides the rows that do not hold what stands in the search field.
+/// The search in the library: hides the rows that do not contain the words in the search field.
 ///
-/// Only the view knows of it: rows keep their numbers in the model, and whatever works on the
-/// model works on all of them. Each word of the field must be part of the title, artist, genre,
+/// Only the view is affected: rows keep their numbers in the model, and a workflow processes all of
+/// them. Each word of the field must be part of the title, artist, genre,
 /// author or file name; case and accents make no difference. Rows that come while a search is on
 /// are shown until the model is read again, which ends every import.
 ///
-/// Ctrl+F leads to the field, Return or Down from there to the rows, and Escape, in the field or
-/// in the table, shows all rows again.
+/// Ctrl+F moves the focus to the field, Return or Down from there to the rows, and Escape, in the
+/// field or in the table, shows all rows again.
 class SongFilter : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \a view shows \a model and stands in a window with \a field. Belongs to the view.
+    /// \a view shows \a model and stands in a window with \a field. Owned by the view.
     SongFilter(QLineEdit &field, QTableView &view, QSqlTableModel &model);
 
     /// True when there are rows and the search hides every one of them.

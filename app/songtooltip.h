@@ -14,10 +14,10 @@ class SongToolTip : public QObject
     Q_OBJECT
 
 public:
-    /// \a view shows \a model. Belongs to the view.
+    /// \a view shows \a model. Owned by the view.
     SongToolTip(QTableView &view, UserSongsRelTableModel &model);
 
-    /// The text for a row, as HTML in which nothing of the song counts as markup.
+    /// The text for a row, as HTML; the texts of the song are escaped.
     QString textFor(int row) const;
 
 protected:

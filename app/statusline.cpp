@@ -13,7 +13,7 @@
 #include <QPushButton>
 
 static constexpr int recountDelay = 50; ///< milliseconds from a change of rows to the new number
-static constexpr qint64 spaceInterval = 100; ///< milliseconds between two looks at the disk
+static constexpr qint64 spaceInterval = 100; ///< milliseconds between two checks of the free space
 
 static QString sizeText(qint64 bytes)
 {
@@ -104,7 +104,7 @@ void StatusLine::showSongs()
 
 void StatusLine::showOutcome()
 {
-    m_outcomeLabel->setPath(m_report.summary());
+    m_outcomeLabel->setWholeText(m_report.summary());
     m_detailsButton->setText(tr("&Dettagli"));
     m_detailsButton->setEnabled(!m_report.isEmpty());
     const QString hint =

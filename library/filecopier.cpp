@@ -207,7 +207,7 @@ void FileCopier::noteFilesLeft(const QStringList &files, int first)
         note(source, Run::interrupted);
 }
 
-/// Why \a source can't come to \a place, whatever the user says: nobody is asked then.
+/// Why \a source can't be copied to \a place whatever the answer: the user is not asked then.
 std::optional<Reason> FileCopier::whyHopeless(const QString &source, const QString &place) const
 {
     if (fileKind(source) == FileKind::Missing)

@@ -23,7 +23,7 @@ public:
         Interrupted, ///< by the end of the program, which alone interrupts an edit
     };
 
-    /// What of one edited song is spread over the whole list.
+    /// Which data of the edited song are copied to all songs of the list.
     struct Spread {
         bool author = false;
         bool artist = false;

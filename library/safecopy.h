@@ -6,7 +6,7 @@
 
 class FileLot;
 
-/// Copies of files that are whole or not there at all.
+/// Copies of files that are either complete or not made at all.
 
 /// Copies the plain file \a source (or the one that it links to) to \a destination, which must not
 /// exist. The copy grows under a name of its own, is flushed to the disk and only then gets its

@@ -21,7 +21,7 @@ class Synchroniser
 
 public:
     enum class Outcome {
-        Done,        ///< every row was looked at
+        Done,        ///< every row was processed
         Interrupted, ///< by the user or the end of the program; the rows left keep what they had
     };
 

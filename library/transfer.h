@@ -29,8 +29,8 @@ public:
     };
 
     /// Finds the folder that songs go to when \a chosen was picked: that folder, or "songs" (made
-    /// where missing) when it is a memory itself. Only the last component is looked at for the
-    /// reserved names.
+    /// where missing) when it is a memory itself. Only the last component is compared with
+    /// the reserved names.
     [[nodiscard]] static Destination destinationOf(const QString &chosen);
 
     /// Brings the index of the memory that holds \a path up to date; true when it is complete.

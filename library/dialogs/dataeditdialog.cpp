@@ -113,7 +113,7 @@ void DataEditDialog::setKeysCombo(const QStringList &keys)
 void DataEditDialog::setOtherInfo(const SongInfo &info)
 {
     m_loaded = std::make_unique<SongInfo>(info);
-    m_ui->pathLabel->setPath(info.fileName);
+    m_ui->pathLabel->setWholeText(info.fileName);
     m_ui->formatLabel->setText(info.format);
     for (TextField &field : m_texts) {
         field.edit->setText(info.*field.datum);

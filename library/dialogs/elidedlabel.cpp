@@ -8,14 +8,14 @@ ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
     setTextFormat(Qt::PlainText);
 }
 
-void ElidedLabel::setPath(const QString &path)
+void ElidedLabel::setWholeText(const QString &text)
 {
-    setText(path);
-    // A tool tip guesses its format: escaped, and marked as rich text, a name can't become markup.
+    setText(text);
+    // A tool tip guesses its format: escaped and marked as rich text, no file name becomes markup.
     setToolTip(
-        path.isEmpty()
+        text.isEmpty()
             ? QString()
-            : QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(path.toHtmlEscaped()));
+            : QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped()));
 }
 
 QSize ElidedLabel::sizeHint() const

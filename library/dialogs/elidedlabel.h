@@ -2,8 +2,9 @@
 
 #include <QLabel>
 
-/// A label for a path of any length: what does not fit gives way in the middle, and the tool tip
-/// holds the whole. It never widens its dialog, and shows markup in a file name as it stands.
+/// A label for one line of text of any length, such as a path: a text that is too wide is elided in
+/// the middle, and the tool tip shows all of it. The label never widens its dialog, and shows markup
+/// as plain text.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT
@@ -11,8 +12,8 @@ class ElidedLabel : public QLabel
 public:
     explicit ElidedLabel(QWidget *parent = nullptr);
 
-    /// Shows \a path; text() stays the whole path.
-    void setPath(const QString &path);
+    /// Shows \a text, elided where it is too wide; text() stays the whole text.
+    void setWholeText(const QString &text);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
