@@ -3,9 +3,7 @@
 #include "songfile/songinfo.h"
 
 #include <QColor>
-#include <QSqlDriver>
 #include <QSqlError>
-#include <QSqlField>
 #include <QSqlQuery>
 #include <QSqlRecord>
 
@@ -15,8 +13,7 @@
 namespace
 {
 
-constexpr int idColumn = 0;
-const QString rowPlace = QStringLiteral(":row"); ///< placeholder in a statement
+constexpr int idColumn = RowStatements::idColumn;
 
 /// A null text is stored as an empty one, because NULL would be sorted separately.
 QString stored(const QString &text)
@@ -99,12 +96,7 @@ void UserSongsRelTableModel::setFiledsIndexes()
     m_status = fieldIndex(QStringLiteral("status"));
     m_dataColumns = {m_title, m_artist, m_genre, m_author, m_length, m_userBpm, m_key};
     m_songColumns = m_dataColumns + QList<int>{m_type, m_filename, m_shortName, m_status};
-    m_columnNames.clear();
-    m_places.clear();
-    for (int column = 0; column < columnCount(); ++column) {
-        m_columnNames.append(quoted(record().fieldName(column)));
-        m_places.append(QStringLiteral(":v%1").arg(column));
-    }
+    m_statements = RowStatements(database(), tableName(), record());
 }
 
 void UserSongsRelTableModel::setHeaderLabels()
@@ -267,9 +259,9 @@ bool UserSongsRelTableModel::putInOrder()
 {
     QSqlQuery query(database());
     query.setForwardOnly(true);
-    if (!m_isRead ||
-        !query.exec(QStringLiteral("SELECT %1 FROM %2 %3")
-                        .arg(columnName(idColumn), quoted(tableName()), orderByClause())))
+    if (!m_isRead || !query.exec(QStringLiteral("SELECT %1 FROM %2 %3")
+                                     .arg(m_statements.columnName(idColumn),
+                                          m_statements.tableName(), orderByClause())))
         return false;
     QHash<qint64, qsizetype> places;
     places.reserve(m_rows.size());
@@ -383,64 +375,10 @@ bool UserSongsRelTableModel::deleteRow(int row)
     return true;
 }
 
-/// Runs a statement that must change exactly one row of the table, \a id, or a new row if it is
-/// invalid. Returns null if it does not.
 const QSqlQuery *UserSongsRelTableModel::run(Change change, const QList<int> &columns,
                                              const QVariantList &values, const QVariant &id)
 {
-    QSqlQuery *query = preparedFor(change, columns);
-    if (query == nullptr)
-        return nullptr;
-    for (qsizetype i = 0; i < values.size(); ++i)
-        query->bindValue(m_places.at(columns.at(i)), values.at(i));
-    if (change != Change::Insert)
-        query->bindValue(rowPlace, id);
-    const bool done = query->exec() && query->numRowsAffected() == 1;
-    setLastError(query->lastError());
-    return done ? query : nullptr;
-}
-
-/// The same few changes are made to many rows: their statements are prepared once.
-QSqlQuery *UserSongsRelTableModel::preparedFor(Change change, const QList<int> &columns)
-{
-    const auto key = std::make_pair(change, columns);
-    auto known = m_prepared.find(key);
-    if (known == m_prepared.end()) {
-        QSqlQuery query(database());
-        if (!query.prepare(statementFor(change, columns))) {
-            setLastError(query.lastError());
-            return nullptr;
-        }
-        known = m_prepared.emplace(key, std::move(query)).first;
-    }
-    return &known->second;
-}
-
-QString UserSongsRelTableModel::statementFor(Change change, const QList<int> &columns) const
-{
-    const QString table = quoted(tableName());
-    const QString row = columnName(idColumn) + u'=' + rowPlace;
-    QStringList names;
-    QStringList places;
-    QStringList settings;
-    for (const int column : columns) {
-        names.append(columnName(column));
-        places.append(m_places.at(column));
-        settings.append(names.constLast() + u'=' + places.constLast());
-    }
-    switch (change) {
-    case Change::Insert:
-        return QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-            .arg(table, names.join(u','), places.join(u','));
-    case Change::Update:
-        return QStringLiteral("UPDATE %1 SET %2 WHERE %3").arg(table, settings.join(u','), row);
-    case Change::Delete:
-        break;
-    }
-    return QStringLiteral("DELETE FROM %1 WHERE %2").arg(table, row);
-}
-
-QString UserSongsRelTableModel::quoted(const QString &name) const
-{
-    return database().driver()->escapeIdentifier(name, QSqlDriver::FieldName);
+    const QSqlQuery *query = m_statements.run(change, columns, values, id);
+    setLastError(m_statements.lastError());
+    return query;
 }

@@ -1,18 +1,15 @@
 #pragma once
 
 #include "db/database.h"
+#include "db/rowstatements.h"
 #include "db/transaction.h"
 
 #include <QElapsedTimer>
 #include <QList>
-#include <QSqlQuery>
 #include <QSqlRelationalTableModel>
-#include <QStringList>
 #include <QVariant>
 
-#include <map>
 #include <optional>
-#include <utility>
 
 class SongInfo;
 
@@ -84,7 +81,7 @@ public:
     bool sortAgain();
 
     /// The number of prepared statements: one for each kind of change, for any number of rows.
-    size_t statementCount() const { return m_prepared.size(); }
+    size_t statementCount() const { return m_statements.count(); }
 
     bool select() override;
     void sort(int column, Qt::SortOrder order) override;
@@ -97,8 +94,8 @@ public:
     bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
 
 private:
+    using Change = RowStatements::Change;
     using Row = QVariantList; ///< one value for each column
-    enum class Change { Insert, Update, Delete };
     struct Sort {
         int column;
         Qt::SortOrder order;
@@ -114,10 +111,6 @@ private:
     bool putInOrder();
     const QSqlQuery *run(Change change, const QList<int> &columns, const QVariantList &values,
                          const QVariant &id = {});
-    QSqlQuery *preparedFor(Change change, const QList<int> &columns);
-    QString statementFor(Change change, const QList<int> &columns) const;
-    QString quoted(const QString &name) const;
-    QString columnName(int column) const { return m_columnNames.at(column); }
 
     int m_type = -1;
     int m_title = -1;
@@ -131,13 +124,9 @@ private:
     int m_shortName = -1;
     int m_status = -1;
 
-    QList<int> m_dataColumns;  ///< the columns that updateRow() writes
-    QList<int> m_songColumns;  ///< the columns that addSong() fills
-    QStringList m_columnNames; ///< quoted
-    /// The named placeholder of each column in statements: Qt binds positional ones more slowly.
-    QStringList m_places;
-    /// The prepared statements by kind of change and columns.
-    std::map<std::pair<Change, QList<int>>, QSqlQuery> m_prepared;
+    QList<int> m_dataColumns; ///< the columns that updateRow() writes
+    QList<int> m_songColumns; ///< the columns that addSong() fills
+    RowStatements m_statements;
     QList<Row> m_rows;
     QList<Row> m_unannounced; ///< in the table, but not yet shown
     bool m_announcesEachRow = true;
