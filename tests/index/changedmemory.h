@@ -26,8 +26,8 @@ inline QByteArray playlistRecord(int id)
 
 inline const QDateTime songDate(QDate(2004, 1, 1), QTime(1, 1));
 
-/// A memory whose index is built and whose songs have changed since. The ids of its first index:
-/// A 0, B 1, C 2, D 3, \u00E9 4; a rebuild gives B 0, C 1, D 2, Z 3, \u00E9 4. In every update the
+/// A memory whose index is built and whose songs have changed since. The ids of its first index: A
+/// 0, B 1, C 2, D 3, \u00E9 4; a rebuild gives B 0, C 1, D 2, Z 3, \u00E9 4. In every update the
 /// accented song gets a new one.
 inline void makeChangedMemory(const SampleMemory &memory)
 {
@@ -69,12 +69,12 @@ inline QMap<QString, QByteArray> setOf(const SampleMemory &memory)
     return set;
 }
 
-/// Lets the next run mend \a memory, and looks at all of it. \a before is the set that the run
-/// found which went wrong.
+/// Lets the next run repair \a memory, and checks all of it. \a before is the set before the run
+/// that failed.
 inline void checkRepaired(const SampleMemory &memory, const QMap<QString, QByteArray> &before)
 {
     const auto set = setOf(memory);
-    // Where the run had all done, the playlists are right already.
+    // If the run had finished, the playlists are right already.
     if (set.size() == IndexSet::names().size() && set != before)
         QCOMPARE(SetReader(memory).playlist(songsFile), keptSongs);
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));

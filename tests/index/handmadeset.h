@@ -50,7 +50,7 @@ public:
     static QByteArray three() { return Sample::songRecord("00000003", "THREE", "7800"); }
     static QByteArray four() { return Sample::songRecord("00000007", "FOUR", "0001"); }
 
-    /// Overwrites what stands at \a pos of a file.
+    /// Overwrites the bytes at \a pos of a file.
     void patch(const QString &name, qsizetype pos, const QByteArray &bytes) const
     {
         write(name, read(name).replace(pos, bytes.size(), bytes));
@@ -63,7 +63,7 @@ public:
         patch(name, second * 64, content.mid(first * 64, 64));
     }
     void cut(const QString &name, qsizetype bytes) const { write(name, read(name).chopped(bytes)); }
-    /// Lists playlist 7 with the songs of \a content.
+    /// Adds playlist 7, with \a content as its songs.
     void addPlaylist(const QByteArray &content) const
     {
         write(u"playlist/playlist.dat"_qs, Sample::field("\x07", 32));

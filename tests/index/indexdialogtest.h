@@ -32,7 +32,7 @@ inline const QString noPath = QStringLiteral("Il percorso selezionato non esiste
 inline const QString quietReport =
     QStringLiteral("Ottimizzazione memoria in corso...\nOperazione completata");
 
-/// The dialog on a sample memory with two songs, below a mount folder of the test's own.
+/// The dialog on a sample memory with two songs, below the test's own mount folder.
 class IndexDialogTest : public QObject
 {
 protected:

@@ -20,7 +20,7 @@ namespace Sample
 
 inline const QByteArray anySong = midiSong("Title", "Artist", "Genre");
 
-/// The paths of "index.id2" in its order, decoded here.
+/// The paths in "index.id2", in their order, decoded without the program.
 inline QStringList indexedPaths(const SampleMemory &memory)
 {
     const QByteArray index = memory.read(u"index.id2"_qs);

@@ -6,14 +6,14 @@
 
 #include <QCryptographicHash>
 
-/// The file in which a memory remembers the names that its songs had.
+/// The file of the given names on a memory.
 namespace Sample
 {
 
 inline const QString namesFile = u".brisel2pc/names"_qs;
 inline const QByteArray namesHead = "brisel2pc names 1\n";
 
-/// The line that says what \a fields say.
+/// The line of the file with these \a fields.
 inline QByteArray lineWith(const QByteArray &fields)
 {
     return QCryptographicHash::hash(namesHead + fields, QCryptographicHash::Sha1).toHex().left(8) +
@@ -28,7 +28,7 @@ inline bool updateNames(const SampleMemory &memory)
     return index.updateIndex(memory.root());
 }
 
-/// What \a memory takes a file for that is sent as \a name, both below the root.
+/// The path that a file sent as \a name gets on \a memory, both below the root.
 inline QString place(const SampleMemory &memory, const QString &name)
 {
     GivenNames names;

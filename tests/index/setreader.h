@@ -5,8 +5,8 @@
 #include <QMap>
 #include <QSet>
 
-/// A reader of index sets that shares no code with the program: it finds what the player would
-/// stumble over.
+/// A reader of index sets that shares no code with the program: it finds what the player could not
+/// read.
 class SetReader
 {
 public:
@@ -35,7 +35,7 @@ public:
         check(m_memory.read(u"fsinfos.id2"_qs) == counts, "counts differ");
     }
 
-    /// Empty when all fifteen files belong together.
+    /// Returns the first fault, or an empty text if all fifteen files belong together.
     QString problem() const { return m_problem; }
     QByteArray pathOf(quint32 id) const { return m_paths.value(id); }
     qsizetype songCount() const { return m_paths.size(); }

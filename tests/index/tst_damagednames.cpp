@@ -6,7 +6,7 @@
 
 using namespace Sample;
 
-/// The names that a memory remembers when anybody has written the file.
+/// The given names of a memory when other programs have written their file.
 class TestDamagedNames : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ class TestDamagedNames : public QObject
 private slots:
     void skipsDamagedLines_data();
     void skipsDamagedLines();
-    void goesOnBehindATruncatedLine();
+    void continuesAfterATruncatedLine();
     void refusesHostileLines_data();
     void refusesHostileLines();
     void remembersNoMoreThanAMemoryHolds();
@@ -67,7 +67,7 @@ void TestDamagedNames::skipsDamagedLines()
     QCOMPARE(memory.read(namesFile), lines == namesHead ? "<missing>" : lines);
 }
 
-void TestDamagedNames::goesOnBehindATruncatedLine()
+void TestDamagedNames::continuesAfterATruncatedLine()
 {
     const SampleMemory memory;
     memory.write(u"Firsts-1.mid"_qs, anySong);

@@ -19,7 +19,7 @@ void makeSoundSet(const SampleMemory &memory)
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
 }
 
-/// The notices of an update, which must be true.
+/// The notices of an update, which must succeed.
 QStringList noticesOfUpdate(const SampleMemory &memory)
 {
     ScriptedIndex index;
@@ -41,7 +41,7 @@ void patchFile(const SampleMemory &memory, const QString &name, qsizetype at,
 
 } // namespace
 
-/// Sets whose fifteen files are there, but not what they should be.
+/// Sets of fifteen files with wrong content.
 class TestDamagedSets : public QObject
 {
     Q_OBJECT
@@ -58,9 +58,9 @@ private slots:
     void staysSoundBesideIdsAtTheTop();
     void sortsOutExchangedIds();
     void givesLostIdsBack();
-    void takesAnIdAtTheTopForDamage();
+    void readsAnIdAtTheTopAsDamage();
     void findsNoDamageInSoundSets();
-    void buildsAnewWhereAFileIsMissing();
+    void rebuildsIfAFileIsMissing();
 };
 
 void TestDamagedSets::repairsEachFile_data()
@@ -101,7 +101,7 @@ void TestDamagedSets::repairsEachFile()
                         memory.path(name) + u" -> old-1"_qs);
     QCOMPARE(noticesOfUpdate(memory), expected + QStringList(repaired));
     QVERIFY(QDir(memory.root()).rmdir(u"old-1"_qs) == (damage == u"folder"_qs));
-    // Ids, too: also those that only the lists still have.
+    // The same for ids, including those that only the lists still have.
     QCOMPARE(memory.rootFiles(), before);
     QCOMPARE(noticesOfUpdate(memory), QStringList());
 }
@@ -138,7 +138,7 @@ void TestDamagedSets::repairsFaultyRecords()
     const SetReader reader(memory);
     QCOMPARE(reader.problem(), QString());
     QCOMPARE(memory.read(u"index.id2"_qs).size(), 128);
-    // A song whose record is lost gets its old id by its title, but takes a number first.
+    // A song whose record is lost gets its old id by its title, but uses up a new one first.
     const bool isLost = file == u"index.id2"_qs && !content.startsWith(hex("00000000"));
     QCOMPARE(memory.read(u"title.id2"_qs),
              songRecord("00000000", "ONE", "7800") +
@@ -163,7 +163,7 @@ void TestDamagedSets::movesAFolderAside()
     QCOMPARE(memory.read(u"old-1"_qs), QByteArray("not ours"));
 }
 
-/// Heads that nothing makes doubtful are not read: one that says something else by now shows it.
+/// The heads of songs with valid records are not read: a head that was changed shows that.
 void TestDamagedSets::readsOnlyWhatIsMissing()
 {
     const SampleMemory memory;
@@ -174,7 +174,7 @@ void TestDamagedSets::readsOnlyWhatIsMissing()
         memory.write(name, midiSong("New", "New", "New"));
         memory.setDate(name, date);
     }
-    // "ONE", "THREE", "TWO": the last record is that of B.
+    // "ONE", "THREE", "TWO": the last record belongs to B.
     memory.write(u"title.id2"_qs, titles.left(128));
     QCOMPARE(noticesOfUpdate(memory), QStringList(repaired));
     QCOMPARE(memory.read(u"title.id2"_qs), songRecord("00000001", "NEW", "7800") +
@@ -189,7 +189,7 @@ void TestDamagedSets::keepsTheFirstOfDoubledPaths()
     memory.write(u"playlist/playlist.dat"_qs, field(QByteArray("\7\0", 2), 32));
     memory.write(u"playlist/play0007.dat"_qs,
                  songRecord("00000001", "TWO", "7800") + songRecord("00000000", "ONE", "7800"));
-    // Neighbours in the order of paths, which still rises.
+    // Neighbours in the order of paths, which is still ascending.
     patchFile(memory, u"index.id2"_qs, 64 + 4, "/A.MID");
     QCOMPARE(noticesOfUpdate(memory), QStringList(repaired));
     const SetReader reader(memory);
@@ -226,7 +226,7 @@ void TestDamagedSets::staysSoundBesideIdsAtTheTop()
     QCOMPARE(noticesOfUpdate(memory), QStringList());
 }
 
-/// Also where a new playlist has no path file yet: none is made from such an index.
+/// Also if a new playlist has no path file: none is made from such an index.
 void TestDamagedSets::sortsOutExchangedIds()
 {
     for (const bool isRebuild : {false, true}) {
@@ -253,7 +253,7 @@ void TestDamagedSets::givesLostIdsBack()
     makeSoundSet(memory);
     memory.remove(u"A.MID"_qs);
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
-    // B has the id 1 and C the id 2; nothing but the lists says so any more.
+    // B has the id 1 and C the id 2; only the lists still have them.
     memory.write(u"index.id2"_qs, QByteArray());
     memory.write(u"0.MID"_qs, midiSong("Zero", "Zoe", "Pop"));
     QCOMPARE(noticesOfUpdate(memory), QStringList(repaired));
@@ -264,8 +264,8 @@ void TestDamagedSets::givesLostIdsBack()
     QCOMPARE(reader.pathOf(3), QByteArray("/0.MID"));
 }
 
-/// No id would be left for a new song.
-void TestDamagedSets::takesAnIdAtTheTopForDamage()
+/// There would be no id left for a new song.
+void TestDamagedSets::readsAnIdAtTheTopAsDamage()
 {
     const SampleMemory memory;
     makeSoundSet(memory);
@@ -278,7 +278,7 @@ void TestDamagedSets::takesAnIdAtTheTopForDamage()
     QVERIFY(memory.read(u"index.id2"_qs).contains("/D.MID"));
 }
 
-/// What a set can't say in its bytes is no damage.
+/// A value that the records cannot represent is not damage.
 void TestDamagedSets::findsNoDamageInSoundSets()
 {
     const SampleMemory memory;
@@ -287,7 +287,7 @@ void TestDamagedSets::findsNoDamageInSoundSets()
                             u"\u00C9.MID"_qs,    u"stra\u00DF.mid"_qs};
     for (const QString &name : names)
         memory.write(name, midiSong(QByteArray(70, 'T') + name.toUtf8(), "\xB5\xFF?", "Pop"));
-    // Of fewer than five bytes, and without a tag: "<unknown>" and "<UNKNOWN>" are one group.
+    // Shorter than five bytes, and without a tag: "<unknown>" and "<UNKNOWN>" are one group.
     memory.write(u"0.mid"_qs, QByteArray());
     memory.write(u"Z.mp3"_qs, QByteArray(100, 'x'));
     memory.write(u"1.MID"_qs, midiSong("?", "?", "\x3F?"));
@@ -301,7 +301,7 @@ void TestDamagedSets::findsNoDamageInSoundSets()
     }
 }
 
-void TestDamagedSets::buildsAnewWhereAFileIsMissing()
+void TestDamagedSets::rebuildsIfAFileIsMissing()
 {
     const SampleMemory memory;
     makeSoundSet(memory);

@@ -10,8 +10,8 @@
 using namespace Qt::StringLiterals;
 using namespace Sample;
 
-/// One real memory is pulled in the middle of a run, and another one of the same kind stands in its
-/// place: the run ends and changes nothing there.
+/// A real memory is pulled during a run and replaced by another one: the run ends and changes
+/// nothing on the other one.
 class TestExchangedMemory : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ private slots:
     void leavesTheOtherAloneWhileItReads_data();
     void leavesTheOtherAloneWhileItReads();
     void leavesTheOtherAloneWhileItWrites();
-    void takesItsMarkAwayAtTheEnd();
+    void removesItsMarkAtTheEnd();
 };
 
 namespace
@@ -31,8 +31,8 @@ namespace
 
 const QString pulledSong = u"A long name.mid"_s;
 
-/// Pulls the memory and puts another one in its place, whose songs want to be renamed and which
-/// holds an index of its own. Gives its files.
+/// Replaces the memory by another one that has long names and an index. Returns the files of the
+/// other one.
 QMap<QString, QByteArray> exchange(const SampleMemory &memory, std::optional<SmallDisk> &disk)
 {
     disk.reset();
@@ -136,7 +136,7 @@ void TestExchangedMemory::leavesTheOtherAloneWhileItWrites()
     }
 }
 
-void TestExchangedMemory::takesItsMarkAwayAtTheEnd()
+void TestExchangedMemory::removesItsMarkAtTheEnd()
 {
     const SampleMemory memory;
     copyChangedMemory(memory);

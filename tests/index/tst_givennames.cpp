@@ -16,7 +16,7 @@ void move(const SampleMemory &memory, const QString &from, const QString &to)
 
 } // namespace
 
-/// What a memory remembers of the long names that its songs had.
+/// The long names that a memory's songs had before they were shortened.
 class TestGivenNames : public QObject
 {
     Q_OBJECT
@@ -208,7 +208,7 @@ void TestGivenNames::forgetsDeletedSongs()
     QVERIFY(!memory.has(u".brisel2pc"_qs));
 }
 
-/// Not even root can look through a name that is too long.
+/// Not even root can look up a name that is too long.
 void TestGivenNames::forgetsNothingInAClosedFolder()
 {
     const SampleMemory memory;

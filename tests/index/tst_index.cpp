@@ -19,7 +19,7 @@ private slots:
     void keepsIdsAcrossUpdates();
     void readsChangedSongsAgain();
     void keepsSongThatCannotBeLookedAt();
-    void indexesAccentedPathsAnew();
+    void givesAccentedPathsNewIds();
     void readsHeadOfMisreadPathAgain();
     void keepsSongRenamedInCaseOnly();
     void walksFoldersInOrder();
@@ -94,7 +94,7 @@ void TestIndex::writesNothingWhenNothingChanged()
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(QFileInfo(memory.path(u"index.id2"_qs)).lastModified(), old);
     QCOMPARE(QFileInfo(memory.path(u"fsinfos.id2"_qs)).lastModified(), old);
-    // No song at all: the update leaves the old files as they are, too.
+    // No song at all: the update leaves the old files unchanged, too.
     memory.remove(u"A.MID"_qs);
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(QFileInfo(memory.path(u"index.id2"_qs)).lastModified(), old);
@@ -205,14 +205,14 @@ void TestIndex::keepsSongThatCannotBeLookedAt()
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/A.MID"_qs, u"/B.MID"_qs, u"/C.MID"_qs}));
     QVERIFY(titles(memory).contains(u"KEPT"_qs));
-    // A folder in its place is no longer the song.
+    // A folder of the same name is not the song.
     memory.remove(u"A.MID"_qs);
     QVERIFY(QDir().mkpath(memory.path(u"A.MID"_qs)));
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList({u"/B.MID"_qs, u"/C.MID"_qs}));
 }
 
-void TestIndex::indexesAccentedPathsAnew()
+void TestIndex::givesAccentedPathsNewIds()
 {
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
@@ -225,8 +225,8 @@ void TestIndex::indexesAccentedPathsAnew()
 
 void TestIndex::readsHeadOfMisreadPathAgain()
 {
-    // 0xEA stands for U+00DB in the code page, and is U+00EA in Latin-1: the record of the first
-    // song looks like that of the second.
+    // 0xEA is U+00DB in the code page and U+00EA in Latin-1: the record of the first song looks
+    // like the record of the second.
     const SampleMemory memory;
     const QDateTime moment(QDate(2010, 5, 6), QTime(7, 8, 9));
     memory.write(u"\u00DB.MID"_qs, midiSong("First", "A", "G"));
@@ -395,7 +395,7 @@ void TestIndex::endsInThePerSongPass()
 
 void TestIndex::keepsRoomForNoSongInAnotherPlace()
 {
-    // The memory is pulled in the middle and its mount folder stays, empty.
+    // The memory is pulled during the run and its mount folder stays, empty.
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
@@ -424,7 +424,7 @@ void TestIndex::leavesAnotherMemoryAlone_data()
 
 void TestIndex::leavesAnotherMemoryAlone()
 {
-    // The memory is pulled in the middle, and another of the same name is put in its place.
+    // The memory is pulled during the run and replaced by another one of the same name.
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, anySong);
     QVERIFY(ScriptedIndex().createIndex(memory.root()));

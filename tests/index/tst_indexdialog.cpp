@@ -5,7 +5,7 @@ using namespace Sample;
 namespace
 {
 
-/// Counts the paintings of one widget.
+/// Counts the paint events of one widget.
 class PaintCounter : public QObject
 {
 public:
@@ -36,7 +36,7 @@ public:
 
 } // namespace
 
-/// What the dialog shows, how a run starts and how it ends.
+/// The dialog's controls, and how a run starts and ends.
 class TestIndexDialog : public IndexDialogTest
 {
     Q_OBJECT
@@ -56,7 +56,7 @@ private slots:
     void namesAThousandRefusedFiles();
     void asksBeforeItRenames();
     void listsNoticesAsNoErrors();
-    void forgetsErrorsOfTheRunBefore();
+    void clearsErrorsOfTheRunBefore();
     void resetsProgressAfterFailure();
     void endsRunWithoutQuestionAtQuit();
     void refusesToCloseWhileWorking();
@@ -235,7 +235,7 @@ void TestIndexDialog::listsNoticesAsNoErrors()
     QCOMPARE(m_dialog->report()->text(), u'\n' + notice + u'\n');
 }
 
-void TestIndexDialog::forgetsErrorsOfTheRunBefore()
+void TestIndexDialog::clearsErrorsOfTheRunBefore()
 {
     reportsRefusedFiles();
     QDir(m_memory->path(QStringLiteral("FOLDER1"))).removeRecursively();
@@ -272,7 +272,7 @@ void TestIndexDialog::endsRunWithoutQuestionAtQuit()
     QVERIFY(m_memory->has(QStringLiteral("A very long name.mid")));
     QVERIFY(!m_memory->has(QStringLiteral("fsinfos.id2")));
     QVERIFY(startButton()->isEnabled());
-    // The quit comes again once the run is over; here it must not end the test program.
+    // The quit is repeated after the run; here it must not end the test program.
     QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
 }
 
@@ -318,7 +318,7 @@ void TestIndexDialog::keepsPaintingWhileWorking()
     });
     watch.start();
     const PaintCounter paintings(child<QLabel>("labelCurrPath"));
-    // A quick machine is done with few songs before the second look; it gets more of them.
+    // A fast machine finishes few songs before the bar is read twice; then the test adds more.
     for (int songs = 1500; songs <= 24000 && paths.size() <= 2; songs *= 4) {
         addSongs(songs);
         m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
@@ -343,7 +343,7 @@ void TestIndexDialog::changesLabelsOnlyToPaintThem()
     watch.start(0);
     m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
     press();
-    // Each look is one breath. The bar goes back where a part of the run begins and at its end.
+    // One reading for each processing of events. The bar starts again at each stage and at the end.
     constexpr int parts = 4;
     QVERIFY2(changes <= looks + 2 * parts, qPrintable(QString::number(changes)));
     QVERIFY(changes > 0);

@@ -15,7 +15,7 @@ const QString notDone = QStringLiteral("Controllo memoria non eseguito!");
 
 } // namespace
 
-/// The box "Controlla struttura memoria" of the dialog, ticked and not.
+/// The checkbox "Controlla struttura memoria" of the dialog, checked and unchecked.
 class TestIndexDialogCheck : public QObject
 {
     Q_OBJECT
@@ -25,13 +25,13 @@ private slots:
     void cleanup();
 
     void checksNothingWithoutTheTick();
-    void saysThatAllIsWell();
+    void reportsAFaultlessMemory();
     void listsFindingsAfterAnUpdate();
     void reportsARepair();
-    void tellsOfDamageThatARebuildLeaves();
+    void reportsDamageThatARebuildLeaves();
     void countsFindingsAmongTheErrors();
     void checksNothingAfterAFailure();
-    void saysWhenTheMemoryIsGone();
+    void reportsAMemoryThatWasPulled();
     void endsWithoutABoxAtQuit();
     void showsItsProgress();
 
@@ -55,7 +55,7 @@ private:
     }
     void start() const { QTest::mouseClick(child<QPushButton>("pushButtonStart"), Qt::LeftButton); }
     void indexWithoutCheck();
-    /// Calls \a step as soon as the report says that the check begins.
+    /// Calls \a step as soon as the report shows that the check begins.
     void whenCheckBegins(const std::function<void()> &step) const;
     void damageTitles() const;
 
@@ -100,7 +100,7 @@ void TestIndexDialogCheck::whenCheckBegins(const std::function<void()> &step) co
     });
 }
 
-/// The first title, of the song with the id 0, becomes that of another id.
+/// The first title, of the song with the id 0, gets another id.
 void TestIndexDialogCheck::damageTitles() const
 {
     const QByteArray titles = m_memory->read(QStringLiteral("title.id2"));
@@ -110,7 +110,7 @@ void TestIndexDialogCheck::damageTitles() const
 void TestIndexDialogCheck::checksNothingWithoutTheTick()
 {
     indexWithoutCheck();
-    // An update doesn't look into this one.
+    // An update does not read this file.
     m_memory->write(QStringLiteral("playlist/playlist.dat"),
                     QByteArray("\7\0", 2) + QByteArray(30, '\0'));
     m_memory->write(QStringLiteral("playlist/play0007.dat"), QByteArray(63, 'x'));
@@ -121,7 +121,7 @@ void TestIndexDialogCheck::checksNothingWithoutTheTick()
     QVERIFY(!IndexDialog::checkDisk(m_memory->root()));
 }
 
-void TestIndexDialogCheck::saysThatAllIsWell()
+void TestIndexDialogCheck::reportsAFaultlessMemory()
 {
     tick();
     indexWithoutCheck();
@@ -155,7 +155,7 @@ void TestIndexDialogCheck::listsFindingsAfterAnUpdate()
                           QStringLiteral("Operazione completata")}));
 }
 
-/// A repair is no error, but the user is to know of it.
+/// A repair is not an error, but it is reported.
 void TestIndexDialogCheck::reportsARepair()
 {
     indexWithoutCheck();
@@ -171,7 +171,7 @@ void TestIndexDialogCheck::reportsARepair()
     QCOMPARE(m_memory->read(QStringLiteral("fsinfos.id2")), counts);
 }
 
-void TestIndexDialogCheck::tellsOfDamageThatARebuildLeaves()
+void TestIndexDialogCheck::reportsDamageThatARebuildLeaves()
 {
     tick();
     chooseRebuild();
@@ -198,7 +198,7 @@ void TestIndexDialogCheck::countsFindingsAmongTheErrors()
                     songRecord("00000063", "GONE", "7800"));
     tick();
     chooseRebuild();
-    // A playlist is no reason to format a memory.
+    // A damaged playlist is no reason to format a memory.
     m_script->expectMessage(boxTitle, someErrors, QMessageBox::Ok);
     start();
     QCOMPARE(
@@ -219,7 +219,7 @@ void TestIndexDialogCheck::checksNothingAfterAFailure()
                                     QStringLiteral("Operazione completata")}));
 }
 
-void TestIndexDialogCheck::saysWhenTheMemoryIsGone()
+void TestIndexDialogCheck::reportsAMemoryThatWasPulled()
 {
     tick();
     whenCheckBegins([this] { QDir(m_memory->root()).removeRecursively(); });
@@ -239,7 +239,7 @@ void TestIndexDialogCheck::endsWithoutABoxAtQuit()
     QCOMPARE(report().mid(1), QStringList({QStringLiteral("Controllo memoria"),
                                            QStringLiteral("Operazione completata")}));
     QVERIFY(child<QPushButton>("pushButtonStart")->isEnabled());
-    // The quit comes again once the run is over; here it must not end the test program.
+    // The quit is repeated after the run; here it must not end the test program.
     QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
 }
 

@@ -2,7 +2,7 @@
 
 using namespace Sample;
 
-/// Which folder the dialog takes for the memory.
+/// The folder that the dialog uses as the memory.
 class TestIndexDialogFolder : public IndexDialogTest
 {
     Q_OBJECT
@@ -127,7 +127,7 @@ void TestIndexDialogFolder::refusesMissingAndEmptyPaths()
         m_script->expectMessage(boxTitle, noPath, QMessageBox::Ok);
         press();
     }
-    // An empty folder would be the working folder.
+    // An empty path would be the working folder.
     typePath(QString());
     m_script->expectMessage(boxTitle, noPath, QMessageBox::Ok);
     press(Qt::ShiftModifier);

@@ -236,7 +236,7 @@ void TestIndexFiles::writesPathsInTheirCodePage()
     const QByteArray index = memory.read(u"index.id2"_qs);
     QCOMPARE(index.mid(4, 7), QByteArray("/\x82.MID\0", 7));
     QCOMPARE(index.mid(68, 7), QByteArray("/?.MID\0", 7));
-    // In path order "?" stands before the accented letter, in title order Latin-1 is kept.
+    // In path order "?" is before the accented letter; in title order Latin-1 is kept.
     QCOMPARE(memory.read(u"ordfile.id2"_qs), hex("01000000"));
     QCOMPARE(memory.read(u"title.id2"_qs).mid(68, 4), QByteArray("\xC9T\xC9\0", 4));
 }
@@ -262,7 +262,7 @@ void TestIndexFiles::givesSongsWithoutNameNoHeader()
              songRecord("00000000", "A", "0000") + songRecord("00000000", "A", "0000"));
 }
 
-/// Letters that Latin-1 lacks are all '?' in the records: each is entered for itself.
+/// Letters that Latin-1 lacks are all '?' in the records: each gets its own entry.
 void TestIndexFiles::entersTitlesThatBecomeQuestionMarks()
 {
     SongInfoIndex other;
@@ -276,7 +276,7 @@ void TestIndexFiles::entersTitlesThatBecomeQuestionMarks()
     QCOMPARE(file.alphabet.bytes().mid(entryOfI, 4), hex("00000040"));
 }
 
-/// Larger playlists than a run keeps at hand are read back from where they were staged.
+/// Playlists that are too large for a run's memory are read back from the staging folder.
 void TestIndexFiles::putsAnyNumberOfPlaylistsInPlace()
 {
     constexpr int playlists = 17;

@@ -8,8 +8,8 @@
 
 using namespace Sample;
 
-/// Runs on a real file system that is full: what is left is the whole old set or the whole new one,
-/// and with room again the next run has nothing to repair.
+/// Runs on a real file system that is full: they leave the whole old set or the whole new one, and
+/// with enough room the next run has nothing to repair.
 class TestIndexFullDisk : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ namespace
 
 constexpr qint64 diskSize = 4 << 20; ///< bytes
 
-/// Takes all the room of \a memory but \a pages.
+/// Fills \a memory up to \a pages free pages.
 void fill(const SampleMemory &memory, int pages)
 {
     QFile filler(memory.path(u"filler"_qs));
@@ -56,7 +56,7 @@ void TestIndexFullDisk::survivesEverySize()
     QFETCH(bool, isRebuild);
     int kept = 0;
     int whole = 0;
-    constexpr int sizes = 64; // more than two sets and the playlist take
+    constexpr int sizes = 64; // pages: more than two sets and the playlist need
     for (int pages = 0; pages < sizes; ++pages) {
         const SampleMemory memory;
         const SmallDisk disk(memory.root(), diskSize);

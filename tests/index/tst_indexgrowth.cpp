@@ -8,7 +8,7 @@
 
 using namespace Sample;
 
-/// A full index: as many songs as 16-bit record numbers can tell apart.
+/// A full index: as many songs as there are 16-bit record numbers.
 class TestIndexGrowth : public QObject
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ void TestIndexGrowth::refusesSong65536()
     QCOMPARE(errors.first().first().toString(),
              u"File non importato, memoria piena: "_qs + memory.path(u"ZZ.MID"_qs));
     QCOMPARE(found.size(), 1);
-    // All the others had vanished: now there is room, and the numbers begin again at the start.
+    // All other songs were removed: now there is room, and the numbers start at the beginning.
     QCOMPARE(memory.read(u"index.id2"_qs), QByteArray());
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs).mid(4, 8), QByteArray("/ZZ.MID\0", 8));

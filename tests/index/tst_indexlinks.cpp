@@ -16,7 +16,7 @@ QString leftOut(const QString &path)
 
 } // namespace
 
-/// Nothing outside of a memory is indexed or renamed, whatever a link on it says.
+/// Links on a memory never cause a file outside of it to be indexed or renamed.
 class TestIndexLinks : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ private slots:
     void followsLinksWithinTheMemory();
     void reportsEachLinkOutOnce();
     void leavesOtherDisksAlone();
-    void renamesNothingThroughALinkThatIsExchangedMeanwhile();
+    void renamesNothingThroughALinkThatAppearsBeforeTheRename();
     void indexesNothingBehindAFolderThatBecomesALinkInItsQuestion_data();
     void indexesNothingBehindAFolderThatBecomesALinkInItsQuestion();
     void writesNothingThroughALinkInPlaceOfThePlaylists();
@@ -64,7 +64,7 @@ void TestIndexLinks::followsLinksWithinTheMemory()
     index.setRenameQuestion(always(1));
     const QSignalSpy errors(&index, &Index::errorFromIndex);
     QVERIFY(index.createIndex(memory.root()));
-    // The first way to a folder counts, and a link has a name of its own.
+    // The first path to a folder counts, and a link has its own name.
     QCOMPARE(indexedPaths(memory), QStringList({u"/Alongw-1/Alongn-1.mid"_qs, u"/Alongw-1/D.MID"_qs,
                                                 u"/Clongn-1.mid"_qs}));
     QVERIFY(memory.has(u"B/Alongn-1.mid"_qs));
@@ -112,7 +112,7 @@ void TestIndexLinks::leavesOtherDisksAlone()
     QCOMPARE(indexedPaths(memory), QStringList{u"/A.MID"_qs});
 }
 
-void TestIndexLinks::renamesNothingThroughALinkThatIsExchangedMeanwhile()
+void TestIndexLinks::renamesNothingThroughALinkThatAppearsBeforeTheRename()
 {
     const SampleMemory home;
     home.write(u"A long name.mid"_qs, anySong);
@@ -205,7 +205,7 @@ void TestIndexLinks::dropsSongsOutsideFromAnOldIndex()
     QCOMPARE(indexedIds(memory), QList<int>{0});
 }
 
-/// A known song, a link by now, and beside it a song whose name differs in letter case only.
+/// A song of the index that was replaced by a link, beside a song whose name differs only in case.
 void TestIndexLinks::takesTheSongInPlaceOfALinkThatDiffersInCase()
 {
     const SampleMemory home;

@@ -31,7 +31,7 @@ QStringList errorsOf(const SampleMemory &memory)
     const QSignalSpy again(&next, &Index::errorFromIndex);
     if (!next.updateIndex(memory.root()))
         qFatal("no update");
-    // What is not changed is said again by each run.
+    // Each run reports it again until it is changed.
     if (texts(again) != built)
         qFatal("the update says: %s", qPrintable(texts(again).join(u'\n')));
     return built;
@@ -53,7 +53,7 @@ void makeSocket(const QString &path)
 
 } // namespace
 
-/// What stands on a memory and can't be a song of the index, although the user may think so.
+/// Entries of a memory that can't be songs of the index, although the user may expect it.
 class TestIndexMissed : public QObject
 {
     Q_OBJECT
@@ -65,7 +65,7 @@ private slots:
     void reportsLinksThatLeadNowhere();
     void reportsLinksThatLeadRound();
     void reportsNamesThatAreNoText();
-    void saysAllOfItOnce();
+    void reportsEachOnce();
 };
 
 void TestIndexMissed::reportsNamesThatThePlayerCannotOpen()
@@ -151,7 +151,7 @@ void TestIndexMissed::reportsNamesThatAreNoText()
 }
 
 /// The check finds nothing more.
-void TestIndexMissed::saysAllOfItOnce()
+void TestIndexMissed::reportsEachOnce()
 {
     const SampleMemory memory;
     memory.write(u"B.MID"_qs, anySong);

@@ -17,10 +17,10 @@ private slots:
     void renamesFoldersButNeverTheRoot();
     void obeysTheAnswers_data();
     void obeysTheAnswers();
-    void takesGraphicsAlong();
+    void renamesTheGraphicsFileToo();
     void reportsEachNewName();
     void reportsFailedRename();
-    void replacesNothingThatAppearsMeanwhile();
+    void replacesNothingThatAppearsBeforeTheRename();
 };
 
 void TestIndexNames::shortensLongNames()
@@ -153,7 +153,7 @@ void TestIndexNames::obeysTheAnswers()
                      : QStringList({u"/A long name.mid"_qs, u"/B long name.mid"_qs}));
 }
 
-void TestIndexNames::takesGraphicsAlong()
+void TestIndexNames::renamesTheGraphicsFileToo()
 {
     const SampleMemory memory;
     memory.write(u"A long name.mp3"_qs, mp3Song("T", "A", "G"));
@@ -204,7 +204,7 @@ void TestIndexNames::reportsFailedRename()
     QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});
 }
 
-void TestIndexNames::replacesNothingThatAppearsMeanwhile()
+void TestIndexNames::replacesNothingThatAppearsBeforeTheRename()
 {
     const SampleMemory memory;
     memory.write(u"A long name.mp3"_qs, anySong);

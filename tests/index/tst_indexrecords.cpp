@@ -63,7 +63,7 @@ void TestIndexRecords::readsSongRecords_data()
 void TestIndexRecords::readsSongRecords()
 {
     QFETCH(QByteArray, end);
-    // A neighbour on either side, and a title that fills its field.
+    // Songs before and after it, and a title that fills its field.
     const QByteArray title(58, 'T');
     const QByteArray file = songRecord("01010101", "BEFORE", "1109") +
                             songRecord("00000007", title, end.constData()) +
@@ -77,7 +77,7 @@ void TestIndexRecords::readsSongRecords()
     QTEST(int(record.flag), "flag");
 }
 
-/// Its field has five bits.
+/// The field has five bits.
 void TestIndexRecords::readsOneBitOfTheFlag()
 {
     SongRecord record;
@@ -143,7 +143,7 @@ void TestIndexRecords::updateKeepsWhatTheSetSays_data()
     readsSongRecords_data();
 }
 
-/// A song that did not change is not read again: its last bytes come from the old set.
+/// An unchanged song is not read again: its last bytes come from the old set.
 void TestIndexRecords::updateKeepsWhatTheSetSays()
 {
     QFETCH(QByteArray, end);
@@ -151,7 +151,7 @@ void TestIndexRecords::updateKeepsWhatTheSetSays()
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("Title", "Artist", "Genre"));
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
-    // The song does not have what the records say now.
+    // The records now have values that the song does not have.
     const QByteArray known = songRecord("00000000", "TITLE", end.constData());
     const QByteArray artist = groupHeader("00000001", "ARTIST");
     const QByteArray genre = groupHeader("00000001", "GENRE");

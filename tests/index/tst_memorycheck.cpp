@@ -57,8 +57,8 @@ QByteArray randomText(std::mt19937 &random)
 
 } // namespace
 
-/// A set that the program itself wrote has no finding, whatever songs it holds and whatever
-/// happened to them; and how the check behaves as a run.
+/// A set that the program itself wrote has no findings, for all kinds of songs and changes; and how
+/// the check behaves as a run.
 class TestMemoryCheck : public QObject
 {
     Q_OBJECT
@@ -69,16 +69,16 @@ private slots:
     void findsNothingInRandomTexts();
     void findsNothingInSampleSongs();
     void findsNothingWithPlaylistsOfAccentedSongs();
-    void tellsOfSongsThatChangedSince();
-    void passesOverWhatTheIndexPassesOver();
+    void reportsSongsChangedSinceTheRun();
+    void skipsWhatTheIndexSkips();
     void changesNothing();
-    void tellsItsProgress();
+    void reportsItsProgress();
     void endsWhenAskedTo();
     void findsNoMemory();
     void takesStepsInProportion();
 
 private:
-    /// Looks after a build, after updates and after a rebuild, with songs gone and come.
+    /// Checks after a build, after updates and after a rebuild, with songs added and removed.
     static void compareThroughChanges(const SampleMemory &memory, const QStringList &gone);
 };
 
@@ -103,7 +103,7 @@ void TestMemoryCheck::compareThroughChanges(const SampleMemory &memory, const QS
 
 void TestMemoryCheck::findsNothingInOddNames()
 {
-    // Whole songs and scraps, which keep their names as titles, and not in upper case.
+    // Whole songs and fragments; fragments have their file names as titles, not in upper case.
     for (const QByteArray &content : {midiSong("", "", ""), QByteArray("abcd"), QByteArray()}) {
         const SampleMemory memory;
         for (const QString &name : oddNames)
@@ -171,8 +171,8 @@ void TestMemoryCheck::findsNothingWithPlaylistsOfAccentedSongs()
     const QByteArray titles = memory.read(u"title.id2"_qs);
     memory.write(u"playlist/playlist.dat"_qs, field("\x01", 32));
     memory.write(u"playlist/play0001.dat"_qs, titles + titles.mid(64, 64));
-    // The first update makes the path files and mends the playlist, later ones leave it alone: the
-    // ids that it has for songs with other characters are then those of no song any more.
+    // The first update makes the path files and corrects the playlist, later ones leave it alone:
+    // its ids of songs with other characters then belong to no song.
     for (int update = 0; update < 3; ++update) {
         QVERIFY(indexed(memory.root()));
         QCOMPARE(checked(memory.root()), u"clean"_qs);
@@ -182,7 +182,7 @@ void TestMemoryCheck::findsNothingWithPlaylistsOfAccentedSongs()
     QCOMPARE(checked(memory.root()), u"clean"_qs);
     QVERIFY(indexed(memory.root(), true));
     QCOMPARE(checked(memory.root()), u"clean"_qs);
-    // Behind the songs that are left stand the old last records, and these follow, too.
+    // The old last records follow the remaining songs, and they are updated, too.
     memory.remove(u"A.MID"_qs);
     memory.remove(u"Z.MID"_qs);
     QVERIFY(indexed(memory.root(), true));
@@ -194,7 +194,7 @@ void TestMemoryCheck::findsNothingWithPlaylistsOfAccentedSongs()
              u"playlist/play0001.dat, posto 4: la song non è nell'indice"_qs);
 }
 
-void TestMemoryCheck::tellsOfSongsThatChangedSince()
+void TestMemoryCheck::reportsSongsChangedSinceTheRun()
 {
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("One", "Anna", "Pop"));
@@ -206,7 +206,7 @@ void TestMemoryCheck::tellsOfSongsThatChangedSince()
                                      "index.id2: manca la song /<b>Я</b> .MID"_qs);
 }
 
-void TestMemoryCheck::passesOverWhatTheIndexPassesOver()
+void TestMemoryCheck::skipsWhatTheIndexSkips()
 {
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("One", "Anna", "Pop"));
@@ -222,7 +222,7 @@ void TestMemoryCheck::passesOverWhatTheIndexPassesOver()
     QVERIFY(indexed(memory.root()));
     QCOMPARE(checked(memory.root()), u"clean"_qs);
     QCOMPARE(memory.read(u"index.id2"_qs).size(), 2 * 64);
-    // A known song stays in the index when it is hidden by a folder that can't be looked into.
+    // A song of the index stays in it if its folder can't be read.
     memory.write(u"Y/F.MID"_qs, midiSong("Seven", "Anna", "Pop"));
     QVERIFY(indexed(memory.root()));
     QFile(memory.path(u"Y"_qs)).setPermissions({});
@@ -244,7 +244,7 @@ void TestMemoryCheck::changesNothing()
     QCOMPARE(memory.rootFiles(), before);
 }
 
-void TestMemoryCheck::tellsItsProgress()
+void TestMemoryCheck::reportsItsProgress()
 {
     const SampleMemory memory;
     memory.write(u"A.MID"_qs, midiSong("One", "Anna", "Pop"));
@@ -292,7 +292,7 @@ void TestMemoryCheck::findsNoMemory()
     QVERIFY(indexed(memory.root()));
     QCOMPARE(checked(memory.path(u"nowhere"_qs)), u"not done"_qs);
     QCOMPARE(checked(memory.path(u"A.MID"_qs)), u"not done"_qs);
-    // Pulled in the middle, and another one mounted in its place.
+    // The memory is pulled during the check and replaced by another one.
     ScriptedCheck check;
     connect(&check, &MemoryCheck::currentPathChanged, this, [&](const QString &path) {
         if (path != memory.path(u"title.id2"_qs))
@@ -308,7 +308,7 @@ void TestMemoryCheck::takesStepsInProportion()
 {
     const auto stepsFor = [](int songs) {
         const SampleMemory memory;
-        // Names with one key, one artist, and one title: what could make it compare each with each.
+        // Names with one key, one artist and one title: the worst case for comparisons.
         for (int i = 0; i < songs; ++i)
             memory.write(u"%1/Я%2.MID"_qs.arg(i % 10).arg(QChar(0x4E00 + i)),
                          midiSong("Song", "Band", "Pop"));

@@ -18,7 +18,7 @@ struct Damage {
     QStringList lines;
 };
 
-/// What is wrong with paths, ids and the order of paths.
+/// Damage to paths, ids and the order of paths.
 QList<Damage> pathDamages()
 {
     return {
@@ -79,7 +79,7 @@ QList<Damage> pathDamages()
     };
 }
 
-/// What is wrong with lists, groups, alphabet tables and counts.
+/// Damage to lists, groups, alphabet tables and counts.
 QList<Damage> listDamages()
 {
     return {
@@ -216,7 +216,7 @@ QList<Damage> playlistDamages()
 
 } // namespace
 
-/// Every kind of damage to a set that was written out by hand, and the very lines that tell of it.
+/// Every kind of damage to a set written out by hand, and the exact lines that report it.
 class TestMemoryDamage : public QObject
 {
     Q_OBJECT
@@ -228,8 +228,8 @@ private slots:
     void findsMissingAndCutFiles_data();
     void findsMissingAndCutFiles();
     void findsFilesOfAnotherKind();
-    void tellsDamageFromChange();
-    void passesOverWhatPlaylistsMayHold();
+    void distinguishesDamageFromChange();
+    void skipsWhatPlaylistsMayHold();
     void countsWhatWouldFillTheReport();
 
 private:
@@ -303,8 +303,8 @@ void TestMemoryDamage::findsFilesOfAnotherKind()
                                          u"atitle.id2: lunghezza errata: 512 byte"_qs}));
 }
 
-/// Formatting helps against the one only.
-void TestMemoryDamage::tellsDamageFromChange()
+/// Formatting the memory helps only against damage.
+void TestMemoryDamage::distinguishesDamageFromChange()
 {
     const HandMadeSet set;
     set.addPlaylist(songRecord("00000002", "GONE", "7800"));
@@ -318,17 +318,17 @@ void TestMemoryDamage::tellsDamageFromChange()
     QVERIFY(check.hasDamage());
 }
 
-void TestMemoryDamage::passesOverWhatPlaylistsMayHold()
+void TestMemoryDamage::skipsWhatPlaylistsMayHold()
 {
     const HandMadeSet set;
-    // Tempo and kind are not the title, nor is what stands behind its end.
+    // Tempo and type are not part of the title, nor are the bytes after its end.
     set.addPlaylist(HandMadeSet::one() + songRecord("00000003", "THREE", "0009") +
                     songRecord("00000007", QByteArray("FOUR\0x", 6), "0001"));
     QCOMPARE(findings(set), QStringList());
-    // A playlist that is listed but was never filled.
+    // A playlist that is listed but has no songs file.
     set.remove(u"playlist/play0007.dat"_qs);
     QCOMPARE(findings(set), QStringList());
-    // Without titles there is nothing to compare with.
+    // Without titles there is nothing to compare.
     set.addPlaylist(songRecord("00000001", "THREE", "7800"));
     set.write(u"title.id2"_qs, "short");
     QCOMPARE(findings(set), QStringList{u"title.id2: lunghezza errata: 5 byte"_qs});

@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QTest>
 
-/// The four-way question, answered as a user does.
+/// The four-way question, answered by clicks and keys.
 class TestNoCopyrightDialog : public QObject
 {
     Q_OBJECT

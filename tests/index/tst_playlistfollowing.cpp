@@ -32,14 +32,14 @@ void fillPlaylist(const SampleMemory &memory, const QByteArray &playlist)
 
 } // namespace
 
-/// Playlists that follow their songs where no path file is turned back into ids.
+/// Playlists that follow their songs without being read back from a path file.
 class TestPlaylistFollowing : public QObject
 {
     Q_OBJECT
 
 private slots:
     void exchangesEntriesWhereTheyStand();
-    void takesANewTitleOver();
+    void copiesANewTitle();
     void givesEntriesTheTitlesOfTheirSongs();
     void keepsASongThatComesBack();
     void keepsPathsThatTheIndexLacks();
@@ -54,18 +54,18 @@ void TestPlaylistFollowing::exchangesEntriesWhereTheyStand()
 {
     const SampleMemory memory;
     memory.write(u"\u00E9.MID"_qs, midiSong("E", "Artist", "Genre"));
-    // By their paths the songs are A, B, C and the accented one.
+    // In the order of their paths the songs are A, B, C and the accented one.
     fillPlaylist(memory, songRecord("00000003", "E", "7800") + entryB +
                              songRecord("00000003", "E", "7800"));
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     memory.remove(u"B.MID"_qs);
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
-    // The song that has gone stays where it was.
+    // The entry of the removed song stays where it was.
     const QByteArray e = songRecord("00000005", "E", "7800");
     QCOMPARE(memory.read(followedSongs), e + entryB + e);
 }
 
-void TestPlaylistFollowing::takesANewTitleOver()
+void TestPlaylistFollowing::copiesANewTitle()
 {
     const SampleMemory memory;
     fillPlaylist(memory, entryA + entryB + songRecord("00000000", "A", "5000"));
@@ -108,8 +108,8 @@ void TestPlaylistFollowing::keepsASongThatComesBack()
     QCOMPARE(SetReader(memory).playlist(followedSongs), QList<QByteArray>{"/Canzon-1.MID"});
 }
 
-/// The index may know less than the path file: another playlist without one is no reason to lose
-/// it.
+/// The index may have fewer songs than the path file: another playlist without a path file must not
+/// cause this one to be lost.
 void TestPlaylistFollowing::keepsPathsThatTheIndexLacks()
 {
     const SampleMemory memory;
@@ -125,7 +125,7 @@ void TestPlaylistFollowing::keepsPathsThatTheIndexLacks()
     QCOMPARE(memory.read(followedSongs), songRecord("00000003", "B", "7800"));
 }
 
-/// As a cut can leave it on some memories.
+/// A power cut can leave this on some memories.
 void TestPlaylistFollowing::fillsAnEmptyPathFile()
 {
     const SampleMemory memory;
@@ -137,7 +137,7 @@ void TestPlaylistFollowing::fillsAnEmptyPathFile()
     QCOMPARE(memory.read(followedSongs), entryA + entryB);
 }
 
-/// What a title says counts where the index is not to be trusted, and only there.
+/// Titles are used if the index can't be trusted, and only then.
 void TestPlaylistFollowing::trustsIdsOfASoundIndex()
 {
     const SampleMemory memory;
@@ -161,7 +161,7 @@ void TestPlaylistFollowing::givesIdsOfDeadEntriesToNoSong()
     QVERIFY(ScriptedIndex().updateIndex(memory.root()));
     QCOMPARE(memory.read(followedSongs), entryA + entryC);
     QCOMPARE(SetReader(memory).pathOf(3), QByteArray("/D.MID"));
-    // A rebuild counts from 0 as long as that harms nobody.
+    // A rebuild counts from 0 if no playlist entry can get a wrong song.
     memory.write(followedSongs, entryA + songRecord("00000063", "C", "7800"));
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(SetReader(memory).pathOf(2), QByteArray("/D.MID"));
@@ -174,7 +174,7 @@ void TestPlaylistFollowing::givesIdsOfDeadEntriesToNoSong()
              songRecord("00000002", "A", "7800") + songRecord("00000001", "GONE", "7800"));
 }
 
-/// A song that is renamed to the path of another one has its id.
+/// A song that is renamed to the path of another one gets its id.
 void TestPlaylistFollowing::givesNamesOfDeadEntriesToNoSong()
 {
     for (const bool isNamed : {false, true}) {
@@ -205,7 +205,7 @@ void TestPlaylistFollowing::reportsAPlaylistThatCannotBeFollowed()
             [&errors](const QString &error) { errors.append(error); });
     QVERIFY(index.createIndex(memory.root()));
     QCOMPARE(errors, QStringList(u"Playlist non aggiornata: "_qs + memory.path(followedSongs)));
-    // Its entries could have any id of the old index.
+    // The playlist's entries could have any id of the old index.
     QCOMPARE(SetReader(memory).pathOf(3), QByteArray("/A.MID"));
 }
 

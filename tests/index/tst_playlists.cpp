@@ -65,7 +65,7 @@ private slots:
     void findsSongsIgnoringCase();
     void findsAccentedSongs();
     void followsRenamedSongs();
-    void goesOnWithoutOneSongsFile();
+    void continuesWithoutOneSongsFile();
     void movesAFolderOutOfTheWay();
     void endsAtHalfARecord();
     void restoresInUpdateOnlyWhenTranslated();
@@ -118,7 +118,7 @@ void TestPlaylists::survivesRebuild()
     QCOMPARE(memory.read(list), listRecord("0700") + listRecord("8500"));
 }
 
-/// Thousands of playlists take long: a dialog is to be painted in between.
+/// Thousands of playlists take long: a dialog must be painted in between.
 void TestPlaylists::pulsesAtEachPlaylist()
 {
     constexpr int playlists = 50;
@@ -133,7 +133,7 @@ void TestPlaylists::pulsesAtEachPlaylist()
     memory.write(list, numbers);
     ScriptedIndex index;
     QVERIFY(index.createIndex(memory.root()));
-    // The path file, the new playlist beside the old one, and in its place.
+    // The path file, the new playlist beside the old one, and the replacement of the old one.
     QVERIFY2(index.pulses() >= 3 * playlists, qPrintable(QString::number(index.pulses())));
 }
 
@@ -215,8 +215,8 @@ void TestPlaylists::fillsUnknownEntriesByPathAndTitle()
     prepare(memory);
     memory.write(u"D.MID"_qs, midiSong("B", "Artist", "Genre"));
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
-    // None of the ids is known: the first entry is named by its title, the second, of which there
-    // are two songs, by the path file, and the third by nothing.
+    // No id is in the index: the first entry is found by its title, the second, whose title two
+    // songs have, by the path file, and the third is not found.
     memory.write(songs7, songRecord("00000063", "A", "7800") + songRecord("00000062", "B", "7800") +
                              songRecord("00000061", "X", "7800"));
     memory.write(paths7, pathOf("/C.MID") + pathOf("/D.MID") + pathOf(""));
@@ -246,7 +246,7 @@ void TestPlaylists::findsAccentedSongs()
     memory.write(songs7, playlistOf({"00000001"}));
     memory.write(u"0.MID"_qs, midiSong("0", "Artist", "Genre"));
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
-    // The bytes of "index.id2", whatever code page they are read in.
+    // The bytes of "index.id2", independent of the code page.
     QCOMPARE(memory.read(paths7), pathOf("/\x82.MID"));
     QCOMPARE(memory.read(songs7), songRecord("00000002", "E", "7800"));
 }
@@ -269,21 +269,21 @@ void TestPlaylists::followsRenamedSongs()
              songRecord("00000000", "A", "7800") + songRecord("00000001", "B", "7800"));
 }
 
-void TestPlaylists::goesOnWithoutOneSongsFile()
+void TestPlaylists::continuesWithoutOneSongsFile()
 {
     const SampleMemory memory;
     prepare(memory);
     memory.write(list, listRecord("0800") + listRecord("0700"));
     memory.remove(u"A.MID"_qs);
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
-    // The old last entry still has the id 0, of a song that has gone: no other gets it.
+    // The old last entry still has the id 0, of a removed song: no other song gets it.
     QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") +
                                       songRecord("00000001", "B", "7800") +
                                       playlistOf({"00000000"}));
     QVERIFY(!memory.has(u"playlist/play0008.dat"_qs));
 }
 
-/// A folder can't be replaced, but a new name is enough.
+/// A folder can't be replaced, but it can be renamed.
 void TestPlaylists::movesAFolderOutOfTheWay()
 {
     const SampleMemory memory;
@@ -335,8 +335,8 @@ void TestPlaylists::restoresInUpdateOnlyWhenTranslated()
 
 void TestPlaylists::restoresAfterARunThatEnded()
 {
-    // The accented song gets a new id in each update; path files that a run has written and did not
-    // come to use are no reason for the playlist to stay behind.
+    // The accented song gets a new id in each update; the playlist follows even if an earlier run
+    // wrote path files without using them.
     const SampleMemory memory;
     memory.write(u"\u00E9.MID"_qs, midiSong("E", "Artist", "Genre"));
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
@@ -374,7 +374,7 @@ void TestPlaylists::usesPathFilesWhenTheIndexIsGone()
     QCOMPARE(memory.read(songs7).left(64), songRecord("00000002", "B", "7800"));
 }
 
-/// The other lists say nothing of paths.
+/// The other lists do not depend on paths.
 void TestPlaylists::needsThePathListOnly()
 {
     for (const QString &name : IndexSet::names()) {

@@ -29,7 +29,7 @@ QByteArray midiWithTempos(const QList<const char *> &tempos)
     return midi(events);
 }
 
-/// A song and what a record says of it.
+/// A song and the last bytes of its record.
 struct Pin {
     const char *name;
     const char *file;
@@ -58,7 +58,7 @@ private slots:
     void countsAboveDeadEntriesInARebuild();
 
 private:
-    /// "/A.MID" 0, "/B.MID" 1, "/C.MID" 2, indexed, of one moment.
+    /// "/A.MID" 0, "/B.MID" 1, "/C.MID" 2, indexed, with one modification time.
     static void indexThree(const SampleMemory &memory);
     static void addSong(const SampleMemory &memory, const QString &name);
     static QByteArray record(const char *idHex, const QByteArray &path)
@@ -114,7 +114,7 @@ void TestRecordBytes::endsSongRecords()
     const SampleMemory memory;
     memory.write(file, content);
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
-    // What has no title is called by its file's name.
+    // A song without a title has its file name as title.
     const QByteArray title = file.startsWith(u'X') ? file.toLatin1() : QByteArray("X");
     const QByteArray song = hex("00000000") + field(title, 58) + end;
     QCOMPARE(memory.read(u"title.id2"_qs), song);
@@ -123,7 +123,7 @@ void TestRecordBytes::endsSongRecords()
     QCOMPARE(memory.read(u"title3.id2"_qs), file.endsWith(u".MP3") ? song : QByteArray());
 }
 
-/// The records of songs that did not change are made of those that stand there.
+/// The records of unchanged songs are made from the old records.
 void TestRecordBytes::keepsEndsInUpdates()
 {
     QFETCH(QString, file);
@@ -152,7 +152,7 @@ void TestRecordBytes::writesDatesAndTimes_data()
     row("20120229235959", {2012, 2, 29}, {23, 59, 59});
     row("20380119031408", {2038, 1, 19}, {3, 14, 8});
     row("21071231235958", {2107, 12, 31}, {23, 59, 58});
-    // Parts of a second are left out.
+    // Fractions of a second are dropped.
     row("20090807060504", {2009, 8, 7}, {6, 5, 4, 999});
 }
 
@@ -198,7 +198,7 @@ void TestRecordBytes::fillsNoGapOfIdsInAnUpdate()
     QCOMPARE(memory.read(u"ordfile.id2"_qs), hex("010000000200"));
 }
 
-/// The index alone says what the highest id was.
+/// Only the index has the highest id.
 void TestRecordBytes::givesTheIdOfALastSongAgain()
 {
     const SampleMemory memory;
@@ -252,7 +252,7 @@ void TestRecordBytes::countsAboveDeadEntriesInARebuild()
     QCOMPARE(memory.read(u"index.id2"_qs),
              record("00000002", "/A.MID") + record("00000003", "/C.MID"));
     QCOMPARE(memory.read(u"playlist/play0001.dat"_qs), dead);
-    // One that no song would get changes nothing.
+    // An id that no song would get changes nothing.
     memory.write(u"playlist/play0001.dat"_qs, songRecord("00000009", "B", "7800"));
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(u"index.id2"_qs),

@@ -4,15 +4,14 @@
 
 using namespace Sample;
 
-/// Folders without songs keep their names, and those that systems keep for themselves are passed
-/// over.
+/// Folders without songs keep their names, and folders of operating systems are skipped.
 class TestSongFolders : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void passesOverFoldersOfTheSystem_data();
-    void passesOverFoldersOfTheSystem();
+    void skipsFoldersOfTheSystem_data();
+    void skipsFoldersOfTheSystem();
     void takesFoldersWithSimilarNames_data();
     void takesFoldersWithSimilarNames();
     void takesSongsThatAreCalledLikeFoldersOfTheSystem();
@@ -23,7 +22,7 @@ private slots:
     void endsWhereLinksLeadRound();
 
 private:
-    /// Indexes \a memory and says how many questions that took.
+    /// Indexes \a memory. Returns the number of questions.
     int index(const SampleMemory &memory);
 };
 
@@ -37,7 +36,7 @@ int TestSongFolders::index(const SampleMemory &memory)
     return asked;
 }
 
-void TestSongFolders::passesOverFoldersOfTheSystem_data()
+void TestSongFolders::skipsFoldersOfTheSystem_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name :
@@ -47,7 +46,7 @@ void TestSongFolders::passesOverFoldersOfTheSystem_data()
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
-void TestSongFolders::passesOverFoldersOfTheSystem()
+void TestSongFolders::skipsFoldersOfTheSystem()
 {
     QFETCH(QString, name);
     const SampleMemory memory;
@@ -90,7 +89,7 @@ void TestSongFolders::takesSongsThatAreCalledLikeFoldersOfTheSystem()
              QStringList({u"/FOUND.MID"_qs, u"/FOUND.MP3/A.MID"_qs, u"/RECYCLED.MID"_qs}));
 }
 
-/// An index that was built by an earlier version.
+/// An index built by an earlier version.
 void TestSongFolders::dropsSongsInABinFromAnOldIndex()
 {
     const SampleMemory memory;

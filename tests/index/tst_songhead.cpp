@@ -23,7 +23,7 @@ SongInfoIndex parsed(const QByteArray &content, const QString &name = u"Song.mid
     return song;
 }
 
-/// A container's head with \a fields, each (offset, text).
+/// A container's head with the \a fields (offset, text).
 QByteArray container(const QByteArray &magic, const QList<std::pair<int, QByteArray>> &fields)
 {
     QByteArray head = field(magic, 512);
@@ -154,7 +154,7 @@ void TestSongHead::hasNoTempoWithoutEvent()
 
 void TestSongHead::findsArtistInExclusiveMessage()
 {
-    // Five bytes of mark, "(ARTIST" and one more that is dropped: 7 more than the text's 8.
+    // The five bytes of the mark, "(ARTIST" and one more that is dropped: 7 more than the text's 8.
     QCOMPARE(parsed(midi(exclusive("(ARTIST)\0\xF7", 15))).artist, u"ARTIST"_qs);
     QCOMPARE(parsed(midi(exclusive("ARTIST)\0\xF7", 15))).artist, u"<UNKNOWN>"_qs);
     QCOMPARE(parsed(midi(exclusive("(ARTIST)", 7))).artist, u"<UNKNOWN>"_qs);
@@ -258,7 +258,7 @@ void TestSongHead::refusesFourBytes()
     QCOMPARE(song.genre, u"<unknown>"_qs);
     QCOMPARE(int(song.type), 0);
     QCOMPARE(int(song.bpm), 0);
-    // It is indexed all the same, as it is.
+    // It is still indexed, unchanged.
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(u"title.id2"_qs), songRecord("00000000", "Four.mid", "0000"));
     QCOMPARE(memory.read(u"artist.id2"_qs).left(64), groupHeader("00000001", "<unknown>"));

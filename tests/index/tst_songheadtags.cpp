@@ -31,7 +31,7 @@ const QByteArray city16 = bytes("C\0i\0t\0t\0\xE0\0 \0v\0u\0o\0t\0a\0");
 
 } // namespace
 
-/// What the index reads of ID3v2 tags of every version and form.
+/// What the index reads from ID3v2 tags of every version and form.
 class TestSongHeadTags : public QObject
 {
     Q_OBJECT
@@ -95,7 +95,7 @@ void TestSongHeadTags::readsAnUnsynchronisedTag()
     stored.prepend(bytes("TIT2\0\0\0\x19\0\0\1\xFF\0\xFE"));
     QCOMPARE(titleOf(tag(3, 0x80, stored)), emptyCity);
     QCOMPARE(titleOf(tag(2, 0x80, bytes("TT2\0\0\7\1\xFF\0\xFEL\0a\0"))), u"LA"_qs);
-    // Sizes count what the frames mean, not what is stored.
+    // Sizes are those of the decoded frames, not of the stored bytes.
     const QByteArray priv = bytes("PRIV\0\0\0\6\0\0x\0\xFF\0\xFE\xFF\0\xFE");
     QCOMPARE(titleOf(tag(3, 0x80, priv + titleOne)), u"ONE"_qs);
 }
@@ -173,7 +173,7 @@ void TestSongHeadTags::keeps58CharactersOfUtf16()
         text += bytes("x\0");
     const QString read = titleOf(tag(3, 0, bytes("TIT2\0\0\0\x7B\0\0\1\xFF\xFE") + text));
     QCOMPARE(read, QString(58, u'X'));
-    // Two bytes a character in UTF-8.
+    // Two bytes for each character in UTF-8.
     const QString accents =
         titleOf(tag(4, 0, bytes("TIT2\0\0\0\x79\0\0\3") + QByteArray("\xC3\xA8").repeated(60)));
     QCOMPARE(accents, QString(58, u'\u00C8'));

@@ -25,7 +25,7 @@ SongInfoIndex song(const QString &title, const QString &artist, const QString &g
 
 } // namespace
 
-/// The record of a song, its orders and the look-up by path.
+/// The record of a song, its sort orders and the look-up by path.
 class TestSongInfoIndex : public QObject
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ private slots:
     void ordersPathsByCodePage();
     void ordersNumbersUnsigned();
     void ordersTextsIgnoringCase();
-    void tellsPathsWithEqualKeysApart();
+    void distinguishesPathsWithEqualKeys();
     void findsPathOfBytes();
     void findsPathsAmongManyEqualKeys();
     void namesSortModes();
@@ -63,7 +63,7 @@ void TestSongInfoIndex::ordersPathsByCodePage()
     QVERIFY(compareByPath(withPath(u"/A/Z.MID"_qs), withPath(u"/A0.MID"_qs)));
     QVERIFY(compareByPath(withPath(u"/Z.MID"_qs), withPath(u"/\u00E9.MID"_qs)));
     QVERIFY(compareByPath(withPath(u"/\u00E9.MID"_qs), withPath(u"/\u00C0.MID"_qs)));
-    // Upper-cased first: "_" stands behind letters.
+    // Upper-cased first: "_" is after the letters.
     QVERIFY(compareByPath(withPath(u"/a.MID"_qs), withPath(u"/_.MID"_qs)));
     // A record whose path was set without its key.
     SongInfoIndex plain;
@@ -92,7 +92,7 @@ void TestSongInfoIndex::ordersTextsIgnoringCase()
     QCOMPARE(stringToUpper(u"perch\u00E9 \u00DF"_qs), u"PERCH\u00C9 SS"_qs);
 }
 
-void TestSongInfoIndex::tellsPathsWithEqualKeysApart()
+void TestSongInfoIndex::distinguishesPathsWithEqualKeys()
 {
     const QList<SongInfoIndex> songs{withPath(u"/stra\u00DFe.mid"_qs), withPath(u"/\u0151.mid"_qs),
                                      withPath(u"/\u0171.mid"_qs)};
@@ -114,14 +114,14 @@ void TestSongInfoIndex::findsPathOfBytes()
     QCOMPARE(table.findBytes(songs, "/\x82.MID"), 0);
     QCOMPARE(table.findBytes(songs, "/?.mid"), 1);
     QCOMPARE(table.findBytes(songs, "/x?.mid"), -1);
-    // 0xFE is a box in the code page and a letter in Latin-1.
+    // 0xFE is a square in the code page and a letter in Latin-1.
     QCOMPARE(table.findBytes(songs, "/\xFE.mid"), 4);
     QCOMPARE(table.findBytes(songs, "/none.mid"), -1);
 }
 
 void TestSongInfoIndex::findsPathsAmongManyEqualKeys()
 {
-    // A full memory of names that the code page lacks altogether.
+    // A full memory of names whose characters the code page lacks.
     QList<SongInfoIndex> songs;
     PathTable table;
     constexpr char16_t firstLetter = 0x4E00;

@@ -15,7 +15,7 @@ namespace
 
 using SongCompare = bool (*)(const SongInfoIndex &, const SongInfoIndex &);
 
-/// The plain way: every comparison looks at the songs themselves.
+/// The plain way: every comparison reads the songs themselves.
 SongOrder plainOrder(const QList<SongInfoIndex> &songs, SongCompare compare)
 {
     SongOrder order(songs.size());
@@ -45,8 +45,8 @@ QStringList pathsIn(const QList<SongInfoIndex> &songs, const SongOrder &order)
     return paths;
 }
 
-/// One to \a most of letters whose order and case are hard: plain, accented, those that fold or
-/// upper-case to others, and two beyond the first plane.
+/// One to \a most of letters whose order and case are difficult: plain, accented, those that fold
+/// or upper-case to others, and two beyond the first plane.
 QString anyText(QRandomGenerator &random, int most)
 {
     static const QStringList letters{
@@ -76,7 +76,7 @@ QList<SongInfoIndex> anySongs()
     return songs;
 }
 
-/// What two songs that no order tells apart are found by.
+/// Identifies songs that are equal in an order.
 QStringList keysIn(const QList<SongInfoIndex> &songs, const SongOrder &order)
 {
     QStringList keys;
@@ -87,7 +87,7 @@ QStringList keysIn(const QList<SongInfoIndex> &songs, const SongOrder &order)
 
 } // namespace
 
-/// The orders of the index's files: those of the plain comparisons, whatever the letters.
+/// The orders of the index's files: the same as by plain comparisons, for all letters.
 class TestSongOrders : public QObject
 {
     Q_OBJECT

@@ -34,7 +34,7 @@ QByteArray fileContent(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
 }
 
-/// Other words for the list's headings and the window's label.
+/// A translation of the list's headings and the window's label.
 class EnglishTexts : public QTranslator
 {
 public:
@@ -64,7 +64,7 @@ private slots:
     void shiftsColumnsAtSemicolon();
     void writesUtf8();
     void translatesHeadings();
-    void tellsItsProgress();
+    void reportsItsProgress();
     void cutsOneSeparatorFromRoot();
     void refusesMemoryWithoutIndex();
     void keepsOldListWhenIndexIsBroken();
@@ -77,8 +77,8 @@ private slots:
     void savesInChosenOrder();
     void refusesMissingMemoryFolder();
     void refusesMissingDestinationFolder();
-    void tellsThatMemoryIsNotPrepared();
-    void tellsThatFileWasNotMade();
+    void reportsUnpreparedMemory();
+    void reportsListThatCannotBeWritten();
     void choosesMemoryFolder();
     void choosesDestination();
     void keepsBothWhenChoiceIsCancelled();
@@ -199,7 +199,7 @@ void TestSongsList::translatesHeadings()
     QVERIFY(fileContent(m_list).startsWith("TITLE;ARTISTA;GENERE;FILE;\n"));
 }
 
-void TestSongsList::tellsItsProgress()
+void TestSongsList::reportsItsProgress()
 {
     prepare();
     ScriptedIndex index;
@@ -345,7 +345,7 @@ void TestSongsList::refusesMissingDestinationFolder()
     }
 }
 
-void TestSongsList::tellsThatMemoryIsNotPrepared()
+void TestSongsList::reportsUnpreparedMemory()
 {
     m_script->expectMessage(
         listTitle, QStringLiteral("Impossibile proseguire, la memoria non è preparata per Brisel"),
@@ -354,7 +354,7 @@ void TestSongsList::tellsThatMemoryIsNotPrepared()
     QVERIFY(!QFile::exists(m_list));
 }
 
-void TestSongsList::tellsThatFileWasNotMade()
+void TestSongsList::reportsListThatCannotBeWritten()
 {
     prepare();
     child<QLineEdit>("lineEditFile")->setText(QDir::currentPath());

@@ -8,8 +8,7 @@ using namespace Sample;
 namespace
 {
 
-/// The records of a list as a reader sees them that takes everything for a line break that any
-/// does.
+/// The records of a list for a reader that accepts every kind of line break.
 QList<QList<QByteArray>> recordsOf(QByteArray content)
 {
     for (const char *lineBreak :
@@ -23,7 +22,7 @@ QList<QList<QByteArray>> recordsOf(QByteArray content)
     return records;
 }
 
-/// Those of the list of \a memory, whose index is built first.
+/// Builds the index of \a memory and returns the records of its list.
 QList<QList<QByteArray>> listOf(const SampleMemory &memory)
 {
     const QTemporaryDir folder;

@@ -7,8 +7,7 @@
 
 #include <QTest>
 
-/// The two readers of MP3s, the program's and the index's, agree on whatever lies within the
-/// player's limits.
+/// The program's and the index's reader of MP3s agree on everything within the player's limits.
 class TestSongTags : public QObject
 {
     Q_OBJECT
@@ -18,8 +17,8 @@ private slots:
     void agreesWithTheProgramsReader();
 };
 
-/// What the index is to say of the text that \a header has at \a id; null where the frame's name
-/// lies across the limit.
+/// The text at \a id that the index must read from \a header; null if the frame's name crosses the
+/// limit.
 static QString expected(const Mp3Header &header, const QString &id, const QString &missing)
 {
     constexpr int window = 512;

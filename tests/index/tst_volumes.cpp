@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Which part of a path names the memory, and what counts as the system disk.
+/// Which part of a path is the memory, and which paths are on the system disk.
 class TestVolumes : public QObject
 {
     Q_OBJECT
@@ -132,7 +132,7 @@ void TestVolumes::refusesLinksOutOfTheMountFolder()
     QVERIFY(isSystemDisk(vol + u"/DISK/new"_qs));
     QCOMPARE(getRootDrivePath(vol + u"/DISK/music"_qs), QString());
     QVERIFY(!isSystemDisk(vol + u"/CARD"_qs));
-    // The mount folder itself may be reached by a link.
+    // The mount folder itself may be a link.
     QVERIFY(QFile::link(vol, folder.filePath(u"link"_qs)));
     qputenv("BRISEL_VOLUMES", folder.filePath(u"link"_qs).toUtf8());
     QVERIFY(!isSystemDisk(folder.filePath(u"link/CARD"_qs)));

@@ -10,8 +10,7 @@
 using namespace Qt::StringLiterals;
 using namespace Sample;
 
-/// Runs on a real memory that can't be written: they are false, say why, and leave the old set
-/// whole.
+/// Runs on a real write-protected memory fail, report the reason, and leave the old set unchanged.
 class TestWriteProtected : public QObject
 {
     Q_OBJECT
@@ -33,12 +32,12 @@ private slots:
     void endsWhenItTurnsReadOnlyBetweenTwoFiles();
     void keepsTheSetOfAMemoryThatLostItsSongs();
     void saysThatThereIsNoRoom_data() { addRuns(); }
-    void saysThatThereIsNoRoom();
+    void reportsAFullMemory();
 
 private:
     void addRuns();
     bool run(Index &index) const;
-    /// After a run that was false: the files are what they were, and can be indexed again.
+    /// After a failed run the files are unchanged and can be indexed again.
     void checkOldSet();
 
     std::optional<SampleMemory> m_memory;
@@ -194,7 +193,7 @@ void TestWriteProtected::keepsTheSetOfAMemoryThatLostItsSongs()
     QCOMPARE(m_memory->rootFiles(), m_before);
 }
 
-void TestWriteProtected::saysThatThereIsNoRoom()
+void TestWriteProtected::reportsAFullMemory()
 {
     QFile filler(m_memory->path(u"filler"_s));
     QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
