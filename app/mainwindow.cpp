@@ -283,11 +283,12 @@ void MainWindow::initUserLibraryModel()
 void MainWindow::explainEmptyTable()
 {
     if (m_model->rowCount() == 0)
-        m_hint->showText(tr("Nessun brano nella tabella.\nPer cominciare premi il pulsante qui sopra, "
-                        "oppure trascina qui file o cartelle."));
+        m_hint->showText(
+            tr("Nessun brano nella tabella.\nPer cominciare premi il pulsante qui sopra, "
+               "oppure trascina qui file o cartelle."));
     else
         m_hint->showText(m_filter->hidesAll() ? tr("Nessun brano corrisponde alla ricerca")
-                                          : QString());
+                                              : QString());
 }
 
 void MainWindow::adjustUserLibraryHeaders()

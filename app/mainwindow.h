@@ -27,8 +27,8 @@ namespace Ui
 class MainWindow;
 }
 
-/// The program's only window, and the owner of what lives as long as the program: the databases, the
-/// library table, the settings and the translators of a language chosen at run time.
+/// The program's only window, and the owner of what lives as long as the program: the databases,
+/// the library table, the settings and the translators of a language chosen at run time.
 ///
 /// A frame: it asks, starts a workflow of library/ or a dialog, and shows what came of it.
 class MainWindow : public QMainWindow

@@ -86,7 +86,8 @@ void SongFilter::showAll()
     m_view.scrollTo(m_view.currentIndex());
 }
 
-/// Moves the focus from the field to the current row, or to the first shown one when that is hidden.
+/// Moves the focus from the field to the current row, or to the first shown one when that is
+/// hidden.
 void SongFilter::enterRows()
 {
     const int rows = m_model.rowCount();

@@ -199,11 +199,10 @@ void synchroniseWithout(benchmark::State &state, int count)
         for (const QString &path : files) {
             MetaSong song;
             const SongInfo info = readSong(song, path);
-            SongsDbRecord record;
-            QString trace;
             const CatalogueKeys keys = catalogueKeys(path.section(u'/', -1), info);
-            require(findInCatalogue(catalogue, keys, record, trace), "look-up");
-            song.setSongInfo(mergedWithCatalogue(info, record), false);
+            const std::optional<CatalogueHit> hit = findInCatalogue(catalogue, keys);
+            require(hit.has_value(), "look-up");
+            song.setSongInfo(mergedWithCatalogue(info, hit->record), false);
             require(song.saveToFile(path), "saving");
         }
     }

@@ -4,7 +4,6 @@
 #include "index/memoryrenames.h"
 #include "index/songinfoindex.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -147,16 +146,9 @@ QString LongNames::companionOf(const QString &name)
 {
     if (suffixWithPoint(name).compare(QStringLiteral(".mp3"), Qt::CaseInsensitive) != 0)
         return {};
-    if (!m_graphics.has_value()) {
-        m_graphics.emplace();
-        const QStringList all = QDir(m_folder).entryList(
-            {QStringLiteral("*.cdg")}, QDir::Files | QDir::Hidden | QDir::System, QDir::Unsorted);
-        for (const QString &graphics : all)
-            m_graphics->insert(lowerCased(graphics), graphics);
-    }
     const QString base = baseOf(name);
     QString companion;
-    const QStringList sameLetters = m_graphics->values(lowerCased(base) + QStringLiteral(".cdg"));
+    const QStringList sameLetters = m_graphics.named(m_folder, base + QStringLiteral(".cdg"));
     for (const QString &graphics : sameLetters) {
         // Whether the letter case of the base matters is for the memory to say.
         const QString found = base + suffixWithPoint(graphics);

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "base/fileidentity.h"
+#include "base/graphicsfiles.h"
 
 #include <QHash>
-#include <QMultiHash>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <optional>
 
 class MemoryRenames;
 
@@ -56,6 +55,5 @@ private:
     IsReserved m_isReserved;
     /// The numbers below these are known to be taken: for each short name without its number.
     QHash<QString, int> m_nextNumbers;
-    /// The graphics files of the folder by their lower-cased names; read when an MP3 needs them.
-    std::optional<QMultiHash<QString, QString>> m_graphics;
+    GraphicsFiles m_graphics;
 };

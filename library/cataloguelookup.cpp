@@ -16,22 +16,16 @@ CatalogueKeys catalogueKeys(const QString &shortName, const SongInfo &info)
     return {catalogueKey(shortName), catalogueKey(info.zbxLongName), info.title.toUpper()};
 }
 
-bool findInCatalogue(Database &catalogue, const CatalogueKeys &keys, SongsDbRecord &record,
-                     QString &trace)
+std::optional<CatalogueHit> findInCatalogue(Database &catalogue, const CatalogueKeys &keys)
 {
-    if (catalogue.getRecordByFilename(keys.file, record)) {
-        trace = QStringLiteral("FILENAME: ") + keys.file;
-        return true;
-    }
-    if (!keys.longName.isEmpty() && catalogue.getRecordByFilename(keys.longName, record)) {
-        trace = QStringLiteral("ZBXLONGNAME: ") + keys.longName;
-        return true;
-    }
-    if (catalogue.getRecordByTitle(keys.title, record)) {
-        trace = QStringLiteral("TITLE: ") + keys.title;
-        return true;
-    }
-    return false;
+    SongsDbRecord record;
+    if (catalogue.getRecordByFilename(keys.file, record))
+        return CatalogueHit{record, QStringLiteral("FILENAME: ") + keys.file};
+    if (!keys.longName.isEmpty() && catalogue.getRecordByFilename(keys.longName, record))
+        return CatalogueHit{record, QStringLiteral("ZBXLONGNAME: ") + keys.longName};
+    if (catalogue.getRecordByTitle(keys.title, record))
+        return CatalogueHit{record, QStringLiteral("TITLE: ") + keys.title};
+    return std::nullopt;
 }
 
 SongInfo mergedWithCatalogue(const SongInfo &info, const SongsDbRecord &record)

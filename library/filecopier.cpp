@@ -7,7 +7,6 @@
 #include "index/memoryreasons.h"
 #include "library/safecopy.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QLocale>
 
@@ -75,7 +74,7 @@ void FileCopier::begin(const QStringList &files, const QString &destDir)
 {
     m_copied = 0;
     m_errors = 0;
-    m_companions.clear();
+    m_graphics = GraphicsFiles();
     m_shortage.clear();
     m_sources.clear();
     m_memories = PulledMemories();
@@ -344,8 +343,8 @@ void FileCopier::finishSong(const Song &song)
     ++m_copied;
 }
 
-/// The graphics file of an MP3: the file as named, or else one whose name differs in case only:
-/// cards made elsewhere hold "SONG.CDG" beside "song.mp3". Empty when there is none.
+/// The graphics file of an MP3: the file as named, or else one whose name differs in case only.
+/// Empty when there is none.
 QString FileCopier::companionOf(const QString &song)
 {
     if (!song.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive))
@@ -353,15 +352,11 @@ QString FileCopier::companionOf(const QString &song)
     QString wanted = companionPath(song);
     if (isRegularFile(wanted))
         return wanted;
-    const QString folder = QFileInfo(wanted).path();
-    auto known = m_companions.constFind(folder);
-    if (known == m_companions.constEnd()) {
-        QHash<QString, QString> names;
-        const QStringList found =
-            QDir(folder).entryList({QStringLiteral("*.cdg")}, QDir::Files, QDir::Name);
-        for (const QString &name : found)
-            names.insert(name.toLower(), folder + u'/' + name);
-        known = m_companions.insert(folder, names);
+    const QFileInfo file(wanted);
+    QString found;
+    for (const QString &name : m_graphics.named(file.path(), file.fileName())) {
+        if (const QString path = file.path() + u'/' + name; isRegularFile(path))
+            found = path;
     }
-    return known->value(QFileInfo(wanted).fileName().toLower());
+    return found;
 }

@@ -2,12 +2,12 @@
 
 #include "base/filecopying.h"
 #include "base/filelot.h"
+#include "base/graphicsfiles.h"
 #include "base/run.h"
 #include "library/pulledmemories.h"
 #include "library/songplaces.h"
 
 #include <QCoreApplication>
-#include <QHash>
 #include <QSet>
 #include <QStringList>
 
@@ -80,8 +80,7 @@ private:
 
     Run &m_run;
     QSet<QString> m_sources; ///< identities of the files being copied
-    /// The graphics files of each folder met: lower-case path to the name on the disk.
-    QHash<QString, QHash<QString, QString>> m_companions;
+    GraphicsFiles m_graphics;
     PulledMemories m_memories;
     QString m_destination; ///< the folder of this run
     QString m_memory;      ///< the root of the memory, empty for other copies

@@ -13,12 +13,12 @@ class FileLot;
 /// name; it has the permissions of the source. SourceFailed when the source can't be opened or
 /// read to its end, or is changed meanwhile, TargetFailed when the destination can't be made: there
 /// is no copy then, and nothing of it is left behind.
-CopyResult copyToNewFile(const QString &source, const QString &destination);
+[[nodiscard]] CopyResult copyToNewFile(const QString &source, const QString &destination);
 
 /// As above, but the plain file \a destination exists and is replaced. It is deleted first only
 /// when the disk has no room for both and its room is what the copy lacks; in every other failure
 /// it stays as it was.
-CopyResult copyOverFile(const QString &source, const QString &destination);
+[[nodiscard]] CopyResult copyOverFile(const QString &source, const QString &destination);
 
 /// True when \a newSize bytes don't fit into \a freeSize, but do so once the \a oldSize bytes of
 /// the file that they replace are free.
@@ -27,5 +27,5 @@ bool mustDeleteFirst(qint64 freeSize, qint64 oldSize, qint64 newSize);
 /// The first half of copyToNewFile() or, where \a mayReplace, of copyOverFile(): what \a source
 /// holds is on its way to \a destination once \a lot is committed. TargetFailed also when there is
 /// no room for it.
-CopyResult copyIntoLot(FileLot &lot, const QString &source, const QString &destination,
-                       bool mayReplace);
+[[nodiscard]] CopyResult copyIntoLot(FileLot &lot, const QString &source,
+                                     const QString &destination, bool mayReplace);

@@ -93,16 +93,15 @@ Synchroniser::Change Synchroniser::change(Run &run, int row, FileLot *lot)
     }
 
     const CatalogueKeys keys = catalogueKeys(m_model.shortName(row), file.info);
-    SongsDbRecord record;
-    QString trace;
-    if (!findInCatalogue(m_catalogue, keys, record, trace)) {
+    const std::optional<CatalogueHit> hit = findInCatalogue(m_catalogue, keys);
+    if (!hit.has_value()) {
         debug() << "Record " << QString(keys.file + u'/' + keys.title) << "NOT found in DB";
         note(run, Step::Find, fileName, Synchroniser::notInCatalogue);
         return Change::Failed;
     }
-    debug() << "Found in DB by: " << trace;
-    record.dbgDump();
-    file.song.setSongInfo(mergedWithCatalogue(file.info, record), false);
+    debug() << "Found in DB by: " << hit->trace;
+    hit->record.dbgDump();
+    file.song.setSongInfo(mergedWithCatalogue(file.info, hit->record), false);
     return save(run, row, file, lot);
 }
 

@@ -3,8 +3,8 @@
 #include <QLabel>
 
 /// A label for one line of text of any length, such as a path: a text that is too wide is elided in
-/// the middle, and the tool tip shows all of it. The label never widens its dialog, and shows markup
-/// as plain text.
+/// the middle, and the tool tip shows all of it. The label never widens its dialog, and shows
+/// markup as plain text.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT

@@ -50,6 +50,7 @@ class TestRunReport : public QObject
 private slots:
     void namesAPulledMemoryOnce();
     void isEmptyAtFirst();
+    void noticesWhatTouchesIt();
     void countsWhatWentWell();
     void tellsSkippedFromFailed_data();
     void tellsSkippedFromFailed();
@@ -70,9 +71,23 @@ private slots:
 void TestRunReport::isEmptyAtFirst()
 {
     const RunReport report(Operation::Import);
+    QVERIFY(report.isUntouched());
     QVERIFY(report.isEmpty());
     QCOMPARE(report.summary(), QString());
     QCOMPARE(report.text(), QStringLiteral("\n"));
+}
+
+void TestRunReport::noticesWhatTouchesIt()
+{
+    RunReport counted(Operation::Backup);
+    counted.count(Success::Copied);
+    QVERIFY(!counted.isUntouched());
+    RunReport listed(Operation::Backup);
+    (void)listed.addNotice(QStringLiteral("done"));
+    QVERIFY(!listed.isUntouched());
+    RunReport joined(Operation::Synchronisation);
+    joined.addOperation(Operation::Backup);
+    QVERIFY(!joined.isUntouched());
 }
 
 void TestRunReport::countsWhatWentWell()

@@ -3,6 +3,7 @@
 
 #include "tests/dialogscript.h"
 #include "tests/logcapture.h"
+#include "tests/scriptedrun.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
@@ -23,6 +24,10 @@ private slots:
     void makesTheFolder();
     void refusesExistingFolder();
     void refusesMissingFolder();
+    void copiesIntoAFolderOfItsOwn();
+    void triesNothingWithoutAFolder();
+    void failsWithASongThatIsGone();
+    void endsWithTheProgram();
 
     void dialogHasItsTexts();
     void dialogResults_data();
@@ -32,6 +37,25 @@ private slots:
     void cancelledBrowseKeepsTheFolder();
 
 private:
+    /// Makes songs in a folder beside "backups", which it makes, too; gives their paths.
+    static QStringList makeSongs(const QTemporaryDir &folder, const QStringList &names)
+    {
+        QStringList paths;
+        for (const QString &name : names) {
+            makeFile(folder.filePath(name), "song");
+            paths.append(folder.filePath(name));
+        }
+        return QDir(folder.path()).mkdir(u"backups"_qs) ? paths : QStringList();
+    }
+    /// The names of the files in the one folder below "backups".
+    static QStringList copies(const QTemporaryDir &folder)
+    {
+        const QDir backups(folder.filePath(u"backups"_qs));
+        const QStringList made = backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        return made.size() == 1 ? QDir(backups.filePath(made.first())).entryList(QDir::Files)
+                                : made;
+    }
+
     const QDateTime m_time{QDate(2011, 3, 7), QTime(18, 5, 9)};
 };
 
@@ -65,6 +89,52 @@ void TestBackup::refusesMissingFolder()
     const QTemporaryDir folder;
     QCOMPARE(makeBackupFolder(folder.filePath(u"none"_qs), m_time), QString());
     QVERIFY(!QFile::exists(folder.filePath(u"none"_qs)));
+}
+
+void TestBackup::copiesIntoAFolderOfItsOwn()
+{
+    const QTemporaryDir folder;
+    const QStringList songs = makeSongs(folder, {u"a.mid"_qs, u"b.mid"_qs});
+    ScriptedRun run(RunReport::Operation::Synchronisation);
+    QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Done);
+    QCOMPARE(copies(folder), QStringList({u"a.mid"_qs, u"b.mid"_qs}));
+    QCOMPARE(run.stages, QStringList(u"Backup"_qs));
+    QCOMPARE(run.report().summary(), u"Sincronizzazione, Backup: 2 copiate"_qs);
+}
+
+void TestBackup::triesNothingWithoutAFolder()
+{
+    const QTemporaryDir folder;
+    const QStringList songs = makeSongs(folder, {u"a.mid"_qs});
+    ScriptedRun run(RunReport::Operation::Backup);
+    QCOMPARE(Backup(songs, QString()).run(run), Backup::Outcome::NoFolder);
+    QCOMPARE(Backup(songs, folder.filePath(u"none"_qs)).run(run), Backup::Outcome::NoFolder);
+    QCOMPARE(run.stages, QStringList());
+    QVERIFY(run.report().isUntouched());
+}
+
+void TestBackup::failsWithASongThatIsGone()
+{
+    const QTemporaryDir folder;
+    const QStringList songs = makeSongs(folder, {u"a.mid"_qs, u"b.mid"_qs});
+    QVERIFY(QFile::remove(songs.first()));
+    ScriptedRun run(RunReport::Operation::Backup);
+    QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Failed);
+    QCOMPARE(copies(folder), QStringList(u"b.mid"_qs));
+    QCOMPARE(run.report().failed(), 1);
+}
+
+void TestBackup::endsWithTheProgram()
+{
+    const QTemporaryDir folder;
+    const QStringList songs = makeSongs(folder, {u"a.mid"_qs, u"b.mid"_qs});
+    {
+        ScriptedRun run(RunReport::Operation::Backup);
+        run.onStep = [](int) { RunGuard::requestEnd(); };
+        QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Ended);
+    }
+    QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::Quit);
+    QCOMPARE(copies(folder), QStringList(u"a.mid"_qs));
 }
 
 void TestBackup::dialogHasItsTexts()

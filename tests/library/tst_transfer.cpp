@@ -1,5 +1,7 @@
 #include "library/transfer.h"
 
+#include "tests/scriptedrun.h"
+#include "tests/smallsongs.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
@@ -16,6 +18,10 @@ private slots:
     void makesTheSongsFolder();
     void refusesWhenSongsCannotBeMade();
     void refusesSongsFolderThatLeadsOffTheMemory();
+    void copiesAndIndexes();
+    void reportsNothingOfARefusedFolder();
+    void reportsThatSongsCannotBeMade();
+    void indexesNothingAfterAnInterruption();
 
 private:
     std::unique_ptr<QTemporaryDir> m_volumes;
@@ -95,6 +101,57 @@ void TestTransfer::refusesSongsFolderThatLeadsOffTheMemory()
     QVERIFY(QFile::link(elsewhere.path(), m_volumes->filePath(u"STICK/songs"_qs)));
     QCOMPARE(Transfer::destinationOf(m_volumes->filePath(u"STICK"_qs)).outcome,
              Transfer::Outcome::SystemDisk);
+}
+
+void TestTransfer::copiesAndIndexes()
+{
+    const QTemporaryDir home;
+    makeFile(home.filePath(u"one.mid"_qs), smallMidi("One"));
+    QVERIFY(QDir(m_volumes->path()).mkdir(u"STICK"_qs));
+    ScriptedRun run(RunReport::Operation::Transfer);
+    Transfer transfer({home.filePath(u"one.mid"_qs)}, m_volumes->filePath(u"STICK"_qs));
+    const Transfer::Outcome outcome = transfer.run(run);
+    QVERIFY2(outcome == Transfer::Outcome::Done, qPrintable(run.report().text()));
+    QVERIFY(QFile::exists(m_volumes->filePath(u"STICK/songs/one.mid"_qs)));
+    QCOMPARE(fileContent(m_volumes->filePath(u"STICK/index.id2"_qs)).size(), 64);
+    QCOMPARE(run.stages, QStringList({u"Trasferimento"_qs, u"Aggiornamento"_qs}));
+    QCOMPARE(run.report().summary(), u"Trasferimento: 1 copiate"_qs);
+    QCOMPARE(transfer.shortage(), QString());
+}
+
+void TestTransfer::reportsNothingOfARefusedFolder()
+{
+    ScriptedRun run(RunReport::Operation::Transfer);
+    QCOMPARE(Transfer({}, u"/Users/me/Music"_qs).run(run), Transfer::Outcome::SystemDisk);
+    QCOMPARE(Transfer({}, m_volumes->filePath(u"CARD/bridge"_qs)).run(run),
+             Transfer::Outcome::ReservedFolder);
+    QVERIFY(run.report().isUntouched());
+    QCOMPARE(run.stages, QStringList());
+}
+
+void TestTransfer::reportsThatSongsCannotBeMade()
+{
+    makeFile(m_volumes->filePath(u"STICK/songs"_qs), "a file in the way");
+    ScriptedRun run(RunReport::Operation::Transfer);
+    QCOMPARE(Transfer({}, m_volumes->filePath(u"STICK"_qs)).run(run),
+             Transfer::Outcome::NoSongsFolder);
+    QCOMPARE(run.report().failed(), 1);
+    QCOMPARE(run.stages, QStringList());
+}
+
+void TestTransfer::indexesNothingAfterAnInterruption()
+{
+    const QTemporaryDir home;
+    const QStringList songs{home.filePath(u"one.mid"_qs), home.filePath(u"two.mid"_qs)};
+    QVERIFY(QDir(m_volumes->path()).mkdir(u"STICK"_qs));
+    for (const QString &song : songs)
+        makeFile(song, smallMidi("Song"));
+    ScriptedRun run(RunReport::Operation::Transfer);
+    run.onStep = [&run](int) { run.isStopped = true; };
+    QCOMPARE(Transfer(songs, m_volumes->filePath(u"STICK"_qs)).run(run), Transfer::Outcome::Failed);
+    QCOMPARE(run.stages, QStringList(u"Trasferimento"_qs));
+    QVERIFY(!QFile::exists(m_volumes->filePath(u"STICK/index.id2"_qs)));
+    QVERIFY2(run.report().skipped() == 1, qPrintable(run.report().text()));
 }
 
 BRISEL_TEST(QCoreApplication, TestTransfer)

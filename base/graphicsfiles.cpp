@@ -1,0 +1,21 @@
+#include "base/graphicsfiles.h"
+
+#include "base/lettercase.h"
+
+#include <QDir>
+
+QStringList GraphicsFiles::named(const QString &folder, const QString &name)
+{
+    auto known = m_folders.constFind(folder);
+    if (known == m_folders.constEnd()) {
+        QMultiHash<QString, QString> names;
+        const QStringList all = QDir(folder).entryList(
+            {QStringLiteral("*.cdg")}, QDir::Files | QDir::Hidden | QDir::System, QDir::Unsorted);
+        for (const QString &graphics : all)
+            names.insert(lowerCased(graphics), graphics);
+        known = m_folders.insert(folder, names);
+    }
+    QStringList found = known->values(lowerCased(name));
+    found.sort();
+    return found;
+}

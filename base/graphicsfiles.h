@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QHash>
+#include <QMultiHash>
+#include <QString>
+#include <QStringList>
+
+/// The karaoke graphics (".cdg") in the folders of songs: their names differ from those of their
+/// songs in the suffix, and on memories written elsewhere in letter case. Reads each folder once.
+class GraphicsFiles
+{
+public:
+    /// The names of the graphics in \a folder that are \a name, or differ from it only in letter
+    /// case, in the order of names.
+    [[nodiscard]] QStringList named(const QString &folder, const QString &name);
+
+private:
+    QHash<QString, QMultiHash<QString, QString>> m_folders; ///< by path, then lower-cased name
+};
