@@ -22,17 +22,17 @@ def last_lines(failure):
 
 
 def test_of(tests, word):
-    """The test that a slip names as <class> or <class>:<case>, and its cases."""
-    name, *cases = word.split(":")
+    """The test that a slip names as <class>[:<case>[:<row>]], and its cases."""
+    name, _, case = word.partition(":")
     if name not in tests:
         raise Unfit(f"there is no test {name}")
-    return tests[name], cases
+    return tests[name], [case] if case else []
 
 
 def words_of(slips):
     """Each test that the slips name, once; no single cases where the whole class is named."""
     words = sorted({word for slip in slips for word in slip.tests})
-    return [word for word in words if ":" not in word or word.split(":")[0] not in words]
+    return [word for word in words if ":" not in word or word.partition(":")[0] not in words]
 
 
 def try_unchanged(copy, tests, slips):

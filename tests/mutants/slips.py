@@ -1,12 +1,13 @@
 """The slips: small mistakes that a programmer could make in the product, one in each file.
 
-<folder>/<name>.slip is named for the mistake. Its first three lines give the source file, the tests
-that are to notice it (a class, or <class>:<case>, first the one that is tried first) and what the
-user would suffer from. Then follow the text that is searched, which stands in that file exactly once,
-and the text that is put in its place.
+<folder>/<name>.slip is named for the mistake. Its first lines give the source file, the tests that
+are to notice it, in the order in which they are tried (a class, a case of it or a row of a case's
+data), and what the user would suffer from. Then follow the text that is searched, which stands in
+that file exactly once, and the text that is put in its place.
 
     file: base/bytes.cpp
-    tests: tst_bytes tst_zbxheader:keepsTempo
+    test: tst_bytes
+    test: tst_cutsaves:survivesEveryStep:MIDI, eio
     slip: the last byte of a field is not read
     --- searched
     offset + size
@@ -18,7 +19,8 @@ import os
 import re
 from dataclasses import dataclass
 
-PATTERN = re.compile(r"file: (?P<file>\S+)\ntests: (?P<tests>\S.*)\nslip: (?P<what>\S.*)\n"
+PATTERN = re.compile(r"file: (?P<file>\S+)\n(?P<tests>(?:test: \S[^\n]*\n)+)"
+                     r"slip: (?P<what>\S[^\n]*)\n"
                      r"--- searched\n(?P<searched>.+)\n--- replaced by\n(?P<replacement>.*)\n",
                      re.DOTALL)
 
@@ -38,7 +40,7 @@ class Slip:
     number: int  # from 1, in the order of names
     name: str  # <folder>/<name>
     file: str  # of the project
-    tests: tuple
+    tests: tuple  # each as <class>[:<case>[:<row>]]
     what: str
     searched: str
     replacement: str
@@ -60,7 +62,7 @@ def read_slip(number, name, path):
     if not match or match["searched"] == match["replacement"]:
         raise Unfit(f"{path} is not a slip")
     parts = match.groupdict()
-    return Slip(number, name, tests=tuple(parts.pop("tests").split()), **parts)
+    return Slip(number, name, tests=tuple(re.findall("^test: (.+)$", parts.pop("tests"), re.M)), **parts)
 
 
 def read_slips(folder):
