@@ -121,7 +121,7 @@ QByteArray GivenNames::lineOf(const Name &name)
     return checkOf(fields) + ' ' + fields + '\n';
 }
 
-/// What a line says takes the place of what earlier ones said. False when there is no room for it.
+/// A name replaces earlier ones that contradict it. False when there is no room for it.
 bool GivenNames::enter(const Name &name)
 {
     const auto known = m_byGiven.constFind(placeKey(name.folder, name.to));
@@ -187,7 +187,7 @@ QString GivenNames::today(const QString &folder, const QString &name) const
     if (folder.isNull() || known.isEmpty() ||
         fileKind(m_root + folder + u'/' + name) != FileKind::Missing)
         return name;
-    // The newest first; before it one with the very letters, where the memory tells them apart.
+    // An exact match comes first, for memories with case-sensitive names; then the newest name.
     std::sort(known.begin(), known.end(), [&](qsizetype a, qsizetype b) {
         const bool isSameA = m_names.at(a).from == name;
         const bool isSameB = m_names.at(b).from == name;
@@ -267,8 +267,8 @@ bool GivenNames::tidy()
     return m_isWhole;
 }
 
-/// A file that is gone, and one of its name that nobody knows, may be one that was moved by hand;
-/// of several nobody can say.
+/// When a known file has disappeared and exactly one unknown file has its name, it was probably
+/// moved by hand.
 void GivenNames::followMoves()
 {
     QMultiHash<QString, qsizetype> lost;

@@ -7,29 +7,30 @@
 #include <QMultiHash>
 #include <QString>
 
-/// Which short names the files and folders of one memory were given for which long ones. Kept in a
-/// file on the memory, docs/formats/given-names.md, so that a song that is sent again is known.
+/// The short names that the files and folders of one memory got in place of their long ones. They
+/// are kept in a file on the memory, docs/formats/given-names.md, so that a song that is sent again
+/// is recognised.
 ///
-/// Nothing depends on that file: anybody can change, damage or delete it, and songs can be moved
-/// and deleted without it. So a name counts only where the file stands under it, and nothing under
-/// the long one. The letter case of names makes no difference, as it makes none to the player.
+/// That file can be changed, damaged or deleted by others, and songs can be moved or deleted
+/// without it. So a name is used only if the file exists under its short name and not under its
+/// long one. Names are case-insensitive, as they are on the player.
 class GivenNames
 {
 public:
     /// The file's name in the work folder.
     static const QString &fileName();
 
-    /// Begins anew, with the memory whose root is \a root: nothing is known of it.
+    /// Forgets all names. The next calls are about the memory with the root \a root.
     void setRoot(const QString &root);
-    /// Reads what the memory has. Lines that are damaged or name what can't be are left out. False
-    /// when a file stands there that can't be read: nothing is known then.
+    /// Reads the names from the memory; invalid lines are skipped. False when the file exists but
+    /// can't be read: then no name is known.
     bool load();
 
     /// The absolute path of the file that a song sent as \a destination, an absolute path on the
     /// memory, has become there; \a destination itself when none is known.
     QString placeOf(const QString &destination) const;
-    /// \a path, which begins with "/" at the root, with the name of today for each of its names
-    /// that was shortened.
+    /// \a path, which begins with "/" at the root, with the current short name in place of each
+    /// long one.
     QString follow(const QString &path) const;
     /// True when the absolute path \a place is known as that of the long name \a from, whether the
     /// file is there or not.
@@ -44,15 +45,16 @@ public:
     /// Flushes what add() wrote to the disk. False when that failed.
     bool flush() const;
 
-    /// A walk over the memory has come to the file or folder \a path, an absolute path. True when
-    /// that has a name such as are given, and is not known.
+    /// A walk over the memory has reached the file or folder at the absolute path \a path. True
+    /// when its name looks like a given one and is not known.
     bool meet(const QString &path);
-    /// \a path, for which meet() said true, was not on the memory before: it may have been moved.
+    /// \a path, for which meet() returned true, was not on the memory before: it may have been
+    /// moved.
     void addStranger(const QString &path);
-    /// At the end of a walk that met all there is: names whose file is gone are forgotten, or where
-    /// one new file of that name was met in another folder, follow it there. Writes the file anew,
-    /// whole or not at all, when it has other lines than that, and removes it when none is left.
-    /// False when it could not be written.
+    /// At the end of a walk that met all files: forgets names whose file has disappeared, unless
+    /// one new file of that name was met in another folder; then the name follows it there.
+    /// Rewrites the file in one step when its lines have changed, and removes it when no name is
+    /// left. False when it could not be written.
     bool tidy();
 
     /// More names are not remembered.
@@ -83,6 +85,6 @@ private:
     QHash<QString, qsizetype> m_byGiven;      ///< by folded path; each belongs to one long name
     QMultiHash<QString, QString> m_strangers; ///< met without a name; by folded name
     bool m_isWhole = true;       ///< the file on the memory has the lines of m_names, and no others
-    bool m_isUnreadable = false; ///< a file stands there that may be readable another day
+    bool m_isUnreadable = false; ///< the file exists but could not be read now
     bool m_isOpenLine = false;   ///< the file on the memory may end within a line
 };

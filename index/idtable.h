@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-/// The ids of an index in ascending order, each once: at which position of its list is which song.
+/// The ids of an index in ascending order, each once. Finds the position of a song in its list.
 class IdTable
 {
 public:
@@ -20,7 +20,7 @@ public:
     {
         if (m_ids.isEmpty() || id < m_ids.first())
             return -1;
-        // Songs that have gone leave gaps, so that none stands behind the place its id would have.
+        // Removed songs leave gaps, so a song never stands behind the position that equals its id.
         const qsizetype last = std::min<qsizetype>(id - m_ids.first(), m_ids.size() - 1);
         if (m_ids.at(last) == id)
             return last;
@@ -30,5 +30,5 @@ public:
     }
 
 private:
-    QList<quint32> m_ids; ///< apart from the songs: a search for one is to touch little memory
+    QList<quint32> m_ids; ///< apart from the songs, so that a search touches little memory
 };

@@ -14,10 +14,10 @@ class IndexBuild;
 /// reads the songs' heads and writes the index set, keeping the playlists right. One object serves
 /// one run. What the files hold: docs/formats/player-index.md and docs/formats/playlists.md.
 ///
-/// A run never leaves a mixture behind: the whole new set is written beside the old one and then
-/// put in its place; a swap that was cut is finished by the next run. A run that could not write
-/// all that it had to is false, and leaves the old set whole. While one program runs on a memory,
-/// each other one is false at once and touches nothing.
+/// A run never leaves a mixture of two sets: the new set is written beside the old one and then
+/// replaces it; a swap that was interrupted is finished by the next run. A run that could not write
+/// everything returns false and leaves the old set unchanged. While one program works on a memory,
+/// runs of other programs return false at once and change nothing.
 class Index : public QObject, private IndexMonitor
 {
     Q_OBJECT
@@ -27,23 +27,23 @@ public:
     /// report. It must outlive this.
     explicit Index(Run &run, QObject *parent = nullptr);
 
-    /// Numbers all songs below \a root afresh. True when the index is complete afterwards; false
-    /// also for a memory without songs, which then has no index.
-    bool createIndex(const QString &root);
-    /// Takes new, changed and vanished songs into the index of \a root; every known song keeps its
-    /// id. Repairs a damaged index, and runs createIndex where a file of it is missing. Writes
-    /// nothing when nothing changed.
-    bool updateIndex(const QString &root);
+    /// Builds the index of \a root with new ids for all songs. True when it is complete afterwards;
+    /// false also for a memory without songs, which then has no index.
+    [[nodiscard]] bool createIndex(const QString &root);
+    /// Brings the index of \a root up to date with new, changed and removed songs; every known song
+    /// keeps its id. Repairs a damaged index, and runs createIndex when a file of it is missing.
+    /// Writes nothing when nothing has changed.
+    [[nodiscard]] bool updateIndex(const QString &root);
     /// Why the last run, or the last list of songs, was not done.
     Reason failure() const { return m_failure; }
     /// Removes the index files from the memory. "sfx.id2" stays.
     void deleteIndex();
-    /// True when all fifteen index files exist. Does not look into them.
-    bool checkIndexFile();
+    /// True when all fifteen index files exist, whatever their contents.
+    [[nodiscard]] bool checkIndexFile();
     /// Writes the songs of the index of \a root as lines of ";"-separated texts to \a fileName.
     /// 1 on success, 0 when the index can't be read, the file not be written, or another program
     /// works on the memory, -1 when the memory holds no complete index.
-    int saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode);
+    [[nodiscard]] int saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode);
 
     /// How many songs the walk of the last run entered into its table of paths, or looked at there.
     qsizetype pathSteps() const { return m_pathSteps; }

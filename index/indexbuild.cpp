@@ -208,9 +208,9 @@ bool IndexBuild::finish(const Result &result)
         break;
     }
     // A full memory may lack the player's empty folders: its set is complete all the same.
-    bool areNew = false;
-    const bool hasFolders = createBriselDir(areNew) || !isWriteProtected(m_memory.root());
-    if (!m_set.discard() && areNew)
+    const PlayerFolders folders = createBriselDir();
+    const bool hasFolders = folders.areThere || !isWriteProtected(m_memory.root());
+    if (!m_set.discard() && folders.areNew)
         (void)flushFolder(m_memory.root());
     if (!hasFolders || !m_set.isComplete())
         return fail();
@@ -219,25 +219,25 @@ bool IndexBuild::finish(const Result &result)
     return true;
 }
 
-/// True when the player's empty folders are there; \a areNew: one was made.
-bool IndexBuild::createBriselDir(bool &areNew)
+/// Makes the player's empty folders where they are missing.
+IndexBuild::PlayerFolders IndexBuild::createBriselDir()
 {
     const QDir root(m_memory.root());
-    bool areThere = true;
+    PlayerFolders result;
     for (const QString &folder : {QStringLiteral("sfx"), QStringLiteral("bridge")}) {
         if (QFileInfo::exists(m_set.filePath(folder)))
             continue;
         const bool isMade = root.mkdir(folder);
-        areNew = areNew || isMade;
-        areThere = areThere && isMade;
+        result.areNew = result.areNew || isMade;
+        result.areThere = result.areThere && isMade;
     }
-    return areThere;
+    return result;
 }
 
 /// Ends a run before its walk. False, with the reason.
 bool IndexBuild::giveUp()
 {
-    m_memory.renames().flush();
+    (void)m_memory.renames().flush();
     m_set.discard();
     return fail();
 }

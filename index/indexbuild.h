@@ -40,6 +40,10 @@ private:
         bool hasMetAll = true;   ///< no folder was unreadable
         bool isRepaired = false; ///< the old index was damaged
     };
+    struct PlayerFolders {
+        bool areThere = true;
+        bool areNew = false; ///< one was made by this run
+    };
 
     qint32 loadAllIndexFile();
     Result createPathIndex();
@@ -48,7 +52,7 @@ private:
     Outcome writeSet();
     bool stageFiles();
     bool finish(const Result &result);
-    bool createBriselDir(bool &areNew);
+    PlayerFolders createBriselDir();
     bool giveUp();
     bool fail();
 

@@ -19,7 +19,7 @@ public:
     /// The file that is worked on; empty at the end of a stage.
     virtual void showPath(const QString &path) = 0;
     virtual void reportError(const QString &message) = 0;
-    /// Something that was done and the user should know, but no failure.
+    /// Reports something that the user should know and that is not a failure.
     virtual void reportNotice(const QString &message) = 0;
 
 protected:

@@ -14,17 +14,17 @@ class IndexSet;
 
 /// Reads an index set back from a memory, also a damaged one. Paths are read as Latin-1 although
 /// they are written in "IBM 850": a path with characters above 0x7F doesn't match its file again,
-/// and that song is indexed anew.
+/// and that song is indexed as a new one.
 ///
 /// "index.id2" alone says which songs there are. What it has of a song is kept; a song that the
 /// lists do not agree about is marked, so that its head is read again.
 class IndexReader
 {
 public:
-    /// Fills \a songs from the set below \a root, in the order of their ids: all but the texts and
-    /// what stands beside the titles, which an update of an unchanged memory has no use for. Of
-    /// records that share an id the first counts. False when "index.id2" can't be read now.
-    bool read(const IndexSet &set, const QString &root, QList<SongInfoIndex> &songs);
+    /// Fills \a songs from the set below \a root, in the order of their ids, without what the lists
+    /// have of them: an update of an unchanged memory does not need it. Of records that share an id
+    /// the first is used. False when "index.id2" can't be read.
+    [[nodiscard]] bool read(const IndexSet &set, const QString &root, QList<SongInfoIndex> &songs);
 
     /// False when the set that was read is damaged.
     bool isSound() const { return m_arePathsSound && m_check.isSound(); }
@@ -32,8 +32,8 @@ public:
     bool hasAllTexts() const { return m_areIdsSound && m_check.hasAllTexts(); }
     /// How many songs were read.
     qsizetype size() const { return m_ids.size(); }
-    /// The highest id in any of the files; 0 when there is none. Ids of damaged records, so high
-    /// that none above them is left, don't count.
+    /// The highest id in any of the files; 0 when there are no ids. Ids of damaged records, so high
+    /// that no higher ones are left, are ignored.
     quint32 highestId() const;
     /// The path of the song at \a position in the bytes of "index.id2".
     QByteArray pathAt(qsizetype position) const;
@@ -50,7 +50,7 @@ public:
     bool has(quint32 id) const { return m_ids.positionOf(id) >= 0; }
     /// True when a song has the path with the sort key \a key.
     bool hasPath(const QByteArray &key) const;
-    /// The path of the song with \a id in the bytes of "index.id2"; empty when there is none.
+    /// The path of the song with \a id in the bytes of "index.id2"; empty for an unknown id.
     QByteArray pathOf(quint32 id) const;
     /// The record of the song with \a id in "title.id2"; empty when it has none.
     QByteArray titleRecordOf(quint32 id) const;

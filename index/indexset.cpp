@@ -177,7 +177,8 @@ bool IndexSet::clear(const QStringList &kept)
     return !m_isCut && m_work.clear(m_work.has(given) ? kept + QStringList(given) : kept);
 }
 
-/// One line a file, and a last one with the checksum of all before: half a mark is none.
+/// One line for each file, and a last one with the checksum of all before it, so that a truncated
+/// mark is invalid.
 QByteArray IndexSet::mark() const
 {
     QByteArray mark = markHead + '\n';

@@ -37,7 +37,7 @@ public:
     /// \a newSongs more songs with the old set still there.
     static qint64 roomForUpdate(const QString &root, qsizetype newSongs);
 
-    bool isComplete() const;
+    [[nodiscard]] bool isComplete() const;
     /// Removes the fifteen files and the two temporary ones whose names are reserved.
     void remove();
 
@@ -48,14 +48,14 @@ public:
 
     /// Starts a new set: a work folder that is empty but for the given names (GivenNames) and the
     /// mark of the run (MemoryIdentity::markName()). False when it can't be made.
-    bool beginStaging();
+    [[nodiscard]] bool beginStaging();
     /// Takes one file of the new set, or a playlist that goes with it. \a name is relative to the
     /// root. False when it can't become part of a set; commit() then fails.
     bool stage(const QString &name, const QByteArray &content);
     /// Puts the staged files in their places. False when one of the fifteen is missing, when there
     /// is no room, or when the memory refused: the old set is whole then, or the next run finishes
     /// what this one has begun.
-    bool commit();
+    [[nodiscard]] bool commit();
     /// True when the last commit() failed for want of room.
     bool lacksRoom() const { return m_lacksRoom; }
     /// Takes the work folder away, unless the next run needs it, or it keeps given names: the run
@@ -110,5 +110,5 @@ private:
     qint64 m_kept = 0; ///< bytes of their contents
     bool m_stagingFailed = false;
     bool m_lacksRoom = false;
-    bool m_isCut = false; ///< the old set is gone and the new one not yet there
+    bool m_isCut = false; ///< the old set is removed and the new one not yet in place
 };

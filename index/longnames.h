@@ -41,11 +41,12 @@ public:
 
     /// The first free name of the kind "MYFAVO-1" for the file or folder \a name; empty when all
     /// 999 are taken. It has no character that FAT does not allow, and never half of one.
-    QString freeName(const QString &name, FileKind kind);
+    [[nodiscard]] QString freeName(const QString &name, FileKind kind);
 
     /// Renames \a name to \a shortName, and with an MP3 the ".cdg" file beside it. False when
     /// either can't be; then both have their old names.
-    bool rename(MemoryRenames &renames, const QString &name, const QString &shortName);
+    [[nodiscard]] bool rename(MemoryRenames &renames, const QString &name,
+                              const QString &shortName);
 
 private:
     QString companionOf(const QString &name);

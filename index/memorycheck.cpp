@@ -50,7 +50,7 @@ bool MemoryCheck::run(const QString &root)
     }
     const bool isDone = checkAll();
     emit currentPathChanged(QString());
-    // What a memory that was pulled has lost is no finding.
+    // Files that are missing because the memory was pulled are not findings.
     if (!isDone || m_run.isEnding() || fileIdentity(root) != identity) {
         m_findings = MemoryFindings();
         return false;
@@ -76,7 +76,7 @@ bool MemoryCheck::checkAll()
     return true;
 }
 
-/// Reads a file of the index and tells of one that can't be what it should.
+/// Reads a file of the index and reports one that is missing, unreadable or of an impossible size.
 MemoryFile MemoryCheck::readFile(const QString &name, int unit, qint64 least, qint64 most)
 {
     step(name);
@@ -143,10 +143,10 @@ void MemoryCheck::checkRecord(qsizetype record, int timesMet)
             tr("index.id2, record %1: song indicizzata due volte: %2").arg(record).arg(path));
 }
 
-/// Tells of songs of the memory that have no record; \a records says how many each key has.
+/// Reports songs of the memory that have no record; \a records says how many each key has.
 void MemoryCheck::checkUnindexedSongs(const QHash<QByteArray, int> &records)
 {
-    // A full index has no room for them, and the run has told of each.
+    // A full index has no room for them, and the run has reported each.
     if (m_index.paths.records() >= mostSongs)
         return;
     QHash<QByteArray, int> left = records;

@@ -11,8 +11,8 @@
 
 #include <array>
 
-/// Looks whether the index on a memory is sound: every record points to a song that is there, every
-/// song of the memory is indexed once, orders, groups, alphabet tables and counts agree, and
+/// Checks whether the index on a memory is sound: every record points to a song that is there,
+/// every song of the memory is indexed once, orders, groups, alphabet tables and counts agree, and
 /// playlists name songs that are there. It changes nothing. See docs/formats/player-index.md, "How
 /// a memory is checked".
 class MemoryCheck : public QObject
@@ -27,7 +27,7 @@ public:
     /// Checks the memory \a root. False when that came to no end: the program was asked to end, or
     /// the memory is not there any more. Then there are no findings. False also when another
     /// program works on the memory; then that is the one finding.
-    bool run(const QString &root);
+    [[nodiscard]] bool run(const QString &root);
 
     /// A line of plain text for each finding of the last run, in the language of that moment; when
     /// there are very many a last one says how many more.
@@ -37,7 +37,7 @@ public:
     bool hasDamage() const { return m_findings.hasDamage(); }
 
 signals:
-    /// A maximum of 0: the songs are being looked for, nobody knows how many there are.
+    /// The maximum is 0 while songs are searched and their number is not known.
     void progressMaxSetup(int maximum);
     void progressValueChanged(int value);
     /// With "" at the end.

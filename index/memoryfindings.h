@@ -14,7 +14,7 @@ public:
 
     /// Takes one finding. Names in it can't break its line.
     void add(const QString &finding);
-    /// The same for one that says that the files of the index don't belong together.
+    /// The same for a finding that shows that the index itself is damaged.
     void addDamage(const QString &finding);
 
     /// A line for each finding, and one that counts those above the most.

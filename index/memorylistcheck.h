@@ -26,8 +26,8 @@ struct IndexedSongs {
 
 /// Checks one list of an index, of titles or of groups, for the check of a memory.
 ///
-/// Texts stand in Latin-1 and are cut, but are ordered by the whole of them: where a '?' or a cut
-/// hides what decided, any order is right.
+/// Texts are stored truncated in Latin-1, but ordered by their full Unicode form: where a '?' or
+/// the truncation hides the difference, any order is accepted.
 class MemoryListCheck
 {
     Q_DECLARE_TR_FUNCTIONS(MemoryListCheck)

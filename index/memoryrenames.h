@@ -7,13 +7,13 @@
 class FolderHandle;
 class GivenNames;
 
-/// Gives files and folders of one memory new names, and sees to it that these reach the disk.
+/// Renames files and folders of one memory, and flushes the new names to the disk.
 ///
-/// Each name is changed by the system's own rename, never by copying, through a handle of the
-/// folder that was reached without following a link: nothing outside of the memory gets a new name,
-/// whatever is exchanged for a link meanwhile. On the FAT family the moved file or folder and then
-/// its folder are flushed before the next name is changed; elsewhere flush() does it at once for
-/// all.
+/// Files are renamed by the system, never copied, through a handle of their folder that was opened
+/// without following links: nothing outside of the memory is renamed, even if a folder is replaced
+/// by a link during the run. On the FAT family the renamed file or folder and then its parent
+/// folder are flushed before the next one is renamed; on other systems flush() does it for all at
+/// the end.
 class MemoryRenames
 {
 public:
@@ -22,15 +22,15 @@ public:
         QString to;
     };
 
-    /// Begins anew, with the memory whose root is \a root, whose \a given names get
-    /// each new one; they are used until the next call.
+    /// The next calls are about the memory with the root \a root. New names are added to \a given,
+    /// which must outlive this.
     void setRoot(const QString &root, GivenNames &given);
     /// Renames entries of \a folder, one after the other: all of them or none. Replaces nothing.
-    /// The first new name is remembered, before it is given. False when one can't be renamed, or
-    /// \a folder is not on the memory.
-    bool rename(const QString &folder, const QList<NewName> &names);
+    /// The first new name is added to the given names before the rename. False when one can't be
+    /// renamed, or \a folder is not on the memory.
+    [[nodiscard]] bool rename(const QString &folder, const QList<NewName> &names);
     /// Flushes the new names to the disk. False when one may not have reached it.
-    bool flush();
+    [[nodiscard]] bool flush();
 
 private:
     void makeReady(const QString &folder, const QString &way, const QList<NewName> &names);

@@ -103,7 +103,7 @@ bool MemorySongs::walk(const Run &run, const QString &folder,
 
 void MemorySongs::add(const QString &path)
 {
-    // A record has no room for a longer path; the run itself told of such a song.
+    // A record has no room for a longer path; the run itself has reported such a song.
     constexpr int longestPath = 45;
     if (path.size() > longestPath)
         return;

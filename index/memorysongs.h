@@ -27,8 +27,8 @@ public:
 
     /// Walks over the memory \a root and calls \a visit with the path of each file. False when \a
     /// run is to end.
-    bool find(const Run &run, const QString &root,
-              const std::function<void(const QString &)> &visit);
+    [[nodiscard]] bool find(const Run &run, const QString &root,
+                            const std::function<void(const QString &)> &visit);
 
     /// The songs that an index should hold, in the order in which they were met.
     const QList<Song> &songs() const { return m_songs; }

@@ -37,7 +37,7 @@ void PathTable::enter(qsizetype index)
     last = index;
 }
 
-/// Doubles the room and enters all songs anew.
+/// Doubles the number of slots and enters all songs again.
 void PathTable::grow()
 {
     constexpr qsizetype firstSize = 1024; // a power of 2, as all the others

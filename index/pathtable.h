@@ -17,16 +17,17 @@ public:
     /// Enters the next song of the list by its pathHash().
     void add(size_t hash);
 
-    /// The index of the song with the path of \a wanted, ignoring case; -1 when there is none.
+    /// The index of the song with the path of \a wanted, case-insensitive; -1 when no song has it.
     qsizetype find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted);
     /// As above; \a hash is the pathHash() of \a wanted.
     qsizetype find(const QList<SongInfoIndex> &songs, const SongInfoIndex &wanted, size_t hash);
-    /// Equal for what counts as the same path, and not to be foreseen by whoever fills a memory.
+    /// Equal for paths that count as the same. Seeded, so that a memory can't be filled with paths
+    /// of one hash.
     static size_t pathHash(const SongInfoIndex &song);
     /// How many songs were entered, or looked at to find others.
     qsizetype steps() const { return m_steps; }
-    /// The index of the song that a path file's \a bytes name; -1 when there is none, or when
-    /// several could be meant: a neighbour must not take a song's place.
+    /// The index of the song that a path file's \a bytes name; -1 when no song has
+    /// that path or several could be meant.
     qsizetype findBytes(const QList<SongInfoIndex> &songs, const QByteArray &bytes);
 
 private:

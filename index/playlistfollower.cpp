@@ -182,7 +182,7 @@ bool PlaylistFollower::names(const Files &files, qsizetype entry, qsizetype path
     return hasTitle(song, title) || (!isKnownWell() && songsWithTitle(title).isEmpty());
 }
 
-/// True when the old index knows all ids but those of songs that have gone.
+/// True when the old index knows all ids but those of songs that were removed.
 bool PlaylistFollower::isKnownWell() const
 {
     return m_old.isSound() && m_old.size() > 0;

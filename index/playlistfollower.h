@@ -12,7 +12,7 @@
 
 class IndexReader;
 
-/// Has playlists follow their songs from an old index to a new list of songs: see
+/// Changes playlists so that they name the same songs in a new index as in the old one: see
 /// docs/formats/playlists.md. An entry names a song by its id in the old index; where that is not
 /// known, or can't be trusted, the path file of the playlist and the title in the entry itself say
 /// which song was meant.
@@ -20,8 +20,8 @@ class PlaylistFollower
 {
 public:
     enum class Way {
-        InPlace, ///< each entry is exchanged where it stands; one whose song has gone stays
-        Anew, ///< the songs are written from the start, and the old last entries stay behind them
+        InPlace, ///< each entry is replaced at its place; one whose song was removed stays
+        Anew,    ///< the songs are written from the beginning; old entries beyond the last one stay
     };
     /// Gives the path that the song or folder at \a path has got since by a new name.
     using NewPath = std::function<QString(const QString &path)>;
@@ -39,14 +39,14 @@ public:
     /// The new files for the songs file \a playlist and the path file \a paths, null when there is
     /// none.
     Result follow(const QByteArray &playlist, const QByteArray &paths, Way way);
-    /// The ids of the old last entries that follow() leaves behind a playlist that it writes anew,
-    /// because their songs have gone.
+    /// The ids of the old last entries that follow() leaves behind a playlist that it rewrites,
+    /// because their songs were removed.
     QList<quint32> deadIds(const QByteArray &playlist, const QByteArray &paths);
 
 private:
     static constexpr qsizetype none = -1;
 
-    /// One playlist on its way: records by number.
+    /// The files of one playlist; records are counted from 0.
     struct Files {
         const QByteArray &playlist;
         const QByteArray &paths;
@@ -91,5 +91,5 @@ private:
     QHash<QByteArray, qsizetype> m_found; ///< songs by their path bytes: playlists repeat them
     QHash<QByteArray, QByteArray> m_newPaths;
     QHash<QByteArray, QList<qsizetype>> m_byTitle; ///< filled when it is first asked
-    std::optional<QSet<qsizetype>> m_named;        ///< by the path file of the playlist on its way
+    std::optional<QSet<qsizetype>> m_named;        ///< by the path file of the current playlist
 };

@@ -44,17 +44,16 @@ QByteArray pathRecords(const QByteArray &playlist, const IndexReader &old, const
     return paths;
 }
 
-/// Reads the songs file of a playlist. False when there is none that can be read.
-bool readSongs(const IndexSet &set, qint16 number, QByteArray &playlist)
+/// The songs file of a playlist; none when it can't be read.
+std::optional<QByteArray> readSongs(const IndexSet &set, qint16 number)
 {
     const FileContent songs =
         readWholeFile(set.filePath(Playlists::songsFileName(number)), maxPlaylistSize);
-    playlist = songs.bytes;
-    return songs.isDone();
+    return songs.isDone() ? std::optional(songs.bytes) : std::nullopt;
 }
 
-/// The path file of a playlist; null when there is none that can be read, as the songs file says
-/// most of what it does.
+/// The path file of a playlist; null when it can't be read: most of it can be derived from the
+/// songs file.
 QByteArray readPaths(const IndexSet &set, qint16 number)
 {
     const FileContent paths =
@@ -126,12 +125,12 @@ Playlists::Preparation Playlists::writePathFiles(IndexSet &set, const QList<qint
     FileLot lot;
     lot.setMemory(set.root());
     for (const qint16 number : numbers) {
-        QByteArray playlist;
-        if (!readSongs(set, number, playlist))
+        const std::optional<QByteArray> playlist = readSongs(set, number);
+        if (!playlist.has_value())
             result = Preparation::NoSongs;
         else if ((lot.isFull() && !lot.commitAll()) ||
                  !lot.write({set.filePath(pathsFileName(number))},
-                            pathRecords(playlist, old, readPaths(set, number))))
+                            pathRecords(*playlist, old, readPaths(set, number))))
             return Preparation::Unwritable;
         set.pulse();
     }
@@ -142,10 +141,10 @@ quint32 Playlists::highestId(const IndexSet &set, const QList<qint16> &numbers)
 {
     quint32 highest = 0;
     for (const qint16 number : numbers) {
-        QByteArray playlist;
-        if (!readSongs(set, number, playlist))
+        const std::optional<QByteArray> playlist = readSongs(set, number);
+        if (!playlist.has_value())
             continue;
-        for (const quint32 id : idsOf(playlist))
+        for (const quint32 id : idsOf(*playlist))
             highest = id < highestLimit ? std::max(highest, id) : highest;
         set.pulse();
     }
@@ -157,10 +156,10 @@ QSet<QByteArray> Playlists::namedPaths(const IndexSet &set, const QList<qint16> 
 {
     QSet<QByteArray> paths;
     for (const qint16 number : numbers) {
-        QByteArray playlist;
-        if (!readSongs(set, number, playlist))
+        const std::optional<QByteArray> playlist = readSongs(set, number);
+        if (!playlist.has_value())
             continue;
-        for (const quint32 id : idsOf(playlist)) {
+        for (const quint32 id : idsOf(*playlist)) {
             if (old.has(id))
                 paths.insert(pathSortKey(pathFromBytes(old.pathOf(id))));
         }
@@ -175,8 +174,8 @@ quint32 Playlists::firstFreeId(const IndexSet &set, const QList<qint16> &numbers
     bool isTaken = false;
     quint32 highest = 0;
     for (const qint16 number : numbers) {
-        QByteArray playlist;
-        if (!readSongs(set, number, playlist)) {
+        const std::optional<QByteArray> playlist = readSongs(set, number);
+        if (!playlist.has_value()) {
             if (fileKind(set.filePath(songsFileName(number))) != FileKind::Missing) {
                 isTaken = true;
                 highest = std::max(highest, oldHighest);
@@ -184,8 +183,8 @@ quint32 Playlists::firstFreeId(const IndexSet &set, const QList<qint16> &numbers
             continue;
         }
         const QList<quint32> dead = isWritable(set, number)
-                                        ? follower.deadIds(playlist, readPaths(set, number))
-                                        : idsOf(playlist);
+                                        ? follower.deadIds(*playlist, readPaths(set, number))
+                                        : idsOf(*playlist);
         for (const quint32 id : dead) {
             isTaken = isTaken || id < static_cast<quint64>(songs);
             highest = id < highestLimit ? std::max(highest, id) : highest;
@@ -200,20 +199,20 @@ QStringList Playlists::stage(IndexSet &set, const QList<qint16> &numbers,
 {
     QStringList left;
     for (const qint16 number : numbers) {
-        QByteArray playlist;
         const QString name = songsFileName(number);
-        if (!readSongs(set, number, playlist)) {
+        const std::optional<QByteArray> playlist = readSongs(set, number);
+        if (!playlist.has_value()) {
             if (fileKind(set.filePath(name)) != FileKind::Missing)
                 left.append(name);
             continue;
         }
         const PlaylistFollower::Result result =
-            follower.follow(playlist, readPaths(set, number), way);
-        if (result.songs != playlist && !isWritable(set, number)) {
+            follower.follow(*playlist, readPaths(set, number), way);
+        if (result.songs != *playlist && !isWritable(set, number)) {
             left.append(name);
             continue;
         }
-        if (way == PlaylistFollower::Way::Anew || result.songs != playlist)
+        if (way == PlaylistFollower::Way::Anew || result.songs != *playlist)
             set.stage(name, result.songs);
         if (!result.paths.isNull())
             set.stage(pathsFileName(number), result.paths);

@@ -11,7 +11,7 @@ class IndexReader;
 class IndexSet;
 
 /// The files of the user's playlists, which name songs by their ids: turned into paths before the
-/// songs are numbered afresh, and followed to the new ids afterwards. See
+/// songs get new ids, and changed to the new ids afterwards. See
 /// docs/formats/playlists.md.
 namespace Playlists
 {
@@ -29,34 +29,36 @@ QString songsFileName(qint16 number);
 QString pathsFileName(qint16 number);
 
 /// The numbers in "playlist/playlist.dat", each once; none when it can't be read.
-QList<qint16> readNumbers(const IndexSet &set);
+[[nodiscard]] QList<qint16> readNumbers(const IndexSet &set);
 
 /// True when every one of \a numbers has its path file. One without a record, such as a cut leaves,
 /// is as good as missing where the playlist has songs.
-bool haveAllPathFiles(const IndexSet &set, const QList<qint16> &numbers);
+[[nodiscard]] bool haveAllPathFiles(const IndexSet &set, const QList<qint16> &numbers);
 
 /// Writes the path files of the playlists \a numbers by the index that \a old has read.
-Preparation writePathFiles(IndexSet &set, const QList<qint16> &numbers, const IndexReader &old);
+[[nodiscard]] Preparation writePathFiles(IndexSet &set, const QList<qint16> &numbers,
+                                         const IndexReader &old);
 
-/// The highest id that an entry of the playlists \a numbers has; 0 when there is none. Ids so high
-/// that none above them is left don't count: only damage makes such.
-quint32 highestId(const IndexSet &set, const QList<qint16> &numbers);
+/// The highest id that an entry of the playlists \a numbers has; 0 when they have no
+/// entries. Ids so high that no higher ones are left are damaged and ignored.
+[[nodiscard]] quint32 highestId(const IndexSet &set, const QList<qint16> &numbers);
 
 /// The sort keys of the paths that the index \a old has for the entries of the playlists \a
 /// numbers.
-QSet<QByteArray> namedPaths(const IndexSet &set, const QList<qint16> &numbers,
-                            const IndexReader &old);
+[[nodiscard]] QSet<QByteArray> namedPaths(const IndexSet &set, const QList<qint16> &numbers,
+                                          const IndexReader &old);
 
-/// The lowest number from which on \a songs new ids can begin, so that none of them is that of an
-/// entry of the playlists \a numbers that stays behind: 0 unless that would give one away. A
-/// playlist that can't be read may have any id of the old index, whose highest is \a oldHighest.
-quint32 firstFreeId(const IndexSet &set, const QList<qint16> &numbers, PlaylistFollower &follower,
-                    qsizetype songs, quint32 oldHighest);
+/// The lowest id from which on \a songs songs can be numbered without giving one of them the id of
+/// an entry that stays behind in the playlists \a numbers although its song was removed; 0 when no
+/// entry has such an id. A playlist that can't be read may have any id of the old index, whose
+/// highest is \a oldHighest.
+[[nodiscard]] quint32 firstFreeId(const IndexSet &set, const QList<qint16> &numbers,
+                                  PlaylistFollower &follower, qsizetype songs, quint32 oldHighest);
 
 /// Stages the new songs files of the playlists \a numbers, and the path files of those that the
-/// player has changed. Gives the names of songs files that are there but can't be followed. A write
-/// that fails shows when the set is committed.
-QStringList stage(IndexSet &set, const QList<qint16> &numbers, PlaylistFollower &follower,
-                  PlaylistFollower::Way way);
+/// player has changed. Returns the names of songs files that exist but can't be changed. A failed
+/// write is reported when the set is committed.
+[[nodiscard]] QStringList stage(IndexSet &set, const QList<qint16> &numbers,
+                                PlaylistFollower &follower, PlaylistFollower::Way way);
 
 } // namespace Playlists

@@ -4,9 +4,8 @@
 
 #include <algorithm>
 
-/// Sorts \a list, which mostly stands in order already, by merging the runs that do: n - 1
-/// comparisons when it is in order, as many as any sort takes when it is not at all. Elements that
-/// \a less holds for equal keep no defined order.
+/// Sorts \a list, most of which is in order already, by merging its ordered runs: n - 1 comparisons
+/// when it is sorted, as many as any sort otherwise. Not a stable sort.
 template <typename Element, typename Less>
 void sortRuns(QList<Element> &list, Less less)
 {

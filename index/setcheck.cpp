@@ -66,7 +66,7 @@ int initialAt(const QByteArray &list, qsizetype at)
 
 } // namespace
 
-/// One list on the way through it.
+/// The state of the walk through one list.
 struct SetCheck::Walk {
     std::size_t list;
     const SetFiles &files;

@@ -8,11 +8,11 @@ class IdTable;
 
 /// Whether the files of an index set agree with each other. A card that was pulled, or repaired by
 /// a system, leaves files that are empty, cut, full of zeros or another file's. But each song
-/// stands in all lists, with the same record, in its order and its group; what does not is in
-/// doubt.
+/// stands in all lists, with the same record, in its order and its group; songs for which that is
+/// not so are unsure.
 ///
-/// Texts stand in Latin-1 and are cut, but are ordered by the whole of them: where a '?' or a cut
-/// hides what decided, any order is right.
+/// Texts are stored truncated in Latin-1, but ordered by their full Unicode form: where a '?' or
+/// the truncation hides the difference, any order is accepted.
 class SetCheck
 {
 public:

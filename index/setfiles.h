@@ -8,7 +8,7 @@
 class IndexSet;
 
 /// The contents of the fifteen files of an index set as they lie on the memory: see
-/// docs/formats/player-index.md. A file that is not there, or is no plain file, is null.
+/// docs/formats/player-index.md. A file that is missing or not a plain file is null.
 struct SetFiles {
     enum ListIndex : std::size_t { Titles, Artists, Genres, Titles3, Artists3, Genres3, Lists };
 

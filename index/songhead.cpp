@@ -13,14 +13,14 @@
 namespace
 {
 
-constexpr int minimumSize = 5;       ///< bytes; a shorter file is no song
+constexpr int minimumSize = 5;       ///< bytes; a shorter file is not a song
 constexpr int textWidth = 58;        ///< characters of a text in the player's records
 constexpr int midiScanStart = 22;    ///< just behind the headers of file and first track
 constexpr qsizetype id3Window = 512; ///< bytes of a tag in which frames' names are looked for
 
 const QString unknownText = QStringLiteral("<unknown>");
 
-/// Takes the text of \a width bytes at \a pos, at most 58 of them; empty when there is none.
+/// Takes the text of \a width bytes at \a pos, at most 58 of them; empty when there is no text.
 QString textAt(const QByteArray &prefix, qsizetype pos, qint64 width)
 {
     const qsizetype start = std::min(pos, prefix.size());

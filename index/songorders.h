@@ -5,12 +5,11 @@
 /// Positions in a list of songs.
 using SongOrder = QList<qsizetype>;
 
-/// The orders of the index's files, as positions in a list that stays as it is. They are those of
-/// compareByPath, compareTitle, compareArtist and compareGenre, found with less work: a title's
-/// beginning is folded once, an artist or genre once for each way it is written, and nothing but
-/// positions is moved. Songs that
-/// these hold for equal stand in the order of their paths on the disk, so that the same songs
-/// always give the same files.
+/// The orders of the index files, as positions in a list that is not changed. They are those of
+/// compareByPath, compareTitle, compareArtist and compareGenre, but faster: the beginning of a
+/// title is folded only once, an artist or genre once for each spelling, and only positions are
+/// moved. Songs that compare equal are ordered by their paths, so that the same songs always give
+/// the same files.
 namespace SongOrders
 {
 

@@ -49,7 +49,7 @@ void SongRoll::meetKnownSong(qsizetype position, const QString &full, const QStr
         known.date = 0;
         known.time = 0;
     }
-    // Renamed in letter case only: on a memory that tells them apart the old name finds nothing, or
+    // Renamed in letter case only: on a case-sensitive memory the old name finds nothing, or
     // what is not on the memory.
     if (known.absolutePath != full && (fileKind(known.absolutePath) == FileKind::Missing ||
                                        leavesRoot(known.absolutePath, m_root))) {

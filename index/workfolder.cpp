@@ -178,7 +178,7 @@ bool WorkFolder::clear(const QStringList &kept)
                 (void)flushHandle(open.get());
             return false;
         }
-        // On FAT it keeps what it takes, as long as it is open, until its entry has gone.
+        // On FAT it keeps what it takes, as long as it is open, until its entry is removed.
         QDir(m_root).rmdir(workName);
         if (isFat)
             (void)flushFolder(m_root);

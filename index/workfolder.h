@@ -5,8 +5,8 @@
 #include <QStringList>
 
 /// The folder ".brisel2pc" in the root of a memory, in which a run keeps what must outlive a cut.
-/// Anybody can write there between two runs: a link is never followed, in place of the folder as
-/// little as in place of a file, and a file is made new, never opened where it is.
+/// Others can write there between two runs: links in place of the folder or of its files are never
+/// followed, and files are always created, never opened for writing.
 class WorkFolder
 {
 public:
@@ -16,21 +16,21 @@ public:
     /// Of the file \a name.
     QString path(const QString &name) const { return path() + u'/' + name; }
     /// True when anything stands under its name.
-    bool stands() const;
+    [[nodiscard]] bool stands() const;
     /// Makes the folder where it is missing. False when that failed.
-    bool make();
-    /// Sees to it that so many files can be added without the folder having to grow.
+    [[nodiscard]] bool make();
+    /// Reserves room in the folder, so that it need not grow when these files are added.
     void reserve(const QStringList &names);
-    bool has(const QString &name) const;
+    [[nodiscard]] bool has(const QString &name) const;
     /// Writes a new file of all of \a content, in place of what has the name \a name. Flushes
-    /// nothing. False when it is not wholly there.
-    bool write(const QString &name, const QByteArray &content);
+    /// nothing. False when it was not written completely.
+    [[nodiscard]] bool write(const QString &name, const QByteArray &content);
     /// Adds \a data to the end of the file \a name, or makes it; one that is more than a plain file
     /// with one name, or has more than \a largest bytes, is left alone. Flushes nothing but, on
     /// FAT, the name of a new file. False when not all of it was written, or that flush failed.
-    bool append(const QString &name, const QByteArray &data, qint64 largest);
+    [[nodiscard]] bool append(const QString &name, const QByteArray &data, qint64 largest);
     /// Reads the whole of a file of at most \a maximum bytes. False when that is not possible.
-    bool read(const QString &name, qint64 maximum, QByteArray &content) const;
+    [[nodiscard]] bool read(const QString &name, qint64 maximum, QByteArray &content) const;
     void remove(const QString &name);
     /// Flushes the file \a name to the disk. False when that failed.
     bool flush(const QString &name) const;

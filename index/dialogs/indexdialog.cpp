@@ -162,7 +162,7 @@ void IndexDialog::showOutcome(Outcome outcome)
                               tr("Operazione non riuscita.\nAssicurarsi che il disco abbia "
                                  "sufficiente spazio libero e che non sia protetto da scrittura."));
     }
-    // Files that are wrong as soon as they are written tell of a broken memory.
+    // Files that are wrong right after they were written point to a broken memory.
     if (m_uncorrectable) {
         // "necesario" is the old spelling; translations know the text by it.
         QMessageBox::warning(this, tr("ATTENZIONE"),

@@ -11,7 +11,7 @@ namespace Ui
 class IndexDialog;
 }
 
-/// Prepares a memory for the player: builds its index afresh or brings it up to date, checks the
+/// Prepares a memory for the player: rebuilds its index or brings it up to date, checks the
 /// result when that was asked for, and lists the files that were refused and what was found.
 class IndexDialog : public RunDialog
 {
@@ -26,7 +26,7 @@ public:
     /// Reserved. Always false: the check that the box asks for is MemoryCheck's.
     static bool checkDisk(const QString &path);
 
-    /// What came of the last run; none before the first.
+    /// The result of the last run; empty before the first.
     const std::optional<RunReport> &report() const { return m_report; }
 
 public slots:
@@ -69,6 +69,6 @@ private:
     int m_found = 0;
     int m_progress = 0;
     qint32 m_errors = 0;
-    bool m_uncorrectable = false; ///< the index that was just built anew is damaged
+    bool m_uncorrectable = false; ///< the index that was just rebuilt is damaged
     std::optional<RunReport> m_report;
 };

@@ -20,7 +20,7 @@ public:
     explicit SongsListDialog(QWidget *parent = nullptr);
     ~SongsListDialog() override;
 
-    /// What came of the last run; none before the first.
+    /// The result of the last run; empty before the first.
     const std::optional<RunReport> &report() const { return m_report; }
 
 public slots:
