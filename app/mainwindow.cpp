@@ -241,7 +241,7 @@ void MainWindow::updateActions()
     m_pickAction->setEnabled(m_phase != Phase::NoLibrary);
     m_ui->searchLineEdit->setEnabled(m_phase != Phase::NoLibrary);
     m_updateAction->setEnabled(m_phase == Phase::Imported);
-    m_transferAction->setEnabled(hasFiles);
+    m_transferAction->setEnabled(hasFiles && !m_fileList.isEmpty());
     for (QAction *action : {m_ui->actionRemoveRow, m_ui->actionDeleteFile})
         action->setEnabled(m_phase != Phase::NoLibrary);
 }

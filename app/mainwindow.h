@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/runreport.h"
 #include "base/settings.h"
 #include "db/database.h"
 #include "library/transfer.h"

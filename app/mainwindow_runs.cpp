@@ -4,7 +4,6 @@
 #include "app/songdrop.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
-#include "db/usersongsreltablemodel.h"
 #include "index/dialogs/rundialog.h"
 #include "index/volumes.h"
 #include "library/backup.h"
@@ -42,7 +41,7 @@ void MainWindow::openSongs(const QStringList &paths)
     SongPicker picker(paths);
     SongPicker::Outcome outcome = SongPicker::Outcome::Interrupted;
     {
-        LibraryRun run(*this, Operation::Import);
+        WindowRun run(this, Operation::Import); // reports nothing: the last report stays
         outcome = picker.run(run);
     }
     if (outcome == SongPicker::Outcome::NoSongs)

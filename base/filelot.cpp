@@ -89,7 +89,7 @@ bool FileLot::write(const Place &place, const QByteArray &content)
     std::unique_ptr<FileReplacement> file = open(place);
     if (file == nullptr)
         return false;
-    file->keepAttributesOfOld();
+    (void)file->keepAttributesOfOld(); // there may be no old one
     if (!file->write(content))
         return false;
     add(std::move(file));

@@ -92,13 +92,13 @@ bool FileReplacement::openBeside(int &attempt)
     return m_mayRemove;
 }
 
-void FileReplacement::keepAttributesOfOld()
+bool FileReplacement::keepAttributesOfOld()
 {
     PlainFile old;
-    if (old.open(m_place.path))
-        keepAttributes(old.handle(), m_file.handle());
-    else if (old.state().kind == FileKind::Regular)
-        m_file.setPermissions(QFile::permissions(m_place.path));
+    if (!old.open(m_place.path))
+        return false;
+    keepAttributes(old.handle(), m_file.handle());
+    return true;
 }
 
 bool FileReplacement::write(const QByteArray &content)

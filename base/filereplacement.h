@@ -42,8 +42,9 @@ public:
 
     /// The new file, unbuffered, which the content is written into.
     QFile &file() { return m_file; }
-    /// Copies owner, permissions and attributes of the replaced file to the new one.
-    void keepAttributesOfOld();
+    /// Copies owner, permissions and attributes of the replaced file to the new one. False when
+    /// there is none, or it can't be opened.
+    [[nodiscard]] bool keepAttributesOfOld();
     /// Writes the whole of \a content, and finishes. False when that failed.
     [[nodiscard]] bool write(const QByteArray &content);
     /// Says that the content is complete, and how many bytes it has.

@@ -2,6 +2,7 @@
 
 #include "base/filedescriptor.h"
 #include "base/filelot.h"
+#include "base/filereplacement.h"
 #include "base/flushing.h"
 #include "base/overwriting.h"
 #include "base/plainfile.h"
@@ -22,8 +23,16 @@ namespace
 
 WriteResult writeBeside(FileLot &lot, const FileLot::Place &place, const QByteArray &content)
 {
-    if (lot.write(place, content))
+    std::unique_ptr<FileReplacement> file = lot.open(place);
+    if (file == nullptr)
+        return WriteResult::Failed;
+    // Of a file that may not be read the permissions are all that can be kept.
+    if (!file->keepAttributesOfOld() && QFile::exists(place.path))
+        file->file().setPermissions(QFile::permissions(place.path));
+    if (file->write(content)) {
+        lot.add(std::move(file));
         return WriteResult::Staged;
+    }
     const bool isChanged = place.expected != nullptr && fileState(place.watched) != *place.expected;
     return isChanged ? WriteResult::Changed : WriteResult::Failed;
 }
@@ -149,8 +158,11 @@ bool moveIntoPlace(const QString &from, const QString &to)
         return false;
     const QString before = QFileInfo(from).absolutePath();
     const QString folder = QFileInfo(to).absolutePath();
-    const bool isOldNameFlushed = before == folder || flushFolder(before);
-    PlainFile file;
-    const bool isFileFlushed = file.open(to) && flushHandle(file.handle());
-    return flushFolder(folder) && isOldNameFlushed && isFileFlushed;
+    // It has its new name now, whether that could be flushed or not.
+    if (before != folder)
+        (void)flushFolder(before);
+    if (PlainFile file; file.open(to))
+        (void)flushHandle(file.handle());
+    (void)flushFolder(folder);
+    return true;
 }

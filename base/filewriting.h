@@ -63,5 +63,5 @@ QString temporaryPathIn(const QString &folder, int attempt);
 [[nodiscard]] bool openNewFile(QFile &file, const TemporaryPath &pathOf, bool isPrivate);
 
 /// Renames \a from to \a to, replacing a file of that name in one step, and flushes it and its
-/// folders. False when nothing was renamed, or when the new name may not have reached the disk.
+/// folders as far as possible. False when nothing was renamed.
 [[nodiscard]] bool moveIntoPlace(const QString &from, const QString &to);

@@ -3,13 +3,13 @@
 #include <QSet>
 #include <QString>
 
-/// The folders that a walk has come to. Each is entered once, whatever links lead to it, so that a
-/// link to a folder above ends no walk in a loop.
+/// The folders that a walk has entered. Each is entered once, whatever links lead to it: a link to
+/// a folder above would otherwise make the walk endless.
 class FolderWalk
 {
 public:
-    /// True the first time that the walk comes to \a folder. A folder that can't be looked at is
-    /// never known.
+    /// True the first time that the walk comes to \a folder. A folder that can't be examined
+    /// is never remembered.
     [[nodiscard]] bool enter(const QString &folder);
     /// True when the walk has entered \a folder, by whatever path.
     [[nodiscard]] bool hasEntered(const QString &folder) const;

@@ -81,8 +81,8 @@ bool MemoryIdentity::layMark()
     const QString work = StagingFolder::workFolderName();
     // What is in a folder could reach a FAT disk before the folder's own beginning.
     if (::mkdirat(root.get(), QFile::encodeName(work).constData(), 0777) == 0) {
-        if (isOnFat(root.get()) && !flushHandle(root.get()))
-            return false;
+        if (isOnFat(root.get()))
+            (void)flushHandle(root.get());
     } else if (errno != EEXIST) {
         return false;
     }

@@ -24,6 +24,7 @@ public:
         ChangeUnpublished, ///< whether a song that the publisher did not publish may be changed
         Rename,            ///< whether a long name may be shortened
     };
+    static constexpr std::size_t questionCount = 3;
     /// A part of the run that is shown on its own.
     struct Stage {
         QString title;
@@ -83,5 +84,5 @@ protected:
 private:
     RunGuard m_guard;
     RunReport m_report;
-    std::array<std::optional<bool>, 3> m_answers; ///< "to all", by question
+    std::array<std::optional<bool>, questionCount> m_answers; ///< "to all", by question
 };

@@ -30,7 +30,7 @@ public:
     /// Makes the report one about \a operation, too.
     void addOperation(Operation operation);
     void count(Success success);
-    void add(Step lack, const QString &path, Reason reason);
+    void add(Step step, const QString &path, Reason reason);
     /// A file that was not indexed, in words that name it and the reason. Messages that are the
     /// same up to the first "/" are of one kind. False when its kind has its lines already: it is
     /// counted only.

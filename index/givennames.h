@@ -24,7 +24,7 @@ public:
     void setRoot(const QString &root);
     /// Reads the names from the memory; invalid lines are skipped. False when the file exists but
     /// can't be read: then no name is known.
-    bool load();
+    [[nodiscard]] bool load();
 
     /// The absolute path of the file that a song sent as \a destination, an absolute path on the
     /// memory, has become there; \a destination itself when none is known.
@@ -43,7 +43,7 @@ public:
     /// same. Flushes nothing.
     bool add(const QString &folder, const QString &from, const QString &to);
     /// Flushes what add() wrote to the disk. False when that failed.
-    bool flush() const;
+    [[nodiscard]] bool flush() const;
 
     /// A walk over the memory has reached the file or folder at the absolute path \a path. True
     /// when its name looks like a given one and is not known.
@@ -55,7 +55,7 @@ public:
     /// one new file of that name was met in another folder; then the name follows it there.
     /// Rewrites the file in one step when its lines have changed, and removes it when no name is
     /// left. False when it could not be written.
-    bool tidy();
+    [[nodiscard]] bool tidy();
 
     /// More names are not remembered.
     static constexpr int maxNames = 65535;

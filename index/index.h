@@ -5,8 +5,12 @@
 #include "index/indexset.h"
 #include "index/memoryreasons.h"
 #include "index/songinfoindex.h"
+#include "index/songorders.h"
 
+#include <QList>
 #include <QObject>
+
+#include <optional>
 
 class IndexBuild;
 
@@ -66,6 +70,8 @@ private:
     bool setRoot(const QString &root);
     /// Takes the memory for the \a work of a run.
     bool build(const QString &root, bool (IndexBuild::*work)());
+
+    std::optional<QByteArray> listText(const QList<SongInfoIndex> &songs, const SongOrder &order);
 
     void setMaximum(int maximum) override;
     void setProgress(int value) override;

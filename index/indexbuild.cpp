@@ -204,7 +204,7 @@ bool IndexBuild::finish(const Result &result)
     case Outcome::Done:
         // Files in folders that can't be read keep their names.
         if (result.hasMetAll)
-            m_memory.names().tidy();
+            (void)m_memory.names().tidy(); // the next run tries it again
         break;
     }
     // A full memory may lack the player's empty folders: its set is complete all the same.

@@ -51,7 +51,7 @@ bool MemoryCheck::run(const QString &root)
     const bool isDone = checkAll();
     emit currentPathChanged(QString());
     // Files that are missing because the memory was pulled are not findings.
-    if (!isDone || m_run.isEnding() || fileIdentity(root) != identity) {
+    if (!isDone || !m_run.mayGoOn() || fileIdentity(root) != identity) {
         m_findings = MemoryFindings();
         return false;
     }
@@ -97,7 +97,7 @@ void MemoryCheck::checkPaths()
         return;
     checkIds();
     QHash<QByteArray, int> records;
-    for (qsizetype record = 0; record < m_index.paths.records() && mayGoOn(m_run); ++record) {
+    for (qsizetype record = 0; record < m_index.paths.records() && countStep(m_run); ++record) {
         checkRecord(record, ++records[MemorySongs::keyOf(m_index.paths.path(record))]);
     }
     checkUnindexedSongs(records);
@@ -107,7 +107,7 @@ void MemoryCheck::checkIds()
 {
     constexpr quint32 noId = 0xFFFFFFFF;
     qint64 last = -1;
-    for (qsizetype record = 0; record < m_index.paths.records() && mayGoOn(m_run); ++record) {
+    for (qsizetype record = 0; record < m_index.paths.records() && countStep(m_run); ++record) {
         const quint32 id = m_index.paths.id(record);
         if (m_index.recordOfId.contains(id))
             m_findings.addDamage(
@@ -151,7 +151,7 @@ void MemoryCheck::checkUnindexedSongs(const QHash<QByteArray, int> &records)
         return;
     QHash<QByteArray, int> left = records;
     for (const MemorySongs::Song &song : m_memory.songs()) {
-        if (!mayGoOn(m_run))
+        if (!countStep(m_run))
             return;
         // Where songs share a key any of them may be the one without a record.
         if (left[song.key]-- <= 0)
@@ -168,7 +168,7 @@ void MemoryCheck::checkPathOrder()
     const qsizetype all = m_index.paths.records();
     QList<bool> met(all, false);
     QByteArray last;
-    for (qsizetype place = 0; place < order.size() / 2 && mayGoOn(m_run); ++place) {
+    for (qsizetype place = 0; place < order.size() / 2 && countStep(m_run); ++place) {
         const quint16 record = order.littleEndian16(place * 2);
         if (record >= all) {
             m_findings.addDamage(
@@ -190,7 +190,7 @@ void MemoryCheck::checkPathOrder()
                                      .arg(MemorySongs::fromBytes(bytes)));
         last = key;
     }
-    for (qsizetype record = 0; record < all && mayGoOn(m_run); ++record) {
+    for (qsizetype record = 0; record < all && countStep(m_run); ++record) {
         if (!met.at(record))
             m_findings.addDamage(tr("%1: manca il record %2").arg(name).arg(record));
     }
@@ -198,7 +198,7 @@ void MemoryCheck::checkPathOrder()
 
 void MemoryCheck::checkLists()
 {
-    for (std::size_t i = 0; i < lists.size() && mayGoOn(m_run); ++i) {
+    for (std::size_t i = 0; i < lists.size() && countStep(m_run); ++i) {
         const List &list = lists.at(i);
         const QString name = QLatin1StringView(list.name);
         const QString tableName = u'a' + name;
@@ -208,7 +208,7 @@ void MemoryCheck::checkLists()
         if (i == 0) {
             m_index.titles = file;
             m_index.titleOfRecord.fill(-1, m_index.paths.records());
-            for (qsizetype record = file.records() - 1; record >= 0 && mayGoOn(m_run); --record) {
+            for (qsizetype record = file.records() - 1; record >= 0 && countStep(m_run); --record) {
                 const qsizetype song = m_index.recordOfId.value(file.id(record), -1);
                 if (song >= 0)
                     m_index.titleOfRecord[song] = record;
@@ -233,7 +233,7 @@ void MemoryCheck::checkCounts()
     const QString name = QStringLiteral("fsinfos.id2");
     constexpr int countsSize = 12;
     const MemoryFile counts = readFile(name, countsSize, 1, 1);
-    for (std::size_t i = 0; i < lists.size() && counts.isGood() && mayGoOn(m_run); ++i) {
+    for (std::size_t i = 0; i < lists.size() && counts.isGood() && countStep(m_run); ++i) {
         const quint16 counted = counts.littleEndian16(static_cast<qsizetype>(i) * 2);
         if (m_counts.at(i) >= 0 && counted != static_cast<quint16>(m_counts.at(i)))
             m_findings.addDamage(tr("%1: il conto di %2 è %3, non %4")
@@ -254,7 +254,7 @@ void MemoryCheck::checkPlaylists()
     if (!list.isGood() || !m_index.paths.isGood())
         return;
     QSet<quint32> met;
-    for (qint64 pos = 0; pos + listRecord <= list.size() && mayGoOn(m_run); pos += listRecord) {
+    for (qint64 pos = 0; pos + listRecord <= list.size() && countStep(m_run); pos += listRecord) {
         // The low byte is signed, and the whole number, too: 85 00 is -123.
         const int low = list.byte(pos) < 0x80 ? list.byte(pos) : list.byte(pos) - 0x100;
         const auto number =
@@ -275,7 +275,7 @@ void MemoryCheck::checkPlaylist(const QString &name)
         m_findings.add(tr("%1: lunghezza errata: %2 byte").arg(fileName).arg(playlist.size()));
     else if (playlist.state() == MemoryFile::State::Unreadable)
         m_findings.add(tr("%1: il file non si può leggere").arg(fileName));
-    for (qsizetype place = 0; place < playlist.records() && mayGoOn(m_run); ++place)
+    for (qsizetype place = 0; place < playlist.records() && countStep(m_run); ++place)
         checkEntry(fileName, playlist, place);
 }
 

@@ -81,7 +81,7 @@ void MemoryListCheck::checkSongs(const IndexedSongs &songs, bool mp3Only)
 {
     const qsizetype all = songs.paths.records();
     QList<bool> met(all, false);
-    for (qsizetype record = 0; record < m_file.records() && mayGoOn(m_run); ++record) {
+    for (qsizetype record = 0; record < m_file.records() && countStep(m_run); ++record) {
         if (m_grouped && m_file.isHeader(record))
             continue;
         const quint32 id = m_file.id(record);
@@ -106,7 +106,7 @@ void MemoryListCheck::checkSongs(const IndexedSongs &songs, bool mp3Only)
                                      .arg(record)
                                      .arg(path()));
     }
-    for (qsizetype song = 0; song < all && mayGoOn(m_run); ++song) {
+    for (qsizetype song = 0; song < all && countStep(m_run); ++song) {
         const qsizetype title = songs.titleOfRecord.at(song);
         const bool wanted = songs.recordOfId.value(songs.paths.id(song), -1) == song &&
                             (!mp3Only || (title >= 0 && songs.titles.isMp3(title)));
@@ -121,7 +121,7 @@ void MemoryListCheck::checkOrder()
     Order groups;
     Order songs;
     int songsInGroup = 0;
-    for (qsizetype record = 0; record < m_file.records() && mayGoOn(m_run); ++record) {
+    for (qsizetype record = 0; record < m_file.records() && countStep(m_run); ++record) {
         const QString text = m_file.text(record);
         if (m_grouped && m_file.isHeader(record)) {
             checkGroup(record, songsInGroup);
@@ -156,7 +156,7 @@ void MemoryListCheck::checkGroup(qsizetype header, int songsBefore)
                                  .arg(before));
     // The songs are counted by looking ahead: no song is looked at for more than one header.
     qsizetype end = header + 1;
-    while (end < m_file.records() && !m_file.isHeader(end) && mayGoOn(m_run))
+    while (end < m_file.records() && !m_file.isHeader(end) && countStep(m_run))
         ++end;
     const int announced = m_file.announcedSongs(header);
     const auto there = static_cast<int>(end - header - 1);
@@ -174,7 +174,7 @@ void MemoryListCheck::checkAlphabet(const QString &tableName, const MemoryFile &
 {
     std::array<quint32, initials> first{};
     first.fill(noOffset);
-    for (qsizetype record = 0; record < m_file.records() && mayGoOn(m_run); ++record) {
+    for (qsizetype record = 0; record < m_file.records() && countStep(m_run); ++record) {
         const int initial = isEntry(record) ? initialOf(m_file.text(record)) : -1;
         if (initial >= 0 && first.at(initial) == noOffset)
             first.at(initial) = static_cast<quint32>(record * MemoryFile::recordSize);

@@ -10,7 +10,7 @@
 class MemoryFindings;
 
 /// Counts one step of a check. False once \a run is to end.
-inline bool mayGoOn(Run &run)
+[[nodiscard]] inline bool countStep(Run &run)
 {
     run.pulse();
     return run.mayGoOn();

@@ -32,7 +32,7 @@ bool MemoryRenames::rename(const QString &folder, const QList<NewName> &names)
     if (m_given->add(way, names.first().from, names.first().to)) {
         m_isGivenNew = !handle.isFat();
         if (handle.isFat())
-            m_given->flush();
+            (void)m_given->flush(); // the names on the memory count all the same
     }
     for (qsizetype done = 0; done < names.size(); ++done) {
         if (renameOne(handle, names.at(done).from, names.at(done).to))
@@ -66,7 +66,7 @@ bool MemoryRenames::flush()
         isDone = root.flushFileSystem();
     if (!isDone.has_value()) {
         if (m_isGivenNew)
-            m_given->flush();
+            (void)m_given->flush(); // the names on the memory count all the same
         isDone = std::all_of(m_folders.cbegin(), m_folders.cend(), [this](const QString &way) {
             const FolderHandle folder(m_root, way);
             return folder.isOpen() && folder.flush();

@@ -43,13 +43,11 @@ public:
     /// their end, and of what could not be looked at, which may be a song or a folder.
     const QStringList &unreadable() const { return m_unreadable; }
 
-    /// True when \a suffix is that of a song.
-    static bool checkFileExt(QStringView suffix);
-
 private:
     void scanFolder(const QString &longPath, const FolderEntry &entry, LongNames &names);
     void scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names);
     bool leadsToSongs(const QString &folder);
+    static bool checkFileExt(QStringView suffix);
     static bool isPlayersFolder(const QString &name);
     bool isOutside(const QString &path, const FolderEntry &entry) const;
     bool addFileToIndex(const QString &full);

@@ -13,7 +13,7 @@ RunMemory::RunMemory(IndexMonitor &monitor, const QString &root)
 void RunMemory::loadNames()
 {
     m_names.setRoot(m_root);
-    m_names.load();
+    (void)m_names.load(); // without it no name is known
     m_renames.setRoot(m_root, m_names);
 }
 

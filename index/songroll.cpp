@@ -2,7 +2,7 @@
 
 #include "base/fileidentity.h"
 #include "base/folderhandle.h"
-#include "base/songtext.h"
+#include "base/lettercase.h"
 #include "index/indexreader.h"
 #include "index/indexrecords.h"
 

@@ -56,18 +56,31 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
     reader.readTexts(songs);
     run().pulse();
 
+    const std::optional<QByteArray> list = listText(songs, listOrder(songs, mode));
+    if (!list.has_value()) {
+        m_failure = Run::interrupted;
+        return 0;
+    }
+    if (replaceFile(fileName, *list))
+        return 1;
+    const Reason reason = whyUnwritable(fileName, list->size());
+    if (reason != FileReason::unwritable)
+        m_failure = reason;
+    return 0;
+}
+
+/// The lines of the list. Empty when the program is to end.
+std::optional<QByteArray> Index::listText(const QList<SongInfoIndex> &songs, const SongOrder &order)
+{
+    run().pulse();
     QByteArray list;
     QTextStream lines(&list);
     lines << tr("TITOLO") << ';' << tr("ARTISTA") << ';' << tr("GENERE") << ';' << tr("FILE")
           << ";\n";
     int written = 0;
-    const SongOrder order = listOrder(songs, mode);
-    run().pulse();
     for (const qsizetype position : order) {
-        if (run().isEnding()) {
-            m_failure = Run::interrupted;
-            return 0;
-        }
+        if (run().isEnding())
+            return std::nullopt;
         const SongInfoIndex &song = songs.at(position);
         // Fields stand as they are: a ";" in a title shifts the columns of its line.
         // The reader gives the bytes of the path as Latin-1.
@@ -79,10 +92,5 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
         setProgress(++written);
     }
     lines.flush();
-    if (replaceFile(fileName, list))
-        return 1;
-    const Reason reason = whyUnwritable(fileName, list.size());
-    if (reason != FileReason::unwritable)
-        m_failure = reason;
-    return 0;
+    return list;
 }

@@ -109,8 +109,9 @@ bool WorkFolder::append(const QString &name, const QByteArray &data, qint64 larg
         state.st_size <= largest &&
         ::write(file.get(), data.constData(), static_cast<size_t>(data.size())) == data.size();
     file.close();
-    const bool isNewOnFat = isWritten && state.st_size == 0 && isOnFat(folder.get());
-    return isNewOnFat ? flushHandle(folder.get()) : isWritten;
+    if (isWritten && state.st_size == 0 && isOnFat(folder.get()))
+        (void)flushHandle(folder.get());
+    return isWritten;
 }
 
 bool WorkFolder::read(const QString &name, qint64 maximum, QByteArray &content) const

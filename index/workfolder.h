@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool write(const QString &name, const QByteArray &content);
     /// Adds \a data to the end of the file \a name, or makes it; one that is more than a plain file
     /// with one name, or has more than \a largest bytes, is left alone. Flushes nothing but, on
-    /// FAT, the name of a new file. False when not all of it was written, or that flush failed.
+    /// FAT, the name of a new file. False when not all of it was written.
     [[nodiscard]] bool append(const QString &name, const QByteArray &data, qint64 largest);
     /// Reads the whole of a file of at most \a maximum bytes. False when that is not possible.
     [[nodiscard]] bool read(const QString &name, qint64 maximum, QByteArray &content) const;

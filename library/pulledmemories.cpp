@@ -1,5 +1,6 @@
 #include "library/pulledmemories.h"
 
+#include "index/memoryreasons.h"
 #include "index/volumes.h"
 
 QString PulledMemories::pulledFrom(const QString &path)

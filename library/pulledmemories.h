@@ -2,7 +2,6 @@
 
 #include "base/memoryidentity.h"
 #include "base/runreport.h"
-#include "index/memoryreasons.h"
 
 #include <QHash>
 #include <QString>

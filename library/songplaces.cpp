@@ -19,7 +19,7 @@ void SongPlaces::begin(const QString &root)
     if (root.isEmpty())
         return;
     m_names.setRoot(root);
-    m_names.load();
+    (void)m_names.load(); // without it no name is known
 }
 
 QString SongPlaces::placeOf(const QString &source, const QString &destination, Run &run)

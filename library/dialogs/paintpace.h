@@ -11,7 +11,11 @@ class PaintPace
 {
 public:
     /// A stage of the run begins.
-    void restart() { m_steps = 0; }
+    void restart()
+    {
+        m_steps = 0;
+        m_pause = 0;
+    }
     /// Counts one step of the stage. True when it is to be painted now.
     [[nodiscard]] bool isStepDue();
     /// True when the run is to be painted now, between two steps.

@@ -1,3 +1,3 @@
 #pragma once
 
-#include "library/progress.h"
+#include "library/backup.h"

@@ -1,0 +1,3 @@
+#pragma once
+
+#include "index/dialogs/rundialog.h"
