@@ -72,7 +72,7 @@ void addVisible(const dirent &entry, const QString &folder, int handle, bool isF
     (isText ? all.entries : all.unnamed).append({name, kindOf(entry, path), isLink(entry, handle)});
 }
 
-/// Without order, and with the folders of the system.
+/// Unsorted, with the folders of the system.
 FolderEntries entriesOf(const QString &folder)
 {
     FolderEntries all;

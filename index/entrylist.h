@@ -11,7 +11,7 @@ struct FolderEntry {
     bool isLink = false;
 };
 
-/// What was found in a folder.
+/// The entries found in a folder.
 struct FolderEntries {
     QList<FolderEntry> entries; ///< those that can be opened by a path
     /// Those whose names are not valid text: they can't be opened by a path. Invalid bytes are
@@ -26,6 +26,6 @@ struct FolderEntries {
 /// links are looked at. A folder that does not exist counts as empty.
 FolderEntries visibleEntries(const QString &folder);
 
-/// True when a folder above the file \a path has a name that systems use for recycle bins,
+/// Returns true if a folder above the file \a path has a name that systems use for recycle bins,
 /// recovered files or data of their own. Folders whose names begin with a point are hidden anyway.
 bool liesInSystemFolder(QStringView path);

@@ -21,7 +21,7 @@ constexpr qsizetype maxNameLength = 255;          ///< units of UTF-16, as FAT h
 constexpr int fieldsOfLine = 4;
 constexpr qsizetype maxLines = 4 * GivenNames::maxNames; ///< with those that no longer count
 
-/// Lines of another version have other ones.
+/// Files of another version have other lines.
 QByteArray checkOf(const QByteArray &fields)
 {
     return QCryptographicHash::hash(namesHead + fields, QCryptographicHash::Sha1)
@@ -34,7 +34,7 @@ QByteArray encoded(const QString &text)
     return text.toUtf8().toPercentEncoding("/");
 }
 
-/// False when \a field is not what encoded() gives.
+/// Returns false if \a field is not a result of encoded().
 bool decode(const QByteArray &field, QString &text)
 {
     text = QString::fromUtf8(QByteArray::fromPercentEncoding(field));
@@ -121,7 +121,7 @@ QByteArray GivenNames::lineOf(const Name &name)
     return checkOf(fields) + ' ' + fields + '\n';
 }
 
-/// A name replaces earlier ones that contradict it. False when there is no room for it.
+/// A name replaces earlier ones that contradict it. Returns false if there is no room for it.
 bool GivenNames::enter(const Name &name)
 {
     const auto known = m_byGiven.constFind(placeKey(name.folder, name.to));
@@ -180,7 +180,7 @@ bool GivenNames::wasGiven(const QString &from, const QString &place) const
     return known != m_byGiven.cend() && foldedText(m_names.at(*known).from) == foldedText(from);
 }
 
-/// The name that \a name in \a folder has become.
+/// Returns the present name of \a name in \a folder.
 QString GivenNames::today(const QString &folder, const QString &name) const
 {
     QList<qsizetype> known = m_byLong.values(placeKey(folder, name));
@@ -201,7 +201,8 @@ QString GivenNames::today(const QString &folder, const QString &name) const
     return name;
 }
 
-/// The folder of the absolute path \a path, as lines have it; null when it is not on the memory.
+/// Returns the folder of the absolute path \a path in the form of the lines; null if it is not on
+/// the memory.
 QString GivenNames::folderOf(const QString &path) const
 {
     const QString way = wayBelow(m_root, path.left(path.lastIndexOf(u'/') + 1));
@@ -274,7 +275,7 @@ void GivenNames::followMoves()
     QMultiHash<QString, qsizetype> lost;
     for (qsizetype index = 0; index < m_names.size(); ++index) {
         const Name &name = m_names.at(index);
-        // In a folder that can't be looked at nothing is lost.
+        // Names in an unreadable folder are kept.
         if (!name.isDropped && !name.isMet && fileKind(pathOf(name, name.to)) == FileKind::Missing)
             lost.insert(foldedText(name.to), index);
     }

@@ -22,27 +22,27 @@ public:
 
     /// Forgets all names. The next calls are about the memory with the root \a root.
     void setRoot(const QString &root);
-    /// Reads the names from the memory; invalid lines are skipped. False when the file exists but
-    /// can't be read: then no name is known.
+    /// Reads the names from the memory; invalid lines are skipped. Returns false if the file exists
+    /// but can't be read: then no name is known.
     [[nodiscard]] bool load();
 
-    /// The absolute path of the file that a song sent as \a destination, an absolute path on the
-    /// memory, has become there; \a destination itself when none is known.
+    /// Returns the present absolute path of the file that was sent as \a destination, an absolute
+    /// path on the memory; \a destination itself if it got no other name.
     QString placeOf(const QString &destination) const;
     /// \a path, which begins with "/" at the root, with the current short name in place of each
     /// long one.
     QString follow(const QString &path) const;
-    /// True when the absolute path \a place is known as that of the long name \a from, whether the
-    /// file is there or not.
+    /// Returns true if the absolute path \a place is stored for the long name \a from, whether the
+    /// file exists or not.
     bool wasGiven(const QString &from, const QString &place) const;
-    /// True when the file at the absolute path \a place is known as the one of some long name.
+    /// Returns true if the absolute path \a place is stored for any long name.
     bool isKnown(const QString &place) const;
 
-    /// Remembers that \a to is now the name of \a from in \a folder, a path below the root without
-    /// "/" at either end. False when that is not on the memory; it is known to this object all the
-    /// same. Flushes nothing.
+    /// Stores that \a to is now the name of \a from in \a folder, a path below the root without "/"
+    /// at either end. Returns false if it could not be written to the memory; this object still has
+    /// it. Flushes nothing.
     bool add(const QString &folder, const QString &from, const QString &to);
-    /// Flushes what add() wrote to the disk. False when that failed.
+    /// Flushes what add() wrote to the disk. Returns false on failure.
     [[nodiscard]] bool flush() const;
 
     /// A walk over the memory has reached the file or folder at the absolute path \a path. True
@@ -54,10 +54,10 @@ public:
     /// At the end of a walk that met all files: forgets names whose file has disappeared, unless
     /// one new file of that name was met in another folder; then the name follows it there.
     /// Rewrites the file in one step when its lines have changed, and removes it when no name is
-    /// left. False when it could not be written.
+    /// left. Returns false if it could not be written.
     [[nodiscard]] bool tidy();
 
-    /// More names are not remembered.
+    /// The most names that are stored.
     static constexpr int maxNames = 65535;
 
 private:
@@ -83,7 +83,7 @@ private:
     QList<Name> m_names;
     QMultiHash<QString, qsizetype> m_byLong;  ///< by folded path
     QHash<QString, qsizetype> m_byGiven;      ///< by folded path; each belongs to one long name
-    QMultiHash<QString, QString> m_strangers; ///< met without a name; by folded name
+    QMultiHash<QString, QString> m_strangers; ///< met, but not stored; by folded name
     bool m_isWhole = true;       ///< the file on the memory has the lines of m_names, and no others
     bool m_isUnreadable = false; ///< the file exists but could not be read now
     bool m_isOpenLine = false;   ///< the file on the memory may end within a line

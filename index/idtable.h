@@ -9,13 +9,13 @@ class IdTable
 {
 public:
     void reserve(qsizetype count) { m_ids.reserve(count); }
-    /// Appends \a id, which is above all that there are.
+    /// Appends \a id, which must be above all others.
     void append(quint32 id) { m_ids.append(id); }
     qsizetype size() const { return m_ids.size(); }
-    /// The highest id; 0 when there is none.
+    /// The highest id; 0 if the table is empty.
     quint32 highest() const { return m_ids.isEmpty() ? 0 : m_ids.last(); }
 
-    /// The position of \a id; -1 when no song has it.
+    /// Returns the position of \a id; -1 if no song has it.
     qsizetype positionOf(quint32 id) const
     {
         if (m_ids.isEmpty() || id < m_ids.first())

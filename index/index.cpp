@@ -64,8 +64,8 @@ bool Index::setRoot(const QString &root)
     QString path = root;
     if (path.endsWith(u'/') || path.endsWith(u'\\'))
         path.chop(1);
-    // Paths are cut by the root's length: "X//" or "X/." would spoil them. An empty root would
-    // be the working folder.
+    // Paths are cut at the root's length, which would be wrong for "X//" or "X/.". An empty root
+    // would be the working folder.
     if (!path.isEmpty())
         path = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     if (path == QStringLiteral("/"))

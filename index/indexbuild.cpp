@@ -24,7 +24,7 @@ IndexBuild::IndexBuild(IndexMonitor &monitor, IndexSet &set)
     m_wasComplete = m_set.isComplete();
     for (const QString &name : IndexSet::names())
         m_memory.moveFolderAside(m_set.filePath(name));
-    // On a write-protected memory no question about a name could be obeyed.
+    // On a write-protected memory no name can be changed, so no question is asked.
     if (isWriteProtected(m_memory.root()))
         m_monitor.run().answerAll(Run::Question::Rename, false);
 }
@@ -32,10 +32,10 @@ IndexBuild::IndexBuild(IndexMonitor &monitor, IndexSet &set)
 bool IndexBuild::createIndex()
 {
     m_isRebuild = true;
-    // What can be read of the old index says which songs the playlists name; otherwise their path
-    // files and titles do.
+    // The readable part of the old index has the songs of the playlists; without it their path
+    // files and titles are used.
     loadAllIndexFile();
-    // Without its path file a playlist would lose all its songs together with the old index.
+    // Without its path file a playlist would lose all its songs with the old index.
     if (m_playlists.createPlaylistFilePath() == Playlists::Preparation::Unwritable)
         return giveUp();
     m_playlistWay = PlaylistFollower::Way::Anew;
@@ -56,8 +56,8 @@ bool IndexBuild::updateIndex()
     const bool isRead = loadAllIndexFile() == 0;
     if (isRead && !m_wasComplete)
         return createIndex();
-    // A memory that takes no path file takes no index either, and losing this one would leave the
-    // playlists without their songs.
+    // If path files can't be written, a new index can't be written either, and removing the old one
+    // would leave the playlists without their songs.
     const Playlists::Preparation playlists =
         isRead ? m_playlists.createPlaylistFilePath() : Playlists::Preparation::Unwritable;
     if (playlists == Playlists::Preparation::Unwritable)
@@ -66,12 +66,12 @@ bool IndexBuild::updateIndex()
         m_playlistWay = PlaylistFollower::Way::Anew;
     if (!m_old.isSound())
         m_roll.setModified();
-    // An entry of a playlist whose song is gone would play the song that got its id.
+    // An entry of a playlist for a removed song would play the song that got its id.
     m_roll.setNextId(std::max(m_lastId, m_playlists.highestId()) + 1);
     return finish(createPathIndex());
 }
 
-/// Reads the index that is on the memory. 0, or -1 when it can't be read.
+/// Reads the index on the memory. Returns 0, or -1 if it can't be read.
 qint32 IndexBuild::loadAllIndexFile()
 {
     const bool isRead = m_old.read(m_set, m_memory.root(), m_roll.songs());
@@ -100,19 +100,19 @@ IndexBuild::Result IndexBuild::createPathIndex()
     const bool isDamaged = !m_isRebuild && !m_old.isSound();
     if (isDamaged)
         m_roll.restoreIds(m_old);
-    // The songs of a rebuild do not stand where the reader has them.
+    // The songs of a rebuild are not at the positions of the reader.
     if (!m_isRebuild)
         m_old.readTexts(m_roll.songs());
     m_monitor.run().pulse();
     result.outcome = writeSet();
     result.isRepaired = isDamaged && result.outcome == Outcome::Done;
-    // The mark may be gone with what was staged.
+    // The mark may have been removed with the staged files.
     if (m_memory.isGone() || !m_memory.identity().isThere())
         result.outcome = Outcome::Gone;
     return result;
 }
 
-/// Whether the new index may be written once all songs were looked at.
+/// Whether the new index may be written after the pass over all songs.
 IndexBuild::Outcome IndexBuild::afterWalk(const MemoryWalk &walk)
 {
     if (!m_memory.isSame())
@@ -126,7 +126,7 @@ IndexBuild::Outcome IndexBuild::afterWalk(const MemoryWalk &walk)
     return m_isRebuild && wouldLoseSongs(walk) ? Outcome::Unreachable : Outcome::Done;
 }
 
-/// True when songs of the old index are in folders that can't be read now.
+/// Returns true if songs of the old index are in folders that can't be read now.
 bool IndexBuild::wouldLoseSongs(const MemoryWalk &walk)
 {
     if (walk.unreadable().isEmpty())
@@ -166,8 +166,8 @@ bool IndexBuild::stageFiles()
 {
     m_roll.removeDeletedItems();
     QList<SongInfoIndex> &songs = m_roll.songs();
-    // A rebuild numbers its songs from 0, unless that would give a song the id that a playlist
-    // still has of one that is gone.
+    // A rebuild numbers its songs from 0, unless a song would get an id that a playlist still has
+    // for a removed song.
     const quint32 firstId = m_isRebuild ? m_playlists.firstFreeId(songs) : 0;
     for (SongInfoIndex &song : songs)
         song.id += firstId;
@@ -207,7 +207,7 @@ bool IndexBuild::finish(const Result &result)
             (void)m_memory.names().tidy(); // the next run tries it again
         break;
     }
-    // A full memory may lack the player's empty folders: its set is complete all the same.
+    // On a full memory the player's empty folders may be missing; the set is still complete.
     const PlayerFolders folders = createBriselDir();
     const bool hasFolders = folders.areThere || !isWriteProtected(m_memory.root());
     if (!m_set.discard() && folders.areNew)
@@ -234,7 +234,7 @@ IndexBuild::PlayerFolders IndexBuild::createBriselDir()
     return result;
 }
 
-/// Ends a run before its walk. False, with the reason.
+/// Ends a run before its walk. Returns false, and stores the reason.
 bool IndexBuild::giveUp()
 {
     (void)m_memory.renames().flush();
@@ -242,10 +242,10 @@ bool IndexBuild::giveUp()
     return fail();
 }
 
-/// False, with the reason.
+/// Returns false, and stores the reason.
 bool IndexBuild::fail()
 {
-    // Fifteen files take some room, however small they are.
+    // Even small files need some room each.
     constexpr qint64 smallestRoom = 64 * 1024; // bytes
     m_failure = m_set.lacksRoom() ? FileReason::noSpace
                                   : MemoryReason::whyNotIndexed(m_memory.root(),

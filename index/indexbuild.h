@@ -17,10 +17,10 @@ class IndexBuild
     Q_DECLARE_TR_FUNCTIONS(Index)
 
 public:
-    /// Takes the memory whose index \a set is, and repairs what a run that was cut has left there.
+    /// For the memory whose index is \a set. Cleans up after an interrupted run.
     IndexBuild(IndexMonitor &monitor, IndexSet &set);
 
-    /// True when the index is complete afterwards; failure() says why it is not.
+    /// Returns true if the index is complete afterwards; otherwise failure() has the reason.
     [[nodiscard]] bool createIndex();
     [[nodiscard]] bool updateIndex();
 
@@ -31,13 +31,13 @@ private:
     enum class Outcome {
         Done,
         Failed,      ///< something could not be written: the old index stays
-        Ended,       ///< the program is to end: the old index stays
+        Ended,       ///< the program must end: the old index stays
         Unreachable, ///< songs of the old index can't be reached: it stays
-        Gone,        ///< the memory is no longer there; what is there now must not be touched
+        Gone,        ///< the memory was removed; its mount folder must not be changed
     };
     struct Result {
         Outcome outcome = Outcome::Failed;
-        bool hasMetAll = true;   ///< no folder was unreadable
+        bool hasMetAll = true;   ///< all folders were readable
         bool isRepaired = false; ///< the old index was damaged
     };
     struct PlayerFolders {
@@ -63,9 +63,9 @@ private:
     SongRoll m_roll;
     IndexPlaylists m_playlists;
     PlaylistFollower::Way m_playlistWay = PlaylistFollower::Way::InPlace;
-    bool m_wasComplete; ///< all files of the set had something under their names
+    bool m_wasComplete; ///< each name of the set existed
     bool m_isRebuild = false;
     quint32 m_lastId = 0; ///< songs with higher ids are new
-    qint64 m_setSize = 0; ///< bytes of the new set, as far as it was staged
+    qint64 m_setSize = 0; ///< bytes of the new set staged so far
     Reason m_failure;
 };

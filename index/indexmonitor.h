@@ -2,7 +2,7 @@
 
 #include "base/run.h"
 
-/// Where the steps of an index run report their progress and what the user should know.
+/// Receives the progress and the messages of the steps of an index run.
 class IndexMonitor
 {
 public:
@@ -11,12 +11,12 @@ public:
     IndexMonitor &operator=(const IndexMonitor &) = delete;
 
     Run &run() const { return m_run; }
-    /// The number of steps of the stage that begins; 0 when it is not known.
+    /// The number of steps of the stage that begins; 0 if unknown.
     virtual void setMaximum(int maximum) = 0;
     virtual void setProgress(int value) = 0;
-    /// How many songs the walk has met.
+    /// The number of songs that the walk has met.
     virtual void setFilesFound(int count) = 0;
-    /// The file that is worked on; empty at the end of a stage.
+    /// The file in progress; empty at the end of a stage.
     virtual void showPath(const QString &path) = 0;
     virtual void reportError(const QString &message) = 0;
     /// Reports something that the user should know and that is not a failure.

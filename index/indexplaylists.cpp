@@ -11,7 +11,7 @@ Playlists::Preparation IndexPlaylists::createPlaylistFilePath()
     m_numbers = Playlists::readNumbers(m_set);
     for (const qint16 number : std::as_const(m_numbers))
         m_memory.moveFolderAside(m_set.filePath(Playlists::pathsFileName(number)));
-    // Paths that may be another song's would stay, and count for more than the titles.
+    // Paths that may belong to other songs would be kept and preferred to the titles.
     if (Playlists::haveAllPathFiles(m_set, m_numbers) || m_old.size() == 0 ||
         !m_old.arePathsSound())
         return Playlists::Preparation::NotNeeded;
@@ -21,7 +21,7 @@ Playlists::Preparation IndexPlaylists::createPlaylistFilePath()
 QStringList IndexPlaylists::restorePlaylistFilePath(const QList<SongInfoIndex> &songs,
                                                     PlaylistFollower::Way way)
 {
-    // An update that found all path files exchanges entries in place, which is no restoration.
+    // An update that found all path files replaces entries in place, which is not a restoration.
     if (way == PlaylistFollower::Way::Anew)
         debug() << "restore playlist file path";
     if (m_numbers.isEmpty())

@@ -16,16 +16,16 @@ public:
     {
     }
 
-    /// Reads which playlists there are, and writes the path files that are missing where the old
-    /// index can be trusted. The next calls are about these playlists.
+    /// Reads the list of playlists, and writes missing path files if the old index can be trusted.
+    /// The other functions are about these playlists.
     [[nodiscard]] Playlists::Preparation createPlaylistFilePath();
     /// Stages the playlists for \a songs, which have their ids. Returns the names of songs files
     /// that can't be followed.
     [[nodiscard]] QStringList restorePlaylistFilePath(const QList<SongInfoIndex> &songs,
                                                       PlaylistFollower::Way way);
 
-    /// True when a playlist names the song that the old index has under a path with the sort key
-    /// \a pathKey: a song that is renamed to it would take its entries over.
+    /// Returns true if a playlist has the song of the old index whose path has the sort key
+    /// \a pathKey: a song that is renamed to that path would get its entries.
     [[nodiscard]] bool isNamed(const QByteArray &pathKey);
     /// The highest id of an entry; see Playlists::highestId().
     [[nodiscard]] quint32 highestId() const { return Playlists::highestId(m_set, m_numbers); }
@@ -39,6 +39,6 @@ private:
     const IndexReader &m_old;
     RunMemory &m_memory;
     QList<qint16> m_numbers;
-    /// Sort keys of the paths that playlists name; filled when one is first asked for.
+    /// Sort keys of the paths in playlists; filled on first use.
     std::optional<QSet<QByteArray>> m_namedPaths;
 };

@@ -48,15 +48,15 @@ bool IndexReader::read(const IndexSet &set, const QString &root, QList<SongInfoI
     m_arePathsSound = m_areIdsSound && isInOrder(songs);
     if (!isSound())
         noteListedIds();
-    // A record that has got another's id or path has that one's place in the lists.
+    // A record with the id or path of another one has the other one's place in the lists.
     for (qsizetype i = 0; i < songs.size(); ++i)
         songs[i].isUnsure = !m_arePathsSound || m_check.isUnsure(i);
     return true;
 }
 
-/// True when "ordfile.id2" has \a songs in the order of their paths, each path once. Those with
-/// characters that are not read back as they were written have an order that is not known here, and
-/// with characters that the code page lacks several may look alike.
+/// Returns true if "ordfile.id2" has \a songs in the order of their paths, each path once. The
+/// order of paths with characters that are not read back as they were written is unknown here, and
+/// paths with characters that the code page lacks may look equal.
 bool IndexReader::isInOrder(const QList<SongInfoIndex> &songs) const
 {
     qsizetype last = -1;
@@ -117,7 +117,7 @@ void IndexReader::readTexts(QList<SongInfoIndex> &songs)
     m_files.lists.at(SetFiles::Titles).content = titles;
 }
 
-/// One list may be damaged; what two have is an id that was given.
+/// One list may be damaged; an id that two lists have was really given.
 void IndexReader::noteListedIds()
 {
     QSet<quint32> once;

@@ -16,48 +16,48 @@ class IndexSet;
 /// they are written in "IBM 850": a path with characters above 0x7F doesn't match its file again,
 /// and that song is indexed as a new one.
 ///
-/// "index.id2" alone says which songs there are. What it has of a song is kept; a song that the
-/// lists do not agree about is marked, so that its head is read again.
+/// Only "index.id2" decides which songs exist, and its data of a song are kept. A song with
+/// different data in the lists is marked, so that its head is read again.
 class IndexReader
 {
 public:
     /// Fills \a songs from the set below \a root, in the order of their ids, without what the lists
     /// have of them: an update of an unchanged memory does not need it. Of records that share an id
-    /// the first is used. False when "index.id2" can't be read.
+    /// the first is used. Returns false if "index.id2" can't be read.
     [[nodiscard]] bool read(const IndexSet &set, const QString &root, QList<SongInfoIndex> &songs);
 
-    /// False when the set that was read is damaged.
+    /// Returns false if the set that was read is damaged.
     bool isSound() const { return m_arePathsSound && m_check.isSound(); }
-    /// True when the lists have every song, and no other.
+    /// Returns true if the lists have every song and no others.
     bool hasAllTexts() const { return m_areIdsSound && m_check.hasAllTexts(); }
-    /// How many songs were read.
+    /// The number of songs that were read.
     qsizetype size() const { return m_ids.size(); }
-    /// The highest id in any of the files; 0 when there are no ids. Ids of damaged records, so high
+    /// The highest id in any of the files; 0 if there are no ids. Ids of damaged records, so high
     /// that no higher ones are left, are ignored.
     quint32 highestId() const;
     /// The path of the song at \a position in the bytes of "index.id2".
     QByteArray pathAt(qsizetype position) const;
 
     /// Fills title, artist, genre, type, bpm and flag of those of \a songs that have no title yet,
-    /// and forgets the lists but the titles. The first of \a songs are those that read() filled, at
-    /// their places.
+    /// and frees all lists but the titles. The first of \a songs must be those that read() filled,
+    /// in the same order.
     void readTexts(QList<SongInfoIndex> &songs);
 
-    /// False when ids or paths stood out of order, or for several songs: what is known by an id may
-    /// be another song's.
+    /// Returns false if ids or paths were out of order or not unique: the data found by an id may
+    /// belong to another song.
     bool arePathsSound() const { return m_arePathsSound; }
-    /// True when the set has a song with \a id.
+    /// Returns true if the set has a song with \a id.
     bool has(quint32 id) const { return m_ids.positionOf(id) >= 0; }
-    /// True when a song has the path with the sort key \a key.
+    /// Returns true if a song has a path with the sort key \a key.
     bool hasPath(const QByteArray &key) const;
     /// The path of the song with \a id in the bytes of "index.id2"; empty for an unknown id.
     QByteArray pathOf(quint32 id) const;
-    /// The record of the song with \a id in "title.id2"; empty when it has none.
+    /// The record of the song with \a id in "title.id2"; empty if it has none.
     QByteArray titleRecordOf(quint32 id) const;
-    /// True when the lists have a song with \a id. Only of use before readTexts().
+    /// Returns true if the lists have a song with \a id. Valid only before readTexts().
     bool isListed(quint32 id) const { return m_listed.contains(id); }
-    /// The records of "title.id2" whose ids no song has, but another list has, each id once. Only
-    /// of use before readTexts().
+    /// The records of "title.id2" whose ids no song has, but another list has, each id once. Valid
+    /// only before readTexts().
     QList<QByteArray> strayTitles() const;
 
 private:
@@ -77,7 +77,7 @@ private:
     SetCheck m_check;
     IdTable m_ids;
     QList<qsizetype> m_pathAt;                          ///< by position, in "index.id2"
-    mutable std::optional<QSet<QByteArray>> m_pathKeys; ///< filled when one is first asked for
+    mutable std::optional<QSet<QByteArray>> m_pathKeys; ///< filled on first use
     bool m_areIdsSound = true;
     bool m_arePathsSound = true; ///< ids, and paths in their order
     QSet<quint32> m_listed;      ///< ids that two lists have; of a damaged set only

@@ -9,7 +9,7 @@ namespace
 
 constexpr quint16 headerMark = 0x00FF;
 
-/// Appends an empty record to \a file. Its offset.
+/// Appends an empty record to \a file. Returns its offset.
 qsizetype appendRecord(QByteArray &file)
 {
     const qsizetype offset = file.size();
@@ -17,7 +17,7 @@ qsizetype appendRecord(QByteArray &file)
     return offset;
 }
 
-/// Puts \a number in decimal digits at \a pos, \a width of them or, when it has more, its first.
+/// Puts \a number in decimal digits at \a pos: the first \a width of them if it has more.
 void putDigits(QByteArray &file, qsizetype pos, int width, quint32 number)
 {
     quint32 limit = 1;
@@ -29,7 +29,7 @@ void putDigits(QByteArray &file, qsizetype pos, int width, quint32 number)
         putByte(file, pos + i, static_cast<quint8>('0' + number % 10));
 }
 
-/// The number in the field of digits at \a pos; 0 when it holds anything else.
+/// Returns the number in the field of digits at \a pos; 0 if it contains anything else.
 quint32 numberAt(const QByteArray &file, qsizetype pos, int width)
 {
     quint32 number = 0;
@@ -55,7 +55,7 @@ bool PathRecord::read(const QByteArray &file, qsizetype offset, PathRecord &reco
         return false;
     record.id = be32At(file, offset);
     record.path = fieldAt(file, offset + pathAt, pathWidth);
-    // Part by part: a field that holds no number reads as 0 and leaves its neighbours alone.
+    // Separately: a field that is not a number is read as 0 and does not affect the others.
     record.date = numberAt(file, offset + dateAt, 4) * 10000 +
                   numberAt(file, offset + dateAt + 4, 2) * 100 +
                   numberAt(file, offset + dateAt + 6, 2);

@@ -5,8 +5,8 @@
 
 class SongInfoIndex;
 
-/// The records of the index files and of the playlists: see docs/formats/player-index.md.
-/// Every record is 64 bytes long; bytes() always gives exactly that many.
+/// The records of the index files and of the playlists: see docs/formats/player-index.md. Every
+/// record is 64 bytes long; bytes() always gives exactly that many.
 namespace IndexRecord
 {
 constexpr int size = 64;
@@ -24,7 +24,7 @@ struct PathRecord {
     explicit PathRecord(const SongInfoIndex &song);
     PathRecord() = default;
 
-    /// Reads the record at \a offset. False when fewer than 64 bytes are left.
+    /// Reads the record at \a offset. Returns false if fewer than 64 bytes are left.
     static bool read(const QByteArray &file, qsizetype offset, PathRecord &record);
     QByteArray bytes() const;
     void appendTo(QByteArray &file) const;
@@ -45,7 +45,7 @@ struct SongRecord {
     explicit SongRecord(const SongInfoIndex &song);
     SongRecord() = default;
 
-    /// Reads the record at \a offset. False when fewer than 64 bytes are left.
+    /// Reads the record at \a offset. Returns false if fewer than 64 bytes are left.
     static bool read(const QByteArray &file, qsizetype offset, SongRecord &record);
     QByteArray bytes() const;
     void appendTo(QByteArray &file) const;
@@ -57,14 +57,15 @@ struct SongRecord {
     quint8 flag = 0; ///< read: 0 or 1
 };
 
-/// The record in front of the songs of one artist or genre.
+/// The record before the songs of one artist or genre.
 struct GroupHeader {
     /// Bytes 62 and 63 of a header; no song record has them.
     static constexpr int markAt = 62;
 
-    /// True when the 64 bytes at \a offset are a header.
+    /// Returns true if the 64 bytes at \a offset are a header.
     static bool isAt(const QByteArray &file, qsizetype offset);
-    /// Reads the record at \a offset. False when fewer than 64 bytes are left or it is no header.
+    /// Reads the record at \a offset. Returns false if fewer than 64 bytes are left or it is not a
+    /// header.
     static bool read(const QByteArray &file, qsizetype offset, GroupHeader &header);
     QByteArray bytes() const;
 
@@ -73,7 +74,7 @@ struct GroupHeader {
     QByteArray name;           ///< Latin-1, at most 58 bytes
 };
 
-/// Where in a data file the first text of each initial character stands.
+/// The offset in a data file of the first text of each initial character.
 class AlphabetTable
 {
 public:
@@ -85,8 +86,8 @@ public:
     AlphabetTable() { clear(); }
     /// Sets all bytes to 0xFF: no entry.
     void clear();
-    /// Enters \a offset for the first character of \a text unless it has an entry. Characters
-    /// that are not 0x20 to 0x5F once upper-cased have none.
+    /// Enters \a offset for the first character of \a text unless it has an entry. There are
+    /// entries only for the characters 0x20 to 0x5F, after upper-casing.
     void add(const QString &text, quint32 offset);
     const QByteArray &bytes() const { return m_bytes; }
 

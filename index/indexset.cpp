@@ -19,16 +19,16 @@ namespace
 
 const QByteArray markHead = "brisel2pc swap 1";
 constexpr qsizetype maxMarkLine = 128;           ///< bytes
-constexpr qint64 maxMarkSize = 16 * 1024 * 1024; ///< bytes; holds every playlist number there is
+constexpr qint64 maxMarkSize = 16 * 1024 * 1024; ///< bytes; room for all playlists
 constexpr qint64 maxKept =
-    64 * 1024 * 1024; ///< bytes; a full set has 46 at most, playlists any number
+    64 * 1024 * 1024; ///< bytes; a full set has 46 MiB at most; playlists have no limit
 
 QByteArray checksumOf(const QByteArray &content)
 {
     return QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex();
 }
 
-/// True for the names that a swap may write: a mark is read from a memory that anyone has written.
+/// Returns true for names that a swap may write: a mark on a memory can have any content.
 bool isReplaceable(const QString &name)
 {
     static const QRegularExpression playlist(
@@ -102,7 +102,7 @@ void IndexSet::remove()
     if (m_root.isEmpty())
         return;
     removeSet({});
-    // Never written by this program; the player's own leftovers of an older index.
+    // Never written by this program; the player may leave them from an older index.
     for (const QString &name : {QStringLiteral("temp1.id2"), QStringLiteral("temp2.id2")})
         QFile::remove(filePath(name));
     (void)flushFolder(m_root);
@@ -113,8 +113,8 @@ void IndexSet::recover()
     if (!m_work.stands())
         return;
     QList<StagedFile> files;
-    // A complete set means that the swap had not begun, or was over: putting the staged playlists
-    // in place now would undo what the player has done to them since.
+    // With a complete set the swap had not begun or was finished: replacing playlists by the staged
+    // ones now would undo later changes by the player.
     if (!isComplete() && readMark(files))
         swap(files);
     discard();
@@ -166,8 +166,8 @@ bool IndexSet::discard()
     return clear({});
 }
 
-/// Takes the work folder away but for the files \a kept and the given names, unless a set lies
-/// there that no other place has.
+/// Removes the work folder except the files \a kept and the given names, unless it has the only
+/// copy of a set.
 bool IndexSet::clear(const QStringList &kept)
 {
     m_staged.clear();
@@ -199,8 +199,8 @@ bool IndexSet::readMark(QList<StagedFile> &files) const
     mark.truncate(end);
     if (!mark.startsWith(markHead + '\n'))
         return false;
-    // Each file once, and the first line that is wrong ends it: a mark of a million lines takes no
-    // longer than the files that are there.
+    // Each file once, and the first invalid line ends it, so that the time depends on the existing
+    // files and not on the number of lines.
     QSet<QString> found;
     for (qsizetype start = markHead.size() + 1; start < end;) {
         const qsizetype lineEnd = mark.indexOf('\n', start);
@@ -226,7 +226,7 @@ bool IndexSet::readStaged(const StagedFile &file, QByteArray &content) const
            content.size() == file.size && checksumOf(content) == file.checksum;
 }
 
-/// True when a cut swap has moved \a file out of the work folder, for want of room.
+/// Returns true if an interrupted swap has moved \a file out of the work folder to save room.
 bool IndexSet::isPlaced(const StagedFile &file) const
 {
     const FileContent content =

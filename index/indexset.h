@@ -9,57 +9,57 @@
 #include <QString>
 #include <QStringList>
 
-/// The index files of one memory, and how a new set takes the place of the old one.
+/// The index files of one memory, and the replacement of the old set by a new one.
 ///
-/// A memory has no journal, and a cut can leave any single step as the last one that reached it.
-/// So the new files are first written into a work folder ".brisel2pc", with a mark of their names,
-/// sizes and checksums, and flushed; then the old set is removed, "fsinfos.id2" first, and the new
-/// one copied into its place, "fsinfos.id2" last. While isComplete() is false the mark lets the
-/// next run finish the swap. A memory without room for that is written over with the old set at
-/// hand. See docs/formats/player-index.md, "How a set is replaced".
+/// A memory has no journal, and a power cut can stop a run after any step. So the new files are
+/// first written into a work folder ".brisel2pc", with a mark of their names, sizes and checksums,
+/// and flushed; then the old set is removed, "fsinfos.id2" first, and the new one is copied to its
+/// place, "fsinfos.id2" last. If isComplete() is false, the next run finishes the swap with the
+/// mark. On a memory without enough room the old set is kept in main memory and overwritten. See
+/// docs/formats/player-index.md, "How a set is replaced".
 class IndexSet
 {
 public:
-    /// \a run gets a pulse after each file that was written: there may be thousands. It must
-    /// outlive this.
+    /// \a run gets a pulse after each of the files written, perhaps thousands. It must outlive
+    /// this.
     explicit IndexSet(Run &run) : m_run(run) {}
 
     void setRoot(const QString &root);
     const QString &root() const { return m_root; }
     QString filePath(const QString &name) const;
-    /// Gives the run a pulse for other work on the memory.
+    /// Sends a pulse to the run for other work on the memory.
     void pulse() const { m_run.pulse(); }
 
-    /// The fifteen files that make a set.
+    /// The fifteen files of a set.
     static const QStringList &names();
 
-    /// About how many bytes must be free on the memory \a root so that its index can take up
-    /// \a newSongs more songs with the old set still there.
+    /// About how many bytes must be free on the memory \a root to add \a newSongs songs to its
+    /// index while the old set exists.
     static qint64 roomForUpdate(const QString &root, qsizetype newSongs);
 
     [[nodiscard]] bool isComplete() const;
     /// Removes the fifteen files and the two temporary ones whose names are reserved.
     void remove();
 
-    /// Finishes a swap that was cut while it had left no complete set, and takes away what else a
-    /// run that was cut has left, but for the given names. Does nothing on a memory without a work
-    /// folder. A swap that can't be finished now stays for a later run.
+    /// Finishes an interrupted swap if there is no complete set, and removes other files that an
+    /// interrupted run has left, except the given names. Does nothing on a memory without a work
+    /// folder. A swap that can't be finished now is left for a later run.
     void recover();
 
-    /// Starts a new set: a work folder that is empty but for the given names (GivenNames) and the
-    /// mark of the run (MemoryIdentity::markName()). False when it can't be made.
+    /// Starts a new set: a work folder that is empty except for the given names (GivenNames) and
+    /// the mark of the run (MemoryIdentity::markName()). Returns false if it can't be made.
     [[nodiscard]] bool beginStaging();
-    /// Takes one file of the new set, or a playlist that goes with it. \a name is relative to the
-    /// root. False when it can't become part of a set; commit() then fails.
+    /// Stages one file of the new set, or a playlist that belongs to it. \a name is relative to the
+    /// root. Returns false on failure; commit() then fails, too.
     bool stage(const QString &name, const QByteArray &content);
-    /// Puts the staged files in their places. False when one of the fifteen is missing, when there
-    /// is no room, or when the memory refused: the old set is whole then, or the next run finishes
-    /// what this one has begun.
+    /// Moves the staged files to their places. Returns false if one of the fifteen is missing,
+    /// there is not enough room, or writing fails: then the old set is whole, or the next run
+    /// finishes the swap.
     [[nodiscard]] bool commit();
-    /// True when the last commit() failed for want of room.
+    /// Returns true if the last commit() failed because there was not enough room.
     bool lacksRoom() const { return m_lacksRoom; }
-    /// Takes the work folder away, unless the next run needs it, or it keeps given names: the run
-    /// has come to its end. True when the root was flushed for that.
+    /// To be called at the end of a run: removes the work folder, unless the next run needs it or
+    /// it has given names. Returns true if the root was flushed for that.
     bool discard();
 
 private:
@@ -67,7 +67,7 @@ private:
         QString name;
         qint64 size = 0;
         QByteArray checksum;
-        QByteArray content; ///< while the run that wrote it lasts; null when it is to be read back
+        QByteArray content; ///< null if it must be read back from the work folder
     };
     struct OldFile {
         QString name;
@@ -76,7 +76,7 @@ private:
     };
     enum class Way { Beside, Over, NoRoom };
 
-    /// The file whose absence makes a set incomplete while it is swapped: first out, last in.
+    /// The file whose absence marks a set as incomplete during a swap: removed first, written last.
     static QString keyName();
     static QString markName();
     /// The name in the work folder.

@@ -12,12 +12,12 @@
 
 #include <algorithm>
 
-// How the files of a new set take the places of the old ones.
+// The replacement of the old files by those of a new set.
 
 qint64 IndexSet::roomForUpdate(const QString &root, qsizetype newSongs)
 {
-    constexpr qint64 bytesPerSong = 1024; // in all lists, each with a group of its own
-    constexpr qint64 filesAside = 24;     // that end in half a unit, and folders that grow
+    constexpr qint64 bytesPerSong = 1024; // in all lists, each with its own group
+    constexpr qint64 filesAside = 24;     // files that end within a unit, and folders that grow
     const qint64 unit = allocationUnit(root);
     qint64 room = newSongs * bytesPerSong + filesAside * unit;
     for (const QString &name : names())
@@ -25,7 +25,7 @@ qint64 IndexSet::roomForUpdate(const QString &root, qsizetype newSongs)
     return room;
 }
 
-/// Asks for the room before anything is touched.
+/// Checks the free room before any change.
 IndexSet::Way IndexSet::wayToReplace() const
 {
     const qint64 unit = allocationUnit(m_root);
@@ -38,7 +38,7 @@ IndexSet::Way IndexSet::wayToReplace() const
         const qint64 size = allocatedSize(file.size, unit);
         isAtHand = isAtHand && !file.content.isNull();
         beside += file.content.isNull() ? 0 : size;
-        // A playlist is written beside its old self in either case.
+        // In both cases a playlist is written beside the old one.
         over += isInSet(file.name)
                     ? size - allocatedSize(QFileInfo(filePath(file.name)).size(), unit)
                     : size;
@@ -64,7 +64,7 @@ bool IndexSet::replaceBeside()
     return m_work.write(markName(), mark()) && m_work.flushAll({}) && swap(m_staged);
 }
 
-/// For a memory that has no room for two sets: the old one is kept at hand, and put back when the
+/// For a memory without room for two sets: the old one is kept in main memory, and restored if the
 /// new one can't be written.
 bool IndexSet::replaceOver()
 {
@@ -114,7 +114,7 @@ bool IndexSet::swap(const QList<StagedFile> &files)
             placed.append(file.name);
     }
     m_isCut = true;
-    // The old files go first, all of them: their room may be what the new ones need.
+    // All old files are removed first, because the new ones may need their room.
     if (!removeSet(placed))
         return false;
     QList<StagedFile> left;
@@ -124,7 +124,8 @@ bool IndexSet::swap(const QList<StagedFile> &files)
     return !m_isCut;
 }
 
-/// Removes the files of the set but the \a kept ones, the last one first. False when one stays.
+/// Removes the files of the set except the \a kept ones, the last one first. Returns false if one
+/// can't be removed.
 bool IndexSet::removeSet(const QStringList &kept)
 {
     QStringList others = names();
@@ -135,7 +136,7 @@ bool IndexSet::removeSet(const QStringList &kept)
            removeFiles(root.get(), others);
 }
 
-/// The last file comes when all others are on the disk.
+/// The last file is written when all others are on the disk.
 bool IndexSet::placeFiles(const QList<StagedFile> &files)
 {
     FileLot lot;
@@ -154,13 +155,13 @@ bool IndexSet::placeFiles(const QList<StagedFile> &files)
            (last == nullptr || (placeFile(*last, lot) && lot.commitAll()));
 }
 
-/// Files that must appear at once, the last one and playlists that are still the old ones, go
-/// through \a lot. The others may be torn: the set does not count yet.
+/// Files that must be replaced atomically, the last one and the changed playlists, go through
+/// \a lot. The others may be torn, because the set is still incomplete.
 bool IndexSet::placeFile(const StagedFile &file, FileLot &lot)
 {
     const QString path = filePath(file.name);
     QByteArray content = file.content;
-    // The folder of the playlists may have become a link that leads elsewhere.
+    // The folder of the playlists may have been replaced by a link.
     if (leavesRoot(QFileInfo(path).path(), m_root) ||
         (content.isNull() && !readStaged(file, content)))
         return false;
@@ -169,7 +170,7 @@ bool IndexSet::placeFile(const StagedFile &file, FileLot &lot)
         isWritten = writeFile(path, content);
     } else {
         isWritten = lot.write({path}, content);
-        // The replaced files that the lot still has may be what the disk lacks.
+        // Committing the lot frees the room of the files that it has replaced.
         if (!isWritten || lot.isFull()) {
             if (!lot.commitAll())
                 return false;
@@ -177,7 +178,7 @@ bool IndexSet::placeFile(const StagedFile &file, FileLot &lot)
         }
     }
     pulse();
-    // No room for a second copy.
+    // There is no room for a second copy.
     return isWritten ||
            (readStaged(file, content) && moveIntoPlace(m_work.path(workName(file.name)), path));
 }

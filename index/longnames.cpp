@@ -13,7 +13,7 @@ namespace
 
 constexpr int longestShortName = 8;
 
-/// How many characters of the long name stand in front of which numbers.
+/// The number of characters of the long name before each range of numbers.
 struct Width {
     int characters;
     int firstNumber;
@@ -27,14 +27,15 @@ QString baseOf(const QString &name)
     return name.left(name.lastIndexOf(u'.'));
 }
 
-/// The last suffix of \a name with its point; empty when there is none.
+/// The last suffix of \a name with its point; empty if it has no suffix.
 QString suffixWithPoint(const QString &name)
 {
     const qsizetype dot = name.lastIndexOf(u'.');
     return dot < 0 ? QString() : name.mid(dot);
 }
 
-/// False for what short names leave out: fillers, and what FAT does not allow.
+/// Returns false for characters that short names leave out: fillers, and those that FAT does not
+/// allow.
 bool isKept(QStringView character)
 {
     constexpr char16_t lastControl = 0x1F;
@@ -45,7 +46,7 @@ bool isKept(QStringView character)
             unit.unicode() != deleteCharacter && !QStringView(u" .'-\"*/:<>?\\|").contains(unit));
 }
 
-/// The first characters of \a base that are kept, in no more than \a width units of UTF-16.
+/// The first allowed characters of \a base, at most \a width units of UTF-16.
 QString startOf(QStringView base, qsizetype width)
 {
     QString start;
@@ -62,7 +63,7 @@ QString startOf(QStringView base, qsizetype width)
     return start;
 }
 
-/// What the names with \a start and as many digits as \a number has have in common.
+/// The common part of the names with \a start and as many digits as \a number has.
 QString shapeWith(QStringView start, QStringView number, QStringView suffix)
 {
     return foldedText(start.toString() + QString(number.size(), u'#') + suffix.toString());
@@ -140,8 +141,8 @@ bool LongNames::rename(MemoryRenames &renames, const QString &name, const QStrin
     return renames.rename(m_folder, names);
 }
 
-/// The graphics file beside the MP3 \a name, whatever the case of its suffix; empty when there is
-/// none.
+/// The graphics file beside the MP3 \a name, ignoring case in its suffix; empty if there is no such
+/// file.
 QString LongNames::companionOf(const QString &name)
 {
     if (suffixWithPoint(name).compare(QStringLiteral(".mp3"), Qt::CaseInsensitive) != 0)
@@ -150,7 +151,7 @@ QString LongNames::companionOf(const QString &name)
     QString companion;
     const QStringList sameLetters = m_graphics.named(m_folder, base + QStringLiteral(".cdg"));
     for (const QString &graphics : sameLetters) {
-        // Whether the letter case of the base matters is for the memory to say.
+        // Whether the case of the base matters depends on the memory's file system.
         const QString found = base + suffixWithPoint(graphics);
         if (found > companion && isRegularFile(m_folder + u'/' + found))
             companion = found;

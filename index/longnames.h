@@ -12,11 +12,11 @@
 class MemoryRenames;
 
 /// The player finds files and folders by names of up to eight characters and a suffix. This gives
-/// the long names in one folder such ones, during one walk.
+/// such names to the entries of one folder with long names, during one walk.
 class LongNames
 {
 public:
-    /// True when the file \a from must not become \a to, also when nothing is there.
+    /// Returns true if the file \a from must not be renamed to \a to, even if \a to does not exist.
     using IsReserved = std::function<bool(const QString &from, const QString &to)>;
 
     explicit LongNames(
@@ -26,25 +26,25 @@ public:
     {
     }
 
-    /// True when the name of \a path, its last suffix left out, has more than eight characters.
+    /// Returns true if the name of \a path without its last suffix has more than eight characters.
     static bool isLong(const QString &path);
 
-    /// True when \a shortName is one of those that freeName() can give to a file or folder \a name.
+    /// Returns true if freeName() can give \a shortName to a file or folder \a name.
     static bool canGive(const QString &name, const QString &shortName);
-    /// True when freeName() can give \a shortName to any.
+    /// Returns true if freeName() can give \a shortName to any file or folder.
     static bool isGiven(const QString &shortName) { return !shapeOf(shortName).isEmpty(); }
-    /// What the names that freeName() gives to one file differ in is left out of this: their
-    /// numbers, and letter case. Empty for a name that it gives to none.
+    /// Returns \a shortName without its number and letter case: the same for all names that
+    /// freeName() can give to one file. Empty for a name that it never gives.
     static QString shapeOf(const QString &shortName);
     /// The shapes of the names that freeName() can give to \a name.
     static QStringList shapesFor(const QString &name, FileKind kind);
 
-    /// The first free name of the kind "MYFAVO-1" for the file or folder \a name; empty when all
-    /// 999 are taken. It has no character that FAT does not allow, and never half of one.
+    /// Returns the first free name of the form "MYFAVO-1" for the file or folder \a name; empty if
+    /// all 999 are used. It has only whole characters that FAT allows.
     [[nodiscard]] QString freeName(const QString &name, FileKind kind);
 
-    /// Renames \a name to \a shortName, and with an MP3 the ".cdg" file beside it. False when
-    /// either can't be; then both have their old names.
+    /// Renames \a name to \a shortName, and with an MP3 the ".cdg" file beside it. Returns false on
+    /// failure; then both have their old names.
     [[nodiscard]] bool rename(MemoryRenames &renames, const QString &name,
                               const QString &shortName);
 
@@ -54,7 +54,7 @@ private:
 
     QString m_folder;
     IsReserved m_isReserved;
-    /// The numbers below these are known to be taken: for each short name without its number.
+    /// For each short name without its number: all numbers below this one are used.
     QHash<QString, int> m_nextNumbers;
     GraphicsFiles m_graphics;
 };

@@ -121,15 +121,15 @@ void MemoryCheck::checkIds()
     }
 }
 
-/// The record \a record, whose path's key was met \a timesMet times with it.
+/// Checks the path of \a record; \a timesMet records with its key were met, including this one.
 void MemoryCheck::checkRecord(qsizetype record, int timesMet)
 {
     const QByteArray bytes = m_index.paths.path(record);
     const QString path = MemorySongs::fromBytes(bytes);
     const int songs = m_memory.count(MemorySongs::keyOf(bytes));
     if (songs == 0) {
-        // A song that the walk passes over may be there all the same: hidden since it was indexed,
-        // or in a folder that can't be looked into now.
+        // A song that the walk skips may still exist: hidden since it was indexed, or in a folder
+        // that can't be read now.
         const FileKind kind = fileKind(m_root + path);
         if (!path.startsWith(u'/') || !MemorySongs::isSong(path) ||
             (kind != FileKind::Regular && kind != FileKind::Unreachable)) {
@@ -153,7 +153,7 @@ void MemoryCheck::checkUnindexedSongs(const QHash<QByteArray, int> &records)
     for (const MemorySongs::Song &song : m_memory.songs()) {
         if (!countStep(m_run))
             return;
-        // Where songs share a key any of them may be the one without a record.
+        // Of songs with the same key any one may be without a record.
         if (left[song.key]-- <= 0)
             m_findings.add(tr("index.id2: manca la song %1").arg(song.path));
     }
@@ -202,7 +202,7 @@ void MemoryCheck::checkLists()
         const List &list = lists.at(i);
         const QString name = QLatin1StringView(list.name);
         const QString tableName = u'a' + name;
-        // Each song can have a header of its own.
+        // Each song can have its own header.
         const MemoryFile file =
             readFile(name, MemoryFile::recordSize, 0, list.grouped ? 2 * mostSongs : mostSongs);
         if (i == 0) {
@@ -248,7 +248,7 @@ void MemoryCheck::checkPlaylists()
     constexpr int listRecord = 32;
     constexpr qint64 mostPlaylists = 65536;
     step(QStringLiteral("playlist"));
-    // Half a record at the end is passed over.
+    // An incomplete record at the end is skipped.
     const MemoryFile list(m_root + QStringLiteral("/playlist/playlist.dat"), 1, 0,
                           listRecord * mostPlaylists);
     if (!list.isGood() || !m_index.paths.isGood())
@@ -266,7 +266,7 @@ void MemoryCheck::checkPlaylists()
     }
 }
 
-/// The playlist \a name, a path without suffix. One that is listed but not there names nothing.
+/// Checks the playlist \a name, a path without suffix. A listed playlist without files is empty.
 void MemoryCheck::checkPlaylist(const QString &name)
 {
     const QString fileName = name + QStringLiteral(".dat");
@@ -279,7 +279,7 @@ void MemoryCheck::checkPlaylist(const QString &name)
         checkEntry(fileName, playlist, place);
 }
 
-/// One song of the playlist \a playlist, which is called \a name.
+/// Checks one song of \a playlist, the playlist \a name.
 void MemoryCheck::checkEntry(const QString &name, const MemoryFile &playlist, qsizetype place)
 {
     const qsizetype song = m_index.recordOfId.value(playlist.id(place), -1);
@@ -301,7 +301,7 @@ void MemoryCheck::setMaximum(int maximum)
     emit progressMaxSetup(maximum);
 }
 
-/// Says that the file \a name comes next.
+/// Shows the file \a name, which is checked next.
 void MemoryCheck::step(const QString &name)
 {
     emit currentPathChanged(m_root + u'/' + name);

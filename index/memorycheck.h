@@ -20,27 +20,27 @@ class MemoryCheck : public QObject
     Q_OBJECT
 
 public:
-    /// \a run shows the progress, by a pulse at each file, record and table entry that is looked
-    /// at. It must outlive this.
+    /// \a run shows the progress, with a pulse for each file, record and table entry. It must
+    /// outlive this.
     explicit MemoryCheck(Run &run, QObject *parent = nullptr) : QObject(parent), m_run(run) {}
 
-    /// Checks the memory \a root. False when that came to no end: the program was asked to end, or
-    /// the memory is not there any more. Then there are no findings. False also when another
-    /// program works on the memory; then that is the one finding.
+    /// Checks the memory \a root. Returns false, without findings, if the program was asked to end
+    /// or the memory was removed. Returns false also if another program works on the memory; then
+    /// that is the only finding.
     [[nodiscard]] bool run(const QString &root);
 
-    /// A line of plain text for each finding of the last run, in the language of that moment; when
-    /// there are very many a last one says how many more.
+    /// A line of plain text for each finding of the last run, in the language at that time; if
+    /// there are too many, a last line has the number of the others.
     QStringList findings() const { return m_findings.lines(); }
-    /// True when the index itself is damaged, and not only songs or playlists have changed since
-    /// it was written.
+    /// Returns true if the index itself is damaged; changes of songs and playlists since it was
+    /// written are not damage.
     bool hasDamage() const { return m_findings.hasDamage(); }
 
 signals:
     /// The maximum is 0 while songs are searched and their number is not known.
     void progressMaxSetup(int maximum);
     void progressValueChanged(int value);
-    /// With "" at the end.
+    /// An empty text at the end.
     void currentPathChanged(const QString &path);
 
 private:
@@ -63,7 +63,7 @@ private:
     QString m_root;
     MemorySongs m_memory;
     IndexedSongs m_index;
-    std::array<int, 6> m_counts{}; ///< what "fsinfos.id2" should say; -1 for a file not read
+    std::array<int, 6> m_counts{}; ///< the right counts for "fsinfos.id2"; -1 for a file not read
     int m_progress = 0;
     MemoryFindings m_findings;
 };

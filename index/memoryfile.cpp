@@ -9,7 +9,7 @@ MemoryFile::MemoryFile(const QString &path, qint64 unit, qint64 least, qint64 mo
     if (file.state().kind == FileKind::Missing)
         return;
     m_size = file.size();
-    // The size of a folder depends on the file system, and may pass for a file's.
+    // The size of a folder depends on the file system, and may be valid for the file.
     m_state = file.state().kind == FileKind::Regular ? State::BadLength : State::Unreadable;
     if (m_state == State::Unreadable)
         return;

@@ -4,19 +4,19 @@
 #include <QByteArrayView>
 #include <QString>
 
-/// One file of a memory as it stands there, for the check of the memory. On purpose it shares no
-/// code and no constant with those who write these files, nor with the reader of an update: what
-/// they hold in common can't find each other's mistakes. Layouts: docs/formats/player-index.md.
+/// One file of a memory, for the check of the memory. It deliberately shares no code and no
+/// constants with the writers of these files or the reader of an update, so that it finds their
+/// mistakes. Layouts: docs/formats/player-index.md.
 ///
-/// What lies outside the file reads as 0 or as an empty text.
+/// Values beyond the end of the file are 0 or an empty text.
 class MemoryFile
 {
 public:
     enum class State { Good, Missing, Unreadable, BadLength };
 
     MemoryFile() = default;
-    /// Reads the file at \a path, which should hold \a least to \a most units of \a unit bytes.
-    /// One that is too long or holds half a unit is not read.
+    /// Reads the file at \a path, which should have \a least to \a most units of \a unit bytes. A
+    /// file that is too long or ends within a unit is not read.
     MemoryFile(const QString &path, qint64 unit, qint64 least, qint64 most);
 
     State state() const { return m_state; }
@@ -28,18 +28,18 @@ public:
     quint32 bigEndian32(qsizetype pos) const;
     quint16 littleEndian16(qsizetype pos) const;
 
-    /// Of a file of records: how many whole ones it holds.
+    /// The number of whole records.
     qsizetype records() const;
     quint32 id(qsizetype record) const;
     /// The title, artist or genre.
     QString text(qsizetype record) const;
     /// The path below the root, in code page "IBM 850".
     QByteArray path(qsizetype record) const;
-    /// All of the record but its id.
+    /// The record without its id.
     QByteArrayView body(qsizetype record) const;
-    /// True for the record in front of the songs of an artist or genre.
+    /// Returns true for the header before the songs of an artist or genre.
     bool isHeader(qsizetype record) const;
-    /// Of a header: the songs of its group, and of the group before.
+    /// Of a header: the number of songs in its group and in the group before.
     int announcedSongs(qsizetype record) const;
     int announcedSongsBefore(qsizetype record) const;
     bool isMp3(qsizetype record) const;

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
-/// What the check of a memory has found, in lines for the user.
+/// The findings of a check of a memory, as lines for the user.
 class MemoryFindings
 {
     Q_DECLARE_TR_FUNCTIONS(MemoryFindings)
@@ -12,12 +12,12 @@ public:
     /// More findings than this are only counted.
     static constexpr qsizetype mostFindings = 1000;
 
-    /// Takes one finding. Names in it can't break its line.
+    /// Adds one finding. Line breaks in names are replaced.
     void add(const QString &finding);
     /// The same for a finding that shows that the index itself is damaged.
     void addDamage(const QString &finding);
 
-    /// A line for each finding, and one that counts those above the most.
+    /// A line for each finding, and one with the number of those above the limit.
     QStringList lines() const;
     bool hasDamage() const { return m_hasDamage; }
 

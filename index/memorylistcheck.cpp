@@ -14,22 +14,22 @@ constexpr quint32 noOffset = 0xFFFFFFFF;
 constexpr int firstInitial = 0x20;
 constexpr int initials = 64;
 
-/// Where a character that Latin-1 lacks may stand.
+/// The position of the first character that may replace one that Latin-1 lacks.
 qsizetype firstGap(const QString &text)
 {
     const qsizetype gap = text.indexOf(u'?');
     return gap < 0 ? std::numeric_limits<qsizetype>::max() : gap;
 }
 
-/// Compares two texts up to the first character that may not be their own; 0 when nothing more is
-/// known.
+/// Compares two texts up to the first character that may be a replacement; 0 if they are equal so
+/// far.
 int compareKnown(const QString &a, const QString &b)
 {
     const qsizetype known = std::min(firstGap(a), firstGap(b));
     return QString::compare(a.left(known), b.left(known), Qt::CaseInsensitive);
 }
 
-/// The entry of an alphabet table for \a text; -1 when it has none.
+/// The entry of an alphabet table for \a text; -1 if there is no entry for its initial.
 int initialOf(const QString &text)
 {
     const int code = text.isEmpty() ? 0 : text.at(0).toUpper().unicode();
@@ -38,9 +38,9 @@ int initialOf(const QString &text)
 
 } // namespace
 
-/// Follows a sequence of texts that should rise.
+/// Checks a sequence of texts for ascending order.
 struct MemoryListCheck::Order {
-    /// False when \a text should have come before one of the texts that were met.
+    /// Returns false if \a text should be before one of the earlier texts.
     bool take(const QString &text)
     {
         const bool whole = !text.contains(u'?');
@@ -55,7 +55,7 @@ struct MemoryListCheck::Order {
         }
         return rises;
     }
-    /// True when \a text is the text that was met last, as far as both are stored whole.
+    /// Returns true if \a text is equal to the last text and both are stored completely.
     bool isLast(const QString &text) const
     {
         constexpr int fieldWidth = 58;
@@ -144,7 +144,7 @@ void MemoryListCheck::checkOrder()
     }
 }
 
-/// The header \a header, which \a songsBefore songs precede in the group before.
+/// Checks the header \a header, after a group of \a songsBefore songs.
 void MemoryListCheck::checkGroup(qsizetype header, int songsBefore)
 {
     const int before = m_file.announcedSongsBefore(header);
@@ -154,7 +154,7 @@ void MemoryListCheck::checkGroup(qsizetype header, int songsBefore)
                                  .arg(header)
                                  .arg(songsBefore)
                                  .arg(before));
-    // The songs are counted by looking ahead: no song is looked at for more than one header.
+    // The songs are counted by reading ahead: each song is read for only one header.
     qsizetype end = header + 1;
     while (end < m_file.records() && !m_file.isHeader(end) && countStep(m_run))
         ++end;
@@ -187,9 +187,9 @@ void MemoryListCheck::checkAlphabet(const QString &tableName, const MemoryFile &
     }
 }
 
-/// True when \a offset may be right for \a initial although the first stored text that begins so
-/// stands at \a first: a '?' may hide a character that Latin-1 lacks, which has no entry, or, with
-/// the long s and the dotless i, that of "S" or "I".
+/// Returns true if \a offset may be right for \a initial although the first stored text with that
+/// initial is at \a first: a '?' may replace a character without an entry, or the long s or the
+/// dotless i, which have the entries of "S" and "I".
 bool MemoryListCheck::canStandFor(quint32 offset, quint32 first, int initial) const
 {
     const char16_t character = static_cast<char16_t>(firstInitial + initial);

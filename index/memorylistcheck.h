@@ -9,19 +9,19 @@
 
 class MemoryFindings;
 
-/// Counts one step of a check. False once \a run is to end.
+/// Counts one step of a check. Returns false if \a run must end.
 [[nodiscard]] inline bool countStep(Run &run)
 {
     run.pulse();
     return run.mayGoOn();
 }
 
-/// The songs of "index.id2" as the lists should have them.
+/// The songs of "index.id2", for comparison with the lists.
 struct IndexedSongs {
     MemoryFile paths;                     ///< "index.id2"
     QHash<quint32, qsizetype> recordOfId; ///< the first record with an id
     MemoryFile titles;                    ///< "title.id2"
-    QList<qsizetype> titleOfRecord;       ///< its record in "title.id2"; -1 when it has none
+    QList<qsizetype> titleOfRecord;       ///< its record in "title.id2"; -1 if it has none
 };
 
 /// Checks one list of an index, of titles or of groups, for the check of a memory.
@@ -33,18 +33,20 @@ class MemoryListCheck
     Q_DECLARE_TR_FUNCTIONS(MemoryListCheck)
 
 public:
-    /// The list \a file with the name \a name; \a grouped when its songs stand behind headers.
+    /// For the list \a file with the name \a name; \a grouped if it has group headers.
     MemoryListCheck(const QString &name, const MemoryFile &file, bool grouped,
                     MemoryFindings &findings, Run &run);
 
-    /// Every song of \a songs stands in the list once, with the data of "title.id2"; only MP3
-    /// songs when \a mp3Only.
+    /// Checks that every one of \a songs, or with \a mp3Only every MP3, is in the list once, with
+    /// the data of "title.id2", and no others.
     void checkSongs(const IndexedSongs &songs, bool mp3Only);
-    /// Songs, or groups and the songs of each, stand in their order, and the headers count right.
+    /// Checks the order of the songs, or of the groups and the songs of each, and the counts of the
+    /// headers.
     void checkOrder();
-    /// The alphabet table \a table with the name \a tableName leads to the first of each initial.
+    /// Checks that the alphabet table \a table with the name \a tableName leads to the first text
+    /// of each initial.
     void checkAlphabet(const QString &tableName, const MemoryFile &table);
-    /// The number for "fsinfos.id2": songs, or headers of a grouped list.
+    /// The count for "fsinfos.id2": of songs, or of the headers of a grouped list.
     int count() const;
 
 private:

@@ -28,7 +28,7 @@ bool MemoryRenames::rename(const QString &folder, const QList<NewName> &names)
         m_folders.insert(way);
     else if (!m_ready.contains(way))
         makeReady(folder, way, names);
-    // A cut behind this leaves a name that no file has, which counts for nothing.
+    // After a cut here the stored name has no file and is ignored.
     if (m_given->add(way, names.first().from, names.first().to)) {
         m_isGivenNew = !handle.isFat();
         if (handle.isFat())
@@ -44,8 +44,8 @@ bool MemoryRenames::rename(const QString &folder, const QList<NewName> &names)
     return true;
 }
 
-/// The first new name may need room that the folder does not have yet; each one after that finds
-/// the room of the one before.
+/// The folder may have to grow for the first new name; each later one uses the room of the name
+/// before.
 void MemoryRenames::makeReady(const QString &folder, const QString &way,
                               const QList<NewName> &names)
 {
@@ -82,7 +82,7 @@ bool MemoryRenames::renameOne(const FolderHandle &folder, const QString &from, c
 {
     if (!folder.rename(from, to))
         return false;
-    // Two moved entries could share a sector of the disk: one is finished before the next.
+    // Two moved entries could share a sector of the disk, so each is flushed before the next one.
     if (folder.isFat())
         m_isFlushed &= folder.flush(to) && folder.flush();
     return true;

@@ -26,10 +26,10 @@ public:
     /// which must outlive this.
     void setRoot(const QString &root, GivenNames &given);
     /// Renames entries of \a folder, one after the other: all of them or none. Replaces nothing.
-    /// The first new name is added to the given names before the rename. False when one can't be
-    /// renamed, or \a folder is not on the memory.
+    /// The first new name is added to the given names before the rename. Returns false if one can't
+    /// be renamed, or \a folder is not on the memory.
     [[nodiscard]] bool rename(const QString &folder, const QList<NewName> &names);
-    /// Flushes the new names to the disk. False when one may not have reached it.
+    /// Flushes the new names to the disk. Returns false if one may not have reached it.
     [[nodiscard]] bool flush();
 
 private:
@@ -38,8 +38,8 @@ private:
 
     QString m_root;
     GivenNames *m_given = nullptr;
-    QSet<QString> m_folders;   ///< have new names that are not flushed yet
+    QSet<QString> m_folders;   ///< with new names that are not flushed
     QSet<QString> m_ready;     ///< folders on FAT that need not grow
-    bool m_isFlushed = true;   ///< no flush has failed
+    bool m_isFlushed = true;   ///< false after a failed flush
     bool m_isGivenNew = false; ///< the given names have grown since the last flush
 };

@@ -27,7 +27,7 @@ bool isAnyOf(const QString &name, std::initializer_list<const char *> names)
     });
 }
 
-/// Character by character, as names are compared: the folding of whole texts makes "ss" of "ß".
+/// Folds each character alone, as names are compared: folding a whole text turns "ß" into "ss".
 QString folded(const QString &path)
 {
     QString text = path;
@@ -108,7 +108,7 @@ void MemorySongs::add(const QString &path)
     if (path.size() > longestPath)
         return;
     const QByteArray sortKey = toBytes(path.toUpper());
-    // Paths that differ only in case are one song to the player.
+    // For the player, paths that differ only in case are one song.
     const QString name = folded(path) + u'\n' + QString::fromLatin1(sortKey);
     if (m_known.contains(name))
         return;

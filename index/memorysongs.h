@@ -12,11 +12,11 @@
 
 class Run;
 
-/// The songs that lie on a memory, for the check of the memory: by a walk and by path rules of its
-/// own, so that it finds what those of the index overlook.
+/// The songs on a memory, for the check of the memory: with a walk and path rules that are
+/// independent of those of the index, so that it finds their mistakes.
 ///
-/// An index knows a path only by its bytes in code page "IBM 850", which lacks most characters, and
-/// takes paths that differ in case for one. So songs are found by a key that several can share.
+/// An index has only the bytes of a path in code page "IBM 850", which lacks most characters, and
+/// paths are case-insensitive. So songs are found by a key that is not unique.
 class MemorySongs
 {
 public:
@@ -25,21 +25,21 @@ public:
         QByteArray key;
     };
 
-    /// Walks over the memory \a root and calls \a visit with the path of each file. False when \a
-    /// run is to end.
+    /// Walks over the memory \a root and calls \a visit with the path of each file. Returns false
+    /// if \a run must end.
     [[nodiscard]] bool find(const Run &run, const QString &root,
                             const std::function<void(const QString &)> &visit);
 
-    /// The songs that an index should hold, in the order in which they were met.
+    /// The songs that an index should have, in the order of the walk.
     const QList<Song> &songs() const { return m_songs; }
-    /// How many songs have \a key.
+    /// The number of songs with \a key.
     int count(const QByteArray &key) const { return m_places.value(key).songs; }
-    /// What a path with \a key is ordered by; null where songs with other orders have it, too.
+    /// The sort key of the paths with \a key; null if they have different ones.
     QByteArray sortKey(const QByteArray &key) const;
 
-    /// True when the suffix of \a path is that of a song.
+    /// Returns true if \a path has the suffix of a song.
     static bool isSong(const QString &path);
-    /// The key of a path that stands in an index as \a bytes.
+    /// The key of a path that is stored in an index as \a bytes.
     static QByteArray keyOf(const QByteArray &bytes);
     /// The bytes for \a path, and the path for \a bytes.
     static QByteArray toBytes(const QString &path);
@@ -48,7 +48,7 @@ public:
 private:
     struct Place {
         int songs = 0;
-        QByteArray sortKey; ///< null when the songs have several
+        QByteArray sortKey; ///< null if the songs have several
     };
 
     bool walk(const Run &run, const QString &folder,

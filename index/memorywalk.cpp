@@ -26,7 +26,7 @@ const QString bridgeFolder = QStringLiteral("bridge");
 
 bool isSameName(const QString &a, const QString &b)
 {
-    // Case is folded letter by letter: names of different lengths are never the same.
+    // Letters are folded one at a time, so names of different lengths are never equal.
     return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
@@ -85,7 +85,7 @@ void MemoryWalk::scanFolder(const QString &longPath, const FolderEntry &entry, L
     const bool isLong = LongNames::isLong(longPath);
     const QString path =
         isLong && leadsToSongs(longPath) ? renameLongFileName(longPath, entry, names) : longPath;
-    // A link may have taken its place since.
+    // It may have been replaced by a link during the question.
     if (!path.isEmpty() && (!isLong || !isOutside(path, entry)))
         scanFiles(path);
 }
@@ -109,8 +109,8 @@ void MemoryWalk::scanFile(const QString &longPath, const FolderEntry &entry, Lon
     m_monitor.setFilesFound(m_filesFound);
 }
 
-/// True when a walk into \a folder, which is on the memory, would meet a song. Each folder is
-/// listed once in a run, however many folders above it ask.
+/// Returns true if a walk into \a folder, which is on the memory, would meet a song. Each folder is
+/// listed only once in a run.
 bool MemoryWalk::leadsToSongs(const QString &folder)
 {
     if (m_folders.hasEntered(folder))
@@ -119,7 +119,7 @@ bool MemoryWalk::leadsToSongs(const QString &folder)
     const auto known = m_songFolders.constFind(identity);
     if (known != m_songFolders.cend())
         return *known;
-    // For the links that lead back to it.
+    // For links that lead back to it.
     m_songFolders.insert(identity, false);
     m_monitor.run().pulse();
     if (m_monitor.run().isEnding())
@@ -137,13 +137,13 @@ bool MemoryWalk::leadsToSongs(const QString &folder)
     return areSongs;
 }
 
-/// The player keeps data of its own in these folders.
+/// The player's own data are in these folders.
 bool MemoryWalk::isPlayersFolder(const QString &name)
 {
     return isSameName(name, sfxFolder) || isSameName(name, bridgeFolder);
 }
 
-/// Also true for a folder on another disk that is mounted there.
+/// Also true for a folder of another disk that is mounted there.
 bool MemoryWalk::isOutside(const QString &path, const FolderEntry &entry) const
 {
     return (entry.isLink || entry.kind == FileKind::Folder) && leavesRoot(path, m_memory.root());
@@ -187,7 +187,7 @@ QString MemoryWalk::renameLongFileName(const QString &path, const FolderEntry &e
         const bool mayRename = this->mayRename(path, candidate);
         if (m_memory.isGone() || m_monitor.run().isEnding())
             return {};
-        // While the question was open a link may have taken its place.
+        // It may have been replaced by a link during the question.
         if (!mayRename)
             return leavesRoot(path, m_memory.root()) ? QString() : path;
         if (names.rename(m_memory.renames(), entry.name, shortName)) {
@@ -204,8 +204,8 @@ QString MemoryWalk::renameLongFileName(const QString &path, const FolderEntry &e
     return {};
 }
 
-/// Asks the user, unless that was answered for all files. While the question is open another memory
-/// may take the place of this one.
+/// Asks the user, unless all files were answered. During the question the memory may be replaced by
+/// another one.
 bool MemoryWalk::mayRename(const QString &path, const QString &candidate)
 {
     if (m_monitor.run().isAsking(Run::Question::Rename) && m_memory.isSame())
@@ -219,7 +219,7 @@ bool MemoryWalk::mayRename(const QString &path, const QString &candidate)
     return m_memory.isSame() && isWanted;
 }
 
-/// For systems that keep a short name beside each long one; this one has none.
+/// For file systems that have a short name beside each long one; here there are no such names.
 QString MemoryWalk::getShortFileNamePath(const QString &path)
 {
     return path;
@@ -252,7 +252,7 @@ void MemoryWalk::reportUnnamed(const QString &folder, const FolderEntry &entry)
         m_memory.reportMissed(tr("File non importato, il nome non è valido: ") + path);
 }
 
-/// \a entry is neither a plain file nor a folder. A link may stand for a folder, whatever its name.
+/// \a entry is neither a plain file nor a folder. A link with any name may lead to a folder.
 void MemoryWalk::reportNoFile(const QString &path, const FolderEntry &entry)
 {
     const bool isSong = checkFileExt(QFileInfo(path).suffix());

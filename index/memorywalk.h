@@ -16,15 +16,14 @@ class SongRoll;
 struct FolderEntries;
 struct FolderEntry;
 
-/// The walk over a memory: which files become songs of the index, and under what names. Asks before
-/// it shortens a long name, and reports what it could not take.
+/// The walk over a memory: finds the songs for the index and shortens their names. Asks before it
+/// shortens a long name, and reports files that can't be indexed.
 class MemoryWalk
 {
     Q_DECLARE_TR_FUNCTIONS(Index)
 
 public:
-    /// Songs are met by \a roll; \a old is the index that the run began with. All must outlive
-    /// this.
+    /// Adds songs to \a roll; \a old is the index before the run. All must outlive this.
     MemoryWalk(IndexMonitor &monitor, RunMemory &memory, SongRoll &roll, const IndexReader &old,
                IndexPlaylists &playlists)
         : m_monitor(monitor), m_memory(memory), m_roll(roll), m_old(old), m_playlists(playlists)
@@ -32,15 +31,15 @@ public:
     }
 
     /// Walks through \a folder and the folders below, in the order of visibleEntries(), until the
-    /// memory is gone or the program is to end.
+    /// memory is removed or the program must end.
     void scanFiles(const QString &folder);
 
-    /// How many songs were met.
+    /// The number of songs that were met.
     int filesFound() const { return m_filesFound; }
-    /// True when a name could not be changed because the memory is write-protected.
+    /// Returns true if a name could not be changed because the memory is write-protected.
     bool hasFailedRename() const { return m_renameFailed; }
     /// Paths below the root ("/POP", empty for the root) of the folders that could not be read to
-    /// their end, and of what could not be looked at, which may be a song or a folder.
+    /// their end, and of unreadable entries, which may be songs or folders.
     const QStringList &unreadable() const { return m_unreadable; }
 
 private:
@@ -67,7 +66,7 @@ private:
     const IndexReader &m_old;
     IndexPlaylists &m_playlists;
     FolderWalk m_folders;
-    QHash<QString, bool> m_songFolders; ///< by identity: whether a walk into it finds songs
+    QHash<QString, bool> m_songFolders; ///< by identity: whether it leads to songs
     int m_filesFound = 0;
     bool m_renameFailed = false;
     QStringList m_unreadable;

@@ -40,7 +40,7 @@ void PathTable::enter(qsizetype index)
 /// Doubles the number of slots and enters all songs again.
 void PathTable::grow()
 {
-    constexpr qsizetype firstSize = 1024; // a power of 2, as all the others
+    constexpr qsizetype firstSize = 1024; // a power of 2, like all others
     m_slots = QList<qsizetype>(std::max(m_slots.size() * 2, firstSize), none);
     for (qsizetype i = 0; i < m_entries.size(); ++i)
         enter(i);
@@ -79,7 +79,7 @@ qsizetype PathTable::findBytes(const QList<SongInfoIndex> &songs, const QByteArr
         const auto sameKey = m_byKey.constFind(songs.at(m_keyed).pathKey);
         m_byKey.insert(songs.at(m_keyed).pathKey, sameKey == m_byKey.cend() ? m_keyed : several);
     }
-    // A name with characters that the code page lacks: its '?' are all that is known of them.
+    // A name with characters that the code page lacks, which are stored as '?'.
     const auto sameKey = m_byKey.constFind(wanted.pathKey);
     if (sameKey != m_byKey.cend())
         return *sameKey;
@@ -89,7 +89,7 @@ qsizetype PathTable::findBytes(const QList<SongInfoIndex> &songs, const QByteArr
 
 size_t PathTable::pathHash(const SongInfoIndex &song)
 {
-    constexpr qsizetype room = 128; // letters: folded path and key of nearly all that there are
+    constexpr qsizetype room = 128; // letters of path and key
     QVarLengthArray<QChar, room> letters(song.path.size() + song.pathKey.size());
     const auto key = std::copy(song.path.cbegin(), song.path.cend(), letters.begin());
     foldLetters(letters.data(), song.path.size());

@@ -4,15 +4,16 @@
 
 #include <QHash>
 
-/// Finds songs of a list by their path in constant time, up to the 65,535 that an index holds.
+/// Finds songs of a list by their path in constant time, for up to 65,535 songs, the limit of an
+/// index.
 ///
-/// Different paths can share a sort key (letters that upper-case alike, characters that the code
-/// page lacks: a memory of Cyrillic names has thousands of equal keys), so it finds a song only
-/// where nothing else does.
+/// Different paths can have one sort key (letters with the same upper case, characters that the
+/// code page lacks: a memory of Cyrillic names has thousands of equal keys), so the sort key is
+/// only used if the path is not found otherwise.
 class PathTable
 {
 public:
-    /// Enters those of \a songs that are not entered yet: the list may have grown at its end.
+    /// Enters those of \a songs that were appended since the last call.
     void enter(const QList<SongInfoIndex> &songs);
     /// Enters the next song of the list by its pathHash().
     void add(size_t hash);
@@ -24,10 +25,10 @@ public:
     /// Equal for paths that count as the same. Seeded, so that a memory can't be filled with paths
     /// of one hash.
     static size_t pathHash(const SongInfoIndex &song);
-    /// How many songs were entered, or looked at to find others.
+    /// The number of songs that were entered, or compared in searches.
     qsizetype steps() const { return m_steps; }
-    /// The index of the song that a path file's \a bytes name; -1 when no song has
-    /// that path or several could be meant.
+    /// The index of the song that a path file's \a bytes name; -1 when no song has that path or
+    /// several could be meant.
     qsizetype findBytes(const QList<SongInfoIndex> &songs, const QByteArray &bytes);
 
 private:
@@ -47,6 +48,6 @@ private:
     QList<Entry> m_entries;   ///< one for each song
     QList<qsizetype> m_slots; ///< the last song of each hash, by open addressing
     qsizetype m_steps = 0;
-    qsizetype m_keyed = 0; ///< how many songs m_byKey has: only playlists ask for keys
-    QHash<QByteArray, qsizetype> m_byKey; ///< \c several where songs share a sort key
+    qsizetype m_keyed = 0;                ///< the songs in m_byKey: only playlists need keys
+    QHash<QByteArray, qsizetype> m_byKey; ///< \c several if songs have the same sort key
 };

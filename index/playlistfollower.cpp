@@ -127,17 +127,16 @@ PlaylistFollower::Plan PlaylistFollower::plan(const QByteArray &playlist, const 
     return plan;
 }
 
-/// True when the playlist is not what this program made of its path file: the player, on which it
-/// was changed, knows nothing of path files.
+/// Returns true if the playlist differs from what this program wrote with its path file: the player
+/// changes playlists, but not path files.
 bool PlaylistFollower::isChanged(const Files &files)
 {
     const qsizetype entries = files.entries();
     const qsizetype records = files.pathRecords();
     if (entries < records || records == 0)
         return true;
-    // A run that found only some of the songs has written these from the start, and behind them
-    // still stand the last entries of before. The old index does not have those that it passed
-    // over.
+    // A run that found only some of the songs has written these from the start, followed by the old
+    // last entries. The songs that it skipped are not in the old index.
     qsizetype record = 0;
     qsizetype entry = 0;
     for (; entry < entries; ++entry, ++record) {
@@ -157,7 +156,7 @@ bool PlaylistFollower::isChanged(const Files &files)
     return false;
 }
 
-/// True when the old index has the path \a path, or may have had it.
+/// Returns true if the old index has the path \a path, or may have had it.
 bool PlaylistFollower::wasIndexed(const QByteArray &path)
 {
     if (!isKnownWell() && lookUp(path) != none)
@@ -165,14 +164,14 @@ bool PlaylistFollower::wasIndexed(const QByteArray &path)
     return m_old.hasPath(pathSortKey(pathFromBytes(path)));
 }
 
-/// True when \a entry may stand for what the path record says; past the last of them for nothing
-/// that is known.
+/// Returns true if \a entry may be the song of the path record; after the last path record, if the
+/// entry's song is unknown.
 bool PlaylistFollower::names(const Files &files, qsizetype entry, qsizetype pathRecord)
 {
     const QByteArray known = m_old.pathOf(files.id(entry));
     const QByteArray path = files.path(pathRecord);
     if (!known.isEmpty()) {
-        // A path that the rule for long names has changed stands for the new one.
+        // A path that was changed because of long names is the new one.
         return !path.isEmpty() && (isSamePath(known, path) || isSamePath(known, newPathOf(path)));
     }
     const QByteArray title = files.title(entry);
@@ -182,7 +181,7 @@ bool PlaylistFollower::names(const Files &files, qsizetype entry, qsizetype path
     return hasTitle(song, title) || (!isKnownWell() && songsWithTitle(title).isEmpty());
 }
 
-/// True when the old index knows all ids but those of songs that were removed.
+/// Returns true if the old index knows all ids but those of songs that were removed.
 bool PlaylistFollower::isKnownWell() const
 {
     return m_old.isSound() && m_old.size() > 0;
@@ -194,8 +193,8 @@ qsizetype PlaylistFollower::songOf(const Files &files, qsizetype entry)
     return known.isEmpty() ? songOfUnknown(files, entry) : songOfKnown(files, entry, known);
 }
 
-/// The old index has \a path for the id. The title shows when that is not to be trusted: the index
-/// was damaged, or once rebuilt without the playlist.
+/// The old index has \a path for the id. A different title shows that it can't be trusted: the
+/// index was damaged, or once rebuilt without the playlist.
 qsizetype PlaylistFollower::songOfKnown(const Files &files, qsizetype entry, const QByteArray &path)
 {
     const QByteArray title = files.title(entry);
@@ -247,8 +246,8 @@ const QSet<qsizetype> &PlaylistFollower::namedSongs(const Files &files)
     return *m_named;
 }
 
-/// The song with the path \a path, by its present name. Where the path stands for several, the one
-/// that alone has \a title.
+/// Returns the song with the path \a path, also if it was renamed since. If several songs have the
+/// path, the only one of them with \a title.
 qsizetype PlaylistFollower::songAt(const QByteArray &path, const QByteArray &title)
 {
     const qsizetype song = lookUp(path);
@@ -265,8 +264,8 @@ qsizetype PlaylistFollower::songAt(const QByteArray &path, const QByteArray &tit
     return renamed == path ? none : lookUp(renamed);
 }
 
-/// The path that \a path has become, \a path itself when it has no other. Asks the disk once for
-/// each path, as long as there are no more than songs.
+/// Returns the present path of \a path; \a path itself if it was not renamed. Accesses the disk
+/// once for each path, for at most as many paths as there can be songs.
 QByteArray PlaylistFollower::newPathOf(const QByteArray &path)
 {
     const auto known = m_newPaths.constFind(path);
@@ -287,13 +286,13 @@ qsizetype PlaylistFollower::lookUp(const QByteArray &path)
         return *known;
     m_table.enter(m_songs);
     const qsizetype song = m_table.findBytes(m_songs, path);
-    // A memory of strange playlists could name any number of paths.
+    // Playlists of other programs could have any number of paths.
     if (m_found.size() < SongInfoIndex::maxSongs)
         m_found.insert(path, song);
     return song;
 }
 
-/// The songs with \a title, unless there are so many that it says nothing.
+/// Returns the songs with \a title; none if there are too many to identify one.
 QList<qsizetype> PlaylistFollower::songsWithTitle(const QByteArray &title)
 {
     constexpr qsizetype most = 32;
@@ -312,14 +311,14 @@ bool PlaylistFollower::hasTitle(qsizetype song, const QByteArray &title) const
     return titleOf(m_songs.at(song)) == title;
 }
 
-/// The entry \a old for \a song.
+/// Returns the entry for \a song; \a old without a song.
 QByteArray PlaylistFollower::entryFor(qsizetype song, const QByteArray &old) const
 {
     return song == none ? old : SongRecord(m_songs.at(song)).bytes();
 }
 
-/// The same of an old last entry. One that has the song's id and is not like its old record stays
-/// as it always did.
+/// The same for an old last entry. An entry that has the song's id, but another title than its old
+/// record, stays unchanged.
 QByteArray PlaylistFollower::lastEntryFor(qsizetype song, const QByteArray &old) const
 {
     const quint32 id = be32At(old, 0);

@@ -23,21 +23,21 @@ public:
         InPlace, ///< each entry is replaced at its place; one whose song was removed stays
         Anew,    ///< the songs are written from the beginning; old entries beyond the last one stay
     };
-    /// Gives the path that the song or folder at \a path has got since by a new name.
+    /// Returns the present path of the song or folder at \a path, which may have been renamed.
     using NewPath = std::function<QString(const QString &path)>;
 
-    /// What becomes of a playlist.
+    /// The new files of a playlist.
     struct Result {
         QByteArray songs; ///< the new songs file
-        QByteArray paths; ///< the new path file; null when the old one stays
+        QByteArray paths; ///< the new path file; null if the old one stays
     };
 
-    /// From the index that \a old has read to \a songs, which have their ids when records are asked
-    /// for. Both must outlive this.
+    /// From the index read by \a old to \a songs, which must have their ids before follow() is
+    /// called. Both must outlive this.
     PlaylistFollower(const IndexReader &old, const QList<SongInfoIndex> &songs, NewPath newPath);
 
-    /// The new files for the songs file \a playlist and the path file \a paths, null when there is
-    /// none.
+    /// Returns the new files for the songs file \a playlist and the path file \a paths, which is
+    /// null if it is missing.
     Result follow(const QByteArray &playlist, const QByteArray &paths, Way way);
     /// The ids of the old last entries that follow() leaves behind a playlist that it rewrites,
     /// because their songs were removed.
@@ -59,9 +59,9 @@ private:
         QByteArray title(qsizetype entry) const;
         QByteArray path(qsizetype entry) const;
     };
-    /// The songs of the new playlist, and from which entry on the old ones stay behind them.
+    /// The songs of the new playlist, and the song of each old entry.
     struct Plan {
-        QList<qsizetype> songs;  ///< positions; only of those that are written from the start
+        QList<qsizetype> songs;  ///< positions; only of the songs written from the start
         QList<qsizetype> places; ///< of each old entry
         bool isChanged = false;
     };
@@ -90,6 +90,6 @@ private:
     PathTable m_table;
     QHash<QByteArray, qsizetype> m_found; ///< songs by their path bytes: playlists repeat them
     QHash<QByteArray, QByteArray> m_newPaths;
-    QHash<QByteArray, QList<qsizetype>> m_byTitle; ///< filled when it is first asked
+    QHash<QByteArray, QList<qsizetype>> m_byTitle; ///< filled on first use
     std::optional<QSet<qsizetype>> m_named;        ///< by the path file of the current playlist
 };

@@ -19,7 +19,7 @@ namespace
 
 constexpr int numberRecordSize = 32; ///< bytes; all but the first two are the player's own
 constexpr qint64 maxListSize = 65536 * numberRecordSize; ///< every 16-bit number once
-/// Above lower ids all songs of a full index have room.
+/// Above a lower id there is room for all songs of a full index.
 constexpr quint32 highestLimit = SongInfoIndex::idLimit - 2 * SongInfoIndex::maxSongs;
 constexpr qint64 maxPlaylistSize = 65535 * IndexRecord::size; ///< as many songs as an index
 
@@ -29,8 +29,8 @@ QString fileName(qint16 number, const char *suffix)
                              static_cast<unsigned>(static_cast<int>(number)), suffix);
 }
 
-/// The path records of the song records \a playlist. For an id that the index lacks that of
-/// \a before, the path file that is there.
+/// Returns the path records of the song records \a playlist. For an id that the index lacks, the
+/// record of the existing path file \a before is used.
 QByteArray pathRecords(const QByteArray &playlist, const IndexReader &old, const QByteArray &before)
 {
     QByteArray paths;
@@ -52,8 +52,8 @@ std::optional<QByteArray> readSongs(const IndexSet &set, qint16 number)
     return songs.isDone() ? std::optional(songs.bytes) : std::nullopt;
 }
 
-/// The path file of a playlist; null when it can't be read: most of it can be derived from the
-/// songs file.
+/// The path file of a playlist; null if it can't be read: most of it can be derived from the songs
+/// file.
 QByteArray readPaths(const IndexSet &set, qint16 number)
 {
     const FileContent paths =
@@ -89,15 +89,15 @@ QString Playlists::pathsFileName(qint16 number)
 QList<qint16> Playlists::readNumbers(const IndexSet &set)
 {
     QList<qint16> numbers;
-    // A link there may lead to lists that are not the player's.
+    // A link there may lead to lists outside of the memory.
     if (leavesRoot(set.filePath(QStringLiteral("playlist")), set.root()))
         return numbers;
     const QByteArray list =
         readWholeFile(set.filePath(QStringLiteral("playlist/playlist.dat")), maxListSize).bytes;
     QSet<qint16> known;
     for (qsizetype pos = 0; fits(list, pos, numberRecordSize); pos += numberRecordSize) {
-        // The low byte is signed: a playlist of 0x85 0x00 is number -123, and its files are named
-        // so by every version of the program.
+        // The low byte is signed: 0x85 0x00 is the number -123, and every version of the program
+        // names the files of that playlist so.
         const auto number =
             static_cast<qint16>(byteAt(list, pos + 1) * 256 + signedByteAt(list, pos));
         if (!known.contains(number))

@@ -9,7 +9,7 @@
 template <typename Element, typename Less>
 void sortRuns(QList<Element> &list, Less less)
 {
-    constexpr qsizetype shortRun = 8; // on the average: merging such runs doesn't pay
+    constexpr qsizetype shortRun = 8; // the average length; merging such runs is not faster
     QList<qsizetype> ends;
     for (qsizetype i = 1; i < list.size(); ++i) {
         if (less(list.at(i), list.at(i - 1)))

@@ -12,7 +12,8 @@ namespace
 
 enum class Order { Rises, Equal, Falls, Unknown };
 
-/// A letter as orders see it; -1 for one that stands for others, or is ordered beyond Latin-1.
+/// Returns a letter as it is compared; -1 for one that may replace others, or is folded to a letter
+/// beyond Latin-1.
 int folded(char letter)
 {
     if (letter == '?')
@@ -22,8 +23,7 @@ int folded(char letter)
     return code <= last ? code : -1;
 }
 
-/// How the texts of the record at \a first of \a list and the one at \a second of \a other follow
-/// each other.
+/// Compares the text of the record at \a first of \a list with the one at \a second of \a other.
 Order orderOf(const QByteArray &list, qsizetype first, const QByteArray &other, qsizetype second)
 {
     const char *a = list.constData() + first + SongRecord::titleAt;
@@ -49,14 +49,14 @@ bool isSameRecord(const QByteArray &a, qsizetype aAt, const QByteArray &b, qsize
     return std::memcmp(a.constData() + aAt, b.constData() + bAt, IndexRecord::size) == 0;
 }
 
-/// True when the texts may be one, in letters of either case.
+/// Returns true if the texts may be equal, ignoring case.
 bool isSameText(const QByteArray &a, qsizetype aAt, const QByteArray &b, qsizetype bAt)
 {
     const Order order = orderOf(a, aAt, b, bAt);
     return order == Order::Equal || order == Order::Unknown;
 }
 
-/// The entry of an alphabet table for the text at \a at; -1 when it has none.
+/// The entry of an alphabet table for the text at \a at; -1 if there is no entry for its initial.
 int initialAt(const QByteArray &list, qsizetype at)
 {
     const int code = QChar(QLatin1Char(list.at(at + SongRecord::titleAt))).toUpper().unicode() -
@@ -75,11 +75,11 @@ struct SetCheck::Walk {
     bool isGrouped;
     QList<bool> met;
     std::array<quint32, AlphabetTable::entries> firstOffsets{};
-    qsizetype header = -1;   ///< of the present group
+    qsizetype header = -1;   ///< of the current group
     qsizetype previous = -1; ///< the song before, in the group or the list
     int songsBefore = 0;     ///< in the group before
-    int entries = 0;         ///< what "fsinfos.id2" counts
-    bool isDoubted = false;  ///< the present group
+    int entries = 0;         ///< the count for "fsinfos.id2"
+    bool isDoubted = false;  ///< the current group
 };
 
 SetCheck::SetCheck(const SetFiles &files, const IdTable &ids)
@@ -148,7 +148,7 @@ void SetCheck::meetHeader(Walk &walk, qsizetype at)
         doubt(walk, before, at);
 }
 
-/// The songs between the header and \a end are those of its group.
+/// Checks the header of the group that ends at \a end.
 void SetCheck::closeGroup(Walk &walk, qsizetype end)
 {
     if (walk.header < 0)
@@ -196,8 +196,8 @@ void SetCheck::meetSong(Walk &walk, qsizetype at)
         m_hasAllTexts = m_hasAllTexts && SetFiles::isMp3Only(walk.list);
 }
 
-/// An entry may lead to a text that begins with '?' where that may hide a character that Latin-1
-/// lacks: one that has no entry, or, as the long s and the dotless i, that of "S" or "I".
+/// An entry may lead to a text that begins with '?', which may replace a character without an
+/// entry, or the long s or the dotless i, which have the entries of "S" and "I".
 void SetCheck::checkAlphabet(const Walk &walk, const QByteArray &table)
 {
     m_isSound = m_isSound && table.size() == AlphabetTable::size;
@@ -216,7 +216,7 @@ void SetCheck::checkAlphabet(const Walk &walk, const QByteArray &table)
     }
 }
 
-/// Each song once. Whether they stand in the order of their paths shows when these are sorted.
+/// Checks that each song is there once. Their order is checked when the paths are sorted.
 void SetCheck::checkOrder(const QByteArray &order)
 {
     QList<bool> met(m_unsure.size(), false);
@@ -229,7 +229,7 @@ void SetCheck::checkOrder(const QByteArray &order)
     }
 }
 
-/// The songs from \a first up to \a end, as far as they are known.
+/// Marks the known songs from \a first up to \a end as unsure.
 void SetCheck::doubt(const Walk &walk, qsizetype first, qsizetype end)
 {
     m_isSound = false;

@@ -17,17 +17,17 @@ class SetCheck
 {
 public:
     SetCheck() = default;
-    /// Checks \a files, in which "index.id2" has the songs \a ids, by one walk over each.
+    /// Checks \a files, in which "index.id2" has the songs \a ids, in one pass over each file.
     SetCheck(const SetFiles &files, const IdTable &ids);
 
-    /// False when one of the files is not what it should be.
+    /// Returns false if one of the files is damaged.
     bool isSound() const { return m_isSound; }
-    /// False when a song is missing in a list of all songs, or a record there has no song.
+    /// Returns false if a song is missing in a list of all songs, or a record there has no song.
     bool hasAllTexts() const { return m_hasAllTexts; }
-    /// True when the lists may not say what the song at \a position is.
+    /// Returns true if the lists may be wrong about the song at \a position.
     bool isUnsure(qsizetype position) const { return m_unsure.at(position); }
-    /// Where the record of the song at \a position stands in "title.id2", in bytes from its start;
-    /// -1 when it has none.
+    /// The offset in bytes of the record of the song at \a position in "title.id2"; -1 if it has
+    /// none.
     qsizetype titleAt(qsizetype position) const { return m_titleAt.at(position); }
 
 private:
@@ -45,6 +45,6 @@ private:
     bool m_hasAllTexts = true;
     QList<bool> m_unsure;
     QList<qsizetype> m_titleAt;
-    /// Where the headers of the songs' groups stand in "artist.id2" and "genre.id2".
+    /// The offsets of the headers of the songs' groups in "artist.id2" and "genre.id2".
     std::array<QList<qsizetype>, SetFiles::Lists> m_headerAt;
 };

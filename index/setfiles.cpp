@@ -13,7 +13,7 @@ namespace
 
 constexpr qint64 mostSongs = SongInfoIndex::maxSongs;
 
-/// What can't be read is null, as what is not there.
+/// Returns null for a file that is missing or can't be read.
 QByteArray readSetFile(const IndexSet &set, const QString &name, qint64 maximum)
 {
     return readWholeFile(set.filePath(name), maximum).bytes;
@@ -52,7 +52,7 @@ bool SetFiles::read(const IndexSet &set)
     order = readSetFile(set, QStringLiteral("ordfile.id2"), 2 * mostSongs);
     counts = readSetFile(set, QStringLiteral("fsinfos.id2"), countsSize);
     for (std::size_t i = 0; i < Lists; ++i) {
-        // Each song can have a header of its own.
+        // Each song can have its own header.
         const qint64 records = isGrouped(i) ? 2 * mostSongs : mostSongs;
         lists.at(i).content = readSetFile(set, names.at(i), records * IndexRecord::size);
         lists.at(i).alphabet = readSetFile(set, u'a' + names.at(i), AlphabetTable::size);

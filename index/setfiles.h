@@ -17,13 +17,13 @@ struct SetFiles {
         QByteArray alphabet;
     };
 
-    /// True for the lists whose songs stand behind group headers.
+    /// Returns true for the lists with group headers.
     static bool isGrouped(std::size_t list) { return list % 3 != Titles; }
-    /// True for the lists of MP3s alone.
+    /// Returns true for the lists that have only MP3s.
     static bool isMp3Only(std::size_t list) { return list >= Titles3; }
 
-    /// Reads the files of \a set. False when "index.id2", which has the ids of the songs, can't be
-    /// read to its end: what it holds may be readable another day.
+    /// Reads the files of \a set. Returns false if "index.id2", which has the ids of the songs,
+    /// can't be read completely: it may be readable later.
     bool read(const IndexSet &set);
 
     QByteArray paths;  ///< "index.id2"

@@ -7,7 +7,7 @@
 namespace
 {
 
-constexpr int writingFailed = -1; ///< in place of a list's count
+constexpr int writingFailed = -1; ///< instead of a list's count
 
 } // namespace
 
@@ -118,7 +118,7 @@ bool SetWriter::stageFile(const QString &fileName, const QByteArray &content)
     return m_set.stage(fileName, content);
 }
 
-/// Gives \a list back, with a count of writingFailed when it can't be staged.
+/// Returns \a list, with a count of writingFailed if it can't be staged.
 IndexWriters::ListFile SetWriter::stageList(const QString &fileName, IndexWriters::ListFile list)
 {
     if (!stageFile(fileName, list.content))

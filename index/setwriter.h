@@ -10,19 +10,19 @@ class IndexSet;
 class SetWriter
 {
 public:
-    /// \a songs stand in the order of their records; \a byPath is their order by path. All must
+    /// \a songs are in the order of their records; \a byPath is their order by path. All must
     /// outlive this.
     SetWriter(IndexMonitor &monitor, IndexSet &set, const QList<SongInfoIndex> &songs,
               const SongOrder &byPath);
 
-    /// Each false when the file can't be staged.
+    /// Each returns false if the file can't be staged.
     [[nodiscard]] bool writeOrdIndex();
     [[nodiscard]] bool writePathIndex();
     /// The title, artist and genre files of all songs and those of the MP3s, their alphabet tables,
-    /// and "fsinfos.id2". Sets the progress from 20 on.
+    /// and "fsinfos.id2". The progress starts at 20.
     [[nodiscard]] bool writeLists();
 
-    /// How many bytes were to be staged so far.
+    /// The number of bytes to stage so far.
     qint64 size() const { return m_size; }
 
 private:
@@ -32,7 +32,7 @@ private:
         SongOrders::Groups byArtist;
         SongOrders::Groups byGenre;
     };
-    /// What "fsinfos.id2" says of the lists so far.
+    /// The content of "fsinfos.id2" for the lists so far.
     using Counts = QList<quint16>;
 
     bool writeLists(const Orders &orders, const QString &suffix, Counts &counts);

@@ -15,12 +15,12 @@ namespace
 
 constexpr int minimumSize = 5;       ///< bytes; a shorter file is not a song
 constexpr int textWidth = 58;        ///< characters of a text in the player's records
-constexpr int midiScanStart = 22;    ///< just behind the headers of file and first track
-constexpr qsizetype id3Window = 512; ///< bytes of a tag in which frames' names are looked for
+constexpr int midiScanStart = 22;    ///< after the headers of file and first track
+constexpr qsizetype id3Window = 512; ///< bytes of a tag that are searched for frames' names
 
 const QString unknownText = QStringLiteral("<unknown>");
 
-/// Takes the text of \a width bytes at \a pos, at most 58 of them; empty when there is no text.
+/// Takes the text of \a width bytes at \a pos, at most 58 of them; empty if there is no text.
 QString textAt(const QByteArray &prefix, qsizetype pos, qint64 width)
 {
     const qsizetype start = std::min(pos, prefix.size());
@@ -36,8 +36,8 @@ void setText(QString &field, const QString &value)
         field = value;
 }
 
-/// Offsets of the index's reader. They are not those of the container's own fields, and the
-/// windows overlap: a text that fills its field runs on into the next.
+/// The offsets of the index's reader differ from those of the container's fields, and the fields
+/// overlap: a text that fills its field continues in the next one.
 void parseContainer(const QByteArray &prefix, SongInfoIndex &song)
 {
     constexpr int bpmAt = 38;
@@ -52,7 +52,7 @@ void parseContainer(const QByteArray &prefix, SongInfoIndex &song)
     song.flag = byteAt(prefix, flagAt) == 1 ? 1 : 0;
 }
 
-/// Looks for the meta-events of a MIDI file in its first bytes.
+/// Searches the first bytes of a MIDI file for its meta-events.
 class MidiScan
 {
 public:
@@ -64,7 +64,7 @@ private:
     enum MetaType : quint8 { Text = 1, TrackName = 3, MarkerText = 6, Makers = 0x4B, Tempo = 0x51 };
 
     static bool isWanted(quint8 type);
-    /// Takes one event; \a length data bytes stand at \a data.
+    /// Reads one event with \a length data bytes at \a data.
     void take(quint8 type, qsizetype data, int length, SongInfoIndex &song);
     void takeTempo(qsizetype data, int length, SongInfoIndex &song);
     void takeMakersText(qsizetype data, int length);
@@ -133,7 +133,7 @@ void MidiScan::takeTempo(qsizetype data, int length, SongInfoIndex &song)
     m_hasTempo = true;
     const quint32 tempo = static_cast<quint32>(byteAt(m_prefix, data)) << 16 |
                           static_cast<quint32>(be16At(m_prefix, data + 1));
-    // 8 bits are kept: a tempo above 255 wraps around, as the player knows it.
+    // Stored in 8 bits: a tempo above 255 wraps around, as in the player.
     if (tempo != 0)
         song.bpm = static_cast<quint8>(microsecondsPerMinute / tempo);
 }
@@ -150,7 +150,7 @@ void MidiScan::takeMakersText(qsizetype data, int length)
         keepFirst(m_genre, text);
 }
 
-/// Older files carry the artist as "(ARTIST" in a message of the maker's.
+/// Older files have the artist as "(ARTIST" in an exclusive message.
 QString MidiScan::artistOfSystemExclusive() const
 {
     static const QByteArray mark = QByteArray::fromHex("0020240005");
@@ -178,8 +178,8 @@ void MidiScan::keepFirst(QString &found, const QString &value)
         found = value;
 }
 
-/// The frames of the tag that begins \a bytes. One whose size or whose first frame is invalid is
-/// taken to fill them.
+/// Returns the frames of the tag at the start of \a bytes. A tag with an invalid size or first
+/// frame is read as filling all of \a bytes.
 Id3Frames framesOf(const QByteArray &bytes, QByteArray &tag)
 {
     const qint64 end = static_cast<qint64>(Id3Header::sizeAt(bytes)) + Id3Header::size;

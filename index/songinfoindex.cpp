@@ -11,21 +11,21 @@
 namespace
 {
 
-/// QStringEncoder would write 0x7F for what the page lacks; the player's files have '?'.
+/// QStringEncoder would write 0x7F for characters that the page lacks; the player's files have '?'.
 QTextCodec *pathCodec()
 {
     static QTextCodec *const codec = QTextCodec::codecForName("IBM 850");
     return codec;
 }
 
-/// True for a text of letters that every code page has at one place.
+/// Returns true for a text of ASCII letters, which are equal in all code pages.
 bool isPlain(const QString &text)
 {
     return std::all_of(text.cbegin(), text.cend(),
                        [](QChar character) { return character >= u' ' && character <= u'~'; });
 }
 
-/// The kept key, or that of a record whose path was set without it.
+/// The stored key; it is computed if the path was set without it.
 QByteArray keyOf(const SongInfoIndex &song)
 {
     return song.pathKey.isEmpty() ? pathSortKey(song.path) : song.pathKey;
@@ -46,7 +46,7 @@ void SongInfoIndex::setPath(const QString &newPath)
 
 #ifdef Q_OS_UNIX
 
-// QDateTime would look at the system's time zone file for each song.
+// QDateTime would access the system's time zone file for each song.
 void SongInfoIndex::setModified(qint64 seconds)
 {
     const time_t moment = seconds;
@@ -79,7 +79,7 @@ QString stringToUpper(const QString &text)
 
 QByteArray pathBytes(const QString &path)
 {
-    // The codec takes long to ask, and changes nothing here.
+    // Looking up the codec is slow, and it would change nothing here.
     if (isPlain(path))
         return path.toLatin1();
     return pathCodec() != nullptr ? pathCodec()->fromUnicode(path) : path.toLatin1();

@@ -4,32 +4,32 @@
 #include <QList>
 #include <QString>
 
-/// The orders of a song list.
+/// The sort orders of a song list.
 enum SORT_MODE {
     SortByTitle = 0,
     SortByArtist = 1,
     SortByGenre = 2,
 };
 
-/// What the index of the player's memory knows of one song.
+/// The data of one song in the player's index.
 class SongInfoIndex
 {
 public:
-    /// The id of a record whose file has disappeared; it never reaches the memory.
+    /// The id of a record whose file was removed; never written to the memory.
     static constexpr quint32 deletedId = 0xFFFFFFFF;
     /// The longest path that a path record can hold, in characters.
     static constexpr int maxPath = 45;
     /// Record numbers have 16 bits.
     static constexpr int maxSongs = 65535;
 
-    /// Ids from here on leave no room for those of a full memory above them: only damage makes
-    /// such.
+    /// Higher ids do not leave enough ids for the songs of a full memory: they come only from
+    /// damage.
     static constexpr quint32 idLimit = deletedId - 2 * maxSongs;
 
-    /// The formats as the player numbers them.
+    /// The player's numbers of the formats.
     enum Type : quint8 { Midi = 0, Mp3 = 1, Zb3 = 2, Zb4 = 3, Zb5 = 4 };
 
-    /// Sets path and the key under which it is ordered.
+    /// Sets the path and its sort key.
     void setPath(const QString &newPath);
 
     /// Sets date and time, which are local, to a moment in seconds since 1970, UTC.
@@ -38,7 +38,7 @@ public:
     QString title;
     QString artist;
     QString genre;
-    quint32 id = 0;  ///< kept across updates; deletedId marks a record whose file has disappeared
+    quint32 id = 0;  ///< kept across updates; deletedId marks a record whose file was removed
     quint8 type = 0; ///< see Type; 0 also for files that are not recognised
     quint8 bpm = 0;  ///< beats per minute; 0 for MP3
     quint8 reserved = 0;
@@ -49,30 +49,30 @@ public:
     quint16 posidx = 0;    ///< record number in "index.id2"
     quint32 date = 0;      ///< last modification: year x 10000 + month x 100 + day
     quint32 time = 0;      ///< last modification: hour x 10000 + minute x 100 + second
-    bool isMet = false;    ///< the walk of this run has come by
-    bool isUnsure = false; ///< the old index does not say reliably what the song is
+    bool isMet = false;    ///< in the walk of this run
+    bool isUnsure = false; ///< the old index is not reliable about the song
 };
 Q_DECLARE_TYPEINFO(SongInfoIndex, Q_RELOCATABLE_TYPE);
 
 /// \a text upper-cased by the rules of Unicode; nothing else changes.
 QString stringToUpper(const QString &text);
 
-/// \a text as QString::compare() sees it when it ignores case: folded letter by letter, so that
-/// none becomes two.
+/// \a text folded as by QString::compare() ignoring case: each letter alone, so that the number of
+/// letters stays.
 QString foldedText(const QString &text);
-/// Folds \a count letters where they stand, as foldedText() does.
+/// Folds \a count letters in place, as foldedText() does.
 void foldLetters(QChar *letters, qsizetype count);
 
-/// \a path in code page "IBM 850", in which the player keeps paths; '?' for what the page lacks.
+/// \a path in the player's code page "IBM 850"; '?' for characters that the page lacks.
 QByteArray pathBytes(const QString &path);
-/// The path that \a bytes in code page "IBM 850" stand for.
+/// The path of \a bytes in code page "IBM 850".
 QString pathFromBytes(const QByteArray &bytes);
-/// What paths are ordered by: the upper-cased path in code page "IBM 850". Different paths can
-/// have one key.
+/// The sort key of a path: the upper-cased path in code page "IBM 850". Different paths can have
+/// the same key.
 QByteArray pathSortKey(const QString &path);
 
-/// Each answers whether \a a comes strictly before \a b. Path: the order in which the player
-/// browses folders, by bytes of pathSortKey. Texts: ignoring case; artist and genre then by title.
+/// Each returns true if \a a is strictly before \a b. Path: the order in which the player browses
+/// folders, by bytes of pathSortKey. Texts: ignoring case; artist and genre then by title.
 bool compareByPath(const SongInfoIndex &a, const SongInfoIndex &b);
 bool compareByPosidx(const SongInfoIndex &a, const SongInfoIndex &b);
 bool compareById(const SongInfoIndex &a, const SongInfoIndex &b);

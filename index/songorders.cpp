@@ -12,8 +12,8 @@
 namespace
 {
 
-/// The first letters of a title, folded, as two numbers that have their order. Titles whose
-/// numbers are equal are to be compared whole.
+/// The first letters of a title, folded, as two numbers in the same order. Titles with equal
+/// numbers must be compared completely.
 struct TitleStart {
     quint64 first = 0;
     quint64 second = 0;
@@ -21,9 +21,9 @@ struct TitleStart {
 
 TitleStart startOf(const QString &title)
 {
-    constexpr qsizetype most = 16;    // letters: 8 in either number
+    constexpr qsizetype most = 16;    // letters: 8 in each number
     constexpr int bits = 8;           // of one letter
-    constexpr char16_t others = 0xFF; // all letters from here on are one to the start, and end it
+    constexpr char16_t others = 0xFF; // stands for all higher letters; the rest is left out
     QVarLengthArray<QChar, most> letters(std::min(title.size(), most));
     std::copy_n(title.cbegin(), letters.size(), letters.begin());
     foldLetters(letters.data(), letters.size());
@@ -81,7 +81,7 @@ SongOrder SongOrders::byTitle(const QList<SongInfoIndex> &songs)
 SongOrders::Groups SongOrders::byGroup(const QList<SongInfoIndex> &songs, const SongOrder &byTitle,
                                        QString SongInfoIndex::*group)
 {
-    QHash<QString, int> known; // names as they are written; few songs have a new one
+    QHash<QString, int> known; // by spelling; most songs have a known one
     QHash<QString, int> folded;
     Groups groups;
     groups.numbers.reserve(songs.size());
@@ -99,7 +99,7 @@ SongOrders::Groups SongOrders::byGroup(const QList<SongInfoIndex> &songs, const 
     }
     QStringList names = folded.keys();
     std::sort(names.begin(), names.end());
-    // Where the songs of each group begin.
+    // The first position of each group.
     QList<qsizetype> sizes(names.size(), 0);
     for (const qsizetype position : byTitle)
         ++sizes[groups.numbers.at(position)];

@@ -19,12 +19,13 @@ struct Groups {
     QList<int> numbers; ///< by position: the same for songs of one group
 };
 
-/// As compareByPath; paths have their keys. A list that stands in this order, or nearly, takes
-/// little more than one comparison a song.
+/// As compareByPath; paths must have their keys. A list that is almost in this order needs little
+/// more than one comparison for each song.
 SongOrder byPath(const QList<SongInfoIndex> &songs);
 /// As compareTitle.
 SongOrder byTitle(const QList<SongInfoIndex> &songs);
-/// The songs of \a byTitle by \a group, which is the artist or the genre, and then as they were.
+/// The songs of \a byTitle by \a group, the artist or the genre, and then in the order of
+/// \a byTitle.
 Groups byGroup(const QList<SongInfoIndex> &songs, const SongOrder &byTitle,
                QString SongInfoIndex::*group);
 /// The songs of \a order that are MP3s.

@@ -15,8 +15,8 @@
 namespace
 {
 
-/// False for a path that can only stand in a damaged index, or in one that was written before its
-/// folder was left out.
+/// Returns false for a path that only a damaged index can have, or one from before its folder was
+/// skipped.
 bool mayBeSong(const QString &path)
 {
     if (!path.startsWith(u'/') ||
@@ -52,12 +52,12 @@ void SongRefresh::createTitleIndex(SongRoll &roll)
 bool SongRefresh::refreshSong(SongInfoIndex &song)
 {
     const bool isNew = song.id > m_lastId || m_lastId == SongInfoIndex::deletedId;
-    // One look at each song: a new one is opened anyway.
+    // One system call for each song: a new one is opened anyway.
     FileState state;
     bool isRead = isNew && SongHead::read(song.absolutePath, m_prefix, state);
     if (!isNew)
         state = fileState(song.absolutePath);
-    // A song that can't be looked at (no permission, a read error) has not vanished.
+    // A song that can't be examined (no permission, a read error) is not a removed one.
     const bool isThere = state.kind == FileKind::Regular || state.kind == FileKind::Unreachable;
     if (!isThere || (!song.isMet &&
                      (!mayBeSong(song.path) || leavesRoot(song.absolutePath, m_memory.root())))) {
@@ -72,7 +72,7 @@ bool SongRefresh::refreshSong(SongInfoIndex &song)
         isRead = SongHead::read(song.absolutePath, m_prefix, state);
     if (!isRead)
         reportUnreadSong(song, isNew || song.isUnsure);
-    // A known song that can't be looked at now keeps what is known of it, for another day.
+    // A known song that can't be read now keeps its data.
     if (!isNew && !isRead && !song.isUnsure)
         return false;
     SongHead::parse(m_prefix, song);
@@ -82,7 +82,7 @@ bool SongRefresh::refreshSong(SongInfoIndex &song)
     return true;
 }
 
-/// The index has of \a song only its name, or what was known of it before.
+/// The index has only the name of \a song, or its old data.
 void SongRefresh::reportUnreadSong(const SongInfoIndex &song, bool isNew)
 {
     m_memory.reportMissed((isNew

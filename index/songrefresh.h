@@ -9,8 +9,8 @@ class IndexMonitor;
 class RunMemory;
 class SongRoll;
 
-/// The pass over all songs of an index: which have vanished, and what the heads of the new and
-/// changed ones say.
+/// The pass over all songs of an index: finds removed songs, and reads the heads of new and changed
+/// ones.
 class SongRefresh
 {
     Q_DECLARE_TR_FUNCTIONS(Index)
@@ -22,17 +22,17 @@ public:
     {
     }
 
-    /// Brings the songs of \a roll up to date in the order of their paths, until the program is to
-    /// end. A song that has vanished gets the id of deleted ones.
+    /// Updates the songs of \a roll in the order of their paths, until the program must end. A
+    /// removed song gets the id of deleted ones.
     void createTitleIndex(SongRoll &roll);
 
 private:
-    /// True when the song has changed.
+    /// Returns true if the song has changed.
     bool refreshSong(SongInfoIndex &song);
     void reportUnreadSong(const SongInfoIndex &song, bool isNew);
 
     IndexMonitor &m_monitor;
     RunMemory &m_memory;
     const quint32 m_lastId;
-    QByteArray m_prefix; ///< of the song that is read; kept for its room
+    QByteArray m_prefix; ///< of the song that is read; a member to reuse the buffer
 };

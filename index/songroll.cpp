@@ -12,7 +12,7 @@
 
 bool SongRoll::meet(const QString &full, const QString &path)
 {
-    // Songs are met in the order in which they were added, as a rule.
+    // Songs are usually met in the order in which they were added.
     if (m_expected < m_songs.size() && m_songs.at(m_expected).path == path) {
         meetKnownSong(m_expected, full, path);
         return true;
@@ -44,13 +44,13 @@ void SongRoll::meetKnownSong(qsizetype position, const QString &full, const QStr
     SongInfoIndex &known = m_songs[position];
     m_expected = position + 1;
     known.isMet = true;
-    // Read back as Latin-1, a path with other characters may be that of another song now.
+    // Read back as Latin-1, a path with other characters may now be another song's path.
     if (!isAscii(known.path)) {
         known.date = 0;
         known.time = 0;
     }
-    // Renamed in letter case only: on a case-sensitive memory the old name finds nothing, or
-    // what is not on the memory.
+    // Renamed in letter case only: on a case-sensitive memory the old name finds nothing, or what
+    // is not on the memory.
     if (known.absolutePath != full && (fileKind(known.absolutePath) == FileKind::Missing ||
                                        leavesRoot(known.absolutePath, m_root))) {
         known.absolutePath = full;
@@ -73,8 +73,8 @@ void SongRoll::dropDoubledSongs()
     }
 }
 
-/// Of the songs at \a positions, whose paths look alike: characters that the code page lacks all
-/// read back as '?'.
+/// For the songs at \a positions, whose paths have the same key: characters that the code page
+/// lacks are all read back as '?'.
 void SongRoll::dropDoubledSongs(SongOrder positions)
 {
     std::sort(positions.begin(), positions.end());

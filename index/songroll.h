@@ -9,43 +9,43 @@
 
 class IndexReader;
 
-/// The songs of an index while a run brings them up to date: first those of the old index, then
-/// those that the walk meets besides.
+/// The songs of an index during a run: first those of the old index, then the new ones of the walk.
 class SongRoll
 {
 public:
     /// The songs of the memory \a root.
     explicit SongRoll(const QString &root) : m_root(root) {}
 
-    /// In the order in which they were added; after removeDeletedItems() in that of their records.
+    /// In the order in which they were added; after removeDeletedItems() in the order of their
+    /// records.
     QList<SongInfoIndex> &songs() { return m_songs; }
     const QList<SongInfoIndex> &songs() const { return m_songs; }
-    /// The songs in the order of their paths, as of the last call that says so.
+    /// The songs in the order of their paths, as of the last call that orders them.
     const SongOrder &byPath() const { return m_byPath; }
 
     /// New songs get ids from \a id on.
     void setNextId(quint32 id) { m_nextId = id; }
-    /// True once the new index would differ from the old one.
+    /// Returns true if the new index would differ from the old one.
     [[nodiscard]] bool isModified() const { return m_isModified; }
     void setModified() { m_isModified = true; }
 
-    /// Takes the song file \a full, an absolute path, whose path below the root is \a path. A known
-    /// song keeps its id. False when the index has no room for another song.
+    /// Adds the song file \a full, an absolute path, whose path below the root is \a path. A known
+    /// song keeps its id. Returns false if the index has no room for another song.
     [[nodiscard]] bool meet(const QString &full, const QString &path);
-    /// Orders the songs by path. Of songs with one path the first counts, as it is the oldest; the
-    /// others get the id of deleted ones.
+    /// Orders the songs by path. Of songs with the same path the first, which is the oldest, is
+    /// kept; the others get the id of deleted ones.
     void dropDoubledSongs();
     /// Removes the songs that have the id of deleted ones, puts the others in the order of their
     /// ids, numbers their records and orders them by path.
     void removeDeletedItems();
     /// Gives songs whose records in "index.id2" are lost the ids that the lists of \a old have for
-    /// them, where only one song can be meant.
+    /// them, if they are unambiguous.
     void restoreIds(const IndexReader &old);
 
-    /// The position of the song whose path has these bytes in code page "IBM 850"; -1 when none or
-    /// more than one has.
+    /// The position of the song whose path has these bytes in code page "IBM 850"; -1 if not found
+    /// or ambiguous.
     [[nodiscard]] qsizetype findBytes(const QByteArray &bytes);
-    /// How many songs were entered into the table of paths, or looked at there.
+    /// The number of songs that were entered into the table of paths or compared there.
     qsizetype pathSteps() const { return m_paths.steps(); }
 
 private:

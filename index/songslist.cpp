@@ -11,7 +11,7 @@
 namespace
 {
 
-/// \a text without anything that a reader of the list could take for the end of a record.
+/// \a text without characters that a reader of the list could read as the end of a record.
 QString onOneRecord(QString text)
 {
     static constexpr QStringView breaks = u"\n\v\f\r\u001C\u001D\u001E\u0085\u2028\u2029";
@@ -82,8 +82,8 @@ std::optional<QByteArray> Index::listText(const QList<SongInfoIndex> &songs, con
         if (run().isEnding())
             return std::nullopt;
         const SongInfoIndex &song = songs.at(position);
-        // Fields stand as they are: a ";" in a title shifts the columns of its line.
-        // The reader gives the bytes of the path as Latin-1.
+        // Fields are not quoted: a ";" in a title shifts the columns of its line. The reader
+        // returns the bytes of the path as Latin-1.
         for (const QString &field :
              {song.title, song.artist, song.genre, pathFromBytes(song.path.toLatin1())})
             lines << onOneRecord(field) << ';';

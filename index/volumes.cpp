@@ -20,8 +20,8 @@ bool climbs(const QString &path)
     return path.split(u'/').contains(QStringLiteral(".."));
 }
 
-/// The length of the mount folder and its "/" in front of the clean \a path; 0 when there is none
-/// or nothing follows.
+/// The length of the mount folder with its "/" at the start of the clean \a path; 0 if there is no
+/// mount folder or no name after it.
 qsizetype mountPrefix(const QString &path)
 {
     qsizetype longest = 0;
@@ -42,8 +42,8 @@ QString upToSlash(const QString &path, qsizetype from)
     return end < 0 ? path : path.left(end);
 }
 
-/// False when \a path, or the nearest folder above it that exists, lies outside all mount folders
-/// once links are followed: what looks like a memory may be a link to the system disk.
+/// Returns false if \a path, or the nearest folder above it that exists, is outside all mount
+/// folders after links are followed: a memory's path may be a link to the system disk.
 bool staysBelowMountFolder(const QString &path)
 {
     QFileInfo entry(path);
@@ -52,7 +52,7 @@ bool staysBelowMountFolder(const QString &path)
     const QString target = entry.canonicalFilePath();
     for (const QString &folder : mountFolders()) {
         const QString mount = QFileInfo(folder).canonicalFilePath();
-        // A mount folder that is not there holds nothing that could lead elsewhere.
+        // In a missing mount folder there are no links.
         if (mount.isEmpty() && path.startsWith(withSlash(folder), Qt::CaseInsensitive))
             return true;
         if (!mount.isEmpty() && withSlash(target).startsWith(withSlash(mount)))

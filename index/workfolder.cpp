@@ -22,7 +22,7 @@ namespace
 
 const QString workName = StagingFolder::workFolderName();
 
-/// The folder itself, open as long as it is used: what its name leads to may change.
+/// The folder itself, open while it is used, because its name may be given to another one.
 FileDescriptor openedFolder(const QString &path)
 {
     return FileDescriptor::openFolderIn(AT_FDCWD, path);
@@ -50,7 +50,7 @@ QString WorkFolder::path() const
 
 QStringList WorkFolder::entries() const
 {
-    // Links by their own names, wherever they lead.
+    // Links are listed themselves, not their targets.
     QStringList names = QDir(path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
                                                QDir::NoDotAndDotDot);
     names.removeIf([this](const QString &name) {
@@ -67,7 +67,7 @@ bool WorkFolder::stands() const
 
 bool WorkFolder::make()
 {
-    // The system counts the first block of a new folder among those of the folder above.
+    // The system also counts the first block of a new folder for its parent folder.
     if (QDir(m_root).mkdir(workName) && isOnFat(m_root))
         (void)flushFolder(m_root);
     return openedFolder(path()).isOpen();
@@ -103,7 +103,7 @@ bool WorkFolder::append(const QString &name, const QByteArray &data, qint64 larg
         folder.get(), name, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY);
     struct stat state {
     };
-    // Another name of it could be anybody's.
+    // Another name of the file could be outside of the memory.
     const bool isWritten =
         ::fstat(file.get(), &state) == 0 && S_ISREG(state.st_mode) && state.st_nlink == 1 &&
         state.st_size <= largest &&
@@ -171,10 +171,10 @@ bool WorkFolder::clear(const QStringList &kept)
             return false;
         QStringList names = entries();
         names.removeIf([&kept](const QString &name) { return kept.contains(name); });
-        (void)removeFiles(open.get(), names); // one that stays goes next time
+        (void)removeFiles(open.get(), names); // a remaining one is removed by the next run
         StagingFolder::clear(open.get());
         if (!kept.isEmpty()) {
-            // Their clusters become free when they are closed, and on the disk by this.
+            // Their clusters become free when they are closed, and on the disk by this flush.
             if (isFat && !names.isEmpty())
                 (void)flushHandle(open.get());
             return false;

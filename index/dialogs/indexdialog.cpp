@@ -14,7 +14,7 @@
 namespace
 {
 
-/// Shift, and nothing but Shift, asks for the typed folder itself.
+/// Shift, without other modifiers, selects the typed folder itself.
 bool meansDriveRoot(Qt::KeyboardModifiers modifiers)
 {
     return modifiers != Qt::ShiftModifier;
@@ -31,7 +31,8 @@ IndexDialog::IndexDialog(QWidget *parent)
     updateLabelNum(0);
     connect(m_ui->pushButtonBrowse, &QPushButton::clicked, this, &IndexDialog::browseDir);
     m_ui->pushButtonStart->installEventFilter(this);
-    // The mouse starts by its press, which the filter eats: only a key ends in a click.
+    // The mouse starts a run when it is pressed, and the filter drops that event: only keys cause
+    // clicks.
     connect(m_ui->pushButtonStart, &QPushButton::clicked, this,
             [this] { start(meansDriveRoot(QGuiApplication::keyboardModifiers())); });
 }
@@ -120,8 +121,7 @@ IndexDialog::Outcome IndexDialog::runIndex(const QString &folder)
     return index.failure() == MemoryReason::inUse ? Outcome::InUse : Outcome::Failed;
 }
 
-/// Looks at what the run has left on the memory \a folder. Findings are errors like those of the
-/// run.
+/// Checks the memory \a folder after the run. Findings count as errors of the run.
 void IndexDialog::checkMemory(const QString &folder, Run &run)
 {
     m_ui->plainTextReport->appendPlainText(tr("Controllo memoria"));
@@ -164,7 +164,7 @@ void IndexDialog::showOutcome(Outcome outcome)
     }
     // Files that are wrong right after they were written point to a broken memory.
     if (m_uncorrectable) {
-        // "necesario" is the old spelling; translations know the text by it.
+        // "necesario" is the old spelling; translations depend on it.
         QMessageBox::warning(this, tr("ATTENZIONE"),
                              tr("Non è stato possibile correggere gli errori, è necesario "
                                 "formattare la memoria"));

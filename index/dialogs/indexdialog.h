@@ -11,8 +11,8 @@ namespace Ui
 class IndexDialog;
 }
 
-/// Prepares a memory for the player: rebuilds its index or brings it up to date, checks the
-/// result when that was asked for, and lists the files that were refused and what was found.
+/// Prepares a memory for the player: rebuilds its index or brings it up to date, checks the result
+/// when that was asked for, and lists the files that were refused and what was found.
 class IndexDialog : public RunDialog
 {
     Q_OBJECT
@@ -21,9 +21,9 @@ public:
     explicit IndexDialog(QWidget *parent = nullptr);
     ~IndexDialog() override;
 
-    /// The root of the memory that holds \a path; empty when it lies on no memory.
+    /// The root of the memory that contains \a path; empty if it is not on a memory.
     static QString getRootDrivePath(const QString &path);
-    /// Reserved. Always false: the check that the box asks for is MemoryCheck's.
+    /// Reserved. Always false: the checkbox runs MemoryCheck instead.
     static bool checkDisk(const QString &path);
 
     /// The result of the last run; empty before the first.
@@ -31,20 +31,20 @@ public:
 
 public slots:
     void browseDir();
-    /// Indexes the memory that holds the typed folder, or the typed folder itself when
-    /// \a toDriveRoot is false, and shows in a box what came of it.
+    /// Indexes the memory that contains the typed folder, or the typed folder itself if
+    /// \a toDriveRoot is false, and shows the outcome in a box.
     void start(bool toDriveRoot);
 
     void updateLabelNum(int count);
     void updateLabelCurrPath(const QString &path);
-    /// Sets the progress to 0 of \a maximum; a maximum of 0 shows a busy bar.
+    /// Sets the progress to 0 of \a maximum; a maximum of 0 shows a busy indicator.
     void initProgress(int maximum);
     void setProgressValue(int value);
     /// Appends \a message to the report, unless it has 1,000 of its kind, and counts one error.
     void errorFromIndexReceived(const QString &message);
-    /// Appends \a message to the report, unless it has 1,000 of its kind. No error.
+    /// Appends \a message to the report, unless it has 1,000 of its kind. Not counted as an error.
     void noticeFromIndexReceived(const QString &message);
-    /// Empties the report and the count of errors.
+    /// Clears the report and the count of errors.
     void clearIndexErrors();
 
 protected:

@@ -5,8 +5,8 @@
 
 #include <QDialog>
 
-/// A dialog that works on a memory while it stands open: it can't be closed before the work is
-/// done, keeps painting while it lasts, and works once at a time.
+/// A dialog that works on a memory while it is open: during the work it can't be closed, is
+/// painted, and starts no other work.
 class RunDialog : public QDialog
 {
     Q_OBJECT
@@ -14,15 +14,15 @@ class RunDialog : public QDialog
 public:
     using QDialog::QDialog;
 
-    /// Closes the dialog, by Escape or "Chiudi", unless it works.
+    /// Closes the dialog, by Escape or "Chiudi", unless it is working.
     void reject() override;
 
-    /// What a message says when another program works on the memory.
+    /// The text of messages when another program works on the memory.
     static QString inUseText();
 
 protected:
-    /// The run of the dialog: it paints the dialog and asks over it. The dialog works for as long
-    /// as this lives.
+    /// The run of the dialog: it paints the dialog and asks over it. The dialog is working during
+    /// the lifetime of this.
     class Work : public Run
     {
     public:
@@ -37,14 +37,15 @@ protected:
         RunDialog &m_dialog;
     };
 
-    /// True when neither this dialog nor anything else of the program works on files.
+    /// Returns true if neither this dialog nor another part of the program is working on files.
     bool canStart() const;
-    /// Shows and paints a step of the work: at once when idle, at the pace of PaintPace while the
-    /// dialog works. Clicks and keys wait.
+    /// Shows and paints a step of the work: at once when idle, at the pace of PaintPace during
+    /// work. Does not process clicks and keys.
     void showStep();
-    /// The first steps from now on are shown each.
+    /// From now on each of the first steps is shown.
     void beginStage() { m_pace.restart(); }
-    /// Puts the state of the work into the widgets: a label costs more than a step of the work.
+    /// Copies the state of the work to the widgets. Not done for each step, because setting a label
+    /// takes longer than a step.
     virtual void showState() = 0;
     /// The memory folder that was chosen last.
     static QString mediaRoot();

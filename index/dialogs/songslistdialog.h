@@ -26,7 +26,7 @@ public:
 public slots:
     void browseDir();
     void browseFile();
-    /// Saves the list and shows in a box what came of it. A file name without a folder means the
+    /// Saves the list and shows the outcome in a box. A file name without a folder is saved in the
     /// working folder.
     void start();
     void initProgress(int maximum);

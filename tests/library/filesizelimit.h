@@ -5,8 +5,8 @@
 #include <csignal>
 #include <sys/resource.h>
 
-/// While it lives, no file of this process can grow beyond some bytes: every longer write fails
-/// half-way, as on a full disk, for root too.
+/// During its lifetime no file of this process can grow beyond a limit: every longer write fails
+/// halfway, as on a full disk, also for root.
 class FileSizeLimit
 {
 public:

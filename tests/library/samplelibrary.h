@@ -44,7 +44,7 @@ struct CatalogueRow {
     QString markers = {};
 };
 
-/// Makes the catalogue "songsdb_debug" in \a folder; it is used when that is the working folder.
+/// Makes the catalogue "songsdb_debug" in \a folder; it is used if that is the working folder.
 inline void makeCatalogue(const QString &folder, const QList<CatalogueRow> &rows)
 {
     const QString name = QStringLiteral("sample_catalogue");
@@ -73,8 +73,8 @@ inline void makeCatalogue(const QString &folder, const QList<CatalogueRow> &rows
     QSqlDatabase::removeDatabase(name);
 }
 
-/// A folder with a catalogue and songs, and the library table over them. The folder is the working
-/// folder while it lives.
+/// A folder with a catalogue and songs, and the library table of them. It is the working folder
+/// during the lifetime of this.
 class Library
 {
 public:
@@ -111,7 +111,7 @@ public:
         return path(name);
     }
 
-    /// The statuses in the table's order, a digit each.
+    /// The statuses in the table's order, one digit for each row.
     QString statuses()
     {
         QString digits;
@@ -119,7 +119,7 @@ public:
             digits += QString::number(m_model->status(row));
         return digits;
     }
-    /// What the table shows in the column \a name.
+    /// The texts that the table shows in the column \a name.
     QString shown(int row, const QString &name) const
     {
         return m_model->index(row, m_model->fieldIndex(name)).data().toString();

@@ -10,7 +10,7 @@
 #include <QRadioButton>
 #include <QTest>
 
-/// The boxes of the edit dialog that spread a datum over the whole list, and what they ask.
+/// The checkboxes of the edit dialog that copy a field to the whole list, and their questions.
 class TestApplyToAll : public QObject
 {
     Q_OBJECT
@@ -97,7 +97,7 @@ void TestApplyToAll::keysAnswerWithoutADefault_data()
     }
 }
 
-/// Return presses the button that has the focus, which is the first; Escape is "No".
+/// Return presses the button that has the focus, the first one; Escape is "No".
 void TestApplyToAll::keysAnswerWithoutADefault()
 {
     QFETCH(QByteArray, box);

@@ -47,7 +47,7 @@ private:
         auto *combo = find<QComboBox>(datum + u"ComboBox"_qs);
         return combo != nullptr ? combo->lineEdit() : find<QLineEdit>(datum + u"LineEdit"_qs);
     }
-    /// What stands under the text; nothing while the hint is hidden.
+    /// The hint under the text; empty while it is hidden.
     QString hint(const QString &datum) const
     {
         const auto *label = find<QLabel>(datum + u"HintLabel"_qs);
@@ -154,7 +154,7 @@ void TestDataEditHints::mp3HintsWhatIsSpread()
     QCOMPARE(hints(), none);
 }
 
-/// Its box gives every other song the name of its own file.
+/// Its checkbox gives every other song the name of its own file.
 void TestDataEditHints::mp3TitleIsNeverSpread()
 {
     load(u"MP3"_qs, u"Ω"_qs);

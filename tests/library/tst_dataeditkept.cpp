@@ -10,7 +10,7 @@
 
 #include <limits>
 
-/// The edit dialog gives back what it was given, as long as the user leaves a field alone.
+/// The edit dialog returns the value of each field unchanged unless the user edits it.
 class TestDataEditKept : public QObject
 {
     Q_OBJECT

@@ -351,7 +351,7 @@ void TestFileCopier::replacesMp3InFolderNamesToo()
 
 void TestFileCopier::failsForAnMp3WithoutDotInItsName()
 {
-    // With no ".mp3" to replace the song counts as its own companion, whose copy exists already.
+    // Without ".mp3" to replace, the song is its own companion, whose copy exists already.
     QVERIFY(!copy({picked(u"songMP3"_qs)}));
     QCOMPARE(m_copied, 0);
     QCOMPARE(fileContent(at(u"to/songMP3"_qs)), QByteArray("new"));

@@ -27,7 +27,7 @@ void cutTo(const QString &path, off_t size)
         qFatal("can't cut %s", qPrintable(path));
 }
 
-/// The most memory that the process has ever held, in KiB.
+/// The maximum memory of the process so far, in KiB.
 long peakMemory()
 {
     rusage usage{};
@@ -37,7 +37,7 @@ long peakMemory()
 
 } // namespace
 
-/// Files that no song should be, through the real import and the real walk over a memory.
+/// Files that are not valid songs, through the real import and the real walk over a memory.
 class TestHostileFiles : public QObject
 {
     Q_OBJECT
@@ -125,7 +125,7 @@ void TestHostileFiles::survivesFilesThatShrink()
     for (const QString &path : paths)
         makeFile(path, smallMidi("Song"));
     ScriptedIndex index;
-    // Both passes name a file before they look at it.
+    // Both passes show a file before they read it.
     connect(&index, &Index::currentPathChanged, this, [](const QString &path) {
         if (!path.isEmpty())
             cutTo(path, path.endsWith(u"a.mid"_s) ? 0 : 20);
@@ -161,7 +161,7 @@ void TestHostileFiles::takesOddNamesAsTheyAre()
     QVERIFY(index.createIndex(m_folder->path()));
     QCOMPARE(errors.size(), 0);
     const QDir folder(m_folder->path());
-    // No song is lost by the new names, and none is hidden from the index but those of dot files.
+    // The renames lose no song, and only dot files are missing in the index.
     QCOMPARE(folder.entryList({u"*.mid"_s}, QDir::Files | QDir::Hidden).size(), names.size());
     const qsizetype visible = folder.entryList({u"*.mid"_s}, QDir::Files).size();
     QCOMPARE(QFileInfo(at(u"index.id2"_s)).size(), visible * 64);

@@ -113,7 +113,8 @@ void TestLibraryImport::readsTheTableOnce()
     QCOMPARE(import.run(*m_run), LibraryImport::Outcome::Done);
     QCOMPARE(model.selects, 1);
     QCOMPARE(model.statementCount(), size_t(1));
-    QCOMPARE(resets.size(), 2); // views learn of the end: a search then holds for the new rows
+    QCOMPARE(resets.size(),
+             2); // views are notified of the end: a search then includes the new rows
 }
 
 void TestLibraryImport::countsAndLogsWhatDoesNotOpen()

@@ -119,7 +119,7 @@ void TestSafeCopy::refusesFifoAsSource()
 
 void TestSafeCopy::refusesUnwritableFolder()
 {
-    // A file stands where the folder should be: no user can write below it, root neither.
+    // There is a file instead of the folder: no user, not even root, can write below it.
     QCOMPARE(copyToNewFile(at(u"a.mid"_qs), at(u"a.mid/b.mid"_qs)), CopyResult::TargetFailed);
     QCOMPARE(copyToNewFile(at(u"a.mid"_qs), at(u"none/b.mid"_qs)), CopyResult::TargetFailed);
     QCOMPARE(entries(), QStringList({u"a.mid"_qs}));

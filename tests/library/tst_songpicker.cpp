@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-/// What is picked of files and folders; the songs need no content for it.
+/// The songs picked from files and folders; they need no content for that.
 class TestSongPicker : public QObject
 {
     Q_OBJECT

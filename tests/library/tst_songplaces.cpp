@@ -12,8 +12,7 @@
 
 using namespace Sample;
 
-/// Songs that are sent again find the files that they are on the memory, whatever their names
-/// there.
+/// Songs that are sent again replace their files on the memory, even if these were renamed.
 class TestSongPlaces : public QObject
 {
     Q_OBJECT
@@ -47,7 +46,7 @@ private:
     {
         return QDir(onCard(QString())).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
-    /// True when all went well. The index follows as in the window.
+    /// Transfers the songs and updates the index, as the window does. Returns true on success.
     bool send(const QStringList &files, Run::Answer answer = Run::Answer::YesToAll)
     {
         auto run = std::make_unique<ScriptedRun>();
@@ -136,7 +135,7 @@ void TestSongPlaces::keepsTheFileOnANo()
     QCOMPARE(fileContent(onCard(u"Alongn-1.mid"_qs)), midiSong("First", "Artist", "Genre"));
 }
 
-/// The graphics of a song that is replaced came with it. Those beside any other file do not.
+/// The graphics of a replaced song were sent with it. Graphics beside any other file were not.
 void TestSongPlaces::replacesItsGraphicsToo()
 {
     makeFile(at(u"A long name.mp3"_qs), mp3Song("First", "Artist", "Genre"));
@@ -174,7 +173,7 @@ void TestSongPlaces::findsSongsByContentWithoutTheFile()
     QVERIFY(send(files));
     QCOMPARE(m_run->asked, QStringList{onCard(u"Alongn-1.mid"_qs)});
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
-    // From now on they are known again.
+    // From now on their names are stored again.
     picked(u"A long night.mid"_qs, "Changed");
     QVERIFY(send(files));
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
@@ -212,7 +211,7 @@ void TestSongPlaces::findsEachOfTwoEqualSongs()
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"Alongn-2.mid"_qs}));
 }
 
-/// However many could be meant: nothing is read for each pair.
+/// With many candidates, no file is read for each pair.
 void TestSongPlaces::readsEachFileOnceToCompare()
 {
     constexpr int count = 99;
@@ -244,7 +243,7 @@ void TestSongPlaces::comparesNothingAfterACancel()
     QVERIFY(!m_memory->has(u".brisel2pc/names"_qs));
 }
 
-/// One that was pulled may leave its mount folder behind.
+/// A pulled memory may leave its mount folder behind.
 void TestSongPlaces::remembersNothingOnAnotherMemory()
 {
     const QStringList files{picked(u"A long name.mid"_qs, "First")};

@@ -209,7 +209,7 @@ void TestSynchroniser::visitsEveryRowOnce()
     UserSongsRelTableModel &model = m_library->model();
     QMap<QString, int> wanted;
     for (int i = 0; i < 60; ++i) {
-        // Every third is found, and gets another title, artist and status on the way.
+        // Every third is found, and gets another title, artist and status.
         const bool known = i % 3 == 0;
         const QByteArray title = known ? "TWO SONGS" : "unknown " + QByteArray::number(97 - i);
         const QString path =
