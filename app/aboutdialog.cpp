@@ -6,6 +6,9 @@
 #include <QEvent>
 #include <QLocale>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -61,3 +64,5 @@ void AboutDialog::showTexts()
            "o al proprio rivenditore."),
         10));
 }
+
+} // namespace brisel

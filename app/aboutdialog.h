@@ -5,6 +5,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 namespace Ui
 {
 class AboutDialog;
@@ -30,3 +33,5 @@ private:
 
     std::unique_ptr<Ui::AboutDialog> m_ui;
 };
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -42,3 +45,5 @@ int fitColumns(QTableView &view, const QList<int> &columns)
     view.setItemDelegate(delegate);
     return measure.measured();
 }
+
+} // namespace brisel

@@ -4,9 +4,14 @@
 
 class QTableView;
 
+namespace brisel
+{
+
 /// Makes each of \a columns that is shown as wide as its contents, as
 /// QTableView::resizeColumnToContents() does. Many texts of a library are the same (genres,
 /// artists, keys): each is measured once.
 ///
 /// Returns how many texts were measured.
 int fitColumns(QTableView &view, const QList<int> &columns);
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QScrollBar>
 #include <QTableView>
 
+namespace brisel
+{
+
 CurrentRowKeeper::CurrentRowKeeper(QTableView &view) : QObject(&view), m_view(view)
 {
     const QAbstractItemModel *model = view.model();
@@ -31,3 +34,5 @@ void CurrentRowKeeper::restore()
         return;
     }
 }
+
+} // namespace brisel

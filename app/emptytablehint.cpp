@@ -3,6 +3,9 @@
 #include <QEvent>
 #include <QTableView>
 
+namespace brisel
+{
+
 EmptyTableHint::EmptyTableHint(QTableView &view) : QLabel(view.viewport())
 {
     setObjectName(QStringLiteral("emptyTableHint"));
@@ -30,3 +33,5 @@ bool EmptyTableHint::eventFilter(QObject *watched, QEvent *event)
         setGeometry(parentWidget()->rect());
     return QLabel::eventFilter(watched, event);
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 class QTableView;
 
+namespace brisel
+{
+
 /// Explains in the middle of a table why it shows no rows. Passes clicks and drops on to the table.
 class EmptyTableHint : public QLabel
 {
@@ -19,3 +22,5 @@ public:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
+
+} // namespace brisel

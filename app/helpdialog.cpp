@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QSettings>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -46,3 +49,5 @@ void HelpDialog::changeEvent(QEvent *event)
     setWindowTitle(tr("Aiuto"));
     loadHelp();
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 namespace Ui
 {
 class HelpDialog;
@@ -28,3 +31,5 @@ protected:
 private:
     std::unique_ptr<Ui::HelpDialog> m_ui;
 };
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 MainWindow::LibraryRun::LibraryRun(MainWindow &window, RunReport::Operation operation,
                                    RunReport before)
     : WindowRun(&window, operation), m_window(window), m_outer(std::exchange(window.m_run, this)),
@@ -61,3 +64,5 @@ void MainWindow::LibraryRun::showReport()
     shown.append(report());
     m_window.m_statusLine->setReport(shown);
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include "app/mainwindow.h"
 #include "library/dialogs/windowrun.h"
 
+namespace brisel
+{
+
 /// A run that works on the rows of the main window: they keep their places while it lives, and the
 /// status bar shows what its stages report.
 class MainWindow::LibraryRun : public WindowRun
@@ -28,3 +31,5 @@ private:
     const bool m_isImport;
     const RunReport m_before;
 };
+
+} // namespace brisel

@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <QTranslator>
 
+using namespace brisel;
+
 int main(int argc, char **argv)
 {
     QSettings settings = openSettings();

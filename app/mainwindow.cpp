@@ -23,6 +23,9 @@
 #include <QKeyEvent>
 #include <QToolButton>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -330,3 +333,5 @@ bool MainWindow::canStartRun() const
 {
     return m_model != nullptr && !RunGuard::isActive();
 }
+
+} // namespace brisel

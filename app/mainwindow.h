@@ -11,10 +11,14 @@
 
 #include <memory>
 
+class QAction;
+
+namespace brisel
+{
+
 class DataEditDialog;
 class EmptyTableHint;
 class MetaSong;
-class QAction;
 class SongFilter;
 class SongInfo;
 class StatusLine;
@@ -170,3 +174,5 @@ private:
     QAction *m_transferAction = nullptr;
     StatusLine *m_statusLine = nullptr; ///< made with the window
 };
+
+} // namespace brisel

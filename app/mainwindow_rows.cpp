@@ -17,6 +17,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 void MainWindow::onSongsTableViewDoubleClicked(const QModelIndex &index)
 {
     if (index.row() >= 0 && canStartRun())
@@ -175,3 +178,5 @@ void MainWindow::on_dbgShowDialogPushButton_clicked()
     else
         debug() << "Rifiutato";
 }
+
+} // namespace brisel

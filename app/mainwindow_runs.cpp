@@ -21,6 +21,9 @@
 #include <QFileDialog>
 #include <QMessageBox>
 
+namespace brisel
+{
+
 using Operation = RunReport::Operation;
 
 void MainWindow::on_selectDirToolButton_clicked()
@@ -280,3 +283,5 @@ bool MainWindow::backupDirectory(const QString &source, const QString &dest, int
     count = backup.count();
     return isDone;
 }
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -56,3 +59,5 @@ bool SongDrop::eventFilter(QObject *watched, QEvent *event)
             Qt::QueuedConnection);
     return true;
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QObject>
 
+namespace brisel
+{
+
 /// Takes files and folders that are dragged from elsewhere onto a window, as copies: their owner
 /// keeps them. While a run is under way no drag is accepted.
 class SongDrop : public QObject
@@ -24,3 +27,5 @@ protected:
 private:
     bool m_isWanted = false; ///< the drag over the window holds local files
 };
+
+} // namespace brisel

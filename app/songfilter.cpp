@@ -8,6 +8,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 SongFilter::SongFilter(QLineEdit &field, QTableView &view, QSqlTableModel &model)
     : QObject(&view), m_field(field), m_view(view), m_model(model)
 {
@@ -161,3 +164,5 @@ QString foldedForSearch(const QString &text)
     folded.removeIf([](QChar character) { return character.isMark(); });
     return folded.toUpper(); // it alone writes a sharp s as two letters
 }
+
+} // namespace brisel

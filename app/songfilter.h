@@ -7,6 +7,9 @@ class QLineEdit;
 class QSqlTableModel;
 class QTableView;
 
+namespace brisel
+{
+
 /// The search in the library: hides the rows that do not contain the words in the search field.
 ///
 /// Only the view is affected: rows keep their numbers in the model, and a workflow processes all of
@@ -53,3 +56,5 @@ private:
 
 /// \a text without accents and in one case, as texts are compared by the search.
 QString foldedForSearch(const QString &text);
+
+} // namespace brisel

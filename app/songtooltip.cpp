@@ -9,6 +9,9 @@
 #include <QTableView>
 #include <QToolTip>
 
+namespace brisel
+{
+
 static constexpr int maxMarkers = 20; ///< more would not fit on a small screen
 
 SongToolTip::SongToolTip(QTableView &view, UserSongsRelTableModel &model)
@@ -72,3 +75,5 @@ QStringList SongToolTip::markerLines(const QString &path)
         lines.append(QStringLiteral("..."));
     return lines;
 }
+
+} // namespace brisel

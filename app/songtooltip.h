@@ -3,6 +3,10 @@
 #include <QObject>
 
 class QTableView;
+
+namespace brisel
+{
+
 class SongInfo;
 class UserSongsRelTableModel;
 
@@ -30,3 +34,5 @@ private:
     QTableView &m_view;
     UserSongsRelTableModel &m_model;
 };
+
+} // namespace brisel

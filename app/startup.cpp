@@ -13,6 +13,9 @@
 
 #include <cstdlib>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -130,3 +133,5 @@ void loadTranslations(const QString &language, QTranslator &program, QTranslator
         install(program, QStringLiteral(":/trans/brisel2pc_en"));
     }
 }
+
+} // namespace brisel

@@ -11,6 +11,9 @@ class QLocale;
 class QMessageLogContext;
 class QTranslator;
 
+namespace brisel
+{
+
 /// What happens before the window opens, in pieces that a test can call.
 
 /// The version that the log banner and the About box show.
@@ -41,3 +44,5 @@ QString chooseLanguage(QSettings &settings, const QLocale &system);
 /// every other code has the English texts for \a program alone. What can't be loaded stays in the
 /// Italian of the sources.
 void loadTranslations(const QString &language, QTranslator &program, QTranslator &qt);
+
+} // namespace brisel

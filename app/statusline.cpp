@@ -12,6 +12,9 @@
 #include <QLocale>
 #include <QPushButton>
 
+namespace brisel
+{
+
 static constexpr int recountDelay = 50; ///< milliseconds from a change of rows to the new number
 static constexpr qint64 spaceInterval = 100; ///< milliseconds between two checks of the free space
 
@@ -122,3 +125,5 @@ void StatusLine::showDetails()
     ReportDialog dialog(m_report, window());
     dialog.exec();
 }
+
+} // namespace brisel

@@ -6,10 +6,14 @@
 #include <QTimer>
 #include <QWidget>
 
-class ElidedLabel;
 class QAbstractItemModel;
 class QLabel;
 class QPushButton;
+
+namespace brisel
+{
+
+class ElidedLabel;
 
 /// What the main window's status bar shows: the number of songs in the table, what came of the last
 /// run, and the room on the disk while a run copies. A button opens the run's report.
@@ -50,3 +54,5 @@ private:
     QLabel *m_spaceLabel;
     QPushButton *m_detailsButton;
 };
+
+} // namespace brisel

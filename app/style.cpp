@@ -4,6 +4,9 @@
 #include <QFile>
 #include <QPalette>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -46,3 +49,5 @@ void applyDarkStyle(QApplication &application)
     if (sheet.open(QIODevice::ReadOnly))
         application.setStyleSheet(QString::fromUtf8(sheet.readAll()));
 }
+
+} // namespace brisel

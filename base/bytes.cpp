@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -92,3 +95,5 @@ QByteArray fieldAt(const QByteArray &data, qsizetype pos, qsizetype width)
     const qsizetype end = window.indexOf('\0');
     return (end < 0 ? window : window.first(end)).toByteArray();
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 /// Reads and writes of single numbers that can't leave the array: what lies outside reads as 0
 /// and is not written.
 
@@ -36,3 +39,5 @@ void putField(QByteArray &data, qsizetype pos, qsizetype width, const QByteArray
 
 /// The bytes of a field: at most \a width from \a pos, up to the first zero byte.
 QByteArray fieldAt(const QByteArray &data, qsizetype pos, qsizetype width);
+
+} // namespace brisel

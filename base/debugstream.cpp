@@ -2,6 +2,9 @@
 
 #include <QtGlobal>
 
+namespace brisel
+{
+
 // A category of our own: logging rules of the user's desktop silence the default one.
 static constexpr char categoryName[] = "brisel2pc";
 
@@ -28,3 +31,5 @@ void DebugStream::send() const
     const QMessageLogContext context(nullptr, 0, nullptr, categoryName);
     qt_message_output(QtDebugMsg, context, m_message);
 }
+
+} // namespace brisel

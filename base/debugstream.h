@@ -2,6 +2,9 @@
 
 #include <QString>
 
+namespace brisel
+{
+
 /// Builds one diagnostic message and sends it as a debug message when it is destroyed.
 ///
 /// Every item is followed by one blank, the last one too. A literal stands as it is; a text value
@@ -70,3 +73,5 @@ inline DebugStream debug()
 {
     return {};
 }
+
+} // namespace brisel

@@ -18,6 +18,9 @@
 #include <sys/vfs.h>
 #endif
 
+namespace brisel
+{
+
 #ifdef Q_OS_LINUX
 
 namespace
@@ -122,3 +125,5 @@ bool isOnFat(const QString &)
 void reserveEntries(const QString &, const QStringList &) {}
 
 #endif
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QStringList>
 
+namespace brisel
+{
+
 /// What writing on the FAT family needs, so that an interruption loses nothing.
 
 /// True when \a path lies on a file system of the FAT family.
@@ -18,3 +21,5 @@ void reserveEntries(const QString &folder, const QStringList &names);
 /// when the entries are gone from the disk: an entry that leads to free clusters stops the kernel
 /// from writing when it is removed once more. False when one stays.
 [[nodiscard]] bool removeFiles(int folder, const QStringList &names);
+
+} // namespace brisel

@@ -13,6 +13,9 @@
 #include <sys/xattr.h>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -120,3 +123,5 @@ void keepPermissions(int from, int to)
     Q_UNUSED(to)
 #endif
 }
+
+} // namespace brisel

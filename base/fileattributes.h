@@ -1,5 +1,8 @@
 #pragma once
 
+namespace brisel
+{
+
 /// What a file has besides its content and its times. All of it by descriptor, so that no name can
 /// lead elsewhere; on systems without these things nothing happens.
 
@@ -11,3 +14,5 @@ void keepAttributes(int from, int to);
 
 /// Copies the permissions alone.
 void keepPermissions(int from, int to);
+
+} // namespace brisel

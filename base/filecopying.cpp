@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include <QFile>
 #include <algorithm>
 
 #ifdef Q_OS_UNIX
@@ -11,6 +12,12 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
+
+namespace brisel
+{
+
+#ifdef Q_OS_UNIX
 
 namespace
 {
@@ -149,8 +156,6 @@ CopyResult copyRest(int from, qint64 pos, qint64 count, int to)
 
 #else
 
-#include <QFile>
-
 CopyResult copyRest(int from, qint64 pos, qint64 count, int to)
 {
     QFile source;
@@ -172,3 +177,5 @@ CopyResult copyRest(int from, qint64 pos, qint64 count, int to)
 }
 
 #endif
+
+} // namespace brisel

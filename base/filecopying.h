@@ -2,6 +2,9 @@
 
 #include <QtGlobal>
 
+namespace brisel
+{
+
 enum class CopyResult {
     Done,
     SourceFailed, ///< fewer bytes came
@@ -12,3 +15,5 @@ enum class CopyResult {
 /// which stands behind them afterwards. Holes of the source stay holes behind the end of the
 /// target, and where the file system can share content between files it does. Flushes nothing.
 [[nodiscard]] CopyResult copyRest(int from, qint64 pos, qint64 count, int to);
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 #include <unistd.h>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -74,3 +77,5 @@ void FileDescriptor::close()
     if (const int handle = release(); handle >= 0)
         closeHandle(handle);
 }
+
+} // namespace brisel

@@ -9,6 +9,9 @@ class QFile;
 #include <sys/types.h>
 #endif
 
+namespace brisel
+{
+
 /// A file descriptor and its owner: it is closed when the object ends. No child process inherits
 /// what is opened here. An open call that fails leaves its reason in errno. On systems without file
 /// descriptors nothing is ever open.
@@ -60,3 +63,5 @@ public:
 private:
     int m_handle = -1;
 };
+
+} // namespace brisel

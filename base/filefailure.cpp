@@ -10,6 +10,9 @@
 #include <sys/statvfs.h>
 #endif
 
+namespace brisel
+{
+
 Reason whyUnwritableIn(const QString &folder, qint64 size)
 {
     if (isWriteProtected(folder))
@@ -64,3 +67,5 @@ Reason whyUnwritable(const QString &path, qint64 size)
         return FileReason::folderMissing;
     return whyUnwritableIn(folder, size);
 }
+
+} // namespace brisel

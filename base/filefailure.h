@@ -4,6 +4,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// Why something that was tried with a file did not work, as far as a look at it can show
 /// afterwards.
 namespace FileReason
@@ -44,3 +47,5 @@ Reason whyUnwritable(const QString &path, qint64 size);
 
 /// Why \a size bytes could not be written into \a folder, which is there.
 Reason whyUnwritableIn(const QString &folder, qint64 size);
+
+} // namespace brisel

@@ -8,6 +8,12 @@
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
+#endif
+
+namespace brisel
+{
+
+#ifdef Q_OS_UNIX
 
 namespace
 {
@@ -127,3 +133,5 @@ bool isSameFile(const QString &first, const QString &second)
     const QString identity = fileIdentity(first);
     return !identity.isEmpty() && identity == fileIdentity(second);
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QString>
 
+namespace brisel
+{
+
 enum class FileKind {
     Missing,     ///< the system says that there is no such file
     Regular,     ///< a plain file, also one reached through a link
@@ -45,3 +48,5 @@ QString fileIdentity(const QString &path);
 
 /// True when both paths lead to one existing file, links followed.
 bool isSameFile(const QString &first, const QString &second);
+
+} // namespace brisel

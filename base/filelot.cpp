@@ -10,6 +10,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -226,3 +229,5 @@ void FileLot::flushNamesOnFat(const std::vector<const Staged *> &named)
         staged->file->closeOld();
     }
 }
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 #include <memory>
 #include <vector>
 
+namespace brisel
+{
+
 class StagingFolder;
 
 /// Replaces the contents of many files with few flushes. Each content is first written to a
@@ -84,3 +87,5 @@ private:
     qint64 m_bytes = 0;
     int m_temporaries = 0; ///< made beside their places since the last commit()
 };
+
+} // namespace brisel

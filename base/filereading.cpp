@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 FileContent readWholeFile(const QString &path, qint64 maximum)
 {
     PlainFile file;
@@ -35,3 +38,5 @@ bool readFileStart(const QString &path, qsizetype maximum, QByteArray &start, Fi
     state = file.state();
     return file.read(0, std::min<qint64>(maximum, file.size()), start);
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "base/plainfile.h"
 
+namespace brisel
+{
+
 enum class ReadResult {
     Done,
     NoPlainFile, ///< a folder, a device, a FIFO
@@ -30,3 +33,5 @@ struct FileContent {
 /// \a state reports what stands there in either case. \a start keeps its room for the next file.
 [[nodiscard]] bool readFileStart(const QString &path, qsizetype maximum, QByteArray &start,
                                  FileState &state);
+
+} // namespace brisel

@@ -15,6 +15,9 @@
 #include <stdio.h>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -172,3 +175,5 @@ void FileReplacement::moveToPlace(bool keepsOld)
     m_mayRemove = !isOldGone;
     removeTemporary();
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QString>
 
+namespace brisel
+{
+
 class StagingFolder;
 
 /// Replaces the content of one file, or makes a new file: the content is written to a temporary
@@ -85,3 +88,5 @@ private:
     FileState m_written;  ///< the new file as it was closed
     WriteResult m_result = WriteResult::Staged;
 };
+
+} // namespace brisel

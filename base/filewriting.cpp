@@ -18,6 +18,9 @@
 #include <unistd.h>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -166,3 +169,5 @@ bool moveIntoPlace(const QString &from, const QString &to)
     (void)flushFolder(folder);
     return true;
 }
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 class QFile;
 class QFileDevice;
 
+namespace brisel
+{
+
 /// Writing that notices a full disk and never leaves half a file under a file's own name.
 
 enum class WriteResult {
@@ -65,3 +68,5 @@ QString temporaryPathIn(const QString &folder, int attempt);
 /// Renames \a from to \a to, replacing a file of that name in one step, and flushes it and its
 /// folders as far as possible. False when nothing was renamed.
 [[nodiscard]] bool moveIntoPlace(const QString &from, const QString &to);
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 #include <unistd.h>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -70,3 +73,5 @@ bool writeAhead(int handle, qint64 size)
     return true;
 #endif
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// Waiting until what was written has reached the disk. All of it is true where a file system does
 /// not offer that: it is no reason to refuse a write.
 
@@ -23,3 +26,5 @@
 /// system does not take long; does nothing for small ones. False when writing failed: no later
 /// flush reports it again.
 [[nodiscard]] bool writeAhead(int handle, qint64 size);
+
+} // namespace brisel

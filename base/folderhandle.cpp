@@ -18,6 +18,9 @@
 #include <system_error>
 #endif
 
+namespace brisel
+{
+
 QString wayBelow(const QString &root, const QString &path)
 {
     const QString start = QFileInfo(root).canonicalFilePath();
@@ -148,7 +151,7 @@ bool FolderHandle::isFat() const
 
 std::optional<bool> FolderHandle::flushFileSystem() const
 {
-    return ::flushFileSystem(m_handle.get());
+    return brisel::flushFileSystem(m_handle.get());
 }
 
 #else
@@ -164,3 +167,5 @@ std::optional<bool> FolderHandle::flushFileSystem() const
 }
 
 #endif
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// The names that lead from the folder \a root to \a path when every link is followed, joined by
 /// "/": empty but not null for the root itself, null when \a path does not exist or lies elsewhere.
 QString wayBelow(const QString &root, const QString &path);
@@ -49,3 +52,5 @@ private:
     QString m_path;
 #endif
 };
+
+} // namespace brisel

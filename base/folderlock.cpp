@@ -12,6 +12,9 @@
 #include <sys/file.h>
 #endif
 
+namespace brisel
+{
+
 /// The lock of this process on one folder.
 class FolderLock::Held
 {
@@ -65,3 +68,5 @@ FolderLock::~FolderLock()
     m_held.reset();
     Held::all().removeIf([](const auto &lock) { return lock.value().expired(); });
 }
+
+} // namespace brisel

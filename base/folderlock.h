@@ -4,6 +4,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 /// Keeps other programs from working on a folder, such as the root of a memory, as long as it
 /// lives. The lock lies on the folder itself, so nothing is written there, and it ends with its
 /// process, however that ends. Where the system can't lock a folder it has no effect.
@@ -33,3 +36,5 @@ private:
     std::shared_ptr<Held> m_held;
     bool m_busy = false;
 };
+
+} // namespace brisel

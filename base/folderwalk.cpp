@@ -2,6 +2,9 @@
 
 #include "base/fileidentity.h"
 
+namespace brisel
+{
+
 bool FolderWalk::enter(const QString &folder)
 {
     const QString identity = fileIdentity(folder);
@@ -17,3 +20,5 @@ bool FolderWalk::hasEntered(const QString &folder) const
 {
     return m_entered.contains(fileIdentity(folder));
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QSet>
 #include <QString>
 
+namespace brisel
+{
+
 /// The folders that a walk has entered. Each is entered once, whatever links lead to it: a link to
 /// a folder above would otherwise make the walk endless.
 class FolderWalk
@@ -17,3 +20,5 @@ public:
 private:
     QSet<QString> m_entered; ///< identities
 };
+
+} // namespace brisel

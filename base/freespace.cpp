@@ -10,6 +10,9 @@
 #include <sys/statvfs.h>
 #endif
 
+namespace brisel
+{
+
 qint64 freeSpace(const QString &folder)
 {
     std::error_code failure;
@@ -38,3 +41,5 @@ qint64 allocatedSize(qint64 size, qint64 unit)
 {
     return (size + unit - 1) / unit * unit;
 }
+
+} // namespace brisel

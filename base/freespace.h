@@ -2,6 +2,9 @@
 
 #include <QString>
 
+namespace brisel
+{
+
 /// How many bytes the user can still write on the file system that holds \a folder; -1 when it
 /// can't be asked. The folder itself is asked: the table of mounts does not know what lies in a
 /// chroot, a container or a sandbox.
@@ -13,3 +16,5 @@ qint64 allocationUnit(const QString &folder);
 
 /// What a file of \a size bytes takes where files get \a unit bytes at a time.
 qint64 allocatedSize(qint64 size, qint64 unit);
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <QDir>
 
+namespace brisel
+{
+
 QStringList GraphicsFiles::named(const QString &folder, const QString &name)
 {
     auto known = m_folders.constFind(folder);
@@ -19,3 +22,5 @@ QStringList GraphicsFiles::named(const QString &folder, const QString &name)
     found.sort();
     return found;
 }
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// The karaoke graphics (".cdg") in the folders of songs: their names differ from those of their
 /// songs in the suffix, and on memories written elsewhere in letter case. Reads each folder once.
 class GraphicsFiles
@@ -17,3 +20,5 @@ public:
 private:
     QHash<QString, QMultiHash<QString, QString>> m_folders; ///< by path, then lower-cased name
 };
+
+} // namespace brisel

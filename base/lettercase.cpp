@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -38,3 +41,5 @@ QString lowerCased(const QString &text)
 {
     return !text.isEmpty() && isAscii(text) ? moved(text, u'A', u'Z', 'a' - 'A') : text.toLower();
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QString>
 
+namespace brisel
+{
+
 /// True when \a text has no character above 0x7F.
 bool isAscii(const QString &text);
 
@@ -12,3 +15,5 @@ QString asciiUpperCased(const QString &text);
 /// texts are.
 QString upperCased(const QString &text);
 QString lowerCased(const QString &text);
+
+} // namespace brisel

@@ -18,6 +18,9 @@
 #include <unistd.h>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -135,3 +138,5 @@ bool MemoryIdentity::isSame() const
 }
 
 #endif
+
+} // namespace brisel

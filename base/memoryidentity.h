@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QString>
 
+namespace brisel
+{
+
 /// Which memory is mounted in a folder, so that a run notices when it was pulled or another one
 /// stands in its place: what the system says of the folder and its file system, and a random mark
 /// that the run can lay there, for sticks of one kind that follow each other look alike.
@@ -44,3 +47,5 @@ private:
     Look m_look;
     QByteArray m_mark; ///< empty while none is laid
 };
+
+} // namespace brisel

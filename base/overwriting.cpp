@@ -17,6 +17,9 @@
 #include <fcntl.h>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -112,3 +115,5 @@ WriteResult overwriteFromMemory(const QString &path, const QByteArray &content,
     (void)writeFromStart(file, writing(old.bytes)); // failed in either case
     return WriteResult::Failed;
 }
+
+} // namespace brisel

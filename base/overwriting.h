@@ -6,6 +6,9 @@
 
 class QFile;
 
+namespace brisel
+{
+
 /// Writing into a file that is there, for those that can't be replaced by another one.
 
 /// True when the file at \a path has more names than this one: a new file in its place would leave
@@ -31,3 +34,5 @@ using ContentWriter = std::function<bool(QFile &file)>;
 /// The same with the old content in memory: a process that ends in the middle leaves a part.
 [[nodiscard]] WriteResult overwriteFromMemory(const QString &path, const QByteArray &content,
                                               const FileState *expected);
+
+} // namespace brisel

@@ -6,6 +6,12 @@
 
 #include <fcntl.h>
 #include <unistd.h>
+#endif
+
+namespace brisel
+{
+
+#ifdef Q_OS_UNIX
 
 namespace
 {
@@ -119,3 +125,5 @@ int PlainFile::handle() const
 }
 
 #endif
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 #include <QFile>
 #endif
 
+namespace brisel
+{
+
 /// A plain file that is open for reading, and nothing else: what a name has become since the last
 /// look (a FIFO, a device, a folder) is noticed by what was opened, and is closed again at once.
 class PlainFile
@@ -54,3 +57,5 @@ private:
     mutable QFile m_file;
 #endif
 };
+
+} // namespace brisel

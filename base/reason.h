@@ -4,6 +4,9 @@
 
 #include <cstring>
 
+namespace brisel
+{
+
 /// Why a file was left out of a run. Those who give a reason declare it beside their code, with its
 /// text marked as QT_TRANSLATE_NOOP("RunReport", "..."). Reasons with the same text are the same.
 class Reason
@@ -36,3 +39,5 @@ private:
     const char *m_text;
     bool m_isSkip;
 };
+
+} // namespace brisel

@@ -1,5 +1,8 @@
 #include "base/run.h"
 
+namespace brisel
+{
+
 void Run::begin(const Stage & /*stage*/) {}
 
 void Run::setSteps(int /*steps*/) {}
@@ -52,3 +55,5 @@ Run::Answer Run::answerOf(Question /*question*/, const QString & /*path*/,
 {
     return Answer::No;
 }
+
+} // namespace brisel

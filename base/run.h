@@ -8,6 +8,9 @@
 #include <array>
 #include <optional>
 
+namespace brisel
+{
+
 /// One run of a workflow, and all that the workflow knows of the world: it shows how far it has
 /// come, learns whether to go on, asks the user, and reports.
 ///
@@ -86,3 +89,5 @@ private:
     RunReport m_report;
     std::array<std::optional<bool>, questionCount> m_answers; ///< "to all", by question
 };
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+namespace brisel
+{
+
 int RunGuard::s_active = 0;
 bool RunGuard::s_endRequested = false;
 
@@ -46,3 +49,5 @@ bool RunGuard::eventFilter(QObject *watched, QEvent *event)
     event->ignore();
     return true;
 }
+
+} // namespace brisel

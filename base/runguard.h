@@ -2,6 +2,9 @@
 
 #include <QObject>
 
+namespace brisel
+{
+
 /// Lives for as long as a long run works on the user's files.
 ///
 /// While one lives, a quit (a log-out, the last window closed) is not carried out: after a quit
@@ -32,3 +35,5 @@ private:
     static int s_active;
     static bool s_endRequested;
 };
+
+} // namespace brisel

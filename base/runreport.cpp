@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <tuple>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -262,3 +265,5 @@ QString RunReport::stepText(Step step)
     }
     return {};
 }
+
+} // namespace brisel

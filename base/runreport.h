@@ -10,6 +10,9 @@
 #include <map>
 #include <optional>
 
+namespace brisel
+{
+
 /// What came of a run: how many songs went well, and each file that did not, with the reason. Each
 /// part of a run fills one, and the parts are joined. Texts are in the language of the moment in
 /// which they are asked for. Of each kind, what the file was not and why, 1,000 files are named and
@@ -103,3 +106,5 @@ private:
     int m_edited = 0;
     int m_copied = 0;
 };
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <QVariant>
 
+namespace brisel
+{
+
 /// One choice of the user: its key in the store, and what holds until the user has chosen.
 template <typename Value>
 struct Setting {
@@ -35,3 +38,5 @@ inline constexpr Setting<bool> logClear{QLatin1StringView("logclear"), false};
 inline const Setting<QString> mediaRoot{QLatin1StringView("mediaroot"), QString()};
 
 } // namespace Settings
+
+} // namespace brisel

@@ -11,6 +11,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 const QString settingsOrganisation = QStringLiteral("kordia");
 const QString settingsApplication = QStringLiteral("brisel2pc");
 
@@ -117,3 +120,5 @@ void keepSetting(QSettings &settings, const QString &key, const QVariant &value)
     if (!storeSetting(settings, key, value))
         debug() << "Impossible to store setting:" << key;
 }
+
+} // namespace brisel

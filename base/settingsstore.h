@@ -3,6 +3,9 @@
 #include <QSettings>
 #include <QString>
 
+namespace brisel
+{
+
 /// The names under which every component opens the settings store.
 extern const QString settingsOrganisation; ///< "kordia"
 extern const QString settingsApplication;  ///< "brisel2pc"
@@ -25,3 +28,5 @@ QSettings openSettings();
 /// storeSetting() for a choice that nothing depends on at once: a failure is logged, and the
 /// program goes on.
 void keepSetting(QSettings &settings, const QString &key, const QVariant &value);
+
+} // namespace brisel

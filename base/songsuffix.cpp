@@ -2,9 +2,14 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 bool isSongSuffix(QStringView suffix)
 {
     return std::any_of(songSuffixes.cbegin(), songSuffixes.cend(), [suffix](QStringView known) {
         return suffix.compare(known, Qt::CaseInsensitive) == 0;
     });
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -56,3 +59,5 @@ QString charactersLostInSongBytes(const QString &text)
     }
     return lost;
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QByteArrayView>
 #include <QString>
 
+namespace brisel
+{
+
 /// The text of song files, the catalogue and the player's records: 8 bits a character, Latin-1.
 
 /// Takes surrounding white space away, the no-break space included. The control character 0x85
@@ -22,3 +25,5 @@ QByteArray songBytes(const QString &text);
 /// The characters of \a text that songBytes() turns into '?', each once and in the order in which
 /// they appear. A surrogate pair is one character; half of one is given as U+FFFD.
 QString charactersLostInSongBytes(const QString &text);
+
+} // namespace brisel

@@ -15,6 +15,12 @@
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
+#endif
+
+namespace brisel
+{
+
+#ifdef Q_OS_LINUX
 
 namespace
 {
@@ -164,3 +170,5 @@ QString StagingFolder::rootOf(const QString &folder)
 void StagingFolder::clear(int) {}
 
 #endif
+
+} // namespace brisel

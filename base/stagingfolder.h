@@ -6,6 +6,9 @@
 
 class QFile;
 
+namespace brisel
+{
+
 /// The folder ".brisel2pc/lot" at the root of a memory, in which new files grow before they get
 /// their names.
 ///
@@ -56,3 +59,5 @@ private:
     bool m_isFat = false;
     int m_next = 0; ///< number of the next file
 };
+
+} // namespace brisel

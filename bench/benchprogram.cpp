@@ -9,6 +9,9 @@
 #include <iostream>
 #include <string_view>
 
+namespace brisel
+{
+
 static bool isListOnly = false;
 
 void BenchProgram::require(bool holds, const char *what)
@@ -55,3 +58,5 @@ BenchProgram::Home::Home()
         qputenv(name, QFile::encodeName(m_folder.path()));
     qputenv("QT_QPA_PLATFORM", "offscreen");
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QTemporaryDir>
 
+namespace brisel
+{
+
 /// Shared functions of the benchmarks. Each benchmark is a program of rows "what/data/who", which
 /// ./bench/run compares.
 namespace BenchProgram
@@ -36,3 +39,5 @@ private:
 };
 
 } // namespace BenchProgram
+
+} // namespace brisel

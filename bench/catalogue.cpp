@@ -16,6 +16,8 @@
 #include <functional>
 #include <string>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using BenchProgram::require;
 

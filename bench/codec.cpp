@@ -14,6 +14,8 @@
 
 extern "C" {
 #include <lha_decoder.h>
+
+using namespace brisel;
 }
 
 using BenchProgram::require;

@@ -30,6 +30,8 @@
 #include <map>
 #include <memory>
 
+using namespace brisel;
+
 using BenchProgram::require;
 
 namespace

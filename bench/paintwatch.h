@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <ctime>
 
+namespace brisel
+{
+
 /// An application that measures how a run shows its progress: the longest time without painting,
 /// and the share of the time spent painting.
 class PaintWatch : public QApplication
@@ -97,3 +100,5 @@ private:
     bool m_inPainting = false;
     bool m_hasPainted = false;
 };
+
+} // namespace brisel

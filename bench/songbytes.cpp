@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -138,3 +141,5 @@ std::string songBytes(int size)
 {
     return SongMaker().make(size);
 }
+
+} // namespace brisel

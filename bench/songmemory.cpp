@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QRandomGenerator>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -90,3 +93,5 @@ SongMemory::SongMemory(int songs, int folders)
             put(path + QStringLiteral(".ZB4"), containerSong(texts));
     }
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QTemporaryDir>
 
+namespace brisel
+{
+
 /// A memory of small songs of all kinds, in the temporary folder: titles are unique, artists and
 /// genres are shared. The destructor removes it.
 class SongMemory
@@ -15,3 +18,5 @@ public:
 private:
     QTemporaryDir m_folder;
 };
+
+} // namespace brisel

@@ -29,6 +29,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using BenchProgram::require;
 

@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+namespace brisel
+{
+
 /// The codec as in textbooks: one bit at a time, strings compared byte by byte in one binary search
 /// tree for each first byte, tables of int. It is the peer of LzHuff and, with a look-ahead of 60,
 /// makes -lh1- streams. Its streams have no length header.
@@ -391,3 +394,5 @@ private:
     int m_matchPosition = 0;
     int m_matchLength = 0;
 };
+
+} // namespace brisel

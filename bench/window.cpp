@@ -38,6 +38,8 @@
 #include <memory>
 #include <string>
 
+using namespace brisel;
+
 using BenchProgram::require;
 
 namespace

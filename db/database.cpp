@@ -17,6 +17,9 @@
 #include <limits>
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -332,3 +335,5 @@ void Database::splitMarkers(const QString &text, QList<Marker> &markers)
         markers.append(marker);
     }
 }
+
+} // namespace brisel

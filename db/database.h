@@ -13,6 +13,9 @@
 
 class QTemporaryFile;
 
+namespace brisel
+{
+
 /// The two databases of the program: the reference catalogue of the publisher's songs, which is
 /// read-only (docs/formats/catalogue.md), and the user's library, which is in memory.
 ///
@@ -86,3 +89,5 @@ private:
     std::optional<QSqlQuery> m_recordByRowId; ///< prepared; empty if names can't be indexed
     bool m_hasTriedIndex = false;
 };
+
+} // namespace brisel

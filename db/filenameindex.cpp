@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <tuple>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -164,3 +167,5 @@ bool FileNameIndex::matches(size_t name, QStringView pattern)
     ++m_comparedNames;
     return isLike(m_names[name].text, pattern);
 }
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 #include <utility>
 #include <vector>
 
+namespace brisel
+{
+
 /// The catalogue's file names in memory, with the results of SQLite's LIKE: "%" matches any run of
 /// characters, "_" any single one, A to Z are case-insensitive, and of several rows the first one
 /// is found.
@@ -53,3 +56,5 @@ private:
     std::vector<Gram> m_grams; ///< sorted; made for the first pattern with wildcards
     qint64 m_comparedNames = 0;
 };
+
+} // namespace brisel

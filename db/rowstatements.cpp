@@ -4,6 +4,9 @@
 #include <QSqlField>
 #include <QSqlRecord>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -77,3 +80,5 @@ QString RowStatements::statementFor(Change change, const QList<int> &columns) co
     }
     return QStringLiteral("DELETE FROM %1 WHERE %2").arg(m_tableName, row);
 }
+
+} // namespace brisel

@@ -13,6 +13,9 @@
 
 class QSqlRecord;
 
+namespace brisel
+{
+
 /// The statements that change single rows of a table. Each kind of change of the same columns is
 /// prepared once, for any number of rows.
 class RowStatements
@@ -53,3 +56,5 @@ private:
     std::map<std::pair<Change, QList<int>>, QSqlQuery> m_prepared;
     QSqlError m_lastError;
 };
+
+} // namespace brisel

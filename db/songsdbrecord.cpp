@@ -2,6 +2,9 @@
 
 #include "base/debugstream.h"
 
+namespace brisel
+{
+
 void SongsDbRecord::dbgDump() const
 {
     if (!DebugStream::isHeard())
@@ -22,3 +25,5 @@ void SongsDbRecord::dbgDump() const
         debug() << "    bar:" << marker.bar << "  text:" << marker.text;
     debug() << "";
 }
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <QList>
 #include <QString>
 
+namespace brisel
+{
+
 /// One row of the reference catalogue: see docs/formats/catalogue.md.
 class SongsDbRecord
 {
@@ -22,3 +25,5 @@ public:
     QString key;       ///< a key name; a minor key has a blank before the minus ("A -")
     QList<Marker> markers;
 };
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QSqlDatabase>
 
+namespace brisel
+{
+
 /// Combines all changes of a database into one transaction while it exists, which saves SQLite the
 /// work of one transaction for each row. Readers on the same connection see each change
 /// immediately; the destructor commits, and nothing is ever rolled back.
@@ -24,3 +27,5 @@ private:
     QSqlDatabase m_database;
     bool m_isOpen;
 };
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -382,3 +385,5 @@ const QSqlQuery *UserSongsRelTableModel::run(Change change, const QList<int> &co
     setLastError(m_statements.lastError());
     return query;
 }
+
+} // namespace brisel

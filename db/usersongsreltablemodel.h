@@ -11,6 +11,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 class SongInfo;
 
 /// The user's library for the table view: the rows of "usersongs", one for each song.
@@ -135,3 +138,5 @@ private:
     int m_sortingLocks = 0;
     std::optional<Sort> m_wantedSort; ///< requested while sorting was locked
 };
+
+} // namespace brisel

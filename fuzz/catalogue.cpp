@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 static void checkRecord(bool found, const SongsDbRecord &record)
 {
     REQUIRE(found || record.title == QStringLiteral("left over"));
@@ -43,3 +46,5 @@ void checkCatalogue(const QByteArray &input)
     REQUIRE(fileBytes(name) == input);
     REQUIRE(QDir(scratchFolder()).entryList(QDir::Files | QDir::Hidden) == QStringList{name});
 }
+
+} // namespace brisel

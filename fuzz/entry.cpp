@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstdint>
 
+using namespace brisel;
+
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t maxSize);
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)

@@ -28,6 +28,8 @@ extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void *block
 #include <sys/resource.h>
 #endif
 
+using namespace brisel;
+
 namespace
 {
 

@@ -7,6 +7,9 @@
 #include <QDirIterator>
 #include <QFileInfo>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -91,3 +94,5 @@ void checkGivenNames(const QByteArray &input)
     REQUIRE(again.tidy());
     REQUIRE(fileBytes(file) == left);
 }
+
+} // namespace brisel

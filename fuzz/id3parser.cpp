@@ -1,5 +1,8 @@
 #include "fuzz/id3parser.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -167,3 +170,5 @@ std::optional<Id3Parser::Tag> Id3Parser::parse(const QByteArray &file, qsizetype
     }
     return readFrames(bytes, tag, maxFrames) ? std::optional(tag) : std::nullopt;
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// A strict reader of ID3v2 tags that shares no code with the program's. It accepts only tags that
 /// all readers read in the same way.
 namespace Id3Parser
@@ -41,3 +44,5 @@ struct Tag {
 std::optional<Tag> parse(const QByteArray &file, qsizetype maxFrames);
 
 } // namespace Id3Parser
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 
 #include <QDir>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -69,3 +72,5 @@ void checkIndexReader(const QByteArray &input)
     // A line break in a title adds a line.
     REQUIRE(!areWhole || fileBytes(list).count('\n') > songs.size());
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -126,3 +129,5 @@ void requireAllElseKept(const QByteArray &before, const QByteArray &after)
         requireMp3Kept(before, after);
     }
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include "fuzz/targets.h"
 #include "songfile/lzhuff.h"
 
+namespace brisel
+{
+
 void checkLzHuffExpand(const QByteArray &input)
 {
     QByteArray out("left over");
@@ -20,3 +23,5 @@ void checkLzHuffExpand(const QByteArray &input)
     REQUIRE(codec.expand(input, again) == done);
     REQUIRE(again == out);
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include "fuzz/targets.h"
 #include "songfile/lzhuff.h"
 
+namespace brisel
+{
+
 void checkLzHuffRoundTrip(const QByteArray &input)
 {
     // Longer songs are never saved.
@@ -20,3 +23,5 @@ void checkLzHuffRoundTrip(const QByteArray &input)
     codec.compress(text.left(4096), again);
     REQUIRE(text.size() > 4096 || again == packed);
 }
+
+} // namespace brisel

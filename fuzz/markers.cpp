@@ -2,6 +2,9 @@
 #include "fuzz/fuzzing.h"
 #include "fuzz/targets.h"
 
+namespace brisel
+{
+
 static void check(const QString &text)
 {
     QList<Marker> markers{{QStringLiteral("left over"), 1}};
@@ -23,3 +26,5 @@ void checkMarkers(const QByteArray &input)
     check(QString::fromLatin1(input));
     check(QString::fromUtf8(input));
 }
+
+} // namespace brisel

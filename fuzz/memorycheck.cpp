@@ -12,6 +12,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -100,3 +103,5 @@ void checkMemoryCheck(const QByteArray &input)
     REQUIRE(ScriptedIndex().updateIndex(root));
     checkUpdated(root, ids, entries);
 }
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 QList<SongInfoIndex> sampleIndexSongs(quint32 firstId)
 {
     QList<SongInfoIndex> songs;
@@ -90,3 +93,5 @@ void makeSampleMemory(const QString &root)
                 file.setFileTime(moment, QFileDevice::FileModificationTime));
     }
 }
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 
 #include <QList>
 
+namespace brisel
+{
+
 /// A few songs of an index, in the order of their ids, from \a firstId on.
 QList<SongInfoIndex> sampleIndexSongs(quint32 firstId = 1);
 
@@ -17,3 +20,5 @@ bool commitEmptySet(IndexSet &set);
 
 /// Makes a memory in the folder \a root with only these songs, dated as in the index.
 void makeSampleMemory(const QString &root);
+
+} // namespace brisel

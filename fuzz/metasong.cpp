@@ -9,6 +9,9 @@
 
 #include <tuple>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -120,3 +123,5 @@ void checkMetaSong(const QByteArray &input)
     changeAndSave(path, scriptedInfo(script), manual);
     changeAndSave(path, scriptedInfo(script), !manual);
 }
+
+} // namespace brisel

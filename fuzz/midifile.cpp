@@ -10,6 +10,9 @@
 #include <array>
 #include <limits>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -284,3 +287,5 @@ void checkMidiFile(const QByteArray &input)
         readAll(file);
     }
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <array>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -194,3 +197,5 @@ void checkMp3Header(const QByteArray &input)
     else
         changeOther(header, script);
 }
+
+} // namespace brisel

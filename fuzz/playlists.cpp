@@ -11,6 +11,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -142,3 +145,5 @@ void checkPlaylists(const QByteArray &input)
     }
     REQUIRE(!QFileInfo::exists(root + QStringLiteral("/.brisel2pc")));
 }
+
+} // namespace brisel

@@ -11,6 +11,8 @@
 
 #include <cstdio>
 
+using namespace brisel;
+
 static const QMap<QString, void (*)(const QByteArray &)> &targets()
 {
     static const QMap<QString, void (*)(const QByteArray &)> map{

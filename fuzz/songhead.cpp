@@ -6,6 +6,9 @@
 #include "index/indexrecords.h"
 #include "index/songinfoindex.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -75,3 +78,5 @@ void checkSongHead(const QByteArray &input)
     check(prefix, QStringLiteral("/memory/SONG.MID"));
     checkTag(input, check(prefix, QStringLiteral("/memory/SONG.mp3")));
 }
+
+} // namespace brisel

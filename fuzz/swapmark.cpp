@@ -10,6 +10,9 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -118,3 +121,5 @@ void checkSwapMark(const QByteArray &input)
         REQUIRE(fileBytes(root + u'/' + name) ==
                 (wasWhole ? oldContent(name) : stagedContent(name, parts)));
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 class QByteArray;
 
+namespace brisel
+{
+
 /// The fuzz targets. Each accepts any bytes, and ends the program if the code under test breaks a
 /// guarantee.
 
@@ -33,3 +36,5 @@ void checkCatalogue(const QByteArray &input);
 void checkGivenNames(const QByteArray &input);
 /// The files that a cut swap of the index has left on a memory.
 void checkSwapMark(const QByteArray &input);
+
+} // namespace brisel

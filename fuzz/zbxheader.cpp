@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -96,3 +99,5 @@ void checkZbxHeader(const QByteArray &input)
         readAll(header);
     }
 }
+
+} // namespace brisel

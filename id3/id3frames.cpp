@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -288,3 +291,5 @@ void Id3Frames::makeSizesSynchsafe(QByteArray &tag) const
     for (const Id3Frame &frame : m_frames)
         Id3Number::putSynchsafe(tag, frame.start + sizeOffset, static_cast<quint32>(frame.claimed));
 }
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// One frame of an ID3v2 tag. Positions count from the start of the tag.
 struct Id3Frame {
     qsizetype start = 0;
@@ -92,3 +95,5 @@ private:
     End m_end = End::Broken;
     Sizes m_sizes = Sizes::Plain;
 };
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "base/bytes.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -71,3 +74,5 @@ void Id3Number::putSynchsafe(QByteArray &data, qsizetype pos, quint32 value)
     for (qsizetype i = 0; i < sizeBytes; ++i)
         putByte(data, pos + i, (value >> (7 * (3 - i))) & 0x7F);
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 /// The ten bytes at the start of an ID3v2 tag: see docs/formats/id3.md.
 struct Id3Header {
     static constexpr int size = 10; ///< bytes
@@ -46,3 +49,5 @@ quint32 synchsafe(const QByteArray &data, qsizetype pos);
 void putSynchsafe(QByteArray &data, qsizetype pos, quint32 value);
 
 } // namespace Id3Number
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -86,3 +89,5 @@ QByteArray Id3Plain::tag(const QByteArray &stored)
     }
     return tag;
 }
+
+} // namespace brisel

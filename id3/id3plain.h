@@ -2,6 +2,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 /// A tag's plain form, in which frames are read, changed and written: the same version without the
 /// features that other programs read differently. See docs/formats/id3.md.
 namespace Id3Plain
@@ -18,3 +21,5 @@ qsizetype footerSize(const QByteArray &file);
 [[nodiscard]] QByteArray tag(const QByteArray &stored);
 
 } // namespace Id3Plain
+
+} // namespace brisel

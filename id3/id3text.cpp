@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -93,3 +96,5 @@ QByteArray Id3Text::utf8Content(const QString &text)
 {
     return QByteArray(1, Utf8) + text.toUtf8();
 }
+
+} // namespace brisel

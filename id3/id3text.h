@@ -4,6 +4,9 @@
 #include <QByteArrayView>
 #include <QString>
 
+namespace brisel
+{
+
 /// Texts of ID3v2 frames: a byte that names the encoding, then the text. See docs/formats/id3.md.
 namespace Id3Text
 {
@@ -22,3 +25,5 @@ bool isPlain(QByteArrayView content);
 [[nodiscard]] QByteArray utf8Content(const QString &text);
 
 } // namespace Id3Text
+
+} // namespace brisel

@@ -1,5 +1,8 @@
 #include "id3/unsynchronisation.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -31,3 +34,5 @@ QByteArray Unsynchronisation::undone(QByteArrayView data)
     }
     return result + data.sliced(copied).toByteArray();
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 /// The scheme that keeps bytes that look like the start of audio out of a tag: a zero byte is
 /// inserted after each 0xFF that is followed by 0x00, 0xE0 to 0xFF or the end. See
 /// docs/formats/id3.md.
@@ -15,3 +18,5 @@ namespace Unsynchronisation
 [[nodiscard]] QByteArray undone(QByteArrayView data);
 
 } // namespace Unsynchronisation
+
+} // namespace brisel

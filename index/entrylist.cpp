@@ -19,6 +19,9 @@
 #include <sys/stat.h>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -167,3 +170,5 @@ bool liesInSystemFolder(QStringView path)
         names.removeLast();
     return std::any_of(names.cbegin(), names.cend(), isSystemFolder);
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <QList>
 
+namespace brisel
+{
+
 /// An entry of a folder of a memory.
 struct FolderEntry {
     QString name;
@@ -29,3 +32,5 @@ FolderEntries visibleEntries(const QString &folder);
 /// Returns true if a folder above the file \a path has a name that systems use for recycle bins,
 /// recovered files or data of their own. Folders whose names begin with a point are hidden anyway.
 bool liesInSystemFolder(QStringView path);
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -295,3 +298,5 @@ void GivenNames::followMoves()
     }
     m_strangers.clear();
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QMultiHash>
 #include <QString>
 
+namespace brisel
+{
+
 /// The short names that the files and folders of one memory got in place of their long ones. They
 /// are kept in a file on the memory, docs/formats/given-names.md, so that a song that is sent again
 /// is recognised.
@@ -88,3 +91,5 @@ private:
     bool m_isUnreadable = false; ///< the file exists but could not be read now
     bool m_isOpenLine = false;   ///< the file on the memory may end within a line
 };
+
+} // namespace brisel

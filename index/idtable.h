@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 /// The ids of an index in ascending order, each once. Finds the position of a song in its list.
 class IdTable
 {
@@ -32,3 +35,5 @@ public:
 private:
     QList<quint32> m_ids; ///< apart from the songs, so that a search touches little memory
 };
+
+} // namespace brisel

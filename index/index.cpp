@@ -10,6 +10,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+namespace brisel
+{
+
 Index::Index(Run &run, QObject *parent) : QObject(parent), IndexMonitor(run), m_set(run) {}
 
 bool Index::createIndex(const QString &root)
@@ -109,3 +112,5 @@ void Index::reportNotice(const QString &message)
     run().report().addNotice(message);
     emit noticeFromIndex(message);
 }
+
+} // namespace brisel

@@ -12,6 +12,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 class IndexBuild;
 
 /// Builds and updates the index on the player's memory: walks its folders, shortens long names,
@@ -85,3 +88,5 @@ private:
     Reason m_failure = MemoryReason::indexIncomplete;
     qsizetype m_pathSteps = 0;
 };
+
+} // namespace brisel

@@ -15,6 +15,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 IndexBuild::IndexBuild(IndexMonitor &monitor, IndexSet &set)
     : m_monitor(monitor), m_set(set), m_memory(monitor, set.root()), m_roll(set.root()),
       m_playlists(set, m_old, m_memory), m_failure(MemoryReason::indexIncomplete)
@@ -252,3 +255,5 @@ bool IndexBuild::fail()
                                                                 std::max(m_setSize, smallestRoom));
     return false;
 }
+
+} // namespace brisel

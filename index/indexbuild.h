@@ -6,6 +6,9 @@
 #include "index/runmemory.h"
 #include "index/songroll.h"
 
+namespace brisel
+{
+
 class IndexMonitor;
 class IndexSet;
 class MemoryWalk;
@@ -69,3 +72,5 @@ private:
     qint64 m_setSize = 0; ///< bytes of the new set staged so far
     Reason m_failure;
 };
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "base/run.h"
 
+namespace brisel
+{
+
 /// Receives the progress and the messages of the steps of an index run.
 class IndexMonitor
 {
@@ -28,3 +31,5 @@ protected:
 private:
     Run &m_run;
 };
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include "index/indexset.h"
 #include "index/runmemory.h"
 
+namespace brisel
+{
+
 Playlists::Preparation IndexPlaylists::createPlaylistFilePath()
 {
     debug() << "create playlist file path";
@@ -50,3 +53,5 @@ PlaylistFollower IndexPlaylists::follower(const QList<SongInfoIndex> &songs) con
     return PlaylistFollower(m_old, songs,
                             [this](const QString &path) { return m_memory.names().follow(path); });
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 class RunMemory;
 
 /// The playlists of a memory while a run replaces its index.
@@ -42,3 +45,5 @@ private:
     /// Sort keys of the paths in playlists; filled on first use.
     std::optional<QSet<QByteArray>> m_namedPaths;
 };
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -216,3 +219,5 @@ void IndexReader::readGroups(const QByteArray &list, QString SongInfoIndex::*gro
             songs[position].*group = name;
     }
 }
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 class IndexSet;
 
 /// Reads an index set back from a memory, also a damaged one. Paths are read as Latin-1 although
@@ -82,3 +85,5 @@ private:
     bool m_arePathsSound = true; ///< ids, and paths in their order
     QSet<quint32> m_listed;      ///< ids that two lists have; of a damaged set only
 };
+
+} // namespace brisel

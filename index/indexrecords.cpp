@@ -4,6 +4,9 @@
 #include "base/songtext.h"
 #include "index/songinfoindex.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -156,3 +159,5 @@ void AlphabetTable::add(const QString &text, quint32 offset)
     if (be32At(m_bytes, entry) == noEntry)
         putBe32(m_bytes, entry, offset);
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QByteArray>
 #include <QString>
 
+namespace brisel
+{
+
 class SongInfoIndex;
 
 /// The records of the index files and of the playlists: see docs/formats/player-index.md. Every
@@ -94,3 +97,5 @@ public:
 private:
     QByteArray m_bytes;
 };
+
+} // namespace brisel

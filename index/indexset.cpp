@@ -14,6 +14,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -234,3 +237,5 @@ bool IndexSet::isPlaced(const StagedFile &file) const
     return content.isDone() && content.bytes.size() == file.size &&
            checksumOf(content.bytes) == file.checksum;
 }
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// The index files of one memory, and the replacement of the old set by a new one.
 ///
 /// A memory has no journal, and a power cut can stop a run after any step. So the new files are
@@ -112,3 +115,5 @@ private:
     bool m_lacksRoom = false;
     bool m_isCut = false; ///< the old set is removed and the new one not yet in place
 };
+
+} // namespace brisel

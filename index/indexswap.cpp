@@ -12,6 +12,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 // The replacement of the old files by those of a new set.
 
 qint64 IndexSet::roomForUpdate(const QString &root, qsizetype newSongs)
@@ -193,3 +196,5 @@ bool IndexSet::writeFile(const QString &path, const QByteArray &content)
     file.remove();
     return false;
 }
+
+} // namespace brisel

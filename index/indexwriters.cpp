@@ -3,6 +3,9 @@
 #include "base/bytes.h"
 #include "base/songtext.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -102,3 +105,5 @@ QByteArray IndexWriters::countFile(const QList<quint16> &counts)
         putLe16(content, i * 2, counts.at(i));
     return content;
 }
+
+} // namespace brisel

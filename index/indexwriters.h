@@ -3,6 +3,9 @@
 #include "index/indexrecords.h"
 #include "index/songorders.h"
 
+namespace brisel
+{
+
 /// The contents of the index files, made from a list of songs: see docs/formats/player-index.md.
 namespace IndexWriters
 {
@@ -30,3 +33,5 @@ ListFile groupFile(const QList<SongInfoIndex> &songs, const QByteArray &records,
 QByteArray countFile(const QList<quint16> &counts);
 
 } // namespace IndexWriters
+
+} // namespace brisel

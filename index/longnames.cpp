@@ -8,6 +8,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -164,3 +167,5 @@ bool LongNames::isTaken(const QString &name) const
     const QFileInfo entry(m_folder + u'/' + name);
     return entry.exists() || entry.isSymLink();
 }
+
+} // namespace brisel

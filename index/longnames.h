@@ -9,6 +9,9 @@
 
 #include <functional>
 
+namespace brisel
+{
+
 class MemoryRenames;
 
 /// The player finds files and folders by names of up to eight characters and a suffix. This gives
@@ -58,3 +61,5 @@ private:
     QHash<QString, int> m_nextNumbers;
     GraphicsFiles m_graphics;
 };
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -308,3 +311,5 @@ void MemoryCheck::step(const QString &name)
     m_run.setStep(++m_progress);
     emit progressValueChanged(m_progress);
 }
+
+} // namespace brisel

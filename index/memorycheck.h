@@ -11,6 +11,9 @@
 
 #include <array>
 
+namespace brisel
+{
+
 /// Checks whether the index on a memory is sound: every record points to a song that is there,
 /// every song of the memory is indexed once, orders, groups, alphabet tables and counts agree, and
 /// playlists name songs that are there. It changes nothing. See docs/formats/player-index.md, "How
@@ -67,3 +70,5 @@ private:
     int m_progress = 0;
     MemoryFindings m_findings;
 };
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "base/filereading.h"
 
+namespace brisel
+{
+
 MemoryFile::MemoryFile(const QString &path, qint64 unit, qint64 least, qint64 most)
 {
     PlainFile file;
@@ -93,3 +96,5 @@ QByteArray MemoryFile::upToZero(qsizetype pos, qsizetype width) const
     const qsizetype end = field.indexOf('\0');
     return end < 0 ? field : field.left(end);
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QByteArrayView>
 #include <QString>
 
+namespace brisel
+{
+
 /// One file of a memory, for the check of the memory. It deliberately shares no code and no
 /// constants with the writers of these files or the reader of an update, so that it finds their
 /// mistakes. Layouts: docs/formats/player-index.md.
@@ -53,3 +56,5 @@ private:
     qint64 m_size = 0;
     QByteArray m_content;
 };
+
+} // namespace brisel

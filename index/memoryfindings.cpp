@@ -1,5 +1,8 @@
 #include "index/memoryfindings.h"
 
+namespace brisel
+{
+
 void MemoryFindings::add(const QString &finding)
 {
     if (m_lines.size() >= mostFindings) {
@@ -29,3 +32,5 @@ QStringList MemoryFindings::lines() const
         all.append(tr("... e altri %n", nullptr, m_more));
     return all;
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// The findings of a check of a memory, as lines for the user.
 class MemoryFindings
 {
@@ -26,3 +29,5 @@ private:
     int m_more = 0;
     bool m_hasDamage = false;
 };
+
+} // namespace brisel

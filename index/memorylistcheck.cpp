@@ -7,6 +7,9 @@
 #include <array>
 #include <limits>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -210,3 +213,5 @@ int MemoryListCheck::count() const
         headers += m_file.isHeader(record) ? 1 : 0;
     return headers;
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QHash>
 #include <QList>
 
+namespace brisel
+{
+
 class MemoryFindings;
 
 /// Counts one step of a check. Returns false if \a run must end.
@@ -62,3 +65,5 @@ private:
     MemoryFindings &m_findings;
     Run &m_run;
 };
+
+} // namespace brisel

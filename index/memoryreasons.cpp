@@ -3,6 +3,9 @@
 #include "base/filefailure.h"
 #include "base/fileidentity.h"
 
+namespace brisel
+{
+
 Reason MemoryReason::whyNotIndexed(const QString &root, qint64 size)
 {
     if (fileKind(root) != FileKind::Folder)
@@ -10,3 +13,5 @@ Reason MemoryReason::whyNotIndexed(const QString &root, qint64 size)
     const Reason reason = whyUnwritableIn(root, size);
     return reason == FileReason::unwritable ? indexIncomplete : reason;
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "base/reason.h"
 
+namespace brisel
+{
+
 /// The reasons why work on a memory or its index failed.
 namespace MemoryReason
 {
@@ -21,3 +24,5 @@ inline constexpr Reason listFailed(
 Reason whyNotIndexed(const QString &root, qint64 size);
 
 } // namespace MemoryReason
+
+} // namespace brisel

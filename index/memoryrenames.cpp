@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 void MemoryRenames::setRoot(const QString &root, GivenNames &given)
 {
     m_root = root;
@@ -87,3 +90,5 @@ bool MemoryRenames::renameOne(const FolderHandle &folder, const QString &from, c
         m_isFlushed &= folder.flush(to) && folder.flush();
     return true;
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QSet>
 #include <QString>
 
+namespace brisel
+{
+
 class FolderHandle;
 class GivenNames;
 
@@ -43,3 +46,5 @@ private:
     bool m_isFlushed = true;   ///< false after a failed flush
     bool m_isGivenNew = false; ///< the given names have grown since the last flush
 };
+
+} // namespace brisel

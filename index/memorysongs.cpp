@@ -11,6 +11,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -121,3 +124,5 @@ void MemorySongs::add(const QString &path)
         place.sortKey = QByteArray();
     m_songs.append({path, key});
 }
+
+} // namespace brisel

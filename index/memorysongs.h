@@ -10,6 +10,9 @@
 
 #include <functional>
 
+namespace brisel
+{
+
 class Run;
 
 /// The songs on a memory, for the check of the memory: with a walk and path rules that are
@@ -61,3 +64,5 @@ private:
     QSet<QString> m_known;
     FolderWalk m_folders;
 };
+
+} // namespace brisel

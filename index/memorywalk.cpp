@@ -18,6 +18,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -266,3 +269,5 @@ void MemoryWalk::reportNoFile(const QString &path, const FolderEntry &entry)
                               path);
     }
 }
+
+} // namespace brisel

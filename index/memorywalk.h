@@ -7,6 +7,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 class IndexMonitor;
 class IndexPlaylists;
 class IndexReader;
@@ -71,3 +74,5 @@ private:
     bool m_renameFailed = false;
     QStringList m_unreadable;
 };
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 void PathTable::enter(const QList<SongInfoIndex> &songs)
 {
     for (qsizetype i = m_entries.size(); i < songs.size(); ++i)
@@ -97,3 +100,5 @@ size_t PathTable::pathHash(const SongInfoIndex &song)
                    [](char byte) { return QLatin1Char(byte); });
     return qHash(QStringView(letters.constData(), letters.size()), QHashSeed::globalSeed());
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <QHash>
 
+namespace brisel
+{
+
 /// Finds songs of a list by their path in constant time, for up to 65,535 songs, the limit of an
 /// index.
 ///
@@ -51,3 +54,5 @@ private:
     qsizetype m_keyed = 0;                ///< the songs in m_byKey: only playlists need keys
     QHash<QByteArray, qsizetype> m_byKey; ///< \c several if songs have the same sort key
 };
+
+} // namespace brisel

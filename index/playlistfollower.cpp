@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -342,3 +345,5 @@ QByteArray PlaylistFollower::newPaths(const Files &files, const Plan &plan) cons
     }
     return paths;
 }
+
+} // namespace brisel

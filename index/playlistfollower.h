@@ -10,6 +10,9 @@
 #include <functional>
 #include <optional>
 
+namespace brisel
+{
+
 class IndexReader;
 
 /// Changes playlists so that they name the same songs in a new index as in the old one: see
@@ -93,3 +96,5 @@ private:
     QHash<QByteArray, QList<qsizetype>> m_byTitle; ///< filled on first use
     std::optional<QSet<qsizetype>> m_named;        ///< by the path file of the current playlist
 };
+
+} // namespace brisel

@@ -14,6 +14,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -219,3 +222,5 @@ QStringList Playlists::stage(IndexSet &set, const QList<qint16> &numbers,
     }
     return left;
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 class IndexReader;
 class IndexSet;
 
@@ -61,3 +64,5 @@ QString pathsFileName(qint16 number);
                                 PlaylistFollower &follower, PlaylistFollower::Way way);
 
 } // namespace Playlists
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 
 #include <QFileInfo>
 
+namespace brisel
+{
+
 RunMemory::RunMemory(IndexMonitor &monitor, const QString &root)
     : m_monitor(monitor), m_root(root), m_identity(root)
 {
@@ -44,3 +47,5 @@ void RunMemory::moveFolderAside(const QString &path)
         m_monitor.reportNotice(tr("Cartella rinominata, il suo nome serve all'indice: ") +
                                entry.filePath() + QStringLiteral(" -> ") + newName);
 }
+
+} // namespace brisel

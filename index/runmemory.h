@@ -6,6 +6,9 @@
 
 #include <QCoreApplication>
 
+namespace brisel
+{
+
 class IndexMonitor;
 
 /// The memory of a run: whether it is still mounted, and the names that its files get.
@@ -51,3 +54,5 @@ private:
     GivenNames m_names;
     MemoryRenames m_renames;
 };
+
+} // namespace brisel

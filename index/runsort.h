@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 /// Sorts \a list, most of which is in order already, by merging its ordered runs: n - 1 comparisons
 /// when it is sorted, as many as any sort otherwise. Not a stable sort.
 template <typename Element, typename Less>
@@ -33,3 +36,5 @@ void sortRuns(QList<Element> &list, Less less)
         ends = merged;
     }
 }
+
+} // namespace brisel

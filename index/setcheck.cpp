@@ -7,6 +7,9 @@
 
 #include <cstring>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -240,3 +243,5 @@ void SetCheck::doubt(const Walk &walk, qsizetype first, qsizetype end)
             m_unsure[position] = true;
     }
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <QList>
 
+namespace brisel
+{
+
 class IdTable;
 
 /// Whether the files of an index set agree with each other. A card that was pulled, or repaired by
@@ -48,3 +51,5 @@ private:
     /// The offsets of the headers of the songs' groups in "artist.id2" and "genre.id2".
     std::array<QList<qsizetype>, SetFiles::Lists> m_headerAt;
 };
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -59,3 +62,5 @@ bool SetFiles::read(const IndexSet &set)
     }
     return true;
 }
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <array>
 #include <cstddef>
 
+namespace brisel
+{
+
 class IndexSet;
 
 /// The contents of the fifteen files of an index set as they lie on the memory: see
@@ -31,3 +34,5 @@ struct SetFiles {
     QByteArray counts; ///< "fsinfos.id2"
     std::array<List, Lists> lists;
 };
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include "index/indexmonitor.h"
 #include "index/indexset.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -125,3 +128,5 @@ IndexWriters::ListFile SetWriter::stageList(const QString &fileName, IndexWriter
         list.count = writingFailed;
     return list;
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "index/indexwriters.h"
 
+namespace brisel
+{
+
 class IndexMonitor;
 class IndexSet;
 
@@ -53,3 +56,5 @@ private:
     QByteArray m_records; ///< the song records of all songs, by position
     qint64 m_size = 0;
 };
+
+} // namespace brisel

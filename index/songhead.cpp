@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -255,3 +258,5 @@ bool SongHead::parse(const QByteArray &prefix, SongInfoIndex &song)
         *text = trimmedSongText(stringToUpper(*text));
     return true;
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 class SongInfoIndex;
 
 /// What the player's index says of a song is read from the song's first bytes, by rules that are
@@ -24,3 +27,5 @@ constexpr int prefixSize = 3072;
 bool parse(const QByteArray &prefix, SongInfoIndex &song);
 
 } // namespace SongHead
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <ctime>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -152,3 +155,5 @@ bool compareGenre(const SongInfoIndex &a, const SongInfoIndex &b)
     const int order = compareTexts(a.genre, b.genre);
     return order != 0 ? order < 0 : compareTitle(a, b);
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QList>
 #include <QString>
 
+namespace brisel
+{
+
 /// The sort orders of a song list.
 enum SORT_MODE {
     SortByTitle = 0,
@@ -52,7 +55,6 @@ public:
     bool isMet = false;    ///< in the walk of this run
     bool isUnsure = false; ///< the old index is not reliable about the song
 };
-Q_DECLARE_TYPEINFO(SongInfoIndex, Q_RELOCATABLE_TYPE);
 
 /// \a text upper-cased by the rules of Unicode; nothing else changes.
 QString stringToUpper(const QString &text);
@@ -79,3 +81,7 @@ bool compareById(const SongInfoIndex &a, const SongInfoIndex &b);
 bool compareTitle(const SongInfoIndex &a, const SongInfoIndex &b);
 bool compareArtist(const SongInfoIndex &a, const SongInfoIndex &b);
 bool compareGenre(const SongInfoIndex &a, const SongInfoIndex &b);
+
+} // namespace brisel
+
+Q_DECLARE_TYPEINFO(brisel::SongInfoIndex, Q_RELOCATABLE_TYPE);

@@ -9,6 +9,9 @@
 #include <numeric>
 #include <vector>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -123,3 +126,5 @@ SongOrder SongOrders::mp3Only(const QList<SongInfoIndex> &songs, const SongOrder
                  [&songs](qsizetype i) { return songs.at(i).type == SongInfoIndex::Mp3; });
     return mp3s;
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "index/songinfoindex.h"
 
+namespace brisel
+{
+
 /// Positions in a list of songs.
 using SongOrder = QList<qsizetype>;
 
@@ -32,3 +35,5 @@ Groups byGroup(const QList<SongInfoIndex> &songs, const SongOrder &byTitle,
 SongOrder mp3Only(const QList<SongInfoIndex> &songs, const SongOrder &order);
 
 } // namespace SongOrders
+
+} // namespace brisel

@@ -12,6 +12,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -90,3 +93,5 @@ void SongRefresh::reportUnreadSong(const SongInfoIndex &song, bool isNew)
                                : tr("File non leggibile, la song resta indicizzata com'era: ")) +
                           song.absolutePath);
 }
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QCoreApplication>
 
+namespace brisel
+{
+
 class IndexMonitor;
 class RunMemory;
 class SongRoll;
@@ -36,3 +39,5 @@ private:
     const quint32 m_lastId;
     QByteArray m_prefix; ///< of the song that is read; a member to reuse the buffer
 };
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 bool SongRoll::meet(const QString &full, const QString &path)
 {
     // Songs are usually met in the order in which they were added.
@@ -139,3 +142,5 @@ qsizetype SongRoll::findBytes(const QByteArray &bytes)
     m_paths.enter(m_songs);
     return m_paths.findBytes(m_songs, bytes);
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QList>
 #include <QString>
 
+namespace brisel
+{
+
 class IndexReader;
 
 /// The songs of an index during a run: first those of the old index, then the new ones of the walk.
@@ -60,3 +63,5 @@ private:
     quint32 m_nextId = 0;
     bool m_isModified = false;
 };
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 
 #include <QTextStream>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -94,3 +97,5 @@ std::optional<QByteArray> Index::listText(const QList<SongInfoIndex> &songs, con
     lines.flush();
     return list;
 }
+
+} // namespace brisel

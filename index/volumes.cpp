@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -120,3 +123,5 @@ QString volumesStartFolder()
     }
     return QStringLiteral("/");
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// The mount folders of memories, and the part of a path that is the memory.
 ///
 /// A memory is a folder directly below a mount folder: "/Volumes" on every system, on Linux also
@@ -29,3 +32,5 @@ QString getRootDrivePath(const QString &path);
 
 /// The start folder of dialogs that ask for a memory: the first mount folder that exists, or "/".
 QString volumesStartFolder();
+
+} // namespace brisel

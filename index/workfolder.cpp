@@ -17,6 +17,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -186,3 +189,5 @@ bool WorkFolder::clear(const QStringList &kept)
     }
     return flushFolder(m_root);
 }
+
+} // namespace brisel

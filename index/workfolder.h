@@ -4,6 +4,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// The folder ".brisel2pc" in the root of a memory, in which a run keeps what must outlive a cut.
 /// Others can write there between two runs: links in place of the folder or of its files are never
 /// followed, and files are always created, never opened for writing.
@@ -46,3 +49,5 @@ private:
 
     QString m_root;
 };
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 QString backupFolderName(const QDateTime &time)
 {
     return QStringLiteral("backup_kordia_") + time.toString(QStringLiteral("yyyy_MM_dd_hh-mm-ss"));
@@ -51,3 +54,5 @@ Backup::Outcome Backup::run(Run &run)
         return Outcome::Ended;
     return isDone ? Outcome::Done : Outcome::Failed;
 }
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 
 class QDateTime;
 
+namespace brisel
+{
+
 /// The folder that a backup of the picked files goes to: "backup_kordia_2011_03_07_18-05-09".
 QString backupFolderName(const QDateTime &time);
 
@@ -37,3 +40,5 @@ private:
     const QStringList m_files;
     const QString m_chosen;
 };
+
+} // namespace brisel

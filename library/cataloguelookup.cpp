@@ -4,6 +4,9 @@
 
 #include <QRegularExpression>
 
+namespace brisel
+{
+
 QString catalogueKey(const QString &name)
 {
     static const QRegularExpression extension(QStringLiteral("\\.[\\w\\p{M}]{3}\\z"),
@@ -42,3 +45,5 @@ SongInfo mergedWithCatalogue(const SongInfo &info, const SongsDbRecord &record)
     merged.markers = record.markers;
     return merged;
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 class Database;
 class SongInfo;
 
@@ -35,3 +38,5 @@ struct CatalogueHit {
 
 /// \a info with the song's data replaced by those of \a record. What concerns the file stays.
 SongInfo mergedWithCatalogue(const SongInfo &info, const SongsDbRecord &record);
+
+} // namespace brisel

@@ -14,6 +14,9 @@
 #include <limits>
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -360,3 +363,5 @@ QString FileCopier::companionOf(const QString &song)
     }
     return found;
 }
+
+} // namespace brisel

@@ -13,6 +13,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// Copies picked song files flat into one folder, with the question before a file is replaced and
 /// the karaoke graphics of MP3s. Serves the transfer to the memory and the backup.
 class FileCopier
@@ -95,3 +98,5 @@ private:
     int m_copied = 0;
     int m_errors = 0;
 };
+
+} // namespace brisel

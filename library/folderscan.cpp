@@ -9,6 +9,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -80,3 +83,5 @@ int FolderScan::filesCount(const QString &folder)
     });
     return count;
 }
+
+} // namespace brisel

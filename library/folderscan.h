@@ -7,6 +7,9 @@
 
 #include <functional>
 
+namespace brisel
+{
+
 /// Adds every song file below a folder to the library. Each folder is visited once, whatever links
 /// lead to it; what is neither a folder nor a plain file is passed over.
 class FolderScan
@@ -35,3 +38,5 @@ private:
     SongRows m_songs;
     FolderWalk m_walk;
 };
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 FolderTreeBackup::FolderTreeBackup(QString source, QString dest, int count)
     : m_source(std::move(source)), m_dest(std::move(dest)), m_count(count)
 {
@@ -62,3 +65,5 @@ bool FolderTreeBackup::copySubFolder(Run &run, const QString &source, const QStr
     run.setStep(m_count);
     return complete;
 }
+
+} // namespace brisel

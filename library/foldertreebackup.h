@@ -4,6 +4,9 @@
 
 #include <QString>
 
+namespace brisel
+{
+
 class Run;
 
 /// Copies a folder with everything below it. Entries go in name order, hidden ones too; only plain
@@ -31,3 +34,5 @@ private:
     int m_count;
     FolderWalk m_walk; ///< has entered the destination, too
 };
+
+} // namespace brisel

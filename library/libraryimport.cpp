@@ -8,6 +8,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 SongRows::SongRows(UserSongsRelTableModel &model, const SongCounts &counts)
     : m_model(model), m_counts(counts)
 {
@@ -77,3 +80,5 @@ void LibraryImport::readFiles(Run &run)
     // New rows stand at the end: a sort that the user chose before holds for them too.
     m_model.sortAgain();
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+namespace brisel
+{
+
 class Database;
 class UserSongsRelTableModel;
 
@@ -71,3 +74,5 @@ private:
     const QStringList m_files;
     SongRows m_songs;
 };
+
+} // namespace brisel

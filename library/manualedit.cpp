@@ -10,6 +10,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 std::optional<SongFile> ManualEdit::open(Run &run, UserSongsRelTableModel &model, int row)
 {
     const QString path = model.fileName(row);
@@ -144,3 +147,5 @@ void ManualEdit::finishSong(Run &run, const QString &path, int row, WhyNot whyNo
         m_model.updateRow(row, held.info);
     m_model.setStatus(row, Database::Edited);
 }
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 class UserSongsRelTableModel;
 
 /// Writes what the user corrected by hand into song files, and into the rows that show them.
@@ -72,3 +75,5 @@ private:
     FileLot m_lot;
     QList<Staged> m_staged; ///< the songs in the lot
 };
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include "index/memoryreasons.h"
 #include "index/volumes.h"
 
+namespace brisel
+{
+
 QString PulledMemories::pulledFrom(const QString &path)
 {
     const QString root = getRootDrivePath(path);
@@ -23,3 +26,5 @@ void PulledMemories::note(RunReport &report, RunReport::Step step, const QString
     else
         report.addShared(step, memory, MemoryReason::gone);
 }
+
+} // namespace brisel

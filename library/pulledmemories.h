@@ -6,6 +6,9 @@
 #include <QHash>
 #include <QString>
 
+namespace brisel
+{
+
 /// The memories that a run works with, by the paths of its files, and which of them were pulled
 /// since: such a memory is reported once, and no other file on it is tried.
 class PulledMemories
@@ -22,3 +25,5 @@ public:
 private:
     QHash<QString, MemoryIdentity> m_memories;
 };
+
+} // namespace brisel

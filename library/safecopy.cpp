@@ -13,6 +13,9 @@
 #include <memory>
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -94,3 +97,5 @@ CopyResult copyIntoLot(FileLot &lot, const QString &source, const QString &desti
     lot.add(std::move(out));
     return CopyResult::Done;
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <QString>
 
+namespace brisel
+{
+
 class FileLot;
 
 /// Copies of files that are either complete or not made at all.
@@ -29,3 +32,5 @@ bool mustDeleteFirst(qint64 freeSize, qint64 oldSize, qint64 newSize);
 /// no room for it.
 [[nodiscard]] CopyResult copyIntoLot(FileLot &lot, const QString &source,
                                      const QString &destination, bool mayReplace);
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 
 #include <QFile>
 
+namespace brisel
+{
+
 static bool logged(bool isDone)
 {
     debug() << (isDone ? "Ok" : "Error!");
@@ -32,3 +35,5 @@ bool saveMarkedCopy(const QString &path, const QString &text, unsigned short bar
     debug() << "Saving to file: " << copy;
     return file.song.saveToFile(copy) && isMarked;
 }
+
+} // namespace brisel

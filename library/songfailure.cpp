@@ -8,6 +8,9 @@
 
 #include <limits>
 
+namespace brisel
+{
+
 Reason whyNoSong(const MetaSong &song, const QString &path)
 {
     if (song.trouble() == MetaSong::Trouble::CutShort && isRegularFile(path))
@@ -36,3 +39,5 @@ Reason whyNotPlaced(const QString &path)
     // The new content is written beside the old one, and is about as long.
     return whyUnwritable(path, QFileInfo(path).size());
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "base/reason.h"
 
+namespace brisel
+{
+
 class MetaSong;
 
 namespace SongReason
@@ -22,3 +25,5 @@ Reason whyNotSaved(const MetaSong &song, const QString &path);
 
 /// Why the song at \a path did not get the new content that was ready for it.
 Reason whyNotPlaced(const QString &path);
+
+} // namespace brisel

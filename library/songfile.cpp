@@ -2,6 +2,9 @@
 
 #include "library/songfailure.h"
 
+namespace brisel
+{
+
 SongFile::SongFile(const QString &filePath) : path(filePath)
 {
     open();
@@ -24,3 +27,5 @@ void SongFile::open()
     if (isOpen)
         song.getSongInfo(info);
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <QString>
 
+namespace brisel
+{
+
 /// A song file that was opened, or was to be opened, and the record that it holds.
 struct SongFile {
     /// Opens the file at \a path.
@@ -24,3 +27,5 @@ struct SongFile {
 private:
     void open();
 };
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 QString songNamePatterns()
 {
     QStringList patterns;
@@ -61,3 +64,5 @@ bool SongPicker::pick(Run &run, const QString &file)
     run.processEvents();
     return run.mayGoOn();
 }
+
+} // namespace brisel

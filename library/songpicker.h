@@ -8,6 +8,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// The names that song files have, as a file dialog's filter takes them.
 QString songNamePatterns();
 
@@ -42,3 +45,5 @@ private:
     QSet<QString> m_known; ///< paths of the songs
     FolderWalk m_walk;
 };
+
+} // namespace brisel

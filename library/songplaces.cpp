@@ -12,6 +12,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 void SongPlaces::begin(const QString &root)
 {
     *this = SongPlaces();
@@ -103,3 +106,5 @@ void SongPlaces::remember()
         m_names.add(song.folder, song.name, song.shortName);
     m_found.clear();
 }
+
+} // namespace brisel

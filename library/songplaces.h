@@ -6,6 +6,9 @@
 #include <QSet>
 #include <QStringList>
 
+namespace brisel
+{
+
 class Run;
 
 /// Where the songs of a transfer belong: in files of their own names, or, when they were sent
@@ -45,3 +48,5 @@ private:
     QSet<QString> m_taken;                    ///< candidates that are songs of this run
     QList<Found> m_found;
 };
+
+} // namespace brisel

@@ -13,6 +13,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 Synchroniser::Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher)
     : m_model(model), m_catalogue(catalogue), m_askPublisher(askPublisher)
 {
@@ -188,3 +191,5 @@ bool Synchroniser::mayChange(Run &run, const QString &fileName)
         finishLot(run);
     return run.ask(Run::Question::ChangeUnpublished, fileName);
 }
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 class Database;
 class UserSongsRelTableModel;
 struct SongFile;
@@ -71,3 +74,5 @@ private:
     FileLot m_lot;
     QList<int> m_staged; ///< the rows of the songs in the lot
 };
+
+} // namespace brisel

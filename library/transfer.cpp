@@ -16,6 +16,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 static bool isReserved(const QString &folderName)
 {
     for (const QString &reserved :
@@ -108,3 +111,5 @@ bool Transfer::updateIndex(Run &run, const QString &path)
     run.end();
     return isComplete;
 }
+
+} // namespace brisel

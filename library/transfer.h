@@ -6,6 +6,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// Copies the picked files to the player's memory and brings the memory's index up to date. Both
 /// are one: no other program works on the memory in between.
 class Transfer
@@ -51,3 +54,5 @@ private:
     const QString m_chosen;
     QString m_shortage;
 };
+
+} // namespace brisel

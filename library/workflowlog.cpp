@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 void logBanner(const char *name)
 {
     const QByteArray rule(44, '=');
@@ -19,3 +22,5 @@ void logSongEnd()
     debug() << rule.constData();
     debug() << "";
 }
+
+} // namespace brisel

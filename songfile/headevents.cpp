@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -113,3 +116,5 @@ void HeadEventSearch::markWhole(QList<HeadEvent> &events) const
                         event.data <= event.end;
     }
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QByteArray>
 #include <QList>
 
+namespace brisel
+{
+
 /// A kind of meta-event.
 struct MetaKind {
     static constexpr int anySubType = -1;
@@ -47,3 +50,5 @@ private:
     qsizetype m_start;
     qsizetype m_end;
 };
+
+} // namespace brisel

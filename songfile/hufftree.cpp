@@ -4,6 +4,9 @@
 #include <bit>
 #include <cstring>
 
+namespace brisel
+{
+
 void HuffTree::start()
 {
     for (int symbol = 0; symbol < symbolCount; ++symbol) {
@@ -184,3 +187,5 @@ HuffTree::Code HuffTree::encode(int symbol)
     count(symbol);
     return code;
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <array>
 
+namespace brisel
+{
+
 /// The adaptive Huffman tree of a compressed container's literals and match lengths: each coded
 /// symbol counts, so that frequent ones get shorter codes. See docs/formats/codec.md.
 ///
@@ -67,3 +70,5 @@ private:
     std::array<Jump, 1 << jumpBits> m_jumps{};
     int m_jumpedFrom = treeSize; ///< the first node that a jump skips; treeSize in encode()
 };
+
+} // namespace brisel

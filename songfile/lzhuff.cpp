@@ -9,6 +9,9 @@
 #include <cstring>
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -246,3 +249,5 @@ void LzHuff::encode()
     }
     encodeEnd();
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 /// The codec of the MIDI data inside a compressed song container: LZSS matches over a ring of
 /// 4096 bytes, literals and match lengths coded by an adaptive Huffman tree, the upper bits of a
 /// match position by a fixed prefix code. See docs/formats/codec.md.
@@ -51,3 +54,5 @@ private:
     HuffTree m_tree;
     std::unique_ptr<MatchFinder> m_matches; ///< made on first use: expand() does not need it
 };
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 #include <numeric>
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -326,3 +329,5 @@ void MatchFinder::deleteNode(int place)
     }
     m_dad[node] = noNode;
 }
+
+} // namespace brisel

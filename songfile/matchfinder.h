@@ -5,6 +5,9 @@
 #include <array>
 #include <vector>
 
+namespace brisel
+{
+
 /// Finds the same matches of a text as the search trees of the format's encoder: an unbalanced tree
 /// for each first byte has the strings of the last 4067 positions, and the match is the nearest
 /// among the longest on a new string's path from the root. See docs/formats/codec.md, "Choosing
@@ -98,3 +101,5 @@ private:
     std::array<quint64, rankWords> m_ranks{}; ///< one bit for each rank: is it in the trees?
     std::array<quint64, rankWords / wordBits + 1> m_rankWords{}; ///< a bit for each word not 0
 };
+
+} // namespace brisel

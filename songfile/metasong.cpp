@@ -13,6 +13,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -361,3 +364,5 @@ int MetaSong::dbgAddMarker(const QString &text, unsigned short bar)
     debug() << "";
     return inserted;
 }
+
+} // namespace brisel

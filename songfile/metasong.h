@@ -11,6 +11,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 class PlainFile;
 
 /// A song file of any format: the program reads and writes all songs with this class. Used for one
@@ -101,3 +104,5 @@ private:
     QList<Change> m_changes; ///< since it was read; applied again if the file has changed
     Trouble m_trouble = Trouble::None;
 };
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QMap>
 
+namespace brisel
+{
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -60,3 +63,5 @@ QStringList MidiKeys::names()
 {
     return valueToKey().values();
 }
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// The names of the key signatures of a MIDI file. A value is sharps (as an unsigned byte, flats
 /// being negative) times 256, plus 1 for minor. A "-" after a name marks minor.
 namespace MidiKeys
@@ -20,3 +23,5 @@ QString nameOf(quint16 value);
 QStringList names();
 
 } // namespace MidiKeys
+
+} // namespace brisel

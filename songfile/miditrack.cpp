@@ -1,5 +1,8 @@
 #include "songfile/miditrack.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -88,3 +91,5 @@ bool MidiTrackWalk::readEvent(MidiEvent &event)
     event.end = m_pos;
     return true;
 }
+
+} // namespace brisel

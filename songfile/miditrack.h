@@ -2,6 +2,9 @@
 
 #include <QByteArrayView>
 
+namespace brisel
+{
+
 /// An event of a track. Positions are offsets in the walked bytes. See
 /// docs/formats/midi-meta-events.md.
 struct MidiEvent {
@@ -43,3 +46,5 @@ private:
     MidiEvent m_event;
     bool m_hasFailed = false;
 };
+
+} // namespace brisel

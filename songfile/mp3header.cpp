@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <limits>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -368,3 +371,5 @@ void Mp3Header::setBriselEditParam()
 {
     insertFrame(editId, QByteArray(4, '\0'), m_frames.framesStart());
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// The ID3v2 tag of an MP3, without the audio, edited in place: see docs/formats/id3.md. The tag
 /// keeps its version; a changed one is written in its plain form. Without a loaded tag every getter
 /// is empty or 0 and the setters do nothing.
@@ -105,3 +108,5 @@ private:
     qsizetype m_loadedFrames = 0;  ///< the end of the frames when the tag was loaded
     qsizetype m_loadedPadding = 0; ///< bytes
 };
+
+} // namespace brisel

@@ -13,6 +13,9 @@
 #include <memory>
 #include <utility>
 
+namespace brisel
+{
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -141,3 +144,5 @@ WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &t
         logNoCopy();
     return placed;
 }
+
+} // namespace brisel

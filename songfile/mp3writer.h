@@ -6,6 +6,9 @@
 #include <QByteArray>
 #include <QString>
 
+namespace brisel
+{
+
 /// Replaces the bytes before \a audioStart of the MP3 at \a path by the tag \a tag. \a song is the
 /// opened MP3, and gets closed. The new song is written to a temporary file, flushed, and renamed
 /// over the old one; everything that replaceFile() keeps is kept. A song with several names (hard
@@ -18,3 +21,5 @@
 /// file. With a \a lot the new song is Staged for its commit() if possible.
 [[nodiscard]] WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &tag,
                                      qint64 audioStart, FileLot *lot = nullptr);
+
+} // namespace brisel

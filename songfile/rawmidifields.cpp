@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -185,7 +188,7 @@ QString RawMidiFile::key() const
 
 QList<Marker> RawMidiFile::markersList() const
 {
-    QList<::Marker> list;
+    QList<brisel::Marker> list;
     extractMarkersList(list);
     return list;
 }
@@ -277,11 +280,11 @@ void RawMidiFile::setKey(const QString &name)
         insertAtHead(standardEvent(*data, keyMeta));
 }
 
-void RawMidiFile::setMarkersList(const QList<::Marker> &list)
+void RawMidiFile::setMarkersList(const QList<brisel::Marker> &list)
 {
     removeHeadMetaevent(Author, false);
     QByteArray events;
-    for (const ::Marker &marker : list)
+    for (const brisel::Marker &marker : list)
         events += markerEvent(marker.text, static_cast<quint16>(marker.bar));
     insertAtHead(events);
 }
@@ -345,3 +348,5 @@ QStringList RawMidiFile::getKeysList()
 {
     return MidiKeys::names();
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <limits>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -195,7 +198,7 @@ unsigned RawMidiFile::insertAtHead(const QByteArray &events)
     return inserted;
 }
 
-int RawMidiFile::extractMarkersList(QList<::Marker> &list) const
+int RawMidiFile::extractMarkersList(QList<brisel::Marker> &list) const
 {
     list.clear();
     const int first = firstEvents().kordia[Marker];
@@ -214,3 +217,5 @@ int RawMidiFile::extractMarkersList(QList<::Marker> &list) const
     }
     return first;
 }
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 #include <array>
 #include <optional>
 
+namespace brisel
+{
+
 /// A Standard MIDI File of format 0 or 1 and the song data in it: see
 /// docs/formats/midi-meta-events.md. Events are read by searching for their bytes, so
 /// bytes that happen to look like an event are mistaken for one. Events to be removed are found by
@@ -71,7 +74,7 @@ public:
     int dbgInsertMarker(const QString &text, unsigned short bar);
 
     /// Read all markers in file order. Return the position of the first; -1 if there is no marker.
-    int extractMarkersList(QList<::Marker> &list) const;
+    int extractMarkersList(QList<brisel::Marker> &list) const;
     /// Reads the key's name, which is empty for an unknown signature. Returns its position; -1 if
     /// there is no key.
     int extractKey(QString &key) const;
@@ -83,7 +86,7 @@ public:
     int length() const;  ///< seconds; 0 if missing, negative or not a number
     int userBpm() const; ///< beats per minute; 0 if missing, negative or not a number
     QString key() const;
-    QList<::Marker> markersList() const;
+    QList<brisel::Marker> markersList() const;
     bool isKordia() const; ///< by the copyright text
 
     /// True if the event exists, with any content.
@@ -107,7 +110,7 @@ public:
     void setKey(const QString &name);
     /// Inserts the markers in order. Removes the author and keeps old markers: it is meant for
     /// songs without markers, and has always been like this.
-    void setMarkersList(const QList<::Marker> &list);
+    void setMarkersList(const QList<brisel::Marker> &list);
 
     /// The number of bytes scanned by getters since loadData(): until the song is changed, one pass
     /// for all getters and another one for the markers.
@@ -161,3 +164,5 @@ private:
     int m_trackSizePos = 4;
     SongInfo::fileTypeEnum m_fileType = SongInfo::Unknown;
 };
+
+} // namespace brisel

@@ -14,6 +14,9 @@
 #include <QProcess>
 #endif
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -70,3 +73,5 @@ void makeWritable(const QString &path)
     if (isRegularFile(path))
         QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteUser);
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -170,3 +173,5 @@ int SongData::addMarker(const QString &text, unsigned short bar)
 {
     return m_midiFile.dbgInsertMarker(text, bar);
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 /// The content of a song file of any format in memory: read from bytes, changed by the rules of a
 /// synchronisation or of an edit by hand, and written to bytes.
 class SongData
@@ -63,3 +66,5 @@ private:
     RawMidiFile m_midiFile;
     SongInfo::fileTypeEnum m_fileType = SongInfo::Unknown;
 };
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "base/debugstream.h"
 
+namespace brisel
+{
+
 void SongInfo::clear()
 {
     *this = SongInfo();
@@ -35,3 +38,5 @@ void SongInfo::dbgDump() const
             << QStringLiteral("0x%1").arg(static_cast<int>(zbxFlags), 2, 16, QChar(u'0'));
     debug() << "Dump END ----------------------------------------------------";
 }
+
+} // namespace brisel

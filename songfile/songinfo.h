@@ -3,6 +3,9 @@
 #include <QList>
 #include <QString>
 
+namespace brisel
+{
+
 /// One entry of a song's marker list: a text that the player shows at a bar.
 class Marker
 {
@@ -47,3 +50,5 @@ public:
     QString zbxLongName;   ///< long name in a container's header
     qint8 zbxFlags = 0;    ///< flags byte of a container's header
 };
+
+} // namespace brisel

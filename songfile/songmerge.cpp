@@ -2,6 +2,9 @@
 
 #include "songfile/songdata.h"
 
+namespace brisel
+{
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -143,3 +146,5 @@ void SongData::setMp3Tag(const SongInfo &info, bool manual)
     if (!m_mp3Header.hasBriselEditParam())
         m_mp3Header.setBriselEditParam();
 }
+
+} // namespace brisel

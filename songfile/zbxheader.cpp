@@ -3,6 +3,9 @@
 #include "base/bytes.h"
 #include "base/songtext.h"
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -205,3 +208,5 @@ bool ZbxHeader::wouldLose(Field field, const SongInfo &info) const
     }
     return false;
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 /// The header of a compressed song container, edited in place: see docs/formats/container.md.
 /// Unknown bytes are kept. Without a loaded header every getter is empty or 0
 /// and the setters do nothing.
@@ -68,3 +71,5 @@ private:
     QByteArray m_header;
     SongInfo::fileTypeEnum m_fileType = SongInfo::Unknown;
 };
+
+} // namespace brisel

@@ -11,6 +11,9 @@
 #include <QProgressDialog>
 #include <QTest>
 
+namespace brisel
+{
+
 DialogScript::DialogScript(QObject *parent)
     : QObject(parent), m_outer(QApplication::activeModalWidget())
 {
@@ -147,3 +150,5 @@ void DialogScript::chooseFiles(QFileDialog *dialog, const QStringList &paths)
             QTest::mouseClick(button, Qt::LeftButton);
     }
 }
+
+} // namespace brisel

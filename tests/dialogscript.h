@@ -14,6 +14,9 @@ class QFileDialog;
 class QMenu;
 class QWidget;
 
+namespace brisel
+{
+
 /// Answers the modal dialogs and menus of the real program in the order in which a test expects
 /// them, from inside their event loops, by the clicks and keys of a user.
 /// No test hangs: an unexpected dialog or menu, a dialog of another class, and one that its step
@@ -84,3 +87,5 @@ private:
     QPointer<QWidget> m_outer;
     QPointer<QWidget> m_answered;
 };
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <QProgressDialog>
 #include <QTest>
 
+namespace brisel
+{
+
 FailureWatch::FailureWatch(QObject *parent) : QObject(parent)
 {
     connect(&m_timer, &QTimer::timeout, this, &FailureWatch::look);
@@ -26,3 +29,5 @@ void FailureWatch::look()
         window->close();
     emit failed();
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QObject>
 #include <QTimer>
 
+namespace brisel
+{
+
 /// Closes modal dialogs and menus as soon as a check of the running test case fails.
 /// A failing check returns from its own function only. In a step that should answer a dialog or a
 /// menu it leaves the dialog's event loop running, and the case would wait forever. A watch ends
@@ -24,3 +27,5 @@ private:
     // A separate timer: a timer does not fire while its own slot runs a dialog.
     QTimer m_timer;
 };
+
+} // namespace brisel

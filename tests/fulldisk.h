@@ -4,6 +4,9 @@
 
 #include <sys/resource.h>
 
+namespace brisel
+{
+
 /// While it exists no file can grow beyond a number of bytes, as on a full disk.
 class FullDisk
 {
@@ -22,3 +25,5 @@ public:
 private:
     rlimit m_old{};
 };
+
+} // namespace brisel

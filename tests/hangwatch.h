@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+namespace brisel
+{
+
 /// Ends a test that still runs after a minute by a signal.
 class HangWatch
 {
@@ -11,3 +14,5 @@ public:
     HangWatch(const HangWatch &) = delete;
     HangWatch &operator=(const HangWatch &) = delete;
 };
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 namespace LiteralBytes
 {
 
@@ -13,3 +16,5 @@ QByteArray bytes(const char (&literal)[size])
 }
 
 } // namespace LiteralBytes
+
+} // namespace brisel

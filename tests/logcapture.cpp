@@ -2,6 +2,9 @@
 
 #include "base/debugstream.h"
 
+namespace brisel
+{
+
 LogCapture *LogCapture::s_current = nullptr;
 
 LogCapture::LogCapture()
@@ -27,3 +30,5 @@ void LogCapture::receive(QtMsgType type, const QMessageLogContext &context, cons
     else if (s_current->m_previous != nullptr)
         s_current->m_previous(type, context, message);
 }
+
+} // namespace brisel

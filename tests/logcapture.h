@@ -3,6 +3,9 @@
 #include <QStringList>
 #include <QtGlobal>
 
+namespace brisel
+{
+
 /// Collects every message of the program's own category while it exists, also with the log switched
 /// off. Only one may exist at a time.
 class LogCapture
@@ -26,3 +29,5 @@ private:
     bool m_wasHeard; ///< whether the program builds its messages
     QStringList m_messages;
 };
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QList>
 #include <QtEndian>
 
+namespace brisel
+{
+
 /// Standard MIDI Files written out by hand, without the program's own writers.
 namespace MidiBytes
 {
@@ -42,3 +45,5 @@ inline QByteArray file(const QList<QByteArray> &tracks, int format = 0)
 }
 
 } // namespace MidiBytes
+
+} // namespace brisel

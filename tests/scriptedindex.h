@@ -7,6 +7,9 @@
 #include <functional>
 #include <utility>
 
+namespace brisel
+{
+
 /// Answers about a file as the four-way dialog does: 0 yes, 1 yes to all, 2 no, 3 no to all.
 using AnswerFunction = std::function<int(const QString &path, const QString &message)>;
 
@@ -54,3 +57,5 @@ public:
 
     qint64 pulses() const { return m_ownRun.pulses; }
 };
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 
 #include <functional>
 
+namespace brisel
+{
+
 /// A run that remembers what it was shown and asked, gives the answers of a script, and is
 /// interrupted when a test says so.
 class ScriptedRun : public Run
@@ -50,3 +53,5 @@ protected:
         return answers.isEmpty() ? Answer::No : answers.takeFirst();
     }
 };
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <sched.h>
 #include <sys/mount.h>
 
+namespace brisel
+{
+
 /// A real file system of a few pages, mounted on a folder and visible only to this process and its
 /// children. Only root may mount it: check isMounted().
 class SmallDisk
@@ -46,3 +49,5 @@ private:
     QByteArray m_folder;
     bool m_mounted = false;
 };
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+namespace brisel
+{
+
 /// Makes the file \a path with \a content, and its parent folders.
 inline void makeFile(const QString &path, const QByteArray &content)
 {
@@ -19,3 +22,5 @@ inline QByteArray fileContent(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <filesystem>
 
+namespace brisel
+{
+
 /// Removes \a folder with all of its content, including names that are invalid UTF-8, which QDir
 /// can't list, and folders without permissions.
 static void removeAll(const QTemporaryDir &folder)
@@ -47,3 +50,5 @@ TestHome::~TestHome()
     removeAll(m_folder);
     removeAll(m_temporary);
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QTemporaryDir>
 
+namespace brisel
+{
+
 /// Gives a test program its own home: HOME, the XDG folders and the working folder are in a
 /// temporary folder, so the user's settings, logs and catalogues are neither read nor written. The
 /// destructor also removes everything that the test and its child processes left in TMPDIR.
@@ -23,3 +26,5 @@ private:
     QTemporaryDir m_folder;
     QTemporaryDir m_temporary;
 };
+
+} // namespace brisel

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <map>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -4,6 +4,9 @@
 
 #include <QTest>
 
+namespace brisel
+{
+
 /// One test class of a program with several. The program runs the class that its first argument
 /// names and passes the other arguments to Qt Test; see testprogram.cpp.
 class TestRegistration
@@ -22,3 +25,5 @@ public:
         TestClass test;                                                                            \
         return QTest::qExec(&test, argc, argv);                                                    \
     });
+
+} // namespace brisel

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -10,6 +10,9 @@
 #include <array>
 #include <utility>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -213,3 +216,5 @@ bool readCatalogueCsv(const QByteArray &csv, QList<CatalogueRow> &rows, Catalogu
     }
     return !lines.isEmpty();
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 #include <QList>
 #include <QString>
 
+namespace brisel
+{
+
 /// An error in a catalogue's source.
 struct CatalogueCsvError {
     int line = 0; ///< counted from 1
@@ -15,3 +18,5 @@ struct CatalogueCsvError {
 /// Reads and checks the source of a catalogue (docs/formats/catalogue.md, "Source"). Returns false,
 /// with \a error filled, at the first invalid line.
 bool readCatalogueCsv(const QByteArray &csv, QList<CatalogueRow> &rows, CatalogueCsvError &error);
+
+} // namespace brisel

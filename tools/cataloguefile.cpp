@@ -8,6 +8,9 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -97,3 +100,5 @@ bool writeCatalogue(const QString &path, const QList<CatalogueRow> &rows, QStrin
         QFile::remove(unfinished);
     return done;
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QList>
 #include <QString>
 
+namespace brisel
+{
+
 /// One row of a catalogue, see docs/formats/catalogue.md.
 struct CatalogueRow {
     QString title;
@@ -21,3 +24,5 @@ struct CatalogueRow {
 /// same rows give the same bytes. Returns false, with \a error filled and no file left, if a row is
 /// refused (a duplicate file name) or the file can't be written.
 bool writeCatalogue(const QString &path, const QList<CatalogueRow> &rows, QString &error);
+
+} // namespace brisel

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QTextStream>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QTextStream>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
+using namespace brisel;
+
 namespace
 {
 

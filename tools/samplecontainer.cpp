@@ -3,6 +3,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 namespace SampleSongs
 {
 
@@ -54,3 +57,5 @@ QByteArray container(SongInfo::fileTypeEnum generation, const SongInfo &info,
 }
 
 } // namespace SampleSongs
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace brisel
+{
+
 namespace SampleSongs
 {
 
@@ -351,3 +354,5 @@ int seconds(const Tune &tune, int verses, int bpm)
 }
 
 } // namespace SampleSongs
+
+} // namespace brisel

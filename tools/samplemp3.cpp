@@ -2,6 +2,9 @@
 
 #include <utility>
 
+namespace brisel
+{
+
 namespace SampleSongs
 {
 
@@ -119,3 +122,5 @@ QByteArray cdg(int seconds)
 }
 
 } // namespace SampleSongs
+
+} // namespace brisel

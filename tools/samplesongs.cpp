@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <array>
 
+namespace brisel
+{
+
 namespace SampleSongs
 {
 
@@ -238,3 +241,5 @@ bool writeMany(const QString &folder, int count, QStringList *paths)
 }
 
 } // namespace SampleSongs
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// Makes valid song files of every kind for tests, benchmarks and the demo. Except for the codec it
 /// does not use the program's own readers and writers, so that mistakes there are found.
 namespace SampleSongs
@@ -60,3 +63,5 @@ bool writeSet(const QString &folder, QStringList *paths = nullptr);
 bool writeMany(const QString &folder, int count, QStringList *paths = nullptr);
 
 } // namespace SampleSongs
+
+} // namespace brisel

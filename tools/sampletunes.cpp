@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 
+namespace brisel
+{
+
 namespace SampleSongs
 {
 
@@ -156,3 +159,5 @@ const Tune &tune(const QString &name)
 }
 
 } // namespace SampleSongs
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// The public-domain melodies of the sample songs.
 namespace SampleSongs
 {
@@ -36,3 +39,5 @@ const QList<Tune> &tunes();
 const Tune &tune(const QString &name);
 
 } // namespace SampleSongs
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <array>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -56,3 +59,5 @@ QList<CatalogueRow> syntheticCatalogue(int count)
         rows.append(rowOf(number));
     return rows;
 }
+
+} // namespace brisel

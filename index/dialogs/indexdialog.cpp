@@ -11,6 +11,9 @@
 #include <QMessageBox>
 #include <QMouseEvent>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -41,7 +44,7 @@ IndexDialog::~IndexDialog() = default;
 
 QString IndexDialog::getRootDrivePath(const QString &path)
 {
-    return ::getRootDrivePath(path);
+    return brisel::getRootDrivePath(path);
 }
 
 bool IndexDialog::checkDisk(const QString &)
@@ -266,3 +269,5 @@ void IndexDialog::showCurrentPath()
     QLabel *label = m_ui->labelCurrPath;
     label->setText(label->fontMetrics().elidedText(line, Qt::ElideMiddle, label->width()));
 }
+
+} // namespace brisel

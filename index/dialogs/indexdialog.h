@@ -6,6 +6,9 @@
 #include <memory>
 #include <optional>
 
+namespace brisel
+{
+
 namespace Ui
 {
 class IndexDialog;
@@ -72,3 +75,5 @@ private:
     bool m_uncorrectable = false; ///< the index that was just rebuilt is damaged
     std::optional<RunReport> m_report;
 };
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 
+namespace brisel
+{
+
 RunDialog::Work::Work(RunDialog &dialog) : m_dialog(dialog)
 {
     m_dialog.m_working = true;
@@ -81,3 +84,5 @@ void RunDialog::closeEvent(QCloseEvent *event)
     else
         QDialog::closeEvent(event);
 }
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 
 #include <QDialog>
 
+namespace brisel
+{
+
 /// A dialog that works on a memory while it is open: during the work it can't be closed, is
 /// painted, and starts no other work.
 class RunDialog : public QDialog
@@ -59,3 +62,5 @@ private:
     bool m_working = false;
     PaintPace m_pace;
 };
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 #include <QFileInfo>
 #include <QMessageBox>
 
+namespace brisel
+{
+
 SongsListDialog::SongsListDialog(QWidget *parent)
     : RunDialog(parent), m_ui(std::make_unique<Ui::SongsListDialog>())
 {
@@ -143,3 +146,5 @@ void SongsListDialog::setControlsEnabled(bool enabled)
     for (QWidget *control : controls)
         control->setEnabled(enabled);
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 #include <memory>
 #include <optional>
 
+namespace brisel
+{
+
 namespace Ui
 {
 class SongsListDialog;
@@ -50,3 +53,5 @@ private:
     int m_progress = 0;
     std::optional<RunReport> m_report;
 };
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <QEvent>
 #include <QFileDialog>
 
+namespace brisel
+{
+
 BackupDialog::BackupDialog(QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::BackupDialog>())
 {
@@ -47,3 +50,5 @@ void BackupDialog::on_exitPushButton_clicked()
 {
     done(NoBackup);
 }
+
+} // namespace brisel

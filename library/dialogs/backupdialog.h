@@ -4,6 +4,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 namespace Ui
 {
 class BackupDialog;
@@ -37,3 +40,5 @@ private:
     std::unique_ptr<Ui::BackupDialog> m_ui;
     QString m_directory;
 };
+
+} // namespace brisel

@@ -13,6 +13,9 @@
 #include <algorithm>
 #include <limits>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -275,3 +278,5 @@ void DataEditDialog::confirmApplyToAll(QCheckBox *box, const QString &question)
         QMessageBox::question(this, tr("ATTENZIONE"), question, QMessageBox::Yes | QMessageBox::No);
     box->setChecked(answer == QMessageBox::Yes);
 }
+
+} // namespace brisel

@@ -8,6 +8,10 @@
 class QCheckBox;
 class QLabel;
 class QLineEdit;
+
+namespace brisel
+{
+
 class SongInfo;
 
 namespace Ui
@@ -81,3 +85,5 @@ private:
     std::vector<TextField> m_texts;
     int m_hintRoom = 0; ///< pixels by which the hints made the dialog higher
 };
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QPainter>
 #include <QStyle>
 
+namespace brisel
+{
+
 ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
@@ -40,3 +43,5 @@ void ElidedLabel::paintEvent(QPaintEvent *event)
                           fontMetrics().elidedText(line, Qt::ElideMiddle, area.width()),
                           foregroundRole());
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QLabel>
 
+namespace brisel
+{
+
 /// A label for one line of text of any length, such as a path: a text that is too wide is elided in
 /// the middle, and the tool tip shows all of it. The label never widens its dialog, and shows
 /// markup as plain text.
@@ -21,3 +24,5 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
 };
+
+} // namespace brisel

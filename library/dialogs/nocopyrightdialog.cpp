@@ -4,6 +4,9 @@
 
 #include <QEvent>
 
+namespace brisel
+{
+
 NoCopyrightDialog::NoCopyrightDialog(QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::NoCopyrightDialog>())
 {
@@ -74,3 +77,5 @@ void NoCopyrightDialog::showTexts()
     if (!m_message.isEmpty())
         m_ui->messageLabel->setText(m_message);
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 namespace Ui
 {
 class NoCopyrightDialog;
@@ -48,3 +51,5 @@ private:
     QString m_fileName;
     QString m_message;
 };
+
+} // namespace brisel

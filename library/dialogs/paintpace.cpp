@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 bool PaintPace::isStepDue()
 {
     constexpr int firstSteps = 32;
@@ -28,3 +31,5 @@ void PaintPace::paint(const std::function<void()> &painting)
     m_pause = std::clamp(time.elapsed() * workPerPainting, shortestPause, longestPause);
     m_sincePainted.start();
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <functional>
 
+namespace brisel
+{
+
 /// How often a long run is painted: at each of the first steps of a stage, so that a short one is
 /// seen whole, then as often as an eye can follow, and less often where painting would take more
 /// than a tenth of the time.
@@ -28,3 +31,5 @@ private:
     QElapsedTimer m_sincePainted;
     qint64 m_pause = 0; ///< milliseconds from one painting to the next
 };
+
+} // namespace brisel

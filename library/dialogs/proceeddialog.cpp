@@ -4,6 +4,9 @@
 
 #include <QEvent>
 
+namespace brisel
+{
+
 ProceedDialog::ProceedDialog(QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::ProceedDialog>())
 {
@@ -55,3 +58,5 @@ void ProceedDialog::showSummary()
             .arg(m_songs)
             .arg(m_publisherSongs));
 }
+
+} // namespace brisel

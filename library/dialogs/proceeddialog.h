@@ -4,6 +4,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 namespace Ui
 {
 class ProceedDialog;
@@ -42,3 +45,5 @@ private:
     int m_publisherSongs = 0;
     int m_unknown = 0;
 };
+
+} // namespace brisel

@@ -12,6 +12,9 @@
 #include <QMessageBox>
 #include <QStandardPaths>
 
+namespace brisel
+{
+
 ReportDialog::ReportDialog(RunReport report, QWidget *parent)
     : QDialog(parent), m_report(std::move(report)), m_ui(std::make_unique<Ui::ReportDialog>())
 {
@@ -50,3 +53,5 @@ void ReportDialog::on_savePushButton_clicked()
     QMessageBox::warning(this, tr("Salva resoconto"),
                          tr("Il resoconto non è stato salvato: %1").arg(reason));
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 namespace Ui
 {
 class ReportDialog;
@@ -31,3 +34,5 @@ private:
     RunReport m_report;
     std::unique_ptr<Ui::ReportDialog> m_ui;
 };
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 #include <QProgressBar>
 #include <QProgressDialog>
 
+namespace brisel
+{
+
 static constexpr qint64 eventsInterval = 10; ///< milliseconds between two rounds of events
 static constexpr int firstRounds = 16;       ///< of events: each of them is taken
 static constexpr int dialogWidth = 420; ///< pixels; the label changes without moving the dialog
@@ -99,3 +102,5 @@ void WindowRun::paint()
 {
     m_pace.paint([] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
 }
+
+} // namespace brisel

@@ -14,6 +14,9 @@ class QProgressBar;
 class QProgressDialog;
 class QWidget;
 
+namespace brisel
+{
+
 /// A run that a window shows: each stage in a progress dialog, each question in a dialog of its
 /// own.
 ///
@@ -60,3 +63,5 @@ private:
     bool m_areStepsShown = false;
     bool m_isInterrupted = false;
 };
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 
 #include <cmath>
 
+namespace brisel
+{
+
 /// Breaks the text of \a layout into lines of \a width pixels and gives their height.
 static int breakLines(QTextLayout &layout, int width)
 {
@@ -62,3 +65,5 @@ QString WrappingLabel::shownText() const
         shown = shown.left(longestText / 2) + u'…' + shown.right(longestText / 2);
     return shown.replace(u'\n', QChar::LineSeparator);
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <QLabel>
 
+namespace brisel
+{
+
 /// A label for messages that hold paths: its lines break at blanks, and within a word that is wider
 /// than the label, so that no name widens the dialog beyond the screen. A text of more than
 /// longestText characters is shown without its middle.
@@ -24,3 +27,5 @@ protected:
 private:
     QString shownText() const;
 };
+
+} // namespace brisel

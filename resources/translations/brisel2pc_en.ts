@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_GB" sourcelanguage="it_IT">
 <context>
-    <name>AboutDialog</name>
+    <name>brisel::AboutDialog</name>
     <message>
         <source>Informazioni</source>
         <translation>About</translation>
@@ -32,7 +32,7 @@
     </message>
 </context>
 <context>
-    <name>BackupDialog</name>
+    <name>brisel::BackupDialog</name>
     <message>
         <source>Backup</source>
         <translation>Backup</translation>
@@ -89,7 +89,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
-    <name>DataEditDialog</name>
+    <name>brisel::DataEditDialog</name>
     <message>
         <source>Modifica dati song</source>
         <translation>Edit song details</translation>
@@ -283,7 +283,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
-    <name>HelpDialog</name>
+    <name>brisel::HelpDialog</name>
     <message>
         <source>Aiuto Brisel2 PC</source>
         <translation>Help for Brisel2 PC</translation>
@@ -298,7 +298,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
-    <name>Index</name>
+    <name>brisel::Index</name>
     <message>
         <source>File non importato, errore nel path:</source>
         <translation>File not imported, path error:</translation>
@@ -401,7 +401,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
-    <name>IndexDialog</name>
+    <name>brisel::IndexDialog</name>
     <message>
         <source>Dialog</source>
         <translation>Optimize memory</translation>
@@ -563,7 +563,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>brisel::MainWindow</name>
     <message>
         <source>Brisel2 PC</source>
         <translation>Brisel2 PC</translation>
@@ -907,7 +907,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
-    <name>MemoryCheck</name>
+    <name>brisel::MemoryCheck</name>
     <message>
         <source>%1: il file manca</source>
         <translation>%1: the file is missing</translation>
@@ -1031,7 +1031,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
-    <name>NoCopyrightDialog</name>
+    <name>brisel::NoCopyrightDialog</name>
     <message>
         <source>Richiesta conferma</source>
         <translation>Confirmation request</translation>
@@ -1078,7 +1078,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
-    <name>ProceedDialog</name>
+    <name>brisel::ProceedDialog</name>
     <message>
         <source>Riassunto importazione</source>
         <translation>Import summary</translation>
@@ -1117,7 +1117,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
-    <name>ReportDialog</name>
+    <name>brisel::ReportDialog</name>
     <message>
         <source>Resoconto</source>
         <translation>Report</translation>
@@ -1168,7 +1168,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
-    <name>RunDialog</name>
+    <name>brisel::RunDialog</name>
     <message>
         <source>Un altro programma sta lavorando su questa memoria.
 Riprovare quando ha finito.</source>
@@ -1400,7 +1400,7 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
-    <name>SongToolTip</name>
+    <name>brisel::SongToolTip</name>
     <message>
         <source>Stato: %1</source>
         <translation>Status: %1</translation>
@@ -1435,7 +1435,7 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
-    <name>SongsListDialog</name>
+    <name>brisel::SongsListDialog</name>
     <message>
         <source>Salva lista song</source>
         <translation>Save songs list</translation>
@@ -1554,7 +1554,7 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
-    <name>StatusLine</name>
+    <name>brisel::StatusLine</name>
     <message numerus="yes">
         <source>%n song</source>
         <translation>
@@ -1614,7 +1614,7 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
-    <name>UserSongsRelTableModel</name>
+    <name>brisel::UserSongsRelTableModel</name>
     <message>
         <source>Num</source>
         <translation>Num</translation>

@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it_IT" sourcelanguage="it_IT">
 <context>
-    <name>AboutDialog</name>
+    <name>brisel::AboutDialog</name>
     <message>
         <source>Informazioni</source>
         <translation>Informazioni</translation>
@@ -32,7 +32,7 @@
     </message>
 </context>
 <context>
-    <name>BackupDialog</name>
+    <name>brisel::BackupDialog</name>
     <message>
         <source>Backup</source>
         <translation>Backup</translation>
@@ -89,7 +89,7 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
-    <name>DataEditDialog</name>
+    <name>brisel::DataEditDialog</name>
     <message>
         <source>Modifica dati song</source>
         <translation>Modifica dati song</translation>
@@ -283,7 +283,7 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
-    <name>HelpDialog</name>
+    <name>brisel::HelpDialog</name>
     <message>
         <source>Aiuto Brisel2 PC</source>
         <translation>Aiuto Brisel2 PC</translation>
@@ -298,7 +298,7 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
-    <name>Index</name>
+    <name>brisel::Index</name>
     <message>
         <source>File non importato, errore nel path:</source>
         <translation>File non importato, errore nel path:</translation>
@@ -401,7 +401,7 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
-    <name>IndexDialog</name>
+    <name>brisel::IndexDialog</name>
     <message>
         <source>Dialog</source>
         <translation>Dialog</translation>
@@ -563,7 +563,7 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>brisel::MainWindow</name>
     <message>
         <source>Brisel2 PC</source>
         <translation>Brisel2 PC</translation>
@@ -907,7 +907,7 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
-    <name>MemoryCheck</name>
+    <name>brisel::MemoryCheck</name>
     <message>
         <source>%1: il file manca</source>
         <translation>%1: il file manca</translation>
@@ -1031,7 +1031,7 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
-    <name>NoCopyrightDialog</name>
+    <name>brisel::NoCopyrightDialog</name>
     <message>
         <source>Richiesta conferma</source>
         <translation>Richiesta conferma</translation>
@@ -1078,7 +1078,7 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
-    <name>ProceedDialog</name>
+    <name>brisel::ProceedDialog</name>
     <message>
         <source>Riassunto importazione</source>
         <translation>Riassunto importazione</translation>
@@ -1117,7 +1117,7 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
-    <name>ReportDialog</name>
+    <name>brisel::ReportDialog</name>
     <message>
         <source>Resoconto</source>
         <translation>Resoconto</translation>
@@ -1168,7 +1168,7 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
-    <name>RunDialog</name>
+    <name>brisel::RunDialog</name>
     <message>
         <source>Un altro programma sta lavorando su questa memoria.
 Riprovare quando ha finito.</source>
@@ -1400,7 +1400,7 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
-    <name>SongToolTip</name>
+    <name>brisel::SongToolTip</name>
     <message>
         <source>Stato: %1</source>
         <translation>Stato: %1</translation>
@@ -1435,7 +1435,7 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
-    <name>SongsListDialog</name>
+    <name>brisel::SongsListDialog</name>
     <message>
         <source>Salva lista song</source>
         <translation>Salva lista song</translation>
@@ -1554,7 +1554,7 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
-    <name>StatusLine</name>
+    <name>brisel::StatusLine</name>
     <message numerus="yes">
         <source>%n song</source>
         <translation>
@@ -1614,7 +1614,7 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
-    <name>UserSongsRelTableModel</name>
+    <name>brisel::UserSongsRelTableModel</name>
     <message>
         <source>Num</source>
         <translation>Num</translation>

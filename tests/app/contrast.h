@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace brisel
+{
+
 inline double luminance(const QColor &colour)
 {
     const auto linear = [](double part) {
@@ -21,3 +24,5 @@ inline double contrast(const QColor &first, const QColor &second)
     const double b = luminance(second);
     return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
+
+} // namespace brisel

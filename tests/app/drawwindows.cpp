@@ -18,6 +18,8 @@
 #include <QTextStream>
 #include <QTranslator>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -28,6 +28,9 @@
 #include <QProgressDialog>
 #include <QTableView>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -231,3 +234,5 @@ QWidget *shown(QWidget &window)
         return progress;
     return &window;
 }
+
+} // namespace brisel

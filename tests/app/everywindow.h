@@ -6,6 +6,9 @@
 
 class QWidget;
 
+namespace brisel
+{
+
 /// Every window of the program, filled as in use, for tests that look at all of them.
 extern const QStringList windowNames;
 
@@ -14,3 +17,5 @@ std::unique_ptr<QWidget> makeWindow(const QString &name);
 
 /// Shows \a window and gives what stands on top of it.
 QWidget *shown(QWidget &window);
+
+} // namespace brisel

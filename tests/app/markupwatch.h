@@ -12,6 +12,9 @@
 #include <QTextDocument>
 #include <QTextEdit>
 
+namespace brisel
+{
+
 /// Looks at every widget that is painted while it lives, whichever window it belongs to, and notes
 /// where data from songs would be taken for markup: the data are known by a word that they hold.
 class MarkupWatch : public QObject
@@ -103,3 +106,5 @@ private:
     QSet<QString> m_places;
     QStringList m_problems;
 };
+
+} // namespace brisel

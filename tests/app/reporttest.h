@@ -4,6 +4,9 @@
 
 #include <QPlainTextEdit>
 
+namespace brisel
+{
+
 /// What the tests of the report share: they read it as a user does.
 class ReportTest : public WorkflowTest
 {
@@ -37,3 +40,5 @@ protected:
         import(names);
     }
 };
+
+} // namespace brisel

@@ -15,6 +15,9 @@
 #include <QTimer>
 #include <QToolButton>
 
+namespace brisel
+{
+
 /// The real window over a small catalogue, a folder of songs and an empty memory "CARD". The
 /// summary after an import is switched off.
 struct SampleWindow {
@@ -91,3 +94,5 @@ public:
 private:
     QTimer m_timer;
 };
+
+} // namespace brisel

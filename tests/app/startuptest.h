@@ -6,6 +6,9 @@
 #include <QObject>
 #include <QSettings>
 
+namespace brisel
+{
+
 /// A test of what happens before the window opens: the settings and the log of the working folder.
 class StartupTest : public QObject
 {
@@ -29,3 +32,5 @@ protected:
     /// A line without its time stamp.
     static QString textOf(const QString &line) { return line.mid(21); }
 };
+
+} // namespace brisel

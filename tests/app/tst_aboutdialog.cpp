@@ -15,6 +15,8 @@
 
 #include <memory>
 
+using namespace brisel;
+
 class TestAboutDialog : public QObject
 {
     Q_OBJECT

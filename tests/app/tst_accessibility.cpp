@@ -15,6 +15,8 @@
 
 #include <functional>
 
+using namespace brisel;
+
 /// What a screen reader learns of every window.
 class TestAccessibility : public QObject
 {

@@ -8,6 +8,8 @@
 #include <QTableView>
 #include <QTest>
 
+using namespace brisel;
+
 class TestColumnFitting : public QObject
 {
     Q_OBJECT

@@ -7,6 +7,8 @@
 #include <QMessageBox>
 #include <QTranslator>
 
+using namespace brisel;
+
 /// The language changes while a dialog is open: its texts follow at once, and what was filled in
 /// stays.
 class TestDialogLanguages : public WorkflowTest

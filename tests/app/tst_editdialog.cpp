@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 
+using namespace brisel;
+
 /// The edit dialog over songs of the window: what it shows before a save, and what a save leaves
 /// alone.
 class TestEditDialog : public ReportTest

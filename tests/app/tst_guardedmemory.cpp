@@ -15,6 +15,8 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 /// Memories that can't be written, and memories that another program works on, through the window:
 /// each run says so, and changes nothing.
 class TestGuardedMemory : public ReportTest

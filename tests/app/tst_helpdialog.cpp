@@ -13,6 +13,8 @@
 #include <QTextTable>
 #include <QTranslator>
 
+using namespace brisel;
+
 class TestHelpDialog : public QObject
 {
     Q_OBJECT

@@ -21,6 +21,8 @@
 #include <QTest>
 #include <QToolButton>
 
+using namespace brisel;
+
 /// The import as a user drives it: the button, the file dialog, the display, the summary.
 class TestImport : public QObject
 {

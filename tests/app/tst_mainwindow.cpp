@@ -18,6 +18,8 @@
 #include <QTest>
 #include <QToolButton>
 
+using namespace brisel;
+
 /// The window as it opens: its table, its keys, its end.
 class TestMainWindow : public WindowTest
 {

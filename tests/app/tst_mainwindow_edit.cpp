@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QTest>
 
+using namespace brisel;
+
 /// Editing and the context menu through the real window, by clicks and keys.
 class TestMainWindowEdit : public WorkflowTest
 {

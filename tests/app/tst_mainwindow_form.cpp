@@ -16,6 +16,8 @@
 #include <QTest>
 #include <QToolButton>
 
+using namespace brisel;
+
 /// What stands in the window: texts, images, menus, and the order of them.
 class TestMainWindowForm : public WindowTest
 {

@@ -11,6 +11,8 @@
 #include <QTableView>
 #include <QToolButton>
 
+using namespace brisel;
+
 /// What the window stores and shows again: language, questions, log.
 class TestMainWindowSettings : public WindowTest
 {

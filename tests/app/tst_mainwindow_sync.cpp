@@ -11,6 +11,8 @@
 #include <QTimer>
 #include <QToolButton>
 
+using namespace brisel;
+
 /// The synchronisation and its backup through the real window, by clicks and keys.
 class TestMainWindowSync : public WorkflowTest
 {

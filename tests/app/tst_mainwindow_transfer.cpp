@@ -13,6 +13,8 @@
 #include <QTimer>
 #include <QToolButton>
 
+using namespace brisel;
+
 /// The transfer to a memory through the real window, by clicks and keys.
 class TestMainWindowTransfer : public WorkflowTest
 {

@@ -7,6 +7,8 @@
 #include <QMessageBox>
 #include <QToolTip>
 
+using namespace brisel;
+
 /// Song data, names of files and of folders that are markup, through every dialog of the window.
 class TestMarkup : public WorkflowTest
 {

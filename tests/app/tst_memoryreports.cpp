@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 
+using namespace brisel;
+
 /// What the status bar and the report say of transfers and of the dialogs that work on a memory.
 class TestMemoryReports : public ReportTest
 {

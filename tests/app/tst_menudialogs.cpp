@@ -8,6 +8,8 @@
 #include <QDialog>
 #include <QTest>
 
+using namespace brisel;
+
 /// The dialogs behind the window's menus.
 class TestMenuDialogs : public QObject
 {

@@ -9,6 +9,8 @@
 #include <QProcess>
 #include <QTest>
 
+using namespace brisel;
+
 /// The program itself, started as a user starts it. Each case starts with an empty settings store
 /// and no log in the working folder.
 class TestProgram : public StartupTest

@@ -8,6 +8,8 @@
 #include <QMessageBox>
 #include <QRadioButton>
 
+using namespace brisel;
+
 /// The memory goes away in the middle of each run that works on it: the run ends in its error, the
 /// rows stay as they were, and the next run works. All in two ways: the system takes the mount
 /// folder away, or leaves it behind as an empty folder of its own disk.

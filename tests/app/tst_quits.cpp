@@ -13,6 +13,8 @@
 
 #include <chrono>
 
+using namespace brisel;
+
 using namespace std::chrono_literals;
 
 namespace

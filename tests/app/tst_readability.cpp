@@ -19,6 +19,8 @@
 #include <QTest>
 #include <QTextBrowser>
 
+using namespace brisel;
+
 /// Every window as it is painted: each text stands out from its ground, and the focus is seen.
 class TestReadability : public QObject
 {

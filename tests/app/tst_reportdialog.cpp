@@ -17,6 +17,8 @@
 #include <QTextBlock>
 #include <QTranslator>
 
+using namespace brisel;
+
 class TestReportDialog : public QObject
 {
     Q_OBJECT

@@ -4,6 +4,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 
+using namespace brisel;
+
 /// Which of the two buttons that start runs can be pressed: inside each run none, afterwards those
 /// that make sense then.
 class TestRunButtons : public WorkflowTest

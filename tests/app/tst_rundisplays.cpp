@@ -4,6 +4,8 @@
 #include <QCheckBox>
 #include <QMessageBox>
 
+using namespace brisel;
+
 /// What the window shows of the runs of the workflows, word for word.
 class TestRunDisplays : public QObject
 {

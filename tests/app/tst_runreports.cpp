@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 
+using namespace brisel;
+
 /// What the status bar and the report say of import, synchronisation, backup and edits.
 class TestRunReports : public ReportTest
 {

@@ -3,6 +3,8 @@
 
 #include <QMessageBox>
 
+using namespace brisel;
+
 /// Which songs a transfer sends, through the real window.
 class TestSentSongs : public ReportTest
 {

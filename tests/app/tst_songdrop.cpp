@@ -8,6 +8,8 @@
 #include <QMimeData>
 #include <QStatusBar>
 
+using namespace brisel;
+
 /// Files and folders that are dragged onto the window, by the events that the system sends.
 class TestSongDrop : public QObject
 {

@@ -9,6 +9,8 @@
 #include <QMenu>
 #include <QScrollBar>
 
+using namespace brisel;
+
 /// The search in the library's table, as a user types it, and what it leaves alone.
 class TestSongFilter : public QObject
 {

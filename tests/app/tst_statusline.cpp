@@ -3,6 +3,8 @@
 
 #include <QAction>
 
+using namespace brisel;
+
 /// The status bar of the real window.
 class TestStatusLine : public QObject
 {

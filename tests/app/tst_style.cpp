@@ -10,6 +10,8 @@
 #include <QTableView>
 #include <QTest>
 
+using namespace brisel;
+
 class TestStyle : public QObject
 {
     Q_OBJECT

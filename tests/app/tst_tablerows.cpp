@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QScrollBar>
 
+using namespace brisel;
+
 /// The rows of the window's table: what the keyboard reaches, and where the view stands.
 class TestTableRows : public QObject
 {

@@ -22,6 +22,8 @@
 #include <QToolTip>
 #include <QTranslator>
 
+using namespace brisel;
+
 /// What the tool tips and the empty table tell, and that every control has a tool tip.
 class TestToolTips : public QObject
 {

@@ -9,6 +9,8 @@
 #include <QTranslator>
 #include <QXmlStreamReader>
 
+using namespace brisel;
+
 /// The program's texts in both languages, and the guide that quotes them.
 class TestTranslations : public QObject
 {

@@ -26,6 +26,8 @@
 #include <algorithm>
 #include <tuple>
 
+using namespace brisel;
+
 /// Every window of the program in each language, at the usual size of text and at larger ones.
 class TestWindows : public QObject
 {

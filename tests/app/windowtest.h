@@ -4,6 +4,9 @@
 
 #include <QTest>
 
+namespace brisel
+{
+
 /// A test of the window as it opens: each case opens one of its own.
 class WindowTest : public QObject
 {
@@ -26,3 +29,5 @@ protected:
 
     std::unique_ptr<MainWindow> m_window;
 };
+
+} // namespace brisel

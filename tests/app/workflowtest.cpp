@@ -5,6 +5,9 @@
 #include <QMenu>
 #include <QMessageBox>
 
+namespace brisel
+{
+
 void WorkflowTest::openWindow()
 {
     m_sample = std::make_unique<SampleWindow>();
@@ -116,3 +119,5 @@ void WorkflowTest::chooseFromMenu(int entry, const QPoint &pos)
     });
     emit table()->customContextMenuRequested(pos);
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <QToolButton>
 
+namespace brisel
+{
+
 /// What the tests of the window's workflows share: the sample window, opened anew for each case,
 /// and the clicks that most of them make.
 class WorkflowTest : public QObject
@@ -69,3 +72,5 @@ protected:
     DialogScript *m_script = nullptr;  ///< of the sample
     QTemporaryDir *m_folder = nullptr; ///< of the sample
 };
+
+} // namespace brisel

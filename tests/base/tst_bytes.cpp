@@ -4,6 +4,8 @@
 
 #include <QtTest>
 
+using namespace brisel;
+
 class TestBytes : public QObject
 {
     Q_OBJECT

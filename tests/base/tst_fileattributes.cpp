@@ -11,6 +11,8 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

@@ -9,6 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 class TestFileFailure : public QObject
 {
     Q_OBJECT

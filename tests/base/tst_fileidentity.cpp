@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 class TestFileIdentity : public QObject

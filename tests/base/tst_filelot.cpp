@@ -8,6 +8,8 @@
 
 #include <sys/stat.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

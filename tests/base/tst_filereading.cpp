@@ -10,6 +10,8 @@
 
 #include <sys/stat.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

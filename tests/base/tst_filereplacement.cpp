@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 /// The steps of a single file. How many files go through them together: tst_filelot.

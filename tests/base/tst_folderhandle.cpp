@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 /// Folders that are opened without following links.

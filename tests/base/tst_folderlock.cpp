@@ -15,6 +15,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Kind = FolderLock::Kind;
 

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+using namespace brisel;
+
 /// Which folders a walk has come to.
 class TestFolderWalk : public QObject
 {

@@ -11,6 +11,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 /// The free space below a folder.
 class TestFreeSpace : public QObject
 {

@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 class TestLetterCase : public QObject
 {
     Q_OBJECT

@@ -10,6 +10,8 @@
 
 #include <optional>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

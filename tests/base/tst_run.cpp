@@ -5,6 +5,8 @@
 
 #include <functional>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+using namespace brisel;
+
 class TestRunGuard : public QObject
 {
     Q_OBJECT

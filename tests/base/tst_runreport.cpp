@@ -12,6 +12,8 @@
 
 #include <utility>
 
+using namespace brisel;
+
 using Step = RunReport::Step;
 using Operation = RunReport::Operation;
 using Success = RunReport::Success;

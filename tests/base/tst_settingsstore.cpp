@@ -9,6 +9,8 @@
 
 #include <sys/stat.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

@@ -2,6 +2,9 @@
 
 #include "db/usersongsreltablemodel.h"
 
+namespace brisel
+{
+
 /// Counts how often the table is read.
 class CountingModel : public UserSongsRelTableModel
 {
@@ -14,3 +17,5 @@ public:
     }
     int selects = 0;
 };
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QSqlQuery>
 #include <QtTest>
 
+namespace brisel
+{
+
 /// The catalogue file "songsdb_debug" of the working folder, which replaces the built-in one.
 
 inline CatalogueRow catalogueRow(const QString &fileName, const QString &title)
@@ -46,3 +49,5 @@ inline void writeLocalCatalogue(const QList<CatalogueRow> &rows, const QStringLi
     if (!statements.isEmpty())
         execOn(QStringLiteral("songsdb_debug"), statements);
 }
+
+} // namespace brisel

@@ -19,6 +19,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 inline SongInfo song(int number)
 {
     SongInfo info;
@@ -97,3 +100,5 @@ inline void SongsModelTest::addSongs(int count)
     for (int i = 0; i < count; ++i)
         QVERIFY(m_model->addSong(song(i)));
 }
+
+} // namespace brisel

@@ -9,6 +9,8 @@
 #include <QElapsedTimer>
 #include <QtTest>
 
+using namespace brisel;
+
 namespace
 {
 

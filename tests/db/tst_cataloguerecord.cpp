@@ -6,6 +6,8 @@
 
 #include <limits>
 
+using namespace brisel;
+
 class TestCatalogueRecord : public QObject
 {
     Q_OBJECT

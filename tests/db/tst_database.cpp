@@ -12,6 +12,8 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+using namespace brisel;
+
 class TestDatabase : public QObject
 {
     Q_OBJECT

@@ -9,6 +9,8 @@
 
 #include <optional>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

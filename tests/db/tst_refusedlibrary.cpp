@@ -7,6 +7,8 @@
 #include <QSqlResult>
 #include <QtTest>
 
+using namespace brisel;
+
 /// The database when its first connection, to the library in memory, can't be opened.
 class TestRefusedLibrary : public QObject
 {

@@ -1,5 +1,7 @@
 #include "tests/db/songsmodeltest.h"
 
+using namespace brisel;
+
 /// The order of rows, and adding and removing rows.
 class TestSongsModelRows : public SongsModelTest
 {

@@ -1,5 +1,7 @@
 #include "tests/db/songsmodeltest.h"
 
+using namespace brisel;
+
 namespace
 {
 

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -54,3 +57,5 @@ QString Examples::difference(const QByteArray &written, const QByteArray &told)
     }
     return {};
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "tests/docs/formatpages.h"
 
+namespace brisel
+{
+
 /// The examples of the pages, by name. A missing or invalid example fails the running case.
 namespace Examples
 {
@@ -14,3 +17,5 @@ QByteArray bytes(const QString &name);
 QString difference(const QByteArray &written, const QByteArray &told);
 
 } // namespace Examples
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -107,3 +110,5 @@ QStringList FormatPages::strayBytesIn(const QString &text)
     });
     return stray;
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <optional>
 
+namespace brisel
+{
+
 /// The bytes that an example of a page spells out. Each line holds
 ///
 ///     an offset (four to eight digits and two blanks; may be left out), bytes, a remark
@@ -51,3 +54,5 @@ QList<Block> blocksIn(const QString &text);
 QStringList strayBytesIn(const QString &text);
 
 } // namespace FormatPages
+
+} // namespace brisel

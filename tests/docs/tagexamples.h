@@ -2,6 +2,9 @@
 
 #include <QObject>
 
+namespace brisel
+{
+
 /// The examples of ID3 tags. Each case is named for its example.
 class TestTagExamples : public QObject
 {
@@ -13,3 +16,5 @@ private slots:
     void id3PaddedChanged();
     void id3Version22();
 };
+
+} // namespace brisel

@@ -22,6 +22,8 @@
 
 #include <algorithm>
 
+using namespace brisel;
+
 using namespace Examples;
 
 namespace

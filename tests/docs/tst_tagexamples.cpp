@@ -4,6 +4,8 @@
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
+using namespace brisel;
+
 using namespace Examples;
 
 namespace

@@ -5,6 +5,9 @@
 
 #include <QByteArray>
 
+namespace brisel
+{
+
 /// ID3v2 tags written out by hand.
 namespace HandMade
 {
@@ -55,3 +58,5 @@ struct Walked {
 };
 
 } // namespace HandMade
+
+} // namespace brisel

@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 using HandMade::artistTwo;
 using HandMade::bytes;
 using HandMade::frameOf200;

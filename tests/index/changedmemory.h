@@ -9,6 +9,9 @@
 
 #include <QTest>
 
+namespace brisel
+{
+
 /// A memory whose songs have changed since its index was built, for tests of runs that go wrong.
 namespace Sample
 {
@@ -90,3 +93,5 @@ inline void checkRepaired(const SampleMemory &memory, const QMap<QString, QByteA
 }
 
 } // namespace Sample
+
+} // namespace brisel

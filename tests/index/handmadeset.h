@@ -2,6 +2,9 @@
 
 #include "tests/index/samplememory.h"
 
+namespace brisel
+{
+
 /// A memory of four songs and its fifteen files, every byte written out by hand.
 ///
 ///     record  id  path         title  artist  genre
@@ -70,3 +73,5 @@ public:
         write(u"playlist/play0007.dat"_qs, content);
     }
 };
+
+} // namespace brisel

@@ -20,6 +20,9 @@
 #include <QTest>
 #include <QTranslator>
 
+namespace brisel
+{
+
 namespace Sample
 {
 
@@ -103,3 +106,5 @@ inline void IndexDialogTest::duringRun(const std::function<void()> &step)
 }
 
 } // namespace Sample
+
+} // namespace brisel

@@ -15,6 +15,9 @@
 
 #include <sys/stat.h>
 
+namespace brisel
+{
+
 namespace Sample
 {
 
@@ -74,3 +77,5 @@ inline QStringList texts(const QSignalSpy &spy)
 }
 
 } // namespace Sample
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 
 #include <QCryptographicHash>
 
+namespace brisel
+{
+
 /// The file of the given names on a memory.
 namespace Sample
 {
@@ -38,3 +41,5 @@ inline QString place(const SampleMemory &memory, const QString &name)
 }
 
 } // namespace Sample
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 #include <QString>
 #include <QTemporaryDir>
 
+namespace brisel
+{
+
 /// A memory in a temporary folder, with the songs and bytes that tests of the index need.
 class SampleMemory
 {
@@ -134,3 +137,5 @@ inline QByteArray alphabet(const QList<std::pair<int, const char *>> &entries)
 }
 
 } // namespace Sample
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <QMap>
 #include <QSet>
 
+namespace brisel
+{
+
 /// A reader of index sets that shares no code with the program: it finds what the player could not
 /// read.
 class SetReader
@@ -119,3 +122,5 @@ private:
     QMap<quint32, QByteArray> m_paths;
     QString m_problem;
 };
+
+} // namespace brisel

@@ -4,6 +4,8 @@
 
 #include <sys/stat.h>
 
+using namespace brisel;
+
 using namespace Sample;
 
 /// The given names of a memory when other programs have written their file.

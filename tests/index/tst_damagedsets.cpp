@@ -3,6 +3,8 @@
 #include "tests/index/setreader.h"
 #include "tests/scriptedindex.h"
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

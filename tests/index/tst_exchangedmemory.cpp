@@ -7,6 +7,8 @@
 
 #include <optional>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using namespace Sample;
 

@@ -2,6 +2,8 @@
 #include "tests/index/namesfile.h"
 #include "tests/scriptedindex.h"
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

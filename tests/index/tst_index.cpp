@@ -1,6 +1,8 @@
 #include "tests/index/indexsamples.h"
 #include "tests/scriptedindex.h"
 
+using namespace brisel;
+
 using namespace Sample;
 
 /// Building and updating the index of a memory.

@@ -1,5 +1,7 @@
 #include "tests/index/indexdialogtest.h"
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -6,6 +6,8 @@
 
 #include <cstdio>
 
+using namespace brisel;
+
 using namespace Sample;
 
 /// Runs on a real file system that is full: they leave the whole old set or the whole new one, and

@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Sample;
 
 /// A full index: as many songs as there are 16-bit record numbers.

@@ -6,6 +6,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

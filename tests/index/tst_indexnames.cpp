@@ -1,6 +1,8 @@
 #include "tests/index/indexsamples.h"
 #include "tests/scriptedindex.h"
 
+using namespace brisel;
+
 using namespace Sample;
 
 /// Long names, which the player does not know, and the question before they are shortened.

@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

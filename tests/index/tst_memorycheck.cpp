@@ -11,6 +11,8 @@
 
 #include <random>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -7,6 +7,8 @@
 
 #include <functional>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 class TestMemoryReasons : public QObject
 {
     Q_OBJECT

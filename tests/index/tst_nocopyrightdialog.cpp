@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace brisel;
+
 /// The four-way question, answered by clicks and keys.
 class TestNoCopyrightDialog : public QObject
 {

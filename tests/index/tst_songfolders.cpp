@@ -2,6 +2,8 @@
 #include "tests/index/indexsamples.h"
 #include "tests/scriptedindex.h"
 
+using namespace brisel;
+
 using namespace Sample;
 
 /// Folders without songs keep their names, and folders of operating systems are skipped.

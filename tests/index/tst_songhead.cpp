@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 using HandMade::artistTwo;
 using HandMade::bytes;
 using HandMade::tag;

@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -19,6 +19,8 @@
 #include <QTimer>
 #include <QTranslator>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -3,6 +3,8 @@
 
 #include <QTemporaryDir>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 /// The program's and the index's reader of MP3s agree on everything within the player's limits.
 class TestSongTags : public QObject
 {

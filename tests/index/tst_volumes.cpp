@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace brisel;
+
 /// Which part of a path is the memory, and which paths are on the system disk.
 class TestVolumes : public QObject
 {

@@ -5,6 +5,9 @@
 #include <csignal>
 #include <sys/resource.h>
 
+namespace brisel
+{
+
 /// During its lifetime no file of this process can grow beyond a limit: every longer write fails
 /// halfway, as on a full disk, also for root.
 class FileSizeLimit
@@ -24,3 +27,5 @@ public:
 private:
     rlimit m_old{};
 };
+
+} // namespace brisel

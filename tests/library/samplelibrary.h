@@ -12,6 +12,9 @@
 
 #include <memory>
 
+namespace brisel
+{
+
 /// Songs, a catalogue and a library of a few rows, for the tests of the workflows.
 namespace Sample
 {
@@ -133,3 +136,5 @@ private:
 };
 
 } // namespace Sample
+
+} // namespace brisel

@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QTest>
 
+using namespace brisel;
+
 /// The checkboxes of the edit dialog that copy a field to the whole list, and their questions.
 class TestApplyToAll : public QObject
 {

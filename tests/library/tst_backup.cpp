@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace brisel;
+
 class TestBackup : public QObject
 {
     Q_OBJECT

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 class TestCatalogueKeys : public QObject
 {
     Q_OBJECT

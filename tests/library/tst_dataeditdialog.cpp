@@ -16,6 +16,8 @@
 #include <QRadioButton>
 #include <QTest>
 
+using namespace brisel;
+
 class TestDataEditDialog : public QObject
 {
     Q_OBJECT

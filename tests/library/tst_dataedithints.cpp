@@ -13,6 +13,8 @@
 #include <QLineEdit>
 #include <QTest>
 
+using namespace brisel;
+
 /// The hints of the edit dialog on characters that 8-bit formats can't hold.
 class TestDataEditHints : public QObject
 {

@@ -10,6 +10,8 @@
 
 #include <limits>
 
+using namespace brisel;
+
 /// The edit dialog returns the value of each field unchanged unless the user edits it.
 class TestDataEditKept : public QObject
 {

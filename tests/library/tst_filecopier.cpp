@@ -10,6 +10,8 @@
 
 #include <unistd.h>
 
+using namespace brisel;
+
 static constexpr Run::Answer yes = Run::Answer::Yes;
 static constexpr Run::Answer no = Run::Answer::No;
 static constexpr Run::Answer noToAll = Run::Answer::NoToAll;

@@ -12,6 +12,8 @@
 
 #include <sys/stat.h>
 
+using namespace brisel;
+
 class TestFolderScan : public QObject
 {
     Q_OBJECT

@@ -15,6 +15,8 @@
 
 #include <sys/stat.h>
 
+using namespace brisel;
+
 class TestLibraryImport : public QObject
 {
     Q_OBJECT

@@ -8,6 +8,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 class TestManualEdit : public QObject
 {
     Q_OBJECT

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QTest>
 
+using namespace brisel;
+
 class TestProceedDialog : public QObject
 {
     Q_OBJECT

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 class TestSafeCopy : public QObject
 {
     Q_OBJECT

@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace brisel;
+
 /// The songs picked from files and folders; they need no content for that.
 class TestSongPicker : public QObject
 {

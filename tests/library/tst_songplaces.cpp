@@ -10,6 +10,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Sample;
 
 /// Songs that are sent again replace their files on the memory, even if these were renamed.

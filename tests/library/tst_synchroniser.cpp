@@ -9,6 +9,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 static constexpr Run::Answer yes = Run::Answer::Yes;
 
 class TestSynchroniser : public QObject

@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 class TestTransfer : public QObject
 {
     Q_OBJECT

@@ -11,6 +11,8 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace brisel;
+
 class PaintCounter : public QObject
 {
 public:

@@ -8,6 +8,9 @@
 
 #include <unistd.h>
 
+namespace brisel
+{
+
 using namespace Sample;
 
 namespace
@@ -256,3 +259,5 @@ PlayerSet LivingMemory::freshSet(bool &isBuilt) const
     isBuilt = index.createIndex(fresh.root());
     return PlayerSet(fresh.root());
 }
+
+} // namespace brisel

@@ -9,6 +9,9 @@
 
 #include <random>
 
+namespace brisel
+{
+
 /// A number from 0 to \a end - 1. The standard distributions differ between implementations.
 inline int below(std::mt19937 &random, qsizetype end)
 {
@@ -71,3 +74,5 @@ private:
     int m_numbers = 0;
     qint64 m_seconds = 1'400'000'000;
 };
+
+} // namespace brisel

@@ -14,6 +14,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace brisel
+{
+
 using namespace Sample;
 
 namespace
@@ -350,3 +353,5 @@ void MemoryLife::fail(const QString &problem)
     if (m_problem.isEmpty())
         m_problem = problem;
 }
+
+} // namespace brisel

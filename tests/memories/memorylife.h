@@ -6,6 +6,9 @@
 
 #include <functional>
 
+namespace brisel
+{
+
 /// The life of one memory: actions of its user, its player and the program in random order, with
 /// damage and cuts, and the checks after each run that finished.
 class MemoryLife
@@ -44,3 +47,5 @@ private:
     QStringList m_history;
     QString m_problem;
 };
+
+} // namespace brisel

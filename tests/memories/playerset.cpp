@@ -4,6 +4,9 @@
 
 #include <QSet>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -232,3 +235,5 @@ QByteArray codePageBytes(const QString &path)
                                              : bytes.value(character, '?');
     return result;
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// Reads the index set of a memory as the player does; shares no code with the program. See
 /// docs/formats/player-index.md.
 class PlayerSet
@@ -60,3 +63,5 @@ QHash<QByteArray, quint32> certainIds(const QString &root);
 
 /// \a path in code page "IBM 850" as far as the names of these tests need it.
 QByteArray codePageBytes(const QString &path);
+
+} // namespace brisel

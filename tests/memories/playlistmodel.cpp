@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 /// Matches the entries of a model with what a playlist plays.
 class PlaylistModel::Match
 {
@@ -113,3 +116,5 @@ QString PlaylistModel::compare(int number, const QList<Played> &now, const Songs
     return u"playlist %1 should play\n    %2\nand plays\n    %3"_qs.arg(
         QString::number(number), wanted.join(u' '), there.join(u' '));
 }
+
+} // namespace brisel

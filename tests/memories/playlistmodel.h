@@ -6,6 +6,9 @@
 #include <QSet>
 #include <QString>
 
+namespace brisel
+{
+
 /// What the playlists of one memory should play. Songs are numbers that do not change with their
 /// paths and ids.
 class PlaylistModel
@@ -49,3 +52,5 @@ private:
 
     QHash<int, QList<Entry>> m_playlists;
 };
+
+} // namespace brisel

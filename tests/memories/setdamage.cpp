@@ -5,6 +5,9 @@
 
 #include <sys/stat.h>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -178,3 +181,5 @@ SetDamage damagePathFile(const QString &root, std::mt19937 &random)
     makeFile(path, content);
     return {u"damage %1: %2"_qs.arg(name, description)};
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 #include <random>
 
+namespace brisel
+{
+
 /// Damage that was done to a file of a memory.
 struct SetDamage {
     QString description;
@@ -15,3 +18,5 @@ struct SetDamage {
 SetDamage damageSet(const QString &root, std::mt19937 &random, bool mayRemove);
 /// Damages the path file of a playlist, if there is one.
 SetDamage damagePathFile(const QString &root, std::mt19937 &random);
+
+} // namespace brisel

@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 /// After any life a memory has a correct set, and playlists that play what they should.
 class TestMemories : public QObject
 {

@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QtTest>
 
+using namespace brisel;
+
 /// The song types that an installation declares to the desktop: XDG_DATA_DIRS names its folder.
 class TestSongTypes : public QObject
 {

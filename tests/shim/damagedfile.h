@@ -5,6 +5,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+namespace brisel
+{
+
 /// While it exists a file can't be read from an offset on. Only one may exist at a time.
 class DamagedFile
 {
@@ -18,3 +21,5 @@ public:
     DamagedFile(const DamagedFile &) = delete;
     DamagedFile &operator=(const DamagedFile &) = delete;
 };
+
+} // namespace brisel

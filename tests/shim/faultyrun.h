@@ -12,6 +12,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace brisel
+{
+
 /// Index runs that are cut, or whose disk fails.
 
 using IndexWork = std::function<bool(ScriptedIndex &, const QString &)>;
@@ -42,3 +45,5 @@ inline int runWithFault(const SampleMemory &memory, const IndexWork &run, int nu
     reached = (WEXITSTATUS(status) & 2) != 0;
     return WEXITSTATUS(status) & 1;
 }
+
+} // namespace brisel

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using namespace Samples;
 

@@ -16,6 +16,8 @@
 #include <csignal>
 #include <unistd.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

@@ -10,6 +10,8 @@
 
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

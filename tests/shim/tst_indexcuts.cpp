@@ -8,6 +8,8 @@
 #include <QCryptographicHash>
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -15,6 +15,8 @@
 
 #include <unistd.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

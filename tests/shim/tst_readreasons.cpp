@@ -12,6 +12,8 @@
 
 #include <unistd.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

@@ -4,6 +4,8 @@
 #include "tests/scriptedindex.h"
 #include "tests/shim/faultyrun.h"
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

@@ -5,6 +5,8 @@
 
 #include <utility>
 
+using namespace brisel;
+
 using namespace Sample;
 
 namespace

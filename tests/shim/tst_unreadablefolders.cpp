@@ -8,6 +8,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using namespace Sample;
 

@@ -14,6 +14,8 @@
 #include <algorithm>
 #include <cstdio>
 
+using namespace brisel;
+
 // Runs one job of the program, for tests that kill it or let its writes fail. The arguments are the
 // name of the job and its paths. Ends with 0 if the job reported success, otherwise with 1;
 // messages go to the standard error.

@@ -3,6 +3,9 @@
 #include "songfile/rawmidifile.h"
 #include "tests/songfile/samples.h"
 
+namespace brisel
+{
+
 /// A MIDI file of \a data, which must be valid.
 inline RawMidiFile loaded(const QByteArray &data)
 {
@@ -17,3 +20,5 @@ inline QByteArray keyEvent(const char (&signature)[3])
 {
     return Samples::metaEvent('\x59', QByteArray(signature, 2));
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "songfile/mp3header.h"
 
+namespace brisel
+{
+
 /// The tag loaded from \a data, the start of an MP3.
 inline Mp3Header loadedTag(const QByteArray &data)
 {
@@ -17,3 +20,5 @@ inline bool isSizeRight(const Mp3Header &header)
     return Mp3Header::getId3TagSize(header.stream()) + 10 ==
            static_cast<unsigned>(header.stream().size());
 }
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -330,3 +333,5 @@ QByteArray modelExpand(const QByteArray &stream)
     }
     return text.mid(ring, size);
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -202,3 +205,5 @@ QString MidiReader::whatChanged(const QByteArray &before, const QByteArray &afte
         return QStringLiteral("other bytes around the first track");
     return {};
 }
+
+} // namespace brisel

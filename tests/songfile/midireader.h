@@ -7,6 +7,9 @@
 #include <functional>
 #include <optional>
 
+namespace brisel
+{
+
 /// A strict reader of Standard MIDI Files, for tests only, which shares no code with the program.
 namespace MidiReader
 {
@@ -57,3 +60,5 @@ QString whatChanged(const QByteArray &before, const QByteArray &after, const Kin
                     const QByteArray &written);
 
 } // namespace MidiReader
+
+} // namespace brisel

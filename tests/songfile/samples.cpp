@@ -5,6 +5,9 @@
 #include <QFile>
 #include <QtEndian>
 
+namespace brisel
+{
+
 static QByteArray number(quint32 value)
 {
     QByteArray bytes(4, '\0');
@@ -104,3 +107,5 @@ QByteArray Samples::read(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
 }
+
+} // namespace brisel

@@ -7,6 +7,9 @@
 #include <QMap>
 #include <QString>
 
+namespace brisel
+{
+
 /// Song files written out byte by byte, without the program's own writers.
 namespace Samples
 {
@@ -45,3 +48,5 @@ void write(const QString &path, const QByteArray &content);
 QByteArray read(const QString &path);
 
 } // namespace Samples
+
+} // namespace brisel

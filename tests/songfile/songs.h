@@ -3,6 +3,9 @@
 #include "songfile/metasong.h"
 #include "tests/songfile/samples.h"
 
+namespace brisel
+{
+
 /// Samples as the program's own song objects, and records to put into them.
 namespace Samples
 {
@@ -52,3 +55,5 @@ inline SongInfo fullInfo(bool isKordia)
 }
 
 } // namespace Samples
+
+} // namespace brisel

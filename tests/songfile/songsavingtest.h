@@ -21,6 +21,9 @@
 #include <sys/ioctl.h>
 #endif
 
+namespace brisel
+{
+
 namespace Samples
 {
 
@@ -97,3 +100,5 @@ inline MetaSong SongSavingTest::changedSong(const QString &name)
 }
 
 } // namespace Samples
+
+} // namespace brisel

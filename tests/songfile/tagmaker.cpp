@@ -4,6 +4,9 @@
 
 #include <array>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -241,3 +244,5 @@ QByteArray TagMaker::song(const QByteArray &audio)
                         .arg(padding);
     return "ID3" + header + body + (hasFooter ? "3DI" + header : QByteArray()) + audio;
 }
+
+} // namespace brisel

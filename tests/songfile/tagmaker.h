@@ -6,6 +6,9 @@
 
 #include <random>
 
+namespace brisel
+{
+
 /// Makes ID3v2 tags of every version and form byte by byte; shares no code with the program's
 /// reader.
 class TagMaker
@@ -46,3 +49,5 @@ private:
     bool m_isUnsynchronised = false;
     bool m_hasPlainSizes = false;
 };
+
+} // namespace brisel

@@ -7,6 +7,8 @@
 #include <QElapsedTimer>
 #include <QtTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Samples::kordiaEvent;
 using Samples::metaEvent;

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -10,6 +10,8 @@
 #include <functional>
 #include <random>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Samples::bytes;
 using Samples::kordiaEvent;

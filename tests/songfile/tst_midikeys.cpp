@@ -6,6 +6,8 @@
 
 #include <QtTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Samples::metaEvent;
 using Samples::midi;

@@ -4,6 +4,8 @@
 
 #include <QtTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using MidiReader::Event;
 using Samples::bytes;

@@ -5,6 +5,8 @@
 
 #include <QtTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Samples::bytes;
 using Samples::kordiaEvent;

@@ -8,6 +8,8 @@
 
 #include <array>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Field = RawMidiFile::Field;
 using Samples::bytes;

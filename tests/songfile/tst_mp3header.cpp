@@ -6,6 +6,8 @@
 
 #include <limits>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Samples::frame;
 using Samples::tag;

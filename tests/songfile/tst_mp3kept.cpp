@@ -17,6 +17,8 @@
 #include <id3v2tag.h>
 #include <mpegfile.h>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

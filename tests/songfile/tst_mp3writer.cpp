@@ -6,6 +6,8 @@
 #include <linux/msdos_fs.h>
 #include <sys/xattr.h>
 
+using namespace brisel;
+
 using namespace Samples;
 using namespace Qt::StringLiterals;
 

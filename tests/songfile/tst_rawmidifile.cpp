@@ -7,6 +7,8 @@
 
 #include <functional>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Samples::kordiaEvent;
 using Samples::metaEvent;

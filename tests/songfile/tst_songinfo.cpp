@@ -7,6 +7,8 @@
 
 #include <limits>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 class TestSongInfo : public QObject

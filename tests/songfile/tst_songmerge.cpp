@@ -7,6 +7,8 @@
 
 #include <memory>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using Samples::artistField;
 using Samples::authorField;

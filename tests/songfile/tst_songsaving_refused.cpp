@@ -1,5 +1,7 @@
 #include "tests/songfile/songsavingtest.h"
 
+using namespace brisel;
+
 using namespace Samples;
 using namespace Qt::StringLiterals;
 

@@ -7,6 +7,8 @@
 #include <QStandardPaths>
 #include <QtTest>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 /// Tools by others must be able to read what the program has written.

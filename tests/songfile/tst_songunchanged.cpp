@@ -7,6 +7,8 @@
 
 #include <memory>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 using HandMade::bytes;
 using HandMade::tag;

@@ -6,6 +6,8 @@
 
 #include <functional>
 
+using namespace brisel;
+
 using namespace Qt::StringLiterals;
 
 namespace

@@ -8,6 +8,8 @@
 
 #include <cmath>
 
+using namespace brisel;
+
 /// The program's images, drawn as the build draws them.
 class TestArtwork : public QObject
 {

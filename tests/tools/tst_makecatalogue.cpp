@@ -13,6 +13,8 @@
 #include <csignal>
 #include <sys/resource.h>
 
+using namespace brisel;
+
 namespace
 {
 

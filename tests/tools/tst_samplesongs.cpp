@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace brisel;
+
 using namespace SampleSongs;
 
 class TestSampleSongs : public QObject

@@ -5,6 +5,9 @@
 #include <QDir>
 #include <QFile>
 
+namespace brisel
+{
+
 DemoHome::DemoHome(const QString &language)
     : m_folder(QDir::tempPath() + QStringLiteral("/brisel2pc-demo-XXXXXX"))
 {
@@ -26,3 +29,5 @@ bool DemoHome::isValid() const
 {
     return m_folder.isValid() && QDir(memory()).exists();
 }
+
+} // namespace brisel

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QTemporaryDir>
 
+namespace brisel
+{
+
 /// The demo's files: a temporary home with songs, an empty memory of the player, and folders for
 /// backups and lists. The user's settings, catalogue copies and songs are not used. Construct it
 /// before the application object.
@@ -24,3 +27,5 @@ private:
 
     QTemporaryDir m_folder;
 };
+
+} // namespace brisel

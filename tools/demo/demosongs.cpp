@@ -4,6 +4,9 @@
 
 #include <QFile>
 
+namespace brisel
+{
+
 static bool writeBrokenSong(const DemoSong &song)
 {
     QFile file(song.path);
@@ -36,3 +39,5 @@ QList<DemoSong> writeDemoSongs(const QString &folder)
     songs.append(broken);
     return songs;
 }
+
+} // namespace brisel

@@ -6,6 +6,9 @@
 #include <QList>
 #include <QString>
 
+namespace brisel
+{
+
 /// A song that the demo picks.
 struct DemoSong {
     QString path;
@@ -20,3 +23,5 @@ struct DemoSong {
 /// Writes the demo's songs into \a folder: all kinds, in the catalogue or not, and one broken file.
 /// Returns an empty list if a file could not be written.
 QList<DemoSong> writeDemoSongs(const QString &folder);
+
+} // namespace brisel

@@ -14,6 +14,9 @@
 #include <QMessageBox>
 #include <QTest>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -141,3 +144,5 @@ void Hand::choose(QWidget *dialog, const QString &comboBox, int item)
     for (int i = 0; i < item; ++i)
         QTest::keyClick(box, Qt::Key_Down);
 }
+
+} // namespace brisel

@@ -7,9 +7,13 @@
 #include <functional>
 #include <memory>
 
-class Narrator;
 class QMainWindow;
 class QWidget;
+
+namespace brisel
+{
+
+class Narrator;
 
 /// A text of the program in the two languages of the demo.
 struct ShownText {
@@ -59,3 +63,5 @@ private:
     bool m_english;
     std::unique_ptr<DialogScript> m_script;
 };
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QTableView>
 #include <QTest>
 
+namespace brisel
+{
+
 LibraryTable::LibraryTable(const QMainWindow &window)
     : m_view(window.findChild<QTableView *>(QStringLiteral("userLibraryTableView")))
 {
@@ -53,3 +56,5 @@ void LibraryTable::doubleClick(int row) const
     QTest::mouseClick(m_view->viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(m_view->viewport(), Qt::LeftButton, {}, place);
 }
+
+} // namespace brisel

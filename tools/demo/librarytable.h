@@ -5,6 +5,9 @@
 class QMainWindow;
 class QTableView;
 
+namespace brisel
+{
+
 /// Reads the main window's song table as displayed.
 class LibraryTable
 {
@@ -25,3 +28,5 @@ public:
 private:
     QTableView *m_view;
 };
+
+} // namespace brisel

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -277,3 +280,5 @@ const DemoSong *LibraryTour::songAt(int row) const
                                     [&path](const DemoSong &song) { return song.path == path; });
     return found == m_stage.songs.end() ? nullptr : &*found;
 }
+
+} // namespace brisel

@@ -2,6 +2,9 @@
 
 #include "tools/demo/stage.h"
 
+namespace brisel
+{
+
 /// The first half of the tour: the songs in the library table.
 class LibraryTour
 {
@@ -28,3 +31,5 @@ private:
 
     Stage &m_stage;
 };
+
+} // namespace brisel

@@ -15,6 +15,8 @@
 
 #include <optional>
 
+using namespace brisel;
+
 namespace
 {
 

@@ -4,6 +4,9 @@
 #include <QTextCodec>
 #include <QtEndian>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -225,3 +228,5 @@ void MemoryReader::checkCounts(const QList<qsizetype> &counts)
                       .arg(counts.at(i)));
     }
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace brisel
+{
+
 /// A song record as the player shows it in its lists.
 struct ListedSong {
     quint32 id = 0;
@@ -68,3 +71,5 @@ private:
     QList<SongGroup> m_genres;
     QList<ListedSong> m_mp3Titles;
 };
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 
 #include <algorithm>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -243,3 +246,5 @@ void MemoryTour::listGroups(const QString &heading, const QList<SongGroup> &grou
             m_stage.narrator.print(QStringLiteral("    %1  %2").arg(song.id, 3).arg(song.title));
     }
 }
+
+} // namespace brisel

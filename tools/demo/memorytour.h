@@ -3,6 +3,9 @@
 #include "tools/demo/memoryreader.h"
 #include "tools/demo/stage.h"
 
+namespace brisel
+{
+
 /// The second half of the tour: the songs on the player's memory.
 class MemoryTour
 {
@@ -30,3 +33,5 @@ private:
     QList<quint32> m_playlistIds;
     qsizetype m_songsOnMemory = 0;
 };
+
+} // namespace brisel

@@ -5,6 +5,9 @@
 #include <QTextStream>
 #include <QWidget>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -58,3 +61,5 @@ void Narrator::takePicture(QWidget *widget, const QString &name)
     else
         check(false, QStringLiteral("picture %1 written").arg(file));
 }
+
+} // namespace brisel

@@ -4,6 +4,9 @@
 
 class QWidget;
 
+namespace brisel
+{
+
 /// Prints the steps of the tour to the standard output, saves the pictures and counts failures.
 class Narrator
 {
@@ -29,3 +32,5 @@ private:
     int m_pictures = 0;
     int m_failures = 0;
 };
+
+} // namespace brisel

@@ -8,6 +8,9 @@
 #include <QTest>
 #include <QTextEdit>
 
+namespace brisel
+{
+
 namespace
 {
 
@@ -49,3 +52,5 @@ void readAbout(Stage &stage)
     stage.hand.chooseMenu(QStringLiteral("actionAbout"), QString());
     stage.hand.checkAnswered();
 }
+
+} // namespace brisel

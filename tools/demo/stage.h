@@ -8,6 +8,9 @@
 #include <QFile>
 #include <QMainWindow>
 
+namespace brisel
+{
+
 /// The objects that every step of the tour uses.
 struct Stage {
     DemoHome &home;
@@ -23,3 +26,5 @@ inline QByteArray fileBytes(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
+
+} // namespace brisel
