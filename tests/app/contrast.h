@@ -17,7 +17,7 @@ inline double luminance(const QColor &colour)
            0.0722 * linear(colour.blueF());
 }
 
-/// The contrast of two colours, 1 to 21, by the usual formula for readable texts.
+/// The contrast ratio of two colours, 1 to 21, by the usual formula for readable texts.
 inline double contrast(const QColor &first, const QColor &second)
 {
     const double a = luminance(first);

@@ -1,7 +1,7 @@
 /// Draws every window of the program in both languages. Usage: drawwindows <percent> <folder>
 /// [<help>]: with text of that size each picture becomes <folder>/<window>_<language>.png, and the
 /// main window, as wide as a page of the help, <help>/mainwindow_<language>.png. The folders must
-/// be there.
+/// exist.
 
 #include "app/startup.h"
 #include "app/style.h"
@@ -31,7 +31,7 @@ int fail(int code, const QString &message)
     return code;
 }
 
-/// Draws the window of that name into \a folder, and into \a helpFolder when it is not empty.
+/// Draws the window of that name into \a folder, and into \a helpFolder if it is not empty.
 bool draw(const QString &name, const QString &language, const QString &folder,
           const QString &helpFolder)
 {
@@ -73,11 +73,11 @@ int main(int argc, char **argv)
     const QString folder = QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[2]));
     const QString helpFolder =
         argc == 4 ? QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[3])) : QString();
-    // What the windows tell the log is noise here.
+    // The log of the windows is not needed here.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     const TestHome home;
     QApplication application(argc, argv);
-    QApplication::setCursorFlashTime(0); // a caret that is there in every picture
+    QApplication::setCursorFlashTime(0); // the caret is visible in every picture
     applyDarkStyle(application);
     QFont font = QApplication::font();
     font.setPointSizeF(font.pointSizeF() * percent / 100);

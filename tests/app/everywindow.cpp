@@ -117,7 +117,7 @@ std::unique_ptr<DataEditDialog> makeEditDialog()
     return dialog;
 }
 
-/// With a hint under each text, one of them as long as it gets.
+/// With a hint under each text, one of them of maximum length.
 std::unique_ptr<QWidget> makeEditDialogWithHints()
 {
     std::unique_ptr<DataEditDialog> dialog = makeEditDialog();
@@ -167,7 +167,7 @@ std::unique_ptr<QWidget> makeMessage()
         QMessageBox::Yes | QMessageBox::No);
 }
 
-/// The window that a run blocks, and the progress dialog over it.
+/// The window during a run, with the progress dialog over it.
 class WindowAtWork : public QWidget
 {
 public:

@@ -15,22 +15,22 @@
 namespace brisel
 {
 
-/// Looks at every widget that is painted while it lives, whichever window it belongs to, and notes
-/// where data from songs would be taken for markup: the data are known by a word that they hold.
+/// During its lifetime checks every widget that is painted, and records where data from songs would
+/// be read as markup. The data are recognised by a word in them.
 class MarkupWatch : public QObject
 {
 public:
     MarkupWatch() { qApp->installEventFilter(this); }
 
-    /// The word. What stands around it in the data must be on the screen as it is.
+    /// The word. The data around it must appear unchanged on the screen.
     static QString word() { return QStringLiteral("zqx"); }
     static QString before() { return QStringLiteral("<b>"); }
     static QString after() { return QStringLiteral("<img src=x.png>&amp;"); }
     static QString text() { return before() + word() + after(); }
 
-    /// Where the data were seen, as "class of the window.name of the widget".
+    /// The places where the data were seen, as "class of the window.name of the widget".
     const QSet<QString> &places() const { return m_places; }
-    /// Where they were not shown literally.
+    /// The places where they were not shown literally.
     const QStringList &problems() const { return m_problems; }
 
 protected:
@@ -42,7 +42,7 @@ protected:
     }
 
 private:
-    /// What a widget that guesses the format of its texts makes of \a text.
+    /// The text that a widget that guesses the format of its texts shows for \a text.
     static QString shown(const QString &text, bool isRich)
     {
         if (!isRich)
@@ -97,7 +97,7 @@ private:
         const QString place = QStringLiteral("%1.%2").arg(
             QLatin1StringView(widget->window()->metaObject()->className()), widget->objectName());
         m_places.insert(place);
-        // Where the room is short, only a part of plain text may be there.
+        // Without enough room, only a part of plain text may be shown.
         if (isRich && !shown(text, isRich).contains(MarkupWatch::text()))
             m_problems.append(
                 QStringLiteral("%1 %2: %3").arg(place, QLatin1StringView(kind), text));

@@ -1,7 +1,7 @@
 // A plugin that looks at the real program from inside. Qt loads it while the application object is
-// made, where QT_PLUGIN_PATH has its folder and QT_QPA_GENERIC_PLUGINS is "brisel_probe:<code>".
-// It warns at once, prints what the window shows as a JSON object as soon as the event loop runs,
-// and ends the loop with that code.
+// made, where QT_PLUGIN_PATH has its folder and QT_QPA_GENERIC_PLUGINS is "brisel_probe:<code>". It
+// warns at once, prints what the window shows as a JSON object as soon as the event loop runs, and
+// ends the loop with that code.
 
 #include <QApplication>
 #include <QGenericPlugin>
@@ -46,7 +46,7 @@ bool showsImageOfTheProgram(const QIcon &icon)
            shown == QIcon(QStringLiteral(":/imgs/brisel2pc.png")).pixmap(size).toImage();
 }
 
-/// Empty when no window is shown.
+/// Empty if no window is shown.
 QJsonObject whatIsSeen()
 {
     const QMainWindow *window = shownWindow();

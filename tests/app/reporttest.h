@@ -7,7 +7,7 @@
 namespace brisel
 {
 
-/// What the tests of the report share: they read it as a user does.
+/// Common functions for tests of the report, which read it as a user does.
 class ReportTest : public WorkflowTest
 {
 protected:
@@ -15,10 +15,10 @@ protected:
     {
         return m_window->findChild<QPushButton *>(u"detailsPushButton"_qs);
     }
-    /// What the status bar says of the last run.
+    /// The text of the status bar about the last run.
     QString outcome() const { return m_window->findChild<QLabel *>(u"outcomeLabel"_qs)->text(); }
 
-    /// What the report says when the button opens it, line by line.
+    /// The lines of the report, which is opened by the button.
     QStringList reportLines()
     {
         QString text;

@@ -70,7 +70,7 @@ struct SampleWindow {
     UserSongsRelTableModel *model = nullptr;
 };
 
-/// Notes what the progress dialogs show while runs let events through: title, label and maximum.
+/// Records what the progress dialogs show when runs process events: title, label and maximum.
 class ProgressWatch : public QObject
 {
 public:

@@ -57,7 +57,7 @@ QFont shownFont(const QDialog &dialog, const char *name)
     return cursor.charFormat().font();
 }
 
-/// Translates the window's title, and the version text with other words around its places.
+/// Translates the window's title, and the version text with other words around its placeholders.
 class EnglishTexts : public QTranslator
 {
 public:
@@ -118,8 +118,8 @@ void TestAboutDialog::showsTheDayOfTheBuildAsTheSystemWritesIt()
              QStringLiteral("Build date: ") + text);
 }
 
-/// The source was compiled after its last change, and before it was linked into this program. The
-/// day of slack on either side is for a build in another time zone.
+/// The source was compiled after its last change, and before it was linked into this program. One
+/// day of tolerance allows for a build in another time zone.
 void TestAboutDialog::takesTheDayOfTheBuildFromTheCompiler()
 {
     const QFileInfo source(QStringLiteral(BRISEL_TREE "/app/startup.cpp"));

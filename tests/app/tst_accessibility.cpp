@@ -17,7 +17,7 @@
 
 using namespace brisel;
 
-/// What a screen reader learns of every window.
+/// The data of every window for screen readers.
 class TestAccessibility : public QObject
 {
     Q_OBJECT
@@ -28,13 +28,13 @@ private slots:
     void controlsAreDescribed_data() { controlsHaveNames_data(); }
     void controlsAreDescribed();
     void namesTellControlsApart_data() { controlsHaveNames_data(); }
-    void namesTellControlsApart();
+    void namesDistinguishControls();
     void menusCanBeRead();
     void tableCanBeRead();
 
 private:
     using Look = std::function<void(QAccessibleInterface *control, const QString &what)>;
-    /// Hands every control of a window to \a look.
+    /// Calls \a look for every control of a window.
     static void lookAtControls(const QString &window, const Look &look);
 };
 
@@ -58,7 +58,7 @@ bool isControl(const QAccessibleInterface *part)
     }
 }
 
-/// Parts of another control, which a reader never meets by themselves.
+/// Parts of other controls, which screen readers never show alone.
 bool isPart(const QObject *object)
 {
     const QObject *parent = object->parent();
@@ -110,7 +110,7 @@ void TestAccessibility::controlsAreDescribed()
     QStringList missing;
     lookAtControls(name, [&](QAccessibleInterface *control, const QString &what) {
         const QObject *parent = control->object()->parent();
-        // Their buttons say all there is to say, and pages speak for themselves.
+        // The texts of buttons are enough, and pages show their own texts.
         const bool isPlain = qobject_cast<const QDialogButtonBox *>(parent) != nullptr ||
                              qobject_cast<const QProgressDialog *>(parent) != nullptr ||
                              control->object()->inherits("QTextBrowser");
@@ -120,7 +120,7 @@ void TestAccessibility::controlsAreDescribed()
     QCOMPARE(missing.join(u", "_qs), QString());
 }
 
-void TestAccessibility::namesTellControlsApart()
+void TestAccessibility::namesDistinguishControls()
 {
     QFETCH(QString, name);
     QHash<QString, QString> known;

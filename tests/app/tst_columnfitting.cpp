@@ -23,7 +23,8 @@ private slots:
 private:
     static constexpr int rows = 300;
 
-    /// Column 0 has texts of its own, column 1 seven of them, column 2 numbers, column 3 nothing.
+    /// Column 0 has a different text in each row, column 1 seven texts, column 2 numbers, column 3
+    /// nothing.
     static void fill(QStandardItemModel &model)
     {
         model.setColumnCount(4);

@@ -9,7 +9,7 @@
 
 using namespace brisel;
 
-/// The language changes while a dialog is open: its texts follow at once, and what was filled in
+/// The language changes while a dialog is open: its texts change at once, and the user's input
 /// stays.
 class TestDialogLanguages : public WorkflowTest
 {
@@ -27,7 +27,7 @@ private slots:
     void inTheEditDialog();
 
 private:
-    /// A text of a dialog: of the part with this object name, or the window's title.
+    /// A text of a dialog: of the widget with this object name, or the window's title.
     struct Text {
         const char *part;
         QString italian;
@@ -106,7 +106,7 @@ void TestDialogLanguages::inTheQuestionOfATransfer()
     makeFile(there, "old");
     m_script->expectFiles({at(u"volumes/CARD"_qs)});
     m_script->expect("NoCopyrightDialog", [this, there](QWidget *widget) {
-        // The asker gave the message in the language of that moment.
+        // The message was translated when the question was asked.
         const QString message = u"esiste già, vuoi sostituirlo?"_qs;
         checkTexts(widget, {{"title", u"Richiesta conferma"_qs, u"Confirmation request"_qs},
                             {"fileNameLabel", there, there},

@@ -12,7 +12,7 @@
 using namespace brisel;
 
 /// The edit dialog over songs of the window: what it shows before a save, and what a save leaves
-/// alone.
+/// unchanged.
 class TestEditDialog : public ReportTest
 {
     Q_OBJECT
@@ -23,12 +23,12 @@ private slots:
 
     void tempoLeavesAKeyThatIsNotInTheList_data();
     void tempoLeavesAKeyThatIsNotInTheList();
-    void keepsWhatAnotherProgramChangedMeanwhile();
+    void keepsWhatAnotherProgramChangedDuringTheEdit();
     void reportsASongThatBecameAnother();
-    void tellsWhatAMidiSongCannotHold_data();
-    void tellsWhatAMidiSongCannotHold();
-    void tellsWhatTheOtherSongsCannotHold_data() { tellsWhatAMidiSongCannotHold_data(); }
-    void tellsWhatTheOtherSongsCannotHold();
+    void describesWhatAMidiSongCannotHold_data();
+    void describesWhatAMidiSongCannotHold();
+    void describesWhatTheOtherSongsCannotHold_data() { describesWhatAMidiSongCannotHold_data(); }
+    void describesWhatTheOtherSongsCannotHold();
     void hintFollowsTheLanguage();
 
 private:
@@ -40,7 +40,7 @@ private:
         m_window->findChild<QAction *>(u"action"_qs + language)->trigger();
         QCoreApplication::processEvents(); // the event that reaches the windows is posted
     }
-    /// What the hint under that text shows; nothing while it is not seen.
+    /// The hint under that text; empty while it is hidden.
     static QString hint(const QWidget *dialog, const QString &datum)
     {
         const auto *label = dialog->findChild<QLabel *>(datum + u"HintLabel"_qs);
@@ -87,7 +87,7 @@ void TestEditDialog::tempoLeavesAKeyThatIsNotInTheList()
              1);
 }
 
-void TestEditDialog::keepsWhatAnotherProgramChangedMeanwhile()
+void TestEditDialog::keepsWhatAnotherProgramChangedDuringTheEdit()
 {
     makeSongs({u"one.mid"_qs}, false);
     import({u"one.mid"_qs});
@@ -121,7 +121,7 @@ void TestEditDialog::reportsASongThatBecameAnother()
     QVERIFY(reportLines().last().contains(FileReason::changed.text()));
 }
 
-void TestEditDialog::tellsWhatAMidiSongCannotHold_data()
+void TestEditDialog::describesWhatAMidiSongCannotHold_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("here");
@@ -132,7 +132,7 @@ void TestEditDialog::tellsWhatAMidiSongCannotHold_data()
                         << u"In files other than MP3 these will become \"?\": Ω"_qs;
 }
 
-void TestEditDialog::tellsWhatAMidiSongCannotHold()
+void TestEditDialog::describesWhatAMidiSongCannotHold()
 {
     QFETCH(QString, language);
     QFETCH(QString, here);
@@ -162,7 +162,7 @@ void TestEditDialog::tellsWhatAMidiSongCannotHold()
     verifyScript();
 }
 
-void TestEditDialog::tellsWhatTheOtherSongsCannotHold()
+void TestEditDialog::describesWhatTheOtherSongsCannotHold()
 {
     QFETCH(QString, language);
     QFETCH(QString, elsewhere);

@@ -18,7 +18,7 @@
 using namespace brisel;
 
 /// Memories that can't be written, and memories that another program works on, through the window:
-/// each run says so, and changes nothing.
+/// each run reports that, and changes nothing.
 class TestGuardedMemory : public ReportTest
 {
     Q_OBJECT

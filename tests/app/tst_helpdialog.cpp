@@ -33,8 +33,8 @@ private slots:
     void linksOnlyToItsOwnChaptersAndPictures();
     void readsAsUtf8_data();
     void readsAsUtf8();
-    void tellsWhatMustBeKnown_data();
-    void tellsWhatMustBeKnown();
+    void explainsWhatMustBeKnown_data();
+    void explainsWhatMustBeKnown();
 };
 
 namespace
@@ -237,12 +237,12 @@ void TestHelpDialog::readsAsUtf8()
         QVERIFY(text.contains(QStringLiteral("\u00fcbertragen")));
 }
 
-void TestHelpDialog::tellsWhatMustBeKnown_data()
+void TestHelpDialog::explainsWhatMustBeKnown_data()
 {
     addLanguages();
 }
 
-void TestHelpDialog::tellsWhatMustBeKnown()
+void TestHelpDialog::explainsWhatMustBeKnown()
 {
     QFETCH(QString, language);
     setLanguage(language);

@@ -14,7 +14,7 @@ using namespace brisel;
 namespace
 {
 
-/// The most memory that the process has ever held, in KiB.
+/// The maximum memory of the process so far, in KiB.
 long peakMemory()
 {
     rusage usage{};
@@ -30,7 +30,7 @@ void cutTo(const QString &path, off_t size)
 
 } // namespace
 
-/// Files that no song should be, imported, synchronised, edited and transferred by the window.
+/// Files that are not valid songs, imported, synchronised, edited and transferred by the window.
 class TestHostileSongs : public WorkflowTest
 {
     Q_OBJECT
@@ -47,7 +47,7 @@ private slots:
 
 private:
     QString card() const { return at(u"volumes/CARD"_qs); }
-    /// Picks all songs of \a folder. Not by typing: the line for names knows no quotes.
+    /// Picks all songs of \a folder. Not by typing: names with quotes can't be typed there.
     void pickAll(const QString &folder, int count);
     void synchronise();
     void transfer(const QString &outcome);
@@ -159,7 +159,7 @@ void TestHostileSongs::hugeAndEmptyFiles()
     QVERIFY2(peakMemory() - before < mostKiB, "it holds what it does not need");
 }
 
-/// Songs that have become something else since they were imported.
+/// Songs that were replaced by other entries after the import.
 void TestHostileSongs::filesThatAreNone()
 {
     const QStringList names{u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs,
@@ -173,7 +173,7 @@ void TestHostileSongs::filesThatAreNone()
     QVERIFY(::mkfifo(QFile::encodeName(at(names.at(1))).constData(), 0600) == 0);
     QVERIFY(QFile::link(at(names.at(2)), at(names.at(2))));
     QVERIFY(QFile::link(u"/dev/zero"_qs, at(names.at(3))));
-    // The last one stays away.
+    // The last one stays removed.
     synchronise();
     QCOMPARE(statuses(), u"333331"_qs);
     for (int row = 0; row < 5; ++row)

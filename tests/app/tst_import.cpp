@@ -23,7 +23,7 @@
 
 using namespace brisel;
 
-/// The import as a user drives it: the button, the file dialog, the display, the summary.
+/// The import as a user runs it: the button, the file dialog, the progress, the summary.
 class TestImport : public QObject
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ private slots:
     void remembersThatNoMoreMessagesAreWanted_data();
     void remembersThatNoMoreMessagesAreWanted();
     void showsTheAdvance();
-    void goesOnAfterInterrompi();
+    void continuesAfterInterrompi();
     void replacesTheRowsOfTheLastImport();
     void fitsTheColumnsToTheRowsThatCame();
     void importsTheSameListAgain();
@@ -65,7 +65,7 @@ private:
             m_script->expect(className, step);
         QTest::mouseClick(button("selectDirToolButton"), Qt::LeftButton);
     }
-    /// Checks the summary and answers it by the button \a name, ticking the box first with \a tick.
+    /// Checks the summary and presses the button \a name; with \a tick, checks the checkbox first.
     void expectSummary(const QString &text, const char *name, bool tick = false)
     {
         m_afterPicking.append(
@@ -102,7 +102,7 @@ private:
     QList<std::pair<const char *, DialogScript::Step>> m_afterPicking;
 };
 
-/// Does something while a run lets events through.
+/// Runs a step when a run processes events.
 class DuringTheRun : public QObject
 {
 public:
@@ -233,7 +233,8 @@ void TestImport::remembersThatNoMoreMessagesAreWanted()
         QStringLiteral("Sono stati esaminti 1 files, trovate 1 songs di cui 0 di (c)Kordia"),
         button.constData(), true);
     if (button == "yesPushButton")
-        expectBackupOffer("exitPushButton"); // and no question: the tick holds for this run, too
+        expectBackupOffer(
+            "exitPushButton"); // and no question: the checkbox also applies to this run
     pick({path("a/one.mid")});
     QCOMPARE(QSettings(settingsOrganisation, settingsApplication)
                  .value(QStringLiteral("copyrightAsk"))
@@ -263,7 +264,7 @@ void TestImport::showsTheAdvance()
     QVERIFY(m_window->findChild<QProgressDialog *>() == nullptr);
 }
 
-void TestImport::goesOnAfterInterrompi()
+void TestImport::continuesAfterInterrompi()
 {
     setAsking(false);
     DuringTheRun press([](QProgressDialog *dialog) {

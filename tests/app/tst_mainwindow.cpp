@@ -20,7 +20,7 @@
 
 using namespace brisel;
 
-/// The window as it opens: its table, its keys, its end.
+/// The window as it opens: its table, its keys, closing it.
 class TestMainWindow : public WindowTest
 {
     Q_OBJECT
@@ -110,7 +110,7 @@ void TestMainWindow::revealsHiddenOptionsByKeys()
     open();
     const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::AltModifier;
     for (bool shown : {true, false, true}) {
-        // To the window of the system, as real keys come, whichever widget has the focus.
+        // Sent to the native window, like real keys, independent of the focus.
         QTest::keyClick(m_window->windowHandle(), Qt::Key_D, both);
         QCOMPARE(find<QWidget>("debugKordiaGroupBox")->isVisible(), shown);
         QCOMPARE(find<QWidget>("debugGroupBox")->isVisible(), shown);

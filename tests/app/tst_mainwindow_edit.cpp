@@ -182,7 +182,7 @@ void TestMainWindowEdit::keysAnswerTheQuestionBeforeDeleting_data()
     QTest::newRow("Escape") << int(Qt::Key_Escape);
 }
 
-/// None of them deletes.
+/// None of these deletes the song.
 void TestMainWindowEdit::keysAnswerTheQuestionBeforeDeleting()
 {
     QFETCH(int, key);

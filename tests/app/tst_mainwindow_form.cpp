@@ -18,7 +18,7 @@
 
 using namespace brisel;
 
-/// What stands in the window: texts, images, menus, and the order of them.
+/// The content of the window: texts, images, menus, and their order.
 class TestMainWindowForm : public WindowTest
 {
     Q_OBJECT

@@ -13,7 +13,7 @@
 
 using namespace brisel;
 
-/// What the window stores and shows again: language, questions, log.
+/// What the window stores and restores: language, questions, log.
 class TestMainWindowSettings : public WindowTest
 {
     Q_OBJECT

@@ -103,7 +103,7 @@ void TestMainWindowSync::completedSynchronisationDisablesTheButton()
     import({u"one.mid"_qs, u"none.mid"_qs});
     QStringList seen;
     m_script->expect("BackupDialog", [this, &seen](QWidget *widget) {
-        // The progress of the run that follows.
+        // The progress of the next run.
         QTimer::singleShot(0, m_window, [this, &seen] {
             if (const auto *dialog = m_window->findChild<QProgressDialog *>())
                 seen = {dialog->windowTitle(), dialog->isModal() ? u"modal"_qs : QString()};

@@ -29,7 +29,7 @@ private slots:
     void inTheSongsListDialog();
 
 private:
-    /// A folder of the song files, a memory, a file of it: markup all.
+    /// A folder of the song files, a memory, a file of it: all are markup.
     QString folder() const { return at(MarkupWatch::text()); }
     QString card() const { return at(u"volumes/"_qs + MarkupWatch::text()); }
     QString song(int number) const
@@ -37,7 +37,7 @@ private:
         return folder() + u'/' + MarkupWatch::text() + QString::number(number) + u".mid"_qs;
     }
     void importSongs();
-    /// Everything was literal, and the data were shown in \a places at least.
+    /// Checks that everything was shown literally, and the data at least in \a places.
     void checkPlaces(const QStringList &places);
     void answerLater(DialogScript &script, const QString &button);
 
@@ -85,7 +85,7 @@ void TestMarkup::checkPlaces(const QStringList &places)
     }
 }
 
-/// Answers the next question once it has been painted.
+/// Answers the next question after it was painted.
 void TestMarkup::answerLater(DialogScript &script, const QString &button)
 {
     script.expect("NoCopyrightDialog", [button](QWidget *widget) {

@@ -9,7 +9,8 @@
 
 using namespace brisel;
 
-/// What the status bar and the report say of transfers and of the dialogs that work on a memory.
+/// The status bar and the report after transfers and after runs of the dialogs that work on a
+/// memory.
 class TestMemoryReports : public ReportTest
 {
     Q_OBJECT
@@ -18,18 +19,18 @@ private slots:
     void init() { openWindow(); }
     void cleanup() { closeWindow(); }
 
-    void tellsFilesThatWereNotCopied();
-    void tellsTheFilesThatACancelLeft();
-    void tellsAFullMemory();
+    void reportsFilesThatWereNotCopied();
+    void reportsTheFilesThatACancelLeft();
+    void reportsAFullMemory();
     void showsTheSpaceWhileItCopies();
-    void tellsFilesThatTheTransferDidNotIndex();
-    void tellsSongsThatThePlayerCannotOpen();
-    void tellsAMemoryThatIsGone();
-    void tellsWhatTheIndexDialogRefused();
-    void tellsTheIndexDialogsFailure();
-    void tellsTheLastOfTheDialogsRuns();
+    void reportsFilesThatTheTransferDidNotIndex();
+    void reportsSongsThatThePlayerCannotOpen();
+    void reportsAMemoryThatWasRemoved();
+    void reportsWhatTheIndexDialogRefused();
+    void reportsTheIndexDialogsFailure();
+    void reportsTheLastOfTheDialogsRuns();
     void staysWhenADialogDidNothing();
-    void tellsASongsListThatWasNotSaved();
+    void reportsASongsListThatWasNotSaved();
 
 private:
     QLabel *space() const { return m_window->findChild<QLabel *>(u"spaceLabel"_qs); }
@@ -45,7 +46,7 @@ private:
     const QString m_deep = u"volumes/CARD/abcdefgh/ijklmnop/qrstuvwx/yzabcdef/ghijklmn/one.mid"_qs;
 };
 
-/// Opens the dialog, lets it work on each of the memories, closes its boxes and then itself.
+/// Opens the dialog, runs it on each of the memories, closes its boxes and then the dialog.
 void TestMemoryReports::work(const char *action, const char *dialog, const QStringList &memories)
 {
     m_script->expect(dialog, [memories](QWidget *widget) {
@@ -61,7 +62,7 @@ void TestMemoryReports::work(const char *action, const char *dialog, const QStri
     verifyScript();
 }
 
-void TestMemoryReports::tellsFilesThatWereNotCopied()
+void TestMemoryReports::reportsFilesThatWereNotCopied()
 {
     importSongs({u"one.mid"_qs, u"two.mid"_qs, u"gone.mid"_qs, u"tune.mp3"_qs}, true);
     QVERIFY(QFile::remove(at(u"gone.mid"_qs)));
@@ -83,7 +84,7 @@ void TestMemoryReports::tellsFilesThatWereNotCopied()
                           line(u"Non copiata"_qs, u"tune.cdg"_qs, u"esiste già"_qs)}));
 }
 
-void TestMemoryReports::tellsTheFilesThatACancelLeft()
+void TestMemoryReports::reportsTheFilesThatACancelLeft()
 {
     importSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
     makeFile(at(u"volumes/CARD/songs/one.mid"_qs), "old");
@@ -98,8 +99,8 @@ void TestMemoryReports::tellsTheFilesThatACancelLeft()
                           line(u"Non copiata"_qs, u"three.mid"_qs, u"operazione interrotta"_qs)}));
 }
 
-/// Nothing is copied when not all of it fits, with the index that follows.
-void TestMemoryReports::tellsAFullMemory()
+/// Nothing is copied if the songs and the index do not all fit.
+void TestMemoryReports::reportsAFullMemory()
 {
     const SmallDisk disk(at(u"volumes/CARD"_qs), 100 * SmallDisk::pageSize);
     if (!disk.isMounted())
@@ -148,7 +149,7 @@ void TestMemoryReports::showsTheSpaceWhileItCopies()
     QVERIFY(!space()->isVisible());
 }
 
-void TestMemoryReports::tellsFilesThatTheTransferDidNotIndex()
+void TestMemoryReports::reportsFilesThatTheTransferDidNotIndex()
 {
     makeSongs({m_deep}, true);
     importSongs({u"one.mid"_qs}, true);
@@ -160,7 +161,7 @@ void TestMemoryReports::tellsFilesThatTheTransferDidNotIndex()
                           u"File non importato, path troppo lungo: "_qs + at(m_deep)}));
 }
 
-void TestMemoryReports::tellsSongsThatThePlayerCannotOpen()
+void TestMemoryReports::reportsSongsThatThePlayerCannotOpen()
 {
     const QString name = u"\u0416.mid"_qs;
     const QString unknown = u"Il nome ha caratteri che Brisel non conosce e la song non si può "
@@ -175,7 +176,7 @@ void TestMemoryReports::tellsSongsThatThePlayerCannotOpen()
     QCOMPARE(reportLines(), QStringList({u"Ottimizzazione memoria: 1 non riuscite"_qs, unknown}));
 }
 
-void TestMemoryReports::tellsAMemoryThatIsGone()
+void TestMemoryReports::reportsAMemoryThatWasRemoved()
 {
     importSongs({u"one.mid"_qs}, true);
     makeFile(at(u"volumes/CARD/songs/one.mid"_qs), "old");
@@ -196,7 +197,7 @@ void TestMemoryReports::tellsAMemoryThatIsGone()
              line(u"Non indicizzata"_qs, u"volumes/CARD"_qs, u"la memoria non è più presente"_qs));
 }
 
-void TestMemoryReports::tellsWhatTheIndexDialogRefused()
+void TestMemoryReports::reportsWhatTheIndexDialogRefused()
 {
     makeSongs({m_deep, u"volumes/CARD/one.mid"_qs}, true);
     work("optimizeMemory", "IndexDialog", {at(u"volumes/CARD"_qs)});
@@ -206,7 +207,7 @@ void TestMemoryReports::tellsWhatTheIndexDialogRefused()
                           u"File non importato, path troppo lungo: "_qs + at(m_deep)}));
 }
 
-void TestMemoryReports::tellsTheIndexDialogsFailure()
+void TestMemoryReports::reportsTheIndexDialogsFailure()
 {
     makeSongs({u"volumes/CARD/one.mid"_qs}, true);
     {
@@ -218,7 +219,7 @@ void TestMemoryReports::tellsTheIndexDialogsFailure()
                                               u"gli archivi della memoria non sono completi"_qs)}));
 }
 
-void TestMemoryReports::tellsTheLastOfTheDialogsRuns()
+void TestMemoryReports::reportsTheLastOfTheDialogsRuns()
 {
     makeSongs({m_deep, u"volumes/CARD/one.mid"_qs, u"volumes/GOOD/one.mid"_qs}, true);
     work("optimizeMemory", "IndexDialog", {at(u"volumes/CARD"_qs), at(u"volumes/GOOD"_qs)});
@@ -236,7 +237,7 @@ void TestMemoryReports::staysWhenADialogDidNothing()
     QVERIFY(details()->isEnabled());
 }
 
-void TestMemoryReports::tellsASongsListThatWasNotSaved()
+void TestMemoryReports::reportsASongsListThatWasNotSaved()
 {
     makeSongs({u"volumes/CARD/one.mid"_qs}, true);
     work("actionSongsList", "SongsListDialog", {at(u"volumes/CARD"_qs)});

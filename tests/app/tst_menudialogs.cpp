@@ -49,7 +49,7 @@ void TestMenuDialogs::opensDialogWithoutParent()
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
     action(actionName)->trigger();
-    // Qt's own box is not executed but shown.
+    // Qt's own box is shown without exec().
     QTRY_VERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
     QVERIFY(opened);
     QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);

@@ -11,8 +11,8 @@
 
 using namespace brisel;
 
-/// The program itself, started as a user starts it. Each case starts with an empty settings store
-/// and no log in the working folder.
+/// The program itself, started as by a user. Each case starts with an empty settings store and no
+/// log in the working folder.
 class TestProgram : public StartupTest
 {
     Q_OBJECT
@@ -30,11 +30,11 @@ private slots:
     void importsTheSongsOfItsArguments();
 
 private:
-    /// What a run with the probe left: see programprobe.cpp.
+    /// The result of a run with the probe: see programprobe.cpp.
     struct Run {
         bool ended = false; ///< by itself
         int code = -1;
-        QJsonObject seen; ///< empty when no window was shown
+        QJsonObject seen; ///< empty if no window was shown
         QByteArray errors;
     };
     static Run runWithProbe(int code = 0);

@@ -10,9 +10,9 @@
 
 using namespace brisel;
 
-/// The memory goes away in the middle of each run that works on it: the run ends in its error, the
-/// rows stay as they were, and the next run works. All in two ways: the system takes the mount
-/// folder away, or leaves it behind as an empty folder of its own disk.
+/// The memory is removed during each run that works on it: the run ends with its error, the rows
+/// stay unchanged, and the next run works. All in two ways: the system removes the mount folder, or
+/// leaves it as an empty folder of its own disk.
 class TestPulledMemory : public ReportTest
 {
     Q_OBJECT
@@ -39,19 +39,19 @@ private:
     QString onCard(const QString &name) const { return card() + u'/' + name; }
     void pull();
     void plugIn();
-    /// Pulls it when the progress dialog shows \a label under \a title.
+    /// Pulls the memory when the progress dialog shows \a label under \a title.
     void pullAt(const QString &title, const QString &label);
-    /// Pulls it while the next four-way question is open, which is then answered by \a button.
+    /// Pulls the memory while the next four-way question is open, and then answers it by \a button.
     void pullInQuestion(DialogScript &script, const QString &button);
-    /// Nothing was written where the memory was.
+    /// Checks that nothing was written at the path of the memory.
     void checkNothingIsLeft() const;
-    /// Everything that the table shows, the status apart.
+    /// Everything that the table shows, except the status.
     QStringList rows() const;
     void importFromCard();
     void transfer(const QString &outcome);
     void transferAll() { transfer(u"Tutti i file sono stati copiati correttamente"_qs); }
     void transferNotAll() { transfer(u"Non è stato possibile copiare uno o più file"_qs); }
-    /// The report names the memory once, and how many songs of it there were.
+    /// Checks that the report has the memory once, with the number of its songs.
     void checkReportedOnce(const QString &counts, const QString &lack, int songs);
     void runIndex(bool rebuild, const QString &outcome, bool isPulled);
 };
@@ -152,7 +152,7 @@ void TestPulledMemory::whileCopying()
     QCOMPARE(rows(), before);
     QCOMPARE(statuses(), u"000"_qs);
     plugIn();
-    // What had been copied still lies in the work folder, which the next run clears.
+    // The copies are still in the work folder, which the next run clears.
     QCOMPARE(QDir(onCard(u"songs"_qs)).entryList(QDir::Files | QDir::Hidden), QStringList());
     QVERIFY(!QDir(onCard(u".brisel2pc"_qs)).isEmpty());
 

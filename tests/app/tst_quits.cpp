@@ -22,7 +22,7 @@ namespace
 
 enum Way { Quit, CloseWindow, LogOut };
 
-/// What the user finds wrong on the card afterwards; compare before and after.
+/// The files below \a folder, for comparison before and after a run.
 QMap<QString, QByteArray> filesBelow(const QString &folder)
 {
     QMap<QString, QByteArray> files;
@@ -36,8 +36,8 @@ QMap<QString, QByteArray> filesBelow(const QString &folder)
 
 } // namespace
 
-/// The program is told to end in the middle of each run: it asks nothing more, ends the run at its
-/// next step, leaves rows and files whole, and goes.
+/// The program is asked to end during each run: it asks no more questions, ends the run at its next
+/// step, leaves rows and files whole, and ends.
 class TestQuits : public WorkflowTest
 {
     Q_OBJECT
@@ -63,19 +63,19 @@ private slots:
 
 private:
     QString card() const { return at(u"volumes/CARD"_qs); }
-    /// Tells the program to end, in the way that this round of the tests tries.
+    /// Asks the program to end, in the way of the current data row.
     void leave() const;
-    /// Does so in the first moment that \a isNow picks among those in which a run lets events in.
+    /// Asks it when \a isNow is true for the first time while a run processes events.
     void leaveWhen(std::function<bool()> isNow);
     void leaveAtProgress(const QString &title, const QString &label);
-    /// The next question comes while the program is being ended, and is answered "Si" all the same.
+    /// The next question is open when the program is asked to end, and is then answered "Si".
     void leaveInQuestion(DialogScript &script);
-    /// Lets the user do \a work in the running program. The program must end by that.
+    /// Runs the program's event loop with \a work as the user's input, which must end the program.
     void run(const std::function<void()> &work);
-    /// Opens a dialog of the menu; the user does \a work in it.
+    /// Opens a dialog of the menu and runs \a work in it.
     void runDialog(const char *action, const char *className,
                    const std::function<void(QWidget *)> &work);
-    /// A card with an index, a song that is new to it and one whose name is too long for players.
+    /// A memory with an index, a new song and one whose name is too long for players.
     void makeIndexedCard();
 
     bool m_left = false;
@@ -103,7 +103,7 @@ void TestQuits::leave() const
     } else if (way == CloseWindow) {
         m_window->windowHandle()->close();
     } else {
-        // What the end of a session sends, after it has asked whether anything is to be stored.
+        // The event of a session's end, after the request to save data.
         QEvent quit(QEvent::Quit);
         QCoreApplication::sendEvent(qApp, &quit);
     }
@@ -185,8 +185,8 @@ void TestQuits::endsAnImport()
     QCOMPARE(model().fileName(0), at(u"one.mid"_qs));
 }
 
-/// No run is under way while the summary is open: the program ends at once, and "No" is what the
-/// summary says by that.
+/// There is no run while the summary is open: the program ends at once, and the summary returns
+/// "No".
 void TestQuits::endsTheSummaryOfAnImport()
 {
     m_window->enableCopyrightMessage(true);

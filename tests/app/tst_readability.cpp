@@ -21,7 +21,7 @@
 
 using namespace brisel;
 
-/// Every window as it is painted: each text stands out from its ground, and the focus is seen.
+/// Every window as it is painted: each text has enough contrast, and the focus is visible.
 class TestReadability : public QObject
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ private slots:
 namespace
 {
 
-/// What most of a picture is painted with.
+/// The most frequent colour of a picture.
 QColor groundOf(const QImage &image)
 {
     QHash<QRgb, int> counts;
@@ -53,7 +53,7 @@ QColor groundOf(const QImage &image)
     return QColor(most);
 }
 
-/// The role in which a widget paints its text; NoRole when it shows none.
+/// The colour role of a widget's text; NoRole without text.
 QPalette::ColorRole textRole(const QWidget *widget)
 {
     if (const auto *label = qobject_cast<const QLabel *>(widget))
@@ -76,7 +76,7 @@ QPalette::ColorRole textRole(const QWidget *widget)
     return QPalette::NoRole;
 }
 
-/// \a window drawn where \a widget stands in it, with what lies behind it.
+/// The part of \a window with \a widget, drawn with its background.
 QImage drawn(QWidget *window, const QWidget *widget)
 {
     return window->grab(QRect(widget->mapTo(window, QPoint(0, 0)), widget->size())).toImage();
@@ -159,7 +159,7 @@ void TestReadability::focusIsSeen()
             for (int x = 0; x < with.width(); ++x)
                 changed += contrast(with.pixelColor(x, y), without.pixelColor(x, y)) >= 2 ? 1 : 0;
         }
-        // A frame around the widget; a text cursor alone is too little.
+        // A frame around the widget; a text cursor alone is not enough.
         QVERIFY2(
             changed >= with.width() + with.height(),
             qPrintable(u"%1 %2: %3"_qs.arg(QString::fromLatin1(widget->metaObject()->className()),

@@ -170,8 +170,8 @@ void TestReportDialog::leavesWithoutSaving()
     QVERIFY(QDir(m_folder->path()).isEmpty());
 }
 
-/// As many as a report names of two kinds, and the others counted. No line is broken or laid out
-/// before it is looked at.
+/// The most files that a report lists, of two kinds, and the count of the others. No line is
+/// wrapped or laid out before it is visible.
 void TestReportDialog::showsThousandsOfFilesAtOnce()
 {
     constexpr int count = 5000;
@@ -186,7 +186,7 @@ void TestReportDialog::showsThousandsOfFilesAtOnce()
     m_dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_dialog.get()));
     const auto *text = find<QPlainTextEdit>("reportText");
-    // The summary, and behind each kind's files how many more there are.
+    // The summary, and after the files of each kind the number of the others.
     QCOMPARE(text->blockCount(), 1 + 2 * named + 2 + 1);
     QCOMPARE(text->lineWrapMode(), QPlainTextEdit::NoWrap);
     int laidOut = 0;

@@ -6,8 +6,8 @@
 
 using namespace brisel;
 
-/// Which of the two buttons that start runs can be pressed: inside each run none, afterwards those
-/// that make sense then.
+/// The state of the two buttons that start runs: both disabled during each run, afterwards enabled
+/// if they are useful.
 class TestRunButtons : public WorkflowTest
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ private slots:
     void inARefusedTransfer();
 
 private:
-    /// What can be pressed: "sync", "transfer", both, or nothing.
+    /// The enabled buttons: "sync", "transfer", both, or none.
     QString buttons() const
     {
         QStringList names;
@@ -37,7 +37,7 @@ private:
             names.append(u"transfer"_qs);
         return names.join(u' ');
     }
-    /// Notes what can be pressed in the next dialog, and presses \a button there.
+    /// Records the enabled buttons during the next dialog, and presses \a button there.
     void lookIn(const char *dialog, const QString &button)
     {
         m_script->expect(dialog, [this, button](QWidget *widget) {
@@ -65,7 +65,7 @@ private:
     {
         atProgress(title, label, [this](QProgressDialog *) { m_seen.append(buttons()); });
     }
-    /// Both buttons were off at \a count looks.
+    /// Checks that both buttons were disabled in all \a count records.
     void checkSeenOff(int count) const
     {
         QCOMPARE(m_seen, QStringList(QList<QString>(count, QString())));
@@ -74,7 +74,7 @@ private:
     QStringList m_seen;
 };
 
-/// With songs in the table both buttons are on.
+/// With songs in the table both buttons are enabled.
 void TestRunButtons::init()
 {
     openWindow();
@@ -144,7 +144,7 @@ void TestRunButtons::inASynchronisationAfterABackup()
     QCOMPARE(buttons(), u"transfer"_qs);
 }
 
-/// A transfer, whatever its outcome, leaves the other button off until the next import.
+/// After a transfer with any outcome the other button is disabled until the next import.
 void TestRunButtons::inATransfer()
 {
     makeFile(at(u"volumes/CARD/songs/two.mid"_qs), "old");

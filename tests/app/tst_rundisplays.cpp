@@ -6,7 +6,7 @@
 
 using namespace brisel;
 
-/// What the window shows of the runs of the workflows, word for word.
+/// The exact texts that the window shows during the workflows.
 class TestRunDisplays : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@
 
 using namespace brisel;
 
-/// What the status bar and the report say of import, synchronisation, backup and edits.
+/// The status bar and the report after import, synchronisation, backup and edits.
 class TestRunReports : public ReportTest
 {
     Q_OBJECT
@@ -20,18 +20,18 @@ private slots:
     void cleanup() { closeWindow(); }
 
     void saysWhyTheButtonIsOff();
-    void tellsFilesThatAreNoSongs();
-    void goesWhenTheNextRunHasNothingToTell();
-    void tellsSongsThatWereNotSynchronised();
-    void tellsSongsThatWereNotSaved();
-    void tellsASongSavedOnAFullDisk();
-    void tellsTheRowsThatAnInterruptLeft();
-    void goesOnFromTheImport();
+    void reportsFilesThatAreNotSongs();
+    void disablesDetailsWhenTheNextRunHasNothingToReport();
+    void reportsSongsThatWereNotSynchronised();
+    void reportsSongsThatWereNotSaved();
+    void reportsASongSavedOnAFullDisk();
+    void reportsTheRowsThatAnInterruptLeft();
+    void continuesFromTheImport();
     void staysWhenTheNextRunIsCalledOff();
     void countsTheBackupsCopies();
-    void tellsAnEdit();
-    void tellsARowThatDoesNotOpen();
-    void tellsSongsThatASpreadMissed();
+    void reportsAnEdit();
+    void reportsARowThatDoesNotOpen();
+    void reportsSongsThatASpreadMissed();
     void speaksTheLanguageChosen();
 
 private:
@@ -52,7 +52,7 @@ void TestRunReports::saysWhyTheButtonIsOff()
     QCOMPARE(outcome(), QString());
 }
 
-void TestRunReports::tellsFilesThatAreNoSongs()
+void TestRunReports::reportsFilesThatAreNotSongs()
 {
     makeSongs({u"one.mid"_qs}, true);
     makeFile(at(u"<b>text</b>.mid"_qs), "no song");
@@ -69,7 +69,7 @@ void TestRunReports::tellsFilesThatAreNoSongs()
                           line(u"Non letta"_qs, u"empty.mp3"_qs, u"il file è vuoto"_qs)}));
 }
 
-void TestRunReports::goesWhenTheNextRunHasNothingToTell()
+void TestRunReports::disablesDetailsWhenTheNextRunHasNothingToReport()
 {
     makeFile(at(u"text.mid"_qs), "no song");
     import({u"text.mid"_qs});
@@ -83,7 +83,7 @@ void TestRunReports::goesWhenTheNextRunHasNothingToTell()
     QVERIFY(!details()->isEnabled());
 }
 
-void TestRunReports::tellsSongsThatWereNotSynchronised()
+void TestRunReports::reportsSongsThatWereNotSynchronised()
 {
     makeSongs({u"two.mid"_qs}, false);
     makeSongs({u"one.mid"_qs, u"unknown.mid"_qs, u"gone.mid"_qs}, true);
@@ -105,8 +105,9 @@ void TestRunReports::tellsSongsThatWereNotSynchronised()
              line(u"Non letta"_qs, u"gone.mid"_qs, u"il file non esiste"_qs)}));
 }
 
-/// The row stays green, as its file was found and read again; the report knows better.
-void TestRunReports::tellsSongsThatWereNotSaved()
+/// The row stays green, because its file was found and read again, but the report shows the
+/// failure.
+void TestRunReports::reportsSongsThatWereNotSaved()
 {
     importSongs({u"one.mid"_qs}, true);
     {
@@ -120,7 +121,7 @@ void TestRunReports::tellsSongsThatWereNotSaved()
                                               u"non è stato possibile scrivere il file"_qs)}));
 }
 
-void TestRunReports::tellsASongSavedOnAFullDisk()
+void TestRunReports::reportsASongSavedOnAFullDisk()
 {
     QVERIFY(QDir(m_folder->path()).mkdir(u"disk"_qs));
     const SmallDisk disk(at(u"disk"_qs), 4 * SmallDisk::pageSize);
@@ -135,7 +136,7 @@ void TestRunReports::tellsASongSavedOnAFullDisk()
                                               u"spazio insufficiente sul disco"_qs)}));
 }
 
-void TestRunReports::tellsTheRowsThatAnInterruptLeft()
+void TestRunReports::reportsTheRowsThatAnInterruptLeft()
 {
     importSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, false);
     m_window->enableCopyrightMessage(true);
@@ -150,8 +151,8 @@ void TestRunReports::tellsTheRowsThatAnInterruptLeft()
                      line(u"Non modificata"_qs, u"three.mid"_qs, u"operazione interrotta"_qs)}));
 }
 
-/// "Si" in the summary of an import goes on to the synchronisation before anyone can look.
-void TestRunReports::goesOnFromTheImport()
+/// "Si" in the summary of an import starts the synchronisation before the report can be opened.
+void TestRunReports::continuesFromTheImport()
 {
     m_window->enableCopyrightMessage(true);
     makeSongs({u"one.mid"_qs}, true);
@@ -199,7 +200,7 @@ void TestRunReports::countsTheBackupsCopies()
                           line(u"Non letta"_qs, u"two.mid"_qs, u"il file non esiste"_qs)}));
 }
 
-void TestRunReports::tellsAnEdit()
+void TestRunReports::reportsAnEdit()
 {
     importSongs({u"one.mid"_qs}, true);
     const auto save = [](QWidget *widget) {
@@ -220,7 +221,7 @@ void TestRunReports::tellsAnEdit()
                                               u"non è stato possibile scrivere il file"_qs)}));
 }
 
-void TestRunReports::tellsARowThatDoesNotOpen()
+void TestRunReports::reportsARowThatDoesNotOpen()
 {
     importSongs({u"one.mid"_qs}, true);
     QVERIFY(QFile::remove(at(u"one.mid"_qs)));
@@ -230,7 +231,7 @@ void TestRunReports::tellsARowThatDoesNotOpen()
                           line(u"Non letta"_qs, u"one.mid"_qs, u"il file non esiste"_qs)}));
 }
 
-void TestRunReports::tellsSongsThatASpreadMissed()
+void TestRunReports::reportsSongsThatASpreadMissed()
 {
     importSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
     makeFile(at(u"two.mid"_qs), "no song");

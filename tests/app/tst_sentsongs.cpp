@@ -5,7 +5,7 @@
 
 using namespace brisel;
 
-/// Which songs a transfer sends, through the real window.
+/// The songs that a transfer sends, through the real window.
 class TestSentSongs : public ReportTest
 {
     Q_OBJECT
@@ -170,7 +170,7 @@ void TestSentSongs::asksAboutTheSongThatHasAShortName()
     QCOMPARE(sent(), QStringList({u"Alongn-1.mid"_qs, u"two.mid"_qs}));
     QCOMPARE(fileContent(at(u"volumes/CARD/songs/Alongn-1.mid"_qs)),
              fileContent(at(u"A long name.mid"_qs)));
-    // All but the dates of the songs.
+    // All except the dates of the songs.
     constexpr int dated = 50;
     for (int record = 0; record < 128; record += 64)
         QCOMPARE(fileContent(at(u"volumes/CARD/index.id2"_qs)).mid(record, dated),

@@ -27,12 +27,12 @@ private slots:
     void saysThatThereIsNoSong();
     void refusesWhatIsNoLocalFile();
     void refusesWhileARunIsUnderWay();
-    void dropsNothingIntoARunThatBeganMeanwhile();
+    void dropsNothingIntoARunThatBeganAfterTheDrop();
     void cancelledSearchImportsNothing();
     void takesNothingWithoutALibrary();
 
 private:
-    /// Drags \a urls over \a part of the window and lets go there when the drag is accepted.
+    /// Drags \a urls over \a part of the window and drops them there if the drag is accepted.
     bool drop(const QList<QUrl> &urls, QWidget *part)
     {
         QMimeData data;
@@ -104,13 +104,13 @@ void TestSongDrop::importsAsIfPicked()
     makeFile(m_sample->at(u"broken.mp3"_qs), "no song");
     makeFile(m_sample->at(u"text.txt"_qs), "other kind");
     QVERIFY(drop({u"b.mid"_qs, u"text.txt"_qs, u"a b%20.kar"_qs, u"broken.mp3"_qs}));
-    QCOMPARE(rows(), u"old.mid"_qs); // the source of the drag waits for nothing
+    QCOMPARE(rows(), u"old.mid"_qs); // the source of the drag does not wait
     QTRY_COMPARE(rows(), u"b.mid a b%20.kar"_qs);
     QTRY_VERIFY(!RunGuard::isActive());
     QVERIFY(isEnabled("updateDataToolButton"));
     QVERIFY(isEnabled("transferFilesToolButton"));
 
-    // They are the picked files from now on: the broken one is copied, too.
+    // They are now the picked files: the damaged one is copied, too.
     const QString memory = m_sample->at(u"volumes/CARD/songs"_qs);
     QVERIFY(QDir().mkpath(memory));
     int copied = 0;
@@ -207,7 +207,7 @@ void TestSongDrop::refusesWhileARunIsUnderWay()
     QTRY_COMPARE(rows(), u"a.mid"_qs);
 }
 
-void TestSongDrop::dropsNothingIntoARunThatBeganMeanwhile()
+void TestSongDrop::dropsNothingIntoARunThatBeganAfterTheDrop()
 {
     makeSong(u"a.mid"_qs);
     QVERIFY(drop({u"a.mid"_qs}));

@@ -11,7 +11,7 @@
 
 using namespace brisel;
 
-/// The search in the library's table, as a user types it, and what it leaves alone.
+/// The search in the library's table, as a user types it, and what it does not affect.
 class TestSongFilter : public QObject
 {
     Q_OBJECT
@@ -88,7 +88,7 @@ private:
         m_sample->window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
     }
-    /// Answers the next edit dialog by its "Salva", and notes its title field.
+    /// Answers the next edit dialog by its "Salva", and records its title field.
     void expectEdit()
     {
         m_sample->script.expect("DataEditDialog", [this](QWidget *widget) {
@@ -307,7 +307,7 @@ void TestSongFilter::editsTheRowThatIsSeen()
 {
     m_sample->import({u"aa.mid"_qs, u"ab.mid"_qs, u"ba.mid"_qs, u"bb.mid"_qs});
     QTableView *table = m_sample->table;
-    // Backwards, so that the place, the number and the picked order all differ.
+    // In reverse, so that the place, the number and the picked order all differ.
     table->sortByColumn(2, Qt::DescendingOrder);
     type(u"a.mid"_qs);
     QCOMPARE(shownNames(), u"ba aa"_qs);
@@ -423,7 +423,7 @@ void TestSongFilter::columnsMoveAndTakeSizes()
     QCOMPARE(shownNames(), u"uno"_qs);
 }
 
-/// Counts the questions for a cell's text.
+/// Counts the requests for a cell's text.
 class CountingModel : public UserSongsRelTableModel
 {
 public:

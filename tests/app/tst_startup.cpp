@@ -107,7 +107,7 @@ void TestStartup::buildsMessagesOnlyForALog()
     start();
     QVERIFY(!DebugStream::isHeard());
     {
-        const LogCapture log; // whoever wants the messages gets them
+        const LogCapture log; // an installed handler receives the messages
         debug() << "kept";
         QCOMPARE(log.messages(), QStringList{QStringLiteral("kept ")});
     }

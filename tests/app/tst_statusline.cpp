@@ -63,7 +63,7 @@ void TestStatusLine::countsInTheLanguageChosen()
     QTRY_COMPARE(songs(), u"2 song"_qs);
 }
 
-/// A label set anew for each of thousands of rows would hold up the import.
+/// Setting a label for each of thousands of rows would slow down the import.
 void TestStatusLine::countsAFewTimesASecond()
 {
     SongInfo info;

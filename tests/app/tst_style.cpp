@@ -92,7 +92,7 @@ void TestStyle::keepsEveryTextReadable()
             ++checked;
             QVERIFY2(contrast(text, ground) >= 4.5, qPrintable(match.captured(1)));
         }
-        // White text on whatever ground a rule sets without a text colour of its own.
+        // White text on every background that a rule sets without a text colour.
         const QColor ground = colourIn(match.captured(2), QStringLiteral("background-color"));
         const bool ownText = colourIn(match.captured(2), QStringLiteral("color")).isValid();
         const bool holdsText = !match.captured(1).contains(QStringLiteral("QScrollBar"));

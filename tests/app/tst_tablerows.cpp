@@ -9,7 +9,7 @@
 
 using namespace brisel;
 
-/// The rows of the window's table: what the keyboard reaches, and where the view stands.
+/// The rows of the window's table: selection by the keyboard, and the scroll position.
 class TestTableRows : public QObject
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ private slots:
     void startsNoImportInsideARun();
 
 private:
-    /// Answers the next edit dialog by its "Salva", after a look at its title.
+    /// Answers the next edit dialog by its "Salva", after checking its title.
     void expectEditOf(const QString &title);
     bool focusTable() const
     {
@@ -47,7 +47,7 @@ private:
 
     std::unique_ptr<SampleWindow> m_sample;
     QString m_edited;
-    int m_scrolledTo = 0; ///< where the edit leaves the view sideways
+    int m_scrolledTo = 0; ///< the horizontal scroll position during the edit
 };
 
 void TestTableRows::init()
@@ -134,7 +134,7 @@ void TestTableRows::menuKeyMeansTheCurrentRow()
         QTest::keyClick(menu, Qt::Key_Down);
         QTest::keyClick(menu, Qt::Key_Return);
     });
-    // As the toolkit places the menu of a key press.
+    // The position that the toolkit gives for the menu key.
     const QPoint pos = table->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
     QContextMenuEvent event(QContextMenuEvent::Keyboard, pos, table->mapToGlobal(pos));
     QCoreApplication::sendEvent(table, &event);

@@ -24,7 +24,7 @@
 
 using namespace brisel;
 
-/// What the tool tips and the empty table tell, and that every control has a tool tip.
+/// The texts of the tool tips and of the empty table; every control must have a tool tip.
 class TestToolTips : public QObject
 {
     Q_OBJECT
@@ -36,12 +36,12 @@ private slots:
     void everyHeadingHasOne();
     void changeWithTheLanguage();
     void emptyTableSaysWhatToDo();
-    void rowTellsPathStatusAndMarkers();
-    void rowTellsEveryStatus_data();
-    void rowTellsEveryStatus();
+    void rowDescribesPathStatusAndMarkers();
+    void rowDescribesEveryStatus_data();
+    void rowDescribesEveryStatus();
     void rowShowsSongTextsAsTheyAre();
     void rowCutsLongLists();
-    void rowTellsOfALostFile();
+    void rowDescribesALostFile();
     void rowReadsNoFileDuringARun();
     void comesForTheRowUnderTheMouse();
 
@@ -86,7 +86,7 @@ void TestToolTips::everyControlHasOne()
     loadTranslations(u"en"_qs, program, qt);
     const std::unique_ptr<QWidget> window = makeWindow(name);
     QWidget *top = shown(*window);
-    // Their buttons say all there is to say.
+    // The texts of their buttons are enough.
     if (qobject_cast<QMessageBox *>(top) != nullptr || qobject_cast<QProgressDialog *>(top))
         return;
     int controls = 0;
@@ -172,7 +172,7 @@ void TestToolTips::emptyTableSaysWhatToDo()
     QVERIFY(hint->text().contains(u"drag files or folders here"_qs));
 }
 
-void TestToolTips::rowTellsPathStatusAndMarkers()
+void TestToolTips::rowDescribesPathStatusAndMarkers()
 {
     SampleWindow sample;
     sample.import({u"plain.mid"_qs});
@@ -183,7 +183,7 @@ void TestToolTips::rowTellsPathStatusAndMarkers()
              sample.at(u"marked.mid"_qs) + u"\nStato: importata\nMarker:\n2: Intro\n9: Strofa"_qs);
 }
 
-void TestToolTips::rowTellsEveryStatus_data()
+void TestToolTips::rowDescribesEveryStatus_data()
 {
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("words");
@@ -193,7 +193,7 @@ void TestToolTips::rowTellsEveryStatus_data()
     QTest::newRow("failed") << 3 << u"non trovata nel database o non scritta"_qs;
 }
 
-void TestToolTips::rowTellsEveryStatus()
+void TestToolTips::rowDescribesEveryStatus()
 {
     QFETCH(int, status);
     QFETCH(QString, words);
@@ -227,7 +227,7 @@ void TestToolTips::rowCutsLongLists()
     QCOMPARE(lines.last(), u"..."_qs);
 }
 
-void TestToolTips::rowTellsOfALostFile()
+void TestToolTips::rowDescribesALostFile()
 {
     SampleWindow sample;
     sample.import({u"a.mid"_qs});

@@ -29,8 +29,8 @@ private slots:
 private:
     struct Message {
         QString source;
-        QString translation; ///< that of many things where the text counts some
-        QString singular;    ///< empty unless the text counts things
+        QString translation; ///< the plural if the text has a count
+        QString singular;    ///< empty unless the text has a count
     };
     static QList<Message> messages(const QString &language);
 
@@ -99,7 +99,7 @@ void TestTranslations::keepsPlaceholdersAndLines()
          {QStringLiteral("%1"), QStringLiteral("%2"), QStringLiteral("%3"), QStringLiteral("%n"),
           QStringLiteral("\n"), QStringLiteral("<br/>")})
         QCOMPARE(translation.count(part), source.count(part));
-    // What is appended to a text relies on the blank at its end.
+    // Texts that are appended need the blank at its end.
     QCOMPARE(translation.endsWith(u' '), source.endsWith(u' '));
     QCOMPARE(translation.endsWith(u':'), source.endsWith(u':'));
 }
@@ -246,7 +246,7 @@ void TestTranslations::guideQuotesTheProgram()
     QSet<QString> known;
     for (const Message &text : messages(texts)) {
         for (const QString &line : text.translation.split(u'\n'))
-            known.insert(line.trimmed().remove(u'&')); // the mark of a key
+            known.insert(line.trimmed().remove(u'&')); // the mark of a shortcut
     }
     QFile page(
         QStringLiteral(":/help/help_%1.html").arg(QString::fromLatin1(QTest::currentDataTag())));

@@ -28,7 +28,7 @@
 
 using namespace brisel;
 
-/// Every window of the program in each language, at the usual size of text and at larger ones.
+/// Every window of the program in each language, with texts of the usual size and larger ones.
 class TestWindows : public QObject
 {
     Q_OBJECT
@@ -73,7 +73,7 @@ QString described(const QWidget *widget, QSize needed)
         .arg(needed.height());
 }
 
-/// The size in which \a widget shows its text whole; nothing for what shows none.
+/// The size that \a widget needs for its whole text; empty without text.
 QSize neededSize(const QWidget *widget)
 {
     if (qobject_cast<const ElidedLabel *>(widget) != nullptr)
@@ -113,7 +113,7 @@ QStringList cutTexts(const QWidget *window)
     return cut;
 }
 
-/// The names of the buttons that are seen, row by row and from left to right.
+/// The names of the visible buttons, row by row and from left to right.
 QStringList buttonsAsRead(const QWidget *window)
 {
     QList<std::tuple<int, int, QString>> places;
@@ -202,7 +202,7 @@ void TestWindows::showsAFullStatusBarWhole_data()
     }
 }
 
-/// The window as narrow as it can be, in a transfer for which there is no room.
+/// The window with its minimum width, after a transfer for which there is not enough room.
 void TestWindows::showsAFullStatusBarWhole()
 {
     QFETCH(QString, language);

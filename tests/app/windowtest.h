@@ -7,7 +7,7 @@
 namespace brisel
 {
 
-/// A test of the window as it opens: each case opens one of its own.
+/// A test of the window as it opens: each case opens a new one.
 class WindowTest : public QObject
 {
 protected:

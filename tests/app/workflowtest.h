@@ -9,8 +9,8 @@
 namespace brisel
 {
 
-/// What the tests of the window's workflows share: the sample window, opened anew for each case,
-/// and the clicks that most of them make.
+/// Common functions for tests of the window's workflows: the sample window, a new one for each
+/// case, and the usual clicks.
 class WorkflowTest : public QObject
 {
 protected:
@@ -55,7 +55,7 @@ protected:
     /// The next dialog is the four-way question: answers "Si", and presses "Interrompi" as soon as
     /// that file is done.
     void expectYesThenInterrupt();
-    /// Does \a step when the progress dialog shows \a label under \a title, once.
+    /// Runs \a step once, when the progress dialog shows \a label under \a title.
     void atProgress(const QString &title, const QString &label,
                     const std::function<void(QProgressDialog *)> &step);
     void expectEdit(const DialogScript::Step &edit) { m_script->expect("DataEditDialog", edit); }

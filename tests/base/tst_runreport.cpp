@@ -54,8 +54,8 @@ private slots:
     void isEmptyAtFirst();
     void noticesWhatTouchesIt();
     void countsWhatWentWell();
-    void tellsSkippedFromFailed_data();
-    void tellsSkippedFromFailed();
+    void distinguishesSkippedFromFailed_data();
+    void distinguishesSkippedFromFailed();
     void hasALineForEachFile();
     void repeatsMessagesAsTheyAre();
     void listsNoticesBehindTheFiles();
@@ -64,7 +64,7 @@ private slots:
     void namesCannotForgeALine_data();
     void namesCannotForgeALine();
     void hasAReasonForEverything();
-    void tellsOfFilesThatCannotBeTrusted();
+    void reportsFilesThatCannotBeTrusted();
     void namesAThousandOfAKind();
     void saysWhichMessagesHaveALine();
     void namesAThousandOfItsParts();
@@ -107,7 +107,7 @@ void TestRunReport::countsWhatWentWell()
              QStringLiteral("Sincronizzazione: 2 aggiornate, 1 modificate, 1 copiate"));
 }
 
-void TestRunReport::tellsSkippedFromFailed_data()
+void TestRunReport::distinguishesSkippedFromFailed_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<bool>("isSkipped");
@@ -119,7 +119,7 @@ void TestRunReport::tellsSkippedFromFailed_data()
     }
 }
 
-void TestRunReport::tellsSkippedFromFailed()
+void TestRunReport::distinguishesSkippedFromFailed()
 {
     QFETCH(int, number);
     QFETCH(bool, isSkipped);
@@ -237,7 +237,7 @@ void TestRunReport::hasAReasonForEverything()
     QCOMPARE(texts.size(), allReasons.size());
 }
 
-void TestRunReport::tellsOfFilesThatCannotBeTrusted()
+void TestRunReport::reportsFilesThatCannotBeTrusted()
 {
     RunReport report(Operation::Edit);
     report.add(Step::Read, QStringLiteral("/a.mid"), FileReason::truncated);

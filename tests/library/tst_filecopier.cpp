@@ -40,7 +40,7 @@ private slots:
     void asksNothingForASongThatIsGone();
     void countsASongThatIsGoneAsErrorWhereItWas();
     void countsFolderInTheFilesPlaceAsError();
-    void goesOnAfterAnError();
+    void continuesAfterAnError();
     void neverReplacesAPickedSource();
     void copiesSameNameFromTwoFolders();
     void copiesKaraokeCompanion_data();
@@ -268,7 +268,7 @@ void TestFileCopier::countsFolderInTheFilesPlaceAsError()
     QCOMPARE(fileContent(at(u"to/a.mid/inside"_qs)), QByteArray("inside"));
 }
 
-void TestFileCopier::goesOnAfterAnError()
+void TestFileCopier::continuesAfterAnError()
 {
     QVERIFY(!copy({at(u"from/none.mid"_qs), picked(u"a.mid"_qs)}));
     QCOMPARE(m_copied, 1);

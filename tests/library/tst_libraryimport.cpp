@@ -32,7 +32,7 @@ private slots:
     void logsEachStepInOrder();
     void showsTheCountAfterEachFile();
     void takesWholePathWithoutSlashAsShortName();
-    void goesOnAfterACancel();
+    void continuesAfterACancel();
     void endsWhenTheProgramIsAskedToEnd();
     void emptiesTheTableFirst();
     void keepsRowsThatCannotBeCleared();
@@ -173,7 +173,7 @@ void TestLibraryImport::takesWholePathWithoutSlashAsShortName()
     QCOMPARE(m_model->fileName(0), QStringLiteral("here.mid"));
 }
 
-void TestLibraryImport::goesOnAfterACancel()
+void TestLibraryImport::continuesAfterACancel()
 {
     m_run->onEvents = [this] { m_run->isStopped = true; };
     const SongCounts counts =

@@ -23,7 +23,7 @@ private slots:
     void picksFolders();
     void picksNothingTwice();
     void makesFullPaths();
-    void passesOverWhatIsNoSong();
+    void skipsWhatIsNotASong();
     void endsInALinkLoop();
     void survivesNamesThatAreNoText();
     void stopsAtACancel();
@@ -85,7 +85,7 @@ void TestSongPicker::makesFullPaths()
     QCOMPARE(picker.songs(), QStringList(QDir::current().filePath(u"full/a.mid"_qs)));
 }
 
-void TestSongPicker::passesOverWhatIsNoSong()
+void TestSongPicker::skipsWhatIsNotASong()
 {
     QVERIFY(QDir().mkpath(u"odd/folder.mid"_qs));
     QCOMPARE(mkfifo("odd/pipe.mid", 0600), 0);
