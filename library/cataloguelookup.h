@@ -28,15 +28,15 @@ CatalogueKeys catalogueKeys(const QString &shortName, const SongInfo &info);
 
 struct CatalogueHit {
     SongsDbRecord record;
-    QString trace; ///< which key hit, for the log
+    QString trace; ///< the key that was found, for the log
 };
 
 /// Looks a song up by file name, then (containers) by long name, which is in the catalogue's
-/// file-name column too, then by title. Empty when none of them hits.
+/// file-name column too, then by title. Returns an empty result if none of them is found.
 [[nodiscard]] std::optional<CatalogueHit> findInCatalogue(Database &catalogue,
                                                           const CatalogueKeys &keys);
 
-/// \a info with the song's data replaced by those of \a record. What concerns the file stays.
+/// \a info with the song's data replaced by those of \a record. The data about the file stay.
 SongInfo mergedWithCatalogue(const SongInfo &info, const SongsDbRecord &record);
 
 } // namespace brisel

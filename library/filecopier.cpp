@@ -20,7 +20,7 @@ namespace brisel
 namespace
 {
 
-/// Every ".mp3" of the path gives way, the folders' too: that is what the players' cards hold.
+/// Replaces every ".mp3" in the path, also in names of folders: existing memories depend on that.
 QString companionPath(const QString &song)
 {
     return QString(song).replace(QStringLiteral(".mp3"), QStringLiteral(".cdg"),
@@ -112,7 +112,7 @@ bool FileCopier::copyEach(const QStringList &files)
     return m_errors == 0 && m_run.mayGoOn();
 }
 
-/// False when nothing was tried: the song is there, is not wanted, or its memory is gone.
+/// Returns false if the song is not copied: it exists, is not wanted, or its memory was removed.
 bool FileCopier::copyOne(const QString &source, const QString &place)
 {
     if (!pulledMemory(source).isEmpty()) {
@@ -138,7 +138,7 @@ bool FileCopier::copyOne(const QString &source, const QString &place)
     return true;
 }
 
-/// Looks where each file is to go.
+/// Finds the destination of each file.
 void FileCopier::findPlaces(const QStringList &files)
 {
     m_places.clear();
@@ -147,12 +147,12 @@ void FileCopier::findPlaces(const QStringList &files)
         m_places.append(m_songPlaces.placeOf(source, destinationOf(source, m_destination), m_run));
 }
 
-/// Says at once when not all can fit: new files, and what replaced ones have more than the old.
+/// Checks first whether all files fit: the sizes of new files, and the growth of replaced ones.
 bool FileCopier::hasRoom(const QStringList &files)
 {
     const qint64 free = freeSpace(m_destination);
     const qint64 unit = allocationUnit(m_destination);
-    QSet<QString> places; // in lower case: one name picked twice takes one place
+    QSet<QString> places; // in lower case: a name that was picked twice is counted once
     qint64 needed = 0;
     const auto count = [&](const QString &source, const QString &place) {
         if (places.contains(place.toLower()))
@@ -179,7 +179,7 @@ bool FileCopier::hasRoom(const QStringList &files)
     return false;
 }
 
-/// Remembers what there is to copy: the sizes of the songs with their graphics files.
+/// Stores the sizes of the songs with their graphics files.
 void FileCopier::countBytes(const QStringList &files)
 {
     m_bytes.clear();
@@ -196,7 +196,7 @@ void FileCopier::countBytes(const QStringList &files)
     }
 }
 
-/// Before the turn of the file \a next.
+/// Called before the file \a next is copied.
 void FileCopier::showSpace(int next)
 {
     m_run.showSpace(m_destination, m_bytesLeft);
@@ -209,14 +209,14 @@ void FileCopier::noteFilesLeft(const QStringList &files, int first)
         note(source, Run::interrupted);
 }
 
-/// Why \a source can't be copied to \a place whatever the answer: the user is not asked then.
+/// Returns why \a source can't be copied to \a place; if it can't, the user is not asked.
 std::optional<Reason> FileCopier::whyHopeless(const QString &source, const QString &place) const
 {
     if (fileKind(source) == FileKind::Missing)
         return FileReason::missing;
     if (fileKind(place) == FileKind::Missing)
         return std::nullopt;
-    // The song there may have been picked too, under the same name elsewhere.
+    // The existing song may have been picked, too, with the same name in another folder.
     if (m_sources.contains(fileIdentity(place)))
         return FileCopier::pickedToo;
     if (!isRegularFile(source) || !QFileInfo(source).isReadable())
@@ -238,7 +238,7 @@ void FileCopier::note(const QString &path, Reason reason)
         m_run.report().addShared(RunReport::Step::Copy, memory, MemoryReason::gone);
 }
 
-/// The memory of \a source, or that of the destination, when it was pulled since the run began.
+/// The memory of \a source, or of the destination, if it was pulled since the run began.
 QString FileCopier::pulledMemory(const QString &source)
 {
     const QString memory = m_memories.pulledFrom(m_destination);
@@ -272,8 +272,8 @@ void FileCopier::copySong(Song song)
     song.companion = companionOf(song.source);
     if (!song.companion.isEmpty()) {
         song.companionPlace = companionPath(song.place);
-        // An empty one is what a cut has left; that of a song with a given name came with it, when
-        // it was sent before.
+        // An empty one was left by a cut; the graphics of a song with a given name were sent with
+        // it before.
         const bool isOwn = song.place != destinationOf(song.source, m_destination);
         const bool isFree = fileKind(song.companionPlace) == FileKind::Missing ||
                             (isRegularFile(song.companionPlace) &&
@@ -293,8 +293,8 @@ void FileCopier::copySong(Song song)
         finishSong(song);
 }
 
-/// Stages a copy of \a source, the song itself or its graphics file, or makes it at once where the
-/// lot is what takes the room for it. False when there will be none, which is reported.
+/// Stages a copy of \a source, the song itself or its graphics file; if the lot uses the room for
+/// it, copies it at once. Returns false, reported, on failure.
 bool FileCopier::copyFile(Song &song, const QString &source, const QString &place, bool &isStaged)
 {
     const bool isNew = fileKind(place) == FileKind::Missing;
@@ -309,8 +309,8 @@ bool FileCopier::copyFile(Song &song, const QString &source, const QString &plac
     return result == CopyResult::Done;
 }
 
-/// Puts the copies in their places, and counts and reports them. The song \a current may be in the
-/// lot, too, while its graphics file is on its way.
+/// Commits the copies, and counts and reports them. The song \a current may already be in the lot
+/// while its graphics file is copied.
 void FileCopier::finishLot(Song *current)
 {
     const QList<Song> songs = std::exchange(m_staged, {});
@@ -347,7 +347,7 @@ void FileCopier::finishSong(const Song &song)
 }
 
 /// The graphics file of an MP3: the file as named, or else one whose name differs in case only.
-/// Empty when there is none.
+/// Empty if there is none.
 QString FileCopier::companionOf(const QString &song)
 {
     if (!song.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive))

@@ -23,7 +23,7 @@ class FileCopier
     Q_DECLARE_TR_FUNCTIONS(FileCopier)
 
 public:
-    /// The user did not want the file that is there replaced.
+    /// The user did not want to replace the existing file.
     static constexpr Reason kept{
         QT_TRANSLATE_NOOP("RunReport", "esiste già e non doveva essere sostituita"),
         Reason::Kind::Skip};
@@ -31,26 +31,26 @@ public:
     static constexpr Reason pickedToo{
         QT_TRANSLATE_NOOP("RunReport", "al suo posto si trova un'altra delle song scelte")};
 
-    /// Shows, asks and reports through \a run, which outlives it.
+    /// Shows, asks and reports through \a run, which must outlive this.
     explicit FileCopier(Run &run) : m_run(run) {}
 
-    /// For copies to the memory \a root, of whose room \a reserve bytes stay free for its index. A
-    /// song that is there under a short name keeps that.
+    /// For copies to the memory \a root, which keep \a reserve bytes free for its index. A song
+    /// that has a short name there keeps it.
     void setMemory(const QString &root, qint64 reserve);
 
-    /// Copies \a files in lots into the folder \a destDir. True when no file failed and the user
-    /// did not interrupt. When the disk has not enough room for all of them nothing is copied at
-    /// all. A source is never changed, and what was copied is flushed to the disk. The stage of the
-    /// run is the caller's, with a step for each file.
+    /// Copies \a files in lots into the folder \a destDir. Returns true if no file failed and the
+    /// user did not interrupt. If there is not enough room for all files, copies none. Sources are
+    /// never changed, and copies are flushed to the disk. The caller must have begun a stage of the
+    /// run with a step for each file.
     [[nodiscard]] bool copyFiles(const QStringList &files, const QString &destDir);
 
-    /// How many songs are in the folder after the last call; 0 when it was interrupted.
+    /// The number of songs in the folder after the last call; 0 if it was interrupted.
     int copied() const { return m_copied; }
-    /// How much room the last call needed, and how much there was; empty when there was enough.
+    /// A text with the room that the last call needed and the free room; empty if there was enough.
     const QString &shortage() const { return m_shortage; }
 
 private:
-    /// A song on its way to \a place, with its graphics file where it has one.
+    /// A song that is copied to \a place, with its graphics file if it has one.
     struct Song {
         QString source;
         QString place;

@@ -10,20 +10,20 @@
 namespace brisel
 {
 
-/// Adds every song file below a folder to the library. Each folder is visited once, whatever links
-/// lead to it; what is neither a folder nor a plain file is passed over.
+/// Adds every song file below a folder to the library. Each folder is visited once, even if several
+/// links lead to it; entries that are neither folders nor plain files are skipped.
 class FolderScan
 {
 public:
-    /// Goes on from \a counts.
+    /// Continues counting from \a counts.
     FolderScan(UserSongsRelTableModel &model, QString folder, const SongCounts &counts = {});
 
-    /// Scans the folder and what lies below, in the order of names, until the run is interrupted. A
-    /// sort that was chosen before is carried out at the end. Gives what was met.
+    /// Scans the folder and all folders below, in the order of names, until the run is interrupted.
+    /// Then sorts the rows as chosen before. Returns the counts.
     SongCounts run(Run &run);
 
-    /// Hands the plain files below \a folder to \a visitFile, in the order of names and until it
-    /// answers false; false then. Folders that \a walk has entered are left out.
+    /// Calls \a visitFile for the plain files below \a folder, in the order of names, until it
+    /// returns false; returns false then. Skips folders that \a walk has entered.
     static bool visitFiles(const QString &folder, FolderWalk &walk,
                            const std::function<bool(const QString &path)> &visitFile);
 

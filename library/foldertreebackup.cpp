@@ -54,7 +54,7 @@ bool FolderTreeBackup::copySubFolder(Run &run, const QString &source, const QStr
                                      const QString &name)
 {
     const QString from = source + u'/' + name;
-    // The destination below the source is not part of what is backed up.
+    // A destination below the source is not copied.
     if (Run::isEnding() || m_walk.hasEntered(from))
         return false;
     const QString to = dest + u'/' + name;

@@ -9,20 +9,20 @@ namespace brisel
 
 class Run;
 
-/// Copies a folder with everything below it. Entries go in name order, hidden ones too; only plain
+/// Copies a folder with everything below it, in the order of names, with hidden files. Only plain
 /// files are copied, and no folder is entered twice, so that link loops and a destination inside
-/// the source end.
+/// the source do not make it endless.
 class FolderTreeBackup
 {
 public:
-    /// Is to copy the content of \a source into the existing folder \a dest, and to count on from
+    /// For copying the content of \a source into the existing folder \a dest, counting from
     /// \a count.
     FolderTreeBackup(QString source, QString dest, int count = 0);
 
-    /// Existing files are not replaced. True when everything was copied.
+    /// Does not replace existing files. Returns true if everything was copied.
     [[nodiscard]] bool run(Run &run);
 
-    /// The number of copied files, which is shown as the steps of the run.
+    /// The number of copied files, which is also the step of the run.
     int count() const { return m_count; }
 
 private:

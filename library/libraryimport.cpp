@@ -77,7 +77,7 @@ void LibraryImport::readFiles(Run &run)
         debug() << "Found file:" << path;
         m_songs.add(run, path, "");
     }
-    // New rows stand at the end: a sort that the user chose before holds for them too.
+    // New rows are at the end, so the order that the user chose before is applied again.
     m_model.sortAgain();
 }
 

@@ -12,7 +12,7 @@ namespace brisel
 class Database;
 class UserSongsRelTableModel;
 
-/// What an import or a folder scan has met.
+/// The counts of an import or a folder scan.
 struct SongCounts {
     int songs = 0;          ///< files that opened
     int publisherSongs = 0; ///< those of them that the publisher published
@@ -21,16 +21,16 @@ struct SongCounts {
     int examined() const { return songs + unknown; }
 };
 
-/// Appends song files to the library table, one by one, and counts them.
+/// Appends song files to the library table and counts them.
 class SongRows
 {
 public:
-    /// Goes on from \a counts.
+    /// Continues counting from \a counts.
     explicit SongRows(UserSongsRelTableModel &model, const SongCounts &counts = {});
 
     /// Opens the file at \a path, appends it to the table, counts it, shows the count and processes
-    /// pending events. A file that does not open is counted, logged and reported; \a logPrefix
-    /// stands in front of the refusal's text.
+    /// pending events. A file that does not open is counted, logged after \a logPrefix, and
+    /// reported.
     void add(Run &run, const QString &path, const char *logPrefix);
 
     const SongCounts &counts() const { return m_counts; }
@@ -50,7 +50,7 @@ public:
     enum class Outcome {
         Done,
         NotCleared,  ///< the table could not be emptied: the old rows stay
-        Interrupted, ///< by the end of the program, which alone interrupts an import
+        Interrupted, ///< by the end of the program only: the user can't interrupt an import
     };
 
     static constexpr Reason notInTable{
@@ -59,8 +59,7 @@ public:
     /// \a files are paths.
     LibraryImport(Database &database, UserSongsRelTableModel &model, QStringList files);
 
-    /// Empties the table and adds the files in their order; a sort that was chosen before is
-    /// carried out at the end.
+    /// Empties the table and adds the files in their order; then sorts the rows as chosen before.
     [[nodiscard]] Outcome run(Run &run);
 
     const SongCounts &counts() const { return m_songs.counts(); }

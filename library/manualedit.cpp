@@ -46,7 +46,7 @@ ManualEdit::Outcome ManualEdit::run(Run &run)
     return Run::isEnding() ? Outcome::Interrupted : Outcome::Done;
 }
 
-/// What the song in \a file is to hold once the data are spread.
+/// The new data of the song in \a file after copying.
 SongInfo ManualEdit::spreadInfo(const SongFile &file) const
 {
     SongInfo info = file.info;
@@ -67,7 +67,7 @@ void ManualEdit::saveSong(Run &run, MetaSong &song, const SongInfo &info, const 
 {
     song.setSongInfo(info, true);
     debug() << "Saving to file: " << path;
-    // A song that went away with its memory is not made anew where the memory was.
+    // A song on a removed memory must not be created in the mount folder.
     const bool isSaved = isRegularFile(path) && song.saveToFile(path);
     finishSong(run, path, row, isSaved ? std::nullopt : WhyNot(whyNotSaved(song, path)));
 }
@@ -127,13 +127,13 @@ void ManualEdit::finishLot(Run &run)
             finishSong(run, path, row, whyNotPlaced(path));
             continue;
         }
-        // Another program has changed the song since it was read: it is read anew.
+        // Another program has changed the song since it was read: it is read again.
         if (std::optional<SongFile> file = openFile(run, path))
             saveSong(run, file->song, spreadInfo(*file), path, row);
     }
 }
 
-/// Reports whether the row's song was saved, and shows what it holds either way.
+/// Reports whether the row's song was saved, and shows its content in both cases.
 void ManualEdit::finishSong(Run &run, const QString &path, int row, WhyNot whyNotSaved)
 {
     if (whyNotSaved.has_value()) {

@@ -15,18 +15,18 @@ namespace brisel
 
 class UserSongsRelTableModel;
 
-/// Writes what the user corrected by hand into song files, and into the rows that show them.
+/// Writes the user's corrections into song files and updates their rows.
 class ManualEdit
 {
     Q_DECLARE_TR_FUNCTIONS(ManualEdit)
 
 public:
     enum class Outcome {
-        Done,        ///< every song was tried
-        Interrupted, ///< by the end of the program, which alone interrupts an edit
+        Done,        ///< all songs were processed
+        Interrupted, ///< by the end of the program only: the user can't interrupt an edit
     };
 
-    /// Which data of the edited song are copied to all songs of the list.
+    /// The data of the edited song that are copied to all songs of the list.
     struct Spread {
         bool author = false;
         bool artist = false;
@@ -36,18 +36,19 @@ public:
         bool any() const { return author || artist || genre || titleFromFileName; }
     };
 
-    /// Opens the song in row \a row of \a model. Empty, and reported, when it doesn't open.
+    /// Opens the song in row \a row of \a model. Returns nothing, and reports the reason, if it
+    /// does not open.
     [[nodiscard]] static std::optional<SongFile> open(Run &run, UserSongsRelTableModel &model,
                                                       int row);
 
-    /// Is to put \a info into the open song \a song, to save it to \a path, which \a row shows, and
-    /// to apply what \a spread calls for to all other rows.
+    /// For setting \a info in the open song \a song, saving it to \a path, the file of \a row, and
+    /// copying the data selected by \a spread to all other rows.
     ManualEdit(UserSongsRelTableModel &model, MetaSong song, SongInfo info, QString path, int row,
                Spread spread);
 
-    /// Whether a song could be saved or not, its row then shows what the file holds and has the
-    /// status Edited; the row of a file that can't be read any more keeps its data. Rows over which
-    /// data are spread are taken in lots; those whose file does not open are left as they are.
+    /// Afterwards the row of a song shows the content of the file and has the status Edited, even
+    /// if saving failed; the row of a file that can't be read keeps its data. Rows to which data
+    /// are copied are processed in lots; if their file does not open they are not changed.
     [[nodiscard]] Outcome run(Run &run);
 
 private:

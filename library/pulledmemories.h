@@ -9,17 +9,17 @@
 namespace brisel
 {
 
-/// The memories that a run works with, by the paths of its files, and which of them were pulled
-/// since: such a memory is reported once, and no other file on it is tried.
+/// The memories of a run's files, and which of them were pulled during the run: such a memory is
+/// reported once, and its other files are skipped.
 class PulledMemories
 {
 public:
-    /// The root of the memory that holds \a path, when it is no longer the one that stood there
-    /// when the run asked first; empty otherwise, and off all memories.
+    /// The root of the memory that contains \a path, if it is no longer the same as at the first
+    /// call for it; otherwise, or if the path is not on a memory, empty.
     QString pulledFrom(const QString &path);
 
-    /// Adds to \a report that \a step failed for the file at \a path. A failure on a memory that
-    /// was pulled is the memory's; that the user wanted a file passed over is the file's.
+    /// Adds to \a report that \a step failed for the file at \a path. A failure on a pulled memory
+    /// is reported for the memory, unless the user wanted to skip the file.
     void note(RunReport &report, RunReport::Step step, const QString &path, Reason reason);
 
 private:

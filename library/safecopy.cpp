@@ -60,7 +60,8 @@ CopyResult copyOverFile(const QString &source, const QString &destination)
     const qint64 freeSize = freeSpace(QFileInfo(destination).path());
     if (!mustDeleteFirst(freeSize, QFileInfo(destination).size(), QFileInfo(source).size()))
         return CopyResult::TargetFailed;
-    // What can't be read to its end would leave neither the old file nor a new one.
+    // If the source could not be read completely, there would be neither the old file nor a new
+    // one.
     if (!canBeRead(source))
         return CopyResult::SourceFailed;
     if (!QFile::remove(destination))
@@ -87,7 +88,7 @@ CopyResult copyIntoLot(FileLot &lot, const QString &source, const QString &desti
     if (out == nullptr)
         return CopyResult::TargetFailed;
     CopyResult result = copyRest(in.handle(), 0, in.size(), out->file().handle());
-    // A source that was changed while it was read gives no copy of anything.
+    // A copy of a source that was changed during the copy would be inconsistent.
     if (result == CopyResult::Done && fileState(in.handle()) != in.state())
         result = CopyResult::SourceFailed;
     if (result != CopyResult::Done)

@@ -17,13 +17,13 @@ inline constexpr Reason wouldBeTooLarge(
 
 } // namespace SongReason
 
-/// Why the file at \a path did not open as \a song.
+/// Returns the reason why the file at \a path did not open as \a song.
 Reason whyNoSong(const MetaSong &song, const QString &path);
 
-/// Why \a song was not saved to \a path.
+/// Returns the reason why \a song was not saved to \a path.
 Reason whyNotSaved(const MetaSong &song, const QString &path);
 
-/// Why the song at \a path did not get the new content that was ready for it.
+/// Returns the reason why the song at \a path did not get its staged new content.
 Reason whyNotPlaced(const QString &path);
 
 } // namespace brisel

@@ -9,19 +9,19 @@
 namespace brisel
 {
 
-/// A song file that was opened, or was to be opened, and the record that it holds.
+/// A song file that was opened, or failed to open, and its song record.
 struct SongFile {
     /// Opens the file at \a path.
     explicit SongFile(const QString &path);
-    /// As above, but does not try a file on a memory that was pulled.
+    /// As above, but does not open a file on a pulled memory.
     SongFile(const QString &path, PulledMemories &memories);
 
-    /// Why the file did not open.
+    /// The reason why the file did not open.
     Reason whyNotOpen() const;
 
     QString path;
     MetaSong song;
-    SongInfo info; ///< without names; empty when the file did not open
+    SongInfo info; ///< without names; empty if the file did not open
     bool isOpen = false;
 
 private:

@@ -54,7 +54,7 @@ void SongPicker::add(Run &run, const QString &path)
     }
 }
 
-/// False when no more files are wanted.
+/// Returns false if the search must end.
 bool SongPicker::pick(Run &run, const QString &file)
 {
     if (hasSongName(file) && !m_known.contains(file)) {

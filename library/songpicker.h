@@ -11,11 +11,11 @@
 namespace brisel
 {
 
-/// The names that song files have, as a file dialog's filter takes them.
+/// The names of song files, as patterns of a file dialog's filter.
 QString songNamePatterns();
 
-/// Makes of files and folders the list that a user would have picked in a file dialog: the full
-/// paths of all files that have a song's name. Nothing is picked twice under one path.
+/// Converts files and folders to the list that a user would have picked in a file dialog: the full
+/// paths of all files with the names of songs, each once.
 class SongPicker
 {
     Q_DECLARE_TR_FUNCTIONS(SongPicker)
@@ -27,11 +27,11 @@ public:
         Interrupted, ///< by the user or the end of the program
     };
 
-    /// \a paths are those of files and folders.
+    /// \a paths are paths of files and folders.
     explicit SongPicker(QStringList paths);
 
-    /// Picks the files, and every song below the folders in the order of a folder scan. What is
-    /// missing, is not a plain file or is of another kind is passed over.
+    /// Picks the files, and every song below the folders in the order of a folder scan. Skips
+    /// missing files, files that are not plain ones, and files without the suffix of a song.
     [[nodiscard]] Outcome run(Run &run);
 
     const QStringList &songs() const { return m_songs; }

@@ -22,7 +22,7 @@ void SongPlaces::begin(const QString &root)
     if (root.isEmpty())
         return;
     m_names.setRoot(root);
-    (void)m_names.load(); // without it no name is known
+    (void)m_names.load(); // on failure there are no names
 }
 
 QString SongPlaces::placeOf(const QString &source, const QString &destination, Run &run)
@@ -34,8 +34,8 @@ QString SongPlaces::placeOf(const QString &source, const QString &destination, R
     return known == destination ? twinOf(source, destination, run) : known;
 }
 
-/// The file beside \a destination that could be \a source under a short name, and holds the same;
-/// \a destination when there is none.
+/// The file beside \a destination that could be \a source under a short name and has the same
+/// content; \a destination if there is no such file.
 QString SongPlaces::twinOf(const QString &source, const QString &destination, Run &run)
 {
     const QString folder = QFileInfo(destination).path();
@@ -82,7 +82,7 @@ QString SongPlaces::keyOf(const QString &shape, qint64 size)
     return QString::number(size) + u'/' + shape;
 }
 
-/// A checksum of the whole file; empty when it can't be read to its end, or the run is interrupted.
+/// A checksum of the whole file; empty if it can't be read completely, or the run is interrupted.
 QByteArray SongPlaces::contentOf(const QString &path, Run &run)
 {
     constexpr qint64 blockSize = 1 << 20; // bytes

@@ -11,21 +11,21 @@ namespace brisel
 
 class Run;
 
-/// Where the songs of a transfer belong: in files of their own names, or, when they were sent
-/// before and have short names since then, in these.
+/// The destinations of the songs of a transfer: files with their own names or, if they were sent
+/// before and then got short names, these files.
 class SongPlaces
 {
 public:
-    /// Begins a run over songs for the memory \a root; for an empty one each song has its own name.
+    /// Begins a run over songs for the memory \a root; if it is empty, each song keeps its own
+    /// name.
     void begin(const QString &root);
 
-    /// The path of the file that \a source, sent as \a destination, is to replace or to become. A
-    /// song of which the memory knows nothing is compared with the files that the short name could
-    /// have been given to, as long as \a run may go on: the one with the same content is
-    /// the song.
+    /// Returns the path of the file that \a source, sent as \a destination, must replace or become.
+    /// If the memory has no given name for the song, it is compared with the files that could have
+    /// its short name, until \a run is interrupted: the one with the same content is the song.
     QString placeOf(const QString &source, const QString &destination, Run &run);
 
-    /// Has the memory remember the songs that were found by their content.
+    /// Stores the names of the songs that were found by their content on the memory.
     void remember();
 
 private:
@@ -42,7 +42,7 @@ private:
 
     QString m_root;
     GivenNames m_names;
-    QString m_folder;                         ///< the one that m_candidates is of
+    QString m_folder;                         ///< the folder of m_candidates
     QHash<QString, QStringList> m_candidates; ///< files with given names, by shape and size
     QHash<QString, QByteArray> m_contents;    ///< checksums of candidates
     QSet<QString> m_taken;                    ///< candidates that are songs of this run

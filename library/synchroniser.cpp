@@ -46,7 +46,7 @@ Synchroniser::Outcome Synchroniser::updateRows(Run &run)
     const UserSongsRelTableModel::ManyChanges changes(m_model);
     const int count = m_model.goodRowCount();
     for (int row = 0; row < count; ++row)
-        m_memories.pulledFrom(m_model.fileName(row)); // what is there at the beginning
+        m_memories.pulledFrom(m_model.fileName(row)); // remembers the memory at the start
     for (int row = 0; row < count; ++row) {
         if (!run.mayGoOn()) {
             finishLot(run);
@@ -58,7 +58,7 @@ Synchroniser::Outcome Synchroniser::updateRows(Run &run)
         if (m_lot.isFull() || m_lot.holds(QFileInfo(m_model.fileName(row)).canonicalFilePath()))
             finishLot(run);
         const Change made = change(run, row, &m_lot);
-        // The end of the program says nothing about the song.
+        // The end of the program is not a failure of the song.
         if (made == Change::Failed && Run::isEnding()) {
             finishLot(run);
             return Outcome::Interrupted;
@@ -110,7 +110,7 @@ Synchroniser::Change Synchroniser::change(Run &run, int row, FileLot *lot)
 
 Synchroniser::Change Synchroniser::save(Run &run, int row, SongFile &file, FileLot *lot)
 {
-    // One that went away with its memory is not made anew where the memory was.
+    // A song on a removed memory must not be created in the mount folder.
     WriteResult result = WriteResult::Failed;
     if (isRegularFile(file.path) && lot != nullptr)
         result = file.song.saveInLot(file.path, *lot);
@@ -126,7 +126,7 @@ Synchroniser::Change Synchroniser::save(Run &run, int row, SongFile &file, FileL
     return finishRow(run, row, whyNot) ? Change::Made : Change::Failed;
 }
 
-/// Puts the songs of the lot in their places. True when the last of them could be read again.
+/// Commits the songs of the lot. Returns true if the last of them could be read again.
 bool Synchroniser::finishLot(Run &run)
 {
     const QList<int> rows = std::exchange(m_staged, {});
@@ -151,8 +151,8 @@ bool Synchroniser::finishLot(Run &run)
     return isReadAgain;
 }
 
-/// Shows what the row's song holds, saved or not. False when it could not be read again: then the
-/// row stays as it was, as that of a file that went away with its memory.
+/// Shows the content of the row's song, saved or not. Returns false if it could not be read again:
+/// then the row is unchanged, also if the memory of the file was removed.
 bool Synchroniser::finishRow(Run &run, int row, std::optional<Reason> whyNotSaved)
 {
     const SongFile held(m_model.fileName(row));
@@ -177,7 +177,7 @@ void Synchroniser::note(Run &run, Step step, const QString &fileName, Reason rea
     m_memories.note(run.report(), step, fileName, reason);
 }
 
-/// The rows that an interrupted run did not come to.
+/// Reports the rows that an interrupted run did not reach.
 void Synchroniser::noteRowsLeft(Run &run, int firstRow)
 {
     const int count = m_model.goodRowCount();

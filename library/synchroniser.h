@@ -16,8 +16,8 @@ class Database;
 class UserSongsRelTableModel;
 struct SongFile;
 
-/// Brings the songs of the library in line with the catalogue: looks each one up, writes what the
-/// catalogue knows into its file, and shows in the row what the file holds then.
+/// Synchronises the songs of the library with the catalogue: looks each one up, writes the
+/// catalogue's data into its file, and updates its row from the file.
 class Synchroniser
 {
     Q_DECLARE_TR_FUNCTIONS(Synchroniser)
@@ -25,7 +25,7 @@ class Synchroniser
 public:
     enum class Outcome {
         Done,        ///< every row was processed
-        Interrupted, ///< by the user or the end of the program; the rows left keep what they had
+        Interrupted, ///< by the user or the end of the program; the remaining rows are unchanged
     };
 
     static constexpr Reason notInCatalogue{
@@ -33,27 +33,28 @@ public:
     static constexpr Reason declined{
         QT_TRANSLATE_NOOP("RunReport", "la modifica è stata rifiutata"), Reason::Kind::Skip};
 
-    /// With \a askPublisher off, songs that the publisher did not publish are changed unasked.
+    /// Without \a askPublisher, songs that the publisher did not publish are changed without a
+    /// question.
     Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher);
 
-    /// Writes the heading of the run to the log. False, logged, when there are no rows.
+    /// Writes the heading of the run to the log. Returns false, logged, if there are no rows.
     [[nodiscard]] bool announce();
 
-    /// Takes every row once, in the table's order, which must not change meanwhile, and sets its
-    /// status. Songs are put in their places in lots, before a question and at the end of the run;
-    /// only then their rows show what they hold.
+    /// Processes every row once, in the table's order, which must not change during the run, and
+    /// sets its status. Songs are committed in lots, before a question and at the end of the run;
+    /// their rows are updated then.
     [[nodiscard]] Outcome run(Run &run);
 
-    /// Takes one row and leaves its status. True when its file was found in the catalogue,
-    /// rewritten and read again.
+    /// Processes one row without changing its status. Returns true if its file was found in the
+    /// catalogue, rewritten and read again.
     [[nodiscard]] bool updateFileWithDb(Run &run, int row);
 
 private:
     using Step = RunReport::Step;
 
     enum class Change {
-        Failed, ///< the song can't be read, or is to stay as it is; reported
-        Made,   ///< the row shows what the song holds, changed or not
+        Failed, ///< the song can't be read, or must not be changed; reported
+        Made,   ///< the row shows the song's content, changed or not
         Staged, ///< the song waits for the end of the lot
     };
 

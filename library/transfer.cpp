@@ -80,7 +80,7 @@ bool Transfer::send(Run &run, const QString &folder)
     const QString root = getRoot(folder);
     const MemoryIdentity memory(root);
     FileCopier copier(run);
-    // Room for the new index, too: songs without one are of no use.
+    // Room for the new index, too: songs without an index are useless.
     copier.setMemory(root, IndexSet::roomForUpdate(root, m_files.size()));
     const bool areAllCopied = copier.copyFiles(m_files, folder);
     m_shortage = copier.shortage();
@@ -92,7 +92,7 @@ bool Transfer::send(Run &run, const QString &folder)
         run.report().add(RunReport::Step::Index, root, MemoryReason::gone);
         return false;
     }
-    // What did arrive is of no use to the player without the index.
+    // The player can't use the copied songs without the index.
     return updateIndex(run, folder) && areAllCopied;
 }
 

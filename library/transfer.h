@@ -9,8 +9,8 @@
 namespace brisel
 {
 
-/// Copies the picked files to the player's memory and brings the memory's index up to date. Both
-/// are one: no other program works on the memory in between.
+/// Copies the picked files to the player's memory and updates the memory's index. The memory is
+/// locked for both, so that no other program changes it in between.
 class Transfer
 {
     Q_DECLARE_TR_FUNCTIONS(Transfer)
@@ -18,25 +18,25 @@ class Transfer
 public:
     enum class Outcome {
         Done,
-        Failed,         ///< not all was copied, or the index is not complete; see the report
+        Failed,         ///< not everything was copied, or the index is incomplete; see the report
         InUse,          ///< another program works on the memory
-        SystemDisk,     ///< the folder does not lie on a memory
-        NoSongsFolder,  ///< a memory itself was chosen, and it takes no folder "songs"
-        ReservedFolder, ///< BRIDGE, SFX and PLAYLIST serve the player for other things
+        SystemDisk,     ///< the folder is not on a memory
+        NoSongsFolder,  ///< a memory itself was chosen, and its folder "songs" can't be made
+        ReservedFolder, ///< the player uses BRIDGE, SFX and PLAYLIST for other files
     };
 
-    /// The folder that songs go to, or why there is none.
+    /// The folder for the songs, or the reason why there is no such folder.
     struct Destination {
         Outcome outcome = Outcome::Done;
         QString folder;
     };
 
-    /// Finds the folder that songs go to when \a chosen was picked: that folder, or "songs" (made
-    /// where missing) when it is a memory itself. Only the last component is compared with
-    /// the reserved names.
+    /// Finds the folder for the songs if \a chosen was picked: that folder, or "songs" (made if
+    /// missing) if it is a memory itself. Only the last component is compared with the reserved
+    /// names.
     [[nodiscard]] static Destination destinationOf(const QString &chosen);
 
-    /// Brings the index of the memory that holds \a path up to date; true when it is complete.
+    /// Updates the index of the memory that contains \a path. Returns true if it is complete.
     [[nodiscard]] static bool updateIndex(Run &run, const QString &path);
 
     /// \a chosen is the folder that the user picked.
@@ -44,7 +44,7 @@ public:
 
     [[nodiscard]] Outcome run(Run &run);
 
-    /// How much room the copies needed, and how much there was; empty when there was enough.
+    /// A text with the room that the copies needed and the free room; empty if there was enough.
     const QString &shortage() const { return m_shortage; }
 
 private:

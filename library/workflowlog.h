@@ -3,9 +3,9 @@
 namespace brisel
 {
 
-/// The lines by which the workflows divide the log.
+/// The lines that separate the workflows in the log.
 
-/// The three-line banner of a workflow: its name, ten blanks in front, between two lines of "=".
+/// The three-line banner of a workflow: its name after ten blanks, between two lines of "=".
 void logBanner(const char *name);
 
 /// The line that ends one song's part, and an empty one.

@@ -12,7 +12,7 @@ BackupDialog::BackupDialog(QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::BackupDialog>())
 {
     m_ui->setupUi(this);
-    // Without a folder there is nothing to start: Enter asks for one first.
+    // Without a folder no backup can start: Enter opens the folder dialog first.
     m_ui->browsePushButton->setFocus();
 }
 

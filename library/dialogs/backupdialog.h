@@ -18,13 +18,13 @@ class BackupDialog : public QDialog
     Q_OBJECT
 
 public:
-    /// What exec() returns. A dialog that was closed counts as Abort.
+    /// The results of exec(). Closing the dialog counts as Abort.
     enum Answer { Abort = 0, DoBackup = 1, NoBackup = 2 };
 
     explicit BackupDialog(QWidget *parent = nullptr);
     ~BackupDialog() override;
 
-    /// The folder that the user chose for the backup; empty when none was chosen.
+    /// The folder that the user chose for the backup; empty if none was chosen.
     QString directory() const { return m_directory; }
 
 protected:

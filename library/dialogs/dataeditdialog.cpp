@@ -30,7 +30,7 @@ void fillCombo(QComboBox *combo, const QStringList &entries)
     combo->addItems(entries);
 }
 
-/// A length that was loaded with more digits than the rules allow may be typed on for ever.
+/// A loaded length with more digits than the rules allow can be extended without limit.
 int secondsOf(const QString &minutes, const QString &seconds)
 {
     const qint64 length = qint64(minutes.toInt()) * 60 + seconds.toInt();
@@ -47,8 +47,8 @@ bool is8Bit(const QString &format)
                        [&format](auto type) { return MetaSong::getFormatString(type) == format; });
 }
 
-/// The first of \a characters as they can be shown one beside the other: by its number what would
-/// not be seen, would change the direction of the line, or would join its neighbour.
+/// The first of \a characters, in a form for a list: the code point of a character that is
+/// invisible, changes the direction of the line, or combines with its neighbour.
 QString listed(const QString &characters)
 {
     constexpr int most = 20;
@@ -77,7 +77,7 @@ DataEditDialog::DataEditDialog(QWidget *parent)
     restrictToDigits(m_ui->mmLineEdit, QStringLiteral("^[0-9]{2}"));
     restrictToDigits(m_ui->ssLineEdit, QStringLiteral("^[0-9]{2}"));
     restrictToDigits(m_ui->bpmLineEdit, QStringLiteral("^[0-9]{3}"));
-    // A completer would turn "queen" into the list's "QUEEN" behind the user's back.
+    // A completer would replace "queen" by the list's "QUEEN" without notice.
     m_ui->artistComboBox->setCompleter(nullptr);
     m_ui->genreComboBox->setCompleter(nullptr);
     m_texts = {
@@ -193,7 +193,7 @@ void DataEditDialog::on_radioButtonTitle2_clicked()
 
 void DataEditDialog::on_checkBoxToAllTitle_clicked(bool checked)
 {
-    // "non il nome" stands where "con il nome" was meant; users know the text as it is.
+    // "non il nome" should be "con il nome"; the text is kept because users know it.
     if (checked)
         confirmApplyToAll(m_ui->checkBoxToAllTitle,
                           tr("Il titolo di tutte le song della lista verrà sovrascritto non il "
@@ -234,10 +234,10 @@ void DataEditDialog::on_exitPushButton_clicked()
     done(Rejected);
 }
 
-/// The dialog grows by what the hints need, and takes that back when they go.
+/// The dialog grows by the height of the hints, and shrinks again when they are hidden.
 void DataEditDialog::updateHints()
 {
-    const int own = height() - m_hintRoom; // a label that is shown makes the dialog higher at once
+    const int own = height() - m_hintRoom; // showing a label increases the dialog's height at once
     for (const TextField &field : m_texts)
         showHint(field);
     if (!isVisible() && m_hintRoom == 0)
@@ -258,7 +258,7 @@ void DataEditDialog::showHint(const TextField &field) const
         hint.isEmpty() ? QString() : field.control->toolTip() + QStringLiteral(". ") + hint);
 }
 
-/// Empty while the song, and those over which the text is to be spread, can hold it.
+/// Empty if the song, and those to which the text is copied, can contain the text.
 QString DataEditDialog::hintFor(const TextField &field) const
 {
     const bool isHere = is8Bit(m_loaded->format);

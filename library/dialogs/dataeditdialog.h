@@ -19,14 +19,14 @@ namespace Ui
 class DataEditDialog;
 }
 
-/// Lets the user correct one song's data, and spread some of it over the whole list. The main
-/// window owns one and uses it for every song: setOtherInfo() leaves nothing of the last one.
+/// Lets the user correct one song's data, and copy some of it to the whole list. The main window
+/// owns one and uses it for every song: setOtherInfo() clears all data of the last one.
 class DataEditDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// What exec() returns.
+    /// The results of exec().
     enum Answer { Rejected = 0, Accepted = 1 };
 
     explicit DataEditDialog(QWidget *parent = nullptr);
@@ -36,20 +36,20 @@ public:
     void setGenresCombo(const QStringList &genres);
     void setKeysCombo(const QStringList &keys);
 
-    /// Shows \a info. As the user types, a hint under a text shows which of its characters become
-    /// "?" in the 8-bit formats: in this song, or in those over which the text is to be spread. A
-    /// key that is not in the key list leaves the list without a current entry.
+    /// Shows \a info. During typing, a hint under a text shows which of its characters become "?"
+    /// in the 8-bit formats: in this song, or in those to which the text is copied. A key that is
+    /// not in the key list leaves the list without a current entry.
     void setOtherInfo(const SongInfo &info);
 
     /// Writes title, author, artist, genre, key, length and userBpm of the dialog into \a info and
     /// leaves the rest of it, and the key while the list has no current entry. A text that the user
-    /// left alone is the loaded one, of any length. An empty or non-numeric number counts as 0.
+    /// did not edit is the loaded one, of any length. An empty or non-numeric number counts as 0.
     void getInfo(SongInfo &info) const;
 
     bool isApplyToAllAuthor() const;
     bool isApplyToAllArtist() const;
     bool isApplyToAllGenre() const;
-    /// True when every song's title is to be made from its file name.
+    /// Returns true if every song's title must be made from its file name.
     bool isApplyToAllFname() const;
 
 protected:
@@ -68,11 +68,11 @@ private slots:
 private:
     struct TextField {
         QWidget *control;
-        QLineEdit *edit; ///< the control, or the part of it that holds the text
+        QLineEdit *edit; ///< the control, or its line edit
         QString SongInfo::*datum;
-        QCheckBox *toAll;   ///< spreads the text over the list; nullptr when nothing does
-        QLabel *hint;       ///< shows which characters the song can't hold
-        QString shown = {}; ///< of the loaded text, as much as the edit could take
+        QCheckBox *toAll;   ///< copies the text to the list; nullptr if it can't be copied
+        QLabel *hint;       ///< shows which characters the song can't contain
+        QString shown = {}; ///< the loaded text, truncated to the edit's limit
     };
 
     void updateHints();
@@ -83,7 +83,7 @@ private:
     std::unique_ptr<Ui::DataEditDialog> m_ui;
     std::unique_ptr<SongInfo> m_loaded;
     std::vector<TextField> m_texts;
-    int m_hintRoom = 0; ///< pixels by which the hints made the dialog higher
+    int m_hintRoom = 0; ///< pixels by which the hints increased the dialog's height
 };
 
 } // namespace brisel

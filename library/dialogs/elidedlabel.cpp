@@ -14,7 +14,7 @@ ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
 void ElidedLabel::setWholeText(const QString &text)
 {
     setText(text);
-    // A tool tip guesses its format: escaped and marked as rich text, no file name becomes markup.
+    // A tool tip guesses its format, so the text is escaped and marked as rich text.
     setToolTip(
         text.isEmpty()
             ? QString()

@@ -15,7 +15,7 @@ class ElidedLabel : public QLabel
 public:
     explicit ElidedLabel(QWidget *parent = nullptr);
 
-    /// Shows \a text, elided where it is too wide; text() stays the whole text.
+    /// Shows \a text, elided if it is too wide; text() is always the whole text.
     void setWholeText(const QString &text);
 
     QSize sizeHint() const override;

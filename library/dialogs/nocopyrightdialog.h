@@ -24,13 +24,13 @@ public:
     explicit NoCopyrightDialog(QWidget *parent = nullptr);
     ~NoCopyrightDialog() override;
 
-    /// Asks about the file \a path in a dialog over \a parent. An empty \a message leaves the
-    /// preset one.
+    /// Asks about the file \a path in a dialog over \a parent. With an empty \a message the preset
+    /// one is used.
     [[nodiscard]] static Run::Answer ask(QWidget *parent, const QString &path,
                                          const QString &message);
 
     void setFilename(const QString &fileName);
-    /// Replaces the preset message, which says that the publisher did not publish the song.
+    /// Replaces the preset message, that the publisher did not publish the song.
     void setMessage(const QString &message);
     /// Hides (true) or shows the two "tutti" buttons.
     void setYesNoOnly(bool on);

@@ -21,7 +21,7 @@ bool PaintPace::isDue() const
 
 void PaintPace::paint(const std::function<void()> &painting)
 {
-    // Milliseconds. A single painting that was held up does not stop the others for long.
+    // Milliseconds. One slow painting must not delay the next one for long.
     constexpr qint64 shortestPause = 50;
     constexpr qint64 longestPause = 1000;
     constexpr qint64 workPerPainting = 9;

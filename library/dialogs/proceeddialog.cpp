@@ -51,7 +51,7 @@ void ProceedDialog::on_noPushButton_clicked()
 
 void ProceedDialog::showSummary()
 {
-    // "esaminti" is how the text reads.
+    // "esaminti" is the original spelling.
     m_ui->summaryLabel->setText(
         tr("Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)Kordia")
             .arg(m_songs + m_unknown)

@@ -18,16 +18,17 @@ class ProceedDialog : public QDialog
     Q_OBJECT
 
 public:
-    /// What exec() returns. A dialog that was closed counts as No.
+    /// The results of exec(). Closing the dialog counts as No.
     enum Answer { No = 0, Yes = 1 };
 
     explicit ProceedDialog(QWidget *parent = nullptr);
     ~ProceedDialog() override;
 
-    /// Fills the summary in: files that opened, those of the publisher, files that did not open.
+    /// Sets the counts of the summary: files that opened, those of the publisher, files that did
+    /// not open.
     void setFilesCount(int songs, int publisherSongs, int unknown);
 
-    /// False when the user wants no more messages on copyright.
+    /// Returns false if the user wants no more messages about copyright.
     bool getShowAgainValue() const;
 
 protected:

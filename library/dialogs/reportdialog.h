@@ -14,7 +14,7 @@ namespace Ui
 class ReportDialog;
 }
 
-/// Shows what came of a run, file by file, to be read, copied or saved as text.
+/// Shows the report of a run, file by file, which can be copied or saved as text.
 class ReportDialog : public QDialog
 {
     Q_OBJECT

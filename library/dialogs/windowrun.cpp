@@ -10,7 +10,7 @@ namespace brisel
 {
 
 static constexpr qint64 eventsInterval = 10; ///< milliseconds between two rounds of events
-static constexpr int firstRounds = 16;       ///< of events: each of them is taken
+static constexpr int firstRounds = 16;       ///< of events, which are all processed
 static constexpr int dialogWidth = 420; ///< pixels; the label changes without moving the dialog
 
 WindowRun::WindowRun(QWidget *window, RunReport::Operation operation)

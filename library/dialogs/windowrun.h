@@ -17,12 +17,10 @@ class QWidget;
 namespace brisel
 {
 
-/// A run that a window shows: each stage in a progress dialog, each question in a dialog of its
-/// own.
+/// A run that a window shows: each stage in a progress dialog, each question in a separate dialog.
 ///
-/// The window is blocked from the first moment of a stage. A press on "Interrompi" (Escape and the
-/// dialog's close button count as one) closes the dialog for good and is remembered until the next
-/// begin().
+/// The window is blocked from the start of a stage. A press on "Interrompi" (or Escape, or the
+/// dialog's close button) closes the dialog permanently and is stored until the next begin().
 class WindowRun : public Run
 {
     Q_DECLARE_TR_FUNCTIONS(WindowRun)
@@ -35,14 +33,14 @@ public:
     /// Opens a dialog in place of an open one; a stage without steps has a busy bar.
     void begin(const Stage &stage) override;
     void setSteps(int steps) override;
-    /// The first steps and the last one are shown each, the others at the pace of PaintPace.
+    /// Each of the first steps and the last one are shown, the others at the pace of PaintPace.
     void setStep(int done) override;
-    /// Paints the dialog if that was not done for a while.
+    /// Paints the dialog if that is due.
     void pulse() override;
     /// Processes events at each of the first calls of a stage, then a hundred times a second at
     /// most.
     void processEvents() override;
-    /// Closes the dialog. An interruption stays remembered.
+    /// Closes the dialog. An interruption stays stored.
     void end() override;
 
 protected:
@@ -58,7 +56,7 @@ private:
     QPointer<QProgressBar> m_bar;
     PaintPace m_pace;
     QElapsedTimer m_sinceEvents;
-    int m_step = 0;       ///< where the bar is to stand when it is painted next
+    int m_step = 0;       ///< the value of the bar at the next painting
     int m_eventCalls = 0; ///< of this stage, followed or not
     bool m_areStepsShown = false;
     bool m_isInterrupted = false;

@@ -8,7 +8,7 @@
 namespace brisel
 {
 
-/// Breaks the text of \a layout into lines of \a width pixels and gives their height.
+/// Breaks the text of \a layout into lines of \a width pixels and returns their height.
 static int breakLines(QTextLayout &layout, int width)
 {
     QTextOption option;

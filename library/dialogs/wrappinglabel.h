@@ -5,8 +5,8 @@
 namespace brisel
 {
 
-/// A label for messages that hold paths: its lines break at blanks, and within a word that is wider
-/// than the label, so that no name widens the dialog beyond the screen. A text of more than
+/// A label for messages with paths: its lines break at blanks, and within a word that is wider than
+/// the label, so that long names do not widen the dialog beyond the screen. A text of more than
 /// longestText characters is shown without its middle.
 class WrappingLabel : public QLabel
 {
