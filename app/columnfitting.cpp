@@ -10,8 +10,8 @@ namespace brisel
 namespace
 {
 
-/// Caches the sizes of texts. The font and the style, on which they depend too, must not change
-/// while it lives.
+/// Caches the sizes of texts. The font and the style, on which they depend, must not change during
+/// its lifetime.
 class MeasureOnce : public QStyledItemDelegate
 {
 public:

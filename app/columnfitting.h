@@ -7,7 +7,7 @@ class QTableView;
 namespace brisel
 {
 
-/// Makes each of \a columns that is shown as wide as its contents, as
+/// Makes each visible one of \a columns as wide as its contents, as
 /// QTableView::resizeColumnToContents() does. Many texts of a library are the same (genres,
 /// artists, keys): each is measured once.
 ///

@@ -6,16 +6,16 @@
 namespace brisel
 {
 
-/// A run that works on the rows of the main window: they keep their places while it lives, and the
-/// status bar shows what its stages report.
+/// A run that works on the rows of the main window: their order does not change during its
+/// lifetime, and the status bar shows its report.
 class MainWindow::LibraryRun : public WindowRun
 {
 public:
-    /// The report goes on from \a before.
+    /// The report continues \a before.
     LibraryRun(MainWindow &window, RunReport::Operation operation, RunReport before = {});
     ~LibraryRun() override;
 
-    /// Shows what the run has reported, unless that is nothing: then the last report stays.
+    /// Shows the report of the run; if it is empty, the last report stays.
     void publish();
 
     void begin(const Stage &stage) override;
@@ -27,7 +27,7 @@ private:
     void showReport();
 
     MainWindow &m_window;
-    LibraryRun *m_outer; ///< null but for a run within a run
+    LibraryRun *m_outer; ///< null except for a run within a run
     const bool m_isImport;
     const RunReport m_before;
 };

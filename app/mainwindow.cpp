@@ -29,7 +29,7 @@ namespace brisel
 namespace
 {
 
-/// Shows a dialog in a window of its own until it is closed. A no-op while a run is under way.
+/// Shows a dialog in a separate window until it is closed. A no-op while a run is under way.
 template <typename Dialog>
 void runDialog()
 {
@@ -39,7 +39,7 @@ void runDialog()
     dialog.exec();
 }
 
-/// As above, for a dialog that works on a memory; \a line then shows what came of it.
+/// As above, for a dialog that works on a memory; \a line then shows its outcome.
 template <typename Dialog>
 void runMemoryDialog(StatusLine &line)
 {
@@ -86,7 +86,7 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(
 
 MainWindow::~MainWindow()
 {
-    delete m_model; // before the database that it stands on
+    delete m_model; // before its database
 }
 
 void MainWindow::enableCopyrightMessage(bool on)
@@ -119,7 +119,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     event->ignore();
 }
 
-/// Ctrl+Alt+D reveals the hidden options and hides them again; everything else goes through.
+/// Ctrl+Alt+D shows or hides the hidden options; all other events are passed on.
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress)
@@ -211,8 +211,8 @@ void MainWindow::showSettings()
     m_ui->dbgLogClearCheckBox->setChecked(Settings::logClear.in(m_settings));
 }
 
-/// What can be done is an action, and buttons, keys and the context menu share it. Without a mouse
-/// there is no other way than keys to the picking of songs and to a row's actions.
+/// Each operation is an action, which buttons, keys and the context menu share. The keys are for
+/// use without a mouse.
 void MainWindow::makeActions()
 {
     const auto actionOf = [this](QToolButton *button) {

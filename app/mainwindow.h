@@ -30,16 +30,16 @@ namespace Ui
 class MainWindow;
 }
 
-/// The program's only window, and the owner of what lives as long as the program: the databases,
-/// the library table, the settings and the translators of a language chosen at run time.
+/// The program's only window. It owns the databases, the library table, the settings and the
+/// translators of a language chosen at run time.
 ///
-/// A frame: it asks, starts a workflow of library/ or a dialog, and shows what came of it.
+/// It only asks, starts a workflow of library/ or a dialog, and shows the outcome.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// Opens the databases. When that fails the window has no table model, and only its menus work.
+    /// Opens the databases. If that fails, the window has no table model, and only its menus work.
     MainWindow();
     ~MainWindow() override;
 
@@ -47,12 +47,12 @@ public:
     /// synchronise while the setting "copyrightAsk" is on.
     void importUserLibrary();
     /// Imports the songs among \a paths and below the folders among them, as if the user had picked
-    /// them; a message reports when there are none. A no-op while a run is under way.
+    /// them; shows a message if there are no songs. A no-op while a run is under way.
     void openSongs(const QStringList &paths);
     /// Shows "%1 di %2" in the progress dialog of the run under way, and moves its bar.
     void updateProgress(int value);
-    /// Stores whether songs that the publisher did not publish are asked for, and shows it in the
-    /// menu.
+    /// Stores whether to ask before songs that the publisher did not publish are changed, and shows
+    /// it in the menu.
     void enableCopyrightMessage(bool on);
 
     /// Adds the number of files below \a dir to \a count.
@@ -60,28 +60,29 @@ public:
     /// Adds every song below \a dir to the table and to the counters.
     void scanDir(const QString &dir, int &songs, int &publisherSongs, int &unknown);
 
-    /// Brings the library in line with the catalogue, after the offer of a backup. True when every
-    /// row was processed; false when there are no rows, or the user did not want to go on.
+    /// Synchronises the library with the catalogue, after offering a backup. Returns true if every
+    /// row was processed; false if there are no rows, or the user cancelled.
     bool updateUserLibrary();
-    /// Offers a backup of the picked files. True when the synchronisation is to go on, also after
-    /// a backup that failed while copying.
+    /// Offers a backup of the picked files. Returns true if the synchronisation may continue, also
+    /// after files that could not be copied.
     bool suggestBackup();
-    /// Synchronises one row as a run of its own; true when it was found, rewritten and read again.
+    /// Synchronises one row as a separate run. Returns true if it was found, rewritten and read
+    /// again.
     bool updateFileWithDb(int row);
 
-    /// Writes \a info into the open song and saves it to \a path, as a run of its own; the row then
+    /// Writes \a info into the open song and saves it to \a path, as a separate run; the row then
     /// shows the file.
     void manualModifySong(MetaSong song, const SongInfo &info, const QString &path, int row);
 
-    /// Asks for a folder on a memory, copies the picked files there and updates the memory's
-    /// index. True when all of that went well.
+    /// Asks for a folder on a memory, copies the picked files there and updates the memory's index.
+    /// Returns true if all of that succeeded.
     bool transferFiles();
-    /// Copies the picked files into \a destDir and counts in \a copied what is there afterwards.
-    /// True when none failed and the user did not interrupt.
+    /// Copies the picked files into \a destDir and counts in \a copied the songs that are there
+    /// afterwards. Returns true if none failed and the user did not interrupt.
     bool copyFiles(const QString &destDir, int &copied);
-    /// Brings the index of the memory that holds \a dest up to date; true when it is complete.
+    /// Updates the index of the memory that contains \a dest. Returns true if it is complete.
     bool updateBriselIndex(const QString &dest);
-    /// Copies a folder with all below it; see FolderTreeBackup. No button leads here.
+    /// Copies a folder with everything below it; see FolderTreeBackup. No button calls this.
     bool backupDirectory(const QString &source, const QString &dest, int &count);
 
 protected:
@@ -119,10 +120,10 @@ private slots:
 private:
     class LibraryRun;
 
-    /// Where the library stands between two runs: it decides what can be done next.
+    /// The state of the library between two runs, which determines the enabled actions.
     enum class Phase {
         NoLibrary, ///< the databases did not open
-        NoFiles,   ///< nothing was picked, or nothing of it is left in the list
+        NoFiles,   ///< no files were picked, or all were removed from the list
         Working,   ///< a run was started by one of the three buttons
         Imported,
         Sendable, ///< synchronised, or sent: needs a new import before it is synchronised again
@@ -162,13 +163,13 @@ private:
     QTranslator m_programTranslator;
     QTranslator m_qtTranslator;
     UserSongsRelTableModel *m_model = nullptr;            ///< null until the databases are open
-    SongFilter *m_filter = nullptr;                       ///< null as long as the model is
-    EmptyTableHint *m_hint = nullptr;                     ///< null as long as the model is
+    SongFilter *m_filter = nullptr;                       ///< null while m_model is null
+    EmptyTableHint *m_hint = nullptr;                     ///< null while m_model is null
     bool m_copyrightAsk = Settings::copyrightAsk.initial; ///< while the setting is not stored
 
-    QStringList m_fileList; ///< what the user picked last, without the rows taken out since
+    QStringList m_fileList; ///< the files picked last, without rows removed since
     Phase m_phase = Phase::NoLibrary;
-    LibraryRun *m_run = nullptr; ///< the one under way
+    LibraryRun *m_run = nullptr; ///< the current run; null without one
     QAction *m_pickAction = nullptr;
     QAction *m_updateAction = nullptr;
     QAction *m_transferAction = nullptr;

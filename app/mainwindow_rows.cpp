@@ -1,4 +1,4 @@
-// The window's part in what is done with one row: editing, the table's context menu, and the debug
+// The window's part in operations on one row: editing, the table's context menu, and the debug
 // controls.
 
 #include "app/libraryrun.h"
@@ -48,12 +48,12 @@ void MainWindow::editSong(int row)
     ManualEdit edit(*m_model, file->song, file->info, file->path, row,
                     {dialog.isApplyToAllAuthor(), dialog.isApplyToAllArtist(),
                      dialog.isApplyToAllGenre(), dialog.isApplyToAllFname()});
-    static_cast<void>(edit.run(run)); // an edit that was interrupted shows what it did, too
+    static_cast<void>(edit.run(run)); // an interrupted edit shows its report, too
     run.publish();
     centreRow(row);
 }
 
-/// With the catalogue's lists. Made when it is first needed: the window opens sooner without it.
+/// Has the catalogue's lists. Made on first use, so that the window opens sooner.
 DataEditDialog &MainWindow::editDialog()
 {
     if (m_editDialog == nullptr)
@@ -86,7 +86,7 @@ void MainWindow::centreRow(int row)
     view->horizontalScrollBar()->setValue(left);
 }
 
-/// None when the search hides it: no key may work on a row that is not seen.
+/// Returns an invalid index if the search hides the row: keys must not work on hidden rows.
 QModelIndex MainWindow::currentShownRow() const
 {
     const QModelIndex current = m_ui->userLibraryTableView->currentIndex();
@@ -115,7 +115,7 @@ void MainWindow::onSongsTableViewShowContextMenu(const QPoint &pos)
         askDeleteFile(index.row());
 }
 
-/// By its key. From the menu, which is a run, it works on the row that the menu is over.
+/// Called by its key. From the context menu, which is a run, it works on the row of the menu.
 void MainWindow::on_actionRemoveRow_triggered()
 {
     const QModelIndex current = currentShownRow();
@@ -123,7 +123,7 @@ void MainWindow::on_actionRemoveRow_triggered()
         removeRow(current.row());
 }
 
-/// The file stays, but is neither sent nor backed up any more.
+/// The file is kept, but no longer sent or backed up.
 void MainWindow::removeRow(int row)
 {
     const QString path = m_model->fileName(row);
@@ -142,7 +142,7 @@ void MainWindow::askDeleteFile(int row)
     if (answer != QMessageBox::Yes)
         return;
     deleteSongFile(
-        m_model->fileName(row)); // one that can't be deleted leaves the list all the same
+        m_model->fileName(row)); // a file that can't be deleted is still removed from the list
     removeRow(row);
 }
 

@@ -130,7 +130,7 @@ bool MainWindow::updateUserLibrary()
     return synchronise(run);
 }
 
-/// The summary of an import. True when the library was synchronised then and there.
+/// The summary of an import. Returns true if it was followed by a synchronisation.
 bool MainWindow::offerSynchronisation(const SongCounts &counts)
 {
     if (!isCopyrightAskOn())

@@ -5,8 +5,8 @@
 namespace brisel
 {
 
-/// Takes files and folders that are dragged from elsewhere onto a window, as copies: their owner
-/// keeps them. While a run is under way no drag is accepted.
+/// Accepts files and folders that are dragged from other programs onto a window, as copies. During
+/// a run no drag is accepted.
 class SongDrop : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool m_isWanted = false; ///< the drag over the window holds local files
+    bool m_isWanted = false; ///< the drag over the window has local files
 };
 
 } // namespace brisel

@@ -89,8 +89,7 @@ void SongFilter::showAll()
     m_view.scrollTo(m_view.currentIndex());
 }
 
-/// Moves the focus from the field to the current row, or to the first shown one when that is
-/// hidden.
+/// Moves the focus from the field to the current row; if it is hidden, to the first visible one.
 void SongFilter::enterRows()
 {
     const int rows = m_model.rowCount();
@@ -110,7 +109,8 @@ void SongFilter::apply(int first, int last)
 {
     if (m_words.isEmpty() && m_hidden == 0)
         return;
-    // The header would look up where each row stands, and so walk over all of them every time.
+    // The header would search the position of each row, which takes a pass over all rows every
+    // time.
     QHeaderView *header = m_view.verticalHeader();
     header->setUpdatesEnabled(false);
     for (int row = first; row <= last; ++row) {
@@ -155,14 +155,14 @@ QString SongFilter::foldedTexts(int row) const
     QStringList texts;
     for (const int column : m_columns)
         texts.append(m_model.index(row, column).data().toString());
-    return foldedForSearch(texts.join(u'\n')); // no word reaches over two texts
+    return foldedForSearch(texts.join(u'\n')); // words must not match across two texts
 }
 
 QString foldedForSearch(const QString &text)
 {
     QString folded = text.normalized(QString::NormalizationForm_KD);
     folded.removeIf([](QChar character) { return character.isMark(); });
-    return folded.toUpper(); // it alone writes a sharp s as two letters
+    return folded.toUpper(); // only toUpper() turns a sharp s into two letters
 }
 
 } // namespace brisel

@@ -10,9 +10,8 @@ namespace brisel
 class SongInfo;
 class UserSongsRelTableModel;
 
-/// The tool tip of a song in the library's table: what its row does not show. That is the full
-/// path, the status in words, and the markers, which are read from the file when they are asked
-/// for.
+/// The tool tip of a song in the library's table, with data that its row does not show: the full
+/// path, the status in words, and the markers, which are read from the file on demand.
 class SongToolTip : public QObject
 {
     Q_OBJECT

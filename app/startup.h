@@ -14,7 +14,7 @@ class QTranslator;
 namespace brisel
 {
 
-/// What happens before the window opens, in pieces that a test can call.
+/// The steps before the window opens, as functions that a test can call.
 
 /// The version that the log banner and the About box show.
 QString programVersion();
@@ -23,12 +23,12 @@ QString buildDate();
 /// The compiler's time stamp of the build: "09:52:04".
 QString buildTime();
 
-/// Sends all messages from now on to "log.txt" in the working folder when "logenabled" is on
-/// (deleting an old log first when "logclear" is on, too), and nowhere otherwise: then the
-/// program's own messages are not even built.
+/// Sends all messages from now on to "log.txt" in the working folder if "logenabled" is on (after
+/// deleting an old log if "logclear" is on, too). Otherwise drops them: then the program's own
+/// messages are not even built.
 void startLog(const QSettings &settings);
 
-/// What a log line starts with: "[05-03-2024 14:07:09]", each field padded with zeros.
+/// The start of a log line: "[05-03-2024 14:07:09]", each field padded with zeros.
 QByteArray logTimeStamp(const QDateTime &time);
 
 /// Appends one line to "log.txt"; a line that can't be written is dropped. See docs/formats/log.md.
@@ -40,8 +40,8 @@ void dummyMessageOutput(QtMsgType type, const QMessageLogContext &context, const
 /// \a system and stored at once: "it" on an Italian system, "en" on every other.
 QString chooseLanguage(QSettings &settings, const QLocale &system);
 
-/// Loads the texts for a language code and installs the translators: "it" has texts for both,
-/// every other code has the English texts for \a program alone. What can't be loaded stays in the
+/// Loads the texts for a language code and installs the translators: "it" has texts for both, every
+/// other code has the English texts only for \a program. Texts that can't be loaded stay in the
 /// Italian of the sources.
 void loadTranslations(const QString &language, QTranslator &program, QTranslator &qt);
 

@@ -15,8 +15,8 @@ namespace brisel
 
 class ElidedLabel;
 
-/// What the main window's status bar shows: the number of songs in the table, what came of the last
-/// run, and the room on the disk while a run copies. A button opens the run's report.
+/// The main window's status bar: the number of songs in the table, the outcome of the last run, and
+/// the free room on the disk during copying. A button opens the run's report.
 class StatusLine : public QWidget
 {
     Q_OBJECT
@@ -24,16 +24,16 @@ class StatusLine : public QWidget
 public:
     explicit StatusLine(QWidget *parent = nullptr);
 
-    /// Shows from now on how many rows \a songs has. Rows that come by the thousand are counted a
-    /// few times a second.
+    /// Shows from now on how many rows \a songs has. During an import they are counted a few times
+    /// a second.
     void setModel(const QAbstractItemModel *songs);
 
-    /// Shows \a report in the place of the last one.
+    /// Shows \a report instead of the last one.
     void setReport(const RunReport &report);
     const RunReport &report() const { return m_report; }
 
-    /// Shows that \a bytes are still to be copied to \a folder, and the free space there; asks the
-    /// disk a few times a second at most.
+    /// Shows that \a bytes remain to be copied to \a folder, and the free space there, which is
+    /// read a few times a second at most.
     void showSpace(const QString &folder, qint64 bytes);
     void hideSpace();
 
@@ -45,7 +45,7 @@ private:
     void showOutcome();
     void showDetails();
 
-    const QAbstractItemModel *m_songs = nullptr; ///< null while there is no library
+    const QAbstractItemModel *m_songs = nullptr; ///< null without a library
     RunReport m_report;
     QTimer m_recount;
     QElapsedTimer m_sinceSpace;

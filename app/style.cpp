@@ -13,7 +13,7 @@ namespace
 const QColor windowGrey(66, 66, 66);
 const QColor selection(20, 90, 150);
 
-/// What the style sheet can't reach: links, place-holders, rich text pages, item views.
+/// The colours that the style sheet can't set: links, placeholders, rich text pages, item views.
 QPalette darkPalette()
 {
     const QColor dimmed(190, 190, 190);
