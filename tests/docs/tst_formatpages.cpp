@@ -3,6 +3,7 @@
 #include "db/database.h"
 #include "index/index.h"
 #include "index/indexreader.h"
+#include "index/indexrecords.h"
 #include "songfile/lzhuff.h"
 #include "tests/db/localcatalogue.h"
 #include "tests/docs/examples.h"

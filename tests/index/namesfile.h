@@ -36,7 +36,7 @@ inline QString place(const SampleMemory &memory, const QString &name)
 {
     GivenNames names;
     names.setRoot(memory.root());
-    names.load();
+    (void)names.load();
     return names.placeOf(memory.path(name)).mid(memory.root().size() + 1);
 }
 

@@ -1,4 +1,5 @@
 #include "index/index.h"
+#include "index/indexwriters.h"
 #include "tests/index/samplememory.h"
 #include "tests/scriptedindex.h"
 #include "tests/testprogram.h"

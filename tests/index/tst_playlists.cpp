@@ -1,5 +1,6 @@
 #include "base/runguard.h"
 #include "index/index.h"
+#include "index/playlists.h"
 #include "tests/index/samplememory.h"
 #include "tests/logcapture.h"
 #include "tests/scriptedindex.h"
