@@ -5,10 +5,10 @@
 namespace brisel
 {
 
-/// Reads and writes of single numbers that can't leave the array: what lies outside reads as 0
-/// and is not written.
+/// Bounds-checked reads and writes of single numbers: bytes outside of the array are read as 0 and
+/// not written.
 
-/// True when \a count bytes stand at \a pos.
+/// Returns true if there are \a count bytes at \a pos.
 inline bool fits(const QByteArray &data, qsizetype pos, qsizetype count)
 {
     return pos >= 0 && count >= 0 && pos <= data.size() && count <= data.size() - pos;
@@ -33,8 +33,8 @@ void putLe16(QByteArray &data, qsizetype pos, quint16 value);
 void putLe32(QByteArray &data, qsizetype pos, quint32 value);
 
 /// Copies \a text up to its first zero byte, at most \a width bytes of it, to \a pos and fills the
-/// rest of the \a width bytes with zeros. A text that fills the field has no terminator. Nothing
-/// is written when the field does not lie inside \a data.
+/// rest of the \a width bytes with zeros. A text that fills the field has no terminator. Writes
+/// nothing if the field is not inside \a data.
 void putField(QByteArray &data, qsizetype pos, qsizetype width, const QByteArray &text);
 
 /// The bytes of a field: at most \a width from \a pos, up to the first zero byte.

@@ -5,7 +5,7 @@
 namespace brisel
 {
 
-// A category of our own: logging rules of the user's desktop silence the default one.
+// A separate category, because logging rules of the user's desktop may disable the default one.
 static constexpr char categoryName[] = "brisel2pc";
 
 void DebugStream::add(const char *latin1Literal)

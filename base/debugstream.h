@@ -7,9 +7,9 @@ namespace brisel
 
 /// Builds one diagnostic message and sends it as a debug message when it is destroyed.
 ///
-/// Every item is followed by one blank, the last one too. A literal stands as it is; a text value
-/// stands between double quotes as it is, except that its line breaks are shown as \n and \r, so
-/// that one message stays one line of the log whatever a song file holds.
+/// Each item is followed by one blank, also the last one. A literal is unchanged; a text value is
+/// put in double quotes, with its line breaks shown as \n and \r, so that each message is one line
+/// of the log for any song file.
 ///
 ///     debug() << "Found file:" << path;
 ///
@@ -27,9 +27,9 @@ public:
     DebugStream(const DebugStream &) = delete;
     DebugStream &operator=(const DebugStream &) = delete;
 
-    /// Whether messages are built and sent. They are unless the program found its log switched off.
+    /// Returns whether messages are built and sent: true unless the program's log is off.
     static bool isHeard() { return s_isHeard; }
-    /// Whoever installs a message handler that wants these messages switches them on.
+    /// To be switched on when a message handler for these messages is installed.
     static void setHeard(bool heard) { s_isHeard = heard; }
 
     DebugStream &operator<<(const char *latin1Literal)
@@ -54,7 +54,7 @@ public:
     DebugStream &operator<<(int value) { return *this << static_cast<qint64>(value); }
     DebugStream &operator<<(unsigned value) { return *this << static_cast<qint64>(value); }
 
-    /// What was built so far.
+    /// The text built so far.
     const QString &message() const { return m_message; }
 
 private:

@@ -26,7 +26,7 @@ namespace brisel
 namespace
 {
 
-/// The records of 32 bytes that \a name takes in a folder.
+/// The number of 32-byte records that \a name needs in a folder.
 qsizetype recordsOf(const QString &name)
 {
     constexpr qsizetype charactersInARecord = 13;
@@ -58,14 +58,14 @@ void reserveEntries(const QString &folder, const QStringList &names)
     qsizetype wanted = 0;
     for (const QString &name : names)
         wanted += recordsOf(name);
-    // Files without content, which are never opened: on some mounts closing one takes long.
+    // Empty files, which are never opened: on some mounts closing a file is slow.
     const QString longName(200, u'-');
     QList<QByteArray> made;
     while (wanted > 0) {
         const QString name = QStringLiteral(".brisel-room-%1%2.tmp").arg(made.size()).arg(longName);
         QByteArray path = QFile::encodeName(folder + u'/' + name);
         constexpr mode_t mode = 0600;
-        // A cut may have left one.
+        // A file may have been left by a cut.
         if (isRegularFile(folder + u'/' + name))
             ::unlink(path.constData());
         if (::mknod(path.constData(), S_IFREG | mode, 0) != 0)

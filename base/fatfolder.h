@@ -5,21 +5,21 @@
 namespace brisel
 {
 
-/// What writing on the FAT family needs, so that an interruption loses nothing.
+/// Functions for writing on the FAT family without losing data after an interruption.
 
-/// True when \a path lies on a file system of the FAT family.
+/// Returns true if \a path is on a file system of the FAT family.
 bool isOnFat(const QString &path);
-/// The same of the open file or folder \a handle.
+/// The same for the open file or folder \a handle.
 bool isOnFat(int handle);
 
 /// Makes room in \a folder for entries with these names, and flushes it, so that it does not grow
-/// when they are added: for a moment a folder that grows goes on, on the disk, with what its new
-/// cluster held before. Best effort: where there is no room the folder stays as it is.
+/// when they are added: on the disk, a growing folder contains the old data of its new cluster for
+/// a short time. Best effort: without enough room the folder is unchanged.
 void reserveEntries(const QString &folder, const QStringList &names);
 
-/// Removes the files \a names of the open folder \a folder. On FAT their clusters become free only
-/// when the entries are gone from the disk: an entry that leads to free clusters stops the kernel
-/// from writing when it is removed once more. False when one stays.
+/// Removes the files \a names of the open folder \a folder. On FAT their clusters are freed only
+/// after the entries are removed on the disk: removing an entry with free clusters later would make
+/// the kernel stop writing. Returns false if a file could not be removed.
 [[nodiscard]] bool removeFiles(int folder, const QStringList &names);
 
 } // namespace brisel

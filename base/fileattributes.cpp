@@ -27,13 +27,13 @@ void keepOwner(int from, int to)
     };
     if (::fstat(from, &old) != 0)
         return;
-    // A user may hand a file to another group of theirs, but not to another user.
+    // Users may give a file to another one of their groups, but not to another user.
     constexpr auto same = static_cast<uid_t>(-1);
     if (::fchown(to, old.st_uid, old.st_gid) != 0)
         (void)!::fchown(to, same, old.st_gid);
 }
 
-/// The permissions of \a from; those of its group are for no other one.
+/// The permissions of \a from; those of its group must not be given to another group.
 void keepPermissionsOfTheSameGroup(int from, int to)
 {
     struct stat old {
@@ -51,7 +51,7 @@ void keepPermissionsOfTheSameGroup(int from, int to)
 
 void keepExtendedAttributes(int from, int to)
 {
-    constexpr qsizetype most = 1 << 16; // bytes: no system takes longer lists or values
+    constexpr qsizetype most = 1 << 16; // bytes: no system has longer lists or values
     constexpr char accessList[] = "system.posix_acl_access";
     QByteArray list(most, '\0');
     const ssize_t length = ::flistxattr(from, list.data(), most);
@@ -59,7 +59,7 @@ void keepExtendedAttributes(int from, int to)
         return;
     list.truncate(length);
     const QList<QByteArray> names = list.split('\0');
-    // The folder may have given the new file a list that the old one does not have.
+    // The new file may have inherited a list from the folder.
     if (!names.contains(accessList))
         ::fremovexattr(to, accessList);
     QByteArray value(most, '\0');
@@ -82,7 +82,7 @@ void keepFatAttributes(int from, int to)
     __u32 wanted = (now & ~kept) | (old & kept);
     if (wanted == now || ::ioctl(to, FAT_IOCTL_SET_ATTRIBUTES, &wanted) == 0)
         return;
-    // Of the two, a system may leave the system attribute to its administrator.
+    // The system attribute may be reserved for the administrator.
     wanted = (now & ~ATTR_HIDDEN) | (old & ATTR_HIDDEN);
     ::ioctl(to, FAT_IOCTL_SET_ATTRIBUTES, &wanted);
 }
@@ -103,7 +103,7 @@ void keepAttributes(int from, int to)
     keepExtendedAttributes(from, to);
 #endif
 #ifdef Q_OS_UNIX
-    // Another owner or a list has changed them.
+    // Setting the owner or a list has changed them.
     keepPermissionsOfTheSameGroup(from, to);
 #endif
 #ifdef Q_OS_LINUX

@@ -3,16 +3,16 @@
 namespace brisel
 {
 
-/// What a file has besides its content and its times. All of it by descriptor, so that no name can
-/// lead elsewhere; on systems without these things nothing happens.
+/// The attributes of a file besides its content and its times. All functions use descriptors, so
+/// that names can't be redirected; on systems without these attributes they do nothing.
 
 /// Copies from the open file \a from to the open file \a to: owner and group, extended attributes
-/// and access control lists, permissions, and FAT's hidden and system attributes. What the system
-/// refuses stays as it is. Where it refuses the group, the group that \a to has gets no
+/// and access control lists, permissions, and FAT's hidden and system attributes. Attributes that
+/// the system refuses to set are unchanged. If it refuses the group, the group of \a to gets no
 /// permissions.
 void keepAttributes(int from, int to);
 
-/// Copies the permissions alone.
+/// Copies only the permissions.
 void keepPermissions(int from, int to);
 
 } // namespace brisel

@@ -23,7 +23,7 @@ namespace
 {
 
 constexpr qint64 blockSize = 1 << 20;       ///< bytes copied at a time
-constexpr qint64 systemBlockSize = 1 << 26; ///< the same where the system copies
+constexpr qint64 systemBlockSize = 1 << 26; ///< the same for copies by the system
 
 qint64 sizeOf(int handle)
 {
@@ -46,8 +46,8 @@ bool writeBytes(int to, const char *data, qint64 count)
     return true;
 }
 
-/// Has the system copy, which may share what it would copy. Returns how far it came: where it
-/// stops, for whatever reason, reading and writing go on.
+/// Copies by the system, which may share the content. Returns the number of copied bytes: if it
+/// stops for any reason, the rest is copied by reading and writing.
 qint64 copyBySystem(int from, qint64 pos, qint64 count, int to)
 {
     qint64 done = 0;
@@ -93,7 +93,7 @@ CopyResult copyData(int from, qint64 pos, qint64 count, int to)
     return CopyResult::Done;
 }
 
-/// Goes \a count bytes on in \a to, which read as zeros afterwards.
+/// Skips \a count bytes in \a to, which are read as zeros afterwards.
 bool makeHole(int to, qint64 count)
 {
     const qint64 pos = ::lseek(to, 0, SEEK_CUR);
@@ -109,7 +109,7 @@ bool makeHole(int to, qint64 count)
     return true;
 }
 
-/// What a file system says of the holes in a file that has none is not worth the question.
+/// Returns true if the file may have holes. Others need no search for them, which may be slow.
 bool isSparse(int handle)
 {
     constexpr qint64 unit = 512; // bytes
@@ -118,7 +118,7 @@ bool isSparse(int handle)
     return ::fstat(handle, &entry) == 0 && entry.st_blocks * unit < entry.st_size;
 }
 
-/// Where the data begin that stand at or behind \a pos, \a end at most.
+/// The start of the first data at or after \a pos, \a end at most.
 qint64 dataStart(int from, qint64 pos, qint64 end)
 {
     const qint64 start = ::lseek(from, pos, SEEK_DATA);
@@ -150,7 +150,7 @@ CopyResult copyRest(int from, qint64 pos, qint64 count, int to)
         if (result != CopyResult::Done)
             return result;
     }
-    // What has become shorter meanwhile looks like a hole.
+    // The end of a file that was truncated during the copy looks like a hole.
     return sizeOf(from) >= end ? CopyResult::Done : CopyResult::SourceFailed;
 }
 

@@ -17,7 +17,7 @@ Reason whyUnwritableIn(const QString &folder, qint64 size)
 {
     if (isWriteProtected(folder))
         return FileReason::writeProtected;
-    // What was begun and failed is gone again, and its room with it.
+    // The room of the failed file is free again.
     const qint64 free = freeSpace(folder);
     if (free >= 0 && free < size)
         return FileReason::noSpace;

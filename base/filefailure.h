@@ -7,8 +7,7 @@
 namespace brisel
 {
 
-/// Why something that was tried with a file did not work, as far as a look at it can show
-/// afterwards.
+/// The reason why an operation on a file failed, as far as it can be determined afterwards.
 namespace FileReason
 {
 
@@ -26,26 +25,26 @@ inline constexpr Reason
 inline constexpr Reason noSpace(QT_TRANSLATE_NOOP("RunReport", "spazio insufficiente sul disco"));
 inline constexpr Reason unwritable(QT_TRANSLATE_NOOP("RunReport",
                                                      "non è stato possibile scrivere il file"));
-/// Fewer bytes could be read than the file holds.
+/// Fewer bytes could be read than the file has.
 inline constexpr Reason truncated(
     QT_TRANSLATE_NOOP("RunReport", "non è stato possibile leggere il file fino alla fine"));
-/// It no longer is what was read.
+/// The file was changed since it was read.
 inline constexpr Reason
     changed(QT_TRANSLATE_NOOP("RunReport", "nel frattempo un altro programma l'ha cambiata"));
 
 } // namespace FileReason
 
-/// True when the file system that holds \a path lets nobody change it.
+/// Returns true if the file system of \a path is mounted read-only.
 bool isWriteProtected(const QString &path);
 
-/// Why the file at \a path, of which more than \a largest bytes are never read, can't be read.
-/// Empty when its content must be the reason: it is not opened.
+/// Returns why the file at \a path, of at most \a largest bytes, can't be read. Empty if only its
+/// content can be the reason; the file is not opened.
 std::optional<Reason> whyUnreadable(const QString &path, qint64 largest);
 
-/// Why \a size bytes could not be written to \a path.
+/// Returns why \a size bytes could not be written to \a path.
 Reason whyUnwritable(const QString &path, qint64 size);
 
-/// Why \a size bytes could not be written into \a folder, which is there.
+/// Returns why \a size bytes could not be written into the existing \a folder.
 Reason whyUnwritableIn(const QString &folder, qint64 size);
 
 } // namespace brisel

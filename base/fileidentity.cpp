@@ -18,7 +18,7 @@ namespace brisel
 namespace
 {
 
-/// A time on a damaged disk may be any number.
+/// On a damaged disk a time can be any number.
 qint64 nanoseconds(const struct timespec &time)
 {
     constexpr quint64 second = 1000000000;

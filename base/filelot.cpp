@@ -16,7 +16,7 @@ namespace brisel
 namespace
 {
 
-/// As many files are flushed one by one; more, with all that the file system holds.
+/// Up to so many files are flushed separately; more, with the whole file system.
 constexpr std::size_t mostSingleFlushes = 2;
 
 QString folderOf(const QString &path)
@@ -64,7 +64,7 @@ void FileLot::add(std::unique_ptr<FileReplacement> file)
     m_files.push_back({std::move(file), folder.device, folder.isOnFat});
 }
 
-/// Files of one folder come one after the other, as a rule.
+/// Files of one folder are usually added in sequence.
 FileLot::Folder FileLot::lookAt(const QString &path)
 {
     if (m_folder.path != path) {
@@ -113,7 +113,7 @@ QList<WriteResult> FileLot::commit()
     m_bytes = 0;
     m_temporaries = 0;
     m_folder = {};
-    // The one of a memory serves the next lot, too.
+    // The staging folder of a memory is kept for the next lot.
     if (m_staging.size() > 1)
         m_staging.clear();
     return results;
@@ -139,7 +139,7 @@ void FileLot::reserveNames() const
         reserveEntries(folder.key(), folder.value());
 }
 
-/// The contents reach the disk. What does not is given up.
+/// Flushes the contents. Files whose flush fails are dropped.
 void FileLot::flushContents()
 {
     QMap<quint64, std::vector<FileReplacement *>> devices;
@@ -153,7 +153,7 @@ void FileLot::flushContents()
         if (group.size() > mostSingleFlushes &&
             flushFileSystem(group.front()->file().handle()).value_or(false))
             continue;
-        // One by one: where that is not what was asked for, it finds the files that failed.
+        // Separately; after a failed flush of the file system, this finds the files that failed.
         for (FileReplacement *file : group)
             file->flush();
     }
@@ -163,8 +163,8 @@ void FileLot::flushContents()
 
 void FileLot::takeNames()
 {
-    // While a replaced file is open, FAT does not give its clusters to others: until the new entry
-    // is on the disk the old one leads to them.
+    // While a replaced file is open, FAT does not reuse its clusters: until the new entry is on the
+    // disk, the old one leads to them.
     for (const Staged &staged : m_files)
         staged.file->takeName(staged.isOnFat);
 }
@@ -208,16 +208,16 @@ void FileLot::flushNames(const std::vector<const Staged *> &named)
     }
 }
 
-/// FAT writes where a renamed file begins, and how long it is, when that file is flushed. Its
-/// temporary name must be gone by then: else two names lead to it.
+/// FAT writes the first cluster and the size of a renamed file when that file is flushed. Its
+/// temporary name must be removed before, because otherwise two names lead to it.
 void FileLot::flushNamesOnFat(const std::vector<const Staged *> &named)
 {
     QSet<QString> folders;
     for (const Staged *staged : named)
         folders.insert(folderOf(staged->file->temporaryPath()));
     const bool areOldNamesFlushed = std::all_of(folders.cbegin(), folders.cend(), flushFolder);
-    // One flushed by itself could take along half of its neighbour's entry, and is not written at
-    // all when the system has begun to write it by itself.
+    // A separate flush could write half of the neighbouring entry, and would write nothing if the
+    // system has already begun to write the file.
     PlainFile any;
     const bool areAllFlushed = any.open(named.front()->file->place().path) &&
                                flushFileSystem(any.handle()).value_or(false);

@@ -16,44 +16,45 @@ class StagingFolder;
 
 /// Replaces the contents of many files with few flushes. Each content is first written to a
 /// temporary file. Then commit() flushes all of them at once, renames them and flushes the names:
-/// an interruption at any point leaves each file with its whole old or its whole new content. How
-/// that order holds on a real FAT: docs/reliability.md, "On a real FAT".
+/// an interruption at any point leaves each file with its whole old or its whole new content. For
+/// FAT see docs/reliability.md, "On a real FAT".
 class FileLot
 {
 public:
     using Place = FileReplacement::Place;
 
     FileLot();
-    /// Removes what was not committed.
+    /// Removes the files that were not committed.
     ~FileLot();
     FileLot(const FileLot &) = delete;
     FileLot &operator=(const FileLot &) = delete;
 
-    /// \a root is that of a memory. What is not yet in its place there lies in its work folder from
-    /// now on, whatever the file system, so that the next run clears away what a cut has left.
+    /// For the memory \a root. From now on its temporary files are made in its work folder, on
+    /// every file system, so that the next run removes those left by a cut.
     void setMemory(const QString &root) { m_memory = root; }
 
-    /// Opens a new file for the content of \a place. Null when that failed. It must not outlive
-    /// the lot; add() takes it when its content is complete, or it is dropped.
+    /// Opens a new file for the content of \a place. Returns null on failure. The file must not
+    /// outlive the lot, and is dropped unless add() takes it when its content is complete.
     [[nodiscard]] std::unique_ptr<FileReplacement> open(const Place &place);
-    /// Takes over \a file, which open() gave and whose content is complete.
+    /// Takes over \a file, which was returned by open() and whose content is complete.
     void add(std::unique_ptr<FileReplacement> file);
-    /// Writes the whole of \a content for \a place; what a file that is replaced has besides its
-    /// content stays. False when that failed: nothing is left of it.
+    /// Writes \a content for \a place; a replaced file keeps its attributes. Returns false on
+    /// failure; then no temporary file is left.
     [[nodiscard]] bool write(const Place &place, const QByteArray &content);
 
     qsizetype size() const { return static_cast<qsizetype>(m_files.size()); }
-    /// True when commit() is due: before more files, or more bytes, than a cut should take along.
+    /// Returns true if commit() is due, because of the number of files or bytes that a cut would
+    /// lose.
     bool isFull() const;
-    /// True when \a path gets a new content, whatever the case of its letters.
+    /// Returns true if \a path is in the lot, ignoring case.
     bool holds(const QString &path) const;
 
-    /// Puts all of them in their places, in the order in which they were added, and returns the
-    /// result of each: Done, Changed, Failed or NotNamed. After a failure the old content stands
-    /// there, but where only the new name could not be flushed, or the old file had to be deleted
-    /// first. The lot is empty then and can be filled again.
+    /// Renames all files to their places, in the order in which they were added, and returns the
+    /// result of each: Done, Changed, Failed or NotNamed. After a failure the old content is still
+    /// there, unless only the new name could not be flushed, or the old file had to be deleted
+    /// first. The lot is empty afterwards and can be filled again.
     [[nodiscard]] QList<WriteResult> commit();
-    /// The same, where one answer will do: true when all of them are Done.
+    /// The same, with one result: true if all of them are Done.
     [[nodiscard]] bool commitAll();
 
 private:
@@ -67,7 +68,7 @@ private:
         QString path;
         quint64 device = 0;
         bool isOnFat = false;
-        QString stagingRoot = {}; ///< empty where files are staged beside their places
+        QString stagingRoot = {}; ///< empty if files are staged beside their places
     };
 
     Folder lookAt(const QString &path);
@@ -81,9 +82,9 @@ private:
 
     QString m_memory;
     std::map<QString, std::unique_ptr<StagingFolder>> m_staging; ///< by their roots
-    std::vector<Staged> m_files; ///< after the folders in which they lie
-    Folder m_folder;             ///< that was looked at last
-    QSet<QString> m_paths;       ///< in lower case
+    std::vector<Staged> m_files;                                 ///< declared after their folders
+    Folder m_folder;                                             ///< of the last file
+    QSet<QString> m_paths;                                       ///< in lower case
     qint64 m_bytes = 0;
     int m_temporaries = 0; ///< made beside their places since the last commit()
 };

@@ -40,7 +40,7 @@ std::error_code moveEntry(const QString &from, const QString &to, bool mayReplac
     return error;
 }
 
-/// True when the system can't rename a file to the name of another one.
+/// Returns true if the system can't rename a file to the name of another one.
 bool canNotReplace(const std::error_code &error)
 {
     return error == std::errc::file_exists || error == std::errc::operation_not_supported ||
@@ -136,7 +136,7 @@ void FileReplacement::close()
     m_file.close();
 }
 
-/// What another program has put there instead, a link perhaps, is not what was written.
+/// Returns false if another program has replaced the new file, for example by a link.
 bool FileReplacement::isStillTheNewFile() const
 {
     return !QFileInfo(m_temporaryPath).isSymLink() &&
@@ -169,7 +169,7 @@ void FileReplacement::moveToPlace(bool keepsOld)
     bool isOldGone = !error;
     if (!m_place.mustBeNew && canNotReplace(error) && QFile::remove(m_place.path)) {
         error = moveEntry(m_temporaryPath, m_place.path, true);
-        isOldGone = true; // the new file stays then, whatever its name
+        isOldGone = true; // then the new file is kept under any name
     }
     m_result = error ? WriteResult::NotNamed : WriteResult::Done;
     m_mayRemove = !isOldGone;

@@ -23,12 +23,13 @@ class FileReplacement
 public:
     /// A file that gets a new content.
     struct Place {
-        QString path;                        ///< a link there is replaced itself
-        bool mustBeNew = false;              ///< fails when something stands there by then
-        const FileState *expected = nullptr; ///< of \a watched; it is not touched when changed
-        QString watched = {};                ///< a path that leads to it, or its own
-        /// The temporary path beside it for each attempt, from 0 on. Not used where a file can't
-        /// get its name in one step.
+        QString path;           ///< a link there is replaced itself
+        bool mustBeNew = false; ///< fails if an entry with this path exists at the rename
+        const FileState *expected =
+            nullptr;          ///< of \a watched; if it differs, the file is not replaced
+        QString watched = {}; ///< a path that leads to it, or its own
+        /// The temporary path beside it for each attempt, from 0 on. Not used if a file can't get
+        /// its name in one step.
         TemporaryPath temporaryPath = {};
     };
 
@@ -37,39 +38,39 @@ public:
     FileReplacement(const FileReplacement &) = delete;
     FileReplacement &operator=(const FileReplacement &) = delete;
 
-    /// Opens a new file in \a folder, which must outlive this object. False when that failed.
+    /// Opens a new file in \a folder, which must outlive this object. Returns false on failure.
     [[nodiscard]] bool openIn(StagingFolder &folder);
     /// Opens a new file beside the place, by default under the names of temporaryPathIn() from
-    /// \a attempt on, which counts those that were tried. False when that failed.
+    /// \a attempt on, which is increased for each tried name. Returns false on failure.
     [[nodiscard]] bool openBeside(int &attempt);
 
-    /// The new file, unbuffered, which the content is written into.
+    /// The new file, unbuffered, for writing the content.
     QFile &file() { return m_file; }
-    /// Copies owner, permissions and attributes of the replaced file to the new one. False when
-    /// there is none, or it can't be opened.
+    /// Copies owner, permissions and attributes of the replaced file to the new one. Returns false
+    /// if it does not exist or can't be opened.
     [[nodiscard]] bool keepAttributesOfOld();
-    /// Writes the whole of \a content, and finishes. False when that failed.
+    /// Writes the whole \a content, and calls finish(). Returns false on failure.
     [[nodiscard]] bool write(const QByteArray &content);
-    /// Says that the content is complete, and how many bytes it has.
+    /// Marks the content as complete, and sets its number of bytes.
     void finish(qint64 size);
 
-    /// True when no write has failed and the file has the size that finish() was given.
+    /// Returns true if no write has failed and the file has the size passed to finish().
     [[nodiscard]] bool isWhole();
-    /// Flushes the content to the disk; when that fails, so does the replacement.
+    /// Flushes the content to the disk; on failure the replacement fails.
     void flush();
-    /// Closes the new file. takeName() looks whether it is still the same.
+    /// Closes the new file. takeName() checks that it is still the same.
     void close();
-    /// Renames the new file, unless the replacement has failed; result() is Done, Changed, NotNamed
-    /// or Failed then. With \a keepsOld the replaced file stays open until the end, or
-    /// until closeOld(). Flushes nothing.
+    /// Renames the new file, unless the replacement has failed; afterwards result() is Done,
+    /// Changed, NotNamed or Failed. With \a keepsOld the replaced file stays open until closeOld()
+    /// or the destructor. Flushes nothing.
     void takeName(bool keepsOld);
     void closeOld() { m_old.close(); }
-    /// Notes that the replacement has failed.
+    /// Marks the replacement as failed.
     void fail() { m_result = WriteResult::Failed; }
 
     const Place &place() const { return m_place; }
     const QString &temporaryPath() const { return m_temporaryPath; }
-    qint64 size() const { return m_size; } ///< bytes, as finish() was given; -1 before
+    qint64 size() const { return m_size; } ///< bytes, as passed to finish(); -1 before
     WriteResult result() const { return m_result; }
 
 private:
@@ -80,11 +81,11 @@ private:
 
     QFile m_file;
     QString m_temporaryPath;
-    bool m_mayRemove = false; ///< something stands there that is not in its place
+    bool m_mayRemove = false; ///< the temporary file exists
     Place m_place;
     FileState m_expected; ///< what m_place.expected points to
     qint64 m_size = -1;   ///< bytes
-    PlainFile m_old;      ///< the file that is replaced
+    PlainFile m_old;      ///< the replaced file
     FileState m_written;  ///< the new file as it was closed
     WriteResult m_result = WriteResult::Staged;
 };

@@ -29,7 +29,7 @@ WriteResult writeBeside(FileLot &lot, const FileLot::Place &place, const QByteAr
     std::unique_ptr<FileReplacement> file = lot.open(place);
     if (file == nullptr)
         return WriteResult::Failed;
-    // Of a file that may not be read the permissions are all that can be kept.
+    // For a file without read permission only the permissions can be kept.
     if (!file->keepAttributesOfOld() && QFile::exists(place.path))
         file->file().setPermissions(QFile::permissions(place.path));
     if (file->write(content)) {
@@ -54,7 +54,7 @@ WriteResult writeThrough(const QString &target, const QByteArray &content,
     });
 }
 
-/// Staged when it is for the lot to do the rest.
+/// Returns Staged if the lot must do the rest.
 WriteResult replaceIn(FileLot &lot, const QString &path, const QByteArray &content,
                       const FileState *expected)
 {
@@ -69,8 +69,7 @@ WriteResult replaceIn(FileLot &lot, const QString &path, const QByteArray &conte
     if (isThere && !QFileInfo(target).isWritable())
         return WriteResult::Failed;
 
-    // A folder without room for a new file is another matter: what stands there must not be
-    // overwritten.
+    // Only in a write-protected folder: in a full one the old file must not be overwritten.
     if (!QFileInfo(QFileInfo(target).absolutePath()).isWritable())
         return isThere ? overwriteFromMemory(target, content, expected) : WriteResult::Failed;
     if (isThere && hasOtherNames(target))
@@ -161,7 +160,7 @@ bool moveIntoPlace(const QString &from, const QString &to)
         return false;
     const QString before = QFileInfo(from).absolutePath();
     const QString folder = QFileInfo(to).absolutePath();
-    // It has its new name now, whether that could be flushed or not.
+    // It has its new name now, even if that could not be flushed.
     if (before != folder)
         (void)flushFolder(before);
     if (PlainFile file; file.open(to))

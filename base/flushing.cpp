@@ -49,7 +49,7 @@ std::optional<bool> flushFileSystem(int handle)
 #ifdef Q_OS_LINUX
     if (::syncfs(handle) != 0)
         return errno == ENOSYS ? std::nullopt : std::optional(false);
-    // One that has become read-only after an error is left alone without a word.
+    // It does not fail on a file system that became read-only after an error.
     struct statvfs system {
     };
     return ::fstatvfs(handle, &system) != 0 || (system.f_flag & ST_RDONLY) == 0;

@@ -40,7 +40,7 @@ bool leavesRoot(const QString &path, const QString &root)
         return false;
     if (wayBelow(root, path).isNull())
         return true;
-    // Folders are compared: some file systems put their files on a device of its own.
+    // Folders are compared, because some file systems report another device for files.
     const QString folder =
         entry.isDir() ? path : QFileInfo(entry.canonicalFilePath()).absolutePath();
     return fileState(folder).device != fileState(root).device;
@@ -51,7 +51,7 @@ bool leavesRoot(const QString &path, const QString &root)
 namespace
 {
 
-/// Renames within a folder where nothing has the new name.
+/// Renames within a folder if no entry has the new name.
 int renameToFreeName(int folder, const char *name, const char *newName)
 {
 #ifdef Q_OS_LINUX

@@ -9,40 +9,40 @@
 namespace brisel
 {
 
-/// The names that lead from the folder \a root to \a path when every link is followed, joined by
-/// "/": empty but not null for the root itself, null when \a path does not exist or lies elsewhere.
+/// The relative path from the folder \a root to \a path with all links followed: empty but not null
+/// for the root itself, null if \a path does not exist or is outside of it.
 QString wayBelow(const QString &root, const QString &path);
 
-/// True when \a path, links followed, exists but lies outside of the folder \a root or on another
-/// file system than the root: a link or a mount leads there.
+/// Returns true if \a path, links followed, exists but is outside of the folder \a root or on
+/// another file system, because of a link or a mount.
 bool leavesRoot(const QString &path, const QString &root);
 
-/// A folder that is held open. What is done through it is done there, whatever stands meanwhile
-/// under the folder's path. Where the system has no such handles the path is kept instead.
+/// An open folder. Operations work on this folder, even if another one has got its path. On systems
+/// without such handles the path is used instead.
 class FolderHandle
 {
 public:
-    /// Opens the folder that \a names, joined by "/", lead to from \a root; the root itself when
-    /// there are none. Links on the way to the root are followed, links below it never. A folder on
-    /// another file system than the root is not opened.
+    /// Opens the folder with the relative path \a names below \a root; the root itself if it is
+    /// empty. Links in the path of the root are followed, links below it never. Does not open a
+    /// folder on another file system than the root.
     FolderHandle(const QString &root, const QString &names);
 
     [[nodiscard]] bool isOpen() const;
-    /// True on the FAT family, where a new name reaches the disk in two parts: the folder's, and
-    /// the moved file's own, which is written when that file is flushed.
+    /// Returns true on the FAT family, where a rename is written in two parts: by a flush of the
+    /// folder, and by a flush of the moved file.
     bool isFat() const;
 
     /// Renames the entry \a name, a link itself, to \a newName. Replaces nothing and copies
-    /// nothing. False on failure: then nothing has changed.
+    /// nothing. Returns false on failure: then nothing has changed.
     [[nodiscard]] bool rename(const QString &name, const QString &newName) const;
 
-    /// Flushes the entries of the folder to the disk, where the system offers that. False on
+    /// Flushes the entries of the folder to the disk, if the system supports that. Returns false on
     /// failure.
     [[nodiscard]] bool flush() const;
-    /// The same of the file or folder \a name in it; a link is not followed, and false.
+    /// The same for the file or folder \a name in it; returns false for a link, which is not
+    /// followed.
     [[nodiscard]] bool flush(const QString &name) const;
-    /// Flushes all that was written to the folder's file system. Empty where the system has no such
-    /// call.
+    /// Flushes the folder's whole file system. Returns nothing if the system has no such call.
     [[nodiscard]] std::optional<bool> flushFileSystem() const;
 
 private:

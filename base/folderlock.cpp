@@ -26,7 +26,7 @@ public:
 
     bool isExclusive() const { return m_exclusive; }
 
-    /// Those that live, by the identity of their folders.
+    /// All present locks, by the identity of their folders.
     static QHash<QString, std::weak_ptr<Held>> &all()
     {
         static QHash<QString, std::weak_ptr<Held>> locks;

@@ -7,12 +7,12 @@
 namespace brisel
 {
 
-/// Keeps other programs from working on a folder, such as the root of a memory, as long as it
-/// lives. The lock lies on the folder itself, so nothing is written there, and it ends with its
-/// process, however that ends. Where the system can't lock a folder it has no effect.
+/// Prevents other programs from working on a folder, such as the root of a memory, during its
+/// lifetime. The folder itself is locked, so nothing is written there, and the lock always ends
+/// with its process. If the system can't lock a folder, it has no effect.
 ///
-/// Locks of one process on one folder count as one: the work that holds it can call other work that
-/// asks for it, too.
+/// Locks of one process on the same folder are shared, so that an operation with the lock can call
+/// another one that also locks.
 class FolderLock
 {
 public:
@@ -27,7 +27,7 @@ public:
     FolderLock(const FolderLock &) = delete;
     FolderLock &operator=(const FolderLock &) = delete;
 
-    /// True when another program works on the folder, so that it must be left alone.
+    /// Returns true if another program works on the folder, which must not be changed then.
     [[nodiscard]] bool isBusy() const { return m_busy; }
 
 private:

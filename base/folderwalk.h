@@ -6,15 +6,14 @@
 namespace brisel
 {
 
-/// The folders that a walk has entered. Each is entered once, whatever links lead to it: a link to
-/// a folder above would otherwise make the walk endless.
+/// The folders that a walk has entered. Each is entered once, even through links: a link to a
+/// parent folder would otherwise make the walk endless.
 class FolderWalk
 {
 public:
-    /// True the first time that the walk comes to \a folder. A folder that can't be examined
-    /// is never remembered.
+    /// Returns true at the first call for \a folder. A folder that can't be examined is not stored.
     [[nodiscard]] bool enter(const QString &folder);
-    /// True when the walk has entered \a folder, by whatever path.
+    /// Returns true if the walk has entered \a folder by any path.
     [[nodiscard]] bool hasEntered(const QString &folder) const;
 
 private:

@@ -5,16 +5,15 @@
 namespace brisel
 {
 
-/// How many bytes the user can still write on the file system that holds \a folder; -1 when it
-/// can't be asked. The folder itself is asked: the table of mounts does not know what lies in a
-/// chroot, a container or a sandbox.
+/// The bytes that the user can still write on the file system of \a folder; -1 if unknown. Uses the
+/// folder itself: the table of mounts may be wrong in a chroot, a container or a sandbox.
 qint64 freeSpace(const QString &folder);
 
-/// The unit in which the file system of \a folder allocates space, in bytes (FAT: a cluster); 1
-/// when it is unknown.
+/// The unit in which the file system of \a folder allocates space, in bytes (FAT: a cluster); 1 if
+/// unknown.
 qint64 allocationUnit(const QString &folder);
 
-/// What a file of \a size bytes takes where files get \a unit bytes at a time.
+/// The space that a file of \a size bytes occupies in units of \a unit bytes.
 qint64 allocatedSize(qint64 size, qint64 unit);
 
 } // namespace brisel

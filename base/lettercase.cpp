@@ -8,7 +8,7 @@ namespace brisel
 namespace
 {
 
-/// \a text with the letters from \a first to \a last moved by \a distance.
+/// \a text with \a distance added to the letters from \a first to \a last.
 QString moved(const QString &text, char16_t first, char16_t last, int distance)
 {
     QString result(text.size(), Qt::Uninitialized);

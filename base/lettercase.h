@@ -5,14 +5,13 @@
 namespace brisel
 {
 
-/// True when \a text has no character above 0x7F.
+/// Returns true if \a text has no character above 0x7F.
 bool isAscii(const QString &text);
 
-/// \a text with a to z upper-cased and all else as it is.
+/// \a text with only a to z upper-cased.
 QString asciiUpperCased(const QString &text);
 
-/// As QString::toUpper() and QString::toLower(), quicker for plain ASCII, which most names and
-/// texts are.
+/// Like QString::toUpper() and QString::toLower(), but faster for ASCII, the usual case.
 QString upperCased(const QString &text);
 QString lowerCased(const QString &text);
 

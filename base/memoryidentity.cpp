@@ -82,7 +82,7 @@ bool MemoryIdentity::layMark()
     if (!root.isOpen())
         return false;
     const QString work = StagingFolder::workFolderName();
-    // What is in a folder could reach a FAT disk before the folder's own beginning.
+    // On FAT the entries of a new folder could be written before its own first cluster.
     if (::mkdirat(root.get(), QFile::encodeName(work).constData(), 0777) == 0) {
         if (isOnFat(root.get()))
             (void)flushHandle(root.get());
@@ -90,7 +90,7 @@ bool MemoryIdentity::layMark()
         return false;
     }
     const FileDescriptor folder = FileDescriptor::openFolderIn(root.get(), work);
-    // One that is there was left by a run that was cut, and goes.
+    // An existing one was left by an interrupted run, and is removed.
     if (!folder.isOpen() ||
         (::unlinkat(folder.get(), QFile::encodeName(markName()).constData(), 0) != 0 &&
          errno != ENOENT))

@@ -8,25 +8,25 @@
 namespace brisel
 {
 
-/// Which memory is mounted in a folder, so that a run notices when it was pulled or another one
-/// stands in its place: what the system says of the folder and its file system, and a random mark
-/// that the run can lay there, for sticks of one kind that follow each other look alike.
+/// Identifies the memory that is mounted in a folder, so that a run detects that it was pulled or
+/// replaced by another one: by the system's data of the folder and its file system, and by a random
+/// mark that the run can write there, because two sticks of the same kind may have equal data.
 class MemoryIdentity
 {
 public:
-    /// That of no memory.
+    /// The identity of no memory.
     MemoryIdentity() = default;
-    /// That of what is mounted at \a root now. Opens nothing.
+    /// The identity of the memory that is now mounted at \a root. Opens nothing.
     explicit MemoryIdentity(const QString &root);
 
-    /// Lays the mark into the work folder (docs/formats/player-index.md), which is made where it is
-    /// missing. False when it can't be written: the memory is known by the rest then. Does nothing
-    /// the second time.
+    /// Writes the mark to the work folder (docs/formats/player-index.md), which is made if it is
+    /// missing. Returns false on failure: then only the other data identify the memory. Does
+    /// nothing the second time.
     bool layMark();
 
-    /// True when that memory is still there, as far as looks at its root can show: cheap.
+    /// Returns true if that memory is still mounted, as far as the system's data show. Fast.
     [[nodiscard]] bool isThere() const;
-    /// True when it is, and holds the mark that was laid.
+    /// Returns true if it is still mounted and has the mark.
     [[nodiscard]] bool isSame() const;
 
     /// The name of the mark in the work folder.
@@ -45,7 +45,7 @@ private:
 
     QString m_root;
     Look m_look;
-    QByteArray m_mark; ///< empty while none is laid
+    QByteArray m_mark; ///< empty before it is written
 };
 
 } // namespace brisel

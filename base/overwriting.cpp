@@ -23,8 +23,8 @@ namespace brisel
 namespace
 {
 
-/// Opens the plain file at \a path without waiting and without emptying it: what it occupies stays
-/// its own, so that putting the old content back needs no room.
+/// Opens the plain file at \a path without blocking and without truncating it: it keeps its space,
+/// so that restoring the old content needs no free room.
 bool openToOverwrite(QFile &file, const QString &path)
 {
 #ifdef Q_OS_UNIX
@@ -89,7 +89,7 @@ WriteResult overwriteKeepingCopy(const QString &path, QFile &copy, const FileSta
     if (!isWritten && !writeFromStart(file, putBack))
         return WriteResult::Failed;
     copy.remove();
-    (void)flushFolder(folder); // a copy that comes back after a cut harms nothing
+    (void)flushFolder(folder); // a copy that reappears after a cut is harmless
     return isWritten ? WriteResult::Done : WriteResult::Failed;
 }
 

@@ -53,7 +53,7 @@ bool PlainFile::isOpen() const
 
 bool PlainFile::read(qint64 pos, qsizetype count, QByteArray &bytes) const
 {
-    bytes.resize(0); // and not cleared: it keeps its room for the next file
+    bytes.resize(0); // not cleared, to keep the allocated memory for the next file
     if (!isOpen() || pos < 0 || count < 0 || pos > size() || count > size() - pos)
         return false;
     bytes.resize(count);

@@ -13,22 +13,23 @@
 namespace brisel
 {
 
-/// A plain file that is open for reading, and nothing else: what a name has become since the last
-/// look (a FIFO, a device, a folder) is noticed by what was opened, and is closed again at once.
+/// A plain file that is open for reading. If the name now belongs to another kind of entry (a FIFO,
+/// a device, a folder), this is detected after opening, and it is closed again at once.
 class PlainFile
 {
 public:
-    /// Opens the file at \a path, links followed, without waiting for anything. False when no
-    /// plain file could be opened there. A file that was open before is closed.
+    /// Opens the file at \a path, links followed, without blocking. Returns false if no plain file
+    /// could be opened there. Closes the file that was open before.
     [[nodiscard]] bool open(const QString &path);
 #ifdef Q_OS_UNIX
-    /// The same of the file \a name in the open folder \a folder, where a link is no plain file.
+    /// The same for the file \a name in the open folder \a folder, where a link is not a plain
+    /// file.
     [[nodiscard]] bool openIn(int folder, const QString &name);
 #endif
     void close();
     [[nodiscard]] bool isOpen() const;
 
-    /// The file as it was when it was opened; when it could not be opened, what stands there.
+    /// The state of the file when it was opened; if it could not be opened, the state of the entry.
     const FileState &state() const
     {
         return m_state;
@@ -37,12 +38,12 @@ public:
     {
         return m_state.size;
     } ///< bytes, when it was opened
-    /// Reads exactly \a count bytes from \a pos on. False when fewer came, or when they don't lie
-    /// within size(): \a bytes is empty then.
+    /// Reads exactly \a count bytes from \a pos on. Returns false, with \a bytes empty, if fewer
+    /// could be read, or if they are not within size().
     [[nodiscard]] bool read(qint64 pos, qsizetype count, QByteArray &bytes) const;
-    /// True when the file still is as long as when it was opened.
+    /// Returns true if the file still has the size that it had when it was opened.
     [[nodiscard]] bool keepsItsSize() const;
-    /// The system's handle, -1 when nothing is open; it stays the object's own.
+    /// The system's handle, -1 if nothing is open; still owned by this object.
     int handle() const;
 
 private:

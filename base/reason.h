@@ -7,14 +7,14 @@
 namespace brisel
 {
 
-/// Why a file was left out of a run. Those who give a reason declare it beside their code, with its
-/// text marked as QT_TRANSLATE_NOOP("RunReport", "..."). Reasons with the same text are the same.
+/// Why a file was left out of a run. A reason is declared beside the code that gives it, with its
+/// text marked as QT_TRANSLATE_NOOP("RunReport", "..."). Reasons with the same text are equal.
 class Reason
 {
 public:
     enum class Kind {
         Failure,
-        Skip, ///< the user wanted it so
+        Skip, ///< the user chose it
     };
 
     explicit constexpr Reason(const char *text, Kind kind = Kind::Failure)
@@ -22,7 +22,7 @@ public:
     {
     }
 
-    /// In the language of the moment.
+    /// In the current language.
     QString text() const { return QCoreApplication::translate("RunReport", m_text); }
     bool isSkip() const { return m_isSkip; }
 

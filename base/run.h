@@ -11,32 +11,32 @@
 namespace brisel
 {
 
-/// One run of a workflow, and all that the workflow knows of the world: it shows how far it has
-/// come, learns whether to go on, asks the user, and reports.
+/// One run of a workflow, its only connection to the user: it shows the progress, can be
+/// interrupted, asks questions, and collects the report.
 ///
-/// While a Run lives a quit waits for it (RunGuard). A Run as it stands shows nothing and answers
-/// each question with No; one that shows or answers overrides the virtual functions.
+/// During its lifetime a quit is delayed (RunGuard). This class shows nothing and answers each
+/// question with No; derived classes override the virtual functions.
 class Run
 {
 public:
-    /// To a question about one file. A dialog that is closed gives Yes.
+    /// The answer to a question about one file. Closing the dialog gives Yes.
     enum class Answer { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
-    /// Each has its own "to all" answer, which holds for the rest of the run.
+    /// Each has its own "to all" answer, which is valid for the rest of the run.
     enum class Question {
-        Replace,           ///< whether a file that is there may be replaced
+        Replace,           ///< whether an existing file may be replaced
         ChangeUnpublished, ///< whether a song that the publisher did not publish may be changed
         Rename,            ///< whether a long name may be shortened
     };
     static constexpr std::size_t questionCount = 3;
-    /// A part of the run that is shown on its own.
+    /// A part of the run that is shown separately.
     struct Stage {
         QString title;
         QString label;
-        int steps = 0;             ///< 0: not known
-        bool areStepsShown = true; ///< as "%1 of %2" in place of the label
+        int steps = 0;             ///< 0: unknown
+        bool areStepsShown = true; ///< as "%1 of %2" instead of the label
     };
 
-    /// The run ended before the file's turn.
+    /// The run ended before it reached the file.
     static constexpr Reason interrupted{QT_TRANSLATE_NOOP("RunReport", "operazione interrotta"),
                                         Reason::Kind::Skip};
 
@@ -46,32 +46,32 @@ public:
     Run(const Run &) = delete;
     Run &operator=(const Run &) = delete;
 
-    /// Starts a stage in place of the one before, and forgets that that was interrupted.
+    /// Starts a stage instead of the previous one, and clears its interruption.
     virtual void begin(const Stage &stage);
-    /// Changes the number of steps of the stage; 0 when it is not known.
+    /// Changes the number of steps of the stage; 0 if unknown.
     virtual void setSteps(int steps);
-    /// \a done steps of the stage are done. Lets no click or key through.
+    /// \a done steps of the stage are done. Processes no clicks or keys.
     virtual void setStep(int done);
-    /// Work that is no step: what shows the run may paint itself. Lets no click or key through.
+    /// Work that is not a step: the window may be painted. Processes no clicks or keys.
     virtual void pulse();
     /// Between two files: pending events are processed, a click on "Interrompi" among them.
     virtual void processEvents();
     /// Ends the stage; nothing is shown until the next one.
     virtual void end();
-    /// How many bytes are still to be written into \a folder.
+    /// The number of bytes that remain to be written into \a folder.
     virtual void showSpace(const QString &folder, qint64 bytes);
     virtual void hideSpace();
 
-    /// False once the user has interrupted the stage or the program is to end.
+    /// Returns false if the user has interrupted the stage or the program must end.
     [[nodiscard]] bool mayGoOn() const { return !isInterrupted() && !isEnding(); }
-    /// True once the program is to end, which also ends what the user can't interrupt.
+    /// Returns true if the program must end, which also ends stages that the user can't interrupt.
     [[nodiscard]] static bool isEnding() { return RunGuard::endRequested(); }
 
     /// Asks \a question about the file \a path, unless it was answered "to all" before; an empty
-    /// \a message stands for the question's usual one. True for yes. False once the program is to
-    /// end, whatever the answer: nobody may have seen the question.
+    /// \a message means the usual one. Returns true for yes. If the program must end, returns false
+    /// for any answer, because the user may not have seen the question.
     [[nodiscard]] bool ask(Question question, const QString &path, const QString &message = {});
-    /// True when ask() would ask the user.
+    /// Returns true if ask() would ask the user.
     [[nodiscard]] bool isAsking(Question question) const;
     /// Answers \a question for the rest of the run.
     void answerAll(Question question, bool isYes);
@@ -80,7 +80,7 @@ public:
     const RunReport &report() const { return m_report; }
 
 protected:
-    /// True once the user has interrupted the stage.
+    /// Returns true if the user has interrupted the stage.
     virtual bool isInterrupted() const;
     virtual Answer answerOf(Question question, const QString &path, const QString &message);
 

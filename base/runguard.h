@@ -5,12 +5,12 @@
 namespace brisel
 {
 
-/// Lives for as long as a long run works on the user's files.
+/// Exists while a long run works on the user's files.
 ///
-/// While one lives, a quit (a log-out, the last window closed) is not carried out: after a quit
-/// every dialog would answer itself, and a question that nobody saw would count as "Si". It is
-/// remembered instead, the run ends at its next step, and the quit is sent again when the last
-/// guard goes.
+/// While one exists, a quit (a log-out, closing the last window) is delayed: after a quit all
+/// dialogs would close at once, and a question that the user did not see would count as "Si".
+/// Instead the run ends at its next step, and the quit is sent again when the last guard is
+/// destroyed.
 class RunGuard : public QObject
 {
     Q_OBJECT
@@ -19,13 +19,14 @@ public:
     RunGuard();
     ~RunGuard() override;
 
-    /// True while any run is under way: no slot, menu or double click may start another.
+    /// Returns true during any run: no slot, menu or double click may start another one.
     static bool isActive();
 
-    /// True when the program was asked to quit during the run: end at the next step, ask nothing.
+    /// Returns true if the program was asked to quit during the run: it must end at its next step
+    /// without questions.
     static bool endRequested();
 
-    /// Remembers that the user wants the program to end, as a quit does.
+    /// Asks the program to end, like a quit.
     static void requestEnd();
 
 protected:

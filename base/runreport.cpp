@@ -11,7 +11,7 @@ namespace
 
 constexpr int mostNamed = 1000; ///< files of a kind
 
-/// What would end a line shows as a mark, so that no name forges a line of the report.
+/// Replaces line breaks by a mark, so that no name can forge a line of the report.
 QString onOneLine(QString text)
 {
     for (QChar &character : text) {
@@ -188,7 +188,7 @@ QString RunReport::line(const Entry &entry)
 {
     if (!entry.message.isEmpty())
         return onOneLine(entry.message);
-    // The reason first: a path of any length may run out of sight.
+    // The reason first, because long paths may not fit in the window.
     return tr("%1 (%2): %3").arg(stepText(entry.step), entry.reason->text(), onOneLine(entry.path));
 }
 
@@ -209,7 +209,7 @@ bool RunReport::isSkipped(const Kind &kind)
     return kind.reason.has_value() && kind.reason->isSkip();
 }
 
-/// False when only the count changes.
+/// Returns false if only the count changes.
 bool RunReport::addEntry(const Entry &entry)
 {
     const bool isNamed = ++m_counts[kindOf(entry)] <= mostNamed;

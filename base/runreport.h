@@ -13,10 +13,10 @@
 namespace brisel
 {
 
-/// What came of a run: how many songs went well, and each file that did not, with the reason. Each
-/// part of a run fills one, and the parts are joined. Texts are in the language of the moment in
-/// which they are asked for. Of each kind, what the file was not and why, 1,000 files are named and
-/// the others counted: a memory may have any number of them.
+/// The outcome of a run: the number of successful songs, and each failed or skipped file with the
+/// reason. Each part of a run fills one, and the parts are joined. Texts are in the language at the
+/// time of the call. Of each kind (step and reason) at most 1,000 files are listed and the others
+/// counted, because a memory may have any number of them.
 class RunReport
 {
     Q_DECLARE_TR_FUNCTIONS(RunReport)
@@ -30,39 +30,39 @@ public:
     RunReport() = default;
     explicit RunReport(Operation operation) : m_operations{operation} {}
 
-    /// Makes the report one about \a operation, too.
+    /// Adds \a operation to the operations of the report.
     void addOperation(Operation operation);
     void count(Success success);
     void add(Step step, const QString &path, Reason reason);
-    /// A file that was not indexed, in words that name it and the reason. Messages that are the
-    /// same up to the first "/" are of one kind. False when its kind has its lines already: it is
-    /// counted only.
+    /// Adds a message about a file that was not indexed, with its path and the reason. Messages
+    /// that are equal up to the first "/" have the same kind. Returns false if its kind already has
+    /// all its lines: then it is only counted.
     bool addMessage(const QString &message);
-    /// Something that was done and the user should know, in words of its own. Kinds and result as
-    /// with addMessage(); counted neither as failed nor as skipped, and listed behind the files.
+    /// Adds a message that the user should know and that is not a failure. Kinds and result as with
+    /// addMessage(); counted neither as failed nor as skipped, and listed after the files.
     bool addNotice(const QString &message);
-    /// A file that shares one line with all others of \a place, such as those of a memory that was
-    /// pulled. The line shows the step of the first.
+    /// Adds a file that shares one line with all others of \a place, such as a pulled memory. The
+    /// line shows the step of the first.
     void addShared(Step step, const QString &place, Reason reason);
-    /// Adds the operations, the counts and the files of \a part behind its own.
+    /// Appends the operations, the counts and the files of \a part.
     void append(const RunReport &part);
 
-    /// True while nothing was counted, added or joined, not even a second operation.
+    /// Returns true if nothing was counted, added or joined, not even a second operation.
     bool isUntouched() const;
-    /// True when there is neither a file nor a notice to list.
+    /// Returns true if there are no files or notices to list.
     bool isEmpty() const { return m_entries.isEmpty() && m_shared.isEmpty(); }
     int counted(Success success) const;
-    /// Files passed over because the user wanted it so.
+    /// The number of files that the user chose to skip.
     int skipped() const;
-    /// All other files that are listed.
+    /// The number of all other listed files.
     int failed() const;
 
-    /// The operations and what they have counted in one line; empty when nothing was counted.
+    /// The operations and their counts in one line; empty if nothing was counted.
     QString summary() const;
-    /// The summary, a line for each file, one for each notice, and the lines of rest(). Names can't
-    /// break a line.
+    /// The summary, a line for each file, one for each notice, and the lines of rest(). Line breaks
+    /// in names are replaced.
     QString text() const;
-    /// A line for each kind that has more files than are named: how many more.
+    /// For each kind with more files than are listed, a line with the number of the others.
     QStringList rest() const;
 
 private:
@@ -70,7 +70,7 @@ private:
         Step step = Step::Index;
         std::optional<Reason> reason;
         QString path;
-        QString message; ///< stands for all the rest when it is not empty
+        QString message; ///< if not empty, replaces all other members
         bool isNotice = false;
     };
     struct Shared {
@@ -79,11 +79,11 @@ private:
         Reason reason;
         int count;
     };
-    /// What files have in common, each kind with lines of its own.
+    /// The common data of the files in the same lines.
     struct Kind {
         Step step;
         std::optional<Reason> reason;
-        QString start; ///< of its messages
+        QString start; ///< the common start of the messages
         bool isNotice = false;
         bool operator<(const Kind &other) const;
     };

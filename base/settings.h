@@ -7,13 +7,13 @@
 namespace brisel
 {
 
-/// One choice of the user: its key in the store, and what holds until the user has chosen.
+/// One setting: its key in the store, and its initial value.
 template <typename Value>
 struct Setting {
     QLatin1StringView key;
     Value initial;
 
-    /// The choice that \a settings hold, or the initial one.
+    /// The value in \a settings, or the initial one.
     Value in(const QSettings &settings) const
     {
         return settings.value(key, initial).template value<Value>();
@@ -28,9 +28,9 @@ namespace Settings
 
 /// Language of the windows: "it", "en" or "de".
 inline const Setting<QString> language{QLatin1StringView("language"), QStringLiteral("it")};
-/// Whether a question comes before songs of other publishers are changed.
+/// Whether to ask before songs of other publishers are changed.
 inline constexpr Setting<bool> copyrightAsk{QLatin1StringView("copyrightAsk"), true};
-/// Whether messages go to the log.
+/// Whether messages are written to the log.
 inline constexpr Setting<bool> logEnabled{QLatin1StringView("logenabled"), false};
 /// Whether each start of the program empties the log.
 inline constexpr Setting<bool> logClear{QLatin1StringView("logclear"), false};

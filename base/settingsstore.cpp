@@ -20,9 +20,9 @@ const QString settingsApplication = QStringLiteral("brisel2pc");
 namespace
 {
 
-constexpr qint64 maxSettings = 1 << 20; ///< bytes; far more than all choices there are
+constexpr qint64 maxSettings = 1 << 20; ///< bytes; far more than all settings need
 
-/// True when \a content has a line for each of \a keys, and its last line an end.
+/// Returns true if \a content has a line for each of \a keys, and its last line is terminated.
 bool isWhole(const QByteArray &content, const QStringList &keys)
 {
     const QList<QByteArray> lines = content.split('\n');
@@ -35,7 +35,7 @@ bool isWhole(const QByteArray &content, const QStringList &keys)
            });
 }
 
-/// The keys that stand in the file as they are: those of this program.
+/// The keys of this program, which are stored unchanged in the file.
 QStringList plainKeys(QSettings &settings)
 {
     const bool hadFallbacks = settings.fallbacksEnabled();
@@ -52,7 +52,7 @@ QStringList plainKeys(QSettings &settings)
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
 
-/// Where the settings class looks for settings: the user's folder, then those of the system.
+/// The files that the settings class reads: in the user's folder, then in those of the system.
 QStringList settingsFolders()
 {
     const QString own = qEnvironmentVariable("XDG_CONFIG_HOME");
@@ -69,7 +69,7 @@ bool maySettingsBeRead()
         for (const QString &path : {program + u'/' + settingsApplication, program}) {
             const ReadResult result =
                 readWholeFile(path + QStringLiteral(".conf"), maxSettings).result;
-            // The settings class passes over what it can't open.
+            // The settings class skips files that it can't open.
             if (result != ReadResult::Done && result != ReadResult::NotOpened)
                 return false;
         }
@@ -98,7 +98,7 @@ bool storeSetting(QSettings &settings, const QString &key, const QVariant &value
     if (!old.isDone() && old.state.kind != FileKind::Missing)
         return false;
 #endif
-    settings.sync(); // what another program has stored meanwhile
+    settings.sync(); // reads changes by other programs
     settings.setValue(key, value);
     settings.sync();
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)

@@ -10,23 +10,20 @@ namespace brisel
 extern const QString settingsOrganisation; ///< "kordia"
 extern const QString settingsApplication;  ///< "brisel2pc"
 
-/// The settings of the program. Where one of the files that they are read from is not a plain file
-/// (a FIFO would wait for ever), larger than 1 MiB, or can't be read to its end, nothing is used of
-/// them and nothing can be stored: the program works with its defaults, and the file stays as it
-/// is.
+/// The settings of the program. If one of their files is not a plain file (a FIFO would block),
+/// larger than 1 MiB, or can't be read completely, none of them are used and nothing can be stored:
+/// the program works with its defaults, and the file is unchanged.
 QSettings openSettings();
 
-/// Stores \a value under \a key, a plain word, at once. False when the settings could not be
-/// written; they hold what they held before then. Settings that can't be read whole are not
-/// written.
+/// Stores \a value under \a key, a plain word, at once. Returns false, with the settings unchanged,
+/// if they could not be written. Settings that can't be read completely are not written.
 ///
-/// The settings class puts its file in place even when the disk took only a part of it, and every
-/// choice that the user ever made would be gone. So the file is looked at afterwards, and put back
-/// when it is not whole.
+/// The settings class replaces its file even if only a part of it could be written, which would
+/// lose all settings of the user. So the file is checked afterwards, and restored if it is
+/// incomplete.
 [[nodiscard]] bool storeSetting(QSettings &settings, const QString &key, const QVariant &value);
 
-/// storeSetting() for a choice that nothing depends on at once: a failure is logged, and the
-/// program goes on.
+/// storeSetting() for a setting on which nothing else depends: a failure is logged and ignored.
 void keepSetting(QSettings &settings, const QString &key, const QVariant &value);
 
 } // namespace brisel

@@ -11,7 +11,7 @@ namespace brisel
 inline constexpr std::array<QStringView, 6> songSuffixes{u"mid", u"kar", u"mp3",
                                                          u"zb3", u"zb4", u"zb5"};
 
-/// True when \a suffix, without its point, is one of songSuffixes in upper or lower case.
+/// Returns true if \a suffix, without its point, is one of songSuffixes, ignoring case.
 [[nodiscard]] bool isSongSuffix(QStringView suffix);
 
 } // namespace brisel

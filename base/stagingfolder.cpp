@@ -27,13 +27,13 @@ namespace
 
 const QString lotName = QStringLiteral("lot");
 
-/// The name in the folder; short as FAT counts, so that it takes a single entry.
+/// The name in the folder; a FAT short name, so that it needs only one entry.
 QString stagedName(int number)
 {
     return QString::asprintf("SAVE%04d.TMP", number);
 }
 
-/// A number that is the same for all that is mounted in one go.
+/// A number that is equal for all files of the same mount.
 quint64 mountOf(const QString &path)
 {
     struct statx entry {
@@ -43,7 +43,7 @@ quint64 mountOf(const QString &path)
                : 0;
 }
 
-/// True when the file system of the open folder is mounted with "sync".
+/// Returns true if the file system of the open folder is mounted with "sync".
 bool writesAtOnce(int folder)
 {
     struct statvfs system {
@@ -51,7 +51,7 @@ bool writesAtOnce(int folder)
     return ::fstatvfs(folder, &system) == 0 && (system.f_flag & ST_SYNCHRONOUS) != 0;
 }
 
-/// The names that this program gives, of what lies in the open folder.
+/// The entries of the open folder whose names are those of this program.
 QStringList namesIn(int folder)
 {
     QStringList names;
@@ -102,8 +102,7 @@ StagingFolder::StagingFolder(const QString &root)
     m_isFat = m_lot.isOpen() && isOnFat(m_lot.get());
     if (!m_isFat)
         return;
-    // The system counts the first block of a new folder, whoever has made it, among those of the
-    // folder above: those go first.
+    // The first block of a new folder belongs to its parent folder, which must be flushed first.
     (void)flushFolder(m_root);
     (void)flushHandle(m_work.get());
     QStringList names;
@@ -118,7 +117,7 @@ StagingFolder::~StagingFolder()
         return;
     ::unlinkat(m_work.get(), QFile::encodeName(lotName).constData(), AT_REMOVEDIR);
     ::rmdir(QFile::encodeName(QDir(m_root).filePath(workFolderName())).constData());
-    // On FAT an entry goes from the disk before what it leads to becomes free.
+    // On FAT an entry must be removed on the disk before its clusters become free.
     if (m_isFat) {
         (void)flushHandle(m_work.get());
         (void)flushFolder(m_root);

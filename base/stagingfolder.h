@@ -9,35 +9,35 @@ class QFile;
 namespace brisel
 {
 
-/// The folder ".brisel2pc/lot" at the root of a memory, in which new files grow before they get
-/// their names.
+/// The folder ".brisel2pc/lot" at the root of a memory, in which new files are written before they
+/// are renamed to their places.
 ///
-/// On FAT they must: a new name can't reach the disk there in one step. The entry under the new
-/// name and the end of the one under the temporary name are writes of their own, and with both in
-/// one folder, one block may hold the half of one rename and the whole of another. Flushing this
-/// folder alone takes the temporary names off the disk, and what is flushed after that gives the
-/// files their new ones. It lies below another one because the folder above is written with it.
+/// On FAT this is necessary, because a rename is not written in one step: the new entry and the
+/// removal of the temporary one are separate writes, and with both in one folder, one block may
+/// have half of one rename and the whole of another. Flushing only this folder removes the
+/// temporary names on the disk, and the next flush writes the new ones. It is below another folder
+/// because its parent folder is written with it.
 class StagingFolder
 {
 public:
-    /// Makes the folder in \a root where there is none, and on FAT with room for as many files as a
-    /// lot has, and flushed.
+    /// Makes the folder in \a root if it is missing, on FAT with room for all files of a lot, and
+    /// flushes it.
     explicit StagingFolder(const QString &root);
-    /// Removes the folder, unless it holds files of another program. On FAT its parent is flushed
-    /// then, and with it the room that replaced files have freed.
+    /// Removes the folder, unless it has files of other programs. On FAT flushes its parent then,
+    /// and with it the room freed by replaced files.
     ~StagingFolder();
     StagingFolder(const StagingFolder &) = delete;
     StagingFolder &operator=(const StagingFolder &) = delete;
 
-    /// The topmost folder of the FAT file system on which \a folder lies. Where it writes each
-    /// entry by itself at once, \a folder: there both names of a file reach the disk for a moment,
-    /// and the one below, which is found second, is the one that a repair cuts off.
+    /// The topmost folder of the FAT file system of \a folder. If it writes each entry at once,
+    /// \a folder itself: there both names of a file are on the disk for a short time, and a repair
+    /// truncates the file of the lower one, which it finds second.
     static QString rootOf(const QString &folder);
 
-    /// False when no such folder could be made, or a link stands there.
+    /// Returns false if the folder could not be made, or a link has its name.
     [[nodiscard]] bool isOpen() const { return m_lot.isOpen(); }
 
-    /// Opens a new file for reading and writing. Returns its path, which \a file does not know;
+    /// Opens a new file for reading and writing. Returns its path, which is not set in \a file;
     /// empty on failure.
     [[nodiscard]] QString makeFile(QFile &file);
 
@@ -45,10 +45,10 @@ public:
     /// FAT that is mounted with "sync": there a file of the memory may share its clusters.
     static void clear(int workFolder);
 
-    /// ".brisel2pc", the folder in the root of a memory for what a run keeps there.
+    /// ".brisel2pc", the folder for the files of runs in the root of a memory.
     static QString workFolderName() { return QStringLiteral(".brisel2pc"); }
 
-    /// The most files that may lie there at a time.
+    /// The maximum number of files in it.
     static constexpr int maxFiles = 200;
 
 private:

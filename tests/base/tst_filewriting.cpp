@@ -33,7 +33,7 @@ void write(const QString &path, const QByteArray &content)
 }
 
 /// While it exists no files can be created in a folder, but its files can be written: the folder is
-/// write-protected, and root becomes the user nobody.
+/// write-protected, and root becomes the user "nobody".
 class FolderWithoutEntries
 {
 public:

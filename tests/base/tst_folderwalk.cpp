@@ -7,7 +7,7 @@
 
 using namespace brisel;
 
-/// Which folders a walk has come to.
+/// The folders that a walk has entered.
 class TestFolderWalk : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@ using namespace brisel;
 namespace
 {
 
-/// Gives its answers one after the other.
+/// Gives its answers in order.
 class AnsweringRun : public Run
 {
 public:
