@@ -4,6 +4,7 @@
 #include "index/index.h"
 #include "index/indexreader.h"
 #include "index/indexrecords.h"
+#include "index/playlists.h"
 #include "songfile/lzhuff.h"
 #include "tests/db/localcatalogue.h"
 #include "tests/docs/examples.h"
