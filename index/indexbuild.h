@@ -17,7 +17,7 @@ class MemoryWalk;
 /// one call of createIndex() or updateIndex().
 class IndexBuild
 {
-    Q_DECLARE_TR_FUNCTIONS(Index)
+    Q_DECLARE_TR_FUNCTIONS(brisel::Index)
 
 public:
     /// For the memory whose index is \a set. Cleans up after an interrupted run.

@@ -23,7 +23,7 @@ struct FolderEntry;
 /// shortens a long name, and reports files that can't be indexed.
 class MemoryWalk
 {
-    Q_DECLARE_TR_FUNCTIONS(Index)
+    Q_DECLARE_TR_FUNCTIONS(brisel::Index)
 
 public:
     /// Adds songs to \a roll; \a old is the index before the run. All must outlive this.

@@ -14,7 +14,7 @@ class IndexMonitor;
 /// The memory of a run: whether it is still mounted, and the names that its files get.
 class RunMemory
 {
-    Q_DECLARE_TR_FUNCTIONS(Index)
+    Q_DECLARE_TR_FUNCTIONS(brisel::Index)
 
 public:
     /// For the memory now mounted at \a root, a path without a "/" at its end.

@@ -16,7 +16,7 @@ class SongRoll;
 /// ones.
 class SongRefresh
 {
-    Q_DECLARE_TR_FUNCTIONS(Index)
+    Q_DECLARE_TR_FUNCTIONS(brisel::Index)
 
 public:
     /// Songs with ids above \a lastId are new; with SongInfoIndex::deletedId all are.

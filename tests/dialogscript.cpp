@@ -57,6 +57,13 @@ void DialogScript::expectFilesCancelled()
     expect("QFileDialog", [](QWidget *widget) { qobject_cast<QDialog *>(widget)->reject(); });
 }
 
+/// True when \a dialog is of the class \a className, of Qt or of the program.
+static bool isA(const QWidget *dialog, const QByteArray &className)
+{
+    return dialog->inherits(className.constData()) ||
+           dialog->inherits(("brisel::" + className).constData());
+}
+
 void DialogScript::expectMenu(MenuStep step)
 {
     m_menuSteps.append(std::move(step));
@@ -96,7 +103,7 @@ void DialogScript::look()
 void DialogScript::answer(QWidget *dialog)
 {
     m_answered = dialog;
-    if (m_steps.isEmpty() || !dialog->inherits(m_steps.first().className.constData())) {
+    if (m_steps.isEmpty() || !isA(dialog, m_steps.first().className)) {
         auto *box = qobject_cast<QMessageBox *>(dialog);
         complain(QStringLiteral("unexpected %1 \"%2\" %3")
                      .arg(QLatin1StringView(dialog->metaObject()->className()),

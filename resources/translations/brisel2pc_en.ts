@@ -2,6 +2,375 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_GB" sourcelanguage="it_IT">
 <context>
+    <name>Backup</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Backing up the library...</translation>
+    </message>
+</context>
+<context>
+    <name>FileCopier</name>
+    <message>
+        <source>Spazio insufficiente: servono %1, liberi %2</source>
+        <translation>Not enough space: %1 needed, %2 free</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryImport</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Reading file</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importing library...</translation>
+    </message>
+</context>
+<context>
+    <name>ManualEdit</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating library...</translation>
+    </message>
+</context>
+<context>
+    <name>MemoryFindings</name>
+    <message numerus="yes">
+        <source>... e altri %n</source>
+        <translation>
+            <numerusform>... and %n more</numerusform>
+            <numerusform>... and %n more</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>MemoryListCheck</name>
+    <message>
+        <source>%1, record %2: nessuna song ha l&apos;id %3</source>
+        <translation>%1, record %2: no song has the id %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: song ripetuta: %3</source>
+        <translation>%1, record %2: song repeated: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: la song non è un MP3: %3</source>
+        <translation>%1, record %2: the song is not an MP3: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: dati diversi da title.id2: %3</source>
+        <translation>%1, record %2: data differ from title.id2: %3</translation>
+    </message>
+    <message>
+        <source>%1: manca la song %2</source>
+        <translation>%1: the song %2 is missing</translation>
+    </message>
+    <message>
+        <source>%1, record %2: gruppo ripetuto: %3</source>
+        <translation>%1, record %2: group repeated: %3</translation>
+    </message>
+    <message>
+        <source>%1, record 0: song senza gruppo</source>
+        <translation>%1, record 0: song without a group</translation>
+    </message>
+    <message>
+        <source>%1, record %2: fuori ordine: %3</source>
+        <translation>%1, record %2: out of order: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: il gruppo precedente ha %3 song, non %4</source>
+        <translation>%1, record %2: the previous group has %3 songs, not %4</translation>
+    </message>
+    <message>
+        <source>%1, record %2: gruppo senza song</source>
+        <translation>%1, record %2: group without songs</translation>
+    </message>
+    <message>
+        <source>%1, record %2: il gruppo ha %3 song, non %4</source>
+        <translation>%1, record %2: the group has %3 songs, not %4</translation>
+    </message>
+    <message>
+        <source>%1: la lettera &quot;%2&quot; porta al posto sbagliato</source>
+        <translation>%1: the letter &quot;%2&quot; leads to the wrong place</translation>
+    </message>
+</context>
+<context>
+    <name>RunReport</name>
+    <message numerus="yes">
+        <source> (%n song)</source>
+        <translation>
+            <numerusform> (%n song)</numerusform>
+            <numerusform> (%n songs)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n aggiornate</source>
+        <translation>
+            <numerusform>%n updated</numerusform>
+            <numerusform>%n updated</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n modificate</source>
+        <translation>
+            <numerusform>%n edited</numerusform>
+            <numerusform>%n edited</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n copiate</source>
+        <translation>
+            <numerusform>%n copied</numerusform>
+            <numerusform>%n copied</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n non riuscite</source>
+        <translation>
+            <numerusform>%n failed</numerusform>
+            <numerusform>%n failed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n saltate</source>
+        <translation>
+            <numerusform>%n skipped</numerusform>
+            <numerusform>%n skipped</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Importazione</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Sincronizzazione</source>
+        <translation>Synchronization</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Modifica</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Transfer</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria</source>
+        <translation>Memory optimization</translation>
+    </message>
+    <message>
+        <source>Lista song</source>
+        <translation>Songs list</translation>
+    </message>
+    <message>
+        <source>Non letta</source>
+        <translation>Not read</translation>
+    </message>
+    <message>
+        <source>Non trovata</source>
+        <translation>Not found</translation>
+    </message>
+    <message>
+        <source>Non modificata</source>
+        <translation>Not changed</translation>
+    </message>
+    <message>
+        <source>Non salvata</source>
+        <translation>Not saved</translation>
+    </message>
+    <message>
+        <source>Non copiata</source>
+        <translation>Not copied</translation>
+    </message>
+    <message>
+        <source>Non indicizzata</source>
+        <translation>Not indexed</translation>
+    </message>
+    <message>
+        <source>il file non esiste</source>
+        <translation>the file does not exist</translation>
+    </message>
+    <message>
+        <source>il file non è accessibile</source>
+        <translation>the file is not accessible</translation>
+    </message>
+    <message>
+        <source>non è un file</source>
+        <translation>it is not a file</translation>
+    </message>
+    <message>
+        <source>il file è vuoto</source>
+        <translation>the file is empty</translation>
+    </message>
+    <message>
+        <source>il file è troppo grande per essere una song</source>
+        <translation>the file is too large to be a song</translation>
+    </message>
+    <message>
+        <source>formato sconosciuto o file danneggiato</source>
+        <translation>unknown format or damaged file</translation>
+    </message>
+    <message>
+        <source>la tabella non l&apos;ha accettata</source>
+        <translation>the table rejected it</translation>
+    </message>
+    <message>
+        <source>il database Kordia non la contiene</source>
+        <translation>it is not in the Kordia database</translation>
+    </message>
+    <message>
+        <source>la modifica è stata rifiutata</source>
+        <translation>the change was declined</translation>
+    </message>
+    <message>
+        <source>esiste già e non doveva essere sostituita</source>
+        <translation>it already exists and was not to be replaced</translation>
+    </message>
+    <message>
+        <source>operazione interrotta</source>
+        <translation>the operation was stopped</translation>
+    </message>
+    <message>
+        <source>esiste già</source>
+        <translation>it already exists</translation>
+    </message>
+    <message>
+        <source>al suo posto si trova un&apos;altra delle song scelte</source>
+        <translation>another of the selected songs has the same name</translation>
+    </message>
+    <message>
+        <source>la cartella non esiste più</source>
+        <translation>the folder no longer exists</translation>
+    </message>
+    <message>
+        <source>un altro programma sta lavorando su questa memoria</source>
+        <translation>another program is working on this memory</translation>
+    </message>
+    <message>
+        <source>la memoria è protetta da scrittura</source>
+        <translation>the memory is write-protected</translation>
+    </message>
+    <message>
+        <source>manca il permesso di scrivere nella cartella</source>
+        <translation>there is no permission to write to the folder</translation>
+    </message>
+    <message>
+        <source>spazio insufficiente sul disco</source>
+        <translation>not enough space on the disk</translation>
+    </message>
+    <message>
+        <source>non è stato possibile scrivere il file</source>
+        <translation>the file could not be written</translation>
+    </message>
+    <message>
+        <source>con i nuovi dati il file sarebbe troppo grande</source>
+        <translation>with the new data the file would be too large</translation>
+    </message>
+    <message>
+        <source>gli archivi della memoria non sono completi</source>
+        <translation>the memory&apos;s index is not complete</translation>
+    </message>
+    <message>
+        <source>la memoria non è preparata per Brisel</source>
+        <translation>the memory is not optimized for Brisel2</translation>
+    </message>
+    <message>
+        <source>non è stato possibile leggere il file fino alla fine</source>
+        <translation>could not be read to its end</translation>
+    </message>
+    <message>
+        <source>nel frattempo un altro programma l&apos;ha cambiata</source>
+        <translation>was changed by another program</translation>
+    </message>
+    <message>
+        <source>gli archivi non si leggono o il file non si può scrivere</source>
+        <translation>the index can not be read or the file can not be written</translation>
+    </message>
+    <message>
+        <source>%1 (%2): %3</source>
+        <translation>%1 (%2): %3</translation>
+    </message>
+    <message>
+        <source>la memoria non è più presente</source>
+        <translation>the memory is no longer there</translation>
+    </message>
+    <message numerus="yes">
+        <source>e altri %n</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>SongPicker</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Reading file</translation>
+    </message>
+    <message>
+        <source>Cerco i brani...</source>
+        <translation>Looking for songs...</translation>
+    </message>
+</context>
+<context>
+    <name>Synchroniser</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating library...</translation>
+    </message>
+</context>
+<context>
+    <name>Transfer</name>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Transfer</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Transferring files...</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Update</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Updating database...</translation>
+    </message>
+</context>
+<context>
+    <name>WindowRun</name>
+    <message>
+        <source>Interrompi</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>is already present, replace it?</translation>
+    </message>
+</context>
+<context>
     <name>brisel::AboutDialog</name>
     <message>
         <source>Informazioni</source>
@@ -18,17 +387,6 @@
     <message>
         <source>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;Per informazioni e assistenza rivolgersi al servizio clienti Kordia o al proprio rivenditore.</source>
         <translation>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;For information and support please contact Kordia customer service or your dealer.</translation>
-    </message>
-</context>
-<context>
-    <name>Backup</name>
-    <message>
-        <source>Backup</source>
-        <translation>Backup</translation>
-    </message>
-    <message>
-        <source>Eseguo backup dellla libreria...</source>
-        <translation>Backing up the library...</translation>
     </message>
 </context>
 <context>
@@ -273,13 +631,6 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</source>
         <translation>In files other than MP3 these will become &quot;?&quot;: %1</translation>
-    </message>
-</context>
-<context>
-    <name>FileCopier</name>
-    <message>
-        <source>Spazio insufficiente: servono %1, liberi %2</source>
-        <translation>Not enough space: %1 needed, %2 free</translation>
     </message>
 </context>
 <context>
@@ -549,17 +900,6 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     <message>
         <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
         <translation>It was not possible to correct the errors, the memory must be formatted</translation>
-    </message>
-</context>
-<context>
-    <name>LibraryImport</name>
-    <message>
-        <source>Lettura file</source>
-        <translation>Reading file</translation>
-    </message>
-    <message>
-        <source>Importo la libreria...</source>
-        <translation>Importing library...</translation>
     </message>
 </context>
 <context>
@@ -896,17 +1236,6 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
-    <name>ManualEdit</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Updating file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Updating library...</translation>
-    </message>
-</context>
-<context>
     <name>brisel::MemoryCheck</name>
     <message>
         <source>%1: il file manca</source>
@@ -967,67 +1296,6 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</source>
         <translation>%1, place %2: the title is &quot;%3&quot;, the song&apos;s title is &quot;%4&quot;</translation>
-    </message>
-</context>
-<context>
-    <name>MemoryFindings</name>
-    <message numerus="yes">
-        <source>... e altri %n</source>
-        <translation>
-            <numerusform>... and %n more</numerusform>
-            <numerusform>... and %n more</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>MemoryListCheck</name>
-    <message>
-        <source>%1, record %2: nessuna song ha l&apos;id %3</source>
-        <translation>%1, record %2: no song has the id %3</translation>
-    </message>
-    <message>
-        <source>%1, record %2: song ripetuta: %3</source>
-        <translation>%1, record %2: song repeated: %3</translation>
-    </message>
-    <message>
-        <source>%1, record %2: la song non è un MP3: %3</source>
-        <translation>%1, record %2: the song is not an MP3: %3</translation>
-    </message>
-    <message>
-        <source>%1, record %2: dati diversi da title.id2: %3</source>
-        <translation>%1, record %2: data differ from title.id2: %3</translation>
-    </message>
-    <message>
-        <source>%1: manca la song %2</source>
-        <translation>%1: the song %2 is missing</translation>
-    </message>
-    <message>
-        <source>%1, record %2: gruppo ripetuto: %3</source>
-        <translation>%1, record %2: group repeated: %3</translation>
-    </message>
-    <message>
-        <source>%1, record 0: song senza gruppo</source>
-        <translation>%1, record 0: song without a group</translation>
-    </message>
-    <message>
-        <source>%1, record %2: fuori ordine: %3</source>
-        <translation>%1, record %2: out of order: %3</translation>
-    </message>
-    <message>
-        <source>%1, record %2: il gruppo precedente ha %3 song, non %4</source>
-        <translation>%1, record %2: the previous group has %3 songs, not %4</translation>
-    </message>
-    <message>
-        <source>%1, record %2: gruppo senza song</source>
-        <translation>%1, record %2: group without songs</translation>
-    </message>
-    <message>
-        <source>%1, record %2: il gruppo ha %3 song, non %4</source>
-        <translation>%1, record %2: the group has %3 songs, not %4</translation>
-    </message>
-    <message>
-        <source>%1: la lettera &quot;%2&quot; porta al posto sbagliato</source>
-        <translation>%1: the letter &quot;%2&quot; leads to the wrong place</translation>
     </message>
 </context>
 <context>
@@ -1174,229 +1442,6 @@ To begin, press the button above, or drag files or folders here.</translation>
 Riprovare quando ha finito.</source>
         <translation>Another program is working on this memory.
 Try again when it has finished.</translation>
-    </message>
-</context>
-<context>
-    <name>RunReport</name>
-    <message numerus="yes">
-        <source> (%n song)</source>
-        <translation>
-            <numerusform> (%n song)</numerusform>
-            <numerusform> (%n songs)</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n aggiornate</source>
-        <translation>
-            <numerusform>%n updated</numerusform>
-            <numerusform>%n updated</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n modificate</source>
-        <translation>
-            <numerusform>%n edited</numerusform>
-            <numerusform>%n edited</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n copiate</source>
-        <translation>
-            <numerusform>%n copied</numerusform>
-            <numerusform>%n copied</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n non riuscite</source>
-        <translation>
-            <numerusform>%n failed</numerusform>
-            <numerusform>%n failed</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n saltate</source>
-        <translation>
-            <numerusform>%n skipped</numerusform>
-            <numerusform>%n skipped</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Importazione</source>
-        <translation>Import</translation>
-    </message>
-    <message>
-        <source>Sincronizzazione</source>
-        <translation>Synchronization</translation>
-    </message>
-    <message>
-        <source>Backup</source>
-        <translation>Backup</translation>
-    </message>
-    <message>
-        <source>Modifica</source>
-        <translation>Edit</translation>
-    </message>
-    <message>
-        <source>Trasferimento</source>
-        <translation>Transfer</translation>
-    </message>
-    <message>
-        <source>Ottimizzazione memoria</source>
-        <translation>Memory optimization</translation>
-    </message>
-    <message>
-        <source>Lista song</source>
-        <translation>Songs list</translation>
-    </message>
-    <message>
-        <source>Non letta</source>
-        <translation>Not read</translation>
-    </message>
-    <message>
-        <source>Non trovata</source>
-        <translation>Not found</translation>
-    </message>
-    <message>
-        <source>Non modificata</source>
-        <translation>Not changed</translation>
-    </message>
-    <message>
-        <source>Non salvata</source>
-        <translation>Not saved</translation>
-    </message>
-    <message>
-        <source>Non copiata</source>
-        <translation>Not copied</translation>
-    </message>
-    <message>
-        <source>Non indicizzata</source>
-        <translation>Not indexed</translation>
-    </message>
-    <message>
-        <source>il file non esiste</source>
-        <translation>the file does not exist</translation>
-    </message>
-    <message>
-        <source>il file non è accessibile</source>
-        <translation>the file is not accessible</translation>
-    </message>
-    <message>
-        <source>non è un file</source>
-        <translation>it is not a file</translation>
-    </message>
-    <message>
-        <source>il file è vuoto</source>
-        <translation>the file is empty</translation>
-    </message>
-    <message>
-        <source>il file è troppo grande per essere una song</source>
-        <translation>the file is too large to be a song</translation>
-    </message>
-    <message>
-        <source>formato sconosciuto o file danneggiato</source>
-        <translation>unknown format or damaged file</translation>
-    </message>
-    <message>
-        <source>la tabella non l&apos;ha accettata</source>
-        <translation>the table rejected it</translation>
-    </message>
-    <message>
-        <source>il database Kordia non la contiene</source>
-        <translation>it is not in the Kordia database</translation>
-    </message>
-    <message>
-        <source>la modifica è stata rifiutata</source>
-        <translation>the change was declined</translation>
-    </message>
-    <message>
-        <source>esiste già e non doveva essere sostituita</source>
-        <translation>it already exists and was not to be replaced</translation>
-    </message>
-    <message>
-        <source>operazione interrotta</source>
-        <translation>the operation was stopped</translation>
-    </message>
-    <message>
-        <source>esiste già</source>
-        <translation>it already exists</translation>
-    </message>
-    <message>
-        <source>al suo posto si trova un&apos;altra delle song scelte</source>
-        <translation>another of the selected songs has the same name</translation>
-    </message>
-    <message>
-        <source>la cartella non esiste più</source>
-        <translation>the folder no longer exists</translation>
-    </message>
-    <message>
-        <source>un altro programma sta lavorando su questa memoria</source>
-        <translation>another program is working on this memory</translation>
-    </message>
-    <message>
-        <source>la memoria è protetta da scrittura</source>
-        <translation>the memory is write-protected</translation>
-    </message>
-    <message>
-        <source>manca il permesso di scrivere nella cartella</source>
-        <translation>there is no permission to write to the folder</translation>
-    </message>
-    <message>
-        <source>spazio insufficiente sul disco</source>
-        <translation>not enough space on the disk</translation>
-    </message>
-    <message>
-        <source>non è stato possibile scrivere il file</source>
-        <translation>the file could not be written</translation>
-    </message>
-    <message>
-        <source>con i nuovi dati il file sarebbe troppo grande</source>
-        <translation>with the new data the file would be too large</translation>
-    </message>
-    <message>
-        <source>gli archivi della memoria non sono completi</source>
-        <translation>the memory&apos;s index is not complete</translation>
-    </message>
-    <message>
-        <source>la memoria non è preparata per Brisel</source>
-        <translation>the memory is not optimized for Brisel2</translation>
-    </message>
-    <message>
-        <source>non è stato possibile leggere il file fino alla fine</source>
-        <translation>could not be read to its end</translation>
-    </message>
-    <message>
-        <source>nel frattempo un altro programma l&apos;ha cambiata</source>
-        <translation>was changed by another program</translation>
-    </message>
-    <message>
-        <source>gli archivi non si leggono o il file non si può scrivere</source>
-        <translation>the index can not be read or the file can not be written</translation>
-    </message>
-    <message>
-        <source>%1 (%2): %3</source>
-        <translation>%1 (%2): %3</translation>
-    </message>
-    <message>
-        <source>la memoria non è più presente</source>
-        <translation>the memory is no longer there</translation>
-    </message>
-    <message numerus="yes">
-        <source>e altri %n</source>
-        <translation>
-            <numerusform>and %n more</numerusform>
-            <numerusform>and %n more</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>SongPicker</name>
-    <message>
-        <source>Lettura file</source>
-        <translation>Reading file</translation>
-    </message>
-    <message>
-        <source>Cerco i brani...</source>
-        <translation>Looking for songs...</translation>
     </message>
 </context>
 <context>
@@ -1584,36 +1629,6 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
-    <name>Synchroniser</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Updating file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Updating library...</translation>
-    </message>
-</context>
-<context>
-    <name>Transfer</name>
-    <message>
-        <source>Trasferimento</source>
-        <translation>Transfer</translation>
-    </message>
-    <message>
-        <source>Trasferimento file...</source>
-        <translation>Transferring files...</translation>
-    </message>
-    <message>
-        <source>Aggiornamento</source>
-        <translation>Update</translation>
-    </message>
-    <message>
-        <source>Aggiornamento database...</source>
-        <translation>Updating database...</translation>
-    </message>
-</context>
-<context>
     <name>brisel::UserSongsRelTableModel</name>
     <message>
         <source>Num</source>
@@ -1694,21 +1709,6 @@ Try again when it has finished.</translation>
     <message>
         <source>Nome del file senza la cartella</source>
         <translation>Name of the file without its folder</translation>
-    </message>
-</context>
-<context>
-    <name>WindowRun</name>
-    <message>
-        <source>Interrompi</source>
-        <translation>Stop</translation>
-    </message>
-    <message>
-        <source>%1 di %2</source>
-        <translation>%1 of %2</translation>
-    </message>
-    <message>
-        <source>esiste già, vuoi sostituirlo?</source>
-        <translation>is already present, replace it?</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,375 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it_IT" sourcelanguage="it_IT">
 <context>
+    <name>Backup</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Eseguo backup dellla libreria...</translation>
+    </message>
+</context>
+<context>
+    <name>FileCopier</name>
+    <message>
+        <source>Spazio insufficiente: servono %1, liberi %2</source>
+        <translation>Spazio insufficiente: servono %1, liberi %2</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryImport</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Lettura file</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importo la libreria...</translation>
+    </message>
+</context>
+<context>
+    <name>ManualEdit</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+</context>
+<context>
+    <name>MemoryFindings</name>
+    <message numerus="yes">
+        <source>... e altri %n</source>
+        <translation>
+            <numerusform>... e altri %n</numerusform>
+            <numerusform>... e altri %n</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>MemoryListCheck</name>
+    <message>
+        <source>%1, record %2: nessuna song ha l&apos;id %3</source>
+        <translation>%1, record %2: nessuna song ha l&apos;id %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: song ripetuta: %3</source>
+        <translation>%1, record %2: song ripetuta: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: la song non è un MP3: %3</source>
+        <translation>%1, record %2: la song non è un MP3: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: dati diversi da title.id2: %3</source>
+        <translation>%1, record %2: dati diversi da title.id2: %3</translation>
+    </message>
+    <message>
+        <source>%1: manca la song %2</source>
+        <translation>%1: manca la song %2</translation>
+    </message>
+    <message>
+        <source>%1, record %2: gruppo ripetuto: %3</source>
+        <translation>%1, record %2: gruppo ripetuto: %3</translation>
+    </message>
+    <message>
+        <source>%1, record 0: song senza gruppo</source>
+        <translation>%1, record 0: song senza gruppo</translation>
+    </message>
+    <message>
+        <source>%1, record %2: fuori ordine: %3</source>
+        <translation>%1, record %2: fuori ordine: %3</translation>
+    </message>
+    <message>
+        <source>%1, record %2: il gruppo precedente ha %3 song, non %4</source>
+        <translation>%1, record %2: il gruppo precedente ha %3 song, non %4</translation>
+    </message>
+    <message>
+        <source>%1, record %2: gruppo senza song</source>
+        <translation>%1, record %2: gruppo senza song</translation>
+    </message>
+    <message>
+        <source>%1, record %2: il gruppo ha %3 song, non %4</source>
+        <translation>%1, record %2: il gruppo ha %3 song, non %4</translation>
+    </message>
+    <message>
+        <source>%1: la lettera &quot;%2&quot; porta al posto sbagliato</source>
+        <translation>%1: la lettera &quot;%2&quot; porta al posto sbagliato</translation>
+    </message>
+</context>
+<context>
+    <name>RunReport</name>
+    <message numerus="yes">
+        <source> (%n song)</source>
+        <translation>
+            <numerusform> (%n song)</numerusform>
+            <numerusform> (%n song)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n aggiornate</source>
+        <translation>
+            <numerusform>%n aggiornata</numerusform>
+            <numerusform>%n aggiornate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n modificate</source>
+        <translation>
+            <numerusform>%n modificata</numerusform>
+            <numerusform>%n modificate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n copiate</source>
+        <translation>
+            <numerusform>%n copiata</numerusform>
+            <numerusform>%n copiate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n non riuscite</source>
+        <translation>
+            <numerusform>%n non riuscita</numerusform>
+            <numerusform>%n non riuscite</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n saltate</source>
+        <translation>
+            <numerusform>%n saltata</numerusform>
+            <numerusform>%n saltate</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Importazione</source>
+        <translation>Importazione</translation>
+    </message>
+    <message>
+        <source>Sincronizzazione</source>
+        <translation>Sincronizzazione</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Modifica</source>
+        <translation>Modifica</translation>
+    </message>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Trasferimento</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria</source>
+        <translation>Ottimizzazione memoria</translation>
+    </message>
+    <message>
+        <source>Lista song</source>
+        <translation>Lista song</translation>
+    </message>
+    <message>
+        <source>Non letta</source>
+        <translation>Non letta</translation>
+    </message>
+    <message>
+        <source>Non trovata</source>
+        <translation>Non trovata</translation>
+    </message>
+    <message>
+        <source>Non modificata</source>
+        <translation>Non modificata</translation>
+    </message>
+    <message>
+        <source>Non salvata</source>
+        <translation>Non salvata</translation>
+    </message>
+    <message>
+        <source>Non copiata</source>
+        <translation>Non copiata</translation>
+    </message>
+    <message>
+        <source>Non indicizzata</source>
+        <translation>Non indicizzata</translation>
+    </message>
+    <message>
+        <source>il file non esiste</source>
+        <translation>il file non esiste</translation>
+    </message>
+    <message>
+        <source>il file non è accessibile</source>
+        <translation>il file non è accessibile</translation>
+    </message>
+    <message>
+        <source>non è un file</source>
+        <translation>non è un file</translation>
+    </message>
+    <message>
+        <source>il file è vuoto</source>
+        <translation>il file è vuoto</translation>
+    </message>
+    <message>
+        <source>il file è troppo grande per essere una song</source>
+        <translation>il file è troppo grande per essere una song</translation>
+    </message>
+    <message>
+        <source>formato sconosciuto o file danneggiato</source>
+        <translation>formato sconosciuto o file danneggiato</translation>
+    </message>
+    <message>
+        <source>la tabella non l&apos;ha accettata</source>
+        <translation>la tabella non l&apos;ha accettata</translation>
+    </message>
+    <message>
+        <source>il database Kordia non la contiene</source>
+        <translation>il database Kordia non la contiene</translation>
+    </message>
+    <message>
+        <source>la modifica è stata rifiutata</source>
+        <translation>la modifica è stata rifiutata</translation>
+    </message>
+    <message>
+        <source>esiste già e non doveva essere sostituita</source>
+        <translation>esiste già e non doveva essere sostituita</translation>
+    </message>
+    <message>
+        <source>operazione interrotta</source>
+        <translation>operazione interrotta</translation>
+    </message>
+    <message>
+        <source>esiste già</source>
+        <translation>esiste già</translation>
+    </message>
+    <message>
+        <source>al suo posto si trova un&apos;altra delle song scelte</source>
+        <translation>al suo posto si trova un&apos;altra delle song scelte</translation>
+    </message>
+    <message>
+        <source>la cartella non esiste più</source>
+        <translation>la cartella non esiste più</translation>
+    </message>
+    <message>
+        <source>un altro programma sta lavorando su questa memoria</source>
+        <translation>un altro programma sta lavorando su questa memoria</translation>
+    </message>
+    <message>
+        <source>la memoria è protetta da scrittura</source>
+        <translation>la memoria è protetta da scrittura</translation>
+    </message>
+    <message>
+        <source>manca il permesso di scrivere nella cartella</source>
+        <translation>manca il permesso di scrivere nella cartella</translation>
+    </message>
+    <message>
+        <source>spazio insufficiente sul disco</source>
+        <translation>spazio insufficiente sul disco</translation>
+    </message>
+    <message>
+        <source>non è stato possibile scrivere il file</source>
+        <translation>non è stato possibile scrivere il file</translation>
+    </message>
+    <message>
+        <source>con i nuovi dati il file sarebbe troppo grande</source>
+        <translation>con i nuovi dati il file sarebbe troppo grande</translation>
+    </message>
+    <message>
+        <source>gli archivi della memoria non sono completi</source>
+        <translation>gli archivi della memoria non sono completi</translation>
+    </message>
+    <message>
+        <source>la memoria non è preparata per Brisel</source>
+        <translation>la memoria non è preparata per Brisel</translation>
+    </message>
+    <message>
+        <source>non è stato possibile leggere il file fino alla fine</source>
+        <translation>non è stato possibile leggere il file fino alla fine</translation>
+    </message>
+    <message>
+        <source>nel frattempo un altro programma l&apos;ha cambiata</source>
+        <translation>nel frattempo un altro programma l&apos;ha cambiata</translation>
+    </message>
+    <message>
+        <source>gli archivi non si leggono o il file non si può scrivere</source>
+        <translation>gli archivi non si leggono o il file non si può scrivere</translation>
+    </message>
+    <message>
+        <source>%1 (%2): %3</source>
+        <translation>%1 (%2): %3</translation>
+    </message>
+    <message>
+        <source>la memoria non è più presente</source>
+        <translation>la memoria non è più presente</translation>
+    </message>
+    <message numerus="yes">
+        <source>e altri %n</source>
+        <translation>
+            <numerusform>e %n altro</numerusform>
+            <numerusform>e altri %n</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>SongPicker</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Lettura file</translation>
+    </message>
+    <message>
+        <source>Cerco i brani...</source>
+        <translation>Cerco i brani...</translation>
+    </message>
+</context>
+<context>
+    <name>Synchroniser</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+</context>
+<context>
+    <name>Transfer</name>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Trasferimento</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Trasferimento file...</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Aggiornamento</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Aggiornamento database...</translation>
+    </message>
+</context>
+<context>
+    <name>WindowRun</name>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 di %2</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>esiste già, vuoi sostituirlo?</translation>
+    </message>
+</context>
+<context>
     <name>brisel::AboutDialog</name>
     <message>
         <source>Informazioni</source>
@@ -18,17 +387,6 @@
     <message>
         <source>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;Per informazioni e assistenza rivolgersi al servizio clienti Kordia o al proprio rivenditore.</source>
         <translation>&lt;b&gt;Kordia&lt;/b&gt;&lt;br/&gt;Per informazioni e assistenza rivolgersi al servizio clienti Kordia o al proprio rivenditore.</translation>
-    </message>
-</context>
-<context>
-    <name>Backup</name>
-    <message>
-        <source>Backup</source>
-        <translation>Backup</translation>
-    </message>
-    <message>
-        <source>Eseguo backup dellla libreria...</source>
-        <translation>Eseguo backup dellla libreria...</translation>
     </message>
 </context>
 <context>
@@ -273,13 +631,6 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</source>
         <translation>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</translation>
-    </message>
-</context>
-<context>
-    <name>FileCopier</name>
-    <message>
-        <source>Spazio insufficiente: servono %1, liberi %2</source>
-        <translation>Spazio insufficiente: servono %1, liberi %2</translation>
     </message>
 </context>
 <context>
@@ -549,17 +900,6 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     <message>
         <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
         <translation>Non è stato possibile correggere gli errori, è necesario formattare la memoria</translation>
-    </message>
-</context>
-<context>
-    <name>LibraryImport</name>
-    <message>
-        <source>Lettura file</source>
-        <translation>Lettura file</translation>
-    </message>
-    <message>
-        <source>Importo la libreria...</source>
-        <translation>Importo la libreria...</translation>
     </message>
 </context>
 <context>
@@ -896,17 +1236,6 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
-    <name>ManualEdit</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Aggiornamento file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Aggiorno la libreria...</translation>
-    </message>
-</context>
-<context>
     <name>brisel::MemoryCheck</name>
     <message>
         <source>%1: il file manca</source>
@@ -967,67 +1296,6 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</source>
         <translation>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</translation>
-    </message>
-</context>
-<context>
-    <name>MemoryFindings</name>
-    <message numerus="yes">
-        <source>... e altri %n</source>
-        <translation>
-            <numerusform>... e altri %n</numerusform>
-            <numerusform>... e altri %n</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>MemoryListCheck</name>
-    <message>
-        <source>%1, record %2: nessuna song ha l&apos;id %3</source>
-        <translation>%1, record %2: nessuna song ha l&apos;id %3</translation>
-    </message>
-    <message>
-        <source>%1, record %2: song ripetuta: %3</source>
-        <translation>%1, record %2: song ripetuta: %3</translation>
-    </message>
-    <message>
-        <source>%1, record %2: la song non è un MP3: %3</source>
-        <translation>%1, record %2: la song non è un MP3: %3</translation>
-    </message>
-    <message>
-        <source>%1, record %2: dati diversi da title.id2: %3</source>
-        <translation>%1, record %2: dati diversi da title.id2: %3</translation>
-    </message>
-    <message>
-        <source>%1: manca la song %2</source>
-        <translation>%1: manca la song %2</translation>
-    </message>
-    <message>
-        <source>%1, record %2: gruppo ripetuto: %3</source>
-        <translation>%1, record %2: gruppo ripetuto: %3</translation>
-    </message>
-    <message>
-        <source>%1, record 0: song senza gruppo</source>
-        <translation>%1, record 0: song senza gruppo</translation>
-    </message>
-    <message>
-        <source>%1, record %2: fuori ordine: %3</source>
-        <translation>%1, record %2: fuori ordine: %3</translation>
-    </message>
-    <message>
-        <source>%1, record %2: il gruppo precedente ha %3 song, non %4</source>
-        <translation>%1, record %2: il gruppo precedente ha %3 song, non %4</translation>
-    </message>
-    <message>
-        <source>%1, record %2: gruppo senza song</source>
-        <translation>%1, record %2: gruppo senza song</translation>
-    </message>
-    <message>
-        <source>%1, record %2: il gruppo ha %3 song, non %4</source>
-        <translation>%1, record %2: il gruppo ha %3 song, non %4</translation>
-    </message>
-    <message>
-        <source>%1: la lettera &quot;%2&quot; porta al posto sbagliato</source>
-        <translation>%1: la lettera &quot;%2&quot; porta al posto sbagliato</translation>
     </message>
 </context>
 <context>
@@ -1174,229 +1442,6 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
 Riprovare quando ha finito.</source>
         <translation>Un altro programma sta lavorando su questa memoria.
 Riprovare quando ha finito.</translation>
-    </message>
-</context>
-<context>
-    <name>RunReport</name>
-    <message numerus="yes">
-        <source> (%n song)</source>
-        <translation>
-            <numerusform> (%n song)</numerusform>
-            <numerusform> (%n song)</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n aggiornate</source>
-        <translation>
-            <numerusform>%n aggiornata</numerusform>
-            <numerusform>%n aggiornate</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n modificate</source>
-        <translation>
-            <numerusform>%n modificata</numerusform>
-            <numerusform>%n modificate</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n copiate</source>
-        <translation>
-            <numerusform>%n copiata</numerusform>
-            <numerusform>%n copiate</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n non riuscite</source>
-        <translation>
-            <numerusform>%n non riuscita</numerusform>
-            <numerusform>%n non riuscite</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n saltate</source>
-        <translation>
-            <numerusform>%n saltata</numerusform>
-            <numerusform>%n saltate</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Importazione</source>
-        <translation>Importazione</translation>
-    </message>
-    <message>
-        <source>Sincronizzazione</source>
-        <translation>Sincronizzazione</translation>
-    </message>
-    <message>
-        <source>Backup</source>
-        <translation>Backup</translation>
-    </message>
-    <message>
-        <source>Modifica</source>
-        <translation>Modifica</translation>
-    </message>
-    <message>
-        <source>Trasferimento</source>
-        <translation>Trasferimento</translation>
-    </message>
-    <message>
-        <source>Ottimizzazione memoria</source>
-        <translation>Ottimizzazione memoria</translation>
-    </message>
-    <message>
-        <source>Lista song</source>
-        <translation>Lista song</translation>
-    </message>
-    <message>
-        <source>Non letta</source>
-        <translation>Non letta</translation>
-    </message>
-    <message>
-        <source>Non trovata</source>
-        <translation>Non trovata</translation>
-    </message>
-    <message>
-        <source>Non modificata</source>
-        <translation>Non modificata</translation>
-    </message>
-    <message>
-        <source>Non salvata</source>
-        <translation>Non salvata</translation>
-    </message>
-    <message>
-        <source>Non copiata</source>
-        <translation>Non copiata</translation>
-    </message>
-    <message>
-        <source>Non indicizzata</source>
-        <translation>Non indicizzata</translation>
-    </message>
-    <message>
-        <source>il file non esiste</source>
-        <translation>il file non esiste</translation>
-    </message>
-    <message>
-        <source>il file non è accessibile</source>
-        <translation>il file non è accessibile</translation>
-    </message>
-    <message>
-        <source>non è un file</source>
-        <translation>non è un file</translation>
-    </message>
-    <message>
-        <source>il file è vuoto</source>
-        <translation>il file è vuoto</translation>
-    </message>
-    <message>
-        <source>il file è troppo grande per essere una song</source>
-        <translation>il file è troppo grande per essere una song</translation>
-    </message>
-    <message>
-        <source>formato sconosciuto o file danneggiato</source>
-        <translation>formato sconosciuto o file danneggiato</translation>
-    </message>
-    <message>
-        <source>la tabella non l&apos;ha accettata</source>
-        <translation>la tabella non l&apos;ha accettata</translation>
-    </message>
-    <message>
-        <source>il database Kordia non la contiene</source>
-        <translation>il database Kordia non la contiene</translation>
-    </message>
-    <message>
-        <source>la modifica è stata rifiutata</source>
-        <translation>la modifica è stata rifiutata</translation>
-    </message>
-    <message>
-        <source>esiste già e non doveva essere sostituita</source>
-        <translation>esiste già e non doveva essere sostituita</translation>
-    </message>
-    <message>
-        <source>operazione interrotta</source>
-        <translation>operazione interrotta</translation>
-    </message>
-    <message>
-        <source>esiste già</source>
-        <translation>esiste già</translation>
-    </message>
-    <message>
-        <source>al suo posto si trova un&apos;altra delle song scelte</source>
-        <translation>al suo posto si trova un&apos;altra delle song scelte</translation>
-    </message>
-    <message>
-        <source>la cartella non esiste più</source>
-        <translation>la cartella non esiste più</translation>
-    </message>
-    <message>
-        <source>un altro programma sta lavorando su questa memoria</source>
-        <translation>un altro programma sta lavorando su questa memoria</translation>
-    </message>
-    <message>
-        <source>la memoria è protetta da scrittura</source>
-        <translation>la memoria è protetta da scrittura</translation>
-    </message>
-    <message>
-        <source>manca il permesso di scrivere nella cartella</source>
-        <translation>manca il permesso di scrivere nella cartella</translation>
-    </message>
-    <message>
-        <source>spazio insufficiente sul disco</source>
-        <translation>spazio insufficiente sul disco</translation>
-    </message>
-    <message>
-        <source>non è stato possibile scrivere il file</source>
-        <translation>non è stato possibile scrivere il file</translation>
-    </message>
-    <message>
-        <source>con i nuovi dati il file sarebbe troppo grande</source>
-        <translation>con i nuovi dati il file sarebbe troppo grande</translation>
-    </message>
-    <message>
-        <source>gli archivi della memoria non sono completi</source>
-        <translation>gli archivi della memoria non sono completi</translation>
-    </message>
-    <message>
-        <source>la memoria non è preparata per Brisel</source>
-        <translation>la memoria non è preparata per Brisel</translation>
-    </message>
-    <message>
-        <source>non è stato possibile leggere il file fino alla fine</source>
-        <translation>non è stato possibile leggere il file fino alla fine</translation>
-    </message>
-    <message>
-        <source>nel frattempo un altro programma l&apos;ha cambiata</source>
-        <translation>nel frattempo un altro programma l&apos;ha cambiata</translation>
-    </message>
-    <message>
-        <source>gli archivi non si leggono o il file non si può scrivere</source>
-        <translation>gli archivi non si leggono o il file non si può scrivere</translation>
-    </message>
-    <message>
-        <source>%1 (%2): %3</source>
-        <translation>%1 (%2): %3</translation>
-    </message>
-    <message>
-        <source>la memoria non è più presente</source>
-        <translation>la memoria non è più presente</translation>
-    </message>
-    <message numerus="yes">
-        <source>e altri %n</source>
-        <translation>
-            <numerusform>e %n altro</numerusform>
-            <numerusform>e altri %n</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>SongPicker</name>
-    <message>
-        <source>Lettura file</source>
-        <translation>Lettura file</translation>
-    </message>
-    <message>
-        <source>Cerco i brani...</source>
-        <translation>Cerco i brani...</translation>
     </message>
 </context>
 <context>
@@ -1584,36 +1629,6 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
-    <name>Synchroniser</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Aggiornamento file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Aggiorno la libreria...</translation>
-    </message>
-</context>
-<context>
-    <name>Transfer</name>
-    <message>
-        <source>Trasferimento</source>
-        <translation>Trasferimento</translation>
-    </message>
-    <message>
-        <source>Trasferimento file...</source>
-        <translation>Trasferimento file...</translation>
-    </message>
-    <message>
-        <source>Aggiornamento</source>
-        <translation>Aggiornamento</translation>
-    </message>
-    <message>
-        <source>Aggiornamento database...</source>
-        <translation>Aggiornamento database...</translation>
-    </message>
-</context>
-<context>
     <name>brisel::UserSongsRelTableModel</name>
     <message>
         <source>Num</source>
@@ -1694,21 +1709,6 @@ Riprovare quando ha finito.</translation>
     <message>
         <source>Nome del file senza la cartella</source>
         <translation>Nome del file senza la cartella</translation>
-    </message>
-</context>
-<context>
-    <name>WindowRun</name>
-    <message>
-        <source>Interrompi</source>
-        <translation>Interrompi</translation>
-    </message>
-    <message>
-        <source>%1 di %2</source>
-        <translation>%1 di %2</translation>
-    </message>
-    <message>
-        <source>esiste già, vuoi sostituirlo?</source>
-        <translation>esiste già, vuoi sostituirlo?</translation>
     </message>
 </context>
 </TS>

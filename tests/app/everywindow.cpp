@@ -89,12 +89,12 @@ std::unique_ptr<QWidget> makeQuestion(const QString &message, bool yesNoOnly)
 
 std::unique_ptr<QWidget> makeRenameQuestion()
 {
-    return makeQuestion(
-        QCoreApplication::translate("Index", "verrà rinominato: ") +
-            QStringLiteral("/media/anna/BRISEL/Basi musicali/Ilciel-1.mid\n\n") +
-            QCoreApplication::translate("Index", "Se il file non viene rinominato, è possibile che "
+    return makeQuestion(QCoreApplication::translate("brisel::Index", "verrà rinominato: ") +
+                            QStringLiteral("/media/anna/BRISEL/Basi musicali/Ilciel-1.mid\n\n") +
+                            QCoreApplication::translate(
+                                "brisel::Index", "Se il file non viene rinominato, è possibile che "
                                                  "non venga rilevato da Brisel."),
-        false);
+                        false);
 }
 
 std::unique_ptr<DataEditDialog> makeEditDialog()
@@ -144,7 +144,8 @@ std::unique_ptr<QWidget> makeIndexDialog()
     dialog->updateLabelNum(65535);
     dialog->updateLabelCurrPath(longPath);
     dialog->errorFromIndexReceived(
-        QCoreApplication::translate("Index", "File non importato, path troppo lungo: ") + longPath);
+        QCoreApplication::translate("brisel::Index", "File non importato, path troppo lungo: ") +
+        longPath);
     return dialog;
 }
 
@@ -160,10 +161,11 @@ std::unique_ptr<QWidget> makeReportDialog()
 std::unique_ptr<QWidget> makeMessage()
 {
     return std::make_unique<QMessageBox>(
-        QMessageBox::Question, QCoreApplication::translate("DataEditDialog", "ATTENZIONE"),
-        QCoreApplication::translate("DataEditDialog", "Il titolo di tutte le song della lista "
-                                                      "verrà sovrascritto non il nome del file, "
-                                                      "sei sicuro?"),
+        QMessageBox::Question, QCoreApplication::translate("brisel::DataEditDialog", "ATTENZIONE"),
+        QCoreApplication::translate("brisel::DataEditDialog",
+                                    "Il titolo di tutte le song della lista "
+                                    "verrà sovrascritto non il nome del file, "
+                                    "sei sicuro?"),
         QMessageBox::Yes | QMessageBox::No);
 }
 

@@ -27,7 +27,7 @@ private slots:
     void controlsHaveNames();
     void controlsAreDescribed_data() { controlsHaveNames_data(); }
     void controlsAreDescribed();
-    void namesTellControlsApart_data() { controlsHaveNames_data(); }
+    void namesDistinguishControls_data() { controlsHaveNames_data(); }
     void namesDistinguishControls();
     void menusCanBeRead();
     void tableCanBeRead();

@@ -344,7 +344,7 @@ void TestStartup::loadsItalianForTheDialogsOfQtToo()
     const QMessageBox box(QMessageBox::Question, QString(), QString(),
                           QMessageBox::Yes | QMessageBox::No);
     QCOMPARE(box.button(QMessageBox::Yes)->text(), QStringLiteral("&Sì"));
-    QCOMPARE(QCoreApplication::translate("MainWindow", "Esci"), QStringLiteral("Esci"));
+    QCOMPARE(QCoreApplication::translate("brisel::MainWindow", "Esci"), QStringLiteral("Esci"));
 }
 
 void TestStartup::asksForTextsOfQtFirst()
@@ -372,7 +372,7 @@ void TestStartup::loadsEnglishForEveryOtherLanguage()
     QTranslator program;
     QTranslator qt;
     loadTranslations(language, program, qt);
-    QCOMPARE(QCoreApplication::translate("MainWindow", "Esci"), QStringLiteral("Quit"));
+    QCOMPARE(QCoreApplication::translate("brisel::MainWindow", "Esci"), QStringLiteral("Quit"));
     QVERIFY(qt.isEmpty());
     const QMessageBox box(QMessageBox::Question, QString(), QString(), QMessageBox::Yes);
     QCOMPARE(box.button(QMessageBox::Yes)->text(), QStringLiteral("&Yes"));

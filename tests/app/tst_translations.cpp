@@ -110,65 +110,70 @@ void TestTranslations::readsAsAgreed_data()
     const auto row = [](const char *context, const char *source, const QString &english) {
         QTest::addRow("%s|%s", context, source) << english;
     };
-    row("AboutDialog", "Informazioni", u"About"_qs);
-    row("BackupDialog", "Sfoglia...", u"Browse..."_qs);
-    row("DataEditDialog", "Modifica dati song", u"Edit song details"_qs);
-    row("DataEditDialog", "Salva", u"Save"_qs);
-    row("DataEditDialog", "ATTENZIONE", u"WARNING"_qs);
-    row("HelpDialog", "Aiuto Brisel2 PC", u"Help for Brisel2 PC"_qs);
-    row("HelpDialog", "Aiuto", u"Help for Brisel2 PC"_qs);
-    row("IndexDialog", "Dialog", u"Optimize memory"_qs);
-    row("IndexDialog", "Sfoglia", u"Browse"_qs);
-    row("IndexDialog", "Inizia", u"Start"_qs);
-    row("IndexDialog", "Chiudi", u"Close"_qs);
-    row("IndexDialog", "Controlla struttura memoria", u"Check memory structure"_qs);
-    row("IndexDialog", "Ho inserito o eliminato alcune song, aggiorna database",
+    row("brisel::AboutDialog", "Informazioni", u"About"_qs);
+    row("brisel::BackupDialog", "Sfoglia...", u"Browse..."_qs);
+    row("brisel::DataEditDialog", "Modifica dati song", u"Edit song details"_qs);
+    row("brisel::DataEditDialog", "Salva", u"Save"_qs);
+    row("brisel::DataEditDialog", "ATTENZIONE", u"WARNING"_qs);
+    row("brisel::HelpDialog", "Aiuto Brisel2 PC", u"Help for Brisel2 PC"_qs);
+    row("brisel::HelpDialog", "Aiuto", u"Help for Brisel2 PC"_qs);
+    row("brisel::IndexDialog", "Dialog", u"Optimize memory"_qs);
+    row("brisel::IndexDialog", "Sfoglia", u"Browse"_qs);
+    row("brisel::IndexDialog", "Inizia", u"Start"_qs);
+    row("brisel::IndexDialog", "Chiudi", u"Close"_qs);
+    row("brisel::IndexDialog", "Controlla struttura memoria", u"Check memory structure"_qs);
+    row("brisel::IndexDialog", "Ho inserito o eliminato alcune song, aggiorna database",
         u"I have added or deleted some songs, update database"_qs);
-    row("IndexDialog", "Ho problemi con gli archivi, ricostruisci database",
+    row("brisel::IndexDialog", "Ho problemi con gli archivi, ricostruisci database",
         u"I have problems with the archives, rebuild database"_qs);
-    row("IndexDialog", "Ottimizzazione memoria in corso...", u"Optimizing memory..."_qs);
-    row("IndexDialog", "Il percorso selezionato non esiste",
+    row("brisel::IndexDialog", "Ottimizzazione memoria in corso...", u"Optimizing memory..."_qs);
+    row("brisel::IndexDialog", "Il percorso selezionato non esiste",
         u"The selected path does not exist"_qs);
-    row("IndexDialog", "Operazione completata", u"Operation completed"_qs);
-    row("IndexDialog", "Operazione completata con successo",
+    row("brisel::IndexDialog", "Operazione completata", u"Operation completed"_qs);
+    row("brisel::IndexDialog", "Operazione completata con successo",
         u"Operation completed successfully"_qs);
-    row("Index", "File non importato, errore nel path:", u"File not imported, path error:"_qs);
-    row("Index",
+    row("brisel::Index",
+        "File non importato, errore nel path:", u"File not imported, path error:"_qs);
+    row("brisel::Index",
         "File non importato, path troppo lungo: ", u"File not imported, path too long: "_qs);
-    row("Index", "File non importato, memoria piena: ", u"File not imported, memory full: "_qs);
-    row("Index", "File non importato, impossibile rinominare: ",
+    row("brisel::Index",
+        "File non importato, memoria piena: ", u"File not imported, memory full: "_qs);
+    row("brisel::Index", "File non importato, impossibile rinominare: ",
         u"File not imported, unable to rename: "_qs);
-    row("Index", "verrà rinominato: ", u"will be renamed: "_qs);
-    row("Index", "Se il file non viene rinominato, è possibile che non venga rilevato da Brisel.",
+    row("brisel::Index", "verrà rinominato: ", u"will be renamed: "_qs);
+    row("brisel::Index",
+        "Se il file non viene rinominato, è possibile che non venga rilevato da Brisel.",
         u"If the file is not renamed, Brisel may not be able to find it."_qs);
-    row("MainWindow", "Seleziona le basi musicali che desideri inserire nella memoria di Brisel",
+    row("brisel::MainWindow",
+        "Seleziona le basi musicali che desideri inserire nella memoria di Brisel",
         u"Select the songs you wish to put in the memory dedicated to Brisel2"_qs);
-    row("MainWindow", "Sincronizza song con il database Kordia",
+    row("brisel::MainWindow", "Sincronizza song con il database Kordia",
         u"Sync your songs with the Kordia database"_qs);
-    row("MainWindow", "Trasferisci song nella memoria di Brisel",
+    row("brisel::MainWindow", "Trasferisci song nella memoria di Brisel",
         u"Transfer songs in the Brisel2 memory"_qs);
-    row("MainWindow", "Opzioni nascoste", u"Hidden options"_qs);
-    row("MainWindow", "Abilita log (riavvio necessario!)", u"Enable log (restart required!)"_qs);
-    row("MainWindow", "Cancella log ad ogni avvio", u"Clear log every run"_qs);
-    row("MainWindow", "File", u"File"_qs);
-    row("MainWindow", "Esci", u"Quit"_qs);
-    row("MainWindow", "Preferenze", u"Preferences"_qs);
-    row("MainWindow", "Lingua", u"Language"_qs);
-    row("MainWindow", "Italiano", u"Italiano"_qs);
-    row("MainWindow", "English", u"English"_qs);
-    row("MainWindow", "Deutsch", u"Deutsch"_qs);
-    row("MainWindow", "Messaggi Copyright", u"Show copyright messages"_qs);
-    row("MainWindow", "Si", u"Yes"_qs);
-    row("MainWindow", "No", u"No"_qs);
-    row("MainWindow", "Strumenti", u"Tools"_qs);
-    row("MainWindow", "Rigenera il database delle song", u"Rebuild songs database"_qs);
-    row("MainWindow", "Salva lista delle song", u"Save songs list"_qs);
-    row("MainWindow", "Aiuto", u"Help"_qs);
-    row("MainWindow", "Aiuto Brisel PC", u"Help for Brisel2 PC"_qs);
-    row("MainWindow", "Informazioni", u"About"_qs);
-    row("MainWindow", "Informazioni su QT", u"About QT"_qs);
-    row("MainWindow", "Seleziona i file da importare", u"Select files to import"_qs);
-    row("MainWindow", "Lettura file", u"Reading file"_qs);
+    row("brisel::MainWindow", "Opzioni nascoste", u"Hidden options"_qs);
+    row("brisel::MainWindow", "Abilita log (riavvio necessario!)",
+        u"Enable log (restart required!)"_qs);
+    row("brisel::MainWindow", "Cancella log ad ogni avvio", u"Clear log every run"_qs);
+    row("brisel::MainWindow", "File", u"File"_qs);
+    row("brisel::MainWindow", "Esci", u"Quit"_qs);
+    row("brisel::MainWindow", "Preferenze", u"Preferences"_qs);
+    row("brisel::MainWindow", "Lingua", u"Language"_qs);
+    row("brisel::MainWindow", "Italiano", u"Italiano"_qs);
+    row("brisel::MainWindow", "English", u"English"_qs);
+    row("brisel::MainWindow", "Deutsch", u"Deutsch"_qs);
+    row("brisel::MainWindow", "Messaggi Copyright", u"Show copyright messages"_qs);
+    row("brisel::MainWindow", "Si", u"Yes"_qs);
+    row("brisel::MainWindow", "No", u"No"_qs);
+    row("brisel::MainWindow", "Strumenti", u"Tools"_qs);
+    row("brisel::MainWindow", "Rigenera il database delle song", u"Rebuild songs database"_qs);
+    row("brisel::MainWindow", "Salva lista delle song", u"Save songs list"_qs);
+    row("brisel::MainWindow", "Aiuto", u"Help"_qs);
+    row("brisel::MainWindow", "Aiuto Brisel PC", u"Help for Brisel2 PC"_qs);
+    row("brisel::MainWindow", "Informazioni", u"About"_qs);
+    row("brisel::MainWindow", "Informazioni su QT", u"About QT"_qs);
+    row("brisel::MainWindow", "Seleziona i file da importare", u"Select files to import"_qs);
+    row("brisel::MainWindow", "Lettura file", u"Reading file"_qs);
     row("SongPicker", "Lettura file", u"Reading file"_qs);
     row("LibraryImport", "Lettura file", u"Reading file"_qs);
     row("LibraryImport", "Importo la libreria...", u"Importing library..."_qs);
@@ -176,50 +181,51 @@ void TestTranslations::readsAsAgreed_data()
         row(context, "Aggiorno la libreria...", u"Updating library..."_qs);
         row(context, "Aggiornamento file", u"Updating file"_qs);
     }
-    row("MainWindow", "Backup FALLITO !!!", u"Backup FAILED !!!"_qs);
-    row("MainWindow", "Backup eseguito correttamente", u"Backup done correctly"_qs);
-    row("MainWindow", "Attenzione", u"Warning"_qs);
-    row("MainWindow", "Sei sicuro di voler cancellare il file?",
+    row("brisel::MainWindow", "Backup FALLITO !!!", u"Backup FAILED !!!"_qs);
+    row("brisel::MainWindow", "Backup eseguito correttamente", u"Backup done correctly"_qs);
+    row("brisel::MainWindow", "Attenzione", u"Warning"_qs);
+    row("brisel::MainWindow", "Sei sicuro di voler cancellare il file?",
         u"Are you sure you want to permanently delete the file?"_qs);
-    row("MainWindow", "Trasferimento", u"Transfer"_qs);
-    row("MainWindow", "Non è possibile copiare i file sul disco di sistema",
+    row("brisel::MainWindow", "Trasferimento", u"Transfer"_qs);
+    row("brisel::MainWindow", "Non è possibile copiare i file sul disco di sistema",
         u"Can not copy the file on system disc"_qs);
-    row("MainWindow",
+    row("brisel::MainWindow",
         "Non è possibile copiare i file sulla cartella principale, creare o selezionare una "
         "sottocartella",
         u"It is not possible to copy files on the main folder, select or create a subfolder"_qs);
-    row("MainWindow",
+    row("brisel::MainWindow",
         "Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate per "
         "funzionalità specifiche di Brisel, selezionare un'altra cartella",
         u"You can not use BRIDGE, SFX and PLAYLIST folders, they are reserved for BRISEL2. "
         "Select another folder"_qs);
     row("Transfer", "Trasferimento", u"Transfer"_qs);
     row("Transfer", "Trasferimento file...", u"Transferring files..."_qs);
-    row("MainWindow", "Non è stato possibile copiare uno o più file",
+    row("brisel::MainWindow", "Non è stato possibile copiare uno o più file",
         u"It was not possible to copy one or more files"_qs);
-    row("MainWindow", "Tutti i file sono stati copiati correttamente",
+    row("brisel::MainWindow", "Tutti i file sono stati copiati correttamente",
         u"All the files have been copied successfully"_qs);
     row("WindowRun", "esiste già, vuoi sostituirlo?", u"is already present, replace it?"_qs);
     row("Transfer", "Aggiornamento database...", u"Updating database..."_qs);
     row("Transfer", "Aggiornamento", u"Update"_qs);
-    row("NoCopyrightDialog", "Richiesta conferma", u"Confirmation request"_qs);
-    row("NoCopyrightDialog", "Il file:", u"File:"_qs);
-    row("NoCopyrightDialog",
+    row("brisel::NoCopyrightDialog", "Richiesta conferma", u"Confirmation request"_qs);
+    row("brisel::NoCopyrightDialog", "Il file:", u"File:"_qs);
+    row("brisel::NoCopyrightDialog",
         "Non è stato pubblicato da Kordia. Si vuole procedere comunque con le modifiche?",
         u"Was not published by Kordia. Do you want to proceed with editing?"_qs);
-    row("ProceedDialog", "Riassunto importazione", u"Import summary"_qs);
-    row("ProceedDialog", "Si vuole procedere alla sincronizzazione automatica con il database?",
+    row("brisel::ProceedDialog", "Riassunto importazione", u"Import summary"_qs);
+    row("brisel::ProceedDialog",
+        "Si vuole procedere alla sincronizzazione automatica con il database?",
         u"Do you want to proceed with automatic synchronization?"_qs);
-    row("ProceedDialog", "Non mostrare più messaggi sul copyright",
+    row("brisel::ProceedDialog", "Non mostrare più messaggi sul copyright",
         u"Don't show messages on copyright"_qs);
     row("WindowRun", "Interrompi", u"Stop"_qs);
     row("WindowRun", "%1 di %2", u"%1 of %2"_qs);
-    row("SongsListDialog", "Ordina per:", u"Sort by:"_qs);
-    row("SongsListDialog", "Il percorso di destinazione non esiste",
+    row("brisel::SongsListDialog", "Ordina per:", u"Sort by:"_qs);
+    row("brisel::SongsListDialog", "Il percorso di destinazione non esiste",
         u"The destination path does not exist"_qs);
-    row("SongsListDialog", "Errore durante la creazione del file",
+    row("brisel::SongsListDialog", "Errore durante la creazione del file",
         u"Error while creating the file"_qs);
-    row("SongsListDialog", "Impossibile proseguire, la memoria non è preparata per Brisel",
+    row("brisel::SongsListDialog", "Impossibile proseguire, la memoria non è preparata per Brisel",
         u"Operation aborted, memory not optimized for Brisel2"_qs);
 }
 

@@ -33,7 +33,7 @@ private slots:
     void endsWhenItTurnsReadOnlyBetweenTwoFiles_data() { addRuns(); }
     void endsWhenItTurnsReadOnlyBetweenTwoFiles();
     void keepsTheSetOfAMemoryThatLostItsSongs();
-    void saysThatThereIsNoRoom_data() { addRuns(); }
+    void reportsAFullMemory_data() { addRuns(); }
     void reportsAFullMemory();
 
 private:
