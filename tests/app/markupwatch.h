@@ -94,8 +94,9 @@ private:
     {
         if (!text.contains(word()))
             return;
-        const QString place = QStringLiteral("%1.%2").arg(
-            QLatin1StringView(widget->window()->metaObject()->className()), widget->objectName());
+        QString window = QString::fromLatin1(widget->window()->metaObject()->className());
+        window.remove(QStringLiteral("brisel::"));
+        const QString place = window + u'.' + widget->objectName();
         m_places.insert(place);
         // Without enough room, only a part of plain text may be shown.
         if (isRich && !shown(text, isRich).contains(MarkupWatch::text()))

@@ -11,7 +11,7 @@ public:
     QString translate(const char *context, const char *sourceText, const char * /*disambiguation*/,
                       int /*n*/) const override
     {
-        if (qstrcmp(context, "UserSongsRelTableModel") != 0)
+        if (qstrcmp(context, "brisel::UserSongsRelTableModel") != 0)
             return {};
         return QStringLiteral("en:") + QString::fromUtf8(sourceText);
     }

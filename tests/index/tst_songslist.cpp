@@ -42,7 +42,7 @@ class EnglishTexts : public QTranslator
 public:
     QString translate(const char *context, const char *source, const char *, int) const override
     {
-        if (qstrcmp(context, "Index") == 0 && qstrcmp(source, "TITOLO") == 0)
+        if (qstrcmp(context, "brisel::Index") == 0 && qstrcmp(source, "TITOLO") == 0)
             return QStringLiteral("TITLE");
         return qstrcmp(source, "Ordina per:") == 0 ? QStringLiteral("Sort by:") : QString();
     }
