@@ -79,6 +79,22 @@ void reserveEntries(const QString &folder, const QStringList &names)
         (void)flushFolder(folder);
 }
 
+#else
+
+bool isOnFat(int)
+{
+    return false;
+}
+
+bool isOnFat(const QString &)
+{
+    return false;
+}
+
+void reserveEntries(const QString &, const QStringList &) {}
+
+#endif
+
 bool removeFiles(int folder, const QStringList &names)
 {
     constexpr qsizetype mostOpenFiles = 200;
@@ -99,31 +115,5 @@ bool removeFiles(int folder, const QStringList &names)
     }
     return areGone;
 }
-
-#else
-
-bool removeFiles(int folder, const QStringList &names)
-{
-    bool areGone = true;
-    for (const QString &name : names) {
-        if (::unlinkat(folder, QFile::encodeName(name).constData(), 0) != 0)
-            areGone = areGone && errno == ENOENT;
-    }
-    return areGone;
-}
-
-bool isOnFat(int)
-{
-    return false;
-}
-
-bool isOnFat(const QString &)
-{
-    return false;
-}
-
-void reserveEntries(const QString &, const QStringList &) {}
-
-#endif
 
 } // namespace brisel

@@ -3,10 +3,8 @@
 #include <QByteArray>
 #include <QList>
 
-#ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
 #ifdef Q_OS_LINUX
 #include <linux/msdos_fs.h>
 #include <sys/ioctl.h>
@@ -18,8 +16,6 @@ namespace brisel
 
 namespace
 {
-
-#ifdef Q_OS_UNIX
 
 void keepOwner(int from, int to)
 {
@@ -46,7 +42,6 @@ void keepPermissionsOfTheSameGroup(int from, int to)
     ::fchmod(to, old.st_mode & kept);
 }
 
-#endif
 #ifdef Q_OS_LINUX
 
 void keepExtendedAttributes(int from, int to)
@@ -93,19 +88,12 @@ void keepFatAttributes(int from, int to)
 
 void keepAttributes(int from, int to)
 {
-#ifndef Q_OS_UNIX
-    Q_UNUSED(from)
-    Q_UNUSED(to)
-#else
     keepOwner(from, to);
-#endif
 #ifdef Q_OS_LINUX
     keepExtendedAttributes(from, to);
 #endif
-#ifdef Q_OS_UNIX
     // Setting the owner or a list has changed them.
     keepPermissionsOfTheSameGroup(from, to);
-#endif
 #ifdef Q_OS_LINUX
     keepFatAttributes(from, to);
 #endif
@@ -113,15 +101,10 @@ void keepAttributes(int from, int to)
 
 void keepPermissions(int from, int to)
 {
-#ifdef Q_OS_UNIX
     struct stat old {
     };
     if (::fstat(from, &old) == 0)
         ::fchmod(to, old.st_mode & 0777);
-#else
-    Q_UNUSED(from)
-    Q_UNUSED(to)
-#endif
 }
 
 } // namespace brisel

@@ -2,22 +2,16 @@
 
 #include <QByteArray>
 
-#include <QFile>
 #include <algorithm>
-
-#ifdef Q_OS_UNIX
 
 #include <cerrno>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
 
 namespace brisel
 {
-
-#ifdef Q_OS_UNIX
 
 namespace
 {
@@ -153,29 +147,5 @@ CopyResult copyRest(int from, qint64 pos, qint64 count, int to)
     // The end of a file that was truncated during the copy looks like a hole.
     return sizeOf(from) >= end ? CopyResult::Done : CopyResult::SourceFailed;
 }
-
-#else
-
-CopyResult copyRest(int from, qint64 pos, qint64 count, int to)
-{
-    QFile source;
-    QFile target;
-    if (!source.open(from, QIODevice::ReadOnly | QIODevice::Unbuffered) || !source.seek(pos))
-        return CopyResult::SourceFailed;
-    if (!target.open(to, QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return CopyResult::TargetFailed;
-    constexpr qint64 blockSize = 1 << 20;
-    while (count > 0) {
-        const QByteArray block = source.read(std::min(blockSize, count));
-        if (block.isEmpty())
-            return CopyResult::SourceFailed;
-        if (target.write(block) != block.size())
-            return CopyResult::TargetFailed;
-        count -= block.size();
-    }
-    return CopyResult::Done;
-}
-
-#endif
 
 } // namespace brisel

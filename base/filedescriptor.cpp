@@ -4,27 +4,11 @@
 
 #include <utility>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
-#endif
 
 namespace brisel
 {
-
-namespace
-{
-
-void closeHandle(int handle)
-{
-#ifdef Q_OS_UNIX
-    ::close(handle);
-#else
-    Q_UNUSED(handle)
-#endif
-}
-
-} // namespace
 
 FileDescriptor &FileDescriptor::operator=(FileDescriptor &&other) noexcept
 {
@@ -32,8 +16,6 @@ FileDescriptor &FileDescriptor::operator=(FileDescriptor &&other) noexcept
     other.close();
     return *this;
 }
-
-#ifdef Q_OS_UNIX
 
 FileDescriptor FileDescriptor::open(const QString &path, int flags, mode_t mode)
 {
@@ -56,13 +38,6 @@ FileDescriptor FileDescriptor::openFolderIn(int folder, const QString &name)
     return openIn(folder, name, O_RDONLY | O_DIRECTORY);
 }
 
-#endif
-
-int FileDescriptor::release()
-{
-    return std::exchange(m_handle, -1);
-}
-
 bool FileDescriptor::giveTo(QFile &file, QIODevice::OpenMode mode)
 {
     if (!isOpen() ||
@@ -75,7 +50,7 @@ bool FileDescriptor::giveTo(QFile &file, QIODevice::OpenMode mode)
 void FileDescriptor::close()
 {
     if (const int handle = release(); handle >= 0)
-        closeHandle(handle);
+        ::close(handle);
 }
 
 } // namespace brisel

@@ -5,9 +5,7 @@
 
 class QFile;
 
-#ifdef Q_OS_UNIX
 #include <sys/types.h>
-#endif
 
 namespace brisel
 {
@@ -27,7 +25,6 @@ public:
     FileDescriptor(FileDescriptor &&other) noexcept : m_handle(other.release()) {}
     FileDescriptor &operator=(FileDescriptor &&other) noexcept;
 
-#ifdef Q_OS_UNIX
     /// Read and write permissions for all, limited by the user's mask.
     static constexpr mode_t usualMode = 0666;
 
@@ -42,19 +39,12 @@ public:
     [[nodiscard]] static FileDescriptor openFolder(const QString &path);
     /// The same for the folder \a name in the open folder \a folder; a link is not followed.
     [[nodiscard]] static FileDescriptor openFolderIn(int folder, const QString &name);
-#endif
 
-    [[nodiscard]] bool isOpen() const
-    {
-        return m_handle >= 0;
-    }
+    [[nodiscard]] bool isOpen() const { return m_handle >= 0; }
     /// The system's number, -1 if nothing is open. Still owned by this object.
-    [[nodiscard]] int get() const
-    {
-        return m_handle;
-    }
+    [[nodiscard]] int get() const { return m_handle; }
     /// The same, which the caller owns and must close from now on.
-    [[nodiscard]] int release();
+    [[nodiscard]] int release() { return std::exchange(m_handle, -1); }
     /// Passes the descriptor to \a file, unbuffered, which closes it. Returns false on failure, or
     /// if nothing is open.
     [[nodiscard]] bool giveTo(QFile &file, QIODevice::OpenMode mode);

@@ -6,9 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#ifdef Q_OS_UNIX
 #include <sys/statvfs.h>
-#endif
 
 namespace brisel
 {
@@ -26,15 +24,10 @@ Reason whyUnwritableIn(const QString &folder, qint64 size)
 
 bool isWriteProtected(const QString &path)
 {
-#ifdef Q_OS_UNIX
     struct statvfs system {
     };
     return ::statvfs(QFile::encodeName(path).constData(), &system) == 0 &&
            (system.f_flag & ST_RDONLY) != 0;
-#else
-    Q_UNUSED(path)
-    return false;
-#endif
 }
 
 std::optional<Reason> whyUnreadable(const QString &path, qint64 largest)

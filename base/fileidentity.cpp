@@ -1,19 +1,14 @@
 #include "base/fileidentity.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
 
-#ifdef Q_OS_UNIX
 #include <sys/stat.h>
-#endif
 
 namespace brisel
 {
-
-#ifdef Q_OS_UNIX
 
 namespace
 {
@@ -83,34 +78,6 @@ QString fileIdentity(const QString &path)
         return {};
     return QString::number(entry.st_dev) + u':' + QString::number(entry.st_ino);
 }
-
-#else
-
-FileState fileState(const QString &path)
-{
-    const QFileInfo entry(path);
-    if (path.isEmpty() || !entry.exists())
-        return {};
-    const FileKind kind = entry.isFile()  ? FileKind::Regular
-                          : entry.isDir() ? FileKind::Folder
-                                          : FileKind::Other;
-    const QDateTime modified = entry.lastModified();
-    constexpr qint64 millisecond = 1000000; // nanoseconds
-    return {kind,
-            modified.toSecsSinceEpoch(),
-            0,
-            0,
-            entry.size(),
-            modified.toMSecsSinceEpoch() * millisecond,
-            0};
-}
-
-QString fileIdentity(const QString &path)
-{
-    return QFileInfo(path).canonicalFilePath();
-}
-
-#endif
 
 FileKind fileKind(const QString &path)
 {

@@ -29,10 +29,8 @@ struct FileState {
 
 /// Returns the state of the file at \a path, links followed. Opens nothing.
 FileState fileState(const QString &path);
-#ifdef Q_OS_UNIX
 /// The same for an open file.
 FileState fileState(int handle);
-#endif
 /// Only the kind.
 FileKind fileKind(const QString &path);
 

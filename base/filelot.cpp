@@ -42,11 +42,6 @@ bool FileLot::isFull() const
     return size() >= StagingFolder::maxFiles || m_bytes >= maxBytes;
 }
 
-bool FileLot::holds(const QString &path) const
-{
-    return m_paths.contains(path.toLower());
-}
-
 std::unique_ptr<FileReplacement> FileLot::open(const Place &place)
 {
     auto file = std::make_unique<FileReplacement>(place);

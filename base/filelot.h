@@ -47,7 +47,7 @@ public:
     /// lose.
     bool isFull() const;
     /// Returns true if \a path is in the lot, ignoring case.
-    bool holds(const QString &path) const;
+    bool holds(const QString &path) const { return m_paths.contains(path.toLower()); }
 
     /// Renames all files to their places, in the order in which they were added, and returns the
     /// result of each: Done, Changed, Failed or NotNamed. After a failure the old content is still

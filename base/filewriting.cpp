@@ -13,10 +13,8 @@
 #include <filesystem>
 #include <system_error>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
-#endif
 
 namespace brisel
 {
@@ -103,17 +101,11 @@ WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
 
 bool appendToFile(const QString &path, const QByteArray &data, qint64 largest)
 {
-#ifdef Q_OS_UNIX
     const FileDescriptor file =
         FileDescriptor::open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY);
     const FileState state = fileState(file.get());
     return state.kind == FileKind::Regular && state.size <= largest &&
            ::write(file.get(), data.constData(), static_cast<size_t>(data.size())) == data.size();
-#else
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered) &&
-           file.size() <= largest && writeAll(file, data);
-#endif
 }
 
 bool writeAll(QFileDevice &file, const QByteArray &data)

@@ -4,11 +4,9 @@
 
 #include <cerrno>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
-#endif
 
 namespace brisel
 {
@@ -25,23 +23,13 @@ bool isNotOffered(int error)
 
 bool flushHandle(int handle)
 {
-#ifdef Q_OS_UNIX
     return ::fsync(handle) == 0 || isNotOffered(errno);
-#else
-    Q_UNUSED(handle)
-    return true;
-#endif
 }
 
 bool flushFolder(const QString &folder)
 {
-#ifdef Q_OS_UNIX
     const FileDescriptor entry = FileDescriptor::openFolder(folder);
     return entry.isOpen() ? flushHandle(entry.get()) : errno == EACCES;
-#else
-    Q_UNUSED(folder)
-    return true;
-#endif
 }
 
 std::optional<bool> flushFileSystem(int handle)

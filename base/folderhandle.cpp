@@ -9,14 +9,9 @@
 
 #include <cerrno>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#else
-#include <filesystem>
-#include <system_error>
-#endif
 
 namespace brisel
 {
@@ -45,8 +40,6 @@ bool leavesRoot(const QString &path, const QString &root)
         entry.isDir() ? path : QFileInfo(entry.canonicalFilePath()).absolutePath();
     return fileState(folder).device != fileState(root).device;
 }
-
-#ifdef Q_OS_UNIX
 
 namespace
 {
@@ -84,20 +77,10 @@ FolderHandle::FolderHandle(const QString &root, const QString &names)
     }
 }
 
-bool FolderHandle::isOpen() const
-{
-    return m_handle.isOpen();
-}
-
 bool FolderHandle::rename(const QString &name, const QString &newName) const
 {
     return renameToFreeName(m_handle.get(), QFile::encodeName(name).constData(),
                             QFile::encodeName(newName).constData()) == 0;
-}
-
-bool FolderHandle::flush() const
-{
-    return flushHandle(m_handle.get());
 }
 
 bool FolderHandle::flush(const QString &name) const
@@ -106,66 +89,5 @@ bool FolderHandle::flush(const QString &name) const
         FileDescriptor::openIn(m_handle.get(), name, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     return entry.isOpen() && flushHandle(entry.get());
 }
-
-#else
-
-FolderHandle::FolderHandle(const QString &root, const QString &names)
-    : m_path(names.isEmpty() ? root : root + u'/' + names)
-{
-}
-
-bool FolderHandle::isOpen() const
-{
-    return QFileInfo(m_path).isDir();
-}
-
-bool FolderHandle::rename(const QString &name, const QString &newName) const
-{
-    const QFileInfo target(m_path + u'/' + newName);
-    if (target.exists() || target.isSymLink())
-        return false;
-    std::error_code error;
-    std::filesystem::rename(QFileInfo(m_path + u'/' + name).filesystemAbsoluteFilePath(),
-                            target.filesystemAbsoluteFilePath(), error);
-    return !error;
-}
-
-bool FolderHandle::flush() const
-{
-    return true;
-}
-
-bool FolderHandle::flush(const QString &) const
-{
-    return true;
-}
-
-#endif
-
-#ifdef Q_OS_LINUX
-
-bool FolderHandle::isFat() const
-{
-    return isOnFat(m_handle.get());
-}
-
-std::optional<bool> FolderHandle::flushFileSystem() const
-{
-    return brisel::flushFileSystem(m_handle.get());
-}
-
-#else
-
-bool FolderHandle::isFat() const
-{
-    return false;
-}
-
-std::optional<bool> FolderHandle::flushFileSystem() const
-{
-    return std::nullopt;
-}
-
-#endif
 
 } // namespace brisel

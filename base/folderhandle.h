@@ -1,6 +1,8 @@
 #pragma once
 
+#include "base/fatfolder.h"
 #include "base/filedescriptor.h"
+#include "base/flushing.h"
 
 #include <QString>
 
@@ -27,10 +29,10 @@ public:
     /// folder on another file system than the root.
     FolderHandle(const QString &root, const QString &names);
 
-    [[nodiscard]] bool isOpen() const;
+    [[nodiscard]] bool isOpen() const { return m_handle.isOpen(); }
     /// Returns true on the FAT family, where a rename is written in two parts: by a flush of the
     /// folder, and by a flush of the moved file.
-    bool isFat() const;
+    bool isFat() const { return isOnFat(m_handle.get()); }
 
     /// Renames the entry \a name, a link itself, to \a newName. Replaces nothing and copies
     /// nothing. Returns false on failure: then nothing has changed.
@@ -38,19 +40,18 @@ public:
 
     /// Flushes the entries of the folder to the disk, if the system supports that. Returns false on
     /// failure.
-    [[nodiscard]] bool flush() const;
+    [[nodiscard]] bool flush() const { return flushHandle(m_handle.get()); }
     /// The same for the file or folder \a name in it; returns false for a link, which is not
     /// followed.
     [[nodiscard]] bool flush(const QString &name) const;
     /// Flushes the folder's whole file system. Returns nothing if the system has no such call.
-    [[nodiscard]] std::optional<bool> flushFileSystem() const;
+    [[nodiscard]] std::optional<bool> flushFileSystem() const
+    {
+        return brisel::flushFileSystem(m_handle.get());
+    }
 
 private:
-#ifdef Q_OS_UNIX
     FileDescriptor m_handle;
-#else
-    QString m_path;
-#endif
 };
 
 } // namespace brisel

@@ -7,10 +7,8 @@
 
 #include <utility>
 
-#ifdef Q_OS_UNIX
 #include <cerrno>
 #include <sys/file.h>
-#endif
 
 namespace brisel
 {
@@ -40,7 +38,6 @@ private:
 
 FolderLock::FolderLock(const QString &folder, Kind kind)
 {
-#ifdef Q_OS_UNIX
     const bool isExclusive = kind == Kind::Exclusive;
     const QString identity = fileIdentity(folder);
     m_held = Held::all().value(identity).lock();
@@ -57,10 +54,6 @@ FolderLock::FolderLock(const QString &folder, Kind kind)
         return;
     m_held = std::make_shared<Held>(std::move(opened), isExclusive);
     Held::all().insert(identity, m_held);
-#else
-    Q_UNUSED(folder)
-    Q_UNUSED(kind)
-#endif
 }
 
 FolderLock::~FolderLock()

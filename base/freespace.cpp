@@ -6,9 +6,7 @@
 #include <filesystem>
 #include <limits>
 
-#ifdef Q_OS_UNIX
 #include <sys/statvfs.h>
-#endif
 
 namespace brisel
 {
@@ -26,14 +24,10 @@ qint64 freeSpace(const QString &folder)
 
 qint64 allocationUnit(const QString &folder)
 {
-#ifdef Q_OS_UNIX
     struct statvfs system {
     };
     if (::statvfs(QFile::encodeName(folder).constData(), &system) == 0 && system.f_frsize > 0)
         return static_cast<qint64>(system.f_frsize);
-#else
-    Q_UNUSED(folder)
-#endif
     return 1;
 }
 

@@ -11,12 +11,10 @@
 #include <array>
 #include <cerrno>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
-#endif
 
 namespace brisel
 {
@@ -61,18 +59,14 @@ MemoryIdentity::Look MemoryIdentity::lookAt(const QString &root)
 {
     Look look;
     look.folder = fileState(root);
-#ifdef Q_OS_UNIX
     struct statvfs system {
     };
     if (::statvfs(QFile::encodeName(root).constData(), &system) == 0) {
         look.fileSystem = system.f_fsid;
         look.size = quint64(system.f_blocks) * system.f_frsize;
     }
-#endif
     return look;
 }
-
-#ifdef Q_OS_UNIX
 
 bool MemoryIdentity::layMark()
 {
@@ -124,19 +118,5 @@ bool MemoryIdentity::isSame() const
     const ssize_t size = ::read(file.get(), held.data(), static_cast<size_t>(held.size()));
     return size == m_mark.size() && held.startsWith(m_mark);
 }
-
-#else
-
-bool MemoryIdentity::layMark()
-{
-    return false;
-}
-
-bool MemoryIdentity::isSame() const
-{
-    return isThere();
-}
-
-#endif
 
 } // namespace brisel

@@ -13,9 +13,7 @@
 #include <limits>
 #include <system_error>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
-#endif
 
 namespace brisel
 {
@@ -27,15 +25,9 @@ namespace
 /// so that restoring the old content needs no free room.
 bool openToOverwrite(QFile &file, const QString &path)
 {
-#ifdef Q_OS_UNIX
     FileDescriptor opened = FileDescriptor::open(path, O_RDWR | O_NONBLOCK | O_NOCTTY);
     return fileState(opened.get()).kind == FileKind::Regular &&
            opened.giveTo(file, QIODevice::ReadWrite);
-#else
-    file.setFileName(path);
-    return isRegularFile(path) &&
-           file.open(QIODevice::ReadWrite | QIODevice::Unbuffered | QIODevice::ExistingOnly);
-#endif
 }
 
 [[nodiscard]] bool writeFromStart(QFile &file, const ContentWriter &write)

@@ -1,17 +1,12 @@
 #include "base/plainfile.h"
 
-#ifdef Q_OS_UNIX
-
 #include <cerrno>
 
 #include <fcntl.h>
 #include <unistd.h>
-#endif
 
 namespace brisel
 {
-
-#ifdef Q_OS_UNIX
 
 namespace
 {
@@ -41,16 +36,6 @@ bool PlainFile::keepIfPlain()
     return isOpen();
 }
 
-void PlainFile::close()
-{
-    m_handle.close();
-}
-
-bool PlainFile::isOpen() const
-{
-    return m_handle.isOpen();
-}
-
 bool PlainFile::read(qint64 pos, qsizetype count, QByteArray &bytes) const
 {
     bytes.resize(0); // not cleared, to keep the allocated memory for the next file
@@ -75,55 +60,5 @@ bool PlainFile::keepsItsSize() const
 {
     return isOpen() && fileState(m_handle.get()).size == size();
 }
-
-int PlainFile::handle() const
-{
-    return m_handle.get();
-}
-
-#else
-
-bool PlainFile::open(const QString &path)
-{
-    close();
-    m_state = fileState(path);
-    m_file.setFileName(path);
-    return m_state.kind == FileKind::Regular &&
-           m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-}
-
-void PlainFile::close()
-{
-    m_file.close();
-}
-
-bool PlainFile::isOpen() const
-{
-    return m_file.isOpen();
-}
-
-bool PlainFile::read(qint64 pos, qsizetype count, QByteArray &bytes) const
-{
-    bytes.resize(0);
-    if (!isOpen() || pos < 0 || count < 0 || pos > size() || count > size() - pos ||
-        !m_file.seek(pos))
-        return false;
-    bytes = m_file.read(count);
-    if (bytes.size() != count)
-        bytes.resize(0);
-    return bytes.size() == count;
-}
-
-bool PlainFile::keepsItsSize() const
-{
-    return isOpen() && m_file.size() == size();
-}
-
-int PlainFile::handle() const
-{
-    return m_file.handle();
-}
-
-#endif
 
 } // namespace brisel

@@ -3,22 +3,6 @@
 namespace brisel
 {
 
-void Run::begin(const Stage & /*stage*/) {}
-
-void Run::setSteps(int /*steps*/) {}
-
-void Run::setStep(int /*done*/) {}
-
-void Run::pulse() {}
-
-void Run::processEvents() {}
-
-void Run::end() {}
-
-void Run::showSpace(const QString & /*folder*/, qint64 /*bytes*/) {}
-
-void Run::hideSpace() {}
-
 bool Run::ask(Question question, const QString &path, const QString &message)
 {
     std::optional<bool> &toAll = m_answers.at(static_cast<std::size_t>(question));
@@ -43,17 +27,6 @@ bool Run::isAsking(Question question) const
 void Run::answerAll(Question question, bool isYes)
 {
     m_answers.at(static_cast<std::size_t>(question)) = isYes;
-}
-
-bool Run::isInterrupted() const
-{
-    return false;
-}
-
-Run::Answer Run::answerOf(Question /*question*/, const QString & /*path*/,
-                          const QString & /*message*/)
-{
-    return Answer::No;
 }
 
 } // namespace brisel

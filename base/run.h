@@ -47,20 +47,20 @@ public:
     Run &operator=(const Run &) = delete;
 
     /// Starts a stage instead of the previous one, and clears its interruption.
-    virtual void begin(const Stage &stage);
+    virtual void begin(const Stage & /*stage*/) {}
     /// Changes the number of steps of the stage; 0 if unknown.
-    virtual void setSteps(int steps);
+    virtual void setSteps(int /*steps*/) {}
     /// \a done steps of the stage are done. Processes no clicks or keys.
-    virtual void setStep(int done);
+    virtual void setStep(int /*done*/) {}
     /// Work that is not a step: the window may be painted. Processes no clicks or keys.
-    virtual void pulse();
+    virtual void pulse() {}
     /// Between two files: pending events are processed, a click on "Interrompi" among them.
-    virtual void processEvents();
+    virtual void processEvents() {}
     /// Ends the stage; nothing is shown until the next one.
-    virtual void end();
+    virtual void end() {}
     /// The number of bytes that remain to be written into \a folder.
-    virtual void showSpace(const QString &folder, qint64 bytes);
-    virtual void hideSpace();
+    virtual void showSpace(const QString & /*folder*/, qint64 /*bytes*/) {}
+    virtual void hideSpace() {}
 
     /// Returns false if the user has interrupted the stage or the program must end.
     [[nodiscard]] bool mayGoOn() const { return !isInterrupted() && !isEnding(); }
@@ -81,8 +81,12 @@ public:
 
 protected:
     /// Returns true if the user has interrupted the stage.
-    virtual bool isInterrupted() const;
-    virtual Answer answerOf(Question question, const QString &path, const QString &message);
+    virtual bool isInterrupted() const { return false; }
+    virtual Answer answerOf(Question /*question*/, const QString & /*path*/,
+                            const QString & /*message*/)
+    {
+        return Answer::No;
+    }
 
 private:
     RunGuard m_guard;

@@ -6,9 +6,6 @@
 namespace brisel
 {
 
-int RunGuard::s_active = 0;
-bool RunGuard::s_endRequested = false;
-
 RunGuard::RunGuard()
 {
     if (s_active++ == 0)
@@ -24,21 +21,6 @@ RunGuard::~RunGuard()
     s_endRequested = false;
     if (QCoreApplication *application = QCoreApplication::instance())
         QCoreApplication::postEvent(application, new QEvent(QEvent::Quit));
-}
-
-bool RunGuard::isActive()
-{
-    return s_active > 0;
-}
-
-bool RunGuard::endRequested()
-{
-    return s_endRequested;
-}
-
-void RunGuard::requestEnd()
-{
-    s_endRequested = s_active > 0;
 }
 
 bool RunGuard::eventFilter(QObject *watched, QEvent *event)

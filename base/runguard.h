@@ -20,21 +20,21 @@ public:
     ~RunGuard() override;
 
     /// Returns true during any run: no slot, menu or double click may start another one.
-    static bool isActive();
+    static bool isActive() { return s_active > 0; }
 
     /// Returns true if the program was asked to quit during the run: it must end at its next step
     /// without questions.
-    static bool endRequested();
+    static bool endRequested() { return s_endRequested; }
 
     /// Asks the program to end, like a quit.
-    static void requestEnd();
+    static void requestEnd() { s_endRequested = s_active > 0; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    static int s_active;
-    static bool s_endRequested;
+    static inline int s_active = 0;
+    static inline bool s_endRequested = false;
 };
 
 } // namespace brisel

@@ -46,11 +46,6 @@ void RunReport::count(Success success)
     }
 }
 
-void RunReport::add(Step step, const QString &path, Reason reason)
-{
-    addEntry({step, reason, path, {}});
-}
-
 void RunReport::addShared(Step step, const QString &place, Reason reason)
 {
     addShared({step, place, reason, 1});
@@ -108,11 +103,6 @@ int RunReport::counted(Success success) const
         return m_copied;
     }
     return 0;
-}
-
-int RunReport::skipped() const
-{
-    return counted(true);
 }
 
 int RunReport::failed() const

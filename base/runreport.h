@@ -33,7 +33,7 @@ public:
     /// Adds \a operation to the operations of the report.
     void addOperation(Operation operation);
     void count(Success success);
-    void add(Step step, const QString &path, Reason reason);
+    void add(Step step, const QString &path, Reason reason) { addEntry({step, reason, path, {}}); }
     /// Adds a message about a file that was not indexed, with its path and the reason. Messages
     /// that are equal up to the first "/" have the same kind. Returns false if its kind already has
     /// all its lines: then it is only counted.
@@ -53,7 +53,7 @@ public:
     bool isEmpty() const { return m_entries.isEmpty() && m_shared.isEmpty(); }
     int counted(Success success) const;
     /// The number of files that the user chose to skip.
-    int skipped() const;
+    int skipped() const { return counted(true); }
     /// The number of all other listed files.
     int failed() const;
 

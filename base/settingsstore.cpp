@@ -50,7 +50,7 @@ QStringList plainKeys(QSettings &settings)
     return keys;
 }
 
-#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+#ifndef Q_OS_MACOS
 
 /// The files that the settings class reads: in the user's folder, then in those of the system.
 QStringList settingsFolders()
@@ -83,7 +83,7 @@ bool maySettingsBeRead()
 
 QSettings openSettings()
 {
-#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+#ifndef Q_OS_MACOS
     if (!maySettingsBeRead())
         return QSettings(QStringLiteral("/dev/null/brisel2pc.conf"), QSettings::NativeFormat);
 #endif
@@ -93,7 +93,7 @@ QSettings openSettings()
 bool storeSetting(QSettings &settings, const QString &key, const QVariant &value)
 {
     const QString path = settings.fileName();
-#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+#ifndef Q_OS_MACOS
     const FileContent old = readWholeFile(path, maxSettings);
     if (!old.isDone() && old.state.kind != FileKind::Missing)
         return false;
@@ -101,7 +101,7 @@ bool storeSetting(QSettings &settings, const QString &key, const QVariant &value
     settings.sync(); // reads changes by other programs
     settings.setValue(key, value);
     settings.sync();
-#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+#ifndef Q_OS_MACOS
     const FileContent stored = readWholeFile(path, maxSettings);
     if (stored.state.kind == FileKind::Regular && settings.status() == QSettings::NoError &&
         !(stored.isDone() && isWhole(stored.bytes, plainKeys(settings)))) {

@@ -2,7 +2,6 @@
 
 #include "base/lettercase.h"
 
-#include <QDateTime>
 #include <QTextCodec>
 
 #include <algorithm>
@@ -47,8 +46,6 @@ void SongInfoIndex::setPath(const QString &newPath)
     pathKey = pathSortKey(newPath);
 }
 
-#ifdef Q_OS_UNIX
-
 // QDateTime would access the system's time zone file for each song.
 void SongInfoIndex::setModified(qint64 seconds)
 {
@@ -63,17 +60,6 @@ void SongInfoIndex::setModified(qint64 seconds)
     date = number(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
     time = number(local.tm_hour, local.tm_min, local.tm_sec);
 }
-
-#else
-
-void SongInfoIndex::setModified(qint64 seconds)
-{
-    const QDateTime moment = QDateTime::fromSecsSinceEpoch(seconds);
-    date = moment.toString(QStringLiteral("yyyyMMdd")).toUInt();
-    time = moment.toString(QStringLiteral("hhmmss")).toUInt();
-}
-
-#endif
 
 QString stringToUpper(const QString &text)
 {
