@@ -10,7 +10,6 @@
 #include "app/startup.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
-#include "base/runguard.h"
 #include "db/usersongsreltablemodel.h"
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
@@ -137,31 +136,6 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-void MainWindow::on_actionItalian_triggered()
-{
-    setLanguage(QStringLiteral("it"));
-}
-
-void MainWindow::on_actionEnglish_triggered()
-{
-    setLanguage(QStringLiteral("en"));
-}
-
-void MainWindow::on_actionGerman_triggered()
-{
-    setLanguage(QStringLiteral("de"));
-}
-
-void MainWindow::on_actionCopyrightYes_triggered()
-{
-    enableCopyrightMessage(true);
-}
-
-void MainWindow::on_actionCopyrightNo_triggered()
-{
-    enableCopyrightMessage(false);
-}
-
 void MainWindow::on_optimizeMemory_triggered()
 {
     runMemoryDialog<IndexDialog>(*m_statusLine);
@@ -186,16 +160,6 @@ void MainWindow::on_actionAbout_QT_triggered()
 {
     if (!RunGuard::isActive())
         QApplication::aboutQt();
-}
-
-void MainWindow::on_dbgLogEnableCheckBox_toggled(bool on)
-{
-    Settings::logEnabled.store(m_settings, on);
-}
-
-void MainWindow::on_dbgLogClearCheckBox_toggled(bool on)
-{
-    Settings::logClear.store(m_settings, on);
 }
 
 void MainWindow::on_dbgHidePushButton_clicked()
@@ -327,11 +291,6 @@ void MainWindow::showCopyrightChoice(bool on)
 bool MainWindow::isCopyrightAskOn() const
 {
     return m_settings.value(Settings::copyrightAsk.key, m_copyrightAsk).toBool();
-}
-
-bool MainWindow::canStartRun() const
-{
-    return m_model != nullptr && !RunGuard::isActive();
 }
 
 } // namespace brisel

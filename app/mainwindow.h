@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/runguard.h"
 #include "base/settings.h"
 #include "db/database.h"
 #include "library/transfer.h"
@@ -92,19 +93,19 @@ protected:
 
 private slots:
     void on_selectDirToolButton_clicked();
-    void on_dbgImportPushButton_clicked();
-    void on_actionItalian_triggered();
-    void on_actionEnglish_triggered();
-    void on_actionGerman_triggered();
-    void on_actionCopyrightYes_triggered();
-    void on_actionCopyrightNo_triggered();
+    void on_dbgImportPushButton_clicked() { importUserLibrary(); }
+    void on_actionItalian_triggered() { setLanguage(QStringLiteral("it")); }
+    void on_actionEnglish_triggered() { setLanguage(QStringLiteral("en")); }
+    void on_actionGerman_triggered() { setLanguage(QStringLiteral("de")); }
+    void on_actionCopyrightYes_triggered() { enableCopyrightMessage(true); }
+    void on_actionCopyrightNo_triggered() { enableCopyrightMessage(false); }
     void on_optimizeMemory_triggered();
     void on_actionSongsList_triggered();
     void on_actionContents_triggered();
     void on_actionAbout_triggered();
     void on_actionAbout_QT_triggered();
-    void on_dbgLogEnableCheckBox_toggled(bool on);
-    void on_dbgLogClearCheckBox_toggled(bool on);
+    void on_dbgLogEnableCheckBox_toggled(bool on) { Settings::logEnabled.store(m_settings, on); }
+    void on_dbgLogClearCheckBox_toggled(bool on) { Settings::logClear.store(m_settings, on); }
     void on_dbgHidePushButton_clicked();
 
     void on_updateDataToolButton_clicked();
@@ -140,7 +141,7 @@ private:
     void setLanguage(const QString &code);
     void showCopyrightChoice(bool on);
     bool isCopyrightAskOn() const;
-    bool canStartRun() const;
+    bool canStartRun() const { return m_model != nullptr && !RunGuard::isActive(); }
 
     void takeDrops();
     void importPickedFiles(const QStringList &files);

@@ -72,11 +72,6 @@ void MainWindow::importPickedFiles(const QStringList &files)
         setPhase(Phase::Sendable);
 }
 
-void MainWindow::on_dbgImportPushButton_clicked()
-{
-    importUserLibrary();
-}
-
 void MainWindow::importUserLibrary()
 {
     if (!canStartRun())

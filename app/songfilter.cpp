@@ -3,7 +3,6 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QShortcut>
-#include <QSqlTableModel>
 #include <QTableView>
 
 #include <algorithm>
@@ -45,11 +44,6 @@ SongFilter::SongFilter(QLineEdit &field, QTableView &view, QSqlTableModel &model
             });
     connect(&model, &QAbstractItemModel::rowsRemoved, this, &SongFilter::changed);
     connectKeys();
-}
-
-bool SongFilter::hidesAll() const
-{
-    return m_hidden > 0 && m_hidden == m_model.rowCount();
 }
 
 void SongFilter::connectKeys()
@@ -122,11 +116,6 @@ void SongFilter::apply(int first, int last)
         m_hidden += isHidden ? 1 : -1;
     }
     header->setUpdatesEnabled(true);
-}
-
-void SongFilter::applyToAll()
-{
-    apply(0, m_model.rowCount() - 1);
 }
 
 /// After the model was read again: the view still hides the row numbers that it hid before.

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QObject>
+#include <QSqlTableModel>
 #include <QStringList>
 
 class QLineEdit;
-class QSqlTableModel;
 class QTableView;
 
 namespace brisel
@@ -28,7 +28,7 @@ public:
     SongFilter(QLineEdit &field, QTableView &view, QSqlTableModel &model);
 
     /// Returns true if there are rows and the search hides all of them.
-    bool hidesAll() const;
+    bool hidesAll() const { return m_hidden > 0 && m_hidden == m_model.rowCount(); }
 
 signals:
     /// Rows were hidden, shown, added or removed.
@@ -40,7 +40,7 @@ private:
     void showAll();
     void enterRows();
     void apply(int first, int last);
-    void applyToAll();
+    void applyToAll() { apply(0, m_model.rowCount() - 1); }
     void forgetTexts();
     bool matches(int row);
     QString foldedTexts(int row) const;

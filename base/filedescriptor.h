@@ -3,16 +3,17 @@
 #include <QIODevice>
 #include <QString>
 
-class QFile;
+#include <utility>
 
 #include <sys/types.h>
+
+class QFile;
 
 namespace brisel
 {
 
 /// Owns a file descriptor, which is closed by the destructor. Child processes do not inherit it. A
-/// failed open call leaves its reason in errno. On systems without file descriptors nothing is ever
-/// open.
+/// failed open call leaves its reason in errno.
 class FileDescriptor
 {
 public:

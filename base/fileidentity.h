@@ -18,7 +18,7 @@ enum class FileKind {
 struct FileState {
     FileKind kind = FileKind::Missing;
     qint64 modified = 0; ///< seconds since 1970, UTC
-    quint64 device = 0;  ///< 0 if the system has no such number; so is the inode
+    quint64 device = 0;
     quint64 inode = 0;
     qint64 size = 0;       ///< bytes
     qint64 modifiedNs = 0; ///< nanoseconds since 1970, as fine as the file system keeps them

@@ -341,16 +341,6 @@ bool UserSongsRelTableModel::removeRows(int row, int count, const QModelIndex &p
     return true;
 }
 
-QString UserSongsRelTableModel::textAt(int row, int column) const
-{
-    return data(index(row, column)).toString();
-}
-
-int UserSongsRelTableModel::statusAt(int row) const
-{
-    return data(index(row, m_status)).toInt();
-}
-
 bool UserSongsRelTableModel::writeCells(int row, const QList<int> &columns,
                                         const QVariantList &values)
 {

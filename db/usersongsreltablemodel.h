@@ -107,8 +107,8 @@ private:
     void setHeaderToolTips();
     void announce();
     bool hasRow(int row) const { return row >= 0 && row < m_rows.size(); }
-    QString textAt(int row, int column) const;
-    int statusAt(int row) const;
+    QString textAt(int row, int column) const { return data(index(row, column)).toString(); }
+    int statusAt(int row) const { return data(index(row, m_status)).toInt(); }
     bool writeCells(int row, const QList<int> &columns, const QVariantList &values);
     bool deleteRow(int row);
     bool putInOrder();

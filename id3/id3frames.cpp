@@ -93,13 +93,6 @@ void Id3Frames::walkAgain(const QByteArray &tag, qint64 end)
         *this = Id3Frames(tag, end);
 }
 
-/// The start of the last frame: the walk is known to be valid up to there, because the last frame's
-/// own size may lead anywhere.
-qsizetype Id3Frames::lastStart() const
-{
-    return m_frames.isEmpty() ? 0 : m_frames.last().start;
-}
-
 /// Some programs set the flag for an extended header without writing one. Returns false if the
 /// bytes there are neither an extended header nor a frame nor padding.
 bool Id3Frames::findStart(const QByteArray &tag)

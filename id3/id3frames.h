@@ -76,7 +76,9 @@ private:
 
     bool findStart(const QByteArray &tag);
     void walk(const QByteArray &tag, Sizes sizes);
-    qsizetype lastStart() const;
+    /// The start of the last frame: the walk is known to be valid up to there, because the last
+    /// frame's own size may lead anywhere.
+    qsizetype lastStart() const { return m_frames.isEmpty() ? 0 : m_frames.last().start; }
     bool takeFrame(const QByteArray &tag, qint64 dataEnd);
     bool mayFollow(const QByteArray &tag, qint64 pos, qint64 dataEnd) const;
     bool isFrameName(const QByteArray &tag, qsizetype pos) const;

@@ -15,11 +15,6 @@ constexpr int sizeBytes = 4;
 
 } // namespace
 
-bool Id3Header::isAt(const QByteArray &data)
-{
-    return data.startsWith("ID3");
-}
-
 Id3Header Id3Header::read(const QByteArray &data)
 {
     constexpr int oldest = 2;

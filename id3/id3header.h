@@ -25,7 +25,7 @@ struct Id3Header {
     bool hasFooter() const { return version == 4 && (flags & Footer) != 0; }
 
     /// True if \a data start with "ID3".
-    [[nodiscard]] static bool isAt(const QByteArray &data);
+    [[nodiscard]] static bool isAt(const QByteArray &data) { return data.startsWith("ID3"); }
     /// Reads the header of the tag at the start of \a data; missing bytes are read as 0.
     [[nodiscard]] static Id3Header read(const QByteArray &data);
 

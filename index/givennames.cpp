@@ -227,11 +227,6 @@ bool GivenNames::add(const QString &folder, const QString &from, const QString &
     return isWritten;
 }
 
-bool GivenNames::flush() const
-{
-    return m_work.flush(fileName());
-}
-
 bool GivenNames::meet(const QString &path)
 {
     if (m_names.isEmpty())

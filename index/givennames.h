@@ -46,7 +46,7 @@ public:
     /// it. Flushes nothing.
     bool add(const QString &folder, const QString &from, const QString &to);
     /// Flushes what add() wrote to the disk. Returns false on failure.
-    [[nodiscard]] bool flush() const;
+    [[nodiscard]] bool flush() const { return m_work.flush(fileName()); }
 
     /// A walk over the memory has reached the file or folder at the absolute path \a path. True
     /// when its name looks like a given one and is not known.

@@ -48,11 +48,6 @@ void Index::deleteIndex()
     m_set.remove();
 }
 
-bool Index::checkIndexFile()
-{
-    return m_set.isComplete();
-}
-
 bool Index::setSongInfo(SongInfoIndex &song)
 {
     QByteArray prefix;

@@ -46,7 +46,7 @@ public:
     /// Removes the index files from the memory. "sfx.id2" stays.
     void deleteIndex();
     /// Returns true if all fifteen index files exist, whatever their contents.
-    [[nodiscard]] bool checkIndexFile();
+    [[nodiscard]] bool checkIndexFile() { return m_set.isComplete(); }
     /// Writes the songs of the index of \a root as lines of ";"-separated texts to \a fileName.
     /// Returns 1 on success; 0 if the index can't be read, the file can't be written, or another
     /// program works on the memory; -1 if the memory has no complete index.

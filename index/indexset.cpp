@@ -53,26 +53,6 @@ QString IndexSet::filePath(const QString &name) const
     return QStringLiteral("%1/%2").arg(m_root, name);
 }
 
-QString IndexSet::keyName()
-{
-    return QStringLiteral("fsinfos.id2");
-}
-
-QString IndexSet::markName()
-{
-    return QStringLiteral("swap");
-}
-
-QString IndexSet::workName(const QString &name)
-{
-    return name.mid(name.lastIndexOf(u'/') + 1);
-}
-
-bool IndexSet::isInSet(const QString &name)
-{
-    return names().contains(name);
-}
-
 const QStringList &IndexSet::names()
 {
     static const QStringList list{QStringLiteral("index.id2"),
@@ -162,11 +142,6 @@ bool IndexSet::commit()
         break;
     }
     return false;
-}
-
-bool IndexSet::discard()
-{
-    return clear({});
 }
 
 /// Removes the work folder except the files \a kept and the given names, unless it has the only

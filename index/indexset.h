@@ -63,7 +63,7 @@ public:
     bool lacksRoom() const { return m_lacksRoom; }
     /// To be called at the end of a run: removes the work folder, unless the next run needs it or
     /// it has given names. Returns true if the root was flushed for that.
-    bool discard();
+    bool discard() { return clear({}); }
 
 private:
     struct StagedFile {
@@ -80,11 +80,11 @@ private:
     enum class Way { Beside, Over, NoRoom };
 
     /// The file whose absence marks a set as incomplete during a swap: removed first, written last.
-    static QString keyName();
-    static QString markName();
+    static QString keyName() { return QStringLiteral("fsinfos.id2"); }
+    static QString markName() { return QStringLiteral("swap"); }
     /// The name in the work folder.
-    static QString workName(const QString &name);
-    static bool isInSet(const QString &name);
+    static QString workName(const QString &name) { return name.mid(name.lastIndexOf(u'/') + 1); }
+    static bool isInSet(const QString &name) { return names().contains(name); }
 
     QByteArray mark() const;
     bool readMark(QList<StagedFile> &files) const;

@@ -43,24 +43,9 @@ quint16 MemoryFile::littleEndian16(qsizetype pos) const
     return static_cast<quint16>(byte(pos + 1) << 8 | byte(pos));
 }
 
-qsizetype MemoryFile::records() const
-{
-    return m_content.size() / recordSize;
-}
-
-quint32 MemoryFile::id(qsizetype record) const
-{
-    return bigEndian32(record * recordSize);
-}
-
 QString MemoryFile::text(qsizetype record) const
 {
     return QString::fromLatin1(upToZero(record * recordSize + 4, 58));
-}
-
-QByteArray MemoryFile::path(qsizetype record) const
-{
-    return upToZero(record * recordSize + 4, 46);
 }
 
 QByteArrayView MemoryFile::body(qsizetype record) const
@@ -73,21 +58,6 @@ QByteArrayView MemoryFile::body(qsizetype record) const
 bool MemoryFile::isHeader(qsizetype record) const
 {
     return record >= 0 && record < records() && bigEndian16(record * recordSize + 62) == 0x00FF;
-}
-
-int MemoryFile::announcedSongs(qsizetype record) const
-{
-    return bigEndian16(record * recordSize + 2);
-}
-
-int MemoryFile::announcedSongsBefore(qsizetype record) const
-{
-    return bigEndian16(record * recordSize);
-}
-
-bool MemoryFile::isMp3(qsizetype record) const
-{
-    return (byte(record * recordSize + 63) & 7) == 1;
 }
 
 QByteArray MemoryFile::upToZero(qsizetype pos, qsizetype width) const

@@ -32,20 +32,20 @@ public:
     quint16 littleEndian16(qsizetype pos) const;
 
     /// The number of whole records.
-    qsizetype records() const;
-    quint32 id(qsizetype record) const;
+    qsizetype records() const { return m_content.size() / recordSize; }
+    quint32 id(qsizetype record) const { return bigEndian32(record * recordSize); }
     /// The title, artist or genre.
     QString text(qsizetype record) const;
     /// The path below the root, in code page "IBM 850".
-    QByteArray path(qsizetype record) const;
+    QByteArray path(qsizetype record) const { return upToZero(record * recordSize + 4, 46); }
     /// The record without its id.
     QByteArrayView body(qsizetype record) const;
     /// Returns true for the header before the songs of an artist or genre.
     bool isHeader(qsizetype record) const;
     /// Of a header: the number of songs in its group and in the group before.
-    int announcedSongs(qsizetype record) const;
-    int announcedSongsBefore(qsizetype record) const;
-    bool isMp3(qsizetype record) const;
+    int announcedSongs(qsizetype record) const { return bigEndian16(record * recordSize + 2); }
+    int announcedSongsBefore(qsizetype record) const { return bigEndian16(record * recordSize); }
+    bool isMp3(qsizetype record) const { return (byte(record * recordSize + 63) & 7) == 1; }
 
     static constexpr int recordSize = 64; ///< bytes
 

@@ -3,10 +3,8 @@
 #include "base/fileidentity.h"
 #include "base/folderhandle.h"
 #include "base/run.h"
-#include "base/songsuffix.h"
 #include "index/entrylist.h"
 
-#include <QFileInfo>
 #include <QTextCodec>
 
 #include <algorithm>
@@ -56,16 +54,6 @@ QByteArray MemorySongs::sortKey(const QByteArray &key) const
 {
     const auto place = m_places.constFind(key);
     return place == m_places.cend() ? key : place->sortKey;
-}
-
-bool MemorySongs::isSong(const QString &path)
-{
-    return isSongSuffix(QFileInfo(path).suffix());
-}
-
-QByteArray MemorySongs::keyOf(const QByteArray &bytes)
-{
-    return toBytes(fromBytes(bytes).toUpper());
 }
 
 QByteArray MemorySongs::toBytes(const QString &path)

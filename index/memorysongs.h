@@ -1,8 +1,10 @@
 #pragma once
 
 #include "base/folderwalk.h"
+#include "base/songsuffix.h"
 
 #include <QByteArray>
+#include <QFileInfo>
 #include <QHash>
 #include <QList>
 #include <QSet>
@@ -41,9 +43,9 @@ public:
     QByteArray sortKey(const QByteArray &key) const;
 
     /// Returns true if \a path has the suffix of a song.
-    static bool isSong(const QString &path);
+    static bool isSong(const QString &path) { return isSongSuffix(QFileInfo(path).suffix()); }
     /// The key of a path that is stored in an index as \a bytes.
-    static QByteArray keyOf(const QByteArray &bytes);
+    static QByteArray keyOf(const QByteArray &bytes) { return toBytes(fromBytes(bytes).toUpper()); }
     /// The bytes for \a path, and the path for \a bytes.
     static QByteArray toBytes(const QString &path);
     static QString fromBytes(const QByteArray &bytes);

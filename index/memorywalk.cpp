@@ -5,7 +5,6 @@
 #include "base/flushing.h"
 #include "base/folderhandle.h"
 #include "base/lettercase.h"
-#include "base/songsuffix.h"
 #include "index/entrylist.h"
 #include "index/indexmonitor.h"
 #include "index/indexplaylists.h"
@@ -152,11 +151,6 @@ bool MemoryWalk::isOutside(const QString &path, const FolderEntry &entry) const
     return (entry.isLink || entry.kind == FileKind::Folder) && leavesRoot(path, m_memory.root());
 }
 
-bool MemoryWalk::checkFileExt(QStringView suffix)
-{
-    return isSongSuffix(suffix);
-}
-
 bool MemoryWalk::addFileToIndex(const QString &full)
 {
     if (getShortFileNamePath(full).isEmpty() || getShortFileNamePath(m_memory.root()).isEmpty()) {
@@ -220,17 +214,6 @@ bool MemoryWalk::mayRename(const QString &path, const QString &candidate)
                                 tr("Se il file non viene rinominato, è possibile che non venga "
                                    "rilevato da Brisel."));
     return m_memory.isSame() && isWanted;
-}
-
-/// For file systems that have a short name beside each long one; here there are no such names.
-QString MemoryWalk::getShortFileNamePath(const QString &path)
-{
-    return path;
-}
-
-QString MemoryWalk::getLongFileNamePath(const QString &path)
-{
-    return path;
 }
 
 void MemoryWalk::reportOutside(const QString &path)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/folderwalk.h"
+#include "base/songsuffix.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -49,14 +50,15 @@ private:
     void scanFolder(const QString &longPath, const FolderEntry &entry, LongNames &names);
     void scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names);
     bool leadsToSongs(const QString &folder);
-    static bool checkFileExt(QStringView suffix);
+    static bool checkFileExt(QStringView suffix) { return isSongSuffix(suffix); }
     static bool isPlayersFolder(const QString &name);
     bool isOutside(const QString &path, const FolderEntry &entry) const;
     bool addFileToIndex(const QString &full);
     QString renameLongFileName(const QString &path, const FolderEntry &entry, LongNames &names);
     bool mayRename(const QString &path, const QString &candidate);
-    static QString getShortFileNamePath(const QString &path);
-    static QString getLongFileNamePath(const QString &path);
+    /// For file systems that have a short name beside each long one; here there are no such names.
+    static QString getShortFileNamePath(const QString &path) { return path; }
+    static QString getLongFileNamePath(const QString &path) { return path; }
 
     void reportOutside(const QString &path);
     void reportUnreadableFolder(const QString &folder, const FolderEntries &found);

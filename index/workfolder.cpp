@@ -63,11 +63,6 @@ QStringList WorkFolder::entries() const
     return names;
 }
 
-bool WorkFolder::stands() const
-{
-    return entryExists(path());
-}
-
 bool WorkFolder::make()
 {
     // The system also counts the first block of a new folder for its parent folder.

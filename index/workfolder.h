@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/fileidentity.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -19,7 +21,7 @@ public:
     /// Of the file \a name.
     QString path(const QString &name) const { return path() + u'/' + name; }
     /// Returns true if there is a file, folder or link of its name.
-    [[nodiscard]] bool stands() const;
+    [[nodiscard]] bool stands() const { return entryExists(path()); }
     /// Makes the folder if it is missing. Returns false on failure.
     [[nodiscard]] bool make();
     /// Reserves room in the folder, so that it need not grow when these files are added.

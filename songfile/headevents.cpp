@@ -45,11 +45,6 @@ qsizetype HeadEventSearch::indexOf(const MetaKind &kind, qsizetype from) const
     return -1;
 }
 
-bool HeadEventSearch::mayHold(const MetaKind &kind) const
-{
-    return indexOf(kind, m_start) >= 0;
-}
-
 bool HeadEventSearch::isWalkable() const
 {
     MidiTrackWalk walk(QByteArrayView(m_stream).first(m_end), m_start);

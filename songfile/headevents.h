@@ -40,7 +40,7 @@ public:
     /// too, before it fails, among the events at tick 0 at the start of the track.
     QList<HeadEvent> matched(const MetaKind &kind, bool onlyFirst) const;
     /// False if neither of the two would find an event.
-    bool mayHold(const MetaKind &kind) const;
+    bool mayHold(const MetaKind &kind) const { return indexOf(kind, m_start) >= 0; }
 
 private:
     qsizetype indexOf(const MetaKind &kind, qsizetype from) const;

@@ -146,11 +146,6 @@ void MetaSong::setSongInfo(const SongInfo &info, bool manual)
     debug() << "";
 }
 
-bool MetaSong::isWholeInMemory() const
-{
-    return m_song.isWhole(maxSongSize);
-}
-
 bool MetaSong::saveToFile(const QString &path)
 {
     return save(path, nullptr) == WriteResult::Done;
@@ -348,11 +343,6 @@ QString MetaSong::getFormatString(SongInfo::fileTypeEnum type)
 void MetaSong::removeReadOnlyFlag(const QString &path)
 {
     clearReadOnlyFlag(path);
-}
-
-QStringList MetaSong::getKeysList()
-{
-    return RawMidiFile::getKeysList();
 }
 
 int MetaSong::dbgAddMarker(const QString &text, unsigned short bar)

@@ -44,7 +44,7 @@ public:
 
     /// False if saveToFile() would refuse: there is no song in memory, or it has become too large
     /// to be read.
-    [[nodiscard]] bool isWholeInMemory() const;
+    [[nodiscard]] bool isWholeInMemory() const { return m_song.isWhole(maxSongSize); }
 
     /// Writes the song to \a path. An MP3 must already exist there: its audio is kept and the tag
     /// replaced. If it is the imported file and another program has changed it since then, the
@@ -69,7 +69,7 @@ public:
     static void removeReadOnlyFlag(const QString &path);
 
     /// The key names for combo boxes, see RawMidiFile::getKeysList().
-    static QStringList getKeysList();
+    static QStringList getKeysList() { return RawMidiFile::getKeysList(); }
 
     /// Debug aid: inserts a marker at the start of the MIDI data. Returns the number of bytes
     /// inserted, 0 if there are no MIDI data.

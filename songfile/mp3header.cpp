@@ -18,15 +18,7 @@ constexpr qsizetype frameSizeOffset = 4;
 constexpr char emptyTag[] = "ID3\x03\x00\x00\x00\x00\x00"; // and the terminator: ten bytes
 constexpr qint64 millisecondsPerSecond = 1000;
 
-constexpr char titleId[] = "TIT2";
-constexpr char artistId[] = "TPE1";
-constexpr char authorId[] = "TCOM";
-constexpr char genreId[] = "TCON";
-constexpr char keyId[] = "TKEY";
-constexpr char lengthId[] = "TLEN";
-constexpr char userBpmId[] = "TBPM";
 constexpr char copyrightId[] = "TCOP";
-constexpr char editId[] = "MEDT";
 
 constexpr qsizetype anyLength = std::numeric_limits<qsizetype>::max();
 
@@ -85,22 +77,12 @@ void Mp3Header::noteLoaded()
     m_loadedPadding = m_frames.endsInPadding() ? m_tag.size() - m_frames.framesEnd() : 0;
 }
 
-qint64 Mp3Header::end() const
-{
-    return static_cast<qint64>(m_tagSize) + tagHeaderSize;
-}
-
 void Mp3Header::noteSaved()
 {
     m_loaded = stream();
     m_isChanged = false;
     m_audioStart = static_cast<quint32>(m_loaded.size());
     noteLoaded();
-}
-
-void Mp3Header::updateId3TagSize()
-{
-    Id3Header::putSize(m_tag, m_tagSize);
 }
 
 unsigned Mp3Header::getSingleFrameLength(int pos) const
@@ -186,11 +168,6 @@ QString Mp3Header::text(QByteArrayView id) const
     return found ? Id3Text::read(frameContent(*found), anyLength) : QString();
 }
 
-bool Mp3Header::has(QByteArrayView id) const
-{
-    return frame(id).has_value();
-}
-
 QByteArray Mp3Header::textContent(const QString &text) const
 {
     // In an unsynchronised tag of version 2.4 each frame would have to be unsynchronised, too.
@@ -252,31 +229,6 @@ bool Mp3Header::wouldLose(Field field, const SongInfo &info) const
     return false;
 }
 
-QString Mp3Header::title() const
-{
-    return text(titleId);
-}
-
-QString Mp3Header::artist() const
-{
-    return text(artistId);
-}
-
-QString Mp3Header::author() const
-{
-    return text(authorId);
-}
-
-QString Mp3Header::genre() const
-{
-    return text(genreId);
-}
-
-QString Mp3Header::key() const
-{
-    return text(keyId);
-}
-
 int Mp3Header::length() const
 {
     return boundedNumber(text(lengthId), millisecondsPerSecond);
@@ -290,71 +242,6 @@ int Mp3Header::userBpm() const
 bool Mp3Header::isKordia() const
 {
     return text(copyrightId).toUpper().contains(QStringLiteral("KORDIA"));
-}
-
-bool Mp3Header::hasTitle() const
-{
-    return has(titleId);
-}
-
-bool Mp3Header::hasArtist() const
-{
-    return has(artistId);
-}
-
-bool Mp3Header::hasAuthor() const
-{
-    return has(authorId);
-}
-
-bool Mp3Header::hasGenre() const
-{
-    return has(genreId);
-}
-
-bool Mp3Header::hasKey() const
-{
-    return has(keyId);
-}
-
-bool Mp3Header::hasLength() const
-{
-    return has(lengthId);
-}
-
-bool Mp3Header::hasUserBpm() const
-{
-    return has(userBpmId);
-}
-
-bool Mp3Header::hasBriselEditParam() const
-{
-    return has(editId);
-}
-
-void Mp3Header::setTitle(const QString &text)
-{
-    setText(titleId, text);
-}
-
-void Mp3Header::setArtist(const QString &text)
-{
-    setText(artistId, text);
-}
-
-void Mp3Header::setAuthor(const QString &text)
-{
-    setText(authorId, text);
-}
-
-void Mp3Header::setGenre(const QString &text)
-{
-    setText(genreId, text);
-}
-
-void Mp3Header::setKey(const QString &text)
-{
-    setText(keyId, text);
 }
 
 void Mp3Header::setLength(int seconds)

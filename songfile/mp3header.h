@@ -38,7 +38,7 @@ public:
 
     /// The size, without its header, of the tag at the start of \a data, see Id3Header::sizeAt().
     static unsigned getId3TagSize(const QByteArray &data) { return Id3Header::sizeAt(data); }
-    void updateId3TagSize();
+    void updateId3TagSize() { Id3Header::putSize(m_tag, m_tagSize); }
     /// The size field of the frame at \a pos of the tag, read as in version 2.3.
     unsigned getSingleFrameLength(int pos) const;
 
@@ -51,31 +51,34 @@ public:
     /// Removes the first frame called \a id; returns the bytes removed.
     int removeId3Frame(const QString &id);
 
-    QString title() const;
-    QString artist() const;
-    QString author() const;
-    QString genre() const;
-    QString key() const;
+    QString title() const { return text(titleId); }
+    QString artist() const { return text(artistId); }
+    QString author() const { return text(authorId); }
+    QString genre() const { return text(genreId); }
+    QString key() const { return text(keyId); }
     int length() const;  ///< whole seconds, 0 = none
     int userBpm() const; ///< beats per minute, 0 = none
     bool isKordia() const;
 
-    bool hasTitle() const;
-    bool hasArtist() const;
-    bool hasAuthor() const;
-    bool hasGenre() const;
-    bool hasKey() const;
-    bool hasLength() const;
-    bool hasUserBpm() const;
-    bool hasBriselEditParam() const; ///< the mark of a tag that this program has written
+    bool hasTitle() const { return has(titleId); }
+    bool hasArtist() const { return has(artistId); }
+    bool hasAuthor() const { return has(authorId); }
+    bool hasGenre() const { return has(genreId); }
+    bool hasKey() const { return has(keyId); }
+    bool hasLength() const { return has(lengthId); }
+    bool hasUserBpm() const { return has(userBpmId); }
+    bool hasBriselEditParam() const
+    {
+        return has(editId);
+    } ///< the mark of a tag that this program has written
 
     /// An empty text removes the frame. A text that is not Latin-1 is written in a Unicode
     /// encoding.
-    void setTitle(const QString &text);
-    void setArtist(const QString &text);
-    void setAuthor(const QString &text);
-    void setGenre(const QString &text);
-    void setKey(const QString &text);
+    void setTitle(const QString &text) { setText(titleId, text); }
+    void setArtist(const QString &text) { setText(artistId, text); }
+    void setAuthor(const QString &text) { setText(authorId, text); }
+    void setGenre(const QString &text) { setText(genreId, text); }
+    void setKey(const QString &text) { setText(keyId, text); }
     void setLength(int seconds); ///< 0 or less removes the frame
     void setUserBpm(int bpm);    ///< 0 or less removes the frame
     void setBriselEditParam();
@@ -86,16 +89,26 @@ public:
     bool wouldLose(Field field, const SongInfo &info) const;
 
 private:
+    /// The frames of the fields, by their names in version 2.3.
+    static constexpr char titleId[] = "TIT2";
+    static constexpr char artistId[] = "TPE1";
+    static constexpr char authorId[] = "TCOM";
+    static constexpr char genreId[] = "TCON";
+    static constexpr char keyId[] = "TKEY";
+    static constexpr char lengthId[] = "TLEN";
+    static constexpr char userBpmId[] = "TBPM";
+    static constexpr char editId[] = "MEDT";
+
     std::optional<Id3Frame> frame(QByteArrayView id) const;
     QByteArray frameContent(const Id3Frame &frame) const;
     QString text(QByteArrayView id) const;
-    bool has(QByteArrayView id) const;
+    bool has(QByteArrayView id) const { return frame(id).has_value(); }
     void setText(QByteArrayView id, const QString &text);
     QByteArray textContent(const QString &text) const;
     bool wouldLose(QByteArrayView id, const QString &text) const;
     int insertFrame(QByteArrayView id, const QByteArray &content, qsizetype pos);
     void noteLoaded();
-    qint64 end() const;
+    qint64 end() const { return static_cast<qint64>(m_tagSize) + tagHeaderSize; }
     void resized(qsizetype bytes);
     void fitPadding();
 

@@ -105,11 +105,6 @@ int RawMidiFile::insertMarker(const QString &text, unsigned short bar)
     return static_cast<int>(insertAtHead(markerEvent(text, bar)));
 }
 
-int RawMidiFile::dbgInsertMarker(const QString &text, unsigned short bar)
-{
-    return insertMarker(text, bar);
-}
-
 int RawMidiFile::extractKey(QString &key) const
 {
     const int hit = firstEvents().standard[static_cast<quint8>(keyMeta)];
@@ -154,31 +149,6 @@ QString RawMidiFile::title() const
     return text;
 }
 
-QString RawMidiFile::genre() const
-{
-    return kordiaText(Genre);
-}
-
-QString RawMidiFile::artist() const
-{
-    return kordiaText(Artist);
-}
-
-QString RawMidiFile::author() const
-{
-    return kordiaText(Author);
-}
-
-int RawMidiFile::length() const
-{
-    return kordiaNumber(Length);
-}
-
-int RawMidiFile::userBpm() const
-{
-    return kordiaNumber(UserBpm);
-}
-
 QString RawMidiFile::key() const
 {
     QString name;
@@ -206,71 +176,16 @@ bool RawMidiFile::hasTitle() const
     return firstEvents().standard[titleMeta] >= 0;
 }
 
-bool RawMidiFile::hasGenre() const
-{
-    return firstEvents().kordia[Genre] >= 0;
-}
-
-bool RawMidiFile::hasArtist() const
-{
-    return firstEvents().kordia[Artist] >= 0;
-}
-
-bool RawMidiFile::hasAuthor() const
-{
-    return firstEvents().kordia[Author] >= 0;
-}
-
-bool RawMidiFile::hasLength() const
-{
-    return firstEvents().kordia[Length] >= 0;
-}
-
-bool RawMidiFile::hasUserBpm() const
-{
-    return firstEvents().kordia[UserBpm] >= 0;
-}
-
 bool RawMidiFile::hasKey() const
 {
     QString name;
     return extractKey(name) >= 0;
 }
 
-bool RawMidiFile::hasMarkers() const
-{
-    return firstEvents().kordia[Marker] >= 0;
-}
-
 void RawMidiFile::setTitle(const QString &text)
 {
     removeHeadMetaevent(titleMeta, false);
     insertAtHead(standardEvent(writtenText(text), titleMeta));
-}
-
-void RawMidiFile::setGenre(const QString &text)
-{
-    setKordiaText(Genre, text);
-}
-
-void RawMidiFile::setArtist(const QString &text)
-{
-    setKordiaText(Artist, text);
-}
-
-void RawMidiFile::setAuthor(const QString &text)
-{
-    setKordiaText(Author, text);
-}
-
-void RawMidiFile::setLength(int seconds)
-{
-    setKordiaText(Length, QString::number(seconds));
-}
-
-void RawMidiFile::setUserBpm(int bpm)
-{
-    setKordiaText(UserBpm, QString::number(bpm));
 }
 
 void RawMidiFile::setKey(const QString &name)
@@ -342,11 +257,6 @@ bool RawMidiFile::wouldLose(Field field, const SongInfo &info) const
         return wouldLoseKey(info.key);
     }
     return false;
-}
-
-QStringList RawMidiFile::getKeysList()
-{
-    return MidiKeys::names();
 }
 
 } // namespace brisel

@@ -1,6 +1,5 @@
 #include "songfile/rawmidifile.h"
 
-#include "base/bytes.h"
 #include "base/songtext.h"
 
 #include <algorithm>
@@ -62,16 +61,6 @@ bool RawMidiFile::loadData(const QByteArray &data)
     m_trackSize = be32At(data, m_trackSizePos);
     m_trackStart = static_cast<int>(track + chunkHeaderSize);
     return true;
-}
-
-void RawMidiFile::updateTrackSize()
-{
-    putBe32(m_stream, m_trackSizePos, m_trackSize);
-}
-
-qint64 RawMidiFile::trackEnd() const
-{
-    return static_cast<qint64>(m_trackStart) + m_trackSize;
 }
 
 void RawMidiFile::growTrack(qsizetype bytes)

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "base/bytes.h"
 #include "songfile/headevents.h"
+#include "songfile/midikeys.h"
 #include "songfile/songinfo.h"
 
 #include <QByteArray>
@@ -45,7 +47,7 @@ public:
     QByteArray stream() const { return m_stream; }
     SongInfo::fileTypeEnum fileType() const { return m_fileType; }
 
-    void updateTrackSize();
+    void updateTrackSize() { putBe32(m_stream, m_trackSizePos, m_trackSize); }
 
     /// The position of the 0xFF of the publisher's first event of \a type from \a from on; -1 if
     /// there is no such event.
@@ -71,7 +73,7 @@ public:
 
     /// Insert a marker at the start of the first track. Return the number of bytes inserted.
     int insertMarker(const QString &text, unsigned short bar);
-    int dbgInsertMarker(const QString &text, unsigned short bar);
+    int dbgInsertMarker(const QString &text, unsigned short bar) { return insertMarker(text, bar); }
 
     /// Read all markers in file order. Return the position of the first; -1 if there is no marker.
     int extractMarkersList(QList<brisel::Marker> &list) const;
@@ -80,32 +82,34 @@ public:
     int extractKey(QString &key) const;
 
     QString title() const;
-    QString genre() const;
-    QString artist() const;
-    QString author() const;
-    int length() const;  ///< seconds; 0 if missing, negative or not a number
-    int userBpm() const; ///< beats per minute; 0 if missing, negative or not a number
+    QString genre() const { return kordiaText(Genre); }
+    QString artist() const { return kordiaText(Artist); }
+    QString author() const { return kordiaText(Author); }
+    /// Seconds; 0 if missing, negative or not a number.
+    int length() const { return kordiaNumber(Length); }
+    /// Beats per minute; 0 if missing, negative or not a number.
+    int userBpm() const { return kordiaNumber(UserBpm); }
     QString key() const;
     QList<brisel::Marker> markersList() const;
     bool isKordia() const; ///< by the copyright text
 
     /// True if the event exists, with any content.
     bool hasTitle() const;
-    bool hasGenre() const;
-    bool hasArtist() const;
-    bool hasAuthor() const;
-    bool hasLength() const;
-    bool hasUserBpm() const;
+    bool hasGenre() const { return firstEvents().kordia[Genre] >= 0; }
+    bool hasArtist() const { return firstEvents().kordia[Artist] >= 0; }
+    bool hasAuthor() const { return firstEvents().kordia[Author] >= 0; }
+    bool hasLength() const { return firstEvents().kordia[Length] >= 0; }
+    bool hasUserBpm() const { return firstEvents().kordia[UserBpm] >= 0; }
     bool hasKey() const;
-    bool hasMarkers() const;
+    bool hasMarkers() const { return firstEvents().kordia[Marker] >= 0; }
 
     /// An empty text still leaves an event, with no data.
     void setTitle(const QString &text);
-    void setGenre(const QString &text);
-    void setArtist(const QString &text);
-    void setAuthor(const QString &text);
-    void setLength(int seconds);
-    void setUserBpm(int bpm);
+    void setGenre(const QString &text) { setKordiaText(Genre, text); }
+    void setArtist(const QString &text) { setKordiaText(Artist, text); }
+    void setAuthor(const QString &text) { setKordiaText(Author, text); }
+    void setLength(int seconds) { setKordiaText(Length, QString::number(seconds)); }
+    void setUserBpm(int bpm) { setKordiaText(UserBpm, QString::number(bpm)); }
     /// Replaces the key; an empty or unknown name leaves the song without one.
     void setKey(const QString &name);
     /// Inserts the markers in order. Removes the author and keeps old markers: it is meant for
@@ -128,7 +132,7 @@ public:
     int trackWalks() const { return m_trackWalks; }
 
     /// The names that extractKey() returns, in ascending order of their value.
-    static QStringList getKeysList();
+    static QStringList getKeysList() { return MidiKeys::names(); }
 
 private:
     /// The positions of the first events by type; -1 if there is no such event.
@@ -149,7 +153,7 @@ private:
     unsigned insertAtHead(const QByteArray &events);
     QString keyAt(int hit) const;
     void growTrack(qsizetype bytes);
-    qint64 trackEnd() const;
+    qint64 trackEnd() const { return static_cast<qint64>(m_trackStart) + m_trackSize; }
     QString kordiaText(kordiaMetaTypeEnum type) const;
     int kordiaNumber(kordiaMetaTypeEnum type) const;
     void setKordiaText(kordiaMetaTypeEnum type, const QString &text);

@@ -5,11 +5,6 @@
 namespace brisel
 {
 
-void SongInfo::clear()
-{
-    *this = SongInfo();
-}
-
 void SongInfo::dbgDump() const
 {
     if (!DebugStream::isHeard())

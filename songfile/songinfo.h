@@ -30,7 +30,7 @@ public:
     };
 
     /// Empties every text and the marker list, zeroes every number.
-    void clear();
+    void clear() { *this = SongInfo(); }
     /// Writes the record to the log.
     void dbgDump() const;
 

@@ -124,31 +124,6 @@ int ZbxHeader::tempo() const
     return le16At(m_header, tempoOffset);
 }
 
-bool ZbxHeader::hasTitle() const
-{
-    return !title().isEmpty();
-}
-
-bool ZbxHeader::hasArtist() const
-{
-    return !artist().isEmpty();
-}
-
-bool ZbxHeader::hasAuthor() const
-{
-    return !author().isEmpty();
-}
-
-bool ZbxHeader::hasGenre() const
-{
-    return !genre().isEmpty();
-}
-
-bool ZbxHeader::hasLongName() const
-{
-    return !longName().isEmpty();
-}
-
 bool ZbxHeader::hasValidTempo() const
 {
     return tempo() > 0 && tempo() < tempoLimit;

@@ -46,11 +46,11 @@ public:
     int flags() const; ///< -128 to 127
     int tempo() const; ///< beats per minute, 0 to 65535
 
-    bool hasTitle() const;
-    bool hasArtist() const;
-    bool hasAuthor() const;
-    bool hasGenre() const;
-    bool hasLongName() const;
+    bool hasTitle() const { return !title().isEmpty(); }
+    bool hasArtist() const { return !artist().isEmpty(); }
+    bool hasAuthor() const { return !author().isEmpty(); }
+    bool hasGenre() const { return !genre().isEmpty(); }
+    bool hasLongName() const { return !longName().isEmpty(); }
     bool hasValidTempo() const; ///< 1 to 499
 
     /// Texts are cut to 32 characters.

@@ -257,11 +257,6 @@ bool IndexDialog::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-void IndexDialog::on_pushButtonClose_clicked()
-{
-    close();
-}
-
 void IndexDialog::showCurrentPath()
 {
     QString line = m_currentPath;

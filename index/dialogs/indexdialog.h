@@ -57,7 +57,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:
-    void on_pushButtonClose_clicked();
+    void on_pushButtonClose_clicked() { close(); }
 
 private:
     enum class Outcome { Done, Failed, InUse, Ended };

@@ -1,6 +1,5 @@
 #include "index/dialogs/rundialog.h"
 
-#include "base/runguard.h"
 #include "base/settings.h"
 #include "library/dialogs/nocopyrightdialog.h"
 
@@ -38,11 +37,6 @@ void RunDialog::reject()
 {
     if (!m_working)
         QDialog::reject();
-}
-
-bool RunDialog::canStart() const
-{
-    return !m_working && !RunGuard::isActive();
 }
 
 void RunDialog::showStep()

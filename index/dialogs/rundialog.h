@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/run.h"
+#include "base/runguard.h"
 #include "library/dialogs/paintpace.h"
 
 #include <QDialog>
@@ -41,7 +42,7 @@ protected:
     };
 
     /// Returns true if neither this dialog nor another part of the program is working on files.
-    bool canStart() const;
+    bool canStart() const { return !m_working && !RunGuard::isActive(); }
     /// Shows and paints a step of the work: at once when idle, at the pace of PaintPace during
     /// work. Does not process clicks and keys.
     void showStep();

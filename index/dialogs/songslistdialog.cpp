@@ -132,11 +132,6 @@ void SongsListDialog::changeEvent(QEvent *event)
         m_ui->retranslateUi(this);
 }
 
-void SongsListDialog::on_pushButtonClose_clicked()
-{
-    close();
-}
-
 void SongsListDialog::setControlsEnabled(bool enabled)
 {
     const QList<QWidget *> controls{m_ui->lineEditPath,   m_ui->pushButtonBrowseDir,

@@ -40,7 +40,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private slots:
-    void on_pushButtonClose_clicked();
+    void on_pushButtonClose_clicked() { close(); }
 
 private:
     enum class Outcome { Saved, Failed, InUse, NotPrepared, Ended };

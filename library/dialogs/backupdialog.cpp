@@ -36,19 +36,4 @@ void BackupDialog::on_browsePushButton_clicked()
     m_ui->doBackupPushButton->setFocus();
 }
 
-void BackupDialog::on_abortPushButton_clicked()
-{
-    done(Abort);
-}
-
-void BackupDialog::on_doBackupPushButton_clicked()
-{
-    done(DoBackup);
-}
-
-void BackupDialog::on_exitPushButton_clicked()
-{
-    done(NoBackup);
-}
-
 } // namespace brisel

@@ -32,9 +32,9 @@ protected:
 
 private slots:
     void on_browsePushButton_clicked();
-    void on_abortPushButton_clicked();
-    void on_doBackupPushButton_clicked();
-    void on_exitPushButton_clicked();
+    void on_abortPushButton_clicked() { done(Abort); }
+    void on_doBackupPushButton_clicked() { done(DoBackup); }
+    void on_exitPushButton_clicked() { done(NoBackup); }
 
 private:
     std::unique_ptr<Ui::BackupDialog> m_ui;

@@ -224,16 +224,6 @@ void DataEditDialog::on_checkBoxToAllAuthor_clicked(bool checked)
                              "sicuro?"));
 }
 
-void DataEditDialog::on_savePushButton_clicked()
-{
-    done(Accepted);
-}
-
-void DataEditDialog::on_exitPushButton_clicked()
-{
-    done(Rejected);
-}
-
 /// The dialog grows by the height of the hints, and shrinks again when they are hidden.
 void DataEditDialog::updateHints()
 {

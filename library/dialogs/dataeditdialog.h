@@ -62,8 +62,8 @@ private slots:
     void on_checkBoxToAllArtist_clicked(bool checked);
     void on_checkBoxToAllGenre_clicked(bool checked);
     void on_checkBoxToAllAuthor_clicked(bool checked);
-    void on_savePushButton_clicked();
-    void on_exitPushButton_clicked();
+    void on_savePushButton_clicked() { done(Accepted); }
+    void on_exitPushButton_clicked() { done(Rejected); }
 
 private:
     struct TextField {

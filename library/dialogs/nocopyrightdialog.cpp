@@ -51,26 +51,6 @@ void NoCopyrightDialog::changeEvent(QEvent *event)
     showTexts();
 }
 
-void NoCopyrightDialog::on_yesPushButton_clicked()
-{
-    done(static_cast<int>(Run::Answer::Yes));
-}
-
-void NoCopyrightDialog::on_yesAllPushButton_clicked()
-{
-    done(static_cast<int>(Run::Answer::YesToAll));
-}
-
-void NoCopyrightDialog::on_noPushButton_clicked()
-{
-    done(static_cast<int>(Run::Answer::No));
-}
-
-void NoCopyrightDialog::on_noAllPushButton_clicked()
-{
-    done(static_cast<int>(Run::Answer::NoToAll));
-}
-
 void NoCopyrightDialog::showTexts()
 {
     m_ui->fileNameLabel->setText(m_fileName);

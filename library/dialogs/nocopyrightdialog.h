@@ -39,10 +39,10 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private slots:
-    void on_yesPushButton_clicked();
-    void on_yesAllPushButton_clicked();
-    void on_noPushButton_clicked();
-    void on_noAllPushButton_clicked();
+    void on_yesPushButton_clicked() { done(static_cast<int>(Run::Answer::Yes)); }
+    void on_yesAllPushButton_clicked() { done(static_cast<int>(Run::Answer::YesToAll)); }
+    void on_noPushButton_clicked() { done(static_cast<int>(Run::Answer::No)); }
+    void on_noAllPushButton_clicked() { done(static_cast<int>(Run::Answer::NoToAll)); }
 
 private:
     void showTexts();

@@ -39,16 +39,6 @@ void ProceedDialog::changeEvent(QEvent *event)
     showSummary();
 }
 
-void ProceedDialog::on_yesPushButton_clicked()
-{
-    done(Yes);
-}
-
-void ProceedDialog::on_noPushButton_clicked()
-{
-    done(No);
-}
-
 void ProceedDialog::showSummary()
 {
     // "esaminti" is the original spelling.

@@ -35,8 +35,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private slots:
-    void on_yesPushButton_clicked();
-    void on_noPushButton_clicked();
+    void on_yesPushButton_clicked() { done(Yes); }
+    void on_noPushButton_clicked() { done(No); }
 
 private:
     void showSummary();
