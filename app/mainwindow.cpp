@@ -13,6 +13,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
+#include "library/dialogs/dataeditdialog.h"
 #include "ui_mainwindow.h"
 
 #include <QAction>
