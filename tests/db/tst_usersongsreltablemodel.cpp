@@ -67,7 +67,8 @@ void TestUserSongsRelTableModel::findsColumnsByName()
     QCOMPARE(m_model->colIdxStatus(), 11);
     QCOMPARE(m_model->editStrategy(), QSqlTableModel::OnFieldChange);
     QCOMPARE(m_model->tableName(), QStringLiteral("usersongs"));
-    QCOMPARE(UserSongsRelTableModel::staticMetaObject.className(), "brisel::UserSongsRelTableModel");
+    QCOMPARE(UserSongsRelTableModel::staticMetaObject.className(),
+             "brisel::UserSongsRelTableModel");
 }
 
 void TestUserSongsRelTableModel::setsHeadings()
