@@ -347,7 +347,7 @@ void FileCopier::finishSong(const Song &song)
 }
 
 /// The graphics file of an MP3: the file as named, or else one whose name differs in case only.
-/// Empty if there is none.
+/// Returns an empty path if the song has no graphics file.
 QString FileCopier::companionOf(const QString &song)
 {
     if (!song.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive))
