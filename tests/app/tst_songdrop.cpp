@@ -185,9 +185,10 @@ void TestSongDrop::refusesWhatIsNoLocalFile()
     QVERIFY(!drop({QUrl(u"https://example.com/a.mid"_qs), QUrl(u"mailto:anna@example.com"_qs)},
                   m_sample->table->viewport()));
     makeSong(u"a.mid"_qs);
-    QVERIFY(drop(
-        {QUrl(u"https://example.com/b.mid"_qs), QUrl::fromLocalFile(m_sample->at(u"a.mid"_qs))},
-        m_sample->table->viewport()));
+    makeSong(u"b.mid"_qs);
+    QVERIFY(drop({QUrl(u"https://example.com"_qs + m_sample->at(u"b.mid"_qs)),
+                  QUrl::fromLocalFile(m_sample->at(u"a.mid"_qs))},
+                 m_sample->table->viewport()));
     QTRY_COMPARE(rows(), u"a.mid"_qs);
 }
 

@@ -47,6 +47,7 @@ private slots:
     void leavesOtherFilesInTheWorkFolder();
     void stagesBesideWhereALinkIsTheWorkFolder();
     void noticesAnExchangedFile();
+    void noticesALinkInItsPlace();
 
 private:
     QStringList entries() const { return QDir().entryList(QDir::Files | QDir::Hidden); }
@@ -256,6 +257,18 @@ void TestFileLot::stagesBesideWhereALinkIsTheWorkFolder()
 }
 
 void TestFileLot::noticesAnExchangedFile()
+{
+    FileLot lot;
+    lot.setMemory(m_folder->path());
+    QVERIFY(lot.write({m_folder->filePath(u"old.mid"_s)}, "new"));
+    makeFile(u"other"_s, "somebody else's");
+    QVERIFY(QFile::remove(u".brisel2pc/lot/SAVE0000.TMP"_s));
+    QVERIFY(QFile::rename(u"other"_s, u".brisel2pc/lot/SAVE0000.TMP"_s));
+    QCOMPARE(lot.commit(), QList{WriteResult::Failed});
+    QCOMPARE(lotContent(u"old.mid"_s), QByteArray("old"));
+}
+
+void TestFileLot::noticesALinkInItsPlace()
 {
     makeFile(u"secret"_s, "somebody else's");
     FileLot lot;

@@ -49,6 +49,7 @@ private slots:
     void needsRoomForTheOldContent();
     void savesTheOldContentBeforeItOverwrites();
     void restoresTheOldContent();
+    void keepsTheOldContentWhenTheFlushFails();
     void replacesWhatIsUnchanged();
     void refusesWhatIsChanged_data();
     void refusesWhatIsChanged();
@@ -163,6 +164,16 @@ void TestFileReplacing::restoresTheOldContent()
         QCOMPARE(fileContent(replacedSong), QByteArray("the old content"));
         QCOMPARE(entries(), QStringList{replacedSong});
     }
+}
+
+void TestFileReplacing::keepsTheOldContentWhenTheFlushFails()
+{
+    {
+        const DuringFlush failure(nullptr);
+        QVERIFY(!replaceFile(replacedSong, "new"));
+    }
+    QCOMPARE(fileContent(replacedSong), QByteArray("the old content"));
+    QCOMPARE(entries(), QStringList{replacedSong});
 }
 
 void TestFileReplacing::replacesWhatIsUnchanged()

@@ -22,6 +22,7 @@ private slots:
     void countsWhatIsLeft();
     void knowsNothingOfAMissingFolder();
     void needsNoTableOfMounts();
+    void countsWholeUnits();
 };
 
 void TestFreeSpace::countsWhatIsLeft()
@@ -64,6 +65,14 @@ void TestFreeSpace::needsNoTableOfMounts()
     if (WEXITSTATUS(status) == skipped)
         QSKIP("only root can change its root");
     QCOMPARE(WEXITSTATUS(status), 0);
+}
+
+void TestFreeSpace::countsWholeUnits()
+{
+    QCOMPARE(allocatedSize(0, 512), 0);
+    QCOMPARE(allocatedSize(1, 512), 512);
+    QCOMPARE(allocatedSize(512, 512), 512);
+    QCOMPARE(allocatedSize(513, 512), 1024);
 }
 
 BRISEL_TEST(QCoreApplication, TestFreeSpace)
