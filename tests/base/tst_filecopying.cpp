@@ -1,4 +1,5 @@
 #include "base/filecopying.h"
+#include "tests/base/duringtruncate.h"
 #include "tests/fulldisk.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -59,6 +60,7 @@ private slots:
     void continuesAfterTheWrittenPart();
     void keepsHoles();
     void keepsTheHoleAtTheEndOfAPart();
+    void noticesASourceThatIsTruncatedMeanwhile();
     void writesZerosOverOldContent();
     void distinguishesTheSourceFromTheTarget();
 
@@ -142,6 +144,19 @@ void TestFileCopying::keepsTheHoleAtTheEndOfAPart()
     constexpr qint64 count = 9 * mebibyte;
     QCOMPARE(copyRest(source.handle(), 3, count, m_target.handle()), CopyResult::Done);
     QVERIFY(fileContent(m_target.fileName()) == sparseContent().mid(3, count));
+}
+
+/// Its end then looks like a hole.
+void TestFileCopying::noticesASourceThatIsTruncatedMeanwhile()
+{
+    const QString sparse = m_folder->filePath(u"sparse"_s);
+    makeSparseFile(sparse);
+    if (occupied(sparse) > sparseSize / 2)
+        QSKIP("this file system has no holes");
+    QFile source(sparse);
+    QVERIFY(source.open(QIODevice::ReadOnly));
+    const DuringTruncate change([&sparse] { QVERIFY(QFile::resize(sparse, 5)); });
+    QCOMPARE(copyRest(source.handle(), 0, sparseSize, m_target.handle()), CopyResult::SourceFailed);
 }
 
 void TestFileCopying::writesZerosOverOldContent()
