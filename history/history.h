@@ -1,0 +1,105 @@
+#pragma once
+
+#include "base/reason.h"
+#include "history/historyfile.h"
+#include "songfile/fieldchange.h"
+#include "songfile/songkeeper.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+namespace brisel
+{
+
+/// The numbers are stored.
+enum class RunKind { Synchronisation = 1, Edit = 2, ApplyToAll = 3, Restore = 4 };
+
+/// A run that changed songs.
+struct HistoryRun {
+    qint64 id = 0;
+    QDateTime time; ///< of its start
+    RunKind kind = RunKind::Synchronisation;
+    int songs = 0;
+    bool hasReport = false; ///< false if the program ended before the run did
+};
+
+/// A song that a run changed. Its file was not changed if the program ended immediately after the
+/// entry was made.
+struct HistorySong {
+    qint64 id = 0;
+    qint64 run = 0;
+    QString path;
+    QString format; ///< MetaSong::getFormatString()
+    Fingerprint before;
+    Fingerprint after;
+};
+
+/// What the program changed in song files, in one SQLite file: docs/formats/history.md. Nothing is
+/// created before the first change. Numbers of runs and songs are never used again.
+///
+/// If the file is missing, there are no runs; if it can't be read, trouble() has the reason.
+/// Several programs may use the same file at once.
+class History
+{
+public:
+    explicit History(const QString &path = defaultPath());
+
+    /// "history.sqlite" in the user's folder for the data of this program.
+    static QString defaultPath();
+
+    /// All runs, newest first.
+    QList<HistoryRun> runs();
+    /// The songs of a run, in the order in which they were changed.
+    QList<HistorySong> songs(qint64 run);
+    std::optional<HistorySong> song(qint64 id);
+    QList<FieldChange> fields(qint64 song);
+    /// What KeptSong::oldBytes was. Returns nothing if the song is not there or damaged.
+    std::optional<QByteArray> oldBytes(qint64 song);
+    /// The report of a run; empty if there is none.
+    QString report(qint64 run);
+    /// The newest entry of the file at \a path.
+    std::optional<HistorySong> lastChange(const QString &path);
+
+    /// The disk space that the history takes, in bytes.
+    qint64 bytesUsed() const;
+    /// The most that it may take: limit set by setLimit(), but not more than 5 % of its disk.
+    qint64 limit() const;
+    /// Sets the limit in bytes; initially 1 GiB.
+    void setLimit(qint64 bytes) { m_limit = bytes; }
+    /// Deletes all runs; a file that can't be used is deleted. Returns false on failure.
+    [[nodiscard]] bool clear();
+
+    /// Why the next run could not be kept; nothing if it probably can. Creates nothing.
+    std::optional<Reason> whyUnusable();
+    /// Why the last call failed.
+    const std::optional<Reason> &trouble() const { return m_file.trouble(); }
+
+    /// Writes the songs that follow into a run, in one transaction, and sets \a ids to their
+    /// numbers. With the number 0 starts a run of \a kind, and sets it. On the disk when it returns
+    /// true; on failure nothing is written.
+    [[nodiscard]] bool add(qint64 &run, RunKind kind, const QList<KeptSong> &kept,
+                           QList<qint64> &ids);
+    /// Ends a run: deletes the entries \a unwritten, then the run if it has no songs left,
+    /// otherwise stores its report.
+    [[nodiscard]] bool finish(qint64 run, const QList<qint64> &unwritten, const QString &report);
+
+private:
+    static constexpr qint64 defaultLimit = 1024 * 1024 * 1024; ///< bytes
+
+    QList<HistorySong> readSongs(QSqlQuery &query);
+    std::optional<HistorySong> readSong(QSqlQuery &query);
+    [[nodiscard]] bool insertRun(qint64 &run, RunKind kind);
+    [[nodiscard]] std::optional<qint64> insertSong(qint64 run, const KeptSong &song);
+    [[nodiscard]] bool insertFields(qint64 song, const QList<FieldChange> &fields);
+    [[nodiscard]] bool insertOld(qint64 song, const QByteArray &bytes);
+    [[nodiscard]] bool execWith(const QString &statement, const QVariantList &values);
+
+    HistoryFile m_file;
+    qint64 m_limit = defaultLimit;
+};
+
+} // namespace brisel

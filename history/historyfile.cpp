@@ -1,0 +1,213 @@
+#include "history/historyfile.h"
+
+#include "base/debugstream.h"
+#include "base/filefailure.h"
+
+#include <QAtomicInteger>
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlError>
+
+#include <utility>
+
+namespace brisel
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int version = 1; ///< of the tables
+
+/// SQLite's own codes, of which the higher bits are details.
+Reason reasonOf(const QSqlError &error)
+{
+    constexpr int codeBits = 0xFF;
+    switch (error.nativeErrorCode().toInt() & codeBits) {
+    case 5: // busy
+    case 6: // locked
+        return HistoryReason::locked;
+    case 11: // corrupt
+    case 26: // not a database
+        return HistoryReason::damaged;
+    case 13: // full
+        return FileReason::noSpace;
+    case 3:  // permission
+    case 8:  // read-only
+    case 14: // can't open
+        return FileReason::notAllowed;
+    default:
+        return FileReason::unwritable;
+    }
+}
+
+} // namespace
+
+HistoryFile::HistoryFile(QString path) : m_path(std::move(path))
+{
+    static QAtomicInteger<int> connections = 0;
+    m_connection = u"history %1"_s.arg(++connections);
+}
+
+HistoryFile::~HistoryFile()
+{
+    close();
+}
+
+void HistoryFile::close()
+{
+    m_database = QSqlDatabase();
+    if (QSqlDatabase::contains(m_connection))
+        QSqlDatabase::removeDatabase(m_connection);
+}
+
+bool HistoryFile::open()
+{
+    m_trouble.reset();
+    if (m_database.isOpen() && isStillThere())
+        return true;
+    close();
+    const FileKind kind = fileKind(m_path);
+    if (kind == FileKind::Missing)
+        return false;
+    if (kind != FileKind::Regular)
+        return fail(kind == FileKind::Unreachable ? FileReason::unreachable : FileReason::notAFile);
+    return connectTo() && checkVersion();
+}
+
+bool HistoryFile::openOrCreate()
+{
+    if (open())
+        return true;
+    if (m_trouble.has_value())
+        return false;
+    if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
+        return fail(FileReason::notAllowed);
+    return connectTo() && checkVersion();
+}
+
+/// Returns false if another file has replaced the one that was opened, or it was deleted.
+bool HistoryFile::isStillThere() const
+{
+    const FileState now = fileState(m_path);
+    return now.kind == FileKind::Regular && now.device == m_opened.device &&
+           now.inode == m_opened.inode;
+}
+
+bool HistoryFile::connectTo()
+{
+    m_database = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_connection);
+    m_database.setDatabaseName(m_path);
+    m_database.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=2000"_s); // milliseconds
+    if (!m_database.open())
+        return fail(m_database.lastError());
+    m_opened = fileState(m_path);
+    return exec(u"PRAGMA foreign_keys = ON"_s) && exec(u"PRAGMA synchronous = FULL"_s);
+}
+
+bool HistoryFile::checkVersion()
+{
+    const std::optional<qint64> found = number(u"PRAGMA user_version"_s);
+    const std::optional<qint64> tables = number(u"SELECT count(*) FROM sqlite_master"_s);
+    if (!found || !tables)
+        return fail(m_trouble.value_or(HistoryReason::damaged));
+    if (found == 0 && tables == 0)
+        return makeTables();
+    if (found > version)
+        return fail(HistoryReason::newer);
+    return found == version || fail(HistoryReason::damaged);
+}
+
+bool HistoryFile::makeTables()
+{
+    // The first two have an effect only before there are tables.
+    if (!exec(u"PRAGMA auto_vacuum = INCREMENTAL"_s) || !exec(u"PRAGMA journal_mode = WAL"_s) ||
+        !begin())
+        return false;
+    const bool isMade =
+        number(u"PRAGMA user_version"_s) == version || // another program was faster
+        (exec(u"CREATE TABLE run(id INTEGER PRIMARY KEY AUTOINCREMENT, time INTEGER NOT NULL, "
+              "kind INTEGER NOT NULL, report TEXT)"_s) &&
+         exec(u"CREATE TABLE song(id INTEGER PRIMARY KEY AUTOINCREMENT, run INTEGER NOT NULL "
+              "REFERENCES run ON DELETE CASCADE, path TEXT NOT NULL, format TEXT NOT NULL, "
+              "before BLOB NOT NULL, sizebefore INTEGER NOT NULL, tagbefore INTEGER NOT NULL, "
+              "after BLOB NOT NULL, sizeafter INTEGER NOT NULL, tagafter INTEGER NOT NULL)"_s) &&
+         exec(u"CREATE INDEX songsofrun ON song(run)"_s) &&
+         exec(u"CREATE INDEX songsbypath ON song(path)"_s) &&
+         exec(u"CREATE TABLE field(song INTEGER NOT NULL REFERENCES song ON DELETE CASCADE, "
+              "field INTEGER NOT NULL, before TEXT, after TEXT, PRIMARY KEY(song, field)) "
+              "WITHOUT ROWID"_s) &&
+         exec(u"CREATE TABLE old(song INTEGER PRIMARY KEY REFERENCES song ON DELETE CASCADE, "
+              "packing INTEGER NOT NULL, size INTEGER NOT NULL, bytes BLOB NOT NULL)"_s) &&
+         exec(u"PRAGMA user_version = %1"_s.arg(version)));
+    if (isMade && end())
+        return true;
+    drop();
+    return false;
+}
+
+QSqlQuery HistoryFile::query(const QString &statement)
+{
+    QSqlQuery query(m_database);
+    query.setForwardOnly(true);
+    if (!query.prepare(statement))
+        (void)fail(query.lastError());
+    return query;
+}
+
+bool HistoryFile::exec(QSqlQuery &query)
+{
+    return query.exec() || fail(query.lastError());
+}
+
+bool HistoryFile::exec(const QString &statement)
+{
+    QSqlQuery query(m_database);
+    return query.exec(statement) || fail(query.lastError());
+}
+
+std::optional<qint64> HistoryFile::number(const QString &statement)
+{
+    QSqlQuery found = query(statement);
+    if (!exec(found))
+        return {};
+    return found.next() ? std::optional(found.value(0).toLongLong()) : std::nullopt;
+}
+
+bool HistoryFile::begin()
+{
+    return exec(u"BEGIN IMMEDIATE"_s);
+}
+
+bool HistoryFile::end()
+{
+    if (exec(u"COMMIT"_s))
+        return true;
+    drop();
+    return false;
+}
+
+void HistoryFile::drop()
+{
+    QSqlQuery(m_database).exec(u"ROLLBACK"_s);
+}
+
+/// The first reason is kept.
+bool HistoryFile::fail(Reason reason)
+{
+    if (!m_trouble.has_value())
+        m_trouble = reason;
+    close();
+    return false;
+}
+
+bool HistoryFile::fail(const QSqlError &error)
+{
+    debug() << "[History]" << error.text();
+    if (!m_trouble.has_value())
+        m_trouble = reasonOf(error);
+    return false;
+}
+
+} // namespace brisel

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "base/fileidentity.h"
+#include "base/reason.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+
+#include <optional>
+
+namespace brisel
+{
+
+namespace HistoryReason
+{
+
+inline constexpr Reason locked{
+    QT_TRANSLATE_NOOP("RunReport", "un altro programma sta usando la cronologia")};
+inline constexpr Reason damaged{QT_TRANSLATE_NOOP("RunReport", "la cronologia è danneggiata")};
+inline constexpr Reason newer{
+    QT_TRANSLATE_NOOP("RunReport", "la cronologia è di una versione più recente del programma")};
+
+} // namespace HistoryReason
+
+/// The SQLite file of the history, docs/formats/history.md, with its own connection. After a
+/// failure, trouble() has the reason.
+class HistoryFile
+{
+public:
+    explicit HistoryFile(QString path);
+    ~HistoryFile();
+    HistoryFile(const HistoryFile &) = delete;
+    HistoryFile &operator=(const HistoryFile &) = delete;
+
+    const QString &path() const { return m_path; }
+    /// Opens the file, unless it is open. Returns false if it does not exist, without trouble, or
+    /// can't be used.
+    [[nodiscard]] bool open();
+    /// The same; creates the file and its folder if they are missing.
+    [[nodiscard]] bool openOrCreate();
+    void close();
+
+    /// A query of the open file, for statements with values; see exec().
+    QSqlQuery query(const QString &statement);
+    /// Executes a query, or a single statement. Return false on failure.
+    [[nodiscard]] bool exec(QSqlQuery &query);
+    [[nodiscard]] bool exec(const QString &statement);
+    /// The number that \a statement returns; nothing on failure.
+    std::optional<qint64> number(const QString &statement);
+
+    /// Starts to write: other programs wait until end() or drop().
+    [[nodiscard]] bool begin();
+    /// Ends what begin() started; on the disk when it returns true. After a failure nothing is
+    /// written.
+    [[nodiscard]] bool end();
+    void drop();
+
+    /// Why the last call failed.
+    const std::optional<Reason> &trouble() const { return m_trouble; }
+
+private:
+    [[nodiscard]] bool isStillThere() const;
+    [[nodiscard]] bool connectTo();
+    [[nodiscard]] bool checkVersion();
+    [[nodiscard]] bool makeTables();
+    [[nodiscard]] bool fail(Reason reason);
+    [[nodiscard]] bool fail(const QSqlError &error);
+
+    QString m_path;
+    QString m_connection;
+    QSqlDatabase m_database;
+    FileState m_opened; ///< the file as it was opened
+    std::optional<Reason> m_trouble;
+};
+
+} // namespace brisel

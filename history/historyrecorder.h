@@ -1,0 +1,54 @@
+#pragma once
+
+#include "base/filewriting.h"
+#include "history/history.h"
+#include "songfile/songkeeper.h"
+
+#include <QHash>
+
+namespace brisel
+{
+
+/// Keeps the songs that one run changes in the history. A history that can't be written never stops
+/// the run: after the first failure nothing more is kept, and trouble() has the reason.
+class HistoryRecorder : public SongKeeper
+{
+public:
+    /// \a history must outlive this object.
+    HistoryRecorder(History &history, RunKind kind) : m_history(history), m_kind(kind) {}
+
+    void keep(const KeptSong &song) override;
+    void forget(const QString &path) override;
+    void flush() override;
+
+    /// The song at \a path, which was kept, was replaced with the result \a result. If it was not
+    /// changed, its entry is deleted by the next flush or by finish(). Returns the fields that were
+    /// changed.
+    QList<FieldChange> settle(const QString &path, WriteResult result);
+    /// Ends the run and stores its report. A run without songs is not kept.
+    void finish(const QString &report);
+
+    /// The number of the run in the history, 0 before its first song is there.
+    qint64 run() const { return m_run; }
+    /// Why some of the songs could not be kept.
+    const std::optional<Reason> &trouble() const { return m_trouble; }
+
+private:
+    struct Entry {
+        qint64 id = 0; ///< 0 until it is in the history
+        Fingerprint before;
+        QList<FieldChange> fields;
+    };
+
+    void drop(const QString &path);
+
+    History &m_history;
+    const RunKind m_kind;
+    qint64 m_run = 0;
+    QList<KeptSong> m_pending;       ///< not yet in the history
+    QHash<QString, Entry> m_entries; ///< of songs that are not settled yet, by their paths
+    QList<qint64> m_unwritten;       ///< entries of songs that were not changed
+    std::optional<Reason> m_trouble;
+};
+
+} // namespace brisel

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace brisel
+{
+
+class PlainFile;
+
+/// Identifies the content of a song file: docs/formats/history.md, "Checksums".
+struct Fingerprint {
+    QByteArray checksum; ///< 32 bytes; empty if there is none
+    qint64 size = 0;     ///< of the file, in bytes
+    /// The bytes of an MP3 before its audio; -1 for the other formats, whose whole file is checked.
+    qint64 tagSize = -1;
+
+    /// Of a MIDI file or container with this content.
+    static Fingerprint ofWhole(const QByteArray &content);
+    /// Of an MP3 of \a size bytes that starts with \a tag and then \a audio, of which only the
+    /// first 4 KiB count: the audio is never changed.
+    static Fingerprint ofMp3(const QByteArray &tag, const QByteArray &audio, qint64 size);
+
+    /// Returns true if \a file has this content. Reads nothing if its size differs.
+    [[nodiscard]] bool isOf(const PlainFile &file) const;
+
+    bool operator==(const Fingerprint &other) const = default;
+};
+
+} // namespace brisel

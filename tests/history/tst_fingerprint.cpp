@@ -1,0 +1,75 @@
+#include "base/plainfile.h"
+#include "songfile/fingerprint.h"
+#include "tests/testfiles.h"
+#include "tests/testprogram.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace brisel;
+
+using namespace Qt::StringLiterals;
+
+class TestFingerprint : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void knowsAWholeFile();
+    void ignoresTheAudioBehindItsStart();
+    void distinguishesTagsAndLengths();
+    void isOfNoFileWithoutAChecksum();
+
+private:
+    bool isOf(const Fingerprint &fingerprint, const QByteArray &content) const;
+    QTemporaryDir m_folder;
+};
+
+bool TestFingerprint::isOf(const Fingerprint &fingerprint, const QByteArray &content) const
+{
+    makeFile(m_folder.filePath(u"file"_s), content);
+    PlainFile file;
+    return file.open(m_folder.filePath(u"file"_s)) && fingerprint.isOf(file);
+}
+
+void TestFingerprint::knowsAWholeFile()
+{
+    const Fingerprint fingerprint = Fingerprint::ofWhole("abc");
+    // BLAKE2b with 32 bytes of "abc".
+    QCOMPARE(fingerprint.checksum.toHex(),
+             "bddd813c634239723171ef3fee98579b94964e3bb1cb3e427262c8c068d52319");
+    QVERIFY(isOf(fingerprint, "abc"));
+    QVERIFY(!isOf(fingerprint, "abd"));
+    QVERIFY(!isOf(fingerprint, "abcd"));
+}
+
+void TestFingerprint::ignoresTheAudioBehindItsStart()
+{
+    const QByteArray audio(5000, 'a');
+    const Fingerprint fingerprint = Fingerprint::ofMp3("tag", audio, 5003);
+    QVERIFY(isOf(fingerprint, "tag" + audio));
+    QByteArray other = audio;
+    other[4096] = 'b';
+    QVERIFY(isOf(fingerprint, "tag" + other));
+    other[4095] = 'b';
+    QVERIFY(!isOf(fingerprint, "tag" + other));
+}
+
+void TestFingerprint::distinguishesTagsAndLengths()
+{
+    const QByteArray audio(5000, 'a');
+    const Fingerprint fingerprint = Fingerprint::ofMp3("tag", audio, 5003);
+    QVERIFY(!isOf(fingerprint, "tak" + audio));
+    QVERIFY(!isOf(fingerprint, "tag" + audio + 'a'));
+    QVERIFY(fingerprint != Fingerprint::ofMp3("taga", audio.mid(1), 5003));
+    QVERIFY(isOf(Fingerprint::ofMp3("tag", "", 3), "tag"));
+}
+
+void TestFingerprint::isOfNoFileWithoutAChecksum()
+{
+    QVERIFY(!isOf(Fingerprint(), ""));
+    QVERIFY(isOf(Fingerprint::ofWhole(""), ""));
+}
+
+BRISEL_TEST(QCoreApplication, TestFingerprint)
+#include "tst_fingerprint.moc"

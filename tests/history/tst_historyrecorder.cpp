@@ -1,0 +1,124 @@
+#include "history/historyrecorder.h"
+#include "tests/history/keptsongs.h"
+#include "tests/testfiles.h"
+#include "tests/testprogram.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace brisel;
+
+using namespace Qt::StringLiterals;
+
+/// How the songs of a run get into the history.
+class TestHistoryRecorder : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m_folder.reset(); }
+    void writesSongsWhenFlushed();
+    void dropsSongsThatWereNotWritten();
+    void keepsEntriesOfDamagedSongs();
+    void namesTheFieldsOfWrittenSongs();
+    void goesOnWithoutAHistory();
+
+private:
+    QString song(const QByteArray &content) const
+    {
+        makeFile(m_folder->filePath(u"song.mid"_s), content);
+        return m_folder->filePath(u"song.mid"_s);
+    }
+    int songsOf(History &history) const { return history.runs().value(0).songs; }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+};
+
+void TestHistoryRecorder::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_path = m_folder->filePath(u"history.sqlite"_s);
+}
+
+void TestHistoryRecorder::writesSongsWhenFlushed()
+{
+    History history(m_path);
+    HistoryRecorder recorder(history, RunKind::ApplyToAll);
+    recorder.keep(keptSong(u"/a"_s, "1", "2"));
+    QVERIFY(!QFile::exists(m_path));
+    recorder.flush();
+    QCOMPARE(songsOf(history), 1);
+    QCOMPARE(history.runs().value(0).id, recorder.run());
+    recorder.keep(keptSong(u"/b"_s, "1", "2"));
+    recorder.flush();
+    recorder.flush();
+    QCOMPARE(songsOf(history), 2);
+    recorder.finish(u"report"_s);
+    QCOMPARE(history.report(recorder.run()), u"report"_s);
+    QVERIFY(!recorder.trouble().has_value());
+}
+
+void TestHistoryRecorder::dropsSongsThatWereNotWritten()
+{
+    History history(m_path);
+    HistoryRecorder recorder(history, RunKind::Edit);
+    const QString path = song("1");
+    recorder.keep(keptSong(u"/never"_s, "1", "2"));
+    recorder.forget(u"/never"_s);
+    recorder.keep(keptSong(path, "1", "2"));
+    recorder.keep(keptSong(u"/changed"_s, "1", "2"));
+    recorder.keep(keptSong(u"/done"_s, "1", "2"));
+    recorder.flush();
+    QCOMPARE(songsOf(history), 3);
+    QVERIFY(recorder.settle(path, WriteResult::Failed).isEmpty());
+    QVERIFY(recorder.settle(u"/changed"_s, WriteResult::Changed).isEmpty());
+    recorder.finish({});
+    QCOMPARE(songsOf(history), 1);
+    QCOMPARE(history.songs(recorder.run()).value(0).path, u"/done"_s);
+}
+
+void TestHistoryRecorder::keepsEntriesOfDamagedSongs()
+{
+    History history(m_path);
+    HistoryRecorder recorder(history, RunKind::Edit);
+    const QString path = song("half");
+    recorder.keep(keptSong(path, "whole", "whole2"));
+    recorder.flush();
+    QVERIFY(recorder.settle(path, WriteResult::Failed).isEmpty());
+    recorder.finish({});
+    QCOMPARE(songsOf(history), 1);
+}
+
+void TestHistoryRecorder::namesTheFieldsOfWrittenSongs()
+{
+    History history(m_path);
+    HistoryRecorder recorder(history, RunKind::Edit);
+    const KeptSong kept = keptSong(u"/a"_s, "1", "2");
+    recorder.keep(kept);
+    recorder.flush();
+    QCOMPARE(recorder.settle(u"/a"_s, WriteResult::Done), kept.fields);
+    QVERIFY(recorder.settle(u"/a"_s, WriteResult::Done).isEmpty());
+    QVERIFY(recorder.settle(u"/other"_s, WriteResult::Done).isEmpty());
+}
+
+void TestHistoryRecorder::goesOnWithoutAHistory()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir(u"history.sqlite"_s));
+    History history(m_path);
+    HistoryRecorder recorder(history, RunKind::Edit);
+    const KeptSong kept = keptSong(u"/a"_s, "1", "2");
+    recorder.keep(kept);
+    recorder.flush();
+    QVERIFY(recorder.trouble().has_value());
+    QCOMPARE(recorder.settle(u"/a"_s, WriteResult::Done), kept.fields);
+    recorder.keep(kept);
+    recorder.flush();
+    recorder.finish(u"report"_s);
+    QCOMPARE(recorder.run(), 0);
+    QVERIFY(QFileInfo(m_path).isDir());
+}
+
+BRISEL_TEST(QCoreApplication, TestHistoryRecorder)
+#include "tst_historyrecorder.moc"
