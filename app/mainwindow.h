@@ -3,6 +3,7 @@
 #include "base/runguard.h"
 #include "base/settings.h"
 #include "db/database.h"
+#include "history/history.h"
 #include "library/transfer.h"
 
 #include <QMainWindow>
@@ -159,6 +160,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     Database m_database;
+    History m_history;
     std::unique_ptr<DataEditDialog> m_editDialog; ///< used for every manual edit; see editDialog()
     QSettings m_settings;
     QTranslator m_programTranslator;

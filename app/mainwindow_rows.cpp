@@ -5,6 +5,7 @@
 #include "app/statusline.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
+#include "history/historyrecorder.h"
 #include "library/dialogs/dataeditdialog.h"
 #include "library/manualedit.h"
 #include "library/songactions.h"
@@ -45,9 +46,11 @@ void MainWindow::editSong(int row)
     debug() << "Accepted";
     dialog.getInfo(file->info);
     file->info.dbgDump();
-    ManualEdit edit(*m_model, file->song, file->info, file->path, row,
-                    {dialog.isApplyToAllAuthor(), dialog.isApplyToAllArtist(),
-                     dialog.isApplyToAllGenre(), dialog.isApplyToAllFname()});
+    const ManualEdit::Spread spread{dialog.isApplyToAllAuthor(), dialog.isApplyToAllArtist(),
+                                    dialog.isApplyToAllGenre(), dialog.isApplyToAllFname()};
+    ManualEdit edit(*m_model, file->song, file->info, file->path, row, spread);
+    HistoryRecorder recorder(m_history, spread.any() ? RunKind::ApplyToAll : RunKind::Edit);
+    edit.setRecorder(&recorder);
     static_cast<void>(edit.run(run)); // an interrupted edit shows its report, too
     run.publish();
     centreRow(row);
@@ -68,7 +71,10 @@ void MainWindow::manualModifySong(MetaSong song, const SongInfo &info, const QSt
     if (m_model == nullptr)
         return;
     LibraryRun run(*this, RunReport::Operation::Edit);
-    static_cast<void>(ManualEdit(*m_model, std::move(song), info, path, row, {}).run(run));
+    ManualEdit edit(*m_model, std::move(song), info, path, row, {});
+    HistoryRecorder recorder(m_history, RunKind::Edit);
+    edit.setRecorder(&recorder);
+    static_cast<void>(edit.run(run));
     run.publish();
 }
 

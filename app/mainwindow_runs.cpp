@@ -4,6 +4,7 @@
 #include "app/songdrop.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
+#include "history/historyrecorder.h"
 #include "index/dialogs/rundialog.h"
 #include "index/volumes.h"
 #include "library/backup.h"
@@ -145,6 +146,8 @@ bool MainWindow::synchronise(LibraryRun &run)
     if (m_model == nullptr)
         return false;
     Synchroniser synchroniser(*m_model, m_database, isCopyrightAskOn());
+    HistoryRecorder recorder(m_history, RunKind::Synchronisation);
+    synchroniser.setRecorder(&recorder);
     if (!synchroniser.announce() || !offerBackup(run) || Run::isEnding())
         return false;
     const bool isDone = synchroniser.run(run) == Synchroniser::Outcome::Done;
@@ -157,8 +160,10 @@ bool MainWindow::updateFileWithDb(int row)
     if (m_model == nullptr)
         return false;
     LibraryRun run(*this, Operation::Synchronisation);
-    const bool isUpdated =
-        Synchroniser(*m_model, m_database, isCopyrightAskOn()).updateFileWithDb(run, row);
+    Synchroniser synchroniser(*m_model, m_database, isCopyrightAskOn());
+    HistoryRecorder recorder(m_history, RunKind::Synchronisation);
+    synchroniser.setRecorder(&recorder);
+    const bool isUpdated = synchroniser.updateFileWithDb(run, row);
     run.publish();
     return isUpdated;
 }

@@ -98,6 +98,8 @@ QList<WriteResult> FileLot::commit()
 {
     reserveNames();
     flushContents();
+    if (!m_files.empty())
+        aboutToReplace();
     takeNames();
     flushNames();
     QList<WriteResult> results;
@@ -112,6 +114,12 @@ QList<WriteResult> FileLot::commit()
     if (m_staging.size() > 1)
         m_staging.clear();
     return results;
+}
+
+void FileLot::aboutToReplace() const
+{
+    if (m_beforeReplacing)
+        m_beforeReplacing();
 }
 
 bool FileLot::commitAll()

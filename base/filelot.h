@@ -5,8 +5,10 @@
 #include <QList>
 #include <QSet>
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace brisel
@@ -32,6 +34,12 @@ public:
     /// For the memory \a root. From now on its temporary files are made in its work folder, on
     /// every file system, so that the next run removes those left by a cut.
     void setMemory(const QString &root) { m_memory = root; }
+
+    /// \a call is called before files are replaced: by commit() when all new contents are on the
+    /// disk and no file has been renamed yet, and by aboutToReplace().
+    void setBeforeReplacing(std::function<void()> call) { m_beforeReplacing = std::move(call); }
+    /// A file is overwritten next that can't be replaced by a lot.
+    void aboutToReplace() const;
 
     /// Opens a new file for the content of \a place. Returns null on failure. The file must not
     /// outlive the lot, and is dropped unless add() takes it when its content is complete.
@@ -80,6 +88,7 @@ private:
     static void flushNames(const std::vector<const Staged *> &named);
     static void flushNamesOnFat(const std::vector<const Staged *> &named);
 
+    std::function<void()> m_beforeReplacing;
     QString m_memory;
     std::map<QString, std::unique_ptr<StagingFolder>> m_staging; ///< by their roots
     std::vector<Staged> m_files;                                 ///< declared after their folders

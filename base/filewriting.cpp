@@ -68,19 +68,27 @@ WriteResult replaceIn(FileLot &lot, const QString &path, const QByteArray &conte
         return WriteResult::Failed;
 
     // Only in a write-protected folder: in a full one the old file must not be overwritten.
-    if (!QFileInfo(QFileInfo(target).absolutePath()).isWritable())
-        return isThere ? overwriteFromMemory(target, content, expected) : WriteResult::Failed;
-    if (isThere && hasOtherNames(target))
+    if (!QFileInfo(QFileInfo(target).absolutePath()).isWritable()) {
+        if (!isThere)
+            return WriteResult::Failed;
+        lot.aboutToReplace();
+        return overwriteFromMemory(target, content, expected);
+    }
+    if (isThere && hasOtherNames(target)) {
+        lot.aboutToReplace();
         return writeThrough(target, content, expected);
+    }
     FileLot::Place place{target};
     place.expected = expected;
     place.watched = path;
     return writeBeside(lot, place, content);
 }
 
-WriteResult replaceAlone(const QString &path, const QByteArray &content, const FileState *expected)
+WriteResult replaceAlone(const QString &path, const QByteArray &content, const FileState *expected,
+                         const std::function<void()> &beforeReplacing = {})
 {
     FileLot lot;
+    lot.setBeforeReplacing(beforeReplacing);
     const WriteResult result = replaceIn(lot, path, content, expected);
     return result == WriteResult::Staged ? lot.commit().first() : result;
 }
@@ -93,9 +101,10 @@ bool replaceFile(const QString &path, const QByteArray &content)
 }
 
 WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
-                             const FileState &expected, FileLot *lot)
+                             const FileState &expected, FileLot *lot,
+                             const std::function<void()> &beforeReplacing)
 {
-    return lot == nullptr ? replaceAlone(path, content, &expected)
+    return lot == nullptr ? replaceAlone(path, content, &expected, beforeReplacing)
                           : replaceIn(*lot, path, content, &expected);
 }
 

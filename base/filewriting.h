@@ -39,9 +39,11 @@ class FileLot;
 /// The same with the reason: SourceFailed if the old content, which must be copied, can't be read;
 /// Changed if the file at \a path is not in the state \a expected, at the start or immediately
 /// before the last step: then nothing is changed and no temporary file left. With a \a lot the new
-/// content is Staged there if possible, for the lot's commit().
+/// content is Staged there if possible, for the lot's commit(); without one,
+/// \a beforeReplacing is called before the file is changed: see FileLot::setBeforeReplacing().
 [[nodiscard]] WriteResult replaceUnchanged(const QString &path, const QByteArray &content,
-                                           const FileState &expected, FileLot *lot = nullptr);
+                                           const FileState &expected, FileLot *lot = nullptr,
+                                           const std::function<void()> &beforeReplacing = {});
 
 /// Appends \a data to the plain file at \a path in one write, and creates it if it is missing.
 /// Never blocks. Returns false on failure, or if the file has more than \a largest bytes.

@@ -78,11 +78,11 @@ public:
     /// Why the last call failed.
     const std::optional<Reason> &trouble() const { return m_file.trouble(); }
 
-    /// Writes the songs that follow into a run, in one transaction, and sets \a ids to their
-    /// numbers. With the number 0 starts a run of \a kind, and sets it. On the disk when it returns
-    /// true; on failure nothing is written.
+    /// Adds songs to a run, in one transaction, and sets \a ids to their numbers; deletes the
+    /// entries \a unwritten. With the number 0 starts a run of \a kind, and sets it. On the disk
+    /// when it returns true; on failure nothing is written.
     [[nodiscard]] bool add(qint64 &run, RunKind kind, const QList<KeptSong> &kept,
-                           QList<qint64> &ids);
+                           QList<qint64> &ids, const QList<qint64> &unwritten = {});
     /// Ends a run: deletes the entries \a unwritten, then the run if it has no songs left,
     /// otherwise stores its report.
     [[nodiscard]] bool finish(qint64 run, const QList<qint64> &unwritten, const QString &report);
@@ -92,6 +92,7 @@ private:
 
     QList<HistorySong> readSongs(QSqlQuery &query);
     std::optional<HistorySong> readSong(QSqlQuery &query);
+    [[nodiscard]] bool deleteSongs(const QList<qint64> &songs);
     [[nodiscard]] bool insertRun(qint64 &run, RunKind kind);
     [[nodiscard]] std::optional<qint64> insertSong(qint64 run, const KeptSong &song);
     [[nodiscard]] bool insertFields(qint64 song, const QList<FieldChange> &fields);

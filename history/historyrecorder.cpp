@@ -21,21 +21,15 @@ bool isUnchanged(const QString &path, const Fingerprint &before)
 
 void HistoryRecorder::keep(const KeptSong &song)
 {
-    m_entries.insert(song.path, {0, song.before, song.fields});
+    m_entries.insert(song.path, {0, song.before});
     if (!m_trouble.has_value())
         m_pending.append(song);
 }
 
-void HistoryRecorder::forget(const QString &path)
-{
-    drop(path);
-    m_entries.remove(path);
-}
-
-void HistoryRecorder::drop(const QString &path)
+void HistoryRecorder::drop(const QString &path, qint64 id)
 {
     m_pending.removeIf([&path](const KeptSong &song) { return song.path == path; });
-    if (const qint64 id = m_entries.value(path).id; id != 0)
+    if (id != 0)
         m_unwritten.append(id);
 }
 
@@ -45,33 +39,36 @@ void HistoryRecorder::flush()
     QList<qint64> ids;
     if (songs.isEmpty() || m_trouble.has_value())
         return;
-    if (!m_history.add(m_run, m_kind, songs, ids)) {
+    if (!m_history.add(m_run, m_kind, songs, ids, m_unwritten)) {
         m_trouble = m_history.trouble().value_or(FileReason::unwritable);
         return;
     }
+    m_unwritten.clear();
     for (qsizetype i = 0; i < songs.size(); ++i)
         m_entries[songs.at(i).path].id = ids.at(i);
 }
 
-QList<FieldChange> HistoryRecorder::settle(const QString &path, WriteResult result)
+void HistoryRecorder::settle(const QString &path, WriteResult result)
 {
-    if (!m_entries.contains(path))
-        return {};
-    const Entry entry = m_entries.value(path);
+    const auto found = m_entries.find(path);
+    if (found == m_entries.end())
+        return;
+    const Entry entry = *found;
+    m_entries.erase(found);
     // A failed write may have changed the file: then its old bytes are needed all the more.
-    if (result != WriteResult::Done &&
-        (result == WriteResult::Changed || isUnchanged(path, entry.before)))
-        drop(path);
-    m_entries.remove(path);
-    return result == WriteResult::Done ? entry.fields : QList<FieldChange>();
+    if (result == WriteResult::Changed ||
+        (result != WriteResult::Done && isUnchanged(path, entry.before)))
+        drop(path, entry.id);
 }
 
-void HistoryRecorder::finish(const QString &report)
+void HistoryRecorder::finish(RunReport &report)
 {
-    if (m_run == 0 || m_trouble.has_value())
-        return;
-    if (!m_history.finish(m_run, std::exchange(m_unwritten, {}), report))
+    if (m_run != 0 && !m_trouble.has_value() &&
+        !m_history.finish(m_run, std::exchange(m_unwritten, {}), report.text()))
         m_trouble = m_history.trouble().value_or(FileReason::unwritable);
+    if (m_trouble.has_value())
+        report.addNotice(
+            tr("Non tutte le modifiche sono nella cronologia: %1").arg(m_trouble->text()));
 }
 
 } // namespace brisel

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "base/filewriting.h"
+#include "base/runreport.h"
 #include "history/history.h"
 #include "songfile/songkeeper.h"
 
+#include <QCoreApplication>
 #include <QHash>
 
 namespace brisel
@@ -13,20 +15,20 @@ namespace brisel
 /// the run: after the first failure nothing more is kept, and trouble() has the reason.
 class HistoryRecorder : public SongKeeper
 {
+    Q_DECLARE_TR_FUNCTIONS(HistoryRecorder)
+
 public:
     /// \a history must outlive this object.
     HistoryRecorder(History &history, RunKind kind) : m_history(history), m_kind(kind) {}
 
     void keep(const KeptSong &song) override;
-    void forget(const QString &path) override;
+    /// If the song was not changed, its entry is deleted by the next flush() or by finish().
+    void settle(const QString &path, WriteResult result) override;
     void flush() override;
 
-    /// The song at \a path, which was kept, was replaced with the result \a result. If it was not
-    /// changed, its entry is deleted by the next flush or by finish(). Returns the fields that were
-    /// changed.
-    QList<FieldChange> settle(const QString &path, WriteResult result);
-    /// Ends the run and stores its report. A run without songs is not kept.
-    void finish(const QString &report);
+    /// Ends the run and stores its report. A run without songs is not kept. If some songs could not
+    /// be kept, adds a notice with the reason to the report.
+    void finish(RunReport &report);
 
     /// The number of the run in the history, 0 before its first song is there.
     qint64 run() const { return m_run; }
@@ -37,10 +39,9 @@ private:
     struct Entry {
         qint64 id = 0; ///< 0 until it is in the history
         Fingerprint before;
-        QList<FieldChange> fields;
     };
 
-    void drop(const QString &path);
+    void drop(const QString &path, qint64 id);
 
     History &m_history;
     const RunKind m_kind;

@@ -18,13 +18,14 @@ bool History::execWith(const QString &statement, const QVariantList &values)
     return m_file.exec(query);
 }
 
-bool History::add(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<qint64> &ids)
+bool History::add(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<qint64> &ids,
+                  const QList<qint64> &unwritten)
 {
     ids.clear();
     if (!m_file.openOrCreate() || !m_file.begin())
         return false;
     qint64 written = run;
-    bool isWritten = run != 0 || insertRun(written, kind);
+    bool isWritten = deleteSongs(unwritten) && (run != 0 || insertRun(written, kind));
     for (qsizetype i = 0; isWritten && i < kept.size(); ++i) {
         const std::optional<qint64> id = insertSong(written, kept.at(i));
         isWritten = id.has_value();
@@ -37,6 +38,15 @@ bool History::add(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<
         return false;
     }
     run = written;
+    return true;
+}
+
+bool History::deleteSongs(const QList<qint64> &songs)
+{
+    for (const qint64 song : songs) {
+        if (!execWith(u"DELETE FROM song WHERE id = ?"_s, {song}))
+            return false;
+    }
     return true;
 }
 
@@ -94,14 +104,11 @@ bool History::finish(qint64 run, const QList<qint64> &unwritten, const QString &
 {
     if (!m_file.openOrCreate() || !m_file.begin())
         return false;
-    bool isWritten = true;
-    for (qsizetype i = 0; isWritten && i < unwritten.size(); ++i)
-        isWritten = execWith(u"DELETE FROM song WHERE id = ?"_s, {unwritten.at(i)});
-    isWritten = isWritten &&
-                execWith(u"DELETE FROM run WHERE id = ? AND NOT EXISTS "
-                         "(SELECT 1 FROM song WHERE song.run = run.id)"_s,
-                         {run}) &&
-                execWith(u"UPDATE run SET report = ? WHERE id = ?"_s, {report, run});
+    const bool isWritten = deleteSongs(unwritten) &&
+                           execWith(u"DELETE FROM run WHERE id = ? AND NOT EXISTS "
+                                    "(SELECT 1 FROM song WHERE song.run = run.id)"_s,
+                                    {run}) &&
+                           execWith(u"UPDATE run SET report = ? WHERE id = ?"_s, {report, run});
     if (!isWritten)
         m_file.drop();
     return isWritten && m_file.end();

@@ -3,6 +3,7 @@
 #include "base/debugstream.h"
 #include "base/fileidentity.h"
 #include "db/usersongsreltablemodel.h"
+#include "history/historyrecorder.h"
 #include "library/songfailure.h"
 #include "library/songfilename.h"
 
@@ -34,6 +35,15 @@ ManualEdit::ManualEdit(UserSongsRelTableModel &model, MetaSong song, SongInfo in
 {
 }
 
+void ManualEdit::setRecorder(HistoryRecorder *recorder)
+{
+    m_recorder = recorder;
+    m_lot.setBeforeReplacing([recorder] {
+        if (recorder != nullptr)
+            recorder->flush();
+    });
+}
+
 ManualEdit::Outcome ManualEdit::run(Run &run)
 {
     saveSong(run, m_song, m_edited, m_path, m_row);
@@ -41,7 +51,11 @@ ManualEdit::Outcome ManualEdit::run(Run &run)
         run.begin(
             {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), m_model.goodRowCount()});
         spreadOverList(run);
+        if (m_recorder != nullptr)
+            m_recorder->finish(run.report());
         run.end();
+    } else if (m_recorder != nullptr) {
+        m_recorder->finish(run.report());
     }
     return Run::isEnding() ? Outcome::Interrupted : Outcome::Done;
 }
@@ -65,6 +79,7 @@ SongInfo ManualEdit::spreadInfo(const SongFile &file) const
 void ManualEdit::saveSong(Run &run, MetaSong &song, const SongInfo &info, const QString &path,
                           int row)
 {
+    song.setKeeper(m_recorder);
     song.setSongInfo(info, true);
     debug() << "Saving to file: " << path;
     // A song on a removed memory must not be created in the mount folder.
@@ -90,6 +105,7 @@ void ManualEdit::spreadOver(Run &run, int row)
     std::optional<SongFile> file = openFile(run, path);
     if (!file.has_value())
         return;
+    file->song.setKeeper(m_recorder);
     file->song.setSongInfo(spreadInfo(*file), true);
     debug() << "Saving to file: " << path;
     const WriteResult result =
@@ -118,6 +134,8 @@ void ManualEdit::finishLot(Run &run)
     const QList<WriteResult> results = m_lot.commit();
     for (qsizetype i = 0; i < staged.size(); ++i) {
         const auto &[row, path] = staged.at(i);
+        if (m_recorder != nullptr)
+            m_recorder->settle(path, results.at(i));
         if (results.at(i) == WriteResult::Done) {
             finishSong(run, path, row, std::nullopt);
             continue;

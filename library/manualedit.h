@@ -13,6 +13,7 @@
 namespace brisel
 {
 
+class HistoryRecorder;
 class UserSongsRelTableModel;
 
 /// Writes the user's corrections into song files and updates their rows.
@@ -46,6 +47,9 @@ public:
     ManualEdit(UserSongsRelTableModel &model, MetaSong song, SongInfo info, QString path, int row,
                Spread spread);
 
+    /// Keeps the changed songs with \a recorder, which must outlive this object; null for none.
+    void setRecorder(HistoryRecorder *recorder);
+
     /// Afterwards the row of a song shows the content of the file and has the status Edited, even
     /// if saving failed; the row of a file that can't be read keeps its data. Rows to which data
     /// are copied are processed in lots; if their file does not open they are not changed.
@@ -74,6 +78,7 @@ private:
     const Spread m_spread;
     PulledMemories m_memories;
     FileLot m_lot;
+    HistoryRecorder *m_recorder = nullptr;
     QList<Staged> m_staged; ///< the songs in the lot
 };
 

@@ -4,6 +4,7 @@
 #include "base/fileidentity.h"
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
+#include "history/historyrecorder.h"
 #include "library/cataloguelookup.h"
 #include "library/songfailure.h"
 #include "library/songfile.h"
@@ -19,6 +20,15 @@ namespace brisel
 Synchroniser::Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher)
     : m_model(model), m_catalogue(catalogue), m_askPublisher(askPublisher)
 {
+}
+
+void Synchroniser::setRecorder(HistoryRecorder *recorder)
+{
+    m_recorder = recorder;
+    m_lot.setBeforeReplacing([recorder] {
+        if (recorder != nullptr)
+            recorder->flush();
+    });
 }
 
 bool Synchroniser::announce()
@@ -37,6 +47,8 @@ Synchroniser::Outcome Synchroniser::run(Run &run)
     m_catalogue.prepareLookUps();
     run.begin({tr("Aggiornamento file"), tr("Aggiorno la libreria..."), m_model.goodRowCount()});
     const Outcome outcome = updateRows(run);
+    if (m_recorder != nullptr)
+        m_recorder->finish(run.report());
     run.end();
     return outcome;
 }
@@ -77,7 +89,10 @@ bool Synchroniser::updateFileWithDb(Run &run, int row)
 {
     if (!m_askPublisher)
         run.answerAll(Run::Question::ChangeUnpublished, true);
-    return change(run, row, nullptr) == Change::Made;
+    const bool isMade = change(run, row, nullptr) == Change::Made;
+    if (m_recorder != nullptr)
+        m_recorder->finish(run.report());
+    return isMade;
 }
 
 /// Without a \a lot the song is saved at once.
@@ -104,6 +119,7 @@ Synchroniser::Change Synchroniser::change(Run &run, int row, FileLot *lot)
     }
     debug() << "Found in DB by: " << hit->trace;
     hit->record.dbgDump();
+    file.song.setKeeper(m_recorder);
     file.song.setSongInfo(mergedWithCatalogue(file.info, hit->record), false);
     return save(run, row, file, lot);
 }
@@ -135,6 +151,8 @@ bool Synchroniser::finishLot(Run &run)
     for (qsizetype i = 0; i < rows.size(); ++i) {
         const int row = rows.at(i);
         const QString fileName = m_model.fileName(row);
+        if (m_recorder != nullptr)
+            m_recorder->settle(fileName, results.at(i));
         switch (results.at(i)) {
         case WriteResult::Done:
             isReadAgain = finishRow(run, row, std::nullopt);

@@ -13,6 +13,7 @@ namespace brisel
 {
 
 class Database;
+class HistoryRecorder;
 class UserSongsRelTableModel;
 struct SongFile;
 
@@ -36,6 +37,9 @@ public:
     /// Without \a askPublisher, songs that the publisher did not publish are changed without a
     /// question.
     Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher);
+
+    /// Keeps the changed songs with \a recorder, which must outlive this object; null for none.
+    void setRecorder(HistoryRecorder *recorder);
 
     /// Writes the heading of the run to the log. Returns false, logged, if there are no rows.
     [[nodiscard]] bool announce();
@@ -73,6 +77,7 @@ private:
     const bool m_askPublisher;
     PulledMemories m_memories;
     FileLot m_lot;
+    HistoryRecorder *m_recorder = nullptr;
     QList<int> m_staged; ///< the rows of the songs in the lot
 };
 

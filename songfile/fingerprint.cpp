@@ -12,8 +12,6 @@ namespace brisel
 namespace
 {
 
-constexpr qint64 checkedAudio = 4096; ///< bytes
-
 QByteArray checksumOf(const QByteArray &bytes)
 {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256);

@@ -9,6 +9,8 @@ class PlainFile;
 
 /// Identifies the content of a song file: docs/formats/history.md, "Checksums".
 struct Fingerprint {
+    static constexpr qint64 checkedAudio = 4096; ///< bytes of an MP3's audio that are checked
+
     QByteArray checksum; ///< 32 bytes; empty if there is none
     qint64 size = 0;     ///< of the file, in bytes
     /// The bytes of an MP3 before its audio; -1 for the other formats, whose whole file is checked.
@@ -17,7 +19,7 @@ struct Fingerprint {
     /// Of a MIDI file or container with this content.
     static Fingerprint ofWhole(const QByteArray &content);
     /// Of an MP3 of \a size bytes that starts with \a tag and then \a audio, of which only the
-    /// first 4 KiB count: the audio is never changed.
+    /// first #checkedAudio bytes count: the audio is never changed.
     static Fingerprint ofMp3(const QByteArray &tag, const QByteArray &audio, qint64 size);
 
     /// Returns true if \a file has this content. Reads nothing if its size differs.

@@ -8,6 +8,7 @@
 #include "base/plainfile.h"
 #include "songfile/mp3writer.h"
 #include "songfile/readonlyflag.h"
+#include "songfile/songkeeper.h"
 
 #include <QFileInfo>
 
@@ -170,6 +171,8 @@ WriteResult MetaSong::save(const QString &path, FileLot *lot)
     for (int attempt = 0; attempt < maxAttempts && result == WriteResult::Changed; ++attempt) {
         m_trouble = Trouble::None;
         result = isMp3() ? saveMp3(path, lot) : saveMidi(path, lot);
+        if (m_keeper != nullptr && result != WriteResult::Staged)
+            m_keeper->settle(path, result);
     }
     if (result == WriteResult::Changed) {
         m_trouble = Trouble::ChangedMeanwhile;
@@ -228,6 +231,7 @@ bool MetaSong::catchUp(const QString &path)
         replayed.setInfo(change.info, change.manual);
     }
     now.m_changes = m_changes;
+    now.m_keeper = m_keeper;
     *this = now;
     return isWholeInMemory();
 }
@@ -280,7 +284,12 @@ WriteResult MetaSong::saveMp3(const QString &path, FileLot *lot)
         return WriteResult::Failed;
     }
     const QByteArray tag = m_song.tag();
-    const WriteResult result = rewriteMp3(path, file, tag, present.audioStart(), lot);
+    if (path == m_path && !keepMp3(file, *head, present.audioStart())) {
+        m_trouble = Trouble::CutShort;
+        logTrouble(file);
+        return WriteResult::Failed;
+    }
+    const WriteResult result = rewriteMp3(path, file, tag, present.audioStart(), lot, keeping());
     if (result == WriteResult::SourceFailed)
         m_trouble = Trouble::CutShort;
     if (result == WriteResult::Done)
@@ -303,10 +312,12 @@ WriteResult MetaSong::saveMidi(const QString &path, FileLot *lot)
         const QByteArray content = m_song.fileContent();
         // The space of the replaced file is not freed while the file is open.
         file.close();
-        if (isOwnFile)
-            result = replaceUnchanged(path, content, file.state(), lot);
-        else if (replaceFile(path, content))
+        if (isOwnFile) {
+            keepMidi(content);
+            result = replaceUnchanged(path, content, file.state(), lot, keeping());
+        } else if (replaceFile(path, content)) {
             result = WriteResult::Done;
+        }
         if (result == WriteResult::Done)
             noteSaved(path, content);
     }

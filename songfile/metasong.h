@@ -9,12 +9,14 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace brisel
 {
 
 class PlainFile;
+class SongKeeper;
 
 /// A song file of any format: the program reads and writes all songs with this class. Used for one
 /// file at a time: import, read or change, save.
@@ -45,6 +47,11 @@ public:
     /// False if saveToFile() would refuse: there is no song in memory, or it has become too large
     /// to be read.
     [[nodiscard]] bool isWholeInMemory() const { return m_song.isWhole(maxSongSize); }
+
+    /// Shows \a keeper each change of the imported file before it is made, unless its bytes stay
+    /// the same, and the result, unless the song is Staged. It must outlive the song, and flush()
+    /// must be called by the lot of saveInLot(): FileLot::setBeforeReplacing(). Null for nobody.
+    void setKeeper(SongKeeper *keeper) { m_keeper = keeper; }
 
     /// Writes the song to \a path. An MP3 must already exist there: its audio is kept and the tag
     /// replaced. If it is the imported file and another program has changed it since then, the
@@ -94,6 +101,9 @@ private:
     [[nodiscard]] WriteResult saveMidi(const QString &path, FileLot *lot);
     [[nodiscard]] bool openUnchanged(const QString &path, PlainFile &file);
     void logTrouble(const PlainFile &file) const;
+    void keepMidi(const QByteArray &content);
+    [[nodiscard]] bool keepMp3(const PlainFile &file, const QByteArray &head, qint64 audioStart);
+    std::function<void()> keeping() const;
     void noteSaved(const QString &path, const QByteArray &content);
 
     SongData m_song;
@@ -103,6 +113,7 @@ private:
     QString m_path;          ///< where it was read
     QList<Change> m_changes; ///< since it was read; applied again if the file has changed
     Trouble m_trouble = Trouble::None;
+    SongKeeper *m_keeper = nullptr;
 };
 
 } // namespace brisel

@@ -115,26 +115,30 @@ WriteResult rewriteIn(FileLot &lot, const FileLot::Place &place, const PlainFile
 } // namespace
 
 WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &tag,
-                       qint64 audioStart, FileLot *lot)
+                       qint64 audioStart, FileLot *lot,
+                       const std::function<void()> &beforeReplacing)
 {
+    FileLot alone;
+    alone.setBeforeReplacing(beforeReplacing);
+    FileLot &used = lot == nullptr ? alone : *lot;
     const QString target = QFileInfo(path).canonicalFilePath();
     const TemporaryPath temporary = [&target](int attempt) {
         return temporaryPath(target, attempt);
     };
     if (hasOtherNames(target)) {
         QFile copy;
-        if (openNewFile(copy, temporary, true))
+        if (openNewFile(copy, temporary, true)) {
+            used.aboutToReplace();
             return rewriteInPlace(target, copy, song, tag, audioStart);
+        }
         logNoTemporary();
         return WriteResult::Failed;
     }
-    FileLot alone;
     FileLot::Place place{target};
     place.expected = &song.state();
     place.watched = path;
     place.temporaryPath = temporary;
-    const WriteResult result =
-        rewriteIn(lot == nullptr ? alone : *lot, place, song, tag, audioStart);
+    const WriteResult result = rewriteIn(used, place, song, tag, audioStart);
     if (lot != nullptr || result != WriteResult::Staged)
         return result;
     // The space of the replaced file is not freed while the file is open.

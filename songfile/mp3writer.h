@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 namespace brisel
 {
 
@@ -18,8 +20,10 @@ namespace brisel
 /// audio could not be read, and Failed for other failures (logged, except for the renaming). In all
 /// three cases the song is unchanged, and no temporary file is left. Only if the system can't
 /// replace a file in one step, a failure at the very end can leave the song only in the temporary
-/// file. With a \a lot the new song is Staged for its commit() if possible.
+/// file. With a \a lot the new song is Staged for its commit() if possible; without one,
+/// \a beforeReplacing is called before the song is changed: see FileLot::setBeforeReplacing().
 [[nodiscard]] WriteResult rewriteMp3(const QString &path, PlainFile &song, const QByteArray &tag,
-                                     qint64 audioStart, FileLot *lot = nullptr);
+                                     qint64 audioStart, FileLot *lot = nullptr,
+                                     const std::function<void()> &beforeReplacing = {});
 
 } // namespace brisel

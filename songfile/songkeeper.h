@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/filewriting.h"
 #include "songfile/fieldchange.h"
 #include "songfile/fingerprint.h"
 
@@ -31,8 +32,8 @@ public:
 
     /// \a song is about to be rewritten.
     virtual void keep(const KeptSong &song) = 0;
-    /// The song at \a path, kept last under this path, was not written after all.
-    virtual void forget(const QString &path) = 0;
+    /// The result of writing the song that was kept last under this path. No-op for others.
+    virtual void settle(const QString &path, WriteResult result) = 0;
     /// The first of the kept songs is replaced next: on return they must be on the disk.
     virtual void flush() = 0;
 };

@@ -20,6 +20,13 @@
     </message>
 </context>
 <context>
+    <name>HistoryRecorder</name>
+    <message>
+        <source>Non tutte le modifiche sono nella cronologia: %1</source>
+        <translation>Not all changes are in the history: %1</translation>
+    </message>
+</context>
+<context>
     <name>LibraryImport</name>
     <message>
         <source>Lettura file</source>
@@ -312,6 +319,18 @@
             <numerusform>and %n more</numerusform>
             <numerusform>and %n more</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>un altro programma sta usando la cronologia</source>
+        <translation>another program is using the history</translation>
+    </message>
+    <message>
+        <source>la cronologia è danneggiata</source>
+        <translation>the history is damaged</translation>
+    </message>
+    <message>
+        <source>la cronologia è di una versione più recente del programma</source>
+        <translation>the history is from a newer version of the program</translation>
     </message>
 </context>
 <context>

@@ -20,6 +20,13 @@
     </message>
 </context>
 <context>
+    <name>HistoryRecorder</name>
+    <message>
+        <source>Non tutte le modifiche sono nella cronologia: %1</source>
+        <translation>Non tutte le modifiche sono nella cronologia: %1</translation>
+    </message>
+</context>
+<context>
     <name>LibraryImport</name>
     <message>
         <source>Lettura file</source>
@@ -312,6 +319,18 @@
             <numerusform>e %n altro</numerusform>
             <numerusform>e altri %n</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>un altro programma sta usando la cronologia</source>
+        <translation>un altro programma sta usando la cronologia</translation>
+    </message>
+    <message>
+        <source>la cronologia è danneggiata</source>
+        <translation>la cronologia è danneggiata</translation>
+    </message>
+    <message>
+        <source>la cronologia è di una versione più recente del programma</source>
+        <translation>la cronologia è di una versione più recente del programma</translation>
     </message>
 </context>
 <context>

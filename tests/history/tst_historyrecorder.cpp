@@ -21,7 +21,6 @@ private slots:
     void writesSongsWhenFlushed();
     void dropsSongsThatWereNotWritten();
     void keepsEntriesOfDamagedSongs();
-    void namesTheFieldsOfWrittenSongs();
     void goesOnWithoutAHistory();
 
 private:
@@ -55,8 +54,11 @@ void TestHistoryRecorder::writesSongsWhenFlushed()
     recorder.flush();
     recorder.flush();
     QCOMPARE(songsOf(history), 2);
-    recorder.finish(u"report"_s);
-    QCOMPARE(history.report(recorder.run()), u"report"_s);
+    RunReport report(RunReport::Operation::Edit);
+    report.count(RunReport::Success::Edited);
+    recorder.finish(report);
+    QCOMPARE(history.report(recorder.run()), report.text());
+    QVERIFY(report.isEmpty());
     QVERIFY(!recorder.trouble().has_value());
 }
 
@@ -66,15 +68,16 @@ void TestHistoryRecorder::dropsSongsThatWereNotWritten()
     HistoryRecorder recorder(history, RunKind::Edit);
     const QString path = song("1");
     recorder.keep(keptSong(u"/never"_s, "1", "2"));
-    recorder.forget(u"/never"_s);
+    recorder.settle(u"/never"_s, WriteResult::Changed);
     recorder.keep(keptSong(path, "1", "2"));
     recorder.keep(keptSong(u"/changed"_s, "1", "2"));
     recorder.keep(keptSong(u"/done"_s, "1", "2"));
     recorder.flush();
     QCOMPARE(songsOf(history), 3);
-    QVERIFY(recorder.settle(path, WriteResult::Failed).isEmpty());
-    QVERIFY(recorder.settle(u"/changed"_s, WriteResult::Changed).isEmpty());
-    recorder.finish({});
+    recorder.settle(path, WriteResult::Failed);
+    recorder.settle(u"/changed"_s, WriteResult::Changed);
+    RunReport report;
+    recorder.finish(report);
     QCOMPARE(songsOf(history), 1);
     QCOMPARE(history.songs(recorder.run()).value(0).path, u"/done"_s);
 }
@@ -86,21 +89,10 @@ void TestHistoryRecorder::keepsEntriesOfDamagedSongs()
     const QString path = song("half");
     recorder.keep(keptSong(path, "whole", "whole2"));
     recorder.flush();
-    QVERIFY(recorder.settle(path, WriteResult::Failed).isEmpty());
-    recorder.finish({});
+    recorder.settle(path, WriteResult::Failed);
+    RunReport report;
+    recorder.finish(report);
     QCOMPARE(songsOf(history), 1);
-}
-
-void TestHistoryRecorder::namesTheFieldsOfWrittenSongs()
-{
-    History history(m_path);
-    HistoryRecorder recorder(history, RunKind::Edit);
-    const KeptSong kept = keptSong(u"/a"_s, "1", "2");
-    recorder.keep(kept);
-    recorder.flush();
-    QCOMPARE(recorder.settle(u"/a"_s, WriteResult::Done), kept.fields);
-    QVERIFY(recorder.settle(u"/a"_s, WriteResult::Done).isEmpty());
-    QVERIFY(recorder.settle(u"/other"_s, WriteResult::Done).isEmpty());
 }
 
 void TestHistoryRecorder::goesOnWithoutAHistory()
@@ -112,10 +104,13 @@ void TestHistoryRecorder::goesOnWithoutAHistory()
     recorder.keep(kept);
     recorder.flush();
     QVERIFY(recorder.trouble().has_value());
-    QCOMPARE(recorder.settle(u"/a"_s, WriteResult::Done), kept.fields);
+    recorder.settle(u"/a"_s, WriteResult::Done);
     recorder.keep(kept);
     recorder.flush();
-    recorder.finish(u"report"_s);
+    RunReport report;
+    recorder.finish(report);
+    QCOMPARE(report.text().trimmed(),
+             u"Non tutte le modifiche sono nella cronologia: non è un file"_s);
     QCOMPARE(recorder.run(), 0);
     QVERIFY(QFileInfo(m_path).isDir());
 }
