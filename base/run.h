@@ -26,8 +26,9 @@ public:
         Replace,           ///< whether an existing file may be replaced
         ChangeUnpublished, ///< whether a song that the publisher did not publish may be changed
         Rename,            ///< whether a long name may be shortened
+        RestoreChanged,    ///< whether a song that another program changed may be restored
     };
-    static constexpr std::size_t questionCount = 3;
+    static constexpr std::size_t questionCount = 4;
     /// A part of the run that is shown separately.
     struct Stage {
         QString title;

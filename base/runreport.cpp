@@ -43,6 +43,9 @@ void RunReport::count(Success success)
     case Success::Copied:
         ++m_copied;
         break;
+    case Success::Restored:
+        ++m_restored;
+        break;
     }
 }
 
@@ -85,11 +88,13 @@ void RunReport::append(const RunReport &part)
     m_updated += part.m_updated;
     m_edited += part.m_edited;
     m_copied += part.m_copied;
+    m_restored += part.m_restored;
 }
 
 bool RunReport::isUntouched() const
 {
-    return isEmpty() && m_operations.size() < 2 && m_updated + m_edited + m_copied == 0;
+    return isEmpty() && m_operations.size() < 2 &&
+           m_updated + m_edited + m_copied + m_restored == 0;
 }
 
 int RunReport::counted(Success success) const
@@ -101,6 +106,8 @@ int RunReport::counted(Success success) const
         return m_edited;
     case Success::Copied:
         return m_copied;
+    case Success::Restored:
+        return m_restored;
     }
     return 0;
 }
@@ -122,6 +129,8 @@ QString RunReport::summary() const
         counts.append(tr("%n modificate", "", m_edited));
     if (m_copied > 0)
         counts.append(tr("%n copiate", "", m_copied));
+    if (m_restored > 0)
+        counts.append(tr("%n ripristinate", "", m_restored));
     if (const int count = failed(); count > 0)
         counts.append(tr("%n non riuscite", "", count));
     if (const int count = skipped(); count > 0)
@@ -233,6 +242,8 @@ QString RunReport::operationText(Operation operation)
         return tr("Ottimizzazione memoria");
     case Operation::SongsList:
         return tr("Lista song");
+    case Operation::Restore:
+        return tr("Ripristino");
     }
     return {};
 }
@@ -252,6 +263,8 @@ QString RunReport::stepText(Step step)
         return tr("Non copiata");
     case Step::Index:
         return tr("Non indicizzata");
+    case Step::Restore:
+        return tr("Non ripristinata");
     }
     return {};
 }

@@ -22,10 +22,19 @@ class RunReport
     Q_DECLARE_TR_FUNCTIONS(RunReport)
 
 public:
-    enum class Operation { Import, Synchronisation, Backup, Edit, Transfer, Index, SongsList };
-    enum class Success { Updated, Edited, Copied };
+    enum class Operation {
+        Import,
+        Synchronisation,
+        Backup,
+        Edit,
+        Transfer,
+        Index,
+        SongsList,
+        Restore
+    };
+    enum class Success { Updated, Edited, Copied, Restored };
     /// The step that failed for a file.
-    enum class Step { Read, Find, Change, Save, Copy, Index };
+    enum class Step { Read, Find, Change, Save, Copy, Index, Restore };
 
     RunReport() = default;
     explicit RunReport(Operation operation) : m_operations{operation} {}
@@ -105,6 +114,7 @@ private:
     int m_updated = 0;
     int m_edited = 0;
     int m_copied = 0;
+    int m_restored = 0;
 };
 
 } // namespace brisel

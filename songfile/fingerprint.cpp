@@ -12,7 +12,7 @@ namespace brisel
 namespace
 {
 
-QByteArray checksumOf(const QByteArray &bytes)
+QByteArray checksumOfBytes(const QByteArray &bytes)
 {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256);
 }
@@ -21,21 +21,25 @@ QByteArray checksumOf(const QByteArray &bytes)
 
 Fingerprint Fingerprint::ofWhole(const QByteArray &content)
 {
-    return {checksumOf(content), content.size(), -1};
+    return {checksumOfBytes(content), content.size(), -1};
 }
 
 Fingerprint Fingerprint::ofMp3(const QByteArray &tag, const QByteArray &audio, qint64 size)
 {
-    return {checksumOf(tag + audio.left(checkedAudio)), size, tag.size()};
+    return {checksumOfBytes(tag + audio.left(checkedAudio)), size, tag.size()};
+}
+
+QByteArray Fingerprint::checksumOf(const PlainFile &file) const
+{
+    const qint64 checked = tagSize < 0 ? size : std::min(size, tagSize + checkedAudio);
+    QByteArray bytes;
+    return file.read(0, checked, bytes) ? checksumOfBytes(bytes) : QByteArray();
 }
 
 bool Fingerprint::isOf(const PlainFile &file) const
 {
-    if (!file.isOpen() || file.size() != size || checksum.isEmpty())
-        return false;
-    const qint64 checked = tagSize < 0 ? size : std::min(size, tagSize + checkedAudio);
-    QByteArray bytes;
-    return file.read(0, checked, bytes) && checksumOf(bytes) == checksum;
+    return file.isOpen() && file.size() == size && !checksum.isEmpty() &&
+           checksumOf(file) == checksum;
 }
 
 } // namespace brisel

@@ -67,6 +67,12 @@ public:
     /// Logs that a Staged song could not be written.
     static void logFailedSave();
 
+    /// The start of an MP3's audio in the imported file, in bytes; nothing for another format.
+    std::optional<qint64> audioStart() const
+    {
+        return isMp3() ? std::optional(m_loaded.audioStart()) : std::nullopt;
+    }
+
     Trouble trouble() const { return m_trouble; }
 
     /// "MIDI", "ZB3", "ZB4", "ZB5", "MP3", or "UNKNOWN" for anything else.

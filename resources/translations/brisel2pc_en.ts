@@ -110,6 +110,21 @@
     </message>
 </context>
 <context>
+    <name>Restore</name>
+    <message>
+        <source>Ripristino</source>
+        <translation>Restoring</translation>
+    </message>
+    <message>
+        <source>Ripristino delle song...</source>
+        <translation>Restoring the songs...</translation>
+    </message>
+    <message>
+        <source>Un altro programma ha cambiato questa song dopo la modifica da annullare. Ripristinarla comunque?</source>
+        <translation>Another program has changed this song after the change to be taken back. Restore it anyway?</translation>
+    </message>
+</context>
+<context>
     <name>RunReport</name>
     <message numerus="yes">
         <source> (%n song)</source>
@@ -331,6 +346,33 @@
     <message>
         <source>la cronologia è di una versione più recente del programma</source>
         <translation>the history is from a newer version of the program</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n ripristinate</source>
+        <translation>
+            <numerusform>%n restored</numerusform>
+            <numerusform>%n restored</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Ripristino</source>
+        <translation>Restoring</translation>
+    </message>
+    <message>
+        <source>Non ripristinata</source>
+        <translation>Not restored</translation>
+    </message>
+    <message>
+        <source>la song è già come prima della modifica</source>
+        <translation>the song is already as before the change</translation>
+    </message>
+    <message>
+        <source>nella cronologia non c&apos;è più la vecchia versione</source>
+        <translation>the old version is no longer in the history</translation>
+    </message>
+    <message>
+        <source>un altro programma l&apos;ha cambiata dopo la modifica</source>
+        <translation>another program has changed it since the change</translation>
     </message>
 </context>
 <context>

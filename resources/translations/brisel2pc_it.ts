@@ -110,6 +110,21 @@
     </message>
 </context>
 <context>
+    <name>Restore</name>
+    <message>
+        <source>Ripristino</source>
+        <translation>Ripristino</translation>
+    </message>
+    <message>
+        <source>Ripristino delle song...</source>
+        <translation>Ripristino delle song...</translation>
+    </message>
+    <message>
+        <source>Un altro programma ha cambiato questa song dopo la modifica da annullare. Ripristinarla comunque?</source>
+        <translation>Un altro programma ha cambiato questa song dopo la modifica da annullare. Ripristinarla comunque?</translation>
+    </message>
+</context>
+<context>
     <name>RunReport</name>
     <message numerus="yes">
         <source> (%n song)</source>
@@ -331,6 +346,33 @@
     <message>
         <source>la cronologia è di una versione più recente del programma</source>
         <translation>la cronologia è di una versione più recente del programma</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n ripristinate</source>
+        <translation>
+            <numerusform>%n ripristinata</numerusform>
+            <numerusform>%n ripristinate</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Ripristino</source>
+        <translation>Ripristino</translation>
+    </message>
+    <message>
+        <source>Non ripristinata</source>
+        <translation>Non ripristinata</translation>
+    </message>
+    <message>
+        <source>la song è già come prima della modifica</source>
+        <translation>la song è già come prima della modifica</translation>
+    </message>
+    <message>
+        <source>nella cronologia non c&apos;è più la vecchia versione</source>
+        <translation>nella cronologia non c&apos;è più la vecchia versione</translation>
+    </message>
+    <message>
+        <source>un altro programma l&apos;ha cambiata dopo la modifica</source>
+        <translation>un altro programma l&apos;ha cambiata dopo la modifica</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,210 @@
+#include "library/restore.h"
+
+#include "base/filefailure.h"
+#include "base/plainfile.h"
+#include "db/database.h"
+#include "db/usersongsreltablemodel.h"
+#include "history/historyrecorder.h"
+#include "library/songfailure.h"
+#include "library/songfile.h"
+#include "library/workflowlog.h"
+#include "songfile/readonlyflag.h"
+#include "songfile/songrestoring.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <utility>
+
+namespace brisel
+{
+
+namespace
+{
+
+QStringList pathsOf(UserSongsRelTableModel &model)
+{
+    QStringList paths;
+    const int count = model.goodRowCount();
+    for (int row = 0; row < count; ++row)
+        paths.append(model.fileName(row));
+    return paths;
+}
+
+/// The start of the audio in the MP3 at \a path; nothing if it is not an MP3.
+std::optional<qint64> audioStartOf(const QString &path)
+{
+    MetaSong song;
+    return song.importFile(path) ? song.audioStart() : std::nullopt;
+}
+
+} // namespace
+
+Restore::Restore(UserSongsRelTableModel &model, History &history, QList<HistorySong> songs,
+                 HistoryRecorder *recorder)
+    : m_model(model), m_history(history), m_songs(std::move(songs)), m_recorder(recorder)
+{
+    std::sort(m_songs.begin(), m_songs.end(),
+              [](const HistorySong &a, const HistorySong &b) { return a.id > b.id; });
+    for (const HistorySong &song : std::as_const(m_songs))
+        m_places.insert(song.path);
+    // A song of the restored ones is in its own place.
+    QStringList others;
+    const QStringList paths = pathsOf(model);
+    for (int row = 0; row < paths.size(); ++row) {
+        m_rows.insert(paths.at(row), row);
+        if (!m_places.contains(paths.at(row)))
+            others.append(paths.at(row));
+    }
+    m_moved = MovedSongs(others);
+    m_lot.setBeforeReplacing([recorder] {
+        if (recorder != nullptr)
+            recorder->flush();
+    });
+}
+
+Restore::Outcome Restore::run(Run &run)
+{
+    logBanner("RESTORE");
+    run.begin({tr("Ripristino"), tr("Ripristino delle song..."), static_cast<int>(m_songs.size())});
+    const Outcome outcome = restoreSongs(run);
+    if (m_recorder != nullptr)
+        m_recorder->finish(run.report());
+    run.end();
+    return outcome;
+}
+
+Restore::Outcome Restore::restoreSongs(Run &run)
+{
+    const UserSongsRelTableModel::ManyChanges changes(m_model);
+    for (qsizetype i = 0; i < m_songs.size(); ++i) {
+        if (!run.mayGoOn()) {
+            finishLot(run);
+            for (; i < m_songs.size(); ++i)
+                note(run, m_songs.at(i).path, Run::interrupted);
+            return Outcome::Interrupted;
+        }
+        restore(run, m_songs.at(i));
+        run.setStep(static_cast<int>(i) + 1);
+        run.processEvents();
+    }
+    finishLot(run);
+    return Outcome::Done;
+}
+
+void Restore::restore(Run &run, const HistorySong &song)
+{
+    const QString path = m_newPlaces.value(song.path, song.path);
+    if (m_lot.isFull() || m_lot.holds(QFileInfo(path).canonicalFilePath()))
+        finishLot(run);
+    switch (look(song, path)) {
+    case Found::AsWritten:
+        write(run, song, path, false);
+        return;
+    case Found::AsBefore:
+        note(run, path, Restore::alreadyBefore);
+        return;
+    default:
+        break;
+    }
+    if (const QString place = m_moved.find(song.after); !place.isEmpty()) {
+        m_newPlaces.insert(song.path, place);
+        write(run, song, place, false);
+    } else if (!isRegularFile(path)) {
+        note(run, path, whyNoSong(MetaSong(), path));
+    } else if (mayOverwrite(run, path)) {
+        write(run, song, path, true);
+    } else {
+        note(run, path, Run::isEnding() ? Run::interrupted : Restore::changedSince);
+    }
+}
+
+Restore::Found Restore::look(const HistorySong &song, const QString &path)
+{
+    PlainFile file;
+    if (!file.open(path))
+        return Found::Nothing;
+    if (song.after.isOf(file))
+        return Found::AsWritten;
+    return song.before.isOf(file) ? Found::AsBefore : Found::Other;
+}
+
+bool Restore::mayOverwrite(Run &run, const QString &path)
+{
+    if (run.isAsking(Run::Question::RestoreChanged))
+        finishLot(run);
+    return run.ask(Run::Question::RestoreChanged, path,
+                   tr("Un altro programma ha cambiato questa song dopo la modifica da annullare. "
+                      "Ripristinarla comunque?"));
+}
+
+/// With \a isChanged, over a file that another program has written.
+void Restore::write(Run &run, const HistorySong &song, const QString &path, bool isChanged)
+{
+    const std::optional<QByteArray> bytes = m_history.oldBytes(song.id);
+    if (!bytes.has_value()) {
+        note(run, path, m_history.trouble().value_or(Restore::notKept));
+        return;
+    }
+    const OldSong old{song.format, *bytes};
+    makeWritable(path);
+    PlainFile file;
+    const bool isOpen = file.open(path);
+    const std::optional<qint64> tagSize =
+        isChanged && old.isMp3() ? audioStartOf(path) : std::optional(song.after.tagSize);
+    if (!isOpen || !tagSize.has_value()) {
+        note(run, path, whyNoSong(MetaSong(), path));
+        return;
+    }
+    if (!isChanged && !song.after.isOf(file)) {
+        note(run, path, FileReason::changed);
+        return;
+    }
+    const WriteResult result = restoreSong(path, file, old, *tagSize, m_lot, m_recorder);
+    if (result == WriteResult::Staged)
+        m_staged.append(path);
+    else if (result == WriteResult::Changed)
+        finishSong(run, path, FileReason::changed);
+    else
+        finishSong(run, path,
+                   result == WriteResult::Done ? std::nullopt : std::optional(whyNotPlaced(path)));
+}
+
+void Restore::finishLot(Run &run)
+{
+    const QStringList paths = std::exchange(m_staged, {});
+    const QList<WriteResult> results = m_lot.commit();
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        const WriteResult result = results.at(i);
+        if (m_recorder != nullptr)
+            m_recorder->settle(paths.at(i), result);
+        std::optional<Reason> whyNot;
+        if (result != WriteResult::Done)
+            whyNot =
+                result == WriteResult::Changed ? FileReason::changed : whyNotPlaced(paths.at(i));
+        finishSong(run, paths.at(i), whyNot);
+    }
+}
+
+/// Reports whether the song was restored, and shows its content in its rows.
+void Restore::finishSong(Run &run, const QString &path, std::optional<Reason> whyNot)
+{
+    if (whyNot.has_value())
+        note(run, path, *whyNot);
+    else
+        run.report().count(RunReport::Success::Restored);
+    const SongFile held(path);
+    for (auto row = m_rows.constFind(path); row != m_rows.cend() && row.key() == path; ++row) {
+        if (held.isOpen)
+            m_model.updateRow(*row, held.info);
+        if (!whyNot.has_value())
+            m_model.setStatus(*row, Database::Imported);
+    }
+}
+
+void Restore::note(Run &run, const QString &path, Reason reason)
+{
+    m_memories.note(run.report(), Step::Restore, path, reason);
+}
+
+} // namespace brisel
