@@ -3,17 +3,17 @@
 #include "tests/fulldisk.h"
 #include "tests/index/samplememory.h"
 #include "tests/scriptedindex.h"
+#include "tests/shim/shimmedworker.h"
 #include "tests/smalldisk.h"
 #include "tests/songfile/samples.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
 #include <QDirIterator>
-#include <QProcess>
+#include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <QTest>
 
-#include <csignal>
 #include <unistd.h>
 
 using namespace brisel;
@@ -81,24 +81,15 @@ void makeFiles(const QString &folder, const Job &job)
 }
 
 /// Runs the worker on \a folder and waits for its end.
-Outcome runWorker(const Job &job, const QString &folder, QProcessEnvironment environment)
+Outcome runWorker(const Job &job, const QString &folder, const QProcessEnvironment &environment)
 {
-    environment.insert(u"XDG_CONFIG_HOME"_s, folder);
-    environment.insert(u"TMPDIR"_s, folder);
-    environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
-    QProcess worker;
-    worker.setProcessEnvironment(environment);
     QStringList arguments = job.arguments;
     arguments.replaceInStrings(u"%1"_s, folder);
-    worker.start(QStringLiteral(BRISEL_WORKER), arguments);
-    if (!worker.waitForFinished(60000))
-        qFatal("the worker hangs or does not start");
+    const Worker::Outcome worker = Worker::run(arguments, folder, environment);
     Outcome outcome;
-    outcome.log = worker.readAllStandardError();
-    outcome.killed = worker.exitStatus() == QProcess::CrashExit && worker.exitCode() == SIGKILL;
-    if (!outcome.killed && (worker.exitStatus() == QProcess::CrashExit || worker.exitCode() > 1))
-        qFatal("the worker failed: %s", outcome.log.constData());
-    outcome.saidTrue = !outcome.killed && worker.exitCode() == 0;
+    outcome.killed = worker.isKilled;
+    outcome.saidTrue = worker.saidTrue;
+    outcome.log = worker.log;
     outcome.files = filesOf(folder);
     return outcome;
 }
@@ -109,25 +100,17 @@ Outcome run(const Job &job, int number, const char *action)
     const QTemporaryDir home;
     const QString folder = home.filePath(u"work"_s);
     makeFiles(folder, job);
-    const QString count = home.filePath(u"count"_s);
-    const QString trace = home.filePath(u"trace"_s);
-    makeFile(count, QByteArray(sizeof(int), '\0'));
 
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(BRISEL_SHIM));
-    environment.insert(u"BRISEL_SHIM_FOLDER"_s, folder);
-    environment.insert(u"BRISEL_SHIM_AT"_s, QString::number(number));
-    environment.insert(u"BRISEL_SHIM_ACTION"_s, QLatin1StringView(action));
-    environment.insert(u"BRISEL_SHIM_COUNT"_s, count);
-    environment.insert(u"BRISEL_SHIM_TRACE"_s, trace);
+    QProcessEnvironment environment = Worker::watched(folder, home.path(), {number, action});
     if (!job.replaces)
         environment.insert(u"BRISEL_SHIM_NO_REPLACE"_s, u"1"_s);
     if (job.isOnFat)
         environment.insert(u"BRISEL_SHIM_FAT"_s, u"1"_s);
     Outcome outcome = runWorker(job, folder, environment);
     outcome.diskStaysFull = std::strcmp(action, "enospc") == 0;
-    outcome.trace = fileContent(trace).trimmed().split('\n');
-    std::memcpy(&outcome.steps, fileContent(count).constData(), sizeof(int));
+    const Worker::Steps steps = Worker::stepsIn(home.path());
+    outcome.trace = steps.trace;
+    outcome.steps = steps.count;
     return outcome;
 }
 

@@ -1,3 +1,4 @@
+#include "history/historyrecorder.h"
 #include "library/filecopier.h"
 #include "library/synchroniser.h"
 #include "tests/index/changedmemory.h"
@@ -48,6 +49,7 @@ private slots:
     void copiesInFewFlushes();
     void synchronisesInFewFlushes_data() { disks(); }
     void synchronisesInFewFlushes();
+    void keepsAHistoryInFewFlushes();
     void indexesInFewFlushes_data();
     void indexesInFewFlushes();
 
@@ -109,6 +111,26 @@ void TestFlushCounts::synchronisesInFewFlushes()
     QVERIFY(flushes * flushTime <= 3000);
     QCOMPARE(run.report().counted(RunReport::Success::Updated), manySongs);
     QCOMPARE(library.statuses(), QString(manySongs, u'1'));
+}
+
+/// The history has its own flushes, a few for each lot.
+void TestFlushCounts::keepsAHistoryInFewFlushes()
+{
+    Sample::Library library({{u"ONE"_s, u"ONE LOVE"_s, u"X"_s}});
+    for (int i = 0; i < manySongs; ++i)
+        library.add(u"songs/%1/one.mid"_s.arg(i), Sample::midi("One", true));
+    ScriptedRun run;
+    History history(library.path(u"data/history.sqlite"_s));
+    HistoryRecorder recorder(history, RunKind::Synchronisation);
+    Synchroniser synchroniser(library.model(), library.database(), false);
+    synchroniser.setRecorder(&recorder);
+    watch(library.path(u"data"_s));
+    QCOMPARE(synchroniser.run(run), Synchroniser::Outcome::Done);
+    const int flushes = flushesSince();
+    std::printf("%d flushes\n", flushes);
+    QVERIFY(flushes > 0);
+    QVERIFY(flushes * flushTime <= 1000);
+    QCOMPARE(history.runs().value(0).songs, manySongs);
 }
 
 void TestFlushCounts::indexesInFewFlushes_data()

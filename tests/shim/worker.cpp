@@ -7,6 +7,7 @@
 #include "songfile/metasong.h"
 #include "tests/scriptedindex.h"
 #include "tests/scriptedrun.h"
+#include "tests/shim/historyjobs.h"
 
 #include <QCoreApplication>
 #include <QSettings>
@@ -104,7 +105,8 @@ int main(int argc, char **argv)
     constexpr Job jobs[] = {{"save", saveSongs},          {"copy", copySongs},
                             {"catalogue", openCatalogue}, {"settings", saveSettings},
                             {"list", saveList},           {"index", buildIndex},
-                            {"update", updateIndex}};
+                            {"update", updateIndex},      {"synchronise", synchroniseSongs},
+                            {"edit", editSongs},          {"restore", restoreSongs}};
     const QStringList arguments = QCoreApplication::arguments();
     for (const Job &job : jobs) {
         if (arguments.value(1) == QLatin1StringView(job.name))
