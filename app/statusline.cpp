@@ -110,10 +110,12 @@ void StatusLine::showOutcome()
     m_outcomeLabel->setWholeText(m_report.summary());
     m_detailsButton->setText(tr("&Dettagli"));
     m_detailsButton->setEnabled(!m_report.isEmpty());
-    const QString hint =
-        m_report.isEmpty()
-            ? tr("Nessun file da segnalare")
-            : tr("Elenca i file che l'ultima operazione non ha elaborato, con il motivo");
+    QString hint = tr("Nessun file da segnalare");
+    if (m_report.hasChanges())
+        hint = tr("Elenca le song che l'ultima operazione ha modificato, con i dati di prima e di "
+                  "dopo, e i file che non ha elaborato");
+    else if (!m_report.isEmpty())
+        hint = tr("Elenca i file che l'ultima operazione non ha elaborato, con il motivo");
     m_detailsButton->setToolTip(hint);
     m_detailsButton->setAccessibleDescription(hint);
 }

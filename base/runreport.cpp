@@ -9,7 +9,9 @@ namespace brisel
 namespace
 {
 
-constexpr int mostNamed = 1000; ///< files of a kind
+constexpr int mostNamed = 1000;        ///< files of a kind
+constexpr qsizetype longestText = 160; ///< characters of a field that are shown
+constexpr qsizetype leadingText = 40;  ///< characters that are shown before a late difference
 
 /// Replaces line breaks by a mark, so that no name can forge a line of the report.
 QString onOneLine(QString text)
@@ -21,6 +23,40 @@ QString onOneLine(QString text)
             character = QChar::ReplacementCharacter;
     }
     return text;
+}
+
+/// The position in \a text, or the one before it if that would split a character.
+qsizetype wholeCharacter(const QString &text, qsizetype position)
+{
+    const bool isSplit = position > 0 && position < text.size() &&
+                         text.at(position).isLowSurrogate() &&
+                         text.at(position - 1).isHighSurrogate();
+    return isSplit ? position - 1 : position;
+}
+
+/// \a text from \a first on, at most longestText characters of it: its middle is left out.
+QString shortened(const QString &text, qsizetype first)
+{
+    static const QString gap = QStringLiteral("[...]");
+    const qsizetype start = wholeCharacter(text, first);
+    const QString lead = start > 0 ? gap : QString();
+    if (text.size() - start <= longestText)
+        return lead + text.mid(start);
+    const qsizetype half = longestText / 2;
+    const qsizetype end = wholeCharacter(text, start + half);
+    return lead + text.mid(start, end - start) + gap +
+           text.mid(wholeCharacter(text, text.size() - half));
+}
+
+/// The position from which two texts are shown: 0, or before the difference of long ones.
+qsizetype firstShown(const QString &before, const QString &after)
+{
+    if (before.size() <= longestText && after.size() <= longestText)
+        return 0;
+    const auto difference =
+        std::mismatch(before.cbegin(), before.cend(), after.cbegin(), after.cend());
+    const qsizetype equal = difference.first - before.cbegin();
+    return equal < longestText / 2 ? 0 : equal - leadingText;
 }
 
 } // namespace
@@ -75,6 +111,20 @@ bool RunReport::addNotice(const QString &message)
     return addEntry({Step::Index, std::nullopt, {}, message, true});
 }
 
+void RunReport::addChanges(const QString &path, const QList<ChangedField> &changes)
+{
+    if (changes.isEmpty())
+        return;
+    ChangedSong song{path, {}};
+    song.fields.reserve(changes.size());
+    for (const ChangedField &change : changes) {
+        const qsizetype first = firstShown(change.before, change.after);
+        song.fields.append(
+            {change.field, shortened(change.before, first), shortened(change.after, first)});
+    }
+    m_changed.append(song);
+}
+
 void RunReport::append(const RunReport &part)
 {
     for (const Operation operation : part.m_operations)
@@ -85,6 +135,7 @@ void RunReport::append(const RunReport &part)
         addShared(shared);
     for (const auto &[kind, count] : part.m_counts)
         m_counts[kind] += std::max(0, count - mostNamed);
+    m_changed += part.m_changed;
     m_updated += part.m_updated;
     m_edited += part.m_edited;
     m_copied += part.m_copied;
@@ -156,7 +207,21 @@ QString RunReport::text() const
     const QStringList others = rest();
     for (const QString &line : others)
         text += line + u'\n';
+    for (const ChangedSong &song : m_changed) {
+        text += tr("Modificata: %1").arg(onOneLine(song.path)) + u'\n';
+        for (const ChangedField &change : song.fields)
+            text += fieldLine(change) + u'\n';
+    }
     return text;
+}
+
+QString RunReport::fieldLine(const ChangedField &change)
+{
+    const auto worded = [](const QString &text) {
+        return text.isEmpty() ? tr("(vuoto)") : tr("«%1»").arg(onOneLine(text));
+    };
+    return QStringLiteral("    ") +
+           tr("%1: %2 → %3").arg(tr(change.field), worded(change.before), worded(change.after));
 }
 
 QStringList RunReport::rest() const

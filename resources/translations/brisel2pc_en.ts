@@ -374,6 +374,22 @@
         <source>un altro programma l&apos;ha cambiata dopo la modifica</source>
         <translation>another program has changed it since the change</translation>
     </message>
+    <message>
+        <source>Modificata: %1</source>
+        <translation>Changed: %1</translation>
+    </message>
+    <message>
+        <source>(vuoto)</source>
+        <translation>(empty)</translation>
+    </message>
+    <message>
+        <source>«%1»</source>
+        <translation>&quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>%1: %2 → %3</source>
+        <translation>%1: %2 → %3</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -1452,10 +1468,6 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>Report</translation>
     </message>
     <message>
-        <source>Una riga per ogni file non elaborato, con il motivo</source>
-        <translation>A line for each file that was not processed, with the reason</translation>
-    </message>
-    <message>
         <source>&amp;Copia</source>
         <translation>&amp;Copy</translation>
     </message>
@@ -1494,6 +1506,10 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Il resoconto non è stato salvato: %1</source>
         <translation>The report was not saved: %1</translation>
+    </message>
+    <message>
+        <source>Una riga per ogni file non elaborato, con il motivo; poi le song modificate, con i dati di prima e di dopo</source>
+        <translation>A line for each file that was not processed, with the reason; then the changed songs, with their data before and after</translation>
     </message>
 </context>
 <context>
@@ -1687,6 +1703,10 @@ Try again when it has finished.</translation>
     <message>
         <source>Elenca i file che l&apos;ultima operazione non ha elaborato, con il motivo</source>
         <translation>Lists the files that the last operation did not process, with the reason</translation>
+    </message>
+    <message>
+        <source>Elenca le song che l&apos;ultima operazione ha modificato, con i dati di prima e di dopo, e i file che non ha elaborato</source>
+        <translation>Lists the songs that the last operation changed, with their data before and after, and the files that it did not process</translation>
     </message>
 </context>
 <context>

@@ -374,6 +374,22 @@
         <source>un altro programma l&apos;ha cambiata dopo la modifica</source>
         <translation>un altro programma l&apos;ha cambiata dopo la modifica</translation>
     </message>
+    <message>
+        <source>Modificata: %1</source>
+        <translation>Modificata: %1</translation>
+    </message>
+    <message>
+        <source>(vuoto)</source>
+        <translation>(vuoto)</translation>
+    </message>
+    <message>
+        <source>«%1»</source>
+        <translation>«%1»</translation>
+    </message>
+    <message>
+        <source>%1: %2 → %3</source>
+        <translation>%1: %2 → %3</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -1452,10 +1468,6 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>Resoconto</translation>
     </message>
     <message>
-        <source>Una riga per ogni file non elaborato, con il motivo</source>
-        <translation>Una riga per ogni file non elaborato, con il motivo</translation>
-    </message>
-    <message>
         <source>&amp;Copia</source>
         <translation>&amp;Copia</translation>
     </message>
@@ -1494,6 +1506,10 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Il resoconto non è stato salvato: %1</source>
         <translation>Il resoconto non è stato salvato: %1</translation>
+    </message>
+    <message>
+        <source>Una riga per ogni file non elaborato, con il motivo; poi le song modificate, con i dati di prima e di dopo</source>
+        <translation>Una riga per ogni file non elaborato, con il motivo; poi le song modificate, con i dati di prima e di dopo</translation>
     </message>
 </context>
 <context>
@@ -1687,6 +1703,10 @@ Riprovare quando ha finito.</translation>
     <message>
         <source>Elenca i file che l&apos;ultima operazione non ha elaborato, con il motivo</source>
         <translation>Elenca i file che l&apos;ultima operazione non ha elaborato, con il motivo</translation>
+    </message>
+    <message>
+        <source>Elenca le song che l&apos;ultima operazione ha modificato, con i dati di prima e di dopo, e i file che non ha elaborato</source>
+        <translation>Elenca le song che l&apos;ultima operazione ha modificato, con i dati di prima e di dopo, e i file che non ha elaborato</translation>
     </message>
 </context>
 <context>

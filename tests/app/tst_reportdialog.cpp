@@ -34,6 +34,7 @@ private slots:
     void saysWhyAReportWasNotSaved();
     void leavesWithoutSaving();
     void showsThousandsOfFilesAtOnce();
+    void showsThousandsOfChangedSongsAtOnce();
     void changesItsLanguage();
 
 private:
@@ -42,6 +43,15 @@ private:
     Kind *find(const char *name) const
     {
         return m_dialog->findChild<Kind *>(QString::fromLatin1(name));
+    }
+    /// The number of lines of the text that were laid out.
+    int laidOut() const
+    {
+        int lines = 0;
+        const QTextDocument *text = find<QPlainTextEdit>("reportText")->document();
+        for (QTextBlock block = text->begin(); block.isValid(); block = block.next())
+            lines += block.layout()->lineCount() > 0 ? 1 : 0;
+        return lines;
     }
     void save() { QTest::mouseClick(find<QPushButton>("savePushButton"), Qt::LeftButton); }
     void verifyScript()
@@ -189,11 +199,26 @@ void TestReportDialog::showsThousandsOfFilesAtOnce()
     // The summary, and after the files of each kind the number of the others.
     QCOMPARE(text->blockCount(), 1 + 2 * named + 2 + 1);
     QCOMPARE(text->lineWrapMode(), QPlainTextEdit::NoWrap);
-    int laidOut = 0;
-    for (QTextBlock block = text->document()->begin(); block.isValid(); block = block.next())
-        laidOut += block.layout()->lineCount() > 0 ? 1 : 0;
-    QVERIFY(laidOut > 0);
-    QVERIFY2(laidOut < 200, qPrintable(QString::number(laidOut)));
+    QVERIFY(laidOut() > 0);
+    QVERIFY2(laidOut() < 200, qPrintable(QString::number(laidOut())));
+}
+
+/// 50,000 lines.
+void TestReportDialog::showsThousandsOfChangedSongsAtOnce()
+{
+    constexpr int count = 10000;
+    const QString text(300, u'a');
+    RunReport report(RunReport::Operation::Synchronisation);
+    for (int i = 0; i < count; ++i)
+        report.addChanges(u"/%1.mid"_qs.arg(i), {{"Titolo", text, {}},
+                                                 {"Artista", {}, text},
+                                                 {"Genere", {}, text},
+                                                 {"Autore", {}, text}});
+    m_dialog = std::make_unique<ReportDialog>(report);
+    m_dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_dialog.get()));
+    QCOMPARE(find<QPlainTextEdit>("reportText")->blockCount(), 1 + 5 * count + 1);
+    QVERIFY2(laidOut() < 200, qPrintable(QString::number(laidOut())));
 }
 
 void TestReportDialog::changesItsLanguage()

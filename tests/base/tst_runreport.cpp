@@ -68,7 +68,16 @@ private slots:
     void namesAThousandOfAKind();
     void saysWhichMessagesHaveALine();
     void namesAThousandOfItsParts();
+    void listsChangedSongsAtTheEnd();
+    void textsCannotForgeALine();
+    void longTextsAreCutInTheMiddle();
+    void longTextsShowTheirDifference();
+    void cutsNoCharacterInTwo();
+    void listsEveryChangedSong();
 };
+
+static const char *const title = "Titolo";
+static const char *const artist = "Artista";
 
 void TestRunReport::isEmptyAtFirst()
 {
@@ -328,6 +337,92 @@ void TestRunReport::namesAPulledMemoryOnce()
                                            "(3 song)\n"
                                            "Non copiata (la memoria non è più presente): /media/B "
                                            "(2 song)\n"));
+}
+
+/// After the files that were left out, which are fewer and matter more.
+void TestRunReport::listsChangedSongsAtTheEnd()
+{
+    RunReport part(Operation::Synchronisation);
+    part.count(Success::Updated);
+    part.addChanges(QStringLiteral("/%1.mid"), {});
+    QVERIFY(part.isEmpty());
+    part.addChanges(QStringLiteral("/%1.mid"), {{title, QStringLiteral("one"), u"%2 ONE"_qs},
+                                                {artist, QString(), QStringLiteral("ARTIST")}});
+    QVERIFY(!part.isEmpty());
+    QVERIFY(part.hasChanges());
+    RunReport report;
+    report.append(part);
+    report.addChanges(QStringLiteral("/b.mid"), {{artist, QStringLiteral("x"), QString()}});
+    (void)report.addNotice(QStringLiteral("Rinominato: /c.mid"));
+    report.add(Step::Read, QStringLiteral("/d.mid"), FileReason::empty);
+    QCOMPARE(report.failed(), 1);
+    QCOMPARE(report.text(), QStringLiteral("Sincronizzazione: 1 aggiornate, 1 non riuscite\n"
+                                           "Non letta (il file è vuoto): /d.mid\n"
+                                           "Rinominato: /c.mid\n"
+                                           "Modificata: /%1.mid\n"
+                                           "    Titolo: «one» → «%2 ONE»\n"
+                                           "    Artista: (vuoto) → «ARTIST»\n"
+                                           "Modificata: /b.mid\n"
+                                           "    Artista: «x» → (vuoto)\n"));
+}
+
+void TestRunReport::textsCannotForgeALine()
+{
+    RunReport report;
+    report.addChanges(QStringLiteral("/a\nb.mid"),
+                      {{title, QStringLiteral("a\r\nb"), QStringLiteral("a\u2028b")}});
+    QCOMPARE(report.text(), QStringLiteral("\n"
+                                           "Modificata: /a\uFFFDb.mid\n"
+                                           "    Titolo: «a\uFFFD\uFFFDb» → «a\uFFFDb»\n"));
+}
+
+void TestRunReport::longTextsAreCutInTheMiddle()
+{
+    RunReport report;
+    report.addChanges(QStringLiteral("/a.mid"),
+                      {{title, QString(160, u'a'), QString(100, u'b') + QString(61, u'c')}});
+    QCOMPARE(report.text(), u"\nModificata: /a.mid\n    Titolo: «"_qs + QString(160, u'a') +
+                                u"» → «"_qs + QString(80, u'b') + u"[...]"_qs + QString(19, u'b') +
+                                QString(61, u'c') + u"»\n"_qs);
+}
+
+/// Two lists of markers may begin with the same thousand characters.
+void TestRunReport::longTextsShowTheirDifference()
+{
+    const QString equal(1000, u'a');
+    RunReport report;
+    report.addChanges(QStringLiteral("/a.mid"), {{title, equal + u"x"_qs, equal + u"y"_qs}});
+    const QString shown = u"[...]"_qs + QString(40, u'a');
+    QCOMPARE(report.text(),
+             u"\nModificata: /a.mid\n    Titolo: «"_qs + shown + u"x» → «"_qs + shown + u"y»\n"_qs);
+}
+
+void TestRunReport::cutsNoCharacterInTwo()
+{
+    const QString note = QStringLiteral("\U0001D11E"); // two code units
+    QString text = QStringLiteral("a");
+    for (int i = 0; i < 100; ++i)
+        text += note;
+    for (const QString &lead : {QString(), QStringLiteral("b")}) {
+        RunReport report;
+        report.addChanges(QStringLiteral("/a.mid"), {{title, QString(), lead + text}});
+        QVERIFY(report.text().isValidUtf16());
+        report.addChanges(QStringLiteral("/a.mid"),
+                          {{title, lead + text + u"x"_qs, lead + text + u"y"_qs}});
+        QVERIFY(report.text().isValidUtf16());
+    }
+}
+
+void TestRunReport::listsEveryChangedSong()
+{
+    constexpr int count = 65535;
+    RunReport part;
+    for (int i = 0; i < count; ++i)
+        part.addChanges(u"/%1.mid"_qs.arg(i), {{title, u"old"_qs, u"new"_qs}});
+    RunReport report;
+    report.append(part);
+    QCOMPARE(report.text().count(u'\n'), 1 + 2 * count);
+    QVERIFY(report.text().contains(u"Modificata: /65534.mid\n"_qs));
 }
 
 BRISEL_TEST(QCoreApplication, TestRunReport)
