@@ -4,6 +4,7 @@
 #include "base/fileidentity.h"
 #include "db/usersongsreltablemodel.h"
 #include "history/historyrecorder.h"
+#include "library/songchanges.h"
 #include "library/songfailure.h"
 #include "library/songfilename.h"
 
@@ -79,12 +80,14 @@ SongInfo ManualEdit::spreadInfo(const SongFile &file) const
 void ManualEdit::saveSong(Run &run, MetaSong &song, const SongInfo &info, const QString &path,
                           int row)
 {
+    SongInfo before;
+    song.getSongInfo(before);
     song.setKeeper(m_recorder);
     song.setSongInfo(info, true);
     debug() << "Saving to file: " << path;
     // A song on a removed memory must not be created in the mount folder.
     const bool isSaved = isRegularFile(path) && song.saveToFile(path);
-    finishSong(run, path, row, isSaved ? std::nullopt : WhyNot(whyNotSaved(song, path)));
+    finishSong(run, {row, path, before}, isSaved ? std::nullopt : WhyNot(whyNotSaved(song, path)));
 }
 
 void ManualEdit::spreadOverList(Run &run)
@@ -111,9 +114,9 @@ void ManualEdit::spreadOver(Run &run, int row)
     const WriteResult result =
         isRegularFile(path) ? file->song.saveInLot(path, m_lot) : WriteResult::Failed;
     if (result == WriteResult::Staged)
-        m_staged.append({row, path});
+        m_staged.append({row, path, file->info});
     else
-        finishSong(run, path, row,
+        finishSong(run, {row, path, file->info},
                    result == WriteResult::Done ? std::nullopt
                                                : WhyNot(whyNotSaved(file->song, path)));
     run.setStep(row + 1);
@@ -133,37 +136,41 @@ void ManualEdit::finishLot(Run &run)
     const QList<Staged> staged = std::exchange(m_staged, {});
     const QList<WriteResult> results = m_lot.commit();
     for (qsizetype i = 0; i < staged.size(); ++i) {
-        const auto &[row, path] = staged.at(i);
+        const Staged &song = staged.at(i);
         if (m_recorder != nullptr)
-            m_recorder->settle(path, results.at(i));
+            m_recorder->settle(song.path, results.at(i));
         if (results.at(i) == WriteResult::Done) {
-            finishSong(run, path, row, std::nullopt);
+            finishSong(run, song, std::nullopt);
             continue;
         }
         if (results.at(i) != WriteResult::Changed) {
             MetaSong::logFailedSave();
-            finishSong(run, path, row, whyNotPlaced(path));
+            finishSong(run, song, whyNotPlaced(song.path));
             continue;
         }
         // Another program has changed the song since it was read: it is read again.
-        if (std::optional<SongFile> file = openFile(run, path))
-            saveSong(run, file->song, spreadInfo(*file), path, row);
+        if (std::optional<SongFile> file = openFile(run, song.path))
+            saveSong(run, file->song, spreadInfo(*file), song.path, song.row);
     }
 }
 
-/// Reports whether the row's song was saved, and shows its content in both cases.
-void ManualEdit::finishSong(Run &run, const QString &path, int row, WhyNot whyNotSaved)
+/// Reports whether the row's song was saved, and its changes, and shows its content in both cases.
+void ManualEdit::finishSong(Run &run, const Staged &song, WhyNot whyNotSaved)
 {
     if (whyNotSaved.has_value()) {
         debug() << "Error!";
-        m_memories.note(run.report(), RunReport::Step::Save, path, *whyNotSaved);
+        m_memories.note(run.report(), RunReport::Step::Save, song.path, *whyNotSaved);
     } else {
         debug() << "Ok";
         run.report().count(RunReport::Success::Edited);
     }
-    if (const SongFile held(path); held.isOpen)
-        m_model.updateRow(row, held.info);
-    m_model.setStatus(row, Database::Edited);
+    if (const SongFile held(song.path); held.isOpen) {
+        m_model.updateRow(song.row, held.info);
+        if (!whyNotSaved.has_value())
+            run.report().addChanges(song.path,
+                                    reportedChanges(fieldChanges(song.before, held.info)));
+    }
+    m_model.setStatus(song.row, Database::Edited);
 }
 
 } // namespace brisel

@@ -59,6 +59,7 @@ private:
     struct Staged {
         int row = 0;
         QString path;
+        SongInfo before; ///< the song as it was read
     };
     using WhyNot = std::optional<Reason>;
 
@@ -68,7 +69,7 @@ private:
     void spreadOver(Run &run, int row);
     std::optional<SongFile> openFile(Run &run, const QString &path);
     void finishLot(Run &run);
-    void finishSong(Run &run, const QString &path, int row, WhyNot whyNotSaved);
+    void finishSong(Run &run, const Staged &song, WhyNot whyNotSaved);
 
     UserSongsRelTableModel &m_model;
     MetaSong m_song;

@@ -6,6 +6,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "history/historyrecorder.h"
 #include "library/cataloguelookup.h"
+#include "library/songchanges.h"
 #include "library/songfailure.h"
 #include "library/songfile.h"
 #include "library/workflowlog.h"
@@ -133,56 +134,62 @@ Synchroniser::Change Synchroniser::save(Run &run, int row, SongFile &file, FileL
     else if (isRegularFile(file.path) && file.song.saveToFile(file.path))
         result = WriteResult::Done;
     if (result == WriteResult::Staged) {
-        m_staged.append(row);
+        m_staged.append({row, file.info});
         return Change::Staged;
     }
     const std::optional<Reason> whyNot = result == WriteResult::Done
                                              ? std::nullopt
                                              : std::optional(whyNotSaved(file.song, file.path));
-    return finishRow(run, row, whyNot) ? Change::Made : Change::Failed;
+    return finishRow(run, {row, file.info}, whyNot) ? Change::Made : Change::Failed;
 }
 
 /// Commits the songs of the lot. Returns true if the last of them could be read again.
 bool Synchroniser::finishLot(Run &run)
 {
-    const QList<int> rows = std::exchange(m_staged, {});
+    const QList<Staged> songs = std::exchange(m_staged, {});
     const QList<WriteResult> results = m_lot.commit();
     bool isReadAgain = false;
-    for (qsizetype i = 0; i < rows.size(); ++i) {
-        const int row = rows.at(i);
+    for (qsizetype i = 0; i < songs.size(); ++i) {
+        const int row = songs.at(i).row;
         const QString fileName = m_model.fileName(row);
         if (m_recorder != nullptr)
             m_recorder->settle(fileName, results.at(i));
         switch (results.at(i)) {
         case WriteResult::Done:
-            isReadAgain = finishRow(run, row, std::nullopt);
+            isReadAgain = finishRow(run, songs.at(i), std::nullopt);
             break;
         case WriteResult::Changed: // by another program since it was read
             isReadAgain = change(run, row, nullptr) == Change::Made;
             break;
         default:
             MetaSong::logFailedSave();
-            isReadAgain = finishRow(run, row, whyNotPlaced(fileName));
+            isReadAgain = finishRow(run, songs.at(i), whyNotPlaced(fileName));
         }
         setStatus(row, isReadAgain);
     }
     return isReadAgain;
 }
 
-/// Shows the content of the row's song, saved or not. Returns false if it could not be read again:
-/// then the row is unchanged, also if the memory of the file was removed.
-bool Synchroniser::finishRow(Run &run, int row, std::optional<Reason> whyNotSaved)
+/// Shows the content of the row's song, saved or not, and reports its changes. Returns false if it
+/// could not be read again: then the row is unchanged, also if the memory of the file was removed.
+bool Synchroniser::finishRow(Run &run, const Staged &song, std::optional<Reason> whyNotSaved)
 {
-    const SongFile held(m_model.fileName(row));
+    const SongFile held(m_model.fileName(song.row));
     if (held.isOpen)
-        m_model.updateRow(row, held.info);
+        m_model.updateRow(song.row, held.info);
     if (whyNotSaved.has_value())
         note(run, Step::Save, held.path, *whyNotSaved);
     else if (!held.isOpen)
         note(run, Step::Read, held.path, held.whyNotOpen());
     else
-        run.report().count(RunReport::Success::Updated);
+        noteUpdated(run, held, song.before);
     return held.isOpen;
+}
+
+void Synchroniser::noteUpdated(Run &run, const SongFile &held, const SongInfo &before)
+{
+    run.report().count(RunReport::Success::Updated);
+    run.report().addChanges(held.path, reportedChanges(fieldChanges(before, held.info)));
 }
 
 void Synchroniser::setStatus(int row, bool isUpdated)

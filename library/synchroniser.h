@@ -3,6 +3,7 @@
 #include "base/filelot.h"
 #include "base/run.h"
 #include "library/pulledmemories.h"
+#include "songfile/songinfo.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -62,11 +63,17 @@ private:
         Staged, ///< the song waits for the end of the lot
     };
 
+    struct Staged {
+        int row = 0;
+        SongInfo before; ///< the song as it was read
+    };
+
     Outcome updateRows(Run &run);
     Change change(Run &run, int row, FileLot *lot);
     Change save(Run &run, int row, SongFile &file, FileLot *lot);
     bool finishLot(Run &run);
-    bool finishRow(Run &run, int row, std::optional<Reason> whyNotSaved);
+    bool finishRow(Run &run, const Staged &song, std::optional<Reason> whyNotSaved);
+    static void noteUpdated(Run &run, const SongFile &held, const SongInfo &before);
     void setStatus(int row, bool isUpdated);
     void note(Run &run, Step step, const QString &fileName, Reason reason);
     void noteRowsLeft(Run &run, int firstRow);
@@ -78,7 +85,7 @@ private:
     PulledMemories m_memories;
     FileLot m_lot;
     HistoryRecorder *m_recorder = nullptr;
-    QList<int> m_staged; ///< the rows of the songs in the lot
+    QList<Staged> m_staged; ///< the songs in the lot
 };
 
 } // namespace brisel

@@ -390,6 +390,50 @@
         <source>%1: %2 → %3</source>
         <translation>%1: %2 → %3</translation>
     </message>
+    <message>
+        <source>un altro programma sta usando la cronologia</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>la cronologia è danneggiata</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>la cronologia è di una versione più recente del programma</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Length</translation>
+    </message>
+    <message>
+        <source>Bpm</source>
+        <translation>Bpm</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Markers</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>

@@ -390,6 +390,50 @@
         <source>%1: %2 → %3</source>
         <translation>%1: %2 → %3</translation>
     </message>
+    <message>
+        <source>un altro programma sta usando la cronologia</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>la cronologia è danneggiata</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>la cronologia è di una versione più recente del programma</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genere</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Durata</translation>
+    </message>
+    <message>
+        <source>Bpm</source>
+        <translation>Bpm</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Tonalità</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Marker</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>

@@ -22,6 +22,7 @@ private slots:
     void saysWhyTheButtonIsOff();
     void reportsFilesThatAreNotSongs();
     void disablesDetailsWhenTheNextRunHasNothingToReport();
+    void reportsChangedSongs();
     void reportsSongsThatWereNotSynchronised();
     void reportsSongsThatWereNotSaved();
     void reportsASongSavedOnAFullDisk();
@@ -32,9 +33,25 @@ private slots:
     void reportsAnEdit();
     void reportsARowThatDoesNotOpen();
     void reportsSongsThatASpreadMissed();
+    void reportsSongsThatASpreadChanged();
     void speaksTheLanguageChosen();
 
 private:
+    /// The next dialog edits a song: gives it and all others the author \a author.
+    void expectAuthorForAll(const QString &author)
+    {
+        expectEdit([author](QWidget *widget) {
+            widget->findChild<QLineEdit *>(u"authorLineEdit"_qs)->setText(author);
+            DialogScript inner;
+            inner.expect("QMessageBox", [](QWidget *box) {
+                QTest::mouseClick(qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes),
+                                  Qt::LeftButton);
+            });
+            QTest::mouseClick(widget->findChild<QCheckBox *>(u"checkBoxToAllAuthor"_qs),
+                              Qt::LeftButton);
+            DialogScript::click(widget, u"savePushButton"_qs);
+        });
+    }
     void synchronise()
     {
         expectBackup(u"exitPushButton"_qs);
@@ -80,7 +97,21 @@ void TestRunReports::disablesDetailsWhenTheNextRunHasNothingToReport()
     QCOMPARE(outcome(), QString());
     synchronise();
     QCOMPARE(outcome(), u"Sincronizzazione: 1 aggiornate"_qs);
+    QVERIFY(details()->isEnabled());
+    import({u"one.mid"_qs});
+    synchronise(); // changes nothing more
+    QCOMPARE(outcome(), u"Sincronizzazione: 1 aggiornate"_qs);
     QVERIFY(!details()->isEnabled());
+}
+
+void TestRunReports::reportsChangedSongs()
+{
+    importSongs({u"one.mid"_qs}, true);
+    synchronise();
+    QCOMPARE(details()->toolTip(),
+             u"Elenca le song che l'ultima operazione ha modificato, con i dati di prima e di "
+             "dopo, e i file che non ha elaborato"_qs);
+    QCOMPARE(reportLines(), QStringList(u"Sincronizzazione: 1 aggiornate"_qs) + linesOfOne());
 }
 
 void TestRunReports::reportsSongsThatWereNotSynchronised()
@@ -102,7 +133,8 @@ void TestRunReports::reportsSongsThatWereNotSynchronised()
         QStringList(
             {counts, line(u"Non modificata"_qs, u"two.mid"_qs, u"la modifica è stata rifiutata"_qs),
              line(u"Non trovata"_qs, u"unknown.mid"_qs, u"il database Kordia non la contiene"_qs),
-             line(u"Non letta"_qs, u"gone.mid"_qs, u"il file non esiste"_qs)}));
+             line(u"Non letta"_qs, u"gone.mid"_qs, u"il file non esiste"_qs)}) +
+            linesOfOne());
 }
 
 /// The row stays green, because its file was found and read again, but the report shows the
@@ -148,7 +180,8 @@ void TestRunReports::reportsTheRowsThatAnInterruptLeft()
     QCOMPARE(
         reportLines(),
         QStringList({counts, line(u"Non modificata"_qs, u"two.mid"_qs, u"operazione interrotta"_qs),
-                     line(u"Non modificata"_qs, u"three.mid"_qs, u"operazione interrotta"_qs)}));
+                     line(u"Non modificata"_qs, u"three.mid"_qs, u"operazione interrotta"_qs)}) +
+            linesOfOne().first(5)); // other songs get no more
 }
 
 /// "Si" in the summary of an import starts the synchronisation before the report can be opened.
@@ -166,7 +199,8 @@ void TestRunReports::continuesFromTheImport()
     QCOMPARE(reportLines(),
              QStringList({u"Importazione, Sincronizzazione: 1 aggiornate, 1 non riuscite"_qs,
                           line(u"Non letta"_qs, u"text.mid"_qs,
-                               u"formato sconosciuto o file danneggiato"_qs)}));
+                               u"formato sconosciuto o file danneggiato"_qs)}) +
+                 linesOfOne());
 }
 
 void TestRunReports::staysWhenTheNextRunIsCalledOff()
@@ -197,7 +231,8 @@ void TestRunReports::countsTheBackupsCopies()
     QCOMPARE(reportLines(),
              QStringList({u"Sincronizzazione, Backup: 1 aggiornate, 1 copiate, 2 non riuscite"_qs,
                           line(u"Non trovata"_qs, u"two.mid"_qs, u"il file non esiste"_qs),
-                          line(u"Non letta"_qs, u"two.mid"_qs, u"il file non esiste"_qs)}));
+                          line(u"Non letta"_qs, u"two.mid"_qs, u"il file non esiste"_qs)}) +
+                 linesOfOne());
 }
 
 void TestRunReports::reportsAnEdit()
@@ -210,6 +245,11 @@ void TestRunReports::reportsAnEdit()
     expectEdit(save);
     doubleClick(0);
     QCOMPARE(outcome(), u"Modifica: 1 modificate"_qs);
+    QCOMPARE(reportLines(),
+             QStringList({u"Modifica: 1 modificate"_qs, u"Modificata: "_qs + at(u"one.mid"_qs),
+                          u"    Titolo: «one» → «Typed»"_qs}));
+    expectEdit(save);
+    doubleClick(0); // changes nothing more
     QVERIFY(!details()->isEnabled());
     {
         const FullDisk full(8);
@@ -235,20 +275,22 @@ void TestRunReports::reportsSongsThatASpreadMissed()
 {
     importSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
     makeFile(at(u"two.mid"_qs), "no song");
-    expectEdit([](QWidget *widget) {
-        DialogScript inner;
-        inner.expect("QMessageBox", [](QWidget *box) {
-            QTest::mouseClick(qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes),
-                              Qt::LeftButton);
-        });
-        QTest::mouseClick(widget->findChild<QCheckBox *>(u"checkBoxToAllAuthor"_qs),
-                          Qt::LeftButton);
-        DialogScript::click(widget, u"savePushButton"_qs);
-    });
+    expectAuthorForAll(QString());
     doubleClick(0);
     QCOMPARE(reportLines(), QStringList({u"Modifica: 2 modificate, 1 non riuscite"_qs,
                                          line(u"Non letta"_qs, u"two.mid"_qs,
                                               u"formato sconosciuto o file danneggiato"_qs)}));
+}
+
+void TestRunReports::reportsSongsThatASpreadChanged()
+{
+    importSongs({u"one.mid"_qs, u"two.mid"_qs}, true);
+    expectAuthorForAll(u"Verdi"_qs);
+    doubleClick(0);
+    const QString author = u"    Autore: (vuoto) → «Verdi»"_qs;
+    QCOMPARE(reportLines(),
+             QStringList({u"Modifica: 2 modificate"_qs, u"Modificata: "_qs + at(u"one.mid"_qs),
+                          author, u"Modificata: "_qs + at(u"two.mid"_qs), author}));
 }
 
 void TestRunReports::speaksTheLanguageChosen()
@@ -269,6 +311,16 @@ void TestRunReports::speaksTheLanguageChosen()
     QCOMPARE(details()->text(), u"&Dettagli"_qs);
     QCOMPARE(outcome(), u"Importazione: 1 non riuscita"_qs);
     QCOMPARE(reportLines().first(), u"Importazione: 1 non riuscita"_qs);
+    importSongs({u"one.mid"_qs}, true);
+    synchronise();
+    choose(u"actionEnglish"_qs);
+    QCOMPARE(details()->toolTip(),
+             u"Lists the songs that the last operation changed, with their data before and after, "
+             "and the files that it did not process"_qs);
+    QCOMPARE(reportLines().mid(1, 3), QStringList({u"Changed: "_qs + at(u"one.mid"_qs),
+                                                   u"    Title: \"one\" → \"ONE LOVE\""_qs,
+                                                   u"    Artist: (empty) → \"ARTIST ALT\""_qs}));
+    choose(u"actionItalian"_qs);
 }
 
 BRISEL_TEST(QApplication, TestRunReports)

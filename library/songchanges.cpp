@@ -1,0 +1,38 @@
+#include "library/songchanges.h"
+
+namespace brisel
+{
+
+const char *fieldName(FieldChange::Field field)
+{
+    using Field = FieldChange::Field;
+    switch (field) {
+    case Field::Title:
+        return QT_TRANSLATE_NOOP("RunReport", "Titolo");
+    case Field::Artist:
+        return QT_TRANSLATE_NOOP("RunReport", "Artista");
+    case Field::Genre:
+        return QT_TRANSLATE_NOOP("RunReport", "Genere");
+    case Field::Author:
+        return QT_TRANSLATE_NOOP("RunReport", "Autore");
+    case Field::Length:
+        return QT_TRANSLATE_NOOP("RunReport", "Durata");
+    case Field::Bpm:
+        return QT_TRANSLATE_NOOP("RunReport", "Bpm");
+    case Field::Key:
+        return QT_TRANSLATE_NOOP("RunReport", "Tonalità");
+    case Field::Markers:
+        return QT_TRANSLATE_NOOP("RunReport", "Marker");
+    }
+    return "?";
+}
+
+QList<RunReport::ChangedField> reportedChanges(const QList<FieldChange> &changes)
+{
+    QList<RunReport::ChangedField> fields;
+    for (const FieldChange &change : changes)
+        fields.append({fieldName(change.field), change.before, change.after});
+    return fields;
+}
+
+} // namespace brisel
