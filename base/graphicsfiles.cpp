@@ -7,6 +7,12 @@
 namespace brisel
 {
 
+QString graphicsPath(const QString &song)
+{
+    return QString(song).replace(QStringLiteral(".mp3"), QStringLiteral(".cdg"),
+                                 Qt::CaseInsensitive);
+}
+
 QStringList GraphicsFiles::named(const QString &folder, const QString &name)
 {
     auto known = m_folders.constFind(folder);

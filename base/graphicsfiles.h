@@ -8,6 +8,10 @@
 namespace brisel
 {
 
+/// The path of the graphics of the MP3 \a song: every ".mp3" in it is replaced, also in names of
+/// folders, because existing memories depend on that. Other paths stay as they are.
+QString graphicsPath(const QString &song);
+
 /// The karaoke graphics (".cdg") in the folders of songs: their names differ from those of their
 /// songs in the suffix, and on memories written elsewhere in letter case. Reads each folder once.
 class GraphicsFiles

@@ -1,7 +1,9 @@
 #include "library/backup.h"
 
 #include "base/debugstream.h"
+#include "base/filefailure.h"
 #include "base/flushing.h"
+#include "library/backuplist.h"
 #include "library/filecopier.h"
 #include "library/workflowlog.h"
 
@@ -35,6 +37,7 @@ QString makeBackupFolder(const QString &chosen, const QDateTime &time)
 Backup::Backup(QStringList files, QString chosen)
     : m_files(std::move(files)), m_chosen(std::move(chosen))
 {
+    m_files.removeDuplicates(); // one copy of each file
 }
 
 Backup::Outcome Backup::run(Run &run)
@@ -48,11 +51,25 @@ Backup::Outcome Backup::run(Run &run)
     run.report().addOperation(RunReport::Operation::Backup);
     // "dellla": users and their support know the text as it is.
     run.begin({tr("Backup"), tr("Eseguo backup dellla libreria..."), int(m_files.size())});
-    const bool isDone = FileCopier(run).copyFiles(m_files, folder);
+    const bool isDone = copyTo(run, folder);
     run.end();
     if (Run::isEnding())
         return Outcome::Ended;
     return isDone ? Outcome::Done : Outcome::Failed;
+}
+
+/// The list is also written if some files could not be copied.
+bool Backup::copyTo(Run &run, const QString &folder)
+{
+    BackupList list;
+    FileCopier copier(run);
+    copier.setList(list);
+    const bool isDone = copier.copyFiles(m_files, folder);
+    if (list.write(folder))
+        return isDone;
+    const QString path = folder + u'/' + BackupList::fileName();
+    run.report().add(RunReport::Step::Copy, path, whyUnwritable(path, list.size()));
+    return false;
 }
 
 } // namespace brisel

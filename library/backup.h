@@ -18,7 +18,8 @@ QString backupFolderName(const QDateTime &time);
 /// empty if it can't be made or exists already.
 [[nodiscard]] QString makeBackupFolder(const QString &chosen, const QDateTime &time);
 
-/// Copies the picked files into a new folder before they are changed.
+/// Copies the picked files into a new folder before they are changed, with a list that says which
+/// copy came from where: docs/formats/backup.md.
 class Backup
 {
     Q_DECLARE_TR_FUNCTIONS(Backup)
@@ -27,7 +28,7 @@ public:
     enum class Outcome {
         Done,
         NoFolder, ///< none was chosen, or none could be made there: nothing was copied
-        Failed,   ///< not all files were copied
+        Failed,   ///< not all files were copied, or their list could not be written
         Ended,    ///< by the end of the program
     };
 
@@ -37,7 +38,9 @@ public:
     [[nodiscard]] Outcome run(Run &run);
 
 private:
-    const QStringList m_files;
+    bool copyTo(Run &run, const QString &folder);
+
+    QStringList m_files; ///< each once
     const QString m_chosen;
 };
 

@@ -5,6 +5,8 @@
 #include "base/fileidentity.h"
 #include "base/freespace.h"
 #include "index/memoryreasons.h"
+#include "library/backuplist.h"
+#include "library/numberednames.h"
 #include "library/safecopy.h"
 
 #include <QFileInfo>
@@ -19,13 +21,6 @@ namespace brisel
 
 namespace
 {
-
-/// Replaces every ".mp3" in the path, also in names of folders: existing memories depend on that.
-QString companionPath(const QString &song)
-{
-    return QString(song).replace(QStringLiteral(".mp3"), QStringLiteral(".cdg"),
-                                 Qt::CaseInsensitive);
-}
 
 QString destinationOf(const QString &source, const QString &destDir)
 {
@@ -143,6 +138,12 @@ void FileCopier::findPlaces(const QStringList &files)
 {
     m_places.clear();
     m_songPlaces.begin(m_memory);
+    if (m_list != nullptr) {
+        const QStringList names = numberedNames(files, BackupList::fileName());
+        for (const QString &name : names)
+            m_places.append(m_destination + u'/' + name);
+        return;
+    }
     for (const QString &source : files)
         m_places.append(m_songPlaces.placeOf(source, destinationOf(source, m_destination), m_run));
 }
@@ -167,7 +168,7 @@ bool FileCopier::hasRoom(const QStringList &files)
             continue;
         count(files.at(i), place);
         if (const QString companion = companionOf(files.at(i)); !companion.isEmpty())
-            count(companion, companionPath(place));
+            count(companion, graphicsPath(place));
     }
     if (needed > 0)
         needed += m_reserve;
@@ -271,7 +272,7 @@ void FileCopier::copySong(Song song)
     }
     song.companion = companionOf(song.source);
     if (!song.companion.isEmpty()) {
-        song.companionPlace = companionPath(song.place);
+        song.companionPlace = graphicsPath(song.place);
         // An empty one was left by a cut; the graphics of a song with a given name were sent with
         // it before.
         const bool isOwn = song.place != destinationOf(song.source, m_destination);
@@ -305,6 +306,8 @@ bool FileCopier::copyFile(Song &song, const QString &source, const QString &plac
         finishLot(&song);
         result = isNew ? copyToNewFile(source, place) : copyOverFile(source, place);
     }
+    if (result == CopyResult::Done && !isStaged && !addToList(source, place))
+        result = CopyResult::SourceFailed;
     noteCopy(result, source, place);
     return result == CopyResult::Done;
 }
@@ -330,10 +333,17 @@ void FileCopier::finishLot(Song *current)
 void FileCopier::finishFile(Song &song, const QString &source, const QString &place,
                             WriteResult result)
 {
-    if (result == WriteResult::Done)
+    const bool isThere = result == WriteResult::Done;
+    if (isThere && addToList(source, place))
         return;
-    noteCopy(CopyResult::TargetFailed, source, place);
+    noteCopy(isThere ? CopyResult::SourceFailed : CopyResult::TargetFailed, source, place);
     song.hasFailed = true;
+}
+
+/// Returns false if the copy at \a place can't be read for the list of a backup.
+bool FileCopier::addToList(const QString &source, const QString &place)
+{
+    return m_list == nullptr || m_list->add(source, place);
 }
 
 void FileCopier::finishSong(const Song &song)
@@ -352,7 +362,7 @@ QString FileCopier::companionOf(const QString &song)
 {
     if (!song.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive))
         return {};
-    QString wanted = companionPath(song);
+    QString wanted = graphicsPath(song);
     if (isRegularFile(wanted))
         return wanted;
     const QFileInfo file(wanted);

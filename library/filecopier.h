@@ -16,6 +16,8 @@
 namespace brisel
 {
 
+class BackupList;
+
 /// Copies picked song files flat into one folder, with the question before a file is replaced and
 /// the karaoke graphics of MP3s. Serves the transfer to the memory and the backup.
 class FileCopier
@@ -37,6 +39,10 @@ public:
     /// For copies to the memory \a root, which keep \a reserve bytes free for its index. A song
     /// that has a short name there keeps it.
     void setMemory(const QString &root, qint64 reserve);
+
+    /// For a backup: songs of one name get numbers (numberedNames()), and each copy is added to
+    /// \a list, which must outlive this. A copy that can't be read again is an error.
+    void setList(BackupList &list) { m_list = &list; }
 
     /// Copies \a files in lots into the folder \a destDir. Returns true if no file failed and the
     /// user did not interrupt. If there is not enough room for all files, copies none. Sources are
@@ -72,6 +78,7 @@ private:
     bool copyFile(Song &song, const QString &source, const QString &place, bool &isStaged);
     void finishLot(Song *current = nullptr);
     void finishFile(Song &song, const QString &source, const QString &place, WriteResult result);
+    bool addToList(const QString &source, const QString &place);
     void finishSong(const Song &song);
     QString companionOf(const QString &song);
     void countBytes(const QStringList &files);
@@ -82,7 +89,8 @@ private:
     void noteCopy(CopyResult result, const QString &source, const QString &destination);
 
     Run &m_run;
-    QSet<QString> m_sources; ///< identities of the files being copied
+    BackupList *m_list = nullptr; ///< null for other copies than a backup
+    QSet<QString> m_sources;      ///< identities of the files being copied
     GraphicsFiles m_graphics;
     PulledMemories m_memories;
     QString m_destination; ///< the folder of this run

@@ -1,16 +1,14 @@
 #include "library/songplaces.h"
 
+#include "base/filechecksum.h"
 #include "base/fileidentity.h"
 #include "base/folderhandle.h"
 #include "base/plainfile.h"
 #include "base/run.h"
 #include "index/longnames.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
-
-#include <algorithm>
 
 namespace brisel
 {
@@ -85,19 +83,11 @@ QString SongPlaces::keyOf(const QString &shape, qint64 size)
 /// A checksum of the whole file; empty if it can't be read completely, or the run is interrupted.
 QByteArray SongPlaces::contentOf(const QString &path, Run &run)
 {
-    constexpr qint64 blockSize = 1 << 20; // bytes
     run.processEvents();
     PlainFile file;
     if (!run.mayGoOn() || !file.open(path))
         return {};
-    QCryptographicHash checksum(QCryptographicHash::Sha1);
-    QByteArray block;
-    for (qint64 pos = 0; pos < file.size(); pos += blockSize) {
-        if (!file.read(pos, std::min(blockSize, file.size() - pos), block))
-            return {};
-        checksum.addData(block);
-    }
-    return file.keepsItsSize() ? checksum.result() : QByteArray();
+    return fileChecksum(file, QCryptographicHash::Sha1);
 }
 
 void SongPlaces::remember()

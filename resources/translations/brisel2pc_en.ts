@@ -434,6 +434,22 @@
         <source>Marker</source>
         <translation>Markers</translation>
     </message>
+    <message>
+        <source>la lista del backup manca o è danneggiata</source>
+        <translation>the list of the backup is missing or damaged</translation>
+    </message>
+    <message>
+        <source>la sua riga nella lista del backup è danneggiata</source>
+        <translation>its line in the list of the backup is damaged</translation>
+    </message>
+    <message>
+        <source>la lista del backup indica un file che non è una song di quel backup</source>
+        <translation>the list of the backup names a file that is not a song of that backup</translation>
+    </message>
+    <message>
+        <source>la lista del backup la indica più di una volta</source>
+        <translation>the list of the backup names it more than once</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>

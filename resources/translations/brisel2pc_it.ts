@@ -434,6 +434,22 @@
         <source>Marker</source>
         <translation>Marker</translation>
     </message>
+    <message>
+        <source>la lista del backup manca o è danneggiata</source>
+        <translation>la lista del backup manca o è danneggiata</translation>
+    </message>
+    <message>
+        <source>la sua riga nella lista del backup è danneggiata</source>
+        <translation>la sua riga nella lista del backup è danneggiata</translation>
+    </message>
+    <message>
+        <source>la lista del backup indica un file che non è una song di quel backup</source>
+        <translation>la lista del backup indica un file che non è una song di quel backup</translation>
+    </message>
+    <message>
+        <source>la lista del backup la indica più di una volta</source>
+        <translation>la lista del backup la indica più di una volta</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>

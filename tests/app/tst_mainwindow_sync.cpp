@@ -254,7 +254,7 @@ void TestMainWindowSync::backupCopiesThePickedFiles()
     const QStringList made = QDir(at(u"backups"_qs)).entryList({u"backup_kordia_*"_qs});
     QCOMPARE(made.size(), 1);
     QCOMPARE(QDir(at(u"backups/"_qs + made.first())).entryList(QDir::Files),
-             QStringList({u"one.mid"_qs, u"two.mid"_qs}));
+             QStringList({u"contenuto.csv"_qs, u"one.mid"_qs, u"two.mid"_qs}));
     // The copies were made before the songs were changed.
     QCOMPARE(title(u"backups/"_qs + made.first() + u"/one.mid"_qs), u"one"_qs);
     QCOMPARE(statuses(), u"11"_qs);
@@ -285,7 +285,7 @@ void TestMainWindowSync::cancelledBackupStillSynchronises()
     const QStringList made = QDir(at(u"backups"_qs)).entryList({u"backup_kordia_*"_qs});
     QCOMPARE(made.size(), 1);
     QCOMPARE(QDir(at(u"backups/"_qs + made.first())).entryList(QDir::Files),
-             QStringList(u"one.mid"_qs));
+             QStringList({u"contenuto.csv"_qs, u"one.mid"_qs}));
     QCOMPARE(statuses(), u"111"_qs);
     QCOMPARE(title(u"three.mid"_qs), u"THREE KINGS"_qs);
     QVERIFY(!tool("updateDataToolButton")->isEnabled());

@@ -2,6 +2,7 @@
 #include "base/run.h"
 #include "base/runreport.h"
 #include "index/memoryreasons.h"
+#include "library/backuplist.h"
 #include "library/filecopier.h"
 #include "library/libraryimport.h"
 #include "library/songfailure.h"
@@ -38,6 +39,10 @@ static const QList<Reason> allReasons{FileReason::missing,
                                       FileCopier::kept,
                                       FileCopier::alreadyThere,
                                       FileCopier::pickedToo,
+                                      BackupList::unreadable,
+                                      BackupList::damagedLine,
+                                      BackupList::unsafeLine,
+                                      BackupList::twice,
                                       MemoryReason::gone,
                                       MemoryReason::inUse,
                                       MemoryReason::indexIncomplete,

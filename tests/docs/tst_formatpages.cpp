@@ -5,6 +5,7 @@
 #include "index/indexreader.h"
 #include "index/indexrecords.h"
 #include "index/playlists.h"
+#include "library/backuplist.h"
 #include "songfile/lzhuff.h"
 #include "tests/db/localcatalogue.h"
 #include "tests/docs/examples.h"
@@ -83,6 +84,7 @@ private slots:
     void countsFile();
     void orderFile();
     void givenNames();
+    void backupList();
     void playlistNumbers();
     void playlistSongs();
     void playlistPaths();
@@ -354,6 +356,18 @@ void TestFormatPages::givenNames()
     index.setRenameQuestion([](const QString &, const QString &) { return 1; });
     QVERIFY(index.updateIndex(memory.root()));
     QCOMPARE(difference(memory.read(u".brisel2pc/names"_qs), bytes(u"givenNames"_qs)), QString());
+}
+
+void TestFormatPages::backupList()
+{
+    const QTemporaryDir folder;
+    makeFile(folder.filePath(u"a.mid"_qs), "song");
+    BackupList list;
+    QVERIFY(list.add(u"/b/a.mid"_qs, folder.filePath(u"a.mid"_qs)));
+    QVERIFY(list.write(folder.path()));
+    QCOMPARE(difference(fileContent(folder.filePath(BackupList::fileName())),
+                        bytes(u"backupList"_qs)),
+             QString());
 }
 
 void TestFormatPages::playlistNumbers()

@@ -1,7 +1,9 @@
 #include "library/backup.h"
+#include "library/backuplist.h"
 #include "library/dialogs/backupdialog.h"
 
 #include "tests/dialogscript.h"
+#include "tests/fulldisk.h"
 #include "tests/logcapture.h"
 #include "tests/scriptedrun.h"
 #include "tests/testfiles.h"
@@ -28,7 +30,11 @@ private slots:
     void refusesMissingFolder();
     void copiesIntoAFolderOfItsOwn();
     void triesNothingWithoutAFolder();
+    void keepsSongsOfOneName();
+    void keepsTheGraphicsOfSongsOfOneName();
+    void copiesAFileThatWasPickedTwiceOnce();
     void failsWithASongThatIsGone();
+    void failsWithoutItsList();
     void endsWithTheProgram();
 
     void dialogHasItsTexts();
@@ -56,6 +62,25 @@ private:
         const QStringList made = backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
         return made.size() == 1 ? QDir(backups.filePath(made.first())).entryList(QDir::Files)
                                 : made;
+    }
+
+    /// The lines of the list in that folder: "copy from path".
+    static QStringList listed(const QTemporaryDir &folder)
+    {
+        const QDir backups(folder.filePath(u"backups"_qs));
+        const QString made = backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0);
+        const auto lines = BackupList::read(backups.filePath(made));
+        QStringList texts;
+        for (const BackupList::Line &line : lines.value_or(QList<BackupList::Line>()))
+            texts.append(line.entry.name + u" from "_qs + line.entry.path);
+        return texts;
+    }
+    /// The content of a file in that folder.
+    static QByteArray copy(const QTemporaryDir &folder, const QString &name)
+    {
+        const QDir backups(folder.filePath(u"backups"_qs));
+        const QString made = backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0);
+        return fileContent(backups.filePath(made + u'/' + name));
     }
 
     const QDateTime m_time{QDate(2011, 3, 7), QTime(18, 5, 9)};
@@ -99,7 +124,7 @@ void TestBackup::copiesIntoAFolderOfItsOwn()
     const QStringList songs = makeSongs(folder, {u"a.mid"_qs, u"b.mid"_qs});
     ScriptedRun run(RunReport::Operation::Synchronisation);
     QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Done);
-    QCOMPARE(copies(folder), QStringList({u"a.mid"_qs, u"b.mid"_qs}));
+    QCOMPARE(copies(folder), QStringList({u"a.mid"_qs, u"b.mid"_qs, u"contenuto.csv"_qs}));
     QCOMPARE(run.stages, QStringList(u"Backup"_qs));
     QCOMPARE(run.report().summary(), u"Sincronizzazione, Backup: 2 copiate"_qs);
 }
@@ -115,6 +140,68 @@ void TestBackup::triesNothingWithoutAFolder()
     QVERIFY(run.report().isUntouched());
 }
 
+void TestBackup::keepsSongsOfOneName()
+{
+    const QTemporaryDir folder;
+    const QStringList songs =
+        makeSongs(folder, {u"1/A.MID"_qs, u"2/a.mid"_qs, u"3/A.MID"_qs, u"4/a (2).mid"_qs});
+    for (const QString &song : songs)
+        makeFile(song, song.toUtf8());
+    ScriptedRun run(RunReport::Operation::Backup);
+    QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Done);
+    QCOMPARE(run.asked, QStringList());
+    const QStringList names{u"A.MID"_qs, u"a (3).mid"_qs, u"A (4).MID"_qs, u"a (2).mid"_qs};
+    QStringList lines;
+    for (int i = 0; i < 4; ++i) {
+        QCOMPARE(copy(folder, names.at(i)), songs.at(i).toUtf8());
+        lines.append(names.at(i) + u" from "_qs + songs.at(i));
+    }
+    QCOMPARE(listed(folder), lines);
+    QCOMPARE(copies(folder).size(), 5);
+    QCOMPARE(run.report().summary(), u"Backup: 4 copiate"_qs);
+}
+
+void TestBackup::keepsTheGraphicsOfSongsOfOneName()
+{
+    const QTemporaryDir folder;
+    const QStringList songs = makeSongs(folder, {u"1/a.mp3"_qs, u"2/A.mp3"_qs});
+    makeFile(folder.filePath(u"1/a.cdg"_qs), "first");
+    makeFile(folder.filePath(u"2/A.CDG"_qs), "second");
+    ScriptedRun run(RunReport::Operation::Backup);
+    QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Done);
+    QCOMPARE(copy(folder, u"a.cdg"_qs), QByteArray("first"));
+    QCOMPARE(copy(folder, u"A (2).cdg"_qs), QByteArray("second"));
+    QCOMPARE(listed(folder), QStringList({u"a.mp3 from "_qs + songs.first(),
+                                          u"a.cdg from "_qs + folder.filePath(u"1/a.cdg"_qs),
+                                          u"A (2).mp3 from "_qs + songs.last(),
+                                          u"A (2).cdg from "_qs + folder.filePath(u"2/A.CDG"_qs)}));
+}
+
+void TestBackup::copiesAFileThatWasPickedTwiceOnce()
+{
+    const QTemporaryDir folder;
+    const QStringList songs = makeSongs(folder, {u"a.mid"_qs});
+    ScriptedRun run(RunReport::Operation::Backup);
+    QCOMPARE(Backup(songs + songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Done);
+    QCOMPARE(copies(folder), QStringList({u"a.mid"_qs, u"contenuto.csv"_qs}));
+    QCOMPARE(run.asked, QStringList());
+}
+
+/// Only the list is too long for the disk.
+void TestBackup::failsWithoutItsList()
+{
+    const QTemporaryDir folder;
+    const QStringList songs = makeSongs(folder, {u"a.mid"_qs});
+    ScriptedRun run(RunReport::Operation::Backup);
+    {
+        const FullDisk full(16);
+        QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Failed);
+    }
+    QCOMPARE(copies(folder), QStringList(u"a.mid"_qs));
+    QCOMPARE(run.report().failed(), 1);
+    QVERIFY(run.report().text().contains(u"/contenuto.csv\n"_qs));
+}
+
 void TestBackup::failsWithASongThatIsGone()
 {
     const QTemporaryDir folder;
@@ -122,7 +209,8 @@ void TestBackup::failsWithASongThatIsGone()
     QVERIFY(QFile::remove(songs.first()));
     ScriptedRun run(RunReport::Operation::Backup);
     QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Failed);
-    QCOMPARE(copies(folder), QStringList(u"b.mid"_qs));
+    QCOMPARE(copies(folder), QStringList({u"b.mid"_qs, u"contenuto.csv"_qs}));
+    QCOMPARE(listed(folder), QStringList(u"b.mid from "_qs + songs.last()));
     QCOMPARE(run.report().failed(), 1);
 }
 
@@ -136,7 +224,8 @@ void TestBackup::endsWithTheProgram()
         QCOMPARE(Backup(songs, folder.filePath(u"backups"_qs)).run(run), Backup::Outcome::Ended);
     }
     QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::Quit);
-    QCOMPARE(copies(folder), QStringList(u"a.mid"_qs));
+    QCOMPARE(copies(folder), QStringList({u"a.mid"_qs, u"contenuto.csv"_qs}));
+    QCOMPARE(listed(folder), QStringList(u"a.mid from "_qs + songs.first()));
 }
 
 void TestBackup::dialogHasItsTexts()

@@ -1,0 +1,97 @@
+#include "library/numberednames.h"
+
+#include "base/graphicsfiles.h"
+
+#include <QFile>
+#include <QHash>
+#include <QSet>
+
+namespace brisel
+{
+
+namespace
+{
+
+constexpr qsizetype longestName = 255; ///< bytes
+
+/// The same for names that some file system takes for one.
+QString keyOf(const QString &name)
+{
+    return name.normalized(QString::NormalizationForm_C).toCaseFolded();
+}
+
+/// Gives each file of a folder its name.
+class Namer
+{
+public:
+    explicit Namer(const QString &reserved) { m_own.insert(keyOf(reserved)); }
+
+    /// A number never makes the name of a file that comes later.
+    void addOwnName(const QString &name)
+    {
+        m_own.insert(keyOf(name));
+        m_own.insert(keyOf(graphicsPath(name)));
+    }
+    QString take(const QString &name, bool isReserved)
+    {
+        const QString taken = isReserved || isTaken(name) ? numbered(name) : name;
+        m_taken.insert(keyOf(taken));
+        m_taken.insert(keyOf(graphicsPath(taken)));
+        return taken;
+    }
+
+private:
+    bool isTaken(const QString &name) const
+    {
+        return m_taken.contains(keyOf(name)) || m_taken.contains(keyOf(graphicsPath(name)));
+    }
+    bool isOwn(const QString &name) const
+    {
+        return m_own.contains(keyOf(name)) || m_own.contains(keyOf(graphicsPath(name)));
+    }
+    QString numbered(const QString &name);
+
+    QSet<QString> m_own;        ///< the keys of the names before they get numbers
+    QSet<QString> m_taken;      ///< the keys of the names that were given
+    QHash<QString, int> m_next; ///< for each key without number: all numbers below are used
+};
+
+QString Namer::numbered(const QString &name)
+{
+    static constexpr qsizetype longestNumber = 8; // " (65535)"
+    const qsizetype point = name.lastIndexOf(u'.');
+    QString stem = point < 0 ? name : name.left(point);
+    const QString suffix = point < 0 ? QString() : name.mid(point);
+    const qsizetype most = longestName - longestNumber - QFile::encodeName(suffix).size();
+    while (!stem.isEmpty() && QFile::encodeName(stem).size() > most)
+        stem.chop(stem.size() > 1 && stem.back().isLowSurrogate() ? 2 : 1);
+    int &number = m_next[keyOf(stem + suffix)];
+    number = std::max(number, 2);
+    QString candidate;
+    do
+        candidate = QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number++), suffix);
+    while (isTaken(candidate) || isOwn(candidate));
+    return candidate;
+}
+
+QString nameOf(const QString &path)
+{
+    return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+} // namespace
+
+QStringList numberedNames(const QStringList &files, const QString &reserved)
+{
+    Namer namer(reserved);
+    for (const QString &file : files)
+        namer.addOwnName(nameOf(file));
+    QStringList names;
+    for (const QString &file : files) {
+        const QString name = nameOf(file);
+        names.append(namer.take(name, keyOf(name) == keyOf(reserved)));
+    }
+    return names;
+}
+
+} // namespace brisel
