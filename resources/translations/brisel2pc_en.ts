@@ -391,18 +391,6 @@
         <translation>%1: %2 → %3</translation>
     </message>
     <message>
-        <source>un altro programma sta usando la cronologia</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>la cronologia è danneggiata</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>la cronologia è di una versione più recente del programma</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Titolo</source>
         <translation>Title</translation>
     </message>
