@@ -2,6 +2,7 @@
 // ./bench/run.
 
 #include "bench/benchprogram.h"
+#include "db/cataloguesearch.h"
 #include "db/database.h"
 #include "tools/syntheticcatalogue.h"
 
@@ -14,6 +15,7 @@
 #include <benchmark/benchmark.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 using namespace brisel;
@@ -49,6 +51,28 @@ void lookUp(benchmark::State &state, const QStringList &names,
     for (auto _ : state) {
         benchmark::DoNotOptimize(titleOfName(names.at(next)));
         next = (next + stride) % names.size();
+    }
+}
+
+/// The guesses for songs from all over the catalogue, whose tag has the title and the artist and
+/// whose file name has both. \a isFirst: each is the first search, which builds the index.
+void guess(benchmark::State &state, Database &database, const QList<CatalogueRow> &rows,
+           bool isFirst)
+{
+    constexpr qsizetype stride = 4801;
+    auto search = std::make_unique<CatalogueSearch>(database);
+    require(!search->whyUnavailable().has_value(), "no search by words");
+    qsizetype next = 0;
+    for (auto _ : state) {
+        if (isFirst)
+            search = std::make_unique<CatalogueSearch>(database);
+        const CatalogueRow &row = rows.at(next);
+        SongInfo info;
+        info.title = row.title;
+        info.artist = row.artist;
+        require(!search->guesses(info, u"%1 - %2.mid"_s.arg(row.artist, row.title)).isEmpty(),
+                "no guesses");
+        next = (next + stride) % rows.size();
     }
 }
 
@@ -93,5 +117,12 @@ int main(int argc, char **argv)
     add("wildcard", wild);
     add("accent", accented);
     add("wild ends", inner);
+    for (const bool isFirst : {true, false}) {
+        const auto guesses = [&database, &rows, isFirst](benchmark::State &state) {
+            guess(state, database, rows, isFirst);
+        };
+        benchmark::RegisterBenchmark(isFirst ? "guesses/first search/ours" : "guesses/later/ours",
+                                     guesses);
+    }
     return BenchProgram::run(argc, argv) ? 0 : 1;
 }

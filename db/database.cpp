@@ -4,6 +4,7 @@
 #include "base/filewriting.h"
 #include "base/plainfile.h"
 #include "base/songtext.h"
+#include "db/sqliteconnection.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -26,26 +27,8 @@ namespace
 const QString localCatalogue = QStringLiteral("songsdb_debug");
 const QString builtInCatalogue = QStringLiteral(":/db/songsdb");
 const QString selectRecord =
-    QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs ");
-
-/// Adds an SQLite connection. A second Database in the same process gets other names, because
-/// reusing a connection's name would close the first one.
-QSqlDatabase addConnection(const QString &name)
-{
-    QString freeName = name;
-    for (int number = 2; QSqlDatabase::contains(freeName); ++number)
-        freeName = QStringLiteral("%1_%2").arg(name).arg(number);
-    return QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), freeName);
-}
-
-void removeConnection(QSqlDatabase &connection)
-{
-    const QString name = connection.connectionName();
-    connection.close();
-    connection = QSqlDatabase();
-    if (!name.isEmpty())
-        QSqlDatabase::removeDatabase(name);
-}
+    QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist,"
+                   "filename FROM songs ");
 
 /// The number in a column; -1 for NULL, text and values beyond 32 signed bits.
 qint32 numberOf(const QVariant &value)
@@ -133,7 +116,7 @@ bool Database::init()
 
 bool Database::openUserLibrary()
 {
-    m_userLibraryDb = addConnection(QStringLiteral("con_mem"));
+    m_userLibraryDb = addSqliteConnection(QStringLiteral("con_mem"));
     m_userLibraryDb.setDatabaseName(QStringLiteral(":memory:"));
     if (!m_userLibraryDb.open())
         return false;
@@ -160,10 +143,12 @@ bool Database::openCatalogue()
             return false;
         fileName = m_temporaryFile->fileName();
     }
-    m_songsDb = addConnection(QStringLiteral("con_songsdb"));
+    m_cataloguePath = QFileInfo(fileName).absoluteFilePath();
+    m_catalogueState = fileState(m_cataloguePath);
+    m_songsDb = addSqliteConnection(QStringLiteral("con_songsdb"));
     // Immutable: no locks, and no other file is created, for any header of the file.
-    m_songsDb.setDatabaseName(QString::fromLatin1(
-        QUrl::fromLocalFile(QFileInfo(fileName).absoluteFilePath()).toEncoded() + "?immutable=1"));
+    m_songsDb.setDatabaseName(
+        QString::fromLatin1(QUrl::fromLocalFile(m_cataloguePath).toEncoded() + "?immutable=1"));
     m_songsDb.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
     // SQLite opens by name: it must have opened the file that was checked.
     return m_songsDb.open() && (!file.isOpen() || fileState(fileName) == file.state()) &&
@@ -212,8 +197,8 @@ void Database::closeConnections()
     m_recordByRowId.reset();
     m_fileNames = {};
     m_hasTriedIndex = false;
-    removeConnection(m_songsDb);
-    removeConnection(m_userLibraryDb);
+    removeSqliteConnection(m_songsDb);
+    removeSqliteConnection(m_userLibraryDb);
     m_temporaryFile.reset();
 }
 
@@ -318,6 +303,25 @@ bool Database::getRecordByTitle(const QString &title, SongsDbRecord &record)
     }
     fillRecord(query, record);
     return true;
+}
+
+QString Database::catalogueUri() const
+{
+    const bool isSame = m_songsDb.isOpen() && fileState(m_cataloguePath) == m_catalogueState;
+    return isSame ? m_songsDb.databaseName() : QString();
+}
+
+std::optional<CatalogueSong> Database::songAt(qint64 row) const
+{
+    QSqlQuery query(m_songsDb);
+    query.setForwardOnly(true);
+    query.prepare(selectRecord + QStringLiteral("WHERE rowid=?"));
+    query.addBindValue(row);
+    if (!query.exec() || !query.next())
+        return std::nullopt;
+    CatalogueSong song{row, query.value(9).toString(), {}};
+    fillRecord(query, song.record);
+    return song;
 }
 
 void Database::splitMarkers(const QString &text, QList<Marker> &markers)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/fileidentity.h"
 #include "db/filenameindex.h"
 #include "db/songsdbrecord.h"
 
@@ -60,6 +61,11 @@ public:
     /// Like getRecordByFilename() for titles, but does not find a title that several rows share.
     bool getRecordByTitle(const QString &title, SongsDbRecord &record);
 
+    /// The catalogue's file as a URI for ATTACH; empty if it is no longer the file that was opened.
+    QString catalogueUri() const;
+    /// The row with this rowid, if there is one.
+    std::optional<CatalogueSong> songAt(qint64 row) const;
+
     /// Parses a marker list of the catalogue: bar;text; pairs. Skips pairs whose bar is not a
     /// number or negative.
     static void splitMarkers(const QString &text, QList<Marker> &markers);
@@ -82,6 +88,8 @@ private:
 
     std::unique_ptr<QTemporaryFile> m_temporaryFile;
     QSqlDatabase m_songsDb;
+    QString m_cataloguePath; ///< absolute
+    FileState m_catalogueState;
     QSqlDatabase m_userLibraryDb;
     QStringList m_genres;
     QStringList m_artists;

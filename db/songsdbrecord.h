@@ -26,4 +26,11 @@ public:
     QList<Marker> markers;
 };
 
+/// A row of the catalogue that was found by a search.
+struct CatalogueSong {
+    qint64 row = 0; ///< its rowid
+    QString fileName;
+    SongsDbRecord record;
+};
+
 } // namespace brisel

@@ -346,6 +346,8 @@
     <message>
         <source>la cronologia è di una versione più recente del programma</source>
         <translation>the history is from a newer version of the program</translation>
+        <source>la ricerca per parole non è disponibile</source>
+        <translation>the search by words is not available</translation>
     </message>
     <message numerus="yes">
         <source>%n ripristinate</source>

@@ -346,6 +346,8 @@
     <message>
         <source>la cronologia è di una versione più recente del programma</source>
         <translation>la cronologia è di una versione più recente del programma</translation>
+        <source>la ricerca per parole non è disponibile</source>
+        <translation>la ricerca per parole non è disponibile</translation>
     </message>
     <message numerus="yes">
         <source>%n ripristinate</source>
