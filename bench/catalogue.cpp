@@ -32,6 +32,24 @@ QString titleOf(Database &database, const QString &name)
     return database.getRecordByFilename(name, record) ? record.title : QString();
 }
 
+QString artistOf(Database &database, const QString &title)
+{
+    SongsDbRecord record;
+    return database.getRecordByTitle(title, record) ? record.artist : QString();
+}
+
+/// The artist of the only row with the title \a title.
+QString artistByScan(const QString &title)
+{
+    QSqlQuery query(QSqlDatabase::database(u"con_songsdb"_s));
+    query.setForwardOnly(true);
+    require(query.exec(
+                u"SELECT count(*),min(artist) FROM songs WHERE title like \"%1\""_s.arg(title)) &&
+                query.next(),
+            "the scan fails");
+    return query.value(0).toInt() == 1 ? query.value(1).toString() : QString();
+}
+
 QString titleByScan(const QString &name)
 {
     QSqlQuery query(QSqlDatabase::database(u"con_songsdb"_s));
@@ -117,6 +135,14 @@ int main(int argc, char **argv)
     add("wildcard", wild);
     add("accent", accented);
     add("wild ends", inner);
+    QStringList titles;
+    for (const CatalogueRow &row : rows)
+        titles << row.title << row.title + u'X';
+    const auto artist = [&database](const QString &title) { return artistOf(database, title); };
+    for (qsizetype i = 0; i < titles.size(); i += 89)
+        require(artist(titles.at(i)) == artistByScan(titles.at(i)), "the answers differ");
+    benchmark::RegisterBenchmark("look-up/title/ours", lookUp, titles, artist);
+    benchmark::RegisterBenchmark("look-up/title/LIKE scan", lookUp, titles, artistByScan);
     for (const bool isFirst : {true, false}) {
         const auto guesses = [&database, &rows, isFirst](benchmark::State &state) {
             guess(state, database, rows, isFirst);

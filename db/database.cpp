@@ -196,6 +196,7 @@ void Database::closeConnections()
 {
     m_recordByRowId.reset();
     m_fileNames = {};
+    m_titles = {};
     m_hasTriedIndex = false;
     removeSqliteConnection(m_songsDb);
     removeSqliteConnection(m_userLibraryDb);
@@ -228,30 +229,38 @@ bool Database::areNamesScanned() const
 }
 
 /// Called by the first look-up, so that the window opens sooner.
-void Database::indexFileNames()
+void Database::indexNames()
 {
     if (m_hasTriedIndex)
         return;
     m_hasTriedIndex = true;
-    QSqlQuery query(m_songsDb);
-    query.setForwardOnly(true);
-    // LIKE never finds a name that does not match itself (NULL, or blobs in some builds of SQLite).
-    if (!areNamesScanned() ||
-        !query.exec(QStringLiteral("SELECT rowid,cast(filename as text) FROM songs "
-                                   "WHERE filename LIKE filename ORDER BY rowid")))
+    if (!areNamesScanned() || !fillIndex(m_fileNames, QStringLiteral("filename")) ||
+        !fillIndex(m_titles, QStringLiteral("title")))
         return;
-    while (query.next())
-        m_fileNames.add(query.value(1).toString(), query.value(0).toLongLong());
     QSqlQuery byRowId(m_songsDb);
     byRowId.setForwardOnly(true);
     if (byRowId.prepare(selectRecord + QStringLiteral("WHERE rowid=?")))
         m_recordByRowId = std::move(byRowId);
 }
 
-bool Database::getIndexedRecord(const QString &fileName, SongsDbRecord &record)
+/// Returns false if the names in \a column can't be read.
+bool Database::fillIndex(FileNameIndex &index, const QString &column) const
 {
-    const std::optional<qint64> row = m_fileNames.firstRow(fileName);
-    if (!row)
+    QSqlQuery query(m_songsDb);
+    query.setForwardOnly(true);
+    // LIKE never finds a name that does not match itself (NULL, or blobs in some builds of SQLite).
+    if (!query.exec(QStringLiteral("SELECT rowid,cast(%1 as text) FROM songs WHERE %1 LIKE %1 "
+                                   "ORDER BY rowid")
+                        .arg(column)))
+        return false;
+    while (query.next())
+        index.add(query.value(1).toString(), query.value(0).toLongLong());
+    return true;
+}
+
+bool Database::getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record)
+{
+    if (!row.has_value())
         return false;
     m_recordByRowId->bindValue(0, *row);
     const bool found = m_recordByRowId->exec() && m_recordByRowId->next();
@@ -269,9 +278,9 @@ bool Database::clearUserLibraryDb()
 
 bool Database::getRecordByFilename(const QString &fileName, SongsDbRecord &record)
 {
-    indexFileNames();
+    indexNames();
     if (m_recordByRowId && isPlainText(fileName) && m_fileNames.canAnswer(fileName))
-        return getIndexedRecord(fileName, record);
+        return getIndexedRecord(m_fileNames.firstRow(fileName), record);
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
     if (!execLike(query, selectRecord + QStringLiteral("WHERE filename like "), fileName) ||
@@ -283,6 +292,10 @@ bool Database::getRecordByFilename(const QString &fileName, SongsDbRecord &recor
 
 bool Database::getRecordByTitle(const QString &title, SongsDbRecord &record)
 {
+    indexNames();
+    if (m_recordByRowId && isPlainText(title) && m_titles.canAnswer(title) &&
+        !FileNameIndex::hasWildcards(title) && m_titles.rowsOf(title) < 2)
+        return getIndexedRecord(m_titles.firstRow(title), record);
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
     if (!execLike(query, selectRecord + QStringLiteral("WHERE title like "), title) ||

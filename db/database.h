@@ -52,7 +52,7 @@ public:
 
     /// Reads the names of the catalogue, which otherwise the first look-up does. It takes tens of
     /// milliseconds, so a run calls it before it shows its progress.
-    void prepareLookUps() { indexFileNames(); }
+    void prepareLookUps() { indexNames(); }
     /// Finds the first catalogue row whose file name is LIKE \a fileName, which is inserted into
     /// the statement without escaping: "%" and "_" are wildcards, A to Z are case-insensitive, a
     /// double quote ends the text. Returns false, with \a record unchanged, if there is no such
@@ -83,8 +83,9 @@ private:
     void closeConnections();
     void fillList(QStringList &list, const QString &statement) const;
     bool areNamesScanned() const;
-    void indexFileNames();
-    bool getIndexedRecord(const QString &fileName, SongsDbRecord &record);
+    void indexNames();
+    bool fillIndex(FileNameIndex &index, const QString &column) const;
+    bool getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record);
 
     std::unique_ptr<QTemporaryFile> m_temporaryFile;
     QSqlDatabase m_songsDb;
@@ -94,6 +95,7 @@ private:
     QStringList m_genres;
     QStringList m_artists;
     FileNameIndex m_fileNames;
+    FileNameIndex m_titles;
     std::optional<QSqlQuery> m_recordByRowId; ///< prepared; empty if names can't be indexed
     bool m_hasTriedIndex = false;
 };

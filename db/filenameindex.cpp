@@ -76,14 +76,25 @@ void FileNameIndex::add(const QString &name, qint64 rowId)
     m_names.push_back({text, rowId});
     m_grams.clear();
     m_longestName = std::max(m_longestName, text.size());
-    if (!m_rowIdByName.contains(text))
-        m_rowIdByName.insert(text, rowId);
+    Rows &rows = m_rowsByName[text];
+    if (rows.count++ == 0)
+        rows.first = rowId;
+}
+
+bool FileNameIndex::hasWildcards(const QString &pattern)
+{
+    return std::any_of(pattern.begin(), pattern.end(), isWildcard);
+}
+
+int FileNameIndex::rowsOf(const QString &pattern) const
+{
+    return m_rowsByName.value(asciiUpperCased(pattern)).count;
 }
 
 bool FileNameIndex::canAnswer(const QString &pattern) const
 {
-    const bool isPlain = std::none_of(pattern.begin(), pattern.end(), isWildcard);
-    return isSimple(pattern) && (isPlain || (m_areNamesSimple && pattern.size() <= longestPattern));
+    return isSimple(pattern) &&
+           (!hasWildcards(pattern) || (m_areNamesSimple && pattern.size() <= longestPattern));
 }
 
 std::optional<qint64> FileNameIndex::firstRow(const QString &pattern)
@@ -91,8 +102,8 @@ std::optional<qint64> FileNameIndex::firstRow(const QString &pattern)
     const QString upper = asciiUpperCased(pattern);
     const auto begin = std::find_if(upper.begin(), upper.end(), isWildcard);
     if (begin == upper.end()) {
-        const auto row = m_rowIdByName.constFind(upper);
-        return row == m_rowIdByName.constEnd() ? std::nullopt : std::optional(row.value());
+        const auto rows = m_rowsByName.constFind(upper);
+        return rows == m_rowsByName.constEnd() ? std::nullopt : std::optional(rows->first);
     }
     const auto isRun = [](QChar character) { return character == u'%'; };
     const auto shortest = upper.size() - std::count_if(upper.begin(), upper.end(), isRun);

@@ -11,9 +11,9 @@
 namespace brisel
 {
 
-/// The catalogue's file names in memory, with the results of SQLite's LIKE: "%" matches any run of
-/// characters, "_" any single one, A to Z are case-insensitive, and of several rows the first one
-/// is found.
+/// The catalogue's file names, or its titles, in memory, with the results of SQLite's LIKE: "%"
+/// matches any run of characters, "_" any single one, A to Z are case-insensitive, and of several
+/// rows the first one is found.
 class FileNameIndex
 {
 public:
@@ -28,6 +28,12 @@ public:
     /// The first row whose name is LIKE \a pattern, if there is one. Requires canAnswer().
     std::optional<qint64> firstRow(const QString &pattern);
 
+    /// True if \a pattern has a wildcard.
+    static bool hasWildcards(const QString &pattern);
+    /// The number of rows whose name is LIKE \a pattern, which has no wildcards. Requires
+    /// canAnswer().
+    int rowsOf(const QString &pattern) const;
+
     /// The number of names compared with patterns so far: the cost of wildcards.
     qint64 comparedNames() const { return m_comparedNames; }
 
@@ -41,6 +47,10 @@ private:
         quint64 text = 0;
         quint32 name = 0; ///< index in m_names
     };
+    struct Rows {
+        qint64 first = 0;
+        int count = 0;
+    };
     using Range = std::pair<std::vector<Gram>::const_iterator, std::vector<Gram>::const_iterator>;
 
     void sortGrams();
@@ -49,8 +59,8 @@ private:
     Range rarestGram(QStringView pattern) const;
     bool matches(size_t name, QStringView pattern);
 
-    std::vector<Name> m_names;            ///< by row
-    QHash<QString, qint64> m_rowIdByName; ///< the first row of each name
+    std::vector<Name> m_names; ///< by row
+    QHash<QString, Rows> m_rowsByName;
     bool m_areNamesSimple = true;
     qsizetype m_longestName = 0;
     std::vector<Gram> m_grams; ///< sorted; made for the first pattern with wildcards

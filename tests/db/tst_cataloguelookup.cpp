@@ -97,6 +97,7 @@ private slots:
     void asksACatalogueThatHasAnIndexOfNames();
     void findsSingleTitle();
     void refusesTitleOfTwoRows();
+    void fastTitleLookUpEqualsScan();
     void refusesTitleThatCannotBeCounted();
     void hostileTextsChangeNothing();
 };
@@ -365,6 +366,47 @@ void TestCatalogueLookup::refusesTitleOfTwoRows()
     QVERIFY(!database.getRecordByTitle(QStringLiteral("SAME"), record));
     QCOMPARE(log.messages(), QStringList{multipleResults});
     QVERIFY(record.title.isNull());
+}
+
+void TestCatalogueLookup::fastTitleLookUpEqualsScan()
+{
+    QList<CatalogueRow> rows;
+    const QStringList titles{
+        QStringLiteral("ABC"),  QStringLiteral("abc"),     QStringLiteral("A_C"),
+        QStringLiteral("50%"),  QStringLiteral("\u00c9T"), QStringLiteral("\u00e9t"),
+        QStringLiteral("A B"),  QStringLiteral("12"),      QStringLiteral("ROWID"),
+        QStringLiteral("A\"B"), QStringLiteral("TWICE"),   QStringLiteral("Twice"),
+        QStringLiteral("ONCE"), QStringLiteral("")};
+    for (const QString &title : titles)
+        rows.append(catalogueRow(QStringLiteral("F%1").arg(rows.size()), title));
+    writeLocalCatalogue(
+        rows,
+        {QStringLiteral("insert into songs (title,filename) values (NULL,'NULL')"),
+         QStringLiteral("insert into songs (title,filename) values (x'5858','BLOB')"),
+         QStringLiteral("insert into songs (title,filename) values (77,'NUMBER')"),
+         QStringLiteral("insert into songs (title,filename) values ('N'||char(0)||'L','N')")});
+    Database database;
+    QVERIFY(database.init());
+    QStringList asked = titles;
+    for (const QString &title : titles)
+        asked << title.toLower() << title + u'X' << title + u'%' << u'_' + title.mid(1);
+    asked << QStringLiteral("77") << QStringLiteral("xx") << QStringLiteral("n")
+          << QStringLiteral("title") << QString(QChar(0xD83D));
+    int found = 0;
+    for (const QString &title : std::as_const(asked)) {
+        QSqlQuery query(QSqlDatabase::database(QStringLiteral("con_songsdb")));
+        const bool isOnly =
+            query.exec(QStringLiteral("SELECT count(*),min(artist) FROM songs WHERE title like "
+                                      "\"%1\"")
+                           .arg(title)) &&
+            query.next() && query.value(0).toInt() == 1;
+        SongsDbRecord record;
+        QVERIFY2(database.getRecordByTitle(title, record) == isOnly, qPrintable(title));
+        if (isOnly)
+            QCOMPARE(record.artist, query.value(1).toString());
+        found += isOnly ? 1 : 0;
+    }
+    QVERIFY(found > 20);
 }
 
 void TestCatalogueLookup::refusesTitleThatCannotBeCounted()
