@@ -138,12 +138,12 @@ void MetaSong::getSongInfo(SongInfo &info) const
     info.format = getFormatString(m_song.fileType());
 }
 
-void MetaSong::setSongInfo(const SongInfo &info, bool manual)
+void MetaSong::setSongInfo(const SongInfo &info, bool manual, SongFields fields)
 {
     debug() << "[MetaSong] setSongInfo,"
             << "manual: " << manual;
-    m_song.setInfo(info, manual);
-    m_changes.append({info, manual});
+    m_song.setInfo(info, manual, fields);
+    m_changes.append({info, manual, fields});
     debug() << "";
 }
 
@@ -227,8 +227,8 @@ bool MetaSong::catchUp(const QString &path)
         SongInfo info = change.info;
         info.isKordia = present.isKordia;
         now.m_song.setInfo(change.manual ? changedAgain(present, before, change.info) : info,
-                           change.manual);
-        replayed.setInfo(change.info, change.manual);
+                           change.manual, change.fields);
+        replayed.setInfo(change.info, change.manual, change.fields);
     }
     now.m_changes = m_changes;
     now.m_keeper = m_keeper;

@@ -41,8 +41,9 @@ public:
     void getSongInfo(SongInfo &info) const;
 
     /// Writes \a info into the song in memory: with \a manual all fields, otherwise only fields
-    /// that are missing in the file, so that the publisher's data are never overwritten.
-    void setSongInfo(const SongInfo &info, bool manual);
+    /// that are missing in the file, so that the publisher's data are never overwritten. Fields
+    /// that are not in \a fields keep the file's value.
+    void setSongInfo(const SongInfo &info, bool manual, SongFields fields = SongFields::all());
 
     /// False if saveToFile() would refuse: there is no song in memory, or it has become too large
     /// to be read.
@@ -92,6 +93,7 @@ private:
     struct Change {
         SongInfo info;
         bool manual = false;
+        SongFields fields = SongFields::all();
     };
 
     [[nodiscard]] bool load(const PlainFile &file, const QString &path);

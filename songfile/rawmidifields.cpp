@@ -198,6 +198,11 @@ void RawMidiFile::setKey(const QString &name)
 void RawMidiFile::setMarkersList(const QList<brisel::Marker> &list)
 {
     removeHeadMetaevent(Author, false);
+    addMarkers(list);
+}
+
+void RawMidiFile::addMarkers(const QList<brisel::Marker> &list)
+{
     QByteArray events;
     for (const brisel::Marker &marker : list)
         events += markerEvent(marker.text, static_cast<quint16>(marker.bar));

@@ -115,6 +115,8 @@ public:
     /// Inserts the markers in order. Removes the author and keeps old markers: it is meant for
     /// songs without markers, and has always been like this.
     void setMarkersList(const QList<brisel::Marker> &list);
+    /// The same, but keeps the author.
+    void addMarkers(const QList<brisel::Marker> &list);
 
     /// The number of bytes scanned by getters since loadData(): until the song is changed, one pass
     /// for all getters and another one for the markers.

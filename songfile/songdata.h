@@ -2,6 +2,7 @@
 
 #include "songfile/mp3header.h"
 #include "songfile/rawmidifile.h"
+#include "songfile/songfields.h"
 #include "songfile/songinfo.h"
 #include "songfile/zbxheader.h"
 
@@ -31,8 +32,8 @@ public:
     SongInfo info() const;
     /// Writes \a info into the song: with \a manual all fields, otherwise only missing ones, so
     /// that the publisher's data are never overwritten. A field that already has the value is not
-    /// written if that would lose data.
-    void setInfo(const SongInfo &info, bool manual);
+    /// written if that would lose data. Fields that are not in \a fields keep the file's value.
+    void setInfo(const SongInfo &info, bool manual, SongFields fields = SongFields::all());
 
     /// False if there is no song, or it has become too large to be read.
     bool isWhole(qint64 maxSongSize) const;
@@ -54,10 +55,11 @@ public:
     int addMarker(const QString &text, unsigned short bar);
 
 private:
-    void setMidiData(const SongInfo &info, bool manual);
-    void setMidiTexts(const SongInfo &info, bool manual);
-    void setContainerHeader(const SongInfo &info, bool manual);
-    void setMp3Tag(const SongInfo &info, bool manual);
+    void supplyMarkers(const SongInfo &info, SongFields fields);
+    void setMidiData(const SongInfo &info, bool manual, SongFields fields);
+    void setMidiTexts(const SongInfo &info, bool manual, SongFields fields);
+    void setContainerHeader(const SongInfo &info, bool manual, SongFields fields);
+    void setMp3Tag(const SongInfo &info, bool manual, SongFields fields);
     QByteArray payload() const;
     QByteArray music() const;
 

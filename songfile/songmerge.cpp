@@ -10,6 +10,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+using Wanted = SongFields::Field;
+
 bool isPlaceholder(const QString &text)
 {
     return text == u"-"_s || text == u"--"_s;
@@ -46,102 +48,123 @@ void supplyArtist(Target &target, const SongInfo &info)
 
 } // namespace
 
-void SongData::setInfo(const SongInfo &info, bool manual)
+void SongData::setInfo(const SongInfo &info, bool manual, SongFields fields)
 {
     if (m_fileType == SongInfo::Mp3) {
-        setMp3Tag(info, manual);
+        setMp3Tag(info, manual, fields);
     } else {
-        setMidiData(info, manual);
+        setMidiData(info, manual, fields);
         if (isContainer())
-            setContainerHeader(info, manual);
+            setContainerHeader(info, manual, fields);
         else
-            setMidiTexts(info, manual);
+            setMidiTexts(info, manual, fields);
     }
 }
 
-void SongData::setMidiData(const SongInfo &info, bool manual)
+/// The markers replace the author, which is then missing.
+void SongData::supplyMarkers(const SongInfo &info, SongFields fields)
+{
+    const QList<Marker> markers = fields.holds(Wanted::Markers) ? info.markers : QList<Marker>();
+    if (fields.holds(Wanted::Author))
+        m_midiFile.setMarkersList(markers);
+    else
+        m_midiFile.addMarkers(markers);
+}
+
+void SongData::setMidiData(const SongInfo &info, bool manual, SongFields fields)
 {
     using Field = RawMidiFile::Field;
     const auto mayWrite = [&](Field field, bool isMissing) {
         return manual ? !m_midiFile.wouldLose(field, info) : isMissing;
     };
     if (!manual && !m_midiFile.hasMarkers())
-        m_midiFile.setMarkersList(info.markers);
-    if (mayWrite(Field::Key, !m_midiFile.hasKey() && info.isKordia))
+        supplyMarkers(info, fields);
+    if (fields.holds(Wanted::Key) && mayWrite(Field::Key, !m_midiFile.hasKey() && info.isKordia))
         m_midiFile.setKey(info.key);
-    if (mayWrite(Field::Length, maySupply(m_midiFile.hasLength(), info.length, info)))
+    if (fields.holds(Wanted::Length) &&
+        mayWrite(Field::Length, maySupply(m_midiFile.hasLength(), info.length, info)))
         m_midiFile.setLength(info.length);
 }
 
-void SongData::setMidiTexts(const SongInfo &info, bool manual)
+void SongData::setMidiTexts(const SongInfo &info, bool manual, SongFields fields)
 {
     using Field = RawMidiFile::Field;
     const auto mayWrite = [&](Field field, bool isMissing) {
         return manual ? !m_midiFile.wouldLose(field, info) : isMissing;
     };
     const bool isMoreOfIt = info.title.toUpper().startsWith(m_midiFile.title().toUpper());
-    if ((manual || !m_midiFile.hasTitle() || isMoreOfIt) &&
+    if (fields.holds(Wanted::Title) && (manual || !m_midiFile.hasTitle() || isMoreOfIt) &&
         !m_midiFile.wouldLose(Field::Title, info))
         m_midiFile.setTitle(info.title);
-    if (mayWrite(Field::Author, !m_midiFile.hasAuthor()))
+    if (fields.holds(Wanted::Author) && mayWrite(Field::Author, !m_midiFile.hasAuthor()))
         m_midiFile.setAuthor(info.author);
-    if (mayWrite(Field::UserBpm, maySupply(m_midiFile.hasUserBpm(), info.userBpm, info)))
+    if (fields.holds(Wanted::Bpm) &&
+        mayWrite(Field::UserBpm, maySupply(m_midiFile.hasUserBpm(), info.userBpm, info)))
         m_midiFile.setUserBpm(info.userBpm);
-    if (!manual)
-        supplyArtist(m_midiFile, info);
-    else if (mayWrite(Field::Artist, false))
-        m_midiFile.setArtist(info.artist);
-    if (mayWrite(Field::Genre, !m_midiFile.hasGenre()))
+    if (fields.holds(Wanted::Artist)) {
+        if (!manual)
+            supplyArtist(m_midiFile, info);
+        else if (mayWrite(Field::Artist, false))
+            m_midiFile.setArtist(info.artist);
+    }
+    if (fields.holds(Wanted::Genre) && mayWrite(Field::Genre, !m_midiFile.hasGenre()))
         m_midiFile.setGenre(info.genre);
 }
 
-void SongData::setContainerHeader(const SongInfo &info, bool manual)
+void SongData::setContainerHeader(const SongInfo &info, bool manual, SongFields fields)
 {
     using Field = ZbxHeader::Field;
     const auto mayWrite = [&](Field field, const QString &text) {
         return manual ? !m_zbxHeader.wouldLose(field, info) : isMissing(text);
     };
-    if (mayWrite(Field::Title, m_zbxHeader.title()))
+    if (fields.holds(Wanted::Title) && mayWrite(Field::Title, m_zbxHeader.title()))
         m_zbxHeader.setTitle(info.title);
-    if (mayWrite(Field::Author, m_zbxHeader.author()))
+    if (fields.holds(Wanted::Author) && mayWrite(Field::Author, m_zbxHeader.author()))
         m_zbxHeader.setAuthor(info.author);
-    if (manual || (!m_zbxHeader.hasValidTempo() && info.userBpm >= 0))
+    if (fields.holds(Wanted::Bpm) &&
+        (manual || (!m_zbxHeader.hasValidTempo() && info.userBpm >= 0)))
         m_zbxHeader.setTempo(info.userBpm);
-    if (!manual && isPlaceholder(m_zbxHeader.artist()))
-        m_zbxHeader.setArtist(info.altArtist); // even if empty: a placeholder is always replaced
-    else if (!manual)
-        supplyArtist(m_zbxHeader, info);
-    else if (mayWrite(Field::Artist, m_zbxHeader.artist()))
-        m_zbxHeader.setArtist(info.artist);
-    if (mayWrite(Field::Genre, m_zbxHeader.genre()))
+    if (fields.holds(Wanted::Artist)) {
+        if (!manual && isPlaceholder(m_zbxHeader.artist()))
+            m_zbxHeader.setArtist(info.altArtist); // even if empty: a placeholder is replaced
+        else if (!manual)
+            supplyArtist(m_zbxHeader, info);
+        else if (mayWrite(Field::Artist, m_zbxHeader.artist()))
+            m_zbxHeader.setArtist(info.artist);
+    }
+    if (fields.holds(Wanted::Genre) && mayWrite(Field::Genre, m_zbxHeader.genre()))
         m_zbxHeader.setGenre(info.genre);
-    if (!info.markers.isEmpty())
+    if (fields.holds(Wanted::Markers) && !info.markers.isEmpty())
         m_zbxHeader.setFlag(ZbxHeader::HasMarkers);
 }
 
-void SongData::setMp3Tag(const SongInfo &info, bool manual)
+void SongData::setMp3Tag(const SongInfo &info, bool manual, SongFields fields)
 {
     using Field = Mp3Header::Field;
     const auto mayWrite = [&](Field field, bool isMissing) {
         return manual ? !m_mp3Header.wouldLose(field, info) : isMissing;
     };
-    if (mayWrite(Field::Title, !m_mp3Header.hasTitle()))
+    if (fields.holds(Wanted::Title) && mayWrite(Field::Title, !m_mp3Header.hasTitle()))
         m_mp3Header.setTitle(info.title);
-    if (mayWrite(Field::Author, !m_mp3Header.hasAuthor()))
+    if (fields.holds(Wanted::Author) && mayWrite(Field::Author, !m_mp3Header.hasAuthor()))
         m_mp3Header.setAuthor(info.author);
-    if (mayWrite(Field::UserBpm, maySupply(m_mp3Header.hasUserBpm(), info.userBpm, info)))
+    if (fields.holds(Wanted::Bpm) &&
+        mayWrite(Field::UserBpm, maySupply(m_mp3Header.hasUserBpm(), info.userBpm, info)))
         m_mp3Header.setUserBpm(info.userBpm);
-    if (mayWrite(Field::Key, !m_mp3Header.hasKey() && info.isKordia))
+    if (fields.holds(Wanted::Key) && mayWrite(Field::Key, !m_mp3Header.hasKey() && info.isKordia))
         m_mp3Header.setKey(info.key);
-    if (mayWrite(Field::Length, maySupply(m_mp3Header.hasLength(), info.length, info)))
+    if (fields.holds(Wanted::Length) &&
+        mayWrite(Field::Length, maySupply(m_mp3Header.hasLength(), info.length, info)))
         m_mp3Header.setLength(info.length);
     // A compressed or encrypted text can't be compared with the catalogue's.
     const bool isHidden = m_mp3Header.wouldLose(Field::Artist, SongInfo());
-    if (!manual && !isHidden)
-        supplyArtist(m_mp3Header, info);
-    else if (mayWrite(Field::Artist, false))
-        m_mp3Header.setArtist(info.artist);
-    if (mayWrite(Field::Genre, !m_mp3Header.hasGenre()))
+    if (fields.holds(Wanted::Artist)) {
+        if (!manual && !isHidden)
+            supplyArtist(m_mp3Header, info);
+        else if (mayWrite(Field::Artist, false))
+            m_mp3Header.setArtist(info.artist);
+    }
+    if (fields.holds(Wanted::Genre) && mayWrite(Field::Genre, !m_mp3Header.hasGenre()))
         m_mp3Header.setGenre(info.genre);
     if (!m_mp3Header.hasBriselEditParam())
         m_mp3Header.setBriselEditParam();

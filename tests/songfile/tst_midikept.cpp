@@ -157,18 +157,18 @@ private:
 };
 
 /// A change of one field: what it removes and what it writes.
-struct FieldChange {
+struct HandChange {
     const char *name;
     std::function<void(RawMidiFile &)> make;
     MidiReader::Kind kind;
     QByteArray written;
 };
 
-const QList<FieldChange> &changes()
+const QList<HandChange> &changes()
 {
     static const QString longText(200, u'l');
     static const QByteArray cut(125, 'l');
-    static const QList<FieldChange> all{
+    static const QList<HandChange> all{
         {"title", [](auto &f) { f.setTitle(u"La"_s); }, {0x03}, metaEvent(3, "La")},
         {"long title", [](auto &f) { f.setTitle(longText); }, {0x03}, metaEvent(3, cut)},
         {"genre", [](auto &f) { f.setGenre(u"Pop"_s); }, {0x4B, 1}, kordiaEvent(1, "Pop")},
@@ -192,7 +192,7 @@ const QList<FieldChange> &changes()
 }
 
 /// Describes what is wrong with \a song after \a change; empty if nothing is.
-QString brokenBy(const FieldChange &change, const QByteArray &song)
+QString brokenBy(const HandChange &change, const QByteArray &song)
 {
     RawMidiFile file = loaded(song);
     change.make(file);
@@ -221,7 +221,7 @@ void TestMidiKept::keepsEverySong()
     for (int i = 0; i < songs; ++i) {
         const QByteArray song = maker.song();
         QVERIFY(MidiReader::readTracks(song));
-        for (const FieldChange &change : changes()) {
+        for (const HandChange &change : changes()) {
             const QString problem = brokenBy(change, song);
             QVERIFY2(problem.isEmpty(),
                      qPrintable(u"song %1, %2"_s.arg(QString::number(i), problem)));
@@ -244,7 +244,7 @@ void TestMidiKept::keepsTheCorpus()
         if (!MidiReader::readTracks(song) || !file.loadData(song))
             continue;
         ++songs;
-        for (const FieldChange &change : changes()) {
+        for (const HandChange &change : changes()) {
             const QString problem = brokenBy(change, song);
             QVERIFY2(problem.isEmpty(), qPrintable(u"%1, %2"_s.arg(path, problem)));
         }
