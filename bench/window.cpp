@@ -8,6 +8,7 @@
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/cataloguelookup.h"
+#include "library/syncpreview.h"
 #include "songfile/metasong.h"
 #include "tools/cataloguefile.h"
 #include "tools/samplesongs.h"
@@ -183,6 +184,29 @@ void importWithout(benchmark::State &state, int count)
     }
 }
 
+/// The preview of the synchronisation; importWithout() is its peer.
+void previewSongs(benchmark::State &state, int count)
+{
+    const QStringList &files = songs().paths(count); // first: their folder holds the catalogue
+    Database database;
+    require(database.init(), "catalogue");
+    UserSongsRelTableModel model(nullptr, *database.userLibraryDb());
+    for (const QString &path : files) {
+        MetaSong song;
+        SongInfo info = readSong(song, path);
+        info.fileName = path;
+        info.shortName = path.section(u'/', -1);
+        require(model.addSong(info), "row");
+    }
+    for (auto _ : state) {
+        SyncPreview preview(model, database);
+        Run run;
+        require(preview.run(run) == SyncPreview::Outcome::Done &&
+                    preview.songs().size() == files.size(),
+                "preview");
+    }
+}
+
 void synchroniseInWindow(benchmark::State &state, int count)
 {
     songs(); // first: their folder holds the catalogue
@@ -327,6 +351,8 @@ int main(int argc, char **argv)
         add("import/" + data + "no window", importWithout, count);
     }
     const std::string data = std::to_string(librarySize) + " songs/";
+    add("preview/" + data + "ours", previewSongs, librarySize);
+    add("preview/" + data + "reading", importWithout, librarySize);
     add("synchronise/" + data + "ours", synchroniseInWindow, librarySize);
     add("synchronise/" + data + "no window", synchroniseWithout, librarySize);
     add("start/first painting/ours", start, QStringLiteral("--whole"))->UseManualTime();

@@ -19,15 +19,19 @@ CatalogueKeys catalogueKeys(const QString &shortName, const SongInfo &info)
     return {catalogueKey(shortName), catalogueKey(info.zbxLongName), info.title.toUpper()};
 }
 
-std::optional<CatalogueHit> findInCatalogue(Database &catalogue, const CatalogueKeys &keys)
+std::optional<CatalogueHit> findInCatalogue(Database &catalogue, const CatalogueKeys &keys,
+                                            const SongsDbRecord *chosen)
 {
+    if (chosen != nullptr)
+        return CatalogueHit{*chosen, FoundBy::Hand, QStringLiteral("HAND: ") + chosen->title};
     SongsDbRecord record;
     if (catalogue.getRecordByFilename(keys.file, record))
-        return CatalogueHit{record, QStringLiteral("FILENAME: ") + keys.file};
+        return CatalogueHit{record, FoundBy::FileName, QStringLiteral("FILENAME: ") + keys.file};
     if (!keys.longName.isEmpty() && catalogue.getRecordByFilename(keys.longName, record))
-        return CatalogueHit{record, QStringLiteral("ZBXLONGNAME: ") + keys.longName};
+        return CatalogueHit{record, FoundBy::LongName,
+                            QStringLiteral("ZBXLONGNAME: ") + keys.longName};
     if (catalogue.getRecordByTitle(keys.title, record))
-        return CatalogueHit{record, QStringLiteral("TITLE: ") + keys.title};
+        return CatalogueHit{record, FoundBy::Title, QStringLiteral("TITLE: ") + keys.title};
     return std::nullopt;
 }
 

@@ -26,15 +26,21 @@ QString catalogueKey(const QString &name);
 /// The keys of the song in the file \a shortName.
 CatalogueKeys catalogueKeys(const QString &shortName, const SongInfo &info);
 
+/// How a song was found.
+enum class FoundBy { FileName, LongName, Title, Hand };
+
 struct CatalogueHit {
     SongsDbRecord record;
+    FoundBy foundBy;
     QString trace; ///< the key that was found, for the log
 };
 
 /// Looks a song up by file name, then (containers) by long name, which is in the catalogue's
-/// file-name column too, then by title. Returns an empty result if none of them is found.
+/// file-name column too, then by title. Returns an empty result if none of them is found. If the
+/// user has \a chosen a record, that one is found, by hand.
 [[nodiscard]] std::optional<CatalogueHit> findInCatalogue(Database &catalogue,
-                                                          const CatalogueKeys &keys);
+                                                          const CatalogueKeys &keys,
+                                                          const SongsDbRecord *chosen = nullptr);
 
 /// \a info with the song's data replaced by those of \a record. The data about the file stay.
 SongInfo mergedWithCatalogue(const SongInfo &info, const SongsDbRecord &record);

@@ -11,6 +11,9 @@
 namespace brisel
 {
 
+/// True for "-" and "--", which stand for a missing text in a container's header.
+bool isPlaceholder(const QString &text);
+
 /// The content of a song file of any format in memory: read from bytes, changed by the rules of a
 /// synchronisation or of an edit by hand, and written to bytes.
 class SongData

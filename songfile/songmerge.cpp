@@ -7,15 +7,15 @@ namespace brisel
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-
-using Wanted = SongFields::Field;
-
 bool isPlaceholder(const QString &text)
 {
     return text == u"-"_s || text == u"--"_s;
 }
+
+namespace
+{
+
+using Wanted = SongFields::Field;
 
 bool isMissing(const QString &headerText)
 {
