@@ -43,17 +43,49 @@ qint32 numberOf(const QVariant &value)
     return static_cast<qint32>(std::lround(number));
 }
 
+/// \a valueOf(column) is the value of a column of selectRecord.
+template <typename ValueOf>
+void fillRecord(const ValueOf &valueOf, SongsDbRecord &record)
+{
+    record.title = valueOf(0).toString();
+    record.artist = valueOf(1).toString();
+    record.genre = valueOf(2).toString();
+    record.author = valueOf(3).toString();
+    record.length = numberOf(valueOf(4));
+    record.bpm = numberOf(valueOf(5));
+    record.key = trimmedSongText(valueOf(6).toString());
+    Database::splitMarkers(valueOf(7).toString(), record.markers);
+    record.altArtist = valueOf(8).toString();
+}
+
 void fillRecord(const QSqlQuery &query, SongsDbRecord &record)
 {
-    record.title = query.value(0).toString();
-    record.artist = query.value(1).toString();
-    record.genre = query.value(2).toString();
-    record.author = query.value(3).toString();
-    record.length = numberOf(query.value(4));
-    record.bpm = numberOf(query.value(5));
-    record.key = trimmedSongText(query.value(6).toString());
-    Database::splitMarkers(query.value(7).toString(), record.markers);
-    record.altArtist = query.value(8).toString();
+    fillRecord([&query](int column) { return query.value(column); }, record);
+}
+
+constexpr QChar unitSeparator(0x1F);
+
+/// A record as one text, with a separator between the columns of selectRecord. Qt describes each
+/// column of each result anew, which takes longer than SQLite's search for the row.
+QString selectJoined()
+{
+    QStringList columns;
+    for (const char *name :
+         {"title", "artist", "genre", "author", "length", "bpm", "key", "markers", "altartist"})
+        columns.append(QStringLiteral("coalesce(%1,'')").arg(QLatin1StringView(name)));
+    return QStringLiteral("SELECT %1 FROM songs WHERE rowid=?")
+        .arg(columns.join(QStringLiteral("||char(31)||")));
+}
+
+/// Returns false if a column has a separator in it.
+bool fillFromJoined(const QString &joined, SongsDbRecord &record)
+{
+    constexpr qsizetype columns = 9;
+    const QStringList texts = joined.split(unitSeparator);
+    if (texts.size() != columns)
+        return false;
+    fillRecord([&texts](int column) { return QVariant(texts.at(column)); }, record);
+    return true;
 }
 
 /// SQLite reads a double-quoted name as a column if there is a column of that name.
@@ -239,7 +271,7 @@ void Database::indexNames()
         return;
     QSqlQuery byRowId(m_songsDb);
     byRowId.setForwardOnly(true);
-    if (byRowId.prepare(selectRecord + QStringLiteral("WHERE rowid=?")))
+    if (byRowId.prepare(selectJoined()))
         m_recordByRowId = std::move(byRowId);
 }
 
@@ -263,11 +295,15 @@ bool Database::getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record
     if (!row.has_value())
         return false;
     m_recordByRowId->bindValue(0, *row);
-    const bool found = m_recordByRowId->exec() && m_recordByRowId->next();
-    if (found)
-        fillRecord(*m_recordByRowId, record);
+    const bool isThere = m_recordByRowId->exec() && m_recordByRowId->next();
+    const QString joined = isThere ? m_recordByRowId->value(0).toString() : QString();
     m_recordByRowId->finish();
-    return found;
+    if (fillFromJoined(joined, record))
+        return true;
+    const std::optional<CatalogueSong> song = isThere ? songAt(*row) : std::nullopt;
+    if (song.has_value())
+        record = song->record;
+    return song.has_value();
 }
 
 bool Database::clearUserLibraryDb()

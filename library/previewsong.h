@@ -19,7 +19,7 @@ namespace brisel
 struct PreviewSong {
     int row = 0; ///< of the library
     QString path;
-    FileState state; ///< of the file before it was read
+    FileState state; ///< of the file when it was read
     /// How the song was found; empty if it was not found, or not read.
     std::optional<FoundBy> foundBy;
     bool isPublished = false; ///< by the maker

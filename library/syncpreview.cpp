@@ -2,7 +2,6 @@
 
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
-#include "index/memoryreasons.h"
 #include "library/songfile.h"
 #include "library/workflowlog.h"
 #include "songfile/songdata.h"
@@ -39,8 +38,6 @@ SyncPreview::Outcome SyncPreview::run(Run &run)
     m_catalogue.prepareLookUps();
     const int count = m_model.goodRowCount();
     run.begin({tr("Anteprima"), tr("Cerco le song nel database..."), count});
-    for (int row = 0; row < count; ++row)
-        m_memories.pulledFrom(m_model.fileName(row)); // remembers the memory at the start
     m_songs.reserve(count);
     for (int row = 0; row < count && run.mayGoOn(); ++row) {
         m_songs.append(preview(row, nullptr));
@@ -62,12 +59,11 @@ PreviewSong SyncPreview::preview(int row, std::shared_ptr<const SongsDbRecord> c
     PreviewSong song;
     song.row = row;
     song.path = m_model.fileName(row);
-    song.state = fileState(song.path);
     song.chosen = std::move(chosen);
-    SongFile file(song.path, m_memories);
+    SongFile file(song.path);
+    song.state = file.song.stateWhenRead();
     if (!file.isOpen) {
-        const bool isThere = m_memories.pulledFrom(song.path).isEmpty();
-        song.whyNotRead = isThere ? file.whyNotOpen() : MemoryReason::gone;
+        song.whyNotRead = file.whyNotOpen();
         return song;
     }
     song.isPublished = file.info.isKordia;

@@ -2,7 +2,6 @@
 
 #include "base/run.h"
 #include "library/previewsong.h"
-#include "library/pulledmemories.h"
 
 #include <QCoreApplication>
 #include <QList>
@@ -46,7 +45,6 @@ private:
 
     UserSongsRelTableModel &m_model;
     Database &m_catalogue;
-    PulledMemories m_memories;
     QList<PreviewSong> m_songs;
     QSet<QString> m_texts; ///< of all songs
 };

@@ -40,21 +40,20 @@ QString markersText(const QList<Marker> &markers)
 QList<FieldChange> fieldChanges(const SongInfo &before, const SongInfo &after)
 {
     using Field = FieldChange::Field;
-    const QList<FieldChange> fields = {
-        {Field::Title, before.title, after.title},
-        {Field::Artist, before.artist, after.artist},
-        {Field::Genre, before.genre, after.genre},
-        {Field::Author, before.author, after.author},
-        {Field::Length, minutesText(before.length), minutesText(after.length)},
-        {Field::Bpm, numberText(before.userBpm), numberText(after.userBpm)},
-        {Field::Key, before.key, after.key},
-        {Field::Markers, markersText(before.markers), markersText(after.markers)},
-    };
     QList<FieldChange> changes;
-    for (const FieldChange &field : fields) {
-        if (field.before != field.after)
-            changes.append(field);
-    }
+    const auto compare = [&](Field field, auto SongInfo::*member, auto text) {
+        if (before.*member != after.*member)
+            changes.append({field, text(before.*member), text(after.*member)});
+    };
+    const auto plainText = [](const QString &text) { return text; };
+    compare(Field::Title, &SongInfo::title, plainText);
+    compare(Field::Artist, &SongInfo::artist, plainText);
+    compare(Field::Genre, &SongInfo::genre, plainText);
+    compare(Field::Author, &SongInfo::author, plainText);
+    compare(Field::Length, &SongInfo::length, minutesText);
+    compare(Field::Bpm, &SongInfo::userBpm, numberText);
+    compare(Field::Key, &SongInfo::key, plainText);
+    compare(Field::Markers, &SongInfo::markers, markersText);
     return changes;
 }
 

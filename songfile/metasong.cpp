@@ -78,6 +78,7 @@ bool MetaSong::importFile(const QString &path)
     PlainFile file;
     const bool isLoaded = file.open(path) && load(file, path);
     m_size = file.size();
+    m_state = file.state();
     m_loaded = m_song;
     return isLoaded;
 }

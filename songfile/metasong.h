@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/fileidentity.h"
 #include "base/filewriting.h"
 #include "songfile/songdata.h"
 #include "songfile/songinfo.h"
@@ -39,6 +40,9 @@ public:
 
     /// Fills \a info with the data in the file. Its names and the alternative artist stay empty.
     void getSongInfo(SongInfo &info) const;
+
+    /// The state of the file when it was opened by importFile().
+    const FileState &stateWhenRead() const { return m_state; }
 
     /// Writes \a info into the song in memory: with \a manual all fields, otherwise only fields
     /// that are missing in the file, so that the publisher's data are never overwritten. Fields
@@ -115,9 +119,10 @@ private:
     void noteSaved(const QString &path, const QByteArray &content);
 
     SongData m_song;
-    SongData m_loaded;       ///< the song as it was read
-    QByteArray m_content;    ///< the bytes that were read: an MP3's head, otherwise the whole file
-    qint64 m_size = 0;       ///< size of the file in bytes
+    SongData m_loaded;    ///< the song as it was read
+    QByteArray m_content; ///< the bytes that were read: an MP3's head, otherwise the whole file
+    qint64 m_size = 0;    ///< size of the file in bytes
+    FileState m_state;
     QString m_path;          ///< where it was read
     QList<Change> m_changes; ///< since it was read; applied again if the file has changed
     Trouble m_trouble = Trouble::None;

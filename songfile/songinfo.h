@@ -12,6 +12,8 @@ class Marker
 public:
     QString text;
     qint32 bar = 0; ///< counted as the player counts bars; files keep 0 to 65535
+
+    bool operator==(const Marker &other) const = default;
 };
 
 /// The data of one song of any format.
