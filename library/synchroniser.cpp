@@ -13,6 +13,7 @@
 
 #include <QFileInfo>
 
+#include <numeric>
 #include <utility>
 
 namespace brisel
@@ -46,7 +47,8 @@ Synchroniser::Outcome Synchroniser::run(Run &run)
     if (!m_askPublisher)
         run.answerAll(Run::Question::ChangeUnpublished, true);
     m_catalogue.prepareLookUps();
-    run.begin({tr("Aggiornamento file"), tr("Aggiorno la libreria..."), m_model.goodRowCount()});
+    run.begin({tr("Aggiornamento file"), tr("Aggiorno la libreria..."),
+               static_cast<int>(rowsToUpdate().size())});
     const Outcome outcome = updateRows(run);
     if (m_recorder != nullptr)
         m_recorder->finish(run.report());
@@ -57,13 +59,14 @@ Synchroniser::Outcome Synchroniser::run(Run &run)
 Synchroniser::Outcome Synchroniser::updateRows(Run &run)
 {
     const UserSongsRelTableModel::ManyChanges changes(m_model);
-    const int count = m_model.goodRowCount();
-    for (int row = 0; row < count; ++row)
+    const QList<int> rows = rowsToUpdate();
+    for (const int row : rows)
         m_memories.pulledFrom(m_model.fileName(row)); // remembers the memory at the start
-    for (int row = 0; row < count; ++row) {
+    for (qsizetype done = 0; done < rows.size(); ++done) {
+        const int row = rows.at(done);
         if (!run.mayGoOn()) {
             finishLot(run);
-            noteRowsLeft(run, row);
+            noteRowsLeft(run, rows.sliced(done));
             return Outcome::Interrupted;
         }
         debug() << "[UPDATE] rowIdx: " << row;
@@ -78,12 +81,49 @@ Synchroniser::Outcome Synchroniser::updateRows(Run &run)
         }
         if (made != Change::Staged)
             setStatus(row, made == Change::Made);
-        run.setStep(row + 1);
+        run.setStep(static_cast<int>(done) + 1);
         logSongEnd();
         run.processEvents();
     }
     finishLot(run);
     return Outcome::Done;
+}
+
+QList<int> Synchroniser::rowsToUpdate()
+{
+    if (m_plan.has_value())
+        return m_plan->rows();
+    QList<int> rows(m_model.goodRowCount());
+    std::iota(rows.begin(), rows.end(), 0);
+    return rows;
+}
+
+const SyncPlan::Song *Synchroniser::planned(int row) const
+{
+    return m_plan.has_value() ? m_plan->song(row) : nullptr;
+}
+
+/// False if another program has changed the file since the preview.
+bool Synchroniser::isAsSeen(const SyncPlan::Song &seen, const SongFile &file) const
+{
+    return file.song.stateWhenRead() == seen.state ||
+           m_ours.contains({seen.state.device, seen.state.inode}); // a second row of one file
+}
+
+/// Changes the song in memory. Returns false if the result is not what the user has seen: some file
+/// systems keep times of two seconds, so the state may hide a change of the file.
+bool Synchroniser::applySeen(const SyncPlan::Song &seen, SongFile &file, const SongInfo &merged)
+{
+    MetaSong whole = file.song;
+    SongInfo after;
+    whole.setSongInfo(merged, false);
+    whole.getSongInfo(after);
+    const std::pair<quint64, quint64> id(seen.state.device, seen.state.inode);
+    if (!m_ours.contains(id) && fieldChanges(file.info, after) != seen.changes)
+        return false;
+    m_ours.insert(id);
+    file.song.setSongInfo(merged, false, seen.fields);
+    return true;
 }
 
 bool Synchroniser::updateFileWithDb(Run &run, int row)
@@ -105,14 +145,20 @@ Synchroniser::Change Synchroniser::change(Run &run, int row, FileLot *lot)
         note(run, Step::Read, fileName, file.whyNotOpen());
         return Change::Failed;
     }
-    if (!file.info.isKordia && !mayChange(run, fileName)) {
+    const SyncPlan::Song *seen = planned(row);
+    if (seen != nullptr && !isAsSeen(*seen, file)) {
+        note(run, Step::Change, fileName, Synchroniser::changedAfterPreview);
+        return Change::Failed;
+    }
+    if (seen == nullptr && !file.info.isKordia && !mayChange(run, fileName)) {
         note(run, Step::Change, fileName,
              Run::isEnding() ? Run::interrupted : Synchroniser::declined);
         return Change::Failed;
     }
 
     const CatalogueKeys keys = catalogueKeys(m_model.shortName(row), file.info);
-    const std::optional<CatalogueHit> hit = findInCatalogue(m_catalogue, keys);
+    const std::optional<CatalogueHit> hit =
+        findInCatalogue(m_catalogue, keys, seen != nullptr ? seen->chosen.get() : nullptr);
     if (!hit.has_value()) {
         debug() << "Record " << QString(keys.file + u'/' + keys.title) << "NOT found in DB";
         note(run, Step::Find, fileName, Synchroniser::notInCatalogue);
@@ -121,7 +167,13 @@ Synchroniser::Change Synchroniser::change(Run &run, int row, FileLot *lot)
     debug() << "Found in DB by: " << hit->trace;
     hit->record.dbgDump();
     file.song.setKeeper(m_recorder);
-    file.song.setSongInfo(mergedWithCatalogue(file.info, hit->record), false);
+    const SongInfo merged = mergedWithCatalogue(file.info, hit->record);
+    if (seen == nullptr) {
+        file.song.setSongInfo(merged, false);
+    } else if (!applySeen(*seen, file, merged)) {
+        note(run, Step::Change, fileName, Synchroniser::changedAfterPreview);
+        return Change::Failed;
+    }
     return save(run, row, file, lot);
 }
 
@@ -159,6 +211,8 @@ bool Synchroniser::finishLot(Run &run)
             isReadAgain = finishRow(run, songs.at(i), std::nullopt);
             break;
         case WriteResult::Changed: // by another program since it was read
+            if (const SyncPlan::Song *seen = planned(row); seen != nullptr)
+                m_ours.remove({seen->state.device, seen->state.inode});
             isReadAgain = change(run, row, nullptr) == Change::Made;
             break;
         default:
@@ -203,10 +257,9 @@ void Synchroniser::note(Run &run, Step step, const QString &fileName, Reason rea
 }
 
 /// Reports the rows that an interrupted run did not reach.
-void Synchroniser::noteRowsLeft(Run &run, int firstRow)
+void Synchroniser::noteRowsLeft(Run &run, const QList<int> &rows)
 {
-    const int count = m_model.goodRowCount();
-    for (int row = firstRow; row < count; ++row)
+    for (const int row : rows)
         note(run, Step::Change, m_model.fileName(row), Run::interrupted);
 }
 

@@ -3,12 +3,15 @@
 #include "base/filelot.h"
 #include "base/run.h"
 #include "library/pulledmemories.h"
+#include "library/syncplan.h"
 #include "songfile/songinfo.h"
 
 #include <QCoreApplication>
+#include <QSet>
 #include <QString>
 
 #include <optional>
+#include <utility>
 
 namespace brisel
 {
@@ -35,12 +38,20 @@ public:
     static constexpr Reason declined{
         QT_TRANSLATE_NOOP("RunReport", "la modifica è stata rifiutata"), Reason::Kind::Skip};
 
+    /// The user has not seen what would be changed.
+    static constexpr Reason changedAfterPreview{
+        QT_TRANSLATE_NOOP("RunReport", "il file è cambiato dopo l'anteprima")};
+
     /// Without \a askPublisher, songs that the publisher did not publish are changed without a
     /// question.
     Synchroniser(UserSongsRelTableModel &model, Database &catalogue, bool askPublisher);
 
     /// Keeps the changed songs with \a recorder, which must outlive this object; null for none.
     void setRecorder(HistoryRecorder *recorder);
+
+    /// Only the songs of \a plan are changed, as the user has seen it and without a question; other
+    /// rows keep their status. A file that was changed since then is not written.
+    void setPlan(const SyncPlan &plan) { m_plan = plan; }
 
     /// Writes the heading of the run to the log. Returns false, logged, if there are no rows.
     [[nodiscard]] bool announce();
@@ -69,6 +80,10 @@ private:
     };
 
     Outcome updateRows(Run &run);
+    QList<int> rowsToUpdate();
+    const SyncPlan::Song *planned(int row) const;
+    bool isAsSeen(const SyncPlan::Song &seen, const SongFile &file) const;
+    bool applySeen(const SyncPlan::Song &seen, SongFile &file, const SongInfo &merged);
     Change change(Run &run, int row, FileLot *lot);
     Change save(Run &run, int row, SongFile &file, FileLot *lot);
     bool finishLot(Run &run);
@@ -76,13 +91,15 @@ private:
     static void noteUpdated(Run &run, const SongFile &held, const SongInfo &before);
     void setStatus(int row, bool isUpdated);
     void note(Run &run, Step step, const QString &fileName, Reason reason);
-    void noteRowsLeft(Run &run, int firstRow);
+    void noteRowsLeft(Run &run, const QList<int> &rows);
     bool mayChange(Run &run, const QString &fileName);
 
     UserSongsRelTableModel &m_model;
     Database &m_catalogue;
     const bool m_askPublisher;
     PulledMemories m_memories;
+    std::optional<SyncPlan> m_plan;
+    QSet<std::pair<quint64, quint64>> m_ours; ///< files of the plan that this run has changed
     FileLot m_lot;
     HistoryRecorder *m_recorder = nullptr;
     QList<Staged> m_staged; ///< the songs in the lot

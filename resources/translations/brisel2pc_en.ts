@@ -344,8 +344,6 @@
         <translation>the history is damaged</translation>
     </message>
     <message>
-        <source>la cronologia è di una versione più recente del programma</source>
-        <translation>the history is from a newer version of the program</translation>
         <source>la ricerca per parole non è disponibile</source>
         <translation>the search by words is not available</translation>
     </message>
@@ -440,6 +438,14 @@
         <source>la lista del backup la indica più di una volta</source>
         <translation>the list of the backup names it more than once</translation>
     </message>
+    <message>
+        <source>la cronologia è di una versione più recente del programma</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>il file è cambiato dopo l&apos;anteprima</source>
+        <translation>the file was changed after the preview</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -450,6 +456,17 @@
     <message>
         <source>Cerco i brani...</source>
         <translation>Looking for songs...</translation>
+    </message>
+</context>
+<context>
+    <name>SyncPreview</name>
+    <message>
+        <source>Anteprima</source>
+        <translation>Preview</translation>
+    </message>
+    <message>
+        <source>Cerco le song nel database...</source>
+        <translation>Looking the songs up in the database...</translation>
     </message>
 </context>
 <context>

@@ -344,8 +344,6 @@
         <translation>la cronologia è danneggiata</translation>
     </message>
     <message>
-        <source>la cronologia è di una versione più recente del programma</source>
-        <translation>la cronologia è di una versione più recente del programma</translation>
         <source>la ricerca per parole non è disponibile</source>
         <translation>la ricerca per parole non è disponibile</translation>
     </message>
@@ -440,6 +438,14 @@
         <source>la lista del backup la indica più di una volta</source>
         <translation>la lista del backup la indica più di una volta</translation>
     </message>
+    <message>
+        <source>la cronologia è di una versione più recente del programma</source>
+        <translation>la cronologia è di una versione più recente del programma</translation>
+    </message>
+    <message>
+        <source>il file è cambiato dopo l&apos;anteprima</source>
+        <translation>il file è cambiato dopo l&apos;anteprima</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -450,6 +456,17 @@
     <message>
         <source>Cerco i brani...</source>
         <translation>Cerco i brani...</translation>
+    </message>
+</context>
+<context>
+    <name>SyncPreview</name>
+    <message>
+        <source>Anteprima</source>
+        <translation>Anteprima</translation>
+    </message>
+    <message>
+        <source>Cerco le song nel database...</source>
+        <translation>Cerco le song nel database...</translation>
     </message>
 </context>
 <context>
