@@ -440,7 +440,7 @@
     </message>
     <message>
         <source>la cronologia è di una versione più recente del programma</source>
-        <translation type="unfinished"></translation>
+        <translation>the history is of a newer version of the program</translation>
     </message>
     <message>
         <source>il file è cambiato dopo l&apos;anteprima</source>

@@ -84,7 +84,7 @@ void TestSyncPlan::writesTheRowsOfThePlanOnly()
     QCOMPARE(Sample::infoOf(m_two).title, QStringLiteral("TWO SONGS"));
     QCOMPARE(m_library->shown(2, QStringLiteral("title")), QStringLiteral("THREE KINGS"));
     QCOMPARE(m_run->report().counted(RunReport::Success::Updated), 2);
-    QVERIFY(m_run->report().isEmpty());
+    QCOMPARE(m_run->report().failed() + m_run->report().skipped(), 0);
     QCOMPARE(m_run->steps, QList<int>({1, 2}));
 }
 
@@ -179,7 +179,7 @@ void TestSyncPlan::writesBothRowsOfOneFile()
     QCOMPARE(write(plan), Synchroniser::Outcome::Done);
     QCOMPARE(m_library->statuses(), QStringLiteral("1001"));
     QCOMPARE(m_library->shown(3, QStringLiteral("title")), QStringLiteral("ONE LOVE"));
-    QVERIFY(m_run->report().isEmpty());
+    QCOMPARE(m_run->report().failed() + m_run->report().skipped(), 0);
 }
 
 void TestSyncPlan::reportsRowsOfThePlanThatWereNotReached()
