@@ -183,6 +183,8 @@ bool MainWindow::suggestBackup()
 bool MainWindow::offerBackup(LibraryRun &run)
 {
     BackupDialog dialog(this);
+    if (const std::optional<Reason> reason = m_history.whyUnusable())
+        dialog.showHistoryTrouble(*reason);
     const int answer = dialog.exec();
     if (answer != BackupDialog::DoBackup)
         return answer == BackupDialog::NoBackup;

@@ -11,7 +11,10 @@
 namespace brisel
 {
 
-qint64 freeSpace(const QString &folder)
+namespace
+{
+
+qint64 spaceOf(const QString &folder, std::uintmax_t std::filesystem::space_info::*kind)
 {
     std::error_code failure;
     const std::filesystem::space_info space =
@@ -19,7 +22,19 @@ qint64 freeSpace(const QString &folder)
     if (failure)
         return -1;
     constexpr qint64 most = std::numeric_limits<qint64>::max();
-    return static_cast<qint64>(std::min<std::uintmax_t>(space.available, most));
+    return static_cast<qint64>(std::min<std::uintmax_t>(space.*kind, most));
+}
+
+} // namespace
+
+qint64 freeSpace(const QString &folder)
+{
+    return spaceOf(folder, &std::filesystem::space_info::available);
+}
+
+qint64 diskSize(const QString &folder)
+{
+    return spaceOf(folder, &std::filesystem::space_info::capacity);
 }
 
 qint64 allocationUnit(const QString &folder)

@@ -9,6 +9,9 @@ namespace brisel
 /// folder itself: the table of mounts may be wrong in a chroot, a container or a sandbox.
 qint64 freeSpace(const QString &folder);
 
+/// The size of the file system of \a folder in bytes; -1 if unknown.
+qint64 diskSize(const QString &folder);
+
 /// The unit in which the file system of \a folder allocates space, in bytes (FAT: a cluster); 1 if
 /// unknown.
 qint64 allocationUnit(const QString &folder);

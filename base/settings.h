@@ -34,6 +34,8 @@ inline constexpr Setting<bool> copyrightAsk{QLatin1StringView("copyrightAsk"), t
 inline constexpr Setting<bool> logEnabled{QLatin1StringView("logenabled"), false};
 /// Whether each start of the program empties the log.
 inline constexpr Setting<bool> logClear{QLatin1StringView("logclear"), false};
+/// The most that the history of changes may take on the disk, in MiB.
+inline constexpr Setting<int> historyLimit{QLatin1StringView("historylimit"), 1024};
 /// The folder of the memory that was worked on last.
 inline const Setting<QString> mediaRoot{QLatin1StringView("mediaroot"), QString()};
 

@@ -9,9 +9,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QStorageInfo>
 
 #include <algorithm>
+#include <limits>
 
 namespace brisel
 {
@@ -160,8 +160,8 @@ qint64 History::bytesUsed() const
 qint64 History::limit() const
 {
     constexpr qint64 parts = 20; // of the disk
-    const QStorageInfo disk(existingFolderAbove(m_file.path()));
-    return disk.bytesTotal() > 0 ? std::min(m_limit, disk.bytesTotal() / parts) : m_limit;
+    const qint64 disk = diskSize(existingFolderAbove(m_file.path()));
+    return disk > 0 ? std::min(m_limit, disk / parts) : m_limit;
 }
 
 bool History::clear()
@@ -169,10 +169,10 @@ bool History::clear()
     if (m_file.open()) {
         if (m_file.begin() && m_file.exec(u"DELETE FROM field"_s) &&
             m_file.exec(u"DELETE FROM old"_s) && m_file.exec(u"DELETE FROM song"_s) &&
-            m_file.exec(u"DELETE FROM run"_s) && m_file.end() &&
-            m_file.exec(u"PRAGMA incremental_vacuum"_s) &&
-            m_file.exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s))
+            m_file.exec(u"DELETE FROM run"_s) && m_file.end()) {
+            m_file.giveBack(std::numeric_limits<int>::max());
             return true;
+        }
         m_file.drop();
     }
     if (!m_file.trouble().has_value())
@@ -190,20 +190,16 @@ bool History::clear()
 
 std::optional<Reason> History::whyUnusable()
 {
-    constexpr qint64 least = 1024 * 1024; // bytes that one run needs on the disk
     const QString folder = existingFolderAbove(m_file.path());
     const bool isThere = m_file.open();
     if (m_file.trouble().has_value())
         return m_file.trouble();
     if (!QFileInfo(folder).isDir() || !QFileInfo(folder).isWritable())
         return FileReason::notAllowed;
-    if (const qint64 space = freeSpace(folder); space >= 0 && space < least)
+    if (const qint64 space = freeSpace(folder); space >= 0 && space < HistoryFile::leastSpace)
         return FileReason::noSpace;
-    if (isThere && m_file.begin()) {
-        // A change of nothing: fails if the file can't be written.
-        (void)m_file.exec(u"UPDATE run SET kind = kind WHERE id = 0"_s);
+    if (isThere && m_file.begin())
         m_file.drop();
-    }
     return m_file.trouble();
 }
 

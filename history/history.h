@@ -70,6 +70,8 @@ public:
     qint64 limit() const;
     /// Sets the limit in bytes; initially 1 GiB.
     void setLimit(qint64 bytes) { m_limit = bytes; }
+    /// Deletes the oldest runs until the limit is kept. Returns false on failure.
+    [[nodiscard]] bool trim();
     /// Deletes all runs; a file that can't be used is deleted. Returns false on failure.
     [[nodiscard]] bool clear();
 
@@ -79,10 +81,14 @@ public:
     const std::optional<Reason> &trouble() const { return m_file.trouble(); }
 
     /// Adds songs to a run, in one transaction, and sets \a ids to their numbers; deletes the
-    /// entries \a unwritten. With the number 0 starts a run of \a kind, and sets it. On the disk
-    /// when it returns true; on failure nothing is written.
+    /// entries \a unwritten, and the oldest runs if the limit would be exceeded. With the number 0
+    /// starts a run of \a kind, and sets it. On the disk when it returns true; on failure nothing
+    /// is written.
     [[nodiscard]] bool add(qint64 &run, RunKind kind, const QList<KeptSong> &kept,
                            QList<qint64> &ids, const QList<qint64> &unwritten = {});
+    /// Returns true if the last add() had to delete older entries of its own run, because this run
+    /// alone exceeds the limit.
+    bool wasCut() const { return m_wasCut; }
     /// Ends a run: deletes the entries \a unwritten, then the run if it has no songs left,
     /// otherwise stores its report.
     [[nodiscard]] bool finish(qint64 run, const QList<qint64> &unwritten, const QString &report);
@@ -92,8 +98,12 @@ private:
 
     QList<HistorySong> readSongs(QSqlQuery &query);
     std::optional<HistorySong> readSong(QSqlQuery &query);
+    [[nodiscard]] bool makeRoom(qint64 run, qint64 bytes);
+    [[nodiscard]] bool cutRun(qint64 run, qint64 bytes);
     [[nodiscard]] bool deleteSongs(const QList<qint64> &songs);
     [[nodiscard]] bool insertRun(qint64 &run, RunKind kind);
+    [[nodiscard]] bool addSongs(qint64 &run, RunKind kind, const QList<KeptSong> &kept,
+                                QList<qint64> &ids);
     [[nodiscard]] std::optional<qint64> insertSong(qint64 run, const KeptSong &song);
     [[nodiscard]] bool insertFields(qint64 song, const QList<FieldChange> &fields);
     [[nodiscard]] bool insertOld(qint64 song, const QByteArray &bytes);
@@ -101,6 +111,7 @@ private:
 
     HistoryFile m_file;
     qint64 m_limit = defaultLimit;
+    bool m_wasCut = false;
 };
 
 } // namespace brisel

@@ -2,12 +2,14 @@
 
 #include "base/debugstream.h"
 #include "base/filefailure.h"
+#include "base/freespace.h"
 
 #include <QAtomicInteger>
 #include <QDir>
 #include <QFileInfo>
 #include <QSqlError>
 
+#include <algorithm>
 #include <utility>
 
 namespace brisel
@@ -175,6 +177,27 @@ std::optional<qint64> HistoryFile::number(const QString &statement)
     return found.next() ? std::optional(found.value(0).toLongLong()) : std::nullopt;
 }
 
+qint64 HistoryFile::usedBytes()
+{
+    const std::optional<qint64> pages = number(u"PRAGMA page_count"_s);
+    const std::optional<qint64> free = number(u"PRAGMA freelist_count"_s);
+    const std::optional<qint64> size = number(u"PRAGMA page_size"_s);
+    return pages && free && size ? (*pages - *free) * *size : -1;
+}
+
+void HistoryFile::giveBack(int pages)
+{
+    const qint64 free = number(u"PRAGMA freelist_count"_s).value_or(0);
+    // A query that returns no columns takes only its first step, which frees one page.
+    QSqlQuery freePage = query(u"PRAGMA incremental_vacuum(1)"_s);
+    if (free > 0 && begin()) {
+        for (qint64 i = 0; i < std::min<qint64>(free, pages) && exec(freePage); ++i)
+            freePage.finish();
+        (void)end();
+    }
+    (void)exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
+}
+
 bool HistoryFile::begin()
 {
     return exec(u"BEGIN IMMEDIATE"_s);
@@ -205,8 +228,14 @@ bool HistoryFile::fail(Reason reason)
 bool HistoryFile::fail(const QSqlError &error)
 {
     debug() << "[History]" << error.text();
-    if (!m_trouble.has_value())
-        m_trouble = reasonOf(error);
+    if (m_trouble.has_value())
+        return false;
+    m_trouble = reasonOf(error);
+    // On a full disk some calls fail with other codes.
+    const qint64 space = freeSpace(QFileInfo(m_path).absolutePath());
+    if (space >= 0 && space < leastSpace &&
+        (m_trouble == FileReason::unwritable || m_trouble == FileReason::notAllowed))
+        m_trouble = FileReason::noSpace;
     return false;
 }
 

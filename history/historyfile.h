@@ -28,6 +28,8 @@ inline constexpr Reason newer{
 class HistoryFile
 {
 public:
+    static constexpr qint64 leastSpace = 1024 * 1024; ///< bytes on the disk that a run needs
+
     explicit HistoryFile(QString path);
     ~HistoryFile();
     HistoryFile(const HistoryFile &) = delete;
@@ -48,6 +50,12 @@ public:
     [[nodiscard]] bool exec(const QString &statement);
     /// The number that \a statement returns; nothing on failure.
     std::optional<qint64> number(const QString &statement);
+
+    /// The bytes that the entries occupy, without free pages; -1 on failure.
+    qint64 usedBytes();
+    /// Gives up to \a pages free pages back to the disk, and the space of the log. No-op on
+    /// failure.
+    void giveBack(int pages);
 
     /// Starts to write: other programs wait until end() or drop().
     [[nodiscard]] bool begin();

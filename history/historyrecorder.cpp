@@ -43,6 +43,7 @@ void HistoryRecorder::flush()
         m_trouble = m_history.trouble().value_or(FileReason::unwritable);
         return;
     }
+    m_isCut = m_isCut || m_history.wasCut();
     m_unwritten.clear();
     for (qsizetype i = 0; i < songs.size(); ++i)
         m_entries[songs.at(i).path].id = ids.at(i);
@@ -63,6 +64,9 @@ void HistoryRecorder::settle(const QString &path, WriteResult result)
 
 void HistoryRecorder::finish(RunReport &report)
 {
+    if (m_isCut)
+        report.addNotice(
+            tr("La cronologia è piena: le prime modifiche di questa operazione non ci sono più"));
     if (m_run != 0 && !m_trouble.has_value() &&
         !m_history.finish(m_run, std::exchange(m_unwritten, {}), report.text()))
         m_trouble = m_history.trouble().value_or(FileReason::unwritable);

@@ -27,7 +27,7 @@ public:
     void flush() override;
 
     /// Ends the run and stores its report. A run without songs is not kept. If some songs could not
-    /// be kept, adds a notice with the reason to the report.
+    /// be kept, or not to the end of the run, adds a notice to the report.
     void finish(RunReport &report);
 
     /// The number of the run in the history, 0 before its first song is there.
@@ -49,6 +49,7 @@ private:
     QList<KeptSong> m_pending;       ///< not yet in the history
     QHash<QString, Entry> m_entries; ///< of songs that are not settled yet, by their paths
     QList<qint64> m_unwritten;       ///< entries of songs that were not changed
+    bool m_isCut = false;            ///< the run alone exceeds the limit of the history
     std::optional<Reason> m_trouble;
 };
 

@@ -5,6 +5,9 @@
 
 #include <QVariant>
 
+#include <algorithm>
+#include <limits>
+
 namespace brisel
 {
 
@@ -22,15 +25,15 @@ bool History::add(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<
                   const QList<qint64> &unwritten)
 {
     ids.clear();
+    m_wasCut = false;
     if (!m_file.openOrCreate() || !m_file.begin())
         return false;
+    qint64 bytes = 0;
+    for (const KeptSong &song : kept)
+        bytes += song.oldBytes.size();
     qint64 written = run;
-    bool isWritten = deleteSongs(unwritten) && (run != 0 || insertRun(written, kind));
-    for (qsizetype i = 0; isWritten && i < kept.size(); ++i) {
-        const std::optional<qint64> id = insertSong(written, kept.at(i));
-        isWritten = id.has_value();
-        ids.append(id.value_or(0));
-    }
+    const bool isWritten =
+        deleteSongs(unwritten) && makeRoom(run, bytes) && addSongs(written, kind, kept, ids);
     if (!isWritten)
         m_file.drop();
     if (!isWritten || !m_file.end()) {
@@ -38,6 +41,71 @@ bool History::add(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<
         return false;
     }
     run = written;
+    return true;
+}
+
+bool History::addSongs(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<qint64> &ids)
+{
+    if (!insertRun(run, kind))
+        return false;
+    for (const KeptSong &song : kept) {
+        const std::optional<qint64> id = insertSong(run, song);
+        if (!id.has_value())
+            return false;
+        ids.append(*id);
+    }
+    return true;
+}
+
+/// Deletes the oldest runs until \a bytes more are within the limit; if that is not enough, also
+/// entries of the run \a run.
+bool History::makeRoom(qint64 run, qint64 bytes)
+{
+    const qint64 most = std::max<qint64>(limit() - bytes, 0);
+    qint64 used = m_file.usedBytes();
+    while (used > most) {
+        const std::optional<qint64> oldest =
+            m_file.number(u"SELECT ifnull(min(id), 0) FROM run WHERE id <> %1"_s.arg(run));
+        if (!oldest.has_value())
+            return false;
+        if (*oldest == 0)
+            return cutRun(run, used - most);
+        if (!execWith(u"DELETE FROM run WHERE id = ?"_s, {*oldest}))
+            return false;
+        used = m_file.usedBytes();
+    }
+    return used >= 0;
+}
+
+/// Deletes the oldest songs of a run, which occupy at least \a bytes, or all of them.
+bool History::cutRun(qint64 run, qint64 bytes)
+{
+    QSqlQuery query =
+        m_file.query(u"SELECT song.id, length(old.bytes) FROM song "
+                     "JOIN old ON old.song = song.id WHERE run = ? ORDER BY song.id"_s);
+    query.addBindValue(run);
+    if (!m_file.exec(query))
+        return false;
+    QList<qint64> songs;
+    for (qint64 freed = 0; freed < bytes && query.next(); freed += query.value(1).toLongLong())
+        songs.append(query.value(0).toLongLong());
+    query.finish();
+    m_wasCut = !songs.isEmpty();
+    return deleteSongs(songs);
+}
+
+bool History::trim()
+{
+    if (!m_file.open())
+        return !m_file.trouble().has_value();
+    if (!m_file.begin())
+        return false;
+    const bool isDone = makeRoom(0, 0);
+    if (!isDone)
+        m_file.drop();
+    if (!isDone || !m_file.end())
+        return false;
+    m_file.giveBack(std::numeric_limits<int>::max());
     return true;
 }
 
@@ -50,14 +118,18 @@ bool History::deleteSongs(const QList<qint64> &songs)
     return true;
 }
 
+/// A run that another program has deleted meanwhile is inserted again.
 bool History::insertRun(qint64 &run, RunKind kind)
 {
-    QSqlQuery query = m_file.query(u"INSERT INTO run(time, kind) VALUES (?, ?)"_s);
+    QSqlQuery query =
+        m_file.query(u"INSERT INTO run(id, time, kind) VALUES (?, ?, ?) ON CONFLICT DO NOTHING"_s);
+    query.addBindValue(run == 0 ? QVariant() : QVariant(run));
     query.addBindValue(QDateTime::currentMSecsSinceEpoch());
     query.addBindValue(static_cast<int>(kind));
     if (!m_file.exec(query))
         return false;
-    run = query.lastInsertId().toLongLong();
+    if (run == 0)
+        run = query.lastInsertId().toLongLong();
     return true;
 }
 
@@ -102,16 +174,21 @@ bool History::insertOld(qint64 song, const QByteArray &bytes)
 
 bool History::finish(qint64 run, const QList<qint64> &unwritten, const QString &report)
 {
+    constexpr int mostPages = 4096; // so that it takes no time that the user notices
     if (!m_file.openOrCreate() || !m_file.begin())
         return false;
     const bool isWritten = deleteSongs(unwritten) &&
                            execWith(u"DELETE FROM run WHERE id = ? AND NOT EXISTS "
                                     "(SELECT 1 FROM song WHERE song.run = run.id)"_s,
                                     {run}) &&
-                           execWith(u"UPDATE run SET report = ? WHERE id = ?"_s, {report, run});
+                           execWith(u"UPDATE run SET report = ? WHERE id = ?"_s, {report, run}) &&
+                           makeRoom(run, 0);
     if (!isWritten)
         m_file.drop();
-    return isWritten && m_file.end();
+    if (!isWritten || !m_file.end())
+        return false;
+    m_file.giveBack(mostPages);
+    return true;
 }
 
 } // namespace brisel

@@ -38,6 +38,20 @@ std::optional<qint64> audioStartOf(const QString &path)
     return song.importFile(path) ? song.audioStart() : std::nullopt;
 }
 
+/// Returns true if \a old are the bytes that the entry was made for. \a file is the song that they
+/// are put back into; of an MP3 with other audio only the tag's length is known.
+bool isIntact(const HistorySong &song, const OldSong &old, const PlainFile &file, bool isChanged)
+{
+    if (!old.isMp3())
+        return Fingerprint::ofWhole(old.bytes) == song.before;
+    if (isChanged)
+        return old.bytes.size() == song.before.tagSize;
+    const qint64 audioSize = file.size() - song.after.tagSize;
+    QByteArray audio;
+    return file.read(song.after.tagSize, std::min(audioSize, Fingerprint::checkedAudio), audio) &&
+           Fingerprint::ofMp3(old.bytes, audio, old.bytes.size() + audioSize) == song.before;
+}
+
 } // namespace
 
 Restore::Restore(UserSongsRelTableModel &model, History &history, QList<HistorySong> songs,
@@ -158,6 +172,10 @@ void Restore::write(Run &run, const HistorySong &song, const QString &path, bool
     }
     if (!isChanged && !song.after.isOf(file)) {
         note(run, path, FileReason::changed);
+        return;
+    }
+    if (!isIntact(song, old, file, isChanged)) {
+        note(run, path, HistoryReason::damaged);
         return;
     }
     const WriteResult result = restoreSong(path, file, old, *tagSize, m_lot, m_recorder);

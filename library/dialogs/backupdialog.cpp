@@ -21,8 +21,24 @@ BackupDialog::~BackupDialog() = default;
 void BackupDialog::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        m_ui->retranslateUi(this);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    retranslateHistory();
+}
+
+void BackupDialog::showHistoryTrouble(const Reason &reason)
+{
+    m_historyTrouble = reason;
+    retranslateHistory();
+}
+
+void BackupDialog::retranslateHistory()
+{
+    m_ui->historyLabel->setVisible(m_historyTrouble.has_value());
+    if (m_historyTrouble.has_value())
+        m_ui->historyLabel->setText(tr("La cronologia non può conservare queste modifiche: %1")
+                                        .arg(m_historyTrouble->text()));
 }
 
 void BackupDialog::on_browsePushButton_clicked()

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "base/reason.h"
+
 #include <QDialog>
 
 #include <memory>
+#include <optional>
 
 namespace brisel
 {
@@ -24,6 +27,9 @@ public:
     explicit BackupDialog(QWidget *parent = nullptr);
     ~BackupDialog() override;
 
+    /// Warns that the changes can't be taken back by the history, because of \a reason.
+    void showHistoryTrouble(const Reason &reason);
+
     /// The folder that the user chose for the backup; empty if none was chosen.
     QString directory() const { return m_directory; }
 
@@ -37,7 +43,10 @@ private slots:
     void on_exitPushButton_clicked() { done(NoBackup); }
 
 private:
+    void retranslateHistory();
+
     std::unique_ptr<Ui::BackupDialog> m_ui;
+    std::optional<Reason> m_historyTrouble;
     QString m_directory;
 };
 
