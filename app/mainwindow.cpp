@@ -66,8 +66,7 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(
     makeActions();
     updateActions();
     showSettings();
-    constexpr qint64 mebibyte = 1024 * 1024;
-    m_history.setLimit(Settings::historyLimit.in(m_settings)*mebibyte);
+    limitHistory();
 
     if (!m_database.init()) {
         debug() << "Error initializing DB !!!";

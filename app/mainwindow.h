@@ -102,6 +102,7 @@ private slots:
     void on_actionCopyrightNo_triggered() { enableCopyrightMessage(false); }
     void on_optimizeMemory_triggered();
     void on_actionSongsList_triggered();
+    void on_actionHistory_triggered();
     void on_actionContents_triggered();
     void on_actionAbout_triggered();
     void on_actionAbout_QT_triggered();
@@ -157,6 +158,8 @@ private:
     void centreRow(int row);
     void removeRow(int row);
     void askDeleteFile(int row);
+    void restore(const QList<HistorySong> &songs);
+    void limitHistory();
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     Database m_database;

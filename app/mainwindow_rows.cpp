@@ -107,18 +107,24 @@ void MainWindow::onSongsTableViewShowContextMenu(const QPoint &pos)
     const QTableView *view = m_ui->userLibraryTableView;
     const QModelIndex index = view->indexAt(pos);
     QMenu menu(this);
-    menu.addActions({m_ui->actionRemoveRow, m_ui->actionDeleteFile});
+    menu.addActions({m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore});
     menu.setToolTipsVisible(true);
     for (QAction *action : menu.actions())
         action->setEnabled(index.isValid());
+    std::optional<HistorySong> last;
+    if (index.isValid())
+        last = m_history.lastChange(m_model->fileName(index.row()));
+    m_ui->actionRestore->setEnabled(last.has_value());
     const QAction *chosen = menu.exec(view->viewport()->mapToGlobal(pos));
     updateActions();
     if (chosen == nullptr || !index.isValid())
         return;
     if (chosen == m_ui->actionRemoveRow)
         removeRow(index.row());
-    else
+    else if (chosen == m_ui->actionDeleteFile)
         askDeleteFile(index.row());
+    else if (last.has_value())
+        restore({*last});
 }
 
 /// Called by its key. From the context menu, which is a run, it works on the row of the menu.

@@ -40,6 +40,11 @@ public:
         QT_TRANSLATE_NOOP("RunReport", "un altro programma l'ha cambiata dopo la modifica"),
         Reason::Kind::Skip};
 
+    /// What is found in the place of a song.
+    enum class Found { AsWritten, AsBefore, Other, Nothing };
+    /// Compares the file at \a path with the two versions of \a song.
+    static Found look(const HistorySong &song, const QString &path);
+
     /// For the changes \a songs of \a history, which may be of several runs, and several of one
     /// song. \a recorder keeps what is overwritten, so that restoring can be taken back; null for
     /// none. All must outlive this object.
@@ -52,13 +57,9 @@ public:
 private:
     using Step = RunReport::Step;
 
-    /// What is found in the place of a song.
-    enum class Found { AsWritten, AsBefore, Other, Nothing };
-
     Outcome restoreSongs(Run &run);
     void restore(Run &run, const HistorySong &song);
     QString placeOf(const HistorySong &song);
-    static Found look(const HistorySong &song, const QString &path);
     bool mayOverwrite(Run &run, const QString &path);
     void write(Run &run, const HistorySong &song, const QString &path, bool isChanged);
     void finishLot(Run &run);

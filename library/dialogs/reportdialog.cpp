@@ -23,6 +23,12 @@ ReportDialog::ReportDialog(RunReport report, QWidget *parent)
     m_ui->closePushButton->setFocus();
 }
 
+ReportDialog::ReportDialog(const QString &text, QWidget *parent) : ReportDialog(RunReport(), parent)
+{
+    m_text = text;
+    m_ui->reportText->setPlainText(m_text);
+}
+
 ReportDialog::~ReportDialog() = default;
 
 void ReportDialog::changeEvent(QEvent *event)
@@ -31,12 +37,12 @@ void ReportDialog::changeEvent(QEvent *event)
     if (event->type() != QEvent::LanguageChange)
         return;
     m_ui->retranslateUi(this);
-    m_ui->reportText->setPlainText(m_report.text());
+    m_ui->reportText->setPlainText(text());
 }
 
 void ReportDialog::on_copyPushButton_clicked()
 {
-    QGuiApplication::clipboard()->setText(m_report.text());
+    QGuiApplication::clipboard()->setText(text());
 }
 
 void ReportDialog::on_savePushButton_clicked()
@@ -46,10 +52,10 @@ void ReportDialog::on_savePushButton_clicked()
         this, tr("Salva resoconto"), folder.filePath(tr("resoconto.txt")), tr("Testo (*.txt)"));
     if (path.isEmpty())
         return;
-    const QByteArray text = m_report.text().toUtf8();
-    if (replaceFile(path, text))
+    const QByteArray bytes = text().toUtf8();
+    if (replaceFile(path, bytes))
         return;
-    const QString reason = whyUnwritable(path, text.size()).text();
+    const QString reason = whyUnwritable(path, bytes.size()).text();
     QMessageBox::warning(this, tr("Salva resoconto"),
                          tr("Il resoconto non è stato salvato: %1").arg(reason));
 }

@@ -21,6 +21,8 @@ class ReportDialog : public QDialog
 
 public:
     explicit ReportDialog(RunReport report, QWidget *parent = nullptr);
+    /// For the \a text of a report that was kept; its language does not change.
+    explicit ReportDialog(const QString &text, QWidget *parent = nullptr);
     ~ReportDialog() override;
 
 protected:
@@ -31,7 +33,10 @@ private slots:
     void on_savePushButton_clicked();
 
 private:
+    QString text() const { return m_text.isEmpty() ? m_report.text() : m_text; }
+
     RunReport m_report;
+    QString m_text; ///< replaces the report, if it is not empty
     std::unique_ptr<Ui::ReportDialog> m_ui;
 };
 

@@ -793,6 +793,151 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
+    <name>brisel::HistoryDialog</name>
+    <message>
+        <source>Cronologia modifiche</source>
+        <translation>History of changes</translation>
+    </message>
+    <message>
+        <source>Le operazioni, la più recente per prima; in ognuna le song, e per ogni song i dati di prima e di dopo</source>
+        <translation>The operations, newest first; the songs of each, and for each song the data before and after</translation>
+    </message>
+    <message>
+        <source>Spazio massimo:</source>
+        <translation>Maximum space:</translation>
+    </message>
+    <message>
+        <source>Spazio massimo della cronologia; quando è piena, le operazioni più vecchie vengono tolte. Mai più del 5% del disco</source>
+        <translation>Maximum space of the history; when it is full, the oldest operations are removed. Never more than 5% of the disk</translation>
+    </message>
+    <message>
+        <source> MiB</source>
+        <translation> MiB</translation>
+    </message>
+    <message>
+        <source>Toglie tutte le operazioni dalla cronologia, dopo una domanda</source>
+        <translation>Removes all operations from the history, after a question</translation>
+    </message>
+    <message>
+        <source>Svuota</source>
+        <translation>Empty</translation>
+    </message>
+    <message>
+        <source>Rimette le song selezionate, o tutte quelle delle operazioni selezionate, com&apos;erano prima</source>
+        <translation>Puts the selected songs, or all those of the selected operations, back as they were before</translation>
+    </message>
+    <message>
+        <source>Ripristina</source>
+        <translation>Restore</translation>
+    </message>
+    <message>
+        <source>Mostra il resoconto dell&apos;operazione selezionata</source>
+        <translation>Shows the report of the selected operation</translation>
+    </message>
+    <message>
+        <source>Apri rapporto</source>
+        <translation>Open report</translation>
+    </message>
+    <message>
+        <source>Chiude la cronologia</source>
+        <translation>Closes the history</translation>
+    </message>
+    <message>
+        <source>C&amp;hiudi</source>
+        <translation>C&amp;lose</translation>
+    </message>
+    <message>
+        <source>Spazio usato: %1 (al massimo %2)</source>
+        <translation>Space used: %1 (at most %2)</translation>
+    </message>
+    <message>
+        <source>La cronologia non si può leggere: %1</source>
+        <translation>The history can&apos;t be read: %1</translation>
+    </message>
+    <message>
+        <source>La cronologia è vuota: il programma non ha ancora modificato song</source>
+        <translation>The history is empty: the program has not changed any songs yet</translation>
+    </message>
+    <message>
+        <source>Vuotare la cronologia? Le modifiche fatte finora non si potranno più annullare.</source>
+        <translation>Empty the history? It will no longer be possible to take back the changes made so far.</translation>
+    </message>
+    <message>
+        <source>La cronologia non si può vuotare: %1</source>
+        <translation>The history can&apos;t be emptied: %1</translation>
+    </message>
+    <message>
+        <source>La cronologia non si può vuotare</source>
+        <translation>The history can&apos;t be emptied</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::HistoryModel</name>
+    <message>
+        <source>Sincronizzazione</source>
+        <translation>Synchronization</translation>
+    </message>
+    <message>
+        <source>Modifica</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <translation>Apply to all</translation>
+    </message>
+    <message>
+        <source>Ripristino</source>
+        <translation>Restoring</translation>
+    </message>
+    <message>
+        <source>%1 - %2</source>
+        <translation>%1 - %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n songs</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>come scritta allora</source>
+        <translation>as written then</translation>
+    </message>
+    <message>
+        <source>come prima della modifica</source>
+        <translation>as before the change</translation>
+    </message>
+    <message>
+        <source>il file non c&apos;è più</source>
+        <translation>the file is no longer there</translation>
+    </message>
+    <message>
+        <source>modificata di nuovo in seguito</source>
+        <translation>changed again later</translation>
+    </message>
+    <message>
+        <source>cambiata in seguito da un altro programma</source>
+        <translation>changed later by another program</translation>
+    </message>
+    <message>
+        <source>Operazione, song, dato</source>
+        <translation>Operation, song, field</translation>
+    </message>
+    <message>
+        <source>Prima</source>
+        <translation>Before</translation>
+    </message>
+    <message>
+        <source>Dopo</source>
+        <translation>After</translation>
+    </message>
+    <message>
+        <source>Stato</source>
+        <translation>State</translation>
+    </message>
+</context>
+<context>
     <name>brisel::Index</name>
     <message>
         <source>File non importato, errore nel path:</source>
@@ -1377,6 +1522,22 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
         <translation>Return edits the song of the row, Delete removes the row from the table</translation>
+    </message>
+    <message>
+        <source>Rimette la song com&apos;era prima dell&apos;ultima modifica</source>
+        <translation>Puts the song back as it was before its last change</translation>
+    </message>
+    <message>
+        <source>Ripristina</source>
+        <translation>Restore</translation>
+    </message>
+    <message>
+        <source>Mostra che cosa il programma ha cambiato nelle song, e lo annulla</source>
+        <translation>Shows what the program changed in songs, and takes it back</translation>
+    </message>
+    <message>
+        <source>Cronologia modifiche...</source>
+        <translation>History of changes...</translation>
     </message>
 </context>
 <context>

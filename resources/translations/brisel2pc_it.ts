@@ -793,6 +793,151 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
+    <name>brisel::HistoryDialog</name>
+    <message>
+        <source>Cronologia modifiche</source>
+        <translation>Cronologia modifiche</translation>
+    </message>
+    <message>
+        <source>Le operazioni, la più recente per prima; in ognuna le song, e per ogni song i dati di prima e di dopo</source>
+        <translation>Le operazioni, la più recente per prima; in ognuna le song, e per ogni song i dati di prima e di dopo</translation>
+    </message>
+    <message>
+        <source>Spazio massimo:</source>
+        <translation>Spazio massimo:</translation>
+    </message>
+    <message>
+        <source>Spazio massimo della cronologia; quando è piena, le operazioni più vecchie vengono tolte. Mai più del 5% del disco</source>
+        <translation>Spazio massimo della cronologia; quando è piena, le operazioni più vecchie vengono tolte. Mai più del 5% del disco</translation>
+    </message>
+    <message>
+        <source> MiB</source>
+        <translation> MiB</translation>
+    </message>
+    <message>
+        <source>Toglie tutte le operazioni dalla cronologia, dopo una domanda</source>
+        <translation>Toglie tutte le operazioni dalla cronologia, dopo una domanda</translation>
+    </message>
+    <message>
+        <source>Svuota</source>
+        <translation>Svuota</translation>
+    </message>
+    <message>
+        <source>Rimette le song selezionate, o tutte quelle delle operazioni selezionate, com&apos;erano prima</source>
+        <translation>Rimette le song selezionate, o tutte quelle delle operazioni selezionate, com&apos;erano prima</translation>
+    </message>
+    <message>
+        <source>Ripristina</source>
+        <translation>Ripristina</translation>
+    </message>
+    <message>
+        <source>Mostra il resoconto dell&apos;operazione selezionata</source>
+        <translation>Mostra il resoconto dell&apos;operazione selezionata</translation>
+    </message>
+    <message>
+        <source>Apri rapporto</source>
+        <translation>Apri rapporto</translation>
+    </message>
+    <message>
+        <source>Chiude la cronologia</source>
+        <translation>Chiude la cronologia</translation>
+    </message>
+    <message>
+        <source>C&amp;hiudi</source>
+        <translation>C&amp;hiudi</translation>
+    </message>
+    <message>
+        <source>Spazio usato: %1 (al massimo %2)</source>
+        <translation>Spazio usato: %1 (al massimo %2)</translation>
+    </message>
+    <message>
+        <source>La cronologia non si può leggere: %1</source>
+        <translation>La cronologia non si può leggere: %1</translation>
+    </message>
+    <message>
+        <source>La cronologia è vuota: il programma non ha ancora modificato song</source>
+        <translation>La cronologia è vuota: il programma non ha ancora modificato song</translation>
+    </message>
+    <message>
+        <source>Vuotare la cronologia? Le modifiche fatte finora non si potranno più annullare.</source>
+        <translation>Vuotare la cronologia? Le modifiche fatte finora non si potranno più annullare.</translation>
+    </message>
+    <message>
+        <source>La cronologia non si può vuotare: %1</source>
+        <translation>La cronologia non si può vuotare: %1</translation>
+    </message>
+    <message>
+        <source>La cronologia non si può vuotare</source>
+        <translation>La cronologia non si può vuotare</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::HistoryModel</name>
+    <message>
+        <source>Sincronizzazione</source>
+        <translation>Sincronizzazione</translation>
+    </message>
+    <message>
+        <source>Modifica</source>
+        <translation>Modifica</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <translation>Applica a tutti</translation>
+    </message>
+    <message>
+        <source>Ripristino</source>
+        <translation>Ripristino</translation>
+    </message>
+    <message>
+        <source>%1 - %2</source>
+        <translation>%1 - %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n song</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>come scritta allora</source>
+        <translation>come scritta allora</translation>
+    </message>
+    <message>
+        <source>come prima della modifica</source>
+        <translation>come prima della modifica</translation>
+    </message>
+    <message>
+        <source>il file non c&apos;è più</source>
+        <translation>il file non c&apos;è più</translation>
+    </message>
+    <message>
+        <source>modificata di nuovo in seguito</source>
+        <translation>modificata di nuovo in seguito</translation>
+    </message>
+    <message>
+        <source>cambiata in seguito da un altro programma</source>
+        <translation>cambiata in seguito da un altro programma</translation>
+    </message>
+    <message>
+        <source>Operazione, song, dato</source>
+        <translation>Operazione, song, dato</translation>
+    </message>
+    <message>
+        <source>Prima</source>
+        <translation>Prima</translation>
+    </message>
+    <message>
+        <source>Dopo</source>
+        <translation>Dopo</translation>
+    </message>
+    <message>
+        <source>Stato</source>
+        <translation>Stato</translation>
+    </message>
+</context>
+<context>
     <name>brisel::Index</name>
     <message>
         <source>File non importato, errore nel path:</source>
@@ -1377,6 +1522,22 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
         <translation>Invio modifica la song della riga, Canc toglie la riga dalla tabella</translation>
+    </message>
+    <message>
+        <source>Rimette la song com&apos;era prima dell&apos;ultima modifica</source>
+        <translation>Rimette la song com&apos;era prima dell&apos;ultima modifica</translation>
+    </message>
+    <message>
+        <source>Ripristina</source>
+        <translation>Ripristina</translation>
+    </message>
+    <message>
+        <source>Mostra che cosa il programma ha cambiato nelle song, e lo annulla</source>
+        <translation>Mostra che cosa il programma ha cambiato nelle song, e lo annulla</translation>
+    </message>
+    <message>
+        <source>Cronologia modifiche...</source>
+        <translation>Cronologia modifiche...</translation>
     </message>
 </context>
 <context>
