@@ -38,8 +38,6 @@ inline constexpr Setting<bool> logClear{QLatin1StringView("logclear"), false};
 inline constexpr Setting<int> historyLimit{QLatin1StringView("historylimit"), 1024};
 /// The folder of the memory that was worked on last.
 inline const Setting<QString> mediaRoot{QLatin1StringView("mediaroot"), QString()};
-/// The most that the history may take, in MiB.
-inline constexpr Setting<int> historyLimit{QLatin1StringView("historylimit"), 1024};
 
 } // namespace Settings
 

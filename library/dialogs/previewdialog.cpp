@@ -1,0 +1,114 @@
+#include "library/dialogs/previewdialog.h"
+
+#include "library/dialogs/cataloguesearchdialog.h"
+#include "library/dialogs/previewmodel.h"
+#include "library/songfile.h"
+#include "library/syncpreview.h"
+#include "ui_previewdialog.h"
+
+#include <QEvent>
+#include <QHeaderView>
+
+namespace brisel
+{
+
+PreviewDialog::PreviewDialog(SyncPreview &preview, CatalogueSearch &search, bool ticksUnpublished,
+                             QWidget *parent)
+    : QDialog(parent), m_preview(preview), m_search(search),
+      m_model(new PreviewModel(preview.songs(), ticksUnpublished, this)),
+      m_ui(std::make_unique<Ui::PreviewDialog>())
+{
+    m_ui->setupUi(this);
+    QTableView *view = m_ui->previewTableView;
+    view->setModel(m_model);
+    // No row is measured: there may be half a million of them.
+    view->verticalHeader()->hide();
+    view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 8);
+    view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    connect(m_model, &PreviewModel::ticksChanged, this, &PreviewDialog::showCounts);
+    connect(m_model, &PreviewModel::modelReset, this, &PreviewDialog::showSearch);
+    connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &PreviewDialog::showSearch);
+    showCounts();
+    showSearch();
+}
+
+PreviewDialog::~PreviewDialog() = default;
+
+SyncPlan PreviewDialog::plan() const
+{
+    return m_model->plan();
+}
+
+void PreviewDialog::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    m_ui->retranslateUi(this);
+    m_model->retranslate();
+    showCounts();
+}
+
+void PreviewDialog::on_filterComboBox_currentIndexChanged(int number)
+{
+    m_model->setFilter(static_cast<PreviewModel::Filter>(number));
+}
+
+void PreviewDialog::on_selectAllPushButton_clicked()
+{
+    m_model->tickShown(true);
+}
+
+void PreviewDialog::on_selectNonePushButton_clicked()
+{
+    m_model->tickShown(false);
+}
+
+void PreviewDialog::on_searchPushButton_clicked()
+{
+    findByHand(m_model->songNumber(m_ui->previewTableView->currentIndex().row()));
+}
+
+void PreviewDialog::on_previewTableView_doubleClicked(const QModelIndex &index)
+{
+    const int number = m_model->songNumber(index.row());
+    if (number >= 0 && !m_model->song(number).wasFound())
+        findByHand(number);
+}
+
+void PreviewDialog::showCounts()
+{
+    const PreviewModel::Counts counts = m_model->counts();
+    m_ui->countLabel->setText(tr("%1, %2").arg(tr("%n song", "", counts.songs),
+                                               tr("%n campi da scrivere", "", counts.fields)));
+    m_ui->writePushButton->setEnabled(counts.songs > 0);
+}
+
+/// A file that can't be read has nothing to search for.
+void PreviewDialog::showSearch()
+{
+    const int number = m_model->songNumber(m_ui->previewTableView->currentIndex().row());
+    m_ui->searchPushButton->setEnabled(number >= 0 &&
+                                       !m_model->song(number).whyNotRead.has_value());
+}
+
+void PreviewDialog::findByHand(int number)
+{
+    if (number < 0 || m_model->song(number).whyNotRead.has_value())
+        return;
+    const PreviewSong song = m_model->song(number);
+    const SongFile file(song.path);
+    CatalogueSearchDialog dialog(m_search, file.info, song.path.section(u'/', -1), this);
+    dialog.exec();
+    const std::optional<CatalogueSong> chosen = dialog.chosen();
+    if (!chosen.has_value())
+        return;
+    m_model->replaceSong(
+        number, m_preview.matched(song.row, std::make_shared<SongsDbRecord>(chosen->record)));
+    if (const int row = m_model->firstRow(number); row >= 0)
+        m_ui->previewTableView->setCurrentIndex(m_model->index(row, PreviewModel::SongColumn));
+}
+
+} // namespace brisel
