@@ -196,6 +196,9 @@ void MainWindow::makeActions()
     m_pickAction = actionOf(m_ui->selectDirToolButton);
     m_updateAction = actionOf(m_ui->updateDataToolButton);
     m_transferAction = actionOf(m_ui->transferFilesToolButton);
+    connect(m_ui->previewToolButton, &QToolButton::clicked, m_ui->actionPreview, &QAction::trigger);
+    connect(m_ui->actionPreview, &QAction::enabledChanged, m_ui->previewToolButton,
+            &QToolButton::setEnabled);
     auto *editAction = new QAction(this);
     connect(editAction, &QAction::triggered, this,
             [this] { onSongsTableViewDoubleClicked(currentShownRow()); });
@@ -210,6 +213,7 @@ void MainWindow::updateActions()
     m_pickAction->setEnabled(m_phase != Phase::NoLibrary);
     m_ui->searchLineEdit->setEnabled(m_phase != Phase::NoLibrary);
     m_updateAction->setEnabled(m_phase == Phase::Imported);
+    m_ui->actionPreview->setEnabled(m_phase == Phase::Imported);
     m_transferAction->setEnabled(hasFiles && !m_fileList.isEmpty());
     for (QAction *action : {m_ui->actionRemoveRow, m_ui->actionDeleteFile})
         action->setEnabled(m_phase != Phase::NoLibrary);

@@ -12,6 +12,7 @@
 #include <QTranslator>
 
 #include <memory>
+#include <optional>
 
 class QAction;
 
@@ -24,6 +25,7 @@ class MetaSong;
 class SongFilter;
 class SongInfo;
 class StatusLine;
+class SyncPlan;
 class UserSongsRelTableModel;
 struct SongCounts;
 
@@ -111,6 +113,7 @@ private slots:
     void on_dbgHidePushButton_clicked();
 
     void on_updateDataToolButton_clicked();
+    void on_actionPreview_triggered();
     void on_transferFilesToolButton_clicked();
     void onSongsTableViewDoubleClicked(const QModelIndex &index);
     void onSongsTableViewShowContextMenu(const QPoint &pos);
@@ -148,7 +151,8 @@ private:
     void takeDrops();
     void importPickedFiles(const QStringList &files);
     bool offerSynchronisation(const SongCounts &counts);
-    bool synchronise(LibraryRun &run);
+    bool synchronise(LibraryRun &run, const SyncPlan *plan = nullptr);
+    std::optional<SyncPlan> previewedPlan();
     bool offerBackup(LibraryRun &run);
     void showOutcome(Transfer::Outcome outcome, const QString &shortage);
 

@@ -4,11 +4,13 @@
 #include "app/songdrop.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
+#include "db/cataloguesearch.h"
 #include "history/historyrecorder.h"
 #include "index/dialogs/rundialog.h"
 #include "index/volumes.h"
 #include "library/backup.h"
 #include "library/dialogs/backupdialog.h"
+#include "library/dialogs/previewdialog.h"
 #include "library/dialogs/proceeddialog.h"
 #include "library/filecopier.h"
 #include "library/folderscan.h"
@@ -16,6 +18,7 @@
 #include "library/libraryimport.h"
 #include "library/songpicker.h"
 #include "library/synchroniser.h"
+#include "library/syncpreview.h"
 
 #include "ui_mainwindow.h"
 
@@ -141,18 +144,50 @@ bool MainWindow::offerSynchronisation(const SongCounts &counts)
     return synchronise(run);
 }
 
-bool MainWindow::synchronise(LibraryRun &run)
+bool MainWindow::synchronise(LibraryRun &run, const SyncPlan *plan)
 {
     if (m_model == nullptr)
         return false;
     Synchroniser synchroniser(*m_model, m_database, isCopyrightAskOn());
     HistoryRecorder recorder(m_history, RunKind::Synchronisation);
     synchroniser.setRecorder(&recorder);
+    if (plan != nullptr)
+        synchroniser.setPlan(*plan);
     if (!synchroniser.announce() || !offerBackup(run) || Run::isEnding())
         return false;
     const bool isDone = synchroniser.run(run) == Synchroniser::Outcome::Done;
     adjustUserLibraryHeaders(); // the catalogue's texts may be longer than the files' own
     return isDone;
+}
+
+void MainWindow::on_actionPreview_triggered()
+{
+    if (!canStartRun() || m_phase != Phase::Imported)
+        return;
+    LibraryRun run(*this, Operation::Synchronisation);
+    const std::optional<SyncPlan> plan = previewedPlan();
+    if (!plan.has_value() || Run::isEnding())
+        return;
+    const bool isDone = synchronise(run, &*plan);
+    const int updated = run.report().counted(RunReport::Success::Updated);
+    if (isDone && updated == m_model->goodRowCount())
+        setPhase(Phase::Sendable);
+}
+
+/// Shows the preview and returns what the user wants to write, if anything.
+std::optional<SyncPlan> MainWindow::previewedPlan()
+{
+    SyncPreview preview(*m_model, m_database);
+    {
+        WindowRun run(this, Operation::Synchronisation); // reports nothing: the last report stays
+        if (preview.run(run) != SyncPreview::Outcome::Done)
+            return std::nullopt;
+    }
+    CatalogueSearch search(m_database);
+    PreviewDialog dialog(preview, search, !isCopyrightAskOn(), this);
+    if (dialog.exec() != PreviewDialog::Accepted)
+        return std::nullopt;
+    return dialog.plan();
 }
 
 bool MainWindow::updateFileWithDb(int row)
