@@ -91,8 +91,7 @@ class WorkCopy:
         environment.update(entry.split("=", 1) for entry in test.environment)
         scratch = environment.get("TMPDIR", "")
         if test.environment and scratch:
-            shutil.rmtree(scratch, ignore_errors=True)
-            os.makedirs(scratch)
+            empty(scratch)
         with subprocess.Popen([test.program, *test.arguments, *cases], cwd=test.folder,
                               env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT, start_new_session=True) as process:
@@ -106,6 +105,14 @@ class WorkCopy:
             return None
         failed = re.search(r"^(?:FAIL!|XPASS)\s*: ([^\s(]+)", output, re.MULTILINE)
         return failed[1] if failed else f"status {process.returncode}"
+
+
+def empty(folder):
+    """Makes \a folder, or empties it of what a failed test has left."""
+    # A slip may leave files that can't be removed.
+    subprocess.run(("chattr", "-R", "-i", folder), stderr=subprocess.DEVNULL, check=False)
+    shutil.rmtree(folder, ignore_errors=True)
+    os.makedirs(folder)
 
 
 def end_group(process):
