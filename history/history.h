@@ -104,9 +104,6 @@ private:
     [[nodiscard]] bool insertRun(qint64 &run, RunKind kind);
     [[nodiscard]] bool addSongs(qint64 &run, RunKind kind, const QList<KeptSong> &kept,
                                 QList<qint64> &ids);
-    [[nodiscard]] std::optional<qint64> insertSong(qint64 run, const KeptSong &song);
-    [[nodiscard]] bool insertFields(qint64 song, const QList<FieldChange> &fields);
-    [[nodiscard]] bool insertOld(qint64 song, const QByteArray &bytes);
     [[nodiscard]] bool execWith(const QString &statement, const QVariantList &values);
 
     HistoryFile m_file;

@@ -13,6 +13,63 @@ namespace brisel
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+/// The statements that insert songs, prepared once for many.
+class SongInsertion
+{
+public:
+    explicit SongInsertion(HistoryFile &file)
+        : m_file(file),
+          m_song(file.query(u"INSERT INTO song(run, path, format, before, sizebefore, tagbefore, "
+                            "after, sizeafter, tagafter) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"_s)),
+          m_field(file.query(u"INSERT INTO field VALUES (?, ?, ?, ?)"_s)),
+          m_old(file.query(u"INSERT INTO old VALUES (?, ?, ?, ?)"_s))
+    {
+    }
+
+    /// Returns the number of the song, nothing on failure.
+    std::optional<qint64> insert(qint64 run, const KeptSong &song);
+
+private:
+    [[nodiscard]] bool exec(QSqlQuery &query, const QVariantList &values);
+
+    HistoryFile &m_file;
+    QSqlQuery m_song;
+    QSqlQuery m_field;
+    QSqlQuery m_old;
+    Packer m_packer;
+};
+
+bool SongInsertion::exec(QSqlQuery &query, const QVariantList &values)
+{
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values.at(i));
+    return m_file.exec(query);
+}
+
+std::optional<qint64> SongInsertion::insert(qint64 run, const KeptSong &song)
+{
+    if (!exec(m_song,
+              {run, song.path, song.format, song.before.checksum, song.before.size,
+               song.before.tagSize, song.after.checksum, song.after.size, song.after.tagSize}))
+        return {};
+    const qint64 id = m_song.lastInsertId().toLongLong();
+    for (const FieldChange &field : song.fields) {
+        if (!exec(m_field, {id, static_cast<int>(field.field), field.before, field.after}))
+            return {};
+    }
+    const Packed packed = m_packer.pack(song.oldBytes);
+    // Without any bytes the value would be null.
+    const QByteArray stored = packed.bytes.isNull() ? QByteArray("") : packed.bytes;
+    if (!exec(m_old, {id, static_cast<int>(packed.kind), song.oldBytes.size(), stored}))
+        return {};
+    return id;
+}
+
+} // namespace
+
 bool History::execWith(const QString &statement, const QVariantList &values)
 {
     QSqlQuery query = m_file.query(statement);
@@ -48,8 +105,9 @@ bool History::addSongs(qint64 &run, RunKind kind, const QList<KeptSong> &kept, Q
 {
     if (!insertRun(run, kind))
         return false;
+    SongInsertion insertion(m_file);
     for (const KeptSong &song : kept) {
-        const std::optional<qint64> id = insertSong(run, song);
+        const std::optional<qint64> id = insertion.insert(run, song);
         if (!id.has_value())
             return false;
         ids.append(*id);
@@ -131,45 +189,6 @@ bool History::insertRun(qint64 &run, RunKind kind)
     if (run == 0)
         run = query.lastInsertId().toLongLong();
     return true;
-}
-
-std::optional<qint64> History::insertSong(qint64 run, const KeptSong &song)
-{
-    QSqlQuery query = m_file.query(
-        u"INSERT INTO song(run, path, format, before, sizebefore, tagbefore, after, sizeafter, "
-        "tagafter) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"_s);
-    query.addBindValue(run);
-    query.addBindValue(song.path);
-    query.addBindValue(song.format);
-    for (const Fingerprint &fingerprint : {song.before, song.after}) {
-        query.addBindValue(fingerprint.checksum);
-        query.addBindValue(fingerprint.size);
-        query.addBindValue(fingerprint.tagSize);
-    }
-    if (!m_file.exec(query))
-        return {};
-    const qint64 id = query.lastInsertId().toLongLong();
-    const bool isWritten = insertFields(id, song.fields) && insertOld(id, song.oldBytes);
-    return isWritten ? std::optional(id) : std::nullopt;
-}
-
-bool History::insertFields(qint64 song, const QList<FieldChange> &fields)
-{
-    for (const FieldChange &field : fields) {
-        if (!execWith(u"INSERT INTO field VALUES (?, ?, ?, ?)"_s,
-                      {song, static_cast<int>(field.field), field.before, field.after}))
-            return false;
-    }
-    return true;
-}
-
-bool History::insertOld(qint64 song, const QByteArray &bytes)
-{
-    const Packed packed = pack(bytes);
-    // Without any bytes the value would be null.
-    const QByteArray stored = packed.bytes.isNull() ? QByteArray("") : packed.bytes;
-    return execWith(u"INSERT INTO old VALUES (?, ?, ?, ?)"_s,
-                    {song, static_cast<int>(packed.kind), bytes.size(), stored});
 }
 
 bool History::finish(qint64 run, const QList<qint64> &unwritten, const QString &report)

@@ -24,17 +24,30 @@ std::optional<QByteArray> expanded(const QByteArray &packed, qint64 longest)
 
 } // namespace
 
-Packed pack(const QByteArray &bytes)
+Packer::Packer() : m_context(ZSTD_createCCtx()) {}
+
+Packer::~Packer() = default;
+
+void Packer::ContextDeleter::operator()(ZSTD_CCtx_s *context) const
+{
+    ZSTD_freeCCtx(context);
+}
+
+Packed Packer::pack(const QByteArray &bytes)
 {
     constexpr int level = 1; // the fastest that is about as good as the next ones
-    const std::size_t most = ZSTD_compressBound(static_cast<std::size_t>(bytes.size()));
-    QByteArray packed(static_cast<qsizetype>(most), Qt::Uninitialized);
-    const std::size_t size = ZSTD_compress(packed.data(), most, bytes.constData(),
-                                           static_cast<std::size_t>(bytes.size()), level);
-    if (ZSTD_isError(size) != 0 || size >= static_cast<std::size_t>(bytes.size()))
+    const auto size = static_cast<std::size_t>(bytes.size());
+    const std::size_t most = ZSTD_compressBound(size);
+    if (m_buffer.size() < static_cast<qsizetype>(most))
+        m_buffer.resize(static_cast<qsizetype>(most));
+    const std::size_t packed = m_context == nullptr
+                                   ? size
+                                   : ZSTD_compressCCtx(m_context.get(), m_buffer.data(), most,
+                                                       bytes.constData(), size, level);
+    if (ZSTD_isError(packed) != 0 || packed >= size)
         return {Packed::Kind::Plain, bytes};
-    packed.truncate(static_cast<qsizetype>(size));
-    return {Packed::Kind::Zstandard, packed};
+    return {Packed::Kind::Zstandard,
+            QByteArray(m_buffer.constData(), static_cast<qsizetype>(packed))};
 }
 
 std::optional<QByteArray> unpack(const Packed &packed, qint64 longest)

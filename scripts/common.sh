@@ -5,7 +5,7 @@
 # Packages for a build, and for showing the program with or without a display.
 build_packages="ca-certificates cmake g++ ninja-build \
     qt6-base-dev qt6-base-dev-tools qt6-5compat-dev qt6-svg-dev \
-    libzstd-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n \
+    libxxhash-dev libzstd-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n \
     libqt6sql6-sqlite libgl-dev fonts-dejavu-core"
 run_packages="xvfb"
 # The library of the benchmarks, and the peers.

@@ -2,7 +2,8 @@
 
 #include "base/plainfile.h"
 
-#include <QCryptographicHash>
+#define XXH_INLINE_ALL
+#include <xxhash.h>
 
 #include <algorithm>
 
@@ -14,7 +15,10 @@ namespace
 
 QByteArray checksumOfBytes(const QByteArray &bytes)
 {
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256);
+    XXH128_canonical_t checksum;
+    XXH128_canonicalFromHash(
+        &checksum, XXH3_128bits(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    return QByteArray(reinterpret_cast<const char *>(checksum.digest), sizeof checksum.digest);
 }
 
 } // namespace

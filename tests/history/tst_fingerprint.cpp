@@ -35,9 +35,8 @@ bool TestFingerprint::isOf(const Fingerprint &fingerprint, const QByteArray &con
 void TestFingerprint::knowsAWholeFile()
 {
     const Fingerprint fingerprint = Fingerprint::ofWhole("abc");
-    // BLAKE2b with 32 bytes of "abc".
-    QCOMPARE(fingerprint.checksum.toHex(),
-             "bddd813c634239723171ef3fee98579b94964e3bb1cb3e427262c8c068d52319");
+    // As the tool xxhsum prints it.
+    QCOMPARE(fingerprint.checksum.toHex(), "06b05ab6733a618578af5f94892f3950");
     QVERIFY(isOf(fingerprint, "abc"));
     QVERIFY(!isOf(fingerprint, "abd"));
     QVERIFY(!isOf(fingerprint, "abcd"));

@@ -1,0 +1,135 @@
+// Synchronisations that keep their old songs in the history, against the same ones that don't.
+
+#include "bench/benchprogram.h"
+#include "bench/songbytes.h"
+#include "db/database.h"
+#include "db/usersongsreltablemodel.h"
+#include "history/historyrecorder.h"
+#include "library/cataloguelookup.h"
+#include "library/synchroniser.h"
+#include "tools/cataloguefile.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <ctime>
+#include <memory>
+#include <string>
+
+using namespace brisel;
+
+using BenchProgram::require;
+
+namespace
+{
+
+int librarySize = 10000;        ///< songs
+constexpr int songSize = 40000; ///< bytes, about as large as bought songs
+
+/// Songs, a catalogue with all of them, and the table of them. Their folder is the working folder.
+class Library
+{
+public:
+    Library()
+    {
+        require(m_folder.isValid() && QDir(m_folder.path()).mkdir(QStringLiteral("songs")),
+                "no folder for the songs");
+        const std::string song = songBytes(songSize);
+        m_song = QByteArray(song.data(), static_cast<qsizetype>(song.size()));
+        QList<CatalogueRow> rows;
+        for (int i = 0; i < librarySize; ++i) {
+            const QString name = QStringLiteral("song%1.mid").arg(i);
+            m_paths.append(m_folder.filePath(QStringLiteral("songs/") + name));
+            CatalogueRow row;
+            row.fileName = catalogueKey(name);
+            row.title = QStringLiteral("Title of ") + row.fileName;
+            row.artist = QStringLiteral("Artist");
+            row.genre = QStringLiteral("POP");
+            rows.append(row);
+        }
+        QString error;
+        require(writeCatalogue(m_folder.filePath(QStringLiteral("songsdb_debug")), rows, error),
+                "catalogue");
+        QDir::setCurrent(m_folder.path());
+        require(m_database.init(), "no database");
+        m_model = std::make_unique<UserSongsRelTableModel>(nullptr, *m_database.userLibraryDb());
+        writeSongs();
+        for (const QString &path : std::as_const(m_paths)) {
+            SongInfo info;
+            info.fileName = path;
+            info.shortName = path.section(u'/', -1);
+            m_model->addSong(info);
+        }
+    }
+    ~Library()
+    {
+        m_model.reset();
+        QDir::setCurrent(QDir::rootPath());
+    }
+    Library(const Library &) = delete;
+    Library &operator=(const Library &) = delete;
+
+    /// Puts the songs back as they were before any run.
+    void writeSongs() const
+    {
+        for (const QString &path : m_paths) {
+            QFile file(path);
+            require(file.open(QIODevice::WriteOnly) && file.write(m_song) == m_song.size(),
+                    "no song");
+        }
+    }
+
+    /// Synchronises all songs, with a history of its own or without one. Returns the seconds of
+    /// processor time: other programs don't count.
+    double synchronise(bool keepsHistory)
+    {
+        writeSongs();
+        const QTemporaryDir folder;
+        History history(folder.filePath(QStringLiteral("history.sqlite")));
+        HistoryRecorder recorder(history, RunKind::Synchronisation);
+        Run run;
+        const std::clock_t begin = std::clock();
+        Synchroniser synchroniser(*m_model, m_database, false);
+        if (keepsHistory)
+            synchroniser.setRecorder(&recorder);
+        require(synchroniser.run(run) == Synchroniser::Outcome::Done, "synchronisation");
+        const double seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+        require(run.report().counted(RunReport::Success::Updated) == librarySize, "songs");
+        require(!keepsHistory || history.songs(recorder.run()).size() == librarySize, "history");
+        return seconds;
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QByteArray m_song;
+    QStringList m_paths;
+    Database m_database;
+    std::unique_ptr<UserSongsRelTableModel> m_model;
+};
+
+void synchronise(benchmark::State &state, bool keepsHistory)
+{
+    static Library library;
+    for (auto _ : state)
+        state.SetIterationTime(library.synchronise(keepsHistory));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    if (BenchProgram::takeSmallest(argc, argv))
+        librarySize = 50;
+    const QCoreApplication application(argc, argv);
+    const std::string name = "synchronise/" + std::to_string(librarySize) + " songs of 40 kB/";
+    for (const bool keepsHistory : {true, false})
+        benchmark::RegisterBenchmark((name + (keepsHistory ? "ours" : "no history")).c_str(),
+                                     synchronise, keepsHistory)
+            ->UseManualTime();
+    return BenchProgram::run(argc, argv) ? 0 : 1;
+}
