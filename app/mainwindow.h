@@ -105,6 +105,7 @@ private slots:
     void on_optimizeMemory_triggered();
     void on_actionSongsList_triggered();
     void on_actionHistory_triggered();
+    void on_actionRestoreBackup_triggered();
     void on_actionContents_triggered();
     void on_actionAbout_triggered();
     void on_actionAbout_QT_triggered();

@@ -95,6 +95,11 @@ BackupList::Line lineOf(const QStringList &record, const Columns &columns)
 
 } // namespace
 
+bool BackupEntry::isOf(const PlainFile &file) const
+{
+    return file.isOpen() && file.size() == size && fileChecksum(file, checksumKind) == checksum;
+}
+
 QString BackupList::fileName()
 {
     return QStringLiteral("contenuto.csv");

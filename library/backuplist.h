@@ -11,12 +11,17 @@
 namespace brisel
 {
 
+class PlainFile;
+
 /// One file of a backup.
 struct BackupEntry {
     QString name;        ///< of the copy in the folder of the backup
     QString path;        ///< of the file that was copied
     qint64 size = 0;     ///< of the copy, in bytes
     QByteArray checksum; ///< BLAKE2b-256 of the copy, 32 bytes
+
+    /// Returns true if \a file has the content of the copy. Reads nothing if its size differs.
+    [[nodiscard]] bool isOf(const PlainFile &file) const;
 };
 
 /// The list of a backup, which says which copy came from where: docs/formats/backup.md.

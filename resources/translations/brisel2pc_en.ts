@@ -13,6 +13,21 @@
     </message>
 </context>
 <context>
+    <name>BackupRestore</name>
+    <message>
+        <source>Ripristino</source>
+        <translation>Restoring</translation>
+    </message>
+    <message>
+        <source>Ripristino del backup...</source>
+        <translation>Restoring the backup...</translation>
+    </message>
+    <message>
+        <source>Un altro programma ha cambiato questa song dopo il backup. Rimettere comunque la copia?</source>
+        <translation>Another program has changed this song since the backup. Put the copy back anyway?</translation>
+    </message>
+</context>
+<context>
     <name>FileCopier</name>
     <message>
         <source>Spazio insufficiente: servono %1, liberi %2</source>
@@ -446,6 +461,18 @@
         <source>il file è cambiato dopo l&apos;anteprima</source>
         <translation>the file was changed after the preview</translation>
     </message>
+    <message>
+        <source>la song è già come nel backup</source>
+        <translation>the song is already as in the backup</translation>
+    </message>
+    <message>
+        <source>la copia nel backup manca o è stata cambiata</source>
+        <translation>the copy in the backup is missing or was changed</translation>
+    </message>
+    <message>
+        <source>un altro programma l&apos;ha cambiata dopo il backup</source>
+        <translation>another program has changed it since the backup</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -588,6 +615,72 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Sincronizza i file senza copiarli prima</source>
         <translation>Synchronizes the files without copying them first</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::BackupModel</name>
+    <message>
+        <source>Copia</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Da dove viene</source>
+        <translation>Where it came from</translation>
+    </message>
+    <message>
+        <source>Nota</source>
+        <translation>Note</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::BackupRestoreDialog</name>
+    <message>
+        <source>Ripristina backup</source>
+        <translation>Restore backup</translation>
+    </message>
+    <message>
+        <source>Le copie scelte tornano al loro posto. Prima di sostituire una song cambiata da un altro programma viene fatta una domanda.</source>
+        <translation>The chosen copies are put back in their places. Before a song that another program changed is replaced, there is a question.</translation>
+    </message>
+    <message>
+        <source>Copie del backup</source>
+        <translation>Copies of the backup</translation>
+    </message>
+    <message>
+        <source>Le copie del backup, con il posto da cui vengono; quelle segnate vengono ripristinate</source>
+        <translation>The copies of the backup, with the place they came from; those that are checked are restored</translation>
+    </message>
+    <message>
+        <source>Segna tutte le copie</source>
+        <translation>Checks all copies</translation>
+    </message>
+    <message>
+        <source>Tutte</source>
+        <translation>All</translation>
+    </message>
+    <message>
+        <source>Toglie il segno a tutte le copie</source>
+        <translation>Unchecks all copies</translation>
+    </message>
+    <message>
+        <source>Nessuna</source>
+        <translation>None</translation>
+    </message>
+    <message>
+        <source>Rimette le copie segnate al loro posto</source>
+        <translation>Puts the checked copies back in their places</translation>
+    </message>
+    <message>
+        <source>Ripristina</source>
+        <translation>Restore</translation>
+    </message>
+    <message>
+        <source>Lascia le song come sono</source>
+        <translation>Leaves the songs as they are</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 <context>
@@ -1538,6 +1631,22 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Cronologia modifiche...</source>
         <translation>History of changes...</translation>
+    </message>
+    <message>
+        <source>Rimette le song di un backup dove si trovavano</source>
+        <translation>Puts the songs of a backup back where they were</translation>
+    </message>
+    <message>
+        <source>Ripristina backup...</source>
+        <translation>Restore backup...</translation>
+    </message>
+    <message>
+        <source>Ripristina backup</source>
+        <translation>Restore backup</translation>
+    </message>
+    <message>
+        <source>La cartella non contiene un backup che si possa ripristinare: %1</source>
+        <translation>The folder has no backup that can be restored: %1</translation>
     </message>
 </context>
 <context>

@@ -13,6 +13,21 @@
     </message>
 </context>
 <context>
+    <name>BackupRestore</name>
+    <message>
+        <source>Ripristino</source>
+        <translation>Ripristino</translation>
+    </message>
+    <message>
+        <source>Ripristino del backup...</source>
+        <translation>Ripristino del backup...</translation>
+    </message>
+    <message>
+        <source>Un altro programma ha cambiato questa song dopo il backup. Rimettere comunque la copia?</source>
+        <translation>Un altro programma ha cambiato questa song dopo il backup. Rimettere comunque la copia?</translation>
+    </message>
+</context>
+<context>
     <name>FileCopier</name>
     <message>
         <source>Spazio insufficiente: servono %1, liberi %2</source>
@@ -446,6 +461,18 @@
         <source>il file è cambiato dopo l&apos;anteprima</source>
         <translation>il file è cambiato dopo l&apos;anteprima</translation>
     </message>
+    <message>
+        <source>la song è già come nel backup</source>
+        <translation>la song è già come nel backup</translation>
+    </message>
+    <message>
+        <source>la copia nel backup manca o è stata cambiata</source>
+        <translation>la copia nel backup manca o è stata cambiata</translation>
+    </message>
+    <message>
+        <source>un altro programma l&apos;ha cambiata dopo il backup</source>
+        <translation>un altro programma l&apos;ha cambiata dopo il backup</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -588,6 +615,72 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>Sincronizza i file senza copiarli prima</source>
         <translation>Sincronizza i file senza copiarli prima</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::BackupModel</name>
+    <message>
+        <source>Copia</source>
+        <translation>Copia</translation>
+    </message>
+    <message>
+        <source>Da dove viene</source>
+        <translation>Da dove viene</translation>
+    </message>
+    <message>
+        <source>Nota</source>
+        <translation>Nota</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::BackupRestoreDialog</name>
+    <message>
+        <source>Ripristina backup</source>
+        <translation>Ripristina backup</translation>
+    </message>
+    <message>
+        <source>Le copie scelte tornano al loro posto. Prima di sostituire una song cambiata da un altro programma viene fatta una domanda.</source>
+        <translation>Le copie scelte tornano al loro posto. Prima di sostituire una song cambiata da un altro programma viene fatta una domanda.</translation>
+    </message>
+    <message>
+        <source>Copie del backup</source>
+        <translation>Copie del backup</translation>
+    </message>
+    <message>
+        <source>Le copie del backup, con il posto da cui vengono; quelle segnate vengono ripristinate</source>
+        <translation>Le copie del backup, con il posto da cui vengono; quelle segnate vengono ripristinate</translation>
+    </message>
+    <message>
+        <source>Segna tutte le copie</source>
+        <translation>Segna tutte le copie</translation>
+    </message>
+    <message>
+        <source>Tutte</source>
+        <translation>Tutte</translation>
+    </message>
+    <message>
+        <source>Toglie il segno a tutte le copie</source>
+        <translation>Toglie il segno a tutte le copie</translation>
+    </message>
+    <message>
+        <source>Nessuna</source>
+        <translation>Nessuna</translation>
+    </message>
+    <message>
+        <source>Rimette le copie segnate al loro posto</source>
+        <translation>Rimette le copie segnate al loro posto</translation>
+    </message>
+    <message>
+        <source>Ripristina</source>
+        <translation>Ripristina</translation>
+    </message>
+    <message>
+        <source>Lascia le song come sono</source>
+        <translation>Lascia le song come sono</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Annulla</translation>
     </message>
 </context>
 <context>
@@ -1538,6 +1631,22 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Cronologia modifiche...</source>
         <translation>Cronologia modifiche...</translation>
+    </message>
+    <message>
+        <source>Rimette le song di un backup dove si trovavano</source>
+        <translation>Rimette le song di un backup dove si trovavano</translation>
+    </message>
+    <message>
+        <source>Ripristina backup...</source>
+        <translation>Ripristina backup...</translation>
+    </message>
+    <message>
+        <source>Ripristina backup</source>
+        <translation>Ripristina backup</translation>
+    </message>
+    <message>
+        <source>La cartella non contiene un backup che si possa ripristinare: %1</source>
+        <translation>La cartella non contiene un backup che si possa ripristinare: %1</translation>
     </message>
 </context>
 <context>

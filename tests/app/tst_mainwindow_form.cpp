@@ -149,7 +149,7 @@ void TestMainWindowForm::ordersItsMenus()
     QCOMPARE(menus.join(u'|'), QStringLiteral("File|Preferenze|Strumenti|Aiuto"));
     QCOMPARE(entries.join(u'|'),
              QStringLiteral("Esci|Lingua|Messaggi Copyright|Rigenera il database delle song|Salva "
-                            "lista delle song|Aiuto Brisel PC|Informazioni|Informazioni su QT"));
+                            "lista delle song|Cronologia modifiche...|Ripristina backup...|Aiuto Brisel PC|Informazioni|Informazioni su QT"));
 }
 
 void TestMainWindowForm::fillsItsSubmenus_data()

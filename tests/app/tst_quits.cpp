@@ -215,7 +215,7 @@ void TestQuits::endsABackup()
     const QStringList made = QDir(at(u"backups"_qs)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     QCOMPARE(made.size(), 1);
     QCOMPARE(QDir(at(u"backups/"_qs + made.first())).entryList(QDir::Files),
-             QStringList(u"one.mid"_qs));
+             QStringList({u"contenuto.csv"_qs, u"one.mid"_qs}));
 }
 
 void TestQuits::endsASynchronisation()

@@ -102,7 +102,7 @@ void TestSentSongs::backsUpNoSongTakenOut()
         QDir(at(u"backups"_qs)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     QCOMPARE(backups.size(), 1);
     QCOMPARE(QDir(at(u"backups/"_qs + backups.first())).entryList(QDir::Files),
-             QStringList{u"two.mid"_qs});
+             QStringList({u"contenuto.csv"_qs, u"two.mid"_qs}));
 }
 
 void TestSentSongs::reportsASongThatIsGone()

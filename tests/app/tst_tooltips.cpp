@@ -125,7 +125,7 @@ void TestToolTips::everyMenuEntryHasOne()
                      qPrintable(action->objectName()));
         }
     }
-    QCOMPARE(entries, 11);
+    QCOMPARE(entries, 13);
 }
 
 void TestToolTips::everyHeadingHasOne()

@@ -3,6 +3,7 @@
 #include "base/runreport.h"
 #include "index/memoryreasons.h"
 #include "library/backuplist.h"
+#include "library/backuprestore.h"
 #include "library/filecopier.h"
 #include "library/libraryimport.h"
 #include "library/songfailure.h"
@@ -43,6 +44,9 @@ static const QList<Reason> allReasons{FileReason::missing,
                                       BackupList::damagedLine,
                                       BackupList::unsafeLine,
                                       BackupList::twice,
+                                      BackupRestore::asInBackup,
+                                      BackupRestore::damagedCopy,
+                                      BackupRestore::changedSince,
                                       MemoryReason::gone,
                                       MemoryReason::inUse,
                                       MemoryReason::indexIncomplete,
@@ -128,7 +132,8 @@ void TestRunReport::distinguishesSkippedFromFailed_data()
     for (int i = 0; i < allReasons.size(); ++i) {
         const Reason &reason = allReasons.at(i);
         const bool isSkipped = reason == Synchroniser::declined || reason == FileCopier::kept ||
-                               reason == Run::interrupted;
+                               reason == BackupRestore::asInBackup ||
+                               reason == BackupRestore::changedSince || reason == Run::interrupted;
         QTest::addRow("%d", i) << i << isSkipped;
     }
 }
