@@ -32,7 +32,7 @@ qint64 freeSpace(const QString &folder)
     return spaceOf(folder, &std::filesystem::space_info::available);
 }
 
-qint64 diskSize(const QString &folder)
+qint64 totalSpace(const QString &folder)
 {
     return spaceOf(folder, &std::filesystem::space_info::capacity);
 }

@@ -10,7 +10,7 @@ namespace brisel
 qint64 freeSpace(const QString &folder);
 
 /// The size of the file system of \a folder in bytes; -1 if unknown.
-qint64 diskSize(const QString &folder);
+qint64 totalSpace(const QString &folder);
 
 /// The unit in which the file system of \a folder allocates space, in bytes (FAT: a cluster); 1 if
 /// unknown.

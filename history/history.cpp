@@ -160,7 +160,7 @@ qint64 History::bytesUsed() const
 qint64 History::limit() const
 {
     constexpr qint64 parts = 20; // of the disk
-    const qint64 disk = diskSize(existingFolderAbove(m_file.path()));
+    const qint64 disk = totalSpace(existingFolderAbove(m_file.path()));
     return disk > 0 ? std::min(m_limit, disk / parts) : m_limit;
 }
 
