@@ -45,6 +45,15 @@ public:
                        MS_REMOUNT | (isReadOnly ? MS_RDONLY : 0), nullptr) == 0;
     }
 
+    /// Makes the file at \a path on such a disk read-only, also for root.
+    static bool protect(const QString &path)
+    {
+        const QByteArray file = QFile::encodeName(path);
+        return ::mount(file.constData(), file.constData(), nullptr, MS_BIND, nullptr) == 0 &&
+               ::mount(nullptr, file.constData(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY,
+                       nullptr) == 0;
+    }
+
 private:
     QByteArray m_folder;
     bool m_mounted = false;

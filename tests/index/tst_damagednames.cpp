@@ -20,6 +20,7 @@ private slots:
     void refusesHostileLines_data();
     void refusesHostileLines();
     void remembersNoMoreThanAMemoryHolds();
+    void followsNoLinkInPlaceOfTheFolder();
     void runsWithoutTheFile_data();
     void runsWithoutTheFile();
 };
@@ -38,6 +39,8 @@ void TestDamagedNames::skipsDamagedLines_data()
     QTest::newRow("whole") << namesHead + first + second << short1 << short2;
     QTest::newRow("bit") << namesHead + QByteArray(first).replace("Firsts", "Girsts") + second
                          << long1 << short2;
+    QTest::newRow("bit of the long name")
+        << namesHead + QByteArray(first).replace("song", "sonf") + second << long1 << short2;
     QTest::newRow("truncated") << namesHead + first + second.chopped(5) << short1 << long2;
     QTest::newRow("no namesHead") << first + second << short1 << short2;
     QTest::newRow("namesHead truncated") << namesHead.mid(9) + first + second << short1 << short2;
@@ -139,6 +142,22 @@ void TestDamagedNames::remembersNoMoreThanAMemoryHolds()
     QVERIFY(updateNames(memory));
     QCOMPARE(memory.read(namesFile),
              namesHead + lineWith("/65/534 A%20long%20name.mid Alongn-1.mid"));
+}
+
+void TestDamagedNames::followsNoLinkInPlaceOfTheFolder()
+{
+    const SampleMemory home;
+    const QByteArray known = namesHead + lineWith("/ First%20song.mid Firsts-1.mid");
+    home.write(u"names"_qs, known);
+    const SampleMemory memory;
+    memory.write(u"Firsts-1.mid"_qs, anySong);
+    QVERIFY(QFile::link(home.root(), memory.path(u".brisel2pc"_qs)));
+    QCOMPARE(place(memory, u"First song.mid"_qs), u"First song.mid"_qs);
+    GivenNames names;
+    names.setRoot(memory.root());
+    (void)names.load();
+    QVERIFY(!names.add(QString(), u"Second song.mid"_qs, u"Second-1.mid"_qs));
+    QCOMPARE(home.read(u"names"_qs), known);
 }
 
 void TestDamagedNames::runsWithoutTheFile_data()

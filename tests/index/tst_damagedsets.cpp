@@ -55,6 +55,8 @@ private slots:
     void repairsFaultyRecords();
     void movesAFolderAside();
     void readsOnlyWhatIsMissing();
+    void repairsAnOrderThatHasASongTwice();
+    void repairsExchangedTitles();
     void keepsTheFirstOfDoubledPaths();
     void keepsTheFirstOfThreeEqualPaths();
     void staysSoundBesideIdsAtTheTop();
@@ -182,6 +184,30 @@ void TestDamagedSets::readsOnlyWhatIsMissing()
     QCOMPARE(memory.read(u"title.id2"_qs), songRecord("00000001", "NEW", "7800") +
                                                songRecord("00000000", "ONE", "7800") +
                                                songRecord("00000002", "THREE", "0001"));
+}
+
+/// The order of paths with question marks is not compared.
+void TestDamagedSets::repairsAnOrderThatHasASongTwice()
+{
+    const SampleMemory memory;
+    memory.write(u"A?.MID"_qs, midiSong("One", "Anna", "Pop"));
+    memory.write(u"B?.MID"_qs, midiSong("Two", "Bruno", "Rock"));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
+    QCOMPARE(memory.read(u"ordfile.id2"_qs), hex("00000100"));
+    patchFile(memory, u"ordfile.id2"_qs, 2, hex("0000"));
+    QCOMPARE(noticesOfUpdate(memory), QStringList(repaired));
+    QCOMPARE(memory.read(u"ordfile.id2"_qs), hex("00000100"));
+}
+
+void TestDamagedSets::repairsExchangedTitles()
+{
+    const SampleMemory memory;
+    makeSoundSet(memory);
+    const QByteArray titles = memory.read(u"title.id2"_qs);
+    // "ONE", "THREE", "TWO": the alphabet table remains right.
+    patchFile(memory, u"title.id2"_qs, 64, titles.mid(128) + titles.mid(64, 64));
+    QCOMPARE(noticesOfUpdate(memory), QStringList(repaired));
+    QCOMPARE(memory.read(u"title.id2"_qs), titles);
 }
 
 void TestDamagedSets::keepsTheFirstOfDoubledPaths()

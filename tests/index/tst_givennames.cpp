@@ -30,6 +30,7 @@ private slots:
     void ignoresLetterCase();
     void mistakesNoNameThatTheCodePageLacks();
     void prefersWhatStandsUnderTheLongName();
+    void takesTheNewestOfTwoNames();
     void forgetsWhoHadANameBefore();
     void followsPaths();
     void followsSongsMovedByHand();
@@ -37,6 +38,7 @@ private slots:
     void guessesNothingWhereSeveralCouldBeMeant();
     void forgetsDeletedSongs();
     void forgetsNothingInAClosedFolder();
+    void followsASongMovedIntoAClosedFolder();
     void writesNothingWhereNothingChanged();
 };
 
@@ -124,6 +126,18 @@ void TestGivenNames::prefersWhatStandsUnderTheLongName()
     memory.remove(u"A long name.mid"_qs);
     memory.remove(u"Alongn-1.mid"_qs);
     QCOMPARE(place(memory, u"A long name.mid"_qs), u"A long name.mid"_qs);
+}
+
+/// The memory got another song of that name while the first one was in place.
+void TestGivenNames::takesTheNewestOfTwoNames()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mid"_qs, anySong);
+    QVERIFY(updateNames(memory));
+    memory.write(u"A long name.mid"_qs, anySong);
+    QVERIFY(updateNames(memory));
+    QVERIFY(memory.has(u"Alongn-1.mid"_qs));
+    QCOMPARE(place(memory, u"A long name.mid"_qs), u"Alongn-2.mid"_qs);
 }
 
 void TestGivenNames::forgetsWhoHadANameBefore()
@@ -220,6 +234,21 @@ void TestGivenNames::forgetsNothingInAClosedFolder()
     memory.write(namesFile, names);
     QVERIFY(updateNames(memory));
     QCOMPARE(memory.read(namesFile), names);
+}
+
+void TestGivenNames::followsASongMovedIntoAClosedFolder()
+{
+    const SampleMemory memory;
+    memory.write(u"A.MID"_qs, anySong);
+    QVERIFY(QFile::link(memory.path(u"POP"_qs), memory.path(u"POP"_qs)));
+    const QByteArray names = namesHead + lineWith("/ A%20long%20name.mid Alongn-1.mid");
+    memory.write(namesFile, names);
+    QVERIFY(updateNames(memory));
+    QCOMPARE(memory.read(namesFile), names);
+    memory.remove(u"POP"_qs);
+    memory.write(u"POP/Alongn-1.mid"_qs, anySong);
+    QVERIFY(updateNames(memory));
+    QCOMPARE(place(memory, u"POP/A long name.mid"_qs), u"POP/Alongn-1.mid"_qs);
 }
 
 void TestGivenNames::writesNothingWhereNothingChanged()

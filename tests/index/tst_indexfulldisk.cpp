@@ -20,6 +20,7 @@ private slots:
     void initTestCase();
     void survivesEverySize_data();
     void survivesEverySize();
+    void putsTheOldSetBackWhereThereIsNoRoomForTwo();
 };
 
 namespace
@@ -86,6 +87,26 @@ void TestIndexFullDisk::survivesEverySize()
                 sizes, kept, whole);
     QVERIFY(kept > 0);
     QVERIFY(whole > 0);
+}
+
+/// The new set has a playlist whose folder is gone.
+void TestIndexFullDisk::putsTheOldSetBackWhereThereIsNoRoomForTwo()
+{
+    const SampleMemory memory;
+    const SmallDisk disk(memory.root(), diskSize);
+    for (const QString &name : IndexSet::names())
+        memory.write(name, "old " + name.toLatin1());
+    const auto before = setOf(memory);
+    fill(memory, IndexSet::names().size() / 2);
+    Run run;
+    IndexSet set(run);
+    set.setRoot(memory.root());
+    QVERIFY(set.beginStaging());
+    for (const QString &name : IndexSet::names())
+        QVERIFY(set.stage(name, "new " + name.toLatin1()));
+    QVERIFY(set.stage(songsFile, "new"));
+    QVERIFY(!set.commit());
+    QCOMPARE(setOf(memory), before);
 }
 
 BRISEL_TEST(QCoreApplication, TestIndexFullDisk)

@@ -31,6 +31,7 @@ private slots:
     void renamesNothingThroughALinkThatAppearsBeforeTheRename();
     void indexesNothingBehindAFolderThatBecomesALinkInItsQuestion_data();
     void indexesNothingBehindAFolderThatBecomesALinkInItsQuestion();
+    void indexesNoSongThatBecomesALinkInItsQuestion();
     void writesNothingThroughALinkInPlaceOfThePlaylists();
     void renamesNothingOnAnotherMemoryInTheSamePlace();
     void dropsSongsOutsideFromAnOldIndex();
@@ -155,6 +156,23 @@ void TestIndexLinks::indexesNothingBehindAFolderThatBecomesALinkInItsQuestion()
         QFile::rename(path, memory.path(u"OLD"_qs));
         QFile::link(home.root(), path);
         return answer;
+    });
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});
+}
+
+void TestIndexLinks::indexesNoSongThatBecomesALinkInItsQuestion()
+{
+    const SampleMemory home;
+    home.write(u"SECRET.MID"_qs, anySong);
+    const SampleMemory memory;
+    memory.write(u"B.MID"_qs, anySong);
+    memory.write(u"A long name.mid"_qs, anySong);
+    ScriptedIndex index;
+    index.setRenameQuestion([&](const QString &path, const QString &) {
+        QFile::rename(path, memory.path(u"OLD.txt"_qs));
+        QFile::link(home.path(u"SECRET.MID"_qs), path);
+        return 2;
     });
     QVERIFY(index.createIndex(memory.root()));
     QCOMPARE(indexedPaths(memory), QStringList{u"/B.MID"_qs});

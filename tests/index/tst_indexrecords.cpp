@@ -34,6 +34,7 @@ class TestIndexRecords : public QObject
     Q_OBJECT
 
 private slots:
+    void endsAPathThatIsTooLong();
     void readsSongRecords_data();
     void readsSongRecords();
     void readsOneBitOfTheFlag();
@@ -44,6 +45,18 @@ private slots:
     void updateKeepsWhatTheSetSays_data();
     void updateKeepsWhatTheSetSays();
 };
+
+/// The last byte of the field is always zero.
+void TestIndexRecords::endsAPathThatIsTooLong()
+{
+    SongInfoIndex song;
+    song.id = 7;
+    song.setPath(QString(50, u'P'));
+    song.date = 20091231;
+    song.time = 235958;
+    QCOMPARE(PathRecord(song).bytes(),
+             pathRecord("00000007", QByteArray(45, 'P'), "20091231235958"));
+}
 
 void TestIndexRecords::readsSongRecords_data()
 {

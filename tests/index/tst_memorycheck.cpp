@@ -68,6 +68,7 @@ class TestMemoryCheck : public QObject
 private slots:
     void findsNothingInOddNames();
     void findsNothingInOddSongs();
+    void findsNothingInTheLongestPath();
     void findsNothingInRandomTexts();
     void findsNothingInSampleSongs();
     void findsNothingWithPlaylistsOfAccentedSongs();
@@ -130,6 +131,15 @@ void TestMemoryCheck::findsNothingInOddSongs()
     memory.write(u"C.ZB4"_qs, "_ZB4" + QByteArray(300, '\xE9'));
     memory.write(u"D.ZB5"_qs, "_ZB5" + QByteArray(130, '\0') + QByteArray(200, 'q'));
     compareThroughChanges(memory, {u"T3.MID"_qs, u"G5.MP3"_qs});
+}
+
+void TestMemoryCheck::findsNothingInTheLongestPath()
+{
+    const SampleMemory memory;
+    memory.write(u"12345678/12345678/12345678/12345678/1234.mid"_qs,
+                 midiSong("Title", "Anna", "Pop"));
+    QVERIFY(indexed(memory.root()));
+    QCOMPARE(checked(memory.root()), u"clean"_qs);
 }
 
 void TestMemoryCheck::findsNothingInRandomTexts()

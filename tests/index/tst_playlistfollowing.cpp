@@ -2,6 +2,7 @@
 #include "tests/index/samplememory.h"
 #include "tests/index/setreader.h"
 #include "tests/scriptedindex.h"
+#include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
 #include <QDir>
@@ -47,9 +48,11 @@ private slots:
     void keepsPathsThatTheIndexLacks();
     void fillsAnEmptyPathFile();
     void trustsIdsOfASoundIndex();
+    void choosesNoneOfTwoSongsWithOneTitle();
     void givesIdsOfDeadEntriesToNoSong();
     void givesNamesOfDeadEntriesToNoSong();
     void reportsAPlaylistThatCannotBeFollowed();
+    void reportsAPlaylistThatCannotBeWritten();
 };
 
 void TestPlaylistFollowing::exchangesEntriesWhereTheyStand()
@@ -153,6 +156,17 @@ void TestPlaylistFollowing::trustsIdsOfASoundIndex()
              songRecord("00000000", "B", "7800") + songRecord("00000001", "A", "7800"));
 }
 
+/// An entry with another title than its song, in a playlist that the player changed.
+void TestPlaylistFollowing::choosesNoneOfTwoSongsWithOneTitle()
+{
+    const SampleMemory memory;
+    memory.write(u"D.MID"_qs, midiSong("B", "Artist", "Genre"));
+    fillPlaylist(memory, songRecord("00000000", "B", "7800"));
+    memory.write(u"playlist/play0007.pts"_qs, field("/C.MID", 64));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
+    QCOMPARE(memory.read(followedSongs), entryA);
+}
+
 void TestPlaylistFollowing::givesIdsOfDeadEntriesToNoSong()
 {
     const SampleMemory memory;
@@ -209,6 +223,23 @@ void TestPlaylistFollowing::reportsAPlaylistThatCannotBeFollowed()
     QCOMPARE(errors, QStringList(u"Playlist non aggiornata: "_qs + memory.path(followedSongs)));
     // The playlist's entries could have any id of the old index.
     QCOMPARE(SetReader(memory).pathOf(3), QByteArray("/A.MID"));
+}
+
+void TestPlaylistFollowing::reportsAPlaylistThatCannotBeWritten()
+{
+    const SampleMemory memory;
+    const SmallDisk disk(memory.root(), SmallDisk::memorySize);
+    fillPlaylist(memory, entryB);
+    if (!SmallDisk::protect(memory.path(followedSongs)))
+        QSKIP("only root can protect a file from root");
+    memory.remove(u"A.MID"_qs);
+    ScriptedIndex index;
+    QStringList errors;
+    connect(&index, &Index::errorFromIndex,
+            [&errors](const QString &error) { errors.append(error); });
+    QVERIFY(index.createIndex(memory.root()));
+    QCOMPARE(errors, QStringList(u"Playlist non aggiornata: "_qs + memory.path(followedSongs)));
+    QCOMPARE(memory.read(followedSongs), entryB);
 }
 
 BRISEL_TEST(QCoreApplication, TestPlaylistFollowing)

@@ -64,6 +64,7 @@ private slots:
     void writesZerosForUnknownId();
     void usesPathFilesThatExist();
     void keepsWhatThePlayerChanged();
+    void bringsNoSongBackIntoAShortenedPlaylist();
     void fillsUnknownEntriesByPathAndTitle();
     void findsSongsIgnoringCase();
     void findsAccentedSongs();
@@ -212,6 +213,21 @@ void TestPlaylists::keepsWhatThePlayerChanged()
     }
 }
 
+/// The player removed the repeated last entry.
+void TestPlaylists::bringsNoSongBackIntoAShortenedPlaylist()
+{
+    const SampleMemory memory;
+    prepare(memory);
+    memory.remove(u"B.MID"_qs);
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
+    QCOMPARE(memory.read(paths7).size(), 192);
+    memory.write(songs7, memory.read(songs7).left(128));
+    memory.write(u"B.MID"_qs, midiSong("B", "Artist", "Genre"));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
+    QCOMPARE(memory.read(songs7),
+             songRecord("00000002", "C", "7800") + songRecord("00000000", "A", "7800"));
+}
+
 void TestPlaylists::fillsUnknownEntriesByPathAndTitle()
 {
     const SampleMemory memory;
@@ -308,9 +324,11 @@ void TestPlaylists::endsAtHalfARecord()
 {
     const SampleMemory memory;
     prepare(memory);
-    memory.write(songs7, playlistOf({"00000002"}) + playlistOf({"00000001"}).left(63));
+    const QByteArray half = playlistOf({"00000001"}).left(63);
+    memory.write(songs7, playlistOf({"00000002"}) + half);
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(memory.read(paths7), pathOf("/C.MID"));
+    QCOMPARE(memory.read(songs7), songRecord("00000002", "C", "7800") + half);
 }
 
 void TestPlaylists::restoresInUpdateOnlyWhenTranslated()

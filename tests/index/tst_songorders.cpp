@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 #include <numeric>
 
 using namespace brisel;
@@ -66,6 +67,7 @@ QList<SongInfoIndex> anySongs()
 {
     constexpr quint32 seed = 20131203;
     constexpr int count = 3000;
+    constexpr std::array types{SongInfoIndex::Mp3, SongInfoIndex::Midi, SongInfoIndex::Zb3};
     QRandomGenerator random(seed);
     QList<SongInfoIndex> songs;
     for (int i = 0; i < count; ++i) {
@@ -73,7 +75,7 @@ QList<SongInfoIndex> anySongs()
                             u"A plain beginning"_s.left(i % 19) + anyText(random, 6),
                             anyText(random, 2)));
         songs.last().genre = anyText(random, 1);
-        songs.last().type = i % 3 == 0 ? SongInfoIndex::Mp3 : SongInfoIndex::Midi;
+        songs.last().type = types.at(i % 3);
     }
     return songs;
 }
