@@ -455,7 +455,11 @@
     </message>
     <message>
         <source>la cronologia è di una versione più recente del programma</source>
+<<<<<<< HEAD
         <translation>the history is of a newer version of the program</translation>
+=======
+        <translation>the history was written by a newer version of the program</translation>
+>>>>>>> 81b519c (Test the preview through its window, and describe it in the guide)
     </message>
     <message>
         <source>il file è cambiato dopo l&apos;anteprima</source>
@@ -618,6 +622,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
+<<<<<<< HEAD
     <name>brisel::BackupModel</name>
     <message>
         <source>Copia</source>
@@ -681,6 +686,64 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Annulla</source>
         <translation>Cancel</translation>
+=======
+    <name>brisel::CatalogueSearchDialog</name>
+    <message>
+        <source>Cerca nel catalogo</source>
+        <translation>Search the catalogue</translation>
+    </message>
+    <message>
+        <source>&amp;Parole</source>
+        <translation>W&amp;ords</translation>
+    </message>
+    <message>
+        <source>Parole del titolo, dell&apos;artista o del nome del file</source>
+        <translation>Words of the title, the artist or the file name</translation>
+    </message>
+    <message>
+        <source>Song del catalogo</source>
+        <translation>Songs of the catalogue</translation>
+    </message>
+    <message>
+        <source>Song del database Kordia; un doppio clic sceglie la riga</source>
+        <translation>Songs of the Kordia database; a double click chooses the row</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Nome file</source>
+        <translation>File name</translation>
+    </message>
+    <message>
+        <source>&amp;Scegli</source>
+        <translation>C&amp;hoose</translation>
+    </message>
+    <message>
+        <source>Usa i dati della riga per questa song</source>
+        <translation>Uses the data of the row for this song</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Cancel</translation>
+    </message>
+    <message>
+        <source>Chiude la ricerca senza scegliere</source>
+        <translation>Closes the search without a choice</translation>
+    </message>
+    <message>
+        <source>Nessuna song con queste parole</source>
+        <translation>No song with these words</translation>
+    </message>
+    <message>
+        <source>Le song più simili sono le prime</source>
+        <translation>The most similar songs come first</translation>
+>>>>>>> 81b519c (Test the preview through its window, and describe it in the guide)
     </message>
 </context>
 <context>
@@ -1617,6 +1680,7 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>Return edits the song of the row, Delete removes the row from the table</translation>
     </message>
     <message>
+<<<<<<< HEAD
         <source>Rimette la song com&apos;era prima dell&apos;ultima modifica</source>
         <translation>Puts the song back as it was before its last change</translation>
     </message>
@@ -1647,6 +1711,14 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>La cartella non contiene un backup che si possa ripristinare: %1</source>
         <translation>The folder has no backup that can be restored: %1</translation>
+=======
+        <source>Mostra che cosa cambierebbe la sincronizzazione, prima di scrivere</source>
+        <translation>Shows what the synchronisation would change, before it writes</translation>
+    </message>
+    <message>
+        <source>Anteprima sincronizzazione...</source>
+        <translation>Preview of the synchronisation...</translation>
+>>>>>>> 81b519c (Test the preview through its window, and describe it in the guide)
     </message>
 </context>
 <context>
@@ -1757,6 +1829,194 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>No, per questo file e per tutti quelli che seguono</source>
         <translation>No, for this file and for all that follow</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PreviewDialog</name>
+    <message>
+        <source>Anteprima sincronizzazione</source>
+        <translation>Preview of the synchronisation</translation>
+    </message>
+    <message>
+        <source>&amp;Mostra</source>
+        <translation>S&amp;how</translation>
+    </message>
+    <message>
+        <source>Sceglie le righe della tabella; i segni di spunta restano</source>
+        <translation>Chooses the rows of the table; the ticks stay</translation>
+    </message>
+    <message>
+        <source>Tutte le song</source>
+        <translation>All songs</translation>
+    </message>
+    <message>
+        <source>Song trovate</source>
+        <translation>Songs found</translation>
+    </message>
+    <message>
+        <source>Song non trovate</source>
+        <translation>Songs not found</translation>
+    </message>
+    <message>
+        <source>Song pubblicate da Kordia</source>
+        <translation>Songs published by Kordia</translation>
+    </message>
+    <message>
+        <source>Testi che andrebbero persi</source>
+        <translation>Texts that would be lost</translation>
+    </message>
+    <message>
+        <source>C&amp;erca nel catalogo...</source>
+        <translation>S&amp;earch the catalogue...</translation>
+    </message>
+    <message>
+        <source>Cerca nel database Kordia la song della riga, per parole del titolo, dell&apos;artista o del nome del file</source>
+        <translation>Searches the Kordia database for the song of the row, by words of the title, the artist or the file name</translation>
+    </message>
+    <message>
+        <source>Modifiche</source>
+        <translation>Changes</translation>
+    </message>
+    <message>
+        <source>Una riga per ogni campo che cambierebbe; la barra spaziatrice mette o toglie il segno di spunta</source>
+        <translation>One row for each field that would change; the space bar sets or removes the tick</translation>
+    </message>
+    <message>
+        <source>Seleziona &amp;tutto</source>
+        <translation>Select &amp;all</translation>
+    </message>
+    <message>
+        <source>Mette il segno di spunta a tutte le righe mostrate</source>
+        <translation>Ticks all rows that are shown</translation>
+    </message>
+    <message>
+        <source>Seleziona &amp;niente</source>
+        <translation>Select &amp;none</translation>
+    </message>
+    <message>
+        <source>Toglie il segno di spunta a tutte le righe mostrate</source>
+        <translation>Removes the ticks of all rows that are shown</translation>
+    </message>
+    <message>
+        <source>&amp;Scrivi</source>
+        <translation>&amp;Write</translation>
+    </message>
+    <message>
+        <source>Scrive nei file ciò che ha il segno di spunta, dopo un backup</source>
+        <translation>Writes what is ticked into the files, after a backup</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Cancel</translation>
+    </message>
+    <message>
+        <source>Chiude l&apos;anteprima senza scrivere nulla</source>
+        <translation>Closes the preview without writing anything</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n songs</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n campi da scrivere</source>
+        <translation>
+            <numerusform>%n field to write</numerusform>
+            <numerusform>%n fields to write</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PreviewModel</name>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Length</translation>
+    </message>
+    <message>
+        <source>Bpm</source>
+        <translation>Bpm</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Markers</translation>
+    </message>
+    <message>
+        <source>nome del file</source>
+        <translation>file name</translation>
+    </message>
+    <message>
+        <source>nome lungo</source>
+        <translation>long name</translation>
+    </message>
+    <message>
+        <source>titolo</source>
+        <translation>title</translation>
+    </message>
+    <message>
+        <source>a mano</source>
+        <translation>by hand</translation>
+    </message>
+    <message>
+        <source>non letta: %1</source>
+        <translation>not read: %1</translation>
+    </message>
+    <message>
+        <source>nessuna modifica</source>
+        <translation>no change</translation>
+    </message>
+    <message>
+        <source>non trovata</source>
+        <translation>not found</translation>
+    </message>
+    <message>
+        <source>%1 (questo testo andrebbe perso)</source>
+        <translation>%1 (this text would be lost)</translation>
+    </message>
+    <message>
+        <source>Song</source>
+        <translation>Song</translation>
+    </message>
+    <message>
+        <source>Campo</source>
+        <translation>Field</translation>
+    </message>
+    <message>
+        <source>Testo attuale</source>
+        <translation>Present text</translation>
+    </message>
+    <message>
+        <source>Testo nuovo</source>
+        <translation>New text</translation>
+    </message>
+    <message>
+        <source>Trovata per</source>
+        <translation>Found by</translation>
     </message>
 </context>
 <context>

@@ -682,6 +682,64 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <source>Annulla</source>
         <translation>Annulla</translation>
     </message>
+    <message>
+    <name>brisel::CatalogueSearchDialog</name>
+    <message>
+        <source>Cerca nel catalogo</source>
+        <translation>Cerca nel catalogo</translation>
+    </message>
+    <message>
+        <source>&amp;Parole</source>
+        <translation>&amp;Parole</translation>
+    </message>
+    <message>
+        <source>Parole del titolo, dell&apos;artista o del nome del file</source>
+        <translation>Parole del titolo, dell&apos;artista o del nome del file</translation>
+    </message>
+    <message>
+        <source>Song del catalogo</source>
+        <translation>Song del catalogo</translation>
+    </message>
+    <message>
+        <source>Song del database Kordia; un doppio clic sceglie la riga</source>
+        <translation>Song del database Kordia; un doppio clic sceglie la riga</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Nome file</source>
+        <translation>Nome file</translation>
+    </message>
+    <message>
+        <source>&amp;Scegli</source>
+        <translation>&amp;Scegli</translation>
+    </message>
+    <message>
+        <source>Usa i dati della riga per questa song</source>
+        <translation>Usa i dati della riga per questa song</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Annulla</translation>
+    </message>
+    <message>
+        <source>Chiude la ricerca senza scegliere</source>
+        <translation>Chiude la ricerca senza scegliere</translation>
+    </message>
+    <message>
+        <source>Nessuna song con queste parole</source>
+        <translation>Nessuna song con queste parole</translation>
+    </message>
+    <message>
+        <source>Le song più simili sono le prime</source>
+        <translation>Le song più simili sono le prime</translation>
+    </message>
 </context>
 <context>
     <name>brisel::DataEditDialog</name>
@@ -1648,6 +1706,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>La cartella non contiene un backup che si possa ripristinare: %1</source>
         <translation>La cartella non contiene un backup che si possa ripristinare: %1</translation>
     </message>
+    <message>
+        <source>Mostra che cosa cambierebbe la sincronizzazione, prima di scrivere</source>
+        <translation>Mostra che cosa cambierebbe la sincronizzazione, prima di scrivere</translation>
+    </message>
+    <message>
+        <source>Anteprima sincronizzazione...</source>
+        <translation>Anteprima sincronizzazione...</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>
@@ -1757,6 +1823,194 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>No, per questo file e per tutti quelli che seguono</source>
         <translation>No, per questo file e per tutti quelli che seguono</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PreviewDialog</name>
+    <message>
+        <source>Anteprima sincronizzazione</source>
+        <translation>Anteprima sincronizzazione</translation>
+    </message>
+    <message>
+        <source>&amp;Mostra</source>
+        <translation>&amp;Mostra</translation>
+    </message>
+    <message>
+        <source>Sceglie le righe della tabella; i segni di spunta restano</source>
+        <translation>Sceglie le righe della tabella; i segni di spunta restano</translation>
+    </message>
+    <message>
+        <source>Tutte le song</source>
+        <translation>Tutte le song</translation>
+    </message>
+    <message>
+        <source>Song trovate</source>
+        <translation>Song trovate</translation>
+    </message>
+    <message>
+        <source>Song non trovate</source>
+        <translation>Song non trovate</translation>
+    </message>
+    <message>
+        <source>Song pubblicate da Kordia</source>
+        <translation>Song pubblicate da Kordia</translation>
+    </message>
+    <message>
+        <source>Testi che andrebbero persi</source>
+        <translation>Testi che andrebbero persi</translation>
+    </message>
+    <message>
+        <source>C&amp;erca nel catalogo...</source>
+        <translation>C&amp;erca nel catalogo...</translation>
+    </message>
+    <message>
+        <source>Cerca nel database Kordia la song della riga, per parole del titolo, dell&apos;artista o del nome del file</source>
+        <translation>Cerca nel database Kordia la song della riga, per parole del titolo, dell&apos;artista o del nome del file</translation>
+    </message>
+    <message>
+        <source>Modifiche</source>
+        <translation>Modifiche</translation>
+    </message>
+    <message>
+        <source>Una riga per ogni campo che cambierebbe; la barra spaziatrice mette o toglie il segno di spunta</source>
+        <translation>Una riga per ogni campo che cambierebbe; la barra spaziatrice mette o toglie il segno di spunta</translation>
+    </message>
+    <message>
+        <source>Seleziona &amp;tutto</source>
+        <translation>Seleziona &amp;tutto</translation>
+    </message>
+    <message>
+        <source>Mette il segno di spunta a tutte le righe mostrate</source>
+        <translation>Mette il segno di spunta a tutte le righe mostrate</translation>
+    </message>
+    <message>
+        <source>Seleziona &amp;niente</source>
+        <translation>Seleziona &amp;niente</translation>
+    </message>
+    <message>
+        <source>Toglie il segno di spunta a tutte le righe mostrate</source>
+        <translation>Toglie il segno di spunta a tutte le righe mostrate</translation>
+    </message>
+    <message>
+        <source>&amp;Scrivi</source>
+        <translation>&amp;Scrivi</translation>
+    </message>
+    <message>
+        <source>Scrive nei file ciò che ha il segno di spunta, dopo un backup</source>
+        <translation>Scrive nei file ciò che ha il segno di spunta, dopo un backup</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Annulla</translation>
+    </message>
+    <message>
+        <source>Chiude l&apos;anteprima senza scrivere nulla</source>
+        <translation>Chiude l&apos;anteprima senza scrivere nulla</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n song</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n campi da scrivere</source>
+        <translation>
+            <numerusform>%n campo da scrivere</numerusform>
+            <numerusform>%n campi da scrivere</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PreviewModel</name>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genere</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Durata</translation>
+    </message>
+    <message>
+        <source>Bpm</source>
+        <translation>Bpm</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Tonalità</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>nome del file</source>
+        <translation>nome del file</translation>
+    </message>
+    <message>
+        <source>nome lungo</source>
+        <translation>nome lungo</translation>
+    </message>
+    <message>
+        <source>titolo</source>
+        <translation>titolo</translation>
+    </message>
+    <message>
+        <source>a mano</source>
+        <translation>a mano</translation>
+    </message>
+    <message>
+        <source>non letta: %1</source>
+        <translation>non letta: %1</translation>
+    </message>
+    <message>
+        <source>nessuna modifica</source>
+        <translation>nessuna modifica</translation>
+    </message>
+    <message>
+        <source>non trovata</source>
+        <translation>non trovata</translation>
+    </message>
+    <message>
+        <source>%1 (questo testo andrebbe perso)</source>
+        <translation>%1 (questo testo andrebbe perso)</translation>
+    </message>
+    <message>
+        <source>Song</source>
+        <translation>Song</translation>
+    </message>
+    <message>
+        <source>Campo</source>
+        <translation>Campo</translation>
+    </message>
+    <message>
+        <source>Testo attuale</source>
+        <translation>Testo attuale</translation>
+    </message>
+    <message>
+        <source>Testo nuovo</source>
+        <translation>Testo nuovo</translation>
+    </message>
+    <message>
+        <source>Trovata per</source>
+        <translation>Trovata per</translation>
     </message>
 </context>
 <context>

@@ -8,12 +8,15 @@
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
 #include "library/dialogs/backupdialog.h"
+#include "library/dialogs/cataloguesearchdialog.h"
 #include "library/dialogs/dataeditdialog.h"
 #include "library/dialogs/nocopyrightdialog.h"
+#include "library/dialogs/previewdialog.h"
 #include "library/dialogs/proceeddialog.h"
 #include "library/dialogs/reportdialog.h"
 #include "library/dialogs/windowrun.h"
 #include "library/synchroniser.h"
+#include "library/syncpreview.h"
 #include "songfile/metasong.h"
 #include "songfile/songinfo.h"
 #include "tests/logcapture.h"
@@ -56,7 +59,8 @@ std::unique_ptr<QWidget> makeMainWindow(bool withSongs)
         auto *model = window->findChild<UserSongsRelTableModel *>();
         for (int row = 0; row < 4; ++row)
             model->setStatus(row, static_cast<Database::statusEnum>(row));
-        for (const char *button : {"updateDataToolButton", "transferFilesToolButton"})
+        for (const char *button :
+             {"updateDataToolButton", "previewToolButton", "transferFilesToolButton"})
             window->findChild<QWidget *>(QString::fromLatin1(button))->setEnabled(true);
     }
     return window;
@@ -169,6 +173,57 @@ std::unique_ptr<QWidget> makeMessage()
         QMessageBox::Yes | QMessageBox::No);
 }
 
+/// The sample songs in a table, with their preview.
+struct Previewed {
+    Previewed()
+    {
+        const LogCapture quiet;
+        const QString folder = QDir::current().filePath(QStringLiteral("songs"));
+        QStringList paths;
+        if (!database.init() || !QDir::current().mkpath(folder) ||
+            !SampleSongs::writeSet(folder, &paths))
+            return;
+        model = std::make_unique<UserSongsRelTableModel>(nullptr, *database.userLibraryDb());
+        for (const QString &path : std::as_const(paths)) {
+            MetaSong song;
+            SongInfo info;
+            if (song.importFile(path))
+                song.getSongInfo(info);
+            info.fileName = path;
+            info.shortName = path.section(u'/', -1);
+            model->addSong(info);
+        }
+        preview = std::make_unique<SyncPreview>(*model, database);
+        Run run;
+        static_cast<void>(preview->run(run));
+    }
+
+    Database database;
+    std::unique_ptr<UserSongsRelTableModel> model;
+    std::unique_ptr<SyncPreview> preview;
+    CatalogueSearch search{database};
+};
+
+std::unique_ptr<QWidget> makePreviewDialog()
+{
+    class Window : private Previewed, public PreviewDialog
+    {
+    public:
+        Window() : PreviewDialog(*preview, search, true) {}
+    };
+    return std::make_unique<Window>();
+}
+
+std::unique_ptr<QWidget> makeSearchDialog()
+{
+    class Window : private Previewed, public CatalogueSearchDialog
+    {
+    public:
+        Window() : CatalogueSearchDialog(search, SongInfo(), QStringLiteral("Santa Lucia.mid")) {}
+    };
+    return std::make_unique<Window>();
+}
+
 /// The window during a run, with the progress dialog over it.
 class WindowAtWork : public QWidget
 {
@@ -192,6 +247,8 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("main-revealed"),
                               QStringLiteral("proceed"),
                               QStringLiteral("backup"),
+                              QStringLiteral("preview"),
+                              QStringLiteral("preview-search"),
                               QStringLiteral("question"),
                               QStringLiteral("question-yes-no"),
                               QStringLiteral("question-rename"),
@@ -213,6 +270,8 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("main-revealed"), makeRevealedWindow},
         {QStringLiteral("proceed"), makeProceedDialog},
         {QStringLiteral("backup"), [] { return std::make_unique<BackupDialog>(); }},
+        {QStringLiteral("preview"), makePreviewDialog},
+        {QStringLiteral("preview-search"), makeSearchDialog},
         {QStringLiteral("question"), [] { return makeQuestion({}, false); }},
         {QStringLiteral("question-yes-no"), [] { return makeQuestion({}, true); }},
         {QStringLiteral("question-rename"), makeRenameQuestion},

@@ -147,9 +147,12 @@ void TestMainWindowForm::ordersItsMenus()
             entries.append(action->text());
     }
     QCOMPARE(menus.join(u'|'), QStringLiteral("File|Preferenze|Strumenti|Aiuto"));
-    QCOMPARE(entries.join(u'|'),
-             QStringLiteral("Esci|Lingua|Messaggi Copyright|Rigenera il database delle song|Salva "
-                            "lista delle song|Cronologia modifiche...|Ripristina backup...|Aiuto Brisel PC|Informazioni|Informazioni su QT"));
+    QCOMPARE(
+        entries.join(u'|'),
+        QStringLiteral("Esci|Lingua|Messaggi Copyright|Rigenera il database delle song|Salva "
+                       "lista delle song|Anteprima sincronizzazione...|Cronologia modifiche...|"
+                       "Ripristina backup...|Aiuto Brisel PC|Informazioni|Informazioni su "
+                       "QT"));
 }
 
 void TestMainWindowForm::fillsItsSubmenus_data()

@@ -125,7 +125,7 @@ void TestToolTips::everyMenuEntryHasOne()
                      qPrintable(action->objectName()));
         }
     }
-    QCOMPARE(entries, 13);
+    QCOMPARE(entries, 14);
 }
 
 void TestToolTips::everyHeadingHasOne()

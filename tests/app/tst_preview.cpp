@@ -1,0 +1,389 @@
+#include "library/dialogs/previewdialog.h"
+#include "library/dialogs/previewmodel.h"
+#include "tests/app/workflowtest.h"
+#include "tests/testprogram.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+
+using namespace brisel;
+
+/// The preview of the synchronisation through the real window, by clicks and keys.
+class TestPreview : public WorkflowTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { openWindow(); }
+    void cleanup() { closeWindow(); }
+
+    void opensFromMenuAndButton();
+    void isEnabledLikeTheSynchronisation();
+    void showsFieldsWithOldAndNewTexts();
+    void filtersRows();
+    void writesWhatIsTicked();
+    void writesAllAsASynchronisationDoes();
+    void writesNothingWhenCancelled();
+    void writesNothingWithoutBackupAnswer();
+    void ticksAndUnticksByKeys();
+    void ticksAWholeSong();
+    void leavesUnpublishedSongsUntickedWhileAsking();
+    void matchesASongByHand();
+    void enterAndDoubleClickSearchForTheSong();
+    void interruptedPreviewShowsNothing();
+    void reportsAFileChangedMeanwhile();
+    void followsTheLanguage();
+
+private:
+    QAction *action() const { return m_window->findChild<QAction *>(u"actionPreview"_qs); }
+    QLabel *statusText() const { return m_window->findChild<QLabel *>(u"reportLabel"_qs); }
+
+    /// The next dialog is the preview: \a step answers it.
+    void expectPreview(const std::function<void(QWidget *, QTableView *)> &step)
+    {
+        m_script->expect("PreviewDialog", [step](QWidget *widget) {
+            step(widget, widget->findChild<QTableView *>());
+        });
+    }
+    void openPreview()
+    {
+        action()->trigger();
+        verifyScript();
+    }
+
+    /// The texts of a row, with "[x]", "[-]" or "[ ]" before those with a tick.
+    static QString rowText(const QTableView *view, int row)
+    {
+        QStringList texts;
+        for (int column = 0; column < view->model()->columnCount(); ++column) {
+            const QModelIndex index = view->model()->index(row, column);
+            const QVariant tick = index.data(Qt::CheckStateRole);
+            const QString mark = !tick.isValid()                 ? QString()
+                                 : tick.toInt() == Qt::Checked   ? u"[x]"_qs
+                                 : tick.toInt() == Qt::Unchecked ? u"[ ]"_qs
+                                                                 : u"[-]"_qs;
+            texts.append(mark + index.data().toString());
+        }
+        return texts.join(u'|');
+    }
+    static QStringList rows(const QTableView *view)
+    {
+        QStringList texts;
+        for (int row = 0; row < view->model()->rowCount(); ++row)
+            texts.append(rowText(view, row));
+        return texts;
+    }
+    static QString countText(const QWidget *dialog)
+    {
+        return dialog->findChild<QLabel *>(u"countLabel"_qs)->text();
+    }
+    static void toggle(QTableView *view, int row, int column)
+    {
+        view->setFocus();
+        view->setCurrentIndex(view->model()->index(row, column));
+        QTest::keyClick(view, Qt::Key_Space);
+    }
+    static void choose(QWidget *dialog, PreviewModel::Filter filter)
+    {
+        dialog->findChild<QComboBox *>(u"filterComboBox"_qs)
+            ->setCurrentIndex(static_cast<int>(filter));
+    }
+};
+
+void TestPreview::opensFromMenuAndButton()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    const auto cancel = [](QWidget *dialog, QTableView *) {
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    };
+    expectPreview(cancel);
+    openPreview();
+    expectPreview(cancel);
+    QTest::mouseClick(tool("previewToolButton"), Qt::LeftButton);
+    verifyScript();
+    QCOMPARE(action()->text(), u"Anteprima sincronizzazione..."_qs);
+    QCOMPARE(tool("previewToolButton")->text(), action()->text());
+}
+
+void TestPreview::isEnabledLikeTheSynchronisation()
+{
+    QVERIFY(!action()->isEnabled() && !tool("previewToolButton")->isEnabled());
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    QVERIFY(action()->isEnabled() && tool("previewToolButton")->isEnabled());
+    expectBackup(u"exitPushButton"_qs);
+    clickSync();
+    verifyScript();
+    QVERIFY(!action()->isEnabled() && !tool("previewToolButton")->isEnabled());
+}
+
+void TestPreview::showsFieldsWithOldAndNewTexts()
+{
+    makeSongs({u"one.mid"_qs, u"other.mid"_qs}, true);
+    import({u"one.mid"_qs, u"other.mid"_qs});
+    makeFile(at(u"bad.mid"_qs), "no song");
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        QCOMPARE(rows(view).join(u'\n'), u"[x]one.mid|[x]Titolo|one|ONE LOVE|nome del file\n"
+                                         "one.mid|[x]Artista||ARTIST ALT|nome del file\n"
+                                         "one.mid|[x]Genere||FOLK|nome del file\n"
+                                         "one.mid|[x]Autore||AUTHOR|nome del file\n"
+                                         "one.mid|[x]Durata||03:05|nome del file\n"
+                                         "one.mid|[x]Bpm||120|nome del file\n"
+                                         "one.mid|[x]Tonalità||A-|nome del file\n"
+                                         "other.mid|non trovata|||"_qs);
+        QCOMPARE(countText(dialog), u"1 song, 7 campi da scrivere"_qs);
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+void TestPreview::filtersRows()
+{
+    makeFile(at(u"one.mid"_qs), Sample::midi("My own title", true));
+    const QByteArray lost = MidiBytes::metaEvent(3, "Two") + MidiBytes::kordiaEvent(2, "Somebody");
+    makeFile(at(u"two.mid"_qs), MidiBytes::file({lost + MidiBytes::endOfTrack()}));
+    makeSongs({u"other.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs, u"other.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        using Filter = PreviewModel::Filter;
+        const auto shown = [&](Filter filter) {
+            choose(dialog, filter);
+            return rows(view);
+        };
+        QCOMPARE(shown(Filter::All).size(), 6 + 4 + 1);
+        QCOMPARE(shown(Filter::Found).size(), 6 + 4);
+        QCOMPARE(shown(Filter::NotFound), QStringList(u"other.mid|non trovata|||"_qs));
+        QCOMPARE(shown(Filter::Published).size(), 6 + 1);
+        QCOMPARE(shown(Filter::LosesText),
+                 QStringList(u"[x]two.mid|[x]Artista|Somebody|ARTIST|nome del file"_qs));
+        // Only what is shown is unticked.
+        DialogScript::click(dialog, u"selectNonePushButton"_qs);
+        QCOMPARE(countText(dialog), u"2 song, 9 campi da scrivere"_qs);
+        choose(dialog, Filter::All);
+        DialogScript::click(dialog, u"selectAllPushButton"_qs);
+        QCOMPARE(countText(dialog), u"2 song, 10 campi da scrivere"_qs);
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+void TestPreview::writesWhatIsTicked()
+{
+    makeSongs({u"one.mid"_qs, u"two.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        toggle(view, 0, PreviewModel::FieldColumn); // the title of one.mid
+        toggle(view, 7, PreviewModel::SongColumn);  // two.mid
+        QVERIFY(rowText(view, 0).startsWith(u"[-]one.mid|[ ]Titolo"_qs));
+        QVERIFY(rowText(view, 7).startsWith(u"[ ]two.mid|[ ]Titolo"_qs));
+        QCOMPARE(countText(dialog), u"1 song, 6 campi da scrivere"_qs);
+        DialogScript::click(dialog, u"writePushButton"_qs);
+    });
+    expectBackup(u"exitPushButton"_qs);
+    openPreview();
+    QCOMPARE(title(u"one.mid"_qs), u"one"_qs);
+    QCOMPARE(Sample::infoOf(at(u"one.mid"_qs)).artist, u"ARTIST ALT"_qs);
+    QCOMPARE(title(u"two.mid"_qs), u"two"_qs);
+    QCOMPARE(statuses(), u"10"_qs);
+    QVERIFY(action()->isEnabled() && tool("updateDataToolButton")->isEnabled());
+}
+
+void TestPreview::writesAllAsASynchronisationDoes()
+{
+    makeSongs({u"one.mid"_qs, u"two.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs});
+    expectPreview(
+        [](QWidget *dialog, QTableView *) { DialogScript::click(dialog, u"writePushButton"_qs); });
+    expectBackup(u"exitPushButton"_qs);
+    openPreview();
+    QCOMPARE(title(u"one.mid"_qs), u"ONE LOVE"_qs);
+    QCOMPARE(title(u"two.mid"_qs), u"TWO SONGS"_qs);
+    QCOMPARE(statuses(), u"11"_qs);
+    QVERIFY(!action()->isEnabled() && !tool("updateDataToolButton")->isEnabled());
+    QVERIFY(tool("transferFilesToolButton")->isEnabled());
+}
+
+void TestPreview::writesNothingWhenCancelled()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    const QByteArray before = fileContent(at(u"one.mid"_qs));
+    expectPreview([](QWidget *dialog, QTableView *) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    openPreview();
+    QCOMPARE(fileContent(at(u"one.mid"_qs)), before);
+    QCOMPARE(statuses(), u"0"_qs);
+    QVERIFY(action()->isEnabled());
+}
+
+void TestPreview::writesNothingWithoutBackupAnswer()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    expectPreview(
+        [](QWidget *dialog, QTableView *) { DialogScript::click(dialog, u"writePushButton"_qs); });
+    expectBackup(u"abortPushButton"_qs);
+    openPreview();
+    QCOMPARE(title(u"one.mid"_qs), u"one"_qs);
+    QVERIFY(action()->isEnabled());
+}
+
+void TestPreview::ticksAndUnticksByKeys()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        DialogScript::click(dialog, u"selectNonePushButton"_qs);
+        QCOMPARE(countText(dialog), u"0 song, 0 campi da scrivere"_qs);
+        QVERIFY(!dialog->findChild<QPushButton *>(u"writePushButton"_qs)->isEnabled());
+        toggle(view, 2, PreviewModel::FieldColumn);
+        toggle(view, 3, PreviewModel::FieldColumn);
+        QCOMPARE(countText(dialog), u"1 song, 2 campi da scrivere"_qs);
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+void TestPreview::ticksAWholeSong()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        toggle(view, 1, PreviewModel::FieldColumn);
+        QVERIFY(rowText(view, 0).startsWith(u"[-]"_qs));
+        toggle(view, 0, PreviewModel::SongColumn); // partly ticked: all
+        QVERIFY(rowText(view, 0).startsWith(u"[x]"_qs));
+        QVERIFY(rowText(view, 1).contains(u"[x]Artista"_qs));
+        toggle(view, 0, PreviewModel::SongColumn);
+        QVERIFY(rowText(view, 1).contains(u"[ ]Artista"_qs));
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+void TestPreview::leavesUnpublishedSongsUntickedWhileAsking()
+{
+    makeSongs({u"one.mid"_qs}, false);
+    import({u"one.mid"_qs});
+    m_window->enableCopyrightMessage(true);
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        QVERIFY(rowText(view, 0).startsWith(u"[ ]one.mid|[ ]Titolo"_qs));
+        toggle(view, 0, PreviewModel::SongColumn);
+        DialogScript::click(dialog, u"writePushButton"_qs);
+    });
+    expectBackup(u"exitPushButton"_qs); // no question: the user has ticked the song
+    openPreview();
+    QCOMPARE(title(u"one.mid"_qs), u"ONE LOVE"_qs);
+}
+
+void TestPreview::matchesASongByHand()
+{
+    makeFile(at(u"Artist - Kings.mid"_qs), Sample::midi("", true));
+    import({u"Artist - Kings.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        QCOMPARE(rows(view), QStringList(u"Artist - Kings.mid|non trovata|||"_qs));
+        QVERIFY(!dialog->findChild<QPushButton *>(u"writePushButton"_qs)->isEnabled());
+        DialogScript inner;
+        inner.expect("CatalogueSearchDialog", [](QWidget *search) {
+            auto *results = search->findChild<QTableWidget *>();
+            QCOMPARE(results->item(0, 0)->text(), u"THREE KINGS"_qs);
+            auto *words = search->findChild<QLineEdit *>(u"searchLineEdit"_qs);
+            QCOMPARE(words->text(), u"Artist - Kings"_qs);
+            words->selectAll();
+            DialogScript::type(words, u"nothing"_qs);
+            QCOMPARE(results->rowCount(), 0);
+            QVERIFY(!search->findChild<QPushButton *>(u"choosePushButton"_qs)->isEnabled());
+            words->selectAll();
+            DialogScript::type(words, u"two"_qs);
+            QCOMPARE(results->rowCount(), 1);
+            DialogScript::click(search, u"choosePushButton"_qs);
+        });
+        view->setCurrentIndex(view->model()->index(0, 0));
+        DialogScript::click(dialog, u"searchPushButton"_qs);
+        QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
+        QCOMPARE(rowText(view, 0), u"[x]Artist - Kings.mid|[x]Titolo||TWO SONGS|a mano"_qs);
+        DialogScript::click(dialog, u"writePushButton"_qs);
+    });
+    expectBackup(u"exitPushButton"_qs);
+    openPreview();
+    QCOMPARE(title(u"Artist - Kings.mid"_qs), u"TWO SONGS"_qs);
+    QCOMPARE(statuses(), u"1"_qs);
+}
+
+void TestPreview::enterAndDoubleClickSearchForTheSong()
+{
+    makeSongs({u"other.mid"_qs}, true);
+    import({u"other.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        DialogScript inner;
+        for (int i = 0; i < 2; ++i)
+            inner.expect("CatalogueSearchDialog", [](QWidget *search) {
+                DialogScript::click(search, u"cancelPushButton"_qs);
+            });
+        view->setFocus();
+        view->setCurrentIndex(view->model()->index(0, 0));
+        QTest::keyClick(view, Qt::Key_Return);
+        const QPoint place = view->visualRect(view->model()->index(0, 1)).center();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, place);
+        QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
+        QCOMPARE(rows(view), QStringList(u"other.mid|non trovata|||"_qs));
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+void TestPreview::interruptedPreviewShowsNothing()
+{
+    makeSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs});
+    atProgress(u"Anteprima"_qs, u"1 di 3"_qs, [](QProgressDialog *dialog) {
+        QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+    });
+    openPreview(); // no dialog follows
+    QCOMPARE(statuses(), u"000"_qs);
+    QVERIFY(action()->isEnabled());
+}
+
+void TestPreview::reportsAFileChangedMeanwhile()
+{
+    makeSongs({u"one.mid"_qs, u"two.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs});
+    expectPreview([this](QWidget *dialog, QTableView *) {
+        makeFile(at(u"one.mid"_qs), Sample::midi("of another program", true));
+        DialogScript::click(dialog, u"writePushButton"_qs);
+    });
+    expectBackup(u"exitPushButton"_qs);
+    openPreview();
+    QCOMPARE(title(u"one.mid"_qs), u"of another program"_qs);
+    QCOMPARE(statuses(), u"31"_qs);
+    QVERIFY(action()->isEnabled()); // not all rows were written
+}
+
+void TestPreview::followsTheLanguage()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    m_window->findChild<QAction *>(u"actionEnglish"_qs)->trigger();
+    QTRY_COMPARE(action()->text(), u"Preview of the synchronisation..."_qs);
+    QCOMPARE(tool("previewToolButton")->text(), action()->text());
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        QCOMPARE(dialog->windowTitle(), u"Preview of the synchronisation"_qs);
+        QCOMPARE(rowText(view, 0), u"[x]one.mid|[x]Title|one|ONE LOVE|file name"_qs);
+        QCOMPARE(countText(dialog), u"1 song, 7 fields to write"_qs);
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+    m_window->findChild<QAction *>(u"actionItalian"_qs)->trigger();
+}
+
+BRISEL_TEST(QApplication, TestPreview)
+
+#include "tst_preview.moc"
