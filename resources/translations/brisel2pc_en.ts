@@ -40,6 +40,10 @@
         <source>Non tutte le modifiche sono nella cronologia: %1</source>
         <translation>Not all changes are in the history: %1</translation>
     </message>
+    <message>
+        <source>La cronologia è piena: le prime modifiche di questa operazione non ci sono più</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>LibraryImport</name>
@@ -455,11 +459,7 @@
     </message>
     <message>
         <source>la cronologia è di una versione più recente del programma</source>
-<<<<<<< HEAD
         <translation>the history is of a newer version of the program</translation>
-=======
-        <translation>the history was written by a newer version of the program</translation>
->>>>>>> 81b519c (Test the preview through its window, and describe it in the guide)
     </message>
     <message>
         <source>il file è cambiato dopo l&apos;anteprima</source>
@@ -620,9 +620,12 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <source>Sincronizza i file senza copiarli prima</source>
         <translation>Synchronizes the files without copying them first</translation>
     </message>
+    <message>
+        <source>La cronologia non può conservare queste modifiche: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
-<<<<<<< HEAD
     <name>brisel::BackupModel</name>
     <message>
         <source>Copia</source>
@@ -686,11 +689,13 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Annulla</source>
         <translation>Cancel</translation>
-=======
+    </message>
+</context>
+<context>
     <name>brisel::CatalogueSearchDialog</name>
     <message>
         <source>Cerca nel catalogo</source>
-        <translation>Search the catalogue</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>&amp;Parole</source>
@@ -743,7 +748,6 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Le song più simili sono le prime</source>
         <translation>The most similar songs come first</translation>
->>>>>>> 81b519c (Test the preview through its window, and describe it in the guide)
     </message>
 </context>
 <context>
@@ -1680,7 +1684,6 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>Return edits the song of the row, Delete removes the row from the table</translation>
     </message>
     <message>
-<<<<<<< HEAD
         <source>Rimette la song com&apos;era prima dell&apos;ultima modifica</source>
         <translation>Puts the song back as it was before its last change</translation>
     </message>
@@ -1711,14 +1714,14 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>La cartella non contiene un backup che si possa ripristinare: %1</source>
         <translation>The folder has no backup that can be restored: %1</translation>
-=======
+    </message>
+    <message>
         <source>Mostra che cosa cambierebbe la sincronizzazione, prima di scrivere</source>
-        <translation>Shows what the synchronisation would change, before it writes</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Anteprima sincronizzazione...</source>
         <translation>Preview of the synchronisation...</translation>
->>>>>>> 81b519c (Test the preview through its window, and describe it in the guide)
     </message>
 </context>
 <context>

@@ -40,6 +40,10 @@
         <source>Non tutte le modifiche sono nella cronologia: %1</source>
         <translation>Non tutte le modifiche sono nella cronologia: %1</translation>
     </message>
+    <message>
+        <source>La cronologia è piena: le prime modifiche di questa operazione non ci sono più</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>LibraryImport</name>
@@ -616,6 +620,10 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <source>Sincronizza i file senza copiarli prima</source>
         <translation>Sincronizza i file senza copiarli prima</translation>
     </message>
+    <message>
+        <source>La cronologia non può conservare queste modifiche: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>brisel::BackupModel</name>
@@ -682,7 +690,8 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <source>Annulla</source>
         <translation>Annulla</translation>
     </message>
-    <message>
+</context>
+<context>
     <name>brisel::CatalogueSearchDialog</name>
     <message>
         <source>Cerca nel catalogo</source>
