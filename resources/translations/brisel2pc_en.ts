@@ -42,7 +42,7 @@
     </message>
     <message>
         <source>La cronologia è piena: le prime modifiche di questa operazione non ci sono più</source>
-        <translation type="unfinished"></translation>
+        <translation>The history is full: the first changes of this run are no longer there</translation>
     </message>
 </context>
 <context>
@@ -622,7 +622,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>La cronologia non può conservare queste modifiche: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>The history can&apos;t keep these changes: %1</translation>
     </message>
 </context>
 <context>
@@ -695,7 +695,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <name>brisel::CatalogueSearchDialog</name>
     <message>
         <source>Cerca nel catalogo</source>
-        <translation type="unfinished"></translation>
+        <translation>Search the catalogue</translation>
     </message>
     <message>
         <source>&amp;Parole</source>
@@ -1717,7 +1717,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>Mostra che cosa cambierebbe la sincronizzazione, prima di scrivere</source>
-        <translation type="unfinished"></translation>
+        <translation>Shows what the synchronisation would change, before anything is written</translation>
     </message>
     <message>
         <source>Anteprima sincronizzazione...</source>

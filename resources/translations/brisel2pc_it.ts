@@ -42,7 +42,7 @@
     </message>
     <message>
         <source>La cronologia è piena: le prime modifiche di questa operazione non ci sono più</source>
-        <translation type="unfinished"></translation>
+        <translation>La cronologia è piena: le prime modifiche di questa operazione non ci sono più</translation>
     </message>
 </context>
 <context>
@@ -622,7 +622,7 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
     <message>
         <source>La cronologia non può conservare queste modifiche: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>La cronologia non può conservare queste modifiche: %1</translation>
     </message>
 </context>
 <context>
