@@ -52,6 +52,8 @@ private slots:
     void endsABackup();
     void endsASynchronisation();
     void takesNoAnswerOfASynchronisation();
+    void endsAPreview();
+    void writesNothingOfAPreviewThatWasOpen();
     void endsASpreadEdit();
     void endsATransfer();
     void takesNoAnswerOfATransfer();
@@ -243,6 +245,30 @@ void TestQuits::takesNoAnswerOfASynchronisation()
     leaveInQuestion(*m_script);
     run([this] { clickSync(); });
     QCOMPARE(statuses(), u"00"_qs);
+    QCOMPARE(filesBelow(m_folder->path()), before);
+}
+
+void TestQuits::endsAPreview()
+{
+    makeSongs({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs}, true);
+    import({u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs});
+    leaveAtProgress(u"Anteprima"_qs, u"1 di 3"_qs);
+    run([this] { m_window->findChild<QAction *>(u"actionPreview"_qs)->trigger(); });
+    QCOMPARE(statuses(), u"000"_qs);
+}
+
+void TestQuits::writesNothingOfAPreviewThatWasOpen()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    const auto before = filesBelow(m_folder->path());
+    m_script->expect("PreviewDialog", [this](QWidget *widget) {
+        m_left = true;
+        leave();
+        DialogScript::click(widget, u"writePushButton"_qs);
+    });
+    run([this] { m_window->findChild<QAction *>(u"actionPreview"_qs)->trigger(); });
+    QCOMPARE(statuses(), u"0"_qs);
     QCOMPARE(filesBelow(m_folder->path()), before);
 }
 
