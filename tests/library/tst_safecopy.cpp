@@ -1,5 +1,6 @@
 #include "library/safecopy.h"
 
+#include "tests/base/duringtruncate.h"
 #include "tests/library/filesizelimit.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
@@ -26,6 +27,7 @@ private slots:
     void refusesMissingSource();
     void refusesFolderAsSource();
     void refusesFifoAsSource();
+    void refusesASourceThatChangesMeanwhile();
     void refusesUnwritableFolder();
     void replacesExistingFile();
     void replacesALinkAndNotItsTarget();
@@ -117,6 +119,28 @@ void TestSafeCopy::refusesFifoAsSource()
     QVERIFY(QFile::link(at(u"fifo.mid"_qs), at(u"link.mid"_qs)));
     QCOMPARE(copyToNewFile(at(u"fifo.mid"_qs), at(u"b.mid"_qs)), CopyResult::SourceFailed);
     QCOMPARE(copyToNewFile(at(u"link.mid"_qs), at(u"b.mid"_qs)), CopyResult::SourceFailed);
+}
+
+/// The size of the copy is set for the hole of the source.
+void TestSafeCopy::refusesASourceThatChangesMeanwhile()
+{
+    constexpr int size = 1 << 20; // bytes
+    QVERIFY(QFile::resize(at(u"a.mid"_qs), size));
+    struct stat entry {
+    };
+    QCOMPARE(::stat(qPrintable(at(u"a.mid"_qs)), &entry), 0);
+    if (entry.st_blocks * 512 > size / 2)
+        QSKIP("this file system has no holes");
+    bool isChanged = false;
+    const DuringTruncate change([&] {
+        QFile file(at(u"a.mid"_qs));
+        isChanged =
+            file.open(QIODevice::ReadWrite) && file.write("SO") == 2 && file.flush() &&
+            file.setFileTime(QDateTime({2004, 1, 1}, {1, 1}), QFileDevice::FileModificationTime);
+    });
+    QCOMPARE(copyToNewFile(at(u"a.mid"_qs), at(u"b.mid"_qs)), CopyResult::SourceFailed);
+    QVERIFY(isChanged);
+    QCOMPARE(entries(), QStringList(u"a.mid"_qs));
 }
 
 void TestSafeCopy::refusesUnwritableFolder()

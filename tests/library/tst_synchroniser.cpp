@@ -32,6 +32,7 @@ private slots:
     void failsUnreadableFile();
     void answersOfTheQuestion_data();
     void answersOfTheQuestion();
+    void savesChangedSongsBeforeTheNextQuestion();
     void unknownAnswerChangesNothing();
     void asksNothingWhenSwitchedOff();
     void neverAsksForThePublishersSongs();
@@ -167,6 +168,18 @@ void TestSynchroniser::answersOfTheQuestion()
     const bool changed = m_library->statuses().startsWith(u'1');
     QCOMPARE(Sample::infoOf(m_library->path(u"ONE.mid"_qs)).title,
              changed ? u"ONE LOVE"_qs : u"ONE"_qs);
+}
+
+/// The program may be ended while the question waits.
+void TestSynchroniser::savesChangedSongsBeforeTheNextQuestion()
+{
+    addThree(false);
+    QStringList titles;
+    m_run->onQuestion = [&](const QString &) {
+        titles.append(Sample::infoOf(m_library->path(u"ONE.mid"_qs)).title);
+    };
+    QVERIFY(synchronise(true, {yes, yes, yes}));
+    QCOMPARE(titles, QStringList({u"ONE"_qs, u"ONE LOVE"_qs, u"ONE LOVE"_qs}));
 }
 
 void TestSynchroniser::unknownAnswerChangesNothing()

@@ -1,11 +1,16 @@
 #include "library/transfer.h"
 
+#include "base/folderlock.h"
+#include "base/freespace.h"
 #include "tests/scriptedrun.h"
+#include "tests/smalldisk.h"
 #include "tests/smallsongs.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
 #include <QTest>
+
+#include <optional>
 
 using namespace brisel;
 
@@ -23,7 +28,10 @@ private slots:
     void copiesAndIndexes();
     void reportsNothingOfARefusedFolder();
     void reportsThatSongsCannotBeMade();
+    void copiesNothingToAMemoryInUse();
     void indexesNothingAfterAnInterruption();
+    void indexesNothingInTheFolderOfAPulledMemory();
+    void copiesNothingThatTheIndexWouldLackRoomFor();
 
 private:
     std::unique_ptr<QTemporaryDir> m_volumes;
@@ -141,6 +149,19 @@ void TestTransfer::reportsThatSongsCannotBeMade()
     QCOMPARE(run.stages, QStringList());
 }
 
+void TestTransfer::copiesNothingToAMemoryInUse()
+{
+    const QTemporaryDir home;
+    makeFile(home.filePath(u"one.mid"_qs), smallMidi("One"));
+    const QString stick = m_volumes->filePath(u"STICK"_qs);
+    QVERIFY(QDir().mkdir(stick));
+    const FolderLock lock(stick, FolderLock::Kind::Shared);
+    ScriptedRun run(RunReport::Operation::Transfer);
+    QCOMPARE(Transfer({home.filePath(u"one.mid"_qs)}, stick).run(run), Transfer::Outcome::InUse);
+    QCOMPARE(run.report().failed(), 1);
+    QVERIFY(QDir(stick).isEmpty());
+}
+
 void TestTransfer::indexesNothingAfterAnInterruption()
 {
     const QTemporaryDir home;
@@ -154,6 +175,48 @@ void TestTransfer::indexesNothingAfterAnInterruption()
     QCOMPARE(run.stages, QStringList(u"Trasferimento"_qs));
     QVERIFY(!QFile::exists(m_volumes->filePath(u"STICK/index.id2"_qs)));
     QVERIFY2(run.report().skipped() == 1, qPrintable(run.report().text()));
+}
+
+/// The memory is pulled after its first song was copied.
+void TestTransfer::indexesNothingInTheFolderOfAPulledMemory()
+{
+    const QTemporaryDir home;
+    const QStringList songs{home.filePath(u"1/one.mid"_qs), home.filePath(u"2/one.mid"_qs)};
+    for (const QString &song : songs)
+        makeFile(song, smallMidi("Song"));
+    const QString stick = m_volumes->filePath(u"STICK"_qs);
+    makeFile(stick + u"/old.mid"_qs, smallMidi("Old"));
+    std::optional<SmallDisk> disk(std::in_place, stick, SmallDisk::memorySize);
+    if (!disk->isMounted())
+        QSKIP("only root can mount a file system");
+    ScriptedRun run(RunReport::Operation::Transfer);
+    run.onQuestion = [&disk](const QString &) { disk.reset(); };
+    QCOMPARE(Transfer(songs, stick).run(run), Transfer::Outcome::Failed);
+    QCOMPARE(run.asked.size(), 1);
+    QVERIFY2(run.report().failed() == 1, qPrintable(run.report().text()));
+    QCOMPARE(run.stages, QStringList(u"Trasferimento"_qs));
+    QCOMPARE(QDir(stick).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList(u"old.mid"_qs));
+}
+
+void TestTransfer::copiesNothingThatTheIndexWouldLackRoomFor()
+{
+    const QTemporaryDir home;
+    const QString song = home.filePath(u"one.mid"_qs);
+    makeFile(song, smallMidi("Song"));
+    const QString stick = m_volumes->filePath(u"STICK"_qs);
+    QVERIFY(QDir().mkdir(stick));
+    const SmallDisk disk(stick, SmallDisk::memorySize);
+    if (!disk.isMounted())
+        QSKIP("only root can mount a file system");
+    constexpr int pages = 4; // more than the song needs
+    makeFile(stick + u"/filler"_qs,
+             QByteArray(freeSpace(stick) - pages * SmallDisk::pageSize, 'x'));
+    ScriptedRun run(RunReport::Operation::Transfer);
+    Transfer transfer({song}, stick);
+    QCOMPARE(transfer.run(run), Transfer::Outcome::Failed);
+    QVERIFY(!transfer.shortage().isEmpty());
+    QVERIFY(!QFile::exists(stick + u"/songs/one.mid"_qs));
 }
 
 BRISEL_TEST(QCoreApplication, TestTransfer)
