@@ -25,6 +25,19 @@ bool update(ScriptedIndex &index, const QString &root)
     return index.updateIndex(root);
 }
 
+QByteArray checksumOf(const QByteArray &content)
+{
+    return QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex();
+}
+
+/// Writes the file \a name into the work folder. Returns its line of a mark.
+QByteArray staged(const SampleMemory &memory, const QString &name, const QByteArray &content)
+{
+    memory.write(u".brisel2pc/"_qs + name.section(u'/', -1), content);
+    return checksumOf(content) + ' ' + QByteArray::number(content.size()) + ' ' + name.toLatin1() +
+           '\n';
+}
+
 } // namespace
 
 /// No cut and no failure leaves files that don't belong together, and the next run repairs
@@ -44,10 +57,33 @@ private slots:
     void finishesSwapThatWasCut();
     void ignoresTruncatedMarks();
     void leavesChangedPlaylistsAlone();
+    void takesOnlyMarksThatEndInTheirSum();
     void ignoresForgedMarks();
+    void ignoresMarksThatNameOtherFiles();
     void refusesMarksOfAbsurdSize();
     void removesAFileInPlaceOfTheWorkFolder();
     void survivesCutOfRecovery();
+
+private:
+    /// Leaves \a memory as a cut of a swap does, with the mark \a lines, and lets it recover.
+    static void recover(const SampleMemory &memory, const QByteArray &lines, const QByteArray &sum)
+    {
+        memory.remove(u"fsinfos.id2"_qs);
+        memory.write(u".brisel2pc/swap"_qs, lines + "end " + sum + '\n');
+        Run setRun;
+        IndexSet set(setRun);
+        set.setRoot(memory.root());
+        set.recover();
+    }
+    /// Stages all files that \a memory has. Returns the lines of the mark.
+    static QByteArray stagedSet(const SampleMemory &memory)
+    {
+        QByteArray lines = "brisel2pc swap 1\n";
+        const auto set = setOf(memory);
+        for (auto file = set.cbegin(); file != set.cend(); ++file)
+            lines += staged(memory, file.key(), file.value());
+        return lines;
+    }
 };
 
 void TestIndexCuts::survivesFaultAtEveryStep_data()
@@ -87,6 +123,8 @@ void TestIndexCuts::survivesFaultAtEveryStep()
             QVERIFY2(SetReader(memory).problem().isEmpty(), qPrintable(where));
         if (result == 1)
             QVERIFY2(isComplete && set != before, qPrintable(where));
+        // Without it a cut could leave playlists whose songs nothing names.
+        QVERIFY2(result != 1 || memory.has(u"playlist/play0007.pts"_qs), qPrintable(where));
         if (result == 1 && reached)
             ++overcome;
         checkRepaired(memory, before);
@@ -172,6 +210,31 @@ void TestIndexCuts::leavesChangedPlaylistsAlone()
     }
     QVERIFY(oldSets > 0);
     QVERIFY(newSets > 0);
+}
+
+/// A mark that lost a line would leave the playlists with the ids of the old set.
+void TestIndexCuts::takesOnlyMarksThatEndInTheirSum()
+{
+    for (const bool isWhole : {true, false}) {
+        const SampleMemory memory;
+        copyChangedMemory(memory);
+        const QByteArray lines = stagedSet(memory);
+        const QByteArray playlist = staged(memory, songsFile, playlistRecord(1));
+        recover(memory, isWhole ? lines + playlist : lines, checksumOf(lines + playlist));
+        QCOMPARE(memory.has(u"fsinfos.id2"_qs), isWhole);
+        QCOMPARE(memory.read(songsFile) == playlistRecord(1), isWhole);
+    }
+}
+
+void TestIndexCuts::ignoresMarksThatNameOtherFiles()
+{
+    const SampleMemory memory;
+    copyChangedMemory(memory);
+    memory.write(u"D.MID"_qs, "mine");
+    const QByteArray lines = stagedSet(memory) + staged(memory, u"D.MID"_qs, "evil");
+    recover(memory, lines, checksumOf(lines));
+    QCOMPARE(memory.read(u"D.MID"_qs), QByteArray("mine"));
+    QVERIFY(!memory.has(u"fsinfos.id2"_qs));
 }
 
 void TestIndexCuts::ignoresForgedMarks()
