@@ -1,3 +1,4 @@
+#include "history/history.h"
 #include "tests/app/workflowtest.h"
 #include "tests/logcapture.h"
 #include "tests/testprogram.h"
@@ -25,6 +26,7 @@ private slots:
     void synchronisesAfterTheImportSummary();
     void emptyTableIsNotSynchronised();
     void abortedBackupLeavesTheButtonEnabled();
+    void backupDialogWarnsOfAnUnusableHistory();
     void completedSynchronisationDisablesTheButton();
     void asksForUnpublishedSongsUnlessSwitchedOff();
     void escapeInTheQuestionUpdatesTheSong();
@@ -95,6 +97,33 @@ void TestMainWindowSync::abortedBackupLeavesTheButtonEnabled()
     QCOMPARE(statuses(), u"0"_qs);
     QVERIFY(tool("updateDataToolButton")->isEnabled());
     QVERIFY(tool("transferFilesToolButton")->isEnabled());
+}
+
+/// The line is hidden while the history can keep the changes.
+void TestMainWindowSync::backupDialogWarnsOfAnUnusableHistory()
+{
+    const QString history = History::defaultPath();
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    QStringList shown;
+    const auto lookAtWarning = [this, &shown] {
+        m_script->expect("BackupDialog", [&shown](QWidget *widget) {
+            const auto *label = widget->findChild<QLabel *>(u"historyLabel"_qs);
+            shown.append(label->isVisible() ? label->text() : QString());
+            DialogScript::click(widget, u"abortPushButton"_qs);
+        });
+        clickSync();
+        verifyScript();
+    };
+    lookAtWarning();
+    for (const QString &suffix : {QString(), u"-wal"_qs, u"-shm"_qs})
+        QFile::remove(history + suffix); // of the cases before
+    QVERIFY(QDir().mkpath(history));
+    lookAtWarning();
+    QVERIFY(QDir().rmdir(history));
+    QCOMPARE(shown,
+             QStringList({QString(),
+                          u"La cronologia non può conservare queste modifiche: non è un file"_qs}));
 }
 
 void TestMainWindowSync::completedSynchronisationDisablesTheButton()

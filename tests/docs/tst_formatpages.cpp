@@ -6,6 +6,7 @@
 #include "index/indexrecords.h"
 #include "index/playlists.h"
 #include "library/backuplist.h"
+#include "songfile/fingerprint.h"
 #include "songfile/lzhuff.h"
 #include "tests/db/localcatalogue.h"
 #include "tests/docs/examples.h"
@@ -85,6 +86,7 @@ private slots:
     void orderFile();
     void givenNames();
     void backupList();
+    void historyChecksum();
     void playlistNumbers();
     void playlistSongs();
     void playlistPaths();
@@ -365,8 +367,14 @@ void TestFormatPages::backupList()
     BackupList list;
     QVERIFY(list.add(u"/b/a.mid"_qs, folder.filePath(u"a.mid"_qs)));
     QVERIFY(list.write(folder.path()));
-    QCOMPARE(difference(fileContent(folder.filePath(BackupList::fileName())),
-                        bytes(u"backupList"_qs)),
+    QCOMPARE(
+        difference(fileContent(folder.filePath(BackupList::fileName())), bytes(u"backupList"_qs)),
+        QString());
+}
+
+void TestFormatPages::historyChecksum()
+{
+    QCOMPARE(difference(Fingerprint::ofWhole("abc").checksum, bytes(u"historyChecksum"_qs)),
              QString());
 }
 
