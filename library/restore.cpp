@@ -5,6 +5,7 @@
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "history/historyrecorder.h"
+#include "library/songchanges.h"
 #include "library/songfailure.h"
 #include "library/songfile.h"
 #include "library/workflowlog.h"
@@ -178,40 +179,45 @@ void Restore::write(Run &run, const HistorySong &song, const QString &path, bool
         note(run, path, HistoryReason::damaged);
         return;
     }
+    const Staged staged{path, SongFile(path).info};
     const WriteResult result = restoreSong(path, file, old, *tagSize, m_lot, m_recorder);
     if (result == WriteResult::Staged)
-        m_staged.append(path);
+        m_staged.append(staged);
     else if (result == WriteResult::Changed)
-        finishSong(run, path, FileReason::changed);
+        finishSong(run, staged, FileReason::changed);
     else
-        finishSong(run, path,
+        finishSong(run, staged,
                    result == WriteResult::Done ? std::nullopt : std::optional(whyNotPlaced(path)));
 }
 
 void Restore::finishLot(Run &run)
 {
-    const QStringList paths = std::exchange(m_staged, {});
+    const QList<Staged> songs = std::exchange(m_staged, {});
     const QList<WriteResult> results = m_lot.commit();
-    for (qsizetype i = 0; i < paths.size(); ++i) {
+    for (qsizetype i = 0; i < songs.size(); ++i) {
+        const Staged &song = songs.at(i);
         const WriteResult result = results.at(i);
         if (m_recorder != nullptr)
-            m_recorder->settle(paths.at(i), result);
+            m_recorder->settle(song.path, result);
         std::optional<Reason> whyNot;
         if (result != WriteResult::Done)
-            whyNot =
-                result == WriteResult::Changed ? FileReason::changed : whyNotPlaced(paths.at(i));
-        finishSong(run, paths.at(i), whyNot);
+            whyNot = result == WriteResult::Changed ? FileReason::changed : whyNotPlaced(song.path);
+        finishSong(run, song, whyNot);
     }
 }
 
-/// Reports whether the song was restored, and shows its content in its rows.
-void Restore::finishSong(Run &run, const QString &path, std::optional<Reason> whyNot)
+/// Reports whether the song was restored, and its changes, and shows its content in its rows.
+void Restore::finishSong(Run &run, const Staged &song, std::optional<Reason> whyNot)
 {
-    if (whyNot.has_value())
-        note(run, path, *whyNot);
-    else
-        run.report().count(RunReport::Success::Restored);
+    const QString &path = song.path;
     const SongFile held(path);
+    if (whyNot.has_value()) {
+        note(run, path, *whyNot);
+    } else {
+        run.report().count(RunReport::Success::Restored);
+        if (held.isOpen)
+            run.report().addChanges(path, reportedChanges(fieldChanges(song.before, held.info)));
+    }
     for (auto row = m_rows.constFind(path); row != m_rows.cend() && row.key() == path; ++row) {
         if (held.isOpen)
             m_model.updateRow(*row, held.info);

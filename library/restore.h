@@ -5,6 +5,7 @@
 #include "history/history.h"
 #include "library/movedsongs.h"
 #include "library/pulledmemories.h"
+#include "songfile/songinfo.h"
 
 #include <QCoreApplication>
 #include <QMultiHash>
@@ -57,13 +58,18 @@ public:
 private:
     using Step = RunReport::Step;
 
+    struct Staged {
+        QString path;
+        SongInfo before; ///< the song that is overwritten
+    };
+
     Outcome restoreSongs(Run &run);
     void restore(Run &run, const HistorySong &song);
     QString placeOf(const HistorySong &song);
     bool mayOverwrite(Run &run, const QString &path);
     void write(Run &run, const HistorySong &song, const QString &path, bool isChanged);
     void finishLot(Run &run);
-    void finishSong(Run &run, const QString &path, std::optional<Reason> whyNot);
+    void finishSong(Run &run, const Staged &song, std::optional<Reason> whyNot);
     void note(Run &run, const QString &path, Reason reason);
 
     UserSongsRelTableModel &m_model;
@@ -72,7 +78,7 @@ private:
     HistoryRecorder *m_recorder;
     PulledMemories m_memories;
     FileLot m_lot;
-    QStringList m_staged;                ///< the paths of the songs in the lot
+    QList<Staged> m_staged;              ///< the songs in the lot
     QMultiHash<QString, int> m_rows;     ///< of the list, by their paths
     QSet<QString> m_places;              ///< the paths of all songs
     QHash<QString, QString> m_newPlaces; ///< of songs that were found elsewhere

@@ -155,6 +155,9 @@ void TestHistoryDialog::restoresASong()
     QCOMPARE(fileContent(at(u"two.mid"_qs)), Sample::midi("two", true));
     QCOMPARE(title(u"one.mid"_qs), u"ONE LOVE"_qs);
     QCOMPARE(outcome(), u"Ripristino: 1 ripristinate"_qs);
+    QCOMPARE(reportLines().mid(0, 3),
+             QStringList({u"Ripristino: 1 ripristinate"_qs, u"Modificata: "_qs + at(u"two.mid"_qs),
+                          u"    Titolo: «TWO SONGS» → «two»"_qs}));
 }
 
 void TestHistoryDialog::restoresARun()
