@@ -37,10 +37,14 @@ protected:
     /// The lines about the song "one.mid" after its synchronisation.
     QStringList linesOfOne() const
     {
-        return {u"Modificata: "_qs + at(u"one.mid"_qs), u"    Titolo: «one» → «ONE LOVE»"_qs,
-                u"    Artista: (vuoto) → «ARTIST ALT»"_qs,  u"    Genere: (vuoto) → «FOLK»"_qs,
-                u"    Autore: (vuoto) → «AUTHOR»"_qs,   u"    Durata: (vuoto) → «03:05»"_qs,
-                u"    Bpm: (vuoto) → «120»"_qs,         u"    Tonalità: (vuoto) → «A-»"_qs};
+        return {u"Modificata: "_qs + at(u"one.mid"_qs),
+                u"    Titolo: «one» → «ONE LOVE»"_qs,
+                u"    Artista: (vuoto) → «ARTIST ALT»"_qs,
+                u"    Genere: (vuoto) → «FOLK»"_qs,
+                u"    Autore: (vuoto) → «AUTHOR»"_qs,
+                u"    Durata: (vuoto) → «03:05»"_qs,
+                u"    Bpm: (vuoto) → «120»"_qs,
+                u"    Tonalità: (vuoto) → «A-»"_qs};
     }
 
     void importSongs(const QStringList &names, bool published)
