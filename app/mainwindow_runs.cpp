@@ -5,6 +5,7 @@
 #include "app/statusline.h"
 #include "base/debugstream.h"
 #include "db/cataloguesearch.h"
+#include "db/usersongsreltablemodel.h"
 #include "history/historyrecorder.h"
 #include "index/dialogs/rundialog.h"
 #include "index/volumes.h"

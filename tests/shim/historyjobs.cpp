@@ -43,9 +43,10 @@ public:
 
     Database &database() { return m_database; }
     /// All songs were written, and all of them kept.
-    bool isDone() const
+    bool isDone(const HistoryRecorder &recorder) const
     {
-        return run.report().failed() == 0 && run.report().skipped() == 0 && run.report().isEmpty();
+        return run.report().failed() == 0 && run.report().skipped() == 0 &&
+               !recorder.trouble().has_value();
     }
 
 private:
@@ -66,7 +67,7 @@ bool synchroniseSongs(const QStringList &arguments)
     HistoryRecorder recorder(job.history, RunKind::Synchronisation);
     Synchroniser synchroniser(*job.model, job.database(), false);
     synchroniser.setRecorder(&recorder);
-    return synchroniser.run(job.run) == Synchroniser::Outcome::Done && job.isDone();
+    return synchroniser.run(job.run) == Synchroniser::Outcome::Done && job.isDone(recorder);
 }
 
 bool editSongs(const QStringList &arguments)
@@ -81,7 +82,7 @@ bool editSongs(const QStringList &arguments)
     HistoryRecorder recorder(job.history, RunKind::ApplyToAll);
     ManualEdit edit(*job.model, file.song, info, path, 0, spread);
     edit.setRecorder(&recorder);
-    return edit.run(job.run) == ManualEdit::Outcome::Done && job.isDone();
+    return edit.run(job.run) == ManualEdit::Outcome::Done && job.isDone(recorder);
 }
 
 bool restoreSongs(const QStringList &arguments)
@@ -92,7 +93,7 @@ bool restoreSongs(const QStringList &arguments)
         return false;
     HistoryRecorder recorder(job.history, RunKind::Restore);
     Restore restore(*job.model, job.history, job.history.songs(runs.first().id), &recorder);
-    return restore.run(job.run) == Restore::Outcome::Done && job.isDone();
+    return restore.run(job.run) == Restore::Outcome::Done && job.isDone(recorder);
 }
 
 } // namespace brisel
