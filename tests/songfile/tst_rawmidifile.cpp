@@ -35,6 +35,7 @@ private slots:
     void readsANegativeLengthAsTheRest_data();
     void readsANegativeLengthAsTheRest();
     void insertsNothingOutside();
+    void keepsAnInvalidTrackLengthFromWrapping();
     void keepsMarkersInOrder();
     void removesTheAuthorWithTheMarkers();
     void removesAuthorOfEmptyMarkerList();
@@ -249,6 +250,15 @@ void TestRawMidiFile::insertsNothingOutside()
     file.setTitle(u"T"_s);
     file.setKey(u"C"_s);
     QCOMPARE(file.stream(), midi().left(18));
+}
+
+void TestRawMidiFile::keepsAnInvalidTrackLengthFromWrapping()
+{
+    constexpr int lengthAt = 18;
+    const QByteArray highest(4, '\xFF');
+    RawMidiFile file = loaded(midi().replace(lengthAt, 4, highest));
+    file.setTitle(u"T"_s);
+    QCOMPARE(file.stream().mid(lengthAt, 4), highest);
 }
 
 void TestRawMidiFile::keepsMarkersInOrder()

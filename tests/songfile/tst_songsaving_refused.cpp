@@ -170,10 +170,15 @@ void TestSongSavingRefused::clearsTheImmutableFlag()
         ::close(handle);
         QSKIP("this file system or user can't make a file immutable");
     }
+    // Otherwise the file could not be removed after a failed check.
+    const auto mutableAgain = qScopeGuard([handle, flags]() mutable {
+        flags &= ~FS_IMMUTABLE_FL;
+        ::ioctl(handle, FS_IOC_SETFLAGS, &flags);
+        ::close(handle);
+    });
     MetaSong::removeReadOnlyFlag(u"a.mid"_s);
     QCOMPARE(m_log->messages(), QStringList{readOnlyOk});
     QCOMPARE(::ioctl(handle, FS_IOC_GETFLAGS, &flags), 0);
-    ::close(handle);
     QCOMPARE(flags & FS_IMMUTABLE_FL, 0);
 #else
     QSKIP("the attribute is Linux's");
