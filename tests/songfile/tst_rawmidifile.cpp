@@ -28,6 +28,7 @@ private slots:
     void writesEachFieldAtTheHead_data();
     void writesEachFieldAtTheHead();
     void setsTheArtistTwice();
+    void setsTheTitleTwice();
     void cutsTextsAt125();
     void keepsAnEventForAnEmptyText();
     void readsUpToAZeroByteAndTrims();
@@ -170,6 +171,14 @@ void TestRawMidiFile::setsTheArtistTwice()
     file.setArtist(u"First"_s);
     file.setArtist(u"Second"_s);
     QCOMPARE(file.stream(), midi(kordiaEvent(2, "Second") + kordiaEvent(1, "G")));
+}
+
+void TestRawMidiFile::setsTheTitleTwice()
+{
+    RawMidiFile file = loaded(midi(metaEvent(3, "A") + metaEvent(1, "kept") + metaEvent(3, "B")));
+    file.setTitle(u"First"_s);
+    file.setTitle(u"Second"_s);
+    QCOMPARE(file.stream(), midi(metaEvent(3, "Second") + metaEvent(1, "kept")));
 }
 
 void TestRawMidiFile::cutsTextsAt125()

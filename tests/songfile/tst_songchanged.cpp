@@ -215,6 +215,10 @@ void TestSongChanged::refusesAnotherSong_data()
     QTest::newRow("MP3") << u"a.mp3"_s
                          << QByteArray(tag(frame("TIT2", "Other")) +
                                        QByteArray(Samples::audio(9000)).replace(40, 4, "else"));
+    QTest::newRow("MP3 of the same size")
+        << u"a.mp3"_s
+        << QByteArray(tag(frame("TIT2", "Other")) +
+                      QByteArray(Samples::audio(250000)).replace(40, 4, "else"));
     QTest::newRow("MP3 without a tag")
         << u"a.mp3"_s << QByteArray(Samples::audio(9000)).replace(40, 4, "else");
     QTest::newRow("too little audio to know it") << u"a.mp3"_s << Samples::audio(20);
