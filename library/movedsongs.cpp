@@ -32,7 +32,7 @@ QString MovedSongs::find(const Fingerprint &wanted)
     }
     QStringList &paths = (*known)[wanted.checksum];
     while (!paths.isEmpty()) {
-        const QString path = paths.takeFirst();
+        QString path = paths.takeFirst();
         PlainFile file;
         if (file.open(path) && wanted.isOf(file)) // it may have been changed by now
             return path;

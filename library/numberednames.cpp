@@ -34,7 +34,7 @@ public:
     }
     QString take(const QString &name, bool isReserved)
     {
-        const QString taken = isReserved || isTaken(name) ? numbered(name) : name;
+        QString taken = isReserved || isTaken(name) ? numbered(name) : name;
         m_taken.insert(keyOf(taken));
         m_taken.insert(keyOf(graphicsPath(taken)));
         return taken;

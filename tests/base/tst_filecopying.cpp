@@ -150,7 +150,8 @@ void TestFileCopying::keepsTheHoleAtTheEndOfAPart()
 void TestFileCopying::noticesASourceThatIsTruncatedMeanwhile()
 {
     const QString sparse = m_folder->filePath(u"sparse"_s);
-    makeSparseFile(sparse);
+    makeFile(sparse, "begin");
+    QVERIFY(QFile::resize(sparse, sparseSize));
     if (occupied(sparse) > sparseSize / 2)
         QSKIP("this file system has no holes");
     QFile source(sparse);
