@@ -275,7 +275,7 @@ QString PreviewModel::toolTip(const QModelIndex &index) const
     const FieldChange *field = change(index);
     if (index.column() == SongColumn)
         return m_songs.at(songNumber(index.row())).path.toHtmlEscaped();
-    const QString shown = text(index).toHtmlEscaped();
+    QString shown = text(index).toHtmlEscaped();
     if (field == nullptr || index.column() != OldColumn || !losesText(*field))
         return shown;
     return tr("%1 (questo testo andrebbe perso)").arg(shown);
