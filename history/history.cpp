@@ -176,7 +176,7 @@ bool History::clear()
         m_file.drop();
     }
     if (!m_file.trouble().has_value())
-        return true; // there is none
+        return true; // the file does not exist
     if (m_file.trouble() == HistoryReason::locked)
         return false;
     m_file.close();

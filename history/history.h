@@ -59,7 +59,7 @@ public:
     QList<FieldChange> fields(qint64 song);
     /// What KeptSong::oldBytes was. Returns nothing if the song is not there or damaged.
     std::optional<QByteArray> oldBytes(qint64 song);
-    /// The report of a run; empty if there is none.
+    /// The report of a run; empty if it was not stored.
     QString report(qint64 run);
     /// The newest entry of the file at \a path.
     std::optional<HistorySong> lastChange(const QString &path);

@@ -19,8 +19,8 @@ public:
     /// \a paths: the files in which songs are looked for.
     explicit MovedSongs(QStringList paths = {}) : m_paths(std::move(paths)) {}
 
-    /// The path of a file with the content \a wanted that no earlier call returned; empty if there
-    /// is none.
+    /// The path of a file with the content \a wanted that no earlier call returned; empty if no
+    /// file has it.
     QString find(const Fingerprint &wanted);
 
 private:

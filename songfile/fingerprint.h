@@ -11,7 +11,7 @@ class PlainFile;
 struct Fingerprint {
     static constexpr qint64 checkedAudio = 4096; ///< bytes of an MP3's audio that are checked
 
-    QByteArray checksum; ///< 16 bytes; empty if there is none
+    QByteArray checksum; ///< 16 bytes; empty if the file was not read
     qint64 size = 0;     ///< of the file, in bytes
     /// The bytes of an MP3 before its audio; -1 for the other formats, whose whole file is checked.
     qint64 tagSize = -1;
