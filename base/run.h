@@ -27,8 +27,9 @@ public:
         ChangeUnpublished, ///< whether a song that the publisher did not publish may be changed
         Rename,            ///< whether a long name may be shortened
         RestoreChanged,    ///< whether a song that another program changed may be restored
+        ReplaceForGood,    ///< whether a file may be replaced that the history does not keep
     };
-    static constexpr std::size_t questionCount = 4;
+    static constexpr std::size_t questionCount = 5;
     /// A part of the run that is shown separately.
     struct Stage {
         QString title;

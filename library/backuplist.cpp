@@ -22,8 +22,8 @@ namespace
 {
 
 constexpr qint64 largestList = 64 * 1024 * 1024; ///< bytes
-constexpr qsizetype mostLines = 65535;
-constexpr qsizetype checksumSize = 32; ///< bytes
+constexpr qsizetype mostLines = 1000000;         ///< bounds the memory that a list takes
+constexpr qsizetype checksumSize = 32;           ///< bytes
 constexpr auto checksumKind = QCryptographicHash::Blake2b_256;
 
 enum Column { Name, Path, Size, Checksum, ColumnCount };
@@ -116,6 +116,7 @@ bool BackupList::add(const QString &path, const QString &copy)
     m_text += CsvReader::quoted(QFileInfo(copy).fileName()) + ',' +
               CsvReader::quoted(plainPath(path)) + ',' + QByteArray::number(file.size()) + ',' +
               checksum.toHex() + "\r\n";
+    ++m_count;
     return true;
 }
 
@@ -126,7 +127,8 @@ bool BackupList::write(const QString &folder) const
         heading += QByteArray(name.data(), name.size()) + ',';
     heading.chop(1);
     const QByteArray text = heading + "\r\n" + m_text;
-    return text.size() <= largestList && replaceFile(folder + u'/' + fileName(), text);
+    return m_count <= mostLines && text.size() <= largestList &&
+           replaceFile(folder + u'/' + fileName(), text);
 }
 
 std::optional<QList<BackupList::Line>> BackupList::read(const QString &folder)

@@ -66,6 +66,7 @@ public:
 
 private:
     QByteArray m_text; ///< the lines of the added files
+    qsizetype m_count = 0;
 };
 
 } // namespace brisel

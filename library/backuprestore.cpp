@@ -11,7 +11,6 @@
 #include "library/songfile.h"
 #include "library/workflowlog.h"
 #include "songfile/readonlyflag.h"
-#include "songfile/songrestoring.h"
 
 #include <QFileInfo>
 
@@ -132,51 +131,96 @@ void BackupRestore::restore(Run &run, const BackupEntry &entry)
         return;
     }
     if (!entryExists(path)) {
-        if (fileKind(QFileInfo(path).path()) == FileKind::Folder)
-            copyTo(run, copy, {path, std::nullopt}, true);
-        else
-            note(run, path, FileReason::folderMissing);
+        restoreMissing(run, copy, path);
         return;
     }
     PlainFile present;
-    if (!present.open(path))
+    if (!present.open(path)) {
         note(run, path, whyNoSong(MetaSong(), path));
-    else if (entry.isOf(present))
+        return;
+    }
+    if (entry.isOf(present)) {
         note(run, path, BackupRestore::asInBackup);
-    else if (mayReplace(run, path, present))
-        replace(run, copy, path, present);
+        return;
+    }
+    const Old old = oldSong(copy, path, present);
+    if (const WhyNot whyNot = whyNotReplace(run, path, present, old); whyNot.has_value())
+        note(run, path, *whyNot);
     else
-        note(run, path, Run::isEnding() ? Run::interrupted : BackupRestore::changedSince);
+        replace(run, copy, path, present, old);
 }
 
-/// Asks, unless \a present is what this program wrote last.
-bool BackupRestore::mayReplace(Run &run, const QString &path, const PlainFile &present)
+void BackupRestore::restoreMissing(Run &run, const QString &copy, const QString &path)
+{
+    // The folder in which a pulled memory was mounted may still be there.
+    if (fileKind(QFileInfo(path).path()) != FileKind::Folder ||
+        !m_memories.pulledFrom(path).isEmpty()) {
+        note(run, path, FileReason::folderMissing);
+        return;
+    }
+    const Staged song{path, std::nullopt};
+    CopyResult result = copyIntoLot(m_lot, copy, {path, true});
+    if (result == CopyResult::Done) {
+        m_staged.append(song);
+        return;
+    }
+    finishLot(run); // it may use the space
+    if (result == CopyResult::TargetFailed)
+        result = copyToNewFile(copy, path);
+    finishCopy(run, copy, song, result);
+}
+
+/// Asks, unless \a present is what this program wrote last and can be kept. Returns nothing if the
+/// song may be replaced.
+BackupRestore::WhyNot BackupRestore::whyNotReplace(Run &run, const QString &path,
+                                                   const PlainFile &present, const Old &old)
 {
     const std::optional<HistorySong> last = m_history.lastChange(path);
-    if (last.has_value() && last->after.isOf(present))
-        return true;
-    if (run.isAsking(Run::Question::RestoreChanged))
-        finishLot(run);
-    return run.ask(Run::Question::RestoreChanged, path,
-                   tr("Un altro programma ha cambiato questa song dopo il backup. Rimettere "
-                      "comunque la copia?"));
+    const bool isOwn = last.has_value() && last->after.isOf(present);
+    if (isOwn && old.has_value())
+        return std::nullopt;
+    bool isYes = false;
+    if (!old.has_value())
+        isYes = ask(run, Run::Question::ReplaceForGood, path,
+                    tr("La copia sostituirà l'intero file, che non verrà conservato nella "
+                       "cronologia: non si potrà annullare. Rimettere la copia?"));
+    else if (last.has_value())
+        isYes = ask(run, Run::Question::RestoreChanged, path,
+                    tr("Un altro programma ha cambiato questa song dopo il backup. Rimettere "
+                       "comunque la copia?"));
+    else
+        isYes = ask(run, Run::Question::RestoreChanged, path,
+                    tr("Questa song è diversa dalla copia, e la cronologia non dice chi l'ha "
+                       "cambiata. Rimettere comunque la copia?"));
+    if (isYes)
+        return std::nullopt;
+    if (Run::isEnding())
+        return Run::interrupted;
+    return last.has_value() && !isOwn ? BackupRestore::changedSince : BackupRestore::differs;
 }
 
-void BackupRestore::replace(Run &run, const QString &copy, const QString &path, PlainFile &present)
+bool BackupRestore::ask(Run &run, Run::Question question, const QString &path, const QString &text)
+{
+    if (run.isAsking(question))
+        finishLot(run);
+    return run.ask(question, path, text);
+}
+
+void BackupRestore::replace(Run &run, const QString &copy, const QString &path, PlainFile &present,
+                            const Old &old)
 {
     const SongFile there(path);
-    Staged song{path, there.info, true};
+    const Staged song{path, there.info, old.has_value()};
+    FileState expected = present.state();
     makeWritable(path);
-    // The attributes may have changed.
-    if (!present.open(path)) {
+    const bool isOpen = present.open(path);
+    expected.changedNs = present.state().changedNs; // by makeWritable()
+    if (!isOpen || present.state() != expected) {
         note(run, path, FileReason::changed);
         return;
     }
-    const std::optional<OldSong> old = oldSong(copy, path, present);
     if (!old.has_value()) {
-        song.isKept = false;
-        present.close();
-        copyTo(run, copy, song, false);
+        copyOver(run, copy, song, present);
         return;
     }
     const qint64 tagSize = there.song.audioStart().value_or(0);
@@ -190,18 +234,25 @@ void BackupRestore::replace(Run &run, const QString &copy, const QString &path, 
                    result == WriteResult::Changed ? FileReason::changed : whyNotPlaced(path));
 }
 
-/// Copies the whole file.
-void BackupRestore::copyTo(Run &run, const QString &copy, const Staged &song, bool isNew)
+/// Copies the whole file over \a present, the file that a link at the path of \a song leads to.
+void BackupRestore::copyOver(Run &run, const QString &copy, const Staged &song, PlainFile &present)
 {
-    CopyResult result = copyIntoLot(m_lot, copy, song.path, !isNew);
+    const QString place = QFileInfo(song.path).canonicalFilePath();
+    const FileState expected = present.state();
+    present.close();
+    CopyResult result = copyIntoLot(m_lot, copy, {place, false, &expected, song.path});
     if (result == CopyResult::Done) {
         m_staged.append(song);
         return;
     }
-    // The lot may use the space.
-    finishLot(run);
+    finishLot(run); // it may use the space
     if (result == CopyResult::TargetFailed)
-        result = isNew ? copyToNewFile(copy, song.path) : copyOverFile(copy, song.path);
+        result = copyOverFile(copy, place);
+    finishCopy(run, copy, song, result);
+}
+
+void BackupRestore::finishCopy(Run &run, const QString &copy, const Staged &song, CopyResult result)
+{
     if (result == CopyResult::Done)
         finishSong(run, song, std::nullopt);
     else

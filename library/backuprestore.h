@@ -1,10 +1,12 @@
 #pragma once
 
+#include "base/filecopying.h"
 #include "base/filelot.h"
 #include "base/run.h"
 #include "library/backuplist.h"
 #include "library/pulledmemories.h"
 #include "songfile/songinfo.h"
+#include "songfile/songrestoring.h"
 
 #include <QCoreApplication>
 #include <QList>
@@ -22,8 +24,8 @@ class PlainFile;
 class UserSongsRelTableModel;
 
 /// Puts the copies of a backup back where they came from, and updates the rows of these songs. A
-/// missing song is written anew; one that has another content than this program wrote last is only
-/// replaced after a question.
+/// missing song is written anew. One that has another content than this program wrote last is only
+/// replaced after a question, and so is a file that the history can't keep.
 class BackupRestore
 {
     Q_DECLARE_TR_FUNCTIONS(BackupRestore)
@@ -38,8 +40,12 @@ public:
         QT_TRANSLATE_NOOP("RunReport", "la song è già come nel backup"), Reason::Kind::Skip};
     static constexpr Reason damagedCopy{
         QT_TRANSLATE_NOOP("RunReport", "la copia nel backup manca o è stata cambiata")};
+    /// The user did not want to replace a song that differs from the copy.
     static constexpr Reason changedSince{
         QT_TRANSLATE_NOOP("RunReport", "un altro programma l'ha cambiata dopo il backup"),
+        Reason::Kind::Skip};
+    static constexpr Reason differs{
+        QT_TRANSLATE_NOOP("RunReport", "è diversa dalla copia e non doveva essere sostituita"),
         Reason::Kind::Skip};
 
     /// For the copies \a entries in \a folder. \a recorder keeps what is overwritten, so that it
@@ -59,12 +65,18 @@ private:
         bool isKept = false;            ///< by the recorder
     };
     using WhyNot = std::optional<Reason>;
+    /// What of a copy must be put back; nothing if the whole file is copied, unkept.
+    using Old = std::optional<OldSong>;
 
     Outcome restoreAll(Run &run);
     void restore(Run &run, const BackupEntry &entry);
-    bool mayReplace(Run &run, const QString &path, const PlainFile &present);
-    void replace(Run &run, const QString &copy, const QString &path, PlainFile &present);
-    void copyTo(Run &run, const QString &copy, const Staged &song, bool isNew);
+    void restoreMissing(Run &run, const QString &copy, const QString &path);
+    WhyNot whyNotReplace(Run &run, const QString &path, const PlainFile &present, const Old &old);
+    bool ask(Run &run, Run::Question question, const QString &path, const QString &text);
+    void replace(Run &run, const QString &copy, const QString &path, PlainFile &present,
+                 const Old &old);
+    void copyOver(Run &run, const QString &copy, const Staged &song, PlainFile &present);
+    void finishCopy(Run &run, const QString &copy, const Staged &song, CopyResult result);
     void finishLot(Run &run);
     void finishSong(Run &run, const Staged &song, WhyNot whyNot);
     void note(Run &run, const QString &path, Reason reason);

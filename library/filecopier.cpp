@@ -299,7 +299,7 @@ void FileCopier::copySong(Song song)
 bool FileCopier::copyFile(Song &song, const QString &source, const QString &place, bool &isStaged)
 {
     const bool isNew = fileKind(place) == FileKind::Missing;
-    CopyResult result = isNew || isRegularFile(place) ? copyIntoLot(m_lot, source, place, !isNew)
+    CopyResult result = isNew || isRegularFile(place) ? copyIntoLot(m_lot, source, {place, isNew})
                                                       : CopyResult::TargetFailed;
     isStaged = result == CopyResult::Done;
     if (result == CopyResult::TargetFailed) {

@@ -22,7 +22,7 @@ namespace
 CopyResult copyAlone(const QString &source, const QString &destination, bool mayReplace)
 {
     FileLot lot;
-    const CopyResult result = copyIntoLot(lot, source, destination, mayReplace);
+    const CopyResult result = copyIntoLot(lot, source, {destination, !mayReplace});
     if (result != CopyResult::Done)
         return result;
     return lot.commit().first() == WriteResult::Done ? CopyResult::Done : CopyResult::TargetFailed;
@@ -76,14 +76,11 @@ bool mustDeleteFirst(qint64 freeSize, qint64 oldSize, qint64 newSize)
     return freeSize >= 0 && newSize > freeSize && newSize - freeSize <= oldSize;
 }
 
-CopyResult copyIntoLot(FileLot &lot, const QString &source, const QString &destination,
-                       bool mayReplace)
+CopyResult copyIntoLot(FileLot &lot, const QString &source, const FileReplacement::Place &place)
 {
     PlainFile in;
     if (!in.open(source))
         return CopyResult::SourceFailed;
-    FileLot::Place place{destination};
-    place.mustBeNew = !mayReplace;
     std::unique_ptr<FileReplacement> out = lot.open(place);
     if (out == nullptr)
         return CopyResult::TargetFailed;
@@ -93,7 +90,10 @@ CopyResult copyIntoLot(FileLot &lot, const QString &source, const QString &desti
         result = CopyResult::SourceFailed;
     if (result != CopyResult::Done)
         return result;
-    keepPermissions(in.handle(), out->file().handle());
+    if (place.expected == nullptr)
+        keepPermissions(in.handle(), out->file().handle());
+    else if (!out->keepAttributesOfOld())
+        return CopyResult::TargetFailed;
     out->finish(in.size());
     lot.add(std::move(out));
     return CopyResult::Done;

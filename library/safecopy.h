@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/filecopying.h"
+#include "base/filereplacement.h"
 
 #include <QString>
 
@@ -27,9 +28,10 @@ class FileLot;
 /// of the replaced file are freed.
 bool mustDeleteFirst(qint64 freeSize, qint64 oldSize, qint64 newSize);
 
-/// The first half of copyToNewFile() or, with \a mayReplace, of copyOverFile(): stages a copy of
-/// \a source for \a destination in \a lot. Returns TargetFailed also if there is not enough room.
+/// The first half of copyToNewFile() or copyOverFile(): stages a copy of \a source for \a place in
+/// \a lot. If the place has an expected file, the copy gets the attributes of that one. Returns
+/// TargetFailed also if there is not enough room.
 [[nodiscard]] CopyResult copyIntoLot(FileLot &lot, const QString &source,
-                                     const QString &destination, bool mayReplace);
+                                     const FileReplacement::Place &place);
 
 } // namespace brisel

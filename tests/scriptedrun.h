@@ -39,7 +39,8 @@ public:
     QList<int> steps;
     qint64 pulses = 0;
     int eventRounds = 0;
-    QStringList asked; ///< the paths of the questions
+    QStringList asked;    ///< the paths of the questions
+    QStringList messages; ///< their texts
     /// What the next questions are answered with; No when there is nothing left.
     QList<Answer> answers;
     AnswerFunction answerTo; ///< gives all answers if it is set
@@ -53,6 +54,7 @@ protected:
     Answer answerOf(Question /*question*/, const QString &path, const QString &message) override
     {
         asked.append(path);
+        messages.append(message);
         if (onQuestion)
             onQuestion(path);
         if (answerTo)

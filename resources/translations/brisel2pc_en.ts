@@ -26,6 +26,14 @@
         <source>Un altro programma ha cambiato questa song dopo il backup. Rimettere comunque la copia?</source>
         <translation>Another program has changed this song since the backup. Put the copy back anyway?</translation>
     </message>
+    <message>
+        <source>La copia sostituirà l&apos;intero file, che non verrà conservato nella cronologia: non si potrà annullare. Rimettere la copia?</source>
+        <translation>The copy will replace the whole file, which the history does not keep: this can&apos;t be undone. Put the copy back?</translation>
+    </message>
+    <message>
+        <source>Questa song è diversa dalla copia, e la cronologia non dice chi l&apos;ha cambiata. Rimettere comunque la copia?</source>
+        <translation>This song differs from the copy, and the history does not say who changed it. Put the copy back anyway?</translation>
+    </message>
 </context>
 <context>
     <name>FileCopier</name>
@@ -476,6 +484,10 @@
     <message>
         <source>un altro programma l&apos;ha cambiata dopo il backup</source>
         <translation>another program has changed it since the backup</translation>
+    </message>
+    <message>
+        <source>è diversa dalla copia e non doveva essere sostituita</source>
+        <translation>it differs from the copy and was not to be replaced</translation>
     </message>
 </context>
 <context>

@@ -26,6 +26,14 @@
         <source>Un altro programma ha cambiato questa song dopo il backup. Rimettere comunque la copia?</source>
         <translation>Un altro programma ha cambiato questa song dopo il backup. Rimettere comunque la copia?</translation>
     </message>
+    <message>
+        <source>La copia sostituirà l&apos;intero file, che non verrà conservato nella cronologia: non si potrà annullare. Rimettere la copia?</source>
+        <translation>La copia sostituirà l&apos;intero file, che non verrà conservato nella cronologia: non si potrà annullare. Rimettere la copia?</translation>
+    </message>
+    <message>
+        <source>Questa song è diversa dalla copia, e la cronologia non dice chi l&apos;ha cambiata. Rimettere comunque la copia?</source>
+        <translation>Questa song è diversa dalla copia, e la cronologia non dice chi l&apos;ha cambiata. Rimettere comunque la copia?</translation>
+    </message>
 </context>
 <context>
     <name>FileCopier</name>
@@ -476,6 +484,10 @@
     <message>
         <source>un altro programma l&apos;ha cambiata dopo il backup</source>
         <translation>un altro programma l&apos;ha cambiata dopo il backup</translation>
+    </message>
+    <message>
+        <source>è diversa dalla copia e non doveva essere sostituita</source>
+        <translation>è diversa dalla copia e non doveva essere sostituita</translation>
     </message>
 </context>
 <context>

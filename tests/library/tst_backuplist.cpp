@@ -22,7 +22,8 @@ private slots:
     void refusesLines_data();
     void refusesLines();
     void refusesASecondLineForOneFile();
-    void readsSixtyFiveThousandLines();
+    void readsManyLines();
+    void readsNoMoreThanAMillionLines();
     void readsNoLargerList();
     void readsNoListThatIsNotAFile();
 
@@ -182,16 +183,26 @@ void TestBackupList::refusesASecondLineForOneFile()
     QCOMPARE(lines->last().refused, BackupList::twice);
 }
 
-void TestBackupList::readsSixtyFiveThousandLines()
+/// 65,535 songs with their graphics, and more.
+void TestBackupList::readsManyLines()
 {
-    constexpr int most = 65535;
+    constexpr int many = 131072;
     QByteArray content = heading();
-    for (int i = 0; i < most; ++i)
+    for (int i = 0; i < many; ++i)
         content += "a.mid,/" + QByteArray::number(i) + ".mid,4," + songChecksum() + "\r\n";
     const auto lines = BackupList::lines(content);
     QVERIFY(lines.has_value());
-    QCOMPARE(lines->size(), most);
+    QCOMPARE(lines->size(), many);
     QVERIFY(!lines->last().refused.has_value());
+}
+
+void TestBackupList::readsNoMoreThanAMillionLines()
+{
+    constexpr int most = 1000000;
+    const QByteArray content = heading() + QByteArray("x\r\n").repeated(most);
+    const auto lines = BackupList::lines(content);
+    QVERIFY(lines.has_value());
+    QCOMPARE(lines->size(), most);
     QVERIFY(!BackupList::lines(content + "x\r\n").has_value());
 }
 

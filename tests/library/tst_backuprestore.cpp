@@ -40,7 +40,11 @@ private slots:
     void asksAboutASongThatChangedSince_data();
     void asksAboutASongThatChangedSince();
     void keepsTheAudioOfAnMp3();
+    void asksAboutASongThatNobodyKnows();
     void replacesAnMp3WithOtherAudioWhole();
+    void asksBeforeItReplacesAnotherRecording();
+    void replacesTheSongBehindALink();
+    void leavesASongThatChangesDuringTheQuestion();
     void rejectsADamagedCopy_data();
     void rejectsADamagedCopy();
     void reportsASongThatCannotBeWritten();
@@ -81,6 +85,7 @@ private:
         m_run->answers = answers;
         if (m_onStep)
             m_run->onStep = [this](int) { m_onStep(*m_run); };
+        m_run->onQuestion = m_onQuestion;
         HistoryRecorder recorder(*m_history, RunKind::Restore);
         return BackupRestore(m_library->model(), *m_history, m_backup, entries, &recorder)
             .run(*m_run);
@@ -99,6 +104,7 @@ private:
     std::unique_ptr<History> m_history;
     std::unique_ptr<ScriptedRun> m_run;
     std::function<void(ScriptedRun &run)> m_onStep;
+    std::function<void(const QString &path)> m_onQuestion;
     QMap<QString, QByteArray> m_before;
     QString m_backup;
 };
@@ -117,6 +123,7 @@ void TestBackupRestore::cleanup()
     m_library.reset();
     m_before.clear();
     m_onStep = nullptr;
+    m_onQuestion = nullptr;
 }
 
 void TestBackupRestore::putsSynchronisedSongsBack()
@@ -228,14 +235,72 @@ void TestBackupRestore::keepsTheAudioOfAnMp3()
              written);
 }
 
+void TestBackupRestore::asksAboutASongThatNobodyKnows()
+{
+    const QString path = add(u"one.mid"_qs, Sample::midi("one", true));
+    backUp();
+    const QByteArray other = Sample::midi("other", true);
+    makeFile(path, other);
+    QCOMPARE(restore({Run::Answer::No}), BackupRestore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList(path));
+    QVERIFY(m_run->messages.first().startsWith(u"Questa song è diversa dalla copia"_qs));
+    QVERIFY(reports(BackupRestore::differs));
+    QCOMPARE(fileContent(path), other);
+}
+
 void TestBackupRestore::replacesAnMp3WithOtherAudioWhole()
 {
     const QString path = add(u"one.mp3"_qs, song());
     backUp();
     makeFile(path, song().chopped(1) + 'x');
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
     QCOMPARE(restore({Run::Answer::Yes}), BackupRestore::Outcome::Done);
     verifyAllAreBack();
     QCOMPARE(m_history->runs().size(), 0);
+    QVERIFY(!QFile::permissions(path).testFlag(QFile::ReadOther)); // as the replaced file
+}
+
+/// The history has the tag that this program wrote, but not the audio before it.
+void TestBackupRestore::asksBeforeItReplacesAnotherRecording()
+{
+    const QString path = add(u"one.mp3"_qs, song());
+    add(u"two.mp3"_qs, song());
+    backUp();
+    makeFile(path, song().chopped(1) + 'x');
+    synchronise();
+    const QByteArray recording = fileContent(path);
+    makeFile(at(u"two.mp3"_qs), Samples::audio(audioSize));
+    QCOMPARE(restore({Run::Answer::No, Run::Answer::YesToAll}), BackupRestore::Outcome::Done);
+    QCOMPARE(m_run->asked, (QStringList{path, at(u"two.mp3"_qs)}));
+    QVERIFY(m_run->messages.first().contains(u"non si potrà annullare"_qs));
+    QVERIFY(!m_run->messages.last().contains(u"non si potrà annullare"_qs));
+    QVERIFY(reports(BackupRestore::differs));
+    QCOMPARE(fileContent(path), recording);
+}
+
+void TestBackupRestore::replacesTheSongBehindALink()
+{
+    const QString target = at(u"target.mp3"_qs);
+    m_library->add(u"target.mp3"_qs, song());
+    const QString link = at(u"link.mp3"_qs);
+    QVERIFY(QFile::link(target, link));
+    m_before.insert(link, song());
+    backUp();
+    makeFile(target, song().chopped(1) + 'x');
+    QCOMPARE(restore({Run::Answer::Yes}), BackupRestore::Outcome::Done);
+    QVERIFY(QFileInfo(link).isSymbolicLink());
+    QCOMPARE(fileContent(target), song());
+}
+
+void TestBackupRestore::leavesASongThatChangesDuringTheQuestion()
+{
+    const QString path = add(u"one.mp3"_qs, song());
+    backUp();
+    makeFile(path, song().chopped(1) + 'x');
+    m_onQuestion = [](const QString &asked) { makeFile(asked, song().chopped(2) + "yz"); };
+    QCOMPARE(restore({Run::Answer::Yes}), BackupRestore::Outcome::Done);
+    QVERIFY(reports(FileReason::changed));
+    QCOMPARE(fileContent(path), song().chopped(2) + "yz");
 }
 
 void TestBackupRestore::rejectsADamagedCopy_data()
