@@ -115,6 +115,16 @@ std::optional<HistorySong> History::lastChange(const QString &path)
     return readSong(query);
 }
 
+QList<HistorySong> History::laterChanges(const HistorySong &song)
+{
+    if (!m_file.open())
+        return {};
+    QSqlQuery query = m_file.query(selectSongs + u"WHERE path = ? AND id > ? ORDER BY id"_s);
+    query.addBindValue(song.path);
+    query.addBindValue(song.id);
+    return readSongs(query);
+}
+
 QList<FieldChange> History::fields(qint64 song)
 {
     QList<FieldChange> fields;

@@ -63,6 +63,8 @@ public:
     QString report(qint64 run);
     /// The newest entry of the file at \a path.
     std::optional<HistorySong> lastChange(const QString &path);
+    /// The entries of the file at \a song.path that are newer than \a song, oldest first.
+    QList<HistorySong> laterChanges(const HistorySong &song);
 
     /// The disk space that the history takes, in bytes.
     qint64 bytesUsed() const;

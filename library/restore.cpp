@@ -40,16 +40,18 @@ std::optional<qint64> audioStartOf(const QString &path)
 }
 
 /// Returns true if \a old are the bytes that the entry was made for. \a file is the song that they
-/// are put back into; of an MP3 with other audio only the tag's length is known.
-bool isIntact(const HistorySong &song, const OldSong &old, const PlainFile &file, bool isChanged)
+/// are put back into, and has \a content; of an MP3 with other audio only the tag's length is
+/// known.
+bool isIntact(const HistorySong &song, const OldSong &old, const PlainFile &file,
+              const std::optional<Fingerprint> &content)
 {
     if (!old.isMp3())
         return Fingerprint::ofWhole(old.bytes) == song.before;
-    if (isChanged)
+    if (!content.has_value())
         return old.bytes.size() == song.before.tagSize;
-    const qint64 audioSize = file.size() - song.after.tagSize;
+    const qint64 audioSize = file.size() - content->tagSize;
     QByteArray audio;
-    return file.read(song.after.tagSize, std::min(audioSize, Fingerprint::checkedAudio), audio) &&
+    return file.read(content->tagSize, std::min(audioSize, Fingerprint::checkedAudio), audio) &&
            Fingerprint::ofMp3(old.bytes, audio, old.bytes.size() + audioSize) == song.before;
 }
 
@@ -61,17 +63,12 @@ Restore::Restore(UserSongsRelTableModel &model, History &history, QList<HistoryS
 {
     std::sort(m_songs.begin(), m_songs.end(),
               [](const HistorySong &a, const HistorySong &b) { return a.id > b.id; });
-    for (const HistorySong &song : std::as_const(m_songs))
-        m_places.insert(song.path);
-    // A song of the restored ones is in its own place.
-    QStringList others;
+    for (qsizetype i = 0; i < m_songs.size(); ++i)
+        m_left.insert(m_songs.at(i).path, i);
     const QStringList paths = pathsOf(model);
-    for (int row = 0; row < paths.size(); ++row) {
+    for (int row = 0; row < paths.size(); ++row)
         m_rows.insert(paths.at(row), row);
-        if (!m_places.contains(paths.at(row)))
-            others.append(paths.at(row));
-    }
-    m_moved = MovedSongs(others);
+    m_moved = MovedSongs(paths);
     m_lot.setBeforeReplacing([recorder] {
         if (recorder != nullptr)
             recorder->flush();
@@ -99,6 +96,7 @@ Restore::Outcome Restore::restoreSongs(Run &run)
                 note(run, m_songs.at(i).path, Run::interrupted);
             return Outcome::Interrupted;
         }
+        m_left.remove(m_songs.at(i).path, i);
         restore(run, m_songs.at(i));
         run.setStep(static_cast<int>(i) + 1);
         run.processEvents();
@@ -112,36 +110,67 @@ void Restore::restore(Run &run, const HistorySong &song)
     const QString path = m_newPlaces.value(song.path, song.path);
     if (m_lot.isFull() || m_lot.holds(QFileInfo(path).canonicalFilePath()))
         finishLot(run);
-    switch (look(song, path)) {
-    case Found::AsWritten:
-        write(run, song, path, false);
-        return;
-    case Found::AsBefore:
+    const FoundSong found = lookAt(path, song);
+    if (found.kind == FoundSong::Kind::AsBefore) {
         note(run, path, Restore::alreadyBefore);
-        return;
-    default:
-        break;
-    }
-    if (const QString place = m_moved.find(song.after); !place.isEmpty()) {
+    } else if (found.isOwn()) {
+        write(run, song, path, found.content);
+    } else if (const QString place = findMoved(run, song); !place.isEmpty()) {
         m_newPlaces.insert(song.path, place);
-        write(run, song, place, false);
+        m_taken.insert(place, song.path);
+        write(run, song, place, song.after);
     } else if (!isRegularFile(path)) {
         note(run, path, whyNoSong(MetaSong(), path));
     } else if (mayOverwrite(run, path)) {
-        write(run, song, path, true);
+        write(run, song, path, std::nullopt);
     } else {
         note(run, path, Run::isEnding() ? Run::interrupted : Restore::changedSince);
     }
 }
 
-Restore::Found Restore::look(const HistorySong &song, const QString &path)
+FoundSong Restore::lookAt(const QString &path, const HistorySong &song)
 {
-    PlainFile file;
-    if (!file.open(path))
-        return Found::Nothing;
-    if (song.after.isOf(file))
-        return Found::AsWritten;
-    return song.before.isOf(file) ? Found::AsBefore : Found::Other;
+    // Another song that was found there is not this one, even if it is equal by now.
+    if (m_taken.contains(path) && !m_newPlaces.contains(song.path))
+        return {FoundSong::Kind::Other, {}};
+    return FoundSong::at(path, song, m_history);
+}
+
+/// The path of the file of the list that \a song was moved to; empty if there is none.
+QString Restore::findMoved(Run &run, const HistorySong &song)
+{
+    const bool isStaged =
+        std::any_of(m_staged.cbegin(), m_staged.cend(),
+                    [&song](const Staged &staged) { return staged.content == song.after; });
+    if (isStaged)
+        finishLot(run);
+    for (;;) {
+        QString place = m_moved.find(song.after);
+        if (place.isEmpty())
+            return {};
+        if (m_lot.holds(QFileInfo(place).canonicalFilePath())) {
+            finishLot(run);
+            if (FoundSong::at(place, song, m_history).kind != FoundSong::Kind::AsWritten)
+                continue;
+        }
+        if (!isInItsPlace(place))
+            return place;
+    }
+}
+
+/// True if the file at \a path is what one of the remaining changes expects there.
+bool Restore::isInItsPlace(const QString &path)
+{
+    const QStringList homes = m_taken.values(path) + QStringList{path};
+    for (const QString &home : homes) {
+        if (m_newPlaces.value(home, home) != path)
+            continue;
+        for (auto i = m_left.constFind(home); i != m_left.cend() && i.key() == home; ++i) {
+            if (FoundSong::at(path, m_songs.at(*i), m_history).isOwn())
+                return true;
+        }
+    }
+    return false;
 }
 
 bool Restore::mayOverwrite(Run &run, const QString &path)
@@ -153,8 +182,8 @@ bool Restore::mayOverwrite(Run &run, const QString &path)
                       "Ripristinarla comunque?"));
 }
 
-/// With \a isChanged, over a file that another program has written.
-void Restore::write(Run &run, const HistorySong &song, const QString &path, bool isChanged)
+/// Over a file with \a content; nothing if another program has written it.
+void Restore::write(Run &run, const HistorySong &song, const QString &path, const Content &content)
 {
     const std::optional<QByteArray> bytes = m_history.oldBytes(song.id);
     if (!bytes.has_value()) {
@@ -165,21 +194,22 @@ void Restore::write(Run &run, const HistorySong &song, const QString &path, bool
     makeWritable(path);
     PlainFile file;
     const bool isOpen = file.open(path);
-    const std::optional<qint64> tagSize =
-        isChanged && old.isMp3() ? audioStartOf(path) : std::optional(song.after.tagSize);
+    const std::optional<qint64> tagSize = content.has_value() ? std::optional(content->tagSize)
+                                          : old.isMp3()       ? audioStartOf(path)
+                                                              : std::optional<qint64>(0);
     if (!isOpen || !tagSize.has_value()) {
         note(run, path, whyNoSong(MetaSong(), path));
         return;
     }
-    if (!isChanged && !song.after.isOf(file)) {
+    if (content.has_value() && !content->isOf(file)) {
         note(run, path, FileReason::changed);
         return;
     }
-    if (!isIntact(song, old, file, isChanged)) {
+    if (!isIntact(song, old, file, content)) {
         note(run, path, HistoryReason::damaged);
         return;
     }
-    const Staged staged{path, SongFile(path).info};
+    const Staged staged{path, SongFile(path).info, song.before};
     const WriteResult result = restoreSong(path, file, old, *tagSize, m_lot, m_recorder);
     if (result == WriteResult::Staged)
         m_staged.append(staged);
@@ -214,6 +244,8 @@ void Restore::finishSong(Run &run, const Staged &song, std::optional<Reason> why
     if (whyNot.has_value()) {
         note(run, path, *whyNot);
     } else {
+        if (m_rows.contains(path))
+            m_moved.add(path);
         run.report().count(RunReport::Success::Restored);
         if (held.isOpen)
             run.report().addChanges(path, reportedChanges(fieldChanges(song.before, held.info)));

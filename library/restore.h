@@ -3,13 +3,13 @@
 #include "base/filelot.h"
 #include "base/run.h"
 #include "history/history.h"
+#include "library/foundsong.h"
 #include "library/movedsongs.h"
 #include "library/pulledmemories.h"
 #include "songfile/songinfo.h"
 
 #include <QCoreApplication>
 #include <QMultiHash>
-#include <QSet>
 
 #include <optional>
 
@@ -21,7 +21,8 @@ class UserSongsRelTableModel;
 
 /// Takes changes back: writes the old bytes of songs from the history into their files, and updates
 /// the rows of these songs. A file that another program has changed since is only written after a
-/// question; a song that is no longer at its path is looked for among the files of the list.
+/// question; a song that is no longer at its path is looked for among the files of the list, and
+/// the first one with its content is taken that is not in the place of a change of its own.
 class Restore
 {
     Q_DECLARE_TR_FUNCTIONS(Restore)
@@ -41,11 +42,6 @@ public:
         QT_TRANSLATE_NOOP("RunReport", "un altro programma l'ha cambiata dopo la modifica"),
         Reason::Kind::Skip};
 
-    /// What is found in the place of a song.
-    enum class Found { AsWritten, AsBefore, Other, Nothing };
-    /// Compares the file at \a path with the two versions of \a song.
-    static Found look(const HistorySong &song, const QString &path);
-
     /// For the changes \a songs of \a history, which may be of several runs, and several of one
     /// song. \a recorder keeps what is overwritten, so that restoring can be taken back; null for
     /// none. All must outlive this object.
@@ -60,14 +56,18 @@ private:
 
     struct Staged {
         QString path;
-        SongInfo before; ///< the song that is overwritten
+        SongInfo before;     ///< the song that is overwritten
+        Fingerprint content; ///< what is written
     };
 
     Outcome restoreSongs(Run &run);
     void restore(Run &run, const HistorySong &song);
-    QString placeOf(const HistorySong &song);
+    FoundSong lookAt(const QString &path, const HistorySong &song);
+    QString findMoved(Run &run, const HistorySong &song);
+    bool isInItsPlace(const QString &path);
     bool mayOverwrite(Run &run, const QString &path);
-    void write(Run &run, const HistorySong &song, const QString &path, bool isChanged);
+    using Content = std::optional<Fingerprint>;
+    void write(Run &run, const HistorySong &song, const QString &path, const Content &content);
     void finishLot(Run &run);
     void finishSong(Run &run, const Staged &song, std::optional<Reason> whyNot);
     void note(Run &run, const QString &path, Reason reason);
@@ -78,10 +78,11 @@ private:
     HistoryRecorder *m_recorder;
     PulledMemories m_memories;
     FileLot m_lot;
-    QList<Staged> m_staged;              ///< the songs in the lot
-    QMultiHash<QString, int> m_rows;     ///< of the list, by their paths
-    QSet<QString> m_places;              ///< the paths of all songs
-    QHash<QString, QString> m_newPlaces; ///< of songs that were found elsewhere
+    QList<Staged> m_staged;                ///< the songs in the lot
+    QMultiHash<QString, int> m_rows;       ///< of the list, by their paths
+    QMultiHash<QString, qsizetype> m_left; ///< the songs that are not processed yet, by their paths
+    QHash<QString, QString> m_newPlaces;   ///< of songs that were found elsewhere
+    QMultiHash<QString, QString> m_taken;  ///< the paths of these songs, by their new places
     MovedSongs m_moved;
 };
 

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
+
+#include <cstddef>
 
 namespace brisel
 {
@@ -29,5 +32,10 @@ struct Fingerprint {
 
     bool operator==(const Fingerprint &other) const = default;
 };
+
+inline std::size_t qHash(const Fingerprint &fingerprint, std::size_t seed = 0)
+{
+    return qHashMulti(seed, fingerprint.checksum, fingerprint.size, fingerprint.tagSize);
+}
 
 } // namespace brisel

@@ -1,6 +1,6 @@
 #include "library/dialogs/historymodel.h"
 
-#include "library/restore.h"
+#include "library/foundsong.h"
 #include "library/songchanges.h"
 
 #include <QFileInfo>
@@ -255,21 +255,19 @@ QString HistoryModel::songText(const Node &song, int column) const
 
 QString HistoryModel::stateText(const Node &song) const
 {
-    switch (Restore::look(song.song, song.song.path)) {
-    case Restore::Found::AsWritten:
+    switch (FoundSong::at(song.song.path, song.song, m_history).kind) {
+    case FoundSong::Kind::AsWritten:
         return tr("come scritta allora");
-    case Restore::Found::AsBefore:
+    case FoundSong::Kind::AsBefore:
         return tr("come prima della modifica");
-    case Restore::Found::Nothing:
-        return tr("il file non c'è più");
-    case Restore::Found::Other:
+    case FoundSong::Kind::WrittenLater:
+        return tr("modificata di nuovo in seguito");
+    case FoundSong::Kind::Other:
+        return tr("cambiata in seguito da un altro programma");
+    case FoundSong::Kind::Nothing:
         break;
     }
-    const std::optional<HistorySong> last = m_history.lastChange(song.song.path);
-    const bool isOwn = last.has_value() && last->id != song.song.id &&
-                       Restore::look(*last, last->path) == Restore::Found::AsWritten;
-    return isOwn ? tr("modificata di nuovo in seguito")
-                 : tr("cambiata in seguito da un altro programma");
+    return tr("il file non c'è più");
 }
 
 QVariant HistoryModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -35,13 +35,23 @@ private slots:
     void restoresEveryFormat();
     void takesARestoreBack();
     void restoresSeveralChangesOfOneSong();
+    void restoresAnOlderChangeUnasked();
+    void restoresAnOlderChangeOfAnMp3Unasked();
+    void followsOwnChangesOverARestore();
+    void asksIfAnotherProgramWroteBetweenOwnChanges();
     void leavesSongsThatAreAsBefore();
     void asksAboutChangedSongs();
     void restoresChangedSongsAfterAYes();
     void keepsTheAudioOfAChangedMp3();
     void findsMovedSongs();
     void takesEachOfTwoMovedCopiesOnce();
+    void takesTheFirstOfTwoEqualCopies();
+    void findsSongsThatChangedPlaces();
+    void findsSongsThatChangedPlacesAndWereEqual();
+    void leavesTheCopyOfADeletedSongToItsOwnChange();
+    void leavesWhatIsInTheOldPlaceOfAMovedSong();
     void followsASongThroughSeveralChanges();
+    void followsASongThatMovedBetweenItsChanges();
     void reportsMissingSongs();
     void reportsAMissingEntry();
     void stopsWhenInterrupted();
@@ -49,9 +59,12 @@ private slots:
 private:
     QString add(const QString &name, const QByteArray &content);
     void synchronise();
+    void edit(int row, const QString &title);
+    void move(const QString &from, const QString &to);
     Restore::Outcome restore(QList<HistorySong> songs);
     Restore::Outcome restoreLastRun() { return restore(songsOfLastRun()); }
     QList<HistorySong> songsOfLastRun() { return m_history->songs(m_history->runs().value(0).id); }
+    QList<HistorySong> songsOfFirstRun() { return m_history->songs(m_history->runs().last().id); }
     QList<HistorySong> allSongs();
     void writeMarked(const QString &path);
 
@@ -91,6 +104,26 @@ void TestRestore::synchronise()
     synchroniser.setRecorder(&recorder);
     QCOMPARE(synchroniser.run(run), Synchroniser::Outcome::Done);
     QVERIFY2(run.report().failed() == 0, qPrintable(run.report().text()));
+}
+
+void TestRestore::edit(int row, const QString &title)
+{
+    const QString path = m_library->model().fileName(row);
+    SongFile file(path);
+    SongInfo info = file.info;
+    info.title = title;
+    HistoryRecorder recorder(*m_history, RunKind::Edit);
+    ManualEdit edit(m_library->model(), file.song, info, path, row, {});
+    edit.setRecorder(&recorder);
+    ScriptedRun run;
+    QCOMPARE(edit.run(run), ManualEdit::Outcome::Done);
+    QVERIFY2(run.report().failed() == 0, qPrintable(run.report().text()));
+}
+
+/// As another program might; both paths stay in the list.
+void TestRestore::move(const QString &from, const QString &to)
+{
+    QVERIFY(QFile::rename(from, to));
 }
 
 QList<HistorySong> TestRestore::allSongs()
@@ -165,19 +198,64 @@ void TestRestore::restoresSeveralChangesOfOneSong()
 {
     const QString path = add(u"one.mid"_s, Sample::midi("One", true));
     synchronise();
-    SongFile file(path);
-    SongInfo info = file.info;
-    info.title = u"Edited"_s;
-    HistoryRecorder recorder(*m_history, RunKind::Edit);
-    ManualEdit edit(m_library->model(), file.song, info, path, 0, {});
-    edit.setRecorder(&recorder);
-    ScriptedRun run;
-    QCOMPARE(edit.run(run), ManualEdit::Outcome::Done);
+    edit(0, u"Edited"_s);
     QCOMPARE(m_history->runs().size(), 2);
 
     QCOMPARE(restore(allSongs()), Restore::Outcome::Done);
     QCOMPARE(fileContent(path), m_before[path]);
     QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 2);
+}
+
+void TestRestore::restoresAnOlderChangeUnasked()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
+    synchronise();
+    edit(0, u"Edited"_s);
+    edit(0, u"Edited again"_s);
+    const QByteArray last = fileContent(path);
+    QCOMPARE(restore(songsOfFirstRun()), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList());
+    QCOMPARE(fileContent(path), m_before[path]);
+    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 1);
+    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
+    QCOMPARE(fileContent(path), last);
+}
+
+/// Each change gives the tag another length.
+void TestRestore::restoresAnOlderChangeOfAnMp3Unasked()
+{
+    const QString path = add(u"one.mp3"_s, Samples::audio(9000));
+    synchronise();
+    edit(0, QString(3000, u'e'));
+    edit(0, QString(9000, u'f'));
+    QCOMPARE(restore(songsOfFirstRun()), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList());
+    QCOMPARE(fileContent(path), m_before[path]);
+}
+
+void TestRestore::followsOwnChangesOverARestore()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
+    synchronise();
+    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
+    edit(0, u"Edited"_s);
+    QCOMPARE(restore(songsOfFirstRun()), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList());
+    QCOMPARE(fileContent(path), m_before[path]);
+}
+
+/// The change of the other program would be lost.
+void TestRestore::asksIfAnotherProgramWroteBetweenOwnChanges()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
+    synchronise();
+    writeMarked(path);
+    edit(0, u"Edited"_s);
+    const QByteArray last = fileContent(path);
+    QCOMPARE(restore(songsOfFirstRun()), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList{path});
+    QCOMPARE(fileContent(path), last);
+    QVERIFY(m_run->report().text().contains(Restore::changedSince.text()));
 }
 
 void TestRestore::leavesSongsThatAreAsBefore()
@@ -262,6 +340,89 @@ void TestRestore::takesEachOfTwoMovedCopiesOnce()
     QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 2);
 }
 
+void TestRestore::takesTheFirstOfTwoEqualCopies()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
+    synchronise();
+    const QByteArray written = fileContent(path);
+    const QString second = m_library->add(u"a/other.mid"_s, written);
+    const QString third = m_library->add(u"b/another.mid"_s, written);
+    QVERIFY(QFile::remove(path));
+    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList());
+    QCOMPARE(fileContent(second), m_before[path]);
+    QCOMPARE(fileContent(third), written);
+    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 1);
+}
+
+void TestRestore::findsSongsThatChangedPlaces()
+{
+    const QString one = add(u"a/one.mid"_s, Sample::midi("Of the first", true));
+    const QString two = add(u"b/one.mid"_s, Sample::midi("Of the other", true));
+    synchronise();
+    const QString aside = m_library->path(u"aside"_s);
+    move(one, aside);
+    move(two, one);
+    move(aside, two);
+    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList());
+    QCOMPARE(fileContent(one), m_before[two]);
+    QCOMPARE(fileContent(two), m_before[one]);
+    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 2);
+}
+
+/// Before their changes.
+void TestRestore::findsSongsThatChangedPlacesAndWereEqual()
+{
+    const QByteArray song = Sample::midi("One", true);
+    const QString one = add(u"a/one.mid"_s, song);
+    const QString two = add(u"b/one.mid"_s, song);
+    edit(0, u"The first"_s);
+    edit(1, u"The other, with a longer title"_s);
+    const QString aside = m_library->path(u"aside"_s);
+    move(one, aside);
+    move(two, one);
+    move(aside, two);
+    QCOMPARE(restore(allSongs()), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList());
+    QCOMPARE(fileContent(one), song);
+    QCOMPARE(fileContent(two), song);
+    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 2);
+}
+
+/// Both songs were equal after the change, and are not before it.
+void TestRestore::leavesTheCopyOfADeletedSongToItsOwnChange()
+{
+    const QByteArray song = Sample::midi("One", true);
+    const QStringList paths{add(u"a/one.mid"_s, song), add(u"b/one.mid"_s, song)};
+    edit(0, u"The first"_s);
+    edit(1, u"The other"_s);
+    const QByteArray second = fileContent(paths.at(1));
+    edit(1, u"Equal"_s);
+    edit(0, u"Equal"_s);
+    QCOMPARE(fileContent(paths.at(0)), fileContent(paths.at(1)));
+    QVERIFY(QFile::remove(paths.at(0)));
+    const QList<HistoryRun> runs = m_history->runs();
+    QCOMPARE(restore(m_history->songs(runs.at(0).id) + m_history->songs(runs.at(1).id)),
+             Restore::Outcome::Done);
+    QCOMPARE(fileContent(paths.at(1)), second);
+    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 1);
+    QVERIFY(m_run->report().text().contains(u"Non ripristinata (il file non esiste): "_s +
+                                            paths.at(0)));
+}
+
+void TestRestore::leavesWhatIsInTheOldPlaceOfAMovedSong()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
+    synchronise();
+    const QString moved = m_library->add(u"new/two.mid"_s, fileContent(path));
+    makeFile(path, "something else");
+    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList());
+    QCOMPARE(fileContent(path), "something else");
+    QCOMPARE(fileContent(moved), m_before[path]);
+}
+
 void TestRestore::followsASongThroughSeveralChanges()
 {
     const QString path = add(u"one.mid"_s, Sample::midi("One", true));
@@ -272,6 +433,19 @@ void TestRestore::followsASongThroughSeveralChanges()
     QVERIFY(QFile::remove(path));
     QCOMPARE(restore(allSongs()), Restore::Outcome::Done);
     QCOMPARE(m_run->report().failed(), 0);
+    QCOMPARE(fileContent(moved), m_before[path]);
+}
+
+void TestRestore::followsASongThatMovedBetweenItsChanges()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
+    synchronise();
+    const QString moved = m_library->add(u"new/two.mid"_s, fileContent(path));
+    QVERIFY(QFile::remove(path));
+    edit(1, u"Edited"_s);
+    QCOMPARE(restore(allSongs()), Restore::Outcome::Done);
+    QCOMPARE(m_run->asked, QStringList());
+    QVERIFY2(m_run->report().failed() == 0, qPrintable(m_run->report().text()));
     QCOMPARE(fileContent(moved), m_before[path]);
 }
 

@@ -1,0 +1,52 @@
+#include "library/foundsong.h"
+
+#include "base/plainfile.h"
+#include "history/history.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace brisel
+{
+
+namespace
+{
+
+/// The contents that changes of this program alone have made of the song since \a song.
+QSet<Fingerprint> ownContents(const HistorySong &song, History &history)
+{
+    QSet<Fingerprint> contents{song.before, song.after};
+    const QList<HistorySong> changes = history.laterChanges(song);
+    for (const HistorySong &change : changes) {
+        if (contents.contains(change.before))
+            contents.insert(change.after);
+    }
+    return contents;
+}
+
+} // namespace
+
+FoundSong FoundSong::at(const QString &path, const HistorySong &song, History &history)
+{
+    PlainFile file;
+    if (!file.open(path))
+        return {};
+    if (song.after.isOf(file))
+        return {Kind::AsWritten, song.after};
+    if (song.before.isOf(file))
+        return {Kind::AsBefore, song.before};
+    QHash<qint64, QByteArray> checksums; // by the size of the tag
+    const QSet<Fingerprint> contents = ownContents(song, history);
+    for (const Fingerprint &content : contents) {
+        if (content.size != file.size() || content.checksum.isEmpty())
+            continue;
+        auto present = checksums.constFind(content.tagSize);
+        if (present == checksums.cend())
+            present = checksums.insert(content.tagSize, content.checksumOf(file));
+        if (*present == content.checksum)
+            return {Kind::WrittenLater, content};
+    }
+    return {Kind::Other, {}};
+}
+
+} // namespace brisel

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "songfile/fingerprint.h"
+
+#include <QString>
+
+namespace brisel
+{
+
+class History;
+struct HistorySong;
+
+/// What is found in the place of a song that has an entry in the history.
+struct FoundSong {
+    enum class Kind {
+        AsWritten,    ///< as the change left it
+        AsBefore,     ///< as before the change
+        WrittenLater, ///< as a later change left it, and only this program wrote it since
+        Other,        ///< another program wrote it, now or between the changes
+        Nothing,      ///< the file does not exist, or can't be opened
+    };
+
+    Kind kind = Kind::Nothing;
+    Fingerprint content; ///< of the file, unless Other or Nothing
+
+    /// Compares the file at \a path with the change \a song of \a history and the later ones.
+    static FoundSong at(const QString &path, const HistorySong &song, History &history);
+
+    /// True if the history has every change of the file since \a song was made.
+    bool isOwn() const { return kind != Kind::Other && kind != Kind::Nothing; }
+};
+
+} // namespace brisel
