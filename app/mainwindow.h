@@ -164,6 +164,7 @@ private:
     void removeRow(int row);
     void askDeleteFile(int row);
     void restore(const QList<HistorySong> &songs);
+    void changeHistoryLimit(int limit);
     void limitHistory();
 
     std::unique_ptr<Ui::MainWindow> m_ui;

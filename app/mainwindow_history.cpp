@@ -1,6 +1,7 @@
 // The window's part in taking changes back.
 
 #include "app/libraryrun.h"
+#include "base/filefailure.h"
 #include "history/historyrecorder.h"
 #include "library/backuprestore.h"
 #include "library/dialogs/backuprestoredialog.h"
@@ -13,6 +14,8 @@
 namespace brisel
 {
 
+static constexpr qint64 mebibyte = 1024 * 1024; // bytes
+
 void MainWindow::on_actionHistory_triggered()
 {
     if (!canStartRun())
@@ -20,10 +23,8 @@ void MainWindow::on_actionHistory_triggered()
     HistoryDialog dialog(m_history, Settings::historyLimit.in(m_settings), this);
     const int before = dialog.limit();
     dialog.exec();
-    if (dialog.limit() != before) {
-        Settings::historyLimit.store(m_settings, dialog.limit());
-        limitHistory();
-    }
+    if (dialog.limit() != before)
+        changeHistoryLimit(dialog.limit());
     if (!dialog.chosen().isEmpty() && canStartRun())
         restore(dialog.chosen());
 }
@@ -53,9 +54,26 @@ void MainWindow::on_actionRestoreBackup_triggered()
     run.publish();
 }
 
+/// \a limit: in MiB.
+void MainWindow::changeHistoryLimit(int limit)
+{
+    if (limit * mebibyte < m_history.bytesUsed() &&
+        QMessageBox::question(this, tr("Cronologia modifiche"),
+                              tr("Con %1 MiB le operazioni più vecchie verranno eliminate dalla "
+                                 "cronologia. Continuare?")
+                                  .arg(limit),
+                              QMessageBox::Yes | QMessageBox::No,
+                              QMessageBox::No) != QMessageBox::Yes)
+        return;
+    Settings::historyLimit.store(m_settings, limit);
+    limitHistory();
+    if (!m_history.trim())
+        QMessageBox::warning(this, tr("Cronologia modifiche"),
+                             m_history.trouble().value_or(FileReason::unwritable).text());
+}
+
 void MainWindow::limitHistory()
 {
-    constexpr qint64 mebibyte = 1024 * 1024;
     m_history.setLimit(Settings::historyLimit.in(m_settings)*mebibyte);
 }
 

@@ -17,6 +17,7 @@
 #include "library/folderscan.h"
 #include "library/foldertreebackup.h"
 #include "library/libraryimport.h"
+#include "library/songchanges.h"
 #include "library/songpicker.h"
 #include "library/synchroniser.h"
 #include "library/syncpreview.h"
@@ -219,7 +220,7 @@ bool MainWindow::suggestBackup()
 bool MainWindow::offerBackup(LibraryRun &run)
 {
     BackupDialog dialog(this);
-    if (const std::optional<Reason> reason = m_history.whyUnusable())
+    if (const std::optional<Reason> reason = m_history.whyUnusable(historyBytes(m_fileList)))
         dialog.showHistoryTrouble(*reason);
     const int answer = dialog.exec();
     if (answer != BackupDialog::DoBackup)

@@ -198,7 +198,7 @@ bool History::clear()
     return areGone;
 }
 
-std::optional<Reason> History::whyUnusable()
+std::optional<Reason> History::whyUnusable(qint64 bytes)
 {
     const QString folder = existingFolderAbove(m_file.path());
     const bool isThere = m_file.open();
@@ -206,8 +206,11 @@ std::optional<Reason> History::whyUnusable()
         return m_file.trouble();
     if (!QFileInfo(folder).isDir() || !QFileInfo(folder).isWritable())
         return FileReason::notAllowed;
-    if (const qint64 space = freeSpace(folder); space >= 0 && space < HistoryFile::leastSpace)
+    const qint64 space = freeSpace(folder);
+    if (space >= 0 && space < HistoryFile::leastSpace + bytes)
         return FileReason::noSpace;
+    if (bytes > limit())
+        return HistoryReason::tooSmall;
     if (isThere && m_file.begin())
         m_file.drop();
     return m_file.trouble();

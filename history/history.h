@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QList>
+#include <QSet>
 #include <QString>
 
 #include <optional>
@@ -72,13 +73,17 @@ public:
     qint64 limit() const;
     /// Sets the limit in bytes; initially 1 GiB.
     void setLimit(qint64 bytes) { m_limit = bytes; }
+    /// Runs that must not be deleted to make room for others, because they are being restored: the
+    /// limit is exceeded instead, until finish() or trim(). They can still be cleared.
+    void setProtected(const QSet<qint64> &runs) { m_protected = runs; }
     /// Deletes the oldest runs until the limit is kept. Returns false on failure.
     [[nodiscard]] bool trim();
     /// Deletes all runs; a file that can't be used is deleted. Returns false on failure.
     [[nodiscard]] bool clear();
 
     /// Why the next run could not be kept; nothing if it probably can. Creates nothing.
-    std::optional<Reason> whyUnusable();
+    /// \a bytes: the space that the run will take, about.
+    std::optional<Reason> whyUnusable(qint64 bytes = 0);
     /// Why the last call failed.
     const std::optional<Reason> &trouble() const { return m_file.trouble(); }
 
@@ -88,11 +93,11 @@ public:
     /// is written.
     [[nodiscard]] bool add(qint64 &run, RunKind kind, const QList<KeptSong> &kept,
                            QList<qint64> &ids, const QList<qint64> &unwritten = {});
-    /// Returns true if the last add() had to delete older entries of its own run, because this run
-    /// alone exceeds the limit.
+    /// Returns true if the last add() or finish() had to delete older entries of its own run,
+    /// because this run alone exceeds the limit.
     bool wasCut() const { return m_wasCut; }
     /// Ends a run: deletes the entries \a unwritten, then the run if it has no songs left,
-    /// otherwise stores its report.
+    /// otherwise stores its report. No run is protected any more. May be called again.
     [[nodiscard]] bool finish(qint64 run, const QList<qint64> &unwritten, const QString &report);
 
 private:
@@ -101,6 +106,7 @@ private:
     QList<HistorySong> readSongs(QSqlQuery &query);
     std::optional<HistorySong> readSong(QSqlQuery &query);
     [[nodiscard]] bool makeRoom(qint64 run, qint64 bytes);
+    std::optional<qint64> oldestRun(qint64 except);
     [[nodiscard]] bool cutRun(qint64 run, qint64 bytes);
     [[nodiscard]] bool deleteSongs(const QList<qint64> &songs);
     [[nodiscard]] bool insertRun(qint64 &run, RunKind kind);
@@ -110,6 +116,7 @@ private:
 
     HistoryFile m_file;
     qint64 m_limit = defaultLimit;
+    QSet<qint64> m_protected;
     bool m_wasCut = false;
 };
 

@@ -22,6 +22,10 @@ namespace
 
 constexpr int version = 1; ///< of the tables
 
+// Milliseconds to wait for another program's lock.
+constexpr int longWait = 2000;
+constexpr int shortWait = 20; ///< after a long one was in vain
+
 /// SQLite's own codes, of which the higher bits are details.
 Reason reasonOf(const QSqlError &error)
 {
@@ -75,7 +79,7 @@ bool HistoryFile::open()
         return false;
     if (kind != FileKind::Regular)
         return fail(kind == FileKind::Unreachable ? FileReason::unreachable : FileReason::notAFile);
-    return connectTo() && checkVersion();
+    return openFile();
 }
 
 bool HistoryFile::openOrCreate()
@@ -86,7 +90,15 @@ bool HistoryFile::openOrCreate()
         return false;
     if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
         return fail(FileReason::notAllowed);
-    return connectTo() && checkVersion();
+    return openFile();
+}
+
+bool HistoryFile::openFile()
+{
+    if (connectTo() && checkVersion())
+        return true;
+    close(); // the next call tries again
+    return false;
 }
 
 /// Returns false if another file has replaced the one that was opened, or it was deleted.
@@ -101,7 +113,8 @@ bool HistoryFile::connectTo()
 {
     m_database = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_connection);
     m_database.setDatabaseName(m_path);
-    m_database.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=2000"_s); // milliseconds
+    m_isPatient = true;
+    m_database.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=%1"_s.arg(longWait));
     if (!m_database.open())
         return fail(m_database.lastError());
     m_opened = fileState(m_path);
@@ -185,22 +198,37 @@ qint64 HistoryFile::usedBytes()
     return pages && free && size ? (*pages - *free) * *size : -1;
 }
 
+/// In short transactions, because other programs wait for their ends.
 void HistoryFile::giveBack(int pages)
 {
-    const qint64 free = number(u"PRAGMA freelist_count"_s).value_or(0);
+    constexpr qint64 pagesAtOnce = 1024;
+    qint64 left = std::min<qint64>(number(u"PRAGMA freelist_count"_s).value_or(0), pages);
     // A query that returns no columns takes only its first step, which frees one page.
     QSqlQuery freePage = query(u"PRAGMA incremental_vacuum(1)"_s);
-    if (free > 0 && begin()) {
-        for (qint64 i = 0; i < std::min<qint64>(free, pages) && exec(freePage); ++i)
+    bool isDone = left <= 0;
+    while (!isDone && begin()) {
+        const qint64 most = left - std::min(left, pagesAtOnce);
+        for (isDone = false; left > most && !isDone; --left) {
+            isDone = !exec(freePage);
             freePage.finish();
-        (void)end();
+        }
+        isDone = !end() || isDone || left == 0;
     }
     (void)exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
 }
 
 bool HistoryFile::begin()
 {
-    return exec(u"BEGIN IMMEDIATE"_s);
+    const bool hasBegun = exec(u"BEGIN IMMEDIATE"_s);
+    setPatience(hasBegun || m_trouble != HistoryReason::locked);
+    return hasBegun;
+}
+
+/// A run with many lots must not wait for the same lock each time.
+void HistoryFile::setPatience(bool isPatient)
+{
+    if (std::exchange(m_isPatient, isPatient) != isPatient)
+        (void)exec(u"PRAGMA busy_timeout = %1"_s.arg(isPatient ? longWait : shortWait));
 }
 
 bool HistoryFile::end()

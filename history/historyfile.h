@@ -20,6 +20,8 @@ inline constexpr Reason locked{
 inline constexpr Reason damaged{QT_TRANSLATE_NOOP("RunReport", "la cronologia è danneggiata")};
 inline constexpr Reason newer{
     QT_TRANSLATE_NOOP("RunReport", "la cronologia è di una versione più recente del programma")};
+inline constexpr Reason tooSmall{QT_TRANSLATE_NOOP(
+    "RunReport", "le modifiche occupano più spazio di quello concesso alla cronologia")};
 
 } // namespace HistoryReason
 
@@ -57,7 +59,8 @@ public:
     /// failure.
     void giveBack(int pages);
 
-    /// Starts to write: other programs wait until end() or drop().
+    /// Starts to write: other programs wait until end() or drop(). Waits for another program's lock
+    /// for up to two seconds, but only shortly if the last call did so in vain.
     [[nodiscard]] bool begin();
     /// Ends what begin() started; on the disk when it returns true. After a failure nothing is
     /// written.
@@ -69,9 +72,11 @@ public:
 
 private:
     [[nodiscard]] bool isStillThere() const;
+    [[nodiscard]] bool openFile();
     [[nodiscard]] bool connectTo();
     [[nodiscard]] bool checkVersion();
     [[nodiscard]] bool makeTables();
+    void setPatience(bool isPatient);
     [[nodiscard]] bool fail(Reason reason);
     [[nodiscard]] bool fail(const QSqlError &error);
 
@@ -79,6 +84,7 @@ private:
     QString m_connection;
     QSqlDatabase m_database;
     FileState m_opened; ///< the file as it was opened
+    bool m_isPatient = true;
     std::optional<Reason> m_trouble;
 };
 

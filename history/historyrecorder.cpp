@@ -22,7 +22,7 @@ bool isUnchanged(const QString &path, const Fingerprint &before)
 void HistoryRecorder::keep(const KeptSong &song)
 {
     m_entries.insert(song.path, {0, song.before});
-    if (!m_trouble.has_value())
+    if (!isHopeless())
         m_pending.append(song);
 }
 
@@ -37,10 +37,10 @@ void HistoryRecorder::flush()
 {
     const QList<KeptSong> songs = std::exchange(m_pending, {});
     QList<qint64> ids;
-    if (songs.isEmpty() || m_trouble.has_value())
+    if (songs.isEmpty() || isHopeless())
         return;
     if (!m_history.add(m_run, m_kind, songs, ids, m_unwritten)) {
-        m_trouble = m_history.trouble().value_or(FileReason::unwritable);
+        fail();
         return;
     }
     m_isCut = m_isCut || m_history.wasCut();
@@ -62,15 +62,46 @@ void HistoryRecorder::settle(const QString &path, WriteResult result)
         drop(path, entry.id);
 }
 
+void HistoryRecorder::fail()
+{
+    const Reason reason = m_history.trouble().value_or(FileReason::unwritable);
+    if (!m_trouble.has_value() || reason != HistoryReason::locked)
+        m_trouble = reason;
+}
+
+/// A lock of another program ends.
+bool HistoryRecorder::isHopeless() const
+{
+    return m_trouble.has_value() && m_trouble != HistoryReason::locked;
+}
+
 void HistoryRecorder::finish(RunReport &report)
 {
-    if (m_isCut)
+    addNotices(report);
+    if (m_run == 0)
+        return;
+    const bool wasCut = m_isCut;
+    const std::optional<Reason> trouble = m_trouble;
+    const bool isDone = m_history.finish(m_run, m_unwritten, report.text());
+    if (isDone)
+        m_unwritten.clear();
+    else
+        fail();
+    m_isCut = m_isCut || m_history.wasCut();
+    if (wasCut == m_isCut && trouble == m_trouble)
+        return;
+    addNotices(report);
+    if (isDone)
+        (void)m_history.finish(m_run, {}, report.text()); // the report with the new notice
+}
+
+/// Those that the report does not have yet.
+void HistoryRecorder::addNotices(RunReport &report)
+{
+    if (m_isCut && !std::exchange(m_isCutReported, true))
         report.addNotice(
             tr("La cronologia è piena: le prime modifiche di questa operazione non ci sono più"));
-    if (m_run != 0 && !m_trouble.has_value() &&
-        !m_history.finish(m_run, std::exchange(m_unwritten, {}), report.text()))
-        m_trouble = m_history.trouble().value_or(FileReason::unwritable);
-    if (m_trouble.has_value())
+    if (m_trouble.has_value() && !std::exchange(m_isTroubleReported, true))
         report.addNotice(
             tr("Non tutte le modifiche sono nella cronologia: %1").arg(m_trouble->text()));
 }

@@ -12,7 +12,8 @@ namespace brisel
 {
 
 /// Keeps the songs that one run changes in the history. A history that can't be written never stops
-/// the run: after the first failure nothing more is kept, and trouble() has the reason.
+/// the run: after the first failure nothing more is kept, unless another program's lock was the
+/// reason.
 class HistoryRecorder : public SongKeeper
 {
     Q_DECLARE_TR_FUNCTIONS(HistoryRecorder)
@@ -32,7 +33,7 @@ public:
 
     /// The number of the run in the history, 0 before its first song is there.
     qint64 run() const { return m_run; }
-    /// Why some of the songs could not be kept.
+    /// Why some of the songs could not be kept, or the report.
     const std::optional<Reason> &trouble() const { return m_trouble; }
 
 private:
@@ -42,6 +43,9 @@ private:
     };
 
     void drop(const QString &path, qint64 id);
+    void fail();
+    bool isHopeless() const;
+    void addNotices(RunReport &report);
 
     History &m_history;
     const RunKind m_kind;
@@ -51,6 +55,8 @@ private:
     QList<qint64> m_unwritten;       ///< entries of songs that were not changed
     bool m_isCut = false;            ///< the run alone exceeds the limit of the history
     std::optional<Reason> m_trouble;
+    bool m_isCutReported = false;
+    bool m_isTroubleReported = false;
 };
 
 } // namespace brisel

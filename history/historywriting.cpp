@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace brisel
 {
@@ -115,24 +116,34 @@ bool History::addSongs(qint64 &run, RunKind kind, const QList<KeptSong> &kept, Q
     return true;
 }
 
-/// Deletes the oldest runs until \a bytes more are within the limit; if that is not enough, also
-/// entries of the run \a run.
+/// Deletes the oldest runs until \a bytes more are within the limit; if that is not enough, and no
+/// run is protected, also entries of the run \a run.
 bool History::makeRoom(qint64 run, qint64 bytes)
 {
     const qint64 most = std::max<qint64>(limit() - bytes, 0);
     qint64 used = m_file.usedBytes();
     while (used > most) {
-        const std::optional<qint64> oldest =
-            m_file.number(u"SELECT ifnull(min(id), 0) FROM run WHERE id <> %1"_s.arg(run));
+        const std::optional<qint64> oldest = oldestRun(run);
         if (!oldest.has_value())
             return false;
         if (*oldest == 0)
-            return cutRun(run, used - most);
+            return !m_protected.isEmpty() || cutRun(run, used - most);
         if (!execWith(u"DELETE FROM run WHERE id = ?"_s, {*oldest}))
             return false;
         used = m_file.usedBytes();
     }
     return used >= 0;
+}
+
+/// The oldest run that may be deleted; 0 if there are only \a except and protected ones, nothing on
+/// failure.
+std::optional<qint64> History::oldestRun(qint64 except)
+{
+    QStringList kept{QString::number(except)};
+    for (const qint64 run : std::as_const(m_protected))
+        kept.append(QString::number(run));
+    return m_file.number(
+        u"SELECT ifnull(min(id), 0) FROM run WHERE id NOT IN (%1)"_s.arg(kept.join(u',')));
 }
 
 /// Deletes the oldest songs of a run, which occupy at least \a bytes, or all of them.
@@ -194,6 +205,8 @@ bool History::insertRun(qint64 &run, RunKind kind)
 bool History::finish(qint64 run, const QList<qint64> &unwritten, const QString &report)
 {
     constexpr int mostPages = 4096; // so that it takes no time that the user notices
+    m_wasCut = false;
+    m_protected.clear();
     if (!m_file.openOrCreate() || !m_file.begin())
         return false;
     const bool isWritten = deleteSongs(unwritten) &&

@@ -79,7 +79,12 @@ Restore::Outcome Restore::run(Run &run)
 {
     logBanner("RESTORE");
     run.begin({tr("Ripristino"), tr("Ripristino delle song..."), static_cast<int>(m_songs.size())});
+    QSet<qint64> runs;
+    for (const HistorySong &song : std::as_const(m_songs))
+        runs.insert(song.run);
+    m_history.setProtected(runs);
     const Outcome outcome = restoreSongs(run);
+    m_history.setProtected({});
     if (m_recorder != nullptr)
         m_recorder->finish(run.report());
     run.end();

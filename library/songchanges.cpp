@@ -1,5 +1,7 @@
 #include "library/songchanges.h"
 
+#include <QFileInfo>
+
 namespace brisel
 {
 
@@ -33,6 +35,18 @@ QList<RunReport::ChangedField> reportedChanges(const QList<FieldChange> &changes
     for (const FieldChange &change : changes)
         fields.append({fieldName(change.field), change.before, change.after});
     return fields;
+}
+
+qint64 historyBytes(const QStringList &files)
+{
+    constexpr qint64 entry = 4096; // with the tag of an MP3
+    qint64 bytes = 0;
+    for (const QString &path : files) {
+        const QFileInfo file(path);
+        const bool isMp3 = file.suffix().compare(QLatin1String("mp3"), Qt::CaseInsensitive) == 0;
+        bytes += entry + (isMp3 ? 0 : file.size() / 2); // compressed
+    }
+    return bytes;
 }
 
 } // namespace brisel

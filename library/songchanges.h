@@ -4,6 +4,7 @@
 #include "songfile/fieldchange.h"
 
 #include <QList>
+#include <QStringList>
 
 namespace brisel
 {
@@ -14,5 +15,8 @@ const char *fieldName(FieldChange::Field field);
 
 /// \a changes for RunReport::addChanges().
 QList<RunReport::ChangedField> reportedChanges(const QList<FieldChange> &changes);
+
+/// The bytes that the history takes, about, if all \a files are changed.
+qint64 historyBytes(const QStringList &files);
 
 } // namespace brisel

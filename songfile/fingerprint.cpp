@@ -1,6 +1,7 @@
 #include "songfile/fingerprint.h"
 
 #include "base/plainfile.h"
+#include "songfile/metasong.h"
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>
@@ -35,9 +36,12 @@ Fingerprint Fingerprint::ofMp3(const QByteArray &tag, const QByteArray &audio, q
 
 QByteArray Fingerprint::checksumOf(const PlainFile &file) const
 {
-    const qint64 checked = tagSize < 0 ? size : std::min(size, tagSize + checkedAudio);
+    const qint64 checked =
+        tagSize < 0 ? size : std::min(size, std::min(tagSize, size) + checkedAudio);
     QByteArray bytes;
-    return file.read(0, checked, bytes) ? checksumOfBytes(bytes) : QByteArray();
+    return checked <= MetaSong::maxSongSize + checkedAudio && file.read(0, checked, bytes)
+               ? checksumOfBytes(bytes)
+               : QByteArray();
 }
 
 bool Fingerprint::isOf(const PlainFile &file) const

@@ -25,7 +25,8 @@ struct Fingerprint {
     /// first #checkedAudio bytes count: the audio is never changed.
     static Fingerprint ofMp3(const QByteArray &tag, const QByteArray &audio, qint64 size);
 
-    /// The checksum of \a file for the same size and tagSize; empty if it can't be read.
+    /// The checksum of \a file for the same size and tagSize; empty if it can't be read, or if more
+    /// than MetaSong::maxSongSize would have to be read.
     QByteArray checksumOf(const PlainFile &file) const;
     /// Returns true if \a file has this content. Reads nothing if its size differs.
     [[nodiscard]] bool isOf(const PlainFile &file) const;

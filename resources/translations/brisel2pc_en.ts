@@ -489,6 +489,10 @@
         <source>è diversa dalla copia e non doveva essere sostituita</source>
         <translation>it differs from the copy and was not to be replaced</translation>
     </message>
+    <message>
+        <source>le modifiche occupano più spazio di quello concesso alla cronologia</source>
+        <translation>the changes take more space than the history may have</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -1734,6 +1738,14 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Anteprima sincronizzazione...</source>
         <translation>Preview of the synchronisation...</translation>
+    </message>
+    <message>
+        <source>Cronologia modifiche</source>
+        <translation>History of changes</translation>
+    </message>
+    <message>
+        <source>Con %1 MiB le operazioni più vecchie verranno eliminate dalla cronologia. Continuare?</source>
+        <translation>With %1 MiB the oldest runs will be deleted from the history. Continue?</translation>
     </message>
 </context>
 <context>

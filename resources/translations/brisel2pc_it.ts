@@ -489,6 +489,10 @@
         <source>è diversa dalla copia e non doveva essere sostituita</source>
         <translation>è diversa dalla copia e non doveva essere sostituita</translation>
     </message>
+    <message>
+        <source>le modifiche occupano più spazio di quello concesso alla cronologia</source>
+        <translation>le modifiche occupano più spazio di quello concesso alla cronologia</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -1734,6 +1738,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Anteprima sincronizzazione...</source>
         <translation>Anteprima sincronizzazione...</translation>
+    </message>
+    <message>
+        <source>Cronologia modifiche</source>
+        <translation>Cronologia modifiche</translation>
+    </message>
+    <message>
+        <source>Con %1 MiB le operazioni più vecchie verranno eliminate dalla cronologia. Continuare?</source>
+        <translation>Con %1 MiB le operazioni più vecchie verranno eliminate dalla cronologia. Continuare?</translation>
     </message>
 </context>
 <context>

@@ -39,6 +39,7 @@ private slots:
     void clearsAfterAQuestion();
     void saysWhyItCannotBeRead();
     void keepsItsLimit();
+    void deletesRunsBeyondANewLimit();
     void speaksEnglish();
     void opensNothingDuringARun();
     void showsTenThousandSongsAtOnce();
@@ -309,6 +310,35 @@ void TestHistoryDialog::keepsItsLimit()
     openHistory([](QDialog *dialog, QTreeView *) {
         QCOMPARE(dialog->findChild<QSpinBox *>()->value(), 12);
         QVERIFY(dialog->findChild<QLabel *>(u"sizeLabel"_qs)->text().contains(u"12"_qs));
+    });
+}
+
+/// A smaller limit deletes the oldest runs, after a question.
+void TestHistoryDialog::deletesRunsBeyondANewLimit()
+{
+    History history;
+    qint64 run = 0;
+    QList<qint64> ids;
+    const QByteArray old = noise(2 * 1024 * 1024, 1);
+    QVERIFY(history.add(run, RunKind::Edit, {keptSong(u"/a.mid"_qs, old, "new")}, ids));
+    QVERIFY(history.finish(run, {}, u"report"_qs));
+    for (const QMessageBox::StandardButton answer : {QMessageBox::No, QMessageBox::Yes}) {
+        DialogScript inner;
+        inner.expect("QMessageBox", [answer](QWidget *widget) {
+            auto *box = qobject_cast<QMessageBox *>(widget);
+            QCOMPARE(box->defaultButton(), box->button(QMessageBox::No));
+            QVERIFY(box->text().startsWith(u"Con 1 MiB le operazioni più vecchie"_qs));
+            QTest::mouseClick(box->button(answer), Qt::LeftButton);
+        });
+        openHistory([](QDialog *dialog, QTreeView *) {
+            auto *limit = dialog->findChild<QSpinBox *>();
+            QCOMPARE(limit->value(), 1024);
+            limit->setValue(1);
+        });
+        QCOMPARE(history.runs().size(), answer == QMessageBox::No ? 1 : 0);
+    }
+    openHistory([](QDialog *dialog, QTreeView *) {
+        QCOMPARE(dialog->findChild<QSpinBox *>()->value(), 1);
     });
 }
 

@@ -16,4 +16,17 @@ inline KeptSong keptSong(const QString &path, const QByteArray &before, const QB
             before};
 }
 
+/// \a size bytes that can't be compressed, others for each \a number.
+inline QByteArray noise(qint64 size, int number)
+{
+    QByteArray bytes;
+    bytes.reserve(size);
+    quint32 state = static_cast<quint32>(number) + 1;
+    while (bytes.size() < size) {
+        state = state * 1664525U + 1013904223U;
+        bytes.append(static_cast<char>(state >> 24U));
+    }
+    return bytes;
+}
+
 } // namespace brisel

@@ -19,6 +19,7 @@ private slots:
     void ignoresTheAudioBehindItsStart();
     void distinguishesTagsAndLengths();
     void isOfNoFileWithoutAChecksum();
+    void readsNoMoreThanASong();
 
 private:
     bool isOf(const Fingerprint &fingerprint, const QByteArray &content) const;
@@ -68,6 +69,23 @@ void TestFingerprint::isOfNoFileWithoutAChecksum()
 {
     QVERIFY(!isOf(Fingerprint(), ""));
     QVERIFY(isOf(Fingerprint::ofWhole(""), ""));
+}
+
+/// The numbers may come from a damaged history.
+void TestFingerprint::readsNoMoreThanASong()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"large.mid"_s));
+    constexpr qint64 size = 16 * 1024 * 1024 + 4097;
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(size));
+    PlainFile opened;
+    QVERIFY(opened.open(file.fileName()));
+    const QByteArray any(16, 'x');
+    QVERIFY((Fingerprint{any, size, -1}.checksumOf(opened).isEmpty()));
+    QVERIFY((Fingerprint{any, size, size}.checksumOf(opened).isEmpty()));
+    QVERIFY(
+        (Fingerprint{any, size, std::numeric_limits<qint64>::max()}.checksumOf(opened).isEmpty()));
+    QCOMPARE((Fingerprint{any, size, 16 * 1024 * 1024}.checksumOf(opened).size()), 16);
 }
 
 BRISEL_TEST(QCoreApplication, TestFingerprint)

@@ -18,13 +18,7 @@ constexpr qint64 kibibyte = 1024;
 /// A song whose old bytes can't be compressed.
 KeptSong songOf(qint64 size, int number)
 {
-    QByteArray noise;
-    quint32 state = static_cast<quint32>(number) + 1;
-    while (noise.size() < size) {
-        state = state * 1664525U + 1013904223U;
-        noise.append(static_cast<char>(state >> 24U));
-    }
-    return keptSong(u"/songs/%1.mid"_s.arg(number), noise, "new");
+    return keptSong(u"/songs/%1.mid"_s.arg(number), noise(size, number), "new");
 }
 
 } // namespace
@@ -40,6 +34,7 @@ private slots:
     void deletesTheOldestRuns();
     void keepsTheRunUnderWay();
     void cutsARunThatAloneExceedsTheLimit();
+    void keepsProtectedRunsUntilTheEnd();
     void trimsToANewLimit();
     void givesSpaceBack();
     void takesOneTwentiethOfTheDisk();
@@ -116,6 +111,29 @@ void TestHistoryLimits::cutsARunThatAloneExceedsTheLimit()
     QVERIFY(history.add(run, RunKind::Edit, {songOf(100 * kibibyte, 100)}, ids));
     QCOMPARE(history.runs().size(), 1);
     QVERIFY(!history.wasCut());
+}
+
+/// A run that is being restored is needed to its last song.
+void TestHistoryLimits::keepsProtectedRunsUntilTheEnd()
+{
+    History history(path());
+    history.setLimit(1000 * kibibyte);
+    const qint64 other = addRun(history, 1, 100 * kibibyte);
+    const qint64 restored = addRun(history, 6, 100 * kibibyte);
+    history.setProtected({restored});
+    qint64 run = 0;
+    QList<qint64> ids;
+    for (int i = 0; i < 6; ++i) {
+        QVERIFY(history.add(run, RunKind::Restore, {songOf(100 * kibibyte, 100 + i)}, ids));
+        QVERIFY(!history.wasCut());
+    }
+    QCOMPARE(history.runs().size(), 2);
+    QVERIFY(history.songs(other).isEmpty());
+    QCOMPARE(history.songs(restored).size(), 6);
+    QVERIFY(history.finish(run, {}, u"report"_s));
+    QCOMPARE(history.runs().size(), 1);
+    QCOMPARE(history.songs(run).size(), 6);
+    QVERIFY(history.bytesUsed() <= history.limit());
 }
 
 void TestHistoryLimits::trimsToANewLimit()

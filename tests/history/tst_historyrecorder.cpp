@@ -3,6 +3,8 @@
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -22,6 +24,8 @@ private slots:
     void dropsSongsThatWereNotWritten();
     void keepsEntriesOfDamagedSongs();
     void goesOnWithoutAHistory();
+    void goesOnAfterALock();
+    void reportsEntriesThatAreDeletedAtTheEnd();
 
 private:
     QString song(const QByteArray &content) const
@@ -113,6 +117,51 @@ void TestHistoryRecorder::goesOnWithoutAHistory()
              u"Non tutte le modifiche sono nella cronologia: non è un file"_s);
     QCOMPARE(recorder.run(), 0);
     QVERIFY(QFileInfo(m_path).isDir());
+}
+
+void TestHistoryRecorder::goesOnAfterALock()
+{
+    History history(m_path);
+    HistoryRecorder recorder(history, RunKind::Edit);
+    recorder.keep(keptSong(u"/a"_s, "1", "2"));
+    recorder.flush();
+    const QString name = u"other program"_s;
+    {
+        QSqlDatabase other = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+        other.setDatabaseName(m_path);
+        QVERIFY(other.open());
+        QVERIFY(QSqlQuery(other).exec(u"BEGIN IMMEDIATE"_s));
+        recorder.keep(keptSong(u"/b"_s, "1", "2"));
+        recorder.flush();
+    }
+    QSqlDatabase::removeDatabase(name);
+    QVERIFY(recorder.trouble() == HistoryReason::locked);
+    recorder.keep(keptSong(u"/c"_s, "1", "2"));
+    recorder.flush();
+    RunReport report;
+    recorder.finish(report);
+    const QString notice = u"Non tutte le modifiche sono nella cronologia: un altro programma sta "
+                           "usando la cronologia"_s;
+    QCOMPARE(report.text().trimmed(), notice);
+    QCOMPARE(history.report(recorder.run()), report.text());
+    QStringList paths;
+    for (const HistorySong &song : history.songs(recorder.run()))
+        paths.append(song.path);
+    QCOMPARE(paths, (QStringList{u"/a"_s, u"/c"_s}));
+}
+
+void TestHistoryRecorder::reportsEntriesThatAreDeletedAtTheEnd()
+{
+    History history(m_path);
+    HistoryRecorder recorder(history, RunKind::Edit);
+    for (int i = 0; i < 4; ++i)
+        recorder.keep(keptSong(QString::number(i), "1", "2"));
+    recorder.flush();
+    history.setLimit(1);
+    RunReport report;
+    recorder.finish(report);
+    QVERIFY2(report.text().contains(u"La cronologia è piena"_s), qPrintable(report.text()));
+    QCOMPARE(report.text().count(u"La cronologia"_s), 1);
 }
 
 BRISEL_TEST(QCoreApplication, TestHistoryRecorder)

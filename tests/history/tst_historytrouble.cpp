@@ -31,7 +31,9 @@ private slots:
     void reportsAnotherDatabase();
     void reportsANewerVersion();
     void reportsAnotherProgramsLock();
+    void makesTheTablesAfterALock();
     void reportsAFullDisk();
+    void reportsTooLittleSpaceBeforehand();
     void reportsAReadOnlyDisk();
     void takesOverAnEmptyFile();
     void clearsADamagedFile();
@@ -152,6 +154,35 @@ void TestHistoryTrouble::reportsAnotherProgramsLock()
     }
     QSqlDatabase::removeDatabase(u"other program"_s);
     QVERIFY(!whyNotAdded().has_value());
+}
+
+void TestHistoryTrouble::makesTheTablesAfterALock()
+{
+    makeFile(m_path, "");
+    History history(m_path);
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"other program"_s);
+        database.setDatabaseName(m_path);
+        QVERIFY(database.open());
+        QVERIFY(QSqlQuery(database).exec(u"BEGIN EXCLUSIVE"_s));
+        QVERIFY(history.whyUnusable() == HistoryReason::locked);
+    }
+    QSqlDatabase::removeDatabase(u"other program"_s);
+    QVERIFY(!history.whyUnusable().has_value());
+    qint64 run = 0;
+    QList<qint64> ids;
+    QVERIFY(history.add(run, RunKind::Edit, {keptSong(u"/a.mid"_s, "old", "new")}, ids));
+}
+
+void TestHistoryTrouble::reportsTooLittleSpaceBeforehand()
+{
+    const SmallDisk disk(m_folder->path(), 64 << 20);
+    if (!disk.isMounted())
+        QSKIP("only root may mount a disk");
+    History history(m_path);
+    QVERIFY(!history.whyUnusable(1 << 20).has_value());
+    QVERIFY(history.whyUnusable(4 << 20) == HistoryReason::tooSmall); // 5 % of the disk
+    QVERIFY(history.whyUnusable(64 << 20) == FileReason::noSpace);
 }
 
 void TestHistoryTrouble::reportsAFullDisk()

@@ -39,6 +39,7 @@ private slots:
     void restoresAnOlderChangeOfAnMp3Unasked();
     void followsOwnChangesOverARestore();
     void asksIfAnotherProgramWroteBetweenOwnChanges();
+    void restoresToTheEndWithAFullHistory();
     void leavesSongsThatAreAsBefore();
     void asksAboutChangedSongs();
     void restoresChangedSongsAfterAYes();
@@ -256,6 +257,18 @@ void TestRestore::asksIfAnotherProgramWroteBetweenOwnChanges()
     QCOMPARE(m_run->asked, QStringList{path});
     QCOMPARE(fileContent(path), last);
     QVERIFY(m_run->report().text().contains(Restore::changedSince.text()));
+}
+
+/// What is overwritten needs room, but not at the cost of the runs that are being restored.
+void TestRestore::restoresToTheEndWithAFullHistory()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("one", true));
+    synchronise();
+    edit(0, u"Edited"_s);
+    m_history->setLimit(m_history->bytesUsed());
+    QCOMPARE(restore(allSongs()), Restore::Outcome::Done);
+    QVERIFY2(m_run->report().failed() == 0, qPrintable(m_run->report().text()));
+    QCOMPARE(fileContent(path), m_before.value(path));
 }
 
 void TestRestore::leavesSongsThatAreAsBefore()
