@@ -115,13 +115,13 @@ std::optional<HistorySong> History::lastChange(const QString &path)
     return readSong(query);
 }
 
-QList<HistorySong> History::laterChanges(const HistorySong &song)
+QList<HistorySong> History::changes(const QString &path, qint64 after)
 {
     if (!m_file.open())
         return {};
     QSqlQuery query = m_file.query(selectSongs + u"WHERE path = ? AND id > ? ORDER BY id"_s);
-    query.addBindValue(song.path);
-    query.addBindValue(song.id);
+    query.addBindValue(path);
+    query.addBindValue(after);
     return readSongs(query);
 }
 

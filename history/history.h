@@ -64,8 +64,8 @@ public:
     QString report(qint64 run);
     /// The newest entry of the file at \a path.
     std::optional<HistorySong> lastChange(const QString &path);
-    /// The entries of the file at \a song.path that are newer than \a song, oldest first.
-    QList<HistorySong> laterChanges(const HistorySong &song);
+    /// The entries of the file at  path that are newer than the entry  after, oldest first.
+    QList<HistorySong> changes(const QString &path, qint64 after = 0);
 
     /// The disk space that the history takes, in bytes.
     qint64 bytesUsed() const;

@@ -16,7 +16,7 @@ namespace
 QSet<Fingerprint> ownContents(const HistorySong &song, History &history)
 {
     QSet<Fingerprint> contents{song.before, song.after};
-    const QList<HistorySong> changes = history.laterChanges(song);
+    const QList<HistorySong> changes = history.changes(song.path, song.id);
     for (const HistorySong &change : changes) {
         if (contents.contains(change.before))
             contents.insert(change.after);

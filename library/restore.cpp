@@ -158,9 +158,23 @@ QString Restore::findMoved(Run &run, const HistorySong &song)
             if (FoundSong::at(place, song, m_history).kind != FoundSong::Kind::AsWritten)
                 continue;
         }
-        if (!isInItsPlace(place))
+        if (!isTwin(song, place) && !isInItsPlace(place))
             return place;
     }
+}
+
+/// True if the file at \a path was there and became like \a song by a change of its own, in the
+/// same run or before.
+bool Restore::isTwin(const HistorySong &song, const QString &path)
+{
+    const Fingerprint &content = song.after;
+    const QList<HistorySong> changes = m_history.changes(path);
+    const auto first =
+        std::find_if(changes.cbegin(), changes.cend(), [&content](const HistorySong &change) {
+            return change.before == content || change.after == content;
+        });
+    return path != song.path && first != changes.cend() && first->before != content &&
+           first->run <= song.run;
 }
 
 /// True if the file at \a path is what one of the remaining changes expects there.

@@ -64,6 +64,7 @@ private:
     void restore(Run &run, const HistorySong &song);
     FoundSong lookAt(const QString &path, const HistorySong &song);
     QString findMoved(Run &run, const HistorySong &song);
+    bool isTwin(const HistorySong &song, const QString &path);
     bool isInItsPlace(const QString &path);
     bool mayOverwrite(Run &run, const QString &path);
     using Content = std::optional<Fingerprint>;

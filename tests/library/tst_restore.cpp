@@ -1,13 +1,6 @@
-#include "history/historyrecorder.h"
-#include "library/manualedit.h"
-#include "library/restore.h"
-#include "library/synchroniser.h"
-#include "tests/library/samplelibrary.h"
-#include "tests/scriptedrun.h"
+#include "tests/library/restoretest.h"
 #include "tests/songfile/samples.h"
 #include "tests/testprogram.h"
-
-#include <QTest>
 
 using namespace brisel;
 
@@ -24,14 +17,14 @@ QByteArray container(const QByteArray &magic, const QByteArray &midi)
 
 } // namespace
 
-/// Taking changes back, of every format, and what may have happened to the songs since.
-class TestRestore : public QObject
+/// Taking changes back, of every format, and songs that were changed again since.
+class TestRestore : public RestoreTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { open(); }
+    void cleanup() { close(); }
     void restoresEveryFormat();
     void takesARestoreBack();
     void restoresSeveralChangesOfOneSong();
@@ -44,114 +37,10 @@ private slots:
     void asksAboutChangedSongs();
     void restoresChangedSongsAfterAYes();
     void keepsTheAudioOfAChangedMp3();
-    void findsMovedSongs();
-    void takesEachOfTwoMovedCopiesOnce();
-    void takesTheFirstOfTwoEqualCopies();
-    void findsSongsThatChangedPlaces();
-    void findsSongsThatChangedPlacesAndWereEqual();
-    void leavesTheCopyOfADeletedSongToItsOwnChange();
-    void leavesWhatIsInTheOldPlaceOfAMovedSong();
-    void followsASongThroughSeveralChanges();
-    void followsASongThatMovedBetweenItsChanges();
     void reportsMissingSongs();
     void reportsAMissingEntry();
     void stopsWhenInterrupted();
-
-private:
-    QString add(const QString &name, const QByteArray &content);
-    void synchronise();
-    void edit(int row, const QString &title);
-    void move(const QString &from, const QString &to);
-    Restore::Outcome restore(QList<HistorySong> songs);
-    Restore::Outcome restoreLastRun() { return restore(songsOfLastRun()); }
-    QList<HistorySong> songsOfLastRun() { return m_history->songs(m_history->runs().value(0).id); }
-    QList<HistorySong> songsOfFirstRun() { return m_history->songs(m_history->runs().last().id); }
-    QList<HistorySong> allSongs();
-    void writeMarked(const QString &path);
-
-    std::unique_ptr<Sample::Library> m_library;
-    std::unique_ptr<History> m_history;
-    std::unique_ptr<ScriptedRun> m_run;
-    QMap<QString, QByteArray> m_before;
 };
-
-void TestRestore::init()
-{
-    m_library = std::make_unique<Sample::Library>(
-        QList<Sample::CatalogueRow>{{u"ONE"_s, u"ONE LOVE"_s, u"X"_s}});
-    m_history = std::make_unique<History>(m_library->path(u"data/history.sqlite"_s));
-    m_run = std::make_unique<ScriptedRun>(RunReport::Operation::Restore);
-}
-
-void TestRestore::cleanup()
-{
-    m_run.reset();
-    m_history.reset();
-    m_library.reset();
-    m_before.clear();
-}
-
-QString TestRestore::add(const QString &name, const QByteArray &content)
-{
-    m_before.insert(m_library->path(name), content);
-    return m_library->add(name, content);
-}
-
-void TestRestore::synchronise()
-{
-    ScriptedRun run;
-    HistoryRecorder recorder(*m_history, RunKind::Synchronisation);
-    Synchroniser synchroniser(m_library->model(), m_library->database(), false);
-    synchroniser.setRecorder(&recorder);
-    QCOMPARE(synchroniser.run(run), Synchroniser::Outcome::Done);
-    QVERIFY2(run.report().failed() == 0, qPrintable(run.report().text()));
-}
-
-void TestRestore::edit(int row, const QString &title)
-{
-    const QString path = m_library->model().fileName(row);
-    SongFile file(path);
-    SongInfo info = file.info;
-    info.title = title;
-    HistoryRecorder recorder(*m_history, RunKind::Edit);
-    ManualEdit edit(m_library->model(), file.song, info, path, row, {});
-    edit.setRecorder(&recorder);
-    ScriptedRun run;
-    QCOMPARE(edit.run(run), ManualEdit::Outcome::Done);
-    QVERIFY2(run.report().failed() == 0, qPrintable(run.report().text()));
-}
-
-/// As another program might; both paths stay in the list.
-void TestRestore::move(const QString &from, const QString &to)
-{
-    QVERIFY(QFile::rename(from, to));
-}
-
-QList<HistorySong> TestRestore::allSongs()
-{
-    QList<HistorySong> songs;
-    for (const HistoryRun &run : m_history->runs())
-        songs += m_history->songs(run.id);
-    return songs;
-}
-
-Restore::Outcome TestRestore::restore(QList<HistorySong> songs)
-{
-    HistoryRecorder recorder(*m_history, RunKind::Restore);
-    return Restore(m_library->model(), *m_history, std::move(songs), &recorder).run(*m_run);
-}
-
-/// Changes the song as another program might.
-void TestRestore::writeMarked(const QString &path)
-{
-    MetaSong song;
-    QVERIFY(song.importFile(path));
-    SongInfo info;
-    song.getSongInfo(info);
-    info.title = u"By another program"_s;
-    song.setSongInfo(info, true);
-    QVERIFY(song.saveToFile(path));
-}
 
 void TestRestore::restoresEveryFormat()
 {
@@ -318,148 +207,6 @@ void TestRestore::keepsTheAudioOfAChangedMp3()
     m_run->answers = {Run::Answer::Yes};
     QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
     QCOMPARE(fileContent(path), other);
-}
-
-void TestRestore::findsMovedSongs()
-{
-    const QString midi = add(u"one.mid"_s, Sample::midi("One", true));
-    const QString mp3 = add(u"one.mp3"_s, Samples::audio(9000));
-    synchronise();
-    const QString movedMidi = m_library->add(u"new/one.mid"_s, fileContent(midi));
-    const QString movedMp3 = m_library->add(u"new/one.mp3"_s, fileContent(mp3));
-    QVERIFY(QFile::remove(midi) && QFile::remove(mp3));
-    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
-    QCOMPARE(fileContent(movedMidi), m_before[midi]);
-    QCOMPARE(fileContent(movedMp3), m_before[mp3]);
-    QVERIFY(!QFile::exists(midi) && !QFile::exists(mp3));
-    QCOMPARE(m_library->shown(2, u"artist"_s), QString());
-    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
-    QVERIFY(fileContent(movedMidi) != m_before[midi]);
-}
-
-void TestRestore::takesEachOfTwoMovedCopiesOnce()
-{
-    const QByteArray song = Sample::midi("One", true);
-    const QStringList old = {add(u"a/one.mid"_s, song), add(u"b/one.mid"_s, song)};
-    synchronise();
-    QStringList moved;
-    for (const QString &path : old) {
-        moved.append(m_library->add(u"c/%1/one.mid"_s.arg(moved.size()), fileContent(path)));
-        QVERIFY(QFile::remove(path));
-    }
-    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
-    for (const QString &path : moved)
-        QCOMPARE(fileContent(path), song);
-    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 2);
-}
-
-void TestRestore::takesTheFirstOfTwoEqualCopies()
-{
-    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
-    synchronise();
-    const QByteArray written = fileContent(path);
-    const QString second = m_library->add(u"a/other.mid"_s, written);
-    const QString third = m_library->add(u"b/another.mid"_s, written);
-    QVERIFY(QFile::remove(path));
-    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
-    QCOMPARE(m_run->asked, QStringList());
-    QCOMPARE(fileContent(second), m_before[path]);
-    QCOMPARE(fileContent(third), written);
-    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 1);
-}
-
-void TestRestore::findsSongsThatChangedPlaces()
-{
-    const QString one = add(u"a/one.mid"_s, Sample::midi("Of the first", true));
-    const QString two = add(u"b/one.mid"_s, Sample::midi("Of the other", true));
-    synchronise();
-    const QString aside = m_library->path(u"aside"_s);
-    move(one, aside);
-    move(two, one);
-    move(aside, two);
-    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
-    QCOMPARE(m_run->asked, QStringList());
-    QCOMPARE(fileContent(one), m_before[two]);
-    QCOMPARE(fileContent(two), m_before[one]);
-    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 2);
-}
-
-/// Before their changes.
-void TestRestore::findsSongsThatChangedPlacesAndWereEqual()
-{
-    const QByteArray song = Sample::midi("One", true);
-    const QString one = add(u"a/one.mid"_s, song);
-    const QString two = add(u"b/one.mid"_s, song);
-    edit(0, u"The first"_s);
-    edit(1, u"The other, with a longer title"_s);
-    const QString aside = m_library->path(u"aside"_s);
-    move(one, aside);
-    move(two, one);
-    move(aside, two);
-    QCOMPARE(restore(allSongs()), Restore::Outcome::Done);
-    QCOMPARE(m_run->asked, QStringList());
-    QCOMPARE(fileContent(one), song);
-    QCOMPARE(fileContent(two), song);
-    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 2);
-}
-
-/// Both songs were equal after the change, and are not before it.
-void TestRestore::leavesTheCopyOfADeletedSongToItsOwnChange()
-{
-    const QByteArray song = Sample::midi("One", true);
-    const QStringList paths{add(u"a/one.mid"_s, song), add(u"b/one.mid"_s, song)};
-    edit(0, u"The first"_s);
-    edit(1, u"The other"_s);
-    const QByteArray second = fileContent(paths.at(1));
-    edit(1, u"Equal"_s);
-    edit(0, u"Equal"_s);
-    QCOMPARE(fileContent(paths.at(0)), fileContent(paths.at(1)));
-    QVERIFY(QFile::remove(paths.at(0)));
-    const QList<HistoryRun> runs = m_history->runs();
-    QCOMPARE(restore(m_history->songs(runs.at(0).id) + m_history->songs(runs.at(1).id)),
-             Restore::Outcome::Done);
-    QCOMPARE(fileContent(paths.at(1)), second);
-    QCOMPARE(m_run->report().counted(RunReport::Success::Restored), 1);
-    QVERIFY(m_run->report().text().contains(u"Non ripristinata (il file non esiste): "_s +
-                                            paths.at(0)));
-}
-
-void TestRestore::leavesWhatIsInTheOldPlaceOfAMovedSong()
-{
-    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
-    synchronise();
-    const QString moved = m_library->add(u"new/two.mid"_s, fileContent(path));
-    makeFile(path, "something else");
-    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
-    QCOMPARE(m_run->asked, QStringList());
-    QCOMPARE(fileContent(path), "something else");
-    QCOMPARE(fileContent(moved), m_before[path]);
-}
-
-void TestRestore::followsASongThroughSeveralChanges()
-{
-    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
-    synchronise();
-    QCOMPARE(restoreLastRun(), Restore::Outcome::Done);
-    synchronise();
-    const QString moved = m_library->add(u"new/one.mid"_s, fileContent(path));
-    QVERIFY(QFile::remove(path));
-    QCOMPARE(restore(allSongs()), Restore::Outcome::Done);
-    QCOMPARE(m_run->report().failed(), 0);
-    QCOMPARE(fileContent(moved), m_before[path]);
-}
-
-void TestRestore::followsASongThatMovedBetweenItsChanges()
-{
-    const QString path = add(u"one.mid"_s, Sample::midi("One", true));
-    synchronise();
-    const QString moved = m_library->add(u"new/two.mid"_s, fileContent(path));
-    QVERIFY(QFile::remove(path));
-    edit(1, u"Edited"_s);
-    QCOMPARE(restore(allSongs()), Restore::Outcome::Done);
-    QCOMPARE(m_run->asked, QStringList());
-    QVERIFY2(m_run->report().failed() == 0, qPrintable(m_run->report().text()));
-    QCOMPARE(fileContent(moved), m_before[path]);
 }
 
 void TestRestore::reportsMissingSongs()
