@@ -2,7 +2,6 @@
 
 #include "base/filefailure.h"
 #include "base/freespace.h"
-#include "history/packing.h"
 #include "songfile/metasong.h"
 
 #include <QDir>
@@ -127,18 +126,12 @@ QList<HistorySong> History::changes(const QString &path, qint64 after)
 
 QList<FieldChange> History::fields(qint64 song)
 {
-    QList<FieldChange> fields;
     if (!m_file.open())
-        return fields;
-    QSqlQuery query =
-        m_file.query(u"SELECT field, before, after FROM field WHERE song = ? ORDER BY field"_s);
+        return {};
+    QSqlQuery query = m_file.query(u"SELECT fields FROM song WHERE id = ?"_s);
     query.addBindValue(song);
-    if (!m_file.exec(query))
-        return fields;
-    while (query.next())
-        fields.append({static_cast<FieldChange::Field>(query.value(0).toInt()),
-                       query.value(1).toString(), query.value(2).toString()});
-    return fields;
+    return m_file.exec(query) && query.next() ? fieldsIn(query.value(0).toString())
+                                              : QList<FieldChange>();
 }
 
 std::optional<QByteArray> History::oldBytes(qint64 song)
@@ -177,9 +170,9 @@ qint64 History::limit() const
 bool History::clear()
 {
     if (m_file.open()) {
-        if (m_file.begin() && m_file.exec(u"DELETE FROM field"_s) &&
-            m_file.exec(u"DELETE FROM old"_s) && m_file.exec(u"DELETE FROM song"_s) &&
-            m_file.exec(u"DELETE FROM run"_s) && m_file.end()) {
+        if (m_file.begin() && m_file.exec(u"DELETE FROM old"_s) &&
+            m_file.exec(u"DELETE FROM song"_s) && m_file.exec(u"DELETE FROM run"_s) &&
+            m_file.end()) {
             m_file.giveBack(std::numeric_limits<int>::max());
             return true;
         }

@@ -2,8 +2,8 @@
 
 #include "base/reason.h"
 #include "history/historyfile.h"
+#include "history/packing.h"
 #include "songfile/fieldchange.h"
-#include "songfile/songkeeper.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -91,7 +91,7 @@ public:
     /// entries \a unwritten, and the oldest runs if the limit would be exceeded. With the number 0
     /// starts a run of \a kind, and sets it. On the disk when it returns true; on failure nothing
     /// is written.
-    [[nodiscard]] bool add(qint64 &run, RunKind kind, const QList<KeptSong> &kept,
+    [[nodiscard]] bool add(qint64 &run, RunKind kind, const QList<PackedSong> &songs,
                            QList<qint64> &ids, const QList<qint64> &unwritten = {});
     /// Returns true if the last add() or finish() had to delete older entries of its own run,
     /// because this run alone exceeds the limit.
@@ -110,7 +110,7 @@ private:
     [[nodiscard]] bool cutRun(qint64 run, qint64 bytes);
     [[nodiscard]] bool deleteSongs(const QList<qint64> &songs);
     [[nodiscard]] bool insertRun(qint64 &run, RunKind kind);
-    [[nodiscard]] bool addSongs(qint64 &run, RunKind kind, const QList<KeptSong> &kept,
+    [[nodiscard]] bool addSongs(qint64 &run, RunKind kind, const QList<PackedSong> &songs,
                                 QList<qint64> &ids);
     [[nodiscard]] bool execWith(const QString &statement, const QVariantList &values);
 

@@ -23,19 +23,20 @@ void HistoryRecorder::keep(const KeptSong &song)
 {
     m_entries.insert(song.path, {0, song.before});
     if (!isHopeless())
-        m_pending.append(song);
+        m_pending.add(song);
 }
 
 void HistoryRecorder::drop(const QString &path, qint64 id)
 {
-    m_pending.removeIf([&path](const KeptSong &song) { return song.path == path; });
     if (id != 0)
         m_unwritten.append(id);
+    else
+        m_pending.remove(path);
 }
 
 void HistoryRecorder::flush()
 {
-    const QList<KeptSong> songs = std::exchange(m_pending, {});
+    const QList<PackedSong> songs = m_pending.takeAll();
     QList<qint64> ids;
     if (songs.isEmpty() || isHopeless())
         return;

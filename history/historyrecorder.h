@@ -3,6 +3,7 @@
 #include "base/filewriting.h"
 #include "base/runreport.h"
 #include "history/history.h"
+#include "history/packingqueue.h"
 #include "songfile/songkeeper.h"
 
 #include <QCoreApplication>
@@ -50,7 +51,7 @@ private:
     History &m_history;
     const RunKind m_kind;
     qint64 m_run = 0;
-    QList<KeptSong> m_pending;       ///< not yet in the history
+    PackingQueue m_pending;          ///< not yet in the history
     QHash<QString, Entry> m_entries; ///< of songs that are not settled yet, by their paths
     QList<qint64> m_unwritten;       ///< entries of songs that were not changed
     bool m_isCut = false;            ///< the run alone exceeds the limit of the history

@@ -1,7 +1,6 @@
 // The part of History that writes the entries of a run.
 
 #include "history/history.h"
-#include "history/packing.h"
 
 #include <QVariant>
 
@@ -23,24 +22,22 @@ class SongInsertion
 public:
     explicit SongInsertion(HistoryFile &file)
         : m_file(file),
-          m_song(file.query(u"INSERT INTO song(run, path, format, before, sizebefore, tagbefore, "
-                            "after, sizeafter, tagafter) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"_s)),
-          m_field(file.query(u"INSERT INTO field VALUES (?, ?, ?, ?)"_s)),
+          m_song(file.query(
+              u"INSERT INTO song(run, path, format, before, sizebefore, tagbefore, after, "
+              "sizeafter, tagafter, fields) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s)),
           m_old(file.query(u"INSERT INTO old VALUES (?, ?, ?, ?)"_s))
     {
     }
 
     /// Returns the number of the song, nothing on failure.
-    std::optional<qint64> insert(qint64 run, const KeptSong &song);
+    std::optional<qint64> insert(qint64 run, const PackedSong &song);
 
 private:
     [[nodiscard]] bool exec(QSqlQuery &query, const QVariantList &values);
 
     HistoryFile &m_file;
     QSqlQuery m_song;
-    QSqlQuery m_field;
     QSqlQuery m_old;
-    Packer m_packer;
 };
 
 bool SongInsertion::exec(QSqlQuery &query, const QVariantList &values)
@@ -50,23 +47,25 @@ bool SongInsertion::exec(QSqlQuery &query, const QVariantList &values)
     return m_file.exec(query);
 }
 
-std::optional<qint64> SongInsertion::insert(qint64 run, const KeptSong &song)
+std::optional<qint64> SongInsertion::insert(qint64 run, const PackedSong &song)
 {
-    if (!exec(m_song,
-              {run, song.path, song.format, song.before.checksum, song.before.size,
-               song.before.tagSize, song.after.checksum, song.after.size, song.after.tagSize}))
+    if (!exec(m_song, {run, song.path, song.format, song.before.checksum, song.before.size,
+                       song.before.tagSize, song.after.checksum, song.after.size,
+                       song.after.tagSize, song.fields}))
         return {};
     const qint64 id = m_song.lastInsertId().toLongLong();
-    for (const FieldChange &field : song.fields) {
-        if (!exec(m_field, {id, static_cast<int>(field.field), field.before, field.after}))
-            return {};
-    }
-    const Packed packed = m_packer.pack(song.oldBytes);
     // Without any bytes the value would be null.
-    const QByteArray stored = packed.bytes.isNull() ? QByteArray("") : packed.bytes;
-    if (!exec(m_old, {id, static_cast<int>(packed.kind), song.oldBytes.size(), stored}))
+    const QByteArray stored = song.old.bytes.isNull() ? QByteArray("") : song.old.bytes;
+    if (!exec(m_old, {id, static_cast<int>(song.old.kind), song.oldSize, stored}))
         return {};
     return id;
+}
+
+/// The space that \a song takes in the file, about.
+qint64 bytesOf(const PackedSong &song)
+{
+    constexpr qint64 rest = 256; // bytes for checksums and numbers
+    return song.old.bytes.size() + 2 * (song.path.size() + song.fields.size()) + rest;
 }
 
 } // namespace
@@ -79,7 +78,7 @@ bool History::execWith(const QString &statement, const QVariantList &values)
     return m_file.exec(query);
 }
 
-bool History::add(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<qint64> &ids,
+bool History::add(qint64 &run, RunKind kind, const QList<PackedSong> &songs, QList<qint64> &ids,
                   const QList<qint64> &unwritten)
 {
     ids.clear();
@@ -87,11 +86,11 @@ bool History::add(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<
     if (!m_file.openOrCreate() || !m_file.begin())
         return false;
     qint64 bytes = 0;
-    for (const KeptSong &song : kept)
-        bytes += song.oldBytes.size();
+    for (const PackedSong &song : songs)
+        bytes += bytesOf(song);
     qint64 written = run;
     const bool isWritten =
-        deleteSongs(unwritten) && makeRoom(run, bytes) && addSongs(written, kind, kept, ids);
+        deleteSongs(unwritten) && makeRoom(run, bytes) && addSongs(written, kind, songs, ids);
     if (!isWritten)
         m_file.drop();
     if (!isWritten || !m_file.end()) {
@@ -102,12 +101,13 @@ bool History::add(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<
     return true;
 }
 
-bool History::addSongs(qint64 &run, RunKind kind, const QList<KeptSong> &kept, QList<qint64> &ids)
+bool History::addSongs(qint64 &run, RunKind kind, const QList<PackedSong> &songs,
+                       QList<qint64> &ids)
 {
     if (!insertRun(run, kind))
         return false;
     SongInsertion insertion(m_file);
-    for (const KeptSong &song : kept) {
+    for (const PackedSong &song : songs) {
         const std::optional<qint64> id = insertion.insert(run, song);
         if (!id.has_value())
             return false;

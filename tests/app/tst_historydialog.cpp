@@ -374,7 +374,7 @@ void TestHistoryDialog::showsTenThousandSongsAtOnce()
 {
     constexpr int count = 10000;
     History history;
-    QList<KeptSong> songs;
+    QList<PackedSong> songs;
     for (int i = 0; i < count; ++i)
         songs.append(keptSong(u"/none/%1.mid"_qs.arg(i), "old", "new"));
     qint64 run = 0;

@@ -19,6 +19,8 @@ private slots:
     void cleanup() { m_folder.reset(); }
     void createsNothingBeforeTheFirstChange();
     void keepsSongsWithTheirFields();
+    void storesFieldsAsJson();
+    void ignoresDamagedFields();
     void listsTheNewestRunFirst();
     void findsTheLastChangeOfAPath();
     void deletesEntriesOfUnwrittenSongs();
@@ -37,7 +39,7 @@ namespace
 {
 
 /// Adds a run with one entry for each song, and returns its number.
-qint64 addRun(History &history, const QList<KeptSong> &songs, RunKind kind = RunKind::Edit)
+qint64 addRun(History &history, const QList<PackedSong> &songs, RunKind kind = RunKind::Edit)
 {
     qint64 run = 0;
     QList<qint64> ids;
@@ -87,6 +89,27 @@ void TestHistory::keepsSongsWithTheirFields()
     QCOMPARE(history.fields(songs.first().id), song.fields);
     QVERIFY(history.oldBytes(songs.first().id) == song.oldBytes);
     QVERIFY(history.bytesUsed() > 0);
+}
+
+/// As docs/formats/history.md has them, written by hand.
+void TestHistory::storesFieldsAsJson()
+{
+    const QString text = u"[[1,\"Title\",\"Another \\\"title\\\"\"],[6,\"\",\"120\"]]"_s;
+    const QList<FieldChange> fields{{FieldChange::Field::Title, u"Title"_s, u"Another \"title\""_s},
+                                    {FieldChange::Field::Bpm, QString(), u"120"_s}};
+    QCOMPARE(fieldsText(fields), text);
+    QVERIFY(fieldsIn(text) == fields);
+    QVERIFY(fieldsIn(u"[ [ 8, \"\\u00e0\", \"\" ] ]"_s) ==
+            QList<FieldChange>({{FieldChange::Field::Markers, u"à"_s, QString()}}));
+}
+
+void TestHistory::ignoresDamagedFields()
+{
+    for (const QString &text :
+         {u""_s, u"["_s, u"{}"_s, u"[1]"_s, u"[[1,\"a\"]]"_s, u"[[1,\"a\",\"b\",\"c\"]]"_s,
+          u"[[0,\"a\",\"b\"]]"_s, u"[[9,\"a\",\"b\"]]"_s, u"[[\"1\",\"a\",\"b\"]]"_s,
+          u"[[1,\"a\",2]]"_s, u"[[1,null,\"b\"]]"_s})
+        QVERIFY2(fieldsIn(text).isEmpty(), qPrintable(text));
 }
 
 void TestHistory::listsTheNewestRunFirst()
