@@ -3,7 +3,6 @@
 #include "app/aboutdialog.h"
 #include "app/columnfitting.h"
 #include "app/currentrowkeeper.h"
-#include "app/emptytablehint.h"
 #include "app/helpdialog.h"
 #include "app/songfilter.h"
 #include "app/songtooltip.h"
@@ -14,6 +13,7 @@
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
 #include "library/dialogs/dataeditdialog.h"
+#include "library/dialogs/emptytablehint.h"
 #include "ui_mainwindow.h"
 
 #include <QAction>

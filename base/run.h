@@ -19,7 +19,8 @@ namespace brisel
 class Run
 {
 public:
-    /// The answer to a question about one file. Closing the dialog gives Yes.
+    /// The answer to a question about one file. Closing the dialog gives Yes, but No to
+    /// Question::RestoreChanged.
     enum class Answer { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
     /// Each has its own "to all" answer, which is valid for the rest of the run.
     enum class Question {

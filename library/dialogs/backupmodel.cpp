@@ -55,9 +55,18 @@ QVariant BackupModel::data(const QModelIndex &index, int role) const
     const BackupList::Line &line = m_lines.at(index.row());
     if (role == Qt::CheckStateRole && index.column() == Name && !line.refused.has_value())
         return m_checked.at(index.row()) ? Qt::Checked : Qt::Unchecked;
-    if (role != Qt::DisplayRole)
+    if (role == Qt::DisplayRole)
+        return text(line, index.column());
+    if (role != Qt::ToolTipRole)
         return {};
-    switch (index.column()) {
+    const QString shown = text(line, index.column());
+    // Rich text would be interpreted.
+    return shown.isEmpty() ? QVariant() : QStringLiteral("<p>%1</p>").arg(shown.toHtmlEscaped());
+}
+
+QString BackupModel::text(const BackupList::Line &line, int column)
+{
+    switch (column) {
     case Name:
         return line.entry.name.simplified();
     case Path:

@@ -31,6 +31,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    static QString text(const BackupList::Line &line, int column);
+
     const QList<BackupList::Line> m_lines;
     QList<bool> m_checked; ///< for each line
 };

@@ -12,14 +12,15 @@ BackupRestoreDialog::BackupRestoreDialog(const QList<BackupList::Line> &lines, Q
     : QDialog(parent), m_ui(std::make_unique<Ui::BackupRestoreDialog>()),
       m_model(new BackupModel(lines, this))
 {
-    constexpr int nameWidth = 220; // pixels
-    constexpr int pathWidth = 380;
+    constexpr int nameWidth = 26; // percent of the window; the rest is for the note
+    constexpr int pathWidth = 38;
     m_ui->setupUi(this);
     m_ui->songsTreeView->setModel(m_model);
-    m_ui->songsTreeView->setColumnWidth(BackupModel::Name, nameWidth);
-    m_ui->songsTreeView->setColumnWidth(BackupModel::Path, pathWidth);
+    m_ui->songsTreeView->setColumnWidth(BackupModel::Name, width() * nameWidth / 100);
+    m_ui->songsTreeView->setColumnWidth(BackupModel::Path, width() * pathWidth / 100);
     connect(m_model, &QAbstractItemModel::dataChanged, this, &BackupRestoreDialog::updateButtons);
     updateButtons();
+    m_ui->songsTreeView->setCurrentIndex(m_model->index(0, BackupModel::Name));
     m_ui->songsTreeView->setFocus();
 }
 

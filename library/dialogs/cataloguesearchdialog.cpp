@@ -2,7 +2,8 @@
 
 #include "ui_cataloguesearchdialog.h"
 
-#include <QEvent>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPushButton>
 
 namespace brisel
@@ -10,7 +11,8 @@ namespace brisel
 
 CatalogueSearchDialog::CatalogueSearchDialog(CatalogueSearch &search, const SongInfo &info,
                                              const QString &fileName, QWidget *parent)
-    : QDialog(parent), m_search(search), m_ui(std::make_unique<Ui::CatalogueSearchDialog>())
+    : QDialog(parent), m_search(search), m_fileName(fileName),
+      m_ui(std::make_unique<Ui::CatalogueSearchDialog>())
 {
     m_ui->setupUi(this);
     m_ui->resultTableWidget->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
@@ -21,6 +23,8 @@ CatalogueSearchDialog::CatalogueSearchDialog(CatalogueSearch &search, const Song
     m_ui->searchLineEdit->setText(info.title.isEmpty() ? fileName.section(u'.', 0, -2)
                                                        : info.title);
     m_ui->searchLineEdit->selectAll();
+    m_ui->searchLineEdit->installEventFilter(this);
+    showSong();
     show(m_search.guesses(info, fileName));
 }
 
@@ -40,7 +44,20 @@ void CatalogueSearchDialog::changeEvent(QEvent *event)
     if (event->type() != QEvent::LanguageChange)
         return;
     m_ui->retranslateUi(this);
+    showSong();
     showHint();
+}
+
+/// The arrow keys choose a row while the words are typed.
+bool CatalogueSearchDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
+            key == Qt::Key_PageDown)
+            return QCoreApplication::sendEvent(m_ui->resultTableWidget, event);
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void CatalogueSearchDialog::on_searchLineEdit_textEdited(const QString &text)
@@ -63,6 +80,11 @@ void CatalogueSearchDialog::show(const QList<CatalogueSong> &songs)
         table->setCurrentCell(0, 0);
     m_ui->choosePushButton->setEnabled(!songs.isEmpty());
     showHint();
+}
+
+void CatalogueSearchDialog::showSong()
+{
+    m_ui->songLabel->setWholeText(tr("Song da cercare: %1").arg(m_fileName));
 }
 
 void CatalogueSearchDialog::showHint()

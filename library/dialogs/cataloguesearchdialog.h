@@ -32,15 +32,18 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:
     void on_searchLineEdit_textEdited(const QString &text);
 
 private:
     void show(const QList<CatalogueSong> &songs);
+    void showSong();
     void showHint();
 
     CatalogueSearch &m_search;
+    const QString m_fileName;
     std::unique_ptr<Ui::CatalogueSearchDialog> m_ui;
     QList<CatalogueSong> m_songs; ///< by row
 };

@@ -16,19 +16,20 @@ HistoryDialog::HistoryDialog(History &history, int limit, QWidget *parent)
     : QDialog(parent), m_history(history), m_ui(std::make_unique<Ui::HistoryDialog>()),
       m_model(new HistoryModel(history, this))
 {
-    constexpr int whatWidth = 330; // pixels
-    constexpr int textWidth = 180;
+    constexpr int whatWidth = 32; // percent of the window; the rest is for the state
+    constexpr int textWidth = 17;
     m_ui->setupUi(this);
     m_ui->limitSpinBox->setValue(limit);
     QTreeView *view = m_ui->historyTreeView;
     view->setModel(m_model);
-    view->setColumnWidth(HistoryModel::What, whatWidth);
-    view->setColumnWidth(HistoryModel::Before, textWidth);
-    view->setColumnWidth(HistoryModel::After, textWidth);
+    view->setColumnWidth(HistoryModel::What, width() * whatWidth / 100);
+    view->setColumnWidth(HistoryModel::Before, width() * textWidth / 100);
+    view->setColumnWidth(HistoryModel::After, width() * textWidth / 100);
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &HistoryDialog::updateButtons);
     connect(m_model, &QAbstractItemModel::modelReset, this, &HistoryDialog::showState);
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &HistoryDialog::showState);
+    view->setCurrentIndex(m_model->index(0, HistoryModel::What));
     showState();
     view->setFocus();
 }

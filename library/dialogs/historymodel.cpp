@@ -3,7 +3,7 @@
 #include "library/foundsong.h"
 #include "library/songchanges.h"
 
-#include <QFileInfo>
+#include <QHash>
 #include <QLocale>
 
 #include <utility>
@@ -36,6 +36,11 @@ QString cellText(const QString &text)
     return text.left(longest).simplified();
 }
 
+QString fileNameOf(const HistorySong &song)
+{
+    return song.path.section(u'/', -1);
+}
+
 } // namespace
 
 /// A run, a song or a field; what the others have is empty.
@@ -45,6 +50,7 @@ struct HistoryModel::Node {
     Node *parent = nullptr;
     HistoryRun run = {};
     HistorySong song = {};
+    QString name = {}; ///< of a song, as it is shown
     FieldChange field = {};
     bool isFetched = false;
     mutable std::optional<QString> state = {}; ///< of a song that was shown
@@ -166,6 +172,9 @@ void HistoryModel::fetchSongs(const QModelIndex &run)
     noteTrouble();
     if (songs.isEmpty())
         return;
+    QHash<QString, int> names;
+    for (const HistorySong &song : songs)
+        ++names[fileNameOf(song)];
     beginInsertRows(run, 0, static_cast<int>(songs.size()) - 1);
     node->children.reserve(static_cast<std::size_t>(songs.size()));
     for (const HistorySong &song : songs) {
@@ -174,6 +183,10 @@ void HistoryModel::fetchSongs(const QModelIndex &run)
         child->row = static_cast<int>(node->children.size());
         child->parent = node;
         child->song = song;
+        child->name = fileNameOf(song);
+        // Songs of one name are told apart by their folders.
+        if (names.value(child->name) > 1)
+            child->name += QStringLiteral(" - %1").arg(song.path.chopped(child->name.size() + 1));
         node->children.push_back(std::move(child));
     }
     endInsertRows();
@@ -206,10 +219,13 @@ QVariant HistoryModel::data(const QModelIndex &index, int role) const
     const Node &node = *nodeOf(index);
     if (role == Qt::DisplayRole)
         return text(node, index.column());
+    if (role != Qt::ToolTipRole || node.level == Level::Run)
+        return {};
+    const QString shown = node.level == Level::Song && index.column() == What
+                              ? node.song.path.simplified()
+                              : text(node, index.column());
     // Rich text would be interpreted.
-    if (role == Qt::ToolTipRole && node.level == Level::Song)
-        return QStringLiteral("<p>%1</p>").arg(node.song.path.simplified().toHtmlEscaped());
-    return {};
+    return shown.isEmpty() ? QVariant() : QStringLiteral("<p>%1</p>").arg(shown.toHtmlEscaped());
 }
 
 QString HistoryModel::text(const Node &node, int column) const
@@ -245,7 +261,7 @@ QString HistoryModel::runText(const HistoryRun &run, int column)
 QString HistoryModel::songText(const Node &song, int column) const
 {
     if (column == What)
-        return QFileInfo(song.song.path).fileName();
+        return cellText(song.name);
     if (column != State)
         return {};
     if (!song.state.has_value())

@@ -15,9 +15,11 @@ NoCopyrightDialog::NoCopyrightDialog(QWidget *parent)
 
 NoCopyrightDialog::~NoCopyrightDialog() = default;
 
-Run::Answer NoCopyrightDialog::ask(QWidget *parent, const QString &path, const QString &message)
+Run::Answer NoCopyrightDialog::ask(QWidget *parent, const QString &path, const QString &message,
+                                   Run::Answer whenClosed)
 {
     NoCopyrightDialog dialog(parent);
+    dialog.setAnswerWhenClosed(whenClosed);
     dialog.setFilename(path);
     if (!message.isEmpty())
         dialog.setMessage(message);
@@ -40,6 +42,14 @@ void NoCopyrightDialog::setYesNoOnly(bool on)
 {
     m_ui->yesAllPushButton->setVisible(!on);
     m_ui->noAllPushButton->setVisible(!on);
+}
+
+void NoCopyrightDialog::setAnswerWhenClosed(Run::Answer answer)
+{
+    m_whenClosed = answer;
+    QPushButton *button = answer == Run::Answer::Yes ? m_ui->yesPushButton : m_ui->noPushButton;
+    button->setDefault(true);
+    button->setFocus();
 }
 
 void NoCopyrightDialog::changeEvent(QEvent *event)

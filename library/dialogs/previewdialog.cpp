@@ -1,6 +1,7 @@
 #include "library/dialogs/previewdialog.h"
 
 #include "library/dialogs/cataloguesearchdialog.h"
+#include "library/dialogs/emptytablehint.h"
 #include "library/dialogs/previewmodel.h"
 #include "library/songfile.h"
 #include "library/syncpreview.h"
@@ -8,6 +9,9 @@
 
 #include <QEvent>
 #include <QHeaderView>
+
+#include <algorithm>
+#include <utility>
 
 namespace brisel
 {
@@ -25,13 +29,16 @@ PreviewDialog::PreviewDialog(SyncPreview &preview, CatalogueSearch &search, bool
     view->verticalHeader()->hide();
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 8);
-    view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    fitColumns();
+    m_hint = new EmptyTableHint(*view);
     connect(m_model, &PreviewModel::ticksChanged, this, &PreviewDialog::showCounts);
     connect(m_model, &PreviewModel::modelReset, this, &PreviewDialog::showSearch);
     connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &PreviewDialog::showSearch);
     showCounts();
     showSearch();
+    showRow(0);
+    view->setFocus();
 }
 
 PreviewDialog::~PreviewDialog() = default;
@@ -49,11 +56,13 @@ void PreviewDialog::changeEvent(QEvent *event)
     m_ui->retranslateUi(this);
     m_model->retranslate();
     showCounts();
+    showSearch();
 }
 
 void PreviewDialog::on_filterComboBox_currentIndexChanged(int number)
 {
     m_model->setFilter(static_cast<PreviewModel::Filter>(number));
+    showRow(0);
 }
 
 void PreviewDialog::on_selectAllPushButton_clicked()
@@ -78,6 +87,30 @@ void PreviewDialog::on_previewTableView_doubleClicked(const QModelIndex &index)
         findByHand(number);
 }
 
+/// The names of fields and of what a song was found by are short; the texts get the space.
+void PreviewDialog::fitColumns()
+{
+    constexpr int fieldCharacters = 22;
+    constexpr int foundByCharacters = 18;
+    QHeaderView *header = m_ui->previewTableView->horizontalHeader();
+    const int character = fontMetrics().averageCharWidth();
+    header->setSectionResizeMode(QHeaderView::Stretch);
+    for (const auto &[column, characters] :
+         {std::pair(PreviewModel::FieldColumn, fieldCharacters),
+          std::pair(PreviewModel::FoundByColumn, foundByCharacters)}) {
+        header->setSectionResizeMode(column, QHeaderView::Interactive);
+        header->resizeSection(column, character * characters);
+    }
+}
+
+/// Makes \a row the current one, or the last one before it.
+void PreviewDialog::showRow(int row)
+{
+    const int last = m_model->rowCount() - 1;
+    m_ui->previewTableView->setCurrentIndex(
+        m_model->index(std::min(row, last), PreviewModel::SongColumn));
+}
+
 void PreviewDialog::showCounts()
 {
     const PreviewModel::Counts counts = m_model->counts();
@@ -89,6 +122,7 @@ void PreviewDialog::showCounts()
 /// A file that can't be read has nothing to search for.
 void PreviewDialog::showSearch()
 {
+    m_hint->showText(m_model->rowCount() == 0 ? tr("Nessuna song da mostrare") : QString());
     const int number = m_model->songNumber(m_ui->previewTableView->currentIndex().row());
     m_ui->searchPushButton->setEnabled(number >= 0 &&
                                        !m_model->song(number).whyNotRead.has_value());
@@ -105,10 +139,12 @@ void PreviewDialog::findByHand(int number)
     const std::optional<CatalogueSong> chosen = dialog.chosen();
     if (!chosen.has_value())
         return;
+    const int shownRow = m_ui->previewTableView->currentIndex().row();
     m_model->replaceSong(
         number, m_preview.matched(song.row, std::make_shared<SongsDbRecord>(chosen->record)));
-    if (const int row = m_model->firstRow(number); row >= 0)
-        m_ui->previewTableView->setCurrentIndex(m_model->index(row, PreviewModel::SongColumn));
+    // A song that is no longer among the rows makes room for the next one.
+    const int row = m_model->firstRow(number);
+    showRow(row >= 0 ? row : shownRow);
 }
 
 } // namespace brisel

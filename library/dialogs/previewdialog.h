@@ -10,6 +10,7 @@ namespace brisel
 {
 
 class CatalogueSearch;
+class EmptyTableHint;
 class PreviewModel;
 class SyncPreview;
 
@@ -43,6 +44,8 @@ private slots:
     void on_previewTableView_doubleClicked(const QModelIndex &index);
 
 private:
+    void fitColumns();
+    void showRow(int row);
     void showCounts();
     void showSearch();
     void findByHand(int number);
@@ -51,6 +54,7 @@ private:
     CatalogueSearch &m_search;
     PreviewModel *m_model; ///< owned by the dialog
     std::unique_ptr<Ui::PreviewDialog> m_ui;
+    EmptyTableHint *m_hint = nullptr; ///< owned by the table
 };
 
 } // namespace brisel

@@ -94,8 +94,10 @@ void WindowRun::end()
 Run::Answer WindowRun::answerOf(Question question, const QString &path, const QString &message)
 {
     const bool isReplacing = question == Question::Replace && message.isEmpty();
-    return NoCopyrightDialog::ask(m_window, path,
-                                  isReplacing ? tr("esiste già, vuoi sostituirlo?") : message);
+    // What another program wrote must not be lost by a key too many.
+    const Answer whenClosed = question == Question::RestoreChanged ? Answer::No : Answer::Yes;
+    return NoCopyrightDialog::ask(
+        m_window, path, isReplacing ? tr("esiste già, vuoi sostituirlo?") : message, whenClosed);
 }
 
 void WindowRun::paint()

@@ -50,7 +50,7 @@
     </message>
     <message>
         <source>La cronologia è piena: le prime modifiche di questa operazione non ci sono più</source>
-        <translation>The history is full: the first changes of this run are no longer there</translation>
+        <translation>The history is full: it no longer has the first changes of this operation</translation>
     </message>
 </context>
 <context>
@@ -383,7 +383,7 @@
     </message>
     <message>
         <source>Ripristino</source>
-        <translation>Restoring</translation>
+        <translation>Restore</translation>
     </message>
     <message>
         <source>Non ripristinata</source>
@@ -391,7 +391,7 @@
     </message>
     <message>
         <source>la song è già come prima della modifica</source>
-        <translation>the song is already as before the change</translation>
+        <translation>the song is already as it was before the change</translation>
     </message>
     <message>
         <source>nella cronologia non c&apos;è più la vecchia versione</source>
@@ -399,7 +399,7 @@
     </message>
     <message>
         <source>un altro programma l&apos;ha cambiata dopo la modifica</source>
-        <translation>another program has changed it since the change</translation>
+        <translation>another program has changed it since</translation>
     </message>
     <message>
         <source>Modificata: %1</source>
@@ -467,7 +467,7 @@
     </message>
     <message>
         <source>la cronologia è di una versione più recente del programma</source>
-        <translation>the history is of a newer version of the program</translation>
+        <translation>the history was written by a newer version of the program</translation>
     </message>
     <message>
         <source>il file è cambiato dopo l&apos;anteprima</source>
@@ -664,7 +664,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Le copie scelte tornano al loro posto. Prima di sostituire una song cambiata da un altro programma viene fatta una domanda.</source>
-        <translation>The chosen copies are put back in their places. Before a song that another program changed is replaced, there is a question.</translation>
+        <translation>The chosen copies are put back in their places. The program asks before it replaces a song that another program has changed.</translation>
     </message>
     <message>
         <source>Copie del backup</source>
@@ -719,7 +719,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Parole del titolo, dell&apos;artista o del nome del file</source>
-        <translation>Words of the title, the artist or the file name</translation>
+        <translation>Words from the title, the artist or the file name</translation>
     </message>
     <message>
         <source>Song del catalogo</source>
@@ -727,7 +727,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Song del database Kordia; un doppio clic sceglie la riga</source>
-        <translation>Songs of the Kordia database; a double click chooses the row</translation>
+        <translation>Songs of the Kordia database; a double click chooses a row</translation>
     </message>
     <message>
         <source>Titolo</source>
@@ -755,7 +755,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Chiude la ricerca senza scegliere</source>
-        <translation>Closes the search without a choice</translation>
+        <translation>Closes the search without choosing</translation>
     </message>
     <message>
         <source>Nessuna song con queste parole</source>
@@ -764,6 +764,10 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Le song più simili sono le prime</source>
         <translation>The most similar songs come first</translation>
+    </message>
+    <message>
+        <source>Song da cercare: %1</source>
+        <translation>Song to look for: %1</translation>
     </message>
 </context>
 <context>
@@ -976,7 +980,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Le operazioni, la più recente per prima; in ognuna le song, e per ogni song i dati di prima e di dopo</source>
-        <translation>The operations, newest first; the songs of each, and for each song the data before and after</translation>
+        <translation>The operations, newest first; below each its songs, and below each song its data before and after</translation>
     </message>
     <message>
         <source>Spazio massimo:</source>
@@ -984,7 +988,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Spazio massimo della cronologia; quando è piena, le operazioni più vecchie vengono tolte. Mai più del 5% del disco</source>
-        <translation>Maximum space of the history; when it is full, the oldest operations are removed. Never more than 5% of the disk</translation>
+        <translation>The most space that the history may take; when it is full, the oldest operations are removed. Never more than 5% of the disk</translation>
     </message>
     <message>
         <source> MiB</source>
@@ -992,11 +996,11 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Toglie tutte le operazioni dalla cronologia, dopo una domanda</source>
-        <translation>Removes all operations from the history, after a question</translation>
+        <translation>Removes all operations from the history, after a confirmation</translation>
     </message>
     <message>
         <source>Svuota</source>
-        <translation>Empty</translation>
+        <translation>Clear</translation>
     </message>
     <message>
         <source>Rimette le song selezionate, o tutte quelle delle operazioni selezionate, com&apos;erano prima</source>
@@ -1036,15 +1040,15 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Vuotare la cronologia? Le modifiche fatte finora non si potranno più annullare.</source>
-        <translation>Empty the history? It will no longer be possible to take back the changes made so far.</translation>
+        <translation>Clear the history? It will no longer be possible to take back the changes made so far.</translation>
     </message>
     <message>
         <source>La cronologia non si può vuotare: %1</source>
-        <translation>The history can&apos;t be emptied: %1</translation>
+        <translation>The history can&apos;t be cleared: %1</translation>
     </message>
     <message>
         <source>La cronologia non si può vuotare</source>
-        <translation>The history can&apos;t be emptied</translation>
+        <translation>The history can&apos;t be cleared</translation>
     </message>
 </context>
 <context>
@@ -1063,7 +1067,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>Ripristino</source>
-        <translation>Restoring</translation>
+        <translation>Restore</translation>
     </message>
     <message>
         <source>%1 - %2</source>
@@ -1078,11 +1082,11 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
     <message>
         <source>come scritta allora</source>
-        <translation>as written then</translation>
+        <translation>still as written</translation>
     </message>
     <message>
         <source>come prima della modifica</source>
-        <translation>as before the change</translation>
+        <translation>as it was before the change</translation>
     </message>
     <message>
         <source>il file non c&apos;è più</source>
@@ -1733,7 +1737,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>Mostra che cosa cambierebbe la sincronizzazione, prima di scrivere</source>
-        <translation>Shows what the synchronisation would change, before anything is written</translation>
+        <translation>Shows what the synchronization would change, before anything is written</translation>
     </message>
     <message>
         <source>Anteprima sincronizzazione...</source>
@@ -1898,7 +1902,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>Cerca nel database Kordia la song della riga, per parole del titolo, dell&apos;artista o del nome del file</source>
-        <translation>Searches the Kordia database for the song of the row, by words of the title, the artist or the file name</translation>
+        <translation>Searches the Kordia database for the song of the row, by words from the title, the artist or the file name</translation>
     </message>
     <message>
         <source>Modifiche</source>
@@ -1957,6 +1961,10 @@ To begin, press the button above, or drag files or folders here.</translation>
             <numerusform>%n field to write</numerusform>
             <numerusform>%n fields to write</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Nessuna song da mostrare</source>
+        <translation>No songs to show</translation>
     </message>
 </context>
 <context>

@@ -765,6 +765,10 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <source>Le song più simili sono le prime</source>
         <translation>Le song più simili sono le prime</translation>
     </message>
+    <message>
+        <source>Song da cercare: %1</source>
+        <translation>Song da cercare: %1</translation>
+    </message>
 </context>
 <context>
     <name>brisel::DataEditDialog</name>
@@ -1957,6 +1961,10 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
             <numerusform>%n campo da scrivere</numerusform>
             <numerusform>%n campi da scrivere</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Nessuna song da mostrare</source>
+        <translation>Nessuna song da mostrare</translation>
     </message>
 </context>
 <context>

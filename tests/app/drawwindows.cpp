@@ -1,7 +1,6 @@
 /// Draws every window of the program in both languages. Usage: drawwindows <percent> <folder>
-/// [<help>]: with text of that size each picture becomes <folder>/<window>_<language>.png, and the
-/// main window, as wide as a page of the help, <help>/mainwindow_<language>.png. The folders must
-/// exist.
+/// [<help>]: with text of that size each picture becomes <folder>/<window>_<language>.png, and
+/// those of the help, as wide as its page, <help>/<name>_<language>.png. The folders must exist.
 
 #include "app/startup.h"
 #include "app/style.h"
@@ -11,6 +10,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFont>
+#include <QHash>
 #include <QImage>
 #include <QPixmap>
 #include <QSettings>
@@ -24,6 +24,13 @@ namespace
 {
 
 constexpr int helpWidth = 720;
+
+/// The names of the pictures of the help, by window.
+const QHash<QString, QString> helpPictures{
+    {QStringLiteral("main"), QStringLiteral("mainwindow")},
+    {QStringLiteral("preview"), QStringLiteral("preview")},
+    {QStringLiteral("history"), QStringLiteral("history")},
+    {QStringLiteral("restore-backup"), QStringLiteral("restore-backup")}};
 
 int fail(int code, const QString &message)
 {
@@ -41,9 +48,10 @@ bool draw(const QString &name, const QString &language, const QString &folder,
     QWidget *top = shown(*window);
     const QImage image = QTest::qWaitForWindowActive(top) ? top->grab().toImage() : QImage();
     bool isSaved = image.save(QStringLiteral("%1/%2_%3.png").arg(folder, name, language));
-    if (!helpFolder.isEmpty() && name == QStringLiteral("main"))
+    if (const QString picture = helpPictures.value(name);
+        !helpFolder.isEmpty() && !picture.isEmpty())
         isSaved = image.scaledToWidth(helpWidth, Qt::SmoothTransformation)
-                      .save(QStringLiteral("%1/mainwindow_%2.png").arg(helpFolder, language)) &&
+                      .save(QStringLiteral("%1/%2_%3.png").arg(helpFolder, picture, language)) &&
                   isSaved;
     return isSaved;
 }

@@ -4,12 +4,16 @@
 #include "app/helpdialog.h"
 #include "app/mainwindow.h"
 #include "base/filefailure.h"
+#include "base/filewriting.h"
 #include "db/usersongsreltablemodel.h"
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
+#include "library/backuprestore.h"
 #include "library/dialogs/backupdialog.h"
+#include "library/dialogs/backuprestoredialog.h"
 #include "library/dialogs/cataloguesearchdialog.h"
 #include "library/dialogs/dataeditdialog.h"
+#include "library/dialogs/historydialog.h"
 #include "library/dialogs/nocopyrightdialog.h"
 #include "library/dialogs/previewdialog.h"
 #include "library/dialogs/proceeddialog.h"
@@ -29,7 +33,12 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressDialog>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTableView>
+#include <QTemporaryDir>
+#include <QTimeZone>
+#include <QTreeView>
 
 namespace brisel
 {
@@ -99,6 +108,17 @@ std::unique_ptr<QWidget> makeRenameQuestion()
                                 "brisel::Index", "Se il file non viene rinominato, è possibile che "
                                                  "non venga rilevato da Brisel."),
                         false);
+}
+
+std::unique_ptr<QWidget> makeRestoreQuestion()
+{
+    auto dialog = std::make_unique<NoCopyrightDialog>();
+    dialog->setFilename(longPath);
+    dialog->setMessage(QCoreApplication::translate(
+        "Restore", "Un altro programma ha cambiato questa song dopo la modifica da annullare. "
+                   "Ripristinarla comunque?"));
+    dialog->setAnswerWhenClosed(Run::Answer::No);
+    return dialog;
 }
 
 std::unique_ptr<DataEditDialog> makeEditDialog()
@@ -224,6 +244,134 @@ std::unique_ptr<QWidget> makeSearchDialog()
     return std::make_unique<Window>();
 }
 
+/// A history of its own, with three runs of a known time.
+struct Kept {
+    Kept()
+    {
+        using Field = FieldChange::Field;
+        const QString waltz = QStringLiteral("Valzer.mid");
+        add(RunKind::Synchronisation,
+            {song(waltz, "1", "2",
+                  {{Field::Title, QStringLiteral("valzer"), QStringLiteral("VALZER DEL PORTO")},
+                   {Field::Length, QString(), QStringLiteral("03:25")}}),
+             song(QStringLiteral("Il cielo sopra il mare.kar"), "1", "2",
+                  {{Field::Title, QStringLiteral("cielo"),
+                    QStringLiteral("IL CIELO SOPRA IL MARE E ALTRE STORIE DI UNA ESTATE")}})});
+        add(RunKind::ApplyToAll,
+            {song(waltz, "2", "3",
+                  {{Field::Genre, QStringLiteral("Valzer"), QStringLiteral("Valzer lento")}})});
+        add(RunKind::Edit, {song(QStringLiteral("Santa Lucia.mid"), "1", "2",
+                                 {{Field::Artist, QString(), QStringLiteral("Coro")}})});
+        useKnownTimes();
+    }
+
+    /// The change of a file, which is made.
+    KeptSong song(const QString &name, const QByteArray &before, const QByteArray &after,
+                  const QList<FieldChange> &fields) const
+    {
+        const QString file = folder.filePath(name);
+        static_cast<void>(replaceFile(file, after));
+        return {file,
+                QStringLiteral("MIDI"),
+                Fingerprint::ofWhole(before),
+                Fingerprint::ofWhole(after),
+                fields,
+                before};
+    }
+    void add(RunKind kind, const QList<KeptSong> &songs)
+    {
+        qint64 run = 0;
+        QList<qint64> ids;
+        static_cast<void>(history.add(run, kind, songs, ids));
+        static_cast<void>(history.finish(run, {}, QStringLiteral("report")));
+    }
+    /// The pictures of a window are the same on every day.
+    void useKnownTimes() const
+    {
+        const QString name = QStringLiteral("times");
+        {
+            QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+            file.setDatabaseName(path());
+            static_cast<void>(file.open());
+            QSqlQuery query(file);
+            const QDateTime noon({2024, 5, 4}, {12, 0}, QTimeZone::utc());
+            static_cast<void>(query.exec(QStringLiteral("UPDATE run SET time = %1 + id * 3600000")
+                                             .arg(noon.toMSecsSinceEpoch())));
+        }
+        QSqlDatabase::removeDatabase(name);
+    }
+    QString path() const { return folder.filePath(QStringLiteral("history.sqlite")); }
+
+    QTemporaryDir folder{QDir::current().filePath(QStringLiteral("kept-XXXXXX"))};
+    History history{path()};
+};
+
+constexpr int historyLimit = 1024; // MiB
+
+std::unique_ptr<QWidget> makeHistoryDialog()
+{
+    class Window : private Kept, public HistoryDialog
+    {
+    public:
+        Window() : HistoryDialog(history, historyLimit) {}
+    };
+    auto window = std::make_unique<Window>();
+    auto *tree = window->findChild<QTreeView *>();
+    const QModelIndex run = tree->model()->index(2, 0);
+    if (!run.isValid())
+        return nullptr;
+    tree->model()->fetchMore(run);
+    tree->expand(run);
+    for (int row = 0; row < tree->model()->rowCount(run); ++row) {
+        const QModelIndex song = tree->model()->index(row, 0, run);
+        tree->model()->fetchMore(song);
+        tree->expand(song);
+    }
+    tree->setCurrentIndex(run);
+    return window;
+}
+
+std::unique_ptr<QWidget> makeEmptyHistoryDialog()
+{
+    struct Empty {
+        History history{QDir::current().filePath(QStringLiteral("none.sqlite"))};
+    };
+    class Window : private Empty, public HistoryDialog
+    {
+    public:
+        Window() : HistoryDialog(history, historyLimit) {}
+    };
+    return std::make_unique<Window>();
+}
+
+std::unique_ptr<QWidget> makeBackupRestoreDialog()
+{
+    const auto entry = [](const QString &name, const QString &path) {
+        return BackupEntry{name, path, 0, {}};
+    };
+    const QString folder = QStringLiteral("/home/anna/Musica/");
+    const QList<BackupList::Line> lines{
+        {entry(QStringLiteral("Valzer.mid"), folder + QStringLiteral("Matrimoni/Valzer.mid"))},
+        {entry(QStringLiteral("Valzer (2).mid"), folder + QStringLiteral("Feste/Valzer.mid"))},
+        {entry(QStringLiteral("Tango.mp3"), folder + QStringLiteral("Feste/Tango.mp3")),
+         BackupList::damagedLine},
+        {entry(longPath.section(u'/', -1), longPath)}};
+    return std::make_unique<BackupRestoreDialog>(lines);
+}
+
+std::unique_ptr<QWidget> makeClearQuestion()
+{
+    auto box = std::make_unique<QMessageBox>(
+        QMessageBox::Question,
+        QCoreApplication::translate("brisel::HistoryDialog", "Cronologia modifiche"),
+        QCoreApplication::translate("brisel::HistoryDialog",
+                                    "Vuotare la cronologia? Le modifiche fatte finora non si "
+                                    "potranno più annullare."),
+        QMessageBox::Yes | QMessageBox::No);
+    box->setDefaultButton(QMessageBox::No);
+    return box;
+}
+
 /// The window during a run, with the progress dialog over it.
 class WindowAtWork : public QWidget
 {
@@ -252,6 +400,7 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("question"),
                               QStringLiteral("question-yes-no"),
                               QStringLiteral("question-rename"),
+                              QStringLiteral("question-restore"),
                               QStringLiteral("edit"),
                               QStringLiteral("edit-hints"),
                               QStringLiteral("index"),
@@ -260,6 +409,10 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("report"),
                               QStringLiteral("about"),
                               QStringLiteral("message"),
+                              QStringLiteral("message-clear"),
+                              QStringLiteral("history"),
+                              QStringLiteral("history-empty"),
+                              QStringLiteral("restore-backup"),
                               QStringLiteral("progress")};
 
 std::unique_ptr<QWidget> makeWindow(const QString &name)
@@ -275,6 +428,7 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("question"), [] { return makeQuestion({}, false); }},
         {QStringLiteral("question-yes-no"), [] { return makeQuestion({}, true); }},
         {QStringLiteral("question-rename"), makeRenameQuestion},
+        {QStringLiteral("question-restore"), makeRestoreQuestion},
         {QStringLiteral("edit"), makeEditDialog},
         {QStringLiteral("edit-hints"), makeEditDialogWithHints},
         {QStringLiteral("index"), makeIndexDialog},
@@ -283,6 +437,10 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("report"), makeReportDialog},
         {QStringLiteral("about"), [] { return std::make_unique<AboutDialog>(); }},
         {QStringLiteral("message"), makeMessage},
+        {QStringLiteral("message-clear"), makeClearQuestion},
+        {QStringLiteral("history"), makeHistoryDialog},
+        {QStringLiteral("history-empty"), makeEmptyHistoryDialog},
+        {QStringLiteral("restore-backup"), makeBackupRestoreDialog},
         {QStringLiteral("progress"), [] { return std::make_unique<WindowAtWork>(); }},
     };
     return windows.value(name)();

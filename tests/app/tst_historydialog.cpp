@@ -28,6 +28,7 @@ private slots:
 
     void saysThatItIsEmpty();
     void listsRunsWithTheirSongsAndFields();
+    void distinguishesSongsOfOneName();
     void restoresASong();
     void restoresARun();
     void restoringCanBeTakenBack();
@@ -35,6 +36,7 @@ private slots:
     void greysAContextMenuWithoutHistory();
     void showsTheStateOfEachSong();
     void asksBeforeItOverwritesAnotherProgramsChange();
+    void escapeAndEnterKeepAnotherProgramsChange();
     void opensTheReportOfYesterday();
     void clearsAfterAQuestion();
     void saysWhyItCannotBeRead();
@@ -140,6 +142,22 @@ void TestHistoryDialog::listsRunsWithTheirSongsAndFields()
                  QStringList({u"two"_qs, QString()}));
         QCOMPARE(texts(tree, song, HistoryModel::After).first(2),
                  QStringList({u"TWO SONGS"_qs, u"ARTIST ALT"_qs}));
+        const QModelIndex field = tree->model()->index(0, HistoryModel::After, song);
+        QCOMPARE(field.data(Qt::ToolTipRole).toString(), u"<p>TWO SONGS</p>"_qs);
+    });
+}
+
+void TestHistoryDialog::distinguishesSongsOfOneName()
+{
+    synchronise({u"one.mid"_qs, u"deep/one.mid"_qs, u"two.mid"_qs});
+    openHistory([this](QDialog *dialog, QTreeView *tree) {
+        const QModelIndex run = tree->model()->index(0, 0);
+        QCOMPARE(texts(tree, run, HistoryModel::What),
+                 QStringList({u"one.mid - "_qs + m_folder->path(),
+                              u"one.mid - "_qs + at(u"deep"_qs), u"two.mid"_qs}));
+        // The newest operation is selected.
+        QVERIFY(tree->selectionModel()->isSelected(run));
+        QVERIFY(dialog->findChild<QPushButton *>(u"restorePushButton"_qs)->isEnabled());
     });
 }
 
@@ -240,6 +258,24 @@ void TestHistoryDialog::asksBeforeItOverwritesAnotherProgramsChange()
     QCOMPARE(fileContent(at(u"one.mid"_qs)), other);
     restoreNewestRun(Run::Answer::Yes);
     QCOMPARE(fileContent(at(u"one.mid"_qs)), Sample::midi("one", true));
+}
+
+void TestHistoryDialog::escapeAndEnterKeepAnotherProgramsChange()
+{
+    synchronise({u"one.mid"_qs});
+    const QByteArray other = Sample::midi("other", true);
+    makeFile(at(u"one.mid"_qs), other);
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        m_script->expect("HistoryDialog", [](QWidget *widget) {
+            auto *tree = widget->findChild<QTreeView *>();
+            restore(qobject_cast<QDialog *>(widget), tree, tree->model()->index(0, 0));
+        });
+        m_script->expect("NoCopyrightDialog",
+                         [key](QWidget *widget) { QTest::keyClick(widget, key); });
+        m_window->findChild<QAction *>(u"actionHistory"_qs)->trigger();
+        verifyScript();
+        QCOMPARE(fileContent(at(u"one.mid"_qs)), other);
+    }
 }
 
 void TestHistoryDialog::opensTheReportOfYesterday()
@@ -357,7 +393,7 @@ void TestHistoryDialog::speaksEnglish()
         QVERIFY(texts(tree, {}, HistoryModel::What).first().endsWith(u" - Synchronization"_qs));
         QCOMPARE(texts(tree, {}, HistoryModel::State).first(), u"1 song"_qs);
         QCOMPARE(texts(tree, tree->model()->index(0, 0), HistoryModel::State),
-                 QStringList(u"as written then"_qs));
+                 QStringList(u"still as written"_qs));
     });
     choose(u"actionItalian"_qs);
 }

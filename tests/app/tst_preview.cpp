@@ -37,6 +37,9 @@ private slots:
     void leavesUnpublishedSongsUntickedWhileAsking();
     void matchesASongByHand();
     void enterAndDoubleClickSearchForTheSong();
+    void goesOnWithTheNextSong();
+    void arrowKeysChooseASongWhileTyping();
+    void explainsATableWithoutRows();
     void interruptedPreviewShowsNothing();
     void reportsAFileChangedMeanwhile();
     void followsTheLanguage();
@@ -335,6 +338,80 @@ void TestPreview::enterAndDoubleClickSearchForTheSong()
         QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, place);
         QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
         QCOMPARE(rows(view), QStringList(u"other.mid|non trovata|||"_qs));
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+/// Songs that were not found are matched one after the other, by keys alone.
+void TestPreview::goesOnWithTheNextSong()
+{
+    const QStringList names{u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs};
+    makeSongs(names, true);
+    import(names);
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        QVERIFY(view->hasFocus());
+        QCOMPARE(view->currentIndex().row(), 0);
+        choose(dialog, PreviewModel::Filter::NotFound);
+        view->setCurrentIndex(view->model()->index(1, 0));
+        for (const QStringList &left : {QStringList{u"a.mid"_qs, u"c.mid"_qs}, {u"a.mid"_qs}}) {
+            DialogScript inner;
+            inner.expect("CatalogueSearchDialog", [](QWidget *search) {
+                auto *words = search->findChild<QLineEdit *>(u"searchLineEdit"_qs);
+                words->selectAll();
+                DialogScript::type(words, u"two"_qs);
+                QTest::keyClick(words, Qt::Key_Return);
+            });
+            QTest::keyClick(view, Qt::Key_Return);
+            QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
+            QCOMPARE(view->model()->rowCount(), left.size());
+            QCOMPARE(view->currentIndex().data().toString(), left.last());
+        }
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+void TestPreview::arrowKeysChooseASongWhileTyping()
+{
+    makeSongs({u"other.mid"_qs}, true);
+    import({u"other.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        DialogScript inner;
+        inner.expect("CatalogueSearchDialog", [](QWidget *search) {
+            QCOMPARE(search->findChild<QLabel *>(u"songLabel"_qs)->text(),
+                     u"Song da cercare: other.mid"_qs);
+            auto *words = search->findChild<QLineEdit *>(u"searchLineEdit"_qs);
+            words->selectAll();
+            DialogScript::type(words, u"artist"_qs);
+            auto *results = search->findChild<QTableWidget *>();
+            QVERIFY(results->rowCount() > 1);
+            QTest::keyClick(words, Qt::Key_Down);
+            QCOMPARE(results->currentRow(), 1);
+            QTest::keyClick(words, Qt::Key_Up);
+            QCOMPARE(results->currentRow(), 0);
+            QVERIFY(words->hasFocus());
+            DialogScript::click(search, u"cancelPushButton"_qs);
+        });
+        QTest::keyClick(view, Qt::Key_Return);
+        QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+void TestPreview::explainsATableWithoutRows()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        const auto *hint = view->findChild<QLabel *>(u"emptyTableHint"_qs);
+        QVERIFY(!hint->isVisible());
+        choose(dialog, PreviewModel::Filter::NotFound);
+        QVERIFY(hint->isVisible());
+        QCOMPARE(hint->text(), u"Nessuna song da mostrare"_qs);
+        choose(dialog, PreviewModel::Filter::All);
+        QVERIFY(!hint->isVisible());
         DialogScript::click(dialog, u"cancelPushButton"_qs);
     });
     openPreview();

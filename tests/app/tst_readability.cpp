@@ -18,6 +18,9 @@
 #include <QTableView>
 #include <QTest>
 #include <QTextBrowser>
+#include <QTreeView>
+
+#include <algorithm>
 
 using namespace brisel;
 
@@ -32,6 +35,8 @@ private slots:
     void textsStandOut_data();
     void textsStandOut();
     void tableRowsStandOut();
+    void refusedCopiesStandOut();
+    void arrowsStandOutOnTheSelection();
     void focusIsSeen_data() { textsStandOut_data(); }
     void focusIsSeen();
 };
@@ -80,6 +85,19 @@ QPalette::ColorRole textRole(const QWidget *widget)
 QImage drawn(QWidget *window, const QWidget *widget)
 {
     return window->grab(QRect(widget->mapTo(window, QPoint(0, 0)), widget->size())).toImage();
+}
+
+/// The contrast of the most different pixel with the ground of a part of \a widget.
+double strongestContrast(QWidget *widget, const QRect &part)
+{
+    const QImage image = widget->grab(part).toImage();
+    const QColor ground = groundOf(image);
+    double strongest = 1;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            strongest = std::max<double>(strongest, contrast(image.pixelColor(x, y), ground));
+    }
+    return strongest;
 }
 
 } // namespace
@@ -134,6 +152,32 @@ void TestReadability::tableRowsStandOut()
     }
     QVERIFY(contrast(table->palette().color(QPalette::Active, QPalette::HighlightedText),
                      table->palette().color(QPalette::Active, QPalette::Highlight)) >= 4.5);
+}
+
+void TestReadability::refusedCopiesStandOut()
+{
+    const std::unique_ptr<QWidget> window = makeWindow(u"restore-backup"_qs);
+    shown(*window);
+    const auto *tree = window->findChild<QTreeView *>();
+    const QModelIndex refused = tree->model()->index(2, 2);
+    QVERIFY(!refused.flags().testFlag(Qt::ItemIsEnabled));
+    QVERIFY(strongestContrast(tree->viewport(), tree->visualRect(refused)) >= 4.5);
+}
+
+/// The arrow that closes the selected operation.
+void TestReadability::arrowsStandOutOnTheSelection()
+{
+    const std::unique_ptr<QWidget> window = makeWindow(u"history"_qs);
+    QWidget *top = shown(*window);
+    top->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(top));
+    const auto *tree = window->findChild<QTreeView *>();
+    const QModelIndex run = tree->model()->index(2, 0);
+    QVERIFY(tree->isExpanded(run) && tree->selectionModel()->isSelected(run));
+    QRect branch = tree->visualRect(run);
+    branch.setRight(branch.left() - 1);
+    branch.setLeft(0);
+    QVERIFY(strongestContrast(tree->viewport(), branch) >= 3);
 }
 
 void TestReadability::focusIsSeen()

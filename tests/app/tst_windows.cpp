@@ -102,8 +102,9 @@ QStringList cutTexts(const QWidget *window)
         if (widget->isVisible() && !isWhole)
             cut.append(described(widget, needed));
     }
-    for (const auto *table : window->findChildren<QTableView *>()) {
-        const QHeaderView *header = table->horizontalHeader();
+    for (const auto *header : window->findChildren<QHeaderView *>()) {
+        if (header->orientation() != Qt::Horizontal || !header->isVisible())
+            continue;
         for (int column = 0; column < header->count(); ++column) {
             if (!header->isSectionHidden(column) &&
                 header->sectionSize(column) < header->sectionSizeHint(column))
@@ -260,7 +261,7 @@ void TestWindows::enterPressesTheFocusedButton()
         return;
     QVERIFY(QTest::qWaitForWindowActive(top));
     for (auto *button : top->findChildren<QPushButton *>()) {
-        if (!button->isVisible())
+        if (!button->isVisible() || !button->isEnabled())
             continue;
         button->setFocus();
         QVERIFY2(button->isDefault(), qPrintable(button->text()));
@@ -272,9 +273,11 @@ void TestWindows::tabReachesEveryControl_data()
     QTest::addColumn<QString>("name");
     for (const QString &name :
          {QStringLiteral("main"), QStringLiteral("main-revealed"), QStringLiteral("proceed"),
-          QStringLiteral("backup"), QStringLiteral("question"), QStringLiteral("edit"),
+          QStringLiteral("backup"), QStringLiteral("preview"), QStringLiteral("preview-search"),
+          QStringLiteral("question"), QStringLiteral("question-restore"), QStringLiteral("edit"),
           QStringLiteral("edit-hints"), QStringLiteral("index"), QStringLiteral("list"),
-          QStringLiteral("report")})
+          QStringLiteral("report"), QStringLiteral("history"), QStringLiteral("history-empty"),
+          QStringLiteral("restore-backup")})
         QTest::newRow(qPrintable(name)) << name;
 }
 
@@ -320,6 +323,19 @@ void TestWindows::buttonsStandInTheirOrder_data()
                                            QStringLiteral("abortPushButton"),
                                            QStringLiteral("doBackupPushButton"), exit};
     QTest::newRow("edit") << QStringList{QStringLiteral("savePushButton"), exit};
+    const QString all = QStringLiteral("selectAllPushButton");
+    const QString none = QStringLiteral("selectNonePushButton");
+    const QString restore = QStringLiteral("restorePushButton");
+    QTest::newRow("preview") << QStringList{QStringLiteral("searchPushButton"), all, none,
+                                            QStringLiteral("writePushButton"),
+                                            QStringLiteral("cancelPushButton")};
+    QTest::newRow("question-restore") << QStringList{yes, QStringLiteral("yesAllPushButton"), no,
+                                                     QStringLiteral("noAllPushButton")};
+    QTest::newRow("history") << QStringList{QStringLiteral("clearPushButton"), restore,
+                                            QStringLiteral("reportPushButton"),
+                                            QStringLiteral("closePushButton")};
+    QTest::newRow("restore-backup")
+        << QStringList{all, none, restore, QStringLiteral("abortPushButton")};
 }
 
 void TestWindows::buttonsStandInTheirOrder()

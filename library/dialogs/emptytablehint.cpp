@@ -1,4 +1,4 @@
-#include "app/emptytablehint.h"
+#include "library/dialogs/emptytablehint.h"
 
 #include <QEvent>
 #include <QTableView>
