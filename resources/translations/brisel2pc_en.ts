@@ -1015,7 +1015,7 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <translation>Shows the report of the selected operation</translation>
     </message>
     <message>
-        <source>Apri rapporto</source>
+        <source>Apri resoconto</source>
         <translation>Open report</translation>
     </message>
     <message>

@@ -1015,8 +1015,8 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <translation>Mostra il resoconto dell&apos;operazione selezionata</translation>
     </message>
     <message>
-        <source>Apri rapporto</source>
-        <translation>Apri rapporto</translation>
+        <source>Apri resoconto</source>
+        <translation>Apri resoconto</translation>
     </message>
     <message>
         <source>Chiude la cronologia</source>

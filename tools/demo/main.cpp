@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 #include "app/startup.h"
 #include "app/style.h"
+#include "tools/demo/changestour.h"
 #include "tools/demo/librarytour.h"
 #include "tools/demo/memorytour.h"
 #include "tools/demo/pagestour.h"
@@ -53,8 +54,12 @@ void runSteps(Stage &stage)
     LibraryTour library(stage);
     library.openWindow();
     library.importSongs();
+    previewChanges(stage);
     library.synchronise();
+    const SongContents synchronised = songContents(stage);
     library.editOneSong();
+    takeChangesBack(stage, synchronised);
+    restoreBackup(stage);
 
     MemoryTour memory(stage);
     memory.transfer();
