@@ -679,32 +679,32 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <translation>Checks all copies</translation>
     </message>
     <message>
-        <source>Tutte</source>
-        <translation>All</translation>
+        <source>&amp;Tutte</source>
+        <translation>&amp;All</translation>
     </message>
     <message>
         <source>Toglie il segno a tutte le copie</source>
         <translation>Unchecks all copies</translation>
     </message>
     <message>
-        <source>Nessuna</source>
-        <translation>None</translation>
+        <source>&amp;Nessuna</source>
+        <translation>&amp;None</translation>
     </message>
     <message>
         <source>Rimette le copie segnate al loro posto</source>
         <translation>Puts the checked copies back in their places</translation>
     </message>
     <message>
-        <source>Ripristina</source>
-        <translation>Restore</translation>
+        <source>&amp;Ripristina</source>
+        <translation>&amp;Restore</translation>
     </message>
     <message>
         <source>Lascia le song come sono</source>
         <translation>Leaves the songs as they are</translation>
     </message>
     <message>
-        <source>Annulla</source>
-        <translation>Cancel</translation>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Cancel</translation>
     </message>
 </context>
 <context>
@@ -983,8 +983,8 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <translation>The operations, newest first; below each its songs, and below each song its data before and after</translation>
     </message>
     <message>
-        <source>Spazio massimo:</source>
-        <translation>Maximum space:</translation>
+        <source>Spazio &amp;massimo:</source>
+        <translation>&amp;Maximum space:</translation>
     </message>
     <message>
         <source>Spazio massimo della cronologia; quando è piena, le operazioni più vecchie vengono tolte. Mai più del 5% del disco</source>
@@ -999,24 +999,24 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <translation>Removes all operations from the history, after a confirmation</translation>
     </message>
     <message>
-        <source>Svuota</source>
-        <translation>Clear</translation>
+        <source>&amp;Svuota</source>
+        <translation>&amp;Clear</translation>
     </message>
     <message>
         <source>Rimette le song selezionate, o tutte quelle delle operazioni selezionate, com&apos;erano prima</source>
         <translation>Puts the selected songs, or all those of the selected operations, back as they were before</translation>
     </message>
     <message>
-        <source>Ripristina</source>
-        <translation>Restore</translation>
+        <source>&amp;Ripristina</source>
+        <translation>&amp;Restore</translation>
     </message>
     <message>
         <source>Mostra il resoconto dell&apos;operazione selezionata</source>
         <translation>Shows the report of the selected operation</translation>
     </message>
     <message>
-        <source>Apri resoconto</source>
-        <translation>Open report</translation>
+        <source>&amp;Apri resoconto</source>
+        <translation>&amp;Open report</translation>
     </message>
     <message>
         <source>Chiude la cronologia</source>

@@ -679,32 +679,32 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <translation>Segna tutte le copie</translation>
     </message>
     <message>
-        <source>Tutte</source>
-        <translation>Tutte</translation>
+        <source>&amp;Tutte</source>
+        <translation>&amp;Tutte</translation>
     </message>
     <message>
         <source>Toglie il segno a tutte le copie</source>
         <translation>Toglie il segno a tutte le copie</translation>
     </message>
     <message>
-        <source>Nessuna</source>
-        <translation>Nessuna</translation>
+        <source>&amp;Nessuna</source>
+        <translation>&amp;Nessuna</translation>
     </message>
     <message>
         <source>Rimette le copie segnate al loro posto</source>
         <translation>Rimette le copie segnate al loro posto</translation>
     </message>
     <message>
-        <source>Ripristina</source>
-        <translation>Ripristina</translation>
+        <source>&amp;Ripristina</source>
+        <translation>&amp;Ripristina</translation>
     </message>
     <message>
         <source>Lascia le song come sono</source>
         <translation>Lascia le song come sono</translation>
     </message>
     <message>
-        <source>Annulla</source>
-        <translation>Annulla</translation>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Annulla</translation>
     </message>
 </context>
 <context>
@@ -983,8 +983,8 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <translation>Le operazioni, la più recente per prima; in ognuna le song, e per ogni song i dati di prima e di dopo</translation>
     </message>
     <message>
-        <source>Spazio massimo:</source>
-        <translation>Spazio massimo:</translation>
+        <source>Spazio &amp;massimo:</source>
+        <translation>Spazio &amp;massimo:</translation>
     </message>
     <message>
         <source>Spazio massimo della cronologia; quando è piena, le operazioni più vecchie vengono tolte. Mai più del 5% del disco</source>
@@ -999,24 +999,24 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <translation>Toglie tutte le operazioni dalla cronologia, dopo una domanda</translation>
     </message>
     <message>
-        <source>Svuota</source>
-        <translation>Svuota</translation>
+        <source>&amp;Svuota</source>
+        <translation>&amp;Svuota</translation>
     </message>
     <message>
         <source>Rimette le song selezionate, o tutte quelle delle operazioni selezionate, com&apos;erano prima</source>
         <translation>Rimette le song selezionate, o tutte quelle delle operazioni selezionate, com&apos;erano prima</translation>
     </message>
     <message>
-        <source>Ripristina</source>
-        <translation>Ripristina</translation>
+        <source>&amp;Ripristina</source>
+        <translation>&amp;Ripristina</translation>
     </message>
     <message>
         <source>Mostra il resoconto dell&apos;operazione selezionata</source>
         <translation>Mostra il resoconto dell&apos;operazione selezionata</translation>
     </message>
     <message>
-        <source>Apri resoconto</source>
-        <translation>Apri resoconto</translation>
+        <source>&amp;Apri resoconto</source>
+        <translation>&amp;Apri resoconto</translation>
     </message>
     <message>
         <source>Chiude la cronologia</source>

@@ -2,16 +2,21 @@
 #include "tests/app/everywindow.h"
 #include "tests/testprogram.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QLabel>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QScrollBar>
 #include <QSettings>
 #include <QTest>
+#include <QTranslator>
 
 #include <functional>
 
@@ -29,6 +34,8 @@ private slots:
     void controlsAreDescribed();
     void namesDistinguishControls_data() { controlsHaveNames_data(); }
     void namesDistinguishControls();
+    void mnemonicsDiffer_data();
+    void mnemonicsDiffer();
     void menusCanBeRead();
     void tableCanBeRead();
 
@@ -132,6 +139,49 @@ void TestAccessibility::namesDistinguishControls()
         known.insert(key, what);
     });
     QCOMPARE(alike.join(u", "_qs), QString());
+}
+
+void TestAccessibility::mnemonicsDiffer_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("language");
+    for (const char *language : {"it", "en"}) {
+        for (const QString &name : windowNames)
+            QTest::addRow("%s-%s", qPrintable(name), language)
+                << name << QString::fromLatin1(language);
+    }
+}
+
+/// Each key with Alt leads to one control, also in the menu bar.
+void TestAccessibility::mnemonicsDiffer()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, language);
+    QTranslator program;
+    QTranslator qt;
+    loadTranslations(language, program, qt);
+    const std::unique_ptr<QWidget> window = makeWindow(name);
+    const QWidget *top = shown(*window);
+    QStringList texts;
+    for (const auto *label : top->findChildren<QLabel *>()) {
+        if (label->isVisible() && label->buddy() != nullptr)
+            texts.append(label->text());
+    }
+    for (const auto *button : top->findChildren<QAbstractButton *>()) {
+        if (button->isVisible())
+            texts.append(button->text());
+    }
+    if (const auto *bar = top->findChild<QMenuBar *>()) {
+        for (const QAction *action : bar->actions())
+            texts.append(action->text());
+    }
+    QHash<QKeySequence, QString> known;
+    for (const QString &text : std::as_const(texts)) {
+        const QKeySequence key = QKeySequence::mnemonic(text);
+        QVERIFY2(key.isEmpty() || !known.contains(key),
+                 qPrintable(text + u" = "_qs + known.value(key)));
+        known.insert(key, text);
+    }
 }
 
 void TestAccessibility::menusCanBeRead()
