@@ -20,7 +20,7 @@ class Run
 {
 public:
     /// The answer to a question about one file. Closing the dialog gives Yes, but No to
-    /// Question::RestoreChanged.
+    /// Question::RestoreChanged and ReplaceForGood.
     enum class Answer { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
     /// Each has its own "to all" answer, which is valid for the rest of the run.
     enum class Question {

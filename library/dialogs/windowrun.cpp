@@ -95,7 +95,9 @@ Run::Answer WindowRun::answerOf(Question question, const QString &path, const QS
 {
     const bool isReplacing = question == Question::Replace && message.isEmpty();
     // What another program wrote must not be lost by a key too many.
-    const Answer whenClosed = question == Question::RestoreChanged ? Answer::No : Answer::Yes;
+    const bool isRestoring =
+        question == Question::RestoreChanged || question == Question::ReplaceForGood;
+    const Answer whenClosed = isRestoring ? Answer::No : Answer::Yes;
     return NoCopyrightDialog::ask(
         m_window, path, isReplacing ? tr("esiste già, vuoi sostituirlo?") : message, whenClosed);
 }

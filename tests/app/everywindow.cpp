@@ -282,7 +282,8 @@ struct Kept {
     {
         qint64 run = 0;
         QList<qint64> ids;
-        static_cast<void>(history.add(run, kind, songs, ids));
+        static_cast<void>(
+            history.add(run, kind, QList<PackedSong>(songs.cbegin(), songs.cend()), ids));
         static_cast<void>(history.finish(run, {}, QStringLiteral("report")));
     }
     /// The pictures of a window are the same on every day.
