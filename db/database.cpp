@@ -65,16 +65,19 @@ void fillRecord(const QSqlQuery &query, SongsDbRecord &record)
 
 constexpr QChar unitSeparator(0x1F);
 
-/// A record as one text, with a separator between the columns of selectRecord. Qt describes each
-/// column of each result anew, which takes longer than SQLite's search for the row.
-QString selectJoined()
+/// All rows: each record as one text, with a separator between the columns of selectRecord, and its
+/// names. A query for each song takes longer, most of it in Qt, which describes each column anew.
+/// LIKE never finds a name that does not match itself (NULL, or blobs in some builds of SQLite).
+QString selectIndex()
 {
     QStringList columns;
     for (const char *name :
          {"title", "artist", "genre", "author", "length", "bpm", "key", "markers", "altartist"})
         columns.append(QStringLiteral("coalesce(%1,'')").arg(QLatin1StringView(name)));
-    return QStringLiteral("SELECT %1 FROM songs WHERE rowid=?")
-        .arg(columns.join(QStringLiteral("||char(31)||")));
+    const QString name = QStringLiteral("CASE WHEN %1 LIKE %1 THEN cast(%1 as text) END");
+    return QStringLiteral("SELECT rowid,%1,%2,%3 FROM songs ORDER BY rowid")
+        .arg(columns.join(QStringLiteral("||char(31)||")), name.arg(QLatin1StringView("filename")),
+             name.arg(QLatin1StringView("title")));
 }
 
 /// Returns false if a column has a separator in it.
@@ -226,7 +229,8 @@ bool Database::unpackCatalogue()
 
 void Database::closeConnections()
 {
-    m_recordByRowId.reset();
+    m_records.clear();
+    m_isIndexed = false;
     m_fileNames = {};
     m_titles = {};
     m_hasTriedIndex = false;
@@ -266,41 +270,39 @@ void Database::indexNames()
     if (m_hasTriedIndex)
         return;
     m_hasTriedIndex = true;
-    if (!areNamesScanned() || !fillIndex(m_fileNames, QStringLiteral("filename")) ||
-        !fillIndex(m_titles, QStringLiteral("title")))
-        return;
-    QSqlQuery byRowId(m_songsDb);
-    byRowId.setForwardOnly(true);
-    if (byRowId.prepare(selectJoined()))
-        m_recordByRowId = std::move(byRowId);
+    m_isIndexed = areNamesScanned() && fillIndex();
 }
 
-/// Returns false if the names in \a column can't be read.
-bool Database::fillIndex(FileNameIndex &index, const QString &column) const
+/// Returns false if the catalogue can't be read.
+bool Database::fillIndex()
 {
+    constexpr qsizetype mostCharacters = 16 * 1024 * 1024; // of the records in memory
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
-    // LIKE never finds a name that does not match itself (NULL, or blobs in some builds of SQLite).
-    if (!query.exec(QStringLiteral("SELECT rowid,cast(%1 as text) FROM songs WHERE %1 LIKE %1 "
-                                   "ORDER BY rowid")
-                        .arg(column)))
+    if (!query.exec(selectIndex()))
         return false;
-    while (query.next())
-        index.add(query.value(1).toString(), query.value(0).toLongLong());
+    qsizetype characters = 0;
+    while (query.next()) {
+        const qint64 row = query.value(0).toLongLong();
+        const QString joined = query.value(1).toString();
+        characters += joined.size();
+        if (characters <= mostCharacters)
+            m_records.insert(row, joined);
+        if (const QVariant fileName = query.value(2); !fileName.isNull())
+            m_fileNames.add(fileName.toString(), row);
+        if (const QVariant title = query.value(3); !title.isNull())
+            m_titles.add(title.toString(), row);
+    }
     return true;
 }
 
-bool Database::getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record)
+bool Database::getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record) const
 {
     if (!row.has_value())
         return false;
-    m_recordByRowId->bindValue(0, *row);
-    const bool isThere = m_recordByRowId->exec() && m_recordByRowId->next();
-    const QString joined = isThere ? m_recordByRowId->value(0).toString() : QString();
-    m_recordByRowId->finish();
-    if (fillFromJoined(joined, record))
+    if (fillFromJoined(m_records.value(*row), record))
         return true;
-    const std::optional<CatalogueSong> song = isThere ? songAt(*row) : std::nullopt;
+    const std::optional<CatalogueSong> song = songAt(*row);
     if (song.has_value())
         record = song->record;
     return song.has_value();
@@ -315,7 +317,7 @@ bool Database::clearUserLibraryDb()
 bool Database::getRecordByFilename(const QString &fileName, SongsDbRecord &record)
 {
     indexNames();
-    if (m_recordByRowId && isPlainText(fileName) && m_fileNames.canAnswer(fileName))
+    if (m_isIndexed && isPlainText(fileName) && m_fileNames.canAnswer(fileName))
         return getIndexedRecord(m_fileNames.firstRow(fileName), record);
     QSqlQuery query(m_songsDb);
     query.setForwardOnly(true);
@@ -329,7 +331,7 @@ bool Database::getRecordByFilename(const QString &fileName, SongsDbRecord &recor
 bool Database::getRecordByTitle(const QString &title, SongsDbRecord &record)
 {
     indexNames();
-    if (m_recordByRowId && isPlainText(title) && m_titles.canAnswer(title) &&
+    if (m_isIndexed && isPlainText(title) && m_titles.canAnswer(title) &&
         !FileNameIndex::hasWildcards(title) && m_titles.rowsOf(title) < 2)
         return getIndexedRecord(m_titles.firstRow(title), record);
     QSqlQuery query(m_songsDb);

@@ -4,6 +4,7 @@
 #include "db/filenameindex.h"
 #include "db/songsdbrecord.h"
 
+#include <QHash>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -50,7 +51,7 @@ public:
     /// Deletes all rows of "usersongs"; returns false if that fails.
     bool clearUserLibraryDb();
 
-    /// Reads the names of the catalogue, which otherwise the first look-up does. It takes tens of
+    /// Reads the catalogue, which otherwise the first look-up does. It takes tens of
     /// milliseconds, so a run calls it before it shows its progress.
     void prepareLookUps() { indexNames(); }
     /// Finds the first catalogue row whose file name is LIKE \a fileName, which is inserted into
@@ -84,8 +85,8 @@ private:
     void fillList(QStringList &list, const QString &statement) const;
     bool areNamesScanned() const;
     void indexNames();
-    bool fillIndex(FileNameIndex &index, const QString &column) const;
-    bool getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record);
+    bool fillIndex();
+    bool getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record) const;
 
     std::unique_ptr<QTemporaryFile> m_temporaryFile;
     QSqlDatabase m_songsDb;
@@ -96,8 +97,9 @@ private:
     QStringList m_artists;
     FileNameIndex m_fileNames;
     FileNameIndex m_titles;
-    std::optional<QSqlQuery> m_recordByRowId; ///< prepared; empty if names can't be indexed
+    QHash<qint64, QString> m_records; ///< joined, by rowid; those beyond a limit are missing
     bool m_hasTriedIndex = false;
+    bool m_isIndexed = false;
 };
 
 } // namespace brisel
