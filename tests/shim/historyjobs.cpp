@@ -12,6 +12,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <cstdio>
+
 namespace brisel
 {
 
@@ -42,9 +44,10 @@ public:
     JobLibrary &operator=(const JobLibrary &) = delete;
 
     Database &database() { return m_database; }
-    /// All songs were written, and all of them kept.
+    /// Prints the report. Returns true if all songs were written, and all of them kept.
     bool isDone(const HistoryRecorder &recorder) const
     {
+        std::fprintf(stderr, "%s\n", qPrintable(run.report().text()));
         return run.report().failed() == 0 && run.report().skipped() == 0 &&
                !recorder.trouble().has_value();
     }

@@ -11,18 +11,35 @@ using namespace brisel;
 
 using namespace Qt::StringLiterals;
 
-Worker::Outcome Worker::run(const QStringList &arguments, const QString &folder,
-                            const QProcessEnvironment &environment)
+void Worker::start(QProcess &worker, const QStringList &arguments, const QString &folder,
+                   const QProcessEnvironment &environment)
 {
     QProcessEnvironment own = environment;
     own.insert(u"XDG_CONFIG_HOME"_s, folder);
     own.insert(u"TMPDIR"_s, folder);
     own.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
-    QProcess worker;
     worker.setProcessEnvironment(own);
     worker.start(QStringLiteral(BRISEL_WORKER), arguments);
-    if (!worker.waitForFinished(60000))
-        qFatal("the worker hangs or does not start");
+    if (!worker.waitForStarted())
+        qFatal("the worker does not start");
+}
+
+bool Worker::waitForStop(QProcess &worker)
+{
+    const QString status = u"/proc/%1/stat"_s.arg(worker.processId());
+    constexpr int pause = 2; // milliseconds
+    do {
+        const QByteArray line = fileContent(status);
+        if (line.mid(line.lastIndexOf(')') + 2).startsWith('T'))
+            return true;
+    } while (!worker.waitForFinished(pause) && worker.state() == QProcess::Running);
+    return false;
+}
+
+Worker::Outcome Worker::outcomeOf(QProcess &worker)
+{
+    if (worker.state() != QProcess::NotRunning && !worker.waitForFinished(60000))
+        qFatal("the worker hangs");
     Outcome outcome;
     outcome.log = worker.readAllStandardError();
     outcome.isKilled = worker.exitStatus() == QProcess::CrashExit && worker.exitCode() == SIGKILL;
@@ -30,6 +47,14 @@ Worker::Outcome Worker::run(const QStringList &arguments, const QString &folder,
         qFatal("the worker failed: %s", outcome.log.constData());
     outcome.saidTrue = !outcome.isKilled && worker.exitCode() == 0;
     return outcome;
+}
+
+Worker::Outcome Worker::run(const QStringList &arguments, const QString &folder,
+                            const QProcessEnvironment &environment)
+{
+    QProcess worker;
+    start(worker, arguments, folder, environment);
+    return outcomeOf(worker);
 }
 
 QProcessEnvironment Worker::watched(const QString &folder, const QString &home, Fault fault)

@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class QProcess;
 class QProcessEnvironment;
 
 /// Runs a job of worker.cpp in a separate process, for the tests that must not be linked to the
@@ -36,6 +37,14 @@ struct Steps {
 /// its end. A crash, or a job that does not exist, ends the test program.
 Outcome run(const QStringList &arguments, const QString &folder,
             const QProcessEnvironment &environment);
+
+/// Starts the same without waiting.
+void start(QProcess &worker, const QStringList &arguments, const QString &folder,
+           const QProcessEnvironment &environment);
+/// Waits until it stops itself by the action "stop". Returns false if it has ended instead.
+bool waitForStop(QProcess &worker);
+/// Waits for its end.
+Outcome outcomeOf(QProcess &worker);
 
 /// The environment of a worker whose steps below \a folder are counted, with files in \a home.
 QProcessEnvironment watched(const QString &folder, const QString &home, Fault fault);
