@@ -69,11 +69,14 @@ public:
     QString history() const { return path(u"data/history.sqlite"_s); }
 
     /// Runs the job \a name of the worker; its step \a fault goes wrong.
-    Worker::Outcome run(const QString &name, Worker::Fault fault) const
+    Worker::Outcome run(const QString &name, Worker::Fault fault, bool isOnFat) const
     {
         const QStringList arguments{name, history(), m_home.filePath(u"catalogue"_s)};
-        return Worker::run(arguments + m_paths, m_home.filePath(u"work"_s),
-                           Worker::watched(m_home.filePath(u"work"_s), m_home.path(), fault));
+        QProcessEnvironment environment =
+            Worker::watched(m_home.filePath(u"work"_s), m_home.path(), fault);
+        if (isOnFat)
+            environment.insert(u"BRISEL_SHIM_FAT"_s, u"1"_s);
+        return Worker::run(arguments + m_paths, m_home.filePath(u"work"_s), environment);
     }
     Worker::Steps steps() const { return Worker::stepsIn(m_home.path()); }
 
@@ -115,14 +118,19 @@ void TestHistoryCuts::restoresAfterEveryCut_data()
 {
     QTest::addColumn<QString>("job");
     QTest::addColumn<bool>("isLinked");
+    QTest::addColumn<bool>("isOnFat");
     QTest::addColumn<QByteArray>("action");
     for (const char *job : {"synchronise", "edit", "restore"}) {
         for (const char *action : {"kill", "torn"}) {
             const QString name = QString::fromLatin1(job);
-            QTest::addRow("%s, %s", job, action) << name << false << QByteArray(action);
-            QTest::addRow("%s, hard links, %s", job, action) << name << true << QByteArray(action);
+            QTest::addRow("%s, %s", job, action) << name << false << false << QByteArray(action);
+            QTest::addRow("%s, hard links, %s", job, action)
+                << name << true << false << QByteArray(action);
         }
     }
+    for (const char *job : {"synchronise", "restore"})
+        QTest::addRow("%s, on FAT, kill", job)
+            << QString::fromLatin1(job) << false << true << QByteArray("kill");
 }
 
 /// Takes all changes back, those of a restore too.
@@ -166,6 +174,7 @@ void TestHistoryCuts::restoresAfterEveryCut()
 {
     QFETCH(const QString, job);
     QFETCH(const bool, isLinked);
+    QFETCH(const bool, isOnFat);
     QFETCH(const QByteArray, action);
     const Files before = isLinked ? linkedSongs() : songsOfEveryFormat();
     const bool isRestore = job == u"restore"_s;
@@ -177,9 +186,9 @@ void TestHistoryCuts::restoresAfterEveryCut()
             continue;
         const Place place(before);
         if (isRestore)
-            QVERIFY(place.run(u"synchronise"_s, {}).saidTrue);
+            QVERIFY(place.run(u"synchronise"_s, {}, false).saidTrue);
         const QByteArray startOfMp3 = fileContent(place.path(u"linked/one.mp3"_s));
-        const Worker::Outcome outcome = place.run(job, {number, action.constData()});
+        const Worker::Outcome outcome = place.run(job, {number, action.constData()}, isOnFat);
         QVERIFY2(outcome.isKilled == (number > 0), outcome.log);
         if (number == 0) {
             QVERIFY2(outcome.saidTrue, outcome.log);
