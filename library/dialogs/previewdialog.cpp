@@ -9,6 +9,7 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 
 #include <algorithm>
 #include <utility>
@@ -25,6 +26,7 @@ PreviewDialog::PreviewDialog(SyncPreview &preview, CatalogueSearch &search, bool
     m_ui->setupUi(this);
     QTableView *view = m_ui->previewTableView;
     view->setModel(m_model);
+    view->installEventFilter(this);
     // No row is measured: there may be half a million of them.
     view->verticalHeader()->hide();
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -57,6 +59,21 @@ void PreviewDialog::changeEvent(QEvent *event)
     m_model->retranslate();
     showCounts();
     showSearch();
+}
+
+/// In a cell without a tick the space bar is for the field of its row.
+bool PreviewDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress ||
+        static_cast<QKeyEvent *>(event)->key() != Qt::Key_Space)
+        return QDialog::eventFilter(watched, event);
+    const QModelIndex current = m_ui->previewTableView->currentIndex();
+    const QModelIndex field = current.siblingAtColumn(PreviewModel::FieldColumn);
+    const QVariant tick = field.data(Qt::CheckStateRole);
+    if (current.data(Qt::CheckStateRole).isValid() || !tick.isValid())
+        return QDialog::eventFilter(watched, event);
+    const bool isTicked = tick.toInt() == Qt::Checked;
+    return m_model->setData(field, isTicked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }
 
 void PreviewDialog::on_filterComboBox_currentIndexChanged(int number)

@@ -33,6 +33,7 @@ private slots:
     void writesNothingWhenCancelled();
     void writesNothingWithoutBackupAnswer();
     void ticksAndUnticksByKeys();
+    void spaceTicksTheFieldOfItsRow();
     void ticksAWholeSong();
     void leavesUnpublishedSongsUntickedWhileAsking();
     void matchesASongByHand();
@@ -249,6 +250,21 @@ void TestPreview::ticksAndUnticksByKeys()
         toggle(view, 2, PreviewModel::FieldColumn);
         toggle(view, 3, PreviewModel::FieldColumn);
         QCOMPARE(countText(dialog), u"1 song, 2 campi da scrivere"_qs);
+        DialogScript::click(dialog, u"cancelPushButton"_qs);
+    });
+    openPreview();
+}
+
+void TestPreview::spaceTicksTheFieldOfItsRow()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    import({u"one.mid"_qs});
+    expectPreview([](QWidget *dialog, QTableView *view) {
+        for (const int column : {0, 2, 3, 4})
+            toggle(view, 1 + column, column); // in cells without a tick of their own
+        QCOMPARE(countText(dialog), u"1 song, 3 campi da scrivere"_qs);
+        toggle(view, 1, PreviewModel::NewColumn);
+        QCOMPARE(rowText(view, 1), u"one.mid|[x]Artista||ARTIST ALT|nome del file"_qs);
         DialogScript::click(dialog, u"cancelPushButton"_qs);
     });
     openPreview();
