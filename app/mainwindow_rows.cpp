@@ -7,6 +7,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "history/historyrecorder.h"
 #include "library/dialogs/dataeditdialog.h"
+#include "library/foundsong.h"
 #include "library/manualedit.h"
 #include "library/songactions.h"
 
@@ -113,7 +114,7 @@ void MainWindow::onSongsTableViewShowContextMenu(const QPoint &pos)
         action->setEnabled(index.isValid());
     std::optional<HistorySong> last;
     if (index.isValid())
-        last = m_history.lastChange(m_model->fileName(index.row()));
+        last = changeToRestore(m_model->fileName(index.row()), m_history);
     m_ui->actionRestore->setEnabled(last.has_value());
     const QAction *chosen = menu.exec(view->viewport()->mapToGlobal(pos));
     updateActions();

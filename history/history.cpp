@@ -124,6 +124,16 @@ QList<HistorySong> History::changes(const QString &path, qint64 after)
     return readSongs(query);
 }
 
+QList<HistorySong> History::changesTo(qint64 size)
+{
+    if (!m_file.open())
+        return {};
+    QSqlQuery query =
+        m_file.query(selectSongs + u"WHERE sizeafter = ? ORDER BY id DESC LIMIT 1000"_s);
+    query.addBindValue(size);
+    return readSongs(query);
+}
+
 QList<FieldChange> History::fields(qint64 song)
 {
     if (!m_file.open())

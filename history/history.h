@@ -66,6 +66,9 @@ public:
     std::optional<HistorySong> lastChange(const QString &path);
     /// The entries of the file at  path that are newer than the entry  after, oldest first.
     QList<HistorySong> changes(const QString &path, qint64 after = 0);
+    /// The newest entries, up to 1,000, of files that had \a size bytes after the change, newest
+    /// first.
+    QList<HistorySong> changesTo(qint64 size);
 
     /// The disk space that the history takes, in bytes.
     qint64 bytesUsed() const;

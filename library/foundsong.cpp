@@ -1,10 +1,13 @@
 #include "library/foundsong.h"
 
+#include "base/fileidentity.h"
 #include "base/plainfile.h"
 #include "history/history.h"
 
 #include <QHash>
 #include <QSet>
+
+#include <algorithm>
 
 namespace brisel
 {
@@ -47,6 +50,27 @@ FoundSong FoundSong::at(const QString &path, const HistorySong &song, History &h
             return {Kind::WrittenLater, content};
     }
     return {Kind::Other, {}};
+}
+
+std::optional<HistorySong> changeToRestore(const QString &path, History &history)
+{
+    PlainFile file;
+    if (!file.open(path))
+        return history.lastChange(path);
+    const auto madeThis = [&file](const HistorySong &song) { return song.after.isOf(file); };
+    const QList<HistorySong> changes = history.changes(path);
+    if (!changes.isEmpty()) {
+        // The program may have ended between an entry and its change.
+        const bool wasMade = !changes.last().before.isOf(file);
+        const auto made = std::find_if(changes.crbegin(), changes.crend(), madeThis);
+        return wasMade || made == changes.crend() ? changes.last() : *made;
+    }
+    const QList<HistorySong> elsewhere = history.changesTo(file.size());
+    const auto moved =
+        std::find_if(elsewhere.cbegin(), elsewhere.cend(), [&madeThis](const HistorySong &song) {
+            return !entryExists(song.path) && madeThis(song);
+        });
+    return moved == elsewhere.cend() ? std::nullopt : std::optional(*moved);
 }
 
 } // namespace brisel

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace brisel
 {
 
@@ -29,5 +31,10 @@ struct FoundSong {
     /// True if the history has every change of the file since \a song was made.
     bool isOwn() const { return kind != Kind::Other && kind != Kind::Nothing; }
 };
+
+/// The change that is taken back first if the user wants the file at \a path restored: the newest
+/// one that was made, or the one that made its content at a path where no file is any more. Nothing
+/// if the history has none, or can't be read.
+std::optional<HistorySong> changeToRestore(const QString &path, History &history);
 
 } // namespace brisel

@@ -1,5 +1,6 @@
 #include "library/dialogs/historymodel.h"
 
+#include "library/dialogs/celltext.h"
 #include "library/foundsong.h"
 #include "library/songchanges.h"
 
@@ -27,13 +28,6 @@ QString kindText(RunKind kind)
         return HistoryModel::tr("Ripristino");
     }
     return QStringLiteral("?");
-}
-
-/// \a text on one line, and not longer than a cell can show.
-QString cellText(const QString &text)
-{
-    constexpr qsizetype longest = 500; // characters
-    return text.left(longest).simplified();
 }
 
 QString fileNameOf(const HistorySong &song)

@@ -1,5 +1,7 @@
 #include "library/dialogs/previewmodel.h"
 
+#include "library/dialogs/celltext.h"
+
 #include <QFont>
 
 #include <algorithm>
@@ -57,7 +59,7 @@ QString outcomeText(const PreviewSong &song)
 {
     if (song.whyNotRead.has_value())
         return PreviewModel::tr("non letta: %1").arg(song.whyNotRead->text());
-    return song.wasFound() ? PreviewModel::tr("nessuna modifica") : PreviewModel::tr("non trovata");
+    return song.wasFound() ? PreviewModel::tr("nessun dato cambia") : PreviewModel::tr("non trovata");
 }
 
 } // namespace
@@ -261,9 +263,9 @@ QString PreviewModel::text(const QModelIndex &index) const
     case FieldColumn:
         return field != nullptr ? fieldText(field->field) : outcomeText(song);
     case OldColumn:
-        return field != nullptr ? field->before : QString();
+        return field != nullptr ? cellText(field->before) : QString();
     case NewColumn:
-        return field != nullptr ? field->after : QString();
+        return field != nullptr ? cellText(field->after) : QString();
     default:
         return foundByText(song);
     }

@@ -2022,8 +2022,8 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>not read: %1</translation>
     </message>
     <message>
-        <source>nessuna modifica</source>
-        <translation>no change</translation>
+        <source>nessun dato cambia</source>
+        <translation>no field changes</translation>
     </message>
     <message>
         <source>non trovata</source>

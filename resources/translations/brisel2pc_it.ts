@@ -2022,8 +2022,8 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>non letta: %1</translation>
     </message>
     <message>
-        <source>nessuna modifica</source>
-        <translation>nessuna modifica</translation>
+        <source>nessun dato cambia</source>
+        <translation>nessun dato cambia</translation>
     </message>
     <message>
         <source>non trovata</source>

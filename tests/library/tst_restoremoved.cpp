@@ -1,3 +1,5 @@
+#include "library/foundsong.h"
+#include "tests/history/keptsongs.h"
 #include "tests/library/restoretest.h"
 #include "tests/songfile/samples.h"
 #include "tests/testprogram.h"
@@ -24,6 +26,8 @@ private slots:
     void leavesTheTwinOfAChangedSong();
     void followsASongThroughSeveralChanges();
     void followsASongThatMovedBetweenItsChanges();
+    void offersTheChangeOfAMovedSong();
+    void offersTheLastChangeThatWasMade();
 };
 
 void TestRestoreMoved::findsMovedSongs()
@@ -187,6 +191,35 @@ void TestRestoreMoved::followsASongThatMovedBetweenItsChanges()
     QCOMPARE(m_run->asked, QStringList());
     QVERIFY2(m_run->report().failed() == 0, qPrintable(m_run->report().text()));
     QCOMPARE(fileContent(moved), m_before[path]);
+}
+
+void TestRestoreMoved::offersTheChangeOfAMovedSong()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("one", true));
+    synchronise();
+    const qint64 change = m_history->lastChange(path)->id;
+    const QString copy = m_library->add(u"copy.mid"_s, fileContent(path));
+    QVERIFY(!changeToRestore(copy, *m_history).has_value());
+    QVERIFY(QFile::remove(path));
+    QCOMPARE(changeToRestore(copy, *m_history)->id, change);
+    QCOMPARE(changeToRestore(path, *m_history)->id, change);
+    makeFile(copy, fileContent(copy) + 'x');
+    QVERIFY(!changeToRestore(copy, *m_history).has_value());
+}
+
+/// The newest entry may belong to a change that was not made, because the program ended.
+void TestRestoreMoved::offersTheLastChangeThatWasMade()
+{
+    const QString path = add(u"one.mid"_s, Sample::midi("one", true));
+    synchronise();
+    const QByteArray written = fileContent(path);
+    const qint64 change = m_history->lastChange(path)->id;
+    qint64 run = 0;
+    QList<qint64> ids;
+    QVERIFY(m_history->add(run, RunKind::Edit, {keptSong(path, written, "never")}, ids));
+    QCOMPARE(changeToRestore(path, *m_history)->id, change);
+    makeFile(path, "by another program");
+    QCOMPARE(changeToRestore(path, *m_history)->id, ids.first());
 }
 
 BRISEL_TEST(QCoreApplication, TestRestoreMoved)
