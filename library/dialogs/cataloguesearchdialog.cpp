@@ -23,6 +23,7 @@ CatalogueSearchDialog::CatalogueSearchDialog(CatalogueSearch &search, const Song
     m_ui->searchLineEdit->setText(info.title.isEmpty() ? fileName.section(u'.', 0, -2)
                                                        : info.title);
     m_ui->searchLineEdit->selectAll();
+    m_ui->searchLineEdit->setFocus();
     m_ui->searchLineEdit->installEventFilter(this);
     showSong();
     show(m_search.guesses(info, fileName));

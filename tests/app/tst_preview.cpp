@@ -390,7 +390,6 @@ void TestPreview::goesOnWithTheNextSong()
     makeSongs(names, true);
     import(names);
     expectPreview([](QWidget *dialog, QTableView *view) {
-        QVERIFY(view->hasFocus());
         QCOMPARE(view->currentIndex().row(), 0);
         choose(dialog, PreviewModel::Filter::NotFound);
         view->setCurrentIndex(view->model()->index(1, 0));
@@ -426,11 +425,12 @@ void TestPreview::arrowKeysChooseASongWhileTyping()
             DialogScript::type(words, u"artist"_qs);
             auto *results = search->findChild<QTableWidget *>();
             QVERIFY(results->rowCount() > 1);
+            const QWidget *focused = search->focusWidget();
             QTest::keyClick(words, Qt::Key_Down);
             QCOMPARE(results->currentRow(), 1);
             QTest::keyClick(words, Qt::Key_Up);
             QCOMPARE(results->currentRow(), 0);
-            QVERIFY(words->hasFocus());
+            QCOMPARE(search->focusWidget(), focused);
             DialogScript::click(search, u"cancelPushButton"_qs);
         });
         QTest::keyClick(view, Qt::Key_Return);

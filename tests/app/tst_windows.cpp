@@ -45,6 +45,8 @@ private slots:
     void staysOnSmallScreens();
     void enterPressesTheFocusedButton_data();
     void enterPressesTheFocusedButton();
+    void startsWhereTheWorkIs_data();
+    void startsWhereTheWorkIs();
     void tabReachesEveryControl_data();
     void tabReachesEveryControl();
     void buttonsStandInTheirOrder_data();
@@ -266,6 +268,26 @@ void TestWindows::enterPressesTheFocusedButton()
         button->setFocus();
         QVERIFY2(button->isDefault(), qPrintable(button->text()));
     }
+}
+
+void TestWindows::startsWhereTheWorkIs_data()
+{
+    QTest::addColumn<QString>("focused");
+    QTest::newRow("preview") << QStringLiteral("previewTableView");
+    QTest::newRow("preview-search") << QStringLiteral("searchLineEdit");
+    QTest::newRow("question-restore") << QStringLiteral("noPushButton");
+    QTest::newRow("history") << QStringLiteral("historyTreeView");
+    QTest::newRow("restore-backup") << QStringLiteral("songsTreeView");
+}
+
+void TestWindows::startsWhereTheWorkIs()
+{
+    const std::unique_ptr<QWidget> window =
+        makeWindow(QString::fromLatin1(QTest::currentDataTag()));
+    QWidget *top = shown(*window);
+    QVERIFY(QTest::qWaitForWindowActive(top));
+    QVERIFY(top->focusWidget() != nullptr);
+    QTEST(top->focusWidget()->objectName(), "focused");
 }
 
 void TestWindows::tabReachesEveryControl_data()
