@@ -118,9 +118,11 @@ bool HistoryFile::connectTo()
     if (!m_database.open())
         return fail(m_database.lastError());
     m_opened = fileState(m_path);
-    // The pages of a lot stay in memory until they are written together.
+    // The pages of a lot stay in memory until they are written together, and the log is only moved
+    // into the file after a few lots: each move has flushes of its own.
     return exec(u"PRAGMA foreign_keys = ON"_s) && exec(u"PRAGMA synchronous = FULL"_s) &&
-           exec(u"PRAGMA cache_size = -16384"_s); // KiB
+           exec(u"PRAGMA cache_size = -16384"_s) &&     // KiB
+           exec(u"PRAGMA wal_autocheckpoint = 2000"_s); // pages
 }
 
 bool HistoryFile::checkVersion()
