@@ -138,7 +138,7 @@ int main(int argc, char **argv)
         librarySize = 50;
     const QCoreApplication application(argc, argv);
     const std::string songs = std::to_string(librarySize) + " songs/";
-    for (const auto &[time, what] : {std::pair(Time::Real, "synchronise, real time/"),
+    for (const auto &[time, what] : {std::pair(Time::Real, "synchronise in real time/"),
                                      std::pair(Time::Processor, "synchronise/")}) {
         for (const bool keepsHistory : {true, false})
             benchmark::RegisterBenchmark(
