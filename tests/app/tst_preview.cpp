@@ -27,8 +27,6 @@ private slots:
     void opensFromMenuAndButton();
     void isEnabledLikeTheSynchronisation();
     void showsFieldsWithOldAndNewTexts();
-    void showsLongTextsOnOneLine();
-    void showsSongsWithoutFieldChanges();
     void filtersRows();
     void writesWhatIsTicked();
     void writesAllAsASynchronisationDoes();
@@ -149,28 +147,6 @@ void TestPreview::showsFieldsWithOldAndNewTexts()
         DialogScript::click(dialog, u"cancelPushButton"_qs);
     });
     openPreview();
-}
-
-/// A tag may hold a million characters.
-void TestPreview::showsLongTextsOnOneLine()
-{
-    PreviewSong song;
-    song.foundBy = FoundBy::Title;
-    song.changes = {{FieldChange::Field::Title, u"one\ntwo"_qs, QString(1000000, u'x')}};
-    const PreviewModel model({song}, true);
-    const QModelIndex cell = model.index(0, PreviewModel::OldColumn);
-    QCOMPARE(cell.data().toString(), u"one two"_qs);
-    QCOMPARE(cell.siblingAtColumn(PreviewModel::NewColumn).data().toString().size(), 500);
-    QVERIFY(cell.siblingAtColumn(PreviewModel::NewColumn).data(Qt::ToolTipRole).toString().size() <
-            1000);
-}
-
-void TestPreview::showsSongsWithoutFieldChanges()
-{
-    PreviewSong song;
-    song.foundBy = FoundBy::Title;
-    const PreviewModel model({song}, true);
-    QCOMPARE(model.index(0, PreviewModel::FieldColumn).data().toString(), u"nessun dato cambia"_qs);
 }
 
 void TestPreview::filtersRows()
