@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSqlError>
+#include <QUrl>
 
 #include <algorithm>
 #include <utility>
@@ -48,12 +49,28 @@ Reason reasonOf(const QSqlError &error)
     }
 }
 
+/// Moves the log of the file at \a path into it; no-op on failure.
+void moveLog(const QString &path, const QString &connection)
+{
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, connection);
+        database.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=0"_s);
+        // A file that was deleted meanwhile must not be made again.
+        database.setDatabaseName(
+            QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded() + "?mode=rw"));
+        if (database.open())
+            QSqlQuery(database).exec(u"PRAGMA wal_checkpoint(PASSIVE)"_s);
+    }
+    QSqlDatabase::removeDatabase(connection);
+}
+
 } // namespace
 
 HistoryFile::HistoryFile(QString path) : m_path(std::move(path))
 {
     static QAtomicInteger<int> connections = 0;
     m_connection = u"history %1"_s.arg(++connections);
+    m_thread.setMaxThreadCount(1);
 }
 
 HistoryFile::~HistoryFile()
@@ -63,6 +80,7 @@ HistoryFile::~HistoryFile()
 
 void HistoryFile::close()
 {
+    m_thread.waitForDone();
     m_database = QSqlDatabase();
     if (QSqlDatabase::contains(m_connection))
         QSqlDatabase::removeDatabase(m_connection);
@@ -118,11 +136,11 @@ bool HistoryFile::connectTo()
     if (!m_database.open())
         return fail(m_database.lastError());
     m_opened = fileState(m_path);
-    // The pages of a lot stay in memory until they are written together, and the log is only moved
-    // into the file after a few lots: each move has flushes of its own.
+    // The pages of a lot stay in memory until they are written together, and end() moves the log
+    // into the file.
     return exec(u"PRAGMA foreign_keys = ON"_s) && exec(u"PRAGMA synchronous = FULL"_s) &&
-           exec(u"PRAGMA cache_size = -16384"_s) &&     // KiB
-           exec(u"PRAGMA wal_autocheckpoint = 2000"_s); // pages
+           exec(u"PRAGMA cache_size = -16384"_s) &&      // KiB
+           exec(u"PRAGMA wal_autocheckpoint = 10000"_s); // pages
 }
 
 bool HistoryFile::checkVersion()
@@ -216,11 +234,13 @@ void HistoryFile::giveBack(int pages)
         }
         isDone = !end() || isDone || left == 0;
     }
+    m_thread.waitForDone();
     (void)exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
 }
 
 bool HistoryFile::begin()
 {
+    m_thread.waitForDone(); // the log starts again if all of it was moved
     const bool hasBegun = exec(u"BEGIN IMMEDIATE"_s);
     setPatience(hasBegun || m_trouble != HistoryReason::locked);
     return hasBegun;
@@ -233,12 +253,21 @@ void HistoryFile::setPatience(bool isPatient)
         (void)exec(u"PRAGMA busy_timeout = %1"_s.arg(isPatient ? longWait : shortWait));
 }
 
-bool HistoryFile::end()
+bool HistoryFile::end(qint64 bytes)
 {
-    if (exec(u"COMMIT"_s))
-        return true;
-    drop();
-    return false;
+    constexpr qint64 longLog = 16 * 1024 * 1024; // each move has flushes of its own
+    if (!exec(u"COMMIT"_s)) {
+        drop();
+        return false;
+    }
+    m_logBytes += bytes;
+    if (m_logBytes >= longLog) {
+        m_logBytes = 0;
+        m_thread.waitForDone();
+        m_thread.start(
+            [path = m_path, connection = m_connection + u" log"_s] { moveLog(path, connection); });
+    }
+    return true;
 }
 
 void HistoryFile::drop()

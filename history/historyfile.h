@@ -6,6 +6,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
+#include <QThreadPool>
 
 #include <optional>
 
@@ -63,8 +64,9 @@ public:
     /// for up to two seconds, but only shortly if the last call did so in vain.
     [[nodiscard]] bool begin();
     /// Ends what begin() started; on the disk when it returns true. After a failure nothing is
-    /// written.
-    [[nodiscard]] bool end();
+    /// written. \a bytes: what was added, about. When the log has become long, a thread moves it
+    /// into the file.
+    [[nodiscard]] bool end(qint64 bytes = 0);
     void drop();
 
     /// Why the last call failed.
@@ -85,6 +87,8 @@ private:
     QSqlDatabase m_database;
     FileState m_opened; ///< the file as it was opened
     bool m_isPatient = true;
+    qint64 m_logBytes = 0; ///< added to the log since it was last moved into the file, about
+    QThreadPool m_thread;  ///< moves it; its destructor waits
     std::optional<Reason> m_trouble;
 };
 

@@ -93,7 +93,7 @@ bool History::add(qint64 &run, RunKind kind, const QList<PackedSong> &songs, QLi
         deleteSongs(unwritten) && makeRoom(run, bytes) && addSongs(written, kind, songs, ids);
     if (!isWritten)
         m_file.drop();
-    if (!isWritten || !m_file.end()) {
+    if (!isWritten || !m_file.end(bytes)) {
         ids.clear();
         return false;
     }
