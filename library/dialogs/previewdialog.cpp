@@ -41,6 +41,7 @@ PreviewDialog::PreviewDialog(SyncPreview &preview, CatalogueSearch &search, bool
     showSearch();
     showRow(0);
     view->setFocus();
+    (void)m_search.whyUnavailable(); // builds its index, so that the first search does not wait
 }
 
 PreviewDialog::~PreviewDialog() = default;

@@ -1749,7 +1749,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>Con %1 MiB le operazioni più vecchie verranno eliminate dalla cronologia. Continuare?</source>
-        <translation>With %1 MiB the oldest runs will be deleted from the history. Continue?</translation>
+        <translation>With %1 MiB the oldest operations will be deleted from the history. Continue?</translation>
     </message>
 </context>
 <context>
