@@ -141,7 +141,7 @@ FoundSong Restore::lookAt(const QString &path, const HistorySong &song)
     return FoundSong::at(path, song, m_history);
 }
 
-/// The path of the file of the list that \a song was moved to; empty if there is none.
+/// The path of the file of the list that \a song was moved to; empty if it was not found.
 QString Restore::findMoved(Run &run, const HistorySong &song)
 {
     const bool isStaged =

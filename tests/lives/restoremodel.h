@@ -48,7 +48,7 @@ public:
     std::function<std::optional<qsizetype>(const QByteArray &)> audioStart;
 
     /// Takes the changes \a ids back, the newest first; \a answers are given in turn, true for
-    /// yes, and no when there is none left.
+    /// yes, and no when all are used.
     Result restore(QList<qint64> ids, QList<bool> answers);
 
 private:

@@ -38,7 +38,7 @@ RestoreModel::Files SongLife::filesNow() const
     return files;
 }
 
-/// Gives a song another content, or makes one where there is none.
+/// Gives a song another content, or writes it to a free path.
 void SongLife::change()
 {
     const QString path = oneOf(m_list);
