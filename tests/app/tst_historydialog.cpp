@@ -52,12 +52,20 @@ private:
     /// Opens the history by its menu entry; \a step works in it, and it is closed.
     void openHistory(const Step &step)
     {
+        expectHistory(step);
+        triggerHistory();
+    }
+    void expectHistory(const Step &step)
+    {
         m_script->expect("HistoryDialog", [step](QWidget *widget) {
             auto *dialog = qobject_cast<QDialog *>(widget);
             step(dialog, widget->findChild<QTreeView *>());
             if (dialog->isVisible())
                 DialogScript::click(widget, u"closePushButton"_qs);
         });
+    }
+    void triggerHistory()
+    {
         m_window->findChild<QAction *>(u"actionHistory"_qs)->trigger();
         verifyScript();
     }
@@ -359,18 +367,18 @@ void TestHistoryDialog::deletesRunsBeyondANewLimit()
     QVERIFY(history.add(run, RunKind::Edit, {keptSong(u"/a.mid"_qs, old, "new")}, ids));
     QVERIFY(history.finish(run, {}, u"report"_qs));
     for (const QMessageBox::StandardButton answer : {QMessageBox::No, QMessageBox::Yes}) {
-        DialogScript inner;
-        inner.expect("QMessageBox", [answer](QWidget *widget) {
+        expectHistory([](QDialog *dialog, QTreeView *) {
+            auto *limit = dialog->findChild<QSpinBox *>();
+            QCOMPARE(limit->value(), 1024);
+            limit->setValue(1);
+        });
+        m_script->expect("QMessageBox", [answer](QWidget *widget) {
             auto *box = qobject_cast<QMessageBox *>(widget);
             QCOMPARE(box->defaultButton(), box->button(QMessageBox::No));
             QVERIFY(box->text().startsWith(u"Con 1 MiB le operazioni più vecchie"_qs));
             QTest::mouseClick(box->button(answer), Qt::LeftButton);
         });
-        openHistory([](QDialog *dialog, QTreeView *) {
-            auto *limit = dialog->findChild<QSpinBox *>();
-            QCOMPARE(limit->value(), 1024);
-            limit->setValue(1);
-        });
+        triggerHistory();
         QCOMPARE(history.runs().size(), answer == QMessageBox::No ? 1 : 0);
     }
     openHistory([](QDialog *dialog, QTreeView *) {
