@@ -59,7 +59,8 @@ QString outcomeText(const PreviewSong &song)
 {
     if (song.whyNotRead.has_value())
         return PreviewModel::tr("non letta: %1").arg(song.whyNotRead->text());
-    return song.wasFound() ? PreviewModel::tr("nessun dato cambia") : PreviewModel::tr("non trovata");
+    return song.wasFound() ? PreviewModel::tr("nessun dato cambia")
+                           : PreviewModel::tr("non trovata");
 }
 
 } // namespace
