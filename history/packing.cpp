@@ -82,7 +82,7 @@ QList<FieldChange> fieldsIn(const QString &text)
     constexpr int lastField = static_cast<int>(FieldChange::Field::Markers);
     QList<FieldChange> fields;
     const QJsonArray rows = QJsonDocument::fromJson(text.toUtf8()).array();
-    for (const QJsonValue &value : rows) {
+    for (const auto &value : rows) {
         const QJsonArray row = value.toArray();
         const int field = row.at(0).toInt();
         if (row.size() != columns || field < 1 || field > lastField || !row.at(1).isString() ||
