@@ -5,9 +5,11 @@
 #include "app/style.h"
 #include "bench/benchprogram.h"
 #include "bench/paintwatch.h"
+#include "db/cataloguesearch.h"
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/cataloguelookup.h"
+#include "library/dialogs/previewdialog.h"
 #include "library/syncpreview.h"
 #include "songfile/metasong.h"
 #include "tools/cataloguefile.h"
@@ -16,6 +18,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -184,22 +188,34 @@ void importWithout(benchmark::State &state, int count)
     }
 }
 
+/// The songs in a table, with the catalogue, without a window.
+class Listed
+{
+public:
+    explicit Listed(const QStringList &files)
+    {
+        require(database.init(), "catalogue");
+        model = std::make_unique<UserSongsRelTableModel>(nullptr, *database.userLibraryDb());
+        for (const QString &path : files) {
+            MetaSong song;
+            SongInfo info = readSong(song, path);
+            info.fileName = path;
+            info.shortName = path.section(u'/', -1);
+            require(model->addSong(info), "row");
+        }
+    }
+
+    Database database;
+    std::unique_ptr<UserSongsRelTableModel> model;
+};
+
 /// The preview of the synchronisation; importWithout() is its peer.
 void previewSongs(benchmark::State &state, int count)
 {
     const QStringList &files = songs().paths(count); // first: their folder holds the catalogue
-    Database database;
-    require(database.init(), "catalogue");
-    UserSongsRelTableModel model(nullptr, *database.userLibraryDb());
-    for (const QString &path : files) {
-        MetaSong song;
-        SongInfo info = readSong(song, path);
-        info.fileName = path;
-        info.shortName = path.section(u'/', -1);
-        require(model.addSong(info), "row");
-    }
+    Listed listed(files);
     for (auto _ : state) {
-        SyncPreview preview(model, database);
+        SyncPreview preview(*listed.model, listed.database);
         Run run;
         require(preview.run(run) == SyncPreview::Outcome::Done &&
                     preview.songs().size() == files.size(),
@@ -264,17 +280,47 @@ void measureRuns(PaintWatch &watch)
     measure("synchronise", [&window] { window.synchronise(); });
 }
 
+/// The longest step of scrolling a view from its beginning to its end.
+double longestScrolling(const QAbstractItemView &view)
+{
+    QScrollBar *bar = view.verticalScrollBar();
+    double longest = 0;
+    for (int value = bar->minimum(); value <= bar->maximum(); value += bar->pageStep())
+        longest = std::max(longest, milliseconds([&] { bar->setValue(value); }));
+    return longest;
+}
+
+void measurePreview()
+{
+    Listed listed(songs().paths(librarySize));
+    SyncPreview preview(*listed.model, listed.database);
+    Run run;
+    require(preview.run(run) == SyncPreview::Outcome::Done, "preview");
+    CatalogueSearch search(listed.database);
+    std::unique_ptr<PreviewDialog> dialog;
+    printLimit("preview, its window", milliseconds([&] {
+                   dialog = std::make_unique<PreviewDialog>(preview, search, true);
+                   dialog->show();
+               }),
+               "ms", "100 ms");
+    const auto *view = dialog->findChild<QTableView *>();
+    const std::string rows = std::to_string(view->model()->rowCount()) + " rows";
+    printLimit("preview, longest step of scrolling " + rows, longestScrolling(*view), "ms",
+               "16 ms");
+    auto *filter = dialog->findChild<QComboBox *>();
+    double longest = 0;
+    for (int i = 0; i < filter->count(); ++i)
+        longest = std::max(longest, milliseconds([&] { filter->setCurrentIndex(i); }));
+    printLimit("preview, longest filtering", longest, "ms", "50 ms");
+}
+
 void measureTable()
 {
     Window window;
     window.import(songs().paths(librarySize));
     QTableView *table = window.table();
-    QScrollBar *bar = table->verticalScrollBar();
+    printLimit("table, longest step of scrolling", longestScrolling(*table), "ms", "50 ms");
     double longest = 0;
-    for (int value = bar->minimum(); value <= bar->maximum(); value += bar->pageStep())
-        longest = std::max(longest, milliseconds([&] { bar->setValue(value); }));
-    printLimit("table, longest step of scrolling", longest, "ms", "50 ms");
-    longest = 0;
     for (int column = 0; column < table->model()->columnCount(); ++column) {
         if (table->isColumnHidden(column))
             continue;
@@ -362,6 +408,7 @@ int main(int argc, char **argv)
     if (BenchProgram::ranAllRows()) {
         measureRuns(application);
         measureTable();
+        measurePreview();
     }
     return 0;
 }
