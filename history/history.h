@@ -64,7 +64,7 @@ public:
     QString report(qint64 run);
     /// The newest entry of the file at \a path.
     std::optional<HistorySong> lastChange(const QString &path);
-    /// The entries of the file at  path that are newer than the entry  after, oldest first.
+    /// The entries of the file at \a path that are newer than the entry \a after, oldest first.
     QList<HistorySong> changes(const QString &path, qint64 after = 0);
     /// The newest entries, up to 1,000, of files that had \a size bytes after the change, newest
     /// first.
@@ -76,8 +76,8 @@ public:
     qint64 limit() const;
     /// Sets the limit in bytes; initially 1 GiB.
     void setLimit(qint64 bytes) { m_limit = bytes; }
-    /// Runs that must not be deleted to make room for others, because they are being restored: the
-    /// limit is exceeded instead, until finish() or trim(). They can still be cleared.
+    /// From now on \a runs are not deleted to make room for others, because they are being
+    /// restored: the limit is exceeded instead. They can still be cleared.
     void setProtected(const QSet<qint64> &runs) { m_protected = runs; }
     /// Deletes the oldest runs until the limit is kept. Returns false on failure.
     [[nodiscard]] bool trim();
@@ -100,7 +100,7 @@ public:
     /// because this run alone exceeds the limit.
     bool wasCut() const { return m_wasCut; }
     /// Ends a run: deletes the entries \a unwritten, then the run if it has no songs left,
-    /// otherwise stores its report. No run is protected any more. May be called again.
+    /// otherwise stores its report. May be called again.
     [[nodiscard]] bool finish(qint64 run, const QList<qint64> &unwritten, const QString &report);
 
 private:

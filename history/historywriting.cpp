@@ -206,7 +206,6 @@ bool History::finish(qint64 run, const QList<qint64> &unwritten, const QString &
 {
     constexpr int mostPages = 4096; // so that it takes no time that the user notices
     m_wasCut = false;
-    m_protected.clear();
     if (!m_file.openOrCreate() || !m_file.begin())
         return false;
     const bool isWritten = deleteSongs(unwritten) &&

@@ -130,6 +130,7 @@ void TestHistoryLimits::keepsProtectedRunsUntilTheEnd()
     QCOMPARE(history.runs().size(), 2);
     QVERIFY(history.songs(other).isEmpty());
     QCOMPARE(history.songs(restored).size(), 6);
+    history.setProtected({});
     QVERIFY(history.finish(run, {}, u"report"_s));
     QCOMPARE(history.runs().size(), 1);
     QCOMPARE(history.songs(run).size(), 6);
