@@ -14,4 +14,11 @@ namespace brisel
 /// Returns how many texts were measured.
 int fitColumns(QTableView &view, const QList<int> &columns);
 
+/// Widens each visible column that is narrower than its heading.
+void showWholeHeadings(QTableView &view);
+
+/// Makes the widest of \a columns narrower until all columns that \a view shows are in sight beside
+/// a vertical scroll bar, or each of \a columns is as narrow as its heading.
+void narrowColumns(QTableView &view, const QList<int> &columns);
+
 } // namespace brisel

@@ -1,5 +1,6 @@
 #include "app/libraryrun.h"
 
+#include "app/songlistener.h"
 #include "app/statusline.h"
 #include "db/usersongsreltablemodel.h"
 
@@ -35,6 +36,8 @@ void MainWindow::LibraryRun::publish()
 void MainWindow::LibraryRun::begin(const Stage &stage)
 {
     publish();
+    if (m_window.m_listener != nullptr)
+        m_window.m_listener->stop(); // the run may write the song
     WindowRun::begin(stage);
     // Laying the table out and painting it after each new song would take most of the time.
     if (m_isImport)

@@ -2,12 +2,18 @@
 
 #include "app/aboutdialog.h"
 #include "app/columnfitting.h"
+#include "app/columnlayout.h"
+#include "app/compacthead.h"
 #include "app/currentrowkeeper.h"
 #include "app/helpdialog.h"
+#include "app/outcomecolumn.h"
 #include "app/songfilter.h"
+#include "app/songlistener.h"
 #include "app/songtooltip.h"
+#include "app/soundfontaction.h"
 #include "app/startup.h"
 #include "app/statusline.h"
+#include "app/windowplace.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
 #include "index/dialogs/indexdialog.h"
@@ -22,6 +28,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QToolButton>
+#include <QWhatsThis>
 
 namespace brisel
 {
@@ -61,12 +68,16 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(
     m_ui->statusBar->addWidget(m_statusLine, 1);
     m_ui->actionGerman->setVisible(false);
     m_ui->actionItalian->setVisible(true);
+    new CompactHead(
+        *this, *m_ui->verticalLayout, {m_ui->logoBriselLabel, m_ui->logoKordiaLabel},
+        {m_ui->selectDirToolButton, m_ui->updateDataToolButton, m_ui->transferFilesToolButton});
     m_ui->debugKordiaGroupBox->hide();
     m_ui->debugGroupBox->hide();
     makeActions();
     updateActions();
     showSettings();
     limitHistory();
+    restorePlace(*this, m_settings);
 
     if (!m_database.init()) {
         debug() << "Error initializing DB !!!";
@@ -107,12 +118,14 @@ void MainWindow::changeEvent(QEvent *event)
     if (m_model == nullptr)
         return;
     m_model->setHeaderLabels();
+    showWholeHeadings(*m_ui->userLibraryTableView);
     explainEmptyTable();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     if (!RunGuard::isActive()) {
+        storeLayout();
         QMainWindow::closeEvent(event);
         return;
     }
@@ -120,9 +133,15 @@ void MainWindow::closeEvent(QCloseEvent *event)
     event->ignore();
 }
 
-/// Ctrl+Alt+D shows or hides the hidden options; all other events are passed on.
+/// Ctrl+Alt+D shows or hides the hidden options, the menu key opens the menu of the chosen rows;
+/// all other events are passed on.
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::ContextMenu && watched == m_ui->userLibraryTableView &&
+        static_cast<QContextMenuEvent *>(event)->reason() == QContextMenuEvent::Keyboard) {
+        showMenuOfChosenRows();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return false;
     const auto *key = static_cast<QKeyEvent *>(event);
@@ -164,6 +183,29 @@ void MainWindow::on_actionAbout_QT_triggered()
         QApplication::aboutQt();
 }
 
+void MainWindow::on_actionShowUnreadable_triggered(bool on)
+{
+    if (m_model == nullptr)
+        return;
+    m_model->showUnreadable(on);
+    m_filter->applyToAll();
+    explainEmptyTable();
+    Settings::showUnreadable.store(m_settings, on);
+}
+
+void MainWindow::on_actionResetLayout_triggered()
+{
+    if (m_columns != nullptr)
+        m_columns->reset();
+}
+
+void MainWindow::storeLayout()
+{
+    storePlace(*this, m_settings);
+    if (m_columns != nullptr)
+        m_columns->store(m_settings);
+}
+
 void MainWindow::on_dbgHidePushButton_clicked()
 {
     m_ui->debugGroupBox->setVisible(m_ui->debugGroupBox->isHidden());
@@ -200,8 +242,7 @@ void MainWindow::makeActions()
     connect(m_ui->actionPreview, &QAction::enabledChanged, m_ui->previewToolButton,
             &QToolButton::setEnabled);
     auto *editAction = new QAction(this);
-    connect(editAction, &QAction::triggered, this,
-            [this] { onSongsTableViewDoubleClicked(currentShownRow()); });
+    connect(editAction, &QAction::triggered, this, &MainWindow::editChosen);
     addKeys(this, m_pickAction, {QKeySequence::Open});
     addKeys(m_ui->userLibraryTableView, editAction, {Qt::Key_Return, Qt::Key_Enter});
     addKeys(m_ui->userLibraryTableView, m_ui->actionRemoveRow, {QKeySequence::Delete});
@@ -234,7 +275,7 @@ void MainWindow::initUserLibraryModel()
     // Before the model is set: afterwards it would sort at once, the last song first.
     view->setSortingEnabled(true);
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    view->setSelectionMode(QAbstractItemView::SingleSelection);
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view->setShowGrid(true);
     view->verticalHeader()->hide();
     view->setAlternatingRowColors(false);
@@ -243,18 +284,42 @@ void MainWindow::initUserLibraryModel()
     view->hideColumn(m_model->colIdxFilename());
     view->hideColumn(m_model->colIdxStatus());
     view->hideColumn(0);
-
     view->horizontalHeader()->setSectionsMovable(true);
+    m_columns = new ColumnLayout(*view, *m_model, *m_ui->menuView);
+    m_columns->restore(m_settings);
+    m_model->showUnreadable(Settings::showUnreadable.in(m_settings));
+    m_ui->actionShowUnreadable->setChecked(m_model->isShowingUnreadable());
     m_hint = new EmptyTableHint(*view);
     m_filter = new SongFilter(*m_ui->searchLineEdit, *view, *m_model);
     connect(m_filter, &SongFilter::changed, this, &MainWindow::explainEmptyTable);
+    m_filter->connectTo(m_statusLine->outcomes());
+    new OutcomeColumn(*view, *m_model);
+    m_listener = new SongListener(*view, *m_model, m_settings, *m_ui->verticalLayout);
+    m_ui->menuPreferences->addAction(new SoundFontAction(*this, m_settings));
     new SongToolTip(*view, *m_model);
     new CurrentRowKeeper(*view); // after the filter: it scrolls to a row that is shown
     explainEmptyTable();
 }
 
+void MainWindow::on_searchHelpToolButton_clicked()
+{
+    const QToolButton *button = m_ui->searchHelpToolButton;
+    QWhatsThis::showText(
+        button->mapToGlobal(button->rect().bottomLeft()),
+        tr("<p>Le parole si cercano nel titolo, nell'artista, nel genere, nell'autore, nel nome "
+           "del "
+           "file e della cartella e nello stato. Con il nome di un campo:</p>"
+           "<p><b>genere:rock</b> contiene<br><b>artista=anna</b> è uguale<br>"
+           "<b>bpm&gt;120</b> &nbsp; <b>bpm&lt;=90</b> &nbsp; <b>durata&lt;3:30</b><br>"
+           "<b>senza:artista</b> è vuoto<br><b>cartella:&quot;liscio lento&quot;</b> con spazi</p>"
+           "<p>Campi: titolo, artista, genere, autore, file, cartella, formato, tonalita, stato, "
+           "bpm, durata. Esc mostra di nuovo tutto.</p>"),
+        m_ui->searchHelpToolButton);
+}
+
 void MainWindow::explainEmptyTable()
 {
+    m_ui->searchCountLabel->setText(m_filter->countText());
     if (m_model->rowCount() == 0)
         m_hint->showText(
             tr("Nessun brano nella tabella.\nPer cominciare premi il pulsante qui sopra, "
@@ -266,8 +331,7 @@ void MainWindow::explainEmptyTable()
 
 void MainWindow::adjustUserLibraryHeaders()
 {
-    constexpr int shortNameColumn = 10;
-    fitColumns(*m_ui->userLibraryTableView, {0, 1, 2, 3, 4, 5, 6, 7, 8, shortNameColumn});
+    m_columns->fit();
 }
 
 void MainWindow::showLanguage(const QString &code)
@@ -283,6 +347,7 @@ void MainWindow::setLanguage(const QString &code)
 {
     Settings::language.store(m_settings, code);
     showLanguage(code);
+    removeStartTranslations(); // Qt has no English texts that would take precedence
     QCoreApplication::removeTranslator(&m_programTranslator);
     QCoreApplication::removeTranslator(&m_qtTranslator);
     loadTranslations(code, m_programTranslator, m_qtTranslator);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/reason.h"
 #include "base/runguard.h"
 #include "base/settings.h"
 #include "db/database.h"
@@ -19,15 +20,18 @@ class QAction;
 namespace brisel
 {
 
+class ColumnLayout;
 class DataEditDialog;
 class EmptyTableHint;
 class MetaSong;
 class SongFilter;
 class SongInfo;
+class SongListener;
 class StatusLine;
 class SyncPlan;
 class UserSongsRelTableModel;
 struct SongCounts;
+struct SongFile;
 
 namespace Ui
 {
@@ -106,12 +110,15 @@ private slots:
     void on_actionSongsList_triggered();
     void on_actionHistory_triggered();
     void on_actionRestoreBackup_triggered();
+    void on_actionShowUnreadable_triggered(bool on);
+    void on_actionResetLayout_triggered();
     void on_actionContents_triggered();
     void on_actionAbout_triggered();
     void on_actionAbout_QT_triggered();
     void on_dbgLogEnableCheckBox_toggled(bool on) { Settings::logEnabled.store(m_settings, on); }
     void on_dbgLogClearCheckBox_toggled(bool on) { Settings::logClear.store(m_settings, on); }
     void on_dbgHidePushButton_clicked();
+    void on_searchHelpToolButton_clicked();
 
     void on_updateDataToolButton_clicked();
     void on_actionPreview_triggered();
@@ -142,6 +149,7 @@ private:
     void setPhase(Phase phase);
     void initUserLibraryModel();
     void adjustUserLibraryHeaders();
+    void storeLayout();
     void explainEmptyTable();
     void showLanguage(const QString &code);
     void setLanguage(const QString &code);
@@ -157,12 +165,24 @@ private:
     bool offerBackup(LibraryRun &run);
     void showOutcome(Transfer::Outcome outcome, const QString &shortage);
 
-    QModelIndex currentShownRow() const;
+    QList<int> chosenSongs() const;
+    QList<int> songsAmong(QList<int> rows) const;
+    void showMenuOfChosenRows();
+    void showRowMenu(const QList<int> &rows, const QPoint &place);
+    void editChosen();
     void editSong(int row);
+    void editSongs(const QList<int> &rows);
+    int nextSong(int row, int step) const;
+    int editAndGo(int row, int step);
+    void saveEdited(LibraryRun &run, const SongFile &file, int row);
     DataEditDialog &editDialog();
+    void showUnsaved(const QString &path, Reason reason);
     void centreRow(int row);
-    void removeRow(int row);
+    void removeSongs(const QList<int> &rows);
     void askDeleteFile(int row);
+    void askDeleteFiles(const QList<int> &rows);
+    bool mayRestore(const QList<int> &rows);
+    void restoreSongs(const QList<int> &rows);
     void restore(const QList<HistorySong> &songs);
     void changeHistoryLimit(int limit);
     void limitHistory();
@@ -176,6 +196,8 @@ private:
     QTranslator m_qtTranslator;
     UserSongsRelTableModel *m_model = nullptr;            ///< null until the databases are open
     SongFilter *m_filter = nullptr;                       ///< null while m_model is null
+    ColumnLayout *m_columns = nullptr;                    ///< null while m_model is null
+    SongListener *m_listener = nullptr;                   ///< null while m_model is null
     EmptyTableHint *m_hint = nullptr;                     ///< null while m_model is null
     bool m_copyrightAsk = Settings::copyrightAsk.initial; ///< while the setting is not stored
 

@@ -2,6 +2,7 @@
 
 #include "app/libraryrun.h"
 #include "base/filefailure.h"
+#include "base/lastfolder.h"
 #include "history/historyrecorder.h"
 #include "library/backuprestore.h"
 #include "library/dialogs/backuprestoredialog.h"
@@ -33,10 +34,11 @@ void MainWindow::on_actionRestoreBackup_triggered()
 {
     if (!canStartRun())
         return;
-    const QString folder =
-        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), QStringLiteral("/home"));
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, tr("Scegli cartella"), startFolder(Settings::backupFolder, QStringLiteral("/home")));
     if (folder.isEmpty())
         return;
+    keepFolder(Settings::backupFolder, folder);
     const std::optional<QList<BackupList::Line>> lines = BackupList::read(folder);
     if (!lines.has_value()) {
         QMessageBox::critical(this, tr("Ripristina backup"),

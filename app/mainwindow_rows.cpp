@@ -2,14 +2,19 @@
 // controls.
 
 #include "app/libraryrun.h"
+#include "app/rowselection.h"
+#include "app/songlistener.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
 #include "history/historyrecorder.h"
 #include "library/dialogs/dataeditdialog.h"
+#include "library/dialogs/plainmessage.h"
+#include "library/dialogs/reportdialog.h"
 #include "library/foundsong.h"
 #include "library/manualedit.h"
 #include "library/songactions.h"
+#include "library/songdeletion.h"
 
 #include "ui_mainwindow.h"
 
@@ -17,6 +22,7 @@
 #include <QMessageBox>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace brisel
@@ -24,37 +30,113 @@ namespace brisel
 
 void MainWindow::onSongsTableViewDoubleClicked(const QModelIndex &index)
 {
-    if (index.row() >= 0 && canStartRun())
+    if (canStartRun() && m_model->isSong(index.row()))
         editSong(index.row());
 }
 
+/// Called by its keys.
+void MainWindow::editChosen()
+{
+    if (!canStartRun())
+        return;
+    if (const QList<int> rows = chosenSongs(); !rows.isEmpty())
+        return rows.size() == 1 ? editSong(rows.constFirst()) : editSongs(rows);
+}
+
+/// As editSong() for several songs, each of which is read when it is its turn.
+void MainWindow::editSongs(const QList<int> &rows)
+{
+    LibraryRun run(*this, RunReport::Operation::Edit);
+    DataEditDialog &dialog = editDialog();
+    dialog.setKeysCombo(MetaSong::getKeysList());
+    dialog.setSeveral(SharedSongs::of(*m_model, rows));
+    if (dialog.exec() != DataEditDialog::Accepted || dialog.getSeveral().isEmpty())
+        return;
+    m_listener->stop();
+    ManualEdit edit(*m_model, rows, dialog.getSeveral());
+    HistoryRecorder recorder(m_history, RunKind::Edit);
+    edit.setRecorder(&recorder);
+    static_cast<void>(edit.run(run)); // an interrupted edit shows its report, too
+    run.publish();
+    if (run.report().failed() > 0 && !Run::isEnding())
+        ReportDialog(run.report(), this).exec();
+}
+
 void MainWindow::editSong(int row)
+{
+    const LibraryRun walk(*this, RunReport::Operation::Edit); // the rows keep their order meanwhile
+    int step = 0;
+    do {
+        step = editAndGo(row, step);
+        row = nextSong(row, step);
+    } while (step != 0 && row >= 0 && !Run::isEnding());
+}
+
+/// Returns the number of the next shown song after \a row, or before it if \a step is -1; -1 at the
+/// end of the list.
+int MainWindow::nextSong(int row, int step) const
+{
+    const int next = step == 0 ? -1 : nextShownRow(*m_ui->userLibraryTableView, row, step);
+    return m_model->isSong(next) ? next : -1;
+}
+
+/// Edits the song in \a row, to which the user came by \a step. Returns the step by which the user
+/// goes on: 1, -1, or 0 for not at all. A song that does not open is passed over.
+int MainWindow::editAndGo(int row, int step)
 {
     LibraryRun run(*this, RunReport::Operation::Edit);
     std::optional<SongFile> file = ManualEdit::open(run, *m_model, row);
     if (!file.has_value()) {
         run.publish();
-        return;
+        return step;
     }
+    if (step != 0)
+        chooseRow(*m_ui->userLibraryTableView, row);
     DataEditDialog &dialog = editDialog();
     dialog.setKeysCombo(MetaSong::getKeysList());
+    dialog.setListSize(m_model->goodRowCount(), hiddenRowCount(*m_ui->userLibraryTableView));
+    dialog.setNeighbours(nextSong(row, -1) >= 0, nextSong(row, 1) >= 0);
     dialog.setOtherInfo(file->info);
-    if (dialog.exec() != DataEditDialog::Accepted) {
+    const int answer = dialog.exec();
+    const int next = answer == DataEditDialog::Next       ? 1
+                     : answer == DataEditDialog::Previous ? -1
+                                                          : 0;
+    if (next != 0 ? !dialog.isSaveWanted() : answer != DataEditDialog::Accepted) {
         debug() << "Rejected!";
         file->info.dbgDump();
-        return;
+        return next;
     }
     debug() << "Accepted";
     dialog.getInfo(file->info);
     file->info.dbgDump();
+    saveEdited(run, *file, row);
+    return next;
+}
+
+/// Saves what the dialog has accepted for the song in \a row.
+void MainWindow::saveEdited(LibraryRun &run, const SongFile &file, int row)
+{
+    const DataEditDialog &dialog = *m_editDialog;
+    m_listener->stop();
     const ManualEdit::Spread spread{dialog.isApplyToAllAuthor(), dialog.isApplyToAllArtist(),
                                     dialog.isApplyToAllGenre(), dialog.isApplyToAllFname()};
-    ManualEdit edit(*m_model, file->song, file->info, file->path, row, spread);
+    ManualEdit edit(*m_model, file.song, file.info, file.path, row, spread);
     HistoryRecorder recorder(m_history, spread.any() ? RunKind::ApplyToAll : RunKind::Edit);
     edit.setRecorder(&recorder);
     static_cast<void>(edit.run(run)); // an interrupted edit shows its report, too
     run.publish();
     centreRow(row);
+    if (const auto &whyNot = edit.whyNotSaved(); whyNot.has_value() && !Run::isEnding())
+        showUnsaved(file.path, *whyNot);
+}
+
+void MainWindow::showUnsaved(const QString &path, Reason reason)
+{
+    QMessageBox box(QMessageBox::Critical, tr("Modifica dati song"),
+                    tr("La song non è stata salvata: %1").arg(reason.text()), QMessageBox::Ok,
+                    this);
+    setPlainTexts(box, path);
+    box.exec();
 }
 
 /// Has the catalogue's lists. Made on first use, so that the window opens sooner.
@@ -71,6 +153,7 @@ void MainWindow::manualModifySong(MetaSong song, const SongInfo &info, const QSt
 {
     if (m_model == nullptr)
         return;
+    m_listener->stop();
     LibraryRun run(*this, RunReport::Operation::Edit);
     ManualEdit edit(*m_model, std::move(song), info, path, row, {});
     HistoryRecorder recorder(m_history, RunKind::Edit);
@@ -93,70 +176,158 @@ void MainWindow::centreRow(int row)
     view->horizontalScrollBar()->setValue(left);
 }
 
-/// Returns an invalid index if the search hides the row: keys must not work on hidden rows.
-QModelIndex MainWindow::currentShownRow() const
+/// The songs on which a key works.
+QList<int> MainWindow::chosenSongs() const
 {
-    const QModelIndex current = m_ui->userLibraryTableView->currentIndex();
-    return m_ui->userLibraryTableView->isRowHidden(current.row()) ? QModelIndex() : current;
+    return songsAmong(chosenRows(*m_ui->userLibraryTableView));
+}
+
+/// Without the rows of files that could not be read, which are the last ones. \a rows are in
+/// ascending order.
+QList<int> MainWindow::songsAmong(QList<int> rows) const
+{
+    rows.erase(std::lower_bound(rows.begin(), rows.end(), m_model->goodRowCount()), rows.end());
+    return rows;
 }
 
 void MainWindow::onSongsTableViewShowContextMenu(const QPoint &pos)
 {
     if (!canStartRun())
         return;
-    const LibraryRun run(*this, RunReport::Operation::Edit);
-    const QTableView *view = m_ui->userLibraryTableView;
+    QTableView *view = m_ui->userLibraryTableView;
     const QModelIndex index = view->indexAt(pos);
+    showRowMenu(index.isValid() ? songsAmong(rowsOfMenu(*view, index.row())) : QList<int>(),
+                view->viewport()->mapToGlobal(pos));
+}
+
+/// The menu key: the position that the toolkit gives with it may be on another row.
+void MainWindow::showMenuOfChosenRows()
+{
+    if (!canStartRun())
+        return;
+    const QTableView *view = m_ui->userLibraryTableView;
+    const QList<int> rows = chosenSongs();
+    const QRect cell = rows.isEmpty() ? QRect() : view->visualRect(view->currentIndex());
+    const QRect seen = cell.intersected(view->viewport()->rect());
+    showRowMenu(rows, view->viewport()->mapToGlobal(seen.isEmpty() ? QPoint() : seen.center()));
+}
+
+void MainWindow::showRowMenu(const QList<int> &rows, const QPoint &place)
+{
+    const LibraryRun run(*this, RunReport::Operation::Edit);
     QMenu menu(this);
     menu.addActions({m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore});
     menu.setToolTipsVisible(true);
     for (QAction *action : menu.actions())
-        action->setEnabled(index.isValid());
-    std::optional<HistorySong> last;
-    if (index.isValid())
-        last = changeToRestore(m_model->fileName(index.row()), m_history);
-    m_ui->actionRestore->setEnabled(last.has_value());
-    const QAction *chosen = menu.exec(view->viewport()->mapToGlobal(pos));
+        action->setEnabled(!rows.isEmpty());
+    m_ui->actionRestore->setEnabled(mayRestore(rows));
+    const QAction *chosen = menu.exec(place);
     updateActions();
-    if (chosen == nullptr || !index.isValid())
+    if (chosen == nullptr || rows.isEmpty())
         return;
     if (chosen == m_ui->actionRemoveRow)
-        removeRow(index.row());
+        removeSongs(rows);
+    else if (chosen == m_ui->actionDeleteFile && rows.size() == 1)
+        askDeleteFile(rows.constFirst());
     else if (chosen == m_ui->actionDeleteFile)
-        askDeleteFile(index.row());
-    else if (last.has_value())
-        restore({*last});
+        askDeleteFiles(rows);
+    else
+        restoreSongs(rows);
 }
 
-/// Called by its key. From the context menu, which is a run, it works on the row of the menu.
+/// Called by its key. From the context menu, which is a run, it works on the rows of the menu.
 void MainWindow::on_actionRemoveRow_triggered()
 {
-    const QModelIndex current = currentShownRow();
-    if (current.isValid() && canStartRun())
-        removeRow(current.row());
+    if (!canStartRun())
+        return;
+    if (const QList<int> rows = chosenSongs(); !rows.isEmpty())
+        removeSongs(rows);
 }
 
-/// The file is kept, but no longer sent or backed up.
-void MainWindow::removeRow(int row)
+/// The files are kept, but no longer sent or backed up.
+void MainWindow::removeSongs(const QList<int> &rows)
 {
-    const QString path = m_model->fileName(row);
-    if (!m_model->removeRows(row, 1))
+    QHash<QString, int> paths; // a file may be in the list twice
+    for (const int row : rows)
+        ++paths[m_model->fileName(row)];
+    const int next = rowChosenAfterRemoval(*m_ui->userLibraryTableView, rows);
+    if (!m_model->removeEach(rows))
         return;
-    m_fileList.removeOne(path);
+    m_fileList.removeIf([&paths](const QString &path) {
+        const auto removed = paths.find(path);
+        return removed != paths.end() && (*removed)-- > 0;
+    });
+    chooseRow(*m_ui->userLibraryTableView, next);
     if (m_fileList.isEmpty())
         setPhase(Phase::NoFiles);
 }
 
 void MainWindow::askDeleteFile(int row)
 {
-    const int answer =
-        QMessageBox::question(this, tr("Attenzione"), tr("Sei sicuro di voler cancellare il file?"),
-                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-    if (answer != QMessageBox::Yes)
+    QMessageBox box(QMessageBox::Question, tr("Attenzione"),
+                    tr("Sei sicuro di voler cancellare il file?"),
+                    QMessageBox::Yes | QMessageBox::No, this);
+    setPlainTexts(box, m_model->shortName(row));
+    box.setDefaultButton(QMessageBox::No);
+    if (box.exec() != QMessageBox::Yes)
         return;
     deleteSongFile(
         m_model->fileName(row)); // a file that can't be deleted is still removed from the list
-    removeRow(row);
+    removeSongs({row});
+}
+
+/// Unlike one file, a file that can't be deleted stays in the list: the user may not notice the
+/// report about it.
+void MainWindow::askDeleteFiles(const QList<int> &rows)
+{
+    constexpr qsizetype mostNames = 10;
+    QStringList names;
+    for (const int row : rows.first(std::min(rows.size(), mostNames)))
+        names.append(m_model->shortName(row));
+    if (rows.size() > mostNames)
+        names.append(tr("e altri %1").arg(rows.size() - mostNames));
+    QMessageBox box(QMessageBox::Question, tr("Attenzione"),
+                    tr("Sei sicuro di voler cancellare questi %1 file?").arg(rows.size()),
+                    QMessageBox::Yes | QMessageBox::No, this);
+    setPlainTexts(box, names.join(u'\n'));
+    box.setDefaultButton(QMessageBox::No);
+    if (box.exec() != QMessageBox::Yes)
+        return;
+    LibraryRun run(*this, RunReport::Operation::Deletion);
+    SongDeletion deletion(*m_model, rows);
+    static_cast<void>(deletion.run(run)); // an interrupted one shows its report, too
+    if (!deletion.deleted().isEmpty())
+        removeSongs(deletion.deleted());
+}
+
+/// Whether the history may have changes of these songs. It is not asked about each of many.
+bool MainWindow::mayRestore(const QList<int> &rows)
+{
+    if (rows.size() == 1)
+        return changeToRestore(m_model->fileName(rows.constFirst()), m_history).has_value();
+    return !rows.isEmpty() && !m_history.runs().isEmpty();
+}
+
+void MainWindow::restoreSongs(const QList<int> &rows)
+{
+    QList<HistorySong> changes;
+    {
+        WindowRun run(this,
+                      RunReport::Operation::Restore); // reports nothing: the last report stays
+        const int count = static_cast<int>(rows.size());
+        run.begin({tr("Ripristino"), tr("Cerco le modifiche..."), count});
+        for (int i = 0; i < count; ++i) {
+            run.processEvents();
+            if (!run.mayGoOn())
+                return;
+            if (const auto last = changeToRestore(m_model->fileName(rows.at(i)), m_history))
+                changes.append(*last);
+            run.setStep(i + 1);
+        }
+        run.end();
+    }
+    if (!changes.isEmpty())
+        restore(changes);
 }
 
 void MainWindow::on_dbgSavePushButton_clicked()

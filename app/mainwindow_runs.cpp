@@ -2,15 +2,19 @@
 
 #include "app/libraryrun.h"
 #include "app/songdrop.h"
+#include "app/songlistener.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
+#include "base/lastfolder.h"
 #include "db/cataloguesearch.h"
 #include "db/usersongsreltablemodel.h"
 #include "history/historyrecorder.h"
 #include "index/dialogs/rundialog.h"
+#include "index/recentmemories.h"
 #include "index/volumes.h"
 #include "library/backup.h"
 #include "library/dialogs/backupdialog.h"
+#include "library/dialogs/plainmessage.h"
 #include "library/dialogs/previewdialog.h"
 #include "library/dialogs/proceeddialog.h"
 #include "library/filecopier.h"
@@ -25,6 +29,7 @@
 #include "ui_mainwindow.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 
 namespace brisel
@@ -36,11 +41,14 @@ void MainWindow::on_selectDirToolButton_clicked()
 {
     if (!canStartRun())
         return;
-    const QStringList files = QFileDialog::getOpenFileNames(
-        this, tr("Seleziona i file da importare"), QStringLiteral("/"),
-        QStringLiteral("Songs (%1)").arg(songNamePatterns()));
-    if (!files.isEmpty())
-        importPickedFiles(files);
+    const QStringList files =
+        QFileDialog::getOpenFileNames(this, tr("Seleziona i file da importare"),
+                                      startFolder(Settings::songsFolder, QStringLiteral("/")),
+                                      QStringLiteral("Songs (%1)").arg(songNamePatterns()));
+    if (files.isEmpty())
+        return;
+    keepFolder(Settings::songsFolder, QFileInfo(files.constFirst()).absolutePath());
+    importPickedFiles(files);
 }
 
 void MainWindow::openSongs(const QStringList &paths)
@@ -196,6 +204,7 @@ bool MainWindow::updateFileWithDb(int row)
 {
     if (m_model == nullptr)
         return false;
+    m_listener->stop();
     LibraryRun run(*this, Operation::Synchronisation);
     Synchroniser synchroniser(*m_model, m_database, isCopyrightAskOn());
     HistoryRecorder recorder(m_history, RunKind::Synchronisation);
@@ -250,10 +259,13 @@ void MainWindow::on_transferFilesToolButton_clicked()
 bool MainWindow::transferFiles()
 {
     LibraryRun run(*this, Operation::Transfer);
-    const QString chosen =
-        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), volumesStartFolder());
+    const QString chosen = QFileDialog::getExistingDirectory(
+        this, tr("Scegli cartella"),
+        startMemory(Settings::transferFolder.in(m_settings), volumesStartFolder()));
     if (chosen.isEmpty() || Run::isEnding())
         return false;
+    keepFolder(Settings::transferFolder, chosen);
+    keepMemory(chosen);
     Transfer transfer(m_fileList, chosen);
     const Transfer::Outcome outcome = transfer.run(run);
     run.publish();
@@ -275,7 +287,7 @@ void MainWindow::showOutcome(Transfer::Outcome outcome, const QString &shortage)
     case Transfer::Outcome::Failed:
         box.setIcon(QMessageBox::Critical);
         box.setText(tr("Non è stato possibile copiare uno o più file"));
-        box.setInformativeText(shortage);
+        setPlainTexts(box, shortage);
         break;
     case Transfer::Outcome::InUse:
         box.setText(RunDialog::inUseText());

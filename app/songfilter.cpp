@@ -1,23 +1,35 @@
 #include "app/songfilter.h"
 
+#include "app/outcomebuttons.h"
+#include "db/usersongsreltablemodel.h"
+
+#include <QEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QShortcut>
 #include <QTableView>
 
 #include <algorithm>
+#include <utility>
 
 namespace brisel
 {
 
-SongFilter::SongFilter(QLineEdit &field, QTableView &view, QSqlTableModel &model)
+SongFilter::SongFilter(QLineEdit &field, QTableView &view, UserSongsRelTableModel &model)
     : QObject(&view), m_field(field), m_view(view), m_model(model)
 {
-    for (const QString &column :
-         {QStringLiteral("title"), QStringLiteral("artist"), QStringLiteral("genre"),
-          QStringLiteral("author"), QStringLiteral("shortname")})
-        m_columns.append(model.fieldIndex(column));
+    using Field = SongSearch::Field;
+    const std::pair<Field, QString> columns[] = {
+        {Field::Title, QStringLiteral("title")},   {Field::Artist, QStringLiteral("artist")},
+        {Field::Genre, QStringLiteral("genre")},   {Field::Author, QStringLiteral("author")},
+        {Field::Folder, QStringLiteral("folder")}, {Field::FileName, QStringLiteral("shortname")},
+        {Field::Format, QStringLiteral("type")},   {Field::Key, QStringLiteral("key")},
+        {Field::Bpm, QStringLiteral("userbpm")},   {Field::Length, QStringLiteral("length")}};
+    for (const auto &[searched, name] : columns)
+        m_columns.insert(searched, model.fieldIndex(name));
     forgetTexts();
+    readOutcomeWords();
+    field.installEventFilter(this);
     connect(&field, &QLineEdit::textChanged, this, &SongFilter::search);
     connect(&model, &QAbstractItemModel::modelReset, this, [this] {
         forgetTexts();
@@ -46,6 +58,18 @@ SongFilter::SongFilter(QLineEdit &field, QTableView &view, QSqlTableModel &model
     connectKeys();
 }
 
+void SongFilter::connectTo(OutcomeButtons &buttons)
+{
+    connect(&buttons, &OutcomeButtons::chosen, this, &SongFilter::setOutcome);
+    connect(this, &SongFilter::changed, &buttons,
+            [&buttons, this] { buttons.setChosen(m_outcome); });
+}
+
+bool SongFilter::hidesAll() const
+{
+    return m_hidden > 0 && m_hidden == m_model.rowCount();
+}
+
 void SongFilter::connectKeys()
 {
     const auto connectKey = [this](const QKeySequence &key, QWidget &widget,
@@ -67,11 +91,35 @@ void SongFilter::connectKeys()
 
 void SongFilter::search()
 {
-    const QStringList words =
-        foldedForSearch(m_field.text()).simplified().split(u' ', Qt::SkipEmptyParts);
-    if (words == m_words)
+    const SongSearch wanted(m_field.text());
+    if (wanted == m_search)
         return;
-    m_words = words;
+    m_search = wanted;
+    applyToAll();
+    emit changed();
+}
+
+bool SongFilter::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        readOutcomeWords();
+        applyToAll();
+        emit changed();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+QString SongFilter::countText() const
+{
+    const int rows = m_model.rowCount();
+    return isOn() ? tr("%1 di %2").arg(rows - m_hidden).arg(rows) : QString();
+}
+
+void SongFilter::setOutcome(std::optional<SongOutcome> outcome)
+{
+    if (outcome == m_outcome)
+        return;
+    m_outcome = outcome;
     applyToAll();
     emit changed();
 }
@@ -79,6 +127,7 @@ void SongFilter::search()
 void SongFilter::showAll()
 {
     m_field.clear();
+    setOutcome(std::nullopt);
     m_view.setFocus(Qt::ShortcutFocusReason);
     m_view.scrollTo(m_view.currentIndex());
 }
@@ -94,14 +143,14 @@ void SongFilter::enterRows()
         int row = 0;
         while (m_view.isRowHidden(row))
             ++row;
-        m_view.setCurrentIndex(m_model.index(row, m_columns.constFirst()));
+        m_view.setCurrentIndex(m_model.index(row, m_columns.value(SongSearch::Field::Title)));
     }
     m_view.setFocus(Qt::ShortcutFocusReason);
 }
 
 void SongFilter::apply(int first, int last)
 {
-    if (m_words.isEmpty() && m_hidden == 0)
+    if (!isOn() && m_hidden == 0)
         return;
     // The header would search the position of each row, which takes a pass over all rows every
     // time.
@@ -118,6 +167,11 @@ void SongFilter::apply(int first, int last)
     header->setUpdatesEnabled(true);
 }
 
+void SongFilter::applyToAll()
+{
+    apply(0, m_model.rowCount() - 1);
+}
+
 /// After the model was read again: the view still hides the row numbers that it hid before.
 void SongFilter::forgetTexts()
 {
@@ -130,28 +184,53 @@ void SongFilter::forgetTexts()
 
 bool SongFilter::matches(int row)
 {
+    if (m_outcome.has_value() && m_model.outcome(row) != *m_outcome)
+        return false;
+    const QStringList &words = m_search.words();
     QString &text = m_texts[row];
-    if (m_words.isEmpty())
-        return true;
-    if (text.isNull())
+    if (text.isNull() && !words.isEmpty())
         text = foldedTexts(row);
-    return std::all_of(m_words.cbegin(), m_words.cend(),
-                       [&text](const QString &word) { return text.contains(word); });
+    const auto isFound = [this, &text, row](const QString &word) {
+        return text.contains(word) || beginsOutcome(m_model.outcome(row), word);
+    };
+    return std::all_of(words.cbegin(), words.cend(), isFound) &&
+           m_search.fulfils([this, row](SongSearch::Field field) { return textOf(row, field); });
 }
 
+/// Whether a word of the outcome begins with \a word, which has to be long enough that it hardly
+/// means another text.
+bool SongFilter::beginsOutcome(SongOutcome outcome, const QString &word) const
+{
+    constexpr qsizetype least = 4;
+    const QStringList &words = m_outcomeWords.at(static_cast<size_t>(outcome));
+    return word.size() >= least &&
+           std::any_of(words.cbegin(), words.cend(),
+                       [&word](const QString &begun) { return begun.startsWith(word); });
+}
+
+void SongFilter::readOutcomeWords()
+{
+    for (const SongOutcome outcome : allSongOutcomes)
+        m_outcomeWords.at(static_cast<size_t>(outcome)) =
+            foldedForSearch(outcomeWord(outcome)).split(u' ');
+}
+
+QString SongFilter::textOf(int row, SongSearch::Field field) const
+{
+    return field == SongSearch::Field::Outcome
+               ? outcomeWord(m_model.outcome(row))
+               : m_model.index(row, m_columns.value(field)).data().toString();
+}
+
+/// Of the path only the name of the song's own folder: those above it are common to all songs.
 QString SongFilter::foldedTexts(int row) const
 {
-    QStringList texts;
-    for (const int column : m_columns)
-        texts.append(m_model.index(row, column).data().toString());
+    using Field = SongSearch::Field;
+    QStringList texts{textOf(row, Field::Folder).section(u'/', -1)};
+    for (const Field field :
+         {Field::Title, Field::Artist, Field::Genre, Field::Author, Field::FileName})
+        texts.append(textOf(row, field));
     return foldedForSearch(texts.join(u'\n')); // words must not match across two texts
-}
-
-QString foldedForSearch(const QString &text)
-{
-    QString folded = text.normalized(QString::NormalizationForm_KD);
-    folded.removeIf([](QChar character) { return character.isMark(); });
-    return folded.toUpper(); // only toUpper() turns a sharp s into two letters
 }
 
 } // namespace brisel

@@ -1,8 +1,14 @@
 #pragma once
 
+#include "app/songsearch.h"
+#include "db/songoutcome.h"
+
+#include <QHash>
 #include <QObject>
-#include <QSqlTableModel>
 #include <QStringList>
+
+#include <array>
+#include <optional>
 
 class QLineEdit;
 class QTableView;
@@ -10,12 +16,16 @@ class QTableView;
 namespace brisel
 {
 
+class OutcomeButtons;
+class UserSongsRelTableModel;
+
 /// The search in the library: hides the rows that do not contain the words in the search field.
 ///
 /// Only the view is affected: rows keep their numbers in the model, and a workflow processes all of
-/// them. Each word of the field must be part of the title, artist, genre, author or file name; case
-/// and accents make no difference. Rows that come while a search is on are shown until the model is
-/// read again, which ends every import.
+/// them. Each word of the field must be part of the title, artist, genre, author, file name, the
+/// name of its folder, or the beginning of a word for its outcome; conditions on fields are those
+/// of SongSearch. An outcome can be chosen beside them. Rows that come while a search is on are
+/// shown until the model is read again, which ends every import.
 ///
 /// Ctrl+F moves the focus to the field, Return or Down from there to the rows, and Escape, in the
 /// field or in the table, shows all rows again.
@@ -25,10 +35,24 @@ class SongFilter : public QObject
 
 public:
     /// \a view shows \a model and is in a window with \a field. Owned by the view.
-    SongFilter(QLineEdit &field, QTableView &view, QSqlTableModel &model);
+    SongFilter(QLineEdit &field, QTableView &view, UserSongsRelTableModel &model);
+
+    /// Shows only rows with this outcome among those that the words match; null: with any.
+    void setOutcome(std::optional<SongOutcome> outcome);
+    std::optional<SongOutcome> outcome() const { return m_outcome; }
+    /// Lets \a buttons choose the outcome.
+    void connectTo(OutcomeButtons &buttons);
+    /// Hides rows that came while a search was on.
+    void applyToAll();
 
     /// Returns true if there are rows and the search hides all of them.
-    bool hidesAll() const { return m_hidden > 0 && m_hidden == m_model.rowCount(); }
+    bool hidesAll() const;
+    /// "8 di 364": how many rows are shown of all; empty if no search is on.
+    QString countText() const;
+
+protected:
+    /// Other words for the outcomes.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
     /// Rows were hidden, shown, added or removed.
@@ -40,21 +64,23 @@ private:
     void showAll();
     void enterRows();
     void apply(int first, int last);
-    void applyToAll() { apply(0, m_model.rowCount() - 1); }
     void forgetTexts();
+    bool isOn() const { return !m_search.isEmpty() || m_outcome.has_value(); }
     bool matches(int row);
+    void readOutcomeWords();
+    bool beginsOutcome(SongOutcome outcome, const QString &word) const;
     QString foldedTexts(int row) const;
+    QString textOf(int row, SongSearch::Field field) const;
 
     QLineEdit &m_field;
     QTableView &m_view;
-    QSqlTableModel &m_model;
-    QList<int> m_columns; ///< the searched columns
-    QStringList m_words;  ///< folded; empty while all rows are shown
-    QStringList m_texts;  ///< a row's texts, folded; null until first use
-    int m_hidden = 0;     ///< number of hidden rows
+    UserSongsRelTableModel &m_model;
+    QHash<SongSearch::Field, int> m_columns; ///< those that the model has for the fields
+    std::array<QStringList, allSongOutcomes.size()> m_outcomeWords; ///< folded
+    SongSearch m_search;
+    std::optional<SongOutcome> m_outcome;
+    QStringList m_texts; ///< a row's texts, folded; null until first use
+    int m_hidden = 0;    ///< number of hidden rows
 };
-
-/// \a text without accents and case-folded, as the search compares texts.
-QString foldedForSearch(const QString &text);
 
 } // namespace brisel

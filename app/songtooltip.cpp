@@ -22,9 +22,9 @@ SongToolTip::SongToolTip(QTableView &view, UserSongsRelTableModel &model)
 
 QString SongToolTip::textFor(int row) const
 {
-    const QString path = m_model.fileName(row);
-    QStringList lines{path, tr("Stato: %1").arg(statusText(m_model.status(row)))};
-    if (!RunGuard::isActive()) // a run may be writing the file
+    const QString path = m_model.index(row, m_model.colIdxFilename()).data().toString();
+    QStringList lines{path, tr("Stato: %1").arg(m_model.outcomeText(row))};
+    if (m_model.isSong(row) && !RunGuard::isActive()) // a run may be writing the file
         lines += markerLines(path);
     for (QString &line : lines)
         line = line.simplified().toHtmlEscaped();
@@ -43,20 +43,6 @@ bool SongToolTip::eventFilter(QObject *watched, QEvent *event)
     else
         QToolTip::hideText();
     return true;
-}
-
-QString SongToolTip::statusText(int status)
-{
-    switch (status) {
-    case Database::Updated:
-        return tr("sincronizzata con il database");
-    case Database::Edited:
-        return tr("modificata a mano");
-    case Database::Failed:
-        return tr("non trovata nel database o non scritta");
-    default:
-        return tr("importata");
-    }
 }
 
 QStringList SongToolTip::markerLines(const QString &path)

@@ -27,7 +27,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    static QString statusText(int status);
     static QStringList markerLines(const QString &path);
 
     QTableView &m_view;

@@ -134,4 +134,12 @@ void loadTranslations(const QString &language, QTranslator &program, QTranslator
     }
 }
 
+void removeStartTranslations()
+{
+    const auto translators = QCoreApplication::instance()->findChildren<QTranslator *>(
+        QString(), Qt::FindDirectChildrenOnly);
+    for (QTranslator *translator : translators)
+        QCoreApplication::removeTranslator(translator);
+}
+
 } // namespace brisel

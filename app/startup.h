@@ -45,4 +45,7 @@ QString chooseLanguage(QSettings &settings, const QLocale &system);
 /// Italian of the sources.
 void loadTranslations(const QString &language, QTranslator &program, QTranslator &qt);
 
+/// Removes the translators that the application owns: those of the language of the start.
+void removeStartTranslations();
+
 } // namespace brisel

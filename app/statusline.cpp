@@ -1,11 +1,12 @@
 #include "app/statusline.h"
 
+#include "app/outcomebuttons.h"
 #include "base/freespace.h"
 #include "base/runguard.h"
+#include "db/usersongsreltablemodel.h"
 #include "library/dialogs/elidedlabel.h"
 #include "library/dialogs/reportdialog.h"
 
-#include <QAbstractItemModel>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -24,8 +25,9 @@ static QString sizeText(qint64 bytes)
 }
 
 StatusLine::StatusLine(QWidget *parent)
-    : QWidget(parent), m_songsLabel(new QLabel(this)), m_outcomeLabel(new ElidedLabel(this)),
-      m_spaceLabel(new QLabel(this)), m_detailsButton(new QPushButton(this))
+    : QWidget(parent), m_songsLabel(new QLabel(this)), m_outcomes(new OutcomeButtons(this)),
+      m_outcomeLabel(new ElidedLabel(this)), m_spaceLabel(new QLabel(this)),
+      m_detailsButton(new QPushButton(this))
 {
     m_songsLabel->setObjectName(QStringLiteral("songsLabel"));
     m_outcomeLabel->setObjectName(QStringLiteral("outcomeLabel"));
@@ -39,6 +41,7 @@ StatusLine::StatusLine(QWidget *parent)
     line->setContentsMargins(12, 0, 14, 4);
     line->setSpacing(18);
     line->addWidget(m_songsLabel);
+    line->addWidget(m_outcomes);
     line->addWidget(m_outcomeLabel, 1);
     line->addWidget(m_spaceLabel);
     line->addWidget(m_detailsButton);
@@ -51,9 +54,10 @@ StatusLine::StatusLine(QWidget *parent)
     showOutcome();
 }
 
-void StatusLine::setModel(const QAbstractItemModel *songs)
+void StatusLine::setModel(UserSongsRelTableModel *songs)
 {
     m_songs = songs;
+    m_outcomes->setModel(*songs);
     const auto recount = [this] {
         if (!m_recount.isActive())
             m_recount.start();
@@ -83,12 +87,14 @@ void StatusLine::showSpace(const QString &folder, qint64 bytes)
                                        : tr("Spazio insufficiente: servono %1, liberi %2");
     m_spaceLabel->setText(text.arg(sizeText(bytes), sizeText(free)));
     m_spaceLabel->show();
+    m_outcomes->hide(); // no outcome changes during a transfer, and both may not fit
     m_sinceSpace.start();
 }
 
 void StatusLine::hideSpace()
 {
     m_spaceLabel->hide();
+    m_outcomes->show();
 }
 
 void StatusLine::changeEvent(QEvent *event)
@@ -102,7 +108,7 @@ void StatusLine::changeEvent(QEvent *event)
 
 void StatusLine::showSongs()
 {
-    m_songsLabel->setText(tr("%n song", "", m_songs == nullptr ? 0 : m_songs->rowCount()));
+    m_songsLabel->setText(tr("%n song", "", m_songs == nullptr ? 0 : m_songs->goodRowCount()));
 }
 
 void StatusLine::showOutcome()

@@ -6,7 +6,6 @@
 #include <QTimer>
 #include <QWidget>
 
-class QAbstractItemModel;
 class QLabel;
 class QPushButton;
 
@@ -14,9 +13,12 @@ namespace brisel
 {
 
 class ElidedLabel;
+class OutcomeButtons;
+class UserSongsRelTableModel;
 
-/// The main window's status bar: the number of songs in the table, the outcome of the last run, and
-/// the free room on the disk during copying. A button opens the run's report.
+/// The main window's status bar: the number of songs in the table, in all and of each outcome, the
+/// outcome of the last run, and the free space on the disk during copying. A button opens the run's
+/// report.
 class StatusLine : public QWidget
 {
     Q_OBJECT
@@ -26,7 +28,9 @@ public:
 
     /// Shows from now on how many rows \a songs has. During an import they are counted a few times
     /// a second.
-    void setModel(const QAbstractItemModel *songs);
+    void setModel(UserSongsRelTableModel *songs);
+    /// The buttons with the number of songs of each outcome.
+    OutcomeButtons &outcomes() { return *m_outcomes; }
 
     /// Shows \a report instead of the last one.
     void setReport(const RunReport &report);
@@ -45,11 +49,12 @@ private:
     void showOutcome();
     void showDetails();
 
-    const QAbstractItemModel *m_songs = nullptr; ///< null without a library
+    UserSongsRelTableModel *m_songs = nullptr; ///< null without a library
     RunReport m_report;
     QTimer m_recount;
     QElapsedTimer m_sinceSpace;
     QLabel *m_songsLabel;
+    OutcomeButtons *m_outcomes;
     ElidedLabel *m_outcomeLabel;
     QLabel *m_spaceLabel;
     QPushButton *m_detailsButton;

@@ -23,7 +23,13 @@ public:
     }
 
     /// In the current language.
-    QString text() const { return QCoreApplication::translate("RunReport", m_text); }
+    QString text() const { return translated(m_text); }
+    /// As it is declared; translated() gives its text.
+    const char *source() const { return m_text; }
+    static QString translated(const char *source)
+    {
+        return QCoreApplication::translate("RunReport", source);
+    }
     bool isSkip() const { return m_isSkip; }
 
     friend bool operator==(const Reason &a, const Reason &b)

@@ -82,6 +82,9 @@ void RunReport::count(Success success)
     case Success::Restored:
         ++m_restored;
         break;
+    case Success::Deleted:
+        ++m_deleted;
+        break;
     }
 }
 
@@ -140,12 +143,13 @@ void RunReport::append(const RunReport &part)
     m_edited += part.m_edited;
     m_copied += part.m_copied;
     m_restored += part.m_restored;
+    m_deleted += part.m_deleted;
 }
 
 bool RunReport::isUntouched() const
 {
     return isEmpty() && m_operations.size() < 2 &&
-           m_updated + m_edited + m_copied + m_restored == 0;
+           m_updated + m_edited + m_copied + m_restored + m_deleted == 0;
 }
 
 int RunReport::counted(Success success) const
@@ -159,6 +163,8 @@ int RunReport::counted(Success success) const
         return m_copied;
     case Success::Restored:
         return m_restored;
+    case Success::Deleted:
+        return m_deleted;
     }
     return 0;
 }
@@ -182,6 +188,8 @@ QString RunReport::summary() const
         counts.append(tr("%n copiate", "", m_copied));
     if (m_restored > 0)
         counts.append(tr("%n ripristinate", "", m_restored));
+    if (m_deleted > 0)
+        counts.append(tr("%n cancellate", "", m_deleted));
     if (const int count = failed(); count > 0)
         counts.append(tr("%n non riuscite", "", count));
     if (const int count = skipped(); count > 0)
@@ -309,6 +317,8 @@ QString RunReport::operationText(Operation operation)
         return tr("Lista song");
     case Operation::Restore:
         return tr("Ripristino");
+    case Operation::Deletion:
+        return tr("Cancellazione");
     }
     return {};
 }
@@ -330,6 +340,8 @@ QString RunReport::stepText(Step step)
         return tr("Non indicizzata");
     case Step::Restore:
         return tr("Non ripristinata");
+    case Step::Delete:
+        return tr("Non cancellata");
     }
     return {};
 }

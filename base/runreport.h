@@ -31,11 +31,12 @@ public:
         Transfer,
         Index,
         SongsList,
-        Restore
+        Restore,
+        Deletion
     };
-    enum class Success { Updated, Edited, Copied, Restored };
+    enum class Success { Updated, Edited, Copied, Restored, Deleted };
     /// The step that failed for a file.
-    enum class Step { Read, Find, Change, Save, Copy, Index, Restore };
+    enum class Step { Read, Find, Change, Save, Copy, Index, Restore, Delete };
     /// A field of a song that was changed.
     struct ChangedField {
         const char *field; ///< its name, marked as QT_TRANSLATE_NOOP("RunReport", "...")
@@ -134,6 +135,7 @@ private:
     int m_edited = 0;
     int m_copied = 0;
     int m_restored = 0;
+    int m_deleted = 0;
 };
 
 } // namespace brisel

@@ -2,6 +2,7 @@
 
 #include "base/settingsstore.h"
 
+#include <QStringList>
 #include <QVariant>
 
 namespace brisel
@@ -38,6 +39,22 @@ inline constexpr Setting<bool> logClear{QLatin1StringView("logclear"), false};
 inline constexpr Setting<int> historyLimit{QLatin1StringView("historylimit"), 1024};
 /// The folder of the memory that was worked on last.
 inline const Setting<QString> mediaRoot{QLatin1StringView("mediaroot"), QString()};
+/// The columns of the library's table, as ColumnLayout describes them.
+inline const Setting<QString> columns{QLatin1StringView("columns"), QString()};
+/// The place and size of the main window: "x,y,width,height", and ",max" if it is maximised.
+inline const Setting<QString> windowPlace{QLatin1StringView("windowplace"), QString()};
+/// Whether the table shows files that could not be read.
+inline constexpr Setting<bool> showUnreadable{QLatin1StringView("showunreadable"), false};
+/// The folders that were chosen last in the dialogs for songs, transfer, backup and report.
+inline const Setting<QString> songsFolder{QLatin1StringView("songsfolder"), QString()};
+inline const Setting<QString> transferFolder{QLatin1StringView("transferfolder"), QString()};
+inline const Setting<QString> backupFolder{QLatin1StringView("backupfolder"), QString()};
+inline const Setting<QString> reportFolder{QLatin1StringView("reportfolder"), QString()};
+/// The memories that were worked on, the last one first.
+inline const Setting<QStringList> recentMemories{QLatin1StringView("recentmemories"),
+                                                 QStringList()};
+/// The sound font for MIDI songs; empty for the one that the system has.
+inline const Setting<QString> soundFont{QLatin1StringView("soundfont"), QString()};
 
 } // namespace Settings
 

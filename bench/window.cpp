@@ -28,11 +28,13 @@
 #include <QMimeData>
 #include <QProcess>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QSettings>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QToolButton>
 #include <QTranslator>
 #include <QUrl>
 
@@ -142,6 +144,11 @@ public:
         require(m_window.updateUserLibrary(), "synchronisation");
     }
     QTableView *table() { return m_window.findChild<QTableView *>(); }
+    QList<QToolButton *> outcomeButtons()
+    {
+        return m_window.findChildren<QToolButton *>(
+            QRegularExpression(QStringLiteral("^outcomeButton")));
+    }
     QLineEdit *searchField()
     {
         return m_window.findChild<QLineEdit *>(QStringLiteral("searchLineEdit"));
@@ -314,6 +321,28 @@ void measurePreview()
     printLimit("preview, longest filtering", longest, "ms", "50 ms");
 }
 
+/// Every other song gets an outcome of its own; then each button is pressed, twice.
+void measureOutcomes(Window &window)
+{
+    auto *model = qobject_cast<UserSongsRelTableModel *>(window.table()->model());
+    {
+        const UserSongsRelTableModel::ManyChanges changes(*model);
+        for (int row = 0; row < model->goodRowCount(); row += 2)
+            model->setStatus(row, Database::Failed);
+    }
+    model->sortAgain(); // the numbers are shown at once
+    double counting = 0;
+    for (const SongOutcome outcome : allSongOutcomes)
+        counting += milliseconds([&] { benchmark::DoNotOptimize(model->outcomeCount(outcome)); });
+    printLimit("outcomes, counting", counting, "ms", "16 ms");
+    double longest = 0;
+    for (QToolButton *button : window.outcomeButtons()) {
+        for (int press = 0; press < 2 && button->isVisible(); ++press)
+            longest = std::max(longest, milliseconds([button] { button->click(); }));
+    }
+    printLimit("outcomes, longest choosing", longest, "ms", "16 ms");
+}
+
 void measureTable()
 {
     Window window;
@@ -330,6 +359,7 @@ void measureTable()
         }
     }
     printLimit("table, longest sorting", longest, "ms", "50 ms");
+    measureOutcomes(window);
     QLineEdit *search = window.searchField();
     const auto type = [&](const char *letters) {
         return milliseconds([&] { search->setText(QLatin1StringView(letters)); });

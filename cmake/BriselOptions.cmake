@@ -16,6 +16,8 @@ option(BRISEL_LINT "Run clang-tidy on every source of the product; add the tests
 option(BRISEL_BENCH "Build the benchmarks, see bench/run" OFF)
 option(BRISEL_UNITY_TESTS "Build the tests, and no other target, as unity builds" OFF)
 option(BRISEL_ALL_TOOLS "Fail if a program that tests use for comparison is missing" OFF)
+option(BRISEL_FLUIDSYNTH "Play MIDI songs, if FluidSynth is found" ON)
+option(BRISEL_MULTIMEDIA "Play MP3s, if Qt Multimedia is found" ON)
 set(BRISEL_CATALOGUE "" CACHE FILEPATH "A full SQLite catalogue to embed instead of the sample")
 
 find_program(BRISEL_CCACHE ccache)

@@ -1,15 +1,10 @@
 #include "db/database.h"
 
 #include "base/debugstream.h"
-#include "base/filewriting.h"
-#include "base/plainfile.h"
 #include "base/songtext.h"
 #include "db/sqliteconnection.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryFile>
-#include <QUrl>
+#include <QSqlError>
 #include <QVariant>
 
 #include <algorithm>
@@ -24,8 +19,6 @@ namespace brisel
 namespace
 {
 
-const QString localCatalogue = QStringLiteral("songsdb_debug");
-const QString builtInCatalogue = QStringLiteral(":/db/songsdb");
 const QString selectRecord =
     QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist,"
                    "filename FROM songs ");
@@ -165,29 +158,18 @@ bool Database::openUserLibrary()
 
 bool Database::openCatalogue()
 {
-    QString fileName = localCatalogue;
-    // Opening a FIFO would block forever.
-    PlainFile file;
-    const bool isOpen = file.open(localCatalogue);
-    if (file.state().kind != FileKind::Missing) {
-        debug() << "Using local file: 'songsdb_debug' as database";
-        if (!isOpen)
-            return false;
-    } else {
-        if (!unpackCatalogue())
-            return false;
-        fileName = m_temporaryFile->fileName();
-    }
-    m_cataloguePath = QFileInfo(fileName).absoluteFilePath();
-    m_catalogueState = fileState(m_cataloguePath);
+    if (!m_catalogue.prepare())
+        return false;
     m_songsDb = addSqliteConnection(QStringLiteral("con_songsdb"));
-    // Immutable: no locks, and no other file is created, for any header of the file.
-    m_songsDb.setDatabaseName(
-        QString::fromLatin1(QUrl::fromLocalFile(m_cataloguePath).toEncoded() + "?immutable=1"));
+    m_songsDb.setDatabaseName(m_catalogue.uri());
     m_songsDb.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
+    if (!m_songsDb.open())
+        return m_catalogue.refuse(m_songsDb.lastError().text());
     // SQLite opens by name: it must have opened the file that was checked.
-    return m_songsDb.open() && (!file.isOpen() || fileState(fileName) == file.state()) &&
-           holdsPlainSongs();
+    if (!m_catalogue.isUnchanged())
+        return m_catalogue.refuse(QStringLiteral("another program is writing it"));
+    return holdsPlainSongs() ||
+           m_catalogue.refuse(QStringLiteral("its songs are not stored in a table"));
 }
 
 /// False if the catalogue's "songs" are computed (a view, a computed column), which could take
@@ -202,31 +184,6 @@ bool Database::holdsPlainSongs() const
     return !query.exec(computed) || !query.next();
 }
 
-bool Database::unpackCatalogue()
-{
-    m_temporaryFile = std::make_unique<QTemporaryFile>();
-    if (!m_temporaryFile->open()) {
-        debug() << "[Database::init] FATAL: Unable to create temporary files !!!";
-        return false;
-    }
-    debug() << "[Database::init] Created temporary db file: " << m_temporaryFile->fileName();
-
-    QFile resource(builtInCatalogue);
-    if (!resource.open(QIODevice::ReadOnly)) {
-        debug() << "[Database::init] FATAL: Unable to open db resource file !!!";
-        return false;
-    }
-    const QByteArray catalogue = resource.readAll();
-    // SQLite silently opens an empty or truncated copy, so a full disk must be detected here.
-    if (!writeAll(*m_temporaryFile, catalogue) || !m_temporaryFile->flush() ||
-        m_temporaryFile->error() != QFileDevice::NoError ||
-        m_temporaryFile->size() != catalogue.size()) {
-        debug() << "[Database::init] FATAL: Unable to create temporary files !!!";
-        return false;
-    }
-    return true;
-}
-
 void Database::closeConnections()
 {
     m_records.clear();
@@ -236,7 +193,7 @@ void Database::closeConnections()
     m_hasTriedIndex = false;
     removeSqliteConnection(m_songsDb);
     removeSqliteConnection(m_userLibraryDb);
-    m_temporaryFile.reset();
+    m_catalogue.clear();
 }
 
 void Database::fillList(QStringList &list, const QString &statement) const
@@ -293,7 +250,12 @@ bool Database::fillIndex()
         if (const QVariant title = query.value(3); !title.isNull())
             m_titles.add(title.toString(), row);
     }
-    return true;
+    if (!query.lastError().isValid())
+        return true;
+    m_records.clear();
+    m_fileNames = {};
+    m_titles = {};
+    return false;
 }
 
 bool Database::getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record) const
@@ -358,8 +320,7 @@ bool Database::getRecordByTitle(const QString &title, SongsDbRecord &record)
 
 QString Database::catalogueUri() const
 {
-    const bool isSame = m_songsDb.isOpen() && fileState(m_cataloguePath) == m_catalogueState;
-    return isSame ? m_songsDb.databaseName() : QString();
+    return m_songsDb.isOpen() && m_catalogue.isUnchanged() ? m_catalogue.uri() : QString();
 }
 
 std::optional<CatalogueSong> Database::songAt(qint64 row) const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/fileidentity.h"
+#include "db/cataloguesource.h"
 #include "db/filenameindex.h"
 #include "db/songsdbrecord.h"
 
@@ -10,10 +10,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <memory>
 #include <optional>
-
-class QTemporaryFile;
 
 namespace brisel
 {
@@ -79,7 +76,6 @@ public:
 private:
     bool openUserLibrary();
     bool openCatalogue();
-    bool unpackCatalogue();
     bool holdsPlainSongs() const;
     void closeConnections();
     void fillList(QStringList &list, const QString &statement) const;
@@ -88,10 +84,8 @@ private:
     bool fillIndex();
     bool getIndexedRecord(std::optional<qint64> row, SongsDbRecord &record) const;
 
-    std::unique_ptr<QTemporaryFile> m_temporaryFile;
+    CatalogueSource m_catalogue;
     QSqlDatabase m_songsDb;
-    QString m_cataloguePath; ///< absolute
-    FileState m_catalogueState;
     QSqlDatabase m_userLibraryDb;
     QStringList m_genres;
     QStringList m_artists;

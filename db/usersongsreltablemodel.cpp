@@ -42,6 +42,14 @@ QVariantList dataValues(const SongInfo &info, int userBpm)
             stored(info.key)};
 }
 
+/// In the order of m_fileColumns.
+QVariantList fileValues(const SongInfo &info, const FileState &state)
+{
+    const bool isKnown = state.kind == FileKind::Regular;
+    return {info.markers.size(), isKnown ? QVariant(state.size) : QVariant(),
+            isKnown ? QVariant(state.modified) : QVariant()};
+}
+
 QColor rowColor(bool odd)
 {
     return odd ? QColor(230, 230, 230) : QColor(200, 200, 200);
@@ -79,79 +87,28 @@ UserSongsRelTableModel::ManyChanges::~ManyChanges()
 UserSongsRelTableModel::UserSongsRelTableModel(QObject *parent, const QSqlDatabase &database)
     : QSqlRelationalTableModel(parent, database)
 {
+    addColumns();
     setTable(QStringLiteral("usersongs"));
     setFiledsIndexes();
     setEditStrategy(QSqlTableModel::OnFieldChange);
 }
 
-void UserSongsRelTableModel::setFiledsIndexes()
-{
-    m_type = fieldIndex(QStringLiteral("type"));
-    m_title = fieldIndex(QStringLiteral("title"));
-    m_artist = fieldIndex(QStringLiteral("artist"));
-    m_genre = fieldIndex(QStringLiteral("genre"));
-    m_author = fieldIndex(QStringLiteral("author"));
-    m_length = fieldIndex(QStringLiteral("length"));
-    m_userBpm = fieldIndex(QStringLiteral("userbpm"));
-    m_key = fieldIndex(QStringLiteral("key"));
-    m_filename = fieldIndex(QStringLiteral("filename"));
-    m_shortName = fieldIndex(QStringLiteral("shortname"));
-    m_status = fieldIndex(QStringLiteral("status"));
-    m_dataColumns = {m_title, m_artist, m_genre, m_author, m_length, m_userBpm, m_key};
-    m_songColumns = m_dataColumns + QList<int>{m_type, m_filename, m_shortName, m_status};
-    m_statements = RowStatements(database(), tableName(), record());
-}
-
-void UserSongsRelTableModel::setHeaderLabels()
-{
-    setHeaderData(idColumn, Qt::Horizontal, tr("Num"));
-    setHeaderData(m_type, Qt::Horizontal, tr("Formato"));
-    setHeaderData(m_title, Qt::Horizontal, tr("Titolo"));
-    setHeaderData(m_artist, Qt::Horizontal, tr("Artista"));
-    setHeaderData(m_genre, Qt::Horizontal, tr("Genere"));
-    setHeaderData(m_author, Qt::Horizontal, tr("Autore"));
-    setHeaderData(m_length, Qt::Horizontal, tr("Durata"));
-    setHeaderData(m_userBpm, Qt::Horizontal, tr("Bpm"));
-    setHeaderData(m_key, Qt::Horizontal, tr("Tonalita'"));
-    setHeaderData(m_filename, Qt::Horizontal, QString());
-    setHeaderData(m_shortName, Qt::Horizontal, tr("Nome file"));
-    setHeaderData(m_status, Qt::Horizontal, QString());
-    setHeaderToolTips();
-}
-
-void UserSongsRelTableModel::setHeaderToolTips()
-{
-    const auto explain = [this](int column, const QString &text) {
-        setHeaderData(column, Qt::Horizontal, tr("%1 (un clic ordina le righe)").arg(text),
-                      Qt::ToolTipRole);
-    };
-    explain(m_type, tr("Formato del file"));
-    explain(m_title, tr("Titolo della song"));
-    explain(m_artist, tr("Interprete della song"));
-    explain(m_genre, tr("Genere musicale"));
-    explain(m_author, tr("Autore della song"));
-    explain(m_length, tr("Durata in minuti e secondi"));
-    explain(m_userBpm, tr("Tempo in battiti al minuto"));
-    explain(m_key, tr("Tonalità; il segno - indica il modo minore"));
-    explain(m_shortName, tr("Nome del file senza la cartella"));
-}
-
 int UserSongsRelTableModel::goodRowCount()
 {
     announce();
-    return rowCount();
+    return static_cast<int>(m_rows.size());
 }
 
 QString UserSongsRelTableModel::fileName(int row)
 {
     announce();
-    return textAt(row, m_filename);
+    return isSong(row) ? textAt(row, m_filename) : QString();
 }
 
 QString UserSongsRelTableModel::shortName(int row)
 {
     announce();
-    return textAt(row, m_shortName);
+    return isSong(row) ? textAt(row, m_shortName) : QString();
 }
 
 int UserSongsRelTableModel::status(int row)
@@ -160,27 +117,26 @@ int UserSongsRelTableModel::status(int row)
     return statusAt(row);
 }
 
-void UserSongsRelTableModel::setStatus(int row, Database::statusEnum status)
-{
-    writeCells(row, {m_status}, {static_cast<int>(status)});
-}
-
 QModelIndex UserSongsRelTableModel::rowIndex(int row)
 {
     announce();
     return index(row, idColumn);
 }
 
-void UserSongsRelTableModel::updateRow(int row, const SongInfo &info)
+void UserSongsRelTableModel::updateRow(int row, const SongInfo &info, const FileState &state)
 {
-    writeCells(row, m_dataColumns, dataValues(info, std::max(info.userBpm, 0)));
+    const QVariantList values = dataValues(info, std::max(info.userBpm, 0));
+    if (state.kind == FileKind::Regular)
+        writeCells(row, m_dataColumns + m_fileColumns, values + fileValues(info, state));
+    else
+        writeCells(row, m_dataColumns, values);
 }
 
-bool UserSongsRelTableModel::addSong(const SongInfo &info)
+bool UserSongsRelTableModel::addSong(const SongInfo &info, const FileState &state)
 {
     if (!m_isRead && !select())
         return false;
-    const QVariantList values = dataValues(info, info.userBpm) +
+    const QVariantList values = dataValues(info, info.userBpm) + fileValues(info, state) +
                                 QVariantList{stored(info.format), stored(info.fileName),
                                              stored(info.shortName), int{Database::Imported}};
     const QSqlQuery *insertion = run(Change::Insert, m_songColumns, values);
@@ -188,22 +144,30 @@ bool UserSongsRelTableModel::addSong(const SongInfo &info)
         return false;
     Row row(columnCount());
     row[idColumn] = insertion->lastInsertId().toLongLong();
+    row[m_outcome] = static_cast<int>(SongOutcome::Imported);
     for (qsizetype i = 0; i < values.size(); ++i)
         row[m_songColumns.at(i)] = values.at(i);
 
     m_unannounced.append(std::move(row));
+    announceInTime();
+    return true;
+}
+
+void UserSongsRelTableModel::announceInTime()
+{
     if (m_announcesEachRow || m_sinceAnnounced.elapsed() >= ManyChanges::announceInterval)
         announce();
-    return true;
 }
 
 /// Notifies views of the rows that were added since the last call.
 void UserSongsRelTableModel::announce()
 {
+    announceUnreadable();
     if (m_unannounced.isEmpty())
         return;
-    const int end = rowCount();
+    const int end = static_cast<int>(m_rows.size());
     beginInsertRows(QModelIndex(), end, end + static_cast<int>(m_unannounced.size()) - 1);
+    countOutcomes(m_unannounced, 1);
     m_rows.append(std::exchange(m_unannounced, {}));
     endInsertRows();
     m_sinceAnnounced.start();
@@ -212,10 +176,14 @@ void UserSongsRelTableModel::announce()
 void UserSongsRelTableModel::setSortingLocked(bool locked)
 {
     m_sortingLocks = std::max(m_sortingLocks + (locked ? 1 : -1), 0);
-    if (m_sortingLocks > 0 || !m_wantedSort)
+    if (m_sortingLocks > 0)
         return;
-    const Sort wanted = *std::exchange(m_wantedSort, std::nullopt);
-    sort(wanted.column, wanted.order);
+    if (m_wantedSort) {
+        const Sort wanted = *std::exchange(m_wantedSort, std::nullopt);
+        sort(wanted.column, wanted.order);
+    } else if (m_isOutOfOrder) {
+        sortAgain();
+    }
 }
 
 bool UserSongsRelTableModel::select()
@@ -236,6 +204,8 @@ bool UserSongsRelTableModel::select()
     beginResetModel();
     m_rows = std::move(rows);
     m_unannounced.clear();
+    m_outcomeCounts = {};
+    countOutcomes(m_rows, 1);
     endResetModel();
     return m_isRead;
 }
@@ -246,13 +216,17 @@ void UserSongsRelTableModel::sort(int column, Qt::SortOrder order)
         m_wantedSort = Sort{column, order};
         return;
     }
-    setSort(column, order);
+    m_sortedColumn = column == m_reason ? m_outcome : column; // by the order of the outcomes
+    setSort(m_sortedColumn, order);
     sortAgain();
 }
 
 bool UserSongsRelTableModel::sortAgain()
 {
     announce();
+    m_isOutOfOrder = false;
+    if (m_sortedColumn == m_folder)
+        storeFolders();
     return putInOrder() || select();
 }
 
@@ -288,7 +262,7 @@ bool UserSongsRelTableModel::putInOrder()
 
 int UserSongsRelTableModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size() + shownUnreadable());
 }
 
 bool UserSongsRelTableModel::canFetchMore(const QModelIndex & /*parent*/) const
@@ -300,14 +274,18 @@ void UserSongsRelTableModel::fetchMore(const QModelIndex & /*parent*/) {}
 
 QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid() || !hasRow(index.row()) || index.column() >= columnCount())
+    if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount())
         return {};
     const bool odd = index.row() % 2 != 0;
     const bool isStatus = index.column() == m_status;
     switch (role) {
     case Qt::DisplayRole:
+        return shownValue(index.row(), index.column());
     case Qt::EditRole:
-        return m_rows.at(index.row()).at(index.column());
+        return rowAt(index.row()).at(index.column());
+    case Qt::ToolTipRole:
+    case Qt::AccessibleTextRole:
+        return index.column() == m_outcome ? QVariant(outcomeText(index.row())) : QVariant();
     case Qt::BackgroundRole:
         return isStatus ? statusColor(statusAt(index.row()), odd) : rowColor(odd);
     case Qt::ForegroundRole:
@@ -329,42 +307,23 @@ bool UserSongsRelTableModel::insertRows(int /*row*/, int /*count*/, const QModel
     return false;
 }
 
-bool UserSongsRelTableModel::removeRows(int row, int count, const QModelIndex &parent)
-{
-    announce();
-    if (parent.isValid() || count < 1 || !hasRow(row) || count > rowCount() - row)
-        return false;
-    for (int left = count; left > 0; --left) {
-        if (!deleteRow(row))
-            return false;
-    }
-    return true;
-}
-
 bool UserSongsRelTableModel::writeCells(int row, const QList<int> &columns,
                                         const QVariantList &values)
 {
     announce();
-    if (!hasRow(row))
+    if (!isSong(row))
         return false;
     const auto [first, last] = std::minmax_element(columns.cbegin(), columns.cend());
     if (*first < 0 || *last >= columnCount() ||
         run(Change::Update, columns, values, m_rows.at(row).at(idColumn)) == nullptr)
         return false;
 
+    countOutcome(row, -1);
     for (qsizetype i = 0; i < columns.size(); ++i)
         m_rows[row][columns.at(i)] = values.at(i);
+    m_isOutOfOrder = m_isOutOfOrder || (m_sortingLocks > 0 && columns.contains(m_sortedColumn));
+    countOutcome(row, 1);
     emit dataChanged(index(row, *first), index(row, *last));
-    return true;
-}
-
-bool UserSongsRelTableModel::deleteRow(int row)
-{
-    if (run(Change::Delete, {}, {}, m_rows.at(row).at(idColumn)) == nullptr)
-        return false;
-    beginRemoveRows(QModelIndex(), row, row);
-    m_rows.removeAt(row);
-    endRemoveRows();
     return true;
 }
 

@@ -56,13 +56,15 @@ void writeSongSeeds()
                   scripted(song));
         putFile(QStringLiteral("%1/songhead/%2").arg(outFolder, sample.fileName), song.left(3072));
         const QByteArray magic = song.left(4);
-        if (magic == "MThd")
+        if (magic == "MThd") {
             writeSeed(QStringLiteral("midifile"), sample.fileName, scripted(song));
-        else if (magic.startsWith("_ZB"))
+            writeSeed(QStringLiteral("songtimeline"), sample.fileName, song);
+        } else if (magic.startsWith("_ZB")) {
             writeSeed(QStringLiteral("zbxheader"), sample.fileName,
                       scripted(song.left(magic == "_ZB5" ? 1024 : 512)));
-        else
+        } else {
             writeSeed(QStringLiteral("mp3header"), sample.fileName, scripted(song.left(2048)));
+        }
     }
     // A tag of the maximum length.
     QByteArray longTag = QByteArray::fromHex("494433030000003D043F") + "TIT2" +

@@ -19,6 +19,7 @@ static const QMap<QString, void (*)(const QByteArray &)> &targets()
         {QStringLiteral("lzhuffexpand"), checkLzHuffExpand},
         {QStringLiteral("lzhuffroundtrip"), checkLzHuffRoundTrip},
         {QStringLiteral("midifile"), checkMidiFile},
+        {QStringLiteral("songtimeline"), checkSongTimeline},
         {QStringLiteral("zbxheader"), checkZbxHeader},
         {QStringLiteral("mp3header"), checkMp3Header},
         {QStringLiteral("metasong"), checkMetaSong},

@@ -14,6 +14,8 @@ void checkLzHuffExpand(const QByteArray &input);
 void checkLzHuffRoundTrip(const QByteArray &input);
 /// A MIDI file: every getter, and a script of setters against a model.
 void checkMidiFile(const QByteArray &input);
+/// The time map of a MIDI file, and its karaoke lines.
+void checkSongTimeline(const QByteArray &input);
 /// A container's header: every getter, and a script of setters.
 void checkZbxHeader(const QByteArray &input);
 /// An ID3 tag: every getter, and a script of setters.

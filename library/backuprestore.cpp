@@ -294,9 +294,9 @@ void BackupRestore::finishSong(Run &run, const Staged &song, WhyNot whyNot)
     for (auto row = m_rows.constFind(song.path); row != m_rows.cend() && row.key() == song.path;
          ++row) {
         if (held.isOpen)
-            m_model.updateRow(*row, held.info);
+            m_model.updateRow(*row, held.info, held.song.stateWhenRead());
         if (!whyNot.has_value())
-            m_model.setStatus(*row, Database::Imported);
+            m_model.setStatus(*row, Database::Imported, SongOutcome::Restored, std::nullopt);
     }
 }
 

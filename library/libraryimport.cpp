@@ -25,7 +25,7 @@ void SongRows::add(Run &run, const QString &path, const char *logPrefix)
         file.info.fileName = path;
         file.info.shortName = path.mid(path.lastIndexOf(u'/') + 1);
         file.info.dbgDump();
-        if (!m_model.addSong(file.info)) {
+        if (!m_model.addSong(file.info, file.song.stateWhenRead())) {
             debug() << "WARNING: impossible to add song to table:" << path;
             run.report().add(RunReport::Step::Read, path, LibraryImport::notInTable);
         }
@@ -34,7 +34,8 @@ void SongRows::add(Run &run, const QString &path, const char *logPrefix)
         const QByteArray refusal = QByteArray(logPrefix) + "Unknown/corrupted file";
         debug() << refusal.constData() << path;
         ++m_counts.unknown;
-        m_memories.note(run.report(), RunReport::Step::Read, path, file.whyNotOpen());
+        m_model.addUnreadable(
+            path, m_memories.note(run.report(), RunReport::Step::Read, path, file.whyNotOpen()));
     }
     run.setStep(m_counts.examined());
     run.processEvents();
@@ -58,12 +59,15 @@ LibraryImport::Outcome LibraryImport::run(Run &run)
 
 bool LibraryImport::clearTable()
 {
-    if (m_model.goodRowCount() == 0)
+    if (m_model.goodRowCount() == 0) {
+        m_model.clearUnreadable();
         return true;
+    }
     if (!m_database.clearUserLibraryDb()) {
         debug() << "[importUserLibrary] WARNING: impossible to CLEAR table. Aborting import !!!";
         return false;
     }
+    m_model.clearUnreadable();
     m_model.select();
     return true;
 }

@@ -10,6 +10,7 @@
 
 #include <QFileInfo>
 
+#include <numeric>
 #include <utility>
 
 namespace brisel
@@ -36,6 +37,11 @@ ManualEdit::ManualEdit(UserSongsRelTableModel &model, MetaSong song, SongInfo in
 {
 }
 
+ManualEdit::ManualEdit(UserSongsRelTableModel &model, QList<int> rows, SeveralEdit edit)
+    : m_model(model), m_rows(std::move(rows)), m_several(std::move(edit))
+{
+}
+
 void ManualEdit::setRecorder(HistoryRecorder *recorder)
 {
     m_recorder = recorder;
@@ -47,25 +53,48 @@ void ManualEdit::setRecorder(HistoryRecorder *recorder)
 
 ManualEdit::Outcome ManualEdit::run(Run &run)
 {
-    saveSong(run, m_song, m_edited, m_path, m_row);
-    if (m_spread.any()) {
-        run.begin(
-            {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), m_model.goodRowCount()});
-        spreadOverList(run);
+    if (!isSeveral()) {
+        SongInfo before;
+        m_song.getSongInfo(before);
+        m_song.setSongInfo(m_edited, true);
+        m_whyNotSaved = saveSong(run, m_song, before, m_path, m_row);
+    }
+    if (isSeveral() || m_spread.any()) {
+        const QList<int> rows = rowsToCopyTo();
+        run.begin({tr("Aggiornamento file"), tr("Aggiorno la libreria..."),
+                   isSeveral() ? static_cast<int>(rows.size()) : m_model.goodRowCount()});
+        const Outcome outcome = spreadOverRows(run, rows);
         if (m_recorder != nullptr)
             m_recorder->finish(run.report());
+        run.processEvents(); // clicks of the last songs are for the progress, not for the window
         run.end();
-    } else if (m_recorder != nullptr) {
-        m_recorder->finish(run.report());
+        return outcome;
     }
+    if (m_recorder != nullptr)
+        m_recorder->finish(run.report());
     return Run::isEnding() ? Outcome::Interrupted : Outcome::Done;
 }
 
-/// The new data of the song in \a file after copying.
-SongInfo ManualEdit::spreadInfo(const SongFile &file) const
+QList<int> ManualEdit::rowsToCopyTo()
+{
+    if (isSeveral())
+        return m_rows;
+    QList<int> rows(m_model.goodRowCount());
+    std::iota(rows.begin(), rows.end(), 0);
+    rows.removeOne(m_row);
+    return rows;
+}
+
+/// Sets the data of the song in \a file that are copied to it.
+void ManualEdit::setCopied(SongFile &file) const
 {
     SongInfo info = file.info;
     info.fileName = file.path;
+    if (isSeveral()) {
+        const SongFields fields = m_several.apply(info, file.path);
+        file.song.setSongInfo(info, true, fields);
+        return;
+    }
     if (m_spread.titleFromFileName)
         info.title = titleFromFileName(file.path);
     if (m_spread.author)
@@ -74,42 +103,55 @@ SongInfo ManualEdit::spreadInfo(const SongFile &file) const
         info.artist = m_edited.artist;
     if (m_spread.genre)
         info.genre = m_edited.genre;
-    return info;
+    file.song.setSongInfo(info, true);
 }
 
-void ManualEdit::saveSong(Run &run, MetaSong &song, const SongInfo &info, const QString &path,
-                          int row)
+/// Saves a song that was changed in memory.
+ManualEdit::WhyNot ManualEdit::saveSong(Run &run, MetaSong &song, const SongInfo &before,
+                                        const QString &path, int row)
 {
-    SongInfo before;
-    song.getSongInfo(before);
     song.setKeeper(m_recorder);
-    song.setSongInfo(info, true);
     debug() << "Saving to file: " << path;
     // A song on a removed memory must not be created in the mount folder.
     const bool isSaved = isRegularFile(path) && song.saveToFile(path);
-    finishSong(run, {row, path, before}, isSaved ? std::nullopt : WhyNot(whyNotSaved(song, path)));
+    const WhyNot whyNot = isSaved ? std::nullopt : WhyNot(brisel::whyNotSaved(song, path));
+    return finishSong(run, {row, path, before}, whyNot);
 }
 
-void ManualEdit::spreadOverList(Run &run)
+ManualEdit::Outcome ManualEdit::spreadOverRows(Run &run, const QList<int> &rows)
 {
-    const int count = m_model.goodRowCount();
-    for (int row = 0; row < count && !Run::isEnding(); ++row) {
-        if (row != m_row)
-            spreadOver(run, row);
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const int row = rows.at(i);
+        run.processEvents();
+        if (!run.mayGoOn()) {
+            finishLot(run);
+            noteRowsLeft(run, rows.sliced(i));
+            return Outcome::Interrupted;
+        }
+        spreadOver(run, row, isSeveral() ? static_cast<int>(i) + 1 : row + 1);
     }
     finishLot(run);
+    return Outcome::Done;
 }
 
-void ManualEdit::spreadOver(Run &run, int row)
+/// Reports the rows that an interrupted run did not reach.
+void ManualEdit::noteRowsLeft(Run &run, const QList<int> &rows)
+{
+    for (const int row : rows)
+        m_memories.note(run.report(), RunReport::Step::Change, m_model.fileName(row),
+                        Run::interrupted);
+}
+
+void ManualEdit::spreadOver(Run &run, int row, int step)
 {
     const QString path = m_model.fileName(row);
     if (m_lot.isFull() || m_lot.holds(QFileInfo(path).canonicalFilePath()))
         finishLot(run);
-    std::optional<SongFile> file = openFile(run, path);
+    std::optional<SongFile> file = openFile(run, path, row);
     if (!file.has_value())
         return;
     file->song.setKeeper(m_recorder);
-    file->song.setSongInfo(spreadInfo(*file), true);
+    setCopied(*file);
     debug() << "Saving to file: " << path;
     const WriteResult result =
         isRegularFile(path) ? file->song.saveInLot(path, m_lot) : WriteResult::Failed;
@@ -118,16 +160,18 @@ void ManualEdit::spreadOver(Run &run, int row)
     else
         finishSong(run, {row, path, file->info},
                    result == WriteResult::Done ? std::nullopt
-                                               : WhyNot(whyNotSaved(file->song, path)));
-    run.setStep(row + 1);
+                                               : WhyNot(brisel::whyNotSaved(file->song, path)));
+    run.setStep(step);
 }
 
-std::optional<SongFile> ManualEdit::openFile(Run &run, const QString &path)
+std::optional<SongFile> ManualEdit::openFile(Run &run, const QString &path, int row)
 {
     SongFile file(path, m_memories);
     if (file.isOpen)
         return file;
-    m_memories.note(run.report(), RunReport::Step::Read, path, file.whyNotOpen());
+    m_model.setOutcome(
+        row, SongOutcome::NotReadable,
+        m_memories.note(run.report(), RunReport::Step::Read, path, file.whyNotOpen()));
     return std::nullopt;
 }
 
@@ -149,28 +193,33 @@ void ManualEdit::finishLot(Run &run)
             continue;
         }
         // Another program has changed the song since it was read: it is read again.
-        if (std::optional<SongFile> file = openFile(run, song.path))
-            saveSong(run, file->song, spreadInfo(*file), song.path, song.row);
+        if (std::optional<SongFile> file = openFile(run, song.path, song.row)) {
+            setCopied(*file);
+            saveSong(run, file->song, file->info, song.path, song.row);
+        }
     }
 }
 
 /// Reports whether the row's song was saved, and its changes, and shows its content in both cases.
-void ManualEdit::finishSong(Run &run, const Staged &song, WhyNot whyNotSaved)
+/// Returns the reported reason.
+ManualEdit::WhyNot ManualEdit::finishSong(Run &run, const Staged &song, WhyNot whyNot)
 {
-    if (whyNotSaved.has_value()) {
+    if (whyNot.has_value()) {
         debug() << "Error!";
-        m_memories.note(run.report(), RunReport::Step::Save, song.path, *whyNotSaved);
+        whyNot = m_memories.note(run.report(), RunReport::Step::Save, song.path, *whyNot);
     } else {
         debug() << "Ok";
         run.report().count(RunReport::Success::Edited);
     }
     if (const SongFile held(song.path); held.isOpen) {
-        m_model.updateRow(song.row, held.info);
-        if (!whyNotSaved.has_value())
+        m_model.updateRow(song.row, held.info, held.song.stateWhenRead());
+        if (!whyNot.has_value())
             run.report().addChanges(song.path,
                                     reportedChanges(fieldChanges(song.before, held.info)));
     }
-    m_model.setStatus(song.row, Database::Edited);
+    m_model.setStatus(song.row, Database::Edited,
+                      whyNot.has_value() ? SongOutcome::NotWritten : SongOutcome::Edited, whyNot);
+    return whyNot;
 }
 
 } // namespace brisel

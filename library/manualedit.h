@@ -3,6 +3,7 @@
 #include "base/filelot.h"
 #include "base/run.h"
 #include "library/pulledmemories.h"
+#include "library/severalsongs.h"
 #include "library/songfile.h"
 
 #include <QCoreApplication>
@@ -24,7 +25,7 @@ class ManualEdit
 public:
     enum class Outcome {
         Done,        ///< all songs were processed
-        Interrupted, ///< by the end of the program only: the user can't interrupt an edit
+        Interrupted, ///< while copying, by the user or the end of the program
     };
 
     /// The data of the edited song that are copied to all songs of the list.
@@ -47,6 +48,9 @@ public:
     ManualEdit(UserSongsRelTableModel &model, MetaSong song, SongInfo info, QString path, int row,
                Spread spread);
 
+    /// For writing \a edit into the songs in \a rows.
+    ManualEdit(UserSongsRelTableModel &model, QList<int> rows, SeveralEdit edit);
+
     /// Keeps the changed songs with \a recorder, which must outlive this object; null for none.
     void setRecorder(HistoryRecorder *recorder);
 
@@ -54,6 +58,9 @@ public:
     /// if saving failed; the row of a file that can't be read keeps its data. Rows to which data
     /// are copied are processed in lots; if their file does not open they are not changed.
     [[nodiscard]] Outcome run(Run &run);
+
+    /// Why the edited song was not saved; nothing if it was.
+    const std::optional<Reason> &whyNotSaved() const { return m_whyNotSaved; }
 
 private:
     struct Staged {
@@ -63,23 +70,29 @@ private:
     };
     using WhyNot = std::optional<Reason>;
 
-    SongInfo spreadInfo(const SongFile &file) const;
-    void saveSong(Run &run, MetaSong &song, const SongInfo &info, const QString &path, int row);
-    void spreadOverList(Run &run);
-    void spreadOver(Run &run, int row);
-    std::optional<SongFile> openFile(Run &run, const QString &path);
+    bool isSeveral() const { return m_row < 0; }
+    QList<int> rowsToCopyTo();
+    void setCopied(SongFile &file) const;
+    WhyNot saveSong(Run &run, MetaSong &song, const SongInfo &before, const QString &path, int row);
+    Outcome spreadOverRows(Run &run, const QList<int> &rows);
+    void noteRowsLeft(Run &run, const QList<int> &rows);
+    void spreadOver(Run &run, int row, int step);
+    std::optional<SongFile> openFile(Run &run, const QString &path, int row);
     void finishLot(Run &run);
-    void finishSong(Run &run, const Staged &song, WhyNot whyNotSaved);
+    WhyNot finishSong(Run &run, const Staged &song, WhyNot whyNot);
 
     UserSongsRelTableModel &m_model;
     MetaSong m_song;
     const SongInfo m_edited;
     const QString m_path;
-    const int m_row;
+    const int m_row = -1; ///< -1 for several songs
     const Spread m_spread;
+    const QList<int> m_rows;
+    const SeveralEdit m_several;
     PulledMemories m_memories;
     FileLot m_lot;
     HistoryRecorder *m_recorder = nullptr;
+    WhyNot m_whyNotSaved;
     QList<Staged> m_staged; ///< the songs in the lot
 };
 

@@ -17,14 +17,16 @@ QString PulledMemories::pulledFrom(const QString &path)
     return known->isThere() ? QString() : root;
 }
 
-void PulledMemories::note(RunReport &report, RunReport::Step step, const QString &path,
-                          Reason reason)
+Reason PulledMemories::note(RunReport &report, RunReport::Step step, const QString &path,
+                            Reason reason)
 {
     const QString memory = reason.isSkip() ? QString() : pulledFrom(path);
-    if (memory.isEmpty())
+    if (memory.isEmpty()) {
         report.add(step, path, reason);
-    else
-        report.addShared(step, memory, MemoryReason::gone);
+        return reason;
+    }
+    report.addShared(step, memory, MemoryReason::gone);
+    return MemoryReason::gone;
 }
 
 } // namespace brisel

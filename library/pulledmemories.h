@@ -19,8 +19,9 @@ public:
     QString pulledFrom(const QString &path);
 
     /// Adds to \a report that \a step failed for the file at \a path. A failure on a pulled memory
-    /// is reported for the memory, unless the user wanted to skip the file.
-    void note(RunReport &report, RunReport::Step step, const QString &path, Reason reason);
+    /// is reported for the memory, unless the user wanted to skip the file. Returns the reported
+    /// reason.
+    Reason note(RunReport &report, RunReport::Step step, const QString &path, Reason reason);
 
 private:
     QHash<QString, MemoryIdentity> m_memories;

@@ -271,9 +271,9 @@ void Restore::finishSong(Run &run, const Staged &song, std::optional<Reason> why
     }
     for (auto row = m_rows.constFind(path); row != m_rows.cend() && row.key() == path; ++row) {
         if (held.isOpen)
-            m_model.updateRow(*row, held.info);
+            m_model.updateRow(*row, held.info, held.song.stateWhenRead());
         if (!whyNot.has_value())
-            m_model.setStatus(*row, Database::Imported);
+            m_model.setStatus(*row, Database::Imported, SongOutcome::Restored, std::nullopt);
     }
 }
 

@@ -230,7 +230,7 @@ bool Synchroniser::finishRow(Run &run, const Staged &song, std::optional<Reason>
 {
     const SongFile held(m_model.fileName(song.row));
     if (held.isOpen)
-        m_model.updateRow(song.row, held.info);
+        m_model.updateRow(song.row, held.info, held.song.stateWhenRead());
     if (whyNotSaved.has_value())
         note(run, Step::Save, held.path, *whyNotSaved);
     else if (!held.isOpen)
@@ -242,18 +242,30 @@ bool Synchroniser::finishRow(Run &run, const Staged &song, std::optional<Reason>
 
 void Synchroniser::noteUpdated(Run &run, const SongFile &held, const SongInfo &before)
 {
+    m_outcome = {SongOutcome::Updated, std::nullopt};
     run.report().count(RunReport::Success::Updated);
     run.report().addChanges(held.path, reportedChanges(fieldChanges(before, held.info)));
 }
 
 void Synchroniser::setStatus(int row, bool isUpdated)
 {
-    m_model.setStatus(row, isUpdated ? Database::Updated : Database::Failed);
+    m_model.setStatus(row, isUpdated ? Database::Updated : Database::Failed, m_outcome.first,
+                      m_outcome.second);
 }
 
 void Synchroniser::note(Run &run, Step step, const QString &fileName, Reason reason)
 {
-    m_memories.note(run.report(), step, fileName, reason);
+    const Reason noted = m_memories.note(run.report(), step, fileName, reason);
+    m_outcome = {outcomeOf(step, noted), noted};
+}
+
+SongOutcome Synchroniser::outcomeOf(Step step, Reason reason)
+{
+    if (step == Step::Find)
+        return SongOutcome::NotFound;
+    if (reason == Synchroniser::declined)
+        return SongOutcome::Declined;
+    return step == Step::Read ? SongOutcome::NotReadable : SongOutcome::NotWritten;
 }
 
 /// Reports the rows that an interrupted run did not reach.

@@ -2,6 +2,7 @@
 
 #include "base/filelot.h"
 #include "base/run.h"
+#include "db/songoutcome.h"
 #include "library/pulledmemories.h"
 #include "library/syncplan.h"
 #include "songfile/songinfo.h"
@@ -88,8 +89,9 @@ private:
     Change save(Run &run, int row, SongFile &file, FileLot *lot);
     bool finishLot(Run &run);
     bool finishRow(Run &run, const Staged &song, std::optional<Reason> whyNotSaved);
-    static void noteUpdated(Run &run, const SongFile &held, const SongInfo &before);
+    void noteUpdated(Run &run, const SongFile &held, const SongInfo &before);
     void setStatus(int row, bool isUpdated);
+    static SongOutcome outcomeOf(Step step, Reason reason);
     void note(Run &run, Step step, const QString &fileName, Reason reason);
     void noteRowsLeft(Run &run, const QList<int> &rows);
     bool mayChange(Run &run, const QString &fileName);
@@ -103,6 +105,8 @@ private:
     FileLot m_lot;
     HistoryRecorder *m_recorder = nullptr;
     QList<Staged> m_staged; ///< the songs in the lot
+    /// Of the song that was processed last, for setStatus().
+    std::pair<SongOutcome, std::optional<Reason>> m_outcome{SongOutcome::Imported, std::nullopt};
 };
 
 } // namespace brisel

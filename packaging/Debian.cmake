@@ -26,8 +26,8 @@ Then it copies the songs to the memory of the Brisel, a hardware song player,
 and builds there the index through which the player finds them.")
 
 # The libraries are found by reading the program. It opens its catalogue through a plugin, which can't
-# be found like that. Its images and Qt's Italian texts are embedded, and fontconfig brings a font.
+# be found like that, and so is the sound font for MIDI songs. Its images and Qt's Italian texts are embedded, and fontconfig brings a font.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS libqt6sql6-sqlite)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, timgm6mb-soundfont | fluid-soundfont-gm")
 include(CPack)

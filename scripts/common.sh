@@ -2,11 +2,13 @@
 # Shared functions of ./run, ./check, ./package and other scripts. Sourced with $root set to the
 # project's folder.
 
-# Packages for a build, and for showing the program with or without a display.
+# Packages for a build, and for showing the program with or without a display. The last three are for
+# listening to songs: the program builds and works without them.
 build_packages="ca-certificates cmake g++ ninja-build \
     qt6-base-dev qt6-base-dev-tools qt6-5compat-dev qt6-svg-dev \
     libxxhash-dev libzstd-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n \
-    libqt6sql6-sqlite libgl-dev fonts-dejavu-core"
+    libqt6sql6-sqlite libgl-dev fonts-dejavu-core \
+    qt6-multimedia-dev libfluidsynth-dev timgm6mb-soundfont"
 run_packages="xvfb"
 # The library of the benchmarks, and the peers.
 bench_packages="libbenchmark-dev liblhasa-dev libtag1-dev pkg-config"

@@ -78,6 +78,9 @@ public:
         return isMp3() ? std::optional(m_loaded.audioStart()) : std::nullopt;
     }
 
+    /// The MIDI data, decompressed; empty for an MP3.
+    QByteArray midiData() const { return m_song.midiData(); }
+
     Trouble trouble() const { return m_trouble; }
 
     /// "MIDI", "ZB3", "ZB4", "ZB5", "MP3", or "UNKNOWN" for anything else.

@@ -46,6 +46,8 @@ public:
 
     /// The whole file, for a MIDI file or container. Updates a container's sizes.
     [[nodiscard]] QByteArray fileContent();
+    /// The MIDI data as they are played, without compression and marks; empty for an MP3.
+    QByteArray midiData() const { return m_midiFile.stream(); }
     /// The tag of an MP3.
     QByteArray tag() const { return m_mp3Header.stream(); }
     /// The start of an MP3's audio in the file, in bytes.

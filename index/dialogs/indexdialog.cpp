@@ -3,6 +3,7 @@
 #include "index/index.h"
 #include "index/memorycheck.h"
 #include "index/memoryreasons.h"
+#include "index/recentmemories.h"
 #include "index/volumes.h"
 #include "ui_indexdialog.h"
 
@@ -30,6 +31,7 @@ IndexDialog::IndexDialog(QWidget *parent)
 {
     m_ui->setupUi(this);
     m_ui->lineEditPath->setText(mediaRoot());
+    offerMemories(*m_ui->lineEditPath);
     m_ui->checkBoxChkdsk->setChecked(false);
     updateLabelNum(0);
     connect(m_ui->pushButtonBrowse, &QPushButton::clicked, this, &IndexDialog::browseDir);
@@ -54,8 +56,8 @@ bool IndexDialog::checkDisk(const QString &)
 
 void IndexDialog::browseDir()
 {
-    const QString folder =
-        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), QStringLiteral("/home"));
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, tr("Scegli cartella"), startMemory(mediaRoot(), QStringLiteral("/home")));
     if (folder.isEmpty())
         return;
     m_ui->lineEditPath->setText(folder);
@@ -224,7 +226,7 @@ void IndexDialog::clearIndexErrors()
 void IndexDialog::showState()
 {
     m_ui->labelFileFound->setText(QStringLiteral("%1").arg(m_found));
-    m_ui->progressBar->setValue(m_progress);
+    showProgress(*m_ui->progressBar, m_progress);
     showCurrentPath();
 }
 

@@ -30,7 +30,7 @@ public:
     static bool checkDisk(const QString &path);
 
     /// The result of the last run; empty before the first.
-    const std::optional<RunReport> &report() const { return m_report; }
+    const std::optional<RunReport> &report() const override { return m_report; }
 
 public slots:
     void browseDir();

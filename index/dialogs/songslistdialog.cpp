@@ -2,7 +2,9 @@
 
 #include "index/index.h"
 #include "index/memoryreasons.h"
+#include "index/recentmemories.h"
 #include "index/volumes.h"
+#include "library/dialogs/wheelguard.h"
 #include "ui_songslistdialog.h"
 
 #include <QFileDialog>
@@ -16,7 +18,9 @@ SongsListDialog::SongsListDialog(QWidget *parent)
     : RunDialog(parent), m_ui(std::make_unique<Ui::SongsListDialog>())
 {
     m_ui->setupUi(this);
+    new WheelGuard(*this);
     m_ui->lineEditPath->setText(mediaRoot());
+    offerMemories(*m_ui->lineEditPath);
     m_ui->lineEditFile->setText(QStringLiteral("SongsList.csv"));
     connect(m_ui->pushButtonBrowseDir, &QPushButton::clicked, this, &SongsListDialog::browseDir);
     connect(m_ui->pushButtonBrowseFile, &QPushButton::clicked, this, &SongsListDialog::browseFile);
@@ -27,8 +31,8 @@ SongsListDialog::~SongsListDialog() = default;
 
 void SongsListDialog::browseDir()
 {
-    const QString folder =
-        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), volumesStartFolder());
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, tr("Scegli cartella"), startMemory(mediaRoot(), volumesStartFolder()));
     if (folder.isEmpty())
         return;
     m_ui->lineEditPath->setText(folder);
@@ -122,7 +126,7 @@ void SongsListDialog::setProgressValue(int value)
 
 void SongsListDialog::showState()
 {
-    m_ui->progressBar->setValue(m_progress);
+    showProgress(*m_ui->progressBar, m_progress);
 }
 
 void SongsListDialog::changeEvent(QEvent *event)

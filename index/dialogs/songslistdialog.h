@@ -24,7 +24,7 @@ public:
     ~SongsListDialog() override;
 
     /// The result of the last run; empty before the first.
-    const std::optional<RunReport> &report() const { return m_report; }
+    const std::optional<RunReport> &report() const override { return m_report; }
 
 public slots:
     void browseDir();

@@ -1,5 +1,6 @@
 #include "library/dialogs/backupdialog.h"
 
+#include "base/lastfolder.h"
 #include "ui_backupdialog.h"
 
 #include <QEvent>
@@ -43,10 +44,11 @@ void BackupDialog::retranslateHistory()
 
 void BackupDialog::on_browsePushButton_clicked()
 {
-    const QString chosen =
-        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), QStringLiteral("/home"));
+    const QString chosen = QFileDialog::getExistingDirectory(
+        this, tr("Scegli cartella"), startFolder(Settings::backupFolder, QStringLiteral("/home")));
     if (chosen.isEmpty())
         return;
+    keepFolder(Settings::backupFolder, chosen);
     m_directory = chosen;
     m_ui->directoryLineEdit->setText(chosen);
     m_ui->doBackupPushButton->setFocus();

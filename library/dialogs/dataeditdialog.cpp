@@ -1,13 +1,18 @@
 #include "library/dialogs/dataeditdialog.h"
 
 #include "base/songtext.h"
+#include "library/dialogs/popupcompleter.h"
+#include "library/dialogs/wheelguard.h"
 #include "library/songfilename.h"
 #include "songfile/metasong.h"
 
 #include "ui_dataeditdialog.h"
 
+#include <QCollator>
 #include <QEvent>
+#include <QLocale>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QRegularExpressionValidator>
 
 #include <algorithm>
@@ -28,6 +33,25 @@ void fillCombo(QComboBox *combo, const QStringList &entries)
 {
     combo->clear();
     combo->addItems(entries);
+}
+
+/// \a texts in the order of the user's language, in which case makes no difference.
+QStringList alphabetical(const QStringList &texts)
+{
+    const QLocale own; // the locale "C" would put all capital letters first
+    QCollator collator(own.language() == QLocale::C ? QLocale(QLocale::Italian) : own);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    std::vector<std::pair<QCollatorSortKey, QString>> keyed;
+    keyed.reserve(static_cast<size_t>(texts.size()));
+    for (const QString &text : texts)
+        keyed.emplace_back(collator.sortKey(text), text);
+    std::stable_sort(keyed.begin(), keyed.end(), [](const auto &left, const auto &right) {
+        return left.first.compare(right.first) < 0;
+    });
+    QStringList sorted;
+    for (const auto &[key, text] : keyed)
+        sorted.append(text);
+    return sorted;
 }
 
 /// A loaded length with more digits than the rules allow can be extended without limit.
@@ -74,33 +98,39 @@ DataEditDialog::DataEditDialog(QWidget *parent)
       m_loaded(std::make_unique<SongInfo>())
 {
     m_ui->setupUi(this);
+    new WheelGuard(*this);
     restrictToDigits(m_ui->mmLineEdit, QStringLiteral("^[0-9]{2}"));
     restrictToDigits(m_ui->ssLineEdit, QStringLiteral("^[0-9]{2}"));
     restrictToDigits(m_ui->bpmLineEdit, QStringLiteral("^[0-9]{3}"));
-    // A completer would replace "queen" by the list's "QUEEN" without notice.
-    m_ui->artistComboBox->setCompleter(nullptr);
-    m_ui->genreComboBox->setCompleter(nullptr);
-    m_texts = {
-        {m_ui->titleLineEdit, m_ui->titleLineEdit, &SongInfo::title, nullptr, m_ui->titleHintLabel},
-        {m_ui->artistComboBox, m_ui->artistComboBox->lineEdit(), &SongInfo::artist,
-         m_ui->checkBoxToAllArtist, m_ui->artistHintLabel},
-        {m_ui->genreComboBox, m_ui->genreComboBox->lineEdit(), &SongInfo::genre,
-         m_ui->checkBoxToAllGenre, m_ui->genreHintLabel},
-        {m_ui->authorLineEdit, m_ui->authorLineEdit, &SongInfo::author, m_ui->checkBoxToAllAuthor,
-         m_ui->authorHintLabel}};
+    // Qt's own completer would replace "queen" by the list's "QUEEN" without notice.
+    new PopupCompleter(*m_ui->artistComboBox);
+    new PopupCompleter(*m_ui->genreComboBox);
+    m_texts = {{m_ui->titleLineEdit, m_ui->titleLineEdit, &SongInfo::title, Field::Title, nullptr,
+                m_ui->titleHintLabel},
+               {m_ui->artistComboBox, m_ui->artistComboBox->lineEdit(), &SongInfo::artist,
+                Field::Artist, m_ui->checkBoxToAllArtist, m_ui->artistHintLabel},
+               {m_ui->genreComboBox, m_ui->genreComboBox->lineEdit(), &SongInfo::genre,
+                Field::Genre, m_ui->checkBoxToAllGenre, m_ui->genreHintLabel},
+               {m_ui->authorLineEdit, m_ui->authorLineEdit, &SongInfo::author, Field::Author,
+                m_ui->checkBoxToAllAuthor, m_ui->authorHintLabel}};
     for (const TextField &field : m_texts) {
         field.hint->hide();
         connect(field.edit, &QLineEdit::textChanged, this, &DataEditDialog::updateHints);
         if (field.toAll != nullptr)
             connect(field.toAll, &QCheckBox::toggled, this, &DataEditDialog::updateHints);
     }
+    connectTouches();
+    connectWalk();
 }
 
 DataEditDialog::~DataEditDialog() = default;
 
 void DataEditDialog::setArtistsCombo(const QStringList &artists)
 {
-    fillCombo(m_ui->artistComboBox, artists);
+    if (artists == m_artists)
+        return;
+    m_artists = artists;
+    fillCombo(m_ui->artistComboBox, alphabetical(artists));
 }
 
 void DataEditDialog::setGenresCombo(const QStringList &genres)
@@ -113,8 +143,16 @@ void DataEditDialog::setKeysCombo(const QStringList &keys)
     fillCombo(m_ui->keyComboBox, keys);
 }
 
+void DataEditDialog::setListSize(int songs, int hidden)
+{
+    m_listSongs = songs;
+    m_listHidden = hidden;
+}
+
 void DataEditDialog::setOtherInfo(const SongInfo &info)
 {
+    m_several.reset();
+    m_fromName = FromName::Nothing;
     m_loaded = std::make_unique<SongInfo>(info);
     m_ui->pathLabel->setWholeText(info.fileName);
     m_ui->formatLabel->setText(info.format);
@@ -133,7 +171,8 @@ void DataEditDialog::setOtherInfo(const SongInfo &info)
         box->setChecked(false);
     m_ui->checkBoxToAllTitle->setEnabled(false);
     m_ui->radioButtonTitle1->setChecked(true);
-    m_ui->titleLineEdit->setFocus();
+    showSeveral();
+    focusFirst();
     updateHints();
 }
 
@@ -174,12 +213,21 @@ void DataEditDialog::changeEvent(QEvent *event)
     QDialog::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
         m_ui->retranslateUi(this);
+        showSeveral();
         updateHints();
     }
 }
 
+/// Only now the width is known, and with it the height of the hints.
+void DataEditDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    updateHints();
+}
+
 void DataEditDialog::on_radioButtonTitle1_clicked()
 {
+    takeFromName(FromName::Nothing);
     m_ui->checkBoxToAllTitle->setChecked(false);
     m_ui->checkBoxToAllTitle->setEnabled(false);
     m_ui->titleLineEdit->setText(m_loaded->title);
@@ -187,8 +235,25 @@ void DataEditDialog::on_radioButtonTitle1_clicked()
 
 void DataEditDialog::on_radioButtonTitle2_clicked()
 {
+    if (m_several.has_value()) {
+        takeFromName(FromName::Title);
+        return;
+    }
     m_ui->checkBoxToAllTitle->setEnabled(true);
     m_ui->titleLineEdit->setText(titleFromFileName(m_loaded->fileName));
+}
+
+void DataEditDialog::on_fromNamePushButton_clicked()
+{
+    if (m_several.has_value()) {
+        m_ui->radioButtonTitle2->setChecked(true);
+        takeFromName(FromName::TitleAndArtist);
+        return;
+    }
+    const NamedSong named = songFromFileName(m_loaded->fileName);
+    m_ui->titleLineEdit->setText(named.title);
+    if (!named.artist.isEmpty())
+        m_ui->artistComboBox->lineEdit()->setText(named.artist);
 }
 
 void DataEditDialog::on_checkBoxToAllTitle_clicked(bool checked)
@@ -251,8 +316,12 @@ void DataEditDialog::showHint(const TextField &field) const
 /// Empty if the song, and those to which the text is copied, can contain the text.
 QString DataEditDialog::hintFor(const TextField &field) const
 {
+    if (m_several.has_value() && m_touched.holds(field.field) && field.edit->text().isEmpty())
+        return tr("Verrà svuotato in tutte le song selezionate");
     const bool isHere = is8Bit(m_loaded->format);
-    const bool isElsewhere = field.toAll != nullptr && field.toAll->isChecked();
+    const QStringList formats = m_loaded->format.split(QStringLiteral(", "));
+    const bool isAmongThem = std::any_of(formats.cbegin(), formats.cend(), is8Bit);
+    const bool isElsewhere = isAmongThem || (field.toAll != nullptr && field.toAll->isChecked());
     const QString lost =
         isHere || isElsewhere ? charactersLostInSongBytes(field.edit->text()) : QString();
     if (lost.isEmpty())
@@ -264,9 +333,16 @@ QString DataEditDialog::hintFor(const TextField &field) const
 
 void DataEditDialog::confirmApplyToAll(QCheckBox *box, const QString &question)
 {
-    const int answer =
-        QMessageBox::question(this, tr("ATTENZIONE"), question, QMessageBox::Yes | QMessageBox::No);
-    box->setChecked(answer == QMessageBox::Yes);
+    QMessageBox message(QMessageBox::Question, tr("ATTENZIONE"), question,
+                        QMessageBox::Yes | QMessageBox::No, this);
+    QString scope;
+    if (m_listSongs > 0)
+        scope = tr("Song da modificare: %1").arg(m_listSongs);
+    if (m_listHidden > 0)
+        scope += u'\n' + tr("Anche quelle nascoste dalla ricerca: %1").arg(m_listHidden);
+    message.setInformativeText(scope);
+    message.button(QMessageBox::No)->setFocus(); // without a default button, Return presses it
+    box->setChecked(message.exec() == QMessageBox::Yes);
 }
 
 } // namespace brisel

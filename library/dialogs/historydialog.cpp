@@ -2,6 +2,7 @@
 
 #include "library/dialogs/historymodel.h"
 #include "library/dialogs/reportdialog.h"
+#include "library/dialogs/wheelguard.h"
 #include "ui_historydialog.h"
 
 #include <QEvent>
@@ -19,6 +20,7 @@ HistoryDialog::HistoryDialog(History &history, int limit, QWidget *parent)
     constexpr int whatWidth = 32; // percent of the window; the rest is for the state
     constexpr int textWidth = 17;
     m_ui->setupUi(this);
+    new WheelGuard(*this);
     m_ui->limitSpinBox->setValue(limit);
     QTreeView *view = m_ui->historyTreeView;
     view->setModel(m_model);

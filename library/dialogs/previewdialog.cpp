@@ -3,6 +3,7 @@
 #include "library/dialogs/cataloguesearchdialog.h"
 #include "library/dialogs/emptytablehint.h"
 #include "library/dialogs/previewmodel.h"
+#include "library/dialogs/wheelguard.h"
 #include "library/songfile.h"
 #include "library/syncpreview.h"
 #include "ui_previewdialog.h"
@@ -24,6 +25,7 @@ PreviewDialog::PreviewDialog(SyncPreview &preview, CatalogueSearch &search, bool
       m_ui(std::make_unique<Ui::PreviewDialog>())
 {
     m_ui->setupUi(this);
+    new WheelGuard(*this);
     QTableView *view = m_ui->previewTableView;
     view->setModel(m_model);
     view->installEventFilter(this);

@@ -2,12 +2,14 @@
 
 #include "base/filefailure.h"
 #include "base/filewriting.h"
+#include "base/lastfolder.h"
 #include "ui_reportdialog.h"
 
 #include <QClipboard>
 #include <QDir>
 #include <QEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QStandardPaths>
@@ -47,11 +49,13 @@ void ReportDialog::on_copyPushButton_clicked()
 
 void ReportDialog::on_savePushButton_clicked()
 {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QDir folder(startFolder(Settings::reportFolder, QStandardPaths::writableLocation(
+                                                              QStandardPaths::DocumentsLocation)));
     const QString path = QFileDialog::getSaveFileName(
         this, tr("Salva resoconto"), folder.filePath(tr("resoconto.txt")), tr("Testo (*.txt)"));
     if (path.isEmpty())
         return;
+    keepFolder(Settings::reportFolder, QFileInfo(path).absolutePath());
     const QByteArray bytes = text().toUtf8();
     if (replaceFile(path, bytes))
         return;

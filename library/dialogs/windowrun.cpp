@@ -1,8 +1,9 @@
 #include "library/dialogs/windowrun.h"
 
 #include "library/dialogs/nocopyrightdialog.h"
+#include "library/dialogs/progresslabel.h"
 
-#include <QLabel>
+#include <QApplication>
 #include <QProgressBar>
 #include <QProgressDialog>
 
@@ -11,27 +12,36 @@ namespace brisel
 
 static constexpr qint64 eventsInterval = 10; ///< milliseconds between two rounds of events
 static constexpr int firstRounds = 16;       ///< of events, which are all processed
+static constexpr int noticeDelay = 500;      ///< milliseconds in which another stage may begin
 static constexpr int dialogWidth = 420; ///< pixels; the label changes without moving the dialog
 
 WindowRun::WindowRun(QWidget *window, RunReport::Operation operation)
     : Run(operation), m_window(window)
 {
+    m_noticeDelay.setSingleShot(true);
+    m_noticeDelay.setInterval(noticeDelay);
+    QObject::connect(&m_noticeDelay, &QTimer::timeout, [this] { sendNotice(); });
 }
 
-WindowRun::~WindowRun() = default;
+WindowRun::~WindowRun()
+{
+    finishStage();
+    if (m_noticeDelay.isActive())
+        sendNotice();
+}
 
 void WindowRun::begin(const Stage &stage)
 {
-    m_dialog.reset();
+    finishStage();
+    m_noticeDelay.stop();
+    m_timeLeft.begin();
     m_isInterrupted = false;
     m_step = 0;
     m_pace.restart();
     m_eventCalls = 0;
     m_areStepsShown = stage.areStepsShown;
     m_dialog = std::make_unique<QProgressDialog>(m_window);
-    m_label = new QLabel(stage.label);
-    m_label->setTextFormat(Qt::PlainText);
-    m_label->setAlignment(Qt::AlignCenter);
+    m_label = new ProgressLabel(stage.label);
     m_bar = new QProgressBar;
     m_bar->setAccessibleName(stage.label);
     m_bar->setRange(0, stage.steps);
@@ -66,6 +76,7 @@ void WindowRun::setStep(int done)
     if (m_areStepsShown)
         m_label->setText(tr("%1 di %2").arg(done).arg(m_bar->maximum()));
     m_bar->setValue(done);
+    m_label->setSecondLine(m_timeLeft.text(done, m_bar->maximum()));
     pulse();
 }
 
@@ -88,7 +99,27 @@ void WindowRun::processEvents()
 
 void WindowRun::end()
 {
+    finishStage();
+}
+
+void WindowRun::finishStage()
+{
+    if (m_dialog == nullptr)
+        return;
+    // Afterwards the window may need a moment to become active.
+    m_wasInFront = m_desktop.isInFront();
     m_dialog.reset();
+    m_worked += m_timeLeft.worked();
+    if (m_worked > DesktopNotice::longRun)
+        m_noticeDelay.start();
+}
+
+void WindowRun::sendNotice()
+{
+    if (!m_wasInFront && !m_desktop.isInFront() && !isEnding())
+        m_desktop.send(DesktopNotice::of(report()));
+    m_noticeDelay.stop();
+    m_worked = 0;
 }
 
 Run::Answer WindowRun::answerOf(Question question, const QString &path, const QString &message)
@@ -98,8 +129,11 @@ Run::Answer WindowRun::answerOf(Question question, const QString &path, const QS
     const bool isRestoring =
         question == Question::RestoreChanged || question == Question::ReplaceForGood;
     const Answer whenClosed = isRestoring ? Answer::No : Answer::Yes;
-    return NoCopyrightDialog::ask(
+    m_timeLeft.pause();
+    const Answer answer = NoCopyrightDialog::ask(
         m_window, path, isReplacing ? tr("esiste già, vuoi sostituirlo?") : message, whenClosed);
+    m_timeLeft.resume();
+    return answer;
 }
 
 void WindowRun::paint()

@@ -36,6 +36,40 @@
     </message>
 </context>
 <context>
+    <name>CommandLine</name>
+    <message>
+        <source>Le opzioni sono elencate da: %1</source>
+        <translation>The options are listed by: %1</translation>
+    </message>
+    <message>
+        <source>Uso: %1 [opzioni] [brano | cartella ...]
+Prepara le basi musicali per il lettore Brisel. I brani indicati, e quelli nelle
+cartelle, vengono importati all&apos;apertura della finestra.
+
+Opzioni:
+  -h, --help     mostra questo aiuto
+  -v, --version  mostra la versione
+  --             gli argomenti che seguono sono brani o cartelle
+</source>
+        <translation>Usage: %1 [options] [song | folder ...]
+Prepares backing tracks for the Brisel song player. The given songs, and those in the
+folders, are imported when the window opens.
+
+Options:
+  -h, --help     print this help
+  -v, --version  print the version
+  --             the following arguments are songs or folders
+</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopNotice</name>
+    <message>
+        <source>Operazione terminata</source>
+        <translation>Operation finished</translation>
+    </message>
+</context>
+<context>
     <name>FileCopier</name>
     <message>
         <source>Spazio insufficiente: servono %1, liberi %2</source>
@@ -493,6 +527,71 @@
         <source>le modifiche occupano più spazio di quello concesso alla cronologia</source>
         <translation>the changes take more space than the history may have</translation>
     </message>
+    <message numerus="yes">
+        <source>%n cancellate</source>
+        <translation>
+            <numerusform>%n deleted</numerusform>
+            <numerusform>%n deleted</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cancellazione</source>
+        <translation>Deletion</translation>
+    </message>
+    <message>
+        <source>Non cancellata</source>
+        <translation>Not deleted</translation>
+    </message>
+    <message>
+        <source>non è stato possibile cancellare il file</source>
+        <translation>the file could not be deleted</translation>
+    </message>
+</context>
+<context>
+    <name>SongDeletion</name>
+    <message>
+        <source>Cancellazione file</source>
+        <translation>Deleting files</translation>
+    </message>
+    <message>
+        <source>Cancello i file...</source>
+        <translation>Deleting the files...</translation>
+    </message>
+</context>
+<context>
+    <name>SongOutcome</name>
+    <message>
+        <source>sincronizzata con il database</source>
+        <translation>synchronized with the database</translation>
+    </message>
+    <message>
+        <source>modificata a mano</source>
+        <translation>edited by hand</translation>
+    </message>
+    <message>
+        <source>ripristinata</source>
+        <translation>restored</translation>
+    </message>
+    <message>
+        <source>non trovata nel database</source>
+        <translation>not found in the database</translation>
+    </message>
+    <message>
+        <source>rifiutata</source>
+        <translation>declined</translation>
+    </message>
+    <message>
+        <source>non scritta</source>
+        <translation>not written</translation>
+    </message>
+    <message>
+        <source>non leggibile</source>
+        <translation>not readable</translation>
+    </message>
+    <message>
+        <source>importata</source>
+        <translation>imported</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -503,6 +602,36 @@
     <message>
         <source>Cerco i brani...</source>
         <translation>Looking for songs...</translation>
+    </message>
+</context>
+<context>
+    <name>SongPlayer</name>
+    <message>
+        <source>formato sconosciuto</source>
+        <translation>unknown format</translation>
+    </message>
+    <message>
+        <source>I dati MIDI del brano non si possono suonare.</source>
+        <translation>The MIDI data of the song can&apos;t be played.</translation>
+    </message>
+    <message>
+        <source>Il brano non si può leggere:</source>
+        <translation>The song can&apos;t be read:</translation>
+    </message>
+</context>
+<context>
+    <name>SongPlayers</name>
+    <message>
+        <source>Questa versione del programma non suona i brani MIDI: è stata costruita senza FluidSynth.</source>
+        <translation>This version of the program does not play MIDI songs: it was built without FluidSynth.</translation>
+    </message>
+    <message>
+        <source>Manca un SoundFont General MIDI: installare il pacchetto timgm6mb-soundfont, o sceglierne uno in Preferenze.</source>
+        <translation>There is no General MIDI sound font: install the package timgm6mb-soundfont, or choose one in Preferences.</translation>
+    </message>
+    <message>
+        <source>Questa versione del programma non suona gli MP3: è stata costruita senza Qt Multimedia.</source>
+        <translation>This version of the program does not play MP3s: it was built without Qt Multimedia.</translation>
     </message>
 </context>
 <context>
@@ -525,6 +654,25 @@
     <message>
         <source>Aggiorno la libreria...</source>
         <translation>Updating library...</translation>
+    </message>
+</context>
+<context>
+    <name>TimeLeft</name>
+    <message>
+        <source>ancora pochi secondi</source>
+        <translation>a few seconds left</translation>
+    </message>
+    <message>
+        <source>ancora circa %1 secondi</source>
+        <translation>about %1 seconds left</translation>
+    </message>
+    <message>
+        <source>ancora circa %1 minuti</source>
+        <translation>about %1 minutes left</translation>
+    </message>
+    <message>
+        <source>ancora circa %1 ore</source>
+        <translation>about %1 hours left</translation>
     </message>
 </context>
 <context>
@@ -771,6 +919,13 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
+    <name>brisel::ColumnLayout</name>
+    <message>
+        <source>Mostra o nasconde la colonna &quot;%1&quot;</source>
+        <translation>Shows or hides the column &quot;%1&quot;</translation>
+    </message>
+</context>
+<context>
     <name>brisel::DataEditDialog</name>
     <message>
         <source>Modifica dati song</source>
@@ -955,6 +1110,62 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</source>
         <translation>In files other than MP3 these will become &quot;?&quot;: %1</translation>
+    </message>
+    <message>
+        <source>Song da modificare: %1</source>
+        <translation>Songs to be changed: %1</translation>
+    </message>
+    <message>
+        <source>Anche quelle nascoste dalla ricerca: %1</source>
+        <translation>Including those hidden by the search: %1</translation>
+    </message>
+    <message>
+        <source>Prende titolo e interprete dal nome del file: Interprete - Titolo</source>
+        <translation>Takes title and artist from the file name: Artist - Title</translation>
+    </message>
+    <message>
+        <source>Dal nome del file</source>
+        <translation>From file name</translation>
+    </message>
+    <message>
+        <source>Verrà svuotato in tutte le song selezionate</source>
+        <translation>Will be emptied in all selected songs</translation>
+    </message>
+    <message>
+        <source>%1 song selezionate</source>
+        <translation>%1 selected songs</translation>
+    </message>
+    <message>
+        <source>Modifica dati di %1 song</source>
+        <translation>Edit details of %1 songs</translation>
+    </message>
+    <message>
+        <source>&lt;diversi&gt;</source>
+        <translation>&lt;various&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;dal nome del file&gt;</source>
+        <translation>&lt;from file name&gt;</translation>
+    </message>
+    <message>
+        <source>Passa alla song precedente della tabella (Ctrl+Pag su)</source>
+        <translation>Goes to the previous song of the table (Ctrl+Page Up)</translation>
+    </message>
+    <message>
+        <source>Precedente</source>
+        <translation>Previous</translation>
+    </message>
+    <message>
+        <source>Passa alla song successiva della tabella (Ctrl+Pag giù); Ctrl+Invio prima salva</source>
+        <translation>Goes to the next song of the table (Ctrl+Page Down); Ctrl+Return saves before</translation>
+    </message>
+    <message>
+        <source>Successiva</source>
+        <translation>Next</translation>
+    </message>
+    <message>
+        <source>Salvare le modifiche?</source>
+        <translation>Save the changes?</translation>
     </message>
 </context>
 <context>
@@ -1751,6 +1962,62 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>Con %1 MiB le operazioni più vecchie verranno eliminate dalla cronologia. Continuare?</source>
         <translation>With %1 MiB the oldest operations will be deleted from the history. Continue?</translation>
     </message>
+    <message>
+        <source>Vista</source>
+        <translation>View</translation>
+    </message>
+    <message>
+        <source>Mostra in fondo alla tabella i file scelti che non si sono potuti leggere</source>
+        <translation>Shows at the end of the table the chosen files that could not be read</translation>
+    </message>
+    <message>
+        <source>Mostra i file non leggibili</source>
+        <translation>Show unreadable files</translation>
+    </message>
+    <message>
+        <source>Rimette colonne, larghezze e ordinamento come alla prima apertura</source>
+        <translation>Puts columns, widths and sorting back as they were at the first start</translation>
+    </message>
+    <message>
+        <source>Ripristina disposizione</source>
+        <translation>Reset layout</translation>
+    </message>
+    <message>
+        <source>e altri %1</source>
+        <translation>and %1 more</translation>
+    </message>
+    <message>
+        <source>Sei sicuro di voler cancellare questi %1 file?</source>
+        <translation>Are you sure you want to permanently delete these %1 files?</translation>
+    </message>
+    <message>
+        <source>Ripristino</source>
+        <translation>Restore</translation>
+    </message>
+    <message>
+        <source>Cerco le modifiche...</source>
+        <translation>Looking for the changes...</translation>
+    </message>
+    <message>
+        <source>Come cercare</source>
+        <translation>How to search</translation>
+    </message>
+    <message>
+        <source>Mostra come cercare per campo, per esempio genere:rock bpm&gt;120</source>
+        <translation>Shows how to search by field, such as genre:rock bpm&gt;120</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;Le parole si cercano nel titolo, nell&apos;artista, nel genere, nell&apos;autore, nel nome del file e della cartella e nello stato. Con il nome di un campo:&lt;/p&gt;&lt;p&gt;&lt;b&gt;genere:rock&lt;/b&gt; contiene&lt;br&gt;&lt;b&gt;artista=anna&lt;/b&gt; è uguale&lt;br&gt;&lt;b&gt;bpm&amp;gt;120&lt;/b&gt; &amp;nbsp; &lt;b&gt;bpm&amp;lt;=90&lt;/b&gt; &amp;nbsp; &lt;b&gt;durata&amp;lt;3:30&lt;/b&gt;&lt;br&gt;&lt;b&gt;senza:artista&lt;/b&gt; è vuoto&lt;br&gt;&lt;b&gt;cartella:&amp;quot;liscio lento&amp;quot;&lt;/b&gt; con spazi&lt;/p&gt;&lt;p&gt;Campi: titolo, artista, genere, autore, file, cartella, formato, tonalita, stato, bpm, durata. Esc mostra di nuovo tutto.&lt;/p&gt;</source>
+        <translation>&lt;p&gt;Words are searched in the title, artist, genre, author, the names of the file and its folder, and the status. With the name of a field:&lt;/p&gt;&lt;p&gt;&lt;b&gt;genre:rock&lt;/b&gt; contains&lt;br&gt;&lt;b&gt;artist=anna&lt;/b&gt; is equal&lt;br&gt;&lt;b&gt;bpm&amp;gt;120&lt;/b&gt; &amp;nbsp; &lt;b&gt;bpm&amp;lt;=90&lt;/b&gt; &amp;nbsp; &lt;b&gt;length&amp;lt;3:30&lt;/b&gt;&lt;br&gt;&lt;b&gt;without:artist&lt;/b&gt; is empty&lt;br&gt;&lt;b&gt;folder:&amp;quot;slow waltz&amp;quot;&lt;/b&gt; with blanks&lt;/p&gt;&lt;p&gt;Fields: title, artist, genre, author, file, folder, format, key, status, bpm, length. Esc shows everything again.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Edit song details</translation>
+    </message>
+    <message>
+        <source>La song non è stata salvata: %1</source>
+        <translation>The song was not saved: %1</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>
@@ -1816,6 +2083,36 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::MidiPlayer</name>
+    <message>
+        <source>I dati MIDI del brano non si possono suonare.</source>
+        <translation>The MIDI data of the song can&apos;t be played.</translation>
+    </message>
+    <message>
+        <source>Nessun dispositivo audio è disponibile.</source>
+        <translation>No sound device is available.</translation>
+    </message>
+    <message>
+        <source>Il SoundFont non si può leggere:</source>
+        <translation>The sound font can&apos;t be read:</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::Mp3Player</name>
+    <message>
+        <source>L&apos;MP3 non si può suonare.</source>
+        <translation>The MP3 can&apos;t be played.</translation>
+    </message>
+    <message>
+        <source>Manca il modulo di Qt Multimedia che suona gli MP3.</source>
+        <translation>The module of Qt Multimedia that plays MP3s is missing.</translation>
+    </message>
+    <message>
+        <source>Nessun dispositivo audio è disponibile.</source>
+        <translation>No sound device is available.</translation>
+    </message>
+</context>
+<context>
     <name>brisel::NoCopyrightDialog</name>
     <message>
         <source>Richiesta conferma</source>
@@ -1860,6 +2157,48 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>No, per questo file e per tutti quelli che seguono</source>
         <translation>No, for this file and for all that follow</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::OutcomeButtons</name>
+    <message>
+        <source>Mostra solo le song con lo stato: %1</source>
+        <translation>Shows only the songs with the status: %1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PlayerBar</name>
+    <message>
+        <source>Ascolto non riuscito. %1</source>
+        <translation>Can&apos;t play. %1</translation>
+    </message>
+    <message>
+        <source>Posizione nella song</source>
+        <translation>Position in the song</translation>
+    </message>
+    <message>
+        <source>Sposta l&apos;ascolto; le frecce lo spostano di 5 secondi, Pag su e Pag giù di 15</source>
+        <translation>Moves within the song; the arrows move by 5 seconds, Page Up and Page Down by 15</translation>
+    </message>
+    <message>
+        <source>Ferma</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Ascolta</source>
+        <translation>Listen</translation>
+    </message>
+    <message>
+        <source>Ferma l&apos;ascolto (barra spaziatrice sulla song)</source>
+        <translation>Stops the song (space bar on the song)</translation>
+    </message>
+    <message>
+        <source>Fa ascoltare la song della riga corrente (barra spaziatrice)</source>
+        <translation>Plays the song of the current row (space bar)</translation>
     </message>
 </context>
 <context>
@@ -2154,26 +2493,17 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::SongFilter</name>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+</context>
+<context>
     <name>brisel::SongToolTip</name>
     <message>
         <source>Stato: %1</source>
         <translation>Status: %1</translation>
-    </message>
-    <message>
-        <source>sincronizzata con il database</source>
-        <translation>synchronized with the database</translation>
-    </message>
-    <message>
-        <source>modificata a mano</source>
-        <translation>edited by hand</translation>
-    </message>
-    <message>
-        <source>non trovata nel database o non scritta</source>
-        <translation>not found in the database or not written</translation>
-    </message>
-    <message>
-        <source>importata</source>
-        <translation>imported</translation>
     </message>
     <message>
         <source>Il file non è più leggibile</source>
@@ -2308,6 +2638,45 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::SoundFontAction</name>
+    <message>
+        <source>&amp;SoundFont per i MIDI...</source>
+        <translation>&amp;Sound font for MIDI...</translation>
+    </message>
+    <message>
+        <source>Sceglie i suoni con cui si ascoltano i brani MIDI</source>
+        <translation>Chooses the sounds with which MIDI songs are played</translation>
+    </message>
+    <message>
+        <source>SoundFont</source>
+        <translation>Sound font</translation>
+    </message>
+    <message>
+        <source>I brani MIDI si ascoltano con i suoni di un SoundFont General MIDI.</source>
+        <translation>MIDI songs are played with the sounds of a General MIDI sound font.</translation>
+    </message>
+    <message>
+        <source>Il sistema non ne ha nessuno.</source>
+        <translation>The system has none.</translation>
+    </message>
+    <message>
+        <source>Sc&amp;egli un file...</source>
+        <translation>C&amp;hoose a file...</translation>
+    </message>
+    <message>
+        <source>&amp;Usa quello del sistema</source>
+        <translation>&amp;Use the system&apos;s own</translation>
+    </message>
+    <message>
+        <source>Scegli un SoundFont</source>
+        <translation>Choose a sound font</translation>
+    </message>
+    <message>
+        <source>SoundFont (*.sf2 *.sf3)</source>
+        <translation>Sound fonts (*.sf2 *.sf3)</translation>
+    </message>
+</context>
+<context>
     <name>brisel::StatusLine</name>
     <message numerus="yes">
         <source>%n song</source>
@@ -2422,6 +2791,54 @@ Try again when it has finished.</translation>
     <message>
         <source>Nome del file senza la cartella</source>
         <translation>Name of the file without its folder</translation>
+    </message>
+    <message>
+        <source>Stato (simbolo)</source>
+        <translation>Status (symbol)</translation>
+    </message>
+    <message>
+        <source>Stato</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Cartella</source>
+        <translation>Folder</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Markers</translation>
+    </message>
+    <message>
+        <source>Dimensione</source>
+        <translation>Size</translation>
+    </message>
+    <message>
+        <source>Data</source>
+        <translation>Date</translation>
+    </message>
+    <message>
+        <source>Che cosa è stato della song</source>
+        <translation>What became of the song</translation>
+    </message>
+    <message>
+        <source>Che cosa è stato della song, in parole</source>
+        <translation>What became of the song, in words</translation>
+    </message>
+    <message>
+        <source>Cartella del file</source>
+        <translation>Folder of the file</translation>
+    </message>
+    <message>
+        <source>Numero di marker</source>
+        <translation>Number of markers</translation>
+    </message>
+    <message>
+        <source>Dimensione del file</source>
+        <translation>Size of the file</translation>
+    </message>
+    <message>
+        <source>Data dell&apos;ultima modifica del file</source>
+        <translation>Date of the file&apos;s last change</translation>
     </message>
 </context>
 </TS>

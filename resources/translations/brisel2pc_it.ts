@@ -36,6 +36,40 @@
     </message>
 </context>
 <context>
+    <name>CommandLine</name>
+    <message>
+        <source>Le opzioni sono elencate da: %1</source>
+        <translation>Le opzioni sono elencate da: %1</translation>
+    </message>
+    <message>
+        <source>Uso: %1 [opzioni] [brano | cartella ...]
+Prepara le basi musicali per il lettore Brisel. I brani indicati, e quelli nelle
+cartelle, vengono importati all&apos;apertura della finestra.
+
+Opzioni:
+  -h, --help     mostra questo aiuto
+  -v, --version  mostra la versione
+  --             gli argomenti che seguono sono brani o cartelle
+</source>
+        <translation>Uso: %1 [opzioni] [brano | cartella ...]
+Prepara le basi musicali per il lettore Brisel. I brani indicati, e quelli nelle
+cartelle, vengono importati all&apos;apertura della finestra.
+
+Opzioni:
+  -h, --help     mostra questo aiuto
+  -v, --version  mostra la versione
+  --             gli argomenti che seguono sono brani o cartelle
+</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopNotice</name>
+    <message>
+        <source>Operazione terminata</source>
+        <translation>Operazione terminata</translation>
+    </message>
+</context>
+<context>
     <name>FileCopier</name>
     <message>
         <source>Spazio insufficiente: servono %1, liberi %2</source>
@@ -493,6 +527,71 @@
         <source>le modifiche occupano più spazio di quello concesso alla cronologia</source>
         <translation>le modifiche occupano più spazio di quello concesso alla cronologia</translation>
     </message>
+    <message numerus="yes">
+        <source>%n cancellate</source>
+        <translation>
+            <numerusform>%n cancellata</numerusform>
+            <numerusform>%n cancellate</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cancellazione</source>
+        <translation>Cancellazione</translation>
+    </message>
+    <message>
+        <source>Non cancellata</source>
+        <translation>Non cancellata</translation>
+    </message>
+    <message>
+        <source>non è stato possibile cancellare il file</source>
+        <translation>non è stato possibile cancellare il file</translation>
+    </message>
+</context>
+<context>
+    <name>SongDeletion</name>
+    <message>
+        <source>Cancellazione file</source>
+        <translation>Cancellazione file</translation>
+    </message>
+    <message>
+        <source>Cancello i file...</source>
+        <translation>Cancello i file...</translation>
+    </message>
+</context>
+<context>
+    <name>SongOutcome</name>
+    <message>
+        <source>sincronizzata con il database</source>
+        <translation>sincronizzata con il database</translation>
+    </message>
+    <message>
+        <source>modificata a mano</source>
+        <translation>modificata a mano</translation>
+    </message>
+    <message>
+        <source>ripristinata</source>
+        <translation>ripristinata</translation>
+    </message>
+    <message>
+        <source>non trovata nel database</source>
+        <translation>non trovata nel database</translation>
+    </message>
+    <message>
+        <source>rifiutata</source>
+        <translation>rifiutata</translation>
+    </message>
+    <message>
+        <source>non scritta</source>
+        <translation>non scritta</translation>
+    </message>
+    <message>
+        <source>non leggibile</source>
+        <translation>non leggibile</translation>
+    </message>
+    <message>
+        <source>importata</source>
+        <translation>importata</translation>
+    </message>
 </context>
 <context>
     <name>SongPicker</name>
@@ -503,6 +602,36 @@
     <message>
         <source>Cerco i brani...</source>
         <translation>Cerco i brani...</translation>
+    </message>
+</context>
+<context>
+    <name>SongPlayer</name>
+    <message>
+        <source>formato sconosciuto</source>
+        <translation>formato sconosciuto</translation>
+    </message>
+    <message>
+        <source>I dati MIDI del brano non si possono suonare.</source>
+        <translation>I dati MIDI del brano non si possono suonare.</translation>
+    </message>
+    <message>
+        <source>Il brano non si può leggere:</source>
+        <translation>Il brano non si può leggere:</translation>
+    </message>
+</context>
+<context>
+    <name>SongPlayers</name>
+    <message>
+        <source>Questa versione del programma non suona i brani MIDI: è stata costruita senza FluidSynth.</source>
+        <translation>Questa versione del programma non suona i brani MIDI: è stata costruita senza FluidSynth.</translation>
+    </message>
+    <message>
+        <source>Manca un SoundFont General MIDI: installare il pacchetto timgm6mb-soundfont, o sceglierne uno in Preferenze.</source>
+        <translation>Manca un SoundFont General MIDI: installare il pacchetto timgm6mb-soundfont, o sceglierne uno in Preferenze.</translation>
+    </message>
+    <message>
+        <source>Questa versione del programma non suona gli MP3: è stata costruita senza Qt Multimedia.</source>
+        <translation>Questa versione del programma non suona gli MP3: è stata costruita senza Qt Multimedia.</translation>
     </message>
 </context>
 <context>
@@ -525,6 +654,25 @@
     <message>
         <source>Aggiorno la libreria...</source>
         <translation>Aggiorno la libreria...</translation>
+    </message>
+</context>
+<context>
+    <name>TimeLeft</name>
+    <message>
+        <source>ancora pochi secondi</source>
+        <translation>ancora pochi secondi</translation>
+    </message>
+    <message>
+        <source>ancora circa %1 secondi</source>
+        <translation>ancora circa %1 secondi</translation>
+    </message>
+    <message>
+        <source>ancora circa %1 minuti</source>
+        <translation>ancora circa %1 minuti</translation>
+    </message>
+    <message>
+        <source>ancora circa %1 ore</source>
+        <translation>ancora circa %1 ore</translation>
     </message>
 </context>
 <context>
@@ -771,6 +919,13 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
+    <name>brisel::ColumnLayout</name>
+    <message>
+        <source>Mostra o nasconde la colonna &quot;%1&quot;</source>
+        <translation>Mostra o nasconde la colonna &quot;%1&quot;</translation>
+    </message>
+</context>
+<context>
     <name>brisel::DataEditDialog</name>
     <message>
         <source>Modifica dati song</source>
@@ -955,6 +1110,62 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</source>
         <translation>Nei file che non sono MP3 diventeranno &quot;?&quot;: %1</translation>
+    </message>
+    <message>
+        <source>Song da modificare: %1</source>
+        <translation>Song da modificare: %1</translation>
+    </message>
+    <message>
+        <source>Anche quelle nascoste dalla ricerca: %1</source>
+        <translation>Anche quelle nascoste dalla ricerca: %1</translation>
+    </message>
+    <message>
+        <source>Prende titolo e interprete dal nome del file: Interprete - Titolo</source>
+        <translation>Prende titolo e interprete dal nome del file: Interprete - Titolo</translation>
+    </message>
+    <message>
+        <source>Dal nome del file</source>
+        <translation>Dal nome del file</translation>
+    </message>
+    <message>
+        <source>Verrà svuotato in tutte le song selezionate</source>
+        <translation>Verrà svuotato in tutte le song selezionate</translation>
+    </message>
+    <message>
+        <source>%1 song selezionate</source>
+        <translation>%1 song selezionate</translation>
+    </message>
+    <message>
+        <source>Modifica dati di %1 song</source>
+        <translation>Modifica dati di %1 song</translation>
+    </message>
+    <message>
+        <source>&lt;diversi&gt;</source>
+        <translation>&lt;diversi&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;dal nome del file&gt;</source>
+        <translation>&lt;dal nome del file&gt;</translation>
+    </message>
+    <message>
+        <source>Passa alla song precedente della tabella (Ctrl+Pag su)</source>
+        <translation>Passa alla song precedente della tabella (Ctrl+Pag su)</translation>
+    </message>
+    <message>
+        <source>Precedente</source>
+        <translation>Precedente</translation>
+    </message>
+    <message>
+        <source>Passa alla song successiva della tabella (Ctrl+Pag giù); Ctrl+Invio prima salva</source>
+        <translation>Passa alla song successiva della tabella (Ctrl+Pag giù); Ctrl+Invio prima salva</translation>
+    </message>
+    <message>
+        <source>Successiva</source>
+        <translation>Successiva</translation>
+    </message>
+    <message>
+        <source>Salvare le modifiche?</source>
+        <translation>Salvare le modifiche?</translation>
     </message>
 </context>
 <context>
@@ -1224,7 +1435,7 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <name>brisel::IndexDialog</name>
     <message>
         <source>Dialog</source>
-        <translation>Dialog</translation>
+        <translation>Ottimizza memoria</translation>
     </message>
     <message>
         <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Brisel:</source>
@@ -1252,7 +1463,7 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
     <message>
         <source>File found:</source>
-        <translation>File found:</translation>
+        <translation>File trovati:</translation>
     </message>
     <message>
         <source>Report:</source>
@@ -1507,11 +1718,11 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
     <message>
         <source>Remove from list</source>
-        <translation>Remove from list</translation>
+        <translation>Togli dalla lista</translation>
     </message>
     <message>
         <source>Delete file</source>
-        <translation>Delete file</translation>
+        <translation>Cancella il file</translation>
     </message>
     <message>
         <source>Attenzione</source>
@@ -1751,6 +1962,62 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>Con %1 MiB le operazioni più vecchie verranno eliminate dalla cronologia. Continuare?</source>
         <translation>Con %1 MiB le operazioni più vecchie verranno eliminate dalla cronologia. Continuare?</translation>
     </message>
+    <message>
+        <source>Vista</source>
+        <translation>Vista</translation>
+    </message>
+    <message>
+        <source>Mostra in fondo alla tabella i file scelti che non si sono potuti leggere</source>
+        <translation>Mostra in fondo alla tabella i file scelti che non si sono potuti leggere</translation>
+    </message>
+    <message>
+        <source>Mostra i file non leggibili</source>
+        <translation>Mostra i file non leggibili</translation>
+    </message>
+    <message>
+        <source>Rimette colonne, larghezze e ordinamento come alla prima apertura</source>
+        <translation>Rimette colonne, larghezze e ordinamento come alla prima apertura</translation>
+    </message>
+    <message>
+        <source>Ripristina disposizione</source>
+        <translation>Ripristina disposizione</translation>
+    </message>
+    <message>
+        <source>e altri %1</source>
+        <translation>e altri %1</translation>
+    </message>
+    <message>
+        <source>Sei sicuro di voler cancellare questi %1 file?</source>
+        <translation>Sei sicuro di voler cancellare questi %1 file?</translation>
+    </message>
+    <message>
+        <source>Ripristino</source>
+        <translation>Ripristino</translation>
+    </message>
+    <message>
+        <source>Cerco le modifiche...</source>
+        <translation>Cerco le modifiche...</translation>
+    </message>
+    <message>
+        <source>Come cercare</source>
+        <translation>Come cercare</translation>
+    </message>
+    <message>
+        <source>Mostra come cercare per campo, per esempio genere:rock bpm&gt;120</source>
+        <translation>Mostra come cercare per campo, per esempio genere:rock bpm&gt;120</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;Le parole si cercano nel titolo, nell&apos;artista, nel genere, nell&apos;autore, nel nome del file e della cartella e nello stato. Con il nome di un campo:&lt;/p&gt;&lt;p&gt;&lt;b&gt;genere:rock&lt;/b&gt; contiene&lt;br&gt;&lt;b&gt;artista=anna&lt;/b&gt; è uguale&lt;br&gt;&lt;b&gt;bpm&amp;gt;120&lt;/b&gt; &amp;nbsp; &lt;b&gt;bpm&amp;lt;=90&lt;/b&gt; &amp;nbsp; &lt;b&gt;durata&amp;lt;3:30&lt;/b&gt;&lt;br&gt;&lt;b&gt;senza:artista&lt;/b&gt; è vuoto&lt;br&gt;&lt;b&gt;cartella:&amp;quot;liscio lento&amp;quot;&lt;/b&gt; con spazi&lt;/p&gt;&lt;p&gt;Campi: titolo, artista, genere, autore, file, cartella, formato, tonalita, stato, bpm, durata. Esc mostra di nuovo tutto.&lt;/p&gt;</source>
+        <translation>&lt;p&gt;Le parole si cercano nel titolo, nell&apos;artista, nel genere, nell&apos;autore, nel nome del file e della cartella e nello stato. Con il nome di un campo:&lt;/p&gt;&lt;p&gt;&lt;b&gt;genere:rock&lt;/b&gt; contiene&lt;br&gt;&lt;b&gt;artista=anna&lt;/b&gt; è uguale&lt;br&gt;&lt;b&gt;bpm&amp;gt;120&lt;/b&gt; &amp;nbsp; &lt;b&gt;bpm&amp;lt;=90&lt;/b&gt; &amp;nbsp; &lt;b&gt;durata&amp;lt;3:30&lt;/b&gt;&lt;br&gt;&lt;b&gt;senza:artista&lt;/b&gt; è vuoto&lt;br&gt;&lt;b&gt;cartella:&amp;quot;liscio lento&amp;quot;&lt;/b&gt; con spazi&lt;/p&gt;&lt;p&gt;Campi: titolo, artista, genere, autore, file, cartella, formato, tonalita, stato, bpm, durata. Esc mostra di nuovo tutto.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Modifica dati song</translation>
+    </message>
+    <message>
+        <source>La song non è stata salvata: %1</source>
+        <translation>La song non è stata salvata: %1</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>
@@ -1816,6 +2083,36 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
+    <name>brisel::MidiPlayer</name>
+    <message>
+        <source>I dati MIDI del brano non si possono suonare.</source>
+        <translation>I dati MIDI del brano non si possono suonare.</translation>
+    </message>
+    <message>
+        <source>Nessun dispositivo audio è disponibile.</source>
+        <translation>Nessun dispositivo audio è disponibile.</translation>
+    </message>
+    <message>
+        <source>Il SoundFont non si può leggere:</source>
+        <translation>Il SoundFont non si può leggere:</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::Mp3Player</name>
+    <message>
+        <source>L&apos;MP3 non si può suonare.</source>
+        <translation>L&apos;MP3 non si può suonare.</translation>
+    </message>
+    <message>
+        <source>Manca il modulo di Qt Multimedia che suona gli MP3.</source>
+        <translation>Manca il modulo di Qt Multimedia che suona gli MP3.</translation>
+    </message>
+    <message>
+        <source>Nessun dispositivo audio è disponibile.</source>
+        <translation>Nessun dispositivo audio è disponibile.</translation>
+    </message>
+</context>
+<context>
     <name>brisel::NoCopyrightDialog</name>
     <message>
         <source>Richiesta conferma</source>
@@ -1860,6 +2157,48 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>No, per questo file e per tutti quelli che seguono</source>
         <translation>No, per questo file e per tutti quelli che seguono</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::OutcomeButtons</name>
+    <message>
+        <source>Mostra solo le song con lo stato: %1</source>
+        <translation>Mostra solo le song con lo stato: %1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PlayerBar</name>
+    <message>
+        <source>Ascolto non riuscito. %1</source>
+        <translation>Ascolto non riuscito. %1</translation>
+    </message>
+    <message>
+        <source>Posizione nella song</source>
+        <translation>Posizione nella song</translation>
+    </message>
+    <message>
+        <source>Sposta l&apos;ascolto; le frecce lo spostano di 5 secondi, Pag su e Pag giù di 15</source>
+        <translation>Sposta l&apos;ascolto; le frecce lo spostano di 5 secondi, Pag su e Pag giù di 15</translation>
+    </message>
+    <message>
+        <source>Ferma</source>
+        <translation>Ferma</translation>
+    </message>
+    <message>
+        <source>Ascolta</source>
+        <translation>Ascolta</translation>
+    </message>
+    <message>
+        <source>Ferma l&apos;ascolto (barra spaziatrice sulla song)</source>
+        <translation>Ferma l&apos;ascolto (barra spaziatrice sulla song)</translation>
+    </message>
+    <message>
+        <source>Fa ascoltare la song della riga corrente (barra spaziatrice)</source>
+        <translation>Fa ascoltare la song della riga corrente (barra spaziatrice)</translation>
     </message>
 </context>
 <context>
@@ -2154,26 +2493,17 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::SongFilter</name>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 di %2</translation>
+    </message>
+</context>
+<context>
     <name>brisel::SongToolTip</name>
     <message>
         <source>Stato: %1</source>
         <translation>Stato: %1</translation>
-    </message>
-    <message>
-        <source>sincronizzata con il database</source>
-        <translation>sincronizzata con il database</translation>
-    </message>
-    <message>
-        <source>modificata a mano</source>
-        <translation>modificata a mano</translation>
-    </message>
-    <message>
-        <source>non trovata nel database o non scritta</source>
-        <translation>non trovata nel database o non scritta</translation>
-    </message>
-    <message>
-        <source>importata</source>
-        <translation>importata</translation>
     </message>
     <message>
         <source>Il file non è più leggibile</source>
@@ -2308,6 +2638,45 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::SoundFontAction</name>
+    <message>
+        <source>&amp;SoundFont per i MIDI...</source>
+        <translation>&amp;SoundFont per i MIDI...</translation>
+    </message>
+    <message>
+        <source>Sceglie i suoni con cui si ascoltano i brani MIDI</source>
+        <translation>Sceglie i suoni con cui si ascoltano i brani MIDI</translation>
+    </message>
+    <message>
+        <source>SoundFont</source>
+        <translation>SoundFont</translation>
+    </message>
+    <message>
+        <source>I brani MIDI si ascoltano con i suoni di un SoundFont General MIDI.</source>
+        <translation>I brani MIDI si ascoltano con i suoni di un SoundFont General MIDI.</translation>
+    </message>
+    <message>
+        <source>Il sistema non ne ha nessuno.</source>
+        <translation>Il sistema non ne ha nessuno.</translation>
+    </message>
+    <message>
+        <source>Sc&amp;egli un file...</source>
+        <translation>Sc&amp;egli un file...</translation>
+    </message>
+    <message>
+        <source>&amp;Usa quello del sistema</source>
+        <translation>&amp;Usa quello del sistema</translation>
+    </message>
+    <message>
+        <source>Scegli un SoundFont</source>
+        <translation>Scegli un SoundFont</translation>
+    </message>
+    <message>
+        <source>SoundFont (*.sf2 *.sf3)</source>
+        <translation>SoundFont (*.sf2 *.sf3)</translation>
+    </message>
+</context>
+<context>
     <name>brisel::StatusLine</name>
     <message numerus="yes">
         <source>%n song</source>
@@ -2422,6 +2791,54 @@ Riprovare quando ha finito.</translation>
     <message>
         <source>Nome del file senza la cartella</source>
         <translation>Nome del file senza la cartella</translation>
+    </message>
+    <message>
+        <source>Stato (simbolo)</source>
+        <translation>Stato (simbolo)</translation>
+    </message>
+    <message>
+        <source>Stato</source>
+        <translation>Stato</translation>
+    </message>
+    <message>
+        <source>Cartella</source>
+        <translation>Cartella</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>Dimensione</source>
+        <translation>Dimensione</translation>
+    </message>
+    <message>
+        <source>Data</source>
+        <translation>Data</translation>
+    </message>
+    <message>
+        <source>Che cosa è stato della song</source>
+        <translation>Che cosa è stato della song</translation>
+    </message>
+    <message>
+        <source>Che cosa è stato della song, in parole</source>
+        <translation>Che cosa è stato della song, in parole</translation>
+    </message>
+    <message>
+        <source>Cartella del file</source>
+        <translation>Cartella del file</translation>
+    </message>
+    <message>
+        <source>Numero di marker</source>
+        <translation>Numero di marker</translation>
+    </message>
+    <message>
+        <source>Dimensione del file</source>
+        <translation>Dimensione del file</translation>
+    </message>
+    <message>
+        <source>Data dell&apos;ultima modifica del file</source>
+        <translation>Data dell&apos;ultima modifica del file</translation>
     </message>
 </context>
 </TS>

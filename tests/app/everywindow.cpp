@@ -1,8 +1,10 @@
 #include "tests/app/everywindow.h"
 
 #include "app/aboutdialog.h"
+#include "app/columnlayout.h"
 #include "app/helpdialog.h"
 #include "app/mainwindow.h"
+#include "app/playerbar.h"
 #include "base/filefailure.h"
 #include "base/filewriting.h"
 #include "db/usersongsreltablemodel.h"
@@ -63,14 +65,38 @@ std::unique_ptr<QWidget> makeMainWindow(bool withSongs)
         int unknown = 0;
         window->scanDir(folder, songs, publisherSongs, unknown);
         auto *view = window->findChild<QTableView *>();
-        view->resizeColumnsToContents();
+        static_cast<void>(window->grab()); // lays it out
+        window->findChild<ColumnLayout *>()->fit();
         view->selectRow(2);
         auto *model = window->findChild<UserSongsRelTableModel *>();
         for (int row = 0; row < 4; ++row)
             model->setStatus(row, static_cast<Database::statusEnum>(row));
+        model->setOutcome(4, SongOutcome::Declined, Synchroniser::declined);
+        model->setOutcome(5, SongOutcome::NotWritten, FileReason::noSpace);
+        model->select(); // shows the counts at once
         for (const char *button :
              {"updateDataToolButton", "previewToolButton", "transferFilesToolButton"})
             window->findChild<QWidget *>(QString::fromLatin1(button))->setEnabled(true);
+    }
+    return window;
+}
+
+/// The main window with the player: a song with texts, or a message.
+std::unique_ptr<QWidget> makeListeningWindow(bool isPlaying)
+{
+    std::unique_ptr<QWidget> window = makeMainWindow(true);
+    if (window == nullptr)
+        return nullptr;
+    auto *bar = window->findChild<PlayerBar *>();
+    if (isPlaying) {
+        bar->showSong(QStringLiteral("Il cielo sopra il mare"), true);
+        bar->setPosition(83000, 205000);
+        bar->setTexts(QStringLiteral("Ritornello"),
+                      QStringLiteral("Sul mare luccica l'astro d'argento"));
+    } else {
+        bar->showTrouble(QCoreApplication::translate(
+            "SongPlayers", "Manca un SoundFont General MIDI: installare il pacchetto "
+                           "timgm6mb-soundfont, o sceglierne uno in Preferenze."));
     }
     return window;
 }
@@ -379,13 +405,16 @@ class WindowAtWork : public QWidget
 public:
     WindowAtWork() : m_run(this, RunReport::Operation::Synchronisation)
     {
+        m_run.setClock([this] { return m_now; });
         m_run.begin({QCoreApplication::translate("Synchroniser", "Aggiornamento file"),
                      QCoreApplication::translate("Synchroniser", "Aggiorno la libreria..."),
                      65535});
+        m_now = 200000;
         m_run.setStep(40000);
     }
 
 private:
+    qint64 m_now = 0; ///< milliseconds
     WindowRun m_run;
 };
 
@@ -394,6 +423,8 @@ private:
 const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("main-empty"),
                               QStringLiteral("main-revealed"),
+                              QStringLiteral("main-player"),
+                              QStringLiteral("main-player-trouble"),
                               QStringLiteral("proceed"),
                               QStringLiteral("backup"),
                               QStringLiteral("preview"),
@@ -422,6 +453,8 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("main"), [] { return makeMainWindow(true); }},
         {QStringLiteral("main-empty"), [] { return makeMainWindow(false); }},
         {QStringLiteral("main-revealed"), makeRevealedWindow},
+        {QStringLiteral("main-player"), [] { return makeListeningWindow(true); }},
+        {QStringLiteral("main-player-trouble"), [] { return makeListeningWindow(false); }},
         {QStringLiteral("proceed"), makeProceedDialog},
         {QStringLiteral("backup"), [] { return std::make_unique<BackupDialog>(); }},
         {QStringLiteral("preview"), makePreviewDialog},

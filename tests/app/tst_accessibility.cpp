@@ -193,7 +193,7 @@ void TestAccessibility::menusCanBeRead()
     QStringList names;
     for (int i = 0; i < bar->childCount(); ++i)
         names.append(bar->child(i)->text(QAccessible::Name));
-    QCOMPARE(names.join(u'|'), u"File|Preferenze|Strumenti|Aiuto"_qs);
+    QCOMPARE(names.join(u'|'), u"File|Preferenze|Vista|Strumenti|Aiuto"_qs);
 }
 
 void TestAccessibility::tableCanBeRead()

@@ -30,6 +30,9 @@ private slots:
     void describesWhatTheOtherSongsCannotHold_data() { describesWhatAMidiSongCannotHold_data(); }
     void describesWhatTheOtherSongsCannotHold();
     void hintFollowsTheLanguage();
+    void interruptsApplyToAll();
+    void countsHiddenSongsBeforeApplyToAll_data();
+    void countsHiddenSongsBeforeApplyToAll();
 
 private:
     /// Makes an MP3 with a tag of version 2.3 around \a frames, and imports it.
@@ -115,6 +118,9 @@ void TestEditDialog::reportsASongThatBecameAnother()
         DialogScript::type(widget->findChild<QLineEdit *>(u"authorLineEdit"_qs), u"Author"_qs);
         DialogScript::click(widget, u"savePushButton"_qs);
     });
+    m_script->expectMessage(u"Modifica dati song"_qs,
+                            u"La song non è stata salvata: "_qs + FileReason::changed.text(),
+                            QMessageBox::Ok);
     doubleClick(0);
     verifyScript();
     QCOMPARE(fileContent(at(u"one.mid"_qs)), other);
@@ -205,6 +211,70 @@ void TestEditDialog::hintFollowsTheLanguage()
         DialogScript::click(widget, u"exitPushButton"_qs);
     });
     doubleClick(0);
+    verifyScript();
+}
+
+void TestEditDialog::interruptsApplyToAll()
+{
+    const QStringList names{u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs, u"d.mid"_qs};
+    makeSongs(names, false);
+    import(names);
+    expectEdit([](QWidget *widget) {
+        DialogScript::type(widget->findChild<QLineEdit *>(u"authorLineEdit"_qs), u"Author"_qs);
+        DialogScript inner;
+        inner.expect("QMessageBox", [](QWidget *box) {
+            QTest::mouseClick(qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes),
+                              Qt::LeftButton);
+        });
+        DialogScript::click(widget, u"checkBoxToAllAuthor"_qs);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    atProgress(u"Aggiornamento file"_qs, u"2 di 4"_qs, [this](QProgressDialog *dialog) {
+        // The window is blocked: a click on its button opens no file dialog.
+        auto *button = tool("selectDirToolButton");
+        QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, {},
+                          button->mapTo(m_window, button->rect().center()));
+        QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+    });
+    doubleClick(0);
+    verifyScript();
+    QCOMPARE(statuses(), u"2200"_qs);
+    QCOMPARE(Sample::infoOf(at(u"b.mid"_qs)).author, u"Author"_qs);
+    QCOMPARE(Sample::infoOf(at(u"c.mid"_qs)).author, QString());
+    QVERIFY(reportLines().contains(
+        line(u"Non modificata"_qs, u"c.mid"_qs, u"operazione interrotta"_qs)));
+}
+
+void TestEditDialog::countsHiddenSongsBeforeApplyToAll_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("it") << u"Italian"_qs
+                        << u"Song da modificare: 3\nAnche quelle nascoste dalla ricerca: 2"_qs;
+    QTest::newRow("en") << u"English"_qs
+                        << u"Songs to be changed: 3\nIncluding those hidden by the search: 2"_qs;
+}
+
+void TestEditDialog::countsHiddenSongsBeforeApplyToAll()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, shown);
+    choose(language);
+    const QStringList names{u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs};
+    makeSongs(names, false);
+    import(names);
+    m_window->findChild<QLineEdit *>(u"searchLineEdit"_qs)->setText(u"b.mid"_qs);
+    expectEdit([shown](QWidget *widget) {
+        DialogScript inner;
+        inner.expect("QMessageBox", [shown](QWidget *box) {
+            QCOMPARE(qobject_cast<QMessageBox *>(box)->informativeText(), shown);
+            QTest::keyClick(box->focusWidget(), Qt::Key_Return);
+        });
+        DialogScript::click(widget, u"checkBoxToAllAuthor"_qs);
+        QVERIFY(!widget->findChild<QCheckBox *>(u"checkBoxToAllAuthor"_qs)->isChecked());
+        DialogScript::click(widget, u"exitPushButton"_qs);
+    });
+    doubleClick(1);
     verifyScript();
 }
 

@@ -212,6 +212,9 @@ void TestGuardedMemory::refusesToSaveSongsThere()
         widget->findChild<QLineEdit *>(u"titleLineEdit"_qs)->setText(u"Other"_qs);
         DialogScript::click(widget, u"savePushButton"_qs);
     });
+    m_script->expectMessage(u"Modifica dati song"_qs,
+                            u"La song non è stata salvata: la memoria è protetta da scrittura"_qs,
+                            QMessageBox::Ok);
     doubleClick(0);
     verifyScript();
     QCOMPARE(reportLines().last(), lineOfSong);

@@ -165,6 +165,7 @@ void TestMainWindowEdit::deletesTheFile()
         auto *box = qobject_cast<QMessageBox *>(widget);
         QCOMPARE(box->windowTitle(), u"Attenzione"_qs);
         QCOMPARE(box->text(), u"Sei sicuro di voler cancellare il file?"_qs);
+        QCOMPARE(box->informativeText(), u"two.mid"_qs);
         QCOMPARE(box->defaultButton(), box->button(QMessageBox::No));
         QTest::mouseClick(box->button(QMessageBox::StandardButton(answer)), Qt::LeftButton);
     });

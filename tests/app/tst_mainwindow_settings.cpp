@@ -6,10 +6,14 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QSettings>
 #include <QTableView>
 #include <QToolButton>
+#include <QTranslator>
 
 using namespace brisel;
 
@@ -23,6 +27,8 @@ private slots:
     void cleanup() { m_window.reset(); }
     void switchesToEnglishAtOnce();
     void switchesBackToItalian();
+    void switchesTheTextsOfQtAfterAnItalianStart();
+    void showsHeadingsWholeAfterASwitch();
     void headsEveryColumnInBothLanguages();
     void showsEnglishForGerman();
     void checksTheStoredLanguage_data();
@@ -89,6 +95,42 @@ void TestMainWindowSettings::switchesBackToItalian()
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QStringLiteral("&Sì"));
     find<QAction>("actionEnglish")->trigger();
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QStringLiteral("&Yes"));
+}
+
+/// The translators of an Italian start must not keep the texts of Qt Italian.
+void TestMainWindowSettings::switchesTheTextsOfQtAfterAnItalianStart()
+{
+    auto *program = new QTranslator(qApp);
+    auto *qt = new QTranslator(qApp);
+    loadTranslations(QStringLiteral("it"), *program, *qt);
+    const auto yes = [] {
+        const QMessageBox box(QMessageBox::Question, QString(), QString(), QMessageBox::Yes);
+        return box.button(QMessageBox::Yes)->text();
+    };
+    open();
+    QCOMPARE(yes(), QStringLiteral("&Sì"));
+    find<QAction>("actionEnglish")->trigger();
+    QCOMPARE(yes(), QStringLiteral("&Yes"));
+    find<QAction>("actionItalian")->trigger();
+    QCOMPARE(yes(), QStringLiteral("&Sì"));
+    delete program;
+    delete qt;
+}
+
+void TestMainWindowSettings::showsHeadingsWholeAfterASwitch()
+{
+    open();
+    auto *table = m_window->findChild<QTableView *>();
+    for (const char *language : {"actionEnglish", "actionItalian"}) {
+        find<QAction>(language)->trigger();
+        QCoreApplication::processEvents();
+        const QHeaderView *header = table->horizontalHeader();
+        for (int column = 0; column < header->count(); ++column) {
+            if (!header->isSectionHidden(column))
+                QVERIFY2(header->sectionSize(column) >= header->sectionSizeHint(column),
+                         qPrintable(heading(column)));
+        }
+    }
 }
 
 void TestMainWindowSettings::headsEveryColumnInBothLanguages()

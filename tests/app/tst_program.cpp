@@ -28,6 +28,10 @@ private slots:
     void writesLogWhateverTheLoggingRulesSay();
     void runsTheProgramFromBannerToWindow();
     void importsTheSongsOfItsArguments();
+    void answersOnTheTerminal_data();
+    void answersOnTheTerminal();
+    void refusesAnUnknownOption_data();
+    void refusesAnUnknownOption();
 
 private:
     /// The result of a run with the probe: see programprobe.cpp.
@@ -85,9 +89,9 @@ void TestProgram::showsTheChosenLanguage_data()
     QTest::addColumn<QString>("menus");
     QTest::addColumn<QString>("yes");
     QTest::newRow("it") << "it"
-                        << "File|Preferenze|Strumenti|Aiuto" << QStringLiteral("&Sì");
+                        << "File|Preferenze|Vista|Strumenti|Aiuto" << QStringLiteral("&Sì");
     QTest::newRow("en") << "en"
-                        << "File|Preferences|Tools|Help"
+                        << "File|Preferences|View|Tools|Help"
                         << "&Yes";
 }
 
@@ -177,6 +181,77 @@ void TestProgram::importsTheSongsOfItsArguments()
     QCOMPARE(found, QStringList({here.absoluteFilePath(QStringLiteral("given/100% uno.mid")),
                                  here.absoluteFilePath(QStringLiteral("given/in/-due.MP3")),
                                  here.absoluteFilePath(QStringLiteral("-quattro.kar"))}));
+}
+
+void TestProgram::answersOnTheTerminal_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("start");
+    const QString version = QStringLiteral("Brisel2 PC 2.");
+    QTest::newRow("help") << "en" << QStringList{QStringLiteral("--help")}
+                          << QStringLiteral("Usage: brisel2pc [options] [song | folder ...]\n");
+    QTest::newRow("help in Italian")
+        << "it" << QStringList{QStringLiteral("song.mid"), QStringLiteral("-h")}
+        << QStringLiteral("Uso: brisel2pc [opzioni] [brano | cartella ...]\n");
+    QTest::newRow("version") << "en" << QStringList{QStringLiteral("--version")} << version;
+    QTest::newRow("short version") << "it" << QStringList{QStringLiteral("-v")} << version;
+}
+
+/// Also without a display, and with a log that is on.
+void TestProgram::answersOnTheTerminal()
+{
+    QFETCH(QString, language);
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, start);
+    set(QStringLiteral("language"), language);
+    set(QStringLiteral("logenabled"), true);
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("no such platform"));
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(BRISEL_PROGRAM), arguments);
+    QVERIFY(program.waitForFinished(20000));
+    QCOMPARE(program.readAllStandardError(), QByteArray());
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 0);
+    const QString answer = QString::fromUtf8(program.readAllStandardOutput());
+    QVERIFY2(answer.startsWith(start) && answer.endsWith(u'\n'), qPrintable(answer));
+    QVERIFY(!QFile::exists(QStringLiteral("log.txt")));
+}
+
+void TestProgram::refusesAnUnknownOption_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("long") << "en"
+                          << "--fast"
+                          << "brisel2pc: Unknown option 'fast'.\n"
+                             "The options are listed by: brisel2pc --help\n";
+    QTest::newRow("one dash") << "it"
+                              << "-nessuno.mid"
+                              << "brisel2pc: Opzione sconosciuta 'nessuno.mid'.\n"
+                                 "Le opzioni sono elencate da: brisel2pc --help\n";
+    QTest::newRow("value") << "en"
+                           << "--version=2"
+                           << "brisel2pc: Unexpected value after '--version'.\n"
+                              "The options are listed by: brisel2pc --help\n";
+}
+
+void TestProgram::refusesAnUnknownOption()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, argument);
+    QFETCH(QString, error);
+    set(QStringLiteral("language"), language);
+    QProcess program;
+    program.start(QStringLiteral(BRISEL_PROGRAM), {argument});
+    QVERIFY(program.waitForFinished(20000));
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 2);
+    QCOMPARE(QString::fromUtf8(program.readAllStandardError()), error);
+    QCOMPARE(program.readAllStandardOutput(), QByteArray());
 }
 
 BRISEL_TEST(QCoreApplication, TestProgram)

@@ -112,7 +112,8 @@ QStringList TestPulledMemory::rows() const
     for (int row = 0; row < model().goodRowCount(); ++row) {
         QStringList cells;
         for (int column = 0; column < model().columnCount(); ++column) {
-            if (column != model().colIdxStatus())
+            if (column != model().colIdxStatus() && column != model().colIdxOutcome() &&
+                column != model().fieldIndex(u"reason"_qs))
                 cells.append(model().index(row, column).data().toString());
         }
         rows.append(cells.join(u'|'));
@@ -333,6 +334,12 @@ void TestPulledMemory::whileEditing()
         pull();
         widget->findChild<QLineEdit *>(u"titleLineEdit"_qs)->setText(u"Typed"_qs);
         DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    m_script->expect("QMessageBox", [this](QWidget *widget) {
+        auto *box = qobject_cast<QMessageBox *>(widget);
+        QVERIFY(box->text().startsWith(u"La song non è stata salvata: "_qs));
+        QCOMPARE(box->informativeText(), at(u"volumes/CARD/two.mid"_qs));
+        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
     });
     doubleClick(1);
     verifyScript();

@@ -254,6 +254,13 @@ void TestRunReports::reportsAnEdit()
     {
         const FullDisk full(8);
         expectEdit(save);
+        m_script->expect("QMessageBox", [this](QWidget *widget) {
+            auto *box = qobject_cast<QMessageBox *>(widget);
+            QCOMPARE(box->text(), u"La song non è stata salvata: non è stato possibile scrivere "
+                                  "il file"_qs);
+            QCOMPARE(box->informativeText(), at(u"one.mid"_qs));
+            QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+        });
         doubleClick(0);
     }
     QCOMPARE(reportLines(), QStringList({u"Modifica: 1 non riuscite"_qs,

@@ -18,10 +18,13 @@ private slots:
     void init();
     void cleanup();
     void centresTheEditedRow();
+    void sortsAgainAfterAnEdit();
+    void keepsTheRowInItsPlaceWhenItSorts();
     void returnEditsTheCurrentRow_data();
     void returnEditsTheCurrentRow();
     void returnStartsNothingWithoutARow();
     void menuKeyMeansTheCurrentRow();
+    void menuKeyMeansNoHiddenRow();
     void deleteTakesTheRowOutAndLeavesTheFile();
     void deleteTakesNothingOutThatIsNotSeen();
     void controlOPicksSongs();
@@ -96,6 +99,39 @@ void TestTableRows::centresTheEditedRow()
     QCOMPARE(table->horizontalScrollBar()->value(), 700);
 }
 
+/// A changed title moves the row as soon as the run is over, and the window follows it.
+void TestTableRows::sortsAgainAfterAnEdit()
+{
+    QTableView *table = m_sample->table;
+    table->sortByColumn(2, Qt::AscendingOrder);
+    const QModelIndex index = m_sample->model->index(30, 2);
+    table->setCurrentIndex(index);
+    m_sample->script.expect("DataEditDialog", [](QWidget *widget) {
+        widget->findChild<QLineEdit *>(u"titleLineEdit"_qs)->setText(u"a"_qs);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    emit table->doubleClicked(index);
+    QCOMPARE(row(u"s30.mid"_qs), 0);
+    QCOMPARE(table->currentIndex().row(), 0);
+    QCOMPARE(table->selectionModel()->selectedRows().size(), 1);
+    QVERIFY(table->viewport()->rect().contains(table->visualRect(table->currentIndex()).center()));
+    QCOMPARE(m_sample->model->shortName(1), u"s00.mid"_qs);
+    QCOMPARE(m_sample->model->shortName(31), u"s31.mid"_qs);
+}
+
+void TestTableRows::keepsTheRowInItsPlaceWhenItSorts()
+{
+    QTableView *table = m_sample->table;
+    table->sortByColumn(2, Qt::AscendingOrder);
+    const QModelIndex index = m_sample->model->index(30, 2);
+    table->setCurrentIndex(index);
+    table->scrollTo(index, QAbstractItemView::PositionAtCenter);
+    const int place = table->visualRect(index).top();
+    table->sortByColumn(2, Qt::DescendingOrder);
+    QCOMPARE(m_sample->model->shortName(table->currentIndex().row()), u"s30.mid"_qs);
+    QCOMPARE(table->visualRect(table->currentIndex()).top(), place);
+}
+
 void TestTableRows::returnEditsTheCurrentRow_data()
 {
     QTest::addColumn<int>("key");
@@ -140,6 +176,28 @@ void TestTableRows::menuKeyMeansTheCurrentRow()
     QCoreApplication::sendEvent(table, &event);
     QCOMPARE(m_sample->model->goodRowCount(), 59);
     QCOMPARE(row(u"s03.mid"_qs), -1);
+}
+
+/// At the place of the hidden row there is another one.
+void TestTableRows::menuKeyMeansNoHiddenRow()
+{
+    QTableView *table = m_sample->table;
+    QVERIFY(focusTable());
+    table->setCurrentIndex(m_sample->model->index(3, 2));
+    m_sample->window->findChild<QLineEdit *>(u"searchLineEdit"_qs)->setText(u"s04"_qs);
+    QList<bool> enabled;
+    m_sample->script.expectMenu([&enabled](QMenu *menu) {
+        for (const QAction *action : menu->actions())
+            enabled.append(action->isEnabled());
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+        QTest::keyClick(menu, Qt::Key_Escape);
+    });
+    const QPoint pos = table->visualRect(m_sample->model->index(4, 2)).center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, pos, table->mapToGlobal(pos));
+    QCoreApplication::sendEvent(table, &event);
+    QCOMPARE(enabled, QList<bool>({false, false, false}));
+    QCOMPARE(m_sample->model->goodRowCount(), 60);
 }
 
 void TestTableRows::deleteTakesTheRowOutAndLeavesTheFile()

@@ -25,17 +25,9 @@ private slots:
     void opensNothingBeforeInit();
     void unpacksBuiltInCatalogue();
     void keepsCopyPrivateAndRemovesIt();
-    void prefersLocalFileAndMakesNoCopy();
     void failsWithoutTemporaryFolder();
     void failsWithoutBuiltInCatalogue();
     void failsWhenDiskIsFull();
-    void failsSilentlyWhenCatalogueIsAFolder();
-    void doesNotWaitForAFifo();
-    void opensGarbageWithEmptyLists();
-    void opensEmptyFileWithEmptyLists();
-    void writesNothingBesideACatalogueWithALog();
-    void refusesACatalogueWithComputedRows_data();
-    void refusesACatalogueWithComputedRows();
     void createsLibraryTable();
     void clearsEmptyLibrary();
     void clearsLibraryRows();
@@ -137,21 +129,6 @@ void TestDatabase::keepsCopyPrivateAndRemovesIt()
     QVERIFY(QDir(m_temporary).isEmpty());
 }
 
-void TestDatabase::prefersLocalFileAndMakesNoCopy()
-{
-    addBuiltIn();
-    writeLocalCatalogue({catalogueRow(QStringLiteral("LOCAL"), QStringLiteral("LOCAL SONG"))});
-    Database database;
-    LogCapture log;
-    QVERIFY(database.init());
-    QCOMPARE(log.messages(),
-             QStringList{QStringLiteral("Using local file: 'songsdb_debug' as database ")});
-    QVERIFY(QDir(m_temporary).isEmpty());
-    SongsDbRecord record;
-    QVERIFY(database.getRecordByFilename(QStringLiteral("LOCAL"), record));
-    QVERIFY(!database.getRecordByFilename(QStringLiteral("SY000000"), record));
-}
-
 void TestDatabase::failsWithoutTemporaryFolder()
 {
     addBuiltIn();
@@ -195,88 +172,6 @@ void TestDatabase::failsWhenDiskIsFull()
     QVERIFY(!done);
     QCOMPARE(log.messages().last(),
              QStringLiteral("[Database::init] FATAL: Unable to create temporary files !!! "));
-}
-
-void TestDatabase::failsSilentlyWhenCatalogueIsAFolder()
-{
-    addBuiltIn();
-    QVERIFY(QDir().mkdir(QStringLiteral("songsdb_debug")));
-    Database database;
-    LogCapture log;
-    QVERIFY(!database.init());
-    QCOMPARE(log.messages(),
-             QStringList{QStringLiteral("Using local file: 'songsdb_debug' as database ")});
-    QVERIFY(database.genresList()->isEmpty());
-    QVERIFY(database.artistsList()->isEmpty());
-    SongsDbRecord record;
-    QVERIFY(!database.getRecordByFilename(QStringLiteral("SY000000"), record));
-    QVERIFY(!database.getRecordByTitle(QStringLiteral("SYNTHETIC SONG 0"), record));
-}
-
-void TestDatabase::doesNotWaitForAFifo()
-{
-    QCOMPARE(::mkfifo("songsdb_debug", 0600), 0);
-    Database database;
-    QVERIFY(!database.init());
-}
-
-void TestDatabase::opensGarbageWithEmptyLists()
-{
-    QFile file(QStringLiteral("songsdb_debug"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(5000, 'x'));
-    file.close();
-    Database database;
-    QVERIFY(database.init());
-    QVERIFY(database.genresList()->isEmpty());
-    QVERIFY(database.artistsList()->isEmpty());
-    SongsDbRecord record;
-    QVERIFY(!database.getRecordByFilename(QStringLiteral("A"), record));
-    QVERIFY(!database.getRecordByTitle(QStringLiteral("A"), record));
-}
-
-void TestDatabase::opensEmptyFileWithEmptyLists()
-{
-    QFile file(QStringLiteral("songsdb_debug"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.close();
-    Database database;
-    QVERIFY(database.init());
-    QVERIFY(database.genresList()->isEmpty());
-    QCOMPARE(QFileInfo(QStringLiteral("songsdb_debug")).size(), 0);
-}
-
-void TestDatabase::writesNothingBesideACatalogueWithALog()
-{
-    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("SONG"))},
-                        {QStringLiteral("PRAGMA journal_mode=WAL")});
-    const QStringList before = QDir().entryList(QDir::Files | QDir::Hidden);
-    Database database;
-    QVERIFY(database.init());
-    SongsDbRecord record;
-    QVERIFY(database.getRecordByFilename(QStringLiteral("A"), record));
-    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), before);
-}
-
-void TestDatabase::refusesACatalogueWithComputedRows()
-{
-    QFETCH(QStringList, statements);
-    writeLocalCatalogue({catalogueRow(QStringLiteral("A"), QStringLiteral("SONG"))}, statements);
-    Database database;
-    QVERIFY(!database.init());
-}
-
-void TestDatabase::refusesACatalogueWithComputedRows_data()
-{
-    QTest::addColumn<QStringList>("statements");
-    QTest::newRow("endless view") << QStringList{
-        QStringLiteral("DROP TABLE songs"),
-        QStringLiteral("CREATE VIEW songs AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 "
-                       "FROM n) SELECT i AS title,i AS artist,i AS genre,i AS author,i AS length,i "
-                       "AS bpm,i AS key,i AS filename,i AS markers,i AS altartist FROM n")};
-    QTest::newRow("huge computed column") << QStringList{
-        QStringLiteral("ALTER TABLE songs RENAME COLUMN genre TO oldgenre"),
-        QStringLiteral("ALTER TABLE songs ADD COLUMN genre AS (zeroblob(900000000))")};
 }
 
 void TestDatabase::createsLibraryTable()

@@ -23,6 +23,9 @@ private slots:
     void removesRowAndKeepsTheOthers();
     void refusesToRemoveRowsThatAreNotThere();
     void removesFromSortedTable();
+    void removesManyRowsAtOnce_data();
+    void removesManyRowsAtOnce();
+    void refusesToRemoveEachOfRowsThatAreNotThere();
     void emptiesAfterClear();
     void keepsMoreThanOneFetchBatch();
     void showsSongsInAViewInInsertionOrder();
@@ -215,6 +218,48 @@ void TestSongsModelRows::removesFromSortedTable()
     QCOMPARE(m_model->shortName(0), QStringLiteral("SONG8.MID"));
     QVERIFY(!stored(QStringLiteral("id"), 10).isValid());
     QVERIFY(stored(QStringLiteral("id"), 1).isValid());
+}
+
+void TestSongsModelRows::removesManyRowsAtOnce_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::addColumn<int>("removals");
+    QTest::addColumn<int>("resets");
+    QTest::newRow("one block") << 1 << 1 << 0;
+    QTest::newRow("ten blocks") << 40 << 10 << 0;
+    QTest::newRow("every second row") << 2 << 0 << 1;
+}
+
+void TestSongsModelRows::removesManyRowsAtOnce()
+{
+    QFETCH(int, step);
+    addSongs(400);
+    QStringList left;
+    QList<int> rows;
+    for (int row = 399; row >= 0; --row) {
+        if (row % step == 0 && row < 399) {
+            rows.append(row);
+        } else {
+            left.prepend(m_model->shortName(row));
+        }
+    }
+    QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
+    QSignalSpy removals(m_model.get(), &QAbstractItemModel::rowsRemoved);
+    QVERIFY(m_model->removeEach(rows + rows));
+    QCOMPARE(shownNames(), left);
+    QTEST(int(removals.size()), "removals");
+    QTEST(int(resets.size()), "resets");
+    QVERIFY(m_model->select());
+    QCOMPARE(shownNames(), left);
+}
+
+void TestSongsModelRows::refusesToRemoveEachOfRowsThatAreNotThere()
+{
+    addSongs(3);
+    QVERIFY(!m_model->removeEach({}));
+    QVERIFY(!m_model->removeEach({0, 3}));
+    QVERIFY(!m_model->removeEach({-1, 0}));
+    QCOMPARE(m_model->goodRowCount(), 3);
 }
 
 void TestSongsModelRows::emptiesAfterClear()

@@ -59,12 +59,16 @@ void TestUserSongsRelTableModel::findsColumnsByName()
         QStringLiteral("id"),       QStringLiteral("type"),      QStringLiteral("title"),
         QStringLiteral("artist"),   QStringLiteral("genre"),     QStringLiteral("author"),
         QStringLiteral("length"),   QStringLiteral("userbpm"),   QStringLiteral("key"),
-        QStringLiteral("filename"), QStringLiteral("shortname"), QStringLiteral("status")};
-    QCOMPARE(m_model->columnCount(), 12);
+        QStringLiteral("filename"), QStringLiteral("shortname"), QStringLiteral("status"),
+        QStringLiteral("outcome"),  QStringLiteral("reason"),    QStringLiteral("folder"),
+        QStringLiteral("markers"),  QStringLiteral("size"),      QStringLiteral("modified")};
+    QCOMPARE(m_model->columnCount(), 18);
     for (int i = 0; i < names.size(); ++i)
         QCOMPARE(m_model->fieldIndex(names.at(i)), i);
     QCOMPARE(m_model->colIdxFilename(), 9);
     QCOMPARE(m_model->colIdxStatus(), 11);
+    QCOMPARE(m_model->colIdxOutcome(), 12);
+    QCOMPARE(m_model->choosableColumns(), QList<int>({13, 14, 15, 16, 17}));
     QCOMPARE(m_model->editStrategy(), QSqlTableModel::OnFieldChange);
     QCOMPARE(m_model->tableName(), QStringLiteral("usersongs"));
     QCOMPARE(UserSongsRelTableModel::staticMetaObject.className(),
@@ -74,12 +78,24 @@ void TestUserSongsRelTableModel::findsColumnsByName()
 void TestUserSongsRelTableModel::setsHeadings()
 {
     m_model->setHeaderLabels();
-    const QStringList headings{QStringLiteral("Num"),       QStringLiteral("Formato"),
-                               QStringLiteral("Titolo"),    QStringLiteral("Artista"),
-                               QStringLiteral("Genere"),    QStringLiteral("Autore"),
-                               QStringLiteral("Durata"),    QStringLiteral("Bpm"),
-                               QStringLiteral("Tonalita'"), QString(),
-                               QStringLiteral("Nome file"), QString()};
+    const QStringList headings{QStringLiteral("Num"),
+                               QStringLiteral("Formato"),
+                               QStringLiteral("Titolo"),
+                               QStringLiteral("Artista"),
+                               QStringLiteral("Genere"),
+                               QStringLiteral("Autore"),
+                               QStringLiteral("Durata"),
+                               QStringLiteral("Bpm"),
+                               QStringLiteral("Tonalita'"),
+                               QString(),
+                               QStringLiteral("Nome file"),
+                               QString(),
+                               QString(),
+                               QStringLiteral("Stato"),
+                               QStringLiteral("Cartella"),
+                               QStringLiteral("Marker"),
+                               QStringLiteral("Dimensione"),
+                               QStringLiteral("Data")};
     for (int i = 0; i < headings.size(); ++i)
         QCOMPARE(m_model->headerData(i, Qt::Horizontal).toString(), headings.at(i));
     QVERIFY(m_model->select());

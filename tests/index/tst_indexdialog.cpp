@@ -67,6 +67,8 @@ private slots:
     void changesLabelsOnlyToPaintThem();
     void keepsValuesOnLanguageChange();
     void showsLongAndMarkedUpPathsInOneLine();
+    void showsTheTimeLeftInItsBar();
+    void notifiesTheDesktopAfterALongRun();
     void closesWhenIdle();
 };
 
@@ -386,6 +388,34 @@ void TestIndexDialog::showsLongAndMarkedUpPathsInOneLine()
     m_dialog->resize(width + 200, m_dialog->height());
     QCoreApplication::processEvents();
     QVERIFY(label->text().size() > elided.size());
+}
+
+void TestIndexDialog::showsTheTimeLeftInItsBar()
+{
+    qint64 now = 0;
+    m_dialog->setClock([&now] { return now; });
+    m_dialog->initProgress(100);
+    m_dialog->setProgressValue(10);
+    const auto *bar = child<QProgressBar>("progressBar");
+    QCOMPARE(bar->text(), QStringLiteral("10%"));
+    now += 60000;
+    m_dialog->setProgressValue(50);
+    QCOMPARE(bar->text(), QStringLiteral("50% - ancora circa 60 secondi"));
+    m_dialog->setProgressValue(100);
+    QCOMPARE(bar->text(), QStringLiteral("100%"));
+}
+
+void TestIndexDialog::notifiesTheDesktopAfterALongRun()
+{
+    qint64 now = 0;
+    int sent = 0;
+    m_dialog->setDesktop({[&sent](const DesktopNotice &) { ++sent; }, [] { return false; }});
+    for (const int step : {1, 1000000}) { // milliseconds between two looks at the clock
+        m_dialog->setClock([&now, step] { return now += step; });
+        m_script->expectMessage(boxTitle, success, QMessageBox::Ok);
+        press();
+        QCOMPARE(sent, step == 1 ? 0 : 1);
+    }
 }
 
 void TestIndexDialog::closesWhenIdle()

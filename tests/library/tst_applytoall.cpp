@@ -21,6 +21,8 @@ private slots:
     void init();
     void asksBefore_data();
     void asksBefore();
+    void showsHowManySongsChange_data();
+    void showsHowManySongsChange();
     void keysAnswerWithoutADefault_data();
     void keysAnswerWithoutADefault();
     void untickingAsksNothing();
@@ -87,6 +89,36 @@ void TestApplyToAll::asksBefore()
     QCOMPARE(m_dialog->isApplyToAllFname(), yes && box == "checkBoxToAllTitle");
 }
 
+void TestApplyToAll::showsHowManySongsChange_data()
+{
+    QTest::addColumn<int>("songs");
+    QTest::addColumn<int>("hidden");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("unknown") << 0 << 0 << QString();
+    QTest::newRow("all in sight") << 364 << 0 << u"Song da modificare: 364"_qs;
+    QTest::newRow("a search hides some")
+        << 364 << 356 << u"Song da modificare: 364\nAnche quelle nascoste dalla ricerca: 356"_qs;
+}
+
+void TestApplyToAll::showsHowManySongsChange()
+{
+    QFETCH(int, songs);
+    QFETCH(int, hidden);
+    QFETCH(QString, shown);
+    m_dialog->setListSize(songs, hidden);
+    m_dialog->show();
+    DialogScript script;
+    script.expect("QMessageBox", [shown](QWidget *widget) {
+        auto *question = qobject_cast<QMessageBox *>(widget);
+        QCOMPARE(question->informativeText(), shown);
+        QCOMPARE(question->focusWidget(), question->button(QMessageBox::No));
+        QTest::keyClick(question->focusWidget(), Qt::Key_Return);
+    });
+    QTest::mouseClick(find<QCheckBox>("checkBoxToAllAuthor"), Qt::LeftButton);
+    QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));
+    QVERIFY(!m_dialog->isApplyToAllAuthor());
+}
+
 void TestApplyToAll::keysAnswerWithoutADefault_data()
 {
     QTest::addColumn<QByteArray>("box");
@@ -94,12 +126,13 @@ void TestApplyToAll::keysAnswerWithoutADefault_data()
     QTest::addColumn<bool>("applies");
     for (const char *box : {"checkBoxToAllAuthor", "checkBoxToAllArtist", "checkBoxToAllGenre",
                             "checkBoxToAllTitle"}) {
-        QTest::addRow("%s Return", box) << QByteArray(box) << int(Qt::Key_Return) << true;
+        QTest::addRow("%s Return", box) << QByteArray(box) << int(Qt::Key_Return) << false;
+        QTest::addRow("%s Left Return", box) << QByteArray(box) << int(Qt::Key_Left) << true;
         QTest::addRow("%s Escape", box) << QByteArray(box) << int(Qt::Key_Escape) << false;
     }
 }
 
-/// Return presses the button that has the focus, the first one; Escape is "No".
+/// Return presses the button that has the focus, at first "No", and so does Escape.
 void TestApplyToAll::keysAnswerWithoutADefault()
 {
     QFETCH(QByteArray, box);
@@ -112,7 +145,12 @@ void TestApplyToAll::keysAnswerWithoutADefault()
         auto *question = qobject_cast<QMessageBox *>(widget);
         QVERIFY(question->defaultButton() == nullptr);
         QCOMPARE(question->standardButtons(), QMessageBox::Yes | QMessageBox::No);
-        QTest::keyClick(question, Qt::Key(key));
+        if (key == Qt::Key_Left) {
+            QTest::keyClick(question->focusWidget(), Qt::Key_Left);
+            QTest::keyClick(question->focusWidget(), Qt::Key_Return);
+        } else {
+            QTest::keyClick(question->focusWidget(), Qt::Key(key));
+        }
     });
     QTest::mouseClick(find<QCheckBox>(box.constData()), Qt::LeftButton);
     QVERIFY2(script.isDone(), qPrintable(script.problems().join(u'\n')));

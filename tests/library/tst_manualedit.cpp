@@ -29,7 +29,8 @@ private slots:
     void titleComesFromEachFilesName();
     void skipsUnreadableFiles();
     void spreadsNothingOverASingleRow();
-    void isNotStoppedByCancel();
+    void stopsAtTheNextSong();
+    void processesEventsUntilEverySongIsWritten();
     void endsWithTheProgram();
     void visitsEveryRowOnceInASortedTable_data();
     void visitsEveryRowOnceInASortedTable();
@@ -164,7 +165,7 @@ void TestManualEdit::spreadsOnlyWhatIsFlagged()
     const bool isSpread = author || artist || genre || title;
     QCOMPARE(m_library->statuses(), isSpread ? u"222"_qs : u"020"_qs);
     QCOMPARE(m_run->steps, isSpread ? QList<int>({1, 3}) : QList<int>());
-    QCOMPARE(m_run->eventRounds, 0);
+    QCOMPARE(m_run->eventRounds, isSpread ? 3 : 0);
 }
 
 void TestManualEdit::titleComesFromEachFilesName()
@@ -201,13 +202,29 @@ void TestManualEdit::spreadsNothingOverASingleRow()
     QCOMPARE(m_run->steps, QList<int>());
 }
 
-void TestManualEdit::isNotStoppedByCancel()
+void TestManualEdit::stopsAtTheNextSong()
+{
+    for (const QString &name : {u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs, u"d.mid"_qs})
+        m_library->add(name, Sample::midi("x", false));
+    m_run->onStep = [this](int done) { m_run->isStopped = done == 2; };
+    QCOMPARE(spread(0, {true, false, false, false}), ManualEdit::Outcome::Interrupted);
+    QCOMPARE(m_library->statuses(), u"2200"_qs);
+    QCOMPARE(Sample::infoOf(m_library->model().fileName(1)).author, u"E. Author"_qs);
+    QCOMPARE(Sample::infoOf(m_library->model().fileName(2)).author, QString());
+    QCOMPARE(m_run->report().skipped(), 2);
+    QVERIFY(m_run->report().text().contains(m_library->model().fileName(3)));
+}
+
+/// A click during the last song must not reach the window after the run.
+void TestManualEdit::processesEventsUntilEverySongIsWritten()
 {
     for (const QString &name : {u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs})
         m_library->add(name, Sample::midi("x", false));
-    m_run->isStopped = true;
+    QStringList seen;
+    m_run->onEvents = [&] { seen.append(m_library->statuses()); };
     QCOMPARE(spread(0, {true, false, false, false}), ManualEdit::Outcome::Done);
-    QCOMPARE(m_library->statuses(), u"222"_qs);
+    QCOMPARE(seen.constFirst(), u"200"_qs);
+    QCOMPARE(seen.constLast(), u"222"_qs);
 }
 
 void TestManualEdit::endsWithTheProgram()

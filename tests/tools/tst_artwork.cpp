@@ -1,5 +1,6 @@
 #include "tests/testprogram.h"
 
+#include <QColor>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -20,6 +21,8 @@ private slots:
     void drawsBothScales();
     void isReadableOnTheDarkStyle_data();
     void isReadableOnTheDarkStyle();
+    void outcomesStandOutOnEveryGround_data();
+    void outcomesStandOutOnEveryGround();
     void doubleSizeIsDrawnAndNotScaled();
     void drawsAWidthInProportion();
     void refusesWhatItCannotDraw_data();
@@ -49,10 +52,11 @@ double luminance(int red, int green, int blue)
     return 0.2126 * linear(red) + 0.7152 * linear(green) + 0.0722 * linear(blue);
 }
 
-/// The fraction of the drawn pixels that contrast with the window's dark grey.
-double readablePart(const QImage &image)
+/// The fraction of the drawn pixels that contrast with a ground: the window's dark grey, or
+/// another.
+double readablePart(const QImage &image, const QColor &colour = {66, 66, 66})
 {
-    const double ground = luminance(66, 66, 66);
+    const double ground = luminance(colour.red(), colour.green(), colour.blue());
     int opaque = 0;
     int readable = 0;
     for (int y = 0; y < image.height(); ++y) {
@@ -62,7 +66,8 @@ double readablePart(const QImage &image)
                 continue;
             const double light = luminance(qRed(dot), qGreen(dot), qBlue(dot));
             ++opaque;
-            readable += (light + 0.05) / (ground + 0.05) >= 3 ? 1 : 0;
+            const double contrast = (light + 0.05) / (ground + 0.05);
+            readable += contrast >= 3 || contrast <= 1.0 / 3 ? 1 : 0;
         }
     }
     return opaque == 0 ? 0 : double(readable) / opaque;
@@ -108,6 +113,27 @@ void TestArtwork::isReadableOnTheDarkStyle()
 {
     // Dark parts are details inside light ones.
     QVERIFY(readablePart(drawn(QString::fromLatin1(QTest::currentDataTag()), 1)) > 0.6);
+}
+
+void TestArtwork::outcomesStandOutOnEveryGround_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *outcome : {"imported", "updated", "edited", "restored", "not-found",
+                                "declined", "not-written", "not-readable"})
+        QTest::newRow(outcome) << u"outcome-"_qs + QString::fromLatin1(outcome);
+}
+
+/// The rows of the table, the selected row, the status bar and a pressed button.
+void TestArtwork::outcomesStandOutOnEveryGround()
+{
+    QFETCH(QString, name);
+    const QImage image = drawn(name, 1);
+    QCOMPARE(image.size(), QSize(16, 16));
+    QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
+    for (const QColor &ground :
+         {QColor(200, 200, 200), QColor(230, 230, 230), QColor(66, 66, 66), QColor(20, 90, 150)})
+        QVERIFY2(readablePart(image, ground) > 0.3,
+                 qPrintable(ground.name() + u' ' + QString::number(readablePart(image, ground))));
 }
 
 void TestArtwork::doubleSizeIsDrawnAndNotScaled()

@@ -3,6 +3,7 @@
 #include "app/style.h"
 #include "tools/demo/changestour.h"
 #include "tools/demo/librarytour.h"
+#include "tools/demo/listeningtour.h"
 #include "tools/demo/memorytour.h"
 #include "tools/demo/pagestour.h"
 #include "tools/demo/stage.h"
@@ -54,6 +55,7 @@ void runSteps(Stage &stage)
     LibraryTour library(stage);
     library.openWindow();
     library.importSongs();
+    listenToASong(stage);
     previewChanges(stage);
     library.synchronise();
     const SongContents synchronised = songContents(stage);

@@ -1,0 +1,77 @@
+#include "app/windowplace.h"
+
+#include "base/settings.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStringList>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace brisel
+{
+
+namespace
+{
+
+const QString maximised = QStringLiteral("max");
+
+/// Invalid if \a text is not four numbers.
+QRect rectangle(const QStringList &parts)
+{
+    QList<int> numbers;
+    for (const QString &part : parts) {
+        bool isNumber = false;
+        constexpr int most = 1 << 20; // pixels
+        numbers.append(std::clamp(part.toInt(&isNumber), -most, most));
+        if (!isNumber)
+            return {};
+    }
+    return numbers.size() == 4 ? QRect(numbers.at(0), numbers.at(1), numbers.at(2), numbers.at(3))
+                               : QRect();
+}
+
+} // namespace
+
+void restorePlace(QWidget &window, const QSettings &settings)
+{
+    QStringList parts = Settings::windowPlace.in(settings).split(u',');
+    const bool isMaximised = parts.removeOne(maximised);
+    QRect place = rectangle(parts);
+    if (!place.isValid())
+        return;
+    const QScreen *screen = QGuiApplication::screenAt(place.center());
+    if (screen == nullptr)
+        screen = QGuiApplication::primaryScreen();
+    const QRect available = screen->availableGeometry();
+    place.setSize(place.size().boundedTo(available.size()));
+    place.moveLeft(
+        std::clamp(place.left(), available.left(), available.right() + 1 - place.width()));
+    place.moveTop(
+        std::clamp(place.top(), available.top(), available.bottom() + 1 - place.height()));
+    window.resize(place.size());
+    window.move(place.topLeft());
+    if (isMaximised)
+        window.setWindowState(window.windowState() | Qt::WindowMaximized);
+}
+
+void storePlace(const QWidget &window, QSettings &settings)
+{
+    QRect place(window.pos(), window.size());
+    if (window.isMaximized() || window.isMinimized() || window.isFullScreen())
+        place = window.normalGeometry();
+    if (!place.isValid())
+        return;
+    QString text = QStringLiteral("%1,%2,%3,%4")
+                       .arg(place.x())
+                       .arg(place.y())
+                       .arg(place.width())
+                       .arg(place.height());
+    if (window.isMaximized())
+        text += u',' + maximised;
+    if (text != Settings::windowPlace.in(settings))
+        Settings::windowPlace.store(settings, text);
+}
+
+} // namespace brisel

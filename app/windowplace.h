@@ -1,0 +1,16 @@
+#pragma once
+
+class QSettings;
+class QWidget;
+
+namespace brisel
+{
+
+/// Gives \a window the size and the place that storePlace() has stored in \a settings, within the
+/// available screen; a no-op if nothing valid is stored.
+void restorePlace(QWidget &window, const QSettings &settings);
+
+/// Stores the size and the place of \a window, and whether it is maximised.
+void storePlace(const QWidget &window, QSettings &settings);
+
+} // namespace brisel

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "base/settings.h"
+
+namespace brisel
+{
+
+/// The folder in which a file dialog starts: the one of \a setting if it is still a folder,
+/// otherwise \a first.
+QString startFolder(const Setting<QString> &setting, const QString &first);
+
+/// Remembers \a folder, which the user has chosen in a file dialog, under \a setting.
+void keepFolder(const Setting<QString> &setting, const QString &folder);
+
+} // namespace brisel

@@ -1,0 +1,120 @@
+#include "tests/app/samplewindow.h"
+#include "tests/testprogram.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QWhatsThis>
+
+using namespace brisel;
+
+/// The search for folders, outcomes and fields in the real window, and what it shows about itself.
+class TestFieldSearch : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_sample = std::make_unique<SampleWindow>(); }
+    void cleanup();
+    void looksIntoFoldersAndOutcomes();
+    void understandsFields();
+    void showsHowManyItFinds();
+    void explainsItself();
+
+private:
+    QLineEdit *field() const
+    {
+        return m_sample->window->findChild<QLineEdit *>(u"searchLineEdit"_qs);
+    }
+    void type(const QString &text) const
+    {
+        field()->clear();
+        QTest::keyClicks(field(), text);
+    }
+    void changeToEnglish() const
+    {
+        m_sample->window->findChild<QAction *>(u"actionEnglish"_qs)->trigger();
+        QCoreApplication::processEvents();
+    }
+    QString shownNames() const
+    {
+        QStringList names;
+        for (int row = 0; row < m_sample->model->rowCount(); ++row) {
+            if (!m_sample->table->isRowHidden(row))
+                names.append(m_sample->model->shortName(row).section(u'.', 0, 0));
+        }
+        return names.join(u' ');
+    }
+
+    std::unique_ptr<SampleWindow> m_sample;
+};
+
+void TestFieldSearch::cleanup()
+{
+    const bool isDone = m_sample->script.isDone();
+    m_sample.reset();
+    QVERIFY(isDone);
+}
+
+void TestFieldSearch::looksIntoFoldersAndOutcomes()
+{
+    QVERIFY(QDir().mkpath(m_sample->at(u"Lenti"_qs)));
+    m_sample->import({u"uno.mid"_qs, u"Lenti/due.mid"_qs});
+    type(u"lenti"_qs);
+    QCOMPARE(shownNames(), u"due"_qs);
+    m_sample->model->setStatus(0, Database::Edited);
+    type(u"modificata"_qs);
+    QCOMPARE(shownNames(), u"uno"_qs);
+    type(u"mod"_qs); // too short
+    QCOMPARE(shownNames(), QString());
+    type(u"edited"_qs);
+    QCOMPARE(shownNames(), QString());
+    changeToEnglish();
+    QCOMPARE(shownNames(), u"uno"_qs);
+}
+
+void TestFieldSearch::understandsFields()
+{
+    m_sample->import({u"uno.mid"_qs, u"due.kar"_qs});
+    type(u"file:.kar"_qs);
+    QCOMPARE(shownNames(), u"due"_qs);
+    type(u"title:uno"_qs);
+    QCOMPARE(shownNames(), u"uno"_qs);
+    type(u"bpm>5000"_qs);
+    QCOMPARE(shownNames(), QString());
+    type(u"senza:titolo"_qs);
+    QCOMPARE(shownNames(), QString());
+    type(u"stato:importata"_qs);
+    QCOMPARE(shownNames(), u"uno due"_qs);
+}
+
+void TestFieldSearch::showsHowManyItFinds()
+{
+    const auto *count = m_sample->window->findChild<QLabel *>(u"searchCountLabel"_qs);
+    m_sample->import({u"uno.mid"_qs, u"due.mid"_qs, u"uno di due.mid"_qs});
+    QCOMPARE(count->text(), QString());
+    type(u"due"_qs);
+    QCOMPARE(count->text(), u"2 di 3"_qs);
+    QVERIFY(m_sample->model->removeRows(0, 1));
+    QCOMPARE(count->text(), u"2 di 2"_qs);
+    changeToEnglish();
+    QCOMPARE(count->text(), u"2 of 2"_qs);
+    m_sample->window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
+    field()->setFocus();
+    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Escape);
+    QCOMPARE(count->text(), QString());
+}
+
+void TestFieldSearch::explainsItself()
+{
+    QTest::mouseClick(m_sample->window->findChild<QToolButton *>(u"searchHelpToolButton"_qs),
+                      Qt::LeftButton);
+    int shown = 0;
+    for (const QWidget *widget : QApplication::topLevelWidgets())
+        shown += widget->inherits("QWhatsThat") && widget->isVisible() ? 1 : 0;
+    QCOMPARE(shown, 1);
+    QWhatsThis::hideText();
+}
+
+BRISEL_TEST(QApplication, TestFieldSearch)
+#include "tst_fieldsearch.moc"
