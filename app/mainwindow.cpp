@@ -6,6 +6,7 @@
 #include "app/compacthead.h"
 #include "app/currentrowkeeper.h"
 #include "app/helpdialog.h"
+#include "app/mnemonics.h"
 #include "app/outcomecolumn.h"
 #include "app/songfilter.h"
 #include "app/songlistener.h"
@@ -78,7 +79,12 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(
     showSettings();
     limitHistory();
     restorePlace(*this, m_settings);
+    openLibrary();
+    new Mnemonics(*m_ui->menuBar); // after whatever fills a menu
+}
 
+void MainWindow::openLibrary()
+{
     if (!m_database.init()) {
         debug() << "Error initializing DB !!!";
         return;
@@ -90,6 +96,7 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(
             &MainWindow::onSongsTableViewShowContextMenu);
     m_ui->userLibraryTableView->setContextMenuPolicy(Qt::CustomContextMenu);
     takeDrops();
+    offerFolders();
     initUserLibraryModel();
     adjustUserLibraryHeaders();
     setPhase(Phase::NoFiles);
@@ -126,6 +133,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     if (!RunGuard::isActive()) {
         storeLayout();
+        m_lastList.keep(m_fileList);
         QMainWindow::closeEvent(event);
         return;
     }
@@ -223,41 +231,47 @@ void MainWindow::showSettings()
 /// use without a mouse.
 void MainWindow::makeActions()
 {
-    const auto actionOf = [this](QToolButton *button) {
-        auto *action = new QAction(this);
+    const auto join = [](QAction *action, QToolButton *button) {
         connect(action, &QAction::triggered, button, &QToolButton::click);
         connect(action, &QAction::enabledChanged, button, &QToolButton::setEnabled);
-        return action;
     };
-    const auto addKeys = [](QWidget *widget, QAction *action, const QList<QKeySequence> &keys) {
+    const auto addKeys = [this](QAction *action, const QList<QKeySequence> &keys) {
         action->setShortcuts(keys);
-        action->setShortcutContext(widget->isWindow() ? Qt::WindowShortcut : Qt::WidgetShortcut);
+        action->setShortcutContext(Qt::WidgetShortcut);
         action->setAutoRepeat(false);
-        widget->addAction(action);
+        m_ui->userLibraryTableView->addAction(action);
     };
-    m_pickAction = actionOf(m_ui->selectDirToolButton);
-    m_updateAction = actionOf(m_ui->updateDataToolButton);
-    m_transferAction = actionOf(m_ui->transferFilesToolButton);
+    join(m_ui->actionSelectSongs, m_ui->selectDirToolButton);
+    join(m_ui->actionSynchronise, m_ui->updateDataToolButton);
+    join(m_ui->actionTransfer, m_ui->transferFilesToolButton);
+    for (QMenu *menu : m_ui->menuBar->findChildren<QMenu *>()) {
+        for (QAction *action : menu->actions())
+            action->setAutoRepeat(false);
+    }
     connect(m_ui->previewToolButton, &QToolButton::clicked, m_ui->actionPreview, &QAction::trigger);
     connect(m_ui->actionPreview, &QAction::enabledChanged, m_ui->previewToolButton,
             &QToolButton::setEnabled);
     auto *editAction = new QAction(this);
     connect(editAction, &QAction::triggered, this, &MainWindow::editChosen);
-    addKeys(this, m_pickAction, {QKeySequence::Open});
-    addKeys(m_ui->userLibraryTableView, editAction, {Qt::Key_Return, Qt::Key_Enter});
-    addKeys(m_ui->userLibraryTableView, m_ui->actionRemoveRow, {QKeySequence::Delete});
+    addKeys(editAction, {Qt::Key_Return, Qt::Key_Enter});
+    addKeys(m_ui->actionRemoveRow, {QKeySequence::Delete});
+    addKeys(m_ui->actionDeleteFile, {Qt::SHIFT | Qt::Key_Delete});
+    addKeys(m_ui->actionRestore, {Qt::CTRL | Qt::Key_R});
 }
 
 void MainWindow::updateActions()
 {
     const bool hasFiles = m_phase == Phase::Imported || m_phase == Phase::Sendable;
-    m_pickAction->setEnabled(m_phase != Phase::NoLibrary);
-    m_ui->searchLineEdit->setEnabled(m_phase != Phase::NoLibrary);
-    m_updateAction->setEnabled(m_phase == Phase::Imported);
+    const bool hasLibrary = m_phase != Phase::NoLibrary;
+    m_ui->searchLineEdit->setEnabled(hasLibrary);
+    m_ui->menuRecentFolders->setEnabled(hasLibrary);
+    for (QAction *action : {m_ui->actionSelectSongs, m_ui->actionAddSongs, m_ui->actionAddFolder,
+                            m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore})
+        action->setEnabled(hasLibrary);
+    m_ui->actionLastList->setEnabled(m_phase == Phase::NoFiles && m_lastList.exists());
+    m_ui->actionSynchronise->setEnabled(m_phase == Phase::Imported);
     m_ui->actionPreview->setEnabled(m_phase == Phase::Imported);
-    m_transferAction->setEnabled(hasFiles && !m_fileList.isEmpty());
-    for (QAction *action : {m_ui->actionRemoveRow, m_ui->actionDeleteFile})
-        action->setEnabled(m_phase != Phase::NoLibrary);
+    m_ui->actionTransfer->setEnabled(hasFiles && !m_fileList.isEmpty());
 }
 
 void MainWindow::setPhase(Phase phase)
@@ -290,6 +304,7 @@ void MainWindow::initUserLibraryModel()
     m_model->showUnreadable(Settings::showUnreadable.in(m_settings));
     m_ui->actionShowUnreadable->setChecked(m_model->isShowingUnreadable());
     m_hint = new EmptyTableHint(*view);
+    m_hint->offer(*m_ui->actionLastList);
     m_filter = new SongFilter(*m_ui->searchLineEdit, *view, *m_model);
     connect(m_filter, &SongFilter::changed, this, &MainWindow::explainEmptyTable);
     m_filter->connectTo(m_statusLine->outcomes());

@@ -5,6 +5,7 @@
 #include "base/settings.h"
 #include "db/database.h"
 #include "history/history.h"
+#include "library/lastlist.h"
 #include "library/transfer.h"
 
 #include <QMainWindow>
@@ -14,8 +15,6 @@
 
 #include <memory>
 #include <optional>
-
-class QAction;
 
 namespace brisel
 {
@@ -27,6 +26,7 @@ class MetaSong;
 class SongFilter;
 class SongInfo;
 class SongListener;
+class SongPicker;
 class StatusLine;
 class SyncPlan;
 class UserSongsRelTableModel;
@@ -57,6 +57,9 @@ public:
     /// Imports the songs among \a paths and below the folders among them, as if the user had picked
     /// them; shows a message if there are no songs. A no-op while a run is under way.
     void openSongs(const QStringList &paths);
+    /// As openSongs(), but the songs of the table stay, and files that are in the list already are
+    /// left out. If the list is empty, there is no difference.
+    void addSongs(const QStringList &paths);
     /// Shows "%1 di %2" in the progress dialog of the run under way, and moves its bar.
     void updateProgress(int value);
     /// Stores whether to ask before songs that the publisher did not publish are changed, and shows
@@ -106,6 +109,9 @@ private slots:
     void on_actionGerman_triggered() { setLanguage(QStringLiteral("de")); }
     void on_actionCopyrightYes_triggered() { enableCopyrightMessage(true); }
     void on_actionCopyrightNo_triggered() { enableCopyrightMessage(false); }
+    void on_actionAddSongs_triggered();
+    void on_actionAddFolder_triggered();
+    void on_actionLastList_triggered();
     void on_optimizeMemory_triggered();
     void on_actionSongsList_triggered();
     void on_actionHistory_triggered();
@@ -126,6 +132,8 @@ private slots:
     void onSongsTableViewDoubleClicked(const QModelIndex &index);
     void onSongsTableViewShowContextMenu(const QPoint &pos);
     void on_actionRemoveRow_triggered();
+    void on_actionDeleteFile_triggered();
+    void on_actionRestore_triggered();
     void on_dbgSavePushButton_clicked();
     void on_dbgAddMarkerPushButton_clicked();
     void on_dbgShowDialogPushButton_clicked();
@@ -147,6 +155,7 @@ private:
     void makeActions();
     void updateActions();
     void setPhase(Phase phase);
+    void openLibrary();
     void initUserLibraryModel();
     void adjustUserLibraryHeaders();
     void storeLayout();
@@ -158,7 +167,12 @@ private:
     bool canStartRun() const { return m_model != nullptr && !RunGuard::isActive(); }
 
     void takeDrops();
+    void offerFolders();
+    QStringList chooseSongFiles();
+    void keepSongsFolder(const QString &folder);
+    bool pickSongs(SongPicker &picker, const QStringList &paths);
     void importPickedFiles(const QStringList &files);
+    void addPickedFiles(const QStringList &files);
     bool offerSynchronisation(const SongCounts &counts);
     bool synchronise(LibraryRun &run, const SyncPlan *plan = nullptr);
     std::optional<SyncPlan> previewedPlan();
@@ -179,6 +193,7 @@ private:
     void showUnsaved(const QString &path, Reason reason);
     void centreRow(int row);
     void removeSongs(const QList<int> &rows);
+    void deleteSongs(const QList<int> &rows);
     void askDeleteFile(int row);
     void askDeleteFiles(const QList<int> &rows);
     bool mayRestore(const QList<int> &rows);
@@ -201,12 +216,10 @@ private:
     EmptyTableHint *m_hint = nullptr;                     ///< null while m_model is null
     bool m_copyrightAsk = Settings::copyrightAsk.initial; ///< while the setting is not stored
 
-    QStringList m_fileList; ///< the files picked last, without rows removed since
+    QStringList m_fileList; ///< the files picked last and added, without rows removed since
+    LastList m_lastList;
     Phase m_phase = Phase::NoLibrary;
-    LibraryRun *m_run = nullptr; ///< the current run; null without one
-    QAction *m_pickAction = nullptr;
-    QAction *m_updateAction = nullptr;
-    QAction *m_transferAction = nullptr;
+    LibraryRun *m_run = nullptr;        ///< the current run; null without one
     StatusLine *m_statusLine = nullptr; ///< made with the window
 };
 

@@ -2,6 +2,7 @@
 // controls.
 
 #include "app/libraryrun.h"
+#include "app/mnemonics.h"
 #include "app/rowselection.h"
 #include "app/songlistener.h"
 #include "app/statusline.h"
@@ -218,6 +219,7 @@ void MainWindow::showRowMenu(const QList<int> &rows, const QPoint &place)
     QMenu menu(this);
     menu.addActions({m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore});
     menu.setToolTipsVisible(true);
+    addMnemonics(menu);
     for (QAction *action : menu.actions())
         action->setEnabled(!rows.isEmpty());
     m_ui->actionRestore->setEnabled(mayRestore(rows));
@@ -227,21 +229,38 @@ void MainWindow::showRowMenu(const QList<int> &rows, const QPoint &place)
         return;
     if (chosen == m_ui->actionRemoveRow)
         removeSongs(rows);
-    else if (chosen == m_ui->actionDeleteFile && rows.size() == 1)
-        askDeleteFile(rows.constFirst());
     else if (chosen == m_ui->actionDeleteFile)
-        askDeleteFiles(rows);
+        deleteSongs(rows);
     else
         restoreSongs(rows);
 }
 
-/// Called by its key. From the context menu, which is a run, it works on the rows of the menu.
+/// Called by their keys. From the context menu, which is a run, the actions work on the rows of the
+/// menu.
 void MainWindow::on_actionRemoveRow_triggered()
 {
     if (!canStartRun())
         return;
     if (const QList<int> rows = chosenSongs(); !rows.isEmpty())
         removeSongs(rows);
+}
+
+void MainWindow::on_actionDeleteFile_triggered()
+{
+    if (!canStartRun())
+        return;
+    const LibraryRun run(*this, RunReport::Operation::Edit); // the rows keep their order meanwhile
+    if (const QList<int> rows = chosenSongs(); !rows.isEmpty())
+        deleteSongs(rows);
+}
+
+void MainWindow::on_actionRestore_triggered()
+{
+    if (!canStartRun())
+        return;
+    const LibraryRun run(*this, RunReport::Operation::Edit);
+    if (const QList<int> rows = chosenSongs(); !rows.isEmpty() && mayRestore(rows))
+        restoreSongs(rows);
 }
 
 /// The files are kept, but no longer sent or backed up.
@@ -260,6 +279,14 @@ void MainWindow::removeSongs(const QList<int> &rows)
     chooseRow(*m_ui->userLibraryTableView, next);
     if (m_fileList.isEmpty())
         setPhase(Phase::NoFiles);
+}
+
+void MainWindow::deleteSongs(const QList<int> &rows)
+{
+    if (rows.size() == 1)
+        askDeleteFile(rows.constFirst());
+    else
+        askDeleteFiles(rows);
 }
 
 void MainWindow::askDeleteFile(int row)

@@ -1,7 +1,6 @@
 // The window's part in the runs over the library: import, synchronisation, backup and transfer.
 
 #include "app/libraryrun.h"
-#include "app/songdrop.h"
 #include "app/songlistener.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
@@ -22,69 +21,18 @@
 #include "library/foldertreebackup.h"
 #include "library/libraryimport.h"
 #include "library/songchanges.h"
-#include "library/songpicker.h"
 #include "library/synchroniser.h"
 #include "library/syncpreview.h"
 
 #include "ui_mainwindow.h"
 
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMessageBox>
 
 namespace brisel
 {
 
 using Operation = RunReport::Operation;
-
-void MainWindow::on_selectDirToolButton_clicked()
-{
-    if (!canStartRun())
-        return;
-    const QStringList files =
-        QFileDialog::getOpenFileNames(this, tr("Seleziona i file da importare"),
-                                      startFolder(Settings::songsFolder, QStringLiteral("/")),
-                                      QStringLiteral("Songs (%1)").arg(songNamePatterns()));
-    if (files.isEmpty())
-        return;
-    keepFolder(Settings::songsFolder, QFileInfo(files.constFirst()).absolutePath());
-    importPickedFiles(files);
-}
-
-void MainWindow::openSongs(const QStringList &paths)
-{
-    if (!canStartRun())
-        return;
-    SongPicker picker(paths);
-    SongPicker::Outcome outcome = SongPicker::Outcome::Interrupted;
-    {
-        WindowRun run(this, Operation::Import); // reports nothing: the last report stays
-        outcome = picker.run(run);
-    }
-    if (outcome == SongPicker::Outcome::NoSongs)
-        QMessageBox::information(this, tr("Lettura file"), tr("Non è stato trovato nessun brano"));
-    else if (outcome == SongPicker::Outcome::Done)
-        importPickedFiles(picker.songs());
-}
-
-void MainWindow::takeDrops()
-{
-    constexpr int hintTime = 5000; // milliseconds
-    auto *drop = new SongDrop(*this);
-    connect(drop, &SongDrop::dropped, this, &MainWindow::openSongs);
-    connect(drop, &SongDrop::refused, this, [this] {
-        m_ui->statusBar->showMessage(tr("Attendere la fine dell'operazione in corso"), hintTime);
-    });
-}
-
-void MainWindow::importPickedFiles(const QStringList &files)
-{
-    m_fileList = files;
-    setPhase(Phase::Working);
-    importUserLibrary();
-    if (m_phase == Phase::Working)
-        setPhase(Phase::Sendable);
-}
 
 void MainWindow::importUserLibrary()
 {

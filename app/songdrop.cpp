@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace brisel
 {
@@ -43,6 +44,8 @@ SongDrop::SongDrop(QWidget &window) : QObject(&window)
 bool SongDrop::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
+    if (type == QEvent::DragLeave)
+        end();
     if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)
         return QObject::eventFilter(watched, event);
     auto *drag = static_cast<QDropEvent *>(event);
@@ -53,11 +56,30 @@ bool SongDrop::eventFilter(QObject *watched, QEvent *event)
     drag->setAccepted(m_isWanted && !isBusy);
     if (isBusy && type == QEvent::DragEnter)
         emit refused();
-    if (type == QEvent::Drop && drag->isAccepted())
-        QMetaObject::invokeMethod(
-            this, [this, paths = localPaths(*drag->mimeData())] { emit dropped(paths); },
-            Qt::QueuedConnection);
+    if (!drag->isAccepted())
+        return true;
+    const bool adds = drag->modifiers().testFlag(Qt::ControlModifier);
+    if (type == QEvent::Drop) {
+        takeLater(localPaths(*drag->mimeData()), adds);
+        return true;
+    }
+    m_isOver = true;
+    emit hovered(adds);
     return true;
+}
+
+void SongDrop::end()
+{
+    if (std::exchange(m_isOver, false))
+        emit ended();
+}
+
+void SongDrop::takeLater(const QStringList &paths, bool adds)
+{
+    end();
+    QMetaObject::invokeMethod(
+        this, [this, paths, adds] { adds ? emit droppedToAdd(paths) : emit dropped(paths); },
+        Qt::QueuedConnection);
 }
 
 } // namespace brisel

@@ -50,6 +50,8 @@ inline const Setting<QString> songsFolder{QLatin1StringView("songsfolder"), QStr
 inline const Setting<QString> transferFolder{QLatin1StringView("transferfolder"), QString()};
 inline const Setting<QString> backupFolder{QLatin1StringView("backupfolder"), QString()};
 inline const Setting<QString> reportFolder{QLatin1StringView("reportfolder"), QString()};
+/// The folders from which songs were taken, the last one first.
+inline const Setting<QStringList> recentFolders{QLatin1StringView("recentfolders"), QStringList()};
 /// The memories that were worked on, the last one first.
 inline const Setting<QStringList> recentMemories{QLatin1StringView("recentmemories"),
                                                  QStringList()};

@@ -1,13 +1,11 @@
 #include "index/recentmemories.h"
 
 #include "base/fileidentity.h"
-#include "base/settings.h"
+#include "base/lastfolder.h"
 #include "index/volumes.h"
 
 namespace brisel
 {
-
-static constexpr qsizetype mostMemories = 8;
 
 QStringList recentMemories()
 {
@@ -19,16 +17,8 @@ QStringList recentMemories()
 void keepMemory(const QString &folder)
 {
     const QString memory = getRootDrivePath(folder);
-    if (memory.isEmpty())
-        return;
-    QSettings settings = openSettings();
-    const QStringList before = Settings::recentMemories.in(settings);
-    QStringList memories = before;
-    memories.removeAll(memory);
-    memories.prepend(memory);
-    memories = memories.mid(0, mostMemories);
-    if (memories != before)
-        Settings::recentMemories.store(settings, memories);
+    if (!memory.isEmpty())
+        keepRecent(Settings::recentMemories, memory);
 }
 
 QString startMemory(const QString &last, const QString &first)

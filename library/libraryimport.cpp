@@ -41,15 +41,16 @@ void SongRows::add(Run &run, const QString &path, const char *logPrefix)
     run.processEvents();
 }
 
-LibraryImport::LibraryImport(Database &database, UserSongsRelTableModel &model, QStringList files)
-    : m_database(database), m_model(model), m_files(std::move(files)), m_songs(model)
+LibraryImport::LibraryImport(Database &database, UserSongsRelTableModel &model, QStringList files,
+                             Mode mode)
+    : m_database(database), m_model(model), m_files(std::move(files)), m_mode(mode), m_songs(model)
 {
 }
 
 LibraryImport::Outcome LibraryImport::run(Run &run)
 {
     logBanner("IMPORT USER LIBRARY");
-    if (!clearTable())
+    if (m_mode == Mode::Replace && !clearTable())
         return Outcome::NotCleared;
     run.begin({tr("Lettura file"), tr("Importo la libreria..."), int(m_files.size())});
     readFiles(run);

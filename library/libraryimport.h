@@ -53,13 +53,19 @@ public:
         Interrupted, ///< by the end of the program only: the user can't interrupt an import
     };
 
+    enum class Mode {
+        Replace, ///< empties the table first
+        Add,     ///< the songs of the table stay
+    };
+
     static constexpr Reason notInTable{
         QT_TRANSLATE_NOOP("RunReport", "la tabella non l'ha accettata")};
 
     /// \a files are paths.
-    LibraryImport(Database &database, UserSongsRelTableModel &model, QStringList files);
+    LibraryImport(Database &database, UserSongsRelTableModel &model, QStringList files,
+                  Mode mode = Mode::Replace);
 
-    /// Empties the table and adds the files in their order; then sorts the rows as chosen before.
+    /// Adds the files in their order; then sorts the rows as chosen before.
     [[nodiscard]] Outcome run(Run &run);
 
     const SongCounts &counts() const { return m_songs.counts(); }
@@ -71,6 +77,7 @@ private:
     Database &m_database;
     UserSongsRelTableModel &m_model;
     const QStringList m_files;
+    const Mode m_mode;
     SongRows m_songs;
 };
 

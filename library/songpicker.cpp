@@ -25,17 +25,43 @@ static bool hasSongName(const QString &path)
     return point >= 0 && isSongSuffix(QStringView(path).mid(point + 1));
 }
 
-SongPicker::SongPicker(QStringList paths) : m_paths(std::move(paths)) {}
+static QString identityOrPath(const QString &path)
+{
+    const QString identity = fileIdentity(path);
+    return identity.isEmpty() ? path : identity;
+}
+
+SongPicker::SongPicker(QStringList paths) : SongPicker(std::move(paths), {}) {}
+
+SongPicker::SongPicker(QStringList paths, QStringList listed)
+    : m_paths(std::move(paths)), m_listed(std::move(listed))
+{
+}
 
 SongPicker::Outcome SongPicker::run(Run &run)
 {
     run.begin({tr("Lettura file"), tr("Cerco i brani...")});
-    for (const QString &path : m_paths)
-        add(run, path);
+    readListed(run);
+    for (const QString &path : m_paths) {
+        if (run.mayGoOn())
+            add(run, path);
+    }
     run.end();
     if (!run.mayGoOn())
         return Outcome::Interrupted;
-    return m_songs.isEmpty() ? Outcome::NoSongs : Outcome::Done;
+    if (!m_songs.isEmpty())
+        return Outcome::Done;
+    return m_listedCount > 0 ? Outcome::NoNewSongs : Outcome::NoSongs;
+}
+
+void SongPicker::readListed(Run &run)
+{
+    for (const QString &path : m_listed) {
+        if (!run.mayGoOn())
+            return;
+        m_listedFiles.insert(identityOrPath(path));
+        run.processEvents();
+    }
 }
 
 void SongPicker::add(Run &run, const QString &path)
@@ -54,12 +80,25 @@ void SongPicker::add(Run &run, const QString &path)
     }
 }
 
+/// Also true for a file that was picked before under another name.
+bool SongPicker::isListed(const QString &file)
+{
+    if (m_listed.isEmpty())
+        return false;
+    const qsizetype before = m_listedFiles.size();
+    m_listedFiles.insert(identityOrPath(file));
+    return m_listedFiles.size() == before;
+}
+
 /// Returns false if the search must end.
 bool SongPicker::pick(Run &run, const QString &file)
 {
     if (hasSongName(file) && !m_known.contains(file)) {
         m_known.insert(file);
-        m_songs.append(file);
+        if (isListed(file))
+            ++m_listedCount;
+        else
+            m_songs.append(file);
     }
     run.processEvents();
     return run.mayGoOn();

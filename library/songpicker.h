@@ -24,25 +24,36 @@ public:
     enum class Outcome {
         Done,
         NoSongs,
+        NoNewSongs,  ///< all songs are in the list already
         Interrupted, ///< by the user or the end of the program
     };
 
     /// \a paths are paths of files and folders.
     explicit SongPicker(QStringList paths);
+    /// For songs that are added to the list \a listed: a file that is in the list already, under
+    /// any name, is not picked.
+    SongPicker(QStringList paths, QStringList listed);
 
     /// Picks the files, and every song below the folders in the order of a folder scan. Skips
     /// missing files, files that are not plain ones, and files without the suffix of a song.
     [[nodiscard]] Outcome run(Run &run);
 
     const QStringList &songs() const { return m_songs; }
+    /// The number of songs that were not picked because they are in the list already.
+    int listedCount() const { return m_listedCount; }
 
 private:
     void add(Run &run, const QString &path);
     bool pick(Run &run, const QString &file);
+    bool isListed(const QString &file);
+    void readListed(Run &run);
 
     const QStringList m_paths;
+    const QStringList m_listed;
     QStringList m_songs;
-    QSet<QString> m_known; ///< paths of the songs
+    QSet<QString> m_known;       ///< paths of the songs
+    QSet<QString> m_listedFiles; ///< identities of the files in the list, and paths of missing ones
+    int m_listedCount = 0;
     FolderWalk m_walk;
 };
 

@@ -1,7 +1,11 @@
 #include "library/dialogs/emptytablehint.h"
 
+#include <QAction>
 #include <QEvent>
 #include <QTableView>
+#include <QToolButton>
+
+#include <algorithm>
 
 namespace brisel
 {
@@ -24,13 +28,38 @@ void EmptyTableHint::showText(const QString &text)
         return;
     setText(text);
     setVisible(!text.isEmpty());
-    setGeometry(parentWidget()->rect());
+    place();
+}
+
+void EmptyTableHint::offer(QAction &action)
+{
+    m_button = new QToolButton(parentWidget());
+    m_button->setDefaultAction(&action);
+    m_button->setFocusPolicy(Qt::TabFocus);
+    connect(&action, &QAction::changed, this, &EmptyTableHint::place);
+    place();
+}
+
+/// The button is below the text, or at the lower edge of a low table.
+void EmptyTableHint::place()
+{
+    constexpr int gap = 12;
+    const QRect all = parentWidget()->rect();
+    setGeometry(all);
+    if (m_button == nullptr)
+        return;
+    m_button->setVisible(!text().isEmpty() && m_button->defaultAction()->isEnabled());
+    m_button->resize(m_button->sizeHint());
+    const int textHeight = heightForWidth(all.width()) - 2 * margin();
+    const int below = all.center().y() + textHeight / 2 + gap;
+    m_button->move(all.center().x() - m_button->width() / 2,
+                   std::min(below, all.bottom() - m_button->height()));
 }
 
 bool EmptyTableHint::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Resize)
-        setGeometry(parentWidget()->rect());
+        place();
     return QLabel::eventFilter(watched, event);
 }
 

@@ -2,7 +2,9 @@
 
 #include <QLabel>
 
+class QAction;
 class QTableView;
+class QToolButton;
 
 namespace brisel
 {
@@ -18,9 +20,16 @@ public:
 
     /// Shows \a text; an empty one hides the hint.
     void showText(const QString &text);
+    /// Shows a button for \a action below the text while that is shown and the action is enabled.
+    void offer(QAction &action);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void place();
+
+    QToolButton *m_button = nullptr; ///< beside the label, which does not take clicks
 };
 
 } // namespace brisel

@@ -1907,16 +1907,8 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>Removes the row from the table; the file stays on the disk (Del)</translation>
     </message>
     <message>
-        <source>Cancella il file dal disco, dopo una domanda</source>
-        <translation>Deletes the file from the disk, after a confirmation</translation>
-    </message>
-    <message>
         <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
         <translation>Return edits the song of the row, Delete removes the row from the table</translation>
-    </message>
-    <message>
-        <source>Rimette la song com&apos;era prima dell&apos;ultima modifica</source>
-        <translation>Puts the song back as it was before its last change</translation>
     </message>
     <message>
         <source>Ripristina</source>
@@ -2017,6 +2009,70 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>La song non è stata salvata: %1</source>
         <translation>The song was not saved: %1</translation>
+    </message>
+    <message>
+        <source>Aggiungi da una cartella recente</source>
+        <translation>Add from a recent folder</translation>
+    </message>
+    <message>
+        <source>Cancella il file dal disco, dopo una domanda (Maiusc+Canc)</source>
+        <translation>Deletes the file from the disk, after a question (Shift+Del)</translation>
+    </message>
+    <message>
+        <source>Rimette la song com&apos;era prima dell&apos;ultima modifica (Ctrl+R)</source>
+        <translation>Puts the song back as it was before its last change (Ctrl+R)</translation>
+    </message>
+    <message>
+        <source>Sceglie i file delle song e li legge nella tabella al posto di quelli di prima</source>
+        <translation>Chooses the song files and reads them into the table in place of those before</translation>
+    </message>
+    <message>
+        <source>Seleziona brani...</source>
+        <translation>Choose songs...</translation>
+    </message>
+    <message>
+        <source>Aggiunge altri file alla tabella; quelli che ci sono già non entrano due volte</source>
+        <translation>Adds more files to the table; those that are there already are not added twice</translation>
+    </message>
+    <message>
+        <source>Aggiungi brani...</source>
+        <translation>Add songs...</translation>
+    </message>
+    <message>
+        <source>Aggiunge alla tabella le song di una cartella e di quelle che contiene</source>
+        <translation>Adds to the table the songs of a folder and of the folders in it</translation>
+    </message>
+    <message>
+        <source>Aggiungi cartella...</source>
+        <translation>Add folder...</translation>
+    </message>
+    <message>
+        <source>Legge di nuovo i file che erano nella tabella l&apos;ultima volta</source>
+        <translation>Reads again the files that were in the table last time</translation>
+    </message>
+    <message>
+        <source>Riprendi l&apos;ultima lista</source>
+        <translation>Resume the last list</translation>
+    </message>
+    <message>
+        <source>L&apos;ultima lista non si può leggere</source>
+        <translation>The last list can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>Già nella lista: %1</source>
+        <translation>In the list already: %1</translation>
+    </message>
+    <message>
+        <source>I brani scelti sono già nella lista</source>
+        <translation>The chosen songs are in the list already</translation>
+    </message>
+    <message>
+        <source>Rilascia per aggiungere alla lista</source>
+        <translation>Drop to add to the list</translation>
+    </message>
+    <message>
+        <source>Rilascia per sostituire la lista; con Ctrl aggiungi</source>
+        <translation>Drop to replace the list; with Ctrl you add</translation>
     </message>
 </context>
 <context>
@@ -2430,6 +2486,13 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Lascia le song come sono</source>
         <translation>Leaves the songs as they are</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::RecentFoldersMenu</name>
+    <message>
+        <source>Nessuna cartella</source>
+        <translation>No folder</translation>
     </message>
 </context>
 <context>

@@ -1907,16 +1907,8 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>Toglie la riga dalla tabella; il file resta sul disco (Canc)</translation>
     </message>
     <message>
-        <source>Cancella il file dal disco, dopo una domanda</source>
-        <translation>Cancella il file dal disco, dopo una domanda</translation>
-    </message>
-    <message>
         <source>Invio modifica la song della riga, Canc toglie la riga dalla tabella</source>
         <translation>Invio modifica la song della riga, Canc toglie la riga dalla tabella</translation>
-    </message>
-    <message>
-        <source>Rimette la song com&apos;era prima dell&apos;ultima modifica</source>
-        <translation>Rimette la song com&apos;era prima dell&apos;ultima modifica</translation>
     </message>
     <message>
         <source>Ripristina</source>
@@ -2017,6 +2009,70 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>La song non è stata salvata: %1</source>
         <translation>La song non è stata salvata: %1</translation>
+    </message>
+    <message>
+        <source>Aggiungi da una cartella recente</source>
+        <translation>Aggiungi da una cartella recente</translation>
+    </message>
+    <message>
+        <source>Cancella il file dal disco, dopo una domanda (Maiusc+Canc)</source>
+        <translation>Cancella il file dal disco, dopo una domanda (Maiusc+Canc)</translation>
+    </message>
+    <message>
+        <source>Rimette la song com&apos;era prima dell&apos;ultima modifica (Ctrl+R)</source>
+        <translation>Rimette la song com&apos;era prima dell&apos;ultima modifica (Ctrl+R)</translation>
+    </message>
+    <message>
+        <source>Sceglie i file delle song e li legge nella tabella al posto di quelli di prima</source>
+        <translation>Sceglie i file delle song e li legge nella tabella al posto di quelli di prima</translation>
+    </message>
+    <message>
+        <source>Seleziona brani...</source>
+        <translation>Seleziona brani...</translation>
+    </message>
+    <message>
+        <source>Aggiunge altri file alla tabella; quelli che ci sono già non entrano due volte</source>
+        <translation>Aggiunge altri file alla tabella; quelli che ci sono già non entrano due volte</translation>
+    </message>
+    <message>
+        <source>Aggiungi brani...</source>
+        <translation>Aggiungi brani...</translation>
+    </message>
+    <message>
+        <source>Aggiunge alla tabella le song di una cartella e di quelle che contiene</source>
+        <translation>Aggiunge alla tabella le song di una cartella e di quelle che contiene</translation>
+    </message>
+    <message>
+        <source>Aggiungi cartella...</source>
+        <translation>Aggiungi cartella...</translation>
+    </message>
+    <message>
+        <source>Legge di nuovo i file che erano nella tabella l&apos;ultima volta</source>
+        <translation>Legge di nuovo i file che erano nella tabella l&apos;ultima volta</translation>
+    </message>
+    <message>
+        <source>Riprendi l&apos;ultima lista</source>
+        <translation>Riprendi l&apos;ultima lista</translation>
+    </message>
+    <message>
+        <source>L&apos;ultima lista non si può leggere</source>
+        <translation>L&apos;ultima lista non si può leggere</translation>
+    </message>
+    <message>
+        <source>Già nella lista: %1</source>
+        <translation>Già nella lista: %1</translation>
+    </message>
+    <message>
+        <source>I brani scelti sono già nella lista</source>
+        <translation>I brani scelti sono già nella lista</translation>
+    </message>
+    <message>
+        <source>Rilascia per aggiungere alla lista</source>
+        <translation>Rilascia per aggiungere alla lista</translation>
+    </message>
+    <message>
+        <source>Rilascia per sostituire la lista; con Ctrl aggiungi</source>
+        <translation>Rilascia per sostituire la lista; con Ctrl aggiungi</translation>
     </message>
 </context>
 <context>
@@ -2430,6 +2486,13 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Lascia le song come sono</source>
         <translation>Lascia le song come sono</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::RecentFoldersMenu</name>
+    <message>
+        <source>Nessuna cartella</source>
+        <translation>Nessuna cartella</translation>
     </message>
 </context>
 <context>

@@ -54,7 +54,7 @@ QJsonObject whatIsSeen()
         return {};
     QStringList menus;
     for (const QAction *menu : window->menuBar()->actions())
-        menus.append(menu->text());
+        menus.append(menu->text().remove(u'&'));
     const QMessageBox box(QMessageBox::Question, QString(), QString(), QMessageBox::Yes);
     QWidget *middle = window->centralWidget();
     const QImage picture = middle->grab().toImage();

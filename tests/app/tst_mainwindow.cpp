@@ -236,7 +236,8 @@ void TestMainWindow::reachesMenusByKeyboard()
     QTest::keyClick(m_window->windowHandle(), Qt::Key_Alt);
     QVERIFY(m_window->menuBar()->activeAction() != nullptr);
     QTest::keyClick(m_window->menuBar(), Qt::Key_Right);
-    QCOMPARE(m_window->menuBar()->activeAction()->text(), QStringLiteral("Preferenze"));
+    QCOMPARE(m_window->menuBar()->activeAction()->menu()->objectName(),
+             QStringLiteral("menuPreferences"));
 }
 
 BRISEL_TEST(QApplication, TestMainWindow)

@@ -142,16 +142,20 @@ void TestMainWindowForm::ordersItsMenus()
     QStringList menus;
     QStringList entries;
     for (QAction *menu : m_window->menuBar()->actions()) {
-        menus.append(menu->text());
-        if (menu->text() == QStringLiteral("Vista"))
+        menus.append(menu->text().remove(u'&'));
+        if (menu->menu()->objectName() == QStringLiteral("menuView"))
             continue; // tst_columnlayout looks at its entries
         for (QAction *action : menu->menu()->actions())
-            entries.append(action->text());
+            entries.append(action->text().remove(u'&'));
     }
     QCOMPARE(menus.join(u'|'), QStringLiteral("File|Preferenze|Vista|Strumenti|Aiuto"));
     QCOMPARE(
         entries.join(u'|'),
-        QStringLiteral("Esci|Lingua|Messaggi Copyright|&SoundFont per i MIDI...|Rigenera il "
+        QStringLiteral("Seleziona brani...|Aggiungi brani...|Aggiungi cartella...|"
+                       "Aggiungi da una cartella recente|Riprendi l'ultima lista||"
+                       "Sincronizza song con il database Kordia|"
+                       "Trasferisci song nella memoria di Brisel||"
+                       "Esci|Lingua|Messaggi Copyright|SoundFont per i MIDI...|Rigenera il "
                        "database delle song|Salva "
                        "lista delle song|Anteprima sincronizzazione...|Cronologia modifiche...|"
                        "Ripristina backup...|Aiuto Brisel PC|Informazioni|Informazioni su "

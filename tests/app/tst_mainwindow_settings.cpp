@@ -72,7 +72,7 @@ void TestMainWindowSettings::switchesToEnglishAtOnce()
     QCoreApplication::processEvents();
     QCOMPARE(stored("language").toString(), QStringLiteral("en"));
     QCOMPARE(find<QAction>("actionQuit")->text(), QStringLiteral("Quit"));
-    QCOMPARE(m_window->menuBar()->actions().at(1)->text(), QStringLiteral("Preferences"));
+    QCOMPARE(m_window->menuBar()->actions().at(1)->text(), QStringLiteral("&Preferences"));
     QCOMPARE(find<QToolButton>("transferFilesToolButton")->text(),
              QStringLiteral("Transfer songs in the Brisel2 memory"));
     QCOMPARE(heading(2), QStringLiteral("Title"));

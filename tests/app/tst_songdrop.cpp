@@ -30,6 +30,8 @@ private slots:
     void dropsNothingIntoARunThatBeganAfterTheDrop();
     void cancelledSearchImportsNothing();
     void takesNothingWithoutALibrary();
+    void addsWithTheCtrlKey();
+    void saysWhatADropWillDo();
 
 private:
     /// Drags \a urls over \a part of the window and drops them there if the drag is accepted.
@@ -39,17 +41,17 @@ private:
         data.setUrls(urls);
         const QPoint middle = part->rect().center();
         const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
-        QDragEnterEvent enter(middle, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent enter(middle, actions, &data, Qt::LeftButton, m_modifiers);
         enter.ignore();
         QCoreApplication::sendEvent(part, &enter);
         if (!enter.isAccepted())
             return false;
-        QDragMoveEvent move(middle, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QDragMoveEvent move(middle, actions, &data, Qt::LeftButton, m_modifiers);
         move.ignore();
         QCoreApplication::sendEvent(part, &move);
         if (!move.isAccepted())
             return false;
-        QDropEvent drop(middle, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(middle, actions, &data, Qt::LeftButton, m_modifiers);
         drop.ignore();
         QCoreApplication::sendEvent(part, &drop);
         m_action = drop.dropAction();
@@ -80,12 +82,14 @@ private:
 
     std::unique_ptr<SampleWindow> m_sample;
     Qt::DropAction m_action = Qt::IgnoreAction;
+    Qt::KeyboardModifiers m_modifiers = Qt::NoModifier; ///< of the drags
 };
 
 void TestSongDrop::init()
 {
     m_sample = std::make_unique<SampleWindow>();
     m_action = Qt::IgnoreAction;
+    m_modifiers = Qt::NoModifier;
 }
 
 void TestSongDrop::cleanup()
@@ -244,6 +248,44 @@ void TestSongDrop::takesNothingWithoutALibrary()
     QVERIFY(QDir().mkdir(u"songsdb_debug"_qs));
     const MainWindow window;
     QVERIFY(!window.acceptDrops());
+}
+
+void TestSongDrop::addsWithTheCtrlKey()
+{
+    m_sample->import({u"old.mid"_qs});
+    makeSong(u"new/a.mid"_qs);
+    m_modifiers = Qt::ControlModifier;
+    QVERIFY(drop({u"new"_qs, u"old.mid"_qs}));
+    QCOMPARE(m_action, Qt::CopyAction);
+    QCOMPARE(rows(), u"old.mid"_qs); // the source of the drag does not wait
+    QTRY_COMPARE(rows(), u"old.mid a.mid"_qs);
+    QVERIFY(isEnabled("updateDataToolButton"));
+}
+
+void TestSongDrop::saysWhatADropWillDo()
+{
+    auto *status = m_sample->window->findChild<QStatusBar *>();
+    makeSong(u"a.mid"_qs);
+    QString said;
+    connect(status, &QStatusBar::messageChanged, this, [&said](const QString &message) {
+        if (!message.isEmpty())
+            said = message;
+    });
+    QVERIFY(drop({u"a.mid"_qs}));
+    QTRY_COMPARE(rows(), u"a.mid"_qs);
+    QCOMPARE(said, QString()); // an empty list: nothing is replaced
+    makeSong(u"b.mid"_qs);
+    QVERIFY(drop({u"b.mid"_qs}));
+    QCOMPARE(said, u"Rilascia per sostituire la lista; con Ctrl aggiungi"_qs);
+    QCOMPARE(status->currentMessage(), QString()); // the drag is over
+    QTRY_COMPARE(rows(), u"b.mid"_qs);
+    m_modifiers = Qt::ControlModifier;
+    m_sample->script.expectMessage(u"Lettura file"_qs, u"I brani scelti sono già nella lista"_qs,
+                                   QMessageBox::Ok);
+    QVERIFY(drop({u"b.mid"_qs}));
+    QCOMPARE(said, u"Rilascia per aggiungere alla lista"_qs);
+    QTRY_VERIFY(m_sample->script.isDone());
+    QCOMPARE(rows(), u"b.mid"_qs);
 }
 
 BRISEL_TEST(QApplication, TestSongDrop)

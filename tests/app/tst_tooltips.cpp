@@ -125,7 +125,7 @@ void TestToolTips::everyMenuEntryHasOne()
                      qPrintable(action->objectName()));
         }
     }
-    QCOMPARE(entries, 15 + 17); // those of the menu of the columns
+    QCOMPARE(entries, 21 + 17); // those of the menu of the columns
 }
 
 void TestToolTips::everyHeadingHasOne()

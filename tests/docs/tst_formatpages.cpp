@@ -6,6 +6,7 @@
 #include "index/indexrecords.h"
 #include "index/playlists.h"
 #include "library/backuplist.h"
+#include "library/lastlist.h"
 #include "songfile/fingerprint.h"
 #include "songfile/lzhuff.h"
 #include "tests/db/localcatalogue.h"
@@ -91,6 +92,7 @@ private slots:
     void playlistSongs();
     void playlistPaths();
     void logLine();
+    void lastList();
     void catalogueSource();
     void catalogueRecord();
 
@@ -415,6 +417,17 @@ void TestFormatPages::playlistPaths()
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
     QCOMPARE(difference(memory.read(u"playlist/play0007.pts"_qs), bytes(u"playlistPaths"_qs)),
              QString());
+}
+
+void TestFormatPages::lastList()
+{
+    const QByteArray given = bytes(u"lastList"_qs);
+    const QStringList songs{u"/a/b.mid"_qs, u"/\u00e8.mp3"_qs};
+    LastList(u"last.json"_qs).keep(songs);
+    QCOMPARE(difference(fileContent(u"last.json"_qs), given), QString());
+    makeFile(u"last.json"_qs, given);
+    QCOMPARE(LastList(u"last.json"_qs).songs(), songs);
+    QCOMPARE(LastList::largestFile, 64 << 20);
 }
 
 void TestFormatPages::logLine()

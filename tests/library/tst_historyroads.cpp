@@ -329,6 +329,7 @@ void TestHistoryRoads::knowsEveryWriter()
         {u"library/filecopier.cpp"_s, others},  // to memories and backups
         {u"library/safecopy.cpp"_s, others},
         {u"library/backuplist.cpp"_s, others},
+        {u"library/lastlist.cpp"_s, others},
         {u"library/foldertreebackup.cpp"_s, others},
         {u"library/dialogs/reportdialog.cpp"_s, others},
     };

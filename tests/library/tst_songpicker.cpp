@@ -28,6 +28,9 @@ private slots:
     void survivesNamesThatAreNoText();
     void stopsAtACancel();
     void picksTensOfThousands();
+    void leavesOutWhatIsInTheList();
+    void leavesOutAFileWithTwoNames();
+    void stopsWhileTheListIsRead();
 
 private:
     static QStringList picked(const QStringList &paths)
@@ -122,6 +125,47 @@ void TestSongPicker::stopsAtACancel()
     SongPicker picker({u"many"_qs});
     QCOMPARE(picker.run(run), SongPicker::Outcome::Interrupted);
     QCOMPARE(picker.songs().size(), 2);
+}
+
+void TestSongPicker::leavesOutWhatIsInTheList()
+{
+    makeFiles({u"list/a.mid"_qs, u"list/b.mid"_qs, u"list/c.mid"_qs});
+    QVERIFY(QFile::link(u"a.mid"_qs, u"list/link.mid"_qs));
+    QCOMPARE(link("list/b.mid", "list/hard.mid"), 0);
+    const QString folder = QDir::currentPath() + u"/list/"_qs;
+    ScriptedRun run;
+    SongPicker picker({u"list"_qs, u"list/gone.mid"_qs},
+                      {folder + u"a.mid"_qs, folder + u"b.mid"_qs, folder + u"gone.mid"_qs});
+    QCOMPARE(picker.run(run), SongPicker::Outcome::Done);
+    QCOMPARE(picker.songs(), QStringList(folder + u"c.mid"_qs));
+    QCOMPARE(picker.listedCount(), 4);
+
+    SongPicker nothing({folder + u"link.mid"_qs}, {folder + u"a.mid"_qs});
+    QCOMPARE(nothing.run(run), SongPicker::Outcome::NoNewSongs);
+    SongPicker noSongs({u"list/none"_qs}, {folder + u"a.mid"_qs});
+    QCOMPARE(noSongs.run(run), SongPicker::Outcome::NoSongs);
+}
+
+void TestSongPicker::leavesOutAFileWithTwoNames()
+{
+    makeFiles({u"names/old.mid"_qs, u"names/new.mid"_qs});
+    QVERIFY(QFile::link(u"new.mid"_qs, u"names/other.mid"_qs));
+    const QString folder = QDir::currentPath() + u"/names/"_qs;
+    ScriptedRun run;
+    SongPicker picker({u"names"_qs}, {folder + u"old.mid"_qs});
+    QCOMPARE(picker.run(run), SongPicker::Outcome::Done);
+    QCOMPARE(picker.songs(), QStringList(folder + u"new.mid"_qs));
+}
+
+void TestSongPicker::stopsWhileTheListIsRead()
+{
+    makeFiles({u"stop/a.mid"_qs});
+    ScriptedRun run;
+    run.onEvents = [&run] { run.isStopped = run.eventRounds >= 2; };
+    SongPicker picker({u"stop"_qs}, {u"/x1"_qs, u"/x2"_qs, u"/x3"_qs, u"/x4"_qs});
+    QCOMPARE(picker.run(run), SongPicker::Outcome::Interrupted);
+    QCOMPARE(run.eventRounds, 2);
+    QVERIFY(picker.songs().isEmpty());
 }
 
 void TestSongPicker::picksTensOfThousands()

@@ -1,0 +1,175 @@
+// The window's part in making the list of songs: picking, dropping and adding files, and the last
+// list.
+
+#include "app/libraryrun.h"
+#include "app/recentfoldersmenu.h"
+#include "app/songdrop.h"
+#include "base/fileidentity.h"
+#include "base/lastfolder.h"
+#include "library/libraryimport.h"
+#include "library/songpicker.h"
+
+#include "ui_mainwindow.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace brisel
+{
+
+using Operation = RunReport::Operation;
+
+static constexpr int hintTime = 5000; ///< milliseconds
+
+void MainWindow::on_selectDirToolButton_clicked()
+{
+    if (!canStartRun())
+        return;
+    if (const QStringList files = chooseSongFiles(); !files.isEmpty())
+        importPickedFiles(files);
+}
+
+/// Empty if the user cancelled.
+QStringList MainWindow::chooseSongFiles()
+{
+    const QStringList files =
+        QFileDialog::getOpenFileNames(this, tr("Seleziona i file da importare"),
+                                      startFolder(Settings::songsFolder, QStringLiteral("/")),
+                                      QStringLiteral("Songs (%1)").arg(songNamePatterns()));
+    if (!files.isEmpty())
+        keepSongsFolder(QFileInfo(files.constFirst()).absolutePath());
+    return files;
+}
+
+void MainWindow::keepSongsFolder(const QString &folder)
+{
+    keepFolder(Settings::songsFolder, folder);
+    keepRecent(Settings::recentFolders, folder);
+}
+
+void MainWindow::on_actionAddSongs_triggered()
+{
+    if (!canStartRun())
+        return;
+    if (const QStringList files = chooseSongFiles(); !files.isEmpty())
+        addSongs(files);
+}
+
+void MainWindow::on_actionAddFolder_triggered()
+{
+    if (!canStartRun())
+        return;
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, tr("Scegli cartella"), startFolder(Settings::songsFolder, QStringLiteral("/")));
+    if (folder.isEmpty())
+        return;
+    keepSongsFolder(folder);
+    addSongs({folder});
+}
+
+void MainWindow::on_actionLastList_triggered()
+{
+    if (!canStartRun() || m_phase != Phase::NoFiles)
+        return;
+    const QStringList songs = m_lastList.songs();
+    if (songs.isEmpty())
+        QMessageBox::warning(this, tr("Riprendi l'ultima lista"),
+                             tr("L'ultima lista non si può leggere"));
+    else
+        importPickedFiles(songs);
+}
+
+void MainWindow::openSongs(const QStringList &paths)
+{
+    if (!canStartRun())
+        return;
+    SongPicker picker(paths);
+    if (pickSongs(picker, paths))
+        importPickedFiles(picker.songs());
+}
+
+void MainWindow::addSongs(const QStringList &paths)
+{
+    if (!canStartRun())
+        return;
+    if (m_fileList.isEmpty())
+        return openSongs(paths);
+    SongPicker picker(paths, m_fileList);
+    if (!pickSongs(picker, paths))
+        return;
+    addPickedFiles(picker.songs());
+    if (picker.listedCount() > 0 && !Run::isEnding())
+        m_ui->statusBar->showMessage(tr("Già nella lista: %1").arg(picker.listedCount()), hintTime);
+}
+
+/// Returns true if \a picker has found songs. Otherwise the user was informed, or has cancelled.
+bool MainWindow::pickSongs(SongPicker &picker, const QStringList &paths)
+{
+    SongPicker::Outcome outcome = SongPicker::Outcome::Interrupted;
+    {
+        WindowRun run(this, Operation::Import); // reports nothing: the last report stays
+        outcome = picker.run(run);
+    }
+    if (outcome == SongPicker::Outcome::NoSongs)
+        QMessageBox::information(this, tr("Lettura file"), tr("Non è stato trovato nessun brano"));
+    else if (outcome == SongPicker::Outcome::NoNewSongs)
+        QMessageBox::information(this, tr("Lettura file"),
+                                 tr("I brani scelti sono già nella lista"));
+    if (outcome != SongPicker::Outcome::Done)
+        return false;
+    const QFileInfo first(paths.constFirst());
+    keepRecent(Settings::recentFolders,
+               first.isDir() ? first.absoluteFilePath() : first.absolutePath());
+    return true;
+}
+
+void MainWindow::takeDrops()
+{
+    auto *drop = new SongDrop(*this);
+    connect(drop, &SongDrop::dropped, this, &MainWindow::openSongs);
+    connect(drop, &SongDrop::droppedToAdd, this, &MainWindow::addSongs);
+    connect(drop, &SongDrop::refused, this, [this] {
+        m_ui->statusBar->showMessage(tr("Attendere la fine dell'operazione in corso"), hintTime);
+    });
+    connect(drop, &SongDrop::hovered, this, [this](bool adds) {
+        if (!m_fileList.isEmpty())
+            m_ui->statusBar->showMessage(
+                adds ? tr("Rilascia per aggiungere alla lista")
+                     : tr("Rilascia per sostituire la lista; con Ctrl aggiungi"));
+    });
+    connect(drop, &SongDrop::ended, m_ui->statusBar, &QStatusBar::clearMessage);
+}
+
+void MainWindow::offerFolders()
+{
+    const auto *folders = new RecentFoldersMenu(*m_ui->menuRecentFolders);
+    connect(folders, &RecentFoldersMenu::chosen, this,
+            [this](const QString &folder) { addSongs({folder}); });
+}
+
+void MainWindow::importPickedFiles(const QStringList &files)
+{
+    m_fileList = files;
+    m_lastList.keep(m_fileList);
+    setPhase(Phase::Working);
+    importUserLibrary();
+    if (m_phase == Phase::Working)
+        setPhase(Phase::Sendable);
+}
+
+void MainWindow::addPickedFiles(const QStringList &files)
+{
+    m_fileList.append(files);
+    m_lastList.keep(m_fileList);
+    setPhase(Phase::Working);
+    LibraryImport import(m_database, *m_model, files, LibraryImport::Mode::Add);
+    {
+        LibraryRun run(*this, Operation::Import);
+        static_cast<void>(import.run(run)); // it ends early only with the program
+    }
+    adjustUserLibraryHeaders();
+    setPhase(Phase::Imported);
+}
+
+} // namespace brisel
