@@ -95,7 +95,8 @@ int MainWindow::editAndGo(int row, int step)
         chooseRow(*m_ui->userLibraryTableView, row);
     DataEditDialog &dialog = editDialog();
     dialog.setKeysCombo(MetaSong::getKeysList());
-    dialog.setListSize(m_model->goodRowCount(), hiddenRowCount(*m_ui->userLibraryTableView));
+    const int songs = m_model->goodRowCount();
+    dialog.setListSize(songs, hiddenRowCount(*m_ui->userLibraryTableView, songs));
     dialog.setNeighbours(nextSong(row, -1) >= 0, nextSong(row, 1) >= 0);
     dialog.setOtherInfo(file->info);
     const int answer = dialog.exec();

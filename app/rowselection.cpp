@@ -66,10 +66,10 @@ int rowChosenAfterRemoval(const QTableView &view, const QList<int> &rows)
     return next - static_cast<int>(before - rows.cbegin());
 }
 
-int hiddenRowCount(const QTableView &view)
+int hiddenRowCount(const QTableView &view, int count)
 {
     int hidden = 0;
-    for (int row = 0; row < rowCountOf(view); ++row)
+    for (int row = 0; row < count; ++row)
         hidden += view.isRowHidden(row) ? 1 : 0;
     return hidden;
 }

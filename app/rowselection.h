@@ -22,8 +22,8 @@ void chooseRow(QTableView &view, int row);
 /// removed: the next shown one, or the one before them; -1 if no other row is shown.
 int rowChosenAfterRemoval(const QTableView &view, const QList<int> &rows);
 
-/// The number of hidden rows.
-int hiddenRowCount(const QTableView &view);
+/// The number of hidden rows among the first \a count.
+int hiddenRowCount(const QTableView &view, int count);
 
 /// Returns the number of the next shown row after \a row, or before it if \a step is -1; -1 at the
 /// end of the table.

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 
 using namespace brisel;
 
@@ -22,6 +23,7 @@ private slots:
     void areNotSynchronised();
     void areNotEdited();
     void areNotSpreadOver();
+    void areNotCountedAsHiddenSongs();
     void haveNoMenu();
     void keysDoNothing();
     void followTheSearch();
@@ -134,6 +136,27 @@ void TestUnreadableRows::areNotSpreadOver()
     QCOMPARE(statuses(), u"22"_qs);
     QCOMPARE(model().outcome(2), SongOutcome::NotReadable);
     QCOMPARE(fileContent(at(u"bad.mid"_qs)), "not a song"_qba);
+}
+
+/// The question of "apply to all" counts the songs that the search hides.
+void TestUnreadableRows::areNotCountedAsHiddenSongs()
+{
+    importWithOne();
+    toggle()->trigger();
+    m_window->findChild<QLineEdit *>(u"searchLineEdit"_qs)->setText(u"one"_qs);
+    QString shown;
+    expectEdit([&shown](QWidget *dialog) {
+        DialogScript inner;
+        inner.expect("QMessageBox", [&shown](QWidget *box) {
+            shown = qobject_cast<QMessageBox *>(box)->informativeText();
+            QTest::keyClick(box, Qt::Key_Escape);
+        });
+        DialogScript::click(dialog, u"checkBoxToAllAuthor"_qs);
+        DialogScript::click(dialog, u"exitPushButton"_qs);
+    });
+    doubleClick(0);
+    verifyScript();
+    QCOMPARE(shown, u"Song da modificare: 2\nAnche quelle nascoste dalla ricerca: 1"_qs);
 }
 
 void TestUnreadableRows::haveNoMenu()
