@@ -66,7 +66,6 @@ ManualEdit::Outcome ManualEdit::run(Run &run)
         const Outcome outcome = spreadOverRows(run, rows);
         if (m_recorder != nullptr)
             m_recorder->finish(run.report());
-        run.processEvents(); // clicks of the last songs are for the progress, not for the window
         run.end();
         return outcome;
     }

@@ -42,7 +42,6 @@ SongDeletion::Outcome SongDeletion::run(Run &run)
         deleteFile(run, row);
         run.setStep(static_cast<int>(done) + 1);
     }
-    run.processEvents(); // clicks of the last files are for the progress, not for the window
     run.end();
     return outcome;
 }

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QProgressBar>
 #include <QProgressDialog>
+#include <QScopedValueRollback>
 
 namespace brisel
 {
@@ -97,8 +98,14 @@ void WindowRun::processEvents()
     m_sinceEvents.start();
 }
 
+/// Clicks and keys since the last events are for the dialog: afterwards they would press a button
+/// of the window. They come too late to interrupt.
 void WindowRun::end()
 {
+    if (m_dialog != nullptr) {
+        const QScopedValueRollback<bool> beforeEnd(m_isInterrupted);
+        QCoreApplication::processEvents();
+    }
     finishStage();
 }
 

@@ -52,7 +52,7 @@ public:
     /// Processes events at each of the first calls of a stage, then a hundred times a second at
     /// most.
     void processEvents() override;
-    /// Closes the dialog. An interruption stays stored.
+    /// Processes all events and closes the dialog. An interruption before that stays stored.
     void end() override;
 
 protected:

@@ -1,4 +1,5 @@
 #include "library/dialogs/windowrun.h"
+#include "tests/queuedinput.h"
 #include "tests/testprogram.h"
 
 #include <QApplication>
@@ -41,6 +42,7 @@ private slots:
     void showsAShortRunWhole();
     void laysOutFewOfManySteps();
     void processesEventsAtAPace();
+    void clickBeforeTheEndDoesNotInterrupt();
     void forgetsCancelAtTheNextRun();
     void replacesAnOpenDialog();
     void countsARequestToEndAsCancel();
@@ -272,6 +274,24 @@ void TestWindowRun::processesEventsAtAPace()
     }
     QVERIFY2(taken >= 16, qPrintable(QString::number(taken)));
     QVERIFY2(taken <= 20 + clock.elapsed() / 10, qPrintable(QString::number(taken)));
+}
+
+/// A run that has done everything is not interrupted.
+void TestWindowRun::clickBeforeTheEndDoesNotInterrupt()
+{
+    QMainWindow window;
+    WindowRun run(&window, RunReport::Operation::Import);
+    const auto *button = beginShown(window, run)->findChild<QPushButton *>();
+    bool isClicked = false;
+    const QueuedInput input([&] {
+        isClicked = dialogOf(window)->isVisible();
+        sendClick(*button);
+    });
+    QCoreApplication::processEvents();
+    input.add();
+    run.end();
+    QVERIFY(isClicked);
+    QVERIFY(run.mayGoOn());
 }
 
 void TestWindowRun::forgetsCancelAtTheNextRun()
