@@ -97,10 +97,15 @@ void PlayerBar::arrange()
 void PlayerBar::showSong(const QString &title, bool hasTexts)
 {
     reset();
-    m_title->setWholeText(title);
+    setTitle(title);
     m_texts->setVisible(hasTexts);
     setPlaying(true);
     show();
+}
+
+void PlayerBar::setTitle(const QString &title)
+{
+    m_title->setWholeText(title);
 }
 
 void PlayerBar::showTrouble(const QString &text)

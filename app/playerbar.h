@@ -23,6 +23,8 @@ public:
 
     /// Shows a song that begins to play; \a hasTexts reserves a line for markers and karaoke.
     void showSong(const QString &title, bool hasTexts);
+    /// Shows the title of a song that can't be played.
+    void setTitle(const QString &title);
     /// Shows \a text instead of a song's texts.
     void showTrouble(const QString &text);
     /// Shows that nothing plays; the title stays.

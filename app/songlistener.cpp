@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QBoxLayout>
+#include <QFileInfo>
 #include <QTableView>
 
 #include <utility>
@@ -91,6 +92,7 @@ void SongListener::listen(const QString &path)
     if (song.has_value())
         player = m_maker(*song, trouble);
     if (player == nullptr) {
+        m_bar->setTitle(song.has_value() ? song->title : QFileInfo(path).fileName());
         fail(trouble);
         return;
     }

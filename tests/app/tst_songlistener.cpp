@@ -266,8 +266,11 @@ void TestSongListener::theButtonPlaysAndStops()
     QVERIFY(isPlaying(u"TWO.mid"_qs));
 }
 
+/// Beside the name of its file, as its title is unknown.
 void TestSongListener::showsWhyASongCantBePlayed()
 {
+    selectSong(u"TWO.mid"_qs);
+    pressSpace();
     selectSong(u"ONE.mid"_qs);
     QFile::remove(m_sample->at(u"ONE.mid"_qs));
     pressSpace();
@@ -275,8 +278,10 @@ void TestSongListener::showsWhyASongCantBePlayed()
     QVERIFY(find<QLabel>("playerTroubleLabel")->isVisible());
     QCOMPARE(text("playerTroubleLabel"),
              u"Ascolto non riuscito. Il brano non si può leggere: il file non esiste"_qs);
+    QCOMPARE(text("playedTitleLabel"), u"ONE.mid"_qs);
     selectSong(u"TWO.mid"_qs);
     pressSpace();
+    QCOMPARE(text("playedTitleLabel"), u"TWO"_qs);
     QVERIFY(!find<QLabel>("playerTroubleLabel")->isVisible());
 }
 
@@ -296,12 +301,15 @@ void TestSongListener::showsAnErrorOfThePlayer()
 
 void TestSongListener::explainsAMissingLibrary()
 {
+    selectSong(u"TWO.mid"_qs);
+    pressSpace();
     m_listener->setMaker([](const PlayableSong &song, QString &trouble) {
         return SongPlayers({}, {false, false}).make(song, trouble);
     });
     selectSong(u"ONE.mid"_qs);
     pressSpace();
     QVERIFY(text("playerTroubleLabel").contains(u"senza FluidSynth"_qs));
+    QCOMPARE(text("playedTitleLabel"), u"ONE"_qs);
 }
 
 void TestSongListener::sortingKeepsPlaying()
