@@ -299,6 +299,7 @@ void MainWindow::askDeleteFile(int row)
     box.setDefaultButton(QMessageBox::No);
     if (box.exec() != QMessageBox::Yes)
         return;
+    m_listener->stop();
     deleteSongFile(
         m_model->fileName(row)); // a file that can't be deleted is still removed from the list
     removeSongs({row});

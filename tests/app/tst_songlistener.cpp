@@ -6,6 +6,8 @@
 #include "tests/testprogram.h"
 
 #include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
 #include <QPointer>
 #include <QSlider>
 #include <QTranslator>
@@ -35,6 +37,7 @@ private slots:
     void sortingKeepsPlaying();
     void removingTheSongStopsIt();
     void removingAnotherSongKeepsPlaying();
+    void deletingTheSongStopsIt_data();
     void deletingTheSongStopsIt();
     void savingAnEditStopsFirst();
     void aCancelledEditKeepsPlaying();
@@ -51,6 +54,7 @@ private:
         qint64 position = 0;
         qint64 sought = -1;
         int stops = 0;
+        bool hadFileAtStop = false;
     };
 
     template <typename Kind>
@@ -98,6 +102,7 @@ public:
     {
         m_test.m_played.isPlaying = false;
         ++m_test.m_played.stops;
+        m_test.m_played.hadFileAtStop = QFile::exists(m_test.m_played.song.path);
     }
     bool isPlaying() const override { return m_test.m_played.isPlaying; }
     qint64 position() const override { return m_test.m_played.position; }
@@ -339,13 +344,32 @@ void TestSongListener::removingAnotherSongKeepsPlaying()
     QVERIFY(isPlaying(u"ONE.mid"_qs));
 }
 
+void TestSongListener::deletingTheSongStopsIt_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::newRow("yes") << int(QMessageBox::Yes);
+    QTest::newRow("no") << int(QMessageBox::No);
+}
+
+/// It stops first: some systems delete no file that is open.
 void TestSongListener::deletingTheSongStopsIt()
 {
+    QFETCH(int, answer);
+    const bool isDeleted = answer == QMessageBox::Yes;
     selectSong(u"ONE.mid"_qs);
     pressSpace();
     QVERIFY(m_played.isPlaying);
-    m_sample->model->removeRows(m_sample->table->currentIndex().row(), 1);
-    QVERIFY(!m_played.isPlaying);
+    m_sample->script.expectMenu([this](QMenu *menu) {
+        auto *entry = find<QAction>("actionDeleteFile");
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+    });
+    m_sample->script.expectMessage(u"Attenzione"_qs, u"Sei sicuro di voler cancellare il file?"_qs,
+                                   answer);
+    const QRect cell = m_sample->table->visualRect(m_sample->table->currentIndex());
+    emit m_sample->table->customContextMenuRequested(cell.center());
+    QCOMPARE(QFile::exists(m_sample->at(u"ONE.mid"_qs)), !isDeleted);
+    QCOMPARE(m_played.isPlaying, !isDeleted);
+    QCOMPARE(m_played.hadFileAtStop, isDeleted);
 }
 
 void TestSongListener::savingAnEditStopsFirst()
