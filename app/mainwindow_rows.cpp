@@ -209,9 +209,7 @@ void MainWindow::showMenuOfChosenRows()
         return;
     const QTableView *view = m_ui->userLibraryTableView;
     const QList<int> rows = chosenSongs();
-    const QRect cell = rows.isEmpty() ? QRect() : view->visualRect(view->currentIndex());
-    const QRect seen = cell.intersected(view->viewport()->rect());
-    showRowMenu(rows, view->viewport()->mapToGlobal(seen.isEmpty() ? QPoint() : seen.center()));
+    showRowMenu(rows, view->viewport()->mapToGlobal(menuPlace(*view, rows)));
 }
 
 void MainWindow::showRowMenu(const QList<int> &rows, const QPoint &place)

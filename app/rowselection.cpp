@@ -43,6 +43,26 @@ QList<int> rowsOfMenu(QTableView &view, int row)
     return {row};
 }
 
+QPoint menuPlace(const QTableView &view, const QList<int> &rows)
+{
+    const QRect viewport = view.viewport()->rect();
+    const auto seenPart = [&](int row) {
+        return viewport.intersected(
+            QRect(0, view.rowViewportPosition(row), viewport.width(), view.rowHeight(row)));
+    };
+    const auto isInSight = [&](int row) { return !seenPart(row).isEmpty(); };
+    const QModelIndex current = view.currentIndex();
+    int row = current.row();
+    if (!std::binary_search(rows.cbegin(), rows.cend(), row) || !isInSight(row)) {
+        const auto first = std::find_if(rows.cbegin(), rows.cend(), isInSight);
+        if (first == rows.cend())
+            return viewport.center();
+        row = *first;
+    }
+    const QRect cell = viewport.intersected(view.visualRect(current.siblingAtRow(row)));
+    return cell.isEmpty() ? seenPart(row).center() : cell.center();
+}
+
 void chooseRow(QTableView &view, int row)
 {
     const int column = std::max(view.currentIndex().column(), 0);

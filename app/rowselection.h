@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QPoint>
 
 class QTableView;
 
@@ -14,6 +15,10 @@ QList<int> chosenRows(const QTableView &view);
 /// The rows on which a menu over \a row works: the chosen ones if it is among them; otherwise it is
 /// selected alone.
 QList<int> rowsOfMenu(QTableView &view, int row);
+
+/// The point of the viewport where a menu over \a rows opens: in the current row if it is one of
+/// them and in sight, or in the first one in sight; in the middle if none is.
+QPoint menuPlace(const QTableView &view, const QList<int> &rows);
 
 /// Makes \a row the current and only selected one; a no-op for -1.
 void chooseRow(QTableView &view, int row);

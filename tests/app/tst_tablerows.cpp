@@ -25,6 +25,8 @@ private slots:
     void returnStartsNothingWithoutARow();
     void menuKeyMeansTheCurrentRow();
     void menuKeyMeansNoHiddenRow();
+    void menuOfTheKeyOpensAtAChosenRow_data();
+    void menuOfTheKeyOpensAtAChosenRow();
     void deleteTakesTheRowOutAndLeavesTheFile();
     void deleteTakesNothingOutThatIsNotSeen();
     void controlOPicksSongs();
@@ -198,6 +200,42 @@ void TestTableRows::menuKeyMeansNoHiddenRow()
     QCoreApplication::sendEvent(table, &event);
     QCOMPARE(enabled, QList<bool>({false, false, false}));
     QCOMPARE(m_sample->model->goodRowCount(), 60);
+}
+
+void TestTableRows::menuOfTheKeyOpensAtAChosenRow_data()
+{
+    QTest::addColumn<int>("current");
+    QTest::addColumn<QList<int>>("chosen");
+    QTest::addColumn<int>("place");
+    QTest::newRow("the current row") << 25 << QList<int>{22, 25, 27} << 25;
+    QTest::newRow("the current row is not chosen") << 25 << QList<int>{22, 27} << 22;
+    QTest::newRow("the current row is not in sight") << 1 << QList<int>{1, 23, 27} << 23;
+    QTest::newRow("none is in sight") << 25 << QList<int>{1, 2, 59} << -1;
+}
+
+/// The first row in sight is row 20.
+void TestTableRows::menuOfTheKeyOpensAtAChosenRow()
+{
+    QFETCH(int, current);
+    QFETCH(QList<int>, chosen);
+    QFETCH(int, place);
+    QTableView *table = m_sample->table;
+    QVERIFY(focusTable());
+    QItemSelectionModel *selection = table->selectionModel();
+    table->setCurrentIndex(m_sample->model->index(current, 2));
+    selection->clearSelection();
+    for (const int row : std::as_const(chosen))
+        selection->select(m_sample->model->index(row, 2),
+                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    table->scrollTo(m_sample->model->index(20, 2), QAbstractItemView::PositionAtTop);
+    const QRect cell = place < 0 ? QRect(table->viewport()->rect().center(), QSize(1, 1))
+                                 : table->visualRect(m_sample->model->index(place, 2));
+    QPoint opened;
+    m_sample->script.expectMenu(
+        [&](QMenu *menu) { opened = table->viewport()->mapFromGlobal(menu->pos()); });
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QCoreApplication::sendEvent(table, &event);
+    QVERIFY2(cell.contains(opened), qPrintable(QString::number(table->rowAt(opened.y()))));
 }
 
 void TestTableRows::deleteTakesTheRowOutAndLeavesTheFile()
