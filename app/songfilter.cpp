@@ -31,8 +31,9 @@ SongFilter::SongFilter(QLineEdit &field, QTableView &view, UserSongsRelTableMode
     readOutcomeWords();
     field.installEventFilter(this);
     connect(&field, &QLineEdit::textChanged, this, &SongFilter::search);
+    connect(&model, &QAbstractItemModel::modelAboutToBeReset, this,
+            [this] { m_isOutdated = true; });
     connect(&model, &QAbstractItemModel::modelReset, this, [this] {
-        forgetTexts();
         applyToAll();
         emit changed();
     });
@@ -169,13 +170,17 @@ void SongFilter::apply(int first, int last)
 
 void SongFilter::applyToAll()
 {
+    if (m_isOutdated)
+        forgetTexts();
     apply(0, m_model.rowCount() - 1);
 }
 
-/// After the model was read again: the view still hides the row numbers that it hid before.
+/// After the model was read again, before the first use: whoever follows the model may choose an
+/// outcome before the filter is notified. The view still hides the row numbers that it hid before.
 void SongFilter::forgetTexts()
 {
     const int rows = m_model.rowCount();
+    m_isOutdated = false;
     m_texts = QStringList(rows);
     m_hidden = 0;
     for (int row = 0; row < rows; ++row)

@@ -79,8 +79,9 @@ private:
     std::array<QStringList, allSongOutcomes.size()> m_outcomeWords; ///< folded
     SongSearch m_search;
     std::optional<SongOutcome> m_outcome;
-    QStringList m_texts; ///< a row's texts, folded; null until first use
-    int m_hidden = 0;    ///< number of hidden rows
+    QStringList m_texts;       ///< a row's texts, folded; null until first use
+    int m_hidden = 0;          ///< number of hidden rows
+    bool m_isOutdated = false; ///< both are from before the model was read again
 };
 
 } // namespace brisel
