@@ -170,9 +170,10 @@ private:
     void offerFolders();
     QStringList chooseSongFiles();
     void keepSongsFolder(const QString &folder);
-    bool pickSongs(SongPicker &picker, const QStringList &paths);
-    void importPickedFiles(const QStringList &files);
-    void addPickedFiles(const QStringList &files);
+    std::optional<qint64> pickSongs(SongPicker &picker, const QStringList &paths);
+    void importPickedFiles(const QStringList &files, qint64 searched = 0);
+    void importAfter(qint64 searched);
+    void addPickedFiles(const QStringList &files, qint64 searched);
     bool offerSynchronisation(const SongCounts &counts);
     bool synchronise(LibraryRun &run, const SyncPlan *plan = nullptr);
     std::optional<SyncPlan> previewedPlan();
@@ -198,7 +199,7 @@ private:
     void askDeleteFiles(const QList<int> &rows);
     bool mayRestore(const QList<int> &rows);
     void restoreSongs(const QList<int> &rows);
-    void restore(const QList<HistorySong> &songs);
+    void restore(const QList<HistorySong> &songs, qint64 searched = 0);
     void changeHistoryLimit(int limit);
     void limitHistory();
 

@@ -79,9 +79,11 @@ void MainWindow::limitHistory()
     m_history.setLimit(Settings::historyLimit.in(m_settings)*mebibyte);
 }
 
-void MainWindow::restore(const QList<HistorySong> &songs)
+/// After a search that took \a searched milliseconds.
+void MainWindow::restore(const QList<HistorySong> &songs, qint64 searched)
 {
     LibraryRun run(*this, RunReport::Operation::Restore);
+    run.continueAfter(searched);
     HistoryRecorder recorder(m_history, RunKind::Restore);
     Restore workflow(*m_model, m_history, songs, &recorder);
     static_cast<void>(workflow.run(run)); // an interrupted one shows its report, too

@@ -85,8 +85,8 @@ void MainWindow::openSongs(const QStringList &paths)
     if (!canStartRun())
         return;
     SongPicker picker(paths);
-    if (pickSongs(picker, paths))
-        importPickedFiles(picker.songs());
+    if (const auto searched = pickSongs(picker, paths); searched.has_value())
+        importPickedFiles(picker.songs(), *searched);
 }
 
 void MainWindow::addSongs(const QStringList &paths)
@@ -96,20 +96,24 @@ void MainWindow::addSongs(const QStringList &paths)
     if (m_fileList.isEmpty())
         return openSongs(paths);
     SongPicker picker(paths, m_fileList);
-    if (!pickSongs(picker, paths))
+    const auto searched = pickSongs(picker, paths);
+    if (!searched.has_value())
         return;
-    addPickedFiles(picker.songs());
+    addPickedFiles(picker.songs(), *searched);
     if (picker.listedCount() > 0 && !Run::isEnding())
         m_ui->statusBar->showMessage(tr("Già nella lista: %1").arg(picker.listedCount()), hintTime);
 }
 
-/// Returns true if \a picker has found songs. Otherwise the user was informed, or has cancelled.
-bool MainWindow::pickSongs(SongPicker &picker, const QStringList &paths)
+/// If \a picker has found songs, returns how many milliseconds that took. Otherwise the user was
+/// informed, or has cancelled.
+std::optional<qint64> MainWindow::pickSongs(SongPicker &picker, const QStringList &paths)
 {
     SongPicker::Outcome outcome = SongPicker::Outcome::Interrupted;
+    qint64 searched = 0;
     {
         WindowRun run(this, Operation::Import); // reports nothing: the last report stays
         outcome = picker.run(run);
+        searched = run.handOver();
     }
     if (outcome == SongPicker::Outcome::NoSongs)
         QMessageBox::information(this, tr("Lettura file"), tr("Non è stato trovato nessun brano"));
@@ -117,11 +121,11 @@ bool MainWindow::pickSongs(SongPicker &picker, const QStringList &paths)
         QMessageBox::information(this, tr("Lettura file"),
                                  tr("I brani scelti sono già nella lista"));
     if (outcome != SongPicker::Outcome::Done)
-        return false;
+        return std::nullopt;
     const QFileInfo first(paths.constFirst());
     keepRecent(Settings::recentFolders,
                first.isDir() ? first.absoluteFilePath() : first.absolutePath());
-    return true;
+    return searched;
 }
 
 void MainWindow::takeDrops()
@@ -148,17 +152,18 @@ void MainWindow::offerFolders()
             [this](const QString &folder) { addSongs({folder}); });
 }
 
-void MainWindow::importPickedFiles(const QStringList &files)
+/// After a search that took \a searched milliseconds, as the next one.
+void MainWindow::importPickedFiles(const QStringList &files, qint64 searched)
 {
     m_fileList = files;
     m_lastList.keep(m_fileList);
     setPhase(Phase::Working);
-    importUserLibrary();
+    importAfter(searched);
     if (m_phase == Phase::Working)
         setPhase(Phase::Sendable);
 }
 
-void MainWindow::addPickedFiles(const QStringList &files)
+void MainWindow::addPickedFiles(const QStringList &files, qint64 searched)
 {
     m_fileList.append(files);
     m_lastList.keep(m_fileList);
@@ -166,6 +171,7 @@ void MainWindow::addPickedFiles(const QStringList &files)
     LibraryImport import(m_database, *m_model, files, LibraryImport::Mode::Add);
     {
         LibraryRun run(*this, Operation::Import);
+        run.continueAfter(searched);
         static_cast<void>(import.run(run)); // it ends early only with the program
     }
     adjustUserLibraryHeaders();

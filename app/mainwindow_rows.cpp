@@ -338,6 +338,7 @@ bool MainWindow::mayRestore(const QList<int> &rows)
 void MainWindow::restoreSongs(const QList<int> &rows)
 {
     QList<HistorySong> changes;
+    qint64 searched = 0;
     {
         WindowRun run(this,
                       RunReport::Operation::Restore); // reports nothing: the last report stays
@@ -352,9 +353,10 @@ void MainWindow::restoreSongs(const QList<int> &rows)
             run.setStep(i + 1);
         }
         run.end();
+        searched = run.handOver();
     }
     if (!changes.isEmpty())
-        restore(changes);
+        restore(changes, searched);
 }
 
 void MainWindow::on_dbgSavePushButton_clicked()

@@ -36,11 +36,17 @@ using Operation = RunReport::Operation;
 
 void MainWindow::importUserLibrary()
 {
+    importAfter(0);
+}
+
+void MainWindow::importAfter(qint64 searched)
+{
     if (!canStartRun())
         return;
     LibraryImport import(m_database, *m_model, m_fileList);
     {
         LibraryRun run(*this, Operation::Import);
+        run.continueAfter(searched);
         if (import.run(run) != LibraryImport::Outcome::Done)
             return;
     }

@@ -109,6 +109,13 @@ void WindowRun::end()
     finishStage();
 }
 
+qint64 WindowRun::handOver()
+{
+    finishStage();
+    m_noticeDelay.stop();
+    return m_worked;
+}
+
 void WindowRun::finishStage()
 {
     if (m_dialog == nullptr)

@@ -42,6 +42,12 @@ public:
     void setClock(TimeLeft::Clock clock) { m_timeLeft = TimeLeft(std::move(clock)); }
     void setDesktop(Desktop desktop) { m_desktop = std::move(desktop); }
 
+    /// Ends the run without a notice: another one continues it. Returns how many milliseconds its
+    /// stages took, for continueAfter().
+    [[nodiscard]] qint64 handOver();
+    /// The notice counts \a worked milliseconds of a run before this one, too.
+    void continueAfter(qint64 worked) { m_worked = worked; }
+
     /// Opens a dialog in place of an open one; a stage without steps has a busy bar.
     void begin(const Stage &stage) override;
     void setSteps(int steps) override;
@@ -70,7 +76,7 @@ private:
     QPointer<QProgressBar> m_bar;
     PaintPace m_pace;
     TimeLeft m_timeLeft;
-    qint64 m_worked = 0;       ///< milliseconds of the finished stages
+    qint64 m_worked = 0;       ///< milliseconds of the finished stages, since a notice was sent
     bool m_wasInFront = false; ///< at the end of the last stage
     QTimer m_noticeDelay;      ///< active until the notice is sent, or another stage begins
     Desktop m_desktop;

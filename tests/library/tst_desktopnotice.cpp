@@ -25,6 +25,7 @@ private slots:
     void isSentAfterALongRun();
     void isSentWhileTheRunWaits();
     void isSentOnceForAllStages();
+    void isLeftToTheRunThatContinues();
     void isNotSentAfterAShortRun();
     void isNotSentForTimeOfQuestions();
     void isNotSentWhileTheWindowIsInFront();
@@ -158,6 +159,32 @@ void TestDesktopNotice::isSentWhileTheRunWaits()
 void TestDesktopNotice::isSentOnceForAllStages()
 {
     runStages({20000, 20000, 1});
+    QCOMPARE(m_sent.size(), 1);
+}
+
+/// A search for songs is a part of their import.
+void TestDesktopNotice::isLeftToTheRunThatContinues()
+{
+    QMainWindow window;
+    qint64 searched = 0;
+    {
+        WindowRun search(&window, RunReport::Operation::Import);
+        prepare(search);
+        search.begin({u"T"_qs, u"L"_qs});
+        m_now += 30001;
+        search.end();
+        searched = search.handOver();
+    }
+    QCOMPARE(m_sent.size(), 0);
+    QCOMPARE(searched, 30001);
+    {
+        WindowRun import(&window, RunReport::Operation::Import);
+        prepare(import);
+        import.continueAfter(searched);
+        import.begin({u"T"_qs, u"L"_qs, 2});
+        m_now += 1;
+        import.end();
+    }
     QCOMPARE(m_sent.size(), 1);
 }
 
