@@ -8,6 +8,7 @@
 #include "index/indexwriters.h"
 #include "index/playlists.h"
 #include "songfile/lzhuff.h"
+#include "tests/midibytes.h"
 #include "tests/songfile/tagmaker.h"
 #include "tools/cataloguefile.h"
 #include "tools/samplesongs.h"
@@ -66,6 +67,9 @@ void writeSongSeeds()
             writeSeed(QStringLiteral("mp3header"), sample.fileName, scripted(song.left(2048)));
         }
     }
+    // In a bar far behind the end the microseconds do not fit 64 bits.
+    writeSeed(QStringLiteral("songtimeline"), QStringLiteral("longestbars"),
+              MidiBytes::longestBars());
     // A tag of the maximum length.
     QByteArray longTag = QByteArray::fromHex("494433030000003D043F") + "TIT2" +
                          QByteArray::fromHex("00000005000000") + "Song";

@@ -18,6 +18,7 @@ private slots:
     void countsBarsByTheTimeSignatures();
     void beginsANewBarAtASignatureWithinABar();
     void ignoresImpossibleSignatures();
+    void keepsTheTimeOfTheLastBar();
     void keepsTextsInTheirOrder();
     void refusesWhatCantBeTimed_data();
     void refusesWhatCantBeTimed();
@@ -93,6 +94,23 @@ void TestSongTimeline::ignoresImpossibleSignatures()
         timelineOf(bytes("\x00\xFF\x58\x02\x00\x02") + bytes("\x00\xFF\x58\x02\x04\xFF") +
                    bytes("\x00\xFF\x58\x01\x03"));
     QCOMPARE(timeline.msOfBar(2), 2000);
+}
+
+/// The longest bars at the slowest tempo, and a marker in the last bar that can be stored: its tick
+/// times the tempo does not fit 64 bits.
+void TestSongTimeline::keepsTheTimeOfTheLastBar()
+{
+    const auto timeline = SongTimeline::read(MidiBytes::longestBars());
+    QVERIFY(timeline.has_value());
+    const qint64 end = timeline->msAt(SongTimeline::maxTicks);
+    QVERIFY(end > 0);
+    qint64 last = 0;
+    for (const qint64 bar : {1, 2, 32, 33, 34, 1000, 16000, 32767, 65535}) {
+        const qint64 ms = timeline->msOfBar(bar);
+        QVERIFY2(ms >= last && ms <= end, qPrintable(QString::number(bar)));
+        last = ms;
+    }
+    QCOMPARE(last, end);
 }
 
 void TestSongTimeline::keepsTextsInTheirOrder()
