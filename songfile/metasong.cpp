@@ -148,6 +148,14 @@ void MetaSong::setSongInfo(const SongInfo &info, bool manual, SongFields fields)
     debug() << "";
 }
 
+bool MetaSong::setMarkers(const QList<Marker> &markers)
+{
+    if (!m_song.setMarkers(markers))
+        return false;
+    m_changes.append({{}, true, SongFields::none(), markers});
+    return true;
+}
+
 bool MetaSong::saveToFile(const QString &path)
 {
     return save(path, nullptr) == WriteResult::Done;
@@ -223,6 +231,13 @@ bool MetaSong::catchUp(const QString &path)
     }
     SongData replayed = m_loaded;
     for (const Change &change : std::as_const(m_changes)) {
+        if (change.markers.has_value()) {
+            if (!replayed.setMarkers(*change.markers) || !now.m_song.setMarkers(*change.markers)) {
+                m_trouble = Trouble::ChangedMeanwhile;
+                return false;
+            }
+            continue;
+        }
         const SongInfo before = replayed.info();
         const SongInfo present = now.m_song.info();
         SongInfo info = change.info;

@@ -49,6 +49,12 @@ public:
     /// that are not in \a fields keep the file's value.
     void setSongInfo(const SongInfo &info, bool manual, SongFields fields = SongFields::all());
 
+    /// Whether setMarkers() can replace the markers of this song.
+    bool canSetMarkers() const { return m_song.canSetMarkers(); }
+    /// Replaces the markers of the song in memory, which setSongInfo() does not change by hand.
+    /// Returns false, and changes nothing, if it has none or they can't be replaced.
+    [[nodiscard]] bool setMarkers(const QList<Marker> &markers);
+
     /// False if saveToFile() would refuse: there is no song in memory, or it has become too large
     /// to be read.
     [[nodiscard]] bool isWholeInMemory() const { return m_song.isWhole(maxSongSize); }
@@ -101,6 +107,7 @@ private:
         SongInfo info;
         bool manual = false;
         SongFields fields = SongFields::all();
+        std::optional<QList<Marker>> markers = {}; ///< if only these were changed
     };
 
     [[nodiscard]] bool load(const PlainFile &file, const QString &path);

@@ -4,7 +4,12 @@
 #include "songfile/midikeys.h"
 #include "songfile/rawmidifile.h"
 
+#include <QByteArrayList>
+#include <QHash>
+
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 namespace brisel
 {
@@ -207,6 +212,69 @@ void RawMidiFile::addMarkers(const QList<brisel::Marker> &list)
     for (const brisel::Marker &marker : list)
         events += markerEvent(marker.text, static_cast<quint16>(marker.bar));
     insertAtHead(events);
+}
+
+/// The events of the markers, in the order of markersList(); nothing if a marker that is read can't
+/// be removed as a whole.
+std::optional<QByteArrayList> RawMidiFile::markerEvents() const
+{
+    constexpr qsizetype barSize = 2;
+    const QList<brisel::Marker> read = markersList();
+    const QList<HeadEvent> events = eventsToRemove({kordiaMeta, Marker}, false);
+    if (events.size() != read.size())
+        return {};
+    QByteArrayList bytes;
+    for (qsizetype i = 0; i < events.size(); ++i) {
+        const HeadEvent &event = events.at(i);
+        if (!event.isWhole || event.end - event.data < barSize ||
+            read.at(i) != brisel::Marker{songText(dataOf(m_stream, event).sliced(barSize)),
+                                         be16At(m_stream, event.data)})
+            return {};
+        bytes.append(m_stream.mid(event.start, event.end - event.start));
+    }
+    RawMidiFile without = *this;
+    without.removeHeadMetaevent(Marker, false);
+    return without.hasMarkers() ? std::nullopt : std::optional(bytes);
+}
+
+bool RawMidiFile::canReplaceMarkers() const
+{
+    return !m_stream.isEmpty() && markerEvents().has_value();
+}
+
+bool RawMidiFile::isStorable(const brisel::Marker &marker)
+{
+    constexpr char16_t lastOfLatin1 = 0xFF;
+    const auto isWritable = [](QChar character) {
+        return character.unicode() <= lastOfLatin1 && character.isPrint();
+    };
+    return marker.bar >= 0 && marker.bar <= std::numeric_limits<quint16>::max() &&
+           marker.text.size() <= maxMarkerText && marker.text == trimmedSongText(marker.text) &&
+           std::all_of(marker.text.cbegin(), marker.text.cend(), isWritable);
+}
+
+bool RawMidiFile::replaceMarkers(const QList<brisel::Marker> &list)
+{
+    const std::optional<QByteArrayList> old = markerEvents();
+    if (m_stream.isEmpty() || !old)
+        return false;
+    QHash<std::pair<qint32, QString>, QByteArrayList> kept;
+    const QList<brisel::Marker> present = markersList();
+    for (qsizetype i = 0; i < present.size(); ++i)
+        kept[{present.at(i).bar, present.at(i).text}].append(old->at(i));
+    QByteArray events;
+    for (const brisel::Marker &marker : list) {
+        const auto found = kept.find({marker.bar, marker.text});
+        if (found != kept.end() && !found->isEmpty())
+            events += found->takeFirst();
+        else if (isStorable(marker))
+            events += markerEvent(marker.text, static_cast<quint16>(marker.bar));
+        else
+            return false;
+    }
+    removeHeadMetaevent(Marker, false);
+    insertAtHead(events);
+    return true;
 }
 
 template <typename Loses>

@@ -6,6 +6,7 @@
 #include "songfile/songinfo.h"
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QStringList>
 
 #include <array>
@@ -118,6 +119,17 @@ public:
     /// The same, but keeps the author.
     void addMarkers(const QList<brisel::Marker> &list);
 
+    /// True if replaceMarkers() can leave exactly the markers that it is given: each marker that is
+    /// read is a whole event of the first track, with a delta-time of 0.
+    bool canReplaceMarkers() const;
+    /// Replaces the markers by \a list, in its order, and keeps everything else. A marker that was
+    /// in the song keeps its bytes. Returns false, and changes nothing, if !canReplaceMarkers() or
+    /// a new marker is not isStorable().
+    [[nodiscard]] bool replaceMarkers(const QList<brisel::Marker> &list);
+    /// True if \a marker is read as it is after it was written: its bar has 16 bits, its text is
+    /// trimmed and has at most maxMarkerText printable characters of Latin-1.
+    static bool isStorable(const brisel::Marker &marker);
+
     /// The number of bytes scanned by getters since loadData(): until the song is changed, one pass
     /// for all getters and another one for the markers.
     qint64 scannedBytes() const { return m_scannedBytes; }
@@ -144,6 +156,7 @@ private:
     };
 
     const FirstEvents &firstEvents() const;
+    std::optional<QByteArrayList> markerEvents() const;
     QList<HeadEvent> eventsToRemove(const MetaKind &kind, bool onlyFirst) const;
     unsigned removeEvents(const MetaKind &kind, bool onlyFirst);
     template <typename Loses>

@@ -169,6 +169,17 @@ QByteArray SongData::fileContent()
     return m_zbxHeader.header() + compressed;
 }
 
+bool SongData::setMarkers(const QList<Marker> &markers)
+{
+    if (!m_midiFile.replaceMarkers(markers))
+        return false;
+    if (markers.isEmpty())
+        m_zbxHeader.clearFlag(ZbxHeader::HasMarkers);
+    else
+        m_zbxHeader.setFlag(ZbxHeader::HasMarkers);
+    return true;
+}
+
 int SongData::addMarker(const QString &text, unsigned short bar)
 {
     return m_midiFile.dbgInsertMarker(text, bar);

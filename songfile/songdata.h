@@ -38,6 +38,13 @@ public:
     /// written if that would lose data. Fields that are not in \a fields keep the file's value.
     void setInfo(const SongInfo &info, bool manual, SongFields fields = SongFields::all());
 
+    /// False for an MP3, which has no markers, and for a song whose markers can't be replaced: see
+    /// RawMidiFile::canReplaceMarkers().
+    bool canSetMarkers() const { return m_midiFile.canReplaceMarkers(); }
+    /// Replaces the markers, and notes in a container's header whether there are any. Returns
+    /// false, and changes nothing, if this is not possible.
+    [[nodiscard]] bool setMarkers(const QList<Marker> &markers);
+
     /// False if there is no song, or it has become too large to be read.
     bool isWhole(qint64 maxSongSize) const;
     /// True if \a other has the same format and either the same title and artist, both not empty,

@@ -159,6 +159,12 @@ void ZbxHeader::setFlag(FlagsEnum flag)
     putByte(m_header, flagsOffset, byteAt(m_header, flagsOffset) | static_cast<quint8>(flag));
 }
 
+void ZbxHeader::clearFlag(FlagsEnum flag)
+{
+    putByte(m_header, flagsOffset,
+            static_cast<quint8>(byteAt(m_header, flagsOffset) & ~static_cast<unsigned>(flag)));
+}
+
 void ZbxHeader::setSize(unsigned bytes)
 {
     putLe32(m_header, sizeOffset, bytes);

@@ -58,8 +58,9 @@ public:
     void setAuthor(const QString &text);
     void setArtist(const QString &text);
     void setGenre(const QString &text);
-    void setTempo(int bpm);           ///< only the low 16 bits are stored
-    void setFlag(FlagsEnum flag);     ///< flags are only ever added
+    void setTempo(int bpm); ///< only the low 16 bits are stored
+    void setFlag(FlagsEnum flag);
+    void clearFlag(FlagsEnum flag);   ///< only for a flag that the user has made untrue
     void setSize(unsigned bytes);     ///< header and compressed data
     void setOrigSize(unsigned bytes); ///< the MIDI data before compression
 
