@@ -98,6 +98,7 @@ int MainWindow::editAndGo(int row, int step)
     const int songs = m_model->goodRowCount();
     dialog.setListSize(songs, hiddenRowCount(*m_ui->userLibraryTableView, songs));
     dialog.setNeighbours(nextSong(row, -1) >= 0, nextSong(row, 1) >= 0);
+    dialog.setMarkersWritable(file->song.canSetMarkers());
     dialog.setOtherInfo(file->info);
     const int answer = dialog.exec();
     const int next = answer == DataEditDialog::Next       ? 1
@@ -123,6 +124,8 @@ void MainWindow::saveEdited(LibraryRun &run, const SongFile &file, int row)
     const ManualEdit::Spread spread{dialog.isApplyToAllAuthor(), dialog.isApplyToAllArtist(),
                                     dialog.isApplyToAllGenre(), dialog.isApplyToAllFname()};
     ManualEdit edit(*m_model, file.song, file.info, file.path, row, spread);
+    if (const auto markers = dialog.changedMarkers(); markers.has_value())
+        edit.setMarkers(*markers);
     HistoryRecorder recorder(m_history, spread.any() ? RunKind::ApplyToAll : RunKind::Edit);
     edit.setRecorder(&recorder);
     static_cast<void>(edit.run(run)); // an interrupted edit shows its report, too

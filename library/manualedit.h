@@ -28,6 +28,9 @@ public:
         Interrupted, ///< while copying, by the user or the end of the program
     };
 
+    static constexpr Reason markersNotWritable{
+        QT_TRANSLATE_NOOP("RunReport", "i marker di questa song non si possono riscrivere")};
+
     /// The data of the edited song that are copied to all songs of the list.
     struct Spread {
         bool author = false;
@@ -50,6 +53,9 @@ public:
 
     /// For writing \a edit into the songs in \a rows.
     ManualEdit(UserSongsRelTableModel &model, QList<int> rows, SeveralEdit edit);
+
+    /// Replaces the markers of the edited song, too; otherwise they are not written.
+    void setMarkers(const QList<Marker> &markers) { m_markers = markers; }
 
     /// Keeps the changed songs with \a recorder, which must outlive this object; null for none.
     void setRecorder(HistoryRecorder *recorder);
@@ -85,6 +91,7 @@ private:
     MetaSong m_song;
     const SongInfo m_edited;
     const QString m_path;
+    std::optional<QList<Marker>> m_markers;
     const int m_row = -1; ///< -1 for several songs
     const Spread m_spread;
     const QList<int> m_rows;

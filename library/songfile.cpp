@@ -2,6 +2,8 @@
 
 #include "library/songfailure.h"
 
+#include <algorithm>
+
 namespace brisel
 {
 
@@ -26,6 +28,14 @@ void SongFile::open()
     isOpen = song.importFile(path);
     if (isOpen)
         song.getSongInfo(info);
+}
+
+bool hasMidiData(const QString &format)
+{
+    constexpr SongInfo::fileTypeEnum types[] = {SongInfo::Midi0, SongInfo::Midi1, SongInfo::Zb3,
+                                                SongInfo::Zb4, SongInfo::Zb5};
+    return std::any_of(std::begin(types), std::end(types),
+                       [&format](auto type) { return MetaSong::getFormatString(type) == format; });
 }
 
 } // namespace brisel

@@ -28,4 +28,8 @@ private:
     void open();
 };
 
+/// Whether songs of \a format, as in SongInfo::format, have MIDI data: then their texts are 8-bit,
+/// and they carry markers.
+bool hasMidiData(const QString &format);
+
 } // namespace brisel

@@ -3,8 +3,8 @@
 #include "base/songtext.h"
 #include "library/dialogs/popupcompleter.h"
 #include "library/dialogs/wheelguard.h"
+#include "library/songfile.h"
 #include "library/songfilename.h"
-#include "songfile/metasong.h"
 
 #include "ui_dataeditdialog.h"
 
@@ -62,15 +62,6 @@ int secondsOf(const QString &minutes, const QString &seconds)
                                                std::numeric_limits<int>::max()));
 }
 
-/// Whether the texts of this format are 8-bit.
-bool is8Bit(const QString &format)
-{
-    constexpr SongInfo::fileTypeEnum types[] = {SongInfo::Midi0, SongInfo::Midi1, SongInfo::Zb3,
-                                                SongInfo::Zb4, SongInfo::Zb5};
-    return std::any_of(std::begin(types), std::end(types),
-                       [&format](auto type) { return MetaSong::getFormatString(type) == format; });
-}
-
 /// The first of \a characters, in a form for a list: the code point of a character that is
 /// invisible, changes the direction of the line, or combines with its neighbour.
 QString listed(const QString &characters)
@@ -121,6 +112,7 @@ DataEditDialog::DataEditDialog(QWidget *parent)
     }
     connectTouches();
     connectWalk();
+    showMarkers();
 }
 
 DataEditDialog::~DataEditDialog() = default;
@@ -154,6 +146,7 @@ void DataEditDialog::setOtherInfo(const SongInfo &info)
     m_several.reset();
     m_fromName = FromName::Nothing;
     m_loaded = std::make_unique<SongInfo>(info);
+    m_markers = info.markers;
     m_ui->pathLabel->setWholeText(info.fileName);
     m_ui->formatLabel->setText(info.format);
     for (TextField &field : m_texts) {
@@ -318,9 +311,9 @@ QString DataEditDialog::hintFor(const TextField &field) const
 {
     if (m_several.has_value() && m_touched.holds(field.field) && field.edit->text().isEmpty())
         return tr("Verrà svuotato in tutte le song selezionate");
-    const bool isHere = is8Bit(m_loaded->format);
+    const bool isHere = hasMidiData(m_loaded->format);
     const QStringList formats = m_loaded->format.split(QStringLiteral(", "));
-    const bool isAmongThem = std::any_of(formats.cbegin(), formats.cend(), is8Bit);
+    const bool isAmongThem = std::any_of(formats.cbegin(), formats.cend(), hasMidiData);
     const bool isElsewhere = isAmongThem || (field.toAll != nullptr && field.toAll->isChecked());
     const QString lost =
         isHere || isElsewhere ? charactersLostInSongBytes(field.edit->text()) : QString();

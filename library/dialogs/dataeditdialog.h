@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/severalsongs.h"
+#include "songfile/songinfo.h"
 
 #include <QDialog>
 #include <QPointer>
@@ -15,8 +16,6 @@ class QLineEdit;
 
 namespace brisel
 {
-
-class SongInfo;
 
 namespace Ui
 {
@@ -51,15 +50,21 @@ public:
     /// After Previous or Next: whether the song is to be saved before.
     bool isSaveWanted() const { return m_isSaveWanted; }
 
+    /// Whether the markers of the next song can be changed. Initially they can.
+    void setMarkersWritable(bool areWritable) { m_areMarkersWritable = areWritable; }
+
     /// Shows \a info. During typing, a hint under a text shows which of its characters become "?"
     /// in the 8-bit formats: in this song, or in those to which the text is copied. A key that is
     /// not in the key list leaves the list without a current entry.
     void setOtherInfo(const SongInfo &info);
 
     /// Writes title, author, artist, genre, key, length and userBpm of the dialog into \a info and
-    /// leaves the rest of it, and the key while the list has no current entry. A text that the user
-    /// did not edit is the loaded one, of any length. An empty or non-numeric number counts as 0.
+    /// leaves the rest of it, and the key while the list has
+    /// no current entry. A text that the user did not edit is the loaded one, of any length. An
+    /// empty or non-numeric number counts as 0.
     void getInfo(SongInfo &info) const;
+    /// The markers as the user changed them; nothing if they are as they were.
+    std::optional<QList<Marker>> changedMarkers() const;
 
     /// Shows what several songs share, and a placeholder where they differ, instead of one song.
     void setSeveral(const SharedSongs &songs);
@@ -82,6 +87,7 @@ private slots:
     void on_previousPushButton_clicked() { askAndGo(Previous); }
     void on_nextPushButton_clicked() { askAndGo(Next); }
     void on_fromNamePushButton_clicked();
+    void on_markersPushButton_clicked();
     void on_checkBoxToAllTitle_clicked(bool checked);
     void on_checkBoxToAllArtist_clicked(bool checked);
     void on_checkBoxToAllGenre_clicked(bool checked);
@@ -112,6 +118,7 @@ private:
     void connectTouches();
     void touch(Field field);
     void takeFromName(FromName fromName);
+    void showMarkers();
     void showSeveral();
     void showPlaceholders();
     void updateHints();
@@ -125,6 +132,8 @@ private:
     std::optional<SharedSongs> m_several; ///< empty for one song
     SongFields m_touched = SongFields::none();
     FromName m_fromName = FromName::Nothing;
+    QList<Marker> m_markers;
+    bool m_areMarkersWritable = true;
     bool m_isSaveWanted = false;
     QPointer<QWidget> m_focused; ///< in the song before, when the user goes from song to song
     QStringList m_artists;       ///< as they were set

@@ -90,6 +90,7 @@ void DataEditDialog::showSeveral()
                              : tr("Modifica dati song"));
     if (isSeveral)
         m_ui->pathLabel->setWholeText(tr("%1 song selezionate").arg(m_several->songs));
+    showMarkers();
     showPlaceholders();
 }
 

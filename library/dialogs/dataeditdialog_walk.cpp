@@ -43,8 +43,8 @@ bool DataEditDialog::isChanged() const
                         now.genre == m_loaded->genre && now.author == m_loaded->author &&
                         now.key == m_loaded->key && now.length == m_loaded->length &&
                         now.userBpm == m_loaded->userBpm;
-    return !isSame || isApplyToAllAuthor() || isApplyToAllArtist() || isApplyToAllGenre() ||
-           isApplyToAllFname();
+    return !isSame || changedMarkers().has_value() || isApplyToAllAuthor() ||
+           isApplyToAllArtist() || isApplyToAllGenre() || isApplyToAllFname();
 }
 
 /// Leaves the song for one of its neighbours, after a question if it was changed.

@@ -546,6 +546,10 @@ Options:
         <source>non è stato possibile cancellare il file</source>
         <translation>the file could not be deleted</translation>
     </message>
+    <message>
+        <source>i marker di questa song non si possono riscrivere</source>
+        <translation>the markers of this song can&apos;t be rewritten</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>
@@ -1166,6 +1170,26 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>Salvare le modifiche?</source>
         <translation>Save the changes?</translation>
+    </message>
+    <message>
+        <source>Marker (%1)...</source>
+        <translation>Markers (%1)...</translation>
+    </message>
+    <message>
+        <source>Marker...</source>
+        <translation>Markers...</translation>
+    </message>
+    <message>
+        <source>Mostra e modifica i marker della song: battuta e testo</source>
+        <translation>Shows and edits the markers of the song: bar and text</translation>
+    </message>
+    <message>
+        <source>I marker si modificano in una song alla volta</source>
+        <translation>Markers are edited in one song at a time</translation>
+    </message>
+    <message>
+        <source>Le song di questo formato non hanno marker</source>
+        <translation>Songs of this format have no markers</translation>
     </message>
 </context>
 <context>
@@ -2073,6 +2097,72 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Rilascia per sostituire la lista; con Ctrl aggiungi</source>
         <translation>Drop to replace the list; with Ctrl you add</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::MarkersDialog</name>
+    <message>
+        <source>Marker della song</source>
+        <translation>Markers of the song</translation>
+    </message>
+    <message>
+        <source>Un doppio clic o F2 modifica la battuta o il testo; Canc toglie le righe scelte</source>
+        <translation>A double click or F2 edits the bar or the text; Delete removes the selected rows</translation>
+    </message>
+    <message>
+        <source>A&amp;ggiungi</source>
+        <translation>A&amp;dd</translation>
+    </message>
+    <message>
+        <source>Aggiunge un marker dopo la riga scelta</source>
+        <translation>Adds a marker after the selected row</translation>
+    </message>
+    <message>
+        <source>&amp;Togli</source>
+        <translation>&amp;Remove</translation>
+    </message>
+    <message>
+        <source>Toglie i marker delle righe scelte</source>
+        <translation>Removes the markers of the selected rows</translation>
+    </message>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>Torna ai dati della song con questi marker; Salva li scrive nel file</source>
+        <translation>Goes back to the song&apos;s details with these markers; Save writes them to the file</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Cancel</translation>
+    </message>
+    <message>
+        <source>Lascia i marker come sono</source>
+        <translation>Leaves the markers as they are</translation>
+    </message>
+    <message>
+        <source>In questa song i marker stanno dove il programma non può riscriverli: si possono solo guardare.</source>
+        <translation>The markers of this song are where the program can&apos;t rewrite them: they can only be viewed.</translation>
+    </message>
+    <message>
+        <source>La battuta di un marker va da 0 a %1.</source>
+        <translation>The bar of a marker is a number from 0 to %1.</translation>
+    </message>
+    <message>
+        <source>Il testo di un marker ha al massimo %1 caratteri, solo dell&apos;alfabeto dell&apos;Europa occidentale.</source>
+        <translation>The text of a marker has at most %1 characters, only of the Western European alphabet.</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::MarkersModel</name>
+    <message>
+        <source>Battuta</source>
+        <translation>Bar</translation>
+    </message>
+    <message>
+        <source>Testo</source>
+        <translation>Text</translation>
     </message>
 </context>
 <context>

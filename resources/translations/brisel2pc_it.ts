@@ -546,6 +546,10 @@ Opzioni:
         <source>non è stato possibile cancellare il file</source>
         <translation>non è stato possibile cancellare il file</translation>
     </message>
+    <message>
+        <source>i marker di questa song non si possono riscrivere</source>
+        <translation>i marker di questa song non si possono riscrivere</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>
@@ -1166,6 +1170,26 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>Salvare le modifiche?</source>
         <translation>Salvare le modifiche?</translation>
+    </message>
+    <message>
+        <source>Marker (%1)...</source>
+        <translation>Marker (%1)...</translation>
+    </message>
+    <message>
+        <source>Marker...</source>
+        <translation>Marker...</translation>
+    </message>
+    <message>
+        <source>Mostra e modifica i marker della song: battuta e testo</source>
+        <translation>Mostra e modifica i marker della song: battuta e testo</translation>
+    </message>
+    <message>
+        <source>I marker si modificano in una song alla volta</source>
+        <translation>I marker si modificano in una song alla volta</translation>
+    </message>
+    <message>
+        <source>Le song di questo formato non hanno marker</source>
+        <translation>Le song di questo formato non hanno marker</translation>
     </message>
 </context>
 <context>
@@ -2073,6 +2097,72 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Rilascia per sostituire la lista; con Ctrl aggiungi</source>
         <translation>Rilascia per sostituire la lista; con Ctrl aggiungi</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::MarkersDialog</name>
+    <message>
+        <source>Marker della song</source>
+        <translation>Marker della song</translation>
+    </message>
+    <message>
+        <source>Un doppio clic o F2 modifica la battuta o il testo; Canc toglie le righe scelte</source>
+        <translation>Un doppio clic o F2 modifica la battuta o il testo; Canc toglie le righe scelte</translation>
+    </message>
+    <message>
+        <source>A&amp;ggiungi</source>
+        <translation>A&amp;ggiungi</translation>
+    </message>
+    <message>
+        <source>Aggiunge un marker dopo la riga scelta</source>
+        <translation>Aggiunge un marker dopo la riga scelta</translation>
+    </message>
+    <message>
+        <source>&amp;Togli</source>
+        <translation>&amp;Togli</translation>
+    </message>
+    <message>
+        <source>Toglie i marker delle righe scelte</source>
+        <translation>Toglie i marker delle righe scelte</translation>
+    </message>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>Torna ai dati della song con questi marker; Salva li scrive nel file</source>
+        <translation>Torna ai dati della song con questi marker; Salva li scrive nel file</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Annulla</translation>
+    </message>
+    <message>
+        <source>Lascia i marker come sono</source>
+        <translation>Lascia i marker come sono</translation>
+    </message>
+    <message>
+        <source>In questa song i marker stanno dove il programma non può riscriverli: si possono solo guardare.</source>
+        <translation>In questa song i marker stanno dove il programma non può riscriverli: si possono solo guardare.</translation>
+    </message>
+    <message>
+        <source>La battuta di un marker va da 0 a %1.</source>
+        <translation>La battuta di un marker va da 0 a %1.</translation>
+    </message>
+    <message>
+        <source>Il testo di un marker ha al massimo %1 caratteri, solo dell&apos;alfabeto dell&apos;Europa occidentale.</source>
+        <translation>Il testo di un marker ha al massimo %1 caratteri, solo dell&apos;alfabeto dell&apos;Europa occidentale.</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::MarkersModel</name>
+    <message>
+        <source>Battuta</source>
+        <translation>Battuta</translation>
+    </message>
+    <message>
+        <source>Testo</source>
+        <translation>Testo</translation>
     </message>
 </context>
 <context>

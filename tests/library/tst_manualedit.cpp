@@ -22,6 +22,8 @@ private slots:
         m_library.reset();
     }
     void savesAndReloads();
+    void writesMarkersOnlyOnRequest();
+    void reportsMarkersThatCannotBeRewritten();
     void failedSaveIsLoggedAndTheRowShowsTheDisk();
     void vanishedFileKeepsItsRow();
     void spreadsOnlyWhatIsFlagged_data();
@@ -92,6 +94,40 @@ void TestManualEdit::savesAndReloads()
     QCOMPARE(m_library->shown(0, u"title"_qs), u"Edited"_qs);
     QCOMPARE(m_library->shown(0, u"length"_qs), u"01:39"_qs);
     QCOMPARE(m_library->statuses(), u"2"_qs);
+}
+
+void TestManualEdit::writesMarkersOnlyOnRequest()
+{
+    const QByteArray verse("\0\4Verse", 7);
+    const QString path = m_library->add(
+        u"one.mid"_qs,
+        MidiBytes::file({MidiBytes::kordiaEvent(6, verse) + MidiBytes::endOfTrack()}));
+    QCOMPARE(edit(path), ManualEdit::Outcome::Done);
+    QCOMPARE(Sample::infoOf(path).markers, (QList<Marker>{{u"Verse"_qs, 4}}));
+
+    MetaSong song;
+    QVERIFY(song.importFile(path));
+    ManualEdit edit(m_library->model(), song, m_edited, path, 0, {});
+    edit.setMarkers({{u"Fine"_qs, 8}});
+    QCOMPARE(edit.run(*m_run), ManualEdit::Outcome::Done);
+    QCOMPARE(Sample::infoOf(path).markers, (QList<Marker>{{u"Fine"_qs, 8}}));
+    QCOMPARE(m_library->shown(0, u"markers"_qs), u"1"_qs);
+}
+
+void TestManualEdit::reportsMarkersThatCannotBeRewritten()
+{
+    const QByteArray verse = MidiBytes::kordiaEvent(6, QByteArray("\0\4Verse", 7));
+    const QByteArray content =
+        MidiBytes::file({MidiBytes::metaEvent(1, verse) + MidiBytes::endOfTrack()});
+    const QString path = m_library->add(u"one.mid"_qs, content);
+    MetaSong song;
+    QVERIFY(song.importFile(path));
+    ManualEdit edit(m_library->model(), song, m_edited, path, 0, {});
+    edit.setMarkers({});
+    QCOMPARE(edit.run(*m_run), ManualEdit::Outcome::Done);
+    QVERIFY(edit.whyNotSaved() == ManualEdit::markersNotWritable);
+    QCOMPARE(fileContent(path), content);
+    QCOMPARE(m_run->report().failed(), 1);
 }
 
 void TestManualEdit::failedSaveIsLoggedAndTheRowShowsTheDisk()
