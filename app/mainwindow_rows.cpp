@@ -261,7 +261,7 @@ void MainWindow::on_actionRestore_triggered()
     if (!canStartRun())
         return;
     const LibraryRun run(*this, RunReport::Operation::Edit);
-    if (const QList<int> rows = chosenSongs(); !rows.isEmpty() && mayRestore(rows))
+    if (const QList<int> rows = chosenSongs(); !rows.isEmpty())
         restoreSongs(rows);
 }
 
@@ -358,7 +358,10 @@ void MainWindow::restoreSongs(const QList<int> &rows)
         run.end();
         searched = run.handOver();
     }
-    if (!changes.isEmpty())
+    if (changes.isEmpty())
+        QMessageBox::information(this, tr("Ripristino"),
+                                 tr("Per le song scelte non c'è nulla da ripristinare"));
+    else
         restore(changes, searched);
 }
 

@@ -2098,6 +2098,10 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>Rilascia per sostituire la lista; con Ctrl aggiungi</source>
         <translation>Drop to replace the list; with Ctrl you add</translation>
     </message>
+    <message>
+        <source>Per le song scelte non c&apos;è nulla da ripristinare</source>
+        <translation>There is nothing to restore for the selected songs</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>

@@ -2098,6 +2098,10 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>Rilascia per sostituire la lista; con Ctrl aggiungi</source>
         <translation>Rilascia per sostituire la lista; con Ctrl aggiungi</translation>
     </message>
+    <message>
+        <source>Per le song scelte non c&apos;è nulla da ripristinare</source>
+        <translation>Per le song scelte non c&apos;è nulla da ripristinare</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>

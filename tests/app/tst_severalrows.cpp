@@ -34,6 +34,8 @@ private slots:
     void fileThatCannotBeDeletedStays();
     void interruptsDeleting();
     void restoresTheSelectedSongs();
+    void saysThatNothingCanBeRestored_data();
+    void saysThatNothingCanBeRestored();
 
 private:
     void click(int row, Qt::KeyboardModifiers keys = {})
@@ -314,6 +316,40 @@ void TestSeveralRows::restoresTheSelectedSongs()
     QCOMPARE(fileContent(at(u"a.mid"_qs)), content);
     QCOMPARE(Sample::infoOf(at(u"b.mid"_qs)).author, QString());
     QCOMPARE(outcome(), u"Ripristino: 2 ripristinate"_qs);
+}
+
+void TestSeveralRows::saysThatNothingCanBeRestored_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("it") << u"Italian"_qs
+                        << QStringList{u"Ripristino"_qs,
+                                       u"Per le song scelte non c'è nulla da ripristinare"_qs};
+    QTest::newRow("en") << u"English"_qs
+                        << QStringList{u"Restore"_qs,
+                                       u"There is nothing to restore for the selected songs"_qs};
+}
+
+void TestSeveralRows::saysThatNothingCanBeRestored()
+{
+    QFETCH(const QString, language);
+    QFETCH(const QStringList, texts);
+    // The history knows the other songs by their content, from the tests before.
+    importSongs({u"new 1.mid"_qs, u"new 2.mid"_qs, u"new 3.mid"_qs}, false);
+    choose(language);
+    expectEdit([language](QWidget *widget) {
+        DialogScript::type(widget->findChild<QLineEdit *>(u"authorLineEdit"_qs), language);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    doubleClick(2); // so that there is a history
+    const QByteArray content = fileContent(at(u"new 1.mid"_qs));
+    click(0);
+    click(1, Qt::ShiftModifier);
+    m_script->expectMessage(texts.at(0), texts.at(1), QMessageBox::Ok);
+    useMenu(1, u"actionRestore"_qs);
+    verifyScript();
+    QCOMPARE(fileContent(at(u"new 1.mid"_qs)), content);
+    QCOMPARE(statuses(), u"002"_qs);
 }
 
 BRISEL_TEST(QApplication, TestSeveralRows)
