@@ -1,5 +1,4 @@
-// The window's part in operations on one row: editing, the table's context menu, and the debug
-// controls.
+// The window's part in operations on the chosen rows: editing, removing, deleting and restoring.
 
 #include "app/libraryrun.h"
 #include "app/mnemonics.h"
@@ -363,39 +362,6 @@ void MainWindow::restoreSongs(const QList<int> &rows)
                                  tr("Per le song scelte non c'è nulla da ripristinare"));
     else
         restore(changes, searched);
-}
-
-void MainWindow::on_dbgSavePushButton_clicked()
-{
-    if (!canStartRun())
-        return;
-    const int row = m_ui->userLibraryTableView->currentIndex().row();
-    debug() << "[MainWindow] Saving row: " << row;
-    saveTestCopy(m_model->fileName(row));
-}
-
-void MainWindow::on_dbgAddMarkerPushButton_clicked()
-{
-    if (!canStartRun())
-        return;
-    const int row = m_ui->userLibraryTableView->currentIndex().row();
-    debug() << "[MainWindow] Adding marker to row: " << row;
-    // The marker's bar is the row's number; the bar field of the debug group is not used.
-    saveMarkedCopy(m_model->fileName(row), m_ui->dbgMarkerTextLineEdit->text(),
-                   static_cast<unsigned short>(row));
-}
-
-void MainWindow::on_dbgShowDialogPushButton_clicked()
-{
-    if (!canStartRun())
-        return;
-    const LibraryRun run(*this, RunReport::Operation::Edit);
-    DataEditDialog &dialog = editDialog();
-    dialog.setOtherInfo(SongInfo());
-    if (dialog.exec() == DataEditDialog::Accepted)
-        debug() << "Accettato";
-    else
-        debug() << "Rifiutato";
 }
 
 } // namespace brisel

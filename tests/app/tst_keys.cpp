@@ -26,6 +26,7 @@ private slots:
     void theGuideListsEveryKey();
     void shortcutsWorkInTheWindow();
     void deletesTheFileOfTheChosenRow();
+    void restoresTheChosenRow();
     void heldKeysWorkOnce();
 
 private:
@@ -201,6 +202,23 @@ void TestKeys::deletesTheFileOfTheChosenRow()
     QVERIFY(!QFile::exists(m_sample->at(u"TWO.mid"_qs)));
     QVERIFY(QFile::exists(m_sample->at(u"ONE.mid"_qs)));
     QCOMPARE(m_sample->model->rowCount(), 1);
+}
+
+void TestKeys::restoresTheChosenRow()
+{
+    m_sample->import({u"ONE.mid"_qs, u"TWO.mid"_qs});
+    m_sample->table->setFocus();
+    m_sample->table->selectRow(1);
+    m_sample->script.expectMessage(
+        u"Ripristino"_qs, u"Per le song scelte non c'è nulla da ripristinare"_qs, QMessageBox::Ok);
+    press(Qt::Key_R, Qt::ControlModifier);
+    const QByteArray before = fileContent(m_sample->at(u"TWO.mid"_qs));
+    m_sample->script.expect(
+        "BackupDialog", [](QWidget *dialog) { DialogScript::click(dialog, u"exitPushButton"_qs); });
+    press(Qt::Key_F5, Qt::NoModifier);
+    QVERIFY(fileContent(m_sample->at(u"TWO.mid"_qs)) != before);
+    press(Qt::Key_R, Qt::ControlModifier);
+    QCOMPARE(fileContent(m_sample->at(u"TWO.mid"_qs)), before);
 }
 
 void TestKeys::heldKeysWorkOnce()
