@@ -268,7 +268,7 @@ void MainWindow::updateActions()
     for (QAction *action : {m_ui->actionSelectSongs, m_ui->actionAddSongs, m_ui->actionAddFolder,
                             m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore})
         action->setEnabled(hasLibrary);
-    m_ui->actionLastList->setEnabled(m_phase == Phase::NoFiles && m_lastList.exists());
+    m_ui->actionLastList->setEnabled(isTableEmpty() && m_lastList.exists());
     m_ui->actionSynchronise->setEnabled(m_phase == Phase::Imported);
     m_ui->actionPreview->setEnabled(m_phase == Phase::Imported);
     m_ui->actionTransfer->setEnabled(hasFiles && !m_fileList.isEmpty());

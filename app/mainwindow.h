@@ -166,6 +166,7 @@ private:
     bool isCopyrightAskOn() const;
     bool canStartRun() const { return m_model != nullptr && !RunGuard::isActive(); }
 
+    bool isTableEmpty() const;
     void takeDrops();
     void offerFolders();
     QStringList chooseSongFiles();

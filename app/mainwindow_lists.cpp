@@ -4,8 +4,8 @@
 #include "app/libraryrun.h"
 #include "app/recentfoldersmenu.h"
 #include "app/songdrop.h"
-#include "base/fileidentity.h"
 #include "base/lastfolder.h"
+#include "db/usersongsreltablemodel.h"
 #include "library/libraryimport.h"
 #include "library/songpicker.h"
 
@@ -68,9 +68,15 @@ void MainWindow::on_actionAddFolder_triggered()
     addSongs({folder});
 }
 
+/// The list of files may have some that could not be read.
+bool MainWindow::isTableEmpty() const
+{
+    return m_model != nullptr && m_model->goodRowCount() == 0;
+}
+
 void MainWindow::on_actionLastList_triggered()
 {
-    if (!canStartRun() || m_phase != Phase::NoFiles)
+    if (!canStartRun() || !isTableEmpty())
         return;
     const QStringList songs = m_lastList.songs();
     if (songs.isEmpty())

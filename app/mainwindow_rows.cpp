@@ -279,7 +279,8 @@ void MainWindow::removeSongs(const QList<int> &rows)
     });
     chooseRow(*m_ui->userLibraryTableView, next);
     if (m_fileList.isEmpty())
-        setPhase(Phase::NoFiles);
+        m_phase = Phase::NoFiles;
+    updateActions();
 }
 
 void MainWindow::deleteSongs(const QList<int> &rows)

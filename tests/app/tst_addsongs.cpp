@@ -36,6 +36,7 @@ private slots:
     void anUnreadableListIsReported();
     void removedSongsAreNotResumed();
     void anEmptiedListIsStillOffered();
+    void offersTheListBesideUnreadableFiles();
     void addsFromARecentFolder();
     void namesRecentFoldersWithAnySign();
 
@@ -267,6 +268,20 @@ void TestAddSongs::anEmptiedListIsStillOffered()
     QVERIFY(offer()->isVisible());
     action("actionLastList")->trigger();
     QCOMPARE(rows(), u"one.mid two.mid"_qs);
+}
+
+void TestAddSongs::offersTheListBesideUnreadableFiles()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    makeFile(at(u"broken.mid"_qs), "no song");
+    import({u"broken.mid"_qs, u"one.mid"_qs});
+    table()->selectAll();
+    action("actionRemoveRow")->trigger();
+    QCOMPARE(model().rowCount(), 0);
+    QVERIFY(offer()->isVisible());
+    action("actionLastList")->trigger();
+    QCOMPARE(rows(), u"one.mid"_qs);
+    QVERIFY(!action("actionLastList")->isEnabled());
 }
 
 void TestAddSongs::addsFromARecentFolder()

@@ -1,5 +1,6 @@
 #include "tools/demo/demosongs.h"
 
+#include "songfile/metasong.h"
 #include "tools/samplesongs.h"
 
 #include <QFile>
@@ -11,6 +12,15 @@ static bool writeBrokenSong(const DemoSong &song)
 {
     QFile file(song.path);
     return file.open(QIODevice::WriteOnly) && file.write(song.original) == song.original.size();
+}
+
+SongInfo readBack(const QString &path)
+{
+    MetaSong song;
+    SongInfo info;
+    if (song.importFile(path))
+        song.getSongInfo(info);
+    return info;
 }
 
 QList<DemoSong> writeDemoSongs(const QString &folder)

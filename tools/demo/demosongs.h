@@ -24,4 +24,7 @@ struct DemoSong {
 /// Returns an empty list if a file could not be written.
 QList<DemoSong> writeDemoSongs(const QString &folder);
 
+/// What the song at \a path says of itself; nothing if it can't be read.
+SongInfo readBack(const QString &path);
+
 } // namespace brisel

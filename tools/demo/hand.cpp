@@ -105,9 +105,9 @@ void Hand::chooseMenu(const QString &name, const QString &picture)
                 continue;
             QTest::mouseClick(m_window.menuBar(), Qt::LeftButton, {},
                               m_window.menuBar()->actionGeometry(top).center());
-            m_narrator.check(
-                menu->isVisible(),
-                QStringLiteral("menu \"%1\", \"%2\"").arg(top->text(), action->text()));
+            m_narrator.check(menu->isVisible(),
+                             QStringLiteral("menu \"%1\", \"%2\"")
+                                 .arg(top->text().remove(u'&'), action->text().remove(u'&')));
             if (!picture.isEmpty())
                 m_narrator.takePicture(menu, picture);
             QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());

@@ -1,6 +1,5 @@
 #include "tools/demo/librarytour.h"
 
-#include "songfile/metasong.h"
 #include "tools/demo/librarytable.h"
 
 #include <QAbstractButton>
@@ -18,15 +17,6 @@ namespace
 
 const QString newArtist = QStringLiteral("BANDA DEL PAESE");
 const QString newGenre = QStringLiteral("FESTA");
-
-SongInfo readBack(const QString &path)
-{
-    MetaSong song;
-    SongInfo info;
-    if (song.importFile(path))
-        song.getSongInfo(info);
-    return info;
-}
 
 bool showsText(const QWidget *dialog, const QString &text)
 {

@@ -7,6 +7,7 @@
 #include "tools/demo/memorytour.h"
 #include "tools/demo/pagestour.h"
 #include "tools/demo/stage.h"
+#include "tools/demo/tabletour.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -55,13 +56,16 @@ void runSteps(Stage &stage)
     LibraryTour library(stage);
     library.openWindow();
     library.importSongs();
+    addSongs(stage);
     listenToASong(stage);
     previewChanges(stage);
     library.synchronise();
+    lookAtTheTable(stage);
     const SongContents synchronised = songContents(stage);
     library.editOneSong();
     takeChangesBack(stage, synchronised);
     restoreBackup(stage);
+    editSeveralSongs(stage);
 
     MemoryTour memory(stage);
     memory.transfer();
@@ -69,6 +73,7 @@ void runSteps(Stage &stage)
     memory.rebuild();
     memory.exportLists();
 
+    resumeTheList(stage);
     readHelp(stage);
     readAbout(stage);
     memory.listIndex();
