@@ -20,6 +20,7 @@ namespace
 {
 
 constexpr int nextSongTime = 300; ///< milliseconds
+constexpr int countingTime = 300; ///< milliseconds after which the counts are shown
 
 QTableView *tableOf(const Stage &stage)
 {
@@ -43,6 +44,12 @@ void goToTable(const Stage &stage)
     tableOf(stage)->setFocus();
 }
 
+void takePicture(const Stage &stage, const QString &name)
+{
+    QTest::qWait(countingTime);
+    stage.narrator.takePicture(&stage.window, name);
+}
+
 void search(const Stage &stage)
 {
     auto *line = stage.window.findChild<QLineEdit *>(QStringLiteral("searchLineEdit"));
@@ -54,7 +61,7 @@ void search(const Stage &stage)
     stage.narrator.check(shown > 0 && shown < LibraryTable(stage.window).rows() &&
                              count->text().startsWith(QString::number(shown)),
                          QStringLiteral("the search shows %1").arg(count->text()));
-    stage.narrator.takePicture(&stage.window, QStringLiteral("searched"));
+    takePicture(stage, QStringLiteral("searched"));
     QTest::keyClick(line, Qt::Key_Escape);
     stage.narrator.check(line->text().isEmpty(), QStringLiteral("Escape shows all songs again"));
 }
@@ -69,7 +76,7 @@ void showOneOutcome(const Stage &stage)
         QTest::mouseClick(button, Qt::LeftButton);
         stage.narrator.checkEqual(shownRows(stage), button->text().toInt(),
                                   QStringLiteral("songs: ") + button->toolTip());
-        stage.narrator.takePicture(&stage.window, QStringLiteral("outcome"));
+        takePicture(stage, QStringLiteral("outcome"));
         QTest::mouseClick(button, Qt::LeftButton);
         break;
     }
@@ -81,7 +88,7 @@ void showTheFolder(const Stage &stage)
 {
     auto *action = stage.window.findChild<QAction *>(QStringLiteral("actionColumn_folder"));
     action->trigger();
-    stage.narrator.takePicture(&stage.window, QStringLiteral("columns"));
+    takePicture(stage, QStringLiteral("columns"));
     stage.window.findChild<QAction *>(QStringLiteral("actionResetLayout"))->trigger();
     stage.narrator.check(!action->isChecked(), QStringLiteral("the layout is reset"));
 }
@@ -142,7 +149,7 @@ void editSeveralSongs(Stage &stage)
         Hand::click(dialog, QStringLiteral("savePushButton"));
     });
     selectTwoSongs(stage);
-    stage.narrator.takePicture(&stage.window, QStringLiteral("selected"));
+    takePicture(stage, QStringLiteral("selected"));
     QTest::keyClick(tableOf(stage), Qt::Key_Return);
     stage.hand.checkAnswered();
     for (const int row : {0, 2})
@@ -174,7 +181,7 @@ void resumeTheList(Stage &stage)
     tableOf(stage)->selectAll();
     QTest::keyClick(tableOf(stage), Qt::Key_Delete);
     stage.narrator.checkEqual(table.rows(), 0, QStringLiteral("songs in the emptied list"));
-    stage.narrator.takePicture(&stage.window, QStringLiteral("last-list"));
+    takePicture(stage, QStringLiteral("last-list"));
     stage.hand.rest();
     stage.hand.expectDialog("ProceedDialog", QString(), [](QWidget *dialog) {
         Hand::click(dialog, QStringLiteral("noPushButton"));
