@@ -59,7 +59,8 @@ public:
     virtual void pulse() {}
     /// Between two files: pending events are processed, a click on "Interrompi" among them.
     virtual void processEvents() {}
-    /// Ends the stage; nothing is shown until the next one.
+    /// Processes pending events, which come too late to interrupt, and ends the stage; nothing is
+    /// shown until the next one.
     virtual void end() {}
     /// The number of bytes that remain to be written into \a folder.
     virtual void showSpace(const QString & /*folder*/, qint64 /*bytes*/) {}

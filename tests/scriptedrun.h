@@ -34,6 +34,11 @@ public:
         if (onEvents)
             onEvents();
     }
+    void end() override
+    {
+        if (onEnd)
+            onEnd();
+    }
 
     QStringList stages; ///< their titles
     QList<int> steps;
@@ -47,6 +52,7 @@ public:
     bool isStopped = false;  ///< the user has pressed "Interrompi"
     std::function<void(int)> onStep;
     std::function<void()> onEvents;
+    std::function<void()> onEnd;
     std::function<void(const QString &path)> onQuestion;
 
 protected:
