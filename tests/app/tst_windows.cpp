@@ -361,8 +361,9 @@ void TestWindows::buttonsStandInTheirOrder_data()
                                            QStringLiteral("abortPushButton"),
                                            QStringLiteral("doBackupPushButton"), exit};
     QTest::newRow("edit") << QStringList{
-        QStringLiteral("fromNamePushButton"), QStringLiteral("previousPushButton"),
-        QStringLiteral("nextPushButton"), QStringLiteral("savePushButton"), exit};
+        QStringLiteral("markersPushButton"), QStringLiteral("fromNamePushButton"),
+        QStringLiteral("previousPushButton"), QStringLiteral("nextPushButton"),
+        QStringLiteral("savePushButton"), exit};
     const QString all = QStringLiteral("selectAllPushButton");
     const QString none = QStringLiteral("selectNonePushButton");
     const QString restore = QStringLiteral("restorePushButton");
