@@ -70,6 +70,15 @@ struct SampleWindow {
     UserSongsRelTableModel *model = nullptr;
 };
 
+/// Closes the window of \a sample; its script must be done.
+inline void closeVerified(std::unique_ptr<SampleWindow> &sample)
+{
+    const QString problems = sample->script.problems().join(u'\n');
+    const bool isDone = sample->script.isDone();
+    sample.reset();
+    QVERIFY2(isDone, qPrintable(problems));
+}
+
 /// Records what the progress dialogs show when runs process events: title, label and maximum.
 class ProgressWatch : public QObject
 {

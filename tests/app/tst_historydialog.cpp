@@ -1,42 +1,26 @@
 #include "library/dialogs/historydialog.h"
-#include "library/dialogs/historymodel.h"
-#include "tests/app/reporttest.h"
+#include "tests/app/historytest.h"
 #include "tests/history/keptsongs.h"
 #include "tests/testprogram.h"
 
-#include <QAction>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMessageBox>
 #include <QSpinBox>
-#include <QTreeView>
 
 using namespace brisel;
 
 /// The history of changes through the real window.
-class TestHistoryDialog : public ReportTest
+class TestHistoryDialog : public HistoryTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        QFile::remove(History::defaultPath());
-        openWindow();
-    }
+    void init() { openEmpty(); }
     void cleanup() { closeWindow(); }
-
     void saysThatItIsEmpty();
     void listsRunsWithTheirSongsAndFields();
     void distinguishesSongsOfOneName();
-    void restoresASong();
-    void restoresARun();
-    void restoringCanBeTakenBack();
-    void restoresFromTheContextMenu();
-    void greysAContextMenuWithoutHistory();
     void showsTheStateOfEachSong();
-    void asksBeforeItOverwritesAnotherProgramsChange();
-    void escapeAndEnterKeepAnotherProgramsChange();
     void opensTheReportOfYesterday();
     void clearsAfterAQuestion();
     void saysWhyItCannotBeRead();
@@ -45,72 +29,6 @@ private slots:
     void speaksEnglish();
     void opensNothingDuringARun();
     void showsTenThousandSongsAtOnce();
-
-private:
-    using Step = std::function<void(QDialog *dialog, QTreeView *tree)>;
-
-    /// Opens the history by its menu entry; \a step works in it, and it is closed.
-    void openHistory(const Step &step)
-    {
-        expectHistory(step);
-        triggerHistory();
-    }
-    void expectHistory(const Step &step)
-    {
-        m_script->expect("HistoryDialog", [step](QWidget *widget) {
-            auto *dialog = qobject_cast<QDialog *>(widget);
-            step(dialog, widget->findChild<QTreeView *>());
-            if (dialog->isVisible())
-                DialogScript::click(widget, u"closePushButton"_qs);
-        });
-    }
-    void triggerHistory()
-    {
-        m_window->findChild<QAction *>(u"actionHistory"_qs)->trigger();
-        verifyScript();
-    }
-    void synchronise(const QStringList &names)
-    {
-        importSongs(names, true);
-        expectBackup(u"exitPushButton"_qs);
-        clickSync();
-        verifyScript();
-    }
-    static QString text(const QModelIndex &index, int column)
-    {
-        return index.siblingAtColumn(column).data().toString();
-    }
-    /// The texts in a column of the children of \a parent, which is opened.
-    static QStringList texts(QTreeView *tree, const QModelIndex &parent, int column)
-    {
-        tree->expand(parent);
-        QStringList found;
-        for (int row = 0; row < tree->model()->rowCount(parent); ++row)
-            found.append(text(tree->model()->index(row, 0, parent), column));
-        return found;
-    }
-    static void restore(QDialog *dialog, QTreeView *tree, const QModelIndex &index)
-    {
-        tree->setCurrentIndex(index);
-        DialogScript::click(dialog, u"restorePushButton"_qs);
-    }
-    /// Restores the newest run; a question is answered with \a answer.
-    void restoreNewestRun(std::optional<Run::Answer> answer = {})
-    {
-        m_script->expect("HistoryDialog", [](QWidget *widget) {
-            auto *tree = widget->findChild<QTreeView *>();
-            restore(qobject_cast<QDialog *>(widget), tree, tree->model()->index(0, 0));
-        });
-        if (answer.has_value())
-            expectQuestion(*answer);
-        m_window->findChild<QAction *>(u"actionHistory"_qs)->trigger();
-        verifyScript();
-    }
-    static QString message(const QDialog *dialog)
-    {
-        const auto *label = dialog->findChild<QLabel *>(u"messageLabel"_qs);
-        return label->isVisible() ? label->text() : QString();
-    }
 };
 
 void TestHistoryDialog::saysThatItIsEmpty()
@@ -169,66 +87,6 @@ void TestHistoryDialog::distinguishesSongsOfOneName()
     });
 }
 
-void TestHistoryDialog::restoresASong()
-{
-    synchronise({u"one.mid"_qs, u"two.mid"_qs});
-    openHistory([](QDialog *dialog, QTreeView *tree) {
-        const QModelIndex run = tree->model()->index(0, 0);
-        tree->expand(run);
-        const QModelIndex song = tree->model()->index(1, 0, run);
-        tree->expand(song);
-        restore(dialog, tree, tree->model()->index(0, 0, song)); // a field stands for its song
-    });
-    QCOMPARE(fileContent(at(u"two.mid"_qs)), Sample::midi("two", true));
-    QCOMPARE(title(u"one.mid"_qs), u"ONE LOVE"_qs);
-    QCOMPARE(outcome(), u"Ripristino: 1 ripristinate"_qs);
-    QCOMPARE(reportLines().mid(0, 3),
-             QStringList({u"Ripristino: 1 ripristinate"_qs, u"Modificata: "_qs + at(u"two.mid"_qs),
-                          u"    Titolo: «TWO SONGS» → «two»"_qs}));
-}
-
-void TestHistoryDialog::restoresARun()
-{
-    synchronise({u"one.mid"_qs, u"two.mid"_qs});
-    restoreNewestRun();
-    QCOMPARE(fileContent(at(u"one.mid"_qs)), Sample::midi("one", true));
-    QCOMPARE(fileContent(at(u"two.mid"_qs)), Sample::midi("two", true));
-    QCOMPARE(model().index(0, model().fieldIndex(u"title"_qs)).data().toString(), u"one"_qs);
-    QCOMPARE(statuses(), u"00"_qs);
-}
-
-void TestHistoryDialog::restoringCanBeTakenBack()
-{
-    synchronise({u"one.mid"_qs});
-    const QByteArray written = fileContent(at(u"one.mid"_qs));
-    restoreNewestRun();
-    openHistory([](QDialog *dialog, QTreeView *tree) {
-        QVERIFY(texts(tree, {}, HistoryModel::What).first().endsWith(u" - Ripristino"_qs));
-        restore(dialog, tree, tree->model()->index(0, 0));
-    });
-    QCOMPARE(fileContent(at(u"one.mid"_qs)), written);
-}
-
-void TestHistoryDialog::restoresFromTheContextMenu()
-{
-    synchronise({u"one.mid"_qs, u"two.mid"_qs});
-    chooseFromMenu(2, cell(1));
-    verifyScript();
-    QCOMPARE(fileContent(at(u"two.mid"_qs)), Sample::midi("two", true));
-    QCOMPARE(title(u"one.mid"_qs), u"ONE LOVE"_qs);
-}
-
-void TestHistoryDialog::greysAContextMenuWithoutHistory()
-{
-    importSongs({u"one.mid"_qs}, true);
-    bool isEnabled = true;
-    m_script->expectMenu(
-        [&isEnabled](QMenu *menu) { isEnabled = menu->actions().at(2)->isEnabled(); });
-    emit table()->customContextMenuRequested(cell(0));
-    verifyScript();
-    QVERIFY(!isEnabled);
-}
-
 void TestHistoryDialog::showsTheStateOfEachSong()
 {
     const QStringList names{u"one.mid"_qs, u"two.mid"_qs, u"three.mid"_qs};
@@ -255,35 +113,6 @@ void TestHistoryDialog::showsTheStateOfEachSong()
     openHistory([&states](QDialog *, QTreeView *tree) {
         QCOMPARE(states(tree, 1), QStringList(u"come prima della modifica"_qs));
     });
-}
-
-void TestHistoryDialog::asksBeforeItOverwritesAnotherProgramsChange()
-{
-    synchronise({u"one.mid"_qs});
-    const QByteArray other = Sample::midi("other", true);
-    makeFile(at(u"one.mid"_qs), other);
-    restoreNewestRun(Run::Answer::No);
-    QCOMPARE(fileContent(at(u"one.mid"_qs)), other);
-    restoreNewestRun(Run::Answer::Yes);
-    QCOMPARE(fileContent(at(u"one.mid"_qs)), Sample::midi("one", true));
-}
-
-void TestHistoryDialog::escapeAndEnterKeepAnotherProgramsChange()
-{
-    synchronise({u"one.mid"_qs});
-    const QByteArray other = Sample::midi("other", true);
-    makeFile(at(u"one.mid"_qs), other);
-    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
-        m_script->expect("HistoryDialog", [](QWidget *widget) {
-            auto *tree = widget->findChild<QTreeView *>();
-            restore(qobject_cast<QDialog *>(widget), tree, tree->model()->index(0, 0));
-        });
-        m_script->expect("NoCopyrightDialog",
-                         [key](QWidget *widget) { QTest::keyClick(widget, key); });
-        m_window->findChild<QAction *>(u"actionHistory"_qs)->trigger();
-        verifyScript();
-        QCOMPARE(fileContent(at(u"one.mid"_qs)), other);
-    }
 }
 
 void TestHistoryDialog::opensTheReportOfYesterday()

@@ -1,29 +1,17 @@
 #include "library/dialogs/previewdialog.h"
-#include "library/dialogs/previewmodel.h"
-#include "tests/app/workflowtest.h"
+#include "tests/app/previewtest.h"
 #include "tests/testprogram.h"
-
-#include <QAction>
-#include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProgressDialog>
-#include <QPushButton>
-#include <QTableWidget>
-#include <QTest>
 
 using namespace brisel;
 
 /// The preview of the synchronisation through the real window, by clicks and keys.
-class TestPreview : public WorkflowTest
+class TestPreview : public PreviewTest
 {
     Q_OBJECT
 
 private slots:
     void init() { openWindow(); }
     void cleanup() { closeWindow(); }
-
     void opensFromMenuAndButton();
     void isEnabledLikeTheSynchronisation();
     void showsFieldsWithOldAndNewTexts();
@@ -36,69 +24,10 @@ private slots:
     void spaceTicksTheFieldOfItsRow();
     void ticksAWholeSong();
     void leavesUnpublishedSongsUntickedWhileAsking();
-    void matchesASongByHand();
-    void enterAndDoubleClickSearchForTheSong();
-    void goesOnWithTheNextSong();
-    void arrowKeysChooseASongWhileTyping();
     void explainsATableWithoutRows();
     void interruptedPreviewShowsNothing();
     void reportsAFileChangedMeanwhile();
     void followsTheLanguage();
-
-private:
-    QAction *action() const { return m_window->findChild<QAction *>(u"actionPreview"_qs); }
-    QLabel *statusText() const { return m_window->findChild<QLabel *>(u"reportLabel"_qs); }
-
-    /// The next dialog is the preview: \a step answers it.
-    void expectPreview(const std::function<void(QWidget *, QTableView *)> &step)
-    {
-        m_script->expect("PreviewDialog", [step](QWidget *widget) {
-            step(widget, widget->findChild<QTableView *>());
-        });
-    }
-    void openPreview()
-    {
-        action()->trigger();
-        verifyScript();
-    }
-
-    /// The texts of a row, with "[x]", "[-]" or "[ ]" before those with a tick.
-    static QString rowText(const QTableView *view, int row)
-    {
-        QStringList texts;
-        for (int column = 0; column < view->model()->columnCount(); ++column) {
-            const QModelIndex index = view->model()->index(row, column);
-            const QVariant tick = index.data(Qt::CheckStateRole);
-            const QString mark = !tick.isValid()                 ? QString()
-                                 : tick.toInt() == Qt::Checked   ? u"[x]"_qs
-                                 : tick.toInt() == Qt::Unchecked ? u"[ ]"_qs
-                                                                 : u"[-]"_qs;
-            texts.append(mark + index.data().toString());
-        }
-        return texts.join(u'|');
-    }
-    static QStringList rows(const QTableView *view)
-    {
-        QStringList texts;
-        for (int row = 0; row < view->model()->rowCount(); ++row)
-            texts.append(rowText(view, row));
-        return texts;
-    }
-    static QString countText(const QWidget *dialog)
-    {
-        return dialog->findChild<QLabel *>(u"countLabel"_qs)->text();
-    }
-    static void toggle(QTableView *view, int row, int column)
-    {
-        view->setFocus();
-        view->setCurrentIndex(view->model()->index(row, column));
-        QTest::keyClick(view, Qt::Key_Space);
-    }
-    static void choose(QWidget *dialog, PreviewModel::Filter filter)
-    {
-        dialog->findChild<QComboBox *>(u"filterComboBox"_qs)
-            ->setCurrentIndex(static_cast<int>(filter));
-    }
 };
 
 void TestPreview::opensFromMenuAndButton()
@@ -300,120 +229,6 @@ void TestPreview::leavesUnpublishedSongsUntickedWhileAsking()
     expectBackup(u"exitPushButton"_qs); // no question: the user has ticked the song
     openPreview();
     QCOMPARE(title(u"one.mid"_qs), u"ONE LOVE"_qs);
-}
-
-void TestPreview::matchesASongByHand()
-{
-    makeFile(at(u"Artist - Kings.mid"_qs), Sample::midi("", true));
-    import({u"Artist - Kings.mid"_qs});
-    expectPreview([](QWidget *dialog, QTableView *view) {
-        QCOMPARE(rows(view), QStringList(u"Artist - Kings.mid|non trovata|||"_qs));
-        QVERIFY(!dialog->findChild<QPushButton *>(u"writePushButton"_qs)->isEnabled());
-        DialogScript inner;
-        inner.expect("CatalogueSearchDialog", [](QWidget *search) {
-            auto *results = search->findChild<QTableWidget *>();
-            QCOMPARE(results->item(0, 0)->text(), u"THREE KINGS"_qs);
-            auto *words = search->findChild<QLineEdit *>(u"searchLineEdit"_qs);
-            QCOMPARE(words->text(), u"Artist - Kings"_qs);
-            words->selectAll();
-            DialogScript::type(words, u"nothing"_qs);
-            QCOMPARE(results->rowCount(), 0);
-            QVERIFY(!search->findChild<QPushButton *>(u"choosePushButton"_qs)->isEnabled());
-            words->selectAll();
-            DialogScript::type(words, u"two"_qs);
-            QCOMPARE(results->rowCount(), 1);
-            DialogScript::click(search, u"choosePushButton"_qs);
-        });
-        view->setCurrentIndex(view->model()->index(0, 0));
-        DialogScript::click(dialog, u"searchPushButton"_qs);
-        QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
-        QCOMPARE(rowText(view, 0), u"[x]Artist - Kings.mid|[x]Titolo||TWO SONGS|a mano"_qs);
-        DialogScript::click(dialog, u"writePushButton"_qs);
-    });
-    expectBackup(u"exitPushButton"_qs);
-    openPreview();
-    QCOMPARE(title(u"Artist - Kings.mid"_qs), u"TWO SONGS"_qs);
-    QCOMPARE(statuses(), u"1"_qs);
-}
-
-void TestPreview::enterAndDoubleClickSearchForTheSong()
-{
-    makeSongs({u"other.mid"_qs}, true);
-    import({u"other.mid"_qs});
-    expectPreview([](QWidget *dialog, QTableView *view) {
-        DialogScript inner;
-        for (int i = 0; i < 2; ++i)
-            inner.expect("CatalogueSearchDialog", [](QWidget *search) {
-                DialogScript::click(search, u"cancelPushButton"_qs);
-            });
-        view->setFocus();
-        view->setCurrentIndex(view->model()->index(0, 0));
-        QTest::keyClick(view, Qt::Key_Return);
-        const QPoint place = view->visualRect(view->model()->index(0, 1)).center();
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, place);
-        QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
-        QCOMPARE(rows(view), QStringList(u"other.mid|non trovata|||"_qs));
-        DialogScript::click(dialog, u"cancelPushButton"_qs);
-    });
-    openPreview();
-}
-
-/// Songs that were not found are matched one after the other, by keys alone.
-void TestPreview::goesOnWithTheNextSong()
-{
-    const QStringList names{u"a.mid"_qs, u"b.mid"_qs, u"c.mid"_qs};
-    makeSongs(names, true);
-    import(names);
-    expectPreview([](QWidget *dialog, QTableView *view) {
-        QCOMPARE(view->currentIndex().row(), 0);
-        choose(dialog, PreviewModel::Filter::NotFound);
-        view->setCurrentIndex(view->model()->index(1, 0));
-        for (const QStringList &left : {QStringList{u"a.mid"_qs, u"c.mid"_qs}, {u"a.mid"_qs}}) {
-            DialogScript inner;
-            inner.expect("CatalogueSearchDialog", [](QWidget *search) {
-                auto *words = search->findChild<QLineEdit *>(u"searchLineEdit"_qs);
-                words->selectAll();
-                DialogScript::type(words, u"two"_qs);
-                QTest::keyClick(words, Qt::Key_Return);
-            });
-            QTest::keyClick(view, Qt::Key_Return);
-            QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
-            QCOMPARE(view->model()->rowCount(), left.size());
-            QCOMPARE(view->currentIndex().data().toString(), left.last());
-        }
-        DialogScript::click(dialog, u"cancelPushButton"_qs);
-    });
-    openPreview();
-}
-
-void TestPreview::arrowKeysChooseASongWhileTyping()
-{
-    makeSongs({u"other.mid"_qs}, true);
-    import({u"other.mid"_qs});
-    expectPreview([](QWidget *dialog, QTableView *view) {
-        DialogScript inner;
-        inner.expect("CatalogueSearchDialog", [](QWidget *search) {
-            QCOMPARE(search->findChild<QLabel *>(u"songLabel"_qs)->text(),
-                     u"Song da cercare: other.mid"_qs);
-            auto *words = search->findChild<QLineEdit *>(u"searchLineEdit"_qs);
-            words->selectAll();
-            DialogScript::type(words, u"artist"_qs);
-            auto *results = search->findChild<QTableWidget *>();
-            QVERIFY(results->rowCount() > 1);
-            const QWidget *focused = search->focusWidget();
-            QTest::keyClick(words, Qt::Key_Down);
-            QCOMPARE(results->currentRow(), 1);
-            QTest::keyClick(words, Qt::Key_Up);
-            QCOMPARE(results->currentRow(), 0);
-            QCOMPARE(search->focusWidget(), focused);
-            DialogScript::click(search, u"cancelPushButton"_qs);
-        });
-        QTest::keyClick(view, Qt::Key_Return);
-        QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
-        DialogScript::click(dialog, u"cancelPushButton"_qs);
-    });
-    openPreview();
 }
 
 void TestPreview::explainsATableWithoutRows()

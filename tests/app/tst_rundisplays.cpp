@@ -24,10 +24,7 @@ private:
 
 void TestRunDisplays::cleanup()
 {
-    const QString problems = m_sample->script.problems().join(u'\n');
-    const bool done = m_sample->script.isDone();
-    m_sample.reset();
-    QVERIFY2(done, qPrintable(problems));
+    closeVerified(m_sample);
 }
 
 void TestRunDisplays::showsBackupAndSynchronisation()

@@ -94,10 +94,7 @@ void TestSongDrop::init()
 
 void TestSongDrop::cleanup()
 {
-    const QString problems = m_sample->script.problems().join(u'\n');
-    const bool done = m_sample->script.isDone();
-    m_sample.reset();
-    QVERIFY2(done, qPrintable(problems));
+    closeVerified(m_sample);
 }
 
 void TestSongDrop::importsAsIfPicked()

@@ -1,24 +1,20 @@
 #include "app/songfilter.h"
 #include "base/runguard.h"
-#include "songfile/songinfo.h"
-#include "tests/app/samplewindow.h"
+#include "tests/app/filtertest.h"
 #include "tests/testprogram.h"
 
 #include <QHeaderView>
-#include <QLineEdit>
-#include <QMenu>
-#include <QScrollBar>
 
 using namespace brisel;
 
 /// The search in the library's table, as a user types it, and what it does not affect.
-class TestSongFilter : public QObject
+class TestSongFilter : public FilterTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { openWindow(); }
+    void cleanup() { closeWindow(); }
     void foldsCaseAndAccents_data();
     void foldsCaseAndAccents();
     void looksIntoEachText_data();
@@ -33,87 +29,8 @@ private slots:
     void importedRowsObeyAfterwards();
     void changedRowsObeyAtOnce();
     void removedRowsAreForgotten();
-    void editsTheRowThatIsSeen();
-    void editsNoHiddenRow();
-    void menuRemovesTheRowThatIsSeen();
-    void runsWorkOnHiddenRows();
-    void sortingKeepsSearchAndSelection();
-    void columnsMoveAndTakeSizes();
     void looksAtEachRowOnce();
-
-private:
-    QLineEdit *field() const
-    {
-        return m_sample->window->findChild<QLineEdit *>(u"searchLineEdit"_qs);
-    }
-    QLabel *hint() const { return m_sample->table->findChild<QLabel *>(u"emptyTableHint"_qs); }
-    void addSong(const QString &title, const QString &artist, const QString &genre,
-                 const QString &author, const QString &shortName) const
-    {
-        SongInfo info;
-        info.title = title;
-        info.artist = artist;
-        info.genre = genre;
-        info.author = author;
-        info.shortName = shortName;
-        info.fileName = u"/nowhere/"_qs + shortName;
-        QVERIFY(m_sample->model->addSong(info));
-    }
-    void addSamples() const
-    {
-        addSong(u"Perché no"_qs, u"Anna Bianchi"_qs, u"Valzer"_qs, u"C. Verdi"_qs, u"uno.mid"_qs);
-        addSong(u"SOLE MIO"_qs, u"Gli Àmici"_qs, u"Tango"_qs, u"D. Rossi"_qs, u"due.mp3"_qs);
-        addSong(u"Straße"_qs, u"Anna Neri"_qs, u"Polka"_qs, u"E. Rossi"_qs, u"tre.zb3"_qs);
-    }
-    void type(const QString &text) const
-    {
-        field()->clear();
-        QTest::keyClicks(field(), text);
-    }
-    QString shownNames() const
-    {
-        QStringList names;
-        for (int row = 0; row < m_sample->model->rowCount(); ++row) {
-            if (!m_sample->table->isRowHidden(row))
-                names.append(m_sample->model->shortName(row).section(u'.', 0, 0));
-        }
-        return names.join(u' ');
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
-    {
-        QTest::keyClick(m_sample->window->windowHandle(), key, modifiers);
-    }
-    void activate() const
-    {
-        m_sample->window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
-    }
-    /// Answers the next edit dialog by its "Salva", and records its title field.
-    void expectEdit()
-    {
-        m_sample->script.expect("DataEditDialog", [this](QWidget *widget) {
-            m_edited = widget->findChild<QLineEdit *>(u"titleLineEdit"_qs)->text();
-            DialogScript::click(widget, u"savePushButton"_qs);
-        });
-    }
-
-    std::unique_ptr<SampleWindow> m_sample;
-    QString m_edited;
 };
-
-void TestSongFilter::init()
-{
-    m_sample = std::make_unique<SampleWindow>();
-    m_edited.clear();
-}
-
-void TestSongFilter::cleanup()
-{
-    const QString problems = m_sample->script.problems().join(u'\n');
-    const bool done = m_sample->script.isDone();
-    m_sample.reset();
-    QVERIFY2(done, qPrintable(problems));
-}
 
 void TestSongFilter::foldsCaseAndAccents_data()
 {
@@ -301,126 +218,6 @@ void TestSongFilter::removedRowsAreForgotten()
     QCOMPARE(shownNames(), u"tre"_qs);
     type(u"strasse"_qs);
     QCOMPARE(shownNames(), u"tre"_qs);
-}
-
-void TestSongFilter::editsTheRowThatIsSeen()
-{
-    m_sample->import({u"aa.mid"_qs, u"ab.mid"_qs, u"ba.mid"_qs, u"bb.mid"_qs});
-    QTableView *table = m_sample->table;
-    // In reverse, so that the place, the number and the picked order all differ.
-    table->sortByColumn(2, Qt::DescendingOrder);
-    type(u"a.mid"_qs);
-    QCOMPARE(shownNames(), u"ba aa"_qs);
-    const QRect second = table->visualRect(m_sample->model->index(3, 2));
-    QCOMPARE(table->rowAt(second.center().y()), 3);
-    expectEdit();
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, second.center());
-    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, second.center());
-    QCOMPARE(m_edited, u"aa"_qs);
-    QCOMPARE(m_sample->model->status(3), int(Database::Edited));
-    QCOMPARE(m_sample->model->status(1), int(Database::Imported));
-}
-
-void TestSongFilter::editsNoHiddenRow()
-{
-    m_sample->import({u"aa.mid"_qs, u"ab.mid"_qs});
-    activate();
-    QTableView *table = m_sample->table;
-    table->setCurrentIndex(m_sample->model->index(0, 2));
-    type(u"ab"_qs);
-    table->setFocus();
-    press(Qt::Key_Return);
-    QCOMPARE(m_edited, QString());
-    expectEdit();
-    press(Qt::Key_Down);
-    QCOMPARE(table->currentIndex().row(), 1);
-    press(Qt::Key_Return);
-    QCOMPARE(m_edited, u"ab"_qs);
-}
-
-void TestSongFilter::menuRemovesTheRowThatIsSeen()
-{
-    m_sample->import({u"aa.mid"_qs, u"ab.mid"_qs, u"ba.mid"_qs, u"bb.mid"_qs});
-    QTableView *table = m_sample->table;
-    type(u"b.mid"_qs);
-    m_sample->script.expectMenu([](QMenu *menu) {
-        QTest::keyClick(menu, Qt::Key_Down);
-        QTest::keyClick(menu, Qt::Key_Return);
-    });
-    emit table->customContextMenuRequested(
-        table->visualRect(m_sample->model->index(3, 2)).center());
-    QCOMPARE(shownNames(), u"ab"_qs);
-    field()->clear();
-    QCOMPARE(shownNames(), u"aa ab ba"_qs);
-}
-
-void TestSongFilter::runsWorkOnHiddenRows()
-{
-    m_sample->import({u"ONE.mid"_qs, u"two.mid"_qs});
-    type(u"two"_qs);
-    m_sample->script.expect(
-        "BackupDialog", [](QWidget *dialog) { DialogScript::click(dialog, u"exitPushButton"_qs); });
-    m_sample->press("updateDataToolButton");
-    QCOMPARE(m_sample->model->status(0), int(Database::Updated));
-    QVERIFY(m_sample->table->isRowHidden(0));
-    field()->clear();
-    QCOMPARE(shownNames(), u"ONE two"_qs);
-    QCOMPARE(m_sample->model->index(0, 2).data().toString(), u"ONE LOVE"_qs);
-}
-
-void TestSongFilter::sortingKeepsSearchAndSelection()
-{
-    QTableView *table = m_sample->table;
-    for (int i = 0; i < 300; ++i)
-        addSong(u"t%1"_qs.arg(i, 3, 10, QChar(u'0')), {}, {}, {}, u"s%1.mid"_qs.arg(i));
-    type(u"7"_qs);
-    const QString shown = shownNames();
-    table->setColumnWidth(2, 3000);
-    table->selectRow(70);
-    QCoreApplication::processEvents();
-    table->horizontalScrollBar()->setValue(700);
-    QHeaderView *header = table->horizontalHeader();
-    const auto sort = [&] {
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
-                          {header->sectionViewportPosition(2) + 800, 5});
-    };
-    sort();
-    QCOMPARE(shownNames(), shown);
-    sort();
-    QCOMPARE(shownNames().section(u' ', 0, 0), u"s297"_qs);
-    const QModelIndexList selected = table->selectionModel()->selectedRows();
-    QCOMPARE(selected.size(), 1);
-    QCOMPARE(selected.first().row(), 299 - 70);
-    QCOMPARE(table->currentIndex().row(), 299 - 70);
-    QCoreApplication::processEvents();
-    const int middle = table->visualRect(table->currentIndex()).center().y();
-    QVERIFY(middle > 0 && middle < table->viewport()->height());
-    QCOMPARE(table->horizontalScrollBar()->value(), 700);
-    m_sample->import({u"other.mid"_qs});
-    QVERIFY(!table->currentIndex().isValid());
-}
-
-void TestSongFilter::columnsMoveAndTakeSizes()
-{
-    addSamples();
-    QTableView *table = m_sample->table;
-    QHeaderView *header = table->horizontalHeader();
-    table->setColumnWidth(1, 100);
-    table->setColumnWidth(2, 100);
-    const int edge = header->sectionViewportPosition(2) + 99;
-    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, {edge, 5});
-    QTest::mouseMove(header->viewport(), {edge + 20, 5});
-    QTest::mouseMove(header->viewport(), {edge + 50, 5});
-    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, {edge + 50, 5});
-    QCOMPARE(table->columnWidth(2), 150);
-    const int title = header->sectionViewportPosition(2) + 50;
-    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, {title, 5});
-    QTest::mouseMove(header->viewport(), {title - 60, 5});
-    QTest::mouseMove(header->viewport(), {title - 140, 5});
-    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, {title - 140, 5});
-    QVERIFY(header->visualIndex(2) < header->visualIndex(1));
-    type(u"perche"_qs);
-    QCOMPARE(shownNames(), u"uno"_qs);
 }
 
 /// Counts the requests for a cell's text.

@@ -59,10 +59,7 @@ void TestSoundFontAction::init()
 
 void TestSoundFontAction::cleanup()
 {
-    const QString problems = m_sample->script.problems().join(u'\n');
-    const bool done = m_sample->script.isDone();
-    m_sample.reset();
-    QVERIFY2(done, qPrintable(problems));
+    closeVerified(m_sample);
 }
 
 void TestSoundFontAction::showsTheChosenOne()

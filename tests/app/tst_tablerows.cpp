@@ -68,10 +68,7 @@ void TestTableRows::init()
 
 void TestTableRows::cleanup()
 {
-    const QString problems = m_sample->script.problems().join(u'\n');
-    const bool done = m_sample->script.isDone();
-    m_sample.reset();
-    QVERIFY2(done, qPrintable(problems));
+    closeVerified(m_sample);
 }
 
 void TestTableRows::expectEditOf(const QString &title)
