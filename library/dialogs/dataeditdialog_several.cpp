@@ -2,6 +2,7 @@
 
 #include "library/dialogs/dataeditdialog.h"
 
+#include "library/dialogs/placeholder.h"
 #include "songfile/songinfo.h"
 
 #include "ui_dataeditdialog.h"
@@ -109,16 +110,16 @@ void DataEditDialog::showPlaceholders()
         return isVarious ? various : QString();
     };
     for (const TextField &text : m_texts)
-        text.edit->setPlaceholderText(placeholder(text.field));
+        showPlaceholder(*text.edit, placeholder(text.field));
     const auto showNumber = [&](QLineEdit *edit, Field field) {
-        edit->setPlaceholderText(placeholder(field));
+        showPlaceholder(*edit, placeholder(field));
         edit->setMaximumWidth(m_several.has_value() ? std::max(numberWidth, variousWidth)
                                                     : numberWidth);
     };
     showNumber(m_ui->mmLineEdit, Field::Length);
     showNumber(m_ui->ssLineEdit, Field::Length);
     showNumber(m_ui->bpmLineEdit, Field::Bpm);
-    m_ui->keyComboBox->setPlaceholderText(placeholder(Field::Key));
+    showPlaceholder(*m_ui->keyComboBox, placeholder(Field::Key));
     m_ui->titleLineEdit->setEnabled(!isTitleNamed);
     m_ui->artistComboBox->setEnabled(!isArtistNamed);
 }

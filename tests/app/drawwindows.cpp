@@ -1,6 +1,7 @@
 /// Draws every window of the program in both languages. Usage: drawwindows <percent> <folder>
 /// [<help>]: with text of that size each picture becomes <folder>/<window>_<language>.png, and
-/// those of the help, as wide as its page, <help>/<name>_<language>.png. The folders must exist.
+/// those of the help, at most as wide as its page, <help>/<name>_<language>.png. The folders must
+/// exist.
 
 #include "app/startup.h"
 #include "app/style.h"
@@ -18,6 +19,8 @@
 #include <QTextStream>
 #include <QTranslator>
 
+#include <algorithm>
+
 using namespace brisel;
 
 namespace
@@ -28,6 +31,8 @@ constexpr int helpWidth = 720;
 /// The names of the pictures of the help, by window.
 const QHash<QString, QString> helpPictures{
     {QStringLiteral("main"), QStringLiteral("mainwindow")},
+    {QStringLiteral("edit-several"), QStringLiteral("edit-several")},
+    {QStringLiteral("markers"), QStringLiteral("markers")},
     {QStringLiteral("preview"), QStringLiteral("preview")},
     {QStringLiteral("history"), QStringLiteral("history")},
     {QStringLiteral("restore-backup"), QStringLiteral("restore-backup")}};
@@ -50,7 +55,7 @@ bool draw(const QString &name, const QString &language, const QString &folder,
     bool isSaved = image.save(QStringLiteral("%1/%2_%3.png").arg(folder, name, language));
     if (const QString picture = helpPictures.value(name);
         !helpFolder.isEmpty() && !picture.isEmpty())
-        isSaved = image.scaledToWidth(helpWidth, Qt::SmoothTransformation)
+        isSaved = image.scaledToWidth(std::min(image.width(), helpWidth), Qt::SmoothTransformation)
                       .save(QStringLiteral("%1/%2_%3.png").arg(helpFolder, picture, language)) &&
                   isSaved;
     return isSaved;

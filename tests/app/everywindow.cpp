@@ -14,7 +14,6 @@
 #include "library/dialogs/backupdialog.h"
 #include "library/dialogs/backuprestoredialog.h"
 #include "library/dialogs/cataloguesearchdialog.h"
-#include "library/dialogs/dataeditdialog.h"
 #include "library/dialogs/historydialog.h"
 #include "library/dialogs/nocopyrightdialog.h"
 #include "library/dialogs/previewdialog.h"
@@ -25,14 +24,13 @@
 #include "library/syncpreview.h"
 #include "songfile/metasong.h"
 #include "songfile/songinfo.h"
+#include "tests/app/editwindows.h"
 #include "tests/logcapture.h"
 #include "tools/samplesongs.h"
 
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QGroupBox>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QSqlDatabase>
@@ -47,10 +45,6 @@ namespace brisel
 
 namespace
 {
-
-const QString longPath =
-    QStringLiteral("/home/anna/Musica/Basi musicali/Matrimoni/Anni Sessanta/Il cielo sopra il "
-                   "mare e altre storie di una estate molto lunga.mid");
 
 std::unique_ptr<QWidget> makeMainWindow(bool withSongs)
 {
@@ -144,45 +138,6 @@ std::unique_ptr<QWidget> makeRestoreQuestion()
         "Restore", "Un altro programma ha cambiato questa song dopo la modifica da annullare. "
                    "Ripristinarla comunque?"));
     dialog->setAnswerWhenClosed(Run::Answer::No);
-    return dialog;
-}
-
-std::unique_ptr<DataEditDialog> makeEditDialog()
-{
-    auto dialog = std::make_unique<DataEditDialog>();
-    dialog->setArtistsCombo({QStringLiteral("Gli Amici del Porto")});
-    dialog->setGenresCombo({QStringLiteral("Valzer lento")});
-    dialog->setKeysCombo(MetaSong::getKeysList());
-    SongInfo info;
-    info.fileName = longPath;
-    info.format = QStringLiteral("MIDI");
-    info.title = QStringLiteral("Il cielo sopra il mare");
-    info.artist = QStringLiteral("Gli Amici del Porto");
-    info.genre = QStringLiteral("Valzer lento");
-    info.author = QStringLiteral("Anna Bianchi");
-    info.key = MetaSong::getKeysList().constFirst();
-    info.length = 59 * 60 + 58;
-    info.userBpm = 120;
-    dialog->setOtherInfo(info);
-    return dialog;
-}
-
-/// With a hint under each text, one of them of maximum length.
-std::unique_ptr<QWidget> makeEditDialogWithHints()
-{
-    std::unique_ptr<DataEditDialog> dialog = makeEditDialog();
-    QString cyrillic;
-    for (char16_t letter = u'А'; letter <= u'Я'; ++letter)
-        cyrillic += letter;
-    const auto type = [&dialog](const char *name, const QString &text) {
-        auto *control = dialog->findChild<QWidget *>(QString::fromLatin1(name));
-        const auto *combo = qobject_cast<QComboBox *>(control);
-        (combo != nullptr ? combo->lineEdit() : qobject_cast<QLineEdit *>(control))->setText(text);
-    };
-    type("titleLineEdit", QStringLiteral("Città Ω"));
-    type("artistComboBox", cyrillic);
-    type("genreComboBox", QStringLiteral("Rock ’n’ Roll"));
-    type("authorLineEdit", QStringLiteral("Dvořák – Škroup"));
     return dialog;
 }
 
@@ -435,6 +390,8 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("question-restore"),
                               QStringLiteral("edit"),
                               QStringLiteral("edit-hints"),
+                              QStringLiteral("edit-several"),
+                              QStringLiteral("markers"),
                               QStringLiteral("index"),
                               QStringLiteral("list"),
                               QStringLiteral("help"),
@@ -463,8 +420,10 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("question-yes-no"), [] { return makeQuestion({}, true); }},
         {QStringLiteral("question-rename"), makeRenameQuestion},
         {QStringLiteral("question-restore"), makeRestoreQuestion},
-        {QStringLiteral("edit"), makeEditDialog},
-        {QStringLiteral("edit-hints"), makeEditDialogWithHints},
+        {QStringLiteral("edit"), makeEditWindow},
+        {QStringLiteral("edit-hints"), makeEditWindowWithHints},
+        {QStringLiteral("edit-several"), makeEditWindowOfSeveral},
+        {QStringLiteral("markers"), makeMarkersWindow},
         {QStringLiteral("index"), makeIndexDialog},
         {QStringLiteral("list"), [] { return std::make_unique<SongsListDialog>(); }},
         {QStringLiteral("help"), [] { return std::make_unique<HelpDialog>(); }},

@@ -293,6 +293,7 @@ void TestWindows::startsWhereTheWorkIs_data()
     QTest::newRow("preview-search") << QStringLiteral("searchLineEdit");
     QTest::newRow("question-restore") << QStringLiteral("noPushButton");
     QTest::newRow("history") << QStringLiteral("historyTreeView");
+    QTest::newRow("markers") << QStringLiteral("markersTableView");
     QTest::newRow("restore-backup") << QStringLiteral("songsTreeView");
 }
 
@@ -313,8 +314,9 @@ void TestWindows::tabReachesEveryControl_data()
          {QStringLiteral("main"), QStringLiteral("main-revealed"), QStringLiteral("proceed"),
           QStringLiteral("backup"), QStringLiteral("preview"), QStringLiteral("preview-search"),
           QStringLiteral("question"), QStringLiteral("question-restore"), QStringLiteral("edit"),
-          QStringLiteral("edit-hints"), QStringLiteral("index"), QStringLiteral("list"),
-          QStringLiteral("report"), QStringLiteral("history"), QStringLiteral("history-empty"),
+          QStringLiteral("edit-hints"), QStringLiteral("edit-several"), QStringLiteral("markers"),
+          QStringLiteral("index"), QStringLiteral("list"), QStringLiteral("report"),
+          QStringLiteral("history"), QStringLiteral("history-empty"),
           QStringLiteral("restore-backup")})
         QTest::newRow(qPrintable(name)) << name;
 }
@@ -361,9 +363,12 @@ void TestWindows::buttonsStandInTheirOrder_data()
                                            QStringLiteral("abortPushButton"),
                                            QStringLiteral("doBackupPushButton"), exit};
     QTest::newRow("edit") << QStringList{
-        QStringLiteral("markersPushButton"), QStringLiteral("fromNamePushButton"),
+        QStringLiteral("markersPushButton"),  QStringLiteral("fromNamePushButton"),
         QStringLiteral("previousPushButton"), QStringLiteral("nextPushButton"),
-        QStringLiteral("savePushButton"), exit};
+        QStringLiteral("savePushButton"),     exit};
+    QTest::newRow("markers") << QStringList{
+        QStringLiteral("addPushButton"), QStringLiteral("removePushButton"),
+        QStringLiteral("okPushButton"), QStringLiteral("cancelPushButton")};
     const QString all = QStringLiteral("selectAllPushButton");
     const QString none = QStringLiteral("selectNonePushButton");
     const QString restore = QStringLiteral("restorePushButton");
