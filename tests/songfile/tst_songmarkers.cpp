@@ -113,6 +113,9 @@ void TestSongMarkers::refusesMarkersThatAreNotWholeEvents_data()
     const auto row = [](const char *name, const QByteArray &song) { QTest::newRow(name) << song; };
     row("after a pause", midi(twoMarkers + bytes("\x60\xFF\x4B\5\6\0\7La")));
     row("inside a text", midi(metaEvent(1, markerBytes("\0\1", "Intro"))));
+    row("behind bytes that are read instead",
+        midi(metaEvent(1, bytes("\xFF\x4B\x40\6\0\1M\0")) + markerBytes("\0\1", "M") +
+             metaEvent(1, QByteArray(100, 't'))));
     row("in the second track", midi({}, 1) + twoMarkers);
     row("without a bar", midi(kordiaEvent(6, {})));
     row("with half a bar", midi(kordiaEvent(6, "\1")));
