@@ -272,6 +272,13 @@ bool UserSongsRelTableModel::canFetchMore(const QModelIndex & /*parent*/) const
 
 void UserSongsRelTableModel::fetchMore(const QModelIndex & /*parent*/) {}
 
+Qt::ItemFlags UserSongsRelTableModel::flags(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    return Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable | Qt::ItemNeverHasChildren;
+}
+
 QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount())

@@ -130,6 +130,8 @@ public:
     bool canFetchMore(const QModelIndex &parent = QModelIndex()) const override;
     void fetchMore(const QModelIndex &parent = QModelIndex()) override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    /// Those of the base class, in less time: a heading asks for all cells of a selected column.
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     bool insertRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
     bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;

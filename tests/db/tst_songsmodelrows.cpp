@@ -32,6 +32,7 @@ private slots:
     void addsAndUpdatesWithoutReadingTheTableAgain();
     void announcesNewRowsOfARunInBatches();
     void keepsTheRowsOfARun();
+    void cellsHaveTheFlagsOfTheTable();
     void passesTheModelTester();
 };
 
@@ -389,6 +390,16 @@ void TestSongsModelRows::keepsTheRowsOfARun()
     QCOMPARE(m_model->rowCount(), 6);
     QVERIFY2(m_database->userLibraryDb()->transaction(), "the run's own is closed");
     QVERIFY(m_database->userLibraryDb()->rollback());
+}
+
+void TestSongsModelRows::cellsHaveTheFlagsOfTheTable()
+{
+    addSongs(2);
+    QCOMPARE(m_model->flags({}), Qt::ItemFlags(Qt::NoItemFlags));
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const QModelIndex cell = m_model->index(1, column);
+        QCOMPARE(m_model->flags(cell), m_model->QSqlRelationalTableModel::flags(cell));
+    }
 }
 
 void TestSongsModelRows::passesTheModelTester()
