@@ -1,6 +1,7 @@
 #include "app/songfilter.h"
 
 #include "app/outcomebuttons.h"
+#include "base/runguard.h"
 #include "db/usersongsreltablemodel.h"
 
 #include <QEvent>
@@ -27,6 +28,9 @@ SongFilter::SongFilter(QLineEdit &field, QTableView &view, UserSongsRelTableMode
         {Field::Bpm, QStringLiteral("userbpm")},   {Field::Length, QStringLiteral("length")}};
     for (const auto &[searched, name] : columns)
         m_columns.insert(searched, model.fieldIndex(name));
+    constexpr int pause = 20; // milliseconds between two portions of texts
+    m_reading.setInterval(pause);
+    connect(&m_reading, &QTimer::timeout, this, &SongFilter::readSomeTexts);
     forgetTexts();
     readOutcomeWords();
     field.installEventFilter(this);
@@ -39,14 +43,14 @@ SongFilter::SongFilter(QLineEdit &field, QTableView &view, UserSongsRelTableMode
     });
     connect(&model, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex &first, const QModelIndex &last) {
-                std::fill(m_texts.begin() + first.row(), m_texts.begin() + last.row() + 1,
-                          QString());
+                forgetTexts(first.row(), last.row());
                 apply(first.row(), last.row());
                 emit changed();
             });
     connect(&model, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex & /*parent*/, int first, int last) {
                 m_texts.insert(first, last - first + 1, QString());
+                forgetTexts(first, last);
                 emit changed();
             });
     connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this,
@@ -54,6 +58,7 @@ SongFilter::SongFilter(QLineEdit &field, QTableView &view, UserSongsRelTableMode
                 for (int row = first; row <= last; ++row)
                     m_hidden -= m_view.isRowHidden(row) ? 1 : 0;
                 m_texts.remove(first, last - first + 1);
+                m_firstUnread = std::min(m_firstUnread, first);
             });
     connect(&model, &QAbstractItemModel::rowsRemoved, this, &SongFilter::changed);
     connectKeys();
@@ -182,9 +187,38 @@ void SongFilter::forgetTexts()
     const int rows = m_model.rowCount();
     m_isOutdated = false;
     m_texts = QStringList(rows);
+    forgetTexts(0, rows - 1);
     m_hidden = 0;
     for (int row = 0; row < rows; ++row)
         m_hidden += m_view.isRowHidden(row) ? 1 : 0;
+}
+
+/// The rows were changed, or are new.
+void SongFilter::forgetTexts(int first, int last)
+{
+    std::fill(m_texts.begin() + first, m_texts.begin() + last + 1, QString());
+    m_firstUnread = std::min(m_firstUnread, first);
+    if (m_firstUnread < m_texts.size())
+        m_reading.start();
+}
+
+/// A portion takes a small part of the time between two paintings. A run has the processor for
+/// itself.
+void SongFilter::readSomeTexts()
+{
+    if (RunGuard::isActive())
+        return;
+    constexpr int portion = 1000; // rows
+    const int rows = static_cast<int>(m_texts.size());
+    for (int read = 0; read < portion && m_firstUnread < rows; ++m_firstUnread) {
+        QString &text = m_texts[m_firstUnread];
+        if (!text.isNull())
+            continue;
+        text = foldedTexts(m_firstUnread);
+        ++read;
+    }
+    if (m_firstUnread >= rows)
+        m_reading.stop();
 }
 
 bool SongFilter::matches(int row)

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 
 #include <array>
 #include <optional>
@@ -26,6 +27,9 @@ class UserSongsRelTableModel;
 /// name of its folder, or the beginning of a word for its outcome; conditions on fields are those
 /// of SongSearch. An outcome can be chosen beside them. Rows that come while a search is on are
 /// shown until the model is read again, which ends every import.
+///
+/// The texts of the rows are made while the program is idle, so that the first letter does not wait
+/// for those of a large library.
 ///
 /// Ctrl+F moves the focus to the field, Return or Down from there to the rows, and Escape, in the
 /// field or in the table, shows all rows again.
@@ -65,6 +69,8 @@ private:
     void enterRows();
     void apply(int first, int last);
     void forgetTexts();
+    void forgetTexts(int first, int last);
+    void readSomeTexts();
     bool isOn() const { return !m_search.isEmpty() || m_outcome.has_value(); }
     bool matches(int row);
     void readOutcomeWords();
@@ -79,9 +85,11 @@ private:
     std::array<QStringList, allSongOutcomes.size()> m_outcomeWords; ///< folded
     SongSearch m_search;
     std::optional<SongOutcome> m_outcome;
-    QStringList m_texts;       ///< a row's texts, folded; null until first use
+    QStringList m_texts;       ///< a row's texts, folded; null until they are read
+    QTimer m_reading;          ///< active while rows may be without texts
+    int m_firstUnread = 0;     ///< the rows before it have their texts
     int m_hidden = 0;          ///< number of hidden rows
-    bool m_isOutdated = false; ///< both are from before the model was read again
+    bool m_isOutdated = false; ///< all of these are from before the model was read again
 };
 
 } // namespace brisel

@@ -29,7 +29,6 @@ private slots:
     void importedRowsObeyAfterwards();
     void changedRowsObeyAtOnce();
     void removedRowsAreForgotten();
-    void looksAtEachRowOnce();
 };
 
 void TestSongFilter::foldsCaseAndAccents_data()
@@ -218,50 +217,6 @@ void TestSongFilter::removedRowsAreForgotten()
     QCOMPARE(shownNames(), u"tre"_qs);
     type(u"strasse"_qs);
     QCOMPARE(shownNames(), u"tre"_qs);
-}
-
-/// Counts the requests for a cell's text.
-class CountingModel : public UserSongsRelTableModel
-{
-public:
-    using UserSongsRelTableModel::UserSongsRelTableModel;
-    QVariant data(const QModelIndex &index, int role) const override
-    {
-        asked += role == Qt::DisplayRole ? 1 : 0;
-        return UserSongsRelTableModel::data(index, role);
-    }
-    mutable int asked = 0;
-};
-
-void TestSongFilter::looksAtEachRowOnce()
-{
-    Sample::Library library;
-    CountingModel model(nullptr, *library.database().userLibraryDb());
-    QTableView view;
-    view.setModel(&model);
-    QLineEdit search(&view);
-    const SongFilter filter(search, view, model);
-    constexpr int rows = 10000;
-    SongInfo info;
-    for (int i = 0; i < rows; ++i) {
-        info.title = u"Il cielo di notte %1"_qs.arg(i);
-        info.artist = u"Gli Amici del Porto è"_qs;
-        QVERIFY(model.addSong(info));
-    }
-    QCOMPARE(model.asked, 0);
-    int hidings = 0;
-    connect(view.verticalHeader(), &QHeaderView::sectionResized, this, [&hidings] { ++hidings; });
-    search.setText(u"notte 12"_qs);
-    QCOMPARE(model.asked, rows * 6);
-    const int few = hidings;
-    QVERIFY(few > rows * 9 / 10 && few < rows);
-    search.setText(u"notte 123"_qs);
-    search.setText(u"NOTTE 123"_qs);
-    search.setText(u"notte 12"_qs);
-    QCOMPARE(model.asked, rows * 6);
-    QVERIFY(hidings < few * 11 / 10);
-    search.clear();
-    QCOMPARE(model.asked, rows * 6);
 }
 
 BRISEL_TEST(QApplication, TestSongFilter)
