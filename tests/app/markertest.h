@@ -64,13 +64,17 @@ protected:
         const QModelIndex cell = table->model()->index(row, column);
         table->setCurrentIndex(cell);
         table->edit(cell);
-        return QApplication::focusWidget();
+        for (auto *child : table->viewport()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+            if (child->isVisible())
+                return child;
+        }
+        return nullptr;
     }
     /// Types into a cell, as a user does.
     static void typeInto(const QWidget *dialog, int row, int column, const QString &text)
     {
         QWidget *editor = editorOf(dialog, row, column);
-        QVERIFY(tableIn(dialog)->viewport()->isAncestorOf(editor));
+        QVERIFY(editor != nullptr);
         QTest::keySequence(editor, QKeySequence::SelectAll);
         DialogScript::type(editor, text);
         QTest::keyClick(editor, Qt::Key_Return);

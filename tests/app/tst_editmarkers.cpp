@@ -3,6 +3,7 @@
 #include "tests/app/markertest.h"
 #include "tests/testprogram.h"
 
+#include <QLineEdit>
 #include <QMessageBox>
 
 using namespace brisel;
@@ -122,7 +123,7 @@ void TestEditMarkers::writesWhatWasChanged()
         QCOMPARE(shownIn(dialog), (QStringList{u"2 Coda"_qs, u"9 Assolo è"_qs}));
         QCOMPARE(tableIn(dialog)->currentIndex().row(), 0);
         DialogScript::click(dialog, u"addPushButton"_qs);
-        DialogScript::type(QApplication::focusWidget(), u" Fine "_qs);
+        DialogScript::type(tableIn(dialog)->viewport()->findChild<QLineEdit *>(), u" Fine "_qs);
         ok(dialog); // ends the edit
     });
     // The song's other events were written again at its head, as for any edit.
