@@ -126,6 +126,7 @@ void MainWindow::changeEvent(QEvent *event)
         return;
     m_model->setHeaderLabels();
     showWholeHeadings(*m_ui->userLibraryTableView);
+    m_columns->fit();
     explainEmptyTable();
 }
 

@@ -25,6 +25,7 @@ private slots:
     void chosenColumnsShowFileData();
     void lastColumnCanNotBeHidden();
     void wideTextsLeaveAllColumnsInSight();
+    void allColumnsStayInSightInTheOtherLanguage();
     void widthOfTheUserStays();
     void doubleClickOnAnEdgeFitsAgain();
     void nextStartLooksTheSame();
@@ -164,6 +165,16 @@ void TestColumnLayout::lastColumnCanNotBeHidden()
     QCOMPARE(shown(), u"outcome"_qs);
     entry("title")->trigger();
     QVERIFY(entry("outcome")->isEnabled());
+}
+
+void TestColumnLayout::allColumnsStayInSightInTheOtherLanguage()
+{
+    m_window->findChild<QAction *>(u"actionEnglish"_qs)->trigger();
+    importOne(QString(100, u'W') + u".mid"_qs);
+    QCOMPARE(table()->horizontalScrollBar()->maximum(), 0);
+    m_window->findChild<QAction *>(u"actionItalian"_qs)->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(table()->horizontalScrollBar()->maximum(), 0);
 }
 
 void TestColumnLayout::wideTextsLeaveAllColumnsInSight()
