@@ -79,6 +79,7 @@ void TestSongSearch::comparesFields_data()
     row("bpm:12", false);
     row("bpm>99.5", true);
     row("durata>3", true); // minutes; the song has 3:25
+    row("durata<4", true);
     row("durata>3:25", false);
     row("durata>=3:25", true);
     row("durata<3:26", true);
