@@ -138,6 +138,7 @@ void TestLateClicks::editAll()
     m_window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_window));
     table()->setFocus();
+    QTRY_VERIFY(table()->hasFocus()); // the file dialog may have been closed just now
     table()->selectAll();
     expectEdit([](QWidget *dialog) {
         DialogScript::type(dialog->findChild<QLineEdit *>(u"authorLineEdit"_qs), u"X"_qs);
