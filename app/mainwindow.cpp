@@ -134,7 +134,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     if (!RunGuard::isActive()) {
         storeLayout();
-        m_lastList.keep(m_fileList);
+        if (!isTableEmpty())
+            m_lastList.keep(m_fileList);
         QMainWindow::closeEvent(event);
         return;
     }

@@ -170,7 +170,6 @@ private:
     void takeDrops();
     void offerFolders();
     QStringList chooseSongFiles();
-    void keepSongsFolder(const QString &folder);
     std::optional<qint64> pickSongs(SongPicker &picker, const QStringList &paths);
     void importPickedFiles(const QStringList &files, qint64 searched = 0);
     void importAfter(qint64 searched);

@@ -26,8 +26,11 @@ void MainWindow::on_selectDirToolButton_clicked()
 {
     if (!canStartRun())
         return;
-    if (const QStringList files = chooseSongFiles(); !files.isEmpty())
-        importPickedFiles(files);
+    const QStringList files = chooseSongFiles();
+    if (files.isEmpty())
+        return;
+    keepRecent(Settings::recentFolders, QFileInfo(files.constFirst()).absolutePath());
+    importPickedFiles(files);
 }
 
 /// Empty if the user cancelled.
@@ -38,14 +41,8 @@ QStringList MainWindow::chooseSongFiles()
                                       startFolder(Settings::songsFolder, QStringLiteral("/")),
                                       QStringLiteral("Songs (%1)").arg(songNamePatterns()));
     if (!files.isEmpty())
-        keepSongsFolder(QFileInfo(files.constFirst()).absolutePath());
+        keepFolder(Settings::songsFolder, QFileInfo(files.constFirst()).absolutePath());
     return files;
-}
-
-void MainWindow::keepSongsFolder(const QString &folder)
-{
-    keepFolder(Settings::songsFolder, folder);
-    keepRecent(Settings::recentFolders, folder);
 }
 
 void MainWindow::on_actionAddSongs_triggered()
@@ -64,7 +61,7 @@ void MainWindow::on_actionAddFolder_triggered()
         this, tr("Scegli cartella"), startFolder(Settings::songsFolder, QStringLiteral("/")));
     if (folder.isEmpty())
         return;
-    keepSongsFolder(folder);
+    keepFolder(Settings::songsFolder, folder);
     addSongs({folder});
 }
 
@@ -99,13 +96,18 @@ void MainWindow::addSongs(const QStringList &paths)
 {
     if (!canStartRun())
         return;
-    if (m_fileList.isEmpty())
-        return openSongs(paths);
-    SongPicker picker(paths, m_fileList);
+    // Not m_fileList: files that could not be read may be readable now.
+    QStringList listed;
+    for (int row = 0; row < m_model->goodRowCount(); ++row)
+        listed.append(m_model->fileName(row));
+    SongPicker picker(paths, listed);
     const auto searched = pickSongs(picker, paths);
     if (!searched.has_value())
         return;
-    addPickedFiles(picker.songs(), *searched);
+    if (m_fileList.isEmpty())
+        importPickedFiles(picker.songs(), *searched);
+    else
+        addPickedFiles(picker.songs(), *searched);
     if (picker.listedCount() > 0 && !Run::isEnding())
         m_ui->statusBar->showMessage(tr("Già nella lista: %1").arg(picker.listedCount()), hintTime);
 }
@@ -171,6 +173,9 @@ void MainWindow::importPickedFiles(const QStringList &files, qint64 searched)
 
 void MainWindow::addPickedFiles(const QStringList &files, qint64 searched)
 {
+    const QSet<QString> added(files.cbegin(), files.cend());
+    m_fileList.removeIf([&added](const QString &path) { return added.contains(path); });
+    m_model->removeUnreadable(added);
     m_fileList.append(files);
     m_lastList.keep(m_fileList);
     setPhase(Phase::Working);

@@ -267,17 +267,21 @@ void MainWindow::on_actionRestore_triggered()
 /// The files are kept, but no longer sent or backed up.
 void MainWindow::removeSongs(const QList<int> &rows)
 {
-    QHash<QString, int> paths; // a file may be in the list twice
+    QStringList files;
     for (const int row : rows)
-        ++paths[m_model->fileName(row)];
+        files.append(m_model->fileName(row));
     const int next = rowChosenAfterRemoval(*m_ui->userLibraryTableView, rows);
-    if (!m_model->removeEach(rows))
-        return;
+    const int before = m_model->goodRowCount();
+    const bool isDone = m_model->removeEach(rows);
+    QHash<QString, int> paths; // a file may be in the list twice
+    for (const QString &file : files.first(before - m_model->goodRowCount()))
+        ++paths[file];
     m_fileList.removeIf([&paths](const QString &path) {
         const auto removed = paths.find(path);
         return removed != paths.end() && (*removed)-- > 0;
     });
-    chooseRow(*m_ui->userLibraryTableView, next);
+    if (isDone)
+        chooseRow(*m_ui->userLibraryTableView, next);
     if (m_fileList.isEmpty())
         m_phase = Phase::NoFiles;
     updateActions();

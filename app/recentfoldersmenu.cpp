@@ -1,7 +1,7 @@
 #include "app/recentfoldersmenu.h"
 
 #include "base/fileidentity.h"
-#include "base/settings.h"
+#include "base/lastfolder.h"
 
 #include <QDir>
 #include <QFontMetrics>
@@ -19,7 +19,7 @@ void RecentFoldersMenu::fill()
     constexpr int widestName = 480; // pixels
     m_menu.clear();
     int number = 0;
-    for (const QString &folder : Settings::recentFolders.in(openSettings())) {
+    for (const QString &folder : Settings::recentFolders.in(openSettings()).mid(0, mostRecent)) {
         if (fileKind(folder) != FileKind::Folder)
             continue;
         const QString path = QDir::toNativeSeparators(folder);

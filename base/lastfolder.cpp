@@ -20,13 +20,12 @@ void keepFolder(const Setting<QString> &setting, const QString &folder)
 
 void keepRecent(const Setting<QStringList> &setting, const QString &folder)
 {
-    constexpr qsizetype mostFolders = 8;
     QSettings settings = openSettings();
     const QStringList before = setting.in(settings);
     QStringList folders = before;
     folders.removeAll(folder);
     folders.prepend(folder);
-    folders = folders.mid(0, mostFolders);
+    folders = folders.mid(0, mostRecent);
     if (folders != before)
         setting.store(settings, folders);
 }

@@ -12,8 +12,9 @@ QString startFolder(const Setting<QString> &setting, const QString &first);
 /// Remembers \a folder, which the user has chosen in a file dialog, under \a setting.
 void keepFolder(const Setting<QString> &setting, const QString &folder);
 
-/// Puts \a folder first among the recent folders of \a setting, of which the last eight are
-/// remembered.
+inline constexpr qsizetype mostRecent = 8; ///< folders that keepRecent() remembers
+
+/// Puts \a folder first among the recent folders of \a setting.
 void keepRecent(const Setting<QStringList> &setting, const QString &folder);
 
 } // namespace brisel

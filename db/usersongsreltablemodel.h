@@ -9,6 +9,7 @@
 
 #include <QElapsedTimer>
 #include <QList>
+#include <QSet>
 #include <QSqlRelationalTableModel>
 #include <QVariant>
 
@@ -89,6 +90,8 @@ public:
     void addUnreadable(const QString &path, Reason reason);
     /// Removes the rows of unreadable files.
     void clearUnreadable();
+    /// Removes those with these paths.
+    void removeUnreadable(const QSet<QString> &paths);
     /// Whether files that could not be read have rows. At first they do not.
     bool isShowingUnreadable() const { return m_isShowingUnreadable; }
     void showUnreadable(bool on);

@@ -127,6 +127,15 @@ void UserSongsRelTableModel::clearUnreadable()
     m_isShowingUnreadable = wasShowing;
 }
 
+void UserSongsRelTableModel::removeUnreadable(const QSet<QString> &paths)
+{
+    const bool wasShowing = m_isShowingUnreadable;
+    showUnreadable(false);
+    m_unreadable.removeIf(
+        [this, &paths](const Row &row) { return paths.contains(row.at(m_filename).toString()); });
+    showUnreadable(wasShowing);
+}
+
 void UserSongsRelTableModel::showUnreadable(bool on)
 {
     announce();

@@ -31,10 +31,10 @@ static QString identityOrPath(const QString &path)
     return identity.isEmpty() ? path : identity;
 }
 
-SongPicker::SongPicker(QStringList paths) : SongPicker(std::move(paths), {}) {}
+SongPicker::SongPicker(QStringList paths) : m_paths(std::move(paths)), m_isAdding(false) {}
 
 SongPicker::SongPicker(QStringList paths, QStringList listed)
-    : m_paths(std::move(paths)), m_listed(std::move(listed))
+    : m_paths(std::move(paths)), m_listed(std::move(listed)), m_isAdding(true)
 {
 }
 
@@ -83,7 +83,7 @@ void SongPicker::add(Run &run, const QString &path)
 /// Also true for a file that was picked before under another name.
 bool SongPicker::isListed(const QString &file)
 {
-    if (m_listed.isEmpty())
+    if (!m_isAdding)
         return false;
     const qsizetype before = m_listedFiles.size();
     m_listedFiles.insert(identityOrPath(file));

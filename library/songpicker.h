@@ -30,8 +30,8 @@ public:
 
     /// \a paths are paths of files and folders.
     explicit SongPicker(QStringList paths);
-    /// For songs that are added to the list \a listed: a file that is in the list already, under
-    /// any name, is not picked.
+    /// For songs that are added to the list \a listed, which may be empty: a file that is in the
+    /// list or was picked already, under any name, is not picked.
     SongPicker(QStringList paths, QStringList listed);
 
     /// Picks the files, and every song below the folders in the order of a folder scan. Skips
@@ -50,6 +50,7 @@ private:
 
     const QStringList m_paths;
     const QStringList m_listed;
+    const bool m_isAdding;
     QStringList m_songs;
     QSet<QString> m_known;       ///< paths of the songs
     QSet<QString> m_listedFiles; ///< identities of the files in the list, and paths of missing ones

@@ -29,7 +29,8 @@ private slots:
     void addsToAnEmptyListLikeAnImport();
     void addedSongsAreSynchronisedAndSent();
     void sortsAddedSongs();
-    void unreadableFilesAreAddedOnce();
+    void unreadableFilesAreReadAgain();
+    void addsALinkOnceToAnEmptyList();
     void theButtonReplaces();
     void offersTheLastList();
     void resumedListNamesWhatIsGone();
@@ -178,20 +179,35 @@ void TestAddSongs::sortsAddedSongs()
     QCOMPARE(rows(), u"d.mid c.mid b.mid a.mid"_qs);
 }
 
-void TestAddSongs::unreadableFilesAreAddedOnce()
+void TestAddSongs::unreadableFilesAreReadAgain()
 {
     m_sample->import({u"one.mid"_qs});
     makeFile(at(u"broken.mid"_qs), "no song");
     action("actionShowUnreadable")->trigger();
+    for (int i = 0; i < 2; ++i) {
+        add({u"broken.mid"_qs});
+        QCOMPARE(model().rowCount(), 2);
+        QCOMPARE(model().goodRowCount(), 1);
+    }
+    makeSongs({u"broken.mid"_qs}, true);
     add({u"broken.mid"_qs});
-    QCOMPARE(model().rowCount(), 2);
-    QCOMPARE(model().goodRowCount(), 1);
-    m_script->expectFiles({at(u"broken.mid"_qs)});
-    m_script->expectMessage(u"Lettura file"_qs, u"I brani scelti sono già nella lista"_qs,
-                            QMessageBox::Ok);
-    action("actionAddSongs")->trigger();
-    verifyScript();
-    QCOMPARE(model().rowCount(), 2);
+    QCOMPARE(rows(), u"one.mid broken.mid"_qs);
+    QCOMPARE(model().goodRowCount(), 2);
+    const QString memory = at(u"volumes/CARD/songs"_qs);
+    QVERIFY(QDir().mkpath(memory));
+    int copied = 0;
+    QVERIFY(m_window->copyFiles(memory, copied));
+    QCOMPARE(copied, 2);
+}
+
+void TestAddSongs::addsALinkOnceToAnEmptyList()
+{
+    makeSongs({u"one.mid"_qs}, true);
+    QVERIFY(QFile::link(at(u"one.mid"_qs), at(u"link.mid"_qs)));
+    add({u"one.mid"_qs, u"link.mid"_qs});
+    QCOMPARE(rows(), u"one.mid"_qs);
+    m_window->openSongs({at(u"one.mid"_qs), at(u"link.mid"_qs)}); // as picked, both
+    QCOMPARE(rows(), u"one.mid link.mid"_qs);
 }
 
 void TestAddSongs::theButtonReplaces()
@@ -279,6 +295,7 @@ void TestAddSongs::offersTheListBesideUnreadableFiles()
     action("actionRemoveRow")->trigger();
     QCOMPARE(model().rowCount(), 0);
     QVERIFY(offer()->isVisible());
+    restart();
     action("actionLastList")->trigger();
     QCOMPARE(rows(), u"one.mid"_qs);
     QVERIFY(!action("actionLastList")->isEnabled());

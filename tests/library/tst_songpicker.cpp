@@ -155,6 +155,9 @@ void TestSongPicker::leavesOutAFileWithTwoNames()
     SongPicker picker({u"names"_qs}, {folder + u"old.mid"_qs});
     QCOMPARE(picker.run(run), SongPicker::Outcome::Done);
     QCOMPARE(picker.songs(), QStringList(folder + u"new.mid"_qs));
+    SongPicker toEmptyList({u"names"_qs}, {});
+    QCOMPARE(toEmptyList.run(run), SongPicker::Outcome::Done);
+    QCOMPARE(toEmptyList.songs(), QStringList({folder + u"new.mid"_qs, folder + u"old.mid"_qs}));
 }
 
 void TestSongPicker::stopsWhileTheListIsRead()

@@ -3,7 +3,6 @@
 #include "tools/demo/librarytable.h"
 
 #include <QAction>
-#include <QDir>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
@@ -66,21 +65,27 @@ void search(const Stage &stage)
     stage.narrator.check(line->text().isEmpty(), QStringLiteral("Escape shows all songs again"));
 }
 
-/// The buttons of the status bar that show something count it.
+/// The first button of the status bar that counts an outcome.
+QToolButton *shownOutcome(const Stage &stage)
+{
+    for (auto *button : stage.window.findChildren<QToolButton *>()) {
+        if (button->isCheckable() && button->isVisible())
+            return button;
+    }
+    return nullptr;
+}
+
 void showOneOutcome(const Stage &stage)
 {
-    const QTableView *table = tableOf(stage);
-    for (auto *button : stage.window.findChildren<QToolButton *>()) {
-        if (!button->isCheckable() || !button->isVisible())
-            continue;
-        QTest::mouseClick(button, Qt::LeftButton);
-        stage.narrator.checkEqual(shownRows(stage), button->text().toInt(),
-                                  QStringLiteral("songs: ") + button->toolTip());
-        takePicture(stage, QStringLiteral("outcome"));
-        QTest::mouseClick(button, Qt::LeftButton);
-        break;
-    }
-    stage.narrator.checkEqual(shownRows(stage), table->model()->rowCount(),
+    QToolButton *button = shownOutcome(stage);
+    if (!stage.narrator.check(button != nullptr, QStringLiteral("the outcomes are counted")))
+        return;
+    QTest::mouseClick(button, Qt::LeftButton);
+    stage.narrator.checkEqual(shownRows(stage), button->text().toInt(),
+                              QStringLiteral("songs: ") + button->toolTip());
+    takePicture(stage, QStringLiteral("outcome"));
+    QTest::mouseClick(button, Qt::LeftButton);
+    stage.narrator.checkEqual(shownRows(stage), LibraryTable(stage.window).rows(),
                               QStringLiteral("songs without the choice"));
 }
 
@@ -118,7 +123,8 @@ void addSongs(Stage &stage)
     const LibraryTable table(stage.window);
     const int rows = table.rows();
     const QString first = table.text(0, LibraryTable::FileName);
-    const QString added = QDir::tempPath() + QStringLiteral("/AGGIUNTA.") + first.section(u'.', -1);
+    const QString added =
+        stage.home.lists() + QStringLiteral("/AGGIUNTA.") + first.section(u'.', -1);
     if (!stage.narrator.check(QFile::copy(first, added), QStringLiteral("one more song")))
         return;
     stage.hand.rest();
@@ -157,6 +163,11 @@ void editSeveralSongs(Stage &stage)
             readBack(table.text(row, LibraryTable::FileName)).author == author,
             QStringLiteral("%1 is by %2").arg(table.text(row, LibraryTable::ShortName), author));
     stage.hand.rest();
+    stage.hand.expectDialog("DataEditDialog", QString(), [](QWidget *dialog) {
+        Hand::click(dialog, QStringLiteral("markersPushButton"));
+    });
+    stage.hand.expectDialog("MarkersDialog", QStringLiteral("markers"),
+                            [](QWidget *dialog) { dialog->close(); });
     stage.hand.expectDialog("DataEditDialog", QString(), [&stage, &table](QWidget *dialog) {
         // The dialog opens again for the next song.
         QTimer::singleShot(nextSongTime, dialog, [&stage, &table, dialog] {
