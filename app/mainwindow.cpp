@@ -253,9 +253,7 @@ void MainWindow::makeActions()
     connect(m_ui->previewToolButton, &QToolButton::clicked, m_ui->actionPreview, &QAction::trigger);
     connect(m_ui->actionPreview, &QAction::enabledChanged, m_ui->previewToolButton,
             &QToolButton::setEnabled);
-    auto *editAction = new QAction(this);
-    connect(editAction, &QAction::triggered, this, &MainWindow::editChosen);
-    addKeys(editAction, {Qt::Key_Return, Qt::Key_Enter});
+    addKeys(m_ui->actionEditSong, {Qt::Key_Return, Qt::Key_Enter});
     addKeys(m_ui->actionRemoveRow, {QKeySequence::Delete});
     addKeys(m_ui->actionDeleteFile, {Qt::SHIFT | Qt::Key_Delete});
     addKeys(m_ui->actionRestore, {Qt::CTRL | Qt::Key_R});
@@ -267,8 +265,9 @@ void MainWindow::updateActions()
     const bool hasLibrary = m_phase != Phase::NoLibrary;
     m_ui->searchLineEdit->setEnabled(hasLibrary);
     m_ui->menuRecentFolders->setEnabled(hasLibrary);
-    for (QAction *action : {m_ui->actionSelectSongs, m_ui->actionAddSongs, m_ui->actionAddFolder,
-                            m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore})
+    for (QAction *action :
+         {m_ui->actionSelectSongs, m_ui->actionAddSongs, m_ui->actionAddFolder,
+          m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore, m_ui->actionEditSong})
         action->setEnabled(hasLibrary);
     m_ui->actionLastList->setEnabled(isTableEmpty() && m_lastList.exists());
     m_ui->actionSynchronise->setEnabled(m_phase == Phase::Imported);

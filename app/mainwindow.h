@@ -134,6 +134,7 @@ private slots:
     void on_actionRemoveRow_triggered();
     void on_actionDeleteFile_triggered();
     void on_actionRestore_triggered();
+    void on_actionEditSong_triggered();
     void on_dbgSavePushButton_clicked();
     void on_dbgAddMarkerPushButton_clicked();
     void on_dbgShowDialogPushButton_clicked();
@@ -184,7 +185,7 @@ private:
     QList<int> songsAmong(QList<int> rows) const;
     void showMenuOfChosenRows();
     void showRowMenu(const QList<int> &rows, const QPoint &place);
-    void editChosen();
+    void edit(const QList<int> &rows);
     void editSong(int row);
     void editSongs(const QList<int> &rows);
     int nextSong(int row, int step) const;

@@ -34,13 +34,12 @@ void MainWindow::onSongsTableViewDoubleClicked(const QModelIndex &index)
         editSong(index.row());
 }
 
-/// Called by its keys.
-void MainWindow::editChosen()
+void MainWindow::edit(const QList<int> &rows)
 {
-    if (!canStartRun())
-        return;
-    if (const QList<int> rows = chosenSongs(); !rows.isEmpty())
-        return rows.size() == 1 ? editSong(rows.constFirst()) : editSongs(rows);
+    if (rows.size() == 1)
+        editSong(rows.constFirst());
+    else
+        editSongs(rows);
 }
 
 /// As editSong() for several songs, each of which is read when it is its turn.
@@ -218,7 +217,8 @@ void MainWindow::showRowMenu(const QList<int> &rows, const QPoint &place)
 {
     const LibraryRun run(*this, RunReport::Operation::Edit);
     QMenu menu(this);
-    menu.addActions({m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore});
+    menu.addActions(
+        {m_ui->actionRemoveRow, m_ui->actionDeleteFile, m_ui->actionRestore, m_ui->actionEditSong});
     menu.setToolTipsVisible(true);
     addMnemonics(menu);
     for (QAction *action : menu.actions())
@@ -232,8 +232,10 @@ void MainWindow::showRowMenu(const QList<int> &rows, const QPoint &place)
         removeSongs(rows);
     else if (chosen == m_ui->actionDeleteFile)
         deleteSongs(rows);
-    else
+    else if (chosen == m_ui->actionRestore)
         restoreSongs(rows);
+    else
+        edit(rows);
 }
 
 /// Called by their keys. From the context menu, which is a run, the actions work on the rows of the
@@ -253,6 +255,14 @@ void MainWindow::on_actionDeleteFile_triggered()
     const LibraryRun run(*this, RunReport::Operation::Edit); // the rows keep their order meanwhile
     if (const QList<int> rows = chosenSongs(); !rows.isEmpty())
         deleteSongs(rows);
+}
+
+void MainWindow::on_actionEditSong_triggered()
+{
+    if (!canStartRun())
+        return;
+    if (const QList<int> rows = chosenSongs(); !rows.isEmpty())
+        edit(rows);
 }
 
 void MainWindow::on_actionRestore_triggered()

@@ -2102,6 +2102,14 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>Per le song scelte non c&apos;è nulla da ripristinare</source>
         <translation>There is nothing to restore for the selected songs</translation>
     </message>
+    <message>
+        <source>Modifica i dati delle song scelte (Invio)</source>
+        <translation>Edits the data of the chosen songs (Return)</translation>
+    </message>
+    <message>
+        <source>Modifica...</source>
+        <translation>Edit...</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>

@@ -2102,6 +2102,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>Per le song scelte non c&apos;è nulla da ripristinare</source>
         <translation>Per le song scelte non c&apos;è nulla da ripristinare</translation>
     </message>
+    <message>
+        <source>Modifica i dati delle song scelte (Invio)</source>
+        <translation>Modifica i dati delle song scelte (Invio)</translation>
+    </message>
+    <message>
+        <source>Modifica...</source>
+        <translation>Modifica...</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>

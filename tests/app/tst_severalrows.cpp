@@ -3,9 +3,11 @@
 #include "tests/testprogram.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QSqlQuery>
 
 using namespace brisel;
 
@@ -34,6 +36,8 @@ private slots:
     void fileThatCannotBeDeletedStays();
     void interruptsDeleting();
     void restoresTheSelectedSongs();
+    void editsTheSelectedSongsFromTheMenu();
+    void aRejectedRemovalLosesNoFile();
     void saysThatNothingCanBeRestored_data();
     void saysThatNothingCanBeRestored();
 
@@ -350,6 +354,40 @@ void TestSeveralRows::saysThatNothingCanBeRestored()
     verifyScript();
     QCOMPARE(fileContent(at(u"new 1.mid"_qs)), content);
     QCOMPARE(statuses(), u"002"_qs);
+}
+
+void TestSeveralRows::editsTheSelectedSongsFromTheMenu()
+{
+    click(1);
+    click(2, Qt::ControlModifier);
+    expectEdit([](QWidget *dialog) {
+        QCOMPARE(dialog->findChild<QLabel *>(u"pathLabel"_qs)->text(), u"2 song selezionate"_qs);
+        DialogScript::click(dialog, u"exitPushButton"_qs);
+    });
+    chooseFromMenu(3, cell(2));
+    verifyScript();
+    expectEdit([](QWidget *dialog) {
+        QCOMPARE(dialog->findChild<QLineEdit *>(u"titleLineEdit"_qs)->text(), u"e"_qs);
+        DialogScript::click(dialog, u"exitPushButton"_qs);
+    });
+    chooseFromMenu(3, cell(4));
+    verifyScript();
+}
+
+void TestSeveralRows::aRejectedRemovalLosesNoFile()
+{
+    QSqlQuery query(model().database());
+    QVERIFY(
+        query.exec(u"CREATE TRIGGER keep BEFORE DELETE ON usersongs WHEN OLD.shortname = 'c.mid' "
+                   "BEGIN SELECT RAISE(ABORT, 'rejected'); END"_qs));
+    table()->selectAll();
+    pressDelete();
+    QCOMPARE(names(), u"cdef"_qs);
+    const QString memory = at(u"volumes/CARD/songs"_qs);
+    QVERIFY(QDir().mkpath(memory));
+    int copied = 0;
+    QVERIFY(m_window->copyFiles(memory, copied));
+    QCOMPARE(QDir(memory).entryList(QDir::Files).size(), 4);
 }
 
 BRISEL_TEST(QApplication, TestSeveralRows)

@@ -110,10 +110,11 @@ void WorkflowTest::doubleClick(int row)
 void WorkflowTest::chooseFromMenu(int entry, const QPoint &pos)
 {
     m_script->expectMenu([entry](QMenu *menu) {
-        QCOMPARE(menu->actions().size(), 3);
+        QCOMPARE(menu->actions().size(), 4);
         QCOMPARE(menu->actions().at(0)->text(), u"&Remove from list"_qs);
         QCOMPARE(menu->actions().at(1)->text(), u"&Delete file"_qs);
         QCOMPARE(menu->actions().at(2)->text(), u"R&ipristina"_qs);
+        QCOMPARE(menu->actions().at(3)->text(), u"&Modifica..."_qs);
         if (entry >= 0)
             QTest::mouseClick(menu, Qt::LeftButton, {},
                               menu->actionGeometry(menu->actions().at(entry)).center());
