@@ -56,8 +56,10 @@ ManualEdit::Outcome ManualEdit::run(Run &run)
     if (!isSeveral()) {
         SongInfo before;
         m_song.getSongInfo(before);
+        SongInfo edited = m_edited;
+        edited.markers = m_markers.value_or(edited.markers); // a container has a flag for them
         const bool isWritable = !m_markers.has_value() || m_song.setMarkers(*m_markers);
-        m_song.setSongInfo(m_edited, true);
+        m_song.setSongInfo(edited, true);
         m_whyNotSaved = isWritable ? saveSong(run, m_song, before, m_path, m_row)
                                    : finishSong(run, {m_row, m_path, before}, markersNotWritable);
     }

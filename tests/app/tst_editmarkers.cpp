@@ -8,6 +8,31 @@
 
 using namespace brisel;
 
+namespace
+{
+
+constexpr int containerHeaderSize = 512;
+constexpr int flagsField = 185; ///< of a container's header
+
+QByteArray container(const QByteArray &music, char flags)
+{
+    QByteArray header = "_ZB3" + QByteArray(containerHeaderSize - 4, '\0');
+    header[flagsField] = flags;
+    QByteArray compressed;
+    LzHuff().compress(music, compressed);
+    return header + compressed;
+}
+
+/// The MIDI data in a container; empty if they can't be expanded.
+QByteArray musicOf(const QByteArray &content)
+{
+    QByteArray music;
+    const bool isExpanded = LzHuff().expand(content.mid(containerHeaderSize), music);
+    return isExpanded ? music : QByteArray();
+}
+
+} // namespace
+
 /// The markers of a song in the edit dialog, through the real window.
 class TestEditMarkers : public MarkerTest
 {
@@ -23,6 +48,7 @@ private slots:
     void isDisabledWhereThereAreNone();
     void writesWhatWasChanged();
     void writesMarkersOfContainers();
+    void clearsTheFlagOfAContainerWithoutMarkers();
     void leavesTheFileWithoutAChange();
     void cancelledTableChangesNothing();
     void countsAsAChangeOnTheWay();
@@ -151,22 +177,31 @@ void TestEditMarkers::writesWhatWasChanged()
 
 void TestEditMarkers::writesMarkersOfContainers()
 {
-    constexpr int headerSize = 512;
-    constexpr int flags = 185;
-    QByteArray compressed;
-    LzHuff().compress(song({}), compressed);
-    importSong("_ZB3" + QByteArray(headerSize - 4, '\0') + compressed, u"one.zb3"_qs);
+    importSong(container(song({}), '\0'), u"one.zb3"_qs);
     editMarkers([](QWidget *dialog) {
         DialogScript::click(dialog, u"addPushButton"_qs);
         typeInto(dialog, 0, 1, u"Intro"_qs);
         ok(dialog);
     });
     const QByteArray content = fileContent(at(u"one.zb3"_qs));
-    QCOMPARE(content.at(flags), '\1');
-    QByteArray music;
-    QVERIFY(LzHuff().expand(content.mid(headerSize), music));
-    QVERIFY(music.contains(marker(1, "Intro")));
+    QCOMPARE(content.at(flagsField), '\1');
+    QVERIFY(musicOf(content).contains(marker(1, "Intro")));
     QCOMPARE(model().index(0, model().fieldIndex(u"markers"_qs)).data().toInt(), 1);
+}
+
+void TestEditMarkers::clearsTheFlagOfAContainerWithoutMarkers()
+{
+    importSong(container(song(m_two), '\x41'), u"one.zb3"_qs);
+    editMarkers([](QWidget *dialog) {
+        tableIn(dialog)->selectAll();
+        DialogScript::click(dialog, u"removePushButton"_qs);
+        ok(dialog);
+    });
+    const QByteArray content = fileContent(at(u"one.zb3"_qs));
+    QCOMPARE(content.at(flagsField), '\x40');
+    const QByteArray music = musicOf(content);
+    QVERIFY(!music.isEmpty());
+    QVERIFY(!music.contains("Solo") && !music.contains("Coda"));
 }
 
 void TestEditMarkers::leavesTheFileWithoutAChange()
