@@ -232,7 +232,9 @@ bool MetaSong::catchUp(const QString &path)
     SongData replayed = m_loaded;
     for (const Change &change : std::as_const(m_changes)) {
         if (change.markers.has_value()) {
-            if (!replayed.setMarkers(*change.markers) || !now.m_song.setMarkers(*change.markers)) {
+            const bool areTheirs = now.m_song.info().markers != replayed.info().markers;
+            if (areTheirs || !replayed.setMarkers(*change.markers) ||
+                !now.m_song.setMarkers(*change.markers)) {
                 m_trouble = Trouble::ChangedMeanwhile;
                 return false;
             }

@@ -51,6 +51,7 @@ private slots:
     void writesContainers();
     void refusesMp3s();
     void changesTheFileOfAnotherProgramToo();
+    void leavesMarkersThatAnotherProgramChanged();
     void leavesASongWhoseMarkersCannotBeReplacedAnyMore();
 };
 
@@ -248,13 +249,25 @@ void TestSongMarkers::changesTheFileOfAnotherProgramToo()
     QCOMPARE(Samples::read(u"a.mid"_s), midi(markerBytes("\0\5", "Solo") + theirs));
 }
 
+void TestSongMarkers::leavesMarkersThatAnotherProgramChanged()
+{
+    MetaSong song = Samples::opened(u"a.mid"_s, midi(twoMarkers));
+    QVERIFY(song.setMarkers({{u"Solo"_s, 5}}));
+    const QByteArray theirs = midi(twoMarkers + markerBytes("\2\0", "Theirs"));
+    writeSong(u"a.mid"_s, theirs);
+    QVERIFY(!song.saveToFile(u"a.mid"_s));
+    QCOMPARE(song.trouble(), MetaSong::Trouble::ChangedMeanwhile);
+    QCOMPARE(Samples::read(u"a.mid"_s), theirs);
+}
+
 void TestSongMarkers::leavesASongWhoseMarkersCannotBeReplacedAnyMore()
 {
-    MetaSong song = Samples::opened(u"a.mid"_s, midi(metaEvent(3, "T") + kordiaEvent(2, "A")));
-    QVERIFY(song.setMarkers(twoRead));
-    const QByteArray theirs =
-        midi(metaEvent(3, "T") + kordiaEvent(2, "A") + metaEvent(1, markerBytes("\0\1", "Intro")));
+    const QByteArray names = metaEvent(3, "T") + kordiaEvent(2, "A");
+    MetaSong song = Samples::opened(u"a.mid"_s, midi(names + twoMarkers));
+    QVERIFY(song.setMarkers({{u"Solo"_s, 5}}));
+    const QByteArray theirs = midi(names + metaEvent(1, twoMarkers));
     writeSong(u"a.mid"_s, theirs);
+    QCOMPARE(loaded(theirs).markersList(), twoRead);
     QVERIFY(!song.saveToFile(u"a.mid"_s));
     QCOMPARE(song.trouble(), MetaSong::Trouble::ChangedMeanwhile);
     QCOMPARE(Samples::read(u"a.mid"_s), theirs);
