@@ -58,15 +58,35 @@ void MarkersDialog::connectTable()
         m_isRefused = true;
         show(Hint::BadText);
     });
+    connect(delegate, &MarkerDelegate::commitData, this, &MarkersDialog::forgetRefusal);
+    connect(delegate, &MarkerDelegate::closeEditor, this, &MarkersDialog::onEditorClosed);
     auto *remove = new QShortcut(Qt::Key_Delete, table);
     remove->setContext(Qt::WidgetShortcut); // not in an editor of a cell
     connect(remove, &QShortcut::activated, m_ui->removePushButton, &QPushButton::click);
 }
 
+/// A refused text was corrected, or taken back.
+void MarkersDialog::forgetRefusal()
+{
+    if (std::exchange(m_isRefused, false))
+        show(Hint::Nothing);
+}
+
+/// A refused text that is left is dropped: the hint stays, and the dialog, if it was left for OK.
+void MarkersDialog::onEditorClosed(QWidget * /*editor*/, QAbstractItemDelegate::EndEditHint hint)
+{
+    if (hint != QAbstractItemDelegate::NoHint)
+        forgetRefusal();
+    else if (!m_ui->okPushButton->hasFocus())
+        m_isRefused = false;
+}
+
 void MarkersDialog::accept()
 {
-    m_ui->markersTableView->setFocus(); // ends an edit that is under way
-    if (!std::exchange(m_isRefused, false))
+    m_ui->okPushButton->setFocus(); // ends an edit that is under way
+    if (std::exchange(m_isRefused, false))
+        m_ui->markersTableView->setFocus();
+    else
         QDialog::accept();
 }
 

@@ -2,6 +2,7 @@
 
 #include "songfile/songinfo.h"
 
+#include <QAbstractItemDelegate>
 #include <QDialog>
 #include <QList>
 
@@ -45,13 +46,15 @@ private:
     enum class Hint { Nothing, NotWritable, BadBar, BadText };
 
     void connectTable();
+    void forgetRefusal();
+    void onEditorClosed(QWidget *editor, QAbstractItemDelegate::EndEditHint hint);
     void show(Hint hint);
     void updateButtons();
 
     std::unique_ptr<Ui::MarkersDialog> m_ui;
     MarkersModel *m_model;
     const bool m_isWritable;
-    bool m_isRefused = false; ///< the last edit, until the user was shown it
+    bool m_isRefused = false; ///< the text of the open editor, or the one that was left for OK
     Hint m_hint = Hint::Nothing;
 };
 

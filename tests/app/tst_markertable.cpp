@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QPointer>
 
 using namespace brisel;
 
@@ -20,9 +21,26 @@ private slots:
     void refusesWhatASongCannotHold_data();
     void refusesWhatASongCannotHold();
     void stopsAtThe124thCharacter();
+    void forgetsARefusedTextThatWasCorrected_data();
+    void forgetsARefusedTextThatWasCorrected();
+    void forgetsARefusedTextThatWasLeft();
     void showsHostileMarkers();
     void onlyShowsWhatItCannotRewrite_data();
     void onlyShowsWhatItCannotRewrite();
+
+private:
+    /// The editor of a marker with an invalid text, which stays invalid after a change.
+    static QWidget *startRefused(const QWidget *dialog, int row = 0)
+    {
+        QWidget *editor = editorOf(dialog, row, 1);
+        if (editor == nullptr)
+            return nullptr;
+        QTest::keyClick(editor, Qt::Key_End);
+        DialogScript::type(editor, u"B"_qs);
+        return editor;
+    }
+
+    const QByteArray m_unwritable = marker(5, "A\nB");
 };
 
 void TestMarkerTable::removesTheSelectedMarkers()
@@ -106,6 +124,52 @@ void TestMarkerTable::stopsAtThe124thCharacter()
     QCOMPARE(Sample::infoOf(at(u"one.mid"_qs)).markers, (QList<Marker>{{longest, 9}}));
 }
 
+void TestMarkerTable::forgetsARefusedTextThatWasCorrected_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("Return") << int(Qt::Key_Return) << u"5 Fine"_qs;
+    QTest::newRow("Tab") << int(Qt::Key_Tab) << u"5 Fine"_qs;
+    QTest::newRow("Escape") << int(Qt::Key_Escape) << u"5 A B"_qs;
+    QTest::newRow("leaving it") << 0 << u"5 Fine"_qs;
+}
+
+void TestMarkerTable::forgetsARefusedTextThatWasCorrected()
+{
+    QFETCH(const int, key);
+    QFETCH(const QString, shown);
+    importSong(song(m_unwritable));
+    editMarkers([=](QWidget *dialog) {
+        QPointer<QWidget> editor = startRefused(dialog);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QVERIFY(!hintIn(dialog).isEmpty());
+        QTest::keySequence(editor, QKeySequence::SelectAll);
+        DialogScript::type(editor, u"Fine"_qs);
+        if (key == 0)
+            tableIn(dialog)->setFocus();
+        else
+            QTest::keyClick(editor, Qt::Key(key));
+        QCoreApplication::processEvents();
+        QCOMPARE(hintIn(dialog), QString());
+        QCOMPARE(shownIn(dialog), QStringList{shown});
+        ok(dialog);
+        QVERIFY(!dialog->isVisible());
+    });
+}
+
+void TestMarkerTable::forgetsARefusedTextThatWasLeft()
+{
+    importSong(song(m_unwritable));
+    editMarkers([](QWidget *dialog) {
+        QVERIFY(startRefused(dialog) != nullptr);
+        tableIn(dialog)->setFocus();
+        QVERIFY(!hintIn(dialog).isEmpty()); // the text was dropped
+        ok(dialog);
+        QVERIFY(!dialog->isVisible());
+    });
+    QVERIFY(stored().contains(m_unwritable));
+}
+
 void TestMarkerTable::showsHostileMarkers()
 {
     const QByteArray odd = marker(5, "<b>A</b>\n\x01") + marker(5, {}) + marker(65535, "Z") +
@@ -116,10 +180,7 @@ void TestMarkerTable::showsHostileMarkers()
                  (QStringList{u"5 <b>A</b> \u0001"_qs, u"5 "_qs, u"65535 Z"_qs}));
         typeInto(dialog, 3, 1, u"Last"_qs);
         // Text with characters that can't be typed: a part of it is refused on the way out.
-        QWidget *editor = editorOf(dialog, 1, 1);
-        QVERIFY(editor != nullptr);
-        QTest::keyClick(editor, Qt::Key_End);
-        DialogScript::type(editor, u"B"_qs);
+        QVERIFY(startRefused(dialog, 1) != nullptr);
         ok(dialog);
         QVERIFY(dialog->isVisible());
         QVERIFY(!hintIn(dialog).isEmpty());
