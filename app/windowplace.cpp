@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStringList>
+#include <QStyle>
 #include <QWidget>
 
 #include <algorithm>
@@ -44,23 +45,22 @@ void restorePlace(QWidget &window, const QSettings &settings)
     const QScreen *screen = QGuiApplication::screenAt(place.center());
     if (screen == nullptr)
         screen = QGuiApplication::primaryScreen();
-    const QRect available = screen->availableGeometry();
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    const QRect available = screen->availableGeometry().adjusted(0, title, 0, 0);
     place.setSize(place.size().boundedTo(available.size()));
     place.moveLeft(
         std::clamp(place.left(), available.left(), available.right() + 1 - place.width()));
     place.moveTop(
         std::clamp(place.top(), available.top(), available.bottom() + 1 - place.height()));
-    window.resize(place.size());
-    window.move(place.topLeft());
+    window.setGeometry(place);
     if (isMaximised)
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 
 void storePlace(const QWidget &window, QSettings &settings)
 {
-    QRect place(window.pos(), window.size());
-    if (window.isMaximized() || window.isMinimized() || window.isFullScreen())
-        place = window.normalGeometry();
+    const bool isNormal = !window.isMaximized() && !window.isMinimized() && !window.isFullScreen();
+    const QRect place = isNormal ? window.geometry() : window.normalGeometry();
     if (!place.isValid())
         return;
     QString text = QStringLiteral("%1,%2,%3,%4")

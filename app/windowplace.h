@@ -10,7 +10,7 @@ namespace brisel
 /// available screen; a no-op if nothing valid is stored.
 void restorePlace(QWidget &window, const QSettings &settings);
 
-/// Stores the size and the place of \a window, and whether it is maximised.
+/// Stores the size and the place of \a window, both without its frame, and whether it is maximised.
 void storePlace(const QWidget &window, QSettings &settings);
 
 } // namespace brisel

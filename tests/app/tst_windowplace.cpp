@@ -18,6 +18,7 @@ private slots:
     void cleanup() { m_window.reset(); }
     void nextStartHasTheSamePlace();
     void nextStartIsMaximisedAgain();
+    void staysWhereItWasBehindMaximisedSessions();
     void firstStartHasItsOwn();
     void staysOnTheScreen_data();
     void staysOnTheScreen();
@@ -52,6 +53,27 @@ void TestWindowPlace::nextStartIsMaximisedAgain()
     m_window->close();
     open();
     QVERIFY(m_window->isMaximized());
+}
+
+/// Each session places the window by its frame or by its contents, but always by the same.
+void TestWindowPlace::staysWhereItWasBehindMaximisedSessions()
+{
+    open();
+    m_window->resize(640, 500);
+    m_window->move(33, 44);
+    QCoreApplication::processEvents();
+    QVERIFY(m_window->pos() != m_window->geometry().topLeft()); // it has a frame
+    const QRect normal = m_window->geometry();
+    m_window->close();
+    for (int session = 0; session < 3; ++session) {
+        open();
+        m_window->showMaximized();
+        QCoreApplication::processEvents();
+        m_window->close();
+    }
+    open();
+    m_window->showNormal();
+    QTRY_COMPARE(m_window->geometry(), normal);
 }
 
 void TestWindowPlace::firstStartHasItsOwn()
