@@ -35,10 +35,11 @@ ColumnLayout::ColumnLayout(QTableView &view, UserSongsRelTableModel &model, QMen
 
     QHeaderView *header = view.horizontalHeader();
     header->viewport()->installEventFilter(this);
-    connect(header, &QHeaderView::sectionResized, this, [this](int column) {
-        if (m_isDragging)
-            m_chosenWidths.insert(column);
-    });
+    connect(header, &QHeaderView::sectionResized, this,
+            [this](int column, int /*before*/, int width) {
+                if (m_isDragging)
+                    m_chosenWidths.insert(column, width);
+            });
     connect(header, &QHeaderView::sectionHandleDoubleClicked, this,
             [this](int column) { m_chosenWidths.remove(column); });
     header->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -163,7 +164,7 @@ void ColumnLayout::arrange(const QByteArray &state)
         if (width < header->minimumSectionSize() || width > largestWidth)
             continue;
         m_view.setColumnWidth(column, width);
-        m_chosenWidths.insert(column);
+        m_chosenWidths.insert(column, width);
     }
     if (std::all_of(m_columns.cbegin(), m_columns.cend(),
                     [this](int column) { return m_view.isColumnHidden(column); }))
@@ -186,8 +187,8 @@ void ColumnLayout::store(QSettings &settings) const
             continue;
         QJsonObject one{{QStringLiteral("name"), nameOf(column)},
                         {QStringLiteral("shown"), !m_view.isColumnHidden(column)}};
-        if (m_chosenWidths.contains(column) && !m_view.isColumnHidden(column))
-            one.insert(QStringLiteral("width"), m_view.columnWidth(column));
+        if (m_chosenWidths.contains(column))
+            one.insert(QStringLiteral("width"), m_chosenWidths.value(column));
         columns.append(one);
     }
     QJsonObject layout{{QStringLiteral("columns"), columns}};

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QObject>
-#include <QSet>
 
 class QAction;
 class QMenu;
@@ -53,10 +53,10 @@ private:
 
     QTableView &m_view;
     UserSongsRelTableModel &m_model;
-    QList<int> m_columns;       ///< those that can be shown, in their first order
-    QList<QAction *> m_actions; ///< one for each of them
-    QSet<int> m_chosenWidths;   ///< the columns that the user has made wider or narrower
-    bool m_isDragging = false;  ///< a mouse button is down on the heading
+    QList<int> m_columns;           ///< those that can be shown, in their first order
+    QList<QAction *> m_actions;     ///< one for each of them
+    QHash<int, int> m_chosenWidths; ///< of the columns that the user has made wider or narrower
+    bool m_isDragging = false;      ///< a mouse button is down on the heading
 };
 
 } // namespace brisel

@@ -27,6 +27,7 @@ private slots:
     void wideTextsLeaveAllColumnsInSight();
     void allColumnsStayInSightInTheOtherLanguage();
     void widthOfTheUserStays();
+    void widthOfAHiddenColumnStays();
     void doubleClickOnAnEdgeFitsAgain();
     void nextStartLooksTheSame();
     void resetsTheLayout();
@@ -200,6 +201,21 @@ void TestColumnLayout::widthOfTheUserStays()
     QCOMPARE(header()->sectionSize(column("title")), width + 200);
     importOne(QString(100, u'W') + u".mid"_qs);
     QCOMPARE(header()->sectionSize(column("title")), width + 200);
+}
+
+void TestColumnLayout::widthOfAHiddenColumnStays()
+{
+    importOne();
+    drag(rightEdge("genre"), rightEdge("genre") + 70);
+    const int width = header()->sectionSize(column("genre"));
+    entry("genre")->trigger();
+    startAgain();
+    startAgain(); // which has not seen the column
+    QVERIFY(table()->isColumnHidden(column("genre")));
+    entry("genre")->trigger();
+    QCOMPARE(header()->sectionSize(column("genre")), width);
+    importOne();
+    QCOMPARE(header()->sectionSize(column("genre")), width);
 }
 
 void TestColumnLayout::doubleClickOnAnEdgeFitsAgain()
