@@ -319,9 +319,8 @@ void MainWindow::initUserLibraryModel()
 
 void MainWindow::on_searchHelpToolButton_clicked()
 {
-    const QToolButton *button = m_ui->searchHelpToolButton;
-    QWhatsThis::showText(
-        button->mapToGlobal(button->rect().bottomLeft()),
+    QToolButton *button = m_ui->searchHelpToolButton;
+    button->setWhatsThis(
         tr("<p>Le parole si cercano nel titolo, nell'artista, nel genere, nell'autore, nel nome "
            "del "
            "file e della cartella e nello stato. Con il nome di un campo:</p>"
@@ -329,8 +328,10 @@ void MainWindow::on_searchHelpToolButton_clicked()
            "<b>bpm&gt;120</b> &nbsp; <b>bpm&lt;=90</b> &nbsp; <b>durata&lt;3:30</b><br>"
            "<b>senza:artista</b> è vuoto<br><b>cartella:&quot;liscio lento&quot;</b> con spazi</p>"
            "<p>Campi: titolo, artista, genere, autore, file, cartella, formato, tonalita, stato, "
-           "bpm, durata. Esc mostra di nuovo tutto.</p>"),
-        m_ui->searchHelpToolButton);
+           "bpm, durata. Dove manca un numero (bpm&gt;abc), o il campo dopo <b>senza:</b> non "
+           "esiste, si cerca il testo come parola. Esc mostra di nuovo tutto.</p>"));
+    QWhatsThis::showText(button->mapToGlobal(button->rect().bottomLeft()), button->whatsThis(),
+                         button);
 }
 
 void MainWindow::explainEmptyTable()

@@ -48,6 +48,14 @@ std::optional<SongSearch::Field> fieldOf(const QString &name)
     return found == fieldNames.cend() ? std::nullopt : std::optional(found->field);
 }
 
+/// Whether a longer text may become the name of a field.
+bool beginsField(const QString &text)
+{
+    return std::any_of(fieldNames.cbegin(), fieldNames.cend(), [&text](const FieldName &field) {
+        return QStringView(field.name).startsWith(text);
+    });
+}
+
 bool isNumeric(SongSearch::Field field)
 {
     return field == SongSearch::Field::Bpm || field == SongSearch::Field::Length;
@@ -101,7 +109,7 @@ SongSearch::SongSearch(const QString &text)
     }
 }
 
-/// Returns false if \a term is a word.
+/// Returns false if \a term is a word: it names no field, or has no number for it.
 bool SongSearch::addCondition(const QString &term)
 {
     const auto isSign = [](QChar character) {
@@ -115,7 +123,7 @@ bool SongSearch::addCondition(const QString &term)
     if (name == u"SENZA" || name == u"WITHOUT") {
         if (const auto field = fieldOf(value))
             m_conditions.append({*field, Relation::IsEmpty, {}});
-        return true;
+        return beginsField(value);
     }
     const std::optional<Field> field = fieldOf(name);
     if (!field.has_value())
@@ -130,10 +138,12 @@ bool SongSearch::addCondition(const QString &term)
         relation = orEqual ? Relation::GreaterOrEqual : Relation::Greater;
     else if (term.at(sign) == u'=' || isNumeric(*field))
         relation = Relation::Equals;
+    if (value.isEmpty())
+        return true;
     const std::optional<double> number = isNumeric(*field) ? numberOf(*field, value) : 0;
-    if (!value.isEmpty() && number.has_value())
+    if (number.has_value())
         m_conditions.append({*field, relation, value, *number});
-    return true;
+    return number.has_value();
 }
 
 bool SongSearch::fulfils(const std::function<QString(Field)> &textOf) const

@@ -12,8 +12,9 @@ namespace brisel
 /// What the user types to find songs: words, and conditions on fields such as "genere:rock",
 /// "bpm>120", "durata<3:30", "stato:modificata" or "senza:artista". All must be fulfilled; case and
 /// accents make no difference. Quotes hold words together ("genere:\"liscio lento\""). The names of
-/// the fields are understood in Italian and English. A condition that is not finished, or whose
-/// number is not one, is fulfilled by every song; "name:" of no field is a word like any other.
+/// the fields are understood in Italian and English. A condition that is not finished ("bpm>",
+/// "senza:art") is fulfilled by every song. What names no field ("10:30", "senza:nulla") and what
+/// has no number where one is needed ("bpm>abc") are words like any other.
 class SongSearch
 {
 public:

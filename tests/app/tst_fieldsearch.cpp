@@ -18,6 +18,8 @@ private slots:
     void looksIntoFoldersAndOutcomes();
     void understandsFields();
     void showsHowManyItFinds();
+    void searchesInvalidConditionsAsWords();
+    void explainsItself_data();
     void explainsItself();
 
 private:
@@ -105,10 +107,44 @@ void TestFieldSearch::showsHowManyItFinds()
     QCOMPARE(count->text(), QString());
 }
 
+void TestFieldSearch::searchesInvalidConditionsAsWords()
+{
+    m_sample->import({u"uno.mid"_qs, u"bpm>abc.mid"_qs});
+    const auto *hint = m_sample->table->findChild<QLabel *>(u"emptyTableHint"_qs);
+    type(u"bpm>"_qs);
+    QCOMPARE(shownNames(), u"uno bpm>abc"_qs);
+    type(u"bpm>ab"_qs);
+    QCOMPARE(shownNames(), u"bpm>abc"_qs);
+    for (const QString &unfinished : {u"senza:"_qs, u"senza:ti"_qs}) {
+        type(unfinished);
+        QCOMPARE(shownNames(), u"uno bpm>abc"_qs);
+    }
+    type(u"senza:xyz"_qs);
+    QCOMPARE(shownNames(), QString());
+    QCOMPARE(hint->text(), u"Nessun brano corrisponde alla ricerca"_qs);
+}
+
+void TestFieldSearch::explainsItself_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("part");
+    QTest::newRow("it") << u"actionItalian"_qs
+                        << u"Dove manca un numero (bpm&gt;abc), o il campo dopo <b>senza:</b> non "
+                           "esiste, si cerca il testo come parola."_qs;
+    QTest::newRow("en") << u"actionEnglish"_qs
+                        << u"Without a number (bpm&gt;abc), or with no such field after "
+                           "<b>without:</b>, the text is searched as a word."_qs;
+}
+
 void TestFieldSearch::explainsItself()
 {
-    QTest::mouseClick(m_sample->window->findChild<QToolButton *>(u"searchHelpToolButton"_qs),
-                      Qt::LeftButton);
+    QFETCH(QString, language);
+    QFETCH(QString, part);
+    m_sample->window->findChild<QAction *>(language)->trigger();
+    QCoreApplication::processEvents();
+    auto *button = m_sample->window->findChild<QToolButton *>(u"searchHelpToolButton"_qs);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY2(button->whatsThis().contains(part), qPrintable(button->whatsThis()));
     int shown = 0;
     for (const QWidget *widget : QApplication::topLevelWidgets())
         shown += widget->inherits("QWhatsThat") && widget->isVisible() ? 1 : 0;

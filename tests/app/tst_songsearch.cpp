@@ -38,6 +38,12 @@ void TestSongSearch::splitsWords_data()
     QTest::newRow("no field") << "10:30 sol<la"
                               << QStringList{QStringLiteral("10:30"), QStringLiteral("SOL<LA")};
     QTest::newRow("only a sign") << ":x" << QStringList{QStringLiteral(":X")};
+    QTest::newRow("no number") << "bpm>abc bpm:x durata<1:2:3"
+                               << QStringList{QStringLiteral("BPM>ABC"), QStringLiteral("BPM:X"),
+                                              QStringLiteral("DURATA<1:2:3")};
+    QTest::newRow("unknown field")
+        << "senza:xyz without:titoli"
+        << QStringList{QStringLiteral("SENZA:XYZ"), QStringLiteral("WITHOUT:TITOLI")};
 }
 
 void TestSongSearch::splitsWords()
@@ -119,8 +125,8 @@ void TestSongSearch::comparesFields()
 void TestSongSearch::ignoresWhatIsNotFinished_data()
 {
     QTest::addColumn<QString>("text");
-    for (const char *text : {"genere:", "bpm>", "bpm>=", "bpm>x", "durata>x", "durata>1:2:3",
-                             "senza:", "senza:auto", "senza:nulla"})
+    for (const char *text :
+         {"genere:", "bpm>", "bpm>=", "durata<", "senza:", "senza:a", "senza:auto", "without:t"})
         QTest::newRow(text) << QString::fromUtf8(text);
 }
 
