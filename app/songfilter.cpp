@@ -11,10 +11,32 @@
 #include <QTableView>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace brisel
 {
+
+namespace
+{
+
+/// The fields whose texts are read while the program is idle, a line each. Only the folder's own
+/// name is among the lines, so the folder is not one of them.
+constexpr std::array linedFields{SongSearch::Field::Title, SongSearch::Field::Artist,
+                                 SongSearch::Field::Genre, SongSearch::Field::Author,
+                                 SongSearch::Field::FileName};
+
+/// The line of \a lines with that number.
+QString lineOf(const QString &lines, qsizetype number)
+{
+    qsizetype start = 0;
+    for (; number > 0; --number)
+        start = lines.indexOf(u'\n', start) + 1;
+    const qsizetype end = lines.indexOf(u'\n', start);
+    return lines.mid(start, end < 0 ? -1 : end - start);
+}
+
+} // namespace
 
 SongFilter::SongFilter(QLineEdit &field, QTableView &view, UserSongsRelTableModel &model)
     : QObject(&view), m_field(field), m_view(view), m_model(model)
@@ -226,14 +248,31 @@ bool SongFilter::matches(int row)
     if (m_outcome.has_value() && m_model.outcome(row) != *m_outcome)
         return false;
     const QStringList &words = m_search.words();
-    QString &text = m_texts[row];
-    if (text.isNull() && !words.isEmpty())
-        text = foldedTexts(row);
-    const auto isFound = [this, &text, row](const QString &word) {
-        return text.contains(word) || beginsOutcome(m_model.outcome(row), word);
+    const auto isFound = [this, row](const QString &word) {
+        return textsOf(row).contains(word) || beginsOutcome(m_model.outcome(row), word);
     };
     return std::all_of(words.cbegin(), words.cend(), isFound) &&
-           m_search.fulfils([this, row](SongSearch::Field field) { return textOf(row, field); });
+           m_search.fulfils(
+               [this, row](SongSearch::Field field) { return foldedText(row, field); });
+}
+
+/// The texts of a row that words are searched in.
+const QString &SongFilter::textsOf(int row)
+{
+    QString &texts = m_texts[row];
+    if (texts.isNull())
+        texts = foldedTexts(row);
+    return texts;
+}
+
+QString SongFilter::foldedText(int row, SongSearch::Field field)
+{
+    if (field == SongSearch::Field::Outcome)
+        return m_outcomeTexts.at(static_cast<size_t>(m_model.outcome(row)));
+    const auto *const lined = std::find(linedFields.cbegin(), linedFields.cend(), field);
+    if (lined == linedFields.cend())
+        return foldedForSearch(textOf(row, field));
+    return lineOf(textsOf(row), lined - linedFields.cbegin());
 }
 
 /// Whether a word of the outcome begins with \a word, which has to be long enough that it hardly
@@ -249,26 +288,25 @@ bool SongFilter::beginsOutcome(SongOutcome outcome, const QString &word) const
 
 void SongFilter::readOutcomeWords()
 {
-    for (const SongOutcome outcome : allSongOutcomes)
-        m_outcomeWords.at(static_cast<size_t>(outcome)) =
-            foldedForSearch(outcomeWord(outcome)).split(u' ');
+    for (const SongOutcome outcome : allSongOutcomes) {
+        const auto number = static_cast<size_t>(outcome);
+        m_outcomeTexts.at(number) = foldedForSearch(outcomeWord(outcome));
+        m_outcomeWords.at(number) = m_outcomeTexts.at(number).split(u' ');
+    }
 }
 
 QString SongFilter::textOf(int row, SongSearch::Field field) const
 {
-    return field == SongSearch::Field::Outcome
-               ? outcomeWord(m_model.outcome(row))
-               : m_model.index(row, m_columns.value(field)).data().toString();
+    return m_model.index(row, m_columns.value(field)).data().toString();
 }
 
 /// Of the path only the name of the song's own folder: those above it are common to all songs.
 QString SongFilter::foldedTexts(int row) const
 {
-    using Field = SongSearch::Field;
-    QStringList texts{textOf(row, Field::Folder).section(u'/', -1)};
-    for (const Field field :
-         {Field::Title, Field::Artist, Field::Genre, Field::Author, Field::FileName})
-        texts.append(textOf(row, field));
+    QStringList texts;
+    for (const SongSearch::Field field : linedFields)
+        texts.append(textOf(row, field).replace(u'\n', u' '));
+    texts.append(textOf(row, SongSearch::Field::Folder).section(u'/', -1));
     return foldedForSearch(texts.join(u'\n')); // words must not match across two texts
 }
 

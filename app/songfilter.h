@@ -75,14 +75,17 @@ private:
     bool matches(int row);
     void readOutcomeWords();
     bool beginsOutcome(SongOutcome outcome, const QString &word) const;
+    const QString &textsOf(int row);
     QString foldedTexts(int row) const;
+    QString foldedText(int row, SongSearch::Field field);
     QString textOf(int row, SongSearch::Field field) const;
 
     QLineEdit &m_field;
     QTableView &m_view;
     UserSongsRelTableModel &m_model;
     QHash<SongSearch::Field, int> m_columns; ///< those that the model has for the fields
-    std::array<QStringList, allSongOutcomes.size()> m_outcomeWords; ///< folded
+    std::array<QString, allSongOutcomes.size()> m_outcomeTexts;     ///< folded
+    std::array<QStringList, allSongOutcomes.size()> m_outcomeWords; ///< of these texts
     SongSearch m_search;
     std::optional<SongOutcome> m_outcome;
     QStringList m_texts;       ///< a row's texts, folded; null until they are read

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -61,22 +63,23 @@ bool isNumeric(SongSearch::Field field)
     return field == SongSearch::Field::Bpm || field == SongSearch::Field::Length;
 }
 
+constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+
 /// "3:30" and "3" (minutes) as seconds for a length, otherwise the number.
-std::optional<double> numberOf(SongSearch::Field field, const QString &text)
+double numberOf(SongSearch::Field field, QStringView text)
 {
+    const bool isLength = field == SongSearch::Field::Length;
+    const qsizetype colon = isLength ? text.indexOf(u':') : -1;
     bool isNumber = false;
-    if (field != SongSearch::Field::Length) {
-        const double number = text.toDouble(&isNumber);
-        return isNumber ? std::optional(number) : std::nullopt;
-    }
-    const QStringList parts = text.split(u':');
-    const double minutes = parts.constFirst().toDouble(&isNumber);
-    if (!isNumber || parts.size() > 2)
-        return std::nullopt;
-    if (parts.size() == 1 || parts.constLast().isEmpty())
-        return minutes * 60;
-    const int seconds = parts.constLast().toInt(&isNumber);
-    return isNumber ? std::optional(minutes * 60 + seconds) : std::nullopt;
+    const double number = (colon < 0 ? text : text.first(colon)).toDouble(&isNumber);
+    if (!isNumber)
+        return noNumber;
+    if (!isLength)
+        return number;
+    if (colon < 0 || colon + 1 == text.size())
+        return number * 60;
+    const int seconds = text.sliced(colon + 1).toInt(&isNumber);
+    return isNumber ? number * 60 + seconds : noNumber;
 }
 
 /// The terms between blanks; quotes hold blanks together and are dropped.
@@ -140,33 +143,33 @@ bool SongSearch::addCondition(const QString &term)
         relation = Relation::Equals;
     if (value.isEmpty())
         return true;
-    const std::optional<double> number = isNumeric(*field) ? numberOf(*field, value) : 0;
-    if (number.has_value())
-        m_conditions.append({*field, relation, value, *number});
-    return number.has_value();
+    const double number = isNumeric(*field) ? numberOf(*field, value) : 0;
+    if (std::isnan(number))
+        return false;
+    m_conditions.append({*field, relation, value, number});
+    return true;
 }
 
 bool SongSearch::fulfils(const std::function<QString(Field)> &textOf) const
 {
     return std::all_of(m_conditions.cbegin(), m_conditions.cend(),
                        [&textOf](const Condition &condition) {
-                           return holds(condition, foldedForSearch(textOf(condition.field)));
+                           return holds(condition, textOf(condition.field));
                        });
 }
 
 /// Texts are compared by their order, so that "titolo<m" finds those before the letter m.
 bool SongSearch::holds(const Condition &condition, const QString &text)
 {
-    const std::optional<double> number =
-        isNumeric(condition.field) ? numberOf(condition.field, text) : std::nullopt;
+    const bool isNumber = isNumeric(condition.field);
+    const double number = isNumber ? numberOf(condition.field, text) : noNumber;
     if (condition.relation == Relation::IsEmpty)
-        return isNumeric(condition.field) ? number.value_or(0) == 0 : text.trimmed().isEmpty();
+        return isNumber ? std::isnan(number) || number == 0 : text.trimmed().isEmpty();
     if (condition.relation == Relation::Contains)
         return text.contains(condition.text);
-    if (isNumeric(condition.field) && !number.has_value())
+    if (isNumber && std::isnan(number))
         return false;
-    const double order =
-        number.has_value() ? *number - condition.number : text.compare(condition.text);
+    const double order = isNumber ? number - condition.number : text.compare(condition.text);
     switch (condition.relation) {
     case Relation::Less:
         return order < 0;

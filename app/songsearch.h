@@ -40,7 +40,8 @@ public:
 
     /// The words without a field, folded.
     const QStringList &words() const { return m_words; }
-    /// Returns true if a song fulfils the conditions on fields, whose texts \a textOf gives.
+    /// Returns true if a song fulfils the conditions on fields, whose texts \a textOf gives,
+    /// folded.
     bool fulfils(const std::function<QString(Field)> &textOf) const;
 
 private:
