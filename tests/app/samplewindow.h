@@ -4,6 +4,7 @@
 #include "tests/dialogscript.h"
 #include "tests/library/samplelibrary.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QProgressBar>
@@ -50,6 +51,13 @@ struct SampleWindow {
     {
         QTest::mouseClick(window->findChild<QToolButton *>(QString::fromLatin1(button)),
                           Qt::LeftButton);
+    }
+    /// Shows the window in the language "it" or "en".
+    void changeLanguage(const QString &language) const
+    {
+        const QString action = language == u"en"_qs ? u"actionEnglish"_qs : u"actionItalian"_qs;
+        window->findChild<QAction *>(action)->trigger();
+        QCoreApplication::processEvents();
     }
     /// Makes songs with these names and imports them by the button.
     void import(const QStringList &names)

@@ -32,11 +32,6 @@ private:
         field()->clear();
         QTest::keyClicks(field(), text);
     }
-    void changeToEnglish() const
-    {
-        m_sample->window->findChild<QAction *>(u"actionEnglish"_qs)->trigger();
-        QCoreApplication::processEvents();
-    }
     QString shownNames() const
     {
         QStringList names;
@@ -70,7 +65,7 @@ void TestFieldSearch::looksIntoFoldersAndOutcomes()
     QCOMPARE(shownNames(), QString());
     type(u"edited"_qs);
     QCOMPARE(shownNames(), QString());
-    changeToEnglish();
+    m_sample->changeLanguage(u"en"_qs);
     QCOMPARE(shownNames(), u"uno"_qs);
 }
 
@@ -98,7 +93,7 @@ void TestFieldSearch::showsHowManyItFinds()
     QCOMPARE(count->text(), u"2 di 3"_qs);
     QVERIFY(m_sample->model->removeRows(0, 1));
     QCOMPARE(count->text(), u"2 di 2"_qs);
-    changeToEnglish();
+    m_sample->changeLanguage(u"en"_qs);
     QCOMPARE(count->text(), u"2 of 2"_qs);
     m_sample->window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
@@ -128,10 +123,10 @@ void TestFieldSearch::explainsItself_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("part");
-    QTest::newRow("it") << u"actionItalian"_qs
+    QTest::newRow("it") << u"it"_qs
                         << u"Dove manca un numero (bpm&gt;abc), o il campo dopo <b>senza:</b> non "
                            "esiste, si cerca il testo come parola."_qs;
-    QTest::newRow("en") << u"actionEnglish"_qs
+    QTest::newRow("en") << u"en"_qs
                         << u"Without a number (bpm&gt;abc), or with no such field after "
                            "<b>without:</b>, the text is searched as a word."_qs;
 }
@@ -140,8 +135,7 @@ void TestFieldSearch::explainsItself()
 {
     QFETCH(QString, language);
     QFETCH(QString, part);
-    m_sample->window->findChild<QAction *>(language)->trigger();
-    QCoreApplication::processEvents();
+    m_sample->changeLanguage(language);
     auto *button = m_sample->window->findChild<QToolButton *>(u"searchHelpToolButton"_qs);
     QTest::mouseClick(button, Qt::LeftButton);
     QVERIFY2(button->whatsThis().contains(part), qPrintable(button->whatsThis()));

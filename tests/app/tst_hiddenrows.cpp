@@ -18,6 +18,7 @@ private slots:
     void editsTheRowThatIsSeen();
     void editsNoHiddenRow();
     void menuRemovesTheRowThatIsSeen();
+    void runsWorkOnHiddenRows_data();
     void runsWorkOnHiddenRows();
     void sortingKeepsSearchAndSelection();
     void columnsMoveAndTakeSizes();
@@ -74,13 +75,26 @@ void TestHiddenRows::menuRemovesTheRowThatIsSeen()
     QCOMPARE(shownNames(), u"aa ab ba"_qs);
 }
 
+void TestHiddenRows::runsWorkOnHiddenRows_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("count");
+    QTest::addColumn<QString>("outcome");
+    QTest::newRow("it") << u"it"_qs << u"1 di 2"_qs << u"Sincronizzazione: 2 aggiornate"_qs;
+    QTest::newRow("en") << u"en"_qs << u"1 of 2"_qs << u"Synchronization: 2 updated"_qs;
+}
+
 void TestHiddenRows::runsWorkOnHiddenRows()
 {
+    QFETCH(QString, language);
+    m_sample->changeLanguage(language);
     m_sample->import({u"ONE.mid"_qs, u"two.mid"_qs});
     type(u"two"_qs);
     m_sample->script.expect(
         "BackupDialog", [](QWidget *dialog) { DialogScript::click(dialog, u"exitPushButton"_qs); });
+    QTEST(m_sample->window->findChild<QLabel *>(u"searchCountLabel"_qs)->text(), "count");
     m_sample->press("updateDataToolButton");
+    QTEST(m_sample->window->findChild<QLabel *>(u"outcomeLabel"_qs)->text(), "outcome");
     QCOMPARE(m_sample->model->status(0), int(Database::Updated));
     QVERIFY(m_sample->table->isRowHidden(0));
     field()->clear();

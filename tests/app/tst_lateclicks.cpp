@@ -32,6 +32,7 @@ private:
     using Action = void (TestLateClicks::*)();
 
     void importAll() { import(m_names); }
+    void changeToEnglish() { m_sample->changeLanguage(u"en"_qs); }
     void synchronise();
     void synchroniseWithBackup();
     void preview();
@@ -189,6 +190,12 @@ void TestLateClicks::areForTheProgress_data()
     const QList<Action> synchronised{&Test::importAll, &Test::synchroniseWithBackup};
     const QString restored = u"Ripristino: 18 ripristinate"_qs;
     QTest::newRow("import") << none << &Test::importAll << u"Lettura file"_qs << QString();
+    QTest::newRow("synchronisation, English")
+        << QList<Action>{&Test::importAll, &Test::changeToEnglish} << &Test::synchronise
+        << u"Updating file"_qs << u"Synchronization: 18 updated"_qs;
+    QTest::newRow("deletion, English")
+        << QList<Action>{&Test::importAll, &Test::changeToEnglish} << &Test::deleteAll
+        << u"Deleting files"_qs << u"Deletion: 18 deleted"_qs;
     QTest::newRow("synchronisation") << imported << &Test::synchronise << u"Aggiornamento file"_qs
                                      << u"Sincronizzazione: 18 aggiornate"_qs;
     QTest::newRow("preview") << imported << &Test::preview << u"Anteprima"_qs << QString();

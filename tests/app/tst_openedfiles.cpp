@@ -15,6 +15,7 @@ class TestOpenedFiles : public QObject
 private slots:
     void init();
     void cleanup();
+    void importsFilesThatComeTogether_data();
     void importsFilesThatComeTogether();
     void waitsForTheEndOfARun();
     void leavesAnAddressWithoutAFile();
@@ -54,12 +55,27 @@ void TestOpenedFiles::cleanup()
     QVERIFY(done);
 }
 
+void TestOpenedFiles::importsFilesThatComeTogether_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("songs");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("it") << u"it"_qs << u"2 song"_qs << u"importata"_qs;
+    QTest::newRow("en") << u"en"_qs << u"2 songs"_qs << u"imported"_qs;
+}
+
 void TestOpenedFiles::importsFilesThatComeTogether()
 {
+    QFETCH(QString, language);
+    QFETCH(QString, songs);
+    QFETCH(QString, status);
+    m_sample->changeLanguage(language);
     open(m_sample->at(u"a.mid"_qs));
     open(m_sample->at(u"b.mid"_qs));
     QCOMPARE(rows(), QString());
     QTRY_COMPARE(rows(), u"a.mid b.mid"_qs);
+    QTRY_COMPARE(m_sample->window->findChild<QLabel *>(u"songsLabel"_qs)->text(), songs);
+    QCOMPARE(m_sample->model->outcomeText(0), status);
 }
 
 void TestOpenedFiles::waitsForTheEndOfARun()

@@ -16,8 +16,10 @@ private slots:
     void init();
     void cleanup();
     void showsTheChosenOne();
+    void storesAChoice_data();
     void storesAChoice();
     void keepsTheChoiceWhenNothingIsPicked();
+    void returnsToTheSystemsOwn_data();
     void returnsToTheSystemsOwn();
     void closingChangesNothing();
 
@@ -26,6 +28,13 @@ private:
     {
         static QSettings settings(settingsOrganisation, settingsApplication);
         return settings;
+    }
+    static void addButton(const QString &italian, const QString &english)
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("button");
+        QTest::newRow("it") << u"it"_qs << italian;
+        QTest::newRow("en") << u"en"_qs << english;
     }
     static QString stored() { return Settings::soundFont.in(settings()); }
     void trigger() const
@@ -69,11 +78,19 @@ void TestSoundFontAction::showsTheChosenOne()
     QCOMPARE(m_shown, u"/chosen/before.sf2"_qs);
 }
 
+void TestSoundFontAction::storesAChoice_data()
+{
+    addButton(u"Sc&egli un file..."_qs, u"C&hoose a file..."_qs);
+}
+
 void TestSoundFontAction::storesAChoice()
 {
+    QFETCH(QString, language);
+    QFETCH(QString, button);
+    m_sample->changeLanguage(language);
     const QString path = m_sample->at(u"mine.sf2"_qs);
     makeFile(path, "RIFF");
-    expectButton(u"Sc&egli un file..."_qs);
+    expectButton(button);
     m_sample->script.expectFiles({path});
     trigger();
     QCOMPARE(stored(), path);
@@ -87,9 +104,17 @@ void TestSoundFontAction::keepsTheChoiceWhenNothingIsPicked()
     QCOMPARE(stored(), u"/chosen/before.sf2"_qs);
 }
 
+void TestSoundFontAction::returnsToTheSystemsOwn_data()
+{
+    addButton(u"&Usa quello del sistema"_qs, u"&Use the system's own"_qs);
+}
+
 void TestSoundFontAction::returnsToTheSystemsOwn()
 {
-    expectButton(u"&Usa quello del sistema"_qs);
+    QFETCH(QString, language);
+    QFETCH(QString, button);
+    m_sample->changeLanguage(language);
+    expectButton(button);
     trigger();
     QCOMPARE(stored(), QString());
 }
