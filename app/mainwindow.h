@@ -190,7 +190,7 @@ private:
     void editSongs(const QList<int> &rows);
     int nextSong(int row, int step) const;
     int editAndGo(int row, int step);
-    void saveEdited(LibraryRun &run, const SongFile &file, int row);
+    bool saveEdited(const SongFile &file, int row);
     DataEditDialog &editDialog();
     void showUnsaved(const QString &path, Reason reason);
     void centreRow(int row);

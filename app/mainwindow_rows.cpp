@@ -80,7 +80,8 @@ int MainWindow::nextSong(int row, int step) const
 }
 
 /// Edits the song in \a row, to which the user came by \a step. Returns the step by which the user
-/// goes on: 1, -1, or 0 for not at all. A song that does not open is passed over.
+/// goes on: 1, -1, or 0 for not at all. A song that does not open is passed over; one that can't be
+/// saved stays in the dialog with what was typed, as long as the user wants to save it.
 int MainWindow::editAndGo(int row, int step)
 {
     LibraryRun run(*this, RunReport::Operation::Edit);
@@ -98,25 +99,32 @@ int MainWindow::editAndGo(int row, int step)
     dialog.setNeighbours(nextSong(row, -1) >= 0, nextSong(row, 1) >= 0);
     dialog.setMarkersWritable(file->song.canSetMarkers());
     dialog.setOtherInfo(file->info);
-    const int answer = dialog.exec();
-    const int next = answer == DataEditDialog::Next       ? 1
-                     : answer == DataEditDialog::Previous ? -1
-                                                          : 0;
-    if (next != 0 ? !dialog.isSaveWanted() : answer != DataEditDialog::Accepted) {
-        debug() << "Rejected!";
+    for (;;) {
+        const int answer = dialog.exec();
+        const int next = answer == DataEditDialog::Next       ? 1
+                         : answer == DataEditDialog::Previous ? -1
+                                                              : 0;
+        const bool isWanted =
+            next != 0 ? dialog.isSaveWanted() : answer == DataEditDialog::Accepted;
+        debug() << (isWanted ? "Accepted" : "Rejected!");
+        if (isWanted)
+            dialog.getInfo(file->info);
         file->info.dbgDump();
-        return next;
+        if (!isWanted || saveEdited(*file, row))
+            return next;
+        if (std::optional<SongFile> again = ManualEdit::open(run, *m_model, row)) {
+            file = std::move(again);
+            dialog.setMarkersWritable(file->song.canSetMarkers());
+            dialog.setOtherInfoAgain(file->info);
+        }
     }
-    debug() << "Accepted";
-    dialog.getInfo(file->info);
-    file->info.dbgDump();
-    saveEdited(run, *file, row);
-    return next;
 }
 
-/// Saves what the dialog has accepted for the song in \a row.
-void MainWindow::saveEdited(LibraryRun &run, const SongFile &file, int row)
+/// Saves what the dialog has accepted for the song in \a row. Returns false if this fails, after a
+/// message.
+bool MainWindow::saveEdited(const SongFile &file, int row)
 {
+    LibraryRun run(*this, RunReport::Operation::Edit);
     const DataEditDialog &dialog = *m_editDialog;
     m_listener->stop();
     const ManualEdit::Spread spread{dialog.isApplyToAllAuthor(), dialog.isApplyToAllArtist(),
@@ -129,8 +137,11 @@ void MainWindow::saveEdited(LibraryRun &run, const SongFile &file, int row)
     static_cast<void>(edit.run(run)); // an interrupted edit shows its report, too
     run.publish();
     centreRow(row);
-    if (const auto &whyNot = edit.whyNotSaved(); whyNot.has_value() && !Run::isEnding())
-        showUnsaved(file.path, *whyNot);
+    const auto &whyNot = edit.whyNotSaved();
+    if (!whyNot.has_value() || Run::isEnding())
+        return true;
+    showUnsaved(file.path, *whyNot);
+    return Run::isEnding();
 }
 
 void MainWindow::showUnsaved(const QString &path, Reason reason)

@@ -57,4 +57,18 @@ QList<FieldChange> fieldChanges(const SongInfo &before, const SongInfo &after)
     return changes;
 }
 
+SongInfo withChanges(SongInfo now, const SongInfo &before, const SongInfo &after)
+{
+    const auto take = [&](auto SongInfo::*field) {
+        if (before.*field != after.*field)
+            now.*field = after.*field;
+    };
+    for (QString SongInfo::*field :
+         {&SongInfo::title, &SongInfo::artist, &SongInfo::genre, &SongInfo::author, &SongInfo::key})
+        take(field);
+    take(&SongInfo::length);
+    take(&SongInfo::userBpm);
+    return now;
+}
+
 } // namespace brisel

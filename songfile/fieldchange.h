@@ -33,4 +33,8 @@ struct FieldChange {
 /// The fields that differ, in the order of the numbers.
 QList<FieldChange> fieldChanges(const SongInfo &before, const SongInfo &after);
 
+/// \a now with the differences between \a before and \a after applied to it, except for those of
+/// the markers.
+SongInfo withChanges(SongInfo now, const SongInfo &before, const SongInfo &after);
+
 } // namespace brisel

@@ -6,6 +6,7 @@
 #include "base/filereading.h"
 #include "base/filewriting.h"
 #include "base/plainfile.h"
+#include "songfile/fieldchange.h"
 #include "songfile/mp3writer.h"
 #include "songfile/readonlyflag.h"
 #include "songfile/songkeeper.h"
@@ -34,22 +35,6 @@ bool looksLikeMp3(const QByteArray &start)
     const quint8 first = byteAt(start, 0);
     return (first == 0 && byteAt(start, 1) == 0) ||
            (first == 0xFF && signedByteAt(start, 1) > lastRefused);
-}
-
-/// \a now, which another program may have changed, with the differences between \a before and
-/// \a after applied to it.
-SongInfo changedAgain(SongInfo now, const SongInfo &before, const SongInfo &after)
-{
-    const auto take = [&](auto SongInfo::*field) {
-        if (before.*field != after.*field)
-            now.*field = after.*field;
-    };
-    for (QString SongInfo::*field :
-         {&SongInfo::title, &SongInfo::artist, &SongInfo::genre, &SongInfo::author, &SongInfo::key})
-        take(field);
-    take(&SongInfo::length);
-    take(&SongInfo::userBpm);
-    return now;
 }
 
 /// True if a file can probably be written at \a path. Changes nothing.
@@ -244,7 +229,7 @@ bool MetaSong::catchUp(const QString &path)
         const SongInfo present = now.m_song.info();
         SongInfo info = change.info;
         info.isKordia = present.isKordia;
-        now.m_song.setInfo(change.manual ? changedAgain(present, before, change.info) : info,
+        now.m_song.setInfo(change.manual ? withChanges(present, before, change.info) : info,
                            change.manual, change.fields);
         replayed.setInfo(change.info, change.manual, change.fields);
     }

@@ -153,12 +153,7 @@ void DataEditDialog::setOtherInfo(const SongInfo &info)
         field.edit->setText(info.*field.datum);
         field.shown = field.edit->text();
     }
-    m_ui->mmLineEdit->setText(QString::number(info.length / 60));
-    m_ui->ssLineEdit->setText(QString::number(info.length % 60));
-    m_ui->keyComboBox->setCurrentIndex(
-        m_ui->keyComboBox->findText(info.key, Qt::MatchExactly | Qt::MatchCaseSensitive));
-    m_ui->bpmLineEdit->setText(QString::number(info.userBpm));
-
+    showNumbers(info);
     for (QCheckBox *box : {m_ui->checkBoxToAllTitle, m_ui->checkBoxToAllArtist,
                            m_ui->checkBoxToAllGenre, m_ui->checkBoxToAllAuthor})
         box->setChecked(false);
@@ -167,6 +162,16 @@ void DataEditDialog::setOtherInfo(const SongInfo &info)
     showSeveral();
     focusFirst();
     updateHints();
+}
+
+/// Shows the length, the tempo and the key.
+void DataEditDialog::showNumbers(const SongInfo &info)
+{
+    m_ui->mmLineEdit->setText(QString::number(info.length / 60));
+    m_ui->ssLineEdit->setText(QString::number(info.length % 60));
+    m_ui->keyComboBox->setCurrentIndex(
+        m_ui->keyComboBox->findText(info.key, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    m_ui->bpmLineEdit->setText(QString::number(info.userBpm));
 }
 
 void DataEditDialog::getInfo(SongInfo &info) const

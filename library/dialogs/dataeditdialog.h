@@ -58,6 +58,10 @@ public:
     /// not in the key list leaves the list without a current entry.
     void setOtherInfo(const SongInfo &info);
 
+    /// Shows \a info, as the file has it now, of the song that was shown last and could not be
+    /// saved, with what the user has changed in it. Nothing is copied to the list any more.
+    void setOtherInfoAgain(const SongInfo &info);
+
     /// Writes title, author, artist, genre, key, length and userBpm of the dialog into \a info and
     /// leaves the rest of it, and the key while the list has
     /// no current entry. A text that the user did not edit is the loaded one, of any length. An
@@ -109,6 +113,7 @@ private:
         QString shown = {}; ///< the loaded text, truncated to the edit's limit
     };
 
+    void showNumbers(const SongInfo &info);
     void connectWalk();
     bool isChanged() const;
     void askAndGo(Answer where);

@@ -2,7 +2,7 @@
 
 #include "library/dialogs/dataeditdialog.h"
 
-#include "songfile/songinfo.h"
+#include "songfile/fieldchange.h"
 
 #include "ui_dataeditdialog.h"
 
@@ -45,6 +45,23 @@ bool DataEditDialog::isChanged() const
                         now.userBpm == m_loaded->userBpm;
     return !isSame || changedMarkers().has_value() || isApplyToAllAuthor() ||
            isApplyToAllArtist() || isApplyToAllGenre() || isApplyToAllFname();
+}
+
+void DataEditDialog::setOtherInfoAgain(const SongInfo &info)
+{
+    const SongInfo before = *m_loaded;
+    SongInfo typed = before;
+    getInfo(typed);
+    const std::optional<QList<Marker>> markers = changedMarkers();
+    setOtherInfo(info);
+    const SongInfo shown = withChanges(info, before, typed);
+    for (const TextField &field : m_texts) {
+        if (shown.*field.datum != info.*field.datum)
+            field.edit->setText(shown.*field.datum);
+    }
+    showNumbers(shown);
+    m_markers = markers.value_or(info.markers);
+    showMarkers();
 }
 
 /// Leaves the song for one of its neighbours, after a question if it was changed.

@@ -121,6 +121,7 @@ void TestEditDialog::reportsASongThatBecameAnother()
     m_script->expectMessage(u"Modifica dati song"_qs,
                             u"La song non è stata salvata: "_qs + FileReason::changed.text(),
                             QMessageBox::Ok);
+    expectEdit([](QWidget *widget) { DialogScript::click(widget, u"exitPushButton"_qs); });
     doubleClick(0);
     verifyScript();
     QCOMPARE(fileContent(at(u"one.mid"_qs)), other);

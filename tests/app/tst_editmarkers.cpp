@@ -299,6 +299,11 @@ void TestEditMarkers::reportsASongThatBecomesTooLarge()
                  u"La song non è stata salvata: con i nuovi dati il file sarebbe troppo grande"_qs);
         QTest::keyClick(box, Qt::Key_Escape);
     });
+    expectEdit([](QWidget *widget) {
+        QCOMPARE(widget->findChild<QPushButton *>(u"markersPushButton"_qs)->text(),
+                 u"Marker (1)..."_qs);
+        DialogScript::click(widget, u"exitPushButton"_qs);
+    });
     doubleClick(0);
     verifyScript();
     QVERIFY(stored() == full);

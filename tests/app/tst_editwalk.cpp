@@ -2,6 +2,8 @@
 #include "tests/testprogram.h"
 
 #include <QAction>
+#include <QComboBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QMessageBox>
 
@@ -25,6 +27,10 @@ private slots:
     void keepsTheFieldAndTheRow();
     void passesOverASongThatDoesNotOpen();
     void keepsTheOrderOfASortedTable();
+    void staysAtASongThatIsNotSaved_data();
+    void staysAtASongThatIsNotSaved();
+    void showsWhatBecameOfASongThatIsNotSaved();
+    void leavesAnUnsavedSongWithoutSaving();
 
 private:
     /// The next dialog shows the song \a title; \a keys are then pressed in it.
@@ -43,6 +49,19 @@ private:
     static QLineEdit *lineOf(const QWidget *dialog, const QString &name)
     {
         return dialog->findChild<QLineEdit *>(name);
+    }
+    /// The message about a song that was not saved.
+    void expectUnsaved()
+    {
+        m_script->expect("QMessageBox", [](QWidget *box) {
+            auto *message = qobject_cast<QMessageBox *>(box);
+            QVERIFY(message->text().startsWith(u"La song non è stata salvata: "_qs));
+            QTest::mouseClick(message->button(QMessageBox::Ok), Qt::LeftButton);
+        });
+    }
+    void move(const QString &from, const QString &to) const
+    {
+        QVERIFY(QFile::rename(at(from), at(to)));
     }
     QString author(const QString &name) const { return Sample::infoOf(at(name)).author; }
 
@@ -198,6 +217,91 @@ void TestEditWalk::keepsTheOrderOfASortedTable()
     verifyScript();
     QCOMPARE(author(first), u"X"_qs);
     QCOMPARE(author(second + u".mid"_qs), u"Y"_qs);
+}
+
+void TestEditWalk::staysAtASongThatIsNotSaved_data()
+{
+    QTest::addColumn<QKeySequence>("keys");
+    QTest::addColumn<bool>("isAsked");
+    QTest::newRow("next") << m_next << true;
+    QTest::newRow("previous") << m_previous << true;
+    QTest::newRow("save and next") << m_save << false;
+    QTest::newRow("save") << QKeySequence(Qt::Key_Return) << false;
+}
+
+void TestEditWalk::staysAtASongThatIsNotSaved()
+{
+    QFETCH(const QKeySequence, keys);
+    QFETCH(const bool, isAsked);
+    expectEdit([=, this](QWidget *widget) {
+        move(u"bob.mid"_qs, u"away"_qs);
+        for (const QString &name :
+             {u"titleLineEdit"_qs, u"authorLineEdit"_qs, u"ssLineEdit"_qs, u"bpmLineEdit"_qs})
+            lineOf(widget, name)->setText(u"77"_qs);
+        widget->findChild<QComboBox *>(u"artistComboBox"_qs)->setEditText(u"77"_qs);
+        widget->findChild<QComboBox *>(u"keyComboBox"_qs)->setCurrentText(u"A-"_qs);
+        QVERIFY(QTest::qWaitForWindowActive(widget));
+        DialogScript inner;
+        if (isAsked)
+            inner.expect("QMessageBox", [](QWidget *box) { QTest::keyClick(box, Qt::Key_Return); });
+        QTest::keySequence(widget, keys);
+        QVERIFY2(inner.isDone(), qPrintable(inner.problems().join(u'\n')));
+    });
+    expectUnsaved();
+    expectEdit([this](QWidget *widget) {
+        move(u"away"_qs, u"bob.mid"_qs);
+        QCOMPARE(lineOf(widget, u"titleLineEdit"_qs)->text(), u"77"_qs);
+        DialogScript::click(widget, u"savePushButton"_qs);
+    });
+    doubleClick(1);
+    verifyScript();
+    const SongInfo saved = Sample::infoOf(at(u"bob.mid"_qs));
+    QCOMPARE((QStringList{saved.title, saved.artist, saved.author, saved.key}),
+             (QStringList{u"77"_qs, u"77"_qs, u"77"_qs, u"A-"_qs}));
+    QCOMPARE(saved.length % 60, 17);
+    QCOMPARE(saved.userBpm, 77);
+    QCOMPARE(statuses(), u"0200"_qs);
+    QCOMPARE(reportLines().constFirst(), u"Modifica: 1 modificate"_qs);
+}
+
+void TestEditWalk::showsWhatBecameOfASongThatIsNotSaved()
+{
+    QByteArray other = Sample::midi("Another song", false);
+    other.replace(QByteArray::fromHex("3c40"), QByteArray::fromHex("4540"));
+    expectEdit([this, other](QWidget *widget) {
+        makeFile(at(u"ann.mid"_qs), other);
+        DialogScript::type(lineOf(widget, u"authorLineEdit"_qs), u"X"_qs);
+        QVERIFY(QTest::qWaitForWindowActive(widget));
+        QTest::keySequence(widget, m_save);
+    });
+    expectUnsaved();
+    expectEdit([this](QWidget *widget) {
+        QCOMPARE(lineOf(widget, u"titleLineEdit"_qs)->text(), u"Another song"_qs);
+        QCOMPARE(lineOf(widget, u"authorLineEdit"_qs)->text(), u"X"_qs);
+        QVERIFY(QTest::qWaitForWindowActive(widget));
+        QTest::keySequence(widget, m_save);
+    });
+    expectSong(u"bob"_qs, m_leave);
+    doubleClick(0);
+    verifyScript();
+    const SongInfo saved = Sample::infoOf(at(u"ann.mid"_qs));
+    QCOMPARE(saved.title, u"Another song"_qs);
+    QCOMPARE(saved.author, u"X"_qs);
+}
+
+void TestEditWalk::leavesAnUnsavedSongWithoutSaving()
+{
+    expectEdit([this](QWidget *widget) {
+        move(u"ann.mid"_qs, u"away"_qs);
+        DialogScript::type(lineOf(widget, u"authorLineEdit"_qs), u"X"_qs);
+        QVERIFY(QTest::qWaitForWindowActive(widget));
+        QTest::keySequence(widget, m_save);
+    });
+    expectUnsaved();
+    expectSong(u"ann"_qs, m_leave);
+    doubleClick(0);
+    verifyScript();
+    QVERIFY(!QFile::exists(at(u"ann.mid"_qs)));
 }
 
 BRISEL_TEST(QApplication, TestEditWalk)

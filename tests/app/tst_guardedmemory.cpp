@@ -215,6 +215,7 @@ void TestGuardedMemory::refusesToSaveSongsThere()
     m_script->expectMessage(u"Modifica dati song"_qs,
                             u"La song non è stata salvata: la memoria è protetta da scrittura"_qs,
                             QMessageBox::Ok);
+    expectEdit([](QWidget *widget) { DialogScript::click(widget, u"exitPushButton"_qs); });
     doubleClick(0);
     verifyScript();
     QCOMPARE(reportLines().last(), lineOfSong);

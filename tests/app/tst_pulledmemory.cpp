@@ -341,6 +341,7 @@ void TestPulledMemory::whileEditing()
         QCOMPARE(box->informativeText(), at(u"volumes/CARD/two.mid"_qs));
         QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
     });
+    expectEdit([](QWidget *widget) { DialogScript::click(widget, u"exitPushButton"_qs); });
     doubleClick(1);
     verifyScript();
     QCOMPARE(rows(), before);

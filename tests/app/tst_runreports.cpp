@@ -261,6 +261,7 @@ void TestRunReports::reportsAnEdit()
             QCOMPARE(box->informativeText(), at(u"one.mid"_qs));
             QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
         });
+        expectEdit([](QWidget *widget) { DialogScript::click(widget, u"exitPushButton"_qs); });
         doubleClick(0);
     }
     QCOMPARE(reportLines(), QStringList({u"Modifica: 1 non riuscite"_qs,
