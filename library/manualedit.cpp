@@ -56,12 +56,9 @@ ManualEdit::Outcome ManualEdit::run(Run &run)
     if (!isSeveral()) {
         SongInfo before;
         m_song.getSongInfo(before);
-        SongInfo edited = m_edited;
-        edited.markers = m_markers.value_or(edited.markers); // a container has a flag for them
-        const bool isWritable = !m_markers.has_value() || m_song.setMarkers(*m_markers);
-        m_song.setSongInfo(edited, true);
-        m_whyNotSaved = isWritable ? saveSong(run, m_song, before, m_path, m_row)
-                                   : finishSong(run, {m_row, m_path, before}, markersNotWritable);
+        const WhyNot whyNot = setEdited();
+        m_whyNotSaved = whyNot.has_value() ? finishSong(run, {m_row, m_path, before}, whyNot)
+                                           : saveSong(run, m_song, before, m_path, m_row);
     }
     if (isSeveral() || m_spread.any()) {
         const QList<int> rows = rowsToCopyTo();
@@ -76,6 +73,18 @@ ManualEdit::Outcome ManualEdit::run(Run &run)
     if (m_recorder != nullptr)
         m_recorder->finish(run.report());
     return Run::isEnding() ? Outcome::Interrupted : Outcome::Done;
+}
+
+/// Sets the data in the edited song. Returns why its markers can't be set.
+ManualEdit::WhyNot ManualEdit::setEdited()
+{
+    SongInfo edited = m_edited;
+    edited.markers = m_markers.value_or(edited.markers); // a container has a flag for them
+    WhyNot whyNot;
+    if (m_markers.has_value() && !m_song.setMarkers(*m_markers))
+        whyNot = m_song.canSetMarkers() ? markersMisread : markersNotWritable;
+    m_song.setSongInfo(edited, true);
+    return whyNot;
 }
 
 QList<int> ManualEdit::rowsToCopyTo()

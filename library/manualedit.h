@@ -30,6 +30,8 @@ public:
 
     static constexpr Reason markersNotWritable{
         QT_TRANSLATE_NOOP("RunReport", "i marker di questa song non si possono riscrivere")};
+    static constexpr Reason markersMisread{
+        QT_TRANSLATE_NOOP("RunReport", "un marker verrebbe letto come un altro dato della song")};
 
     /// The data of the edited song that are copied to all songs of the list.
     struct Spread {
@@ -77,6 +79,7 @@ private:
     using WhyNot = std::optional<Reason>;
 
     bool isSeveral() const { return m_row < 0; }
+    WhyNot setEdited();
     QList<int> rowsToCopyTo();
     void setCopied(SongFile &file) const;
     WhyNot saveSong(Run &run, MetaSong &song, const SongInfo &before, const QString &path, int row);

@@ -93,6 +93,22 @@ bool losesKey(QByteArrayView data, const QString &name)
            !std::all_of(data.begin() + written->size(), data.end(), isZero);
 }
 
+/// True if everything that is read of both is the same, except for the markers.
+bool haveSameFields(const RawMidiFile &left, const RawMidiFile &right)
+{
+    for (bool (RawMidiFile::*has)() const :
+         {&RawMidiFile::hasTitle, &RawMidiFile::hasGenre, &RawMidiFile::hasArtist,
+          &RawMidiFile::hasAuthor, &RawMidiFile::hasLength, &RawMidiFile::hasUserBpm,
+          &RawMidiFile::hasKey}) {
+        if ((left.*has)() != (right.*has)())
+            return false;
+    }
+    return left.title() == right.title() && left.genre() == right.genre() &&
+           left.artist() == right.artist() && left.author() == right.author() &&
+           left.length() == right.length() && left.userBpm() == right.userBpm() &&
+           left.key() == right.key() && left.isKordia() == right.isKordia();
+}
+
 } // namespace
 
 unsigned RawMidiFile::insertMetaevent(const QByteArray &data, kordiaMetaTypeEnum type, int pos)
@@ -272,8 +288,15 @@ bool RawMidiFile::replaceMarkers(const QList<brisel::Marker> &list)
         else
             return false;
     }
-    removeHeadMetaevent(Marker, false);
-    insertAtHead(events);
+    RawMidiFile without = *this;
+    without.removeHeadMetaevent(Marker, false);
+    RawMidiFile changed = without;
+    changed.insertAtHead(events);
+    // A removed marker may have been read as another field, too.
+    if (changed.markersList() != list ||
+        (!haveSameFields(changed, *this) && !haveSameFields(changed, without)))
+        return false;
+    *this = changed;
     return true;
 }
 

@@ -123,8 +123,8 @@ public:
     /// read is a whole event of the first track, with a delta-time of 0.
     bool canReplaceMarkers() const;
     /// Replaces the markers by \a list, in its order, and keeps everything else. A marker that was
-    /// in the song keeps its bytes. Returns false, and changes nothing, if !canReplaceMarkers() or
-    /// a new marker is not isStorable().
+    /// in the song keeps its bytes. Returns false, and changes nothing, if !canReplaceMarkers(), a
+    /// new marker is not isStorable(), or the list's bytes would be read as another field or list.
     [[nodiscard]] bool replaceMarkers(const QList<brisel::Marker> &list);
     /// True if \a marker is read as it is after it was written: its bar has 16 bits, its text is
     /// trimmed and has at most maxMarkerText printable characters of Latin-1.

@@ -550,6 +550,10 @@ Options:
         <source>i marker di questa song non si possono riscrivere</source>
         <translation>the markers of this song can&apos;t be rewritten</translation>
     </message>
+    <message>
+        <source>un marker verrebbe letto come un altro dato della song</source>
+        <translation>a marker would be read as another field of the song</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>

@@ -550,6 +550,10 @@ Opzioni:
         <source>i marker di questa song non si possono riscrivere</source>
         <translation>i marker di questa song non si possono riscrivere</translation>
     </message>
+    <message>
+        <source>un marker verrebbe letto come un altro dato della song</source>
+        <translation>un marker verrebbe letto come un altro dato della song</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>

@@ -54,6 +54,8 @@ private slots:
     void countsAsAChangeOnTheWay();
     void canBeTakenBack();
     void reportsASongThatBecomesTooLarge();
+    void reportsATextThatWouldBeTheKey_data();
+    void reportsATextThatWouldBeTheKey();
 };
 
 void TestEditMarkers::countsTheMarkers_data()
@@ -307,6 +309,45 @@ void TestEditMarkers::reportsASongThatBecomesTooLarge()
     doubleClick(0);
     verifyScript();
     QVERIFY(stored() == full);
+}
+
+void TestEditMarkers::reportsATextThatWouldBeTheKey_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("it") << u"Italian"_qs
+                        << u"La song non è stata salvata: un marker verrebbe letto come un altro "
+                           "dato della song"_qs;
+    QTest::newRow("en") << u"English"_qs
+                        << u"The song was not saved: a marker would be read as another field of "
+                           "the song"_qs;
+}
+
+void TestEditMarkers::reportsATextThatWouldBeTheKey()
+{
+    QFETCH(const QString, language);
+    QFETCH(const QString, text);
+    importSong(song(m_two));
+    choose(language);
+    const auto typeText = [](const QString &typed) {
+        return [typed](QWidget *widget) {
+            openMarkers(widget, [typed](QWidget *dialog) {
+                typeInto(dialog, 0, 1, typed);
+                ok(dialog);
+            });
+            DialogScript::click(widget, u"savePushButton"_qs);
+        };
+    };
+    expectEdit(typeText(u"ÿYes"_qs));
+    m_script->expect("QMessageBox", [this, text](QWidget *box) {
+        QCOMPARE(qobject_cast<QMessageBox *>(box)->text(), text);
+        QVERIFY(stored() == song(m_two));
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    expectEdit(typeText(u"Yes"_qs));
+    doubleClick(0);
+    verifyScript();
+    QVERIFY(stored().contains(marker(9, "Yes") + marker(300, "Coda")));
 }
 
 BRISEL_TEST(QApplication, TestEditMarkers)

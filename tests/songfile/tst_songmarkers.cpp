@@ -3,6 +3,8 @@
 #include "tests/songfile/songs.h"
 #include "tests/songfile/songsavingtest.h"
 
+#include <QRandomGenerator>
+
 using namespace brisel;
 
 using namespace Qt::StringLiterals;
@@ -26,6 +28,19 @@ QByteArray markerBytes(const char (&bar)[3], const QByteArray &text)
 const QByteArray twoMarkers = markerBytes("\0\1", "Intro") + markerBytes("\1\x2C", "Coda");
 const QList<Marker> twoRead{{u"Intro"_s, 1}, {u"Coda"_s, 300}};
 
+/// Everything that is read besides the markers.
+QStringList fieldsOf(const RawMidiFile &file)
+{
+    return {file.title(),
+            file.artist(),
+            file.author(),
+            file.genre(),
+            file.key(),
+            QString::number(file.length()),
+            QString::number(file.userBpm()),
+            QString::number(int(file.isKordia()))};
+}
+
 } // namespace
 
 /// Markers that the user changes by hand.
@@ -45,6 +60,11 @@ private slots:
     void refusesMarkersThatAreNotWholeEvents();
     void refusesWhatCannotBeStored_data();
     void refusesWhatCannotBeStored();
+    void refusesTextsThatAreReadAsOtherFields_data();
+    void refusesTextsThatAreReadAsOtherFields();
+    void keepsTheOtherFields_data();
+    void keepsTheOtherFields();
+    void removesAMarkerThatIsReadAsTheKey();
     void writesTheLimits();
     void replacesManyMarkersInOnePass();
     void writesContainers_data();
@@ -159,6 +179,80 @@ void TestSongMarkers::refusesWhatCannotBeStored()
     QVERIFY(!RawMidiFile::isStorable(marker));
     QVERIFY(!file.replaceMarkers({twoRead.first(), marker}));
     QCOMPARE(file.stream(), before);
+}
+
+void TestSongMarkers::refusesTextsThatAreReadAsOtherFields_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("next"); // the event after the markers
+    QTest::newRow("key") << u"ÿYes"_s << QByteArray();
+    QTest::newRow("title") << u"ÿ"_s << bytes("\3\xFF\1\2la");
+    QTest::newRow("artist") << u"ÿKx"_s << bytes("\2\xFF\1\2la");
+}
+
+void TestSongMarkers::refusesTextsThatAreReadAsOtherFields()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QByteArray, next);
+    const QByteArray before = midi(next + metaEvent(1, "plain"));
+    RawMidiFile file = loaded(before);
+    QVERIFY(file.canReplaceMarkers());
+    QVERIFY(!file.replaceMarkers({{text, 1}}));
+    QCOMPARE(file.stream(), before);
+    QVERIFY(file.replaceMarkers({{u"Yes"_s, 1}}));
+    QVERIFY(!file.replaceMarkers({{u"Yes"_s, 255}})); // FF 59 65 73, too
+}
+
+void TestSongMarkers::keepsTheOtherFields_data()
+{
+    QTest::addColumn<QByteArray>("song");
+    const QByteArray names = metaEvent(3, "T") + kordiaEvent(2, "A") + kordiaEvent(3, "B");
+    const QByteArray all = names + kordiaEvent(1, "G") + kordiaEvent(4, "90") +
+                           kordiaEvent(5, "120") + metaEvent(2, "(C) Kordia") +
+                           metaEvent(0x59, QByteArray("\0\1", 2));
+    QTest::newRow("no fields") << midi();
+    QTest::newRow("all fields") << midi(all);
+    for (char pause = 1; pause <= 6; ++pause)
+        QTest::addRow("pause of %d", int(pause)) << midi(pause + bytes("\xFF\1\2la") + names);
+}
+
+void TestSongMarkers::keepsTheOtherFields()
+{
+    QFETCH(const QByteArray, song);
+    const RawMidiFile before = loaded(song);
+    constexpr int texts = 4000;
+    const QString letters = u"ÿÿYK1xA¡"_s;
+    QRandomGenerator random(7);
+    int refused = 0;
+    for (int i = 0; i < texts; ++i) {
+        QString text;
+        for (int size = random.bounded(6); size > 0; --size)
+            text += letters.at(random.bounded(letters.size()));
+        const QList<Marker> markers{{text, random.bounded(255)}, {u"End"_s, 65535}};
+        RawMidiFile file = before;
+        if (!file.replaceMarkers(random.bounded(2) != 0 ? markers : markers.first(1))) {
+            ++refused;
+            QVERIFY(text.contains(u'ÿ'));
+            QCOMPARE(file.stream(), song);
+        }
+        QCOMPARE(fieldsOf(file), fieldsOf(before));
+    }
+    QVERIFY(refused > 0);
+    QVERIFY(refused < texts);
+}
+
+void TestSongMarkers::removesAMarkerThatIsReadAsTheKey()
+{
+    const QByteArray misread = markerBytes("\0\1", bytes("\xFFY\2\0\1"));
+    RawMidiFile file = loaded(midi(misread + twoMarkers));
+    QCOMPARE(file.key(), u"A-"_s);
+    const QList<Marker> markers = file.markersList();
+    QCOMPARE(markers.size(), 3);
+    QVERIFY(file.replaceMarkers(markers.first(2))); // the others keep their bytes
+    QCOMPARE(file.key(), u"A-"_s);
+    QVERIFY(file.replaceMarkers(twoRead));
+    QCOMPARE(file.key(), QString());
+    QCOMPARE(file.stream(), midi(twoMarkers));
 }
 
 void TestSongMarkers::writesTheLimits()
