@@ -63,9 +63,8 @@ public:
     void setOtherInfoAgain(const SongInfo &info);
 
     /// Writes title, author, artist, genre, key, length and userBpm of the dialog into \a info and
-    /// leaves the rest of it, and the key while the list has
-    /// no current entry. A text that the user did not edit is the loaded one, of any length. An
-    /// empty or non-numeric number counts as 0.
+    /// leaves the rest of it, and the key while the list has no current entry. A text that the user
+    /// did not edit is the loaded one, of any length. An empty or non-numeric number counts as 0.
     void getInfo(SongInfo &info) const;
     /// The markers as the user changed them; nothing if they are as they were.
     std::optional<QList<Marker>> changedMarkers() const;
