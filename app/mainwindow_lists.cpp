@@ -36,7 +36,7 @@ void MainWindow::on_selectDirToolButton_clicked()
 /// Empty if the user cancelled.
 QStringList MainWindow::chooseSongFiles()
 {
-    const QStringList files =
+    QStringList files =
         QFileDialog::getOpenFileNames(this, tr("Seleziona i file da importare"),
                                       startFolder(Settings::songsFolder, QStringLiteral("/")),
                                       QStringLiteral("Songs (%1)").arg(songNamePatterns()));
