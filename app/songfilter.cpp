@@ -218,7 +218,7 @@ void SongFilter::forgetTexts()
 /// The rows were changed, or are new.
 void SongFilter::forgetTexts(int first, int last)
 {
-    std::fill(m_texts.begin() + first, m_texts.begin() + last + 1, QString());
+    std::fill(m_texts.begin() + first, m_texts.begin() + (last + 1), QString());
     m_firstUnread = std::min(m_firstUnread, first);
     if (m_firstUnread < m_texts.size())
         m_reading.start();
