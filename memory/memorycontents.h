@@ -48,7 +48,7 @@ public:
         State state = State::Good; ///< of the songs file
         bool isWritable = false;
         QByteArray songs; ///< the songs file: song records
-        QByteArray paths; ///< the path file; null if there is none
+        QByteArray paths; ///< the path file; null if it is missing
     };
 
     /// Reads the files of the memory \a root, a path without "/" at its end; \a run gets pulses.
@@ -64,7 +64,7 @@ public:
 
     /// The number of songs in "index.id2".
     qsizetype size() const { return m_titleAt.size(); }
-    /// The first song with \a id; -1 if there is none.
+    /// The first song with \a id; -1 if no song has it.
     qsizetype positionOf(quint32 id) const { return m_positions.value(id, -1); }
     quint32 id(qsizetype position) const;
     /// The path below the root, which begins with "/", in the bytes of "index.id2".

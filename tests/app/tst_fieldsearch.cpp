@@ -1,56 +1,26 @@
-#include "tests/app/samplewindow.h"
+#include "tests/app/filtertest.h"
 #include "tests/testprogram.h"
 
 #include <QAction>
-#include <QLineEdit>
 #include <QWhatsThis>
 
 using namespace brisel;
 
 /// The search for folders, outcomes and fields in the real window, and what it shows about itself.
-class TestFieldSearch : public QObject
+class TestFieldSearch : public FilterTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_sample = std::make_unique<SampleWindow>(); }
-    void cleanup();
+    void init() { openWindow(); }
+    void cleanup() { closeWindow(); }
     void looksIntoFoldersAndOutcomes();
     void understandsFields();
     void showsHowManyItFinds();
     void searchesInvalidConditionsAsWords();
     void explainsItself_data();
     void explainsItself();
-
-private:
-    QLineEdit *field() const
-    {
-        return m_sample->window->findChild<QLineEdit *>(u"searchLineEdit"_qs);
-    }
-    void type(const QString &text) const
-    {
-        field()->clear();
-        QTest::keyClicks(field(), text);
-    }
-    QString shownNames() const
-    {
-        QStringList names;
-        for (int row = 0; row < m_sample->model->rowCount(); ++row) {
-            if (!m_sample->table->isRowHidden(row))
-                names.append(m_sample->model->shortName(row).section(u'.', 0, 0));
-        }
-        return names.join(u' ');
-    }
-
-    std::unique_ptr<SampleWindow> m_sample;
 };
-
-void TestFieldSearch::cleanup()
-{
-    const bool isDone = m_sample->script.isDone();
-    m_sample.reset();
-    QVERIFY(isDone);
-}
 
 void TestFieldSearch::looksIntoFoldersAndOutcomes()
 {
@@ -95,17 +65,15 @@ void TestFieldSearch::showsHowManyItFinds()
     QCOMPARE(count->text(), u"2 di 2"_qs);
     m_sample->changeLanguage(u"en"_qs);
     QCOMPARE(count->text(), u"2 of 2"_qs);
-    m_sample->window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
+    activate();
     field()->setFocus();
-    QTest::keyClick(m_sample->window->windowHandle(), Qt::Key_Escape);
+    press(Qt::Key_Escape);
     QCOMPARE(count->text(), QString());
 }
 
 void TestFieldSearch::searchesInvalidConditionsAsWords()
 {
     m_sample->import({u"uno.mid"_qs, u"bpm>abc.mid"_qs});
-    const auto *hint = m_sample->table->findChild<QLabel *>(u"emptyTableHint"_qs);
     type(u"bpm>"_qs);
     QCOMPARE(shownNames(), u"uno bpm>abc"_qs);
     type(u"bpm>ab"_qs);
@@ -116,7 +84,7 @@ void TestFieldSearch::searchesInvalidConditionsAsWords()
     }
     type(u"senza:xyz"_qs);
     QCOMPARE(shownNames(), QString());
-    QCOMPARE(hint->text(), u"Nessun brano corrisponde alla ricerca"_qs);
+    QCOMPARE(hint()->text(), u"Nessun brano corrisponde alla ricerca"_qs);
 }
 
 void TestFieldSearch::explainsItself_data()

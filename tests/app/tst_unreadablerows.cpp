@@ -33,7 +33,7 @@ private slots:
 
 private:
     QAction *toggle() const { return m_window->findChild<QAction *>(u"actionShowUnreadable"_qs); }
-    /// Two songs, and between them a file that is none.
+    /// Two songs, and between them a file that is not a song.
     void importWithOne()
     {
         makeSongs({u"ONE.mid"_qs, u"TWO.mid"_qs}, true);
@@ -231,7 +231,7 @@ void TestUnreadableRows::followTheSearch()
     QVERIFY(table()->isRowHidden(0));
     QVERIFY(!table()->isRowHidden(2));
     toggle()->trigger();
-    QTRY_VERIFY(!table()->isRowHidden(0)); // there is none left to choose
+    QTRY_VERIFY(!table()->isRowHidden(0)); // no unreadable file is left to choose
 }
 
 void TestUnreadableRows::goWithTheNextImport()

@@ -70,18 +70,12 @@ private slots:
     void listsNoticesBehindTheFiles();
     void namesAThousandNotices();
     void joinsItsParts();
-    void namesCannotForgeALine_data();
-    void namesCannotForgeALine();
     void hasAReasonForEverything();
     void reportsFilesThatCannotBeTrusted();
     void namesAThousandOfAKind();
     void saysWhichMessagesHaveALine();
     void namesAThousandOfItsParts();
     void listsChangedSongsAtTheEnd();
-    void textsCannotForgeALine();
-    void longTextsAreCutInTheMiddle();
-    void longTextsShowTheirDifference();
-    void cutsNoCharacterInTwo();
     void listsEveryChangedSong();
 };
 
@@ -227,26 +221,6 @@ void TestRunReport::joinsItsParts()
                                            "contiene): /b.mid\n"));
 }
 
-void TestRunReport::namesCannotForgeALine_data()
-{
-    QTest::addColumn<QChar>("character");
-    for (const char16_t code :
-         {u'\n', u'\r', u'\0', u'\t', u'\v', u'\f', u'\x85', u'\u2028', u'\u2029'})
-        QTest::addRow("U+%04X", static_cast<unsigned>(code)) << QChar(code);
-}
-
-void TestRunReport::namesCannotForgeALine()
-{
-    QFETCH(QChar, character);
-    const QString name = QStringLiteral("/a") + character + QStringLiteral("b.mid");
-    RunReport report;
-    report.add(Step::Read, name, FileReason::empty);
-    report.addMessage(name);
-    QCOMPARE(report.text(), QStringLiteral("2 non riuscite\n"
-                                           "Non letta (il file è vuoto): /a\uFFFDb.mid\n"
-                                           "/a\uFFFDb.mid\n"));
-}
-
 void TestRunReport::hasAReasonForEverything()
 {
     QSet<QString> texts;
@@ -374,53 +348,6 @@ void TestRunReport::listsChangedSongsAtTheEnd()
                                            "    Artista: (vuoto) → «ARTIST»\n"
                                            "Modificata: /b.mid\n"
                                            "    Artista: «x» → (vuoto)\n"));
-}
-
-void TestRunReport::textsCannotForgeALine()
-{
-    RunReport report;
-    report.addChanges(QStringLiteral("/a\nb.mid"),
-                      {{title, QStringLiteral("a\r\nb"), QStringLiteral("a\u2028b")}});
-    QCOMPARE(report.text(), QStringLiteral("\n"
-                                           "Modificata: /a\uFFFDb.mid\n"
-                                           "    Titolo: «a\uFFFD\uFFFDb» → «a\uFFFDb»\n"));
-}
-
-void TestRunReport::longTextsAreCutInTheMiddle()
-{
-    RunReport report;
-    report.addChanges(QStringLiteral("/a.mid"),
-                      {{title, QString(160, u'a'), QString(100, u'b') + QString(61, u'c')}});
-    QCOMPARE(report.text(), u"\nModificata: /a.mid\n    Titolo: «"_qs + QString(160, u'a') +
-                                u"» → «"_qs + QString(80, u'b') + u"[...]"_qs + QString(19, u'b') +
-                                QString(61, u'c') + u"»\n"_qs);
-}
-
-/// Two lists of markers may begin with the same thousand characters.
-void TestRunReport::longTextsShowTheirDifference()
-{
-    const QString equal(1000, u'a');
-    RunReport report;
-    report.addChanges(QStringLiteral("/a.mid"), {{title, equal + u"x"_qs, equal + u"y"_qs}});
-    const QString shown = u"[...]"_qs + QString(40, u'a');
-    QCOMPARE(report.text(),
-             u"\nModificata: /a.mid\n    Titolo: «"_qs + shown + u"x» → «"_qs + shown + u"y»\n"_qs);
-}
-
-void TestRunReport::cutsNoCharacterInTwo()
-{
-    const QString note = QStringLiteral("\U0001D11E"); // two code units
-    QString text = QStringLiteral("a");
-    for (int i = 0; i < 100; ++i)
-        text += note;
-    for (const QString &lead : {QString(), QStringLiteral("b")}) {
-        RunReport report;
-        report.addChanges(QStringLiteral("/a.mid"), {{title, QString(), lead + text}});
-        QVERIFY(report.text().isValidUtf16());
-        report.addChanges(QStringLiteral("/a.mid"),
-                          {{title, lead + text + u"x"_qs, lead + text + u"y"_qs}});
-        QVERIFY(report.text().isValidUtf16());
-    }
 }
 
 void TestRunReport::listsEveryChangedSong()

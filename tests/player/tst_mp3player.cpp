@@ -12,8 +12,8 @@
 
 using namespace brisel;
 
-/// Plays without a sound device, of which there is none where the tests run: the library then
-/// reads the file, but does not follow the song's time.
+/// Plays without a sound device, because the machines that run tests have no sound: the library
+/// then reads the file, but does not follow the song's time.
 class TestMp3Player : public QObject
 {
     Q_OBJECT
