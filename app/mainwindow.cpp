@@ -8,6 +8,7 @@
 #include "app/helpdialog.h"
 #include "app/mnemonics.h"
 #include "app/outcomecolumn.h"
+#include "app/songdrag.h"
 #include "app/songfilter.h"
 #include "app/songlistener.h"
 #include "app/songtooltip.h"
@@ -313,6 +314,7 @@ void MainWindow::initUserLibraryModel()
     m_listener = new SongListener(*view, *m_model, m_settings, *m_ui->verticalLayout);
     m_ui->menuPreferences->addAction(new SoundFontAction(*this, m_settings));
     new SongToolTip(*view, *m_model);
+    new SongDrag(*view);
     new CurrentRowKeeper(*view); // after the filter: it scrolls to a row that is shown
     explainEmptyTable();
 }

@@ -50,7 +50,7 @@ bool SongDrop::eventFilter(QObject *watched, QEvent *event)
         return QObject::eventFilter(watched, event);
     auto *drag = static_cast<QDropEvent *>(event);
     if (type == QEvent::DragEnter)
-        m_isWanted = holdsLocalPath(*drag->mimeData());
+        m_isWanted = drag->source() == nullptr && holdsLocalPath(*drag->mimeData());
     const bool isBusy = RunGuard::isActive();
     drag->setDropAction(Qt::CopyAction); // a move would let the source delete its files
     drag->setAccepted(m_isWanted && !isBusy);

@@ -6,7 +6,8 @@ namespace brisel
 {
 
 /// Accepts files and folders that are dragged from other programs onto a window, as copies; with
-/// the Ctrl key they are to be added to the list. During a run no drag is accepted.
+/// the Ctrl key they are to be added to the list. During a run no drag is accepted, and never one
+/// from a window of this program.
 class SongDrop : public QObject
 {
     Q_OBJECT

@@ -276,7 +276,9 @@ Qt::ItemFlags UserSongsRelTableModel::flags(const QModelIndex &index) const
 {
     if (!index.isValid())
         return Qt::NoItemFlags;
-    return Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable | Qt::ItemNeverHasChildren;
+    return Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable |
+           Qt::ItemNeverHasChildren |
+           (isSong(index.row()) ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
 }
 
 QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const

@@ -134,7 +134,12 @@ public:
     void fetchMore(const QModelIndex &parent = QModelIndex()) override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     /// Those of the base class, in less time: a heading asks for all cells of a selected column.
+    /// Songs can be dragged, too.
     Qt::ItemFlags flags(const QModelIndex &index) const override;
+    QStringList mimeTypes() const override;
+    /// The files of the songs among \a indexes, as URLs in the order of their rows.
+    QMimeData *mimeData(const QModelIndexList &indexes) const override;
+    Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     bool insertRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
     bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
