@@ -15,13 +15,14 @@
 #include "app/soundfontaction.h"
 #include "app/startup.h"
 #include "app/statusline.h"
-#include "app/windowplace.h"
 #include "base/debugstream.h"
 #include "db/usersongsreltablemodel.h"
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
 #include "library/dialogs/dataeditdialog.h"
 #include "library/dialogs/emptytablehint.h"
+#include "library/dialogs/windowplace.h"
+#include "memory/dialogs/memorywindow.h"
 #include "ui_mainwindow.h"
 
 #include <QAction>
@@ -79,7 +80,7 @@ MainWindow::MainWindow() : m_ui(std::make_unique<Ui::MainWindow>()), m_settings(
     updateActions();
     showSettings();
     limitHistory();
-    restorePlace(*this, m_settings);
+    restorePlace(*this, m_settings, Settings::windowPlace);
     openLibrary();
     new Mnemonics(*m_ui->menuBar); // after whatever fills a menu
 }
@@ -134,6 +135,10 @@ void MainWindow::changeEvent(QEvent *event)
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     if (!RunGuard::isActive()) {
+        if (m_memoryWindow != nullptr && !m_memoryWindow->close()) {
+            event->ignore();
+            return;
+        }
         storeLayout();
         if (!isTableEmpty())
             m_lastList.keep(m_fileList);
@@ -212,7 +217,7 @@ void MainWindow::on_actionResetLayout_triggered()
 
 void MainWindow::storeLayout()
 {
-    storePlace(*this, m_settings);
+    storePlace(*this, m_settings, Settings::windowPlace);
     if (m_columns != nullptr)
         m_columns->store(m_settings);
 }
@@ -254,6 +259,7 @@ void MainWindow::makeActions()
     connect(m_ui->previewToolButton, &QToolButton::clicked, m_ui->actionPreview, &QAction::trigger);
     connect(m_ui->actionPreview, &QAction::enabledChanged, m_ui->previewToolButton,
             &QToolButton::setEnabled);
+    connect(m_ui->memoryToolButton, &QToolButton::clicked, m_ui->actionMemory, &QAction::trigger);
     addKeys(m_ui->actionEditSong, {Qt::Key_Return, Qt::Key_Enter});
     addKeys(m_ui->actionRemoveRow, {QKeySequence::Delete});
     addKeys(m_ui->actionDeleteFile, {Qt::SHIFT | Qt::Key_Delete});

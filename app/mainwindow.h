@@ -9,6 +9,7 @@
 #include "library/transfer.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QSettings>
 #include <QStringList>
 #include <QTranslator>
@@ -22,6 +23,7 @@ namespace brisel
 class ColumnLayout;
 class DataEditDialog;
 class EmptyTableHint;
+class MemoryWindow;
 class MetaSong;
 class SongFilter;
 class SongInfo;
@@ -112,6 +114,7 @@ private slots:
     void on_actionAddSongs_triggered();
     void on_actionAddFolder_triggered();
     void on_actionLastList_triggered();
+    void on_actionMemory_triggered();
     void on_optimizeMemory_triggered();
     void on_actionSongsList_triggered();
     void on_actionHistory_triggered();
@@ -221,8 +224,9 @@ private:
     QStringList m_fileList; ///< the files picked last and added, without rows removed since
     LastList m_lastList;
     Phase m_phase = Phase::NoLibrary;
-    LibraryRun *m_run = nullptr;        ///< the current run; null without one
-    StatusLine *m_statusLine = nullptr; ///< made with the window
+    LibraryRun *m_run = nullptr;           ///< the current run; null without one
+    StatusLine *m_statusLine = nullptr;    ///< made with the window
+    QPointer<MemoryWindow> m_memoryWindow; ///< null while it is closed
 };
 
 } // namespace brisel

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/songsearch.h"
 #include "db/songoutcome.h"
+#include "library/songsearch.h"
 
 #include <QHash>
 #include <QObject>

@@ -43,6 +43,8 @@ inline const Setting<QString> mediaRoot{QLatin1StringView("mediaroot"), QString(
 inline const Setting<QString> columns{QLatin1StringView("columns"), QString()};
 /// The place and size of the main window: "x,y,width,height", and ",max" if it is maximised.
 inline const Setting<QString> windowPlace{QLatin1StringView("windowplace"), QString()};
+/// The same for the window of the memory.
+inline const Setting<QString> memoryPlace{QLatin1StringView("memoryplace"), QString()};
 /// Whether the table shows files that could not be read.
 inline constexpr Setting<bool> showUnreadable{QLatin1StringView("showunreadable"), false};
 /// The folders that were chosen last in the dialogs for songs, transfer, backup and report.

@@ -2114,6 +2114,14 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>Modifica...</source>
         <translation>Edit...</translation>
     </message>
+    <message>
+        <source>Mostra le song, le cartelle e le playlist di una memoria</source>
+        <translation>Shows the songs, folders and playlists of a memory</translation>
+    </message>
+    <message>
+        <source>Memoria...</source>
+        <translation>Memory...</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>
@@ -2242,6 +2250,45 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</source>
         <translation>%1, place %2: the title is &quot;%3&quot;, the song&apos;s title is &quot;%4&quot;</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::MemoryWindow</name>
+    <message>
+        <source>Memoria</source>
+        <translation>Memory</translation>
+    </message>
+    <message>
+        <source>&amp;Memoria:</source>
+        <translation>&amp;Memory:</translation>
+    </message>
+    <message>
+        <source>Le memorie collegate al computer</source>
+        <translation>The memories that are connected to the computer</translation>
+    </message>
+    <message>
+        <source>Spazio della memoria</source>
+        <translation>Space of the memory</translation>
+    </message>
+    <message>
+        <source>Quanto della memoria è occupato</source>
+        <translation>How much of the memory is used</translation>
+    </message>
+    <message>
+        <source>Come le mostra Brisel</source>
+        <translation>As Brisel shows them</translation>
+    </message>
+    <message>
+        <source>Cartelle</source>
+        <translation>Folders</translation>
+    </message>
+    <message>
+        <source>Chiude la finestra</source>
+        <translation>Closes the window</translation>
+    </message>
+    <message>
+        <source>&amp;Chiudi</source>
+        <translation>&amp;Close</translation>
     </message>
 </context>
 <context>

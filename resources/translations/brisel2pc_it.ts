@@ -2114,6 +2114,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>Modifica...</source>
         <translation>Modifica...</translation>
     </message>
+    <message>
+        <source>Mostra le song, le cartelle e le playlist di una memoria</source>
+        <translation>Mostra le song, le cartelle e le playlist di una memoria</translation>
+    </message>
+    <message>
+        <source>Memoria...</source>
+        <translation>Memoria...</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>
@@ -2242,6 +2250,45 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</source>
         <translation>%1, posto %2: il titolo è &quot;%3&quot;, quello della song &quot;%4&quot;</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::MemoryWindow</name>
+    <message>
+        <source>Memoria</source>
+        <translation>Memoria</translation>
+    </message>
+    <message>
+        <source>&amp;Memoria:</source>
+        <translation>&amp;Memoria:</translation>
+    </message>
+    <message>
+        <source>Le memorie collegate al computer</source>
+        <translation>Le memorie collegate al computer</translation>
+    </message>
+    <message>
+        <source>Spazio della memoria</source>
+        <translation>Spazio della memoria</translation>
+    </message>
+    <message>
+        <source>Quanto della memoria è occupato</source>
+        <translation>Quanto della memoria è occupato</translation>
+    </message>
+    <message>
+        <source>Come le mostra Brisel</source>
+        <translation>Come le mostra Brisel</translation>
+    </message>
+    <message>
+        <source>Cartelle</source>
+        <translation>Cartelle</translation>
+    </message>
+    <message>
+        <source>Chiude la finestra</source>
+        <translation>Chiude la finestra</translation>
+    </message>
+    <message>
+        <source>&amp;Chiudi</source>
+        <translation>&amp;Chiudi</translation>
     </message>
 </context>
 <context>

@@ -22,6 +22,7 @@
 #include "library/dialogs/windowrun.h"
 #include "library/synchroniser.h"
 #include "library/syncpreview.h"
+#include "memory/dialogs/memorywindow.h"
 #include "songfile/metasong.h"
 #include "songfile/songinfo.h"
 #include "tests/app/editwindows.h"
@@ -402,6 +403,7 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("history"),
                               QStringLiteral("history-empty"),
                               QStringLiteral("restore-backup"),
+                              QStringLiteral("memory"),
                               QStringLiteral("progress")};
 
 std::unique_ptr<QWidget> makeWindow(const QString &name)
@@ -434,6 +436,7 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("history"), makeHistoryDialog},
         {QStringLiteral("history-empty"), makeEmptyHistoryDialog},
         {QStringLiteral("restore-backup"), makeBackupRestoreDialog},
+        {QStringLiteral("memory"), [] { return std::make_unique<MemoryWindow>(); }},
         {QStringLiteral("progress"), [] { return std::make_unique<WindowAtWork>(); }},
     };
     return windows.value(name)();

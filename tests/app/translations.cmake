@@ -12,7 +12,7 @@ foreach(language IN ITEMS it en)
   file(READ ${TREE}/resources/translations/${name} landed)
   file(COPY ${TREE}/resources/translations/${name} DESTINATION ${WORK})
   execute_process(
-    COMMAND ${LUPDATE} -silent -locations none -I . app base db history index library player songfile forms
+    COMMAND ${LUPDATE} -silent -locations none -I . app base db history index library memory player songfile forms
       -ts ${WORK}/${name}
     WORKING_DIRECTORY ${TREE} RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE said)
   if(NOT result EQUAL 0)

@@ -72,8 +72,8 @@ bool isPart(const QObject *object)
     return object->objectName().startsWith(u"qt_"_qs) ||
            qobject_cast<const QAbstractItemView *>(parent) != nullptr ||
            qobject_cast<const QScrollBar *>(object) != nullptr ||
-           (parent != nullptr &&
-            (parent->inherits("QComboBox") || parent->inherits("QComboBoxPrivateContainer")));
+           (parent != nullptr && (parent->inherits("QTabBar") || parent->inherits("QComboBox") ||
+                                  parent->inherits("QComboBoxPrivateContainer")));
 }
 
 } // namespace

@@ -118,7 +118,7 @@ void TestKeys::everyOperationHasAShortcut()
             ++operations;
         }
     }
-    QCOMPARE(operations, 15);
+    QCOMPARE(operations, 16);
 }
 
 void TestKeys::noShortcutIsUsedTwice()

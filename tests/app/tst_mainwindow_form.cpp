@@ -155,8 +155,8 @@ void TestMainWindowForm::ordersItsMenus()
                        "Aggiungi da una cartella recente|Riprendi l'ultima lista||"
                        "Sincronizza song con il database Kordia|"
                        "Trasferisci song nella memoria di Brisel||"
-                       "Esci|Lingua|Messaggi Copyright|SoundFont per i MIDI...|Rigenera il "
-                       "database delle song|Salva "
+                       "Esci|Lingua|Messaggi Copyright|SoundFont per i MIDI...|Memoria...|Rigenera "
+                       "il database delle song|Salva "
                        "lista delle song|Anteprima sincronizzazione...|Cronologia modifiche...|"
                        "Ripristina backup...|Aiuto Brisel PC|Informazioni|Informazioni su "
                        "QT"));

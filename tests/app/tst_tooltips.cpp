@@ -18,6 +18,7 @@
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTextDocumentFragment>
 #include <QToolTip>
 #include <QTranslator>
@@ -100,6 +101,7 @@ void TestToolTips::everyControlHasOne()
         const bool isPart = widget->objectName().startsWith(u"qt_"_qs) ||
                             qobject_cast<const QDialogButtonBox *>(parent) != nullptr ||
                             qobject_cast<const QComboBox *>(parent) != nullptr ||
+                            qobject_cast<const QTabBar *>(parent) != nullptr ||
                             qobject_cast<const QAbstractItemView *>(parent) != nullptr;
         if (!isControl || isPart)
             continue;
@@ -125,7 +127,7 @@ void TestToolTips::everyMenuEntryHasOne()
                      qPrintable(action->objectName()));
         }
     }
-    QCOMPARE(entries, 21 + 17); // those of the menu of the columns
+    QCOMPARE(entries, 22 + 17); // those of the menu of the columns
 }
 
 void TestToolTips::everyHeadingHasOne()

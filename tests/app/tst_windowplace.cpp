@@ -1,5 +1,5 @@
-#include "app/windowplace.h"
 #include "base/settings.h"
+#include "library/dialogs/windowplace.h"
 #include "tests/app/windowtest.h"
 #include "tests/testprogram.h"
 
@@ -80,7 +80,8 @@ void TestWindowPlace::firstStartHasItsOwn()
 {
     QWidget window;
     window.resize(321, 123);
-    restorePlace(window, QSettings(settingsOrganisation, settingsApplication));
+    restorePlace(window, QSettings(settingsOrganisation, settingsApplication),
+                 Settings::windowPlace);
     QCOMPARE(window.size(), QSize(321, 123));
     QVERIFY(!window.isMaximized());
 }
@@ -107,7 +108,8 @@ void TestWindowPlace::staysOnTheScreen()
     store(place);
     QWidget window;
     window.setGeometry(1, 2, 321, 123);
-    restorePlace(window, QSettings(settingsOrganisation, settingsApplication));
+    restorePlace(window, QSettings(settingsOrganisation, settingsApplication),
+                 Settings::windowPlace);
     QCOMPARE(window.geometry() != QRect(1, 2, 321, 123), isUsed);
     QVERIFY(!isUsed || available().contains(window.geometry()));
 }

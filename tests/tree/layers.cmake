@@ -81,7 +81,7 @@ function(check_file)
   endif()
 endfunction()
 
-foreach(top_folder IN ITEMS base id3 songfile history db index library player app tests tools bench fuzz)
+foreach(top_folder IN ITEMS base id3 songfile history db index library memory player app tests tools bench fuzz)
   file(GLOB_RECURSE files RELATIVE "${TREE}" "${TREE}/${top_folder}/*.cpp" "${TREE}/${top_folder}/*.h")
   list(FILTER files EXCLUDE REGEX "^tests/tree/breaches/")
   foreach(file IN LISTS files)

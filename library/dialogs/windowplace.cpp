@@ -1,6 +1,4 @@
-#include "app/windowplace.h"
-
-#include "base/settings.h"
+#include "library/dialogs/windowplace.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -35,9 +33,9 @@ QRect rectangle(const QStringList &parts)
 
 } // namespace
 
-void restorePlace(QWidget &window, const QSettings &settings)
+void restorePlace(QWidget &window, const QSettings &settings, const Setting<QString> &stored)
 {
-    QStringList parts = Settings::windowPlace.in(settings).split(u',');
+    QStringList parts = stored.in(settings).split(u',');
     const bool isMaximised = parts.removeOne(maximised);
     QRect place = rectangle(parts);
     if (!place.isValid())
@@ -57,7 +55,7 @@ void restorePlace(QWidget &window, const QSettings &settings)
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 
-void storePlace(const QWidget &window, QSettings &settings)
+void storePlace(const QWidget &window, QSettings &settings, const Setting<QString> &stored)
 {
     const bool isNormal = !window.isMaximized() && !window.isMinimized() && !window.isFullScreen();
     const QRect place = isNormal ? window.geometry() : window.normalGeometry();
@@ -70,8 +68,8 @@ void storePlace(const QWidget &window, QSettings &settings)
                        .arg(place.height());
     if (window.isMaximized())
         text += u',' + maximised;
-    if (text != Settings::windowPlace.in(settings))
-        Settings::windowPlace.store(settings, text);
+    if (text != stored.in(settings))
+        stored.store(settings, text);
 }
 
 } // namespace brisel

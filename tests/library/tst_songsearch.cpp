@@ -1,4 +1,4 @@
-#include "app/songsearch.h"
+#include "library/songsearch.h"
 #include "tests/literalbytes.h"
 #include "tests/testprogram.h"
 
