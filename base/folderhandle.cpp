@@ -83,6 +83,11 @@ bool FolderHandle::rename(const QString &name, const QString &newName) const
                             QFile::encodeName(newName).constData()) == 0;
 }
 
+bool FolderHandle::remove(const QString &name) const
+{
+    return ::unlinkat(m_handle.get(), QFile::encodeName(name).constData(), 0) == 0;
+}
+
 bool FolderHandle::flush(const QString &name) const
 {
     const FileDescriptor entry =

@@ -38,6 +38,10 @@ public:
     /// nothing. Returns false on failure: then nothing has changed.
     [[nodiscard]] bool rename(const QString &name, const QString &newName) const;
 
+    /// Deletes the file \a name; of a link the link itself. Returns false on failure, and for a
+    /// folder.
+    [[nodiscard]] bool remove(const QString &name) const;
+
     /// Flushes the entries of the folder to the disk, if the system supports that. Returns false on
     /// failure.
     [[nodiscard]] bool flush() const { return flushHandle(m_handle.get()); }

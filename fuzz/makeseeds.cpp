@@ -241,6 +241,11 @@ void writeNameSeeds()
     writeSeed(target, QStringLiteral("escape"),
               head + "# /.. Long%20name.mid Longna-1.mid\n# / Long%20name.mid ../outside.mid\n" +
                   "# /POP Long%20name.mid index.id2\n");
+    writeSeed(target, QStringLiteral("chosen"),
+              head + line + "# / Longna-1.mid VOLARE.mid\n# / VOLARE.mid Longna-1.mid\n" +
+                  "# /POP Long%20name.mid Chosen.mid\n# /POP Chosen.mid Longna-1.mid\n");
+    writeSeed(target, QStringLiteral("circle"),
+              head + "# / Long%20name.mid A.mid\n# / A.mid B.mid\n# / B.mid A.mid\n");
     writeSeed(target, QStringLiteral("others"),
               head + "# / Long%20night.mid Longna-1.mid\n" + line);
 }

@@ -3,6 +3,7 @@
 #include "base/fileidentity.h"
 #include "base/filelot.h"
 #include "base/folderhandle.h"
+#include "index/chosennames.h"
 #include "index/longnames.h"
 #include "index/songinfoindex.h"
 
@@ -23,6 +24,7 @@ constexpr qint64 maxNamesFile = 32 * 1024 * 1024; ///< bytes
 constexpr qsizetype maxNameLength = 255;          ///< units of UTF-16, as FAT has it
 constexpr int fieldsOfLine = 4;
 constexpr qsizetype maxLines = 4 * GivenNames::maxNames; ///< with those that no longer count
+constexpr int mostNamesOfASong = 16;                     ///< that are followed, one after the other
 
 /// Files of another version have other lines.
 QByteArray checkOf(const QByteArray &fields)
@@ -114,7 +116,12 @@ bool GivenNames::read(const QByteArray &line, Name &name)
         return false;
     if (name.folder == QStringLiteral("/"))
         name.folder.clear();
-    return isName(name.from) && isName(name.to) && LongNames::canGive(name.from, name.to);
+    return isName(name.from) && isName(name.to) && canGive(name.from, name.to);
+}
+
+bool GivenNames::canGive(const QString &from, const QString &to)
+{
+    return LongNames::canGive(from, to) || ChosenNames::canChoose(from, to);
 }
 
 QByteArray GivenNames::lineOf(const Name &name)
@@ -186,22 +193,35 @@ bool GivenNames::wasGiven(const QString &from, const QString &place) const
 /// Returns the present name of \a name in \a folder.
 QString GivenNames::today(const QString &folder, const QString &name) const
 {
-    QList<qsizetype> known = m_byLong.values(placeKey(folder, name));
-    if (folder.isNull() || known.isEmpty() ||
+    if (folder.isNull() || !m_byLong.contains(placeKey(folder, name)) ||
         fileKind(m_root + folder + u'/' + name) != FileKind::Missing)
         return name;
-    // An exact match comes first, for memories with case-sensitive names; then the newest name.
-    std::sort(known.begin(), known.end(), [&](qsizetype a, qsizetype b) {
-        const bool isSameA = m_names.at(a).from == name;
-        const bool isSameB = m_names.at(b).from == name;
-        return isSameA != isSameB ? isSameA : a > b;
-    });
-    for (const qsizetype index : std::as_const(known)) {
-        const FileKind kind = fileKind(pathOf(m_names.at(index), m_names.at(index).to));
-        if (kind == FileKind::Regular || kind == FileKind::Folder)
-            return m_names.at(index).to;
+    const qsizetype line = lineTo(folder, name);
+    return line < 0 ? name : m_names.at(line).to;
+}
+
+/// Returns the line with the present name of the file that once had the name \a name; -1 if it has
+/// none. A song may have got several names, one after the other.
+qsizetype GivenNames::lineTo(const QString &folder, const QString &name) const
+{
+    QStringList earlier{name};
+    for (qsizetype next = 0; next < earlier.size(); ++next) {
+        QList<qsizetype> known = m_byLong.values(placeKey(folder, earlier.at(next)));
+        // An exact match comes first, for memories with case-sensitive names; then the newest name.
+        std::sort(known.begin(), known.end(), [&](qsizetype a, qsizetype b) {
+            const bool isSameA = m_names.at(a).from == earlier.at(next);
+            const bool isSameB = m_names.at(b).from == earlier.at(next);
+            return isSameA != isSameB ? isSameA : a > b;
+        });
+        for (const qsizetype index : std::as_const(known)) {
+            const FileKind kind = fileKind(pathOf(m_names.at(index), m_names.at(index).to));
+            if (kind == FileKind::Regular || kind == FileKind::Folder)
+                return index;
+            if (kind == FileKind::Missing && earlier.size() < mostNamesOfASong)
+                earlier.append(m_names.at(index).to);
+        }
     }
-    return name;
+    return -1;
 }
 
 /// Returns the folder of the absolute path \a path in the form of the lines; null if it is not on
@@ -216,7 +236,7 @@ bool GivenNames::add(const QString &folder, const QString &from, const QString &
 {
     const Name name{folder.isEmpty() ? QString() : u'/' + folder, from, to, true};
     const QByteArray line = lineOf(name);
-    if (line.size() > maxNamesLine || !LongNames::canGive(from, to) || !enter(name))
+    if (line.size() > maxNamesLine || !canGive(from, to) || !enter(name))
         return false;
     const bool isNew = !m_work.has(fileName());
     const QByteArray before = isNew ? namesHead : m_isOpenLine ? QByteArray("\n") : QByteArray();
@@ -235,7 +255,8 @@ bool GivenNames::meet(const QString &path)
     const auto known = m_byGiven.constFind(foldedText(below));
     if (known != m_byGiven.cend())
         m_names[*known].isMet = true;
-    return known == m_byGiven.cend() && LongNames::isGiven(lastName(below));
+    const QString name = lastName(below);
+    return known == m_byGiven.cend() && (LongNames::isGiven(name) || ChosenNames::isAllowed(name));
 }
 
 void GivenNames::addStranger(const QString &path)
@@ -247,6 +268,7 @@ bool GivenNames::tidy()
 {
     if (m_isUnreadable)
         return false;
+    joinNames();
     followMoves();
     if (m_isWhole)
         return true;
@@ -264,6 +286,27 @@ bool GivenNames::tidy()
                 lot.commitAll();
     m_isOpenLine = m_isOpenLine && !m_isWhole;
     return m_isWhole;
+}
+
+/// A song that got several names one after the other keeps only its first and its present one.
+void GivenNames::joinNames()
+{
+    const qsizetype lines = m_names.size();
+    for (qsizetype index = 0; index < lines; ++index) {
+        const Name name = m_names.at(index);
+        if (name.isDropped || name.isMet || fileKind(pathOf(name, name.to)) != FileKind::Missing)
+            continue;
+        const qsizetype last = lineTo(name.folder, name.to);
+        if (last < 0)
+            continue;
+        drop(index);
+        Name joined = m_names.at(last);
+        joined.from = name.from;
+        if (canGive(joined.from, joined.to))
+            enter(joined);
+        else
+            drop(last); // it has its first name again
+    }
 }
 
 /// When a known file has disappeared and exactly one unknown file has its name, it was probably

@@ -10,13 +10,15 @@
 namespace brisel
 {
 
-/// The short names that the files and folders of one memory got in place of their long ones. They
-/// are kept in a file on the memory, docs/formats/given-names.md, so that a song that is sent again
-/// is recognised.
+/// The names that the files and folders of one memory got in place of earlier ones: short names,
+/// and names that the user chose for songs. They are kept in a file on the memory,
+/// docs/formats/given-names.md, so that a song that is sent again is recognised, and playlists
+/// follow a song whose renaming was cut.
 ///
 /// That file can be changed, damaged or deleted by others, and songs can be moved or deleted
-/// without it. So a name is used only if the file exists under its short name and not under its
-/// long one. Names are case-insensitive, as they are on the player.
+/// without it. So a name is used only if the file exists under its new name, or one that it got in
+/// place of that, and not under its earlier one. Names are case-insensitive, as they are on the
+/// player.
 class GivenNames
 {
 public:
@@ -32,8 +34,8 @@ public:
     /// Returns the present absolute path of the file that was sent as \a destination, an absolute
     /// path on the memory; \a destination itself if it got no other name.
     QString placeOf(const QString &destination) const;
-    /// \a path, which begins with "/" at the root, with the current short name in place of each
-    /// long one.
+    /// \a path, which begins with "/" at the root, with the current name in place of each earlier
+    /// one.
     QString follow(const QString &path) const;
     /// Returns true if the absolute path \a place is stored for the long name \a from, whether the
     /// file exists or not.
@@ -74,11 +76,14 @@ private:
 
     static QByteArray lineOf(const Name &name);
     static bool read(const QByteArray &line, Name &name);
+    static bool canGive(const QString &from, const QString &to);
     bool enter(const Name &name);
     void drop(qsizetype index);
     QString pathOf(const Name &name, const QString &last) const;
     QString today(const QString &folder, const QString &name) const;
+    qsizetype lineTo(const QString &folder, const QString &name) const;
     QString folderOf(const QString &path) const;
+    void joinNames();
     void followMoves();
 
     QString m_root;

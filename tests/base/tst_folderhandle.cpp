@@ -25,6 +25,7 @@ private slots:
     void staysWhereItIs();
     void replacesNothing();
     void renamesALinkAsSuch();
+    void removesFilesAndLinksAsSuch();
     void flushesFilesAndFoldersButNoLink();
     void knowsTheWayBelowARoot();
     void knowsWhatLeavesARoot();
@@ -118,6 +119,22 @@ void TestFolderHandle::renamesALinkAsSuch()
     QVERIFY(root.rename(u"out"_s, u"outward"_s));
     QCOMPARE(QFileInfo(path(u"root/outward"_s)).symLinkTarget(), path(u"home"_s));
     QVERIFY(QFileInfo::exists(path(u"home/Documents"_s)));
+}
+
+void TestFolderHandle::removesFilesAndLinksAsSuch()
+{
+    const FolderHandle root(path(u"root"_s), QString());
+    const FolderHandle folder(path(u"root"_s), u"a/b"_s);
+    makeFile(path(u"outside"_s), "kept");
+    QVERIFY(QFile::link(path(u"outside"_s), path(u"root/song.mid"_s)));
+    QVERIFY(root.remove(u"song.mid"_s));
+    QVERIFY(!QFileInfo(path(u"root/song.mid"_s)).isSymLink());
+    QCOMPARE(fileContent(path(u"outside"_s)), "kept");
+    QVERIFY(folder.remove(u"song.mid"_s));
+    QVERIFY(!QFile::exists(path(u"root/a/b/song.mid"_s)));
+    QVERIFY(!folder.remove(u"song.mid"_s));
+    QVERIFY(!root.remove(u"a"_s));
+    QVERIFY(QFileInfo(path(u"root/a/b"_s)).isDir());
 }
 
 void TestFolderHandle::flushesFilesAndFoldersButNoLink()
