@@ -26,16 +26,6 @@ constexpr std::array linedFields{SongSearch::Field::Title, SongSearch::Field::Ar
                                  SongSearch::Field::Genre, SongSearch::Field::Author,
                                  SongSearch::Field::FileName};
 
-/// The line of \a lines with that number.
-QString lineOf(const QString &lines, qsizetype number)
-{
-    qsizetype start = 0;
-    for (; number > 0; --number)
-        start = lines.indexOf(u'\n', start) + 1;
-    const qsizetype end = lines.indexOf(u'\n', start);
-    return lines.mid(start, end < 0 ? -1 : end - start);
-}
-
 } // namespace
 
 SongFilter::SongFilter(QLineEdit &field, QTableView &view, UserSongsRelTableModel &model)
@@ -272,7 +262,7 @@ QString SongFilter::foldedText(int row, SongSearch::Field field)
     const auto *const lined = std::find(linedFields.cbegin(), linedFields.cend(), field);
     if (lined == linedFields.cend())
         return foldedForSearch(textOf(row, field));
-    return lineOf(textsOf(row), lined - linedFields.cbegin());
+    return foldedLine(textsOf(row), lined - linedFields.cbegin());
 }
 
 /// Whether a word of the outcome begins with \a word, which has to be long enough that it hardly

@@ -195,4 +195,13 @@ QString foldedForSearch(const QString &text)
     return folded.toUpper(); // only toUpper() turns a sharp s into two letters
 }
 
+QString foldedLine(const QString &lines, qsizetype number)
+{
+    qsizetype start = 0;
+    for (; number > 0; --number)
+        start = lines.indexOf(u'\n', start) + 1;
+    const qsizetype end = lines.indexOf(u'\n', start);
+    return lines.mid(start, end < 0 ? -1 : end - start);
+}
+
 } // namespace brisel

@@ -63,5 +63,7 @@ private:
 
 /// \a text without accents and case-folded, as the search compares texts.
 QString foldedForSearch(const QString &text);
+/// The line of \a lines with that number, as fulfils() needs it from texts that are kept together.
+QString foldedLine(const QString &lines, qsizetype number);
 
 } // namespace brisel
