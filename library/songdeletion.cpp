@@ -12,11 +12,11 @@
 namespace brisel
 {
 
-static Reason whyNotDeleted(const QString &path)
+Reason SongDeletion::whyNotDeleted(const QString &path)
 {
     if (isWriteProtected(path))
         return FileReason::writeProtected;
-    return QFileInfo(QFileInfo(path).absolutePath()).isWritable() ? SongDeletion::undeletable
+    return QFileInfo(QFileInfo(path).absolutePath()).isWritable() ? undeletable
                                                                   : FileReason::notAllowed;
 }
 

@@ -24,6 +24,9 @@ public:
     static constexpr Reason undeletable{
         QT_TRANSLATE_NOOP("RunReport", "non è stato possibile cancellare il file")};
 
+    /// Returns why the file at \a path, which exists, could not be deleted.
+    static Reason whyNotDeleted(const QString &path);
+
     /// For the songs in \a rows of \a model, which must outlive this object.
     SongDeletion(UserSongsRelTableModel &model, QList<int> rows);
 

@@ -554,6 +554,14 @@ Options:
         <source>un marker verrebbe letto come un altro dato della song</source>
         <translation>a marker would be read as another field of the song</translation>
     </message>
+    <message>
+        <source>si trova fuori dalla memoria</source>
+        <translation>it is outside of the memory</translation>
+    </message>
+    <message>
+        <source>non è una song</source>
+        <translation>it is not a song</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>
@@ -640,6 +648,17 @@ Options:
     <message>
         <source>Questa versione del programma non suona gli MP3: è stata costruita senza Qt Multimedia.</source>
         <translation>This version of the program does not play MP3s: it was built without Qt Multimedia.</translation>
+    </message>
+</context>
+<context>
+    <name>SongRemoval</name>
+    <message>
+        <source>Rimozione dalla memoria</source>
+        <translation>Removal from the memory</translation>
+    </message>
+    <message>
+        <source>Rimuovo le song...</source>
+        <translation>Removing the songs...</translation>
     </message>
 </context>
 <context>

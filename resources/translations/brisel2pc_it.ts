@@ -554,6 +554,14 @@ Opzioni:
         <source>un marker verrebbe letto come un altro dato della song</source>
         <translation>un marker verrebbe letto come un altro dato della song</translation>
     </message>
+    <message>
+        <source>si trova fuori dalla memoria</source>
+        <translation>si trova fuori dalla memoria</translation>
+    </message>
+    <message>
+        <source>non è una song</source>
+        <translation>non è una song</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>
@@ -640,6 +648,17 @@ Opzioni:
     <message>
         <source>Questa versione del programma non suona gli MP3: è stata costruita senza Qt Multimedia.</source>
         <translation>Questa versione del programma non suona gli MP3: è stata costruita senza Qt Multimedia.</translation>
+    </message>
+</context>
+<context>
+    <name>SongRemoval</name>
+    <message>
+        <source>Rimozione dalla memoria</source>
+        <translation>Rimozione dalla memoria</translation>
+    </message>
+    <message>
+        <source>Rimuovo le song...</source>
+        <translation>Rimuovo le song...</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,241 @@
+#include "memory/songremoval.h"
+
+#include "base/filefailure.h"
+#include "base/fileidentity.h"
+#include "base/filelot.h"
+#include "base/folderhandle.h"
+#include "base/graphicsfiles.h"
+#include "base/lettercase.h"
+#include "base/songsuffix.h"
+#include "index/index.h"
+#include "index/indexset.h"
+#include "index/memoryreasons.h"
+#include "index/playlists.h"
+#include "library/songdeletion.h"
+#include "memory/indexafterchange.h"
+#include "memory/memoryclaim.h"
+#include "memory/memorycontents.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <utility>
+
+namespace brisel
+{
+
+namespace
+{
+
+const QString mp3Suffix = QStringLiteral("mp3");
+const QString graphicsSuffix = QStringLiteral("cdg");
+
+bool hasSuffix(const QString &path, const QString &suffix)
+{
+    return QFileInfo(path).suffix().compare(suffix, Qt::CaseInsensitive) == 0;
+}
+
+QString baseName(const QString &path)
+{
+    return QFileInfo(path).completeBaseName();
+}
+
+/// Why the memory can't be changed as long as its index is not read.
+std::optional<Reason> whyNotRead(MemoryContents::Outcome outcome)
+{
+    switch (outcome) {
+    case MemoryContents::Outcome::Unreadable:
+        return FileReason::truncated;
+    case MemoryContents::Outcome::InUse:
+        return MemoryReason::inUse;
+    case MemoryContents::Outcome::Gone:
+        return MemoryReason::gone;
+    case MemoryContents::Outcome::Done:
+    case MemoryContents::Outcome::NotPrepared:
+        break;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+SongRemoval::SongRemoval(MemoryClaim &claim, QStringList files)
+    : m_claim(claim), m_files(std::move(files))
+{
+}
+
+SongRemoval::Outcome SongRemoval::run(Run &run)
+{
+    run.report().addOperation(RunReport::Operation::Deletion);
+    std::optional<Reason> refusal = m_claim.refusal();
+    MemoryContents contents;
+    MemoryContents::Outcome read = MemoryContents::Outcome::Gone;
+    if (!refusal) {
+        read = contents.read(m_claim.root(), run);
+        refusal = whyNotRead(read);
+    }
+    if (refusal) {
+        run.report().add(RunReport::Step::Delete, m_claim.root(), *refusal);
+        return Outcome::Refused;
+    }
+    SongEntries entries(contents);
+    for (const QString &path : m_files)
+        entries.add(path);
+    removeFiles(run);
+    const QSet<QString> gone(m_gone.cbegin(), m_gone.cend());
+    for (const QString &path : m_files) {
+        if (!gone.contains(path))
+            entries.remove(path);
+    }
+    // A memory that has no index gets none.
+    if (!m_gone.isEmpty() && read == MemoryContents::Outcome::Done)
+        m_hasFailed = !follow(run, contents, entries) || m_hasFailed;
+    if (m_isInterrupted)
+        return Outcome::Interrupted;
+    return m_hasFailed ? Outcome::Failed : Outcome::Done;
+}
+
+bool SongRemoval::follow(Run &run, const MemoryContents &contents, const SongEntries &gone) const
+{
+    const bool areEntriesGone = removeEntries(run, contents, gone);
+    if (m_claim.isSame())
+        return updateAfterChange(run, m_claim.root()) && areEntriesGone;
+    run.report().addShared(RunReport::Step::Index, m_claim.root(), MemoryReason::gone);
+    return false;
+}
+
+void SongRemoval::removeFiles(Run &run)
+{
+    run.begin({tr("Rimozione dalla memoria"), tr("Rimuovo le song..."),
+               static_cast<int>(m_files.size())});
+    int done = 0;
+    for (const QString &path : m_files) {
+        run.processEvents();
+        m_isInterrupted = m_isInterrupted || !run.mayGoOn();
+        if (m_isInterrupted)
+            run.report().add(RunReport::Step::Delete, path, Run::interrupted);
+        else
+            removeFile(run, path, true);
+        run.setStep(++done);
+    }
+    removeGraphics(run);
+    m_hasFailed = !flush(run) || m_hasFailed;
+    run.end();
+}
+
+/// Through a handle of the folder, because its path may become that of a folder elsewhere.
+void SongRemoval::removeFile(Run &run, const QString &path, bool isCounted)
+{
+    std::optional<Reason> failure;
+    const QString suffix = QFileInfo(path).suffix();
+    const QString folder = QFileInfo(path).path();
+    const QString way = wayBelow(m_claim.root(), folder);
+    if (!isSongSuffix(suffix) && !hasSuffix(path, graphicsSuffix)) {
+        failure = notASong;
+    } else if (!m_claim.isSame()) {
+        failure = MemoryReason::gone;
+    } else if (way.isNull() && entryExists(folder)) {
+        failure = outside;
+    } else if (!way.isNull()) {
+        const FolderHandle handle(m_claim.root(), way);
+        const bool isRemoved = handle.isOpen() && handle.remove(QFileInfo(path).fileName());
+        if (!isRemoved && entryExists(path))
+            failure = SongDeletion::whyNotDeleted(path);
+        else if (isRemoved && isCounted)
+            run.report().count(RunReport::Success::Deleted);
+        m_folders.insert(way);
+    }
+    if (!failure) {
+        m_gone.append(path);
+        return;
+    }
+    m_hasFailed = true;
+    if (*failure == MemoryReason::gone)
+        run.report().addShared(RunReport::Step::Delete, m_claim.root(), *failure);
+    else
+        run.report().add(RunReport::Step::Delete, path, *failure);
+}
+
+/// Removes the graphics files of the MP3s that are gone, ignoring letter case, except those that
+/// another MP3 uses, too.
+void SongRemoval::removeGraphics(Run &run)
+{
+    GraphicsFiles graphics;
+    const QStringList songs = m_gone;
+    for (const QString &song : songs) {
+        if (!hasSuffix(song, mp3Suffix))
+            continue;
+        const QString folder = QFileInfo(song).path();
+        const QStringList mp3s = QDir(folder).entryList(
+            {QStringLiteral("*.mp3")}, QDir::Files | QDir::Hidden | QDir::System, QDir::Unsorted);
+        const QString name = lowerCased(baseName(song));
+        if (std::any_of(mp3s.cbegin(), mp3s.cend(), [&name](const QString &other) {
+                return lowerCased(baseName(other)) == name;
+            }))
+            continue;
+        const QStringList found = graphics.named(folder, baseName(song) + u'.' + graphicsSuffix);
+        for (const QString &file : found) {
+            if (entryExists(folder + u'/' + file))
+                removeFile(run, folder + u'/' + file, false);
+        }
+    }
+}
+
+bool SongRemoval::flush(Run &run) const
+{
+    if (m_folders.isEmpty())
+        return true;
+    const FolderHandle root(m_claim.root(), QString());
+    std::optional<bool> isFlushed = false;
+    if (root.isOpen())
+        isFlushed = root.flushFileSystem();
+    if (!isFlushed.has_value()) {
+        isFlushed = std::all_of(m_folders.cbegin(), m_folders.cend(), [this](const QString &way) {
+            const FolderHandle folder(m_claim.root(), way);
+            return folder.isOpen() && folder.flush();
+        });
+    }
+    if (!*isFlushed)
+        run.report().add(RunReport::Step::Delete, m_claim.root(), FileReason::unwritable);
+    return *isFlushed;
+}
+
+/// Takes the entries of the songs that are gone out of the playlists and their path files; all
+/// other entries stay as they are.
+bool SongRemoval::removeEntries(Run &run, const MemoryContents &contents,
+                                const SongEntries &gone) const
+{
+    IndexSet set(run);
+    set.setRoot(m_claim.root());
+    FileLot lot;
+    lot.setMemory(m_claim.root());
+    QStringList staged;
+    QStringList left;
+    const auto commit = [&] {
+        if (!lot.commitAll())
+            left += staged;
+        staged.clear();
+    };
+    for (const MemoryContents::Playlist &playlist : contents.playlists()) {
+        if (gone.countIn(playlist.songs) == 0)
+            continue;
+        const QString path = set.filePath(Playlists::songsFileName(playlist.number));
+        const QString paths = set.filePath(Playlists::pathsFileName(playlist.number));
+        // In this order: a path file with more records than the playlist has does not count.
+        const bool isStaged = playlist.isWritable && m_claim.isSame() &&
+                              lot.write({path}, gone.without(playlist.songs, playlist.songs)) &&
+                              (playlist.paths.isNull() ||
+                               lot.write({paths}, gone.without(playlist.paths, playlist.songs)));
+        (isStaged ? staged : left).append(path);
+        if (lot.isFull())
+            commit();
+        run.pulse();
+    }
+    commit();
+    for (const QString &path : std::as_const(left))
+        run.report().addMessage(Index::tr("Playlist non aggiornata: ") + path);
+    return left.isEmpty();
+}
+
+} // namespace brisel

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "base/run.h"
+#include "memory/songentries.h"
+
+#include <QCoreApplication>
+#include <QSet>
+#include <QStringList>
+
+namespace brisel
+{
+
+class MemoryClaim;
+
+/// Removes songs from a memory, with their graphics files and their entries in the playlists, and
+/// brings the index up to date.
+///
+/// The files are deleted first, then the entries, then the records of the index. An interruption
+/// leaves entries or records without a file, which the next update repairs.
+class SongRemoval
+{
+    Q_DECLARE_TR_FUNCTIONS(SongRemoval)
+
+public:
+    enum class Outcome {
+        Done,
+        Refused,     ///< nothing was changed: the reason is in the report
+        Interrupted, ///< by the user or the end of the program; the remaining songs are there
+        Failed,      ///< something is in the report; songs that are there keep their entries
+    };
+
+    static constexpr Reason outside{QT_TRANSLATE_NOOP("RunReport", "si trova fuori dalla memoria")};
+    static constexpr Reason notASong{QT_TRANSLATE_NOOP("RunReport", "non è una song")};
+
+    /// For the songs or graphics files \a files, absolute paths on the memory.
+    SongRemoval(MemoryClaim &claim, QStringList files);
+
+    /// Deletes what \a files name: of a link the link itself, and nothing outside of the memory.
+    /// The graphics file of an MP3 stays if there is another MP3 with its name.
+    [[nodiscard]] Outcome run(Run &run);
+
+private:
+    void removeFiles(Run &run);
+    void removeFile(Run &run, const QString &path, bool isCounted);
+    void removeGraphics(Run &run);
+    [[nodiscard]] bool flush(Run &run) const;
+    [[nodiscard]] bool follow(Run &run, const MemoryContents &contents,
+                              const SongEntries &gone) const;
+    [[nodiscard]] bool removeEntries(Run &run, const MemoryContents &contents,
+                                     const SongEntries &gone) const;
+
+    MemoryClaim &m_claim;
+    const QStringList m_files;
+    QStringList m_gone;      ///< of m_files
+    QSet<QString> m_folders; ///< whose entries have changed, relative to the root
+    bool m_isInterrupted = false;
+    bool m_hasFailed = false;
+};
+
+} // namespace brisel

@@ -1,0 +1,112 @@
+#include "index/memorycheck.h"
+#include "memory/memoryclaim.h"
+#include "memory/songremoval.h"
+#include "tests/index/handmadeset.h"
+#include "tests/index/setreader.h"
+#include "tests/shim/faultyrun.h"
+#include "tests/testprogram.h"
+
+#include <QTest>
+
+using namespace brisel;
+
+using namespace Sample;
+
+namespace
+{
+
+const QString songsOfCuts = u"playlist/play0007.dat"_qs;
+const QString pathsOfCuts = u"playlist/play0007.pts"_qs;
+
+/// A memory with a playlist of the songs 2, 1, 4 and 2, and its path file.
+class MemoryToCut : public HandMadeSet
+{
+public:
+    MemoryToCut()
+    {
+        write(u"BASI/B.cdg"_qs, "graphics");
+        addPlaylist(two() + one() + four() + two());
+        write(pathsOfCuts, field("/BASI/B.MP3", 64) + field("/A.MID", 64) +
+                               field("/BASI/D.MP3", 64) + field("/BASI/B.MP3", 64));
+    }
+};
+
+/// The paths of the playlist's entries, without dead ones.
+QList<QByteArray> playedPaths(const SampleMemory &memory)
+{
+    QList<QByteArray> paths = SetReader(memory).playlist(songsOfCuts);
+    paths.removeAll("<none>");
+    return paths;
+}
+
+} // namespace
+
+/// A change of a memory is cut, or its disk fails: the next run repairs everything.
+class TestMemoryCuts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    /// Suppresses the many log lines of hundreds of runs.
+    void initTestCase()
+    {
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    }
+    void repairsARemoval_data() { faults(); }
+    void repairsARemoval();
+
+private:
+    static void faults()
+    {
+        QTest::addColumn<int>("fault");
+        QTest::newRow("killed") << int(Shim::Kill);
+        QTest::newRow("torn") << int(Shim::Torn);
+        QTest::newRow("broken") << int(Shim::IoError);
+        QTest::newRow("full") << int(Shim::NoSpace);
+    }
+};
+
+void TestMemoryCuts::repairsARemoval()
+{
+    QFETCH(const int, fault);
+    const auto remove = [](ScriptedIndex &, const QString &root) {
+        MemoryClaim claim(root);
+        ScriptedRun run;
+        return SongRemoval(claim, {root + u"/BASI/B.MP3"_qs}).run(run) ==
+               SongRemoval::Outcome::Done;
+    };
+    bool reached = true;
+    int number = 0;
+    while (reached) {
+        const QByteArray where = "step " + QByteArray::number(++number);
+        const MemoryToCut memory;
+        const int result =
+            runWithFault(memory, remove, number, static_cast<Shim::Action>(fault), reached);
+        const bool isGone = !memory.has(u"BASI/B.MP3"_qs);
+        QVERIFY2(result != 1 || isGone, where);
+        // Before the next run: dead entries at most, and the others are there.
+        const QByteArray songs = memory.read(songsOfCuts);
+        QVERIFY2(songs == HandMadeSet::one() + HandMadeSet::four() ||
+                     songs == HandMadeSet::two() + HandMadeSet::one() + HandMadeSet::four() +
+                                  HandMadeSet::two(),
+                 where);
+        QVERIFY2(isGone || songs.size() == 4 * 64, where);
+        ScriptedIndex index;
+        QVERIFY2(index.updateIndex(memory.root()), where);
+        const SetReader reader(memory);
+        QVERIFY2(reader.problem().isEmpty(), where);
+        QCOMPARE(reader.songCount(), isGone ? 3 : 4);
+        if (isGone)
+            QCOMPARE(playedPaths(memory), (QList<QByteArray>{"/A.MID", "/BASI/D.MP3"}));
+        else
+            QCOMPARE(playedPaths(memory).size(), 4);
+        QVERIFY2(!memory.has(u".brisel2pc"_qs), where);
+        QVERIFY2(memory.read(u"playlist/playlist.dat"_qs) == field("\x07", 32), where);
+    }
+    QVERIFY2(number > 60, qPrintable(QString::number(number)));
+    std::printf("%s: %d steps\n", QTest::currentDataTag(), number - 1);
+}
+
+BRISEL_TEST(QCoreApplication, TestMemoryCuts)
+
+#include "tst_memorycuts.moc"
