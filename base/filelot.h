@@ -51,6 +51,7 @@ public:
     [[nodiscard]] bool write(const Place &place, const QByteArray &content);
 
     qsizetype size() const { return static_cast<qsizetype>(m_files.size()); }
+    qint64 bytes() const { return m_bytes; }
     /// Returns true if commit() is due, because of the number of files or bytes that a cut would
     /// lose.
     bool isFull() const;

@@ -1,8 +1,10 @@
 #include "base/graphicsfiles.h"
 
+#include "base/fileidentity.h"
 #include "base/lettercase.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace brisel
 {
@@ -26,6 +28,22 @@ QStringList GraphicsFiles::named(const QString &folder, const QString &name)
     }
     QStringList found = known->values(lowerCased(name));
     found.sort();
+    return found;
+}
+
+QString GraphicsFiles::companionOf(const QString &song)
+{
+    if (!song.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive))
+        return {};
+    QString wanted = graphicsPath(song);
+    if (isRegularFile(wanted))
+        return wanted;
+    const QFileInfo file(wanted);
+    QString found;
+    for (const QString &name : named(file.path(), file.fileName())) {
+        if (const QString path = file.path() + u'/' + name; isRegularFile(path))
+            found = path;
+    }
     return found;
 }
 

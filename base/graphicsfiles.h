@@ -20,6 +20,9 @@ public:
     /// The names of the graphics in \a folder that are \a name, or differ from it only in letter
     /// case, in the order of names.
     [[nodiscard]] QStringList named(const QString &folder, const QString &name);
+    /// The graphics file of the MP3 \a song: the file of graphicsPath(), or else one whose name
+    /// differs in case only. Empty if the song has no graphics file.
+    [[nodiscard]] QString companionOf(const QString &song);
 
 private:
     QHash<QString, QMultiHash<QString, QString>> m_folders; ///< by path, then lower-cased name

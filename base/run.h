@@ -3,6 +3,7 @@
 #include "base/runguard.h"
 #include "base/runreport.h"
 
+#include <QMultiHash>
 #include <QString>
 
 #include <array>
@@ -73,12 +74,17 @@ public:
 
     /// Asks \a question about the file \a path, unless it was answered "to all" before; an empty
     /// \a message means the usual one. Returns true for yes. If the program must end, returns false
-    /// for any answer, because the user may not have seen the question.
-    [[nodiscard]] bool ask(Question question, const QString &path, const QString &message = {});
+    /// for any answer, because the user may not have seen the question. \a other is the second
+    /// file of the question: the source of a replacement, or the new name.
+    [[nodiscard]] bool ask(Question question, const QString &path, const QString &message = {},
+                           const QString &other = {});
     /// Returns true if ask() would ask the user.
-    [[nodiscard]] bool isAsking(Question question) const;
-    /// Answers \a question for the rest of the run.
+    [[nodiscard]] bool isAsking(Question question, const QString &path = {},
+                                const QString &other = {}) const;
+    /// Answers \a question for the rest of the run, whatever was prepared.
     void answerAll(Question question, bool isYes);
+    /// The user has agreed to \a question about exactly these two files before the run.
+    void prepareYes(Question question, const QString &path, const QString &other);
 
     RunReport &report() { return m_report; }
     const RunReport &report() const { return m_report; }
@@ -93,9 +99,13 @@ protected:
     }
 
 private:
+    bool isPrepared(Question question, const QString &path, const QString &other) const;
+
     RunGuard m_guard;
     RunReport m_report;
     std::array<std::optional<bool>, questionCount> m_answers; ///< "to all", by question
+    /// By question: the files of prepareYes().
+    std::array<QMultiHash<QString, QString>, questionCount> m_prepared;
 };
 
 } // namespace brisel

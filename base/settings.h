@@ -57,6 +57,8 @@ inline const Setting<QStringList> recentFolders{QLatin1StringView("recentfolders
 /// The memories that were worked on, the last one first.
 inline const Setting<QStringList> recentMemories{QLatin1StringView("recentmemories"),
                                                  QStringList()};
+/// How fast the memories were, the last one first: "bytes per second, blank, root".
+inline const Setting<QStringList> memorySpeeds{QLatin1StringView("memoryspeeds"), QStringList()};
 /// The sound font for MIDI songs; empty for the one that the system has.
 inline const Setting<QString> soundFont{QLatin1StringView("soundfont"), QString()};
 

@@ -114,7 +114,9 @@ FolderEntries entriesOf(const QString &folder)
 
 #endif
 
-void sort(QList<FolderEntry> &entries)
+} // namespace
+
+void sortEntries(QList<FolderEntry> &entries)
 {
     struct Place {
         QString key;
@@ -133,7 +135,7 @@ void sort(QList<FolderEntry> &entries)
         entries.append(std::move(place.entry));
 }
 
-bool isSystemFolder(QStringView name)
+static bool isSystemFolder(QStringView name)
 {
     static constexpr QStringView names[]{u"$RECYCLE.BIN", u"RECYCLER", u"RECYCLED",
                                          u"System Volume Information", u"lost+found"};
@@ -149,8 +151,6 @@ bool isSystemFolder(QStringView name)
     });
 }
 
-} // namespace
-
 FolderEntries visibleEntries(const QString &folder)
 {
     FolderEntries all = entriesOf(folder);
@@ -158,7 +158,7 @@ FolderEntries visibleEntries(const QString &folder)
         entries->removeIf([](const FolderEntry &entry) {
             return entry.kind == FileKind::Folder && isSystemFolder(entry.name);
         });
-        sort(*entries);
+        sortEntries(*entries);
     }
     return all;
 }

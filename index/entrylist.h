@@ -29,6 +29,9 @@ struct FolderEntries {
 /// links are looked at. A folder that does not exist counts as empty.
 FolderEntries visibleEntries(const QString &folder);
 
+/// Puts \a entries in the order of visibleEntries().
+void sortEntries(QList<FolderEntry> &entries);
+
 /// Returns true if a folder above the file \a path has a name that systems use for recycle bins,
 /// recovered files or data of their own. Folders whose names begin with a point are hidden anyway.
 bool liesInSystemFolder(QStringView path);

@@ -1,7 +1,7 @@
 #include "index/longnames.h"
 
 #include "base/lettercase.h"
-#include "index/memoryrenames.h"
+#include "index/plannedfolder.h"
 #include "index/songinfoindex.h"
 
 #include <QFileInfo>
@@ -137,11 +137,26 @@ QString LongNames::freeName(const QString &name, FileKind kind)
 
 bool LongNames::rename(MemoryRenames &renames, const QString &name, const QString &shortName)
 {
+    return renames.rename(m_folder, newNames(name, shortName));
+}
+
+void LongNames::take(const QString &name, const QString &shortName)
+{
+    const QList<MemoryRenames::NewName> names = newNames(name, shortName);
+    for (const auto &[from, to] : names) {
+        m_plan->remove(from);
+        m_plan->add(to);
+    }
+}
+
+/// Of \a name and the graphics file beside it.
+QList<MemoryRenames::NewName> LongNames::newNames(const QString &name, const QString &shortName)
+{
     QList<MemoryRenames::NewName> names{{name, shortName}};
     const QString companion = companionOf(name);
     if (!companion.isEmpty())
         names.append({companion, baseOf(shortName) + suffixWithPoint(companion)});
-    return renames.rename(m_folder, names);
+    return names;
 }
 
 /// The graphics file beside the MP3 \a name, ignoring case in its suffix; empty if there is no such
@@ -152,11 +167,13 @@ QString LongNames::companionOf(const QString &name)
         return {};
     const QString base = baseOf(name);
     QString companion;
-    const QStringList sameLetters = m_graphics.named(m_folder, base + QStringLiteral(".cdg"));
+    const QString wanted = base + QStringLiteral(".cdg");
+    const QStringList sameLetters =
+        m_plan != nullptr ? m_plan->named(wanted) : m_graphics.named(m_folder, wanted);
     for (const QString &graphics : sameLetters) {
         // Whether the case of the base matters depends on the memory's file system.
         const QString found = base + suffixWithPoint(graphics);
-        if (found > companion && isRegularFile(m_folder + u'/' + found))
+        if (found > companion && isFile(found))
             companion = found;
     }
     return companion;
@@ -164,8 +181,15 @@ QString LongNames::companionOf(const QString &name)
 
 bool LongNames::isTaken(const QString &name) const
 {
+    if (m_plan != nullptr)
+        return m_plan->has(name);
     const QFileInfo entry(m_folder + u'/' + name);
     return entry.exists() || entry.isSymLink();
+}
+
+bool LongNames::isFile(const QString &name) const
+{
+    return m_plan != nullptr ? m_plan->has(name) : isRegularFile(m_folder + u'/' + name);
 }
 
 } // namespace brisel

@@ -2,6 +2,7 @@
 
 #include "base/fileidentity.h"
 #include "base/graphicsfiles.h"
+#include "index/memoryrenames.h"
 
 #include <QHash>
 #include <QString>
@@ -12,7 +13,7 @@
 namespace brisel
 {
 
-class MemoryRenames;
+class PlannedFolder;
 
 /// The player finds files and folders by names of up to eight characters and a suffix. This gives
 /// such names to the entries of one folder with long names, during one walk.
@@ -46,20 +47,29 @@ public:
     /// all 999 are used. It has only whole characters that FAT allows.
     [[nodiscard]] QString freeName(const QString &name, FileKind kind);
 
+    /// From now on the folder has the entries of \a folder, which must outlive this, instead of
+    /// those on the disk.
+    void setPlan(PlannedFolder &folder) { m_plan = &folder; }
+    /// Like rename(), but only in the plan.
+    void take(const QString &name, const QString &shortName);
+
     /// Renames \a name to \a shortName, and with an MP3 the ".cdg" file beside it. Returns false on
     /// failure; then both have their old names.
     [[nodiscard]] bool rename(MemoryRenames &renames, const QString &name,
                               const QString &shortName);
 
 private:
+    QList<MemoryRenames::NewName> newNames(const QString &name, const QString &shortName);
     QString companionOf(const QString &name);
     bool isTaken(const QString &name) const;
+    bool isFile(const QString &name) const;
 
     QString m_folder;
     IsReserved m_isReserved;
     /// For each short name without its number: all numbers below this one are used.
     QHash<QString, int> m_nextNumbers;
     GraphicsFiles m_graphics;
+    PlannedFolder *m_plan = nullptr; ///< null: the folder on the disk
 };
 
 } // namespace brisel

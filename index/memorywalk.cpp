@@ -1,7 +1,6 @@
 #include "index/memorywalk.h"
 
 #include "base/filefailure.h"
-#include "base/fileidentity.h"
 #include "base/flushing.h"
 #include "base/folderhandle.h"
 #include "base/lettercase.h"
@@ -13,36 +12,19 @@
 #include "index/runmemory.h"
 #include "index/songroll.h"
 
-#include <QFileInfo>
-
-#include <algorithm>
-
 namespace brisel
 {
 
-namespace
+MemoryWalk::MemoryWalk(IndexMonitor &monitor, RunMemory &memory, SongRoll &roll,
+                       const IndexReader &old, IndexPlaylists &playlists)
+    : m_monitor(monitor), m_memory(memory), m_roll(roll), m_old(old), m_playlists(playlists),
+      m_songFolders(memory.root(), monitor.run())
 {
-
-const QString sfxFolder = QStringLiteral("sfx");
-const QString bridgeFolder = QStringLiteral("bridge");
-
-bool isSameName(const QString &a, const QString &b)
-{
-    // Letters are folded one at a time, so names of different lengths are never equal.
-    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
 }
-
-QStringView suffixOf(const QString &path)
-{
-    const qsizetype dot = path.lastIndexOf(u'.');
-    return dot > path.lastIndexOf(u'/') ? QStringView(path).sliced(dot + 1) : QStringView();
-}
-
-} // namespace
 
 void MemoryWalk::scanFiles(const QString &folder)
 {
-    if (!m_folders.enter(folder))
+    if (!m_songFolders.enter(folder))
         return;
     m_memory.names().meet(folder);
     // A song that is sent again gets its name back.
@@ -71,13 +53,13 @@ void MemoryWalk::scanFiles(const QString &folder)
 
 void MemoryWalk::scanFolder(const QString &longPath, const FolderEntry &entry, LongNames &names)
 {
-    if (isPlayersFolder(entry.name))
+    if (SongFolders::isPlayersFolder(entry.name))
         return;
-    if (isOutside(longPath, entry)) {
+    if (m_songFolders.isOutside(longPath, entry)) {
         reportOutside(longPath);
         return;
     }
-    if (entry.isLink && m_folders.hasEntered(longPath)) {
+    if (entry.isLink && m_songFolders.hasEntered(longPath)) {
         m_memory.reportMissed(
             tr("File non importato, il collegamento porta a una cartella già importata: ") +
             longPath);
@@ -85,19 +67,20 @@ void MemoryWalk::scanFolder(const QString &longPath, const FolderEntry &entry, L
     }
     // A folder without songs keeps its name.
     const bool isLong = LongNames::isLong(longPath);
-    const QString path =
-        isLong && leadsToSongs(longPath) ? renameLongFileName(longPath, entry, names) : longPath;
+    const QString path = isLong && m_songFolders.leadsToSongs(longPath)
+                             ? renameLongFileName(longPath, entry, names)
+                             : longPath;
     // It may have been replaced by a link during the question.
-    if (!path.isEmpty() && (!isLong || !isOutside(path, entry)))
+    if (!path.isEmpty() && (!isLong || !m_songFolders.isOutside(path, entry)))
         scanFiles(path);
 }
 
 void MemoryWalk::scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names)
 {
     m_monitor.showPath(longPath);
-    if (!checkFileExt(suffixOf(longPath)))
+    if (!SongFolders::isSong(longPath))
         return;
-    if (isOutside(longPath, entry)) {
+    if (m_songFolders.isOutside(longPath, entry)) {
         reportOutside(longPath);
         return;
     }
@@ -109,46 +92,6 @@ void MemoryWalk::scanFile(const QString &longPath, const FolderEntry &entry, Lon
     addFileToIndex(path);
     ++m_filesFound;
     m_monitor.setFilesFound(m_filesFound);
-}
-
-/// Returns true if a walk into \a folder, which is on the memory, would meet a song. Each folder is
-/// listed only once in a run.
-bool MemoryWalk::leadsToSongs(const QString &folder)
-{
-    if (m_folders.hasEntered(folder))
-        return false;
-    const QString identity = fileIdentity(folder);
-    const auto known = m_songFolders.constFind(identity);
-    if (known != m_songFolders.cend())
-        return *known;
-    // For links that lead back to it.
-    m_songFolders.insert(identity, false);
-    m_monitor.run().pulse();
-    if (m_monitor.run().isEnding())
-        return false;
-    const QList<FolderEntry> entries = visibleEntries(folder).entries;
-    const auto leads = [this, &folder](const FolderEntry &entry) {
-        const QString path = folder + u'/' + entry.name;
-        if (entry.kind == FileKind::Regular)
-            return checkFileExt(suffixOf(entry.name)) && !isOutside(path, entry);
-        return entry.kind == FileKind::Folder && !isPlayersFolder(entry.name) &&
-               !isOutside(path, entry) && leadsToSongs(path);
-    };
-    const bool areSongs = std::any_of(entries.cbegin(), entries.cend(), leads);
-    m_songFolders.insert(identity, areSongs);
-    return areSongs;
-}
-
-/// The player's own data are in these folders.
-bool MemoryWalk::isPlayersFolder(const QString &name)
-{
-    return isSameName(name, sfxFolder) || isSameName(name, bridgeFolder);
-}
-
-/// Also true for a folder of another disk that is mounted there.
-bool MemoryWalk::isOutside(const QString &path, const FolderEntry &entry) const
-{
-    return (entry.isLink || entry.kind == FileKind::Folder) && leavesRoot(path, m_memory.root());
 }
 
 bool MemoryWalk::addFileToIndex(const QString &full)
@@ -205,14 +148,15 @@ QString MemoryWalk::renameLongFileName(const QString &path, const FolderEntry &e
 /// another one.
 bool MemoryWalk::mayRename(const QString &path, const QString &candidate)
 {
-    if (m_monitor.run().isAsking(Run::Question::Rename) && m_memory.isSame())
+    if (m_monitor.run().isAsking(Run::Question::Rename, path, candidate) && m_memory.isSame())
         m_memory.identity().layMark();
     const bool isWanted =
         !m_memory.isGone() &&
         m_monitor.run().ask(Run::Question::Rename, path,
                             tr("verrà rinominato: ") + candidate + QStringLiteral("\n\n") +
                                 tr("Se il file non viene rinominato, è possibile che non venga "
-                                   "rilevato da Brisel."));
+                                   "rilevato da Brisel."),
+                            candidate);
     return m_memory.isSame() && isWanted;
 }
 
@@ -234,14 +178,14 @@ void MemoryWalk::reportUnreadableFolder(const QString &folder, const FolderEntri
 void MemoryWalk::reportUnnamed(const QString &folder, const FolderEntry &entry)
 {
     const QString path = folder + u'/' + entry.name;
-    if (entry.kind == FileKind::Folder || checkFileExt(QFileInfo(path).suffix()))
+    if (entry.kind == FileKind::Folder || SongFolders::isSong(path))
         m_memory.reportMissed(tr("File non importato, il nome non è valido: ") + path);
 }
 
 /// \a entry is neither a plain file nor a folder. A link with any name may lead to a folder.
 void MemoryWalk::reportNoFile(const QString &path, const FolderEntry &entry)
 {
-    const bool isSong = checkFileExt(QFileInfo(path).suffix());
+    const bool isSong = SongFolders::isSong(path);
     if (entry.kind == FileKind::Unreachable && (isSong || entry.isLink)) {
         m_unreadable.append(m_memory.below(path));
         m_memory.reportMissed(tr("File non importato, non è accessibile: ") + path);

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "base/folderwalk.h"
-#include "base/songsuffix.h"
+#include "index/songfolders.h"
 
 #include <QCoreApplication>
-#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -29,10 +27,7 @@ class MemoryWalk
 public:
     /// Adds songs to \a roll; \a old is the index before the run. All must outlive this.
     MemoryWalk(IndexMonitor &monitor, RunMemory &memory, SongRoll &roll, const IndexReader &old,
-               IndexPlaylists &playlists)
-        : m_monitor(monitor), m_memory(memory), m_roll(roll), m_old(old), m_playlists(playlists)
-    {
-    }
+               IndexPlaylists &playlists);
 
     /// Walks through \a folder and the folders below, in the order of visibleEntries(), until the
     /// memory is removed or the program must end.
@@ -49,10 +44,6 @@ public:
 private:
     void scanFolder(const QString &longPath, const FolderEntry &entry, LongNames &names);
     void scanFile(const QString &longPath, const FolderEntry &entry, LongNames &names);
-    bool leadsToSongs(const QString &folder);
-    static bool checkFileExt(QStringView suffix) { return isSongSuffix(suffix); }
-    static bool isPlayersFolder(const QString &name);
-    bool isOutside(const QString &path, const FolderEntry &entry) const;
     bool addFileToIndex(const QString &full);
     QString renameLongFileName(const QString &path, const FolderEntry &entry, LongNames &names);
     bool mayRename(const QString &path, const QString &candidate);
@@ -70,8 +61,7 @@ private:
     SongRoll &m_roll;
     const IndexReader &m_old;
     IndexPlaylists &m_playlists;
-    FolderWalk m_folders;
-    QHash<QString, bool> m_songFolders; ///< by identity: whether it leads to songs
+    SongFolders m_songFolders;
     int m_filesFound = 0;
     bool m_renameFailed = false;
     QStringList m_unreadable;

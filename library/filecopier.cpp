@@ -3,17 +3,16 @@
 #include "base/debugstream.h"
 #include "base/filefailure.h"
 #include "base/fileidentity.h"
-#include "base/freespace.h"
 #include "index/memoryreasons.h"
 #include "library/backuplist.h"
+#include "library/copychecks.h"
+#include "library/copyroom.h"
 #include "library/numberednames.h"
 #include "library/safecopy.h"
 
 #include <QFileInfo>
-#include <QLocale>
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace brisel
@@ -22,29 +21,13 @@ namespace brisel
 namespace
 {
 
-QString destinationOf(const QString &source, const QString &destDir)
-{
-    return destDir + u'/' + source.mid(source.lastIndexOf(u'/') + 1);
-}
-
-QString sizeText(qint64 bytes)
-{
-    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
-}
-
-bool isSamePath(const QString &source, const QString &destination)
-{
-    return source.compare(destination, Qt::CaseInsensitive) == 0 || isSameFile(source, destination);
-}
-
 Reason whyNotCopied(CopyResult result, const QString &source, const QString &destination)
 {
-    const QFileInfo file(source);
-    if (isRegularFile(source) && file.isReadable())
-        return result == CopyResult::SourceFailed ? FileReason::truncated
-                                                  : whyUnwritable(destination, file.size());
-    return whyUnreadable(source, std::numeric_limits<qint64>::max())
-        .value_or(FileReason::unreachable);
+    if (const std::optional<Reason> reason = CopyChecks::whyNotOpened(source))
+        return *reason;
+    return result == CopyResult::SourceFailed
+               ? FileReason::truncated
+               : whyUnwritable(destination, QFileInfo(source).size());
 }
 
 } // namespace
@@ -73,6 +56,9 @@ void FileCopier::begin(const QStringList &files, const QString &destDir)
     m_copied = 0;
     m_errors = 0;
     m_graphics = GraphicsFiles();
+    m_firstLot.invalidate();
+    m_isMeasured = false;
+    m_speed = 0;
     m_shortage.clear();
     m_sources.clear();
     m_memories = PulledMemories();
@@ -116,7 +102,7 @@ bool FileCopier::copyOne(const QString &source, const QString &place)
         ++m_errors;
         return false;
     }
-    if (fileKind(source) != FileKind::Missing && isSamePath(source, place)) {
+    if (fileKind(source) != FileKind::Missing && CopyChecks::isSamePath(source, place)) {
         m_run.report().count(RunReport::Success::Copied);
         ++m_copied;
         return false;
@@ -124,11 +110,13 @@ bool FileCopier::copyOne(const QString &source, const QString &place)
     debug() << "Copying file:" << source << "to:" << place;
     if (m_lot.isFull() || m_lot.holds(place))
         finishLot();
-    if (fileKind(place) != FileKind::Missing && !whyHopeless(source, place) &&
-        !mayOverwrite(place)) {
+    if (fileKind(place) != FileKind::Missing &&
+        !CopyChecks::whyHopeless(source, place, m_sources) && !mayOverwrite(source, place)) {
         note(source, Run::isEnding() ? Run::interrupted : FileCopier::kept);
         return false;
     }
+    if (!m_firstLot.isValid())
+        m_firstLot.start();
     copySong({source, place});
     return true;
 }
@@ -136,8 +124,10 @@ bool FileCopier::copyOne(const QString &source, const QString &place)
 /// Finds the destination of each file.
 void FileCopier::findPlaces(const QStringList &files)
 {
-    m_places.clear();
     m_songPlaces.begin(m_memory);
+    m_places = m_plannedPlaces;
+    if (!m_places.isEmpty())
+        return;
     if (m_list != nullptr) {
         const QStringList names = numberedNames(files, BackupList::fileName());
         for (const QString &name : names)
@@ -145,37 +135,25 @@ void FileCopier::findPlaces(const QStringList &files)
         return;
     }
     for (const QString &source : files)
-        m_places.append(m_songPlaces.placeOf(source, destinationOf(source, m_destination), m_run));
+        m_places.append(
+            m_songPlaces.placeOf(source, CopyChecks::destinationOf(source, m_destination), m_run));
 }
 
 /// Checks first whether all files fit: the sizes of new files, and the growth of replaced ones.
 bool FileCopier::hasRoom(const QStringList &files)
 {
-    const qint64 free = freeSpace(m_destination);
-    const qint64 unit = allocationUnit(m_destination);
-    QSet<QString> places; // in lower case: a name that was picked twice is counted once
-    qint64 needed = 0;
-    const auto count = [&](const QString &source, const QString &place) {
-        if (places.contains(place.toLower()))
-            return;
-        places.insert(place.toLower());
-        const qint64 before = allocatedSize(QFileInfo(place).size(), unit);
-        needed += std::max<qint64>(allocatedSize(QFileInfo(source).size(), unit) - before, 0);
-    };
+    CopyRoom room(m_destination, m_reserve);
     for (qsizetype i = 0; i < files.size(); ++i) {
         const QString &place = m_places.at(i);
-        if (isSamePath(files.at(i), place))
+        if (CopyChecks::isSamePath(files.at(i), place))
             continue;
-        count(files.at(i), place);
-        if (const QString companion = companionOf(files.at(i)); !companion.isEmpty())
-            count(companion, graphicsPath(place));
+        room.add(room.needOf(files.at(i), place));
+        if (const QString companion = m_graphics.companionOf(files.at(i)); !companion.isEmpty())
+            room.add(room.needOf(companion, graphicsPath(place)));
     }
-    if (needed > 0)
-        needed += m_reserve;
-    if (free < 0 || needed <= free)
+    m_shortage = room.shortage();
+    if (m_shortage.isEmpty())
         return true;
-    m_shortage =
-        tr("Spazio insufficiente: servono %1, liberi %2").arg(sizeText(needed), sizeText(free));
     m_run.report().addMessage(m_shortage + u' ' + m_destination);
     return false;
 }
@@ -187,9 +165,9 @@ void FileCopier::countBytes(const QStringList &files)
     m_bytesLeft = 0;
     for (const QString &source : files) {
         qint64 bytes = 0;
-        if (!isSamePath(source, m_places.at(m_bytes.size()))) {
+        if (!CopyChecks::isSamePath(source, m_places.at(m_bytes.size()))) {
             bytes = QFileInfo(source).size();
-            if (const QString companion = companionOf(source); !companion.isEmpty())
+            if (const QString companion = m_graphics.companionOf(source); !companion.isEmpty())
                 bytes += QFileInfo(companion).size();
         }
         m_bytes.append(bytes);
@@ -208,24 +186,6 @@ void FileCopier::noteFilesLeft(const QStringList &files, int first)
 {
     for (const QString &source : files.mid(first))
         note(source, Run::interrupted);
-}
-
-/// Returns why \a source can't be copied to \a place; if it can't, the user is not asked.
-std::optional<Reason> FileCopier::whyHopeless(const QString &source, const QString &place) const
-{
-    if (fileKind(source) == FileKind::Missing)
-        return FileReason::missing;
-    if (fileKind(place) == FileKind::Missing)
-        return std::nullopt;
-    // The existing song may have been picked, too, with the same name in another folder.
-    if (m_sources.contains(fileIdentity(place)))
-        return FileCopier::pickedToo;
-    if (!isRegularFile(source) || !QFileInfo(source).isReadable())
-        return whyUnreadable(source, std::numeric_limits<qint64>::max())
-            .value_or(FileReason::unreachable);
-    if (!isRegularFile(place) || isWriteProtected(place))
-        return whyUnwritable(place, 0);
-    return std::nullopt;
 }
 
 void FileCopier::note(const QString &path, Reason reason)
@@ -252,16 +212,17 @@ void FileCopier::noteCopy(CopyResult result, const QString &source, const QStrin
         note(source, whyNotCopied(result, source, destination));
 }
 
-bool FileCopier::mayOverwrite(const QString &destination)
+bool FileCopier::mayOverwrite(const QString &source, const QString &destination)
 {
-    if (m_run.isAsking(Run::Question::Replace))
+    if (m_run.isAsking(Run::Question::Replace, destination, source))
         finishLot();
-    return m_run.ask(Run::Question::Replace, destination);
+    return m_run.ask(Run::Question::Replace, destination, {}, source);
 }
 
 void FileCopier::copySong(Song song)
 {
-    if (const std::optional<Reason> reason = whyHopeless(song.source, song.place)) {
+    if (const std::optional<Reason> reason =
+            CopyChecks::whyHopeless(song.source, song.place, m_sources)) {
         note(song.source, *reason);
         ++m_errors;
         return;
@@ -270,12 +231,12 @@ void FileCopier::copySong(Song song)
         ++m_errors;
         return;
     }
-    song.companion = companionOf(song.source);
+    song.companion = m_graphics.companionOf(song.source);
     if (!song.companion.isEmpty()) {
         song.companionPlace = graphicsPath(song.place);
         // An empty one was left by a cut; the graphics of a song with a given name were sent with
         // it before.
-        const bool isOwn = song.place != destinationOf(song.source, m_destination);
+        const bool isOwn = song.place != CopyChecks::destinationOf(song.source, m_destination);
         const bool isFree = fileKind(song.companionPlace) == FileKind::Missing ||
                             (isRegularFile(song.companionPlace) &&
                              (isOwn || QFileInfo(song.companionPlace).size() == 0));
@@ -317,7 +278,9 @@ bool FileCopier::copyFile(Song &song, const QString &source, const QString &plac
 void FileCopier::finishLot(Song *current)
 {
     const QList<Song> songs = std::exchange(m_staged, {});
+    const qint64 bytes = m_lot.bytes();
     const QList<WriteResult> results = m_lot.commit();
+    measure(bytes);
     auto result = results.cbegin();
     for (Song song : songs) {
         if (song.isStaged)
@@ -328,6 +291,17 @@ void FileCopier::finishLot(Song *current)
     }
     if (current != nullptr && std::exchange(current->isStaged, false))
         finishFile(*current, current->source, current->place, *result);
+}
+
+/// Keeps the speed of the first lot, which had \a bytes. The flush of fewer takes longer than
+/// writing them.
+void FileCopier::measure(qint64 bytes)
+{
+    constexpr qint64 fewest = 1 << 20;
+    constexpr qint64 msPerSecond = 1000;
+    if (std::exchange(m_isMeasured, m_firstLot.isValid()) || bytes < fewest)
+        return;
+    m_speed = bytes * msPerSecond / std::max<qint64>(m_firstLot.elapsed(), 1);
 }
 
 void FileCopier::finishFile(Song &song, const QString &source, const QString &place,
@@ -354,24 +328,6 @@ void FileCopier::finishSong(const Song &song)
     }
     m_run.report().count(RunReport::Success::Copied);
     ++m_copied;
-}
-
-/// The graphics file of an MP3: the file as named, or else one whose name differs in case only.
-/// Returns an empty path if the song has no graphics file.
-QString FileCopier::companionOf(const QString &song)
-{
-    if (!song.endsWith(QStringLiteral("MP3"), Qt::CaseInsensitive))
-        return {};
-    QString wanted = graphicsPath(song);
-    if (isRegularFile(wanted))
-        return wanted;
-    const QFileInfo file(wanted);
-    QString found;
-    for (const QString &name : m_graphics.named(file.path(), file.fileName())) {
-        if (const QString path = file.path() + u'/' + name; isRegularFile(path))
-            found = path;
-    }
-    return found;
 }
 
 } // namespace brisel

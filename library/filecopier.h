@@ -8,10 +8,9 @@
 #include "library/songplaces.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QSet>
 #include <QStringList>
-
-#include <optional>
 
 namespace brisel
 {
@@ -40,6 +39,9 @@ public:
     /// that has a short name there keeps it.
     void setMemory(const QString &root, qint64 reserve);
 
+    /// The place of each file in the next call, instead of searching it.
+    void setPlaces(const QStringList &places) { m_plannedPlaces = places; }
+
     /// For a backup: songs of one name get numbers (numberedNames()), and each copy is added to
     /// \a list, which must outlive this. A copy that can't be read again is an error.
     void setList(BackupList &list) { m_list = &list; }
@@ -54,6 +56,8 @@ public:
     int copied() const { return m_copied; }
     /// A text with the room that the last call needed and the free room; empty if there was enough.
     const QString &shortage() const { return m_shortage; }
+    /// The bytes per second that the first lot of the last call was written with; 0 if unknown.
+    qint64 speed() const { return m_speed; }
 
 private:
     /// A song that is copied to \a place, with its graphics file if it has one.
@@ -72,15 +76,14 @@ private:
     bool copyOne(const QString &source, const QString &place);
     void findPlaces(const QStringList &files);
     bool hasRoom(const QStringList &files);
-    std::optional<Reason> whyHopeless(const QString &source, const QString &place) const;
-    bool mayOverwrite(const QString &destination);
+    bool mayOverwrite(const QString &source, const QString &destination);
+    void measure(qint64 bytes);
     void copySong(Song song);
     bool copyFile(Song &song, const QString &source, const QString &place, bool &isStaged);
     void finishLot(Song *current = nullptr);
     void finishFile(Song &song, const QString &source, const QString &place, WriteResult result);
     bool addToList(const QString &source, const QString &place);
     void finishSong(const Song &song);
-    QString companionOf(const QString &song);
     void countBytes(const QStringList &files);
     void showSpace(int next);
     void noteFilesLeft(const QStringList &files, int first);
@@ -96,12 +99,16 @@ private:
     QString m_destination; ///< the folder of this run
     QString m_memory;      ///< the root of the memory, empty for other copies
     SongPlaces m_songPlaces;
+    QStringList m_plannedPlaces;
     QStringList m_places;  ///< of the files of this run
     QList<qint64> m_bytes; ///< of each file
     qint64 m_bytesLeft = 0;
     qint64 m_reserve = 0; ///< bytes
     QString m_shortage;
     FileLot m_lot;
+    QElapsedTimer m_firstLot; ///< valid from its first file on
+    bool m_isMeasured = false;
+    qint64 m_speed = 0;
     QList<Song> m_staged; ///< the songs in the lot
     int m_copied = 0;
     int m_errors = 0;

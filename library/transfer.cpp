@@ -1,6 +1,7 @@
 #include "library/transfer.h"
 
 #include "base/filefailure.h"
+#include "base/fileidentity.h"
 #include "base/flushing.h"
 #include "base/folderlock.h"
 #include "base/memoryidentity.h"
@@ -9,6 +10,7 @@
 #include "index/memoryreasons.h"
 #include "index/volumes.h"
 #include "library/filecopier.h"
+#include "library/transferplan.h"
 #include "library/workflowlog.h"
 
 #include <QDir>
@@ -18,6 +20,8 @@
 
 namespace brisel
 {
+
+static const QString songsName = QStringLiteral("songs");
 
 static bool isReserved(const QString &folderName)
 {
@@ -29,21 +33,17 @@ static bool isReserved(const QString &folderName)
     return false;
 }
 
-Transfer::Destination Transfer::destinationOf(const QString &chosen)
+Transfer::Destination Transfer::plannedDestinationOf(const QString &chosen)
 {
     QString folder = QDir::cleanPath(chosen);
     if (isSystemDisk(folder))
         return {Outcome::SystemDisk, folder};
     if (isRoot(folder)) {
-        const QString songs = QStringLiteral("songs");
-        const QDir memory(folder);
-        folder += u'/' + songs;
-        const bool isThere = QFileInfo(folder).isDir();
-        if (!isThere && !memory.mkdir(songs))
+        const bool isMemory = fileKind(folder) == FileKind::Folder;
+        folder += u'/' + songsName;
+        const bool isFree = isMemory && !entryExists(folder) && !isWriteProtected(chosen);
+        if (!isFree && !QFileInfo(folder).isDir())
             return {Outcome::NoSongsFolder, folder};
-        // The songs could reach a FAT disk before the beginning of their folder.
-        if (!isThere)
-            (void)flushFolder(memory.path());
         // "songs" may be a link that leads off the memory.
         if (isSystemDisk(folder))
             return {Outcome::SystemDisk, folder};
@@ -53,10 +53,26 @@ Transfer::Destination Transfer::destinationOf(const QString &chosen)
     return {Outcome::Done, folder};
 }
 
+Transfer::Destination Transfer::destinationOf(const QString &chosen)
+{
+    const Destination planned = plannedDestinationOf(chosen);
+    if (planned.outcome != Outcome::Done || !isRoot(QDir::cleanPath(chosen)) ||
+        QFileInfo(planned.folder).isDir())
+        return planned;
+    const QDir memory(QDir::cleanPath(chosen));
+    if (!memory.mkdir(songsName))
+        return {Outcome::NoSongsFolder, planned.folder};
+    // The songs could reach a FAT disk before the beginning of their folder.
+    (void)flushFolder(memory.path());
+    return planned;
+}
+
 Transfer::Transfer(QStringList files, QString chosen)
-    : m_files(std::move(files)), m_chosen(std::move(chosen))
+    : m_copies{std::move(files)}, m_chosen(std::move(chosen))
 {
 }
+
+Transfer::Transfer(const TransferPlan &plan) : m_copies(plan.copies()), m_chosen(plan.chosen()) {}
 
 Transfer::Outcome Transfer::run(Run &run)
 {
@@ -76,14 +92,20 @@ Transfer::Outcome Transfer::run(Run &run)
 bool Transfer::send(Run &run, const QString &folder)
 {
     logBanner("TRASFERIMENTO FILE");
-    run.begin({tr("Trasferimento"), tr("Trasferimento file..."), int(m_files.size())});
+    run.begin({tr("Trasferimento"), tr("Trasferimento file..."), int(m_copies.files.size())});
     const QString root = getRoot(folder);
     const MemoryIdentity memory(root);
     FileCopier copier(run);
     // Room for the new index, too: songs without an index are useless.
-    copier.setMemory(root, IndexSet::roomForUpdate(root, m_files.size()));
-    const bool areAllCopied = copier.copyFiles(m_files, folder);
+    copier.setMemory(root, IndexSet::roomForUpdate(root, m_copies.files.size()));
+    // Otherwise the memory is not as the plan found it.
+    if (folder == m_copies.folder) {
+        answerAsPlanned(run);
+        copier.setPlaces(m_copies.places);
+    }
+    const bool areAllCopied = copier.copyFiles(m_copies.files, folder);
     m_shortage = copier.shortage();
+    m_speed = copier.speed();
     run.end();
     if (copier.copied() == 0)
         return areAllCopied;
@@ -94,6 +116,16 @@ bool Transfer::send(Run &run, const QString &folder)
     }
     // The player can't use the copied songs without the index.
     return updateIndex(run, folder) && areAllCopied;
+}
+
+void Transfer::answerAsPlanned(Run &run) const
+{
+    for (const PlannedCopies::Replacement &replacement : m_copies.replacements) {
+        if (fileState(replacement.place) == replacement.there)
+            run.prepareYes(Run::Question::Replace, replacement.place, replacement.source);
+    }
+    for (const PlannedCopies::Rename &rename : m_copies.renames)
+        run.prepareYes(Run::Question::Rename, rename.from, rename.to);
 }
 
 bool Transfer::updateIndex(Run &run, const QString &path)

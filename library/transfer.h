@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/run.h"
+#include "library/plannedcopies.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -8,6 +9,8 @@
 
 namespace brisel
 {
+
+class TransferPlan;
 
 /// Copies the picked files to the player's memory and updates the memory's index. The memory is
 /// locked for both, so that no other program changes it in between.
@@ -35,24 +38,32 @@ public:
     /// missing) if it is a memory itself. Only the last component is compared with the reserved
     /// names.
     [[nodiscard]] static Destination destinationOf(const QString &chosen);
+    /// The same, but nothing is made: "songs" may be missing.
+    [[nodiscard]] static Destination plannedDestinationOf(const QString &chosen);
 
     /// Updates the index of the memory that contains \a path. Returns true if it is complete.
     [[nodiscard]] static bool updateIndex(Run &run, const QString &path);
 
     /// \a chosen is the folder that the user picked.
     Transfer(QStringList files, QString chosen);
+    /// Copies the ticked files of \a plan, which has run: what it shows is done without a question.
+    explicit Transfer(const TransferPlan &plan);
 
     [[nodiscard]] Outcome run(Run &run);
 
     /// A text with the room that the copies needed and the free room; empty if there was enough.
     const QString &shortage() const { return m_shortage; }
+    /// See FileCopier::speed().
+    qint64 speed() const { return m_speed; }
 
 private:
+    void answerAsPlanned(Run &run) const;
     bool send(Run &run, const QString &folder);
 
-    const QStringList m_files;
+    const PlannedCopies m_copies; ///< only the files if there was no plan
     const QString m_chosen;
     QString m_shortage;
+    qint64 m_speed = 0;
 };
 
 } // namespace brisel

@@ -722,6 +722,17 @@ Options:
     </message>
 </context>
 <context>
+    <name>TransferPlan</name>
+    <message>
+        <source>Piano del trasferimento</source>
+        <translation>Transfer plan</translation>
+    </message>
+    <message>
+        <source>Confronto con la memoria...</source>
+        <translation>Comparing with the memory...</translation>
+    </message>
+</context>
+<context>
     <name>WindowRun</name>
     <message>
         <source>Interrompi</source>

@@ -722,6 +722,17 @@ Opzioni:
     </message>
 </context>
 <context>
+    <name>TransferPlan</name>
+    <message>
+        <source>Piano del trasferimento</source>
+        <translation>Piano del trasferimento</translation>
+    </message>
+    <message>
+        <source>Confronto con la memoria...</source>
+        <translation>Confronto con la memoria...</translation>
+    </message>
+</context>
+<context>
     <name>WindowRun</name>
     <message>
         <source>Interrompi</source>

@@ -48,6 +48,8 @@ private slots:
     void remembersAnAnswerToAll();
     void remembersEachQuestionsAnswer();
     void takesAnAnswerGivenBefore();
+    void knowsWhatWasAgreedBefore();
+    void forgetsWhatWasAgreedBefore();
     void refusesWhenTheProgramEnds();
     void endsForTheUserAndForTheProgram();
     void answersNoWithoutAUser();
@@ -97,6 +99,32 @@ void TestRun::takesAnAnswerGivenBefore()
     QVERIFY(!run.isAsking(Question::Rename));
     QVERIFY(run.ask(Question::Rename, u"a"_qs));
     QVERIFY(run.asked.isEmpty());
+}
+
+void TestRun::knowsWhatWasAgreedBefore()
+{
+    AnsweringRun run({Answer::NoToAll, Answer::No});
+    run.prepareYes(Question::Replace, u"a"_qs, u"new a"_qs);
+    run.prepareYes(Question::Replace, u"a"_qs, u"newer a"_qs);
+    QVERIFY(!run.isAsking(Question::Replace, u"a"_qs, u"new a"_qs));
+    QVERIFY(run.isAsking(Question::Replace, u"a"_qs));
+    QVERIFY(run.isAsking(Question::Rename, u"a"_qs, u"new a"_qs));
+    QVERIFY(run.ask(Question::Replace, u"a"_qs, {}, u"new a"_qs));
+    QVERIFY(!run.ask(Question::Replace, u"a"_qs, {}, u"another a"_qs)); // no to all
+    QVERIFY(run.ask(Question::Replace, u"a"_qs, {}, u"newer a"_qs));
+    QVERIFY(!run.ask(Question::Rename, u"a"_qs, {}, u"new a"_qs));
+    QCOMPARE(run.asked, QStringList({u"a"_qs, u"a"_qs}));
+}
+
+/// The run itself knows better, as on a write-protected memory.
+void TestRun::forgetsWhatWasAgreedBefore()
+{
+    Run run;
+    run.prepareYes(Question::Rename, u"a"_qs, u"b"_qs);
+    run.prepareYes(Question::Replace, u"a"_qs, u"b"_qs);
+    run.answerAll(Question::Rename, false);
+    QVERIFY(!run.ask(Question::Rename, u"a"_qs, {}, u"b"_qs));
+    QVERIFY(run.ask(Question::Replace, u"a"_qs, {}, u"b"_qs));
 }
 
 void TestRun::refusesWhenTheProgramEnds()
