@@ -24,7 +24,7 @@ namespace
 constexpr qint64 leastSong = 5; // bytes
 
 /// The part of the name \a name before its last suffix.
-QString baseName(const QString &name)
+QString withoutSuffix(const QString &name)
 {
     const qsizetype dot = name.lastIndexOf(u'.');
     return dot < 0 ? name : name.left(dot);
@@ -120,7 +120,7 @@ void MemoryLook::enterFolder(const QString &folder)
 void MemoryLook::leaveFolder()
 {
     for (const QString &name : std::as_const(m_graphics)) {
-        if (!m_mp3s.contains(lowerCased(baseName(name))))
+        if (!m_mp3s.contains(lowerCased(withoutSuffix(name))))
             report(Kind::LoneGraphics, Detail::None, m_folder.mid(m_root.size()) + u'/' + name,
                    fileState(m_folder + u'/' + name).size);
     }
@@ -150,7 +150,7 @@ void MemoryLook::lookAt(const FolderEntry &entry)
         lookAtOther(path, entry);
     } else if (mayBeSong) {
         if (hasSuffix(entry.name, u"mp3"))
-            m_mp3s.insert(lowerCased(baseName(entry.name)));
+            m_mp3s.insert(lowerCased(withoutSuffix(entry.name)));
         lookAtSong(path);
     } else if (hasSuffix(entry.name, u"cdg")) {
         m_graphics.append(entry.name);
