@@ -107,6 +107,7 @@ private:
     QList<Playlist> m_playlists;
 };
 
-Q_DECLARE_OPERATORS_FOR_FLAGS(MemoryContents::Marks)
-
 } // namespace brisel
+
+// In the namespace it would hide the operators of Qt.
+Q_DECLARE_OPERATORS_FOR_FLAGS(brisel::MemoryContents::Marks)

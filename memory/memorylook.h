@@ -114,6 +114,7 @@ private:
     Difference m_difference;
 };
 
-Q_DECLARE_OPERATORS_FOR_FLAGS(MemoryLook::FileMarks)
-
 } // namespace brisel
+
+// In the namespace it would hide the operators of Qt.
+Q_DECLARE_OPERATORS_FOR_FLAGS(brisel::MemoryLook::FileMarks)

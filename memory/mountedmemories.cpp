@@ -1,6 +1,7 @@
 #include "memory/mountedmemories.h"
 
 #include "base/filedescriptor.h"
+#include "base/filefailure.h"
 #include "index/volumes.h"
 
 #include <QDir>
@@ -81,11 +82,15 @@ void MountedMemories::look()
 {
     watch(); // before the list is read, so that no later change is missed
     const QStringList roots = rootsNow();
-    const bool areSame = roots == m_roots &&
-                         std::all_of(m_identities.cbegin(), m_identities.cend(),
-                                     [](const MemoryIdentity &memory) { return memory.isThere(); });
+    QList<bool> areProtected;
+    for (const QString &root : roots)
+        areProtected.append(isWriteProtected(root));
+    const auto isThere = [](const MemoryIdentity &memory) { return memory.isThere(); };
+    const bool areSame = roots == m_roots && areProtected == m_areProtected &&
+                         std::all_of(m_identities.cbegin(), m_identities.cend(), isThere);
     if (areSame)
         return;
+    m_areProtected = areProtected;
     m_roots = roots;
     m_identities.clear();
     for (const QString &root : roots)

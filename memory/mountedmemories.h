@@ -3,6 +3,7 @@
 #include "base/memoryidentity.h"
 
 #include <QFileSystemWatcher>
+#include <QList>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -29,7 +30,7 @@ public:
     void look();
 
 signals:
-    /// A memory was mounted or removed, or replaced by another one.
+    /// A memory was mounted or removed, replaced by another one, or protected from writing.
     void changed();
 
 private:
@@ -41,6 +42,7 @@ private:
     QTimer m_delay; ///< active while a change is not yet looked at
     std::unique_ptr<MountTable> m_table;
     QStringList m_roots;
+    QList<bool> m_areProtected;               ///< the roots
     std::vector<MemoryIdentity> m_identities; ///< of the roots
 };
 

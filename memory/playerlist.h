@@ -117,6 +117,7 @@ private:
     qsizetype m_prepared = 0; ///< the positions before it have their texts
 };
 
-Q_DECLARE_OPERATORS_FOR_FLAGS(PlayerList::Marks)
-
 } // namespace brisel
+
+// In the namespace it would hide the operators of Qt.
+Q_DECLARE_OPERATORS_FOR_FLAGS(brisel::PlayerList::Marks)

@@ -1,7 +1,14 @@
 #pragma once
 
+#include "base/memoryidentity.h"
+#include "memory/memorycontents.h"
+#include "memory/memorylook.h"
+#include "memory/mountedmemories.h"
+
+#include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class QBoxLayout;
@@ -9,13 +16,17 @@ class QBoxLayout;
 namespace brisel
 {
 
+class FoldersView;
+class PlayerView;
+
 namespace Ui
 {
 class MemoryWindow;
 }
 
 /// Shows what is on a player's memory: the songs as the player lists them, the folders, and the
-/// playlists. It stays open beside the main window.
+/// playlists. It stays open beside the main window and follows the memories that are mounted: a
+/// memory that vanishes is greyed, one that comes back is read again.
 class MemoryWindow : public QWidget
 {
     Q_OBJECT
@@ -24,17 +35,72 @@ public:
     explicit MemoryWindow(QWidget *parent = nullptr);
     ~MemoryWindow() override;
 
+    /// The root of the chosen memory; empty if there is none, or it has vanished.
+    QString root() const { return m_isThere ? m_root : QString(); }
+    /// What is on it; empty, but never null, if it has no index or could not be read.
+    const std::shared_ptr<const MemoryContents> &contents() const { return m_contents; }
+    /// Why the memory can't be changed; empty if it can be.
+    const QString &readOnlyReason() const { return m_readOnlyReason; }
+
+    PlayerView &playerView() const { return *m_player; }
+    FoldersView &foldersView() const { return *m_folders; }
     /// Where the panel of the playlists goes.
     QBoxLayout &playlistsLayout() const;
     /// Where the buttons of the actions go.
     QBoxLayout &actionsLayout() const;
 
+    /// \a mayLeave is asked before another memory is chosen or the window closes; false keeps both.
+    void setMayLeave(std::function<bool()> mayLeave) { m_mayLeave = std::move(mayLeave); }
+    /// While \a isChanged returns true, the memory is not read again by itself.
+    void setIsChanged(std::function<bool()> isChanged) { m_isChanged = std::move(isChanged); }
+
+public slots:
+    /// Reads the chosen memory again, after something was written on it.
+    void readAgain();
+
+signals:
+    /// The memory was read, or there is none now.
+    void contentsChanged(const std::shared_ptr<const brisel::MemoryContents> &contents);
+    /// Empty: the memory can be changed.
+    void readOnlyChanged(const QString &reason);
+
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
+private slots:
+    void on_memoryComboBox_activated(int number);
+
 private:
+    void followMemories();
+    void showMemories();
+    void chooseFirst();
+    void choose(const QString &root);
+    void clear();
+    void look();
+    void showState();
+    QString stateText() const;
+    QString differenceText() const;
+    void showSpace();
+    void noteWriteProtection();
+
     std::unique_ptr<Ui::MemoryWindow> m_ui;
+    MountedMemories m_memories;
+    PlayerView *m_player;
+    FoldersView *m_folders;
+    std::function<bool()> m_mayLeave = [] { return true; };
+    std::function<bool()> m_isChanged = [] { return false; };
+
+    QString m_root;            ///< empty if none was chosen
+    bool m_isThere = false;    ///< the chosen memory is mounted
+    MemoryIdentity m_identity; ///< of the memory as it was read
+    MemoryContents::Outcome m_outcome = MemoryContents::Outcome::Gone;
+    std::shared_ptr<const MemoryContents> m_contents = std::make_shared<MemoryContents>();
+    QList<FileState> m_states;          ///< of the files of the index as they were read
+    std::unique_ptr<MemoryLook> m_look; ///< null until the memory is read
+    QString m_readOnlyReason;
+    QTimer m_looking; ///< active during a look
+    QTimer m_retry;   ///< active until the memory can be read
 };
 
 } // namespace brisel

@@ -1227,6 +1227,136 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
+    <name>brisel::FoldersModel</name>
+    <message>
+        <source>Doppioni</source>
+        <translation>Duplicates</translation>
+    </message>
+    <message>
+        <source>Nuove, non ancora nell&apos;indice</source>
+        <translation>New, not yet in the index</translation>
+    </message>
+    <message>
+        <source>Troppo lunghi</source>
+        <translation>Too long</translation>
+    </message>
+    <message>
+        <source>Non leggibili</source>
+        <translation>Unreadable</translation>
+    </message>
+    <message>
+        <source>Grafica senza il suo MP3</source>
+        <translation>Graphics without their MP3</translation>
+    </message>
+    <message>
+        <source>Cartella di lavoro del programma</source>
+        <translation>Work folder of the program</translation>
+    </message>
+    <message>
+        <source>il percorso ha più di 45 caratteri: Brisel non può avere la song</source>
+        <translation>the path has more than 45 characters: Brisel can&apos;t have the song</translation>
+    </message>
+    <message>
+        <source>il nome ha più di otto caratteri</source>
+        <translation>the name has more than eight characters</translation>
+    </message>
+    <message>
+        <source>il nome della cartella ha più di otto caratteri</source>
+        <translation>the folder&apos;s name has more than eight characters</translation>
+    </message>
+    <message>
+        <source>la cartella non si può leggere fino alla fine</source>
+        <translation>the folder can&apos;t be read to its end</translation>
+    </message>
+    <message>
+        <source>il file non si può leggere</source>
+        <translation>the file can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>il file è vuoto o troppo corto</source>
+        <translation>the file is empty or too short</translation>
+    </message>
+    <message>
+        <source>non è un file</source>
+        <translation>it is not a file</translation>
+    </message>
+    <message>
+        <source>il nome non è valido</source>
+        <translation>the name is not valid</translation>
+    </message>
+    <message>
+        <source>porta fuori dalla memoria</source>
+        <translation>it leads out of the memory</translation>
+    </message>
+    <message>
+        <source>ha lo stesso contenuto di %1</source>
+        <translation>it has the same content as %1</translation>
+    </message>
+    <message>
+        <source>qui il programma tiene i nomi abbreviati e ciò che serve a finire un aggiornamento interrotto; Brisel non la usa</source>
+        <translation>here the program keeps short names, and what it needs to finish an interrupted update; Brisel does not use it</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Percorso</source>
+        <translation>Path</translation>
+    </message>
+    <message>
+        <source>Dimensione</source>
+        <translation>Size</translation>
+    </message>
+    <message>
+        <source>Nota</source>
+        <translation>Note</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::FoldersView</name>
+    <message>
+        <source>File e cartelle della memoria</source>
+        <translation>Files and folders of the memory</translation>
+    </message>
+    <message>
+        <source>Ciò che sta sulla memoria e non è una song dell&apos;indice</source>
+        <translation>What is on the memory and is not a song of the index</translation>
+    </message>
+    <message>
+        <source>Legge le song di uguale dimensione e mostra quelle con lo stesso contenuto</source>
+        <translation>Reads songs of the same size and shows those with the same content</translation>
+    </message>
+    <message>
+        <source>Cerca &amp;doppioni</source>
+        <translation>Find &amp;duplicates</translation>
+    </message>
+    <message>
+        <source>Ricerca dei doppioni</source>
+        <translation>Search for duplicates</translation>
+    </message>
+    <message>
+        <source>Quanto è stato letto</source>
+        <translation>How much has been read</translation>
+    </message>
+    <message>
+        <source>&amp;Interrompi</source>
+        <translation>&amp;Stop</translation>
+    </message>
+    <message>
+        <source>La memoria non è ancora letta</source>
+        <translation>The memory has not been read yet</translation>
+    </message>
+    <message>
+        <source>Nessun doppione</source>
+        <translation>No duplicates</translation>
+    </message>
+    <message>
+        <source>Sulla memoria ci sono solo le song dell&apos;indice</source>
+        <translation>There are only the songs of the index on the memory</translation>
+    </message>
+</context>
+<context>
     <name>brisel::HelpDialog</name>
     <message>
         <source>Aiuto Brisel2 PC</source>
@@ -2320,6 +2450,78 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>&amp;Chiudi</source>
         <translation>&amp;Close</translation>
     </message>
+    <message numerus="yes">
+        <source>%n song, indice del %1</source>
+        <translation>
+            <numerusform>%n song, index of %1</numerusform>
+            <numerusform>%n songs, index of %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 liberi di %2</source>
+        <translation>%1 free of %2</translation>
+    </message>
+    <message>
+        <source>Nessuna memoria è collegata al computer</source>
+        <translation>No memory is connected to the computer</translation>
+    </message>
+    <message>
+        <source>La memoria non è più presente</source>
+        <translation>The memory is no longer there</translation>
+    </message>
+    <message>
+        <source>La memoria non è preparata per Brisel</source>
+        <translation>The memory is not prepared for Brisel</translation>
+    </message>
+    <message>
+        <source>L&apos;indice della memoria non si può leggere</source>
+        <translation>The index of the memory can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>La memoria non si può leggere</source>
+        <translation>The memory can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>L&apos;indice è incompleto</source>
+        <translation>The index is incomplete</translation>
+    </message>
+    <message>
+        <source>Non si può modificare: %1</source>
+        <translation>It can&apos;t be changed: %1</translation>
+    </message>
+    <message>
+        <source>Confronto dell&apos;indice con le song...</source>
+        <translation>Comparing the index with the songs...</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n nuove</source>
+        <translation>
+            <numerusform>%n new</numerusform>
+            <numerusform>%n new</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n mancanti</source>
+        <translation>
+            <numerusform>%n missing</numerusform>
+            <numerusform>%n missing</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n cambiate</source>
+        <translation>
+            <numerusform>%n changed</numerusform>
+            <numerusform>%n changed</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Indice e song concordano</source>
+        <translation>Index and songs agree</translation>
+    </message>
+    <message>
+        <source>Da aggiornare: %1</source>
+        <translation>To be updated: %1</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MidiPlayer</name>
@@ -2438,6 +2640,77 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Fa ascoltare la song della riga corrente (barra spaziatrice)</source>
         <translation>Plays the song of the current row (space bar)</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PlayerView</name>
+    <message>
+        <source>&amp;Elenco:</source>
+        <translation>&amp;List:</translation>
+    </message>
+    <message>
+        <source>Gli elenchi che Brisel mostra</source>
+        <translation>The lists that Brisel shows</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>MP3 per titolo</source>
+        <translation>MP3 by title</translation>
+    </message>
+    <message>
+        <source>MP3 per artista</source>
+        <translation>MP3 by artist</translation>
+    </message>
+    <message>
+        <source>MP3 per genere</source>
+        <translation>MP3 by genre</translation>
+    </message>
+    <message>
+        <source>Ce&amp;rca:</source>
+        <translation>Sea&amp;rch:</translation>
+    </message>
+    <message>
+        <source>Mostra solo le song che contengono queste parole, anche per campo, per esempio genere:rock bpm&gt;120 (Ctrl+F; Esc le mostra tutte)</source>
+        <translation>Shows only songs that contain these words, also by field, for example genre:rock bpm&gt;120 (Ctrl+F; Esc shows all)</translation>
+    </message>
+    <message>
+        <source>Song della memoria</source>
+        <translation>Songs of the memory</translation>
+    </message>
+    <message>
+        <source>Le song nell&apos;ordine di Brisel; una nota dice che cosa Brisel non può aprire o mostra in modo sbagliato</source>
+        <translation>The songs in the order of Brisel; a note says what Brisel can&apos;t open or shows wrongly</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>lo spazio</source>
+        <translation>the space</translation>
+    </message>
+    <message>
+        <source>Va al primo testo che comincia con %1</source>
+        <translation>Goes to the first text that begins with %1</translation>
+    </message>
+    <message>
+        <source>La voce %1 della tabella di Brisel non porta a nulla</source>
+        <translation>The entry %1 of Brisel&apos;s table leads nowhere</translation>
+    </message>
+    <message>
+        <source>Vai a %1</source>
+        <translation>Go to %1</translation>
     </message>
 </context>
 <context>
@@ -2743,6 +3016,80 @@ Try again when it has finished.</translation>
     <message>
         <source>%1 di %2</source>
         <translation>%1 of %2</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::SongListModel</name>
+    <message>
+        <source>l&apos;indice non ha il suo percorso</source>
+        <translation>the index does not have its path</translation>
+    </message>
+    <message>
+        <source>«?» nel percorso: Brisel non trova il file</source>
+        <translation>&quot;?&quot; in the path: Brisel does not find the file</translation>
+    </message>
+    <message>
+        <source>manca in un elenco di Brisel</source>
+        <translation>it is missing in a list of Brisel</translation>
+    </message>
+    <message>
+        <source>il suo numero c&apos;è due volte</source>
+        <translation>its number occurs twice</translation>
+    </message>
+    <message>
+        <source>il file non c&apos;è</source>
+        <translation>the file is missing</translation>
+    </message>
+    <message>
+        <source>il file è cambiato dopo l&apos;ultimo aggiornamento</source>
+        <translation>the file was changed after the last update</translation>
+    </message>
+    <message>
+        <source>il file non si può leggere</source>
+        <translation>the file can&apos;t be read</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n songs</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>(non in questo elenco)</source>
+        <translation>(not in this list)</translation>
+    </message>
+    <message>
+        <source>(senza nome)</source>
+        <translation>(without a name)</translation>
+    </message>
+    <message>
+        <source>sì</source>
+        <translation>yes</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Percorso</source>
+        <translation>Path</translation>
+    </message>
+    <message>
+        <source>Tempo</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>Formato</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Markers</translation>
+    </message>
+    <message>
+        <source>Nota</source>
+        <translation>Note</translation>
     </message>
 </context>
 <context>

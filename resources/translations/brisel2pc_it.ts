@@ -1227,6 +1227,136 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
+    <name>brisel::FoldersModel</name>
+    <message>
+        <source>Doppioni</source>
+        <translation>Doppioni</translation>
+    </message>
+    <message>
+        <source>Nuove, non ancora nell&apos;indice</source>
+        <translation>Nuove, non ancora nell&apos;indice</translation>
+    </message>
+    <message>
+        <source>Troppo lunghi</source>
+        <translation>Troppo lunghi</translation>
+    </message>
+    <message>
+        <source>Non leggibili</source>
+        <translation>Non leggibili</translation>
+    </message>
+    <message>
+        <source>Grafica senza il suo MP3</source>
+        <translation>Grafica senza il suo MP3</translation>
+    </message>
+    <message>
+        <source>Cartella di lavoro del programma</source>
+        <translation>Cartella di lavoro del programma</translation>
+    </message>
+    <message>
+        <source>il percorso ha più di 45 caratteri: Brisel non può avere la song</source>
+        <translation>il percorso ha più di 45 caratteri: Brisel non può avere la song</translation>
+    </message>
+    <message>
+        <source>il nome ha più di otto caratteri</source>
+        <translation>il nome ha più di otto caratteri</translation>
+    </message>
+    <message>
+        <source>il nome della cartella ha più di otto caratteri</source>
+        <translation>il nome della cartella ha più di otto caratteri</translation>
+    </message>
+    <message>
+        <source>la cartella non si può leggere fino alla fine</source>
+        <translation>la cartella non si può leggere fino alla fine</translation>
+    </message>
+    <message>
+        <source>il file non si può leggere</source>
+        <translation>il file non si può leggere</translation>
+    </message>
+    <message>
+        <source>il file è vuoto o troppo corto</source>
+        <translation>il file è vuoto o troppo corto</translation>
+    </message>
+    <message>
+        <source>non è un file</source>
+        <translation>non è un file</translation>
+    </message>
+    <message>
+        <source>il nome non è valido</source>
+        <translation>il nome non è valido</translation>
+    </message>
+    <message>
+        <source>porta fuori dalla memoria</source>
+        <translation>porta fuori dalla memoria</translation>
+    </message>
+    <message>
+        <source>ha lo stesso contenuto di %1</source>
+        <translation>ha lo stesso contenuto di %1</translation>
+    </message>
+    <message>
+        <source>qui il programma tiene i nomi abbreviati e ciò che serve a finire un aggiornamento interrotto; Brisel non la usa</source>
+        <translation>qui il programma tiene i nomi abbreviati e ciò che serve a finire un aggiornamento interrotto; Brisel non la usa</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Percorso</source>
+        <translation>Percorso</translation>
+    </message>
+    <message>
+        <source>Dimensione</source>
+        <translation>Dimensione</translation>
+    </message>
+    <message>
+        <source>Nota</source>
+        <translation>Nota</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::FoldersView</name>
+    <message>
+        <source>File e cartelle della memoria</source>
+        <translation>File e cartelle della memoria</translation>
+    </message>
+    <message>
+        <source>Ciò che sta sulla memoria e non è una song dell&apos;indice</source>
+        <translation>Ciò che sta sulla memoria e non è una song dell&apos;indice</translation>
+    </message>
+    <message>
+        <source>Legge le song di uguale dimensione e mostra quelle con lo stesso contenuto</source>
+        <translation>Legge le song di uguale dimensione e mostra quelle con lo stesso contenuto</translation>
+    </message>
+    <message>
+        <source>Cerca &amp;doppioni</source>
+        <translation>Cerca &amp;doppioni</translation>
+    </message>
+    <message>
+        <source>Ricerca dei doppioni</source>
+        <translation>Ricerca dei doppioni</translation>
+    </message>
+    <message>
+        <source>Quanto è stato letto</source>
+        <translation>Quanto è stato letto</translation>
+    </message>
+    <message>
+        <source>&amp;Interrompi</source>
+        <translation>&amp;Interrompi</translation>
+    </message>
+    <message>
+        <source>La memoria non è ancora letta</source>
+        <translation>La memoria non è ancora letta</translation>
+    </message>
+    <message>
+        <source>Nessun doppione</source>
+        <translation>Nessun doppione</translation>
+    </message>
+    <message>
+        <source>Sulla memoria ci sono solo le song dell&apos;indice</source>
+        <translation>Sulla memoria ci sono solo le song dell&apos;indice</translation>
+    </message>
+</context>
+<context>
     <name>brisel::HelpDialog</name>
     <message>
         <source>Aiuto Brisel2 PC</source>
@@ -2320,6 +2450,78 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>&amp;Chiudi</source>
         <translation>&amp;Chiudi</translation>
     </message>
+    <message numerus="yes">
+        <source>%n song, indice del %1</source>
+        <translation>
+            <numerusform>%n song, indice del %1</numerusform>
+            <numerusform>%n song, indice del %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 liberi di %2</source>
+        <translation>%1 liberi di %2</translation>
+    </message>
+    <message>
+        <source>Nessuna memoria è collegata al computer</source>
+        <translation>Nessuna memoria è collegata al computer</translation>
+    </message>
+    <message>
+        <source>La memoria non è più presente</source>
+        <translation>La memoria non è più presente</translation>
+    </message>
+    <message>
+        <source>La memoria non è preparata per Brisel</source>
+        <translation>La memoria non è preparata per Brisel</translation>
+    </message>
+    <message>
+        <source>L&apos;indice della memoria non si può leggere</source>
+        <translation>L&apos;indice della memoria non si può leggere</translation>
+    </message>
+    <message>
+        <source>La memoria non si può leggere</source>
+        <translation>La memoria non si può leggere</translation>
+    </message>
+    <message>
+        <source>L&apos;indice è incompleto</source>
+        <translation>L&apos;indice è incompleto</translation>
+    </message>
+    <message>
+        <source>Non si può modificare: %1</source>
+        <translation>Non si può modificare: %1</translation>
+    </message>
+    <message>
+        <source>Confronto dell&apos;indice con le song...</source>
+        <translation>Confronto dell&apos;indice con le song...</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n nuove</source>
+        <translation>
+            <numerusform>%n nuova</numerusform>
+            <numerusform>%n nuove</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n mancanti</source>
+        <translation>
+            <numerusform>%n mancante</numerusform>
+            <numerusform>%n mancanti</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n cambiate</source>
+        <translation>
+            <numerusform>%n cambiata</numerusform>
+            <numerusform>%n cambiate</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Indice e song concordano</source>
+        <translation>Indice e song concordano</translation>
+    </message>
+    <message>
+        <source>Da aggiornare: %1</source>
+        <translation>Da aggiornare: %1</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MidiPlayer</name>
@@ -2438,6 +2640,77 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Fa ascoltare la song della riga corrente (barra spaziatrice)</source>
         <translation>Fa ascoltare la song della riga corrente (barra spaziatrice)</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PlayerView</name>
+    <message>
+        <source>&amp;Elenco:</source>
+        <translation>&amp;Elenco:</translation>
+    </message>
+    <message>
+        <source>Gli elenchi che Brisel mostra</source>
+        <translation>Gli elenchi che Brisel mostra</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genere</translation>
+    </message>
+    <message>
+        <source>MP3 per titolo</source>
+        <translation>MP3 per titolo</translation>
+    </message>
+    <message>
+        <source>MP3 per artista</source>
+        <translation>MP3 per artista</translation>
+    </message>
+    <message>
+        <source>MP3 per genere</source>
+        <translation>MP3 per genere</translation>
+    </message>
+    <message>
+        <source>Ce&amp;rca:</source>
+        <translation>Ce&amp;rca:</translation>
+    </message>
+    <message>
+        <source>Mostra solo le song che contengono queste parole, anche per campo, per esempio genere:rock bpm&gt;120 (Ctrl+F; Esc le mostra tutte)</source>
+        <translation>Mostra solo le song che contengono queste parole, anche per campo, per esempio genere:rock bpm&gt;120 (Ctrl+F; Esc le mostra tutte)</translation>
+    </message>
+    <message>
+        <source>Song della memoria</source>
+        <translation>Song della memoria</translation>
+    </message>
+    <message>
+        <source>Le song nell&apos;ordine di Brisel; una nota dice che cosa Brisel non può aprire o mostra in modo sbagliato</source>
+        <translation>Le song nell&apos;ordine di Brisel; una nota dice che cosa Brisel non può aprire o mostra in modo sbagliato</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 di %2</translation>
+    </message>
+    <message>
+        <source>lo spazio</source>
+        <translation>lo spazio</translation>
+    </message>
+    <message>
+        <source>Va al primo testo che comincia con %1</source>
+        <translation>Va al primo testo che comincia con %1</translation>
+    </message>
+    <message>
+        <source>La voce %1 della tabella di Brisel non porta a nulla</source>
+        <translation>La voce %1 della tabella di Brisel non porta a nulla</translation>
+    </message>
+    <message>
+        <source>Vai a %1</source>
+        <translation>Vai a %1</translation>
     </message>
 </context>
 <context>
@@ -2743,6 +3016,80 @@ Riprovare quando ha finito.</translation>
     <message>
         <source>%1 di %2</source>
         <translation>%1 di %2</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::SongListModel</name>
+    <message>
+        <source>l&apos;indice non ha il suo percorso</source>
+        <translation>l&apos;indice non ha il suo percorso</translation>
+    </message>
+    <message>
+        <source>«?» nel percorso: Brisel non trova il file</source>
+        <translation>«?» nel percorso: Brisel non trova il file</translation>
+    </message>
+    <message>
+        <source>manca in un elenco di Brisel</source>
+        <translation>manca in un elenco di Brisel</translation>
+    </message>
+    <message>
+        <source>il suo numero c&apos;è due volte</source>
+        <translation>il suo numero c&apos;è due volte</translation>
+    </message>
+    <message>
+        <source>il file non c&apos;è</source>
+        <translation>il file non c&apos;è</translation>
+    </message>
+    <message>
+        <source>il file è cambiato dopo l&apos;ultimo aggiornamento</source>
+        <translation>il file è cambiato dopo l&apos;ultimo aggiornamento</translation>
+    </message>
+    <message>
+        <source>il file non si può leggere</source>
+        <translation>il file non si può leggere</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n song</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>(non in questo elenco)</source>
+        <translation>(non in questo elenco)</translation>
+    </message>
+    <message>
+        <source>(senza nome)</source>
+        <translation>(senza nome)</translation>
+    </message>
+    <message>
+        <source>sì</source>
+        <translation>sì</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Percorso</source>
+        <translation>Percorso</translation>
+    </message>
+    <message>
+        <source>Tempo</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>Formato</source>
+        <translation>Formato</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>Nota</source>
+        <translation>Nota</translation>
     </message>
 </context>
 <context>

@@ -22,10 +22,10 @@
 #include "library/dialogs/windowrun.h"
 #include "library/synchroniser.h"
 #include "library/syncpreview.h"
-#include "memory/dialogs/memorywindow.h"
 #include "songfile/metasong.h"
 #include "songfile/songinfo.h"
 #include "tests/app/editwindows.h"
+#include "tests/app/memorywindows.h"
 #include "tests/logcapture.h"
 #include "tools/samplesongs.h"
 
@@ -404,6 +404,7 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("history-empty"),
                               QStringLiteral("restore-backup"),
                               QStringLiteral("memory"),
+                              QStringLiteral("memory-folders"),
                               QStringLiteral("progress")};
 
 std::unique_ptr<QWidget> makeWindow(const QString &name)
@@ -436,7 +437,8 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("history"), makeHistoryDialog},
         {QStringLiteral("history-empty"), makeEmptyHistoryDialog},
         {QStringLiteral("restore-backup"), makeBackupRestoreDialog},
-        {QStringLiteral("memory"), [] { return std::make_unique<MemoryWindow>(); }},
+        {QStringLiteral("memory"), makeMemoryWindow},
+        {QStringLiteral("memory-folders"), makeMemoryFoldersWindow},
         {QStringLiteral("progress"), [] { return std::make_unique<WindowAtWork>(); }},
     };
     return windows.value(name)();

@@ -1,48 +1,71 @@
-#include "memory/dialogs/memorywindow.h"
-
-#include "tests/app/samplewindow.h"
+#include "index/recentmemories.h"
+#include "tests/app/memorywindowtest.h"
+#include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
-#include <QTabWidget>
+#include <QProcess>
+#include <QSignalSpy>
 
 using namespace brisel;
 
-/// The window of the memory, opened from the real main window.
-class TestMemoryWindow : public QObject
+/// The window of the memory, and the memories that are mounted and removed while it is open.
+class TestMemoryWindow : public MemoryWindowTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_sample = std::make_unique<SampleWindow>(); }
-    void cleanup() { closeVerified(m_sample); }
+    void init() { begin(); }
+    void cleanup() { end(); }
     void opensOnce();
     void opensNothingDuringARun();
     void keepsItsPlace();
     void fitsASmallScreen();
     void closesWithTheMainWindow();
+    void asksBeforeItCloses();
+    void showsTheState();
+    void showsHowIndexAndSongsDiffer();
+    void speaksEnglish();
+    void saysThatThereIsNoMemory();
+    void saysThatAMemoryIsNotPrepared();
+    void saysThatTheIndexCannotBeRead();
+    void saysThatTheIndexIsIncomplete();
+    void saysThatAnotherProgramWorks();
+    void saysThatTheMemoryIsWriteProtected();
+    void followsTheMemories();
+    void readsAnotherMemoryInItsPlace();
+    void readsWhatAnotherProgramWrote();
+    void remembersTheLastMemory();
+    void asksBeforeAnotherMemoryIsChosen();
+    void waitsForTheEndOfARun();
 
 private:
-    MemoryWindow *open(const char *button = "memoryToolButton") const
+    QStringList memories() const
     {
-        m_sample->press(button);
-        auto *window = m_sample->window->findChild<MemoryWindow *>();
-        return window != nullptr && QTest::qWaitForWindowExposed(window) ? window : nullptr;
+        QStringList names;
+        const auto *box = find<QComboBox>("memoryComboBox");
+        for (int i = 0; i < box->count(); ++i)
+            names.append(box->itemText(i));
+        return names;
     }
-
-    std::unique_ptr<SampleWindow> m_sample;
+    void choose(const QString &name) const
+    {
+        auto *box = find<QComboBox>("memoryComboBox");
+        box->setFocus();
+        box->setCurrentText(name);
+        emit box->activated(box->currentIndex());
+    }
 };
 
 void TestMemoryWindow::opensOnce()
 {
-    const QPointer<MemoryWindow> window = open();
-    QVERIFY(window != nullptr);
-    QVERIFY(window->isWindow());
-    QVERIFY(!window->isModal());
+    open();
+    QVERIFY(m_window->isWindow());
+    QVERIFY(!m_window->isModal());
     m_sample->window->findChild<QAction *>(u"actionMemory"_qs)->trigger();
     QCOMPARE(m_sample->window->findChildren<MemoryWindow *>().size(), 1);
-    DialogScript::click(window, u"closePushButton"_qs);
-    QTRY_VERIFY(window == nullptr);
-    QVERIFY(open() != nullptr);
+    DialogScript::click(m_window, u"closePushButton"_qs);
+    QTRY_VERIFY(m_window == nullptr);
+    open();
 }
 
 void TestMemoryWindow::opensNothingDuringARun()
@@ -54,29 +77,256 @@ void TestMemoryWindow::opensNothingDuringARun()
 
 void TestMemoryWindow::keepsItsPlace()
 {
-    QPointer<MemoryWindow> window = open();
-    window->setGeometry(20, 40, 760, 530);
+    open();
+    m_window->setGeometry(5, 40, 790, 530);
     QCoreApplication::processEvents();
-    const QRect place = window->geometry();
-    window->close();
-    QTRY_VERIFY(window == nullptr);
-    QCOMPARE(open()->geometry(), place);
+    const QRect place = m_window->geometry();
+    m_window->close();
+    QTRY_VERIFY(m_window == nullptr);
+    open();
+    QCOMPARE(m_window->geometry(), place);
 }
 
 void TestMemoryWindow::fitsASmallScreen()
 {
-    const MemoryWindow *window = open();
-    QVERIFY2(window->minimumSizeHint().width() <= 800 && window->minimumSizeHint().height() <= 560,
-             qPrintable(u"%1x%2"_qs.arg(window->minimumSizeHint().width())
-                            .arg(window->minimumSizeHint().height())));
+    open();
+    const QSize least = m_window->minimumSizeHint();
+    QVERIFY2(least.width() <= 1000 && least.height() <= 560,
+             qPrintable(u"%1x%2"_qs.arg(least.width()).arg(least.height())));
 }
 
 void TestMemoryWindow::closesWithTheMainWindow()
 {
-    const QPointer<MemoryWindow> window = open();
+    open();
     m_sample->window->close();
-    QTRY_VERIFY(window == nullptr);
+    QTRY_VERIFY(m_window == nullptr);
     QVERIFY(!m_sample->window->isVisible());
+}
+
+void TestMemoryWindow::asksBeforeItCloses()
+{
+    open();
+    m_window->setMayLeave([] { return false; });
+    m_sample->window->close();
+    QVERIFY(m_sample->window->isVisible());
+    QVERIFY(m_window->isVisible());
+}
+
+void TestMemoryWindow::showsTheState()
+{
+    open();
+    QCOMPARE(text("stateLabel"), u"Indice e song concordano"_qs);
+    QVERIFY2(text("songsLabel").startsWith(u"4 song, indice del "_qs),
+             qPrintable(text("songsLabel")));
+    const QString space = find<QProgressBar>("spaceProgressBar")->format();
+    QVERIFY2(space.contains(u" liberi di "_qs), qPrintable(space));
+    QCOMPARE(memories(), QStringList(u"CARD"_qs));
+    QCOMPARE(m_window->root(), m_memory->root());
+}
+
+void TestMemoryWindow::showsHowIndexAndSongsDiffer()
+{
+    m_memory->remove(u"A.MID"_qs);
+    m_memory->setDate(u"C.KAR"_qs, QDateTime({2010, 1, 1}, {0, 0}, QTimeZone::utc()));
+    m_memory->write(u"NEW.MID"_qs, "12345");
+    m_memory->write(u"NEW2.MID"_qs, "12345");
+    open();
+    QCOMPARE(text("stateLabel"), u"Da aggiornare: 2 nuove, 1 mancanti, 1 cambiate"_qs);
+    m_memory->write(u"A.MID"_qs, m_memory->read(u"C.KAR"_qs));
+    dateSongs(*m_memory);
+    m_memory->remove(u"NEW2.MID"_qs);
+    m_window->readAgain();
+    waitForLook();
+    QCOMPARE(text("stateLabel"), u"Da aggiornare: 1 nuove"_qs);
+    m_sample->changeLanguage(u"it"_qs);
+    QCOMPARE(text("stateLabel"), u"Da aggiornare: 1 nuova"_qs);
+}
+
+void TestMemoryWindow::speaksEnglish()
+{
+    m_memory->remove(u"A.MID"_qs);
+    open();
+    m_sample->changeLanguage(u"en"_qs);
+    QCOMPARE(m_window->windowTitle(), u"Memory"_qs);
+    QCOMPARE(text("stateLabel"), u"To be updated: 1 missing"_qs);
+    QVERIFY(text("songsLabel").startsWith(u"4 songs, index of "_qs));
+    QVERIFY(find<QProgressBar>("spaceProgressBar")->format().contains(u" free of "_qs));
+    QCOMPARE(find<QComboBox>("listComboBox")->itemText(3), u"MP3 by title"_qs);
+    QCOMPARE(songs()->model()->headerData(1, Qt::Horizontal).toString(), u"Path"_qs);
+    QCOMPARE(column(songs(), 5).at(1), u"the file is missing"_qs);
+    QCOMPARE(text("foldersLabel"), u"There are only the songs of the index on the memory"_qs);
+    m_sample->changeLanguage(u"it"_qs);
+    QCOMPARE(column(songs(), 5).at(1), u"il file non c'è"_qs);
+}
+
+void TestMemoryWindow::saysThatThereIsNoMemory()
+{
+    qputenv("BRISEL_VOLUMES", QFile::encodeName(m_memory->path(u"nothing"_qs)));
+    open();
+    QCOMPARE(text("stateLabel"), u"Nessuna memoria è collegata al computer"_qs);
+    QVERIFY(!find<QComboBox>("memoryComboBox")->isEnabled());
+    QVERIFY(!find<QWidget>("splitter")->isEnabled());
+    QCOMPARE(m_window->root(), QString());
+    QVERIFY(QDir().mkpath(m_memory->path(u"nothing/NEW"_qs)));
+    QTRY_COMPARE(memories(), QStringList(u"NEW"_qs));
+    QVERIFY(find<QWidget>("splitter")->isEnabled());
+}
+
+void TestMemoryWindow::saysThatAMemoryIsNotPrepared()
+{
+    const QStringList names = m_memory->rootFiles().keys();
+    for (const QString &name : names) {
+        if (name.endsWith(u".id2"_qs))
+            m_memory->remove(name);
+    }
+    open();
+    QCOMPARE(text("stateLabel"), u"La memoria non è preparata per Brisel"_qs);
+    QCOMPARE(text("songsLabel"), QString());
+    QTRY_COMPARE(column(folders(), 0).size(), 1);
+    QCOMPARE(column(folders(), 0, group(folders(), 0)).size(), 4);
+}
+
+void TestMemoryWindow::saysThatTheIndexCannotBeRead()
+{
+    m_memory->remove(u"index.id2"_qs);
+    QVERIFY(QFile::link(u"index.id2"_qs, m_memory->path(u"index.id2"_qs)));
+    open();
+    QCOMPARE(text("stateLabel"), u"L'indice della memoria non si può leggere"_qs);
+    QCOMPARE(text("foldersLabel"), u"La memoria non è ancora letta"_qs);
+}
+
+void TestMemoryWindow::saysThatTheIndexIsIncomplete()
+{
+    m_memory->remove(u"fsinfos.id2"_qs);
+    open();
+    QCOMPARE(text("stateLabel"), u"L'indice è incompleto. Indice e song concordano"_qs);
+}
+
+void TestMemoryWindow::saysThatAnotherProgramWorks()
+{
+    // Locks of one process are shared; the child's is not.
+    QProcess other;
+    other.start(u"flock"_qs, {m_memory->root(), u"cat"_qs});
+    if (!other.waitForStarted())
+        QSKIP("there is no flock");
+    other.write("x");
+    QVERIFY(other.waitForReadyRead());
+    open();
+    QCOMPARE(text("stateLabel"),
+             u"Un altro programma sta lavorando su questa memoria. Riprovare quando ha finito."_qs);
+    other.closeWriteChannel();
+    QVERIFY(other.waitForFinished());
+    QTRY_COMPARE(text("stateLabel"), u"Indice e song concordano"_qs);
+}
+
+void TestMemoryWindow::saysThatTheMemoryIsWriteProtected()
+{
+    QVERIFY(QDir().mkpath(volumes() + u"/DISK"_qs));
+    const SmallDisk disk(volumes() + u"/DISK"_qs, SmallDisk::memorySize);
+    if (!disk.isMounted())
+        QSKIP("only root can mount a file system");
+    open();
+    choose(u"DISK"_qs);
+    QSignalSpy spy(m_window, &MemoryWindow::readOnlyChanged);
+    QVERIFY(disk.setReadOnly(true));
+    QTRY_COMPARE(spy.size(), 1);
+    QVERIFY(!m_window->readOnlyReason().isEmpty());
+    QCOMPARE(text("stateLabel"),
+             u"La memoria non è preparata per Brisel. Non si può modificare: %1"_qs.arg(
+                 m_window->readOnlyReason()));
+    choose(u"CARD"_qs);
+    QCOMPARE(m_window->readOnlyReason(), QString());
+}
+
+void TestMemoryWindow::followsTheMemories()
+{
+    open();
+    QVERIFY(QDir().mkpath(volumes() + u"/MORE"_qs));
+    QTRY_COMPARE(memories(), QStringList({u"CARD"_qs, u"MORE"_qs}));
+    QCOMPARE(find<QComboBox>("memoryComboBox")->currentText(), u"CARD"_qs);
+    QVERIFY(QDir().rename(m_memory->root(), m_sample->at(u"away"_qs)));
+    QTRY_COMPARE(text("stateLabel"), u"La memoria non è più presente"_qs);
+    QCOMPARE(memories(), QStringList({u"MORE"_qs, u"CARD"_qs}));
+    QCOMPARE(find<QComboBox>("memoryComboBox")->currentText(), u"CARD"_qs);
+    QVERIFY(!find<QWidget>("splitter")->isEnabled());
+    QCOMPARE(songs()->model()->rowCount(), 0);
+    QCOMPARE(m_window->contents()->size(), 0);
+    QVERIFY(QDir().rename(m_sample->at(u"away"_qs), m_memory->root()));
+    QTRY_COMPARE(text("stateLabel"), u"Indice e song concordano"_qs);
+    QVERIFY(find<QWidget>("splitter")->isEnabled());
+    QCOMPARE(songs()->model()->rowCount(), 4);
+    QVERIFY(QDir().rmdir(volumes() + u"/MORE"_qs));
+    QTRY_COMPARE(memories(), QStringList(u"CARD"_qs));
+}
+
+void TestMemoryWindow::readsAnotherMemoryInItsPlace()
+{
+    open();
+    QVERIFY(QDir().mkpath(m_sample->at(u"other"_qs)));
+    QVERIFY(QDir().rename(m_memory->root(), m_sample->at(u"away"_qs)));
+    QVERIFY(QDir().rename(m_sample->at(u"other"_qs), m_memory->root()));
+    QTRY_COMPARE(text("stateLabel"), u"La memoria non è preparata per Brisel"_qs);
+    QCOMPARE(songs()->model()->rowCount(), 0);
+    QVERIFY(QDir().rmdir(m_memory->root()));
+    QVERIFY(QDir().rename(m_sample->at(u"away"_qs), m_memory->root()));
+    QTRY_COMPARE(songs()->model()->rowCount(), 4);
+}
+
+void TestMemoryWindow::readsWhatAnotherProgramWrote()
+{
+    open();
+    m_sample->window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
+    m_memory->cut(u"index.id2"_qs, 64);
+    m_window->setIsChanged([] { return true; });
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    QCOMPARE(m_window->contents()->size(), 4);
+    m_sample->window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
+    m_window->setIsChanged([] { return false; });
+    m_window->activateWindow();
+    QTRY_COMPARE(m_window->contents()->size(), 3);
+}
+
+void TestMemoryWindow::remembersTheLastMemory()
+{
+    QVERIFY(QDir().mkpath(volumes() + u"/ALPHA"_qs));
+    open();
+    QCOMPARE(find<QComboBox>("memoryComboBox")->currentText(), u"ALPHA"_qs);
+    choose(u"CARD"_qs);
+    QCOMPARE(m_window->contents()->size(), 4);
+    QCOMPARE(recentMemories(), QStringList(m_memory->root()));
+    m_window->close();
+    QTRY_VERIFY(m_window == nullptr);
+    open();
+    QCOMPARE(find<QComboBox>("memoryComboBox")->currentText(), u"CARD"_qs);
+}
+
+void TestMemoryWindow::asksBeforeAnotherMemoryIsChosen()
+{
+    QVERIFY(QDir().mkpath(volumes() + u"/MORE"_qs));
+    open();
+    m_window->setMayLeave([] { return false; });
+    choose(u"MORE"_qs);
+    QCOMPARE(find<QComboBox>("memoryComboBox")->currentText(), u"CARD"_qs);
+    QCOMPARE(m_window->contents()->size(), 4);
+    m_window->setMayLeave([] { return true; });
+    choose(u"MORE"_qs);
+    QCOMPARE(m_window->contents()->size(), 0);
+}
+
+void TestMemoryWindow::waitsForTheEndOfARun()
+{
+    open();
+    m_memory->cut(u"index.id2"_qs, 64);
+    {
+        const RunGuard guard;
+        m_window->readAgain();
+        QTest::qWait(50);
+        QCOMPARE(m_window->contents()->size(), 4);
+    }
+    QTRY_COMPARE(m_window->contents()->size(), 3);
 }
 
 BRISEL_TEST(QApplication, TestMemoryWindow)

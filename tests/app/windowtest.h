@@ -7,6 +7,16 @@
 namespace brisel
 {
 
+/// The part of \a window with the object name \a name; a missing one ends the test program.
+template <typename Kind>
+Kind *partOf(const QWidget &window, const char *name)
+{
+    auto *object = window.findChild<Kind *>(QString::fromLatin1(name));
+    if (object == nullptr)
+        qFatal("no %s", name);
+    return object;
+}
+
 /// A test of the window as it opens: each case opens a new one.
 class WindowTest : public QObject
 {
@@ -17,14 +27,10 @@ protected:
         m_window->show();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     }
-    /// The part of the window with this object name; a missing one ends the test program.
     template <typename Kind>
     Kind *find(const char *name) const
     {
-        auto *object = m_window->findChild<Kind *>(QString::fromLatin1(name));
-        if (object == nullptr)
-            qFatal("no %s", name);
-        return object;
+        return partOf<Kind>(*m_window, name);
     }
 
     std::unique_ptr<MainWindow> m_window;

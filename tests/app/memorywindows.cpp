@@ -1,0 +1,100 @@
+#include "tests/app/memorywindows.h"
+
+#include "index/indexset.h"
+#include "memory/dialogs/memorywindow.h"
+#include "tests/logcapture.h"
+#include "tests/scriptedindex.h"
+#include "tools/samplesongs.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QProgressBar>
+#include <QTabWidget>
+#include <QTimeZone>
+#include <QTreeView>
+
+namespace brisel
+{
+
+namespace
+{
+
+const QString volumes = QStringLiteral("volumes");
+
+/// Gives a file a known time: the pictures of a window are the same on every day.
+bool setKnownTime(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadWrite) &&
+           file.setFileTime(QDateTime({2024, 5, 4}, {12, 0}, QTimeZone::utc()),
+                            QFileDevice::FileModificationTime);
+}
+
+/// Makes a memory "BRISEL" with an index, which some of its songs no longer match. Returns its
+/// root; empty on failure.
+QString makeMemory()
+{
+    const LogCapture quiet;
+    const QString root = QDir::current().filePath(volumes + QStringLiteral("/BRISEL"));
+    const QString folder = root + QStringLiteral("/BASI");
+    QStringList paths;
+    if (!QDir(root).removeRecursively() || !QDir().mkpath(folder) ||
+        !SampleSongs::writeSet(folder, &paths))
+        return {};
+    ScriptedIndex index;
+    index.setRenameQuestion([](const QString &, const QString &) { return 1; });
+    if (!index.createIndex(root))
+        return {};
+    const QStringList songs =
+        QDir(folder).entryList({QStringLiteral("*.mid")}, QDir::Files, QDir::Name);
+    for (const QString &name : IndexSet::names()) {
+        if (!setKnownTime(root + u'/' + name))
+            return {};
+    }
+    const bool isChanged =
+        songs.size() > 3 && QFile::remove(folder + u'/' + songs.at(1)) &&
+        setKnownTime(folder + u'/' + songs.at(2)) &&
+        QFile::copy(folder + u'/' + songs.at(0), folder + QStringLiteral("/NUOVA.MID")) &&
+        QFile::copy(folder + u'/' + songs.at(0), folder + QStringLiteral("/VALZER.CDG"));
+    return isChanged ? root : QString();
+}
+
+/// A window that closes the mount folder behind it.
+class Window : public MemoryWindow
+{
+public:
+    ~Window() override { qunsetenv("BRISEL_VOLUMES"); }
+};
+
+} // namespace
+
+std::unique_ptr<QWidget> makeMemoryWindow()
+{
+    if (makeMemory().isEmpty())
+        return nullptr;
+    qputenv("BRISEL_VOLUMES", QFile::encodeName(QDir::current().filePath(volumes)));
+    auto window = std::make_unique<Window>();
+    const auto *folders = window->findChild<QTreeView *>(QStringLiteral("foldersTreeView"));
+    constexpr int rounds = 10000; // at most; each works for some milliseconds
+    for (int i = 0; i < rounds && folders->model()->rowCount() == 0; ++i)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    auto *bar = window->findChild<QProgressBar *>(QStringLiteral("spaceProgressBar"));
+    const QStringList space{QStringLiteral("12,1 GB"), QStringLiteral("14,9 GB")};
+    bar->setFormat(QCoreApplication::translate("brisel::MemoryWindow", "%1 liberi di %2")
+                       .arg(space.at(0), space.at(1)));
+    bar->setValue(180);
+    auto *songs = window->findChild<QTreeView *>(QStringLiteral("songsTreeView"));
+    songs->setCurrentIndex(songs->model()->index(2, 0));
+    return window;
+}
+
+std::unique_ptr<QWidget> makeMemoryFoldersWindow()
+{
+    std::unique_ptr<QWidget> window = makeMemoryWindow();
+    if (window != nullptr)
+        window->findChild<QTabWidget *>()->setCurrentIndex(1);
+    return window;
+}
+
+} // namespace brisel
