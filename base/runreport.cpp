@@ -85,6 +85,9 @@ void RunReport::count(Success success)
     case Success::Deleted:
         ++m_deleted;
         break;
+    case Success::Renamed:
+        ++m_renamed;
+        break;
     }
 }
 
@@ -144,12 +147,13 @@ void RunReport::append(const RunReport &part)
     m_copied += part.m_copied;
     m_restored += part.m_restored;
     m_deleted += part.m_deleted;
+    m_renamed += part.m_renamed;
 }
 
 bool RunReport::isUntouched() const
 {
     return isEmpty() && m_operations.size() < 2 &&
-           m_updated + m_edited + m_copied + m_restored + m_deleted == 0;
+           m_updated + m_edited + m_copied + m_restored + m_deleted + m_renamed == 0;
 }
 
 int RunReport::counted(Success success) const
@@ -165,6 +169,8 @@ int RunReport::counted(Success success) const
         return m_restored;
     case Success::Deleted:
         return m_deleted;
+    case Success::Renamed:
+        return m_renamed;
     }
     return 0;
 }
@@ -190,6 +196,8 @@ QString RunReport::summary() const
         counts.append(tr("%n ripristinate", "", m_restored));
     if (m_deleted > 0)
         counts.append(tr("%n cancellate", "", m_deleted));
+    if (m_renamed > 0)
+        counts.append(tr("%n rinominate", "", m_renamed));
     if (const int count = failed(); count > 0)
         counts.append(tr("%n non riuscite", "", count));
     if (const int count = skipped(); count > 0)
@@ -319,6 +327,10 @@ QString RunReport::operationText(Operation operation)
         return tr("Ripristino");
     case Operation::Deletion:
         return tr("Cancellazione");
+    case Operation::Renaming:
+        return tr("Rinomina");
+    case Operation::CopyBack:
+        return tr("Copia sul computer");
     }
     return {};
 }
@@ -342,6 +354,8 @@ QString RunReport::stepText(Step step)
         return tr("Non ripristinata");
     case Step::Delete:
         return tr("Non cancellata");
+    case Step::Rename:
+        return tr("Non rinominata");
     }
     return {};
 }

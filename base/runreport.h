@@ -32,11 +32,13 @@ public:
         Index,
         SongsList,
         Restore,
-        Deletion
+        Deletion,
+        Renaming,
+        CopyBack
     };
-    enum class Success { Updated, Edited, Copied, Restored, Deleted };
+    enum class Success { Updated, Edited, Copied, Restored, Deleted, Renamed };
     /// The step that failed for a file.
-    enum class Step { Read, Find, Change, Save, Copy, Index, Restore, Delete };
+    enum class Step { Read, Find, Change, Save, Copy, Index, Restore, Delete, Rename };
     /// A field of a song that was changed.
     struct ChangedField {
         const char *field; ///< its name, marked as QT_TRANSLATE_NOOP("RunReport", "...")
@@ -136,6 +138,7 @@ private:
     int m_copied = 0;
     int m_restored = 0;
     int m_deleted = 0;
+    int m_renamed = 0;
 };
 
 } // namespace brisel

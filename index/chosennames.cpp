@@ -3,8 +3,6 @@
 #include "base/songsuffix.h"
 #include "index/songinfoindex.h"
 
-#include <algorithm>
-
 namespace brisel
 {
 
@@ -51,10 +49,8 @@ ChosenNames::Problem ChosenNames::problemOf(const QString &base)
 {
     if (base.isEmpty())
         return Problem::Empty;
-    if (std::any_of(base.cbegin(), base.cend(), isForbidden))
-        return Problem::Forbidden;
-    if (!isInCodePage(base))
-        return Problem::NotInPlayer;
+    if (const QString wrong = wrongCharacter(base); !wrong.isEmpty())
+        return isForbidden(wrong.front()) ? Problem::Forbidden : Problem::NotInPlayer;
     if (base.size() > longest)
         return Problem::TooLong;
     if (base != base.trimmed())

@@ -159,8 +159,6 @@ QList<MemoryRenames::NewName> LongNames::newNames(const QString &name, const QSt
     return names;
 }
 
-/// The graphics file beside the MP3 \a name, ignoring case in its suffix; empty if there is no such
-/// file.
 QString LongNames::companionOf(const QString &name)
 {
     if (suffixWithPoint(name).compare(QStringLiteral(".mp3"), Qt::CaseInsensitive) != 0)

@@ -58,9 +58,12 @@ public:
     [[nodiscard]] bool rename(MemoryRenames &renames, const QString &name,
                               const QString &shortName);
 
+    /// The graphics file beside the MP3 \a name, ignoring case in its suffix; empty if there is no
+    /// such file.
+    QString companionOf(const QString &name);
+
 private:
     QList<MemoryRenames::NewName> newNames(const QString &name, const QString &shortName);
-    QString companionOf(const QString &name);
     bool isTaken(const QString &name) const;
     bool isFile(const QString &name) const;
 

@@ -3,6 +3,7 @@
 #include "base/fatfolder.h"
 #include "base/folderhandle.h"
 #include "index/givennames.h"
+#include "index/songinfoindex.h"
 
 #include <algorithm>
 
@@ -36,6 +37,8 @@ bool MemoryRenames::rename(const QString &folder, const QList<NewName> &names)
         m_isGivenNew = !handle.isFat();
         if (handle.isFat())
             (void)m_given->flush(); // the names on the memory count all the same
+    } else if (m_mustStore && foldedText(names.first().from) != foldedText(names.first().to)) {
+        return false;
     }
     for (qsizetype done = 0; done < names.size(); ++done) {
         if (renameOne(handle, names.at(done).from, names.at(done).to))

@@ -28,6 +28,9 @@ public:
     /// The next calls are about the memory with the root \a root. New names are added to \a given,
     /// which must outlive this.
     void setRoot(const QString &root, GivenNames &given);
+    /// From now on rename() fails if it can't write the new name to the given names. Nothing else
+    /// would lead from the earlier name to a name that the user chose.
+    void setMustStoreNames() { m_mustStore = true; }
     /// Renames entries of \a folder, one after the other: all of them or none. Replaces nothing.
     /// The first new name is added to the given names before the rename. Returns false if one can't
     /// be renamed, or \a folder is not on the memory.
@@ -44,6 +47,7 @@ private:
     QSet<QString> m_folders;   ///< with new names that are not flushed
     QSet<QString> m_ready;     ///< folders on FAT that need not grow
     bool m_isFlushed = true;   ///< false after a failed flush
+    bool m_mustStore = false;  ///< see setMustStoreNames()
     bool m_isGivenNew = false; ///< the given names have grown since the last flush
 };
 

@@ -562,6 +562,33 @@ Options:
         <source>non è una song</source>
         <translation>it is not a song</translation>
     </message>
+    <message numerus="yes">
+        <source>%n rinominate</source>
+        <translation>
+            <numerusform>%n renamed</numerusform>
+            <numerusform>%n renamed</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Rinomina</source>
+        <translation>Renaming</translation>
+    </message>
+    <message>
+        <source>Copia sul computer</source>
+        <translation>Copy to the computer</translation>
+    </message>
+    <message>
+        <source>Non rinominata</source>
+        <translation>Not renamed</translation>
+    </message>
+    <message>
+        <source>il nuovo nome non è possibile</source>
+        <translation>the new name is not possible</translation>
+    </message>
+    <message>
+        <source>non è stato possibile rinominare il file</source>
+        <translation>the file could not be renamed</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>
@@ -659,6 +686,49 @@ Options:
     <message>
         <source>Rimuovo le song...</source>
         <translation>Removing the songs...</translation>
+    </message>
+</context>
+<context>
+    <name>SongRename</name>
+    <message>
+        <source>Scrivere un nome</source>
+        <translation>Type a name</translation>
+    </message>
+    <message>
+        <source>Il nome può avere al massimo %1 caratteri</source>
+        <translation>The name can have at most %1 characters</translation>
+    </message>
+    <message>
+        <source>In un nome non è permesso il carattere «%1»</source>
+        <translation>The character “%1” is not allowed in a name</translation>
+    </message>
+    <message>
+        <source>Brisel non conosce il carattere «%1»</source>
+        <translation>Brisel does not know the character “%1”</translation>
+    </message>
+    <message>
+        <source>Il nome non può cominciare o finire con uno spazio</source>
+        <translation>The name can&apos;t start or end with a blank</translation>
+    </message>
+    <message>
+        <source>Questo nome è riservato ai sistemi operativi</source>
+        <translation>This name is reserved for operating systems</translation>
+    </message>
+    <message>
+        <source>La song ha già questo nome</source>
+        <translation>The song already has this name</translation>
+    </message>
+    <message>
+        <source>Nella cartella c&apos;è già un file con questo nome</source>
+        <translation>There is already a file of this name in the folder</translation>
+    </message>
+    <message>
+        <source>Il percorso della song sulla memoria sarebbe troppo lungo</source>
+        <translation>The path of the song on the memory would be too long</translation>
+    </message>
+    <message>
+        <source>Una playlist contiene ancora una song cancellata con questo nome</source>
+        <translation>A playlist still has a deleted song of this name</translation>
     </message>
 </context>
 <context>

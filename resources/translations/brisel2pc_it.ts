@@ -562,6 +562,33 @@ Opzioni:
         <source>non è una song</source>
         <translation>non è una song</translation>
     </message>
+    <message numerus="yes">
+        <source>%n rinominate</source>
+        <translation>
+            <numerusform>%n rinominata</numerusform>
+            <numerusform>%n rinominate</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Rinomina</source>
+        <translation>Rinomina</translation>
+    </message>
+    <message>
+        <source>Copia sul computer</source>
+        <translation>Copia sul computer</translation>
+    </message>
+    <message>
+        <source>Non rinominata</source>
+        <translation>Non rinominata</translation>
+    </message>
+    <message>
+        <source>il nuovo nome non è possibile</source>
+        <translation>il nuovo nome non è possibile</translation>
+    </message>
+    <message>
+        <source>non è stato possibile rinominare il file</source>
+        <translation>non è stato possibile rinominare il file</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>
@@ -659,6 +686,49 @@ Opzioni:
     <message>
         <source>Rimuovo le song...</source>
         <translation>Rimuovo le song...</translation>
+    </message>
+</context>
+<context>
+    <name>SongRename</name>
+    <message>
+        <source>Scrivere un nome</source>
+        <translation>Scrivere un nome</translation>
+    </message>
+    <message>
+        <source>Il nome può avere al massimo %1 caratteri</source>
+        <translation>Il nome può avere al massimo %1 caratteri</translation>
+    </message>
+    <message>
+        <source>In un nome non è permesso il carattere «%1»</source>
+        <translation>In un nome non è permesso il carattere «%1»</translation>
+    </message>
+    <message>
+        <source>Brisel non conosce il carattere «%1»</source>
+        <translation>Brisel non conosce il carattere «%1»</translation>
+    </message>
+    <message>
+        <source>Il nome non può cominciare o finire con uno spazio</source>
+        <translation>Il nome non può cominciare o finire con uno spazio</translation>
+    </message>
+    <message>
+        <source>Questo nome è riservato ai sistemi operativi</source>
+        <translation>Questo nome è riservato ai sistemi operativi</translation>
+    </message>
+    <message>
+        <source>La song ha già questo nome</source>
+        <translation>La song ha già questo nome</translation>
+    </message>
+    <message>
+        <source>Nella cartella c&apos;è già un file con questo nome</source>
+        <translation>Nella cartella c&apos;è già un file con questo nome</translation>
+    </message>
+    <message>
+        <source>Il percorso della song sulla memoria sarebbe troppo lungo</source>
+        <translation>Il percorso della song sulla memoria sarebbe troppo lungo</translation>
+    </message>
+    <message>
+        <source>Una playlist contiene ancora una song cancellata con questo nome</source>
+        <translation>Una playlist contiene ancora una song cancellata con questo nome</translation>
     </message>
 </context>
 <context>

@@ -69,6 +69,7 @@ void TestChosenNames::findsWhatIsWrong_data()
     row("cyrillic", u"Я"_qs, Problem::NotInPlayer);
     row("euro", u"5 €"_qs, Problem::NotInPlayer);
     row("clef", u"\U0001D11E"_qs, Problem::NotInPlayer);
+    row("cyrillic first", u"Я?"_qs, Problem::NotInPlayer);
     row("combined", u"E\u0301"_qs, Problem::NotInPlayer);
     row("blank first", u" A"_qs, Problem::Edge);
     row("blank last", u"A "_qs, Problem::Edge);

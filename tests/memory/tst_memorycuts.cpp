@@ -1,7 +1,8 @@
-#include "index/memorycheck.h"
 #include "memory/memoryclaim.h"
 #include "memory/songremoval.h"
+#include "memory/songrename.h"
 #include "tests/index/handmadeset.h"
+#include "tests/index/namesfile.h"
 #include "tests/index/setreader.h"
 #include "tests/shim/faultyrun.h"
 #include "tests/testprogram.h"
@@ -39,6 +40,17 @@ QList<QByteArray> playedPaths(const SampleMemory &memory)
     return paths;
 }
 
+/// A song that got a short name and is twice in a playlist.
+void fillForRename(const HandMadeSet &memory)
+{
+    memory.write(u"BASI/A long name.MP3"_qs, mp3Song("Long", "Anna", "Pop"));
+    memory.write(u"BASI/A long name.cdg"_qs, "graphics");
+    if (!updateNames(memory))
+        qFatal("no index");
+    const QByteArray song = songRecord("00000008", "LONG", "0001");
+    memory.addPlaylist(song + HandMadeSet::one() + song);
+}
+
 } // namespace
 
 /// A change of a memory is cut, or its disk fails: the next run repairs everything.
@@ -54,6 +66,8 @@ private slots:
     }
     void repairsARemoval_data() { faults(); }
     void repairsARemoval();
+    void letsPlaylistsFollowARename_data() { faults(); }
+    void letsPlaylistsFollowARename();
 
 private:
     static void faults()
@@ -107,6 +121,44 @@ void TestMemoryCuts::repairsARemoval()
     std::printf("%s: %d steps\n", QTest::currentDataTag(), number - 1);
 }
 
-BRISEL_TEST(QCoreApplication, TestMemoryCuts)
+/// A song is renamed only after its new name is stored.
+void TestMemoryCuts::letsPlaylistsFollowARename()
+{
+    QFETCH(const int, fault);
+    const QString before = u"BASI/Alongn-1.MP3"_qs;
+    const QString after = u"BASI/NEW.MP3"_qs;
+    const auto rename = [&before](ScriptedIndex &, const QString &root) {
+        MemoryClaim claim(root);
+        ScriptedRun run;
+        MemoryContents contents;
+        return contents.read(root, run) == MemoryContents::Outcome::Done &&
+               SongRename(root, contents, root + u'/' + before).run(run, claim, u"NEW"_qs) ==
+                   SongRename::Outcome::Done;
+    };
+    bool reached = true;
+    int number = 0;
+    while (reached) {
+        const QByteArray where = "step " + QByteArray::number(++number);
+        const HandMadeSet memory;
+        fillForRename(memory);
+        const int result =
+            runWithFault(memory, rename, number, static_cast<Shim::Action>(fault), reached);
+        const bool isRenamed = memory.has(after);
+        QVERIFY2(isRenamed != memory.has(before), where);
+        QVERIFY2(memory.has(u"BASI/NEW.cdg"_qs) || memory.has(u"BASI/Alongn-1.cdg"_qs), where);
+        QVERIFY2(result != 1 || isRenamed, where);
+        ScriptedIndex index;
+        QVERIFY2(index.updateIndex(memory.root()), where);
+        QVERIFY2(SetReader(memory).problem().isEmpty(), where);
+        const QString song = isRenamed ? after : before;
+        const QList<QByteArray> wanted{'/' + song.toLatin1(), "/A.MID", '/' + song.toLatin1()};
+        QCOMPARE(playedPaths(memory), wanted);
+        QCOMPARE(place(memory, u"BASI/A long name.MP3"_qs), song);
+    }
+    QVERIFY2(number > 60, qPrintable(QString::number(number)));
+    std::printf("%s: %d steps\n", QTest::currentDataTag(), number - 1);
+}
+
+BRISEL_TEST(QApplication, TestMemoryCuts)
 
 #include "tst_memorycuts.moc"
