@@ -10,6 +10,7 @@
 #include "library/numberednames.h"
 #include "library/safecopy.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -110,15 +111,27 @@ bool FileCopier::copyOne(const QString &source, const QString &place)
     debug() << "Copying file:" << source << "to:" << place;
     if (m_lot.isFull() || m_lot.holds(place))
         finishLot();
-    if (fileKind(place) != FileKind::Missing &&
-        !CopyChecks::whyHopeless(source, place, m_sources) && !mayOverwrite(source, place)) {
-        note(source, Run::isEnding() ? Run::interrupted : FileCopier::kept);
+    if (!mayCopyTo(source, place))
         return false;
-    }
     if (!m_firstLot.isValid())
         m_firstLot.start();
     copySong({source, place});
     return true;
+}
+
+/// Returns false, reported, if a file at \a place must stay.
+bool FileCopier::mayCopyTo(const QString &source, const QString &place)
+{
+    if (m_isNumbered && entryExists(place)) {
+        note(source, FileCopier::alreadyThere);
+        ++m_errors;
+        return false;
+    }
+    if (fileKind(place) == FileKind::Missing || CopyChecks::whyHopeless(source, place, m_sources) ||
+        mayOverwrite(source, place))
+        return true;
+    note(source, Run::isEnding() ? Run::interrupted : FileCopier::kept);
+    return false;
 }
 
 /// Finds the destination of each file.
@@ -128,8 +141,14 @@ void FileCopier::findPlaces(const QStringList &files)
     m_places = m_plannedPlaces;
     if (!m_places.isEmpty())
         return;
-    if (m_list != nullptr) {
-        const QStringList names = numberedNames(files, BackupList::fileName());
+    if (m_list != nullptr || m_isNumbered) {
+        const QStringList taken = m_isNumbered
+                                      ? QDir(m_destination)
+                                            .entryList(QDir::AllEntries | QDir::Hidden |
+                                                           QDir::System | QDir::NoDotAndDotDot,
+                                                       QDir::Unsorted)
+                                      : QStringList(BackupList::fileName());
+        const QStringList names = numberedNames(files, taken);
         for (const QString &name : names)
             m_places.append(m_destination + u'/' + name);
         return;
@@ -237,8 +256,8 @@ void FileCopier::copySong(Song song)
         // An empty one was left by a cut; the graphics of a song with a given name were sent with
         // it before.
         const bool isOwn = song.place != CopyChecks::destinationOf(song.source, m_destination);
-        const bool isFree = fileKind(song.companionPlace) == FileKind::Missing ||
-                            (isRegularFile(song.companionPlace) &&
+        const bool isFree = !entryExists(song.companionPlace) ||
+                            (!m_isNumbered && isRegularFile(song.companionPlace) &&
                              (isOwn || QFileInfo(song.companionPlace).size() == 0));
         if (isFree && !m_lot.holds(song.companionPlace)) {
             song.hasFailed =
@@ -259,7 +278,7 @@ void FileCopier::copySong(Song song)
 /// it, copies it at once. Returns false, reported, on failure.
 bool FileCopier::copyFile(Song &song, const QString &source, const QString &place, bool &isStaged)
 {
-    const bool isNew = fileKind(place) == FileKind::Missing;
+    const bool isNew = m_isNumbered || fileKind(place) == FileKind::Missing;
     CopyResult result = isNew || isRegularFile(place) ? copyIntoLot(m_lot, source, {place, isNew})
                                                       : CopyResult::TargetFailed;
     isStaged = result == CopyResult::Done;

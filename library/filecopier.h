@@ -46,6 +46,10 @@ public:
     /// \a list, which must outlive this. A copy that can't be read again is an error.
     void setList(BackupList &list) { m_list = &list; }
 
+    /// For copies that replace nothing: songs whose names the folder already has, or has twice, get
+    /// numbers, too. No question is asked.
+    void setNumbered() { m_isNumbered = true; }
+
     /// Copies \a files in lots into the folder \a destDir. Returns true if no file failed and the
     /// user did not interrupt. If there is not enough room for all files, copies none. Sources are
     /// never changed, and copies are flushed to the disk. The caller must have begun a stage of the
@@ -74,6 +78,7 @@ private:
     void begin(const QStringList &files, const QString &destDir);
     bool copyEach(const QStringList &files);
     bool copyOne(const QString &source, const QString &place);
+    bool mayCopyTo(const QString &source, const QString &place);
     void findPlaces(const QStringList &files);
     bool hasRoom(const QStringList &files);
     bool mayOverwrite(const QString &source, const QString &destination);
@@ -93,7 +98,8 @@ private:
 
     Run &m_run;
     BackupList *m_list = nullptr; ///< null for other copies than a backup
-    QSet<QString> m_sources;      ///< identities of the files being copied
+    bool m_isNumbered = false;
+    QSet<QString> m_sources; ///< identities of the files being copied
     GraphicsFiles m_graphics;
     PulledMemories m_memories;
     QString m_destination; ///< the folder of this run

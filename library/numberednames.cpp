@@ -24,7 +24,12 @@ QString keyOf(const QString &name)
 class Namer
 {
 public:
-    explicit Namer(const QString &reserved) { m_own.insert(keyOf(reserved)); }
+    /// No name and no graphics get one of the names \a reserved.
+    explicit Namer(const QStringList &reserved)
+    {
+        for (const QString &name : reserved)
+            m_reserved.insert(keyOf(name));
+    }
 
     /// A number never makes the name of a file that comes later.
     void addOwnName(const QString &name)
@@ -32,25 +37,23 @@ public:
         m_own.insert(keyOf(name));
         m_own.insert(keyOf(graphicsPath(name)));
     }
-    QString take(const QString &name, bool isReserved)
+    QString take(const QString &name)
     {
-        QString taken = isReserved || isTaken(name) ? numbered(name) : name;
+        QString taken =
+            hasKeyIn(m_reserved, name) || hasKeyIn(m_taken, name) ? numbered(name) : name;
         m_taken.insert(keyOf(taken));
         m_taken.insert(keyOf(graphicsPath(taken)));
         return taken;
     }
 
 private:
-    bool isTaken(const QString &name) const
+    static bool hasKeyIn(const QSet<QString> &keys, const QString &name)
     {
-        return m_taken.contains(keyOf(name)) || m_taken.contains(keyOf(graphicsPath(name)));
-    }
-    bool isOwn(const QString &name) const
-    {
-        return m_own.contains(keyOf(name)) || m_own.contains(keyOf(graphicsPath(name)));
+        return keys.contains(keyOf(name)) || keys.contains(keyOf(graphicsPath(name)));
     }
     QString numbered(const QString &name);
 
+    QSet<QString> m_reserved;   ///< keys
     QSet<QString> m_own;        ///< the keys of the names before they get numbers
     QSet<QString> m_taken;      ///< the keys of the names that were given
     QHash<QString, int> m_next; ///< for each key without number: all numbers below are used
@@ -70,7 +73,8 @@ QString Namer::numbered(const QString &name)
     QString candidate;
     do
         candidate = QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number++), suffix);
-    while (isTaken(candidate) || isOwn(candidate));
+    while (hasKeyIn(m_taken, candidate) || hasKeyIn(m_own, candidate) ||
+           hasKeyIn(m_reserved, candidate));
     return candidate;
 }
 
@@ -81,16 +85,15 @@ QString nameOf(const QString &path)
 
 } // namespace
 
-QStringList numberedNames(const QStringList &files, const QString &reserved)
+QStringList numberedNames(const QStringList &files, const QStringList &reserved)
 {
     Namer namer(reserved);
     for (const QString &file : files)
         namer.addOwnName(nameOf(file));
     QStringList names;
-    for (const QString &file : files) {
-        const QString name = nameOf(file);
-        names.append(namer.take(name, keyOf(name) == keyOf(reserved)));
-    }
+    names.reserve(files.size());
+    for (const QString &file : files)
+        names.append(namer.take(nameOf(file)));
     return names;
 }
 

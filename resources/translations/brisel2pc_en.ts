@@ -63,6 +63,17 @@ Options:
     </message>
 </context>
 <context>
+    <name>CopyBack</name>
+    <message>
+        <source>Copia sul computer</source>
+        <translation>Copy to the computer</translation>
+    </message>
+    <message>
+        <source>Copio le song...</source>
+        <translation>Copying the songs...</translation>
+    </message>
+</context>
+<context>
     <name>DesktopNotice</name>
     <message>
         <source>Operazione terminata</source>
@@ -700,11 +711,11 @@ Options:
     </message>
     <message>
         <source>In un nome non è permesso il carattere «%1»</source>
-        <translation>The character “%1” is not allowed in a name</translation>
+        <translation>The character &quot;%1&quot; is not allowed in a name</translation>
     </message>
     <message>
         <source>Brisel non conosce il carattere «%1»</source>
-        <translation>Brisel does not know the character “%1”</translation>
+        <translation>Brisel does not know the character &quot;%1&quot;</translation>
     </message>
     <message>
         <source>Il nome non può cominciare o finire con uno spazio</source>

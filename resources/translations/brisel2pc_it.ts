@@ -63,6 +63,17 @@ Opzioni:
     </message>
 </context>
 <context>
+    <name>CopyBack</name>
+    <message>
+        <source>Copia sul computer</source>
+        <translation>Copia sul computer</translation>
+    </message>
+    <message>
+        <source>Copio le song...</source>
+        <translation>Copio le song...</translation>
+    </message>
+</context>
+<context>
     <name>DesktopNotice</name>
     <message>
         <source>Operazione terminata</source>

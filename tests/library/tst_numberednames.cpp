@@ -15,6 +15,7 @@ class TestNumberedNames : public QObject
 private slots:
     void numbersEqualNames_data();
     void numbersEqualNames();
+    void leavesReservedNamesOut();
     void staysWithinTheLongestName();
     void numbersEverySongOfOneName();
     void numbersLongNamesOfOneStart();
@@ -52,7 +53,18 @@ void TestNumberedNames::numbersEqualNames_data()
 void TestNumberedNames::numbersEqualNames()
 {
     QFETCH(QStringList, files);
-    QTEST(numberedNames(files, u"contenuto.csv"_qs), "expected");
+    QTEST(numberedNames(files, {u"contenuto.csv"_qs}), "expected");
+}
+
+/// Those that a folder already has.
+void TestNumberedNames::leavesReservedNamesOut()
+{
+    const QStringList reserved{u"x.cdg"_qs, u"SONG.MID"_qs, u"song (2).mid"_qs, u"y (2).cdg"_qs};
+    QCOMPARE(numberedNames({u"/a/x.mp3"_qs, u"/a/song.mid"_qs, u"/a/x.mid"_qs, u"/a/y.mp3"_qs,
+                            u"/b/y.mp3"_qs},
+                           reserved),
+             (QStringList{u"x (2).mp3"_qs, u"song (3).mid"_qs, u"x.mid"_qs, u"y.mp3"_qs,
+                          u"y (3).mp3"_qs}));
 }
 
 /// A file system allows 255 bytes, and no half character.
@@ -78,7 +90,7 @@ void TestNumberedNames::numbersEverySongOfOneName()
     QStringList files;
     for (int i = 0; i < count; ++i)
         files.append(u"/%1/A.mid"_qs.arg(i));
-    const QStringList names = numberedNames(files, u"contenuto.csv"_qs);
+    const QStringList names = numberedNames(files, {u"contenuto.csv"_qs});
     QCOMPARE(QSet<QString>(names.cbegin(), names.cend()).size(), count);
     QCOMPARE(names.last(), u"A (65535).mid"_qs);
 }
@@ -93,7 +105,7 @@ void TestNumberedNames::numbersLongNamesOfOneStart()
         const QString name = start + u"%1.mid"_qs.arg(i, 5, 10, QChar(u'0'));
         files.append({u"/a/"_qs + name, u"/b/"_qs + name});
     }
-    const QStringList names = numberedNames(files, u"contenuto.csv"_qs);
+    const QStringList names = numberedNames(files, {u"contenuto.csv"_qs});
     QCOMPARE(QSet<QString>(names.cbegin(), names.cend()).size(), 2 * count);
     QVERIFY(names.last().endsWith(u"a (10001).mid"_qs));
 }

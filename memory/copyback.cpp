@@ -1,0 +1,46 @@
+#include "memory/copyback.h"
+
+#include "base/fileidentity.h"
+#include "base/folderhandle.h"
+#include "base/folderlock.h"
+#include "index/memoryreasons.h"
+#include "library/filecopier.h"
+
+#include <utility>
+
+namespace brisel
+{
+
+CopyBack::CopyBack(QString root, QStringList files, QString folder)
+    : m_root(std::move(root)), m_files(std::move(files)), m_folder(std::move(folder))
+{
+    m_files.removeDuplicates();
+}
+
+CopyBack::Outcome CopyBack::run(Run &run)
+{
+    if (fileKind(m_folder) != FileKind::Folder)
+        return Outcome::NoFolder;
+    if (!wayBelow(m_root, m_folder).isNull())
+        return Outcome::OnMemory;
+    run.report().addOperation(RunReport::Operation::CopyBack);
+    const FolderLock lock(m_root, FolderLock::Kind::Shared);
+    if (lock.isBusy()) {
+        run.report().add(RunReport::Step::Copy, m_root, MemoryReason::inUse);
+        return Outcome::InUse;
+    }
+    run.begin({tr("Copia sul computer"), tr("Copio le song..."), static_cast<int>(m_files.size())});
+    FileCopier copier(run);
+    copier.setNumbered();
+    const bool isDone = copier.copyFiles(m_files, m_folder);
+    m_shortage = copier.shortage();
+    const bool isInterrupted = !run.mayGoOn();
+    run.end();
+    if (!m_shortage.isEmpty())
+        return Outcome::NoRoom;
+    if (isInterrupted)
+        return Outcome::Interrupted;
+    return isDone ? Outcome::Done : Outcome::Failed;
+}
+
+} // namespace brisel
