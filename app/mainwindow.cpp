@@ -231,6 +231,7 @@ void MainWindow::showSettings()
 {
     showLanguage(Settings::language.in(m_settings));
     showCopyrightChoice(isCopyrightAskOn());
+    m_ui->actionTransferPlan->setChecked(Settings::transferPlan.in(m_settings));
     m_ui->dbgLogEnableCheckBox->setChecked(Settings::logEnabled.in(m_settings));
     m_ui->dbgLogClearCheckBox->setChecked(Settings::logClear.in(m_settings));
 }

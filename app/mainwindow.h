@@ -31,6 +31,7 @@ class SongListener;
 class SongPicker;
 class StatusLine;
 class SyncPlan;
+class TransferPlan;
 class UserSongsRelTableModel;
 struct SongCounts;
 struct SongFile;
@@ -90,6 +91,10 @@ public:
     /// Asks for a folder on a memory, copies the picked files there and updates the memory's index.
     /// Returns true if all of that succeeded.
     bool transferFiles();
+    /// Shows the plan of a transfer of the picked files to \a folder, whatever the setting is, and
+    /// copies what the user leaves ticked. A no-op without files and during a run. Returns true if
+    /// all of that was copied and the index is up to date.
+    bool transferByPlan(const QString &folder);
     /// Copies the picked files into \a destDir and counts in \a copied the songs that are there
     /// afterwards. Returns true if none failed and the user did not interrupt.
     bool copyFiles(const QString &destDir, int &copied);
@@ -117,6 +122,7 @@ private slots:
     void on_actionMemory_triggered();
     void on_optimizeMemory_triggered();
     void on_actionSongsList_triggered();
+    void on_actionTransferPlan_triggered(bool on);
     void on_actionHistory_triggered();
     void on_actionRestoreBackup_triggered();
     void on_actionShowUnreadable_triggered(bool on);
@@ -182,6 +188,9 @@ private:
     bool synchronise(LibraryRun &run, const SyncPlan *plan = nullptr);
     std::optional<SyncPlan> previewedPlan();
     bool offerBackup(LibraryRun &run);
+    bool sendByPlan(LibraryRun &run, const QString &chosen);
+    bool makePlan(TransferPlan &plan);
+    bool send(LibraryRun &run, Transfer &transfer, const QString &chosen);
     void showOutcome(Transfer::Outcome outcome, const QString &shortage);
 
     QList<int> chosenSongs() const;

@@ -1,22 +1,16 @@
-// The window's part in the runs over the library: import, synchronisation, backup and transfer.
+// The window's part in the runs over the library: import, synchronisation and backup.
 
 #include "app/libraryrun.h"
 #include "app/songlistener.h"
 #include "app/statusline.h"
 #include "base/debugstream.h"
-#include "base/lastfolder.h"
 #include "db/cataloguesearch.h"
 #include "db/usersongsreltablemodel.h"
 #include "history/historyrecorder.h"
-#include "index/dialogs/rundialog.h"
-#include "index/recentmemories.h"
-#include "index/volumes.h"
 #include "library/backup.h"
 #include "library/dialogs/backupdialog.h"
-#include "library/dialogs/plainmessage.h"
 #include "library/dialogs/previewdialog.h"
 #include "library/dialogs/proceeddialog.h"
-#include "library/filecopier.h"
 #include "library/folderscan.h"
 #include "library/foldertreebackup.h"
 #include "library/libraryimport.h"
@@ -26,7 +20,6 @@
 
 #include "ui_mainwindow.h"
 
-#include <QFileDialog>
 #include <QMessageBox>
 
 namespace brisel
@@ -199,85 +192,6 @@ bool MainWindow::offerBackup(LibraryRun &run)
         return false;
     debug() << "";
     return true;
-}
-
-void MainWindow::on_transferFilesToolButton_clicked()
-{
-    if (!canStartRun())
-        return;
-    setPhase(Phase::Working);
-    transferFiles();
-    setPhase(Phase::Sendable);
-}
-
-bool MainWindow::transferFiles()
-{
-    LibraryRun run(*this, Operation::Transfer);
-    const QString chosen = QFileDialog::getExistingDirectory(
-        this, tr("Scegli cartella"),
-        startMemory(Settings::transferFolder.in(m_settings), volumesStartFolder()));
-    if (chosen.isEmpty() || Run::isEnding())
-        return false;
-    keepFolder(Settings::transferFolder, chosen);
-    keepMemory(chosen);
-    Transfer transfer(m_fileList, chosen);
-    const Transfer::Outcome outcome = transfer.run(run);
-    run.publish();
-    if (!Run::isEnding())
-        showOutcome(outcome, transfer.shortage());
-    if (outcome == Transfer::Outcome::Done || outcome == Transfer::Outcome::Failed)
-        debug() << "";
-    return outcome == Transfer::Outcome::Done;
-}
-
-void MainWindow::showOutcome(Transfer::Outcome outcome, const QString &shortage)
-{
-    QMessageBox box(QMessageBox::Warning, tr("Trasferimento"), {}, QMessageBox::Ok, this);
-    switch (outcome) {
-    case Transfer::Outcome::Done:
-        box.setIcon(QMessageBox::Information);
-        box.setText(tr("Tutti i file sono stati copiati correttamente"));
-        break;
-    case Transfer::Outcome::Failed:
-        box.setIcon(QMessageBox::Critical);
-        box.setText(tr("Non è stato possibile copiare uno o più file"));
-        setPlainTexts(box, shortage);
-        break;
-    case Transfer::Outcome::InUse:
-        box.setText(RunDialog::inUseText());
-        break;
-    case Transfer::Outcome::SystemDisk:
-        box.setText(tr("Non è possibile copiare i file sul disco di sistema"));
-        break;
-    case Transfer::Outcome::NoSongsFolder:
-        box.setText(tr("Non è possibile copiare i file sulla cartella principale, creare o "
-                       "selezionare una sottocartella"));
-        break;
-    case Transfer::Outcome::ReservedFolder:
-        box.setText(tr("Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono "
-                       "riservate per funzionalità specifiche di Brisel, selezionare un'altra "
-                       "cartella"));
-        break;
-    }
-    box.exec();
-}
-
-bool MainWindow::copyFiles(const QString &destDir, int &copied)
-{
-    LibraryRun run(*this, Operation::Transfer);
-    FileCopier copier(run);
-    const bool isDone = copier.copyFiles(m_fileList, destDir);
-    copied = copier.copied();
-    run.publish();
-    return isDone;
-}
-
-bool MainWindow::updateBriselIndex(const QString &dest)
-{
-    LibraryRun run(*this, Operation::Index);
-    const bool isComplete = Transfer::updateIndex(run, dest);
-    run.publish();
-    return isComplete;
 }
 
 bool MainWindow::backupDirectory(const QString &source, const QString &dest, int &count)

@@ -47,6 +47,8 @@ inline const Setting<QString> windowPlace{QLatin1StringView("windowplace"), QStr
 inline const Setting<QString> memoryPlace{QLatin1StringView("memoryplace"), QString()};
 /// Whether the table shows files that could not be read.
 inline constexpr Setting<bool> showUnreadable{QLatin1StringView("showunreadable"), false};
+/// Whether the plan is shown before a transfer.
+inline constexpr Setting<bool> transferPlan{QLatin1StringView("transferplan"), false};
 /// The folders that were chosen last in the dialogs for songs, transfer, backup and report.
 inline const Setting<QString> songsFolder{QLatin1StringView("songsfolder"), QString()};
 inline const Setting<QString> transferFolder{QLatin1StringView("transferfolder"), QString()};

@@ -222,8 +222,12 @@ void TransferPlan::updateNames()
     for (qsizetype i = 0; i < m_songs.size(); ++i)
         comes.append(isTicked(i));
     m_names->predict(comes);
-    for (qsizetype i = 0; i < m_songs.size(); ++i)
-        m_songs[i].newPath = comes.at(i) ? m_names->pathOf(i) : m_songs.at(i).place;
+    m_shortened = 0;
+    for (qsizetype i = 0; i < m_songs.size(); ++i) {
+        Song &song = m_songs[i];
+        song.newPath = comes.at(i) ? m_names->pathOf(i) : song.place;
+        m_shortened += comes.at(i) && !m_names->renameOf(i).to.isEmpty() ? 1 : 0;
+    }
 }
 
 PlannedCopies TransferPlan::copies() const

@@ -69,6 +69,8 @@ public:
     int count(Outcome outcome) const { return m_counts.value(outcome); }
     /// The number of ticked files.
     int ticked() const { return m_ticked; }
+    /// The number of ticked files that get a short name.
+    int shortened() const { return m_shortened; }
     /// The bytes of the ticked files.
     qint64 bytes() const { return m_bytes; }
     /// The room that the ticked files need, and the free room.
@@ -106,6 +108,7 @@ private:
     std::unique_ptr<SongPlaces> m_places;
     QHash<Outcome, int> m_counts;
     int m_ticked = 0;
+    int m_shortened = 0;
     qint64 m_bytes = 0;
 };
 

@@ -3,6 +3,7 @@
 #include "library/dialogs/cataloguesearchdialog.h"
 #include "library/dialogs/emptytablehint.h"
 #include "library/dialogs/previewmodel.h"
+#include "library/dialogs/spacetick.h"
 #include "library/dialogs/wheelguard.h"
 #include "library/songfile.h"
 #include "library/syncpreview.h"
@@ -10,7 +11,6 @@
 
 #include <QEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
 
 #include <algorithm>
 #include <utility>
@@ -28,7 +28,7 @@ PreviewDialog::PreviewDialog(SyncPreview &preview, CatalogueSearch &search, bool
     new WheelGuard(*this);
     QTableView *view = m_ui->previewTableView;
     view->setModel(m_model);
-    view->installEventFilter(this);
+    new SpaceTick(*view, PreviewModel::FieldColumn);
     // No row is measured: there may be half a million of them.
     view->verticalHeader()->hide();
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -62,21 +62,6 @@ void PreviewDialog::changeEvent(QEvent *event)
     m_model->retranslate();
     showCounts();
     showSearch();
-}
-
-/// In a cell without a tick the space bar is for the field of its row.
-bool PreviewDialog::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() != QEvent::KeyPress ||
-        static_cast<QKeyEvent *>(event)->key() != Qt::Key_Space)
-        return QDialog::eventFilter(watched, event);
-    const QModelIndex current = m_ui->previewTableView->currentIndex();
-    const QModelIndex field = current.siblingAtColumn(PreviewModel::FieldColumn);
-    const QVariant tick = field.data(Qt::CheckStateRole);
-    if (current.data(Qt::CheckStateRole).isValid() || !tick.isValid())
-        return QDialog::eventFilter(watched, event);
-    const bool isTicked = tick.toInt() == Qt::Checked;
-    return m_model->setData(field, isTicked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }
 
 void PreviewDialog::on_filterComboBox_currentIndexChanged(int number)

@@ -2363,6 +2363,18 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>Memoria...</source>
         <translation>Memory...</translation>
     </message>
+    <message>
+        <source>Mostra, prima di copiare, che cosa succederà a ogni song, e fa scegliere quali copiare</source>
+        <translation>Shows before the copy what will happen to each song, and lets you choose which ones are copied</translation>
+    </message>
+    <message>
+        <source>Mostra il piano prima del trasferimento</source>
+        <translation>Show the plan before the transfer</translation>
+    </message>
+    <message>
+        <source>La memoria non è più presente</source>
+        <translation>The memory is no longer there</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>
@@ -3382,6 +3394,197 @@ Try again when it has finished.</translation>
     <message>
         <source>Elenca le song che l&apos;ultima operazione ha modificato, con i dati di prima e di dopo, e i file che non ha elaborato</source>
         <translation>Lists the songs that the last operation changed, with their data before and after, and the files that it did not process</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::TransferPlanDialog</name>
+    <message>
+        <source>Piano del trasferimento</source>
+        <translation>Transfer plan</translation>
+    </message>
+    <message>
+        <source>&amp;Mostra</source>
+        <translation>&amp;Show</translation>
+    </message>
+    <message>
+        <source>Sceglie le righe della tabella; i segni di spunta restano</source>
+        <translation>Chooses the rows of the table; the ticks stay</translation>
+    </message>
+    <message>
+        <source>Tutte le song</source>
+        <translation>All songs</translation>
+    </message>
+    <message>
+        <source>Nuove</source>
+        <translation>New</translation>
+    </message>
+    <message>
+        <source>Uguali</source>
+        <translation>The same</translation>
+    </message>
+    <message>
+        <source>Quelle che sostituiscono</source>
+        <translation>Those that replace</translation>
+    </message>
+    <message>
+        <source>Quelle che non ci stanno</source>
+        <translation>Those that do not fit</translation>
+    </message>
+    <message>
+        <source>Quelle che non si possono copiare</source>
+        <translation>Those that can&apos;t be copied</translation>
+    </message>
+    <message>
+        <source>Song del piano</source>
+        <translation>Songs of the plan</translation>
+    </message>
+    <message>
+        <source>Una riga per ogni song scelta; la barra spaziatrice mette o toglie il segno di spunta</source>
+        <translation>One row for each chosen song; the space bar sets or removes the tick</translation>
+    </message>
+    <message>
+        <source>Seleziona &amp;tutte</source>
+        <translation>Select &amp;all</translation>
+    </message>
+    <message>
+        <source>Mette il segno di spunta a tutte le righe mostrate</source>
+        <translation>Ticks all rows that are shown</translation>
+    </message>
+    <message>
+        <source>&amp;Deseleziona tutte</source>
+        <translation>&amp;Deselect all</translation>
+    </message>
+    <message>
+        <source>Toglie il segno di spunta a tutte le righe mostrate</source>
+        <translation>Removes the ticks of all rows that are shown</translation>
+    </message>
+    <message>
+        <source>&amp;Copia</source>
+        <translation>&amp;Copy</translation>
+    </message>
+    <message>
+        <source>Copia le song con il segno di spunta e aggiorna gli archivi della memoria</source>
+        <translation>Copies the ticked songs and updates the index of the memory</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>Ca&amp;ncel</translation>
+    </message>
+    <message>
+        <source>Chiude il piano senza copiare nulla</source>
+        <translation>Closes the plan without copying anything</translation>
+    </message>
+    <message>
+        <source>Nessuna song da mostrare</source>
+        <translation>No songs to show</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n da copiare</source>
+        <translation>
+            <numerusform>%n to copy</numerusform>
+            <numerusform>%n to copy</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n nuove</source>
+        <translation>
+            <numerusform>%n new</numerusform>
+            <numerusform>%n new</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n uguali</source>
+        <translation>
+            <numerusform>%n the same</numerusform>
+            <numerusform>%n the same</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sostituiscono</source>
+        <translation>
+            <numerusform>%n replaces</numerusform>
+            <numerusform>%n replace</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n non ci stanno</source>
+        <translation>
+            <numerusform>%n does not fit</numerusform>
+            <numerusform>%n do not fit</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n non si possono copiare</source>
+        <translation>
+            <numerusform>%n can&apos;t be copied</numerusform>
+            <numerusform>%n can&apos;t be copied</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n con un nome più corto</source>
+        <translation>
+            <numerusform>%n with a shorter name</numerusform>
+            <numerusform>%n with a shorter name</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Spazio: servono %1, liberi %2</source>
+        <translation>Space: %1 needed, %2 free</translation>
+    </message>
+    <message>
+        <source>Durata: si saprà dopo le prime song</source>
+        <translation>Duration: will be known after the first songs</translation>
+    </message>
+    <message>
+        <source>Durata: meno di un minuto</source>
+        <translation>Duration: less than a minute</translation>
+    </message>
+    <message>
+        <source>Durata: circa %1 min</source>
+        <translation>Duration: about %1 min</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::TransferPlanModel</name>
+    <message>
+        <source>nuova</source>
+        <translation>new</translation>
+    </message>
+    <message>
+        <source>c&apos;è già, uguale</source>
+        <translation>is there already, the same</translation>
+    </message>
+    <message>
+        <source>sostituisce %1 (%2, %3)</source>
+        <translation>replaces %1 (%2, %3)</translation>
+    </message>
+    <message>
+        <source>sostituisce un&apos;altra song scelta: %1</source>
+        <translation>replaces another chosen song: %1</translation>
+    </message>
+    <message>
+        <source>non ci sta</source>
+        <translation>does not fit</translation>
+    </message>
+    <message>
+        <source>non si può copiare: %1</source>
+        <translation>can&apos;t be copied: %1</translation>
+    </message>
+    <message>
+        <source>Song</source>
+        <translation>Song</translation>
+    </message>
+    <message>
+        <source>Che cosa succede</source>
+        <translation>What happens</translation>
+    </message>
+    <message>
+        <source>Nome sulla memoria</source>
+        <translation>Name on the memory</translation>
+    </message>
+    <message>
+        <source>Dimensione</source>
+        <translation>Size</translation>
     </message>
 </context>
 <context>

@@ -2363,6 +2363,18 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>Memoria...</source>
         <translation>Memoria...</translation>
     </message>
+    <message>
+        <source>Mostra, prima di copiare, che cosa succederà a ogni song, e fa scegliere quali copiare</source>
+        <translation>Mostra, prima di copiare, che cosa succederà a ogni song, e fa scegliere quali copiare</translation>
+    </message>
+    <message>
+        <source>Mostra il piano prima del trasferimento</source>
+        <translation>Mostra il piano prima del trasferimento</translation>
+    </message>
+    <message>
+        <source>La memoria non è più presente</source>
+        <translation>La memoria non è più presente</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>
@@ -3382,6 +3394,197 @@ Riprovare quando ha finito.</translation>
     <message>
         <source>Elenca le song che l&apos;ultima operazione ha modificato, con i dati di prima e di dopo, e i file che non ha elaborato</source>
         <translation>Elenca le song che l&apos;ultima operazione ha modificato, con i dati di prima e di dopo, e i file che non ha elaborato</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::TransferPlanDialog</name>
+    <message>
+        <source>Piano del trasferimento</source>
+        <translation>Piano del trasferimento</translation>
+    </message>
+    <message>
+        <source>&amp;Mostra</source>
+        <translation>&amp;Mostra</translation>
+    </message>
+    <message>
+        <source>Sceglie le righe della tabella; i segni di spunta restano</source>
+        <translation>Sceglie le righe della tabella; i segni di spunta restano</translation>
+    </message>
+    <message>
+        <source>Tutte le song</source>
+        <translation>Tutte le song</translation>
+    </message>
+    <message>
+        <source>Nuove</source>
+        <translation>Nuove</translation>
+    </message>
+    <message>
+        <source>Uguali</source>
+        <translation>Uguali</translation>
+    </message>
+    <message>
+        <source>Quelle che sostituiscono</source>
+        <translation>Quelle che sostituiscono</translation>
+    </message>
+    <message>
+        <source>Quelle che non ci stanno</source>
+        <translation>Quelle che non ci stanno</translation>
+    </message>
+    <message>
+        <source>Quelle che non si possono copiare</source>
+        <translation>Quelle che non si possono copiare</translation>
+    </message>
+    <message>
+        <source>Song del piano</source>
+        <translation>Song del piano</translation>
+    </message>
+    <message>
+        <source>Una riga per ogni song scelta; la barra spaziatrice mette o toglie il segno di spunta</source>
+        <translation>Una riga per ogni song scelta; la barra spaziatrice mette o toglie il segno di spunta</translation>
+    </message>
+    <message>
+        <source>Seleziona &amp;tutte</source>
+        <translation>Seleziona &amp;tutte</translation>
+    </message>
+    <message>
+        <source>Mette il segno di spunta a tutte le righe mostrate</source>
+        <translation>Mette il segno di spunta a tutte le righe mostrate</translation>
+    </message>
+    <message>
+        <source>&amp;Deseleziona tutte</source>
+        <translation>&amp;Deseleziona tutte</translation>
+    </message>
+    <message>
+        <source>Toglie il segno di spunta a tutte le righe mostrate</source>
+        <translation>Toglie il segno di spunta a tutte le righe mostrate</translation>
+    </message>
+    <message>
+        <source>&amp;Copia</source>
+        <translation>&amp;Copia</translation>
+    </message>
+    <message>
+        <source>Copia le song con il segno di spunta e aggiorna gli archivi della memoria</source>
+        <translation>Copia le song con il segno di spunta e aggiorna gli archivi della memoria</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Annulla</translation>
+    </message>
+    <message>
+        <source>Chiude il piano senza copiare nulla</source>
+        <translation>Chiude il piano senza copiare nulla</translation>
+    </message>
+    <message>
+        <source>Nessuna song da mostrare</source>
+        <translation>Nessuna song da mostrare</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n da copiare</source>
+        <translation>
+            <numerusform>%n da copiare</numerusform>
+            <numerusform>%n da copiare</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n nuove</source>
+        <translation>
+            <numerusform>%n nuova</numerusform>
+            <numerusform>%n nuove</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n uguali</source>
+        <translation>
+            <numerusform>%n uguale</numerusform>
+            <numerusform>%n uguali</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sostituiscono</source>
+        <translation>
+            <numerusform>%n sostituisce</numerusform>
+            <numerusform>%n sostituiscono</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n non ci stanno</source>
+        <translation>
+            <numerusform>%n non ci sta</numerusform>
+            <numerusform>%n non ci stanno</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n non si possono copiare</source>
+        <translation>
+            <numerusform>%n non si può copiare</numerusform>
+            <numerusform>%n non si possono copiare</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n con un nome più corto</source>
+        <translation>
+            <numerusform>%n con un nome più corto</numerusform>
+            <numerusform>%n con un nome più corto</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Spazio: servono %1, liberi %2</source>
+        <translation>Spazio: servono %1, liberi %2</translation>
+    </message>
+    <message>
+        <source>Durata: si saprà dopo le prime song</source>
+        <translation>Durata: si saprà dopo le prime song</translation>
+    </message>
+    <message>
+        <source>Durata: meno di un minuto</source>
+        <translation>Durata: meno di un minuto</translation>
+    </message>
+    <message>
+        <source>Durata: circa %1 min</source>
+        <translation>Durata: circa %1 min</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::TransferPlanModel</name>
+    <message>
+        <source>nuova</source>
+        <translation>nuova</translation>
+    </message>
+    <message>
+        <source>c&apos;è già, uguale</source>
+        <translation>c&apos;è già, uguale</translation>
+    </message>
+    <message>
+        <source>sostituisce %1 (%2, %3)</source>
+        <translation>sostituisce %1 (%2, %3)</translation>
+    </message>
+    <message>
+        <source>sostituisce un&apos;altra song scelta: %1</source>
+        <translation>sostituisce un&apos;altra song scelta: %1</translation>
+    </message>
+    <message>
+        <source>non ci sta</source>
+        <translation>non ci sta</translation>
+    </message>
+    <message>
+        <source>non si può copiare: %1</source>
+        <translation>non si può copiare: %1</translation>
+    </message>
+    <message>
+        <source>Song</source>
+        <translation>Song</translation>
+    </message>
+    <message>
+        <source>Che cosa succede</source>
+        <translation>Che cosa succede</translation>
+    </message>
+    <message>
+        <source>Nome sulla memoria</source>
+        <translation>Nome sulla memoria</translation>
+    </message>
+    <message>
+        <source>Dimensione</source>
+        <translation>Dimensione</translation>
     </message>
 </context>
 <context>

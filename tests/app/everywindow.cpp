@@ -26,6 +26,7 @@
 #include "songfile/songinfo.h"
 #include "tests/app/editwindows.h"
 #include "tests/app/memorywindows.h"
+#include "tests/app/planwindow.h"
 #include "tests/logcapture.h"
 #include "tools/samplesongs.h"
 
@@ -385,6 +386,7 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("backup"),
                               QStringLiteral("preview"),
                               QStringLiteral("preview-search"),
+                              QStringLiteral("transfer-plan"),
                               QStringLiteral("question"),
                               QStringLiteral("question-yes-no"),
                               QStringLiteral("question-rename"),
@@ -419,6 +421,7 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("backup"), [] { return std::make_unique<BackupDialog>(); }},
         {QStringLiteral("preview"), makePreviewDialog},
         {QStringLiteral("preview-search"), makeSearchDialog},
+        {QStringLiteral("transfer-plan"), makePlanWindow},
         {QStringLiteral("question"), [] { return makeQuestion({}, false); }},
         {QStringLiteral("question-yes-no"), [] { return makeQuestion({}, true); }},
         {QStringLiteral("question-rename"), makeRenameQuestion},

@@ -103,10 +103,10 @@ void TestKeys::mnemonicsOpenTheMenus()
 void TestKeys::everyOperationHasAShortcut()
 {
     // Choices of a setting and the pages about the program have their mnemonics only.
-    const QStringList choices{u"actionItalian"_qs,     u"actionEnglish"_qs,
-                              u"actionGerman"_qs,      u"actionCopyrightYes"_qs,
-                              u"actionCopyrightNo"_qs, u"actionSoundFont"_qs,
-                              u"actionAbout"_qs,       u"actionAbout_QT"_qs};
+    const QStringList choices{
+        u"actionItalian"_qs,      u"actionEnglish"_qs,     u"actionGerman"_qs,
+        u"actionCopyrightYes"_qs, u"actionCopyrightNo"_qs, u"actionSoundFont"_qs,
+        u"actionTransferPlan"_qs, u"actionAbout"_qs,       u"actionAbout_QT"_qs};
     int operations = 0;
     for (const QMenu *menu : menus()) {
         for (const QAction *action : menu->actions()) {

@@ -149,17 +149,18 @@ void TestMainWindowForm::ordersItsMenus()
             entries.append(action->text().remove(u'&'));
     }
     QCOMPARE(menus.join(u'|'), QStringLiteral("File|Preferenze|Vista|Strumenti|Aiuto"));
-    QCOMPARE(
-        entries.join(u'|'),
-        QStringLiteral("Seleziona brani...|Aggiungi brani...|Aggiungi cartella...|"
-                       "Aggiungi da una cartella recente|Riprendi l'ultima lista||"
-                       "Sincronizza song con il database Kordia|"
-                       "Trasferisci song nella memoria di Brisel||"
-                       "Esci|Lingua|Messaggi Copyright|SoundFont per i MIDI...|Memoria...|Rigenera "
-                       "il database delle song|Salva "
-                       "lista delle song|Anteprima sincronizzazione...|Cronologia modifiche...|"
-                       "Ripristina backup...|Aiuto Brisel PC|Informazioni|Informazioni su "
-                       "QT"));
+    QCOMPARE(entries.join(u'|'),
+             QStringLiteral(
+                 "Seleziona brani...|Aggiungi brani...|Aggiungi cartella...|"
+                 "Aggiungi da una cartella recente|Riprendi l'ultima lista||"
+                 "Sincronizza song con il database Kordia|"
+                 "Trasferisci song nella memoria di Brisel||"
+                 "Esci|Lingua|Messaggi Copyright|SoundFont per i MIDI...|Memoria...|Rigenera il "
+                 "database delle song|Salva "
+                 "lista delle song|Anteprima sincronizzazione...|Mostra il piano prima "
+                 "del trasferimento|Cronologia modifiche...|"
+                 "Ripristina backup...|Aiuto Brisel PC|Informazioni|Informazioni su "
+                 "QT"));
 }
 
 void TestMainWindowForm::fillsItsSubmenus_data()
