@@ -4,8 +4,7 @@
 #include "index/indexmonitor.h"
 #include "index/indexset.h"
 #include "index/memoryreasons.h"
-#include "index/songinfoindex.h"
-#include "index/songorders.h"
+#include "index/songslistwriter.h"
 
 #include <QList>
 #include <QObject>
@@ -50,7 +49,13 @@ public:
     /// Writes the songs of the index of \a root as lines of ";"-separated texts to \a fileName.
     /// Returns 1 on success; 0 if the index can't be read, the file can't be written, or another
     /// program works on the memory; -1 if the memory has no complete index.
-    [[nodiscard]] int saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode);
+    [[nodiscard]] int saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode)
+    {
+        return saveSongsList(root, fileName, SongsListKind{mode});
+    }
+    /// The same for a list of any kind.
+    [[nodiscard]] int saveSongsList(const QString &root, const QString &fileName,
+                                    const SongsListKind &kind);
 
     /// The number of songs that the walk of the last run entered into its table of paths or
     /// compared there.
@@ -75,7 +80,8 @@ private:
     /// Locks the memory for the \a work of a run.
     bool build(const QString &root, bool (IndexBuild::*work)());
 
-    std::optional<QByteArray> listText(const QList<SongInfoIndex> &songs, const SongOrder &order);
+    std::optional<QByteArray> listText(const QList<SongInfoIndex> &songs,
+                                       const SongsListKind &kind);
 
     void setMaximum(int maximum) override;
     void setProgress(int value) override;

@@ -5,8 +5,7 @@
 #include "index/indexreader.h"
 #include "index/memoryreasons.h"
 #include "index/songorders.h"
-
-#include <QTextStream>
+#include "index/songslistwriter.h"
 
 namespace brisel
 {
@@ -14,29 +13,22 @@ namespace brisel
 namespace
 {
 
-/// \a text without characters that a reader of the list could read as the end of a record.
-QString onOneRecord(QString text)
+/// The songs of a list; only an order with headings has groups.
+SongOrders::Groups listOrder(const QList<SongInfoIndex> &songs, const SongsListKind &kind)
 {
-    static constexpr QStringView breaks = u"\n\v\f\r\u001C\u001D\u001E\u0085\u2028\u2029";
-    for (QChar &character : text) {
-        if (breaks.contains(character))
-            character = u' ';
-    }
-    return text;
-}
-
-SongOrder listOrder(const QList<SongInfoIndex> &songs, SORT_MODE mode)
-{
-    SongOrder byTitle = SongOrders::byTitle(songs);
-    if (mode == SortByGenre)
-        return SongOrders::byGroup(songs, byTitle, &SongInfoIndex::genre).order;
-    return mode == SortByArtist ? SongOrders::byGroup(songs, byTitle, &SongInfoIndex::artist).order
-                                : byTitle;
+    SongOrders::Groups list{SongOrders::byTitle(songs), {}};
+    if (kind.isGrouped())
+        list = SongOrders::byGroup(songs, list.order,
+                                   kind.mode == SortByGenre ? &SongInfoIndex::genre
+                                                            : &SongInfoIndex::artist);
+    if (kind.isMp3Only)
+        list.order = SongOrders::mp3Only(songs, list.order);
+    return list;
 }
 
 } // namespace
 
-int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE mode)
+int Index::saveSongsList(const QString &root, const QString &fileName, const SongsListKind &kind)
 {
     setRoot(root);
     const FolderLock lock(m_set.root(), FolderLock::Kind::Shared);
@@ -59,7 +51,7 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
     reader.readTexts(songs);
     run().pulse();
 
-    const std::optional<QByteArray> list = listText(songs, listOrder(songs, mode));
+    const std::optional<QByteArray> list = listText(songs, kind);
     if (!list.has_value()) {
         m_failure = Run::interrupted;
         return 0;
@@ -73,29 +65,24 @@ int Index::saveSongsList(const QString &root, const QString &fileName, SORT_MODE
 }
 
 /// The lines of the list. Empty when the program is to end.
-std::optional<QByteArray> Index::listText(const QList<SongInfoIndex> &songs, const SongOrder &order)
+std::optional<QByteArray> Index::listText(const QList<SongInfoIndex> &songs,
+                                          const SongsListKind &kind)
 {
+    const SongOrders::Groups list = listOrder(songs, kind);
     run().pulse();
-    QByteArray list;
-    QTextStream lines(&list);
-    lines << tr("TITOLO") << ';' << tr("ARTISTA") << ';' << tr("GENERE") << ';' << tr("FILE")
-          << ";\n";
+    if (kind.isMp3Only)
+        setMaximum(static_cast<int>(list.order.size()));
+    SongsListWriter writer(kind, list.order.size());
     int written = 0;
-    for (const qsizetype position : order) {
+    for (const qsizetype position : list.order) {
         if (run().isEnding())
             return std::nullopt;
         const SongInfoIndex &song = songs.at(position);
-        // Fields are not quoted: a ";" in a title shifts the columns of its line. The reader
-        // returns the bytes of the path as Latin-1.
-        for (const QString &field :
-             {song.title, song.artist, song.genre, pathFromBytes(song.path.toLatin1())})
-            lines << onOneRecord(field) << ';';
-        lines << '\n';
+        writer.add(song, list.numbers.value(position));
         showPath(song.absolutePath);
         setProgress(++written);
     }
-    lines.flush();
-    return list;
+    return writer.finished();
 }
 
 } // namespace brisel

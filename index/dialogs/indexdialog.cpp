@@ -80,7 +80,17 @@ void IndexDialog::start(bool toDriveRoot)
     m_ui->pushButtonClose->setEnabled(false);
     if (folder.endsWith(u'/') || folder.endsWith(u'\\'))
         folder.chop(1);
-    showOutcome(runIndex(folder));
+    const Outcome outcome = runIndex(folder);
+    if (m_errors == 0 && (outcome == Outcome::Failed || outcome == Outcome::InUse))
+        initProgress(100);
+    showOutcome(this, outcome, m_errors);
+    // Files that are wrong right after they were written point to a broken memory.
+    if (m_uncorrectable && outcome != Outcome::Ended) {
+        // "necesario" is the old spelling; translations depend on it.
+        QMessageBox::warning(this, tr("ATTENZIONE"),
+                             tr("Non è stato possibile correggere gli errori, è necesario "
+                                "formattare la memoria"));
+    }
     m_ui->plainTextReport->appendPlainText(tr("Operazione completata"));
     m_ui->pushButtonStart->setEnabled(true);
     m_ui->pushButtonClose->setEnabled(true);
@@ -147,32 +157,23 @@ void IndexDialog::checkMemory(const QString &folder, Run &run)
     m_uncorrectable = check.hasDamage() && m_ui->radioButtonRebuild->isChecked();
 }
 
-void IndexDialog::showOutcome(Outcome outcome)
+void IndexDialog::showOutcome(QWidget *parent, Outcome outcome, int errors)
 {
     const QString title = tr("Ottimizza memoria");
     if (outcome == Outcome::Ended)
         return;
-    if (m_errors > 0) {
-        QMessageBox::critical(this, title,
+    if (errors > 0) {
+        QMessageBox::critical(parent, title,
                               tr("Durante l'operazione si sono verificati alcuni errori.\n"
                                  "Consultare il report per maggiori informazioni."));
     } else if (outcome == Outcome::Done) {
-        QMessageBox::information(this, title, tr("Operazione completata con successo"));
+        QMessageBox::information(parent, title, tr("Operazione completata con successo"));
     } else if (outcome == Outcome::InUse) {
-        initProgress(100);
-        QMessageBox::critical(this, title, inUseText());
+        QMessageBox::critical(parent, title, inUseText());
     } else {
-        initProgress(100);
-        QMessageBox::critical(this, title,
+        QMessageBox::critical(parent, title,
                               tr("Operazione non riuscita.\nAssicurarsi che il disco abbia "
                                  "sufficiente spazio libero e che non sia protetto da scrittura."));
-    }
-    // Files that are wrong right after they were written point to a broken memory.
-    if (m_uncorrectable) {
-        // "necesario" is the old spelling; translations depend on it.
-        QMessageBox::warning(this, tr("ATTENZIONE"),
-                             tr("Non è stato possibile correggere gli errori, è necesario "
-                                "formattare la memoria"));
     }
 }
 

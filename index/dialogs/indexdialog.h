@@ -21,6 +21,8 @@ class IndexDialog : public RunDialog
     Q_OBJECT
 
 public:
+    enum class Outcome { Done, Failed, InUse, Ended };
+
     explicit IndexDialog(QWidget *parent = nullptr);
     ~IndexDialog() override;
 
@@ -28,6 +30,10 @@ public:
     static QString getRootDrivePath(const QString &path);
     /// Reserved. Always false: the checkbox runs MemoryCheck instead.
     static bool checkDisk(const QString &path);
+
+    /// Shows the outcome of a run of the index in a box over \a parent; \a errors are those that
+    /// its report has.
+    static void showOutcome(QWidget *parent, Outcome outcome, int errors);
 
     /// The result of the last run; empty before the first.
     const std::optional<RunReport> &report() const override { return m_report; }
@@ -60,11 +66,8 @@ private slots:
     void on_pushButtonClose_clicked() { close(); }
 
 private:
-    enum class Outcome { Done, Failed, InUse, Ended };
-
     Outcome runIndex(const QString &folder);
     void checkMemory(const QString &folder, Run &run);
-    void showOutcome(Outcome outcome);
     void showCurrentPath();
 
     std::unique_ptr<Ui::IndexDialog> m_ui;

@@ -60,7 +60,7 @@ void SongsListDialog::start()
         QMessageBox::warning(this, title, tr("Il percorso di destinazione non esiste"));
         return;
     }
-    showOutcome(save());
+    showOutcome(this, save());
 }
 
 SongsListDialog::Outcome SongsListDialog::save()
@@ -76,34 +76,40 @@ SongsListDialog::Outcome SongsListDialog::save()
     setControlsEnabled(true);
     m_ui->pushButtonClose->setFocus();
     m_report.emplace(RunReport::Operation::SongsList);
-    if (run.isEnding())
+    return outcomeOf(index, result, m_ui->lineEditPath->text(), m_ui->lineEditFile->text(),
+                     *m_report);
+}
+
+SongsListDialog::Outcome SongsListDialog::outcomeOf(const Index &index, int result,
+                                                    const QString &memory, const QString &file,
+                                                    RunReport &report)
+{
+    if (Run::isEnding())
         return Outcome::Ended;
     if (result > 0)
         return Outcome::Saved;
     const bool isBusy = index.failure() == MemoryReason::inUse;
-    m_report->add(RunReport::Step::Save,
-                  isBusy ? m_ui->lineEditPath->text() : m_ui->lineEditFile->text(),
-                  index.failure());
+    report.add(RunReport::Step::Save, isBusy ? memory : file, index.failure());
     if (isBusy)
         return Outcome::InUse;
     return result == 0 ? Outcome::Failed : Outcome::NotPrepared;
 }
 
-void SongsListDialog::showOutcome(Outcome outcome)
+void SongsListDialog::showOutcome(QWidget *parent, Outcome outcome)
 {
     const QString title = tr("Salva lista song");
     switch (outcome) {
     case Outcome::Saved:
-        QMessageBox::information(this, title, tr("Operazione completata"));
+        QMessageBox::information(parent, title, tr("Operazione completata"));
         break;
     case Outcome::Failed:
-        QMessageBox::warning(this, title, tr("Errore durante la creazione del file"));
+        QMessageBox::warning(parent, title, tr("Errore durante la creazione del file"));
         break;
     case Outcome::InUse:
-        QMessageBox::warning(this, title, inUseText());
+        QMessageBox::warning(parent, title, inUseText());
         break;
     case Outcome::NotPrepared:
-        QMessageBox::warning(this, title,
+        QMessageBox::warning(parent, title,
                              tr("Impossibile proseguire, la memoria non è preparata per Brisel"));
         break;
     case Outcome::Ended:

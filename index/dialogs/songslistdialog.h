@@ -9,6 +9,8 @@
 namespace brisel
 {
 
+class Index;
+
 namespace Ui
 {
 class SongsListDialog;
@@ -20,8 +22,17 @@ class SongsListDialog : public RunDialog
     Q_OBJECT
 
 public:
+    enum class Outcome { Saved, Failed, InUse, NotPrepared, Ended };
+
     explicit SongsListDialog(QWidget *parent = nullptr);
     ~SongsListDialog() override;
+
+    /// The outcome of \a index, whose saveSongsList() has returned \a result. A failure is added to
+    /// \a report, with the \a memory or the \a file.
+    static Outcome outcomeOf(const Index &index, int result, const QString &memory,
+                             const QString &file, RunReport &report);
+    /// Shows the outcome in a box over \a parent.
+    static void showOutcome(QWidget *parent, Outcome outcome);
 
     /// The result of the last run; empty before the first.
     const std::optional<RunReport> &report() const override { return m_report; }
@@ -43,10 +54,7 @@ private slots:
     void on_pushButtonClose_clicked() { close(); }
 
 private:
-    enum class Outcome { Saved, Failed, InUse, NotPrepared, Ended };
-
     Outcome save();
-    void showOutcome(Outcome outcome);
     void setControlsEnabled(bool enabled);
 
     std::unique_ptr<Ui::SongsListDialog> m_ui;

@@ -1699,6 +1699,26 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <source>Playlist non aggiornata: </source>
         <translation>Playlist not updated: </translation>
     </message>
+    <message>
+        <source>Elenco delle song MP3</source>
+        <translation>List of the MP3 songs</translation>
+    </message>
+    <message>
+        <source>Elenco delle song</source>
+        <translation>List of the songs</translation>
+    </message>
+    <message>
+        <source>it</source>
+        <comment>la lingua della pagina</comment>
+        <translation>en</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n songs</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brisel::IndexDialog</name>

@@ -1699,6 +1699,26 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <source>Playlist non aggiornata: </source>
         <translation>Playlist non aggiornata: </translation>
     </message>
+    <message>
+        <source>Elenco delle song MP3</source>
+        <translation>Elenco delle song MP3</translation>
+    </message>
+    <message>
+        <source>Elenco delle song</source>
+        <translation>Elenco delle song</translation>
+    </message>
+    <message>
+        <source>it</source>
+        <comment>la lingua della pagina</comment>
+        <translation>it</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song</source>
+        <translation>
+            <numerusform>%n song</numerusform>
+            <numerusform>%n song</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brisel::IndexDialog</name>
