@@ -3125,6 +3125,57 @@ Try again when it has finished.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::SafeRemoval</name>
+    <message>
+        <source>La memoria è stata smontata: ora si può togliere.</source>
+        <translation>The memory was unmounted: it can be removed now.</translation>
+    </message>
+    <message>
+        <source>Tutti i dati sono scritti sulla memoria, ma il programma non può smontarla.
+Smontarla con il gestore dei file prima di toglierla.</source>
+        <translation>All data are written to the memory, but the program can&apos;t unmount it.
+Unmount it with the file manager before it is removed.</translation>
+    </message>
+    <message>
+        <source>La memoria è stata smontata, ma un&apos;altra parte dello stesso disco è ancora in uso.
+Smontare anche quella prima di togliere il disco.</source>
+        <translation>The memory was unmounted, but another part of the same disk is still in use.
+Unmount that too before the disk is removed.</translation>
+    </message>
+    <message>
+        <source>La memoria è in uso da un programma e non è stata smontata.
+Chiudere i file aperti e riprovare.</source>
+        <translation>The memory is in use by a program and was not unmounted.
+Close the open files and try again.</translation>
+    </message>
+    <message>
+        <source>Manca il permesso di smontare la memoria, che è ancora montata.</source>
+        <translation>There is no permission to unmount the memory, which is still mounted.</translation>
+    </message>
+    <message>
+        <source>Il sistema non ha risposto in tempo: non togliere la memoria finché il gestore dei file non la mostra come smontata.</source>
+        <translation>The system did not answer in time: do not remove the memory until the file manager shows it as unmounted.</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile smontare la memoria: non toglierla.</source>
+        <translation>The memory could not be unmounted: do not remove it.</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile scrivere tutti i dati sulla memoria, che non è stata smontata.</source>
+        <translation>Not all data could be written to the memory, which was not unmounted.</translation>
+    </message>
+    <message>
+        <source>Un altro programma sta lavorando su questa memoria.
+Riprovare quando ha finito.</source>
+        <translation>Another program is working on this memory.
+Try again when it has finished.</translation>
+    </message>
+    <message>
+        <source>La memoria non è più presente.</source>
+        <translation>The memory is not there any more.</translation>
+    </message>
+</context>
+<context>
     <name>brisel::SongFilter</name>
     <message>
         <source>%1 di %2</source>

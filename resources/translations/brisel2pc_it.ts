@@ -3125,6 +3125,57 @@ Riprovare quando ha finito.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::SafeRemoval</name>
+    <message>
+        <source>La memoria è stata smontata: ora si può togliere.</source>
+        <translation>La memoria è stata smontata: ora si può togliere.</translation>
+    </message>
+    <message>
+        <source>Tutti i dati sono scritti sulla memoria, ma il programma non può smontarla.
+Smontarla con il gestore dei file prima di toglierla.</source>
+        <translation>Tutti i dati sono scritti sulla memoria, ma il programma non può smontarla.
+Smontarla con il gestore dei file prima di toglierla.</translation>
+    </message>
+    <message>
+        <source>La memoria è stata smontata, ma un&apos;altra parte dello stesso disco è ancora in uso.
+Smontare anche quella prima di togliere il disco.</source>
+        <translation>La memoria è stata smontata, ma un&apos;altra parte dello stesso disco è ancora in uso.
+Smontare anche quella prima di togliere il disco.</translation>
+    </message>
+    <message>
+        <source>La memoria è in uso da un programma e non è stata smontata.
+Chiudere i file aperti e riprovare.</source>
+        <translation>La memoria è in uso da un programma e non è stata smontata.
+Chiudere i file aperti e riprovare.</translation>
+    </message>
+    <message>
+        <source>Manca il permesso di smontare la memoria, che è ancora montata.</source>
+        <translation>Manca il permesso di smontare la memoria, che è ancora montata.</translation>
+    </message>
+    <message>
+        <source>Il sistema non ha risposto in tempo: non togliere la memoria finché il gestore dei file non la mostra come smontata.</source>
+        <translation>Il sistema non ha risposto in tempo: non togliere la memoria finché il gestore dei file non la mostra come smontata.</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile smontare la memoria: non toglierla.</source>
+        <translation>Non è stato possibile smontare la memoria: non toglierla.</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile scrivere tutti i dati sulla memoria, che non è stata smontata.</source>
+        <translation>Non è stato possibile scrivere tutti i dati sulla memoria, che non è stata smontata.</translation>
+    </message>
+    <message>
+        <source>Un altro programma sta lavorando su questa memoria.
+Riprovare quando ha finito.</source>
+        <translation>Un altro programma sta lavorando su questa memoria.
+Riprovare quando ha finito.</translation>
+    </message>
+    <message>
+        <source>La memoria non è più presente.</source>
+        <translation>La memoria non è più presente.</translation>
+    </message>
+</context>
+<context>
     <name>brisel::SongFilter</name>
     <message>
         <source>%1 di %2</source>

@@ -127,7 +127,7 @@ void TestToolTips::everyMenuEntryHasOne()
                      qPrintable(action->objectName()));
         }
     }
-    QCOMPARE(entries, 22 + 17); // those of the menu of the columns
+    QCOMPARE(entries, 23 + 17); // those of the menu of the columns
 }
 
 void TestToolTips::everyHeadingHasOne()
