@@ -49,10 +49,12 @@ inline const Setting<QString> memoryPlace{QLatin1StringView("memoryplace"), QStr
 inline constexpr Setting<bool> showUnreadable{QLatin1StringView("showunreadable"), false};
 /// Whether the plan is shown before a transfer.
 inline constexpr Setting<bool> transferPlan{QLatin1StringView("transferplan"), false};
-/// The folders that were chosen last in the dialogs for songs, transfer, backup and report.
+/// The folders that were chosen last in the dialogs for songs, transfer, backup, copies from a
+/// memory, and report.
 inline const Setting<QString> songsFolder{QLatin1StringView("songsfolder"), QString()};
 inline const Setting<QString> transferFolder{QLatin1StringView("transferfolder"), QString()};
 inline const Setting<QString> backupFolder{QLatin1StringView("backupfolder"), QString()};
+inline const Setting<QString> copyBackFolder{QLatin1StringView("copybackfolder"), QString()};
 inline const Setting<QString> reportFolder{QLatin1StringView("reportfolder"), QString()};
 /// The folders from which songs were taken, the last one first.
 inline const Setting<QStringList> recentFolders{QLatin1StringView("recentfolders"), QStringList()};

@@ -1308,6 +1308,81 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
+    <name>brisel::ExportListDialog</name>
+    <message>
+        <source>Esporta elenco</source>
+        <translation>Export list</translation>
+    </message>
+    <message>
+        <source>&amp;Ordine:</source>
+        <translation>&amp;Order:</translation>
+    </message>
+    <message>
+        <source>L&apos;ordine delle song nell&apos;elenco</source>
+        <translation>The order of the songs in the list</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>&amp;Song:</source>
+        <translation>S&amp;ongs:</translation>
+    </message>
+    <message>
+        <source>Le song che l&apos;elenco contiene</source>
+        <translation>The songs that the list contains</translation>
+    </message>
+    <message>
+        <source>Tutte</source>
+        <translation>All</translation>
+    </message>
+    <message>
+        <source>Solo MP3</source>
+        <translation>Only MP3</translation>
+    </message>
+    <message>
+        <source>&amp;Formato:</source>
+        <translation>&amp;Format:</translation>
+    </message>
+    <message>
+        <source>Un testo per fogli di calcolo, o una pagina da stampare</source>
+        <translation>A text for spreadsheets, or a page to print</translation>
+    </message>
+    <message>
+        <source>CSV, per fogli di calcolo</source>
+        <translation>CSV, for spreadsheets</translation>
+    </message>
+    <message>
+        <source>HTML, da stampare</source>
+        <translation>HTML, to print</translation>
+    </message>
+    <message>
+        <source>Chiede il nome del file e lo salva</source>
+        <translation>Asks for the file&apos;s name and saves it</translation>
+    </message>
+    <message>
+        <source>&amp;Salva...</source>
+        <translation>&amp;Save...</translation>
+    </message>
+    <message>
+        <source>Non salva l&apos;elenco</source>
+        <translation>Doesn&apos;t save the list</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Cancel</translation>
+    </message>
+</context>
+<context>
     <name>brisel::FoldersModel</name>
     <message>
         <source>Doppioni</source>
@@ -2463,6 +2538,157 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::MemoryActions</name>
+    <message>
+        <source>&amp;Rimuovi dalla memoria...</source>
+        <translation>&amp;Remove from the memory...</translation>
+    </message>
+    <message>
+        <source>Ri&amp;nomina...</source>
+        <translation>Re&amp;name...</translation>
+    </message>
+    <message>
+        <source>&amp;Copia sul computer...</source>
+        <translation>&amp;Copy to the computer...</translation>
+    </message>
+    <message>
+        <source>A&amp;ggiorna</source>
+        <translation>&amp;Update</translation>
+    </message>
+    <message>
+        <source>Rig&amp;enera</source>
+        <translation>R&amp;ebuild</translation>
+    </message>
+    <message>
+        <source>Contro&amp;lla</source>
+        <translation>Chec&amp;k</translation>
+    </message>
+    <message>
+        <source>E&amp;sporta elenco...</source>
+        <translation>E&amp;xport list...</translation>
+    </message>
+    <message>
+        <source>Rimo&amp;zione sicura</source>
+        <translation>&amp;Safe removal</translation>
+    </message>
+    <message>
+        <source>Cancella dalla memoria le song scelte; l&apos;indice e le playlist le seguono</source>
+        <translation>Deletes the chosen songs from the memory; the index and the playlists follow</translation>
+    </message>
+    <message>
+        <source>Cambia il nome del file della song; l&apos;indice e le playlist lo seguono</source>
+        <translation>Changes the name of the song&apos;s file; the index and the playlists follow</translation>
+    </message>
+    <message>
+        <source>Aggiorna l&apos;indice con le song nuove, cambiate e cancellate</source>
+        <translation>Updates the index with new, changed and deleted songs</translation>
+    </message>
+    <message>
+        <source>Scrive di nuovo tutto l&apos;indice della memoria</source>
+        <translation>Writes the whole index of the memory again</translation>
+    </message>
+    <message>
+        <source>Copia le song scelte in una cartella del computer</source>
+        <translation>Copies the chosen songs into a folder of the computer</translation>
+    </message>
+    <message>
+        <source>Controlla se l&apos;indice, le playlist e le song vanno d&apos;accordo</source>
+        <translation>Checks whether the index, the playlists and the songs agree</translation>
+    </message>
+    <message>
+        <source>Salva l&apos;elenco delle song come CSV o come pagina da stampare</source>
+        <translation>Saves the list of the songs as CSV or as a page to print</translation>
+    </message>
+    <message>
+        <source>Scrive tutti i dati e smonta la memoria, che poi si può togliere</source>
+        <translation>Writes all data and unmounts the memory, which can be removed then</translation>
+    </message>
+    <message>
+        <source>Non tutto è riuscito. Il report dice che cosa manca.</source>
+        <translation>Not everything succeeded. The report says what is missing.</translation>
+    </message>
+    <message>
+        <source>Impossibile proseguire: %1.</source>
+        <translation>Can&apos;t continue: %1.</translation>
+    </message>
+    <message>
+        <source>Rimuovi dalla memoria</source>
+        <translation>Remove from the memory</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song rimosse</source>
+        <translation>
+            <numerusform>%n song removed</numerusform>
+            <numerusform>%n songs removed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Rimuovere %n song dalla memoria?</source>
+        <translation>
+            <numerusform>Remove %n song from the memory?</numerusform>
+            <numerusform>Remove %n songs from the memory?</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nessuna playlist le contiene.</source>
+        <translation>No playlist contains them.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n playlist le contengono, e le perderanno.</source>
+        <translation>
+            <numerusform>%n playlist contains them, and will lose them.</numerusform>
+            <numerusform>%n playlists contain them, and will lose them.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>I file vengono cancellati e non si possono riavere.</source>
+        <translation>The files are deleted and can&apos;t be taken back.</translation>
+    </message>
+    <message>
+        <source>Rinomina</source>
+        <translation>Renaming</translation>
+    </message>
+    <message>
+        <source>Copia sul computer</source>
+        <translation>Copy to the computer</translation>
+    </message>
+    <message>
+        <source>Scegli la cartella delle copie</source>
+        <translation>Choose the folder of the copies</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song copiate</source>
+        <translation>
+            <numerusform>%n song copied</numerusform>
+            <numerusform>%n songs copied</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Il percorso di destinazione non esiste</source>
+        <translation>The destination path does not exist</translation>
+    </message>
+    <message>
+        <source>La cartella è sulla memoria stessa: sceglierne una del computer</source>
+        <translation>The folder is on the memory itself: choose one of the computer</translation>
+    </message>
+    <message>
+        <source>Controllo la memoria...</source>
+        <translation>Checking the memory...</translation>
+    </message>
+    <message>
+        <source>File (*.html)</source>
+        <translation>File (*.html)</translation>
+    </message>
+    <message>
+        <source>Salvo l&apos;elenco...</source>
+        <translation>Saving the list...</translation>
+    </message>
+    <message>
+        <source>Rimozione sicura</source>
+        <translation>Safe removal</translation>
+    </message>
+</context>
+<context>
     <name>brisel::MemoryCheck</name>
     <message>
         <source>%1: il file manca</source>
@@ -3062,6 +3288,41 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Nessuna cartella</source>
         <translation>No folder</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::RenameSongDialog</name>
+    <message>
+        <source>Rinomina song</source>
+        <translation>Rename song</translation>
+    </message>
+    <message>
+        <source>Il nuovo nome della song sulla memoria, al massimo 8 caratteri. L&apos;estensione resta.</source>
+        <translation>The new name of the song on the memory, at most 8 characters. The suffix stays.</translation>
+    </message>
+    <message>
+        <source>Il nome del file senza l&apos;estensione</source>
+        <translation>The file&apos;s name without its suffix</translation>
+    </message>
+    <message>
+        <source>Nuovo nome</source>
+        <translation>New name</translation>
+    </message>
+    <message>
+        <source>Rinomina la song; l&apos;indice e le playlist la seguono</source>
+        <translation>Renames the song; the index and the playlists follow</translation>
+    </message>
+    <message>
+        <source>&amp;Rinomina</source>
+        <translation>&amp;Rename</translation>
+    </message>
+    <message>
+        <source>Lascia il nome com&apos;è</source>
+        <translation>Leaves the name as it is</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Cancel</translation>
     </message>
 </context>
 <context>

@@ -1308,6 +1308,81 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
+    <name>brisel::ExportListDialog</name>
+    <message>
+        <source>Esporta elenco</source>
+        <translation>Esporta elenco</translation>
+    </message>
+    <message>
+        <source>&amp;Ordine:</source>
+        <translation>&amp;Ordine:</translation>
+    </message>
+    <message>
+        <source>L&apos;ordine delle song nell&apos;elenco</source>
+        <translation>L&apos;ordine delle song nell&apos;elenco</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genere</translation>
+    </message>
+    <message>
+        <source>&amp;Song:</source>
+        <translation>&amp;Song:</translation>
+    </message>
+    <message>
+        <source>Le song che l&apos;elenco contiene</source>
+        <translation>Le song che l&apos;elenco contiene</translation>
+    </message>
+    <message>
+        <source>Tutte</source>
+        <translation>Tutte</translation>
+    </message>
+    <message>
+        <source>Solo MP3</source>
+        <translation>Solo MP3</translation>
+    </message>
+    <message>
+        <source>&amp;Formato:</source>
+        <translation>&amp;Formato:</translation>
+    </message>
+    <message>
+        <source>Un testo per fogli di calcolo, o una pagina da stampare</source>
+        <translation>Un testo per fogli di calcolo, o una pagina da stampare</translation>
+    </message>
+    <message>
+        <source>CSV, per fogli di calcolo</source>
+        <translation>CSV, per fogli di calcolo</translation>
+    </message>
+    <message>
+        <source>HTML, da stampare</source>
+        <translation>HTML, da stampare</translation>
+    </message>
+    <message>
+        <source>Chiede il nome del file e lo salva</source>
+        <translation>Chiede il nome del file e lo salva</translation>
+    </message>
+    <message>
+        <source>&amp;Salva...</source>
+        <translation>&amp;Salva...</translation>
+    </message>
+    <message>
+        <source>Non salva l&apos;elenco</source>
+        <translation>Non salva l&apos;elenco</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Annulla</translation>
+    </message>
+</context>
+<context>
     <name>brisel::FoldersModel</name>
     <message>
         <source>Doppioni</source>
@@ -2463,6 +2538,157 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
+    <name>brisel::MemoryActions</name>
+    <message>
+        <source>&amp;Rimuovi dalla memoria...</source>
+        <translation>&amp;Rimuovi dalla memoria...</translation>
+    </message>
+    <message>
+        <source>Ri&amp;nomina...</source>
+        <translation>Ri&amp;nomina...</translation>
+    </message>
+    <message>
+        <source>&amp;Copia sul computer...</source>
+        <translation>&amp;Copia sul computer...</translation>
+    </message>
+    <message>
+        <source>A&amp;ggiorna</source>
+        <translation>A&amp;ggiorna</translation>
+    </message>
+    <message>
+        <source>Rig&amp;enera</source>
+        <translation>Rig&amp;enera</translation>
+    </message>
+    <message>
+        <source>Contro&amp;lla</source>
+        <translation>Contro&amp;lla</translation>
+    </message>
+    <message>
+        <source>E&amp;sporta elenco...</source>
+        <translation>E&amp;sporta elenco...</translation>
+    </message>
+    <message>
+        <source>Rimo&amp;zione sicura</source>
+        <translation>Rimo&amp;zione sicura</translation>
+    </message>
+    <message>
+        <source>Cancella dalla memoria le song scelte; l&apos;indice e le playlist le seguono</source>
+        <translation>Cancella dalla memoria le song scelte; l&apos;indice e le playlist le seguono</translation>
+    </message>
+    <message>
+        <source>Cambia il nome del file della song; l&apos;indice e le playlist lo seguono</source>
+        <translation>Cambia il nome del file della song; l&apos;indice e le playlist lo seguono</translation>
+    </message>
+    <message>
+        <source>Aggiorna l&apos;indice con le song nuove, cambiate e cancellate</source>
+        <translation>Aggiorna l&apos;indice con le song nuove, cambiate e cancellate</translation>
+    </message>
+    <message>
+        <source>Scrive di nuovo tutto l&apos;indice della memoria</source>
+        <translation>Scrive di nuovo tutto l&apos;indice della memoria</translation>
+    </message>
+    <message>
+        <source>Copia le song scelte in una cartella del computer</source>
+        <translation>Copia le song scelte in una cartella del computer</translation>
+    </message>
+    <message>
+        <source>Controlla se l&apos;indice, le playlist e le song vanno d&apos;accordo</source>
+        <translation>Controlla se l&apos;indice, le playlist e le song vanno d&apos;accordo</translation>
+    </message>
+    <message>
+        <source>Salva l&apos;elenco delle song come CSV o come pagina da stampare</source>
+        <translation>Salva l&apos;elenco delle song come CSV o come pagina da stampare</translation>
+    </message>
+    <message>
+        <source>Scrive tutti i dati e smonta la memoria, che poi si può togliere</source>
+        <translation>Scrive tutti i dati e smonta la memoria, che poi si può togliere</translation>
+    </message>
+    <message>
+        <source>Non tutto è riuscito. Il report dice che cosa manca.</source>
+        <translation>Non tutto è riuscito. Il report dice che cosa manca.</translation>
+    </message>
+    <message>
+        <source>Impossibile proseguire: %1.</source>
+        <translation>Impossibile proseguire: %1.</translation>
+    </message>
+    <message>
+        <source>Rimuovi dalla memoria</source>
+        <translation>Rimuovi dalla memoria</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song rimosse</source>
+        <translation>
+            <numerusform>%n song rimossa</numerusform>
+            <numerusform>%n song rimosse</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Rimuovere %n song dalla memoria?</source>
+        <translation>
+            <numerusform>Rimuovere %n song dalla memoria?</numerusform>
+            <numerusform>Rimuovere %n song dalla memoria?</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nessuna playlist le contiene.</source>
+        <translation>Nessuna playlist le contiene.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n playlist le contengono, e le perderanno.</source>
+        <translation>
+            <numerusform>%n playlist le contiene, e le perderà.</numerusform>
+            <numerusform>%n playlist le contengono, e le perderanno.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>I file vengono cancellati e non si possono riavere.</source>
+        <translation>I file vengono cancellati e non si possono riavere.</translation>
+    </message>
+    <message>
+        <source>Rinomina</source>
+        <translation>Rinomina</translation>
+    </message>
+    <message>
+        <source>Copia sul computer</source>
+        <translation>Copia sul computer</translation>
+    </message>
+    <message>
+        <source>Scegli la cartella delle copie</source>
+        <translation>Scegli la cartella delle copie</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n song copiate</source>
+        <translation>
+            <numerusform>%n song copiata</numerusform>
+            <numerusform>%n song copiate</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Il percorso di destinazione non esiste</source>
+        <translation>Il percorso di destinazione non esiste</translation>
+    </message>
+    <message>
+        <source>La cartella è sulla memoria stessa: sceglierne una del computer</source>
+        <translation>La cartella è sulla memoria stessa: sceglierne una del computer</translation>
+    </message>
+    <message>
+        <source>Controllo la memoria...</source>
+        <translation>Controllo la memoria...</translation>
+    </message>
+    <message>
+        <source>File (*.html)</source>
+        <translation>File (*.html)</translation>
+    </message>
+    <message>
+        <source>Salvo l&apos;elenco...</source>
+        <translation>Salvo l&apos;elenco...</translation>
+    </message>
+    <message>
+        <source>Rimozione sicura</source>
+        <translation>Rimozione sicura</translation>
+    </message>
+</context>
+<context>
     <name>brisel::MemoryCheck</name>
     <message>
         <source>%1: il file manca</source>
@@ -3062,6 +3288,41 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Nessuna cartella</source>
         <translation>Nessuna cartella</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::RenameSongDialog</name>
+    <message>
+        <source>Rinomina song</source>
+        <translation>Rinomina song</translation>
+    </message>
+    <message>
+        <source>Il nuovo nome della song sulla memoria, al massimo 8 caratteri. L&apos;estensione resta.</source>
+        <translation>Il nuovo nome della song sulla memoria, al massimo 8 caratteri. L&apos;estensione resta.</translation>
+    </message>
+    <message>
+        <source>Il nome del file senza l&apos;estensione</source>
+        <translation>Il nome del file senza l&apos;estensione</translation>
+    </message>
+    <message>
+        <source>Nuovo nome</source>
+        <translation>Nuovo nome</translation>
+    </message>
+    <message>
+        <source>Rinomina la song; l&apos;indice e le playlist la seguono</source>
+        <translation>Rinomina la song; l&apos;indice e le playlist la seguono</translation>
+    </message>
+    <message>
+        <source>&amp;Rinomina</source>
+        <translation>&amp;Rinomina</translation>
+    </message>
+    <message>
+        <source>Lascia il nome com&apos;è</source>
+        <translation>Lascia il nome com&apos;è</translation>
+    </message>
+    <message>
+        <source>&amp;Annulla</source>
+        <translation>&amp;Annulla</translation>
     </message>
 </context>
 <context>

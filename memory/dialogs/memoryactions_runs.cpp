@@ -1,0 +1,271 @@
+#include "base/lastfolder.h"
+#include "index/dialogs/indexdialog.h"
+#include "index/dialogs/songslistdialog.h"
+#include "index/index.h"
+#include "index/memorycheck.h"
+#include "index/memoryreasons.h"
+#include "index/recentmemories.h"
+#include "library/dialogs/plainmessage.h"
+#include "library/dialogs/reportdialog.h"
+#include "library/dialogs/windowrun.h"
+#include "memory/copyback.h"
+#include "memory/dialogs/exportlistdialog.h"
+#include "memory/dialogs/memoryactions.h"
+#include "memory/dialogs/renamesongdialog.h"
+#include "memory/memoryclaim.h"
+#include "memory/songremoval.h"
+#include "memory/songrename.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMessageBox>
+
+namespace brisel
+{
+
+namespace
+{
+
+/// The report of an index run counts the errors that are shown.
+int errorsOf(const Run &run)
+{
+    return run.report().failed();
+}
+
+} // namespace
+
+void MemoryActions::showReport(const Run &run)
+{
+    if (!run.report().isEmpty() && !Run::isEnding())
+        ReportDialog(run.report(), m_window).exec();
+}
+
+/// The outcome of an action that has something in its report.
+void MemoryActions::showFailure(const QString &title, const Run &run)
+{
+    if (Run::isEnding())
+        return;
+    QMessageBox::warning(m_window, title,
+                         tr("Non tutto è riuscito. Il report dice che cosa manca."));
+    showReport(run);
+}
+
+/// Returns true, shown, if nothing may be changed.
+bool MemoryActions::refuses(const MemoryClaim &claim, const QString &title)
+{
+    const std::optional<Reason> refusal = claim.refusal();
+    if (!refusal)
+        return false;
+    const bool isInUse = *refusal == MemoryReason::inUse;
+    QMessageBox::warning(m_window, title,
+                         isInUse ? RunDialog::inUseText()
+                                 : tr("Impossibile proseguire: %1.").arg(refusal->text()));
+    emit changed();
+    return true;
+}
+
+void MemoryActions::removeSongs()
+{
+    if (!mayStart(true))
+        return;
+    const QString title = tr("Rimuovi dalla memoria");
+    MemoryClaim claim(m_root);
+    if (refuses(claim, title))
+        return;
+    SongEntries entries(*m_contents);
+    for (const QString &path : std::as_const(m_files))
+        entries.add(path);
+    claim.mark();
+    if (!isRemovalWanted(entries.playlists()))
+        return;
+    keepMemory(m_root);
+    {
+        WindowRun run(m_window, RunReport::Operation::Deletion);
+        const SongRemoval::Outcome outcome = SongRemoval(claim, m_files).run(run);
+        if (outcome == SongRemoval::Outcome::Done)
+            QMessageBox::information(
+                m_window, title,
+                tr("%n song rimosse", "", run.report().counted(RunReport::Success::Deleted)));
+        else
+            showFailure(title, run);
+    }
+    emit changed();
+}
+
+bool MemoryActions::isRemovalWanted(int playlists)
+{
+    QMessageBox box(QMessageBox::Question, tr("Rimuovi dalla memoria"),
+                    tr("Rimuovere %n song dalla memoria?", "", static_cast<int>(m_files.size())),
+                    QMessageBox::Yes | QMessageBox::No, m_window);
+    const QString named = playlists == 0
+                              ? tr("Nessuna playlist le contiene.")
+                              : tr("%n playlist le contengono, e le perderanno.", "", playlists);
+    setPlainTexts(box, named + u'\n' + tr("I file vengono cancellati e non si possono riavere."));
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
+void MemoryActions::renameSong()
+{
+    if (m_files.size() != 1 || !mayStart(true))
+        return;
+    const QString title = tr("Rinomina");
+    MemoryClaim claim(m_root);
+    if (refuses(claim, title))
+        return;
+    SongRename rename(m_root, *m_contents, m_files.first());
+    claim.mark();
+    RenameSongDialog dialog(rename, m_window);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    keepMemory(m_root);
+    {
+        WindowRun run(m_window, RunReport::Operation::Renaming);
+        if (rename.run(run, claim, dialog.base()) != SongRename::Outcome::Done)
+            showFailure(title, run);
+    }
+    emit changed();
+}
+
+void MemoryActions::copySongs()
+{
+    if (!mayStart(false))
+        return;
+    const QString title = tr("Copia sul computer");
+    const QString folder =
+        QFileDialog::getExistingDirectory(m_window, tr("Scegli la cartella delle copie"),
+                                          startFolder(Settings::copyBackFolder, QDir::homePath()));
+    if (folder.isEmpty())
+        return;
+    keepFolder(Settings::copyBackFolder, folder);
+    keepMemory(m_root);
+    WindowRun run(m_window, RunReport::Operation::CopyBack);
+    CopyBack copy(m_root, m_files, folder);
+    switch (copy.run(run)) {
+    case CopyBack::Outcome::Done:
+        QMessageBox::information(
+            m_window, title,
+            tr("%n song copiate", "", run.report().counted(RunReport::Success::Copied)));
+        break;
+    case CopyBack::Outcome::NoFolder:
+        QMessageBox::warning(m_window, title, tr("Il percorso di destinazione non esiste"));
+        break;
+    case CopyBack::Outcome::OnMemory:
+        QMessageBox::warning(m_window, title,
+                             tr("La cartella è sulla memoria stessa: sceglierne una del computer"));
+        break;
+    case CopyBack::Outcome::InUse:
+        QMessageBox::warning(m_window, title, RunDialog::inUseText());
+        break;
+    case CopyBack::Outcome::NoRoom:
+        QMessageBox::warning(m_window, title, copy.shortage());
+        break;
+    case CopyBack::Outcome::Interrupted:
+    case CopyBack::Outcome::Failed:
+        showFailure(title, run);
+        break;
+    }
+}
+
+void MemoryActions::runIndex(bool isRebuild)
+{
+    using Outcome = IndexDialog::Outcome;
+    if (!mayStart(true))
+        return;
+    keepMemory(m_root);
+    {
+        WindowRun run(m_window, RunReport::Operation::Index);
+        run.begin({IndexDialog::tr("Ottimizza memoria"),
+                   IndexDialog::tr("Ottimizzazione memoria in corso..."), 0, false});
+        Index index(run);
+        const bool isDone = isRebuild ? index.createIndex(m_root) : index.updateIndex(m_root);
+        run.end();
+        const int errors = errorsOf(run);
+        Outcome outcome = isDone ? Outcome::Done : Outcome::Failed;
+        if (Run::isEnding())
+            outcome = Outcome::Ended;
+        else if (!isDone && index.failure() == MemoryReason::inUse)
+            outcome = Outcome::InUse;
+        if (!isDone)
+            run.report().add(RunReport::Step::Index, m_root, index.failure());
+        IndexDialog::showOutcome(m_window, outcome, errors);
+        showReport(run);
+    }
+    emit changed();
+}
+
+void MemoryActions::checkMemory()
+{
+    if (!mayStart(false))
+        return;
+    const QString title = IndexDialog::tr("Controllo memoria");
+    keepMemory(m_root);
+    WindowRun run(m_window, RunReport::Operation::Index);
+    run.begin({title, tr("Controllo la memoria..."), 0, false});
+    MemoryCheck check(run);
+    const bool isDone = check.run(m_root);
+    const bool isInterrupted = !run.mayGoOn();
+    run.end();
+    if (isInterrupted)
+        return;
+    const QStringList findings = check.findings();
+    for (const QString &finding : findings)
+        run.report().addMessage(finding);
+    if (!isDone)
+        QMessageBox::warning(m_window, title, IndexDialog::tr("Controllo memoria non eseguito!"));
+    else if (findings.isEmpty())
+        QMessageBox::information(m_window, title, IndexDialog::tr("Nessun errore trovato"));
+    showReport(run);
+}
+
+void MemoryActions::exportList()
+{
+    if (!mayStart(false))
+        return;
+    ExportListDialog dialog(m_window);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const SongsListKind kind = dialog.kind();
+    const bool isPage = kind.format == SongsListKind::Format::Html;
+    const QString suffix = isPage ? QStringLiteral(".html") : QStringLiteral(".csv");
+    const QString file = QFileDialog::getSaveFileName(
+        m_window, SongsListDialog::tr("Scegli nome del file"),
+        startFolder(Settings::reportFolder, QDir::homePath()) + QStringLiteral("/SongsList") +
+            suffix,
+        isPage ? tr("File (*.html)") : SongsListDialog::tr("File (*.csv)"));
+    if (file.isEmpty())
+        return;
+    keepFolder(Settings::reportFolder, QFileInfo(file).path());
+    WindowRun run(m_window, RunReport::Operation::SongsList);
+    run.begin({dialog.windowTitle(), tr("Salvo l'elenco..."), 0, false});
+    Index index(run);
+    const int result = index.saveSongsList(m_root, file, kind);
+    run.end();
+    SongsListDialog::showOutcome(
+        m_window, SongsListDialog::outcomeOf(index, result, m_root, file, run.report()));
+    showReport(run);
+}
+
+void MemoryActions::pullOut()
+{
+    if (!mayStart(true))
+        return;
+    QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    m_safeRemoval->start(m_root);
+    updateActions();
+}
+
+void MemoryActions::showPulledOut(SafeRemoval::Outcome outcome, const QString &detail)
+{
+    QGuiApplication::restoreOverrideCursor();
+    updateActions();
+    QMessageBox box(SafeRemoval::mayBePulled(outcome) ? QMessageBox::Information
+                                                      : QMessageBox::Warning,
+                    tr("Rimozione sicura"), SafeRemoval::text(outcome), QMessageBox::Ok, m_window);
+    setPlainTexts(box, detail);
+    box.exec();
+    emit changed();
+}
+
+} // namespace brisel
