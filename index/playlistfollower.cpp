@@ -3,6 +3,7 @@
 #include "base/bytes.h"
 #include "index/indexreader.h"
 #include "index/indexrecords.h"
+#include "index/playlists.h"
 
 #include <algorithm>
 
@@ -338,10 +339,8 @@ QByteArray PlaylistFollower::newPaths(const Files &files, const Plan &plan) cons
     paths.reserve(files.playlist.size());
     for (qsizetype entry = 0; entry < files.entries(); ++entry) {
         const qsizetype song = plan.places.at(entry);
-        QByteArray record(IndexRecord::size, '\0');
-        putField(record, 0, PathRecord::pathWidth - 1,
-                 song == none ? m_old.pathOf(files.id(entry)) : pathBytes(m_songs.at(song).path));
-        paths += record;
+        paths += Playlists::pathRecord(song == none ? m_old.pathOf(files.id(entry))
+                                                    : pathBytes(m_songs.at(song).path));
     }
     return paths;
 }

@@ -39,10 +39,8 @@ QByteArray pathRecords(const QByteArray &playlist, const IndexReader &old, const
     QByteArray paths;
     for (qsizetype pos = 0; fits(playlist, pos, IndexRecord::size); pos += IndexRecord::size) {
         const quint32 id = be32At(playlist, pos);
-        QByteArray path(IndexRecord::size, '\0');
-        putField(path, 0, PathRecord::pathWidth - 1,
-                 old.has(id) ? old.pathOf(id) : fieldAt(before, pos, IndexRecord::size));
-        paths += path;
+        paths += Playlists::pathRecord(old.has(id) ? old.pathOf(id)
+                                                   : fieldAt(before, pos, IndexRecord::size));
     }
     return paths;
 }
@@ -87,6 +85,13 @@ QString Playlists::songsFileName(qint16 number)
 QString Playlists::pathsFileName(qint16 number)
 {
     return fileName(number, "pts");
+}
+
+QByteArray Playlists::pathRecord(const QByteArray &path)
+{
+    QByteArray record(IndexRecord::size, '\0');
+    putField(record, 0, PathRecord::pathWidth - 1, path);
+    return record;
 }
 
 QList<qint16> Playlists::readNumbers(const IndexSet &set)

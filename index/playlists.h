@@ -29,6 +29,8 @@ enum class Preparation {
 QString songsFileName(qint16 number);
 /// "playlist/play0007.pts" of 7.
 QString pathsFileName(qint16 number);
+/// One record of a path file with \a path, in the bytes of "index.id2".
+QByteArray pathRecord(const QByteArray &path);
 
 /// The numbers in "playlist/playlist.dat", each once; empty if it can't be read.
 [[nodiscard]] QList<qint16> readNumbers(const IndexSet &set);

@@ -600,6 +600,10 @@ Options:
         <source>non è stato possibile rinominare il file</source>
         <translation>the file could not be renamed</translation>
     </message>
+    <message>
+        <source>nel frattempo la memoria è stata cambiata: va riletta prima di salvare</source>
+        <translation>the memory has been changed in the meantime: it must be read again before saving</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>

@@ -600,6 +600,10 @@ Opzioni:
         <source>non è stato possibile rinominare il file</source>
         <translation>non è stato possibile rinominare il file</translation>
     </message>
+    <message>
+        <source>nel frattempo la memoria è stata cambiata: va riletta prima di salvare</source>
+        <translation>nel frattempo la memoria è stata cambiata: va riletta prima di salvare</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>
