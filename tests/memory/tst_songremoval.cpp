@@ -25,8 +25,8 @@ using namespace Sample;
 namespace
 {
 
-const QString songsOf7 = u"playlist/play0007.dat"_qs;
-const QString pathsOf7 = u"playlist/play0007.pts"_qs;
+const QString removalSongs = u"playlist/play0007.dat"_qs;
+const QString removalPaths = u"playlist/play0007.pts"_qs;
 
 QByteArray pathField(const QByteArray &path)
 {
@@ -114,24 +114,24 @@ void TestSongRemoval::takesEntriesOut()
     const HandMadeSet memory;
     memory.addPlaylist(HandMadeSet::two() + HandMadeSet::one() + HandMadeSet::two() +
                        HandMadeSet::four());
-    memory.write(pathsOf7, pathField("/BASI/B.MP3") + pathField("/A.MID") +
-                               pathField("/BASI/B.MP3") + pathField("/BASI/D.MP3"));
+    memory.write(removalPaths, pathField("/BASI/B.MP3") + pathField("/A.MID") +
+                                   pathField("/BASI/B.MP3") + pathField("/BASI/D.MP3"));
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
-    QCOMPARE(memory.read(songsOf7), HandMadeSet::one() + HandMadeSet::four());
-    QCOMPARE(memory.read(pathsOf7), pathField("/A.MID") + pathField("/BASI/D.MP3"));
+    QCOMPARE(memory.read(removalSongs), HandMadeSet::one() + HandMadeSet::four());
+    QCOMPARE(memory.read(removalPaths), pathField("/A.MID") + pathField("/BASI/D.MP3"));
     QCOMPARE(memory.read(u"playlist/playlist.dat"_qs), field("\x07", 32));
     const SetReader reader(memory);
-    QCOMPARE(reader.playlist(songsOf7), (QList<QByteArray>{"/A.MID", "/BASI/D.MP3"}));
+    QCOMPARE(reader.playlist(removalSongs), (QList<QByteArray>{"/A.MID", "/BASI/D.MP3"}));
 }
 
 void TestSongRemoval::leavesNothingBehindTheLastEntry()
 {
     const HandMadeSet memory;
     memory.addPlaylist(HandMadeSet::two() + HandMadeSet::two() + "half a record");
-    memory.write(pathsOf7, pathField("/BASI/B.MP3") + pathField("/BASI/B.MP3"));
+    memory.write(removalPaths, pathField("/BASI/B.MP3") + pathField("/BASI/B.MP3"));
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
-    QCOMPARE(memory.read(songsOf7), QByteArray());
-    QCOMPARE(memory.read(pathsOf7), QByteArray());
+    QCOMPARE(memory.read(removalSongs), QByteArray());
+    QCOMPARE(memory.read(removalPaths), QByteArray());
 }
 
 /// Entries that name no song, and playlists without such entries, stay byte for byte.
@@ -140,14 +140,15 @@ void TestSongRemoval::keepsOtherBytesOfThePlaylists()
     const HandMadeSet memory;
     const QByteArray dead = songRecord("00000063", "GONE", "1234");
     memory.addPlaylist(dead + HandMadeSet::two() + HandMadeSet::one());
-    memory.write(pathsOf7, pathField("/GONE.MID") + pathField("/BASI/B.MP3") + pathField("/A.MID"));
+    memory.write(removalPaths,
+                 pathField("/GONE.MID") + pathField("/BASI/B.MP3") + pathField("/A.MID"));
     memory.write(u"playlist/playlist.dat"_qs,
                  field("\x07", 2) + QByteArray(30, '\x55') + field("\x08", 2) + "half");
     memory.write(u"playlist/play0008.dat"_qs, HandMadeSet::one() + "tail");
     const QByteArray list = memory.read(u"playlist/playlist.dat"_qs);
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
-    QCOMPARE(memory.read(songsOf7), dead + HandMadeSet::one());
-    QCOMPARE(memory.read(pathsOf7), pathField("/GONE.MID") + pathField("/A.MID"));
+    QCOMPARE(memory.read(removalSongs), dead + HandMadeSet::one());
+    QCOMPARE(memory.read(removalPaths), pathField("/GONE.MID") + pathField("/A.MID"));
     QCOMPARE(memory.read(u"playlist/playlist.dat"_qs), list);
     QCOMPARE(memory.read(u"playlist/play0008.dat"_qs), HandMadeSet::one() + "tail");
 }
@@ -159,7 +160,7 @@ void TestSongRemoval::keepsEntriesWithAnotherTitle()
     const QByteArray other = songRecord("00000001", "THREE", "7800");
     memory.addPlaylist(other + HandMadeSet::two());
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
-    QCOMPARE(memory.read(songsOf7), other);
+    QCOMPARE(memory.read(removalSongs), other);
 }
 
 void TestSongRemoval::countsPlaylists()
@@ -175,7 +176,7 @@ void TestSongRemoval::countsPlaylists()
     entries.add(memory.path(u"BASI/B.MP3"_qs));
     entries.add(u"/elsewhere/CARD/A.MID"_qs);
     QCOMPARE(entries.playlists(), 1);
-    QCOMPARE(entries.countIn(memory.read(songsOf7)), 2);
+    QCOMPARE(entries.countIn(memory.read(removalSongs)), 2);
     entries.add(memory.path(u"A.MID"_qs));
     QCOMPARE(entries.playlists(), 2);
     entries.remove(memory.path(u"A.MID"_qs));
@@ -191,7 +192,7 @@ void TestSongRemoval::keepsEntriesOfSongsThatStay()
     memory.write(u"BASI/B.MP3/x"_qs, "x");
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs, u"A.MID"_qs}), Outcome::Failed);
     QVERIFY(!memory.has(u"A.MID"_qs));
-    QCOMPARE(memory.read(songsOf7), HandMadeSet::two());
+    QCOMPARE(memory.read(removalSongs), HandMadeSet::two());
     QVERIFY(report().contains(SongDeletion::undeletable.text()));
     QVERIFY(report().contains(memory.path(u"BASI/B.MP3"_qs)));
 }
@@ -235,7 +236,7 @@ void TestSongRemoval::takesEntriesOfMissingFilesOut()
     memory.addPlaylist(HandMadeSet::one() + HandMadeSet::two());
     QVERIFY(QDir(memory.path(u"BASI"_qs)).removeRecursively());
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
-    QCOMPARE(memory.read(songsOf7), HandMadeSet::one());
+    QCOMPARE(memory.read(removalSongs), HandMadeSet::one());
     QCOMPARE(m_run->report().counted(RunReport::Success::Deleted), 0);
     QCOMPARE(SetReader(memory).songCount(), 2);
 }
@@ -269,7 +270,7 @@ void TestSongRemoval::endsBetweenTwoFiles()
     SongRemoval removal(claim, {memory.path(u"A.MID"_qs), memory.path(u"BASI/B.MP3"_qs)});
     QCOMPARE(removal.run(run), Outcome::Interrupted);
     QVERIFY(memory.has(u"BASI/B.MP3"_qs));
-    QCOMPARE(memory.read(songsOf7), HandMadeSet::two());
+    QCOMPARE(memory.read(removalSongs), HandMadeSet::two());
     QCOMPARE(SetReader(memory).songCount(), 3);
     QCOMPARE(run.report().skipped(), 1);
 }
@@ -360,11 +361,11 @@ void TestSongRemoval::reportsAnUnwritablePlaylist()
     for (const QString &name : {u"BASI/B.MP3"_qs, u"BASI/D.MP3"_qs})
         memory.write(name, model.read(name));
     memory.write(u"playlist/playlist.dat"_qs, field("\x07", 32));
-    memory.write(songsOf7, HandMadeSet::one() + HandMadeSet::two());
-    QVERIFY(SmallDisk::protect(memory.path(songsOf7)));
+    memory.write(removalSongs, HandMadeSet::one() + HandMadeSet::two());
+    QVERIFY(SmallDisk::protect(memory.path(removalSongs)));
     QCOMPARE(remove(memory, {u"A.MID"_qs}), Outcome::Failed);
     QVERIFY(!memory.has(u"A.MID"_qs));
-    QVERIFY(report().contains(u"Playlist non aggiornata: "_qs + memory.path(songsOf7)));
+    QVERIFY(report().contains(u"Playlist non aggiornata: "_qs + memory.path(removalSongs)));
     QCOMPARE(SetReader(memory).songCount(), 3);
 }
 
