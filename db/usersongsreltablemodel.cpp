@@ -1,5 +1,6 @@
 #include "db/usersongsreltablemodel.h"
 
+#include "songfile/lengthtext.h"
 #include "songfile/songinfo.h"
 
 #include <QColor>
@@ -22,16 +23,6 @@ constexpr int idColumn = RowStatements::idColumn;
 QString stored(const QString &text)
 {
     return text.isNull() ? QStringLiteral("") : text;
-}
-
-/// "mm:ss"; minutes above 99 have more digits, a negative length gives an empty text.
-QString lengthText(int seconds)
-{
-    if (seconds < 0)
-        return QStringLiteral("");
-    return QStringLiteral("%1:%2")
-        .arg(seconds / 60, 2, 10, QChar(u'0'))
-        .arg(seconds % 60, 2, 10, QChar(u'0'));
 }
 
 /// The values of a song for both new and changed rows, in the order of m_dataColumns.

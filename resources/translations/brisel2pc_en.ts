@@ -1312,6 +1312,25 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     </message>
 </context>
 <context>
+    <name>brisel::EntryGuess</name>
+    <message>
+        <source>è al percorso che il programma aveva annotato</source>
+        <translation>is at the path that the program had noted</translation>
+    </message>
+    <message>
+        <source>ha lo stesso titolo, tempo e formato</source>
+        <translation>has the same title, tempo and format</translation>
+    </message>
+    <message>
+        <source>ha lo stesso titolo</source>
+        <translation>has the same title</translation>
+    </message>
+    <message>
+        <source>ha un titolo simile</source>
+        <translation>has a similar title</translation>
+    </message>
+</context>
+<context>
     <name>brisel::ExportListDialog</name>
     <message>
         <source>Esporta elenco</source>
@@ -3057,6 +3076,167 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::PlaylistEntriesModel</name>
+    <message>
+        <source>la song non è nell&apos;indice della memoria</source>
+        <translation>the song is not in the memory&apos;s index</translation>
+    </message>
+    <message>
+        <source>il player suona un&apos;altra song: %1</source>
+        <translation>the player plays another song: %1</translation>
+    </message>
+    <message>
+        <source>il file della song manca</source>
+        <translation>the song&apos;s file is missing</translation>
+    </message>
+    <message>
+        <source>N.</source>
+        <translation>No.</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Tempo</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>Formato</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Nota</source>
+        <translation>Note</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PlaylistsModel</name>
+    <message>
+        <source>Playlist %1</source>
+        <translation>Playlist %1</translation>
+    </message>
+    <message>
+        <source>%1 (il file manca)</source>
+        <translation>%1 (the file is missing)</translation>
+    </message>
+    <message>
+        <source>%1 (il file non si legge)</source>
+        <translation>%1 (the file can&apos;t be read)</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1 - sola lettura</source>
+        <translation>%1 - read-only</translation>
+    </message>
+    <message>
+        <source>%1 - da riparare: %2</source>
+        <translation>%1 - to be repaired: %2</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PlaylistsPanel</name>
+    <message>
+        <source>S&amp;u</source>
+        <translation>&amp;Up</translation>
+    </message>
+    <message>
+        <source>&amp;Giù</source>
+        <translation>&amp;Down</translation>
+    </message>
+    <message>
+        <source>Togli dalla &amp;playlist</source>
+        <translation>Re&amp;move from playlist</translation>
+    </message>
+    <message>
+        <source>&amp;Ripara...</source>
+        <translation>&amp;Repair...</translation>
+    </message>
+    <message>
+        <source>A&amp;nnulla modifica</source>
+        <translation>U&amp;ndo change</translation>
+    </message>
+    <message>
+        <source>Rip&amp;eti modifica</source>
+        <translation>R&amp;edo change</translation>
+    </message>
+    <message>
+        <source>&amp;Stampa scaletta...</source>
+        <translation>&amp;Print set list...</translation>
+    </message>
+    <message>
+        <source>Scaletta P&amp;DF...</source>
+        <translation>Set list PD&amp;F...</translation>
+    </message>
+    <message>
+        <source>Sal&amp;va playlist</source>
+        <translation>&amp;Save playlists</translation>
+    </message>
+    <message>
+        <source>Playlist della memoria</source>
+        <translation>Playlists of the memory</translation>
+    </message>
+    <message>
+        <source>Song della playlist</source>
+        <translation>Songs of the playlist</translation>
+    </message>
+    <message>
+        <source>Stato delle playlist</source>
+        <translation>State of the playlists</translation>
+    </message>
+    <message>
+        <source>Trascina qui le song; Alt+Su e Alt+Giù le spostano, Canc le toglie</source>
+        <translation>Drag songs here; Alt+Up and Alt+Down move them, Del removes them</translation>
+    </message>
+    <message>
+        <source>Playlist</source>
+        <translation>Playlists</translation>
+    </message>
+    <message>
+        <source>Le playlist non sono state salvate: %1.</source>
+        <translation>The playlists have not been saved: %1.</translation>
+    </message>
+    <message>
+        <source>Le playlist sono state modificate. Salvarle sulla memoria?</source>
+        <translation>The playlists have been changed. Save them to the memory?</translation>
+    </message>
+    <message>
+        <source>Scegli prima una playlist che si può modificare.</source>
+        <translation>First choose a playlist that can be changed.</translation>
+    </message>
+    <message>
+        <source>Song aggiunte alla playlist: %1 di %2.</source>
+        <translation>Songs added to the playlist: %1 of %2.</translation>
+    </message>
+    <message>
+        <source>Una playlist ha al massimo %1 song, e solo quelle dell&apos;indice della memoria.</source>
+        <translation>A playlist has at most %1 songs, and only those of the memory&apos;s index.</translation>
+    </message>
+    <message>
+        <source>La scaletta non è stata stampata.</source>
+        <translation>The set list has not been printed.</translation>
+    </message>
+    <message>
+        <source>Salva la scaletta</source>
+        <translation>Save set list</translation>
+    </message>
+    <message>
+        <source>File PDF (*.pdf)</source>
+        <translation>PDF files (*.pdf)</translation>
+    </message>
+    <message>
+        <source>Playlist %1</source>
+        <translation>Playlist %1</translation>
+    </message>
+    <message>
+        <source>La scaletta non è stata salvata: %1.</source>
+        <translation>The set list has not been saved: %1.</translation>
+    </message>
+</context>
+<context>
     <name>brisel::PreviewDialog</name>
     <message>
         <source>Anteprima sincronizzazione</source>
@@ -3330,6 +3510,29 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
 </context>
 <context>
+    <name>brisel::RepairDialog</name>
+    <message>
+        <source>Ripara playlist</source>
+        <translation>Repair playlist</translation>
+    </message>
+    <message>
+        <source>Quale song deve suonare al posto di &quot;%1&quot;?</source>
+        <translation>Which song should play instead of &quot;%1&quot;?</translation>
+    </message>
+    <message>
+        <source>&amp;Cerca:</source>
+        <translation>&amp;Search:</translation>
+    </message>
+    <message>
+        <source>Cerca una song della memoria</source>
+        <translation>Search for a song of the memory</translation>
+    </message>
+    <message>
+        <source>Song della memoria, le più probabili per prime</source>
+        <translation>Songs of the memory, the most likely ones first</translation>
+    </message>
+</context>
+<context>
     <name>brisel::ReportDialog</name>
     <message>
         <source>Resoconto</source>
@@ -3438,6 +3641,60 @@ Try again when it has finished.</translation>
     <message>
         <source>La memoria non è più presente.</source>
         <translation>The memory is not there any more.</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::SetList</name>
+    <message>
+        <source>Playlist %1</source>
+        <translation>Playlist %1</translation>
+    </message>
+    <message>
+        <source>Scaletta</source>
+        <translation>Set list</translation>
+    </message>
+    <message>
+        <source>Lettura delle song</source>
+        <translation>Reading the songs</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>Tempo</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Length</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::SongChoiceModel</name>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Percorso</source>
+        <translation>Path</translation>
+    </message>
+    <message>
+        <source>Perché</source>
+        <translation>Why</translation>
     </message>
 </context>
 <context>

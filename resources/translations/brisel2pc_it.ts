@@ -1312,6 +1312,25 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     </message>
 </context>
 <context>
+    <name>brisel::EntryGuess</name>
+    <message>
+        <source>è al percorso che il programma aveva annotato</source>
+        <translation>è al percorso che il programma aveva annotato</translation>
+    </message>
+    <message>
+        <source>ha lo stesso titolo, tempo e formato</source>
+        <translation>ha lo stesso titolo, tempo e formato</translation>
+    </message>
+    <message>
+        <source>ha lo stesso titolo</source>
+        <translation>ha lo stesso titolo</translation>
+    </message>
+    <message>
+        <source>ha un titolo simile</source>
+        <translation>ha un titolo simile</translation>
+    </message>
+</context>
+<context>
     <name>brisel::ExportListDialog</name>
     <message>
         <source>Esporta elenco</source>
@@ -3057,6 +3076,167 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
+    <name>brisel::PlaylistEntriesModel</name>
+    <message>
+        <source>la song non è nell&apos;indice della memoria</source>
+        <translation>la song non è nell&apos;indice della memoria</translation>
+    </message>
+    <message>
+        <source>il player suona un&apos;altra song: %1</source>
+        <translation>il player suona un&apos;altra song: %1</translation>
+    </message>
+    <message>
+        <source>il file della song manca</source>
+        <translation>il file della song manca</translation>
+    </message>
+    <message>
+        <source>N.</source>
+        <translation>N.</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Tempo</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>Formato</source>
+        <translation>Formato</translation>
+    </message>
+    <message>
+        <source>Nota</source>
+        <translation>Nota</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PlaylistsModel</name>
+    <message>
+        <source>Playlist %1</source>
+        <translation>Playlist %1</translation>
+    </message>
+    <message>
+        <source>%1 (il file manca)</source>
+        <translation>%1 (il file manca)</translation>
+    </message>
+    <message>
+        <source>%1 (il file non si legge)</source>
+        <translation>%1 (il file non si legge)</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1 - sola lettura</source>
+        <translation>%1 - sola lettura</translation>
+    </message>
+    <message>
+        <source>%1 - da riparare: %2</source>
+        <translation>%1 - da riparare: %2</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::PlaylistsPanel</name>
+    <message>
+        <source>S&amp;u</source>
+        <translation>S&amp;u</translation>
+    </message>
+    <message>
+        <source>&amp;Giù</source>
+        <translation>&amp;Giù</translation>
+    </message>
+    <message>
+        <source>Togli dalla &amp;playlist</source>
+        <translation>Togli dalla &amp;playlist</translation>
+    </message>
+    <message>
+        <source>&amp;Ripara...</source>
+        <translation>&amp;Ripara...</translation>
+    </message>
+    <message>
+        <source>A&amp;nnulla modifica</source>
+        <translation>A&amp;nnulla modifica</translation>
+    </message>
+    <message>
+        <source>Rip&amp;eti modifica</source>
+        <translation>Rip&amp;eti modifica</translation>
+    </message>
+    <message>
+        <source>&amp;Stampa scaletta...</source>
+        <translation>&amp;Stampa scaletta...</translation>
+    </message>
+    <message>
+        <source>Scaletta P&amp;DF...</source>
+        <translation>Scaletta P&amp;DF...</translation>
+    </message>
+    <message>
+        <source>Sal&amp;va playlist</source>
+        <translation>Sal&amp;va playlist</translation>
+    </message>
+    <message>
+        <source>Playlist della memoria</source>
+        <translation>Playlist della memoria</translation>
+    </message>
+    <message>
+        <source>Song della playlist</source>
+        <translation>Song della playlist</translation>
+    </message>
+    <message>
+        <source>Stato delle playlist</source>
+        <translation>Stato delle playlist</translation>
+    </message>
+    <message>
+        <source>Trascina qui le song; Alt+Su e Alt+Giù le spostano, Canc le toglie</source>
+        <translation>Trascina qui le song; Alt+Su e Alt+Giù le spostano, Canc le toglie</translation>
+    </message>
+    <message>
+        <source>Playlist</source>
+        <translation>Playlist</translation>
+    </message>
+    <message>
+        <source>Le playlist non sono state salvate: %1.</source>
+        <translation>Le playlist non sono state salvate: %1.</translation>
+    </message>
+    <message>
+        <source>Le playlist sono state modificate. Salvarle sulla memoria?</source>
+        <translation>Le playlist sono state modificate. Salvarle sulla memoria?</translation>
+    </message>
+    <message>
+        <source>Scegli prima una playlist che si può modificare.</source>
+        <translation>Scegli prima una playlist che si può modificare.</translation>
+    </message>
+    <message>
+        <source>Song aggiunte alla playlist: %1 di %2.</source>
+        <translation>Song aggiunte alla playlist: %1 di %2.</translation>
+    </message>
+    <message>
+        <source>Una playlist ha al massimo %1 song, e solo quelle dell&apos;indice della memoria.</source>
+        <translation>Una playlist ha al massimo %1 song, e solo quelle dell&apos;indice della memoria.</translation>
+    </message>
+    <message>
+        <source>La scaletta non è stata stampata.</source>
+        <translation>La scaletta non è stata stampata.</translation>
+    </message>
+    <message>
+        <source>Salva la scaletta</source>
+        <translation>Salva la scaletta</translation>
+    </message>
+    <message>
+        <source>File PDF (*.pdf)</source>
+        <translation>File PDF (*.pdf)</translation>
+    </message>
+    <message>
+        <source>Playlist %1</source>
+        <translation>Playlist %1</translation>
+    </message>
+    <message>
+        <source>La scaletta non è stata salvata: %1.</source>
+        <translation>La scaletta non è stata salvata: %1.</translation>
+    </message>
+</context>
+<context>
     <name>brisel::PreviewDialog</name>
     <message>
         <source>Anteprima sincronizzazione</source>
@@ -3330,6 +3510,29 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     </message>
 </context>
 <context>
+    <name>brisel::RepairDialog</name>
+    <message>
+        <source>Ripara playlist</source>
+        <translation>Ripara playlist</translation>
+    </message>
+    <message>
+        <source>Quale song deve suonare al posto di &quot;%1&quot;?</source>
+        <translation>Quale song deve suonare al posto di &quot;%1&quot;?</translation>
+    </message>
+    <message>
+        <source>&amp;Cerca:</source>
+        <translation>&amp;Cerca:</translation>
+    </message>
+    <message>
+        <source>Cerca una song della memoria</source>
+        <translation>Cerca una song della memoria</translation>
+    </message>
+    <message>
+        <source>Song della memoria, le più probabili per prime</source>
+        <translation>Song della memoria, le più probabili per prime</translation>
+    </message>
+</context>
+<context>
     <name>brisel::ReportDialog</name>
     <message>
         <source>Resoconto</source>
@@ -3438,6 +3641,60 @@ Riprovare quando ha finito.</translation>
     <message>
         <source>La memoria non è più presente.</source>
         <translation>La memoria non è più presente.</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::SetList</name>
+    <message>
+        <source>Playlist %1</source>
+        <translation>Playlist %1</translation>
+    </message>
+    <message>
+        <source>Scaletta</source>
+        <translation>Scaletta</translation>
+    </message>
+    <message>
+        <source>Lettura delle song</source>
+        <translation>Lettura delle song</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Tonalità</translation>
+    </message>
+    <message>
+        <source>Tempo</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Durata</translation>
+    </message>
+</context>
+<context>
+    <name>brisel::SongChoiceModel</name>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Percorso</source>
+        <translation>Percorso</translation>
+    </message>
+    <message>
+        <source>Perché</source>
+        <translation>Perché</translation>
     </message>
 </context>
 <context>

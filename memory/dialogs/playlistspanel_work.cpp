@@ -1,0 +1,212 @@
+#include "base/filefailure.h"
+#include "base/lastfolder.h"
+#include "base/run.h"
+#include "base/runguard.h"
+#include "library/dialogs/plainmessage.h"
+#include "library/dialogs/windowrun.h"
+#include "memory/dialogs/playlistspanel.h"
+#include "memory/dialogs/repairdialog.h"
+#include "memory/playlistwriter.h"
+#include "memory/setlist.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHash>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTextDocument>
+
+namespace brisel
+{
+
+void PlaylistsPanel::warn(const QString &text, const QString &details)
+{
+    QMessageBox box(QMessageBox::Warning, tr("Playlist"), text, QMessageBox::Ok, this);
+    setPlainTexts(box, details);
+    box.exec();
+}
+
+bool PlaylistsPanel::save()
+{
+    if (!isModified())
+        return true;
+    if (RunGuard::isActive() || !m_readOnly.isEmpty())
+        return false;
+    bool isSaved = false;
+    std::optional<Reason> failure;
+    QString file;
+    {
+        Run run;
+        PlaylistWriter writer(m_document, run);
+        isSaved = writer.save(m_identity);
+        failure = writer.failure();
+        file = writer.failedFile();
+    }
+    if (isSaved) {
+        emit saved();
+        return true;
+    }
+    const QString reason = failure.has_value() ? failure->text() : QString();
+    warn(tr("Le playlist non sono state salvate: %1.").arg(reason), QDir::toNativeSeparators(file));
+    return false;
+}
+
+bool PlaylistsPanel::mayDiscard()
+{
+    if (!isModified())
+        return true;
+    QMessageBox box(QMessageBox::Question, tr("Playlist"),
+                    tr("Le playlist sono state modificate. Salvarle sulla memoria?"),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.button(QMessageBox::Save)->setEnabled(m_readOnly.isEmpty());
+    box.setDefaultButton(m_readOnly.isEmpty() ? QMessageBox::Save : QMessageBox::Cancel);
+    const int answer = box.exec();
+    return answer == QMessageBox::Save ? save() : answer == QMessageBox::Discard;
+}
+
+void PlaylistsPanel::repairEntry()
+{
+    const QList<qsizetype> chosen = chosenEntries();
+    if (chosen.size() != 1 || !mayChange())
+        return;
+    const qsizetype entry = chosen.first();
+    const std::shared_ptr<const MemoryContents> contents = m_document.contents();
+    RepairDialog dialog(*contents, m_document.title(playlist(), entry),
+                        EntryGuess::of(m_document, playlist(), entry), this);
+    if (dialog.exec() != QDialog::Accepted || !dialog.song().has_value() ||
+        contents != m_document.contents() || !mayChange())
+        return;
+    m_document.repair(playlist(), entry, contents->id(*dialog.song()));
+}
+
+void PlaylistsPanel::addSongs(const QList<quint32> &ids)
+{
+    addAt(playlist() < 0 ? 0 : m_document.size(playlist()), ids, ids.size());
+}
+
+/// Adds those of \a wanted songs that have \a ids.
+void PlaylistsPanel::addAt(qsizetype place, const QList<quint32> &ids, qsizetype wanted)
+{
+    const qsizetype added = mayChange() ? m_document.add(playlist(), place, ids) : 0;
+    if (added < wanted)
+        showRefused(wanted, added);
+}
+
+void PlaylistsPanel::showRefused(qsizetype wanted, qsizetype added)
+{
+    if (!mayChange())
+        warn(tr("Scegli prima una playlist che si può modificare."), m_readOnly);
+    else
+        warn(tr("Song aggiunte alla playlist: %1 di %2.").arg(added).arg(wanted),
+             tr("Una playlist ha al massimo %1 song, e solo quelle dell'indice della memoria.")
+                 .arg(PlaylistDocument::maxEntries));
+}
+
+/// The ids of those \a paths, absolute, that are songs of the index.
+QList<quint32> PlaylistsPanel::idsOf(const QStringList &paths) const
+{
+    const MemoryContents &contents = *m_document.contents();
+    QHash<QByteArray, qsizetype> songs;
+    songs.reserve(contents.size());
+    for (qsizetype song = contents.size() - 1; song >= 0; --song)
+        songs.insert(pathSortKey(contents.path(song)), song);
+    QList<quint32> ids;
+    for (const QString &path : paths) {
+        const QString below = QDir::cleanPath(path).mid(contents.root().size());
+        qsizetype song = songs.value(pathSortKey(below), -1);
+        if (song < 0)
+            song = songs.value(pathSortKey(m_document.names().follow(below)), -1);
+        if (song >= 0)
+            ids.append(contents.id(song));
+    }
+    return ids;
+}
+
+/// Adds files before the entry \a place; those that are not on the memory are transferred first.
+void PlaylistsPanel::addFiles(const QStringList &files, qsizetype place)
+{
+    if (!mayChange() || RunGuard::isActive())
+        return;
+    const QString root = m_document.contents()->root() + u'/';
+    QStringList others;
+    for (const QString &file : files) {
+        if (!QDir::cleanPath(file).startsWith(root))
+            others.append(file);
+    }
+    QStringList paths = files;
+    if (!others.isEmpty()) {
+        const std::optional<QStringList> sent = transferred(others);
+        if (!sent.has_value())
+            return;
+        paths.removeIf([&others](const QString &path) { return others.contains(path); });
+        paths += *sent;
+    }
+    addAt(place, idsOf(paths), files.size());
+}
+
+/// The paths of \a files on the memory. Empty if nothing may be added now.
+std::optional<QStringList> PlaylistsPanel::transferred(const QStringList &files)
+{
+    // The transfer changes the index: what was changed before belongs to the old one.
+    if (!m_transfer || !mayDiscard())
+        return m_transfer ? std::nullopt : std::optional(QStringList());
+    const std::shared_ptr<const MemoryContents> before = m_document.contents();
+    const QStringList paths = m_transfer(files);
+    if (m_document.contents() == before) {
+        auto contents = std::make_shared<MemoryContents>();
+        Run run;
+        if (contents->read(before->root(), run) != MemoryContents::Outcome::Done)
+            return std::nullopt;
+        setContents(contents);
+    }
+    return m_document.contents() != nullptr ? std::optional(paths) : std::nullopt;
+}
+
+bool PlaylistsPanel::readSetList(SetList &list)
+{
+    if (playlist() < 0 || RunGuard::isActive())
+        return false;
+    WindowRun run(window(), RunReport::Operation::SongsList);
+    return list.read(m_document, playlist(), run);
+}
+
+void PlaylistsPanel::print()
+{
+    SetList list;
+    if (!readSetList(list))
+        return;
+    QPrinter printer;
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    QTextDocument page;
+    page.setHtml(list.html());
+    page.print(&printer);
+    if (printer.printerState() == QPrinter::Error)
+        warn(tr("La scaletta non è stata stampata."));
+}
+
+void PlaylistsPanel::savePdf()
+{
+    SetList list;
+    if (!readSetList(list))
+        return;
+    QFileDialog dialog(this, tr("Salva la scaletta"),
+                       startFolder(Settings::reportFolder, QDir::homePath()),
+                       tr("File PDF (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(tr("Playlist %1").arg(m_document.number(playlist())) +
+                      QStringLiteral(".pdf"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    const QString path = dialog.selectedFiles().constFirst();
+    keepFolder(Settings::reportFolder, QFileInfo(path).absolutePath());
+    if (!list.writePdf(path))
+        warn(tr("La scaletta non è stata salvata: %1.").arg(whyUnwritable(path, 1).text()),
+             QDir::toNativeSeparators(path));
+}
+
+} // namespace brisel

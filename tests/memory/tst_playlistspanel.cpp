@@ -1,0 +1,445 @@
+#include "memory/dialogs/playlistspanel.h"
+
+#include "base/settingsstore.h"
+#include "memory/songdrag.h"
+#include "tests/dialogscript.h"
+#include "tests/memory/playlistmemory.h"
+#include "tests/testfiles.h"
+#include "tests/testprogram.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTest>
+#include <QTranslator>
+#include <QUrl>
+
+using namespace brisel;
+
+using namespace Sample;
+
+namespace
+{
+
+/// A panel for a memory with the playlist 7, and the missing playlist 8.
+class OpenPanel
+{
+public:
+    explicit OpenPanel(const QByteArray &songs)
+    {
+        writePlaylist(memory, songs, {});
+        memory.write(u"playlist/playlist.dat"_qs, listRecord("0700") + listRecord("0800"));
+        panel.setContents(readContents(memory));
+        panel.resize(800, 500);
+        panel.show();
+        panel.activateWindow();
+        (void)QTest::qWaitForWindowActive(&panel);
+    }
+
+    QListView *list() const { return panel.findChild<QListView *>(u"playlistsListView"_qs); }
+    QTableView *table() const { return panel.findChild<QTableView *>(u"entriesTableView"_qs); }
+    QPushButton *button(const char *name) const
+    {
+        return panel.findChild<QPushButton *>(QLatin1StringView(name) + u"PushButton"_qs);
+    }
+    void click(const char *name) const
+    {
+        DialogScript::click(const_cast<PlaylistsPanel *>(&panel),
+                            QLatin1StringView(name) + u"PushButton"_qs);
+    }
+    QString nameOf(int playlist) const
+    {
+        return list()->model()->index(playlist, 0).data().toString();
+    }
+    /// The texts of a column, with blanks between.
+    QString column(int number) const
+    {
+        QStringList texts;
+        for (int row = 0; row < table()->model()->rowCount(); ++row)
+            texts.append(table()->model()->index(row, number).data().toString());
+        return texts.join(u' ');
+    }
+    QString titles() const { return column(1); }
+    bool drop(const char *type, const QByteArray &data, int row) const
+    {
+        QMimeData mime;
+        mime.setData(QLatin1StringView(type), data);
+        return table()->model()->dropMimeData(&mime, Qt::CopyAction, row, 0, {});
+    }
+
+    SampleMemory memory;
+    PlaylistsPanel panel;
+};
+
+const char *const songs = "application/x-brisel2pc-memory-songs";
+
+} // namespace
+
+/// The playlists of a memory as the user changes them.
+class TestPlaylistsPanel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsPlaylistsAndEntries();
+    void movesAndRemovesByKeys();
+    void undoesAndRedoes();
+    void showsThePlaylistThatUndoChanges();
+    void takesDroppedSongs();
+    void movesEntriesByDragging();
+    void takesFilesOfThisMemory();
+    void transfersOtherFiles();
+    void addsSongsAtTheEnd();
+    void repairsAnEntryByAGuess();
+    void repairsAnEntryByASearch();
+    void savesAndStaysSaved();
+    void showsWhyNothingWasSaved();
+    void asksBeforeChangesAreLost();
+    void changesNothingThatIsReadOnly();
+    void writesASetList();
+    void showsWhyNoSetListWasWritten();
+    void speaksBothLanguages();
+    void hasAccessibleNames();
+};
+
+void TestPlaylistsPanel::showsPlaylistsAndEntries()
+{
+    const OpenPanel open(volare + deadSong + wrongSong);
+    QCOMPARE(open.nameOf(0), u"Playlist 7 (3) - da riparare: 2"_qs);
+    QCOMPARE(open.nameOf(1), u"Playlist 8 (il file manca)"_qs);
+    QCOMPARE(open.column(0), u"1 2 3"_qs);
+    QCOMPARE(open.titles(), u"VOLARE ANCORA AZZURRO"_qs);
+    QCOMPARE(open.column(2), u"120 97 "_qs);
+    QCOMPARE(open.column(3), u"MIDI MIDI MP3"_qs);
+    const QAbstractItemModel *entries = open.table()->model();
+    QCOMPARE(entries->index(0, 4).data().toString(), QString());
+    QCOMPARE(entries->index(1, 4).data().toString(), u"la song non è nell'indice della memoria"_qs);
+    QCOMPARE(entries->index(2, 4).data().toString(), u"il player suona un'altra song: VOLARE"_qs);
+    open.list()->setCurrentIndex(open.list()->model()->index(1, 0));
+    QCOMPARE(open.titles(), QString());
+    for (const char *name :
+         {"up", "down", "remove", "repair", "undo", "redo", "print", "pdf", "save"})
+        QVERIFY2(!open.button(name)->isEnabled(), name);
+}
+
+void TestPlaylistsPanel::movesAndRemovesByKeys()
+{
+    const OpenPanel open(volare + azzurro + nessuno);
+    open.table()->setFocus();
+    open.table()->selectRow(0);
+    QVERIFY(!open.button("up")->isEnabled());
+    QTest::keyClick(open.table(), Qt::Key_Down, Qt::AltModifier);
+    QTest::keyClick(open.table(), Qt::Key_Down, Qt::AltModifier);
+    QCOMPARE(open.titles(), u"AZZURRO NESSUNO VOLARE"_qs);
+    QVERIFY(!open.button("down")->isEnabled());
+    QTest::keyClick(open.table(), Qt::Key_Up, Qt::AltModifier);
+    QCOMPARE(open.titles(), u"AZZURRO VOLARE NESSUNO"_qs);
+    QCOMPARE(open.nameOf(0), u"Playlist 7 * (3)"_qs);
+    QTest::keyClick(open.table(), Qt::Key_Delete);
+    QCOMPARE(open.titles(), u"AZZURRO NESSUNO"_qs);
+    QCOMPARE(open.table()->currentIndex().row(), 1);
+}
+
+void TestPlaylistsPanel::undoesAndRedoes()
+{
+    OpenPanel open(volare + azzurro);
+    const QSignalSpy modified(&open.panel, &PlaylistsPanel::modifiedChanged);
+    open.table()->setFocus();
+    open.table()->selectRow(0);
+    open.click("remove");
+    QVERIFY(open.panel.isModified());
+    QTest::keySequence(open.table(), QKeySequence(QKeySequence::Undo));
+    QCOMPARE(open.titles(), u"VOLARE AZZURRO"_qs);
+    QVERIFY(!open.panel.isModified());
+    QTest::keySequence(open.table(), QKeySequence(QKeySequence::Redo));
+    QCOMPARE(open.titles(), u"AZZURRO"_qs);
+    QCOMPARE(modified.size(), 3);
+    open.click("undo");
+    QVERIFY(!open.button("undo")->isEnabled());
+    open.click("redo");
+    QVERIFY(!open.button("redo")->isEnabled());
+}
+
+void TestPlaylistsPanel::showsThePlaylistThatUndoChanges()
+{
+    OpenPanel open(volare + azzurro);
+    open.table()->selectRow(1);
+    open.click("remove");
+    open.list()->setCurrentIndex(open.list()->model()->index(1, 0));
+    open.click("undo");
+    QCOMPARE(open.list()->currentIndex().row(), 0);
+    QCOMPARE(open.titles(), u"VOLARE AZZURRO"_qs);
+    QVERIFY(open.table()->selectionModel()->isRowSelected(1));
+}
+
+void TestPlaylistsPanel::takesDroppedSongs()
+{
+    const OpenPanel open(volare);
+    (void)open.drop(songs, hex("0000000900000005"), 0);
+    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE"_qs);
+    (void)open.drop(songs, hex("00000002"), -1);
+    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE VOLARE"_qs);
+    (void)open.drop(songs, hex("000002"), -1);
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 1 di 2."_qs,
+                         QMessageBox::Ok);
+    (void)open.drop(songs, hex("0000000800000002"), -1);
+    QTRY_VERIFY(script.isDone());
+    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE VOLARE VOLARE"_qs);
+}
+
+void TestPlaylistsPanel::movesEntriesByDragging()
+{
+    const OpenPanel open(volare + azzurro + nessuno);
+    const QAbstractItemModel *entries = open.table()->model();
+    const std::unique_ptr<QMimeData> dragged(
+        entries->mimeData({entries->index(2, 0), entries->index(2, 1)}));
+    QVERIFY(!open.table()->model()->dropMimeData(dragged.get(), Qt::MoveAction, 1, 0, {}));
+    QCOMPARE(open.titles(), u"VOLARE NESSUNO AZZURRO"_qs);
+    // Dropped onto an entry.
+    const std::unique_ptr<QMimeData> first(entries->mimeData({entries->index(0, 0)}));
+    open.table()->model()->dropMimeData(first.get(), Qt::MoveAction, -1, -1, entries->index(2, 0));
+    QCOMPARE(open.titles(), u"NESSUNO VOLARE AZZURRO"_qs);
+}
+
+void TestPlaylistsPanel::takesFilesOfThisMemory()
+{
+    const OpenPanel open(volare);
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 1 di 2."_qs,
+                         QMessageBox::Ok);
+    const QList<QUrl> urls{QUrl::fromLocalFile(open.memory.path(u"nessuno.zb3"_qs)),
+                           QUrl::fromLocalFile(u"/somewhere/VOLARE.MID"_qs)};
+    QMimeData mime;
+    mime.setUrls(urls);
+    open.table()->model()->dropMimeData(&mime, Qt::CopyAction, 0, 0, {});
+    QTRY_VERIFY(script.isDone());
+    QCOMPARE(open.titles(), u"NESSUNO VOLARE"_qs);
+}
+
+void TestPlaylistsPanel::transfersOtherFiles()
+{
+    OpenPanel open(volare);
+    QStringList sent;
+    open.panel.setTransfer([&](const QStringList &files) {
+        sent = files;
+        // The transfer has updated the index.
+        const QByteArray added = songRecord("0000000A", "NUOVA", "7800");
+        open.memory.write(u"index.id2"_qs,
+                          open.memory.read(u"index.id2"_qs) +
+                              pathRecord("0000000A", "/NUOVA.MID", "20091231235958"));
+        open.memory.write(u"title.id2"_qs, open.memory.read(u"title.id2"_qs) + added);
+        return QStringList(open.memory.path(u"NUOVA.MID"_qs));
+    });
+    open.panel.addSongs({5});
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs,
+                         u"Le playlist sono state modificate. Salvarle sulla memoria?"_qs,
+                         QMessageBox::Save);
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(u"/somewhere/NUOVA.MID"_qs)});
+    open.table()->model()->dropMimeData(&mime, Qt::CopyAction, 0, 0, {});
+    QTRY_COMPARE(open.titles(), u"NUOVA VOLARE AZZURRO"_qs);
+    QVERIFY(script.isDone());
+    QCOMPARE(sent, QStringList(u"/somewhere/NUOVA.MID"_qs));
+    QVERIFY(open.panel.save());
+}
+
+void TestPlaylistsPanel::addsSongsAtTheEnd()
+{
+    OpenPanel open(volare);
+    open.panel.addSongs({9, 5});
+    QCOMPARE(open.titles(), u"VOLARE NESSUNO AZZURRO"_qs);
+    open.list()->setCurrentIndex(open.list()->model()->index(1, 0));
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs, u"Scegli prima una playlist che si può modificare."_qs,
+                         QMessageBox::Ok);
+    open.panel.addSongs({9});
+    QVERIFY(script.isDone());
+}
+
+void TestPlaylistsPanel::repairsAnEntryByAGuess()
+{
+    const OpenPanel open(volare + songRecord("00000077", "NESSUNO", "5002"));
+    open.table()->selectRow(1);
+    DialogScript script;
+    script.expect("brisel::RepairDialog", [](QWidget *dialog) {
+        QCOMPARE(dialog->windowTitle(), u"Ripara playlist"_qs);
+        QCOMPARE(dialog->findChild<QLabel *>()->text(),
+                 u"Quale song deve suonare al posto di \"NESSUNO\"?"_qs);
+        const auto *table = dialog->findChild<QTableView *>(u"songsTableView"_qs);
+        QCOMPARE(table->model()->index(0, 3).data().toString(),
+                 u"ha lo stesso titolo, tempo e formato"_qs);
+        QCOMPARE(table->model()->rowCount(), 3);
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    open.click("repair");
+    QVERIFY(script.isDone());
+    QCOMPARE(open.nameOf(0), u"Playlist 7 * (2)"_qs);
+    QCOMPARE(open.titles(), u"VOLARE NESSUNO"_qs);
+}
+
+void TestPlaylistsPanel::repairsAnEntryByASearch()
+{
+    const OpenPanel open(deadSong);
+    open.table()->selectRow(0);
+    DialogScript script;
+    script.expect("brisel::RepairDialog", [](QWidget *dialog) {
+        auto *search = dialog->findChild<QLineEdit *>(u"searchLineEdit"_qs);
+        DialogScript::type(search, u"modugno azz"_qs);
+        const auto *table = dialog->findChild<QTableView *>(u"songsTableView"_qs);
+        QCOMPARE(table->model()->rowCount(), 1);
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    open.click("repair");
+    QCOMPARE(open.titles(), u"AZZURRO"_qs);
+    open.table()->selectRow(0);
+    script.expect("brisel::RepairDialog",
+                  [](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    open.click("repair");
+    QVERIFY(script.isDone());
+    QCOMPARE(open.titles(), u"AZZURRO"_qs);
+}
+
+void TestPlaylistsPanel::savesAndStaysSaved()
+{
+    OpenPanel open(volare + azzurro);
+    QObject::connect(&open.panel, &PlaylistsPanel::saved, &open.panel,
+                     [&open] { open.panel.setContents(readContents(open.memory)); });
+    open.table()->selectRow(0);
+    open.click("remove");
+    open.click("save");
+    QCOMPARE(open.memory.read(songsOf7), azzurro);
+    QCOMPARE(open.memory.read(pathsOf7), azzurroPath);
+    QVERIFY(!open.panel.isModified());
+    QVERIFY(!open.button("save")->isEnabled());
+    open.click("undo");
+    QVERIFY(open.panel.save());
+    QCOMPARE(open.memory.read(songsOf7), volare + azzurro);
+}
+
+void TestPlaylistsPanel::showsWhyNothingWasSaved()
+{
+    OpenPanel open(volare + azzurro);
+    open.panel.addSongs({9});
+    open.memory.write(songsOf7, azzurro);
+    DialogScript script;
+    script.expectMessage(
+        u"Playlist"_qs,
+        u"Le playlist non sono state salvate: nel frattempo la memoria è stata cambiata: va "
+        "riletta prima di salvare."_qs,
+        QMessageBox::Ok);
+    QVERIFY(!open.panel.save());
+    QVERIFY(script.isDone());
+    QVERIFY(open.panel.isModified());
+}
+
+void TestPlaylistsPanel::asksBeforeChangesAreLost()
+{
+    OpenPanel open(volare + azzurro);
+    QVERIFY(open.panel.mayDiscard());
+    open.panel.addSongs({9});
+    const QString question = u"Le playlist sono state modificate. Salvarle sulla memoria?"_qs;
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs, question, QMessageBox::Cancel);
+    QVERIFY(!open.panel.mayDiscard());
+    script.expectMessage(u"Playlist"_qs, question, QMessageBox::Discard);
+    QVERIFY(open.panel.mayDiscard());
+    QCOMPARE(open.memory.read(songsOf7), volare + azzurro);
+    script.expectMessage(u"Playlist"_qs, question, QMessageBox::Save);
+    QVERIFY(open.panel.mayDiscard());
+    QCOMPARE(open.memory.read(songsOf7), volare + azzurro + nessuno);
+    QVERIFY(script.isDone());
+}
+
+void TestPlaylistsPanel::changesNothingThatIsReadOnly()
+{
+    OpenPanel open(volare + azzurro);
+    open.panel.addSongs({9});
+    open.panel.setReadOnly(u"la memoria è protetta da scrittura"_qs);
+    open.table()->selectRow(0);
+    for (const char *name : {"up", "down", "remove", "repair", "undo", "redo", "save"})
+        QVERIFY2(!open.button(name)->isEnabled(), name);
+    QVERIFY(open.button("pdf")->isEnabled());
+    (void)open.drop(songs, hex("00000002"), 0);
+    QCOMPARE(open.titles(), u"VOLARE AZZURRO NESSUNO"_qs);
+    QVERIFY(!open.panel.save());
+    QCOMPARE(open.memory.read(songsOf7), volare + azzurro);
+    open.panel.setReadOnly({});
+    QVERIFY(open.button("save")->isEnabled());
+}
+
+void TestPlaylistsPanel::writesASetList()
+{
+    const OpenPanel open(volare);
+    const QString path = open.memory.path(u"list.pdf"_qs);
+    DialogScript script;
+    script.expect("QFileDialog", [&](QWidget *dialog) {
+        DialogScript::chooseFiles(qobject_cast<QFileDialog *>(dialog), {path.chopped(4)});
+    });
+    open.click("pdf");
+    QVERIFY(script.isDone());
+    QVERIFY(fileContent(path).startsWith("%PDF-"));
+}
+
+void TestPlaylistsPanel::showsWhyNoSetListWasWritten()
+{
+    const OpenPanel open(volare);
+    const QString path = open.memory.path(u"list.pdf"_qs);
+    QVERIFY(QFile::link(u"/dev/full"_qs, path));
+    DialogScript script;
+    script.expect("QFileDialog", [&](QWidget *dialog) {
+        DialogScript inner;
+        inner.expect("QMessageBox", [](QWidget *question) {
+            qobject_cast<QMessageBox *>(question)->button(QMessageBox::Yes)->click();
+        });
+        DialogScript::chooseFiles(qobject_cast<QFileDialog *>(dialog), {path});
+    });
+    script.expectMessage(
+        u"Playlist"_qs,
+        u"La scaletta non è stata salvata: non è stato possibile scrivere il file."_qs,
+        QMessageBox::Ok);
+    open.click("pdf");
+    QVERIFY(script.isDone());
+}
+
+void TestPlaylistsPanel::speaksBothLanguages()
+{
+    OpenPanel open(deadSong);
+    QTranslator english;
+    QVERIFY(english.load(u":/trans/brisel2pc_en.qm"_qs));
+    QVERIFY(QCoreApplication::installTranslator(&english));
+    QCoreApplication::processEvents();
+    QCOMPARE(open.button("save")->text().remove(u'&'), u"Save playlists"_qs);
+    QCOMPARE(open.nameOf(0), u"Playlist 7 (1) - to be repaired: 1"_qs);
+    QCOMPARE(open.column(4), u"the song is not in the memory's index"_qs);
+    QCoreApplication::removeTranslator(&english);
+    QCoreApplication::processEvents();
+    QCOMPARE(open.button("save")->text().remove(u'&'), u"Salva playlist"_qs);
+}
+
+void TestPlaylistsPanel::hasAccessibleNames()
+{
+    const OpenPanel open(volare);
+    QCOMPARE(open.list()->accessibleName(), u"Playlist della memoria"_qs);
+    QCOMPARE(open.table()->accessibleName(), u"Song della playlist"_qs);
+    QSet<QString> keys;
+    for (const QPushButton *button : open.panel.findChildren<QPushButton *>()) {
+        const qsizetype at = button->text().indexOf(u'&');
+        QVERIFY2(at >= 0, qPrintable(button->text()));
+        const QString key = button->text().mid(at + 1, 1).toLower();
+        QVERIFY2(!keys.contains(key), qPrintable(button->text()));
+        keys.insert(key);
+    }
+}
+
+BRISEL_TEST(QApplication, TestPlaylistsPanel)
+
+#include "tst_playlistspanel.moc"
