@@ -159,6 +159,13 @@ void writeIndexSeeds()
     }
     putFile(outFolder + QStringLiteral("/playlists/many"),
             joinedPieces(0, all) + joinedPieces(6, "\x01"));
+    // A dead entry, half an entry, and edits of each kind.
+    writeSeed(QStringLiteral("memoryplaylists"), QStringLiteral("edits"),
+              joinedPieces(2, numbers) + joinedPieces(3, playlist.left(192)) +
+                  joinedPieces(4, playlist.mid(64, 90)) + joinedPieces(5, pathFile.left(192)) +
+                  joinedPieces(7, QByteArray::fromHex("00010203000102030100000101030201")));
+    putFile(outFolder + QStringLiteral("/memoryplaylists/many"),
+            joinedPieces(2, all) + joinedPieces(7, "\x01\x02\x03\x04"));
 }
 
 /// A whole set for the songs of the memory, with a playlist of all of them; then sets that repeat

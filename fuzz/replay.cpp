@@ -27,6 +27,7 @@ static const QMap<QString, void (*)(const QByteArray &)> &targets()
         {QStringLiteral("indexreader"), checkIndexReader},
         {QStringLiteral("memorycheck"), checkMemoryCheck},
         {QStringLiteral("playlists"), checkPlaylists},
+        {QStringLiteral("memoryplaylists"), checkMemoryPlaylists},
         {QStringLiteral("markers"), checkMarkers},
         {QStringLiteral("catalogue"), checkCatalogue},
         {QStringLiteral("swapmark"), checkSwapMark},

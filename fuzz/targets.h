@@ -30,6 +30,8 @@ void checkIndexReader(const QByteArray &input);
 void checkMemoryCheck(const QByteArray &input);
 /// The playlists of a memory, converted to paths and back.
 void checkPlaylists(const QByteArray &input);
+/// The playlists of a memory as they are shown, changed and written.
+void checkMemoryPlaylists(const QByteArray &input);
 /// A marker list of the catalogue.
 void checkMarkers(const QByteArray &input);
 /// A catalogue file.

@@ -86,8 +86,10 @@ bool PlaylistDocument::isSameAs(const MemoryContents &newer) const
 void PlaylistDocument::setMissing(const QSet<qsizetype> &positions)
 {
     m_missing = positions;
-    for (qsizetype playlist = 0; playlist < m_lists.size(); ++playlist)
+    for (qsizetype playlist = 0; playlist < m_lists.size(); ++playlist) {
+        m_lists[playlist].faults.reset();
         emit changed(playlist, {});
+    }
 }
 
 qint16 PlaylistDocument::number(qsizetype playlist) const
@@ -108,9 +110,13 @@ bool PlaylistDocument::isEditable(qsizetype playlist) const
 
 qsizetype PlaylistDocument::faults(qsizetype playlist) const
 {
+    std::optional<qsizetype> &faults = m_lists.at(playlist).faults;
+    if (faults.has_value())
+        return *faults;
     qsizetype count = 0;
     for (qsizetype entry = 0; entry < size(playlist); ++entry)
         count += entryState(playlist, entry) == EntryState::Good ? 0 : 1;
+    faults = count;
     return count;
 }
 
@@ -252,6 +258,7 @@ void PlaylistDocument::setEntries(qsizetype playlist, const Entries &entries,
                                   const QList<qsizetype> &rows)
 {
     m_lists[playlist].entries = entries;
+    m_lists[playlist].faults.reset();
     emit changed(playlist, rows);
     updateModified(playlist);
 }

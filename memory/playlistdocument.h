@@ -113,7 +113,8 @@ private:
         Entries entries;
         Entries saved;
         bool isModified = false;
-        bool isHalfSaved = false; ///< a save of it was not finished
+        bool isHalfSaved = false;                     ///< a save of it was not finished
+        mutable std::optional<qsizetype> faults = {}; ///< counted on first use
     };
 
     bool isSameAs(const MemoryContents &newer) const;
