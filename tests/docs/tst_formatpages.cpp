@@ -14,6 +14,7 @@
 #include "tests/docs/formatpages.h"
 #include "tests/docs/tagexamples.h"
 #include "tests/index/samplememory.h"
+#include "tests/memory/playlistmemory.h"
 #include "tests/scriptedindex.h"
 #include "tests/songfile/loadedmidi.h"
 #include "tests/songfile/songs.h"
@@ -366,9 +367,14 @@ void TestFormatPages::playlistPaths()
     memory.write(u"playlist/playlist.dat"_qs,
                  example(u"playlistNumbers"_qs).bytes().left(playlistsRecord));
     memory.write(u"playlist/play0007.dat"_qs, bytes(u"playlistSongs"_qs));
+    const QString paths = u"playlist/play0007.pts"_qs;
     QVERIFY(ScriptedIndex().createIndex(memory.root()));
-    QCOMPARE(difference(memory.read(u"playlist/play0007.pts"_qs), bytes(u"playlistPaths"_qs)),
-             QString());
+    QCOMPARE(difference(memory.read(paths), bytes(u"playlistPaths"_qs)), QString());
+    memory.remove(paths);
+    memory.write(u"playlist/play0007.dat"_qs, {});
+    QVERIFY(Sample::addAndSave(memory, 2));
+    QCOMPARE(difference(memory.read(paths), bytes(u"playlistPaths"_qs)), QString());
+    QCOMPARE(memory.read(u"playlist/play0007.dat"_qs), bytes(u"playlistSongs"_qs));
 }
 
 void TestFormatPages::lastList()

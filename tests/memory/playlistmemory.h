@@ -1,6 +1,8 @@
 #pragma once
 
-#include "memory/memorycontents.h"
+#include "base/memoryidentity.h"
+#include "memory/playlistdocument.h"
+#include "memory/playlistwriter.h"
 #include "tests/index/samplememory.h"
 #include "tests/scriptedrun.h"
 
@@ -76,6 +78,16 @@ inline std::shared_ptr<const MemoryContents> readContents(const SampleMemory &me
     if (contents->read(memory.root(), run) != MemoryContents::Outcome::Done)
         qFatal("can't read the memory");
     return contents;
+}
+
+/// Adds the song \a id at the start of the first playlist and saves, as the memory window does.
+inline bool addAndSave(const SampleMemory &memory, quint32 id)
+{
+    ScriptedRun run;
+    PlaylistDocument document;
+    document.setContents(readContents(memory));
+    return document.add(0, 0, {id}) == 1 &&
+           PlaylistWriter(document, run).save(MemoryIdentity(memory.root()));
 }
 
 } // namespace Sample
