@@ -1,7 +1,13 @@
 // The window's part in showing a memory.
 
+#include "app/libraryrun.h"
 #include "app/mainwindow.h"
+#include "index/recentmemories.h"
+#include "library/songplaces.h"
 #include "memory/dialogs/memorywindow.h"
+
+#include <QFileInfo>
+#include <QMessageBox>
 
 namespace brisel
 {
@@ -14,11 +20,40 @@ void MainWindow::on_actionMemory_triggered()
     if (m_memoryWindow == nullptr) {
         m_memoryWindow = new MemoryWindow(this);
         m_memoryWindow->setAttribute(Qt::WA_DeleteOnClose);
+        connect(m_memoryWindow, &MemoryWindow::transferWanted, this, [this](const QString &root) {
+            if (m_fileList.isEmpty())
+                QMessageBox::information(this, tr("Trasferimento"),
+                                         tr("Non ci sono song da trasferire"));
+            else if (transferByPlan(root) && m_memoryWindow != nullptr)
+                m_memoryWindow->readAgain();
+        });
+        m_memoryWindow->setTransfer([this](const QString &root, const QStringList &files) {
+            return sendToMemory(root, files);
+        });
     }
     m_memoryWindow->setWindowState(m_memoryWindow->windowState() & ~Qt::WindowMinimized);
     m_memoryWindow->show();
     m_memoryWindow->raise();
     m_memoryWindow->activateWindow();
+}
+
+QStringList MainWindow::sendToMemory(const QString &root, const QStringList &files)
+{
+    if (!canStartRun())
+        return {};
+    LibraryRun run(*this, RunReport::Operation::Transfer);
+    keepMemory(root);
+    Transfer transfer(files, root);
+    if (!send(run, transfer, root))
+        return {};
+    const Transfer::Destination destination = Transfer::destinationOf(root);
+    SongPlaces places;
+    places.begin(root);
+    QStringList paths;
+    for (const QString &file : files)
+        paths.append(
+            places.placeOf(file, destination.folder + u'/' + QFileInfo(file).fileName(), run));
+    return paths;
 }
 
 } // namespace brisel

@@ -49,11 +49,16 @@ public:
         bool isWritable = false;
         QByteArray songs; ///< the songs file: song records
         QByteArray paths; ///< the path file; null if it is missing
+
+        bool operator==(const Playlist &other) const = default;
     };
 
     /// Reads the files of the memory \a root, a path without "/" at its end; \a run gets pulses.
     /// After another outcome than Done the object is empty.
     [[nodiscard]] Outcome read(const QString &root, Run &run);
+
+    /// Returns true if \a other is the same memory with the same songs and playlists.
+    bool isSameAs(const MemoryContents &other) const;
 
     const QString &root() const { return m_root; }
     /// Returns true if each of the fifteen files exists.

@@ -10,7 +10,9 @@
 #include "index/volumes.h"
 #include "library/dialogs/windowplace.h"
 #include "memory/dialogs/foldersview.h"
+#include "memory/dialogs/memoryactions.h"
 #include "memory/dialogs/playerview.h"
+#include "memory/dialogs/playlistspanel.h"
 #include "ui_memorywindow.h"
 
 #include <QCloseEvent>
@@ -37,7 +39,8 @@ QList<FileState> indexStates(const QString &root)
 
 MemoryWindow::MemoryWindow(QWidget *parent)
     : QWidget(parent, Qt::Window), m_ui(std::make_unique<Ui::MemoryWindow>()),
-      m_player(new PlayerView), m_folders(new FoldersView)
+      m_player(new PlayerView), m_folders(new FoldersView), m_actions(new MemoryActions(this)),
+      m_playlists(new PlaylistsPanel)
 {
     constexpr int lists = 3; // the shares of the window's width
     constexpr int playlists = 2;
@@ -47,6 +50,7 @@ MemoryWindow::MemoryWindow(QWidget *parent)
     m_ui->foldersLayout->addWidget(m_folders);
     m_ui->splitter->setStretchFactor(0, lists);
     m_ui->splitter->setStretchFactor(1, playlists);
+    joinParts();
     m_retry.setInterval(pause);
     connect(&m_retry, &QTimer::timeout, this, &MemoryWindow::readAgain);
     connect(&m_looking, &QTimer::timeout, this, &MemoryWindow::look);
@@ -58,16 +62,6 @@ MemoryWindow::MemoryWindow(QWidget *parent)
 
 MemoryWindow::~MemoryWindow() = default;
 
-QBoxLayout &MemoryWindow::playlistsLayout() const
-{
-    return *m_ui->playlistsLayout;
-}
-
-QBoxLayout &MemoryWindow::actionsLayout() const
-{
-    return *m_ui->actionsLayout;
-}
-
 void MemoryWindow::noteWriteProtection()
 {
     const QString reason =
@@ -75,7 +69,7 @@ void MemoryWindow::noteWriteProtection()
     if (reason == m_readOnlyReason)
         return;
     m_readOnlyReason = reason;
-    emit readOnlyChanged(reason);
+    passReadOnly();
 }
 
 /// The memory that was worked on last, or the first one.
@@ -132,7 +126,7 @@ void MemoryWindow::on_memoryComboBox_activated(int number)
     const QString root = m_ui->memoryComboBox->itemData(number).toString();
     if (root == m_root)
         return;
-    if (m_mayLeave()) {
+    if (m_playlists->mayDiscard()) {
         QSettings settings = openSettings();
         Settings::mediaRoot.store(settings, root);
         keepMemory(root);
@@ -162,9 +156,10 @@ void MemoryWindow::clear()
     m_folders->setLook(m_root, nullptr);
     m_player->setLook(nullptr);
     m_look.reset();
+    m_outcome = Outcome::Gone;
     m_contents = std::make_shared<MemoryContents>();
     m_player->setContents(m_contents);
-    emit contentsChanged(m_contents);
+    passContents();
 }
 
 void MemoryWindow::readAgain()
@@ -187,7 +182,7 @@ void MemoryWindow::readAgain()
         m_retry.start();
     m_contents = std::move(contents);
     m_player->setContents(m_contents);
-    emit contentsChanged(m_contents);
+    passContents();
     if (m_outcome == Outcome::Done || m_outcome == Outcome::NotPrepared) {
         m_look = std::make_unique<MemoryLook>(m_root, m_contents);
         m_looking.start();
@@ -208,6 +203,7 @@ void MemoryWindow::look()
     if (m_outcome == Outcome::Done)
         m_player->setLook(m_look.get());
     m_folders->setLook(m_root, m_look.get());
+    passMissing();
     showState();
 }
 
@@ -222,6 +218,7 @@ void MemoryWindow::showState()
                      .arg(QLocale().toString(date, QLocale::ShortFormat))
                : QString());
     m_ui->splitter->setEnabled(m_isThere);
+    m_ui->transferPushButton->setEnabled(m_isThere && m_readOnlyReason.isEmpty());
     showSpace();
 }
 
@@ -297,14 +294,14 @@ void MemoryWindow::changeEvent(QEvent *event)
         m_ui->retranslateUi(this);
         showState();
     } else if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_isThere &&
-               !m_isChanged() && m_states != indexStates(m_root)) {
+               !m_playlists->isModified() && m_states != indexStates(m_root)) {
         readAgain(); // another program has written the index
     }
 }
 
 void MemoryWindow::closeEvent(QCloseEvent *event)
 {
-    if (!m_mayLeave()) {
+    if (!m_playlists->mayDiscard()) {
         event->ignore();
         return;
     }

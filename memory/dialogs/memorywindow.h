@@ -11,13 +11,13 @@
 #include <functional>
 #include <memory>
 
-class QBoxLayout;
-
 namespace brisel
 {
 
 class FoldersView;
+class MemoryActions;
 class PlayerView;
+class PlaylistsPanel;
 
 namespace Ui
 {
@@ -35,34 +35,25 @@ public:
     explicit MemoryWindow(QWidget *parent = nullptr);
     ~MemoryWindow() override;
 
-    /// The root of the chosen memory; empty if there is none, or it has vanished.
+    /// The root of the chosen memory; empty if no memory is chosen, or it has vanished.
     QString root() const { return m_isThere ? m_root : QString(); }
     /// What is on it; empty, but never null, if it has no index or could not be read.
     const std::shared_ptr<const MemoryContents> &contents() const { return m_contents; }
     /// Why the memory can't be changed; empty if it can be.
     const QString &readOnlyReason() const { return m_readOnlyReason; }
 
-    PlayerView &playerView() const { return *m_player; }
-    FoldersView &foldersView() const { return *m_folders; }
-    /// Where the panel of the playlists goes.
-    QBoxLayout &playlistsLayout() const;
-    /// Where the buttons of the actions go.
-    QBoxLayout &actionsLayout() const;
-
-    /// \a mayLeave is asked before another memory is chosen or the window closes; false keeps both.
-    void setMayLeave(std::function<bool()> mayLeave) { m_mayLeave = std::move(mayLeave); }
-    /// While \a isChanged returns true, the memory is not read again by itself.
-    void setIsChanged(std::function<bool()> isChanged) { m_isChanged = std::move(isChanged); }
+    /// \a send transfers files to the memory with the root of its first parameter and returns their
+    /// paths there: for files that are dropped on a playlist.
+    void
+    setTransfer(std::function<QStringList(const QString &root, const QStringList &files)> send);
 
 public slots:
     /// Reads the chosen memory again, after something was written on it.
     void readAgain();
 
 signals:
-    /// The memory was read, or there is none now.
-    void contentsChanged(const std::shared_ptr<const brisel::MemoryContents> &contents);
-    /// Empty: the memory can be changed.
-    void readOnlyChanged(const QString &reason);
+    /// The songs of the main window are to be transferred to the memory \a root.
+    void transferWanted(const QString &root);
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -72,6 +63,15 @@ private slots:
     void on_memoryComboBox_activated(int number);
 
 private:
+    void joinParts();
+    void joinActions();
+    void joinPlaylists();
+    void passChoice();
+    void passContents();
+    void passReadOnly();
+    void passMissing();
+    void addChosenToPlaylist();
+    void showMenu(const QPoint &place);
     void followMemories();
     void showMemories();
     void chooseFirst();
@@ -88,8 +88,8 @@ private:
     MountedMemories m_memories;
     PlayerView *m_player;
     FoldersView *m_folders;
-    std::function<bool()> m_mayLeave = [] { return true; };
-    std::function<bool()> m_isChanged = [] { return false; };
+    MemoryActions *m_actions;
+    PlaylistsPanel *m_playlists;
 
     QString m_root;            ///< empty if none was chosen
     bool m_isThere = false;    ///< the chosen memory is mounted

@@ -185,6 +185,15 @@ void PlaylistsPanel::setContents(std::shared_ptr<const MemoryContents> contents)
     showPlaylist();
 }
 
+void PlaylistsPanel::updateContents(std::shared_ptr<const MemoryContents> contents)
+{
+    const std::shared_ptr<const MemoryContents> &shown = m_document.contents();
+    if (isModified() && shown != nullptr && contents != nullptr && shown->isSameAs(*contents))
+        m_identity = MemoryIdentity(contents->root()); // it may have been mounted again
+    else
+        setContents(std::move(contents));
+}
+
 qsizetype PlaylistsPanel::playlist() const
 {
     const QModelIndex current = m_list->currentIndex();

@@ -39,6 +39,9 @@ public:
 
     /// Shows the playlists of \a contents, which may be null; changes that were not saved are lost.
     void setContents(std::shared_ptr<const MemoryContents> contents);
+    /// The same after the memory was read again: unsaved changes stay if it has the same songs and
+    /// playlists.
+    void updateContents(std::shared_ptr<const MemoryContents> contents);
     /// The songs whose files are missing, by their positions.
     void setMissing(const QSet<qsizetype> &positions) { m_document.setMissing(positions); }
     bool isModified() const { return m_document.isModified(); }

@@ -62,8 +62,15 @@ bool PlaylistsPanel::mayDiscard()
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     box.button(QMessageBox::Save)->setEnabled(m_readOnly.isEmpty());
     box.setDefaultButton(m_readOnly.isEmpty() ? QMessageBox::Save : QMessageBox::Cancel);
-    const int answer = box.exec();
-    return answer == QMessageBox::Save ? save() : answer == QMessageBox::Discard;
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return save();
+    case QMessageBox::Discard:
+        setContents(m_document.contents());
+        return true;
+    default:
+        return false;
+    }
 }
 
 void PlaylistsPanel::repairEntry()

@@ -2493,6 +2493,10 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>La memoria non è più presente</source>
         <translation>The memory is no longer there</translation>
     </message>
+    <message>
+        <source>Non ci sono song da trasferire</source>
+        <translation>There are no songs to transfer</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>
@@ -2883,6 +2887,22 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Da aggiornare: %1</source>
         <translation>To be updated: %1</translation>
+    </message>
+    <message>
+        <source>Aggiunge le song scelte alla fine della playlist</source>
+        <translation>Adds the chosen songs at the end of the playlist</translation>
+    </message>
+    <message>
+        <source>A&amp;lla playlist</source>
+        <translation>To the pla&amp;ylist</translation>
+    </message>
+    <message>
+        <source>Mostra il piano del trasferimento delle song della finestra principale</source>
+        <translation>Shows the plan of a transfer of the main window&apos;s songs</translation>
+    </message>
+    <message>
+        <source>&amp;Trasferisci...</source>
+        <translation>&amp;Transfer...</translation>
     </message>
 </context>
 <context>

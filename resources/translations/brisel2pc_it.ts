@@ -2493,6 +2493,10 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>La memoria non è più presente</source>
         <translation>La memoria non è più presente</translation>
     </message>
+    <message>
+        <source>Non ci sono song da trasferire</source>
+        <translation>Non ci sono song da trasferire</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MarkersDialog</name>
@@ -2883,6 +2887,22 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Da aggiornare: %1</source>
         <translation>Da aggiornare: %1</translation>
+    </message>
+    <message>
+        <source>Aggiunge le song scelte alla fine della playlist</source>
+        <translation>Aggiunge le song scelte alla fine della playlist</translation>
+    </message>
+    <message>
+        <source>A&amp;lla playlist</source>
+        <translation>A&amp;lla playlist</translation>
+    </message>
+    <message>
+        <source>Mostra il piano del trasferimento delle song della finestra principale</source>
+        <translation>Mostra il piano del trasferimento delle song della finestra principale</translation>
+    </message>
+    <message>
+        <source>&amp;Trasferisci...</source>
+        <translation>&amp;Trasferisci...</translation>
     </message>
 </context>
 <context>

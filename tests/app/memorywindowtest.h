@@ -1,12 +1,14 @@
 #pragma once
 
 #include "memory/dialogs/memorywindow.h"
+#include "memory/dialogs/playlistspanel.h"
 #include "tests/app/samplewindow.h"
 #include "tests/app/windowtest.h"
 #include "tests/memory/readmemory.h"
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTreeView>
 
 namespace brisel
@@ -39,6 +41,27 @@ protected:
         QVERIFY(m_window != nullptr);
         QVERIFY(QTest::qWaitForWindowExposed(m_window));
         waitForLook();
+    }
+    /// Opens the window of a memory with the playlist 7 of the song 1, and adds the song 3.
+    void openWithChange()
+    {
+        m_memory->write(QStringLiteral("playlist/playlist.dat"),
+                        Sample::hex("0700") + QByteArray(30, '\x55'));
+        m_memory->write(QStringLiteral("playlist/play0007.dat"), HandMadeSet::one());
+        open();
+        changePlaylist();
+    }
+    void changePlaylist() const { playlists().addSongs({3}); }
+    PlaylistsPanel &playlists() const { return *m_window->findChild<PlaylistsPanel *>(); }
+    /// The next message box is the question about unsaved playlists, and gets this answer.
+    void answerUnsaved(QMessageBox::StandardButton button)
+    {
+        m_sample->script.expect("QMessageBox", [button](QWidget *widget) {
+            auto *box = qobject_cast<QMessageBox *>(widget);
+            QCOMPARE(box->text(),
+                     QStringLiteral("Le playlist sono state modificate. Salvarle sulla memoria?"));
+            box->button(button)->click();
+        });
     }
     void waitForLook() const
     {

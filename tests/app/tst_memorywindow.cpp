@@ -1,10 +1,11 @@
+#include "base/filefailure.h"
 #include "index/recentmemories.h"
 #include "tests/app/memorywindowtest.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
 #include <QProcess>
-#include <QSignalSpy>
+#include <QPushButton>
 
 using namespace brisel;
 
@@ -105,11 +106,13 @@ void TestMemoryWindow::closesWithTheMainWindow()
 
 void TestMemoryWindow::asksBeforeItCloses()
 {
-    open();
-    m_window->setMayLeave([] { return false; });
+    openWithChange();
+    answerUnsaved(QMessageBox::Cancel);
     m_sample->window->close();
     QVERIFY(m_sample->window->isVisible());
     QVERIFY(m_window->isVisible());
+    answerUnsaved(QMessageBox::Discard);
+    m_window->close();
 }
 
 void TestMemoryWindow::showsTheState()
@@ -227,15 +230,14 @@ void TestMemoryWindow::saysThatTheMemoryIsWriteProtected()
         QSKIP("only root can mount a file system");
     open();
     choose(u"DISK"_qs);
-    QSignalSpy spy(m_window, &MemoryWindow::readOnlyChanged);
+    QVERIFY(find<QPushButton>("transferPushButton")->isEnabled());
     QVERIFY(disk.setReadOnly(true));
-    QTRY_COMPARE(spy.size(), 1);
-    QVERIFY(!m_window->readOnlyReason().isEmpty());
-    QCOMPARE(text("stateLabel"),
-             u"La memoria non è preparata per Brisel. Non si può modificare: %1"_qs.arg(
-                 m_window->readOnlyReason()));
+    QTRY_COMPARE(text("stateLabel"),
+                 u"La memoria non è preparata per Brisel. Non si può modificare: %1"_qs.arg(
+                     FileReason::writeProtected.text()));
+    QVERIFY(!find<QPushButton>("transferPushButton")->isEnabled());
     choose(u"CARD"_qs);
-    QCOMPARE(m_window->readOnlyReason(), QString());
+    QVERIFY(find<QPushButton>("transferPushButton")->isEnabled());
 }
 
 void TestMemoryWindow::followsTheMemories()
@@ -274,17 +276,16 @@ void TestMemoryWindow::readsAnotherMemoryInItsPlace()
 
 void TestMemoryWindow::readsWhatAnotherProgramWrote()
 {
-    open();
+    openWithChange();
     m_sample->window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
     m_memory->cut(u"index.id2"_qs, 64);
-    m_window->setIsChanged([] { return true; });
     m_window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_window));
     QCOMPARE(m_window->contents()->size(), 4);
     m_sample->window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
-    m_window->setIsChanged([] { return false; });
+    find<QPushButton>("undoPushButton")->click();
     m_window->activateWindow();
     QTRY_COMPARE(m_window->contents()->size(), 3);
 }
@@ -306,12 +307,12 @@ void TestMemoryWindow::remembersTheLastMemory()
 void TestMemoryWindow::asksBeforeAnotherMemoryIsChosen()
 {
     QVERIFY(QDir().mkpath(volumes() + u"/MORE"_qs));
-    open();
-    m_window->setMayLeave([] { return false; });
+    openWithChange();
+    answerUnsaved(QMessageBox::Cancel);
     choose(u"MORE"_qs);
     QCOMPARE(find<QComboBox>("memoryComboBox")->currentText(), u"CARD"_qs);
     QCOMPARE(m_window->contents()->size(), 4);
-    m_window->setMayLeave([] { return true; });
+    answerUnsaved(QMessageBox::Discard);
     choose(u"MORE"_qs);
     QCOMPARE(m_window->contents()->size(), 0);
 }
