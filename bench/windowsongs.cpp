@@ -1,6 +1,7 @@
 #include "bench/windowsongs.h"
 
 #include "bench/benchprogram.h"
+#include "library/cataloguelookup.h"
 #include "tools/cataloguefile.h"
 #include "tools/samplesongs.h"
 

@@ -76,6 +76,9 @@ QByteArray pathBytes(const QString &path)
 
 QString pathFromBytes(const QByteArray &bytes)
 {
+    if (std::all_of(bytes.cbegin(), bytes.cend(),
+                    [](char byte) { return byte >= ' ' && byte <= '~'; }))
+        return QString::fromLatin1(bytes);
     return pathCodec() != nullptr ? pathCodec()->toUnicode(bytes) : QString::fromLatin1(bytes);
 }
 

@@ -3,7 +3,6 @@
 #include "base/fileidentity.h"
 #include "base/folderhandle.h"
 #include "base/lettercase.h"
-#include "base/plainfile.h"
 #include "base/songsuffix.h"
 #include "index/longnames.h"
 #include "index/songinfoindex.h"
@@ -11,9 +10,12 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+
+#include <unistd.h>
 
 namespace brisel
 {
@@ -169,21 +171,22 @@ void MemoryLook::lookAtOther(const QString &path, const FolderEntry &entry)
 void MemoryLook::lookAtSong(const QString &path)
 {
     reportLongNames(path);
-    PlainFile file;
-    const bool isOpen = file.open(m_root + path);
-    const qsizetype position = meet(path, file.size());
-    const bool isLongEnough = file.size() >= leastSong;
-    if (!isOpen || !isLongEnough)
-        report(Kind::Unreadable, isOpen ? Detail::ShortFile : Detail::UnreadableFile, path,
-               file.size());
-    if (isOpen)
-        m_songs.append({path, file.size()});
+    const QString full = m_root + path;
+    const FileState state = fileState(full);
+    const bool isReadable = ::access(QFile::encodeName(full).constData(), R_OK) == 0;
+    const bool isLongEnough = state.size >= leastSong;
+    const qsizetype position = meet(path, state.size);
+    if (!isReadable || !isLongEnough)
+        report(Kind::Unreadable, isReadable ? Detail::ShortFile : Detail::UnreadableFile, path,
+               state.size);
+    if (isReadable)
+        m_songs.append({path, state.size});
     if (position < 0)
         return;
-    if (!isOpen || !isLongEnough)
+    if (!isReadable || !isLongEnough)
         m_marks[position] |= FileMark::Unreadable;
-    if (file.state().kind == FileKind::Regular)
-        compareDate(position, file.state().modified);
+    if (state.kind == FileKind::Regular)
+        compareDate(position, state.modified);
 }
 
 /// The position of the song with \a path in the index, which is met only once; -1 if there is none.

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <utility>
 
 namespace brisel
 {
@@ -14,6 +16,14 @@ namespace
 
 /// The lines of the texts of a song.
 enum TextLine { TitleLine, ArtistLine, GenreLine, PathLine };
+
+/// A line of folded texts in UTF-8.
+QString lineOf(std::string_view texts, TextLine number)
+{
+    for (int line = 0; line < number; ++line)
+        texts.remove_prefix(texts.find('\n') + 1);
+    return QString::fromUtf8(texts.data(), static_cast<qsizetype>(texts.find('\n')));
+}
 
 QString fieldText(const QByteArray &file, qint32 record)
 {
@@ -27,8 +37,8 @@ void PlayerList::setContents(std::shared_ptr<const MemoryContents> contents)
 {
     m_contents = std::move(contents);
     m_look = nullptr;
-    m_texts = QStringList(m_contents->size());
-    m_prepared = 0;
+    m_texts.clear();
+    m_textEnds.clear();
     readGroups();
     show();
 }
@@ -43,17 +53,20 @@ void PlayerList::setList(std::size_t list)
 void PlayerList::setSearch(const SongSearch &search)
 {
     m_search = search;
+    m_words.clear();
+    for (const QString &word : search.words())
+        m_words.append(word.toUtf8());
     show();
 }
 
 bool PlayerList::prepare(qsizetype count)
 {
-    const qsizetype end = std::min(m_contents->size(), m_prepared + count);
-    for (; m_prepared < end; ++m_prepared) {
-        if (m_texts.at(m_prepared).isNull())
-            m_texts[m_prepared] = textsOf({-1, static_cast<qint32>(m_prepared)}, {});
+    const qsizetype end = std::min(m_contents->size(), m_textEnds.size() + count);
+    while (m_textEnds.size() < end) {
+        m_texts += textsOf({-1, static_cast<qint32>(m_textEnds.size())}, {});
+        m_textEnds.append(static_cast<quint32>(m_texts.size()));
     }
-    return m_prepared < m_contents->size();
+    return m_textEnds.size() < m_contents->size();
 }
 
 void PlayerList::readGroups()
@@ -112,13 +125,28 @@ void PlayerList::show()
     m_shown.clear();
     m_shownGroups.clear();
     m_shown.reserve(m_songs.size());
+    const bool isAllShown = m_search.isEmpty();
+    if (!isAllShown)
+        prepare(m_contents->size());
+    QByteArray own; // of a song without a path
+    std::string_view texts;
+    const Song *song = nullptr;
+    const auto textOf = [&](SongSearch::Field field) { return fieldOf(field, *song, texts); };
+    // Made once: there may be 65,535 songs.
+    const std::function<QString(SongSearch::Field)> fields = textOf;
     for (const Group &group : std::as_const(m_groups)) {
         Group shown = group;
         shown.first = static_cast<qint32>(m_shown.size());
-        const bool isAllShown = m_search.isEmpty();
-        for (qint32 song = group.first; song < group.first + group.count; ++song) {
-            if (isAllShown || matches(m_songs.at(song), group))
-                m_shown.append(song);
+        for (qint32 number = group.first; number < group.first + group.count; ++number) {
+            song = &m_songs.at(number);
+            if (!isAllShown && song->position < 0) {
+                own = textsOf(*song, group);
+                texts = {own.constData(), static_cast<std::size_t>(own.size())};
+            } else if (!isAllShown) {
+                texts = preparedTexts(song->position);
+            }
+            if (isAllShown || (hasWords(texts) && m_search.fulfils(fields)))
+                m_shown.append(number);
         }
         shown.count = static_cast<qint32>(m_shown.size()) - shown.first;
         if (shown.count > 0 || isAllShown)
@@ -126,42 +154,46 @@ void PlayerList::show()
     }
 }
 
-bool PlayerList::matches(const Song &song, const Group &group)
+bool PlayerList::hasWords(std::string_view texts) const
 {
-    QString own;
-    QString *texts = song.position < 0 ? &own : &m_texts[song.position];
-    if (texts->isNull())
-        *texts = textsOf(song, group);
-    const QStringList &words = m_search.words();
-    if (!std::all_of(words.cbegin(), words.cend(),
-                     [texts](const QString &word) { return texts->contains(word); }))
-        return false;
-    return m_search.fulfils([&](SongSearch::Field field) {
-        const auto line = [texts](TextLine number) { return foldedLine(*texts, number); };
-        switch (field) {
-        case SongSearch::Field::Title:
-            return line(TitleLine);
-        case SongSearch::Field::Artist:
-            return line(ArtistLine);
-        case SongSearch::Field::Genre:
-            return line(GenreLine);
-        case SongSearch::Field::FileName:
-            return line(PathLine).section(u'/', -1);
-        case SongSearch::Field::Folder:
-            return line(PathLine).section(u'/', 0, -2);
-        case SongSearch::Field::Format:
-            return format(song);
-        case SongSearch::Field::Bpm:
-            return QString::number(bpm(song));
-        default:
-            return QString();
-        }
+    return std::all_of(m_words.cbegin(), m_words.cend(), [texts](const QByteArray &word) {
+        return texts.find(std::string_view(word.constData(),
+                                           static_cast<std::size_t>(word.size()))) != texts.npos;
     });
 }
 
-/// Words must not match across two texts. Of a song without a path only its record is known, and
-/// the group that it is in.
-QString PlayerList::textsOf(const Song &song, const Group &group) const
+std::string_view PlayerList::preparedTexts(qsizetype position) const
+{
+    const quint32 start = position == 0 ? 0 : m_textEnds.at(position - 1);
+    return {m_texts.constData() + start, std::size_t{m_textEnds.at(position) - start}};
+}
+
+/// Empty for the fields that the index lacks.
+QString PlayerList::fieldOf(SongSearch::Field field, const Song &song, std::string_view texts) const
+{
+    switch (field) {
+    case SongSearch::Field::Title:
+        return lineOf(texts, TitleLine);
+    case SongSearch::Field::Artist:
+        return lineOf(texts, ArtistLine);
+    case SongSearch::Field::Genre:
+        return lineOf(texts, GenreLine);
+    case SongSearch::Field::FileName:
+        return lineOf(texts, PathLine).section(u'/', -1);
+    case SongSearch::Field::Folder:
+        return lineOf(texts, PathLine).section(u'/', 0, -2);
+    case SongSearch::Field::Format:
+        return format(song);
+    case SongSearch::Field::Bpm:
+        return QString::number(bpm(song));
+    default:
+        return {};
+    }
+}
+
+/// In UTF-8: a search of bytes is faster. Words must not match across two texts. Of a song without
+/// a path only its record is known, and the group that it is in.
+QByteArray PlayerList::textsOf(const Song &song, const Group &group) const
 {
     std::array<QString, PathLine + 1> texts;
     if (song.position >= 0) {
@@ -175,7 +207,7 @@ QString PlayerList::textsOf(const Song &song, const Group &group) const
     QString lines;
     for (QString &text : texts)
         lines += text.replace(u'\n', u' ') + u'\n';
-    return foldedForSearch(lines);
+    return foldedForSearch(lines).toUtf8();
 }
 
 QString PlayerList::groupName(const Group &group) const
@@ -183,11 +215,11 @@ QString PlayerList::groupName(const Group &group) const
     return group.kind == Group::Kind::Named ? fieldText(file(), group.header) : QString();
 }
 
-QByteArray PlayerList::record(const Song &song) const
+/// A byte of the record of \a song, of "title.id2" if the list lacks the song.
+quint8 PlayerList::byteOf(const Song &song, int at) const
 {
-    return song.record < 0
-               ? m_contents->record(song.position)
-               : file().mid(qsizetype{song.record} * IndexRecord::size, IndexRecord::size);
+    return song.record < 0 ? byteAt(m_contents->record(song.position), at)
+                           : byteAt(file(), qsizetype{song.record} * IndexRecord::size + at);
 }
 
 QString PlayerList::title(const Song &song) const
@@ -202,7 +234,7 @@ QString PlayerList::path(const Song &song) const
 
 quint8 PlayerList::bpm(const Song &song) const
 {
-    return byteAt(record(song), SongRecord::bpmAt);
+    return byteOf(song, SongRecord::bpmAt);
 }
 
 QString PlayerList::format(const Song &song) const
@@ -211,14 +243,14 @@ QString PlayerList::format(const Song &song) const
                                                 QStringLiteral("ZB3"), QStringLiteral("ZB4"),
                                                 QStringLiteral("ZB5")};
     constexpr quint8 typeBits = 7;
-    const std::size_t type = byteAt(record(song), SongRecord::typeAt) & typeBits;
+    const std::size_t type = byteOf(song, SongRecord::typeAt) & typeBits;
     return type < formats.size() ? formats.at(type) : QStringLiteral("?");
 }
 
 bool PlayerList::hasMarkers(const Song &song) const
 {
     constexpr int flagShift = 3;
-    return byteAt(record(song), SongRecord::typeAt) >> flagShift == 1;
+    return byteOf(song, SongRecord::typeAt) >> flagShift == 1;
 }
 
 quint32 PlayerList::id(const Song &song) const

@@ -7,9 +7,9 @@
 #include <QFlags>
 #include <QList>
 #include <QString>
-#include <QStringList>
 
 #include <memory>
+#include <string_view>
 
 namespace brisel
 {
@@ -100,9 +100,11 @@ private:
     void beginGroup(Group::Kind kind, qint32 header);
     void addSong(const Song &song);
     void show();
-    bool matches(const Song &song, const Group &group);
-    QString textsOf(const Song &song, const Group &group) const;
-    QByteArray record(const Song &song) const;
+    bool hasWords(std::string_view texts) const;
+    QString fieldOf(SongSearch::Field field, const Song &song, std::string_view texts) const;
+    std::string_view preparedTexts(qsizetype position) const;
+    QByteArray textsOf(const Song &song, const Group &group) const;
+    quint8 byteOf(const Song &song, int at) const;
     const QByteArray &file() const { return m_contents->files().lists.at(m_list).content; }
 
     std::shared_ptr<const MemoryContents> m_contents = std::make_shared<MemoryContents>();
@@ -111,10 +113,11 @@ private:
     QList<Song> m_songs;
     QList<Group> m_groups; ///< `first` is the number of the group's first song in m_songs
     SongSearch m_search;
-    QList<qint32> m_shown; ///< numbers in m_songs
+    QList<QByteArray> m_words; ///< of the search
+    QList<qint32> m_shown;     ///< numbers in m_songs
     QList<Group> m_shownGroups;
-    QStringList m_texts;      ///< folded, by position; null until they are read
-    qsizetype m_prepared = 0; ///< the positions before it have their texts
+    QByteArray m_texts;        ///< of the songs, folded, one after the other
+    QList<quint32> m_textEnds; ///< in m_texts, by position, of those that are prepared
 };
 
 } // namespace brisel
