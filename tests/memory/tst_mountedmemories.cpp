@@ -1,5 +1,6 @@
 #include "memory/mountedmemories.h"
 
+#include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
 #include <QDir>
@@ -24,6 +25,7 @@ private slots:
     void noticesAMountFolderThatIsMade();
     void noticesAMountFolderThatIsMadeAgain();
     void noticesAnotherMemoryInItsPlace();
+    void noticesAMount();
     void leavesOutFilesAndLinksToTheSystemDisk();
 
 private:
@@ -109,6 +111,25 @@ void TestMountedMemories::noticesAnotherMemoryInItsPlace()
     QVERIFY(QDir().rename(at(u"other"_qs), at(u"volumes/CARD"_qs)));
     QTRY_COMPARE(spy.size(), 1);
     QCOMPARE(rootsOf(memories), u"volumes/CARD"_qs);
+}
+
+/// The folder of the memory is the same before and after it.
+void TestMountedMemories::noticesAMount()
+{
+    QVERIFY(QDir().mkpath(at(u"volumes/CARD"_qs)));
+    // From the first one on, the program has mounts of its own.
+    if (!SmallDisk(at(u"volumes/CARD"_qs), SmallDisk::memorySize).isMounted())
+        QSKIP("only root can mount a file system");
+    const MountedMemories memories;
+    const QSignalSpy spy(&memories, &MountedMemories::changed);
+    {
+        const SmallDisk disk(at(u"volumes/CARD"_qs), SmallDisk::memorySize);
+        QTRY_COMPARE(spy.size(), 1);
+        QVERIFY(disk.setReadOnly(true));
+        QTRY_COMPARE(spy.size(), 2);
+        QCOMPARE(rootsOf(memories), u"volumes/CARD"_qs);
+    }
+    QTRY_COMPARE(spy.size(), 3);
 }
 
 void TestMountedMemories::leavesOutFilesAndLinksToTheSystemDisk()
