@@ -131,6 +131,16 @@ QByteArray GivenNames::lineOf(const Name &name)
     return checkOf(fields) + ' ' + fields + '\n';
 }
 
+/// The keys of the earlier name: itself, and as the index has it, with '?' for characters that the
+/// code page lacks.
+QStringList GivenNames::keysOf(const Name &name)
+{
+    QStringList keys{placeKey(name.folder, name.from)};
+    if (const QString indexed = pathFromBytes(pathBytes(name.from)); indexed != name.from)
+        keys.append(placeKey(name.folder, indexed));
+    return keys;
+}
+
 /// A name replaces earlier ones that contradict it. Returns false if there is no room for it.
 bool GivenNames::enter(const Name &name)
 {
@@ -139,7 +149,8 @@ bool GivenNames::enter(const Name &name)
         drop(*known);
     if (m_byGiven.size() >= maxNames || m_names.size() >= maxLines)
         return false;
-    m_byLong.insert(placeKey(name.folder, name.from), m_names.size());
+    for (const QString &key : keysOf(name))
+        m_byLong.insert(key, m_names.size());
     m_byGiven.insert(placeKey(name.folder, name.to), m_names.size());
     m_names.append(name);
     return true;
@@ -148,7 +159,8 @@ bool GivenNames::enter(const Name &name)
 void GivenNames::drop(qsizetype index)
 {
     Name &name = m_names[index];
-    m_byLong.remove(placeKey(name.folder, name.from), index);
+    for (const QString &key : keysOf(name))
+        m_byLong.remove(key, index);
     m_byGiven.remove(placeKey(name.folder, name.to));
     name.isDropped = true;
     m_isWhole = false;

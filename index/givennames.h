@@ -77,6 +77,7 @@ private:
     static QByteArray lineOf(const Name &name);
     static bool read(const QByteArray &line, Name &name);
     static bool canGive(const QString &from, const QString &to);
+    static QStringList keysOf(const Name &name);
     bool enter(const Name &name);
     void drop(qsizetype index);
     QString pathOf(const Name &name, const QString &last) const;

@@ -1,14 +1,24 @@
 #include "memory/indexafterchange.h"
 
+#include "base/fileidentity.h"
 #include "base/run.h"
 #include "index/index.h"
+#include "index/indexset.h"
 #include "library/transfer.h"
+
+#include <algorithm>
 
 namespace brisel
 {
 
 bool updateAfterChange(Run &run, const QString &root)
 {
+    IndexSet set(run);
+    set.setRoot(root);
+    const QStringList &names = IndexSet::names();
+    if (std::none_of(names.cbegin(), names.cend(),
+                     [&set](const QString &name) { return entryExists(set.filePath(name)); }))
+        return true;
     run.begin({Transfer::tr("Aggiornamento"), Transfer::tr("Aggiornamento database..."), 0, false});
     run.answerAll(Run::Question::Rename, false);
     Index index(run);

@@ -2,6 +2,8 @@
 
 #include "base/filefailure.h"
 #include "base/fileidentity.h"
+#include "base/run.h"
+#include "index/indexset.h"
 #include "index/memoryreasons.h"
 #include "index/workfolder.h"
 
@@ -25,8 +27,20 @@ MemoryClaim::~MemoryClaim()
     QDir(m_root).rmdir(work.path()); // does nothing if it has other files
 }
 
+void MemoryClaim::prepare()
+{
+    if (m_isPrepared || refusal())
+        return;
+    m_isPrepared = true;
+    Run run;
+    IndexSet set(run);
+    set.setRoot(m_root);
+    set.recover();
+}
+
 void MemoryClaim::mark()
 {
+    prepare();
     if (!refusal())
         m_isMarked = m_identity.layMark();
 }

@@ -24,9 +24,13 @@ public:
     MemoryClaim &operator=(const MemoryClaim &) = delete;
 
     const QString &root() const { return m_root; }
-    /// Writes the mark by which the memory is recognised, if that is possible. To be called before
-    /// the user is asked. A run of the index removes the mark; afterwards the claim is not the
-    /// same any more.
+    /// Finishes a replacement of the index that was cut: until then its playlists are not those
+    /// that count. Does nothing the second time, nor if the memory can't be changed. To be called
+    /// before the contents are read that a change is based on.
+    void prepare();
+    /// Prepares the memory, and writes the mark by which the memory is recognised, if that is
+    /// possible. To be called before the user is asked. A run of the index removes the mark;
+    /// afterwards the claim is not the same any more.
     void mark();
     /// Returns true if the memory is still mounted, and not another one instead.
     [[nodiscard]] bool isSame() const { return m_identity.isSame(); }
@@ -37,6 +41,7 @@ private:
     const QString m_root;
     const FolderLock m_lock;
     MemoryIdentity m_identity;
+    bool m_isPrepared = false;
     bool m_isMarked = false;
 };
 

@@ -6,10 +6,33 @@
 #include "index/songinfoindex.h"
 #include "memory/memorycontents.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace brisel
 {
+
+namespace
+{
+
+/// Returns true if only the file at \a path, \a below the root, can be meant by a path that has '?'
+/// in place of some of its characters.
+bool isOnlyFile(const QString &path, const QString &below)
+{
+    const QString folder = below.left(below.lastIndexOf(u'/') + 1);
+    const QByteArray key = pathSortKey(below);
+    if (!key.contains('?') || pathFromBytes(pathBytes(folder)) != folder)
+        return false;
+    const QStringList names =
+        QDir(QFileInfo(path).path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
+    return std::count_if(names.cbegin(), names.cend(), [&](const QString &name) {
+               return pathSortKey(folder + name) == key;
+           }) == 1;
+}
+
+} // namespace
 
 SongEntries::SongEntries(const MemoryContents &contents) : m_contents(contents)
 {
@@ -26,7 +49,8 @@ void SongEntries::add(const QString &path)
     const QList<qsizetype> positions = m_byKey.values(pathSortKey(below));
     for (const qsizetype position : positions) {
         const QString known = m_contents.path(position);
-        if (known != below && !isSameFile(m_contents.root() + known, path))
+        if (known != below && !isSameFile(m_contents.root() + known, path) &&
+            (positions.size() > 1 || !isOnlyFile(path, below)))
             continue;
         m_byPath.insert(path, position);
         m_songs.insert(position);

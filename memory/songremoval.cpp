@@ -70,10 +70,9 @@ SongRemoval::Outcome SongRemoval::run(Run &run)
     run.report().addOperation(RunReport::Operation::Deletion);
     std::optional<Reason> refusal = m_claim.refusal();
     MemoryContents contents;
-    MemoryContents::Outcome read = MemoryContents::Outcome::Gone;
     if (!refusal) {
-        read = contents.read(m_claim.root(), run);
-        refusal = whyNotRead(read);
+        m_claim.prepare();
+        refusal = whyNotRead(contents.read(m_claim.root(), run));
     }
     if (refusal) {
         run.report().add(RunReport::Step::Delete, m_claim.root(), *refusal);
@@ -88,8 +87,7 @@ SongRemoval::Outcome SongRemoval::run(Run &run)
         if (!gone.contains(path))
             entries.remove(path);
     }
-    // A memory that has no index gets none.
-    if (!m_gone.isEmpty() && read == MemoryContents::Outcome::Done)
+    if (!m_gone.isEmpty())
         m_hasFailed = !follow(run, contents, entries) || m_hasFailed;
     if (m_isInterrupted)
         return Outcome::Interrupted;

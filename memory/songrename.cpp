@@ -140,9 +140,7 @@ SongRename::Outcome SongRename::run(Run &run, MemoryClaim &claim, const QString 
     run.report().count(RunReport::Success::Renamed);
     if (!isFlushed)
         run.report().add(RunReport::Step::Rename, path, FileReason::unwritable);
-    // A memory that has no index gets none.
-    const bool hasFollowed = m_contents.root().isEmpty() || updateAfterChange(run, m_root);
-    return isFlushed && hasFollowed ? Outcome::Done : Outcome::Failed;
+    return updateAfterChange(run, m_root) && isFlushed ? Outcome::Done : Outcome::Failed;
 }
 
 /// Where names that differ only in letter case are one, such a change needs a name in between. It

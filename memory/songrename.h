@@ -35,7 +35,8 @@ public:
         QT_TRANSLATE_NOOP("RunReport", "non è stato possibile rinominare il file")};
 
     /// For the song at the absolute path \a path on the memory \a root, a path without "/" at its
-    /// end. \a contents are those of the memory, empty if it has no index; they must outlive this.
+    /// end. \a contents are those of the memory, read since its claim was prepared; empty if it has
+    /// no index. They must outlive this.
     /// Reads the song's folder.
     SongRename(const QString &root, const MemoryContents &contents, const QString &path);
 

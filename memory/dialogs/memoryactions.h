@@ -68,6 +68,7 @@ private:
     void updateActions();
     void showTips();
     [[nodiscard]] bool mayStart(bool isWriting);
+    [[nodiscard]] MemoryContents contentsNow() const;
     [[nodiscard]] bool refuses(const MemoryClaim &claim, const QString &title);
     [[nodiscard]] bool isRemovalWanted(int playlists);
 

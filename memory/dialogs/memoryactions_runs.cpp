@@ -51,6 +51,16 @@ void MemoryActions::showFailure(const QString &title, const Run &run)
     showReport(run);
 }
 
+/// The contents of the memory as they are, which the window may not have read yet; empty if they
+/// can't be read.
+MemoryContents MemoryActions::contentsNow() const
+{
+    MemoryContents contents;
+    Run run;
+    (void)contents.read(m_root, run);
+    return contents;
+}
+
 /// Returns true, shown, if nothing may be changed.
 bool MemoryActions::refuses(const MemoryClaim &claim, const QString &title)
 {
@@ -73,10 +83,11 @@ void MemoryActions::removeSongs()
     MemoryClaim claim(m_root);
     if (refuses(claim, title))
         return;
-    SongEntries entries(*m_contents);
+    claim.mark();
+    const MemoryContents contents = contentsNow();
+    SongEntries entries(contents);
     for (const QString &path : std::as_const(m_files))
         entries.add(path);
-    claim.mark();
     if (!isRemovalWanted(entries.playlists()))
         return;
     keepMemory(m_root);
@@ -114,8 +125,9 @@ void MemoryActions::renameSong()
     MemoryClaim claim(m_root);
     if (refuses(claim, title))
         return;
-    SongRename rename(m_root, *m_contents, m_files.first());
     claim.mark();
+    const MemoryContents contents = contentsNow();
+    SongRename rename(m_root, contents, m_files.first());
     RenameSongDialog dialog(rename, m_window);
     if (dialog.exec() != QDialog::Accepted)
         return;

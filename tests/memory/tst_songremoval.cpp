@@ -2,16 +2,19 @@
 
 #include "base/filedescriptor.h"
 #include "base/filefailure.h"
+#include "index/indexset.h"
 #include "index/memoryreasons.h"
 #include "library/songdeletion.h"
 #include "memory/memoryclaim.h"
 #include "memory/memorycontents.h"
 #include "tests/index/handmadeset.h"
 #include "tests/index/setreader.h"
+#include "tests/scriptedindex.h"
 #include "tests/scriptedrun.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
+#include <QCryptographicHash>
 #include <QTest>
 
 #include <optional>
@@ -59,6 +62,8 @@ private slots:
     void makesNoIndex();
     void endsBetweenTwoFiles();
     void findsSongsInOtherLetters();
+    void findsSongsThatTheCodePageLacks();
+    void finishesAReplacementThatWasCut();
     void refusesABusyMemory();
     void refusesAnExchangedMemory();
     void removesItsMark();
@@ -294,6 +299,32 @@ void TestSongRemoval::findsSongsInOtherLetters()
     QCOMPARE(others.playlists(), 0);
 }
 
+/// The index has '?' in the path.
+void TestSongRemoval::findsSongsThatTheCodePageLacks()
+{
+    const SampleMemory memory;
+    for (const QString &name : {u"A.MID"_qs, u"POP/\u042F.MID"_qs, u"\u042F1.MID"_qs})
+        memory.write(name, midiSong(name.right(5).left(1).toLatin1() + "x", "Anna", "Pop"));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
+    const auto playlists = [&memory](const QString &name) {
+        ScriptedRun run;
+        MemoryContents contents;
+        (void)contents.read(memory.root(), run);
+        SongEntries entries(contents);
+        entries.add(memory.path(name));
+        return entries.playlists();
+    };
+    memory.write(u"playlist/playlist.dat"_qs, field("\x07", 32));
+    memory.write(songsOf7, memory.read(u"title.id2"_qs));
+    QCOMPARE(playlists(u"POP/\u042F.MID"_qs), 1);
+    // Another file could be meant.
+    memory.write(u"POP/\u0416.MID"_qs, "a song");
+    QCOMPARE(playlists(u"POP/\u042F.MID"_qs), 0);
+    QCOMPARE(playlists(u"POP/\u0416.MID"_qs), 0);
+    QCOMPARE(remove(memory, {u"\u042F1.MID"_qs}), Outcome::Done);
+    QCOMPARE(memory.read(songsOf7).size(), 2 * 64);
+}
+
 void TestSongRemoval::refusesABusyMemory()
 {
     const HandMadeSet memory;
@@ -303,6 +334,35 @@ void TestSongRemoval::refusesABusyMemory()
     QCOMPARE(remove(memory, {u"A.MID"_qs}), Outcome::Refused);
     QVERIFY(memory.has(u"A.MID"_qs));
     QVERIFY(report().contains(MemoryReason::inUse.text()));
+}
+
+/// Its staged playlists would come back later otherwise.
+void TestSongRemoval::finishesAReplacementThatWasCut()
+{
+    const HandMadeSet memory;
+    memory.addPlaylist(HandMadeSet::two() + HandMadeSet::one());
+    ScriptedRun run;
+    IndexSet set(run);
+    set.setRoot(memory.root());
+    QByteArray mark = "brisel2pc swap 1\n";
+    const auto stage = [&](const QString &name) {
+        const QByteArray content = memory.read(name);
+        memory.write(u".brisel2pc/"_qs + name.section(u'/', -1), content);
+        mark += QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex() + ' ' +
+                QByteArray::number(content.size()) + ' ' + name.toLatin1() + '\n';
+    };
+    for (const QString &name : IndexSet::names())
+        stage(name);
+    stage(songsOf7);
+    memory.write(u".brisel2pc/swap"_qs,
+                 mark + "end " + QCryptographicHash::hash(mark, QCryptographicHash::Sha1).toHex() +
+                     '\n');
+    for (const QString &name : IndexSet::names())
+        memory.remove(name);
+    QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
+    QCOMPARE(memory.read(songsOf7), HandMadeSet::one());
+    QCOMPARE(SetReader(memory).songCount(), 3);
+    QCOMPARE(SetReader(memory).pathOf(7), QByteArray("/BASI/D.MP3"));
 }
 
 void TestSongRemoval::refusesAnExchangedMemory()

@@ -45,6 +45,7 @@ private slots:
     void letsPlaylistsFollow();
     void letsPlaylistsFollowAnUntitledSong();
     void followsAccents();
+    void followsCharactersThatTheCodePageLacks();
     void keepsTheLinkFromTheFirstName();
     void changesOnlyLetterCase();
     void saysWhatIsWrong_data();
@@ -134,6 +135,19 @@ void TestSongRename::followsAccents()
     QCOMPARE(rename(memory, u"Caff\u00E8.MID"_qs, u"TEA"_qs), Outcome::Done);
     QCOMPARE(SetReader(memory).playlist(songsOfSeven), QList<QByteArray>{"/TEA.MID"});
     QCOMPARE(memory.read(namesFile), namesHead + lineWith("/ A.MID TEA.MID"));
+}
+
+/// The index has '?' in the path, which is why the user renames the song.
+void TestSongRename::followsCharactersThatTheCodePageLacks()
+{
+    const HandMadeSet memory;
+    memory.write(u"\u042F.MID"_qs, midiSong("Ja", "Anna", "Pop"));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
+    memory.addPlaylist(songRecord("00000008", "JA", "7800"));
+    QCOMPARE(SetReader(memory).playlist(songsOfSeven), QList<QByteArray>{"/?.MID"});
+    QCOMPARE(rename(memory, u"\u042F.MID"_qs, u"JA"_qs), Outcome::Done);
+    QCOMPARE(SetReader(memory).playlist(songsOfSeven), QList<QByteArray>{"/JA.MID"});
+    QVERIFY(m_run->report().isEmpty());
 }
 
 void TestSongRename::keepsTheLinkFromTheFirstName()
