@@ -2,6 +2,7 @@
 #include "tests/scriptedindex.h"
 
 #include "index/index.h"
+#include "index/longnames.h"
 #include "tests/testfiles.h"
 
 #include <QDirIterator>
@@ -197,6 +198,12 @@ QString LivingMemory::moveByHand(int song)
         qFatal("can't move %s", qPrintable(path));
     m_sent.remove(song);
     return u"move %1 %2 to %3"_qs.arg(QString::number(song), path, place);
+}
+
+void LivingMemory::noteRename(int song)
+{
+    if (!LongNames::isLong(m_sent.value(song)))
+        m_sent.remove(song);
 }
 
 QString LivingMemory::giveTitle(int song)

@@ -46,6 +46,9 @@ public:
     QString remove(int song);
     QString moveByHand(int song);
     QString giveTitle(int song);
+    /// The song was renamed on the memory: if it was sent under a short name, sending it again
+    /// makes another file.
+    void noteRename(int song);
     /// Picks songs to send, new ones and ones that were sent before, and adds their paths to \a
     /// files.
     QString pickSongs(QStringList &files);

@@ -139,6 +139,14 @@ void MemoryLife::run(Work work, bool mayBeCut)
         words = m_memory.pickSongs(files);
     const int answer = below(m_random, 4);
     const auto answers = static_cast<unsigned>(m_random());
+    perform(
+        words, [&] { return runNow(work, files, answer, answers); }, mayBeCut,
+        work != Work::Rebuild);
+}
+
+bool MemoryLife::perform(const QString &words, const std::function<bool()> &now, bool mayBeCut,
+                         bool keepsIds)
+{
     const int cut = mayBeCut && below(m_random, 3) == 0 ? 1 + below(m_random, 200) : 0;
     // The ids to keep are those of the present set.
     QHash<QByteArray, quint32> oldIds;
@@ -146,9 +154,8 @@ void MemoryLife::run(Work work, bool mayBeCut)
     const bool isWhole = std::all_of(names.cbegin(), names.cend(), [this](const QString &name) {
         return m_memory.card().has(name);
     });
-    if (work != Work::Rebuild && isWhole && !m_memory.card().has(u".brisel2pc/swap"_qs))
+    if (keepsIds && isWhole && !m_memory.card().has(u".brisel2pc/swap"_qs))
         oldIds = certainIds(m_memory.root());
-    const auto now = [&] { return runNow(work, files, answer, answers); };
     bool result = false;
     bool isDone = true;
     if (cut > 0)
@@ -165,6 +172,7 @@ void MemoryLife::run(Work work, bool mayBeCut)
         check(oldIds);
     else
         m_memory.dateSentSongs();
+    return isDone;
 }
 
 /// \a answer: the answer to the question before a file is replaced. \a answers: the seed of the
@@ -323,6 +331,18 @@ void MemoryLife::editPlaylist()
     }
     m_playlists.fill(number, entries);
     note(u"fill playlist %1 with %2"_qs.arg(QString::number(number), songs.join(u' ')));
+}
+
+int MemoryLife::lostEntries() const
+{
+    const PlayerSet set(m_memory.root());
+    int lost = 0;
+    for (const int number : m_playlists.numbers()) {
+        const QString name = playlistFile(number, u"dat"_qs);
+        for (const PlaylistEntry &entry : playlistEntries(m_memory.card().path(name)))
+            lost += m_memory.songAt(set.paths().value(entry.id)) == PlaylistModel::lost ? 1 : 0;
+    }
+    return lost;
 }
 
 /// Writes a path file with other songs, as an older state of the playlist leaves it.
