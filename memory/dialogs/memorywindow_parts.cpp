@@ -1,6 +1,5 @@
 // How the actions and the playlists work together with the lists of the window.
 
-#include "memory/dialogs/actionbutton.h"
 #include "memory/dialogs/foldersview.h"
 #include "memory/dialogs/memoryactions.h"
 #include "memory/dialogs/memorywindow.h"
@@ -9,6 +8,7 @@
 #include "ui_memorywindow.h"
 
 #include <QMenu>
+#include <QToolBar>
 
 namespace brisel
 {
@@ -26,11 +26,15 @@ void MemoryWindow::joinParts()
 
 void MemoryWindow::joinActions()
 {
-    for (QAction *action : m_actions->songActions())
-        m_ui->songActionsLayout->addWidget(new ActionButton(*action));
-    m_ui->songActionsLayout->addStretch();
-    for (QAction *action : m_actions->memoryActions())
-        m_ui->actionsLayout->addWidget(new ActionButton(*action));
+    // In a narrow window, tool bars have a menu of what has no room.
+    auto *songBar = new QToolBar;
+    songBar->setObjectName(QStringLiteral("songActionsToolBar"));
+    songBar->addActions(m_actions->songActions());
+    m_ui->songsLayout->addWidget(songBar);
+    auto *memoryBar = new QToolBar;
+    memoryBar->setObjectName(QStringLiteral("memoryActionsToolBar"));
+    memoryBar->addActions(m_actions->memoryActions());
+    m_ui->buttonLayout->insertWidget(0, memoryBar, 1);
     m_actions->setMayWrite([this] { return m_playlists->mayDiscard(); });
     connect(m_actions, &MemoryActions::changed, this, &MemoryWindow::readAgain);
     connect(m_actions, &MemoryActions::aboutToUnmount, this, &MemoryWindow::clear);

@@ -50,7 +50,7 @@ PlaylistsPanel::~PlaylistsPanel()
 
 void PlaylistsPanel::buildLists()
 {
-    auto *splitter = new QSplitter(this);
+    auto *splitter = new QSplitter(Qt::Vertical, this);
     m_list->setObjectName(QStringLiteral("playlistsListView"));
     m_list->setModel(m_playlists);
     m_list->setUniformItemSizes(true);
@@ -64,7 +64,7 @@ void PlaylistsPanel::buildLists()
     m_table->setWordWrap(false);
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setStretchLastSection(true);
-    constexpr int titleWidth = 260;
+    constexpr int titleWidth = 170;
     m_table->setColumnWidth(PlaylistEntriesModel::Title, titleWidth);
     for (const auto column :
          {PlaylistEntriesModel::Number, PlaylistEntriesModel::Tempo, PlaylistEntriesModel::Format})
@@ -87,7 +87,7 @@ void PlaylistsPanel::buildLists()
 
 void PlaylistsPanel::buildButtons()
 {
-    constexpr int columns = 5;
+    constexpr int columns = 4;
     m_up = addButton("upPushButton", &PlaylistsPanel::moveUp);
     m_down = addButton("downPushButton", &PlaylistsPanel::moveDown);
     m_remove = addButton("removePushButton", &PlaylistsPanel::removeEntries);
@@ -100,7 +100,7 @@ void PlaylistsPanel::buildButtons()
     auto *grid = new QGridLayout;
     int number = 0;
     for (QPushButton *button :
-         {m_up, m_down, m_remove, m_repair, m_undo, m_redo, m_print, m_pdf, m_save}) {
+         {m_up, m_down, m_undo, m_redo, m_remove, m_repair, m_print, m_pdf, m_save}) {
         grid->addWidget(button, number / columns, number % columns);
         ++number;
     }
@@ -147,13 +147,13 @@ void PlaylistsPanel::retranslate()
 {
     m_up->setText(tr("S&u"));
     m_down->setText(tr("&Giù"));
-    m_remove->setText(tr("Togli dalla &playlist"));
-    m_repair->setText(tr("&Ripara..."));
-    m_undo->setText(tr("A&nnulla modifica"));
-    m_redo->setText(tr("Rip&eti modifica"));
-    m_print->setText(tr("&Stampa scaletta..."));
-    m_pdf->setText(tr("Scaletta P&DF..."));
-    m_save->setText(tr("Sal&va playlist"));
+    m_remove->setText(tr("T&ogli"));
+    m_repair->setText(tr("Ri&para..."));
+    m_undo->setText(tr("A&nnulla"));
+    m_redo->setText(tr("Ripet&i"));
+    m_print->setText(tr("&Stampa..."));
+    m_pdf->setText(tr("P&DF..."));
+    m_save->setText(tr("Sal&va"));
     m_list->setAccessibleName(tr("Playlist della memoria"));
     m_table->setAccessibleName(tr("Song della playlist"));
     m_hint->setAccessibleName(tr("Stato delle playlist"));

@@ -2893,16 +2893,16 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>Adds the chosen songs at the end of the playlist</translation>
     </message>
     <message>
-        <source>A&amp;lla playlist</source>
-        <translation>To the pla&amp;ylist</translation>
-    </message>
-    <message>
         <source>Mostra il piano del trasferimento delle song della finestra principale</source>
         <translation>Shows the plan of a transfer of the main window&apos;s songs</translation>
     </message>
     <message>
         <source>&amp;Trasferisci...</source>
         <translation>&amp;Transfer...</translation>
+    </message>
+    <message>
+        <source>&amp;Aggiungi le song scelte</source>
+        <translation>&amp;Add the chosen songs</translation>
     </message>
 </context>
 <context>
@@ -3168,34 +3168,6 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>&amp;Down</translation>
     </message>
     <message>
-        <source>Togli dalla &amp;playlist</source>
-        <translation>Re&amp;move from playlist</translation>
-    </message>
-    <message>
-        <source>&amp;Ripara...</source>
-        <translation>&amp;Repair...</translation>
-    </message>
-    <message>
-        <source>A&amp;nnulla modifica</source>
-        <translation>U&amp;ndo change</translation>
-    </message>
-    <message>
-        <source>Rip&amp;eti modifica</source>
-        <translation>R&amp;edo change</translation>
-    </message>
-    <message>
-        <source>&amp;Stampa scaletta...</source>
-        <translation>&amp;Print set list...</translation>
-    </message>
-    <message>
-        <source>Scaletta P&amp;DF...</source>
-        <translation>Set list PD&amp;F...</translation>
-    </message>
-    <message>
-        <source>Sal&amp;va playlist</source>
-        <translation>&amp;Save playlists</translation>
-    </message>
-    <message>
         <source>Playlist della memoria</source>
         <translation>Playlists of the memory</translation>
     </message>
@@ -3254,6 +3226,34 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>La scaletta non è stata salvata: %1.</source>
         <translation>The set list has not been saved: %1.</translation>
+    </message>
+    <message>
+        <source>T&amp;ogli</source>
+        <translation>Remo&amp;ve</translation>
+    </message>
+    <message>
+        <source>Ri&amp;para...</source>
+        <translation>Re&amp;pair...</translation>
+    </message>
+    <message>
+        <source>A&amp;nnulla</source>
+        <translation>U&amp;ndo</translation>
+    </message>
+    <message>
+        <source>Ripet&amp;i</source>
+        <translation>Re&amp;do</translation>
+    </message>
+    <message>
+        <source>&amp;Stampa...</source>
+        <translation>Pr&amp;int...</translation>
+    </message>
+    <message>
+        <source>P&amp;DF...</source>
+        <translation>PD&amp;F...</translation>
+    </message>
+    <message>
+        <source>Sal&amp;va</source>
+        <translation>&amp;Save</translation>
     </message>
 </context>
 <context>

@@ -2893,16 +2893,16 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>Aggiunge le song scelte alla fine della playlist</translation>
     </message>
     <message>
-        <source>A&amp;lla playlist</source>
-        <translation>A&amp;lla playlist</translation>
-    </message>
-    <message>
         <source>Mostra il piano del trasferimento delle song della finestra principale</source>
         <translation>Mostra il piano del trasferimento delle song della finestra principale</translation>
     </message>
     <message>
         <source>&amp;Trasferisci...</source>
         <translation>&amp;Trasferisci...</translation>
+    </message>
+    <message>
+        <source>&amp;Aggiungi le song scelte</source>
+        <translation>&amp;Aggiungi le song scelte</translation>
     </message>
 </context>
 <context>
@@ -3168,34 +3168,6 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>&amp;Giù</translation>
     </message>
     <message>
-        <source>Togli dalla &amp;playlist</source>
-        <translation>Togli dalla &amp;playlist</translation>
-    </message>
-    <message>
-        <source>&amp;Ripara...</source>
-        <translation>&amp;Ripara...</translation>
-    </message>
-    <message>
-        <source>A&amp;nnulla modifica</source>
-        <translation>A&amp;nnulla modifica</translation>
-    </message>
-    <message>
-        <source>Rip&amp;eti modifica</source>
-        <translation>Rip&amp;eti modifica</translation>
-    </message>
-    <message>
-        <source>&amp;Stampa scaletta...</source>
-        <translation>&amp;Stampa scaletta...</translation>
-    </message>
-    <message>
-        <source>Scaletta P&amp;DF...</source>
-        <translation>Scaletta P&amp;DF...</translation>
-    </message>
-    <message>
-        <source>Sal&amp;va playlist</source>
-        <translation>Sal&amp;va playlist</translation>
-    </message>
-    <message>
         <source>Playlist della memoria</source>
         <translation>Playlist della memoria</translation>
     </message>
@@ -3254,6 +3226,34 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>La scaletta non è stata salvata: %1.</source>
         <translation>La scaletta non è stata salvata: %1.</translation>
+    </message>
+    <message>
+        <source>T&amp;ogli</source>
+        <translation>T&amp;ogli</translation>
+    </message>
+    <message>
+        <source>Ri&amp;para...</source>
+        <translation>Ri&amp;para...</translation>
+    </message>
+    <message>
+        <source>A&amp;nnulla</source>
+        <translation>A&amp;nnulla</translation>
+    </message>
+    <message>
+        <source>Ripet&amp;i</source>
+        <translation>Ripet&amp;i</translation>
+    </message>
+    <message>
+        <source>&amp;Stampa...</source>
+        <translation>&amp;Stampa...</translation>
+    </message>
+    <message>
+        <source>P&amp;DF...</source>
+        <translation>P&amp;DF...</translation>
+    </message>
+    <message>
+        <source>Sal&amp;va</source>
+        <translation>Sal&amp;va</translation>
     </message>
 </context>
 <context>
