@@ -105,6 +105,7 @@ private slots:
     void changesNothingThatIsReadOnly();
     void writesASetList();
     void showsWhyNoSetListWasWritten();
+    void asksForAPrinter();
     void speaksBothLanguages();
     void hasAccessibleNames();
 };
@@ -407,6 +408,15 @@ void TestPlaylistsPanel::showsWhyNoSetListWasWritten()
         u"La scaletta non è stata salvata: non è stato possibile scrivere il file."_qs,
         QMessageBox::Ok);
     open.click("pdf");
+    QVERIFY(script.isDone());
+}
+
+void TestPlaylistsPanel::asksForAPrinter()
+{
+    const OpenPanel open(volare);
+    DialogScript script;
+    script.expect("QPrintDialog", [](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    open.click("print");
     QVERIFY(script.isDone());
 }
 
