@@ -265,10 +265,21 @@ bool GivenNames::meet(const QString &path)
         return false;
     const QString below = path.mid(m_root.size());
     const auto known = m_byGiven.constFind(foldedText(below));
-    if (known != m_byGiven.cend())
-        m_names[*known].isMet = true;
     const QString name = lastName(below);
+    if (known != m_byGiven.cend())
+        noteMet(m_names[*known], name);
     return known == m_byGiven.cend() && (LongNames::isGiven(name) || ChosenNames::isAllowed(name));
+}
+
+/// The file may have been renamed in letter case only, and not every memory ignores that.
+void GivenNames::noteMet(Name &name, const QString &present)
+{
+    name.isMet = true;
+    if (name.to == present || !canGive(name.from, present) ||
+        fileKind(pathOf(name, name.to)) != FileKind::Missing)
+        return;
+    name.to = present;
+    m_isWhole = false;
 }
 
 void GivenNames::addStranger(const QString &path)

@@ -80,6 +80,7 @@ private:
     static QStringList keysOf(const Name &name);
     bool enter(const Name &name);
     void drop(qsizetype index);
+    void noteMet(Name &name, const QString &present);
     QString pathOf(const Name &name, const QString &last) const;
     QString today(const QString &folder, const QString &name) const;
     qsizetype lineTo(const QString &folder, const QString &name) const;

@@ -20,6 +20,7 @@ private slots:
     void followsASongToItsChosenName();
     void followsSeveralNames();
     void keepsTheFirstAndTheLastName();
+    void followsLetterCase();
     void forgetsASongThatHasItsFirstNameAgain();
     void ignoresANameThatWasNotGiven();
     void endsWhereNamesLeadInACircle();
@@ -143,6 +144,21 @@ void TestChosenNames::keepsTheFirstAndTheLastName()
     QVERIFY(updateNames(memory));
     QCOMPARE(place(memory, u"A long night.mid"_qs), u"Alongn-1.mid"_qs);
     QCOMPARE(place(memory, u"A long name.mid"_qs), u"TWO.mid"_qs);
+}
+
+void TestChosenNames::followsLetterCase()
+{
+    const SampleMemory memory;
+    memory.write(u"A long name.mid"_qs, anySong);
+    QVERIFY(updateNames(memory));
+    rename(memory, u"Alongn-1.mid"_qs, u"ALONGN-1.mid"_qs);
+    QVERIFY(updateNames(memory));
+    QCOMPARE(memory.read(namesFile), namesHead + lineWith("/ A%20long%20name.mid ALONGN-1.mid"));
+    QCOMPARE(place(memory, u"A long name.mid"_qs), u"ALONGN-1.mid"_qs);
+    // The line keeps its own file if there is one.
+    memory.write(u"alongn-1.mid"_qs, anySong);
+    QVERIFY(updateNames(memory));
+    QCOMPARE(place(memory, u"A long name.mid"_qs), u"ALONGN-1.mid"_qs);
 }
 
 void TestChosenNames::forgetsASongThatHasItsFirstNameAgain()
