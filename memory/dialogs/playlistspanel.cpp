@@ -1,6 +1,7 @@
 #include "memory/dialogs/playlistspanel.h"
 
 #include "memory/dialogs/playlistmodels.h"
+#include "memory/dialogs/treecolumns.h"
 
 #include <QAction>
 #include <QEvent>
@@ -71,7 +72,8 @@ void PlaylistsPanel::buildLists()
         m_table->setColumnWidth(column, m_table->fontMetrics().averageCharWidth() * 10);
     splitter->addWidget(m_list);
     splitter->addWidget(m_table);
-    splitter->setStretchFactor(1, 1);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 3); // most of the room is for the songs
     splitter->setChildrenCollapsible(false);
     layout()->addWidget(splitter);
     const auto onKey = [this](const QKeySequence &keys, QPushButton *PlaylistsPanel::*button) {
@@ -87,7 +89,7 @@ void PlaylistsPanel::buildLists()
 
 void PlaylistsPanel::buildButtons()
 {
-    constexpr int columns = 4;
+    constexpr int columns = 3;
     m_up = addButton("upPushButton", &PlaylistsPanel::moveUp);
     m_down = addButton("downPushButton", &PlaylistsPanel::moveDown);
     m_remove = addButton("removePushButton", &PlaylistsPanel::removeEntries);
@@ -100,7 +102,7 @@ void PlaylistsPanel::buildButtons()
     auto *grid = new QGridLayout;
     int number = 0;
     for (QPushButton *button :
-         {m_up, m_down, m_undo, m_redo, m_remove, m_repair, m_print, m_pdf, m_save}) {
+         {m_up, m_down, m_remove, m_repair, m_undo, m_redo, m_print, m_pdf, m_save}) {
         grid->addWidget(button, number / columns, number % columns);
         ++number;
     }
@@ -152,15 +154,30 @@ void PlaylistsPanel::retranslate()
     m_undo->setText(tr("A&nnulla"));
     m_redo->setText(tr("Ripet&i"));
     m_print->setText(tr("&Stampa..."));
-    m_pdf->setText(tr("P&DF..."));
+    m_pdf->setText(tr("PD&F..."));
     m_save->setText(tr("Sal&va"));
+    const auto explain = [](QWidget *widget, const QString &tip) {
+        widget->setToolTip(tip);
+        widget->setAccessibleDescription(tip);
+    };
+    explain(m_up, tr("Sposta più su le song scelte della playlist (Alt+Su)"));
+    explain(m_down, tr("Sposta più giù le song scelte della playlist (Alt+Giù)"));
+    explain(m_remove, tr("Toglie dalla playlist le song scelte, che restano nella memoria (Canc)"));
+    explain(m_repair, tr("Sceglie un'altra song al posto di quella scelta"));
+    explain(m_undo, tr("Annulla l'ultima modifica delle playlist (Ctrl+Z)"));
+    explain(m_redo, tr("Ripete la modifica annullata (Ctrl+Maiusc+Z)"));
+    explain(m_print, tr("Stampa la playlist come scaletta"));
+    explain(m_pdf, tr("Salva la playlist come scaletta in un file PDF"));
+    explain(m_save, tr("Scrive nella memoria le playlist modificate"));
+    explain(m_list, tr("Le playlist che sono state fatte sul player"));
+    explain(m_table, tr("Trascina qui le song; Alt+Su e Alt+Giù le spostano, Canc le toglie"));
     m_list->setAccessibleName(tr("Playlist della memoria"));
     m_table->setAccessibleName(tr("Song della playlist"));
     m_hint->setAccessibleName(tr("Stato delle playlist"));
-    m_table->setToolTip(tr("Trascina qui le song; Alt+Su e Alt+Giù le spostano, Canc le toglie"));
     m_playlists->retranslate();
     m_table->viewport()->update();
     m_table->horizontalHeader()->viewport()->update();
+    showWholeHeadings(*m_table);
 }
 
 void PlaylistsPanel::changeEvent(QEvent *event)

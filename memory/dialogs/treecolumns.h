@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHeaderView>
+#include <QTableView>
 #include <QTreeView>
 
 namespace brisel
@@ -14,6 +15,14 @@ inline void showWholeHeadings(QTreeView &view)
         if (view.columnWidth(column) < needed)
             view.setColumnWidth(column, needed);
     }
+}
+
+/// The same for a table.
+inline void showWholeHeadings(QTableView &view)
+{
+    const QHeaderView &header = *view.horizontalHeader();
+    for (int column = 0; column < header.count(); ++column)
+        view.setColumnWidth(column, qMax(view.columnWidth(column), header.sectionSizeHint(column)));
 }
 
 } // namespace brisel

@@ -3165,7 +3165,7 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>&amp;Giù</source>
-        <translation>&amp;Down</translation>
+        <translation>Do&amp;wn</translation>
     </message>
     <message>
         <source>Playlist della memoria</source>
@@ -3241,19 +3241,59 @@ To begin, press the button above, or drag files or folders here.</translation>
     </message>
     <message>
         <source>Ripet&amp;i</source>
-        <translation>Re&amp;do</translation>
+        <translation>Red&amp;o</translation>
     </message>
     <message>
         <source>&amp;Stampa...</source>
         <translation>Pr&amp;int...</translation>
     </message>
     <message>
-        <source>P&amp;DF...</source>
+        <source>Sal&amp;va</source>
+        <translation>&amp;Save</translation>
+    </message>
+    <message>
+        <source>PD&amp;F...</source>
         <translation>PD&amp;F...</translation>
     </message>
     <message>
-        <source>Sal&amp;va</source>
-        <translation>&amp;Save</translation>
+        <source>Sposta più su le song scelte della playlist (Alt+Su)</source>
+        <translation>Moves the chosen songs of the playlist up (Alt+Up)</translation>
+    </message>
+    <message>
+        <source>Sposta più giù le song scelte della playlist (Alt+Giù)</source>
+        <translation>Moves the chosen songs of the playlist down (Alt+Down)</translation>
+    </message>
+    <message>
+        <source>Toglie dalla playlist le song scelte, che restano nella memoria (Canc)</source>
+        <translation>Takes the chosen songs out of the playlist; they stay on the memory (Delete)</translation>
+    </message>
+    <message>
+        <source>Sceglie un&apos;altra song al posto di quella scelta</source>
+        <translation>Chooses another song in place of the chosen one</translation>
+    </message>
+    <message>
+        <source>Annulla l&apos;ultima modifica delle playlist (Ctrl+Z)</source>
+        <translation>Takes back the last change of the playlists (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Ripete la modifica annullata (Ctrl+Maiusc+Z)</source>
+        <translation>Repeats the change that was taken back (Ctrl+Shift+Z)</translation>
+    </message>
+    <message>
+        <source>Stampa la playlist come scaletta</source>
+        <translation>Prints the playlist as a set list</translation>
+    </message>
+    <message>
+        <source>Salva la playlist come scaletta in un file PDF</source>
+        <translation>Saves the playlist as a set list in a PDF file</translation>
+    </message>
+    <message>
+        <source>Scrive nella memoria le playlist modificate</source>
+        <translation>Writes the changed playlists to the memory</translation>
+    </message>
+    <message>
+        <source>Le playlist che sono state fatte sul player</source>
+        <translation>The playlists that were made on the player</translation>
     </message>
 </context>
 <context>

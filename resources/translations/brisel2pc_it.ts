@@ -3248,12 +3248,52 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>&amp;Stampa...</translation>
     </message>
     <message>
-        <source>P&amp;DF...</source>
-        <translation>P&amp;DF...</translation>
-    </message>
-    <message>
         <source>Sal&amp;va</source>
         <translation>Sal&amp;va</translation>
+    </message>
+    <message>
+        <source>PD&amp;F...</source>
+        <translation>PD&amp;F...</translation>
+    </message>
+    <message>
+        <source>Sposta più su le song scelte della playlist (Alt+Su)</source>
+        <translation>Sposta più su le song scelte della playlist (Alt+Su)</translation>
+    </message>
+    <message>
+        <source>Sposta più giù le song scelte della playlist (Alt+Giù)</source>
+        <translation>Sposta più giù le song scelte della playlist (Alt+Giù)</translation>
+    </message>
+    <message>
+        <source>Toglie dalla playlist le song scelte, che restano nella memoria (Canc)</source>
+        <translation>Toglie dalla playlist le song scelte, che restano nella memoria (Canc)</translation>
+    </message>
+    <message>
+        <source>Sceglie un&apos;altra song al posto di quella scelta</source>
+        <translation>Sceglie un&apos;altra song al posto di quella scelta</translation>
+    </message>
+    <message>
+        <source>Annulla l&apos;ultima modifica delle playlist (Ctrl+Z)</source>
+        <translation>Annulla l&apos;ultima modifica delle playlist (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Ripete la modifica annullata (Ctrl+Maiusc+Z)</source>
+        <translation>Ripete la modifica annullata (Ctrl+Maiusc+Z)</translation>
+    </message>
+    <message>
+        <source>Stampa la playlist come scaletta</source>
+        <translation>Stampa la playlist come scaletta</translation>
+    </message>
+    <message>
+        <source>Salva la playlist come scaletta in un file PDF</source>
+        <translation>Salva la playlist come scaletta in un file PDF</translation>
+    </message>
+    <message>
+        <source>Scrive nella memoria le playlist modificate</source>
+        <translation>Scrive nella memoria le playlist modificate</translation>
+    </message>
+    <message>
+        <source>Le playlist che sono state fatte sul player</source>
+        <translation>Le playlist che sono state fatte sul player</translation>
     </message>
 </context>
 <context>

@@ -31,6 +31,31 @@ bool setKnownTime(const QString &path)
                             QFileDevice::FileModificationTime);
 }
 
+bool write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+/// Writes two playlists of the memory \a root: some of its songs, and one that is not there.
+bool writePlaylists(const QString &root)
+{
+    constexpr int record = 64; // bytes
+    QFile titles(root + QStringLiteral("/title.id2"));
+    if (!titles.open(QIODevice::ReadOnly) || !QDir(root).mkpath(QStringLiteral("playlist")))
+        return false;
+    const QByteArray songs = titles.readAll();
+    QByteArray gone = songs.left(record);
+    gone.replace(0, 4, QByteArray::fromHex("00000777")); // an id that no song has
+    const QString folder = root + QStringLiteral("/playlist/");
+    return write(folder + QStringLiteral("playlist.dat"),
+                 QByteArray::fromHex("0100") + QByteArray(30, '\0') + QByteArray::fromHex("0200") +
+                     QByteArray(30, '\0')) &&
+           write(folder + QStringLiteral("play0001.dat"),
+                 songs.mid(3 * record, 2 * record) + gone + songs.mid(record, record)) &&
+           write(folder + QStringLiteral("play0002.dat"), songs.right(3 * record));
+}
+
 /// Makes a memory "BRISEL" with an index, which some of its songs no longer match. Returns its
 /// root; empty on failure.
 QString makeMemory()
@@ -44,7 +69,7 @@ QString makeMemory()
         return {};
     ScriptedIndex index;
     index.setRenameQuestion([](const QString &, const QString &) { return 1; });
-    if (!index.createIndex(root))
+    if (!index.createIndex(root) || !writePlaylists(root))
         return {};
     const QStringList songs =
         QDir(folder).entryList({QStringLiteral("*.mid")}, QDir::Files, QDir::Name);

@@ -353,7 +353,9 @@ void TestPlaylistsPanel::asksBeforeChangesAreLost()
     QVERIFY(!open.panel.mayDiscard());
     script.expectMessage(u"Playlist"_qs, question, QMessageBox::Discard);
     QVERIFY(open.panel.mayDiscard());
+    QVERIFY(!open.panel.isModified());
     QCOMPARE(open.memory.read(songsOf7), volare + azzurro);
+    open.panel.addSongs({9});
     script.expectMessage(u"Playlist"_qs, question, QMessageBox::Save);
     QVERIFY(open.panel.mayDiscard());
     QCOMPARE(open.memory.read(songsOf7), volare + azzurro + nessuno);
