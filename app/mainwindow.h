@@ -192,6 +192,7 @@ private:
     std::optional<SyncPlan> previewedPlan();
     bool offerBackup(LibraryRun &run);
     bool sendByPlan(LibraryRun &run, const QString &chosen);
+    void sendSongs(const QString &root);
     bool makePlan(TransferPlan &plan);
     bool send(LibraryRun &run, Transfer &transfer, const QString &chosen);
     void showOutcome(Transfer::Outcome outcome, const QString &shortage);

@@ -20,13 +20,7 @@ void MainWindow::on_actionMemory_triggered()
     if (m_memoryWindow == nullptr) {
         m_memoryWindow = new MemoryWindow(this);
         m_memoryWindow->setAttribute(Qt::WA_DeleteOnClose);
-        connect(m_memoryWindow, &MemoryWindow::transferWanted, this, [this](const QString &root) {
-            if (m_fileList.isEmpty())
-                QMessageBox::information(this, tr("Trasferimento"),
-                                         tr("Non ci sono song da trasferire"));
-            else if (transferByPlan(root) && m_memoryWindow != nullptr)
-                m_memoryWindow->readAgain();
-        });
+        connect(m_memoryWindow, &MemoryWindow::transferWanted, this, &MainWindow::sendSongs);
         m_memoryWindow->setTransfer([this](const QString &root, const QStringList &files) {
             return sendToMemory(root, files);
         });
@@ -37,14 +31,32 @@ void MainWindow::on_actionMemory_triggered()
     m_memoryWindow->activateWindow();
 }
 
+/// The window of the memory asks for the songs of the table.
+void MainWindow::sendSongs(const QString &root)
+{
+    if (m_fileList.isEmpty())
+        QMessageBox::information(m_memoryWindow, tr("Trasferimento"),
+                                 tr("Non ci sono song da trasferire"));
+    else
+        (void)transferByPlan(root); // the user knows what failed
+    if (m_memoryWindow == nullptr)
+        return;
+    m_memoryWindow->readAgain();
+    m_memoryWindow->raise();
+    m_memoryWindow->activateWindow();
+}
+
 QStringList MainWindow::sendToMemory(const QString &root, const QStringList &files)
 {
     if (!canStartRun())
         return {};
+    const Phase phase = m_phase; // the songs of the table stay as they are
     LibraryRun run(*this, RunReport::Operation::Transfer);
     keepMemory(root);
     Transfer transfer(files, root);
-    if (!send(run, transfer, root))
+    const bool isSent = send(run, transfer, root);
+    setPhase(phase);
+    if (!isSent)
         return {};
     const Transfer::Destination destination = Transfer::destinationOf(root);
     SongPlaces places;

@@ -148,14 +148,19 @@ void MemoryWindow::choose(const QString &root)
     showState();
 }
 
-/// Nothing is known of the memory.
-void MemoryWindow::clear()
+void MemoryWindow::endLook()
 {
     m_looking.stop();
     m_retry.stop();
     m_folders->setLook(m_root, nullptr);
     m_player->setLook(nullptr);
     m_look.reset();
+}
+
+/// Nothing is known of the memory.
+void MemoryWindow::clear()
+{
+    endLook();
     m_outcome = Outcome::Gone;
     m_contents = std::make_shared<MemoryContents>();
     m_player->setContents(m_contents);
@@ -170,7 +175,7 @@ void MemoryWindow::readAgain()
         m_retry.start();
         return;
     }
-    clear();
+    endLook();
     auto contents = std::make_shared<MemoryContents>();
     {
         Run run;

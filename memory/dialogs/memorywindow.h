@@ -76,6 +76,7 @@ private:
     void showMemories();
     void chooseFirst();
     void choose(const QString &root);
+    void endLook();
     void clear();
     void look();
     void showState();

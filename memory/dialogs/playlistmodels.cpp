@@ -85,8 +85,9 @@ QString PlaylistsModel::textOf(qsizetype playlist) const
     return faults == 0 ? text : tr("%1 - da riparare: %2").arg(text).arg(faults);
 }
 
-PlaylistEntriesModel::PlaylistEntriesModel(PlaylistDocument &document, QObject *parent)
-    : QAbstractTableModel(parent), m_document(document)
+PlaylistEntriesModel::PlaylistEntriesModel(PlaylistDocument &document, const QIcon &warning,
+                                           QObject *parent)
+    : QAbstractTableModel(parent), m_document(document), m_warning(warning)
 {
     connect(&document, &PlaylistDocument::replaced, this, [this] { setPlaylist(-1); });
     connect(&document, &PlaylistDocument::changed, this,
@@ -135,6 +136,10 @@ QVariant PlaylistEntriesModel::data(const QModelIndex &index, int role) const
     const qsizetype entry = index.row();
     if (role == Qt::TextAlignmentRole && (index.column() == Number || index.column() == Tempo))
         return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+    if (role == Qt::DecorationRole && index.column() == Title)
+        return m_document.entryState(m_playlist, entry) == PlaylistDocument::EntryState::Good
+                   ? QVariant()
+                   : QVariant(m_warning);
     if (role != Qt::DisplayRole && (role != Qt::ToolTipRole || index.column() != Note))
         return {};
     const QByteArray record = m_document.record(m_playlist, entry);

@@ -4,6 +4,7 @@
 
 #include <QAbstractListModel>
 #include <QAbstractTableModel>
+#include <QIcon>
 
 namespace brisel
 {
@@ -37,8 +38,10 @@ class PlaylistEntriesModel : public QAbstractTableModel
 public:
     enum Column { Number, Title, Tempo, Format, Note, ColumnCount };
 
-    /// \a document must outlive this.
-    explicit PlaylistEntriesModel(PlaylistDocument &document, QObject *parent = nullptr);
+    /// Entries that are not good have \a warning before their titles. \a document must outlive
+    /// this.
+    PlaylistEntriesModel(PlaylistDocument &document, const QIcon &warning,
+                         QObject *parent = nullptr);
 
     /// Shows \a playlist; -1 for none.
     void setPlaylist(qsizetype playlist);
@@ -77,6 +80,7 @@ private:
     QString noteOf(qsizetype entry) const;
 
     PlaylistDocument &m_document;
+    const QIcon m_warning;
     qsizetype m_playlist = -1;
     bool m_isWritable = true;
 };

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
+#include <QStyle>
 #include <QTableView>
 #include <QUndoStack>
 #include <QVBoxLayout>
@@ -23,8 +24,9 @@ namespace brisel
 
 PlaylistsPanel::PlaylistsPanel(QWidget *parent)
     : QWidget(parent), m_playlists(new PlaylistsModel(m_document, this)),
-      m_entries(new PlaylistEntriesModel(m_document, this)), m_list(new QListView(this)),
-      m_table(new QTableView(this)), m_hint(new QLabel(this))
+      m_entries(new PlaylistEntriesModel(
+          m_document, style()->standardIcon(QStyle::SP_MessageBoxWarning), this)),
+      m_list(new QListView(this)), m_table(new QTableView(this)), m_hint(new QLabel(this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
@@ -65,6 +67,7 @@ void PlaylistsPanel::buildLists()
     m_table->setWordWrap(false);
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->horizontalHeader()->setHighlightSections(false); // bold headings would be truncated
     constexpr int titleWidth = 170;
     m_table->setColumnWidth(PlaylistEntriesModel::Title, titleWidth);
     for (const auto column :

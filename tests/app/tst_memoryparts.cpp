@@ -1,0 +1,198 @@
+#include "tests/app/memorywindowtest.h"
+#include "tests/testprogram.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTableView>
+#include <QToolBar>
+#include <QUrl>
+
+using namespace brisel;
+
+/// The lists, the actions and the playlists of the memory window together, through the real main
+/// window.
+class TestMemoryParts : public MemoryWindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { begin(); }
+    void cleanup() { end(); }
+    void addsChosenSongsToThePlaylist();
+    void keepsUndoAndChoiceAfterASave();
+    void keepsChangesWhileTheMemoryIsAway();
+    void asksBeforeAnActionWhatBecomesOfChanges();
+    void removesTheChosenSong();
+    void offersTheActionsInAMenu();
+    void marksPlaylistsWithFaults();
+    void transfersTheSongsOfTheTable();
+    void transfersNothingFromAnEmptyTable();
+    void transfersDroppedFiles();
+
+private:
+    QPushButton *button(const char *name) const { return find<QPushButton>(name); }
+    QAction *action(const QString &text) const
+    {
+        for (QAction *action : find<QToolBar>("songActionsToolBar")->actions()) {
+            if (action->text().remove(u'&') == text)
+                return action;
+        }
+        return nullptr;
+    }
+    void choose(int row) const { songs()->setCurrentIndex(songs()->model()->index(row, 0)); }
+    QByteArray playlist() const { return m_memory->read(u"playlist/play0007.dat"_qs); }
+};
+
+void TestMemoryParts::addsChosenSongsToThePlaylist()
+{
+    openWithChange();
+    button("undoPushButton")->click();
+    choose(0); // "FOUR"
+    button("addToPlaylistPushButton")->click();
+    button("savePushButton")->click();
+    QCOMPARE(playlist(), HandMadeSet::one() + HandMadeSet::four());
+    QVERIFY(!playlists().isModified());
+}
+
+void TestMemoryParts::keepsUndoAndChoiceAfterASave()
+{
+    openWithChange();
+    choose(2);
+    button("savePushButton")->click();
+    const QByteArray saved = playlist();
+    QCOMPARE(saved.size(), 128);
+    QCOMPARE(songs()->currentIndex().row(), 2);
+    QVERIFY(button("undoPushButton")->isEnabled());
+    button("undoPushButton")->click();
+    button("savePushButton")->click();
+    QCOMPARE(playlist(), HandMadeSet::one());
+}
+
+void TestMemoryParts::keepsChangesWhileTheMemoryIsAway()
+{
+    openWithChange();
+    const QString away = m_sample->at(u"away"_qs);
+    QVERIFY(QDir().rename(m_memory->root(), away));
+    QTRY_COMPARE(text("stateLabel"), u"La memoria non è più presente"_qs);
+    QVERIFY(!playlists().isEnabled());
+    QVERIFY(playlists().isModified());
+    QVERIFY(QDir().rename(away, m_memory->root()));
+    QTRY_VERIFY(playlists().isEnabled());
+    waitForLook();
+    QVERIFY(playlists().isModified());
+    button("savePushButton")->click();
+    QCOMPARE(playlist().size(), 128);
+}
+
+void TestMemoryParts::asksBeforeAnActionWhatBecomesOfChanges()
+{
+    openWithChange();
+    choose(0);
+    answerUnsaved(QMessageBox::Cancel);
+    action(u"Rimuovi dalla memoria..."_qs)->trigger();
+    QVERIFY(playlists().isModified());
+    QVERIFY(m_memory->has(u"BASI/D.MP3"_qs));
+}
+
+void TestMemoryParts::removesTheChosenSong()
+{
+    m_memory->write(u"playlist/playlist.dat"_qs, Sample::hex("0700") + QByteArray(30, '\x55'));
+    m_memory->write(u"playlist/play0007.dat"_qs, HandMadeSet::four() + HandMadeSet::one());
+    open();
+    choose(0);
+    m_sample->script.expect("QMessageBox", [](QWidget *widget) {
+        qobject_cast<QMessageBox *>(widget)->button(QMessageBox::Yes)->click();
+    });
+    m_sample->script.expect("QMessageBox", [](QWidget *widget) {
+        QVERIFY(qobject_cast<QMessageBox *>(widget)->text().startsWith(u"1 song rimoss"_qs));
+        widget->close();
+    });
+    action(u"Rimuovi dalla memoria..."_qs)->trigger();
+    QVERIFY(!m_memory->has(u"BASI/D.MP3"_qs));
+    QCOMPARE(playlist().size(), 64);
+    QCOMPARE(playlist().mid(4, 3), QByteArray("ONE"));
+    QTRY_COMPARE(m_window->contents()->size(), 3);
+}
+
+void TestMemoryParts::offersTheActionsInAMenu()
+{
+    openWithChange();
+    button("undoPushButton")->click();
+    choose(0);
+    m_sample->script.expectMenu([](QMenu *menu) {
+        QStringList texts;
+        for (const QAction *entry : menu->actions())
+            texts.append(entry->text().remove(u'&'));
+        QCOMPARE(texts, QStringList({u"Rimuovi dalla memoria..."_qs, u"Rinomina..."_qs,
+                                     u"Copia sul computer..."_qs, QString(),
+                                     u"Aggiungi le song scelte"_qs}));
+        menu->actions().constLast()->trigger();
+    });
+    emit songs()->customContextMenuRequested({3, 4});
+    QVERIFY(playlists().isModified());
+}
+
+void TestMemoryParts::marksPlaylistsWithFaults()
+{
+    m_memory->write(u"playlist/playlist.dat"_qs, Sample::hex("0700") + QByteArray(30, '\x55'));
+    m_memory->write(u"playlist/play0007.dat"_qs,
+                    HandMadeSet::one() + Sample::songRecord("00000777", "GONE", "7800"));
+    open();
+    const auto *table = find<QTableView>("entriesTableView");
+    QVERIFY(!table->model()->index(0, 1).data(Qt::DecorationRole).isValid());
+    QVERIFY(table->model()->index(1, 1).data(Qt::DecorationRole).isValid());
+    m_memory->remove(u"A.MID"_qs); // the song 0, "ONE"
+    m_window->readAgain();
+    waitForLook();
+    QVERIFY(table->model()->index(0, 1).data(Qt::DecorationRole).isValid());
+}
+
+void TestMemoryParts::transfersTheSongsOfTheTable()
+{
+    m_sample->import({u"new.mid"_qs});
+    open();
+    m_sample->script.expect("brisel::TransferPlanDialog", [](QWidget *dialog) {
+        DialogScript::click(dialog, u"copyPushButton"_qs);
+    });
+    m_sample->script.expectMessage(
+        u"Trasferimento"_qs, u"Tutti i file sono stati copiati correttamente"_qs, QMessageBox::Ok);
+    button("transferPushButton")->click();
+    QVERIFY(m_memory->has(u"songs/new.mid"_qs));
+    QCOMPARE(m_window->contents()->size(), 5);
+}
+
+void TestMemoryParts::transfersNothingFromAnEmptyTable()
+{
+    open();
+    m_sample->script.expectMessage(u"Trasferimento"_qs, u"Non ci sono song da trasferire"_qs,
+                                   QMessageBox::Ok);
+    button("transferPushButton")->click();
+    QCOMPARE(m_window->contents()->size(), 4);
+}
+
+void TestMemoryParts::transfersDroppedFiles()
+{
+    openWithChange();
+    button("undoPushButton")->click();
+    const QString song = m_sample->at(u"dropped.mid"_qs);
+    QFile file(song);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(Sample::midiSong("DROPPED", "X", "POP"));
+    file.close();
+    m_sample->script.expectMessage(
+        u"Trasferimento"_qs, u"Tutti i file sono stati copiati correttamente"_qs, QMessageBox::Ok);
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(song)});
+    auto *table = find<QTableView>("entriesTableView");
+    table->model()->dropMimeData(&data, Qt::CopyAction, 0, 0, {});
+    QTRY_COMPARE(m_window->contents()->size(), 5);
+    QTRY_VERIFY(playlists().isModified());
+    button("savePushButton")->click();
+    QCOMPARE(playlist().size(), 128);
+    QCOMPARE(playlist().mid(4, 7), QByteArray("DROPPED"));
+}
+
+BRISEL_TEST(QApplication, TestMemoryParts)
+#include "tst_memoryparts.moc"
