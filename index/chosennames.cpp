@@ -62,7 +62,7 @@ QString ChosenNames::wrongCharacter(const QString &base)
 {
     const QList<uint> characters = base.toUcs4();
     for (const uint code : characters) {
-        const QString character = QString::fromUcs4(reinterpret_cast<const char32_t *>(&code), 1);
+        QString character = QString::fromUcs4(reinterpret_cast<const char32_t *>(&code), 1);
         if (isForbidden(character.front()) || !isInCodePage(character))
             return character;
     }
