@@ -95,8 +95,7 @@ public:
     /// copies what the user leaves ticked. A no-op without files and during a run. Returns true if
     /// all of that was copied and the index is up to date.
     bool transferByPlan(const QString &folder);
-    /// Transfers \a files to the memory \a root. Returns the paths that they have there; empty if
-    /// not all of them were copied.
+    /// Transfers \a files to the memory \a root. Returns the paths of those that are there now.
     QStringList sendToMemory(const QString &root, const QStringList &files);
     /// Copies the picked files into \a destDir and counts in \a copied the songs that are there
     /// afterwards. Returns true if none failed and the user did not interrupt.

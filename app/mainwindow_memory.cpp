@@ -2,6 +2,7 @@
 
 #include "app/libraryrun.h"
 #include "app/mainwindow.h"
+#include "base/filecomparison.h"
 #include "index/recentmemories.h"
 #include "library/songplaces.h"
 #include "memory/dialogs/memorywindow.h"
@@ -54,17 +55,19 @@ QStringList MainWindow::sendToMemory(const QString &root, const QStringList &fil
     LibraryRun run(*this, RunReport::Operation::Transfer);
     keepMemory(root);
     Transfer transfer(files, root);
-    const bool isSent = send(run, transfer, root);
+    (void)send(run, transfer, root); // the user knows what failed
     setPhase(phase);
-    if (!isSent)
-        return {};
     const Transfer::Destination destination = Transfer::destinationOf(root);
     SongPlaces places;
     places.begin(root);
     QStringList paths;
-    for (const QString &file : files)
-        paths.append(
-            places.placeOf(file, destination.folder + u'/' + QFileInfo(file).fileName(), run));
+    for (const QString &file : files) {
+        const QString place =
+            places.placeOf(file, destination.folder + u'/' + QFileInfo(file).fileName(), run);
+        // Another song stays there if it was not to be replaced.
+        if (haveSameContent(file, place, [] { return !Run::isEnding(); }))
+            paths.append(place);
+    }
     return paths;
 }
 

@@ -268,7 +268,8 @@ bool GivenNames::meet(const QString &path)
     const QString name = lastName(below);
     if (known != m_byGiven.cend())
         noteMet(m_names[*known], name);
-    return known == m_byGiven.cend() && (LongNames::isGiven(name) || ChosenNames::isAllowed(name));
+    // Names that a user chose are too common: another song may have the same one.
+    return known == m_byGiven.cend() && LongNames::isGiven(name);
 }
 
 /// The file may have been renamed in letter case only, and not every memory ignores that.

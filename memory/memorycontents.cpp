@@ -20,6 +20,8 @@ namespace
 {
 
 constexpr qint64 mostSongsBytes = qint64{SongInfoIndex::maxSongs} * IndexRecord::size;
+/// Of all playlists, which a damaged or hostile list can name by the thousands.
+constexpr qint64 mostPlaylistBytes = 512 * 1024 * 1024;
 
 qint64 newestOf(const IndexSet &set)
 {
@@ -124,20 +126,22 @@ void MemoryContents::readPlaylists(const IndexSet &set, Run &run)
 {
     const QList<qint16> numbers = Playlists::readNumbers(set);
     m_playlists.reserve(numbers.size());
+    qint64 room = mostPlaylistBytes;
     for (const qint16 number : numbers) {
         Playlist playlist;
         playlist.number = number;
         const QString path = set.filePath(Playlists::songsFileName(number));
-        FileContent songs = readWholeFile(path, mostSongsBytes);
+        FileContent songs = readWholeFile(path, std::min(mostSongsBytes, room));
         if (!songs.isDone())
             playlist.state = songs.state.kind == FileKind::Missing ? Playlist::State::Missing
                                                                    : Playlist::State::Unreadable;
         playlist.isWritable = songs.isDone() && QFileInfo(path).isWritable();
         playlist.songs = std::move(songs.bytes);
-        FileContent paths =
-            readWholeFile(set.filePath(Playlists::pathsFileName(number)), mostSongsBytes);
+        FileContent paths = readWholeFile(set.filePath(Playlists::pathsFileName(number)),
+                                          std::min(mostSongsBytes, room));
         if (paths.isDone())
             playlist.paths = paths.bytes.isNull() ? QByteArrayLiteral("") : std::move(paths.bytes);
+        room -= playlist.songs.size() + playlist.paths.size();
         m_playlists.append(std::move(playlist));
         run.pulse();
     }

@@ -6,6 +6,7 @@
 #include "base/settings.h"
 #include "index/dialogs/rundialog.h"
 #include "index/indexset.h"
+#include "index/playlists.h"
 #include "index/recentmemories.h"
 #include "index/volumes.h"
 #include "library/dialogs/windowplace.h"
@@ -15,6 +16,7 @@
 #include "memory/dialogs/playlistspanel.h"
 #include "ui_memorywindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDateTime>
 #include <QLocale>
@@ -27,10 +29,16 @@ namespace
 
 using Outcome = MemoryContents::Outcome;
 
-QList<FileState> indexStates(const QString &root)
+/// The states of the files of the index and of the playlists of \a contents.
+QList<FileState> fileStates(const QString &root, const MemoryContents &contents)
 {
+    QStringList names = IndexSet::names();
+    names.append(QStringLiteral("playlist/playlist.dat"));
+    for (const MemoryContents::Playlist &playlist : contents.playlists())
+        names.append(Playlists::songsFileName(playlist.number));
     QList<FileState> states;
-    for (const QString &name : IndexSet::names())
+    states.reserve(names.size());
+    for (const QString &name : std::as_const(names))
         states.append(fileState(root + u'/' + name));
     return states;
 }
@@ -52,6 +60,9 @@ MemoryWindow::MemoryWindow(QWidget *parent)
     m_ui->splitter->setStretchFactor(1, playlists);
     joinParts();
     m_retry.setInterval(pause);
+    m_later.setInterval(pause);
+    m_later.setSingleShot(true);
+    connect(&m_later, &QTimer::timeout, this, &MemoryWindow::followMemories);
     connect(&m_retry, &QTimer::timeout, this, &MemoryWindow::readAgain);
     connect(&m_looking, &QTimer::timeout, this, &MemoryWindow::look);
     connect(&m_memories, &MountedMemories::changed, this, &MemoryWindow::followMemories);
@@ -91,6 +102,10 @@ void MemoryWindow::chooseFirst()
 
 void MemoryWindow::followMemories()
 {
+    if (RunGuard::isActive()) { // the run works with what is shown
+        m_later.start();
+        return;
+    }
     const bool wasThere = m_isThere;
     if (m_root.isEmpty()) {
         chooseFirst();
@@ -180,8 +195,8 @@ void MemoryWindow::readAgain()
     {
         Run run;
         m_identity = MemoryIdentity(m_root);
-        m_states = indexStates(m_root);
         m_outcome = contents->read(m_root, run);
+        m_states = fileStates(m_root, *contents);
     }
     if (m_outcome == Outcome::InUse)
         m_retry.start();
@@ -299,14 +314,16 @@ void MemoryWindow::changeEvent(QEvent *event)
         m_ui->retranslateUi(this);
         showState();
     } else if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_isThere &&
-               !m_playlists->isModified() && m_states != indexStates(m_root)) {
-        readAgain(); // another program has written the index
+               !m_playlists->isModified() && m_states != fileStates(m_root, *m_contents)) {
+        readAgain(); // another program has written there
     }
 }
 
 void MemoryWindow::closeEvent(QCloseEvent *event)
 {
-    if (!m_playlists->mayDiscard()) {
+    // A dialog of this window would be deleted with it.
+    const QWidget *dialog = QApplication::activeModalWidget();
+    if ((dialog != nullptr && isAncestorOf(dialog)) || !m_playlists->mayDiscard()) {
         event->ignore();
         return;
     }

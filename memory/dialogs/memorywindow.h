@@ -97,11 +97,12 @@ private:
     MemoryIdentity m_identity; ///< of the memory as it was read
     MemoryContents::Outcome m_outcome = MemoryContents::Outcome::Gone;
     std::shared_ptr<const MemoryContents> m_contents = std::make_shared<MemoryContents>();
-    QList<FileState> m_states;          ///< of the files of the index as they were read
+    QList<FileState> m_states;          ///< of the files of the index and the playlists
     std::unique_ptr<MemoryLook> m_look; ///< null until the memory is read
     QString m_readOnlyReason;
     QTimer m_looking; ///< active during a look
     QTimer m_retry;   ///< active until the memory can be read
+    QTimer m_later;   ///< active while a run delays a change of the memories
 };
 
 } // namespace brisel
