@@ -5,6 +5,7 @@
 #include "tools/demo/librarytour.h"
 #include "tools/demo/listeningtour.h"
 #include "tools/demo/memorytour.h"
+#include "tools/demo/memorywindowtour.h"
 #include "tools/demo/pagestour.h"
 #include "tools/demo/stage.h"
 #include "tools/demo/tabletour.h"
@@ -72,6 +73,18 @@ void runSteps(Stage &stage)
     memory.useTheMemory();
     memory.rebuild();
     memory.exportLists();
+
+    MemoryWindowTour shown(stage);
+    if (shown.open()) {
+        shown.lookAtTheLists();
+        shown.lookAtTheFolders();
+        shown.changeAPlaylist();
+        shown.renameASong();
+        shown.removeASong();
+        shown.copyASong();
+        shown.planATransfer();
+        shown.close();
+    }
 
     resumeTheList(stage);
     readHelp(stage);

@@ -52,6 +52,7 @@ ListedSong songOf(const QByteArray &record)
     const int last = static_cast<uchar>(record.at(63));
     song.type = last & 7;
     song.flag = (last >> 3) != 0;
+    song.record = record;
     return song;
 }
 

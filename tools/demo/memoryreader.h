@@ -14,6 +14,7 @@ struct ListedSong {
     int bpm = 0;
     int type = 0; ///< 0 MIDI, 1 MP3, 2 to 4 the containers ZB3 to ZB5
     bool flag = false;
+    QByteArray record; ///< the bytes that it was read from
 };
 
 /// One artist or genre with its songs.

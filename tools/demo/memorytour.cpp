@@ -17,6 +17,8 @@ namespace
 constexpr int playlistNumber = 1;
 constexpr int listed = 4; ///< records of each order that are printed
 
+} // namespace
+
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
     QDir().mkpath(path.section(u'/', 0, -2));
@@ -24,7 +26,19 @@ bool writeFile(const QString &path, const QByteArray &bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
 }
 
-} // namespace
+bool makePlaylist(const QString &root, int number, const QList<ListedSong> &songs)
+{
+    const QString folder = root + QStringLiteral("/playlist/");
+    const QString list = folder + QStringLiteral("playlist.dat");
+    QByteArray entry(32, '\0');
+    entry[0] = char(number);
+    QByteArray records;
+    for (const ListedSong &song : songs)
+        records += song.record;
+    return writeFile(list, fileBytes(list) + entry) &&
+           writeFile(folder + QStringLiteral("play%1.dat").arg(number, 4, 10, QChar(u'0')),
+                     records);
+}
 
 void MemoryTour::transfer()
 {
@@ -77,18 +91,13 @@ void MemoryTour::useTheMemory()
     if (!narrator.check(before.titles().size() >= 4, QStringLiteral("there are songs to choose")))
         return;
 
-    // The player's own song records are copies from "title.id2".
-    const QByteArray records = fileBytes(memory + QStringLiteral("/title.id2"));
-    QByteArray playlist;
+    QList<ListedSong> playlist;
     for (const qsizetype chosen : {2, 0, 2}) {
-        playlist += records.mid(64 * chosen, 64);
-        m_playlistIds.append(before.titles().at(chosen).id);
+        playlist.append(before.titles().at(chosen));
+        m_playlistIds.append(playlist.last().id);
         m_playlistPaths.append(before.pathOf(m_playlistIds.last()));
     }
-    QByteArray entry(32, '\0');
-    entry[0] = char(playlistNumber);
-    narrator.check(writeFile(memory + QStringLiteral("/playlist/playlist.dat"), entry) &&
-                       writeFile(memory + QStringLiteral("/playlist/play0001.dat"), playlist),
+    narrator.check(makePlaylist(memory, playlistNumber, playlist),
                    QStringLiteral("playlist 1: %1").arg(m_playlistPaths.join(u' ')));
 
     const QByteArray song = m_stage.songs.first().original;

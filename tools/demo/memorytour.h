@@ -6,6 +6,10 @@
 namespace brisel
 {
 
+bool writeFile(const QString &path, const QByteArray &bytes);
+/// Makes the playlist \a number of \a songs on the memory \a root, as the player does.
+bool makePlaylist(const QString &root, int number, const QList<ListedSong> &songs);
+
 /// The second half of the tour: the songs on the player's memory.
 class MemoryTour
 {
