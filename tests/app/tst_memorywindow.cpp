@@ -4,8 +4,10 @@
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
+#include <QListView>
 #include <QProcess>
 #include <QPushButton>
+#include <QTableView>
 
 using namespace brisel;
 
@@ -38,6 +40,7 @@ private slots:
     void remembersTheLastMemory();
     void asksBeforeAnotherMemoryIsChosen();
     void waitsForTheEndOfARun();
+    void keepsThePlaylistThatIsShown();
 
 private:
     QStringList memories() const
@@ -328,6 +331,24 @@ void TestMemoryWindow::waitsForTheEndOfARun()
         QCOMPARE(m_window->contents()->size(), 4);
     }
     QTRY_COMPARE(m_window->contents()->size(), 3);
+}
+
+void TestMemoryWindow::keepsThePlaylistThatIsShown()
+{
+    m_memory->write(u"playlist/playlist.dat"_qs, Sample::hex("0700") + QByteArray(30, '\0') +
+                                                     Sample::hex("0800") + QByteArray(30, '\0'));
+    for (const QString &name : {u"playlist/play0007.dat"_qs, u"playlist/play0008.dat"_qs})
+        m_memory->write(name, HandMadeSet::one());
+    open();
+    auto *list = find<QListView>("playlistsListView");
+    QCOMPARE(list->currentIndex().row(), 0);
+    list->setCurrentIndex(list->model()->index(1, 0));
+    changePlaylist();
+    DialogScript::click(m_window, u"savePushButton"_qs);
+    QTRY_VERIFY(!playlists().isModified());
+    QCOMPARE(m_memory->read(u"playlist/play0008.dat"_qs).size(), 128);
+    QCOMPARE(list->currentIndex().row(), 1);
+    QCOMPARE(find<QTableView>("entriesTableView")->model()->rowCount(), 2);
 }
 
 BRISEL_TEST(QApplication, TestMemoryWindow)
