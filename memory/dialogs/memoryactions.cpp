@@ -145,10 +145,19 @@ void MemoryActions::showTips()
 }
 
 /// No action starts while another part of the program works on files.
-bool MemoryActions::mayStart(bool isWriting)
+std::optional<MemoryActions::Task> MemoryActions::start() const
 {
-    return !m_root.isEmpty() && !RunGuard::isActive() && !m_safeRemoval->isWorking() &&
-           (!isWriting || !m_mayWrite || m_mayWrite());
+    if (m_root.isEmpty() || RunGuard::isActive() || m_safeRemoval->isWorking())
+        return std::nullopt;
+    return Task{m_root, m_files, MemoryIdentity(m_root)};
+}
+
+std::optional<MemoryActions::Task> MemoryActions::startWriting(const QString &title)
+{
+    std::optional<Task> task = start();
+    if (task && m_mayWrite && (!m_mayWrite() || isExchanged(*task, title)))
+        return std::nullopt;
+    return task;
 }
 
 } // namespace brisel

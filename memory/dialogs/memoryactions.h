@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/memoryidentity.h"
 #include "memory/memorycontents.h"
 #include "memory/saferemoval.h"
 
@@ -9,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QAction;
 class QWidget;
@@ -17,6 +19,7 @@ namespace brisel
 {
 
 class MemoryClaim;
+class Reason;
 class Run;
 
 /// What the user can do with a memory and the songs on it, as actions for menus and buttons: they
@@ -63,14 +66,24 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// What an action works on, as it was when the action started: while a question is open, the
+    /// choice and the memory may change.
+    struct Task {
+        QString root;
+        QStringList files; ///< absolute paths
+        MemoryIdentity memory;
+    };
+
     void makeActions();
     void retranslate();
     void updateActions();
     void showTips();
-    [[nodiscard]] bool mayStart(bool isWriting);
-    [[nodiscard]] MemoryContents contentsNow() const;
+    [[nodiscard]] std::optional<Task> start() const;
+    [[nodiscard]] std::optional<Task> startWriting(const QString &title);
+    [[nodiscard]] bool isExchanged(const Task &task, const QString &title);
     [[nodiscard]] bool refuses(const MemoryClaim &claim, const QString &title);
-    [[nodiscard]] bool isRemovalWanted(int playlists);
+    void showRefusal(const QString &title, const Reason &reason);
+    [[nodiscard]] bool isRemovalWanted(qsizetype songs, int playlists);
 
     void removeSongs();
     void renameSong();

@@ -1,4 +1,5 @@
 #include "base/lastfolder.h"
+#include "base/reason.h"
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
 #include "index/index.h"
@@ -21,6 +22,8 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 
+#include <optional>
+
 namespace brisel
 {
 
@@ -31,6 +34,16 @@ namespace
 int errorsOf(const Run &run)
 {
     return run.report().failed();
+}
+
+/// The contents of the memory \a root as they are, which the window may not have read yet; empty
+/// if they can't be read.
+MemoryContents contentsNow(const QString &root)
+{
+    MemoryContents contents;
+    Run run;
+    (void)contents.read(root, run);
+    return contents;
 }
 
 } // namespace
@@ -51,49 +64,55 @@ void MemoryActions::showFailure(const QString &title, const Run &run)
     showReport(run);
 }
 
-/// The contents of the memory as they are, which the window may not have read yet; empty if they
-/// can't be read.
-MemoryContents MemoryActions::contentsNow() const
+/// Returns true, shown, if the memory that \a task is about is not there any more.
+bool MemoryActions::isExchanged(const Task &task, const QString &title)
 {
-    MemoryContents contents;
-    Run run;
-    (void)contents.read(m_root, run);
-    return contents;
+    if (task.memory.isThere())
+        return false;
+    showRefusal(title, MemoryReason::gone);
+    return true;
 }
 
 /// Returns true, shown, if nothing may be changed.
 bool MemoryActions::refuses(const MemoryClaim &claim, const QString &title)
 {
     const std::optional<Reason> refusal = claim.refusal();
-    if (!refusal)
-        return false;
-    const bool isInUse = *refusal == MemoryReason::inUse;
+    if (refusal)
+        showRefusal(title, *refusal);
+    return refusal.has_value();
+}
+
+void MemoryActions::showRefusal(const QString &title, const Reason &reason)
+{
     QMessageBox::warning(m_window, title,
-                         isInUse ? RunDialog::inUseText()
-                                 : tr("Impossibile proseguire: %1.").arg(refusal->text()));
+                         reason == MemoryReason::inUse
+                             ? RunDialog::inUseText()
+                             : tr("Impossibile proseguire: %1.").arg(reason.text()));
     emit changed();
-    return true;
 }
 
 void MemoryActions::removeSongs()
 {
-    if (!mayStart(true))
-        return;
     const QString title = tr("Rimuovi dalla memoria");
-    MemoryClaim claim(m_root);
+    if (m_files.isEmpty())
+        return;
+    const std::optional<Task> task = startWriting(title);
+    if (!task)
+        return;
+    MemoryClaim claim(task->root);
     if (refuses(claim, title))
         return;
     claim.mark();
-    const MemoryContents contents = contentsNow();
+    const MemoryContents contents = contentsNow(task->root);
     SongEntries entries(contents);
-    for (const QString &path : std::as_const(m_files))
+    for (const QString &path : task->files)
         entries.add(path);
-    if (!isRemovalWanted(entries.playlists()))
+    if (!isRemovalWanted(task->files.size(), entries.playlists()))
         return;
-    keepMemory(m_root);
+    keepMemory(task->root);
     {
         WindowRun run(m_window, RunReport::Operation::Deletion);
-        const SongRemoval::Outcome outcome = SongRemoval(claim, m_files).run(run);
+        const SongRemoval::Outcome outcome = SongRemoval(claim, task->files).run(run);
         if (outcome == SongRemoval::Outcome::Done)
             QMessageBox::information(
                 m_window, title,
@@ -104,10 +123,10 @@ void MemoryActions::removeSongs()
     emit changed();
 }
 
-bool MemoryActions::isRemovalWanted(int playlists)
+bool MemoryActions::isRemovalWanted(qsizetype songs, int playlists)
 {
     QMessageBox box(QMessageBox::Question, tr("Rimuovi dalla memoria"),
-                    tr("Rimuovere %n song dalla memoria?", "", static_cast<int>(m_files.size())),
+                    tr("Rimuovere %n song dalla memoria?", "", static_cast<int>(songs)),
                     QMessageBox::Yes | QMessageBox::No, m_window);
     const QString named = playlists == 0
                               ? tr("Nessuna playlist le contiene.")
@@ -119,19 +138,22 @@ bool MemoryActions::isRemovalWanted(int playlists)
 
 void MemoryActions::renameSong()
 {
-    if (m_files.size() != 1 || !mayStart(true))
-        return;
     const QString title = tr("Rinomina");
-    MemoryClaim claim(m_root);
+    if (m_files.size() != 1)
+        return;
+    const std::optional<Task> task = startWriting(title);
+    if (!task)
+        return;
+    MemoryClaim claim(task->root);
     if (refuses(claim, title))
         return;
     claim.mark();
-    const MemoryContents contents = contentsNow();
-    SongRename rename(m_root, contents, m_files.first());
+    const MemoryContents contents = contentsNow(task->root);
+    SongRename rename(task->root, contents, task->files.first());
     RenameSongDialog dialog(rename, m_window);
     if (dialog.exec() != QDialog::Accepted)
         return;
-    keepMemory(m_root);
+    keepMemory(task->root);
     {
         WindowRun run(m_window, RunReport::Operation::Renaming);
         if (rename.run(run, claim, dialog.base()) != SongRename::Outcome::Done)
@@ -142,18 +164,19 @@ void MemoryActions::renameSong()
 
 void MemoryActions::copySongs()
 {
-    if (!mayStart(false))
+    const std::optional<Task> task = start();
+    if (!task || task->files.isEmpty())
         return;
     const QString title = tr("Copia sul computer");
     const QString folder =
         QFileDialog::getExistingDirectory(m_window, tr("Scegli la cartella delle copie"),
                                           startFolder(Settings::copyBackFolder, QDir::homePath()));
-    if (folder.isEmpty())
+    if (folder.isEmpty() || isExchanged(*task, title))
         return;
     keepFolder(Settings::copyBackFolder, folder);
-    keepMemory(m_root);
+    keepMemory(task->root);
     WindowRun run(m_window, RunReport::Operation::CopyBack);
-    CopyBack copy(m_root, m_files, folder);
+    CopyBack copy(task->root, task->files, folder);
     switch (copy.run(run)) {
     case CopyBack::Outcome::Done:
         QMessageBox::information(
@@ -183,15 +206,17 @@ void MemoryActions::copySongs()
 void MemoryActions::runIndex(bool isRebuild)
 {
     using Outcome = IndexDialog::Outcome;
-    if (!mayStart(true))
+    const QString title = IndexDialog::tr("Ottimizza memoria");
+    const std::optional<Task> task = startWriting(title);
+    if (!task)
         return;
-    keepMemory(m_root);
+    keepMemory(task->root);
     {
         WindowRun run(m_window, RunReport::Operation::Index);
-        run.begin({IndexDialog::tr("Ottimizza memoria"),
-                   IndexDialog::tr("Ottimizzazione memoria in corso..."), 0, false});
+        run.begin({title, IndexDialog::tr("Ottimizzazione memoria in corso..."), 0, false});
         Index index(run);
-        const bool isDone = isRebuild ? index.createIndex(m_root) : index.updateIndex(m_root);
+        const bool isDone =
+            isRebuild ? index.createIndex(task->root) : index.updateIndex(task->root);
         run.end();
         const int errors = errorsOf(run);
         Outcome outcome = isDone ? Outcome::Done : Outcome::Failed;
@@ -200,7 +225,7 @@ void MemoryActions::runIndex(bool isRebuild)
         else if (!isDone && index.failure() == MemoryReason::inUse)
             outcome = Outcome::InUse;
         if (!isDone)
-            run.report().add(RunReport::Step::Index, m_root, index.failure());
+            run.report().add(RunReport::Step::Index, task->root, index.failure());
         IndexDialog::showOutcome(m_window, outcome, errors);
         showReport(run);
     }
@@ -209,14 +234,15 @@ void MemoryActions::runIndex(bool isRebuild)
 
 void MemoryActions::checkMemory()
 {
-    if (!mayStart(false))
+    const std::optional<Task> task = start();
+    if (!task)
         return;
     const QString title = IndexDialog::tr("Controllo memoria");
-    keepMemory(m_root);
+    keepMemory(task->root);
     WindowRun run(m_window, RunReport::Operation::Index);
     run.begin({title, tr("Controllo la memoria..."), 0, false});
     MemoryCheck check(run);
-    const bool isDone = check.run(m_root);
+    const bool isDone = check.run(task->root);
     const bool isInterrupted = !run.mayGoOn();
     run.end();
     if (isInterrupted)
@@ -233,7 +259,8 @@ void MemoryActions::checkMemory()
 
 void MemoryActions::exportList()
 {
-    if (!mayStart(false))
+    const std::optional<Task> task = start();
+    if (!task)
         return;
     ExportListDialog dialog(m_window);
     if (dialog.exec() != QDialog::Accepted)
@@ -246,25 +273,26 @@ void MemoryActions::exportList()
         startFolder(Settings::reportFolder, QDir::homePath()) + QStringLiteral("/SongsList") +
             suffix,
         isPage ? tr("File (*.html)") : SongsListDialog::tr("File (*.csv)"));
-    if (file.isEmpty())
+    if (file.isEmpty() || isExchanged(*task, dialog.windowTitle()))
         return;
     keepFolder(Settings::reportFolder, QFileInfo(file).path());
     WindowRun run(m_window, RunReport::Operation::SongsList);
     run.begin({dialog.windowTitle(), tr("Salvo l'elenco..."), 0, false});
     Index index(run);
-    const int result = index.saveSongsList(m_root, file, kind);
+    const int result = index.saveSongsList(task->root, file, kind);
     run.end();
     SongsListDialog::showOutcome(
-        m_window, SongsListDialog::outcomeOf(index, result, m_root, file, run.report()));
+        m_window, SongsListDialog::outcomeOf(index, result, task->root, file, run.report()));
     showReport(run);
 }
 
 void MemoryActions::pullOut()
 {
-    if (!mayStart(true))
+    const std::optional<Task> task = startWriting(tr("Rimozione sicura"));
+    if (!task)
         return;
     QGuiApplication::setOverrideCursor(Qt::BusyCursor);
-    m_safeRemoval->start(m_root);
+    m_safeRemoval->start(task->root);
     updateActions();
 }
 

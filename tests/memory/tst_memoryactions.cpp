@@ -36,6 +36,10 @@ private slots:
     void refusesAMemoryThatWasPulled();
     void refusesAnExchangedMemory();
     void asksForUnsavedPlaylistsFirst();
+    void keepsTheChoiceWhilePlaylistsAreSaved();
+    void keepsTheChoiceDuringTheQuestion();
+    void doesNothingWithoutAChoice();
+    void leavesAnExchangedMemoryAlone();
     void renamesASong();
     void validatesWhileItIsTyped();
     void joinsALetterAndItsAccent();
@@ -213,6 +217,89 @@ void TestMemoryActions::asksForUnsavedPlaylistsFirst()
         trigger(name);
     QCOMPARE(asked, 5);
     QVERIFY(m_memory->has(u"A.MID"_qs));
+}
+
+/// The window reads the memory again after the save, and then nothing is chosen.
+void TestMemoryActions::keepsTheChoiceWhilePlaylistsAreSaved()
+{
+    m_actions->setMayWrite([this] {
+        read();
+        return true;
+    });
+    choose({u"A.MID"_qs});
+    DialogScript script;
+    script.expect("brisel::RenameSongDialog", [](QWidget *dialog) {
+        DialogScript::type(dialog->findChild<QLineEdit *>(u"nameLineEdit"_qs), u"NEW"_qs);
+        DialogScript::click(dialog, u"renamePushButton"_qs);
+    });
+    trigger(u"Rinomina..."_qs);
+    QVERIFY(script.isDone());
+    QVERIFY(m_memory->has(u"NEW.MID"_qs));
+    choose({u"C.KAR"_qs, u"BASI/B.MP3"_qs});
+    script.expect("QMessageBox", [](QWidget *dialog) {
+        auto *box = qobject_cast<QMessageBox *>(dialog);
+        QCOMPARE(box->text(), u"Rimuovere 2 song dalla memoria?"_qs);
+        box->button(QMessageBox::Yes)->click();
+    });
+    script.expectMessage(u"Rimuovi dalla memoria"_qs, u"2 song rimosse"_qs, QMessageBox::Ok);
+    trigger(u"Rimuovi dalla memoria..."_qs);
+    QVERIFY(script.isDone());
+    QVERIFY(!m_memory->has(u"C.KAR"_qs));
+}
+
+void TestMemoryActions::keepsTheChoiceDuringTheQuestion()
+{
+    choose({u"A.MID"_qs});
+    DialogScript script;
+    script.expect("QMessageBox", [this](QWidget *dialog) {
+        m_actions->setFiles({m_memory->path(u"C.KAR"_qs), m_memory->path(u"BASI/B.MP3"_qs)});
+        qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Yes)->click();
+    });
+    script.expectMessage(u"Rimuovi dalla memoria"_qs, u"1 song rimosse"_qs, QMessageBox::Ok);
+    trigger(u"Rimuovi dalla memoria..."_qs);
+    QVERIFY(script.isDone());
+    QVERIFY(!m_memory->has(u"A.MID"_qs));
+    QVERIFY(m_memory->has(u"C.KAR"_qs));
+}
+
+/// A menu that is open keeps its enabled actions.
+void TestMemoryActions::doesNothingWithoutAChoice()
+{
+    m_actions->setFiles({});
+    for (QAction *found : m_actions->songActions()) {
+        found->setEnabled(true);
+        found->trigger();
+    }
+    QCOMPARE(m_changes, 0);
+    QVERIFY(!m_memory->has(u".brisel2pc"_qs));
+}
+
+/// Another memory is inserted while the question for unsaved playlists is open.
+void TestMemoryActions::leavesAnExchangedMemoryAlone()
+{
+    int exchanges = 0;
+    m_actions->setMayWrite([this, &exchanges] {
+        const bool isMoved =
+            QDir().rename(m_memory->root(), m_memory->root() + QString::number(++exchanges));
+        m_memory->write(u"A.MID"_qs, "another song");
+        return isMoved;
+    });
+    for (const auto &[name, title] :
+         {std::pair(u"Rimuovi dalla memoria..."_qs, u"Rimuovi dalla memoria"_qs),
+          std::pair(u"Rinomina..."_qs, u"Rinomina"_qs),
+          std::pair(u"Aggiorna"_qs, u"Ottimizza memoria"_qs),
+          std::pair(u"Rigenera"_qs, u"Ottimizza memoria"_qs),
+          std::pair(u"Rimozione sicura"_qs, u"Rimozione sicura"_qs)}) {
+        m_actions->setFiles({m_memory->path(u"A.MID"_qs)});
+        DialogScript script;
+        script.expectMessage(title, u"Impossibile proseguire: la memoria non è più presente."_qs,
+                             QMessageBox::Ok);
+        trigger(name);
+        QVERIFY(script.isDone());
+        QCOMPARE(m_memory->rootFiles().keys(), QStringList{u"A.MID"_qs});
+        QVERIFY(!m_memory->has(u".brisel2pc"_qs));
+    }
+    QCOMPARE(m_changes, 5);
 }
 
 void TestMemoryActions::renamesASong()

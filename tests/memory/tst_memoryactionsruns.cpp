@@ -46,6 +46,8 @@ private slots:
     void copiesSongsToAFolder();
     void refusesAFolderOnTheMemory();
     void copiesNothingWithoutAFolder();
+    void copiesWhatWasChosenBefore();
+    void copiesNothingFromAnExchangedMemory();
     void reportsWhatWasNotCopied();
     void updatesTheIndex();
     void rebuildsTheIndex();
@@ -120,6 +122,40 @@ void TestMemoryActionsRuns::copiesNothingWithoutAFolder()
     trigger(u"Copia sul computer..."_qs);
     QVERIFY(script.isDone());
     QVERIFY(Settings::copyBackFolder.in(openSettings()).isEmpty());
+}
+
+/// The choice changes while the folder is chosen.
+void TestMemoryActionsRuns::copiesWhatWasChosenBefore()
+{
+    choose({u"A.MID"_qs});
+    const QTemporaryDir folder;
+    DialogScript script;
+    script.expect("QFileDialog", [this, &folder](QWidget *widget) {
+        m_actions->setFiles({});
+        DialogScript::chooseFiles(qobject_cast<QFileDialog *>(widget), {folder.path()});
+    });
+    script.expectMessage(u"Copia sul computer"_qs, u"1 song copiate"_qs, QMessageBox::Ok);
+    trigger(u"Copia sul computer..."_qs);
+    QVERIFY(script.isDone());
+    QVERIFY(QFile::exists(folder.filePath(u"A.MID"_qs)));
+}
+
+void TestMemoryActionsRuns::copiesNothingFromAnExchangedMemory()
+{
+    choose({u"A.MID"_qs});
+    const QTemporaryDir folder;
+    DialogScript script;
+    script.expect("QFileDialog", [this, &folder](QWidget *widget) {
+        QVERIFY(QDir().rename(m_memory->root(), m_memory->root() + u'1'));
+        m_memory->write(u"A.MID"_qs, "another song");
+        DialogScript::chooseFiles(qobject_cast<QFileDialog *>(widget), {folder.path()});
+    });
+    script.expectMessage(u"Copia sul computer"_qs,
+                         u"Impossibile proseguire: la memoria non è più presente."_qs,
+                         QMessageBox::Ok);
+    trigger(u"Copia sul computer..."_qs);
+    QVERIFY(script.isDone());
+    QVERIFY(QDir(folder.path()).isEmpty());
 }
 
 void TestMemoryActionsRuns::reportsWhatWasNotCopied()
