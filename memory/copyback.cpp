@@ -38,9 +38,10 @@ CopyBack::Outcome CopyBack::run(Run &run)
     run.end();
     if (!m_shortage.isEmpty())
         return Outcome::NoRoom;
-    if (isInterrupted)
-        return Outcome::Interrupted;
-    return isDone ? Outcome::Done : Outcome::Failed;
+    // The interruption may have come after the last song.
+    if (isDone || (copier.copied() == m_files.size() && run.report().isEmpty()))
+        return Outcome::Done;
+    return isInterrupted ? Outcome::Interrupted : Outcome::Failed;
 }
 
 } // namespace brisel

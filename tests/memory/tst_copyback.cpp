@@ -35,6 +35,7 @@ private slots:
     void refusesABusyMemory();
     void needsRoomForAll();
     void endsBetweenTwoSongs();
+    void isDoneIfItIsInterruptedAfterTheLastSong();
     void changesNothingOnTheMemory();
 
 private:
@@ -191,6 +192,19 @@ void TestCopyBack::endsBetweenTwoSongs()
     QCOMPARE(copy(memory, {u"A.MID"_qs, u"C.KAR"_qs}, run), Outcome::Interrupted);
     QCOMPARE(names(), QStringList{u"A.MID"_qs});
     QCOMPARE(run.report().skipped(), 1);
+}
+
+void TestCopyBack::isDoneIfItIsInterruptedAfterTheLastSong()
+{
+    const HandMadeSet memory;
+    ScriptedRun run;
+    run.onStep = [&run](int done) { run.isStopped = done == 2; };
+    QCOMPARE(copy(memory, {u"A.MID"_qs, u"C.KAR"_qs}, run), Outcome::Done);
+    QCOMPARE(names(), (QStringList{u"A.MID"_qs, u"C.KAR"_qs}));
+    // A song that was not copied is still an interruption.
+    QVERIFY(QDir(m_folder.path()).removeRecursively() && QDir().mkpath(m_folder.path()));
+    run.isStopped = false;
+    QCOMPARE(copy(memory, {u"A.MID"_qs, u"GONE.MID"_qs, u"C.KAR"_qs}, run), Outcome::Interrupted);
 }
 
 void TestCopyBack::changesNothingOnTheMemory()
