@@ -192,15 +192,14 @@ void PlaylistsPanel::changeEvent(QEvent *event)
 
 void PlaylistsPanel::setContents(std::shared_ptr<const MemoryContents> contents)
 {
-    // The window shows nothing while it reads the memory again.
-    if (playlist() >= 0)
-        m_number = m_document.number(playlist());
+    const qsizetype current = playlist();
+    const qint16 number = current < 0 ? qint16{0} : m_document.number(current);
     m_identity = contents != nullptr ? MemoryIdentity(contents->root()) : MemoryIdentity();
     m_document.setContents(std::move(contents));
     if (playlist() < 0 && m_document.count() > 0) {
         int row = 0;
         for (int i = 0; i < m_document.count(); ++i)
-            row = m_document.number(i) == m_number ? i : row;
+            row = m_document.number(i) == number ? i : row;
         m_list->setCurrentIndex(m_playlists->index(row));
     }
     showPlaylist();

@@ -104,7 +104,6 @@ private:
     Transfer m_transfer;
     QString m_readOnly;
     bool m_wasModified = false;
-    qint16 m_number = 0; ///< of the playlist that was shown before the last change of the contents
     PlaylistsModel *m_playlists;
     PlaylistEntriesModel *m_entries;
     QListView *m_list;
