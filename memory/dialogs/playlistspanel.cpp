@@ -192,15 +192,11 @@ void PlaylistsPanel::changeEvent(QEvent *event)
 
 void PlaylistsPanel::setContents(std::shared_ptr<const MemoryContents> contents)
 {
-    const qsizetype current = playlist();
-    const qint16 number = current < 0 ? qint16{0} : m_document.number(current);
     m_identity = contents != nullptr ? MemoryIdentity(contents->root()) : MemoryIdentity();
     m_document.setContents(std::move(contents));
     if (playlist() < 0 && m_document.count() > 0) {
-        int row = 0;
-        for (int i = 0; i < m_document.count(); ++i)
-            row = m_document.number(i) == number ? i : row;
-        m_list->setCurrentIndex(m_playlists->index(row));
+        const qsizetype same = playlistWith(m_number);
+        m_list->setCurrentIndex(m_playlists->index(static_cast<int>(same < 0 ? 0 : same)));
     }
     showPlaylist();
 }
@@ -220,8 +216,20 @@ qsizetype PlaylistsPanel::playlist() const
     return current.isValid() ? current.row() : -1;
 }
 
+/// -1 if no playlist has this number.
+qsizetype PlaylistsPanel::playlistWith(std::optional<qint16> number) const
+{
+    for (qsizetype playlist = 0; playlist < m_document.count(); ++playlist) {
+        if (m_document.number(playlist) == number)
+            return playlist;
+    }
+    return -1;
+}
+
 void PlaylistsPanel::showPlaylist()
 {
+    if (playlist() >= 0)
+        m_number = m_document.number(playlist());
     if (m_entries->playlist() != playlist())
         m_entries->setPlaylist(playlist());
     updateButtons();
@@ -234,9 +242,9 @@ void PlaylistsPanel::showModified()
     updateButtons();
 }
 
-bool PlaylistsPanel::mayChange() const
+bool PlaylistsPanel::mayChange(qsizetype playlist) const
 {
-    return m_readOnly.isEmpty() && playlist() >= 0 && m_document.isEditable(playlist());
+    return m_readOnly.isEmpty() && playlist >= 0 && m_document.isEditable(playlist);
 }
 
 void PlaylistsPanel::setReadOnly(const QString &reason)

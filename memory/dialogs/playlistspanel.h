@@ -79,7 +79,9 @@ private:
     void selectEntries(const QList<qsizetype> &entries);
     QList<qsizetype> chosenEntries() const;
     qsizetype playlist() const;
-    bool mayChange() const;
+    qsizetype playlistWith(std::optional<qint16> number) const;
+    bool mayChange() const { return mayChange(playlist()); }
+    bool mayChange(qsizetype playlist) const;
 
     void moveUp();
     void moveDown();
@@ -94,7 +96,7 @@ private:
     void addFiles(const QStringList &files, qsizetype place);
     std::optional<QStringList> transferred(const QStringList &files);
     QList<quint32> idsOf(const QStringList &paths) const;
-    void addAt(qsizetype place, const QList<quint32> &ids, qsizetype wanted);
+    void addAt(qsizetype playlist, qsizetype place, const QList<quint32> &ids, qsizetype wanted);
     void showRefused(qsizetype wanted, qsizetype added);
     [[nodiscard]] bool readSetList(SetList &list);
     void warn(const QString &text, const QString &details = {});
@@ -104,6 +106,7 @@ private:
     Transfer m_transfer;
     QString m_readOnly;
     bool m_wasModified = false;
+    std::optional<qint16> m_number; ///< of the current playlist; kept while none is shown
     PlaylistsModel *m_playlists;
     PlaylistEntriesModel *m_entries;
     QListView *m_list;

@@ -91,13 +91,14 @@ void PlaylistsPanel::repairEntry()
 
 void PlaylistsPanel::addSongs(const QList<quint32> &ids)
 {
-    addAt(playlist() < 0 ? 0 : m_document.size(playlist()), ids, ids.size());
+    addAt(playlist(), playlist() < 0 ? 0 : m_document.size(playlist()), ids, ids.size());
 }
 
 /// Adds those of \a wanted songs that have \a ids.
-void PlaylistsPanel::addAt(qsizetype place, const QList<quint32> &ids, qsizetype wanted)
+void PlaylistsPanel::addAt(qsizetype playlist, qsizetype place, const QList<quint32> &ids,
+                           qsizetype wanted)
 {
-    const qsizetype added = mayChange() ? m_document.add(playlist(), place, ids) : 0;
+    const qsizetype added = mayChange(playlist) ? m_document.add(playlist, place, ids) : 0;
     if (added < wanted)
         showRefused(wanted, added);
 }
@@ -137,6 +138,7 @@ void PlaylistsPanel::addFiles(const QStringList &files, qsizetype place)
 {
     if (!mayChange() || RunGuard::isActive())
         return;
+    const qint16 number = m_document.number(playlist());
     const QString root = m_document.contents()->root() + u'/';
     QStringList others;
     for (const QString &file : files) {
@@ -151,7 +153,7 @@ void PlaylistsPanel::addFiles(const QStringList &files, qsizetype place)
         paths.removeIf([&others](const QString &path) { return others.contains(path); });
         paths += *sent;
     }
-    addAt(place, idsOf(paths), files.size());
+    addAt(playlistWith(number), place, idsOf(paths), files.size());
 }
 
 /// The paths of \a files on the memory. Empty if nothing may be added now.

@@ -1,9 +1,8 @@
 #include "memory/dialogs/playlistspanel.h"
 
 #include "base/settingsstore.h"
-#include "memory/songdrag.h"
 #include "tests/dialogscript.h"
-#include "tests/memory/playlistmemory.h"
+#include "tests/memory/openpanel.h"
 #include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
@@ -13,74 +12,15 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
 #include <QTranslator>
-#include <QUrl>
 
 using namespace brisel;
 
 using namespace Sample;
-
-namespace
-{
-
-/// A panel for a memory with the playlist 7, and the missing playlist 8.
-class OpenPanel
-{
-public:
-    explicit OpenPanel(const QByteArray &songs)
-    {
-        writePlaylist(memory, songs, {});
-        memory.write(u"playlist/playlist.dat"_qs, listRecord("0700") + listRecord("0800"));
-        panel.setContents(readContents(memory));
-        panel.resize(800, 500);
-        panel.show();
-        panel.activateWindow();
-        (void)QTest::qWaitForWindowActive(&panel);
-    }
-
-    QListView *list() const { return panel.findChild<QListView *>(u"playlistsListView"_qs); }
-    QTableView *table() const { return panel.findChild<QTableView *>(u"entriesTableView"_qs); }
-    QPushButton *button(const char *name) const
-    {
-        return panel.findChild<QPushButton *>(QLatin1StringView(name) + u"PushButton"_qs);
-    }
-    void click(const char *name) const
-    {
-        DialogScript::click(const_cast<PlaylistsPanel *>(&panel),
-                            QLatin1StringView(name) + u"PushButton"_qs);
-    }
-    QString nameOf(int playlist) const
-    {
-        return list()->model()->index(playlist, 0).data().toString();
-    }
-    /// The texts of a column, with blanks between.
-    QString column(int number) const
-    {
-        QStringList texts;
-        for (int row = 0; row < table()->model()->rowCount(); ++row)
-            texts.append(table()->model()->index(row, number).data().toString());
-        return texts.join(u' ');
-    }
-    QString titles() const { return column(1); }
-    bool drop(const char *type, const QByteArray &data, int row) const
-    {
-        QMimeData mime;
-        mime.setData(QLatin1StringView(type), data);
-        return table()->model()->dropMimeData(&mime, Qt::CopyAction, row, 0, {});
-    }
-
-    SampleMemory memory;
-    PlaylistsPanel panel;
-};
-
-const char *const songs = "application/x-brisel2pc-memory-songs";
-
-} // namespace
 
 /// The playlists of a memory as the user changes them.
 class TestPlaylistsPanel : public QObject
@@ -92,10 +32,6 @@ private slots:
     void movesAndRemovesByKeys();
     void undoesAndRedoes();
     void showsThePlaylistThatUndoChanges();
-    void takesDroppedSongs();
-    void movesEntriesByDragging();
-    void takesFilesOfThisMemory();
-    void transfersOtherFiles();
     void addsSongsAtTheEnd();
     void repairsAnEntryByAGuess();
     void repairsAnEntryByASearch();
@@ -178,79 +114,6 @@ void TestPlaylistsPanel::showsThePlaylistThatUndoChanges()
     QCOMPARE(open.list()->currentIndex().row(), 0);
     QCOMPARE(open.titles(), u"VOLARE AZZURRO"_qs);
     QVERIFY(open.table()->selectionModel()->isRowSelected(1));
-}
-
-void TestPlaylistsPanel::takesDroppedSongs()
-{
-    const OpenPanel open(volare);
-    (void)open.drop(songs, hex("0000000900000005"), 0);
-    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE"_qs);
-    (void)open.drop(songs, hex("00000002"), -1);
-    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE VOLARE"_qs);
-    (void)open.drop(songs, hex("000002"), -1);
-    DialogScript script;
-    script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 1 di 2."_qs,
-                         QMessageBox::Ok);
-    (void)open.drop(songs, hex("0000000800000002"), -1);
-    QTRY_VERIFY(script.isDone());
-    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE VOLARE VOLARE"_qs);
-}
-
-void TestPlaylistsPanel::movesEntriesByDragging()
-{
-    const OpenPanel open(volare + azzurro + nessuno);
-    const QAbstractItemModel *entries = open.table()->model();
-    const std::unique_ptr<QMimeData> dragged(
-        entries->mimeData({entries->index(2, 0), entries->index(2, 1)}));
-    QVERIFY(!open.table()->model()->dropMimeData(dragged.get(), Qt::MoveAction, 1, 0, {}));
-    QCOMPARE(open.titles(), u"VOLARE NESSUNO AZZURRO"_qs);
-    // Dropped onto an entry.
-    const std::unique_ptr<QMimeData> first(entries->mimeData({entries->index(0, 0)}));
-    open.table()->model()->dropMimeData(first.get(), Qt::MoveAction, -1, -1, entries->index(2, 0));
-    QCOMPARE(open.titles(), u"NESSUNO VOLARE AZZURRO"_qs);
-}
-
-void TestPlaylistsPanel::takesFilesOfThisMemory()
-{
-    const OpenPanel open(volare);
-    DialogScript script;
-    script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 1 di 2."_qs,
-                         QMessageBox::Ok);
-    const QList<QUrl> urls{QUrl::fromLocalFile(open.memory.path(u"nessuno.zb3"_qs)),
-                           QUrl::fromLocalFile(u"/somewhere/VOLARE.MID"_qs)};
-    QMimeData mime;
-    mime.setUrls(urls);
-    open.table()->model()->dropMimeData(&mime, Qt::CopyAction, 0, 0, {});
-    QTRY_VERIFY(script.isDone());
-    QCOMPARE(open.titles(), u"NESSUNO VOLARE"_qs);
-}
-
-void TestPlaylistsPanel::transfersOtherFiles()
-{
-    OpenPanel open(volare);
-    QStringList sent;
-    open.panel.setTransfer([&](const QStringList &files) {
-        sent = files;
-        // The transfer has updated the index.
-        const QByteArray added = songRecord("0000000A", "NUOVA", "7800");
-        open.memory.write(u"index.id2"_qs,
-                          open.memory.read(u"index.id2"_qs) +
-                              pathRecord("0000000A", "/NUOVA.MID", "20091231235958"));
-        open.memory.write(u"title.id2"_qs, open.memory.read(u"title.id2"_qs) + added);
-        return QStringList(open.memory.path(u"NUOVA.MID"_qs));
-    });
-    open.panel.addSongs({5});
-    DialogScript script;
-    script.expectMessage(u"Playlist"_qs,
-                         u"Le playlist sono state modificate. Salvarle sulla memoria?"_qs,
-                         QMessageBox::Save);
-    QMimeData mime;
-    mime.setUrls({QUrl::fromLocalFile(u"/somewhere/NUOVA.MID"_qs)});
-    open.table()->model()->dropMimeData(&mime, Qt::CopyAction, 0, 0, {});
-    QTRY_COMPARE(open.titles(), u"NUOVA VOLARE AZZURRO"_qs);
-    QVERIFY(script.isDone());
-    QCOMPARE(sent, QStringList(u"/somewhere/NUOVA.MID"_qs));
-    QVERIFY(open.panel.save());
 }
 
 void TestPlaylistsPanel::addsSongsAtTheEnd()
@@ -371,7 +234,7 @@ void TestPlaylistsPanel::changesNothingThatIsReadOnly()
     for (const char *name : {"up", "down", "remove", "repair", "undo", "redo", "save"})
         QVERIFY2(!open.button(name)->isEnabled(), name);
     QVERIFY(open.button("pdf")->isEnabled());
-    (void)open.drop(songs, hex("00000002"), 0);
+    open.dropSongs({2}, 0);
     QCOMPARE(open.titles(), u"VOLARE AZZURRO NESSUNO"_qs);
     QVERIFY(!open.panel.save());
     QCOMPARE(open.memory.read(songsOf7), volare + azzurro);

@@ -1,0 +1,126 @@
+#include "tests/memory/openpanel.h"
+#include "tests/testprogram.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QUrl>
+
+using namespace brisel;
+
+using namespace Sample;
+
+/// What is dropped on the entries of a playlist.
+class TestPlaylistDrops : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void takesDroppedSongs();
+    void movesEntriesByDragging();
+    void takesFilesOfThisMemory();
+    void transfersOtherFiles();
+    void addsToTheSamePlaylistAfterATransfer();
+};
+
+void TestPlaylistDrops::takesDroppedSongs()
+{
+    const OpenPanel open(volare);
+    open.dropSongs({9, 5}, 0);
+    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE"_qs);
+    open.dropSongs({2}, -1);
+    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE VOLARE"_qs);
+    (void)open.drop(qPrintable(songDragType), hex("000002"), -1);
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 1 di 2."_qs,
+                         QMessageBox::Ok);
+    open.dropSongs({8, 2}, -1);
+    QTRY_VERIFY(script.isDone());
+    QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE VOLARE VOLARE"_qs);
+}
+
+void TestPlaylistDrops::movesEntriesByDragging()
+{
+    const OpenPanel open(volare + azzurro + nessuno);
+    const QAbstractItemModel *entries = open.table()->model();
+    const std::unique_ptr<QMimeData> dragged(
+        entries->mimeData({entries->index(2, 0), entries->index(2, 1)}));
+    QVERIFY(!open.table()->model()->dropMimeData(dragged.get(), Qt::MoveAction, 1, 0, {}));
+    QCOMPARE(open.titles(), u"VOLARE NESSUNO AZZURRO"_qs);
+    // Dropped onto an entry.
+    const std::unique_ptr<QMimeData> first(entries->mimeData({entries->index(0, 0)}));
+    open.table()->model()->dropMimeData(first.get(), Qt::MoveAction, -1, -1, entries->index(2, 0));
+    QCOMPARE(open.titles(), u"NESSUNO VOLARE AZZURRO"_qs);
+}
+
+void TestPlaylistDrops::takesFilesOfThisMemory()
+{
+    const OpenPanel open(volare);
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 1 di 2."_qs,
+                         QMessageBox::Ok);
+    const QList<QUrl> urls{QUrl::fromLocalFile(open.memory.path(u"nessuno.zb3"_qs)),
+                           QUrl::fromLocalFile(u"/somewhere/VOLARE.MID"_qs)};
+    QMimeData mime;
+    mime.setUrls(urls);
+    open.table()->model()->dropMimeData(&mime, Qt::CopyAction, 0, 0, {});
+    QTRY_VERIFY(script.isDone());
+    QCOMPARE(open.titles(), u"NESSUNO VOLARE"_qs);
+}
+
+void TestPlaylistDrops::transfersOtherFiles()
+{
+    OpenPanel open(volare);
+    QStringList sent;
+    open.panel.setTransfer([&](const QStringList &files) {
+        sent = files;
+        // The transfer has updated the index.
+        const QByteArray added = songRecord("0000000A", "NUOVA", "7800");
+        open.memory.write(u"index.id2"_qs,
+                          open.memory.read(u"index.id2"_qs) +
+                              pathRecord("0000000A", "/NUOVA.MID", "20091231235958"));
+        open.memory.write(u"title.id2"_qs, open.memory.read(u"title.id2"_qs) + added);
+        return QStringList(open.memory.path(u"NUOVA.MID"_qs));
+    });
+    open.panel.addSongs({5});
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs,
+                         u"Le playlist sono state modificate. Salvarle sulla memoria?"_qs,
+                         QMessageBox::Save);
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(u"/somewhere/NUOVA.MID"_qs)});
+    open.table()->model()->dropMimeData(&mime, Qt::CopyAction, 0, 0, {});
+    QTRY_COMPARE(open.titles(), u"NUOVA VOLARE AZZURRO"_qs);
+    QVERIFY(script.isDone());
+    QCOMPARE(sent, QStringList(u"/somewhere/NUOVA.MID"_qs));
+    QVERIFY(open.panel.save());
+}
+
+/// The memory is read again with its playlists in another order, and is away for a moment.
+void TestPlaylistDrops::addsToTheSamePlaylistAfterATransfer()
+{
+    OpenPanel open(volare);
+    open.memory.write(u"playlist/play0008.dat"_qs, azzurro);
+    open.panel.setContents(readContents(open.memory));
+    open.list()->setCurrentIndex(open.list()->model()->index(1, 0));
+    QCOMPARE(open.titles(), u"AZZURRO"_qs);
+    open.panel.setTransfer([&open](const QStringList &) {
+        open.memory.write(u"playlist/playlist.dat"_qs,
+                          listRecord("0900") + listRecord("0800") + listRecord("0700"));
+        open.panel.updateContents(std::make_shared<MemoryContents>());
+        open.panel.updateContents(readContents(open.memory));
+        open.list()->setCurrentIndex(open.list()->model()->index(2, 0));
+        return QStringList(open.memory.path(u"NESSUNO.ZB3"_qs));
+    });
+    open.dropFiles({u"/somewhere/NESSUNO.ZB3"_qs}, 1);
+    QTRY_VERIFY(open.panel.isModified());
+    QCOMPARE(open.list()->currentIndex().row(), 1);
+    QCOMPARE(open.titles(), u"AZZURRO NESSUNO"_qs);
+    open.panel.updateContents(std::make_shared<MemoryContents>());
+    QCOMPARE(open.list()->model()->rowCount(), 0);
+    open.panel.updateContents(readContents(open.memory));
+    QCOMPARE(open.list()->currentIndex().row(), 1);
+}
+
+BRISEL_TEST(QApplication, TestPlaylistDrops)
+
+#include "tst_playlistdrops.moc"
