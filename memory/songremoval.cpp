@@ -63,6 +63,7 @@ std::optional<Reason> whyNotRead(MemoryContents::Outcome outcome)
 SongRemoval::SongRemoval(MemoryClaim &claim, QStringList files)
     : m_claim(claim), m_files(std::move(files))
 {
+    m_files.removeDuplicates();
 }
 
 SongRemoval::Outcome SongRemoval::run(Run &run)
@@ -114,22 +115,27 @@ void SongRemoval::removeFiles(Run &run)
         if (m_isInterrupted)
             run.report().add(RunReport::Step::Delete, path, Run::interrupted);
         else
-            removeFile(run, path, true);
+            removeSong(run, path);
         run.setStep(++done);
     }
-    removeGraphics(run);
     m_hasFailed = !flush(run) || m_hasFailed;
     run.end();
 }
 
+void SongRemoval::removeSong(Run &run, const QString &path)
+{
+    if (removeFile(run, path) && hasSuffix(path, mp3Suffix))
+        removeGraphicsOf(run, path);
+}
+
 /// Through a handle of the folder, because its path may become that of a folder elsewhere.
-void SongRemoval::removeFile(Run &run, const QString &path, bool isCounted)
+bool SongRemoval::removeFile(Run &run, const QString &path)
 {
     std::optional<Reason> failure;
-    const QString suffix = QFileInfo(path).suffix();
+    const bool isSong = isSongSuffix(QFileInfo(path).suffix());
     const QString folder = QFileInfo(path).path();
     const QString way = wayBelow(m_claim.root(), folder);
-    if (!isSongSuffix(suffix) && !hasSuffix(path, graphicsSuffix)) {
+    if (!isSong && !hasSuffix(path, graphicsSuffix)) {
         failure = notASong;
     } else if (!m_claim.isSame()) {
         failure = MemoryReason::gone;
@@ -140,44 +146,53 @@ void SongRemoval::removeFile(Run &run, const QString &path, bool isCounted)
         const bool isRemoved = handle.isOpen() && handle.remove(QFileInfo(path).fileName());
         if (!isRemoved && entryExists(path))
             failure = SongDeletion::whyNotDeleted(path);
-        else if (isRemoved && isCounted)
-            run.report().count(RunReport::Success::Deleted);
         m_folders.insert(way);
     }
     if (!failure) {
         m_gone.append(path);
-        return;
+        if (isSong)
+            run.report().count(RunReport::Success::Deleted);
+        return true;
     }
     m_hasFailed = true;
     if (*failure == MemoryReason::gone)
         run.report().addShared(RunReport::Step::Delete, m_claim.root(), *failure);
     else
         run.report().add(RunReport::Step::Delete, path, *failure);
+    return false;
 }
 
-/// Removes the graphics files of the MP3s that are gone, ignoring letter case, except those that
-/// another MP3 uses, too.
-void SongRemoval::removeGraphics(Run &run)
+/// Removes the graphics files of \a song, an MP3 that is gone, ignoring letter case, except those
+/// that another MP3 uses, too.
+void SongRemoval::removeGraphicsOf(Run &run, const QString &song)
 {
-    GraphicsFiles graphics;
-    const QStringList songs = m_gone;
-    for (const QString &song : songs) {
-        if (!hasSuffix(song, mp3Suffix))
-            continue;
-        const QString folder = QFileInfo(song).path();
-        const QStringList mp3s = QDir(folder).entryList(
-            {QStringLiteral("*.mp3")}, QDir::Files | QDir::Hidden | QDir::System, QDir::Unsorted);
-        const QString name = lowerCased(baseName(song));
-        if (std::any_of(mp3s.cbegin(), mp3s.cend(), [&name](const QString &other) {
-                return lowerCased(baseName(other)) == name;
-            }))
-            continue;
-        const QStringList found = graphics.named(folder, baseName(song) + u'.' + graphicsSuffix);
-        for (const QString &file : found) {
-            if (entryExists(folder + u'/' + file))
-                removeFile(run, folder + u'/' + file, false);
-        }
+    const QString folder = QFileInfo(song).path();
+    const QStringList sharing = mp3sNamedLike(song);
+    if (std::any_of(sharing.cbegin(), sharing.cend(),
+                    [&folder](const QString &name) { return entryExists(folder + u'/' + name); }))
+        return;
+    const QStringList found = m_graphics.named(folder, baseName(song) + u'.' + graphicsSuffix);
+    for (const QString &file : found) {
+        if (entryExists(folder + u'/' + file))
+            removeFile(run, folder + u'/' + file);
     }
+}
+
+/// The MP3s in the folder of \a song whose names differ from its name only in letter case, as far
+/// as they were there when the folder was first read. Reads each folder once.
+QStringList SongRemoval::mp3sNamedLike(const QString &song)
+{
+    const QString folder = QFileInfo(song).path();
+    auto known = m_mp3s.constFind(folder);
+    if (known == m_mp3s.constEnd()) {
+        QMultiHash<QString, QString> names;
+        const QStringList all = QDir(folder).entryList(
+            {QStringLiteral("*.mp3")}, QDir::Files | QDir::Hidden | QDir::System, QDir::Unsorted);
+        for (const QString &name : all)
+            names.insert(lowerCased(baseName(name)), name);
+        known = m_mp3s.insert(folder, names);
+    }
+    return known->values(lowerCased(baseName(song)));
 }
 
 bool SongRemoval::flush(Run &run) const

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "base/graphicsfiles.h"
 #include "base/run.h"
 #include "memory/songentries.h"
 
 #include <QCoreApplication>
+#include <QHash>
+#include <QMultiHash>
 #include <QSet>
 #include <QStringList>
 
@@ -37,12 +40,15 @@ public:
 
     /// Deletes what \a files name: of a link the link itself, and nothing outside of the memory.
     /// The graphics file of an MP3 stays if there is another MP3 with its name.
+    /// The report counts the songs that are gone, also those whose files were missing before.
     [[nodiscard]] Outcome run(Run &run);
 
 private:
     void removeFiles(Run &run);
-    void removeFile(Run &run, const QString &path, bool isCounted);
-    void removeGraphics(Run &run);
+    void removeSong(Run &run, const QString &path);
+    bool removeFile(Run &run, const QString &path);
+    void removeGraphicsOf(Run &run, const QString &song);
+    [[nodiscard]] QStringList mp3sNamedLike(const QString &song);
     [[nodiscard]] bool flush(Run &run) const;
     [[nodiscard]] bool follow(Run &run, const MemoryContents &contents,
                               const SongEntries &gone) const;
@@ -50,9 +56,11 @@ private:
                                      const SongEntries &gone) const;
 
     MemoryClaim &m_claim;
-    const QStringList m_files;
+    QStringList m_files;     ///< each once
     QStringList m_gone;      ///< of m_files
     QSet<QString> m_folders; ///< whose entries have changed, relative to the root
+    GraphicsFiles m_graphics;
+    QHash<QString, QMultiHash<QString, QString>> m_mp3s; ///< by folder, then lower-cased base name
     bool m_isInterrupted = false;
     bool m_hasFailed = false;
 };

@@ -48,6 +48,7 @@ class TestSongRemoval : public QObject
 private slots:
     void removesAFileWithItsGraphics();
     void keepsSharedGraphics();
+    void removesGraphicsWithTheirLastSong();
     void takesEntriesOut();
     void leavesNothingBehindTheLastEntry();
     void keepsOtherBytesOfThePlaylists();
@@ -58,6 +59,7 @@ private slots:
     void removesALinkButNotItsTarget();
     void removesOnlySongs();
     void takesEntriesOfMissingFilesOut();
+    void countsASongOnce();
     void removesTheLastSong();
     void makesNoIndex();
     void endsBetweenTwoFiles();
@@ -112,6 +114,27 @@ void TestSongRemoval::keepsSharedGraphics()
     QVERIFY(memory.has(u"BASI/B.cdg"_qs));
     QCOMPARE(remove(memory, {u"BASI/b.mp3"_qs}), Outcome::Done);
     QVERIFY(!memory.has(u"BASI/B.cdg"_qs));
+}
+
+void TestSongRemoval::removesGraphicsWithTheirLastSong()
+{
+    const HandMadeSet memory;
+    memory.write(u"BASI/b.mp3"_qs, mp3Song("Twin", "Bruno", "Rock"));
+    memory.write(u"BASI/B.cdg"_qs, "graphics");
+    memory.write(u"BASI/D.cdg"_qs, "graphics");
+    MemoryClaim claim(memory.root());
+    ScriptedRun run;
+    run.onStep = [&](int done) {
+        if (run.steps.size() > 2) // of the index
+            return;
+        QCOMPARE(memory.has(u"BASI/B.cdg"_qs), done < 2);
+        run.isStopped = done == 2;
+    };
+    SongRemoval removal(claim, {memory.path(u"BASI/B.MP3"_qs), memory.path(u"BASI/b.mp3"_qs),
+                                memory.path(u"BASI/D.MP3"_qs)});
+    QCOMPARE(removal.run(run), Outcome::Interrupted);
+    QVERIFY(!memory.has(u"BASI/B.cdg"_qs));
+    QVERIFY(memory.has(u"BASI/D.cdg"_qs));
 }
 
 void TestSongRemoval::takesEntriesOut()
@@ -233,6 +256,7 @@ void TestSongRemoval::removesOnlySongs()
     memory.write(u"ALONE.cdg"_qs, "graphics");
     QCOMPARE(remove(memory, {u"ALONE.cdg"_qs}), Outcome::Done);
     QVERIFY(!memory.has(u"ALONE.cdg"_qs));
+    QCOMPARE(m_run->report().counted(RunReport::Success::Deleted), 0);
 }
 
 void TestSongRemoval::takesEntriesOfMissingFilesOut()
@@ -242,8 +266,16 @@ void TestSongRemoval::takesEntriesOfMissingFilesOut()
     QVERIFY(QDir(memory.path(u"BASI"_qs)).removeRecursively());
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
     QCOMPARE(memory.read(removalSongs), HandMadeSet::one());
-    QCOMPARE(m_run->report().counted(RunReport::Success::Deleted), 0);
+    QCOMPARE(m_run->report().counted(RunReport::Success::Deleted), 1);
     QCOMPARE(SetReader(memory).songCount(), 2);
+}
+
+/// A damaged index may have a path twice.
+void TestSongRemoval::countsASongOnce()
+{
+    const HandMadeSet memory;
+    QCOMPARE(remove(memory, {u"A.MID"_qs, u"C.KAR"_qs, u"A.MID"_qs}), Outcome::Done);
+    QCOMPARE(m_run->report().counted(RunReport::Success::Deleted), 2);
 }
 
 /// An update would keep the index of a memory without songs.
