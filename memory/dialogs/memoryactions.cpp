@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QEvent>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QWidget>
 
 #include <utility>
@@ -32,7 +33,11 @@ MemoryActions::MemoryActions(QWidget *window)
     retranslate();
 }
 
-MemoryActions::~MemoryActions() = default;
+MemoryActions::~MemoryActions()
+{
+    if (m_safeRemoval->isWorking())
+        QGuiApplication::restoreOverrideCursor();
+}
 
 void MemoryActions::setUnmountService(std::unique_ptr<UnmountService> service)
 {
@@ -96,6 +101,10 @@ bool MemoryActions::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange)
         retranslate();
+    if (event->type() == QEvent::Close && m_safeRemoval->isWorking()) {
+        event->ignore(); // the user is waiting for the outcome, which comes in a bounded time
+        return true;
+    }
     return QObject::eventFilter(watched, event);
 }
 

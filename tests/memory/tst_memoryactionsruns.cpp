@@ -62,6 +62,8 @@ private slots:
     void exportsNothingAfterCancel();
     void pullsTheMemoryOut();
     void saysThatTheMemoryIsStillMounted();
+    void keepsTheWindowOpenUntilTheOutcome();
+    void restoresTheCursorAtItsEnd();
     void doesNothingDuringAnotherRun();
 
 private:
@@ -358,6 +360,29 @@ void TestMemoryActionsRuns::saysThatTheMemoryIsStillMounted()
     trigger(u"Rimozione sicura"_qs);
     QTRY_VERIFY(script.isDone());
     QTRY_COMPARE(enabled(), memoryTexts);
+}
+
+void TestMemoryActionsRuns::keepsTheWindowOpenUntilTheOutcome()
+{
+    m_actions->setUnmountService(std::make_unique<SlowService>());
+    DialogScript script;
+    script.expectMessage(u"Rimozione sicura"_qs,
+                         u"La memoria è stata smontata: ora si può togliere."_qs, QMessageBox::Ok);
+    trigger(u"Rimozione sicura"_qs);
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    QTRY_VERIFY(script.isDone());
+    QTRY_COMPARE(m_changes, 1);
+    QVERIFY(m_window->close());
+}
+
+void TestMemoryActionsRuns::restoresTheCursorAtItsEnd()
+{
+    m_actions->setUnmountService(std::make_unique<SlowService>());
+    trigger(u"Rimozione sicura"_qs);
+    QVERIFY(QGuiApplication::overrideCursor() != nullptr);
+    m_window.reset();
+    QVERIFY(QGuiApplication::overrideCursor() == nullptr);
 }
 
 void TestMemoryActionsRuns::doesNothingDuringAnotherRun()
