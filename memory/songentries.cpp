@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
 
@@ -43,14 +44,19 @@ SongEntries::SongEntries(const MemoryContents &contents) : m_contents(contents)
 
 void SongEntries::add(const QString &path)
 {
-    if (!path.startsWith(m_contents.root() + u'/'))
+    if (!path.startsWith(m_contents.root() + u'/') || m_byPath.contains(path))
         return;
     const QString below = path.mid(m_contents.root().size());
     const QList<qsizetype> positions = m_byKey.values(pathSortKey(below));
+    QHash<QString, bool> looked; // a damaged index may have one path many times
     for (const qsizetype position : positions) {
         const QString known = m_contents.path(position);
-        if (known != below && !isSameFile(m_contents.root() + known, path) &&
-            (positions.size() > 1 || !isOnlyFile(path, below)))
+        auto isMeant = looked.constFind(known);
+        if (isMeant == looked.constEnd())
+            isMeant = looked.insert(known, known == below ||
+                                               isSameFile(m_contents.root() + known, path) ||
+                                               (positions.size() == 1 && isOnlyFile(path, below)));
+        if (!*isMeant)
             continue;
         m_byPath.insert(path, position);
         m_songs.insert(position);
