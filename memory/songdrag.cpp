@@ -2,25 +2,39 @@
 
 #include "base/bytes.h"
 
+#include <QCoreApplication>
+
 namespace brisel
 {
 
 static constexpr qsizetype idSize = 4; // bytes
 
-QByteArray songDragData(const QList<quint32> &ids)
+static QByteArray tokenOf(const QString &place)
 {
-    QByteArray data(ids.size() * idSize, '\0');
+    return QByteArray::number(QCoreApplication::applicationPid()) + ' ' + place.toUtf8() + '\0';
+}
+
+QByteArray songDragData(const QString &place, const QList<quint32> &ids)
+{
+    const QByteArray token = tokenOf(place);
+    QByteArray data = token + QByteArray(ids.size() * idSize, '\0');
     for (qsizetype i = 0; i < ids.size(); ++i)
-        putBe32(data, i * idSize, ids.at(i));
+        putBe32(data, token.size() + i * idSize, ids.at(i));
     return data;
 }
 
-std::optional<QList<quint32>> idsFromDrag(const QByteArray &data)
+bool isDragFrom(const QString &place, const QByteArray &data)
 {
-    if (data.size() % idSize != 0)
+    return data.startsWith(tokenOf(place));
+}
+
+std::optional<QList<quint32>> idsFromDrag(const QString &place, const QByteArray &data)
+{
+    const qsizetype first = tokenOf(place).size();
+    if (!isDragFrom(place, data) || (data.size() - first) % idSize != 0)
         return std::nullopt;
     QList<quint32> ids;
-    for (qsizetype at = 0; at < data.size(); at += idSize)
+    for (qsizetype at = first; at < data.size(); at += idSize)
         ids.append(be32At(data, at));
     return ids;
 }

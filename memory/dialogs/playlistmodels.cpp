@@ -195,6 +195,27 @@ QVariant PlaylistEntriesModel::headerData(int section, Qt::Orientation orientati
     }
 }
 
+/// Ids of songs count on this memory only.
+QString PlaylistEntriesModel::songPlace() const
+{
+    return m_document.contents()->root();
+}
+
+/// Numbers of entries count in this playlist only.
+QString PlaylistEntriesModel::entryPlace() const
+{
+    return QStringLiteral("%1 %2").arg(m_document.number(m_playlist)).arg(songPlace());
+}
+
+bool PlaylistEntriesModel::takes(const QMimeData &data) const
+{
+    if (data.hasFormat(entryDragType))
+        return isDragFrom(entryPlace(), data.data(entryDragType));
+    if (data.hasFormat(songDragType))
+        return isDragFrom(songPlace(), data.data(songDragType));
+    return data.hasUrls();
+}
+
 QStringList PlaylistEntriesModel::mimeTypes() const
 {
     return {entryDragType, songDragType, QStringLiteral("text/uri-list")};
@@ -208,7 +229,7 @@ QMimeData *PlaylistEntriesModel::mimeData(const QModelIndexList &indexes) const
             rows.append(static_cast<quint32>(index.row()));
     }
     auto *data = new QMimeData;
-    data->setData(entryDragType, songDragData(rows));
+    data->setData(entryDragType, songDragData(entryPlace(), rows));
     return data;
 }
 
@@ -216,8 +237,7 @@ bool PlaylistEntriesModel::canDropMimeData(const QMimeData *data, Qt::DropAction
                                            int /*row*/, int /*column*/,
                                            const QModelIndex & /*parent*/) const
 {
-    return isDroppable() &&
-           (data->hasFormat(entryDragType) || data->hasFormat(songDragType) || data->hasUrls());
+    return isDroppable() && takes(*data);
 }
 
 bool PlaylistEntriesModel::dropMimeData(const QMimeData *data, Qt::DropAction action, int row,
@@ -227,10 +247,12 @@ bool PlaylistEntriesModel::dropMimeData(const QMimeData *data, Qt::DropAction ac
         return false;
     const qsizetype place = row >= 0 ? row : parent.isValid() ? parent.row() : rowCount();
     if (data->hasFormat(entryDragType)) {
-        const auto rows = idsFromDrag(data->data(entryDragType)).value_or(QList<quint32>());
+        const auto rows =
+            idsFromDrag(entryPlace(), data->data(entryDragType)).value_or(QList<quint32>());
         m_document.move(m_playlist, {rows.cbegin(), rows.cend()}, place);
     } else if (data->hasFormat(songDragType)) {
-        const auto ids = idsFromDrag(data->data(songDragType)).value_or(QList<quint32>());
+        const auto ids =
+            idsFromDrag(songPlace(), data->data(songDragType)).value_or(QList<quint32>());
         const qsizetype added = m_document.add(m_playlist, place, ids);
         if (added < ids.size())
             emit songsRefused(ids.size(), added);

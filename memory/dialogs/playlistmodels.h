@@ -77,6 +77,9 @@ signals:
 
 private:
     bool isDroppable() const;
+    QString songPlace() const;
+    QString entryPlace() const;
+    bool takes(const QMimeData &data) const;
     QString noteOf(qsizetype entry) const;
 
     PlaylistDocument &m_document;

@@ -215,7 +215,7 @@ QMimeData *SongListModel::mimeData(const QModelIndexList &indexes) const
     if (ids.isEmpty())
         return nullptr;
     auto *data = new QMimeData;
-    data->setData(songDragType, songDragData(ids));
+    data->setData(songDragType, songDragData(m_list.contents().root(), ids));
     return data;
 }
 

@@ -272,11 +272,11 @@ void TestMemoryLists::dragsSongs()
     const std::unique_ptr<QMimeData> data(
         model->mimeData({model->index(2, 0), model->index(2, 1), model->index(0, 0)}));
     QCOMPARE(data->formats(), QStringList(songDragType));
-    QCOMPARE(idsFromDrag(data->data(songDragType)), QList<quint32>({7, 3}));
+    QCOMPARE(idsFromDrag(m_memory->root(), data->data(songDragType)), QList<quint32>({7, 3}));
     QVERIFY(model->flags(model->index(0, 0)).testFlag(Qt::ItemIsDragEnabled));
     chooseList(1);
     const std::unique_ptr<QMimeData> whole(model->mimeData({model->index(1, 0)}));
-    QCOMPARE(idsFromDrag(whole->data(songDragType)), QList<quint32>({7, 1}));
+    QCOMPARE(idsFromDrag(m_memory->root(), whole->data(songDragType)), QList<quint32>({7, 1}));
 }
 
 void TestMemoryLists::asksForAMenu()

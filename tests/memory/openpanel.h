@@ -63,7 +63,7 @@ public:
     /// The rows are dropped as the lists of the memory give them.
     void dropSongs(const QList<quint32> &ids, int row) const
     {
-        (void)drop(qPrintable(songDragType), songDragData(ids), row);
+        (void)drop(qPrintable(songDragType), songDragData(memory.root(), ids), row);
     }
     void dropFiles(const QStringList &paths, int row) const
     {

@@ -293,10 +293,13 @@ void TestPlayerList::jumpsToWhatIsShown()
 
 void TestPlayerList::dragsIds()
 {
-    QCOMPARE(songDragData({1, 0xFFFFFFFE}), hex("00000001FFFFFFFE"));
-    QCOMPARE(idsFromDrag(hex("00000001FFFFFFFE")), QList<quint32>({1, 0xFFFFFFFE}));
-    QCOMPARE(idsFromDrag({}), QList<quint32>());
-    QVERIFY(!idsFromDrag(hex("00000001FF")).has_value());
+    const QByteArray token =
+        QByteArray::number(QCoreApplication::applicationPid()) + " /CARD" + hex("00");
+    const QByteArray data = token + hex("00000001FFFFFFFE");
+    QCOMPARE(songDragData(u"/CARD"_qs, {1, 0xFFFFFFFE}), data);
+    QCOMPARE(idsFromDrag(u"/CARD"_qs, data), QList<quint32>({1, 0xFFFFFFFE}));
+    QCOMPARE(idsFromDrag(u"/CARD"_qs, token), QList<quint32>());
+    QVERIFY(!idsFromDrag(u"/CARD"_qs, token + hex("00000001FF")).has_value());
 }
 
 BRISEL_TEST(QCoreApplication, TestPlayerList)

@@ -16,7 +16,9 @@ class TestPlaylistDrops : public QObject
 
 private slots:
     void takesDroppedSongs();
+    void takesNoSongsOfAnotherMemory();
     void movesEntriesByDragging();
+    void takesNoEntriesOfAnotherPlaylist();
     void takesFilesOfThisMemory();
     void transfersOtherFiles();
     void addsToTheSamePlaylistAfterATransfer();
@@ -29,13 +31,31 @@ void TestPlaylistDrops::takesDroppedSongs()
     QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE"_qs);
     open.dropSongs({2}, -1);
     QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE VOLARE"_qs);
-    (void)open.drop(qPrintable(songDragType), hex("000002"), -1);
+    (void)open.drop(qPrintable(songDragType), songDragData(open.memory.root(), {2}) + hex("0000"),
+                    -1);
     DialogScript script;
     script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 1 di 2."_qs,
                          QMessageBox::Ok);
     open.dropSongs({8, 2}, -1);
     QTRY_VERIFY(script.isDone());
     QCOMPARE(open.titles(), u"NESSUNO AZZURRO VOLARE VOLARE VOLARE"_qs);
+}
+
+/// Another process has its own memory, perhaps with the same root.
+void TestPlaylistDrops::takesNoSongsOfAnotherMemory()
+{
+    const OpenPanel open(volare);
+    const QByteArray own = songDragData(open.memory.root(), {5});
+    for (const QByteArray &other : {songDragData(open.memory.root() + u'2', {5}), '9' + own,
+                                    own.mid(own.indexOf('\0') + 1), QByteArray()}) {
+        QMimeData data;
+        data.setData(songDragType, other);
+        QVERIFY(!open.table()->model()->canDropMimeData(&data, Qt::CopyAction, 0, 0, {}));
+        (void)open.table()->model()->dropMimeData(&data, Qt::CopyAction, 0, 0, {});
+        QCOMPARE(open.titles(), u"VOLARE"_qs);
+    }
+    open.dropSongs({5}, 0);
+    QCOMPARE(open.titles(), u"AZZURRO VOLARE"_qs);
 }
 
 void TestPlaylistDrops::movesEntriesByDragging()
@@ -50,6 +70,19 @@ void TestPlaylistDrops::movesEntriesByDragging()
     const std::unique_ptr<QMimeData> first(entries->mimeData({entries->index(0, 0)}));
     open.table()->model()->dropMimeData(first.get(), Qt::MoveAction, -1, -1, entries->index(2, 0));
     QCOMPARE(open.titles(), u"NESSUNO VOLARE AZZURRO"_qs);
+}
+
+void TestPlaylistDrops::takesNoEntriesOfAnotherPlaylist()
+{
+    OpenPanel open(volare + azzurro);
+    open.memory.write(u"playlist/play0008.dat"_qs, nessuno + azzurro);
+    open.panel.setContents(readContents(open.memory));
+    const QAbstractItemModel *entries = open.table()->model();
+    const std::unique_ptr<QMimeData> dragged(entries->mimeData({entries->index(1, 0)}));
+    open.list()->setCurrentIndex(open.list()->model()->index(1, 0));
+    QVERIFY(!entries->canDropMimeData(dragged.get(), Qt::MoveAction, 0, 0, {}));
+    (void)open.table()->model()->dropMimeData(dragged.get(), Qt::MoveAction, 0, 0, {});
+    QCOMPARE(open.titles(), u"NESSUNO AZZURRO"_qs);
 }
 
 void TestPlaylistDrops::takesFilesOfThisMemory()
