@@ -1,12 +1,16 @@
 #include "memory/dialogs/playlistmodels.h"
 
 #include "base/bytes.h"
+#include "base/songsuffix.h"
 #include "index/indexrecords.h"
 #include "library/dialogs/celltext.h"
 #include "memory/songdrag.h"
 
+#include <QFileInfo>
 #include <QMimeData>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace brisel
 {
@@ -213,7 +217,9 @@ bool PlaylistEntriesModel::takes(const QMimeData &data) const
         return isDragFrom(entryPlace(), data.data(entryDragType));
     if (data.hasFormat(songDragType))
         return isDragFrom(songPlace(), data.data(songDragType));
-    return data.hasUrls();
+    const QStringList paths = droppedPaths(data);
+    return std::any_of(paths.cbegin(), paths.cend(),
+                       [](const QString &path) { return isSongSuffix(QFileInfo(path).suffix()); });
 }
 
 QStringList PlaylistEntriesModel::mimeTypes() const

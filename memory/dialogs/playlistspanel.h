@@ -31,7 +31,8 @@ class PlaylistsPanel : public QWidget
     Q_OBJECT
 
 public:
-    /// Transfers files to the memory and returns their paths there.
+    /// Transfers files to the memory and returns their paths there: one for each file, empty for
+    /// those that are not there; no paths at all if nothing was transferred.
     using Transfer = std::function<QStringList(const QStringList &files)>;
 
     explicit PlaylistsPanel(QWidget *parent = nullptr);

@@ -2,6 +2,7 @@
 #include "base/lastfolder.h"
 #include "base/run.h"
 #include "base/runguard.h"
+#include "base/songsuffix.h"
 #include "library/dialogs/plainmessage.h"
 #include "library/dialogs/windowrun.h"
 #include "memory/dialogs/playlistspanel.h"
@@ -21,6 +22,12 @@
 
 namespace brisel
 {
+
+static bool isSongFile(const QString &path)
+{
+    const QFileInfo file(path);
+    return isSongSuffix(file.suffix()) && !file.isDir();
+}
 
 void PlaylistsPanel::warn(const QString &text, const QString &details)
 {
@@ -133,25 +140,34 @@ QList<quint32> PlaylistsPanel::idsOf(const QStringList &paths) const
     return ids;
 }
 
-/// Adds files before the entry \a place; those that are not on the memory are transferred first.
+/// Adds songs before the entry \a place, in their order; those that are not on the memory are
+/// transferred first. Other files are left out.
 void PlaylistsPanel::addFiles(const QStringList &files, qsizetype place)
 {
     if (!mayChange() || RunGuard::isActive())
         return;
     const qint16 number = m_document.number(playlist());
     const QString root = m_document.contents()->root() + u'/';
+    const auto isOther = [&root](const QString &file) {
+        return !QDir::cleanPath(file).startsWith(root);
+    };
+    QStringList paths;
     QStringList others;
     for (const QString &file : files) {
-        if (!QDir::cleanPath(file).startsWith(root))
+        if (!isSongFile(file))
+            continue;
+        paths.append(file);
+        if (isOther(file))
             others.append(file);
     }
-    QStringList paths = files;
     if (!others.isEmpty()) {
         const std::optional<QStringList> sent = transferred(others);
         if (!sent.has_value())
             return;
-        paths.removeIf([&others](const QString &path) { return others.contains(path); });
-        paths += *sent;
+        qsizetype next = 0;
+        for (QString &path : paths)
+            path = isOther(path) ? sent->value(next++) : path;
+        paths.removeAll(QString());
     }
     addAt(playlistWith(number), place, idsOf(paths), files.size());
 }

@@ -2,7 +2,9 @@
 #include "tests/testprogram.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QMessageBox>
+#include <QTemporaryDir>
 #include <QUrl>
 
 using namespace brisel;
@@ -21,6 +23,8 @@ private slots:
     void takesNoEntriesOfAnotherPlaylist();
     void takesFilesOfThisMemory();
     void transfersOtherFiles();
+    void transfersSongsOnly();
+    void keepsTheOrderOfDroppedFiles();
     void addsToTheSamePlaylistAfterATransfer();
 };
 
@@ -126,6 +130,49 @@ void TestPlaylistDrops::transfersOtherFiles()
     QVERIFY(script.isDone());
     QCOMPARE(sent, QStringList(u"/somewhere/NUOVA.MID"_qs));
     QVERIFY(open.panel.save());
+}
+
+void TestPlaylistDrops::transfersSongsOnly()
+{
+    OpenPanel open(volare);
+    QStringList sent;
+    open.panel.setTransfer([&](const QStringList &files) {
+        sent = files;
+        return QStringList(open.memory.path(u"NESSUNO.ZB3"_qs));
+    });
+    const QTemporaryDir away;
+    QVERIFY(QDir(away.path()).mkdir(u"FOLDER.MID"_qs));
+    const QString song = away.filePath(u"NESSUNO.ZB3"_qs);
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 1 di 3."_qs,
+                         QMessageBox::Ok);
+    open.dropFiles({away.filePath(u"LIST.PDF"_qs), away.filePath(u"FOLDER.MID"_qs), song}, 0);
+    QTRY_VERIFY(script.isDone());
+    QCOMPARE(sent, QStringList(song));
+    QCOMPARE(open.titles(), u"NESSUNO VOLARE"_qs);
+    QMimeData list;
+    list.setUrls({QUrl::fromLocalFile(away.filePath(u"LIST.PDF"_qs)),
+                  QUrl(u"https://example.org/SONG.MID"_qs)});
+    QVERIFY(!open.table()->model()->canDropMimeData(&list, Qt::CopyAction, 0, 0, {}));
+}
+
+/// One of the files of the computer does not reach the memory.
+void TestPlaylistDrops::keepsTheOrderOfDroppedFiles()
+{
+    OpenPanel open(azzurro);
+    open.panel.setTransfer([&](const QStringList &) {
+        return QStringList{open.memory.path(u"BASI/VOLARE.MID"_qs), QString(),
+                           open.memory.path(u"NESSUNO.ZB3"_qs)};
+    });
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 4 di 5."_qs,
+                         QMessageBox::Ok);
+    open.dropFiles({u"/away/VOLARE.MID"_qs, open.memory.path(u"NESSUNO.ZB3"_qs),
+                    u"/away/LOST.MID"_qs, u"/away/NESSUNO.ZB3"_qs,
+                    open.memory.path(u"BASI/VOLARE.MID"_qs)},
+                   1);
+    QTRY_VERIFY(script.isDone());
+    QCOMPARE(open.titles(), u"AZZURRO VOLARE NESSUNO NESSUNO VOLARE"_qs);
 }
 
 /// The memory is read again with its playlists in another order, and is away for a moment.
