@@ -55,7 +55,7 @@ Transfer::Destination Transfer::plannedDestinationOf(const QString &chosen)
 
 Transfer::Destination Transfer::destinationOf(const QString &chosen)
 {
-    const Destination planned = plannedDestinationOf(chosen);
+    Destination planned = plannedDestinationOf(chosen);
     if (planned.outcome != Outcome::Done || !isRoot(QDir::cleanPath(chosen)) ||
         QFileInfo(planned.folder).isDir())
         return planned;
