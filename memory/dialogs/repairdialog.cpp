@@ -97,18 +97,18 @@ RepairDialog::RepairDialog(const MemoryContents &contents, const QString &title,
       m_table(new QTableView(this)),
       m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
-    constexpr QSize size(700, 420);
+    constexpr QSize size(860, 420);
     m_label->setTextFormat(Qt::PlainText);
     m_label->setWordWrap(true);
     m_searchLabel->setBuddy(m_search);
     m_search->setObjectName(QStringLiteral("searchLineEdit"));
-    m_search->setClearButtonEnabled(true);
     m_table->setObjectName(QStringLiteral("songsTableView"));
     m_model->setGuesses(guesses);
     m_table->setModel(m_model);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setTabKeyNavigation(false);
+    m_table->setWordWrap(false);
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setStretchLastSection(true);
     auto *layout = new QVBoxLayout(this);
@@ -154,7 +154,12 @@ void RepairDialog::retranslate()
     m_label->setText(tr("Quale song deve suonare al posto di \"%1\"?").arg(m_title));
     m_searchLabel->setText(tr("&Cerca:"));
     m_search->setAccessibleName(tr("Cerca una song della memoria"));
+    const QString searchTip = tr("Mostra solo le song con queste parole nel titolo, nell'artista o "
+                                 "nel percorso");
+    m_search->setToolTip(searchTip);
+    m_search->setAccessibleDescription(searchTip);
     m_table->setAccessibleName(tr("Song della memoria, le più probabili per prime"));
+    m_table->setAccessibleDescription(tr("Dice per ogni song probabile perché lo è"));
 }
 
 } // namespace brisel

@@ -1357,10 +1357,6 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <translation>Genre</translation>
     </message>
     <message>
-        <source>&amp;Song:</source>
-        <translation>S&amp;ongs:</translation>
-    </message>
-    <message>
         <source>Le song che l&apos;elenco contiene</source>
         <translation>The songs that the list contains</translation>
     </message>
@@ -1403,6 +1399,10 @@ Select a destination folder for the backup or press &apos;Proceed without backup
     <message>
         <source>&amp;Annulla</source>
         <translation>&amp;Cancel</translation>
+    </message>
+    <message>
+        <source>So&amp;ng:</source>
+        <translation>So&amp;ngs:</translation>
     </message>
 </context>
 <context>
@@ -3590,6 +3590,14 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Song della memoria, le più probabili per prime</source>
         <translation>Songs of the memory, the most likely ones first</translation>
+    </message>
+    <message>
+        <source>Mostra solo le song con queste parole nel titolo, nell&apos;artista o nel percorso</source>
+        <translation>Shows only songs with these words in the title, artist or path</translation>
+    </message>
+    <message>
+        <source>Dice per ogni song probabile perché lo è</source>
+        <translation>Says of each likely song why it is</translation>
     </message>
 </context>
 <context>

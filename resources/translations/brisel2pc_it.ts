@@ -1357,10 +1357,6 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <translation>Genere</translation>
     </message>
     <message>
-        <source>&amp;Song:</source>
-        <translation>&amp;Song:</translation>
-    </message>
-    <message>
         <source>Le song che l&apos;elenco contiene</source>
         <translation>Le song che l&apos;elenco contiene</translation>
     </message>
@@ -1403,6 +1399,10 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
     <message>
         <source>&amp;Annulla</source>
         <translation>&amp;Annulla</translation>
+    </message>
+    <message>
+        <source>So&amp;ng:</source>
+        <translation>So&amp;ng:</translation>
     </message>
 </context>
 <context>
@@ -3590,6 +3590,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Song della memoria, le più probabili per prime</source>
         <translation>Song della memoria, le più probabili per prime</translation>
+    </message>
+    <message>
+        <source>Mostra solo le song con queste parole nel titolo, nell&apos;artista o nel percorso</source>
+        <translation>Mostra solo le song con queste parole nel titolo, nell&apos;artista o nel percorso</translation>
+    </message>
+    <message>
+        <source>Dice per ogni song probabile perché lo è</source>
+        <translation>Dice per ogni song probabile perché lo è</translation>
     </message>
 </context>
 <context>

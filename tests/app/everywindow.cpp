@@ -407,6 +407,9 @@ const QStringList windowNames{QStringLiteral("main"),
                               QStringLiteral("restore-backup"),
                               QStringLiteral("memory"),
                               QStringLiteral("memory-folders"),
+                              QStringLiteral("memory-rename"),
+                              QStringLiteral("memory-export"),
+                              QStringLiteral("memory-repair"),
                               QStringLiteral("progress")};
 
 std::unique_ptr<QWidget> makeWindow(const QString &name)
@@ -442,6 +445,9 @@ std::unique_ptr<QWidget> makeWindow(const QString &name)
         {QStringLiteral("restore-backup"), makeBackupRestoreDialog},
         {QStringLiteral("memory"), makeMemoryWindow},
         {QStringLiteral("memory-folders"), makeMemoryFoldersWindow},
+        {QStringLiteral("memory-rename"), makeRenameSongDialog},
+        {QStringLiteral("memory-export"), makeExportListDialog},
+        {QStringLiteral("memory-repair"), makeRepairDialog},
         {QStringLiteral("progress"), [] { return std::make_unique<WindowAtWork>(); }},
     };
     return windows.value(name)();

@@ -1,7 +1,15 @@
 #include "tests/app/memorywindows.h"
 
+#include "base/run.h"
 #include "index/indexset.h"
+#include "memory/dialogs/exportlistdialog.h"
 #include "memory/dialogs/memorywindow.h"
+#include "memory/dialogs/renamesongdialog.h"
+#include "memory/dialogs/repairdialog.h"
+#include "memory/entryguess.h"
+#include "memory/memorycontents.h"
+#include "memory/playlistdocument.h"
+#include "memory/songrename.h"
 #include "tests/logcapture.h"
 #include "tests/scriptedindex.h"
 #include "tools/samplesongs.h"
@@ -9,6 +17,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QTabWidget>
 #include <QTimeZone>
@@ -92,6 +101,34 @@ public:
     ~Window() override { qunsetenv("BRISEL_VOLUMES"); }
 };
 
+/// The contents of a memory and its playlists; empty on failure.
+struct ReadMemory {
+    ReadMemory()
+    {
+        const QString root = makeMemory();
+        Run run;
+        if (root.isEmpty() || contents->read(root, run) != MemoryContents::Outcome::Done)
+            return;
+        document.setContents(contents);
+    }
+    bool isRead() const { return contents->size() > 0 && document.count() > 0; }
+
+    std::shared_ptr<MemoryContents> contents = std::make_shared<MemoryContents>();
+    PlaylistDocument document;
+};
+
+struct Renaming {
+    explicit Renaming(const ReadMemory &memory)
+        : rename(memory.contents->root(), *memory.contents,
+                 memory.contents->root() + (memory.isRead() ? memory.contents->path(0) : QString()))
+    {
+    }
+
+    SongRename rename;
+};
+
+constexpr qsizetype goneEntry = 2; // of the first playlist
+
 } // namespace
 
 std::unique_ptr<QWidget> makeMemoryWindow()
@@ -120,6 +157,40 @@ std::unique_ptr<QWidget> makeMemoryFoldersWindow()
     if (window != nullptr)
         window->findChild<QTabWidget *>()->setCurrentIndex(1);
     return window;
+}
+
+std::unique_ptr<QWidget> makeRenameSongDialog()
+{
+    class Dialog : private ReadMemory, private Renaming, public RenameSongDialog
+    {
+    public:
+        Dialog() : Renaming(static_cast<const ReadMemory &>(*this)), RenameSongDialog(rename) {}
+        using ReadMemory::isRead;
+    };
+    auto dialog = std::make_unique<Dialog>();
+    dialog->findChild<QLineEdit *>()->setText(QStringLiteral("Santa:Lucia"));
+    return dialog->isRead() ? std::move(dialog) : nullptr;
+}
+
+std::unique_ptr<QWidget> makeExportListDialog()
+{
+    return std::make_unique<ExportListDialog>();
+}
+
+std::unique_ptr<QWidget> makeRepairDialog()
+{
+    class Dialog : private ReadMemory, public RepairDialog
+    {
+    public:
+        Dialog()
+            : RepairDialog(*contents, isRead() ? document.title(0, goneEntry) : QString(),
+                           isRead() ? EntryGuess::of(document, 0, goneEntry) : QList<EntryGuess>())
+        {
+        }
+        using ReadMemory::isRead;
+    };
+    auto dialog = std::make_unique<Dialog>();
+    return dialog->isRead() ? std::move(dialog) : nullptr;
 }
 
 } // namespace brisel
