@@ -35,6 +35,7 @@ const QHash<QString, QString> helpPictures{
     {QStringLiteral("markers"), QStringLiteral("markers")},
     {QStringLiteral("preview"), QStringLiteral("preview")},
     {QStringLiteral("history"), QStringLiteral("history")},
+    {QStringLiteral("memory"), QStringLiteral("memory")},
     {QStringLiteral("restore-backup"), QStringLiteral("restore-backup")}};
 
 int fail(int code, const QString &message)

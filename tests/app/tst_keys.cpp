@@ -1,3 +1,4 @@
+#include "memory/dialogs/memorywindow.h"
 #include "tests/app/samplewindow.h"
 #include "tests/testprogram.h"
 
@@ -6,10 +7,13 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QShortcut>
+
+#include <algorithm>
 
 using namespace brisel;
 
-/// The keys of the main window: every entry of a menu can be reached by one.
+/// The keys of the main window, of which every entry of a menu has one, and those of the memory.
 class TestKeys : public QObject
 {
     Q_OBJECT
@@ -30,6 +34,18 @@ private slots:
     void heldKeysWorkOnce();
 
 private:
+    /// The keys of \a window and of what is in it, as QKeySequence::listToString() writes those
+    /// of one action.
+    static QStringList keysOf(const QWidget &window)
+    {
+        QStringList keys;
+        for (const QAction *action : window.findChildren<QAction *>())
+            keys.append(QKeySequence::listToString(action->shortcuts()));
+        for (const QShortcut *shortcut : window.findChildren<QShortcut *>())
+            keys.append(QKeySequence::listToString(shortcut->keys()));
+        keys.removeAll(QString());
+        return keys;
+    }
     QAction *action(const QString &name) const
     {
         return m_sample->window->findChild<QAction *>(name);
@@ -137,16 +153,16 @@ void TestKeys::noShortcutIsUsedTwice()
 void TestKeys::theGuideListsEveryKey_data()
 {
     QTest::addColumn<QString>("page");
-    QTest::addColumn<QStringList>("names"); // of Ctrl, Shift, Del, Return, Space
+    QTest::addColumn<QStringList>("names"); // of Ctrl, Shift, ..., Down
     QTest::newRow("italian") << u"help_it"_qs
                              << QStringList({u"Ctrl"_qs, u"Maiusc"_qs, u"Canc"_qs, u"Invio"_qs,
-                                             u"Barra spaziatrice"_qs});
+                                             u"Barra spaziatrice"_qs, u"Su"_qs, u"Giù"_qs});
     QTest::newRow("english") << u"help_en"_qs
                              << QStringList({u"Ctrl"_qs, u"Shift"_qs, u"Delete"_qs, u"Return"_qs,
-                                             u"Space bar"_qs});
+                                             u"Space bar"_qs, u"Up"_qs, u"Down"_qs});
     QTest::newRow("german") << u"help_de"_qs
                             << QStringList({u"Strg"_qs, u"Umschalt"_qs, u"Entf"_qs, u"Eingabe"_qs,
-                                            u"Leertaste"_qs});
+                                            u"Leertaste"_qs, u"Pfeil auf"_qs, u"Pfeil ab"_qs});
 }
 
 void TestKeys::theGuideListsEveryKey()
@@ -156,17 +172,22 @@ void TestKeys::theGuideListsEveryKey()
     QFile file(u":/help/%1.html"_qs.arg(page));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString guide = QString::fromUtf8(file.readAll());
-    QStringList keys;
-    for (const QAction *action : m_sample->window->findChildren<QAction *>()) {
-        if (!action->shortcut().isEmpty())
-            keys.append(action->shortcut().toString(QKeySequence::PortableText));
-    }
+    const MemoryWindow memory;
+    QStringList keys = keysOf(*m_sample->window);
     QVERIFY(keys.size() >= 15);
-    const QStringList portable{u"Ctrl"_qs, u"Shift"_qs, u"Del"_qs, u"Return"_qs, u"Space"_qs};
+    QVERIFY(keysOf(memory).contains(u"Alt+Up"_qs));
+    keys += keysOf(memory);
+    const QStringList portable{u"Ctrl"_qs,  u"Shift"_qs, u"Del"_qs, u"Return"_qs,
+                               u"Space"_qs, u"Up"_qs,    u"Down"_qs};
     for (QString key : keys) {
         for (qsizetype i = 0; i < portable.size(); ++i)
             key.replace(portable.at(i), names.at(i));
-        QVERIFY2(guide.contains(u"<td>%1</td>"_qs.arg(key)), qPrintable(key));
+        const QStringList sameKeys = key.split(u"; "_qs); // on some desktops there are more
+        QVERIFY2(std::any_of(sameKeys.cbegin(), sameKeys.cend(),
+                             [&guide](const QString &text) {
+                                 return guide.contains(u"<td>%1</td>"_qs.arg(text));
+                             }),
+                 qPrintable(key));
     }
 }
 
