@@ -118,6 +118,8 @@ void MemoryActions::retranslate()
     m_check->setText(tr("Contro&lla"));
     m_export->setText(tr("E&sporta elenco..."));
     m_pullOut->setText(tr("Rimo&zione sicura"));
+    for (QAction *action : songActions() + memoryActions())
+        action->setIconText(action->text().remove(u'&')); // Qt's own would lose the dots
     showTips();
 }
 
