@@ -15,7 +15,7 @@ void FoldersModel::setLook(const MemoryLook *look)
     if (look != nullptr) {
         for (const MemoryLook::Finding &finding : look->findings())
             m_lines.at(static_cast<std::size_t>(finding.kind))
-                .append({finding.detail, finding.path, finding.size, {}});
+                .append({finding.detail, finding.path, finding.size, {}, false});
     }
     showGroups();
     endResetModel();
@@ -30,7 +30,7 @@ void FoldersModel::setDuplicates(const QList<QList<MemoryLook::SongFile>> &dupli
         for (const MemoryLook::SongFile &file : same) {
             const bool isFirst = file.path == same.first().path;
             lines.append({MemoryLook::Detail::None, file.path, file.size,
-                          isFirst ? same.at(1).path : same.first().path});
+                          isFirst ? same.at(1).path : same.first().path, isFirst});
         }
     }
     showGroups();
@@ -52,9 +52,25 @@ QStringList FoldersModel::pathsOf(const QModelIndex &index) const
     if (!isTop(index))
         return {lines.at(index.row()).path};
     QStringList paths;
-    for (const Line &line : lines)
-        paths.append(line.path);
+    for (const Line &line : lines) {
+        if (!line.isFirst)
+            paths.append(line.path);
+    }
     return paths;
+}
+
+int FoldersModel::lastCopies(const QSet<QString> &paths) const
+{
+    int contents = 0;
+    bool areAllIn = false;
+    for (const Line &line : m_lines.at(duplicatesGroup)) {
+        if (line.isFirst) {
+            contents += areAllIn ? 1 : 0;
+            areAllIn = true;
+        }
+        areAllIn = areAllIn && paths.contains(line.path);
+    }
+    return contents + (areAllIn ? 1 : 0);
 }
 
 QString FoldersModel::groupText(std::size_t group)

@@ -4,6 +4,7 @@
 #include "memory/memorylook.h"
 
 #include <QIcon>
+#include <QSet>
 
 #include <array>
 
@@ -26,8 +27,11 @@ public:
     /// Shows songs of the same content, which stand together.
     void setDuplicates(const QList<QList<MemoryLook::SongFile>> &duplicates);
 
-    /// The paths below the root that \a index, of a finding or a group, stands for.
+    /// The paths below the root that \a index, of a finding or a group, stands for. The group of
+    /// the duplicates stands for all but the first of each content.
     QStringList pathsOf(const QModelIndex &index) const;
+    /// The number of contents of the duplicates whose paths are all among \a paths.
+    int lastCopies(const QSet<QString> &paths) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -38,8 +42,9 @@ private:
     struct Line {
         MemoryLook::Detail detail = MemoryLook::Detail::None;
         QString path;
-        qint64 size = -1; ///< bytes; -1 if unknown
-        QString twin;     ///< another path of the same content
+        qint64 size = -1;     ///< bytes; -1 if unknown
+        QString twin;         ///< another path of the same content
+        bool isFirst = false; ///< of its content
     };
     /// The groups of the kinds, and that of the duplicates.
     static constexpr std::size_t groups = MemoryLook::kinds + 1;

@@ -6,6 +6,7 @@
 #include "ui_foldersview.h"
 
 #include <QEvent>
+#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -61,6 +62,14 @@ QStringList FoldersView::chosenPaths() const
     }
     paths.removeDuplicates();
     return paths;
+}
+
+int FoldersView::lastCopies() const
+{
+    QSet<QString> chosen;
+    for (const QString &path : chosenPaths())
+        chosen.insert(path.mid(m_root.size()));
+    return m_model->lastCopies(chosen);
 }
 
 /// The button also ends a search.

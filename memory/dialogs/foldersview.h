@@ -32,6 +32,8 @@ public:
     void setLook(const QString &root, const MemoryLook *look);
     /// The absolute paths of the chosen files and folders, in the order shown.
     QStringList chosenPaths() const;
+    /// The number of contents of duplicates of which all copies are chosen.
+    int lastCopies() const;
 
 signals:
     void choiceChanged();

@@ -70,13 +70,15 @@ void MemoryActions::setContents(std::shared_ptr<const MemoryContents> contents)
 void MemoryActions::setSongs(const QList<qsizetype> &positions)
 {
     m_files.clear();
+    m_lastCopies = 0;
     for (const qsizetype position : positions)
         m_files.append(m_root + m_contents->path(position));
     updateActions();
 }
 
-void MemoryActions::setFiles(const QStringList &absolutePaths)
+void MemoryActions::setFiles(const QStringList &absolutePaths, int lastCopies)
 {
+    m_lastCopies = lastCopies;
     m_files = absolutePaths;
     updateActions();
 }
@@ -160,7 +162,7 @@ std::optional<MemoryActions::Task> MemoryActions::start() const
 {
     if (m_root.isEmpty() || RunGuard::isActive() || m_safeRemoval->isWorking())
         return std::nullopt;
-    return Task{m_root, m_files, MemoryIdentity(m_root)};
+    return Task{m_root, m_files, m_lastCopies, MemoryIdentity(m_root)};
 }
 
 std::optional<MemoryActions::Task> MemoryActions::startWriting(const QString &title)

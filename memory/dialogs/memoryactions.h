@@ -39,9 +39,10 @@ public:
     /// The same for the memory of \a contents, unless these are null or empty.
     void setContents(std::shared_ptr<const MemoryContents> contents);
     /// What the user has chosen: songs of the contents, or any songs and graphics files. Each
-    /// replaces the other.
+    /// replaces the other. \a lastCopies is the number of songs of which all copies are among the
+    /// files.
     void setSongs(const QList<qsizetype> &positions);
-    void setFiles(const QStringList &absolutePaths);
+    void setFiles(const QStringList &absolutePaths, int lastCopies = 0);
     /// If \a reason is not empty, the actions that write to the memory are disabled, with the
     /// reason in their tool tips.
     void setReadOnly(const QString &reason);
@@ -71,6 +72,7 @@ private:
     struct Task {
         QString root;
         QStringList files; ///< absolute paths
+        int lastCopies = 0;
         MemoryIdentity memory;
     };
 
@@ -83,7 +85,7 @@ private:
     [[nodiscard]] bool isExchanged(const Task &task, const QString &title);
     [[nodiscard]] bool refuses(const MemoryClaim &claim, const QString &title);
     void showRefusal(const QString &title, const Reason &reason);
-    [[nodiscard]] bool isRemovalWanted(qsizetype songs, int playlists);
+    [[nodiscard]] bool isRemovalWanted(const Task &task, int playlists);
 
     void removeSongs();
     void renameSong();
@@ -101,6 +103,7 @@ private:
     QString m_root;
     std::shared_ptr<const MemoryContents> m_contents; ///< never null
     QStringList m_files;                              ///< chosen; absolute paths
+    int m_lastCopies = 0;                             ///< of the files
     QString m_readOnly;
     std::function<bool()> m_mayWrite;
     std::unique_ptr<SafeRemoval> m_safeRemoval;

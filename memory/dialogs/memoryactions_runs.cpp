@@ -107,7 +107,7 @@ void MemoryActions::removeSongs()
     SongEntries entries(contents);
     for (const QString &path : task->files)
         entries.add(path);
-    if (!isRemovalWanted(task->files.size(), entries.playlists()))
+    if (!isRemovalWanted(*task, entries.playlists()))
         return;
     keepMemory(task->root);
     {
@@ -123,15 +123,21 @@ void MemoryActions::removeSongs()
     emit changed();
 }
 
-bool MemoryActions::isRemovalWanted(qsizetype songs, int playlists)
+bool MemoryActions::isRemovalWanted(const Task &task, int playlists)
 {
     QMessageBox box(QMessageBox::Question, tr("Rimuovi dalla memoria"),
-                    tr("Rimuovere %n song dalla memoria?", "", static_cast<int>(songs)),
+                    tr("Rimuovere %n song dalla memoria?", "", static_cast<int>(task.files.size())),
                     QMessageBox::Yes | QMessageBox::No, m_window);
     const QString named = playlists == 0
                               ? tr("Nessuna playlist le contiene.")
                               : tr("%n playlist le contengono, e le perderanno.", "", playlists);
-    setPlainTexts(box, named + u'\n' + tr("I file vengono cancellati e non si possono riavere."));
+    const QString lost = task.lastCopies == 0
+                             ? QString()
+                             : tr("Di %n song sono scelte tutte le copie: non ne resterà nessuna.",
+                                  "", task.lastCopies) +
+                                   u'\n';
+    setPlainTexts(box,
+                  lost + named + u'\n' + tr("I file vengono cancellati e non si possono riavere."));
     box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }

@@ -69,7 +69,7 @@ void MemoryWindow::passChoice()
     if (isPlayer)
         m_actions->setSongs(m_player->chosenSongs());
     else
-        m_actions->setFiles(m_folders->chosenPaths());
+        m_actions->setFiles(m_folders->chosenPaths(), m_folders->lastCopies());
     m_ui->addToPlaylistPushButton->setEnabled(isPlayer && m_readOnlyReason.isEmpty() &&
                                               !m_player->chosenSongs().isEmpty() &&
                                               !m_contents->playlists().isEmpty());

@@ -2714,6 +2714,13 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>Rimozione sicura</source>
         <translation>Safe removal</translation>
     </message>
+    <message numerus="yes">
+        <source>Di %n song sono scelte tutte le copie: non ne resterà nessuna.</source>
+        <translation>
+            <numerusform>All copies of %n song are chosen: none will remain.</numerusform>
+            <numerusform>All copies of %n songs are chosen: none will remain.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>

@@ -2714,6 +2714,13 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>Rimozione sicura</source>
         <translation>Rimozione sicura</translation>
     </message>
+    <message numerus="yes">
+        <source>Di %n song sono scelte tutte le copie: non ne resterà nessuna.</source>
+        <translation>
+            <numerusform>Di %n song sono scelte tutte le copie: non ne resterà nessuna.</numerusform>
+            <numerusform>Di %n song sono scelte tutte le copie: non ne resterà nessuna.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>

@@ -4,6 +4,9 @@
 #include "tests/app/memorywindowtest.h"
 #include "tests/testprogram.h"
 
+#include <QAction>
+#include <QItemSelectionModel>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTabWidget>
@@ -35,6 +38,7 @@ private slots:
     void asksForAMenu();
     void showsFolders();
     void findsDuplicates();
+    void keepsACopyOfDuplicates();
     void interruptsTheSearchForDuplicates();
     void choosesPaths();
 
@@ -342,6 +346,41 @@ void TestMemoryLists::findsDuplicates()
     QCOMPARE(column(folders(), 2, duplicates),
              QStringList(
                  {u"ha lo stesso contenuto di /X.MID"_qs, u"ha lo stesso contenuto di /A.MID"_qs}));
+}
+
+void TestMemoryLists::keepsACopyOfDuplicates()
+{
+    m_memory->write(u"X.MID"_qs, m_memory->read(u"A.MID"_qs));
+    m_memory->write(u"Y.MID"_qs, m_memory->read(u"C.KAR"_qs));
+    open();
+    find<QTabWidget>("tabWidget")->setCurrentIndex(1);
+    DialogScript::click(m_window, u"duplicatesPushButton"_qs);
+    QTRY_COMPARE(column(folders(), 0).last(), u"Doppioni: 4"_qs);
+    const FoldersView &view = *m_window->findChild<FoldersView *>();
+    const auto expectQuestion = [this](const QString &start) {
+        m_sample->script.expect("QMessageBox", [start](QWidget *widget) {
+            const QString text = qobject_cast<QMessageBox *>(widget)->informativeText();
+            QVERIFY2(text.startsWith(start), qPrintable(text));
+            widget->close();
+        });
+    };
+    QAction *remove = find<QToolBar>("songActionsToolBar")->actions().first();
+    const QModelIndex duplicates = group(folders(), 1);
+    folders()->setCurrentIndex(duplicates);
+    QCOMPARE(view.chosenPaths(),
+             QStringList({m_memory->path(u"X.MID"_qs), m_memory->path(u"Y.MID"_qs)}));
+    expectQuestion(u"Nessuna playlist"_qs);
+    remove->trigger();
+    QVERIFY(m_sample->script.isDone());
+    // With the first copy, too.
+    const QModelIndex copy = folders()->model()->index(2, 0, duplicates);
+    folders()->selectionModel()->select(copy,
+                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    QCOMPARE(view.chosenPaths().size(), 3);
+    expectQuestion(u"Di 1 song sono scelte tutte le copie: non ne resterà nessuna.\n"_qs);
+    remove->trigger();
+    QVERIFY(m_sample->script.isDone());
+    QVERIFY(m_memory->has(u"X.MID"_qs));
 }
 
 void TestMemoryLists::interruptsTheSearchForDuplicates()
