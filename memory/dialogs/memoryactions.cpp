@@ -162,7 +162,9 @@ std::optional<MemoryActions::Task> MemoryActions::start() const
 {
     if (m_root.isEmpty() || RunGuard::isActive() || m_safeRemoval->isWorking())
         return std::nullopt;
-    return Task{m_root, m_files, m_lastCopies, MemoryIdentity(m_root)};
+    Task task{m_root, m_files, m_lastCopies, MemoryIdentity(m_root)};
+    task.files.removeDuplicates(); // a damaged index may have a path twice
+    return task;
 }
 
 std::optional<MemoryActions::Task> MemoryActions::startWriting(const QString &title)

@@ -1,5 +1,6 @@
 #include "base/lastfolder.h"
 #include "base/reason.h"
+#include "base/songsuffix.h"
 #include "index/dialogs/indexdialog.h"
 #include "index/dialogs/songslistdialog.h"
 #include "index/index.h"
@@ -19,9 +20,11 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 
+#include <algorithm>
 #include <optional>
 
 namespace brisel
@@ -34,6 +37,13 @@ namespace
 int errorsOf(const Run &run)
 {
     return run.report().failed();
+}
+
+/// Returns false if there are graphics files among \a files.
+bool areSongs(const QStringList &files)
+{
+    return std::all_of(files.cbegin(), files.cend(),
+                       [](const QString &file) { return isSongSuffix(QFileInfo(file).suffix()); });
 }
 
 /// The contents of the memory \a root as they are, which the window may not have read yet; empty
@@ -113,10 +123,11 @@ void MemoryActions::removeSongs()
     {
         WindowRun run(m_window, RunReport::Operation::Deletion);
         const SongRemoval::Outcome outcome = SongRemoval(claim, task->files).run(run);
+        const int count = static_cast<int>(task->files.size());
         if (outcome == SongRemoval::Outcome::Done)
-            QMessageBox::information(
-                m_window, title,
-                tr("%n song rimosse", "", run.report().counted(RunReport::Success::Deleted)));
+            QMessageBox::information(m_window, title,
+                                     areSongs(task->files) ? tr("%n song rimosse", "", count)
+                                                           : tr("%n file rimossi", "", count));
         else
             showFailure(title, run);
     }
@@ -125,8 +136,10 @@ void MemoryActions::removeSongs()
 
 bool MemoryActions::isRemovalWanted(const Task &task, int playlists)
 {
+    const int count = static_cast<int>(task.files.size());
     QMessageBox box(QMessageBox::Question, tr("Rimuovi dalla memoria"),
-                    tr("Rimuovere %n song dalla memoria?", "", static_cast<int>(task.files.size())),
+                    areSongs(task.files) ? tr("Rimuovere %n song dalla memoria?", "", count)
+                                         : tr("Rimuovere %n file dalla memoria?", "", count),
                     QMessageBox::Yes | QMessageBox::No, m_window);
     const QString named = playlists == 0
                               ? tr("Nessuna playlist le contiene.")

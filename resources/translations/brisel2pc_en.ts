@@ -2721,6 +2721,20 @@ To begin, press the button above, or drag files or folders here.</translation>
             <numerusform>All copies of %n songs are chosen: none will remain.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n file rimossi</source>
+        <translation>
+            <numerusform>%n file removed</numerusform>
+            <numerusform>%n files removed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Rimuovere %n file dalla memoria?</source>
+        <translation>
+            <numerusform>Remove %n file from the memory?</numerusform>
+            <numerusform>Remove %n files from the memory?</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>

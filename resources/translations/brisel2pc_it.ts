@@ -2721,6 +2721,20 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
             <numerusform>Di %n song sono scelte tutte le copie: non ne resterà nessuna.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n file rimossi</source>
+        <translation>
+            <numerusform>%n file rimosso</numerusform>
+            <numerusform>%n file rimossi</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Rimuovere %n file dalla memoria?</source>
+        <translation>
+            <numerusform>Rimuovere %n file dalla memoria?</numerusform>
+            <numerusform>Rimuovere %n file dalla memoria?</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>

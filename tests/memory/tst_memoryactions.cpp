@@ -31,6 +31,7 @@ private slots:
     void asksBeforeItRemoves();
     void removesChosenSongs();
     void removesASongOfNoPlaylist();
+    void removesGraphicsAndMissingSongs();
     void reportsWhatWasNotRemoved();
     void refusesABusyMemory();
     void refusesAMemoryThatWasPulled();
@@ -137,6 +138,30 @@ void TestMemoryActions::removesASongOfNoPlaylist()
     });
     trigger(u"Rimuovi dalla memoria..."_qs);
     QVERIFY(script.isDone());
+}
+
+void TestMemoryActions::removesGraphicsAndMissingSongs()
+{
+    const QString title = u"Rimuovi dalla memoria"_qs;
+    m_memory->write(u"X.CDG"_qs, "graphics");
+    m_actions->setFiles({m_memory->path(u"X.CDG"_qs)});
+    DialogScript script;
+    script.expect("QMessageBox", [](QWidget *dialog) {
+        auto *box = qobject_cast<QMessageBox *>(dialog);
+        QCOMPARE(box->text(), u"Rimuovere 1 file dalla memoria?"_qs);
+        box->button(QMessageBox::Yes)->click();
+    });
+    script.expectMessage(title, u"1 file rimossi"_qs, QMessageBox::Ok);
+    trigger(u"Rimuovi dalla memoria..."_qs);
+    QVERIFY(script.isDone());
+    read();
+    choose({u"A.MID"_qs});
+    m_memory->remove(u"A.MID"_qs);
+    expectYes(script);
+    script.expectMessage(title, u"1 song rimosse"_qs, QMessageBox::Ok);
+    trigger(u"Rimuovi dalla memoria..."_qs);
+    QVERIFY(script.isDone());
+    QCOMPARE(SetReader(*m_memory).songCount(), 3);
 }
 
 void TestMemoryActions::reportsWhatWasNotRemoved()
