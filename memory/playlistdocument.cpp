@@ -217,12 +217,18 @@ void PlaylistDocument::moveStep(qsizetype playlist, const QList<qsizetype> &entr
 
 void PlaylistDocument::remove(qsizetype playlist, const QList<qsizetype> &entries)
 {
-    Entries left = m_lists.at(playlist).entries;
-    const QList<qsizetype> rows = sortedRows(entries, left.size());
+    const Entries &old = m_lists.at(playlist).entries;
+    const QList<qsizetype> rows = sortedRows(entries, old.size());
     if (rows.isEmpty())
         return;
-    for (auto row = rows.crbegin(); row != rows.crend(); ++row)
-        left.remove(*row);
+    Entries left;
+    auto removed = rows.cbegin();
+    for (qsizetype row = 0; row < old.size(); ++row) {
+        if (removed != rows.cend() && *removed == row)
+            ++removed;
+        else
+            left.append(old.at(row));
+    }
     const qsizetype next = std::min(rows.first(), left.size() - 1);
     push(playlist, left, rows, next < 0 ? QList<qsizetype>() : QList<qsizetype>{next});
 }

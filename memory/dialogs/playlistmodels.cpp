@@ -230,10 +230,10 @@ QStringList PlaylistEntriesModel::mimeTypes() const
 QMimeData *PlaylistEntriesModel::mimeData(const QModelIndexList &indexes) const
 {
     QList<quint32> rows;
-    for (const QModelIndex &index : indexes) {
-        if (!rows.contains(static_cast<quint32>(index.row())))
-            rows.append(static_cast<quint32>(index.row()));
-    }
+    for (const QModelIndex &index : indexes)
+        rows.append(static_cast<quint32>(index.row()));
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     auto *data = new QMimeData;
     data->setData(entryDragType, songDragData(entryPlace(), rows));
     return data;

@@ -276,18 +276,30 @@ void PlaylistsPanel::updateButtons()
 QList<qsizetype> PlaylistsPanel::chosenEntries() const
 {
     QList<qsizetype> entries;
-    for (const QModelIndex &index : m_table->selectionModel()->selectedRows())
-        entries.append(index.row());
+    // QItemSelectionModel::selectedRows() takes a pass over all ranges for each row.
+    const QItemSelection selection = m_table->selectionModel()->selection();
+    for (const QItemSelectionRange &range : selection) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            entries.append(row);
+    }
     std::sort(entries.begin(), entries.end());
+    entries.erase(std::unique(entries.begin(), entries.end()), entries.end());
     return entries;
 }
 
+/// Neighbours among \a entries, in ascending order, become one range: each range costs time.
 void PlaylistsPanel::selectEntries(const QList<qsizetype> &entries)
 {
     QItemSelection selection;
-    for (const qsizetype entry : entries) {
-        const QModelIndex index = m_entries->index(static_cast<int>(entry), 0);
-        selection.select(index, index);
+    const auto indexOf = [this](qsizetype entry) {
+        return m_entries->index(static_cast<int>(entry), 0);
+    };
+    for (qsizetype first = 0, next = 0; first < entries.size(); first = next) {
+        for (next = first + 1; next < entries.size(); ++next) {
+            if (entries.at(next) != entries.at(next - 1) + 1)
+                break;
+        }
+        selection.select(indexOf(entries.at(first)), indexOf(entries.at(next - 1)));
     }
     if (!entries.isEmpty())
         m_table->selectionModel()->setCurrentIndex(
