@@ -39,8 +39,9 @@ PlaylistDocument::~PlaylistDocument() = default;
 void PlaylistDocument::setContents(std::shared_ptr<const MemoryContents> contents)
 {
     const bool keepsUndo = contents != nullptr && m_contents != nullptr && isSameAs(*contents);
+    if (!keepsUndo && contents != m_contents)
+        m_missing.clear();
     m_contents = std::move(contents);
-    m_missing.clear();
     m_names.setRoot(m_contents != nullptr ? m_contents->root() : QString());
     if (m_contents != nullptr)
         (void)m_names.load(); // without them only fewer paths are recognised
@@ -86,10 +87,9 @@ bool PlaylistDocument::isSameAs(const MemoryContents &newer) const
 void PlaylistDocument::setMissing(const QSet<qsizetype> &positions)
 {
     m_missing = positions;
-    for (qsizetype playlist = 0; playlist < m_lists.size(); ++playlist) {
-        m_lists[playlist].faults.reset();
-        emit changed(playlist, {});
-    }
+    for (List &list : m_lists)
+        list.faults.reset();
+    emit missingChanged();
 }
 
 qint16 PlaylistDocument::number(qsizetype playlist) const

@@ -39,7 +39,8 @@ public:
     /// was written has changed, the changes can still be undone.
     void setContents(std::shared_ptr<const MemoryContents> contents);
     const std::shared_ptr<const MemoryContents> &contents() const { return m_contents; }
-    /// The songs whose files are missing, by their positions.
+    /// The songs whose files are missing, by their positions. They stay until other songs are
+    /// shown.
     void setMissing(const QSet<qsizetype> &positions);
 
     qsizetype count() const { return m_lists.size(); }
@@ -101,6 +102,8 @@ signals:
     void replaced();
     /// A playlist was changed; \a entries should be selected.
     void changed(qsizetype playlist, const QList<qsizetype> &entries);
+    /// Other songs have no file; the entries are the same.
+    void missingChanged();
     /// isModified() of any playlist has changed.
     void modifiedChanged();
 

@@ -53,6 +53,7 @@ PlaylistsModel::PlaylistsModel(const PlaylistDocument &document, QObject *parent
         emit dataChanged(index(int(playlist)), index(int(playlist)));
     });
     connect(&document, &PlaylistDocument::modifiedChanged, this, &PlaylistsModel::retranslate);
+    connect(&document, &PlaylistDocument::missingChanged, this, &PlaylistsModel::retranslate);
 }
 
 void PlaylistsModel::retranslate()
@@ -94,6 +95,10 @@ PlaylistEntriesModel::PlaylistEntriesModel(PlaylistDocument &document, const QIc
     : QAbstractTableModel(parent), m_document(document), m_warning(warning)
 {
     connect(&document, &PlaylistDocument::replaced, this, [this] { setPlaylist(-1); });
+    connect(&document, &PlaylistDocument::missingChanged, this, [this] {
+        if (rowCount() > 0)
+            emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    });
     connect(&document, &PlaylistDocument::changed, this,
             [this](qsizetype playlist, const QList<qsizetype> &rows) {
                 if (playlist != m_playlist)

@@ -38,6 +38,7 @@ private slots:
     void savesAndStaysSaved();
     void showsWhyNothingWasSaved();
     void asksBeforeChangesAreLost();
+    void marksMissingSongsAfterDiscardedChanges();
     void changesNothingThatIsReadOnly();
     void writesASetList();
     void showsWhyNoSetListWasWritten();
@@ -223,6 +224,26 @@ void TestPlaylistsPanel::asksBeforeChangesAreLost()
     QVERIFY(open.panel.mayDiscard());
     QCOMPARE(open.memory.read(songsOf7), volare + azzurro + nessuno);
     QVERIFY(script.isDone());
+}
+
+void TestPlaylistsPanel::marksMissingSongsAfterDiscardedChanges()
+{
+    OpenPanel open(volare + azzurro);
+    open.table()->selectRow(1);
+    open.panel.setMissing({0});
+    QVERIFY(open.table()->selectionModel()->isRowSelected(1));
+    QCOMPARE(open.column(4), u"il file della song manca "_qs);
+    QCOMPARE(open.nameOf(0), u"Playlist 7 (2) - da riparare: 1"_qs);
+    open.panel.addSongs({9});
+    DialogScript script;
+    script.expect("QMessageBox", [](QWidget *box) {
+        qobject_cast<QMessageBox *>(box)->button(QMessageBox::Discard)->click();
+    });
+    QVERIFY(open.panel.mayDiscard());
+    QCOMPARE(open.column(4), u"il file della song manca "_qs);
+    open.memory.write(u"title.id2"_qs, azzurro + volare);
+    open.panel.setContents(readContents(open.memory));
+    QCOMPARE(open.column(4), u" "_qs);
 }
 
 void TestPlaylistsPanel::changesNothingThatIsReadOnly()
