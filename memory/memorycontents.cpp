@@ -147,14 +147,6 @@ void MemoryContents::readPlaylists(const IndexSet &set, Run &run)
     }
 }
 
-bool MemoryContents::isSameAs(const MemoryContents &other) const
-{
-    return m_root == other.m_root && m_files.paths == other.m_files.paths &&
-           m_files.lists.at(SetFiles::Titles).content ==
-               other.m_files.lists.at(SetFiles::Titles).content &&
-           m_playlists == other.m_playlists;
-}
-
 quint32 MemoryContents::id(qsizetype position) const
 {
     return be32At(m_files.paths, position * IndexRecord::size);

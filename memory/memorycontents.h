@@ -57,9 +57,6 @@ public:
     /// After another outcome than Done the object is empty.
     [[nodiscard]] Outcome read(const QString &root, Run &run);
 
-    /// Returns true if \a other is the same memory with the same songs and playlists.
-    bool isSameAs(const MemoryContents &other) const;
-
     const QString &root() const { return m_root; }
     /// Returns true if each of the fifteen files exists.
     bool isComplete() const { return m_isComplete; }

@@ -38,7 +38,7 @@ PlaylistDocument::~PlaylistDocument() = default;
 
 void PlaylistDocument::setContents(std::shared_ptr<const MemoryContents> contents)
 {
-    const bool keepsUndo = contents != nullptr && m_contents != nullptr && isSameAs(*contents);
+    const bool keepsUndo = contents != nullptr && !isModified() && isSameAs(*contents);
     if (!keepsUndo && contents != m_contents)
         m_missing.clear();
     m_contents = std::move(contents);
@@ -64,11 +64,11 @@ void PlaylistDocument::setContents(std::shared_ptr<const MemoryContents> content
     emit modifiedChanged();
 }
 
-/// Returns true if \a newer has the same songs, and the playlists as they are here.
+/// The path file of a playlist whose save was not finished can have any content.
 bool PlaylistDocument::isSameAs(const MemoryContents &newer) const
 {
     constexpr auto titles = SetFiles::Titles;
-    if (isModified() || newer.root() != m_contents->root() ||
+    if (m_contents == nullptr || newer.root() != m_contents->root() ||
         newer.playlists().size() != m_lists.size() ||
         newer.files().paths != m_contents->files().paths ||
         newer.files().lists.at(titles).content != m_contents->files().lists.at(titles).content)
@@ -78,7 +78,7 @@ bool PlaylistDocument::isSameAs(const MemoryContents &newer) const
         const MemoryContents::Playlist &files = m_lists.at(i).files;
         if (now.number != files.number || now.state != files.state ||
             now.isWritable != files.isWritable || now.songs != files.songs ||
-            now.paths != files.paths)
+            (now.paths != files.paths && !m_lists.at(i).isHalfSaved))
             return false;
     }
     return true;

@@ -43,6 +43,10 @@ public:
     /// shown.
     void setMissing(const QSet<qsizetype> &positions);
 
+    /// Returns true if \a newer has the same songs, and the playlists as they were read or written
+    /// here.
+    bool isSameAs(const MemoryContents &newer) const;
+
     qsizetype count() const { return m_lists.size(); }
     qint16 number(qsizetype playlist) const;
     MemoryContents::Playlist::State state(qsizetype playlist) const;
@@ -120,7 +124,6 @@ private:
         mutable std::optional<qsizetype> faults = {}; ///< counted on first use
     };
 
-    bool isSameAs(const MemoryContents &newer) const;
     void push(qsizetype playlist, const Entries &after, const QList<qsizetype> &rowsBefore,
               const QList<qsizetype> &rowsAfter, bool isStep = false);
     void setEntries(qsizetype playlist, const Entries &entries, const QList<qsizetype> &rows);

@@ -203,8 +203,7 @@ void PlaylistsPanel::setContents(std::shared_ptr<const MemoryContents> contents)
 
 void PlaylistsPanel::updateContents(std::shared_ptr<const MemoryContents> contents)
 {
-    const std::shared_ptr<const MemoryContents> &shown = m_document.contents();
-    if (isModified() && shown != nullptr && contents != nullptr && shown->isSameAs(*contents))
+    if (isModified() && contents != nullptr && m_document.isSameAs(*contents))
         m_identity = MemoryIdentity(contents->root()); // it may have been mounted again
     else
         setContents(std::move(contents));

@@ -81,6 +81,7 @@ private:
     QList<qsizetype> chosenEntries() const;
     qsizetype playlist() const;
     qsizetype playlistWith(std::optional<qint16> number) const;
+    qsizetype modifiedCount() const;
     bool mayChange() const { return mayChange(playlist()); }
     bool mayChange(qsizetype playlist) const;
 

@@ -36,12 +36,28 @@ void PlaylistsPanel::warn(const QString &text, const QString &details)
     box.exec();
 }
 
+qsizetype PlaylistsPanel::modifiedCount() const
+{
+    qsizetype count = 0;
+    for (qsizetype playlist = 0; playlist < m_document.count(); ++playlist)
+        count += m_document.isModified(playlist) ? 1 : 0;
+    return count;
+}
+
 bool PlaylistsPanel::save()
 {
     if (!isModified())
         return true;
-    if (RunGuard::isActive() || !m_readOnly.isEmpty())
+    const QString nothingSaved = tr("Le playlist non sono state salvate: %1.");
+    if (!m_readOnly.isEmpty()) {
+        warn(nothingSaved.arg(m_readOnly));
         return false;
+    }
+    if (RunGuard::isActive()) {
+        warn(nothingSaved.arg(tr("un'altra operazione è in corso")));
+        return false;
+    }
+    const qsizetype modified = modifiedCount();
     bool isSaved = false;
     std::optional<Reason> failure;
     QString file;
@@ -57,7 +73,10 @@ bool PlaylistsPanel::save()
         return true;
     }
     const QString reason = failure.has_value() ? failure->text() : QString();
-    warn(tr("Le playlist non sono state salvate: %1.").arg(reason), QDir::toNativeSeparators(file));
+    warn((modifiedCount() < modified ? tr("Non tutte le playlist sono state salvate: %1.")
+                                     : nothingSaved)
+             .arg(reason),
+         QDir::toNativeSeparators(file));
     return false;
 }
 

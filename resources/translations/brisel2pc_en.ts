@@ -3213,6 +3213,14 @@ To begin, press the button above, or drag files or folders here.</translation>
         <translation>The playlists have not been saved: %1.</translation>
     </message>
     <message>
+        <source>un&apos;altra operazione è in corso</source>
+        <translation>another operation is in progress</translation>
+    </message>
+    <message>
+        <source>Non tutte le playlist sono state salvate: %1.</source>
+        <translation>Not all playlists have been saved: %1.</translation>
+    </message>
+    <message>
         <source>Le playlist sono state modificate. Salvarle sulla memoria?</source>
         <translation>The playlists have been changed. Save them to the memory?</translation>
     </message>

@@ -3213,6 +3213,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <translation>Le playlist non sono state salvate: %1.</translation>
     </message>
     <message>
+        <source>un&apos;altra operazione è in corso</source>
+        <translation>un&apos;altra operazione è in corso</translation>
+    </message>
+    <message>
+        <source>Non tutte le playlist sono state salvate: %1.</source>
+        <translation>Non tutte le playlist sono state salvate: %1.</translation>
+    </message>
+    <message>
         <source>Le playlist sono state modificate. Salvarle sulla memoria?</source>
         <translation>Le playlist sono state modificate. Salvarle sulla memoria?</translation>
     </message>

@@ -55,6 +55,7 @@ private slots:
     void refusesMoreEntriesThanAnIndexHasSongs();
     void changesNothingThatCannotBeWritten();
     void keepsUndoIfOnlyTheSavedFilesAreNew();
+    void isTheSameAfterAPartlySavedChange();
 };
 
 void TestPlaylistDocument::showsEntriesAndTheirStates()
@@ -310,6 +311,20 @@ void TestPlaylistDocument::keepsUndoIfOnlyTheSavedFilesAreNew()
     QVERIFY(!open.document.isModified());
     open.document.setContents(nullptr);
     QCOMPARE(open.document.count(), 0);
+}
+
+/// The songs file was written; the path file was not, or is the one between the two steps.
+void TestPlaylistDocument::isTheSameAfterAPartlySavedChange()
+{
+    OpenPlaylist open(volare + azzurro, volarePath + azzurroPath);
+    open.document.remove(0, {0});
+    QVERIFY(open.document.isSameAs(*readContents(open.memory)));
+    open.memory.write(songsOf7, azzurro);
+    QVERIFY(!open.document.isSameAs(*readContents(open.memory)));
+    open.document.setSongsFileOnDisk(0, azzurro);
+    open.memory.write(pathsOf7, volarePath + azzurroPath + volarePath);
+    QVERIFY(open.document.isModified());
+    QVERIFY(open.document.isSameAs(*readContents(open.memory)));
 }
 
 BRISEL_TEST(QCoreApplication, TestPlaylistDocument)
