@@ -45,6 +45,19 @@ QList<QByteArray> mountPointsOf(const QVariant &value)
     return points;
 }
 
+SafeRemoval::Outcome outcomeOf(const QString &error)
+{
+    if (error == errorStart + QStringLiteral("DeviceBusy"))
+        return SafeRemoval::Outcome::Busy;
+    if (error.startsWith(errorStart + QStringLiteral("NotAuthorized")))
+        return SafeRemoval::Outcome::NotAllowed;
+    if (error == QDBusError::errorString(QDBusError::NoReply) ||
+        error == QDBusError::errorString(QDBusError::TimedOut) ||
+        error == QDBusError::errorString(QDBusError::Timeout))
+        return SafeRemoval::Outcome::NoAnswer;
+    return SafeRemoval::Outcome::NotUnmounted;
+}
+
 } // namespace
 
 UDisksService::UDisksService(QDBusConnection bus, int milliseconds, QObject *parent)
@@ -149,17 +162,7 @@ void UDisksService::releaseDrive(const Disk &disk)
 
 void UDisksService::fail(const QDBusMessage &error)
 {
-    const QString name = error.errorName();
-    SafeRemoval::Outcome outcome = SafeRemoval::Outcome::NotUnmounted;
-    if (name == errorStart + QStringLiteral("DeviceBusy"))
-        outcome = SafeRemoval::Outcome::Busy;
-    else if (name.startsWith(errorStart + QStringLiteral("NotAuthorized")))
-        outcome = SafeRemoval::Outcome::NotAllowed;
-    else if (name == QDBusError::errorString(QDBusError::NoReply) ||
-             name == QDBusError::errorString(QDBusError::TimedOut) ||
-             name == QDBusError::errorString(QDBusError::Timeout))
-        outcome = SafeRemoval::Outcome::NoAnswer;
-    emit finished(outcome, error.errorMessage());
+    emit finished(outcomeOf(error.errorName()), error.errorMessage());
 }
 
 } // namespace brisel
