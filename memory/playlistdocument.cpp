@@ -64,6 +64,27 @@ void PlaylistDocument::setContents(std::shared_ptr<const MemoryContents> content
     emit modifiedChanged();
 }
 
+QList<qint16> PlaylistDocument::takeOver(std::shared_ptr<const MemoryContents> newer)
+{
+    const std::shared_ptr<const MemoryContents> contents = m_contents; // for the records
+    const QList<List> older = m_lists;
+    setContents(std::move(newer));
+    QList<qint16> lost;
+    for (const List &old : older) {
+        if (!old.isModified)
+            continue;
+        const qsizetype playlist = playlistWith(old.files.number);
+        std::optional<Entries> entries;
+        if (playlist >= 0 && isEditable(playlist) && !old.isHalfSaved)
+            entries = m_lists[playlist].records.entriesFrom(old.records, old.entries, m_names);
+        if (entries.has_value())
+            push(playlist, *entries, {}, {});
+        if (!entries.has_value() || entries->size() < old.entries.size())
+            lost.append(old.files.number);
+    }
+    return lost;
+}
+
 /// The path file of a playlist whose save was not finished can have any content.
 bool PlaylistDocument::isSameAs(const MemoryContents &newer) const
 {
@@ -95,6 +116,15 @@ void PlaylistDocument::setMissing(const QSet<qsizetype> &positions)
 qint16 PlaylistDocument::number(qsizetype playlist) const
 {
     return m_lists.at(playlist).files.number;
+}
+
+qsizetype PlaylistDocument::playlistWith(std::optional<qint16> wanted) const
+{
+    for (qsizetype playlist = 0; playlist < count(); ++playlist) {
+        if (number(playlist) == wanted)
+            return playlist;
+    }
+    return -1;
 }
 
 MemoryContents::Playlist::State PlaylistDocument::state(qsizetype playlist) const

@@ -38,6 +38,11 @@ public:
     /// Shows the playlists of \a contents, which may be null, and forgets all changes. If only what
     /// was written has changed, the changes can still be undone.
     void setContents(std::shared_ptr<const MemoryContents> contents);
+    /// Shows the playlists of \a newer, another reading of the same memory, with the unsaved
+    /// changes, which become one change of each playlist. Returns the numbers of the playlists
+    /// whose changes are lost, at least in part, because they have other entries on the memory now,
+    /// or because the index lacks added songs.
+    [[nodiscard]] QList<qint16> takeOver(std::shared_ptr<const MemoryContents> newer);
     const std::shared_ptr<const MemoryContents> &contents() const { return m_contents; }
     /// The songs whose files are missing, by their positions. They stay until other songs are
     /// shown.
@@ -49,6 +54,8 @@ public:
 
     qsizetype count() const { return m_lists.size(); }
     qint16 number(qsizetype playlist) const;
+    /// The playlist with this number; -1 if there is none.
+    qsizetype playlistWith(std::optional<qint16> number) const;
     MemoryContents::Playlist::State state(qsizetype playlist) const;
     /// Returns true if the songs file was read and may be written.
     bool isEditable(qsizetype playlist) const;

@@ -4,6 +4,7 @@
 #include "index/givennames.h"
 #include "index/indexrecords.h"
 #include "index/playlists.h"
+#include "memory/songpaths.h"
 
 #include <algorithm>
 #include <numeric>
@@ -106,6 +107,49 @@ std::optional<quint32> PlaylistRecords::add(quint32 id)
     return static_cast<quint32>(m_originals + m_added.size() - 1);
 }
 
+/// The path of the entry's song as in "index.id2"; empty if there is no song.
+QByteArray PlaylistRecords::pathOf(quint32 entry) const
+{
+    const qsizetype position = song(entry);
+    return position < 0 ? QByteArray() : m_contents->pathBytes(position);
+}
+
+/// Returns true if an entry of the files is that of \a older. An index run gives it another id, and
+/// finds songs of dead entries by their paths.
+bool PlaylistRecords::isSameEntry(const PlaylistRecords &older, quint32 entry,
+                                  const GivenNames &names) const
+{
+    if (record(entry) == older.record(entry))
+        return true;
+    const qsizetype position = song(entry);
+    const auto isNamed = [&](const QByteArray &path) {
+        return position >= 0 && !path.isEmpty() && isOfSong(path, position, names);
+    };
+    return isNamed(older.pathOf(entry)) || isNamed(older.pathRecord(entry));
+}
+
+std::optional<PlaylistRecords::Entries> PlaylistRecords::entriesFrom(const PlaylistRecords &older,
+                                                                     const Entries &entries,
+                                                                     const GivenNames &names)
+{
+    if (m_originals != older.m_originals)
+        return std::nullopt;
+    for (const quint32 entry : originals()) {
+        if (!isSameEntry(older, entry, names))
+            return std::nullopt;
+    }
+    const SongPaths songs(*m_contents, names);
+    Entries taken;
+    for (const quint32 entry : entries) {
+        const qsizetype song =
+            entry < m_originals ? -1 : songs.find(pathFromBytes(older.pathOf(entry)));
+        const std::optional<quint32> added = song < 0 ? std::nullopt : add(m_contents->id(song));
+        if (entry < m_originals || added.has_value())
+            taken.append(added.value_or(entry));
+    }
+    return taken;
+}
+
 bool PlaylistRecords::areEqual(const Entries &a, const Entries &b) const
 {
     return a.size() == b.size() &&
@@ -131,8 +175,7 @@ QByteArray PlaylistRecords::pathsFile(const Entries &entries) const
     file.reserve(entries.size() * IndexRecord::size);
     for (const quint32 entry : entries) {
         const QByteArray old = pathRecord(entry);
-        const qsizetype position = song(entry);
-        const QByteArray path = position < 0 ? QByteArray() : m_contents->pathBytes(position);
+        const QByteArray path = pathOf(entry);
         // Of an entry that shows another song than it plays, the old path leads to the shown one.
         const bool keepsOld =
             state(entry) != State::Good || fieldAt(old, 0, IndexRecord::size) == path;

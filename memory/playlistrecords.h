@@ -42,6 +42,12 @@ public:
     /// A new entry of the song \a id. Empty if it has no record in "title.id2".
     std::optional<quint32> add(quint32 id);
 
+    /// \a entries of \a older, the records of the same playlist before the memory was read again,
+    /// as entries of these. Added songs that the index lacks now are left out. Empty if the files
+    /// have other entries than before.
+    std::optional<Entries> entriesFrom(const PlaylistRecords &older, const Entries &entries,
+                                       const GivenNames &names);
+
     bool areEqual(const Entries &a, const Entries &b) const;
     /// The two files for these entries: docs/formats/playlists.md.
     QByteArray songsFile(const Entries &entries) const;
@@ -56,6 +62,8 @@ public:
 private:
     bool arePathsInStep(const GivenNames &names) const;
     bool isOfSong(const QByteArray &pathRecord, qsizetype song, const GivenNames &names) const;
+    bool isSameEntry(const PlaylistRecords &older, quint32 entry, const GivenNames &names) const;
+    QByteArray pathOf(quint32 entry) const;
 
     const MemoryContents *m_contents;
     QByteArray m_songs;

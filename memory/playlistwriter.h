@@ -25,7 +25,7 @@ class PlaylistWriter
 public:
     /// The memory was changed since the document was read.
     static constexpr Reason changedMeanwhile{QT_TRANSLATE_NOOP(
-        "RunReport", "nel frattempo la memoria è stata cambiata: va riletta prima di salvare")};
+        "RunReport", "nel frattempo la memoria è stata cambiata, e ora viene letta di nuovo")};
 
     /// \a document must outlive this; \a run gets pulses.
     PlaylistWriter(PlaylistDocument &document, Run &run) : m_document(document), m_run(run) {}

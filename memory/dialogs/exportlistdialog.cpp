@@ -8,10 +8,13 @@
 namespace brisel
 {
 
-ExportListDialog::ExportListDialog(QWidget *parent)
+ExportListDialog::ExportListDialog(SetFiles::ListIndex list, QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::ExportListDialog>())
 {
+    constexpr int orders = 3; // the lists of all songs, and those of the MP3s in the same orders
     m_ui->setupUi(this);
+    m_ui->orderComboBox->setCurrentIndex(static_cast<int>(list) % orders);
+    m_ui->songsComboBox->setCurrentIndex(SetFiles::isMp3Only(list) ? 1 : 0);
     new WheelGuard(*this);
 }
 

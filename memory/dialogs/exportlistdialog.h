@@ -1,5 +1,6 @@
 #pragma once
 
+#include "index/setfiles.h"
 #include "index/songslistwriter.h"
 
 #include <QDialog>
@@ -20,7 +21,8 @@ class ExportListDialog : public QDialog
     Q_OBJECT
 
 public:
-    explicit ExportListDialog(QWidget *parent = nullptr);
+    /// Proposes the list \a list.
+    explicit ExportListDialog(SetFiles::ListIndex list, QWidget *parent = nullptr);
     ~ExportListDialog() override;
 
     SongsListKind kind() const;

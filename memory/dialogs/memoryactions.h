@@ -43,6 +43,8 @@ public:
     /// files.
     void setSongs(const QList<qsizetype> &positions);
     void setFiles(const QStringList &absolutePaths, int lastCopies = 0);
+    /// The list that is shown, which the export proposes.
+    void setList(SetFiles::ListIndex list) { m_list = list; }
     /// If \a reason is not empty, the actions that write to the memory are disabled, with the
     /// reason in their tool tips.
     void setReadOnly(const QString &reason);
@@ -104,6 +106,7 @@ private:
     std::shared_ptr<const MemoryContents> m_contents; ///< never null
     QStringList m_files;                              ///< chosen; absolute paths
     int m_lastCopies = 0;                             ///< of the files
+    SetFiles::ListIndex m_list = SetFiles::Titles;
     QString m_readOnly;
     std::function<bool()> m_mayWrite;
     std::unique_ptr<SafeRemoval> m_safeRemoval;

@@ -281,7 +281,7 @@ void MemoryActions::exportList()
     const std::optional<Task> task = start();
     if (!task)
         return;
-    ExportListDialog dialog(m_window);
+    ExportListDialog dialog(m_list, m_window);
     if (dialog.exec() != QDialog::Accepted)
         return;
     const SongsListKind kind = dialog.kind();

@@ -314,7 +314,7 @@ void MemoryWindow::changeEvent(QEvent *event)
         m_ui->retranslateUi(this);
         showState();
     } else if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_isThere &&
-               !m_playlists->isModified() && m_states != fileStates(m_root, *m_contents)) {
+               m_states != fileStates(m_root, *m_contents)) {
         readAgain(); // another program has written there
     }
 }

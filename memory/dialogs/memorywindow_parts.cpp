@@ -19,7 +19,7 @@ void MemoryWindow::joinParts()
     joinActions();
     joinPlaylists();
     connect(m_ui->transferPushButton, &QPushButton::clicked, this, [this] {
-        if (m_isThere && m_playlists->mayDiscard())
+        if (m_isThere)
             emit transferWanted(m_root);
     });
 }
@@ -48,6 +48,7 @@ void MemoryWindow::joinActions()
 void MemoryWindow::joinPlaylists()
 {
     connect(m_playlists, &PlaylistsPanel::saved, this, &MemoryWindow::readAgain);
+    connect(m_playlists, &PlaylistsPanel::outdated, this, &MemoryWindow::readAgain);
     connect(m_ui->addToPlaylistPushButton, &QPushButton::clicked, this,
             &MemoryWindow::addChosenToPlaylist);
 }
@@ -56,7 +57,7 @@ void MemoryWindow::setTransfer(
     std::function<QStringList(const QString &, const QStringList &)> send)
 {
     m_playlists->setTransfer([this, send = std::move(send)](const QStringList &files) {
-        const QStringList places = send(m_root, files);
+        QStringList places = send(m_root, files);
         readAgain();
         return places;
     });
@@ -65,6 +66,7 @@ void MemoryWindow::setTransfer(
 /// The actions work on what is chosen in the tab in front.
 void MemoryWindow::passChoice()
 {
+    m_actions->setList(m_player->list());
     const bool isPlayer = m_ui->tabWidget->currentWidget() == m_ui->playerTab;
     if (isPlayer)
         m_actions->setSongs(m_player->chosenSongs());

@@ -81,6 +81,11 @@ void PlayerView::setLook(const MemoryLook *look)
     m_ui->songsTreeView->viewport()->update();
 }
 
+SetFiles::ListIndex PlayerView::list() const
+{
+    return static_cast<SetFiles::ListIndex>(m_ui->listComboBox->currentIndex());
+}
+
 QList<qsizetype> PlayerView::chosenSongs() const
 {
     const PlayerList &list = m_model->list();

@@ -36,6 +36,7 @@ public:
     /// The marks of the files; null while they are unknown. \a look must outlive this, or the next
     /// call of this or of setContents().
     void setLook(const MemoryLook *look);
+    SetFiles::ListIndex list() const;
     /// The positions of the chosen songs, in the order shown; those without a path are left out.
     QList<qsizetype> chosenSongs() const;
 

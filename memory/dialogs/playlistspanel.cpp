@@ -194,8 +194,14 @@ void PlaylistsPanel::setContents(std::shared_ptr<const MemoryContents> contents)
 {
     m_identity = contents != nullptr ? MemoryIdentity(contents->root()) : MemoryIdentity();
     m_document.setContents(std::move(contents));
+    showFirst();
+}
+
+/// Shows the playlist that was shown last, or the first, if none is shown.
+void PlaylistsPanel::showFirst()
+{
     if (playlist() < 0 && m_document.count() > 0) {
-        const qsizetype same = playlistWith(m_number);
+        const qsizetype same = m_document.playlistWith(m_number);
         m_list->setCurrentIndex(m_playlists->index(static_cast<int>(same < 0 ? 0 : same)));
     }
     showPlaylist();
@@ -203,26 +209,25 @@ void PlaylistsPanel::setContents(std::shared_ptr<const MemoryContents> contents)
 
 void PlaylistsPanel::updateContents(std::shared_ptr<const MemoryContents> contents)
 {
-    if (isModified() && contents != nullptr && m_document.isSameAs(*contents))
-        m_identity = MemoryIdentity(contents->root()); // it may have been mounted again
-    else
+    if (!isModified() || contents == nullptr) {
         setContents(std::move(contents));
+        return;
+    }
+    m_identity = MemoryIdentity(contents->root()); // it may have been mounted again
+    if (m_document.isSameAs(*contents))
+        return;
+    const QList<qint16> lost = m_document.takeOver(std::move(contents));
+    showFirst();
+    // The caller is not ready for a dialog.
+    if (!lost.isEmpty())
+        QMetaObject::invokeMethod(
+            this, [this, lost] { showLost(lost); }, Qt::QueuedConnection);
 }
 
 qsizetype PlaylistsPanel::playlist() const
 {
     const QModelIndex current = m_list->currentIndex();
     return current.isValid() ? current.row() : -1;
-}
-
-/// -1 if no playlist has this number.
-qsizetype PlaylistsPanel::playlistWith(std::optional<qint16> number) const
-{
-    for (qsizetype playlist = 0; playlist < m_document.count(); ++playlist) {
-        if (m_document.number(playlist) == number)
-            return playlist;
-    }
-    return -1;
 }
 
 void PlaylistsPanel::showPlaylist()

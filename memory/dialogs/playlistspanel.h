@@ -40,8 +40,8 @@ public:
 
     /// Shows the playlists of \a contents, which may be null; changes that were not saved are lost.
     void setContents(std::shared_ptr<const MemoryContents> contents);
-    /// The same after the memory was read again: unsaved changes stay if it has the same songs and
-    /// playlists.
+    /// The same after the memory was read again: unsaved changes stay as far as its songs and
+    /// playlists do; those that are lost are shown.
     void updateContents(std::shared_ptr<const MemoryContents> contents);
     /// The songs whose files are missing, by their positions.
     void setMissing(const QSet<qsizetype> &positions) { m_document.setMissing(positions); }
@@ -62,6 +62,8 @@ public:
 signals:
     /// Playlists were written: the memory has to be read again.
     void saved();
+    /// Nothing was written because the memory was changed meanwhile: it has to be read again.
+    void outdated();
     void modifiedChanged(bool isModified);
 
 protected:
@@ -73,6 +75,7 @@ private:
     QPushButton *addButton(const char *name, void (PlaylistsPanel::*slot)());
     void connectDocument();
     void retranslate();
+    void showFirst();
     void showPlaylist();
     void showModified();
     void updateButtons();
@@ -80,7 +83,6 @@ private:
     void selectEntries(const QList<qsizetype> &entries);
     QList<qsizetype> chosenEntries() const;
     qsizetype playlist() const;
-    qsizetype playlistWith(std::optional<qint16> number) const;
     qsizetype modifiedCount() const;
     bool mayChange() const { return mayChange(playlist()); }
     bool mayChange(qsizetype playlist) const;
@@ -100,6 +102,7 @@ private:
     QList<quint32> idsOf(const QStringList &paths) const;
     void addAt(qsizetype playlist, qsizetype place, const QList<quint32> &ids, qsizetype wanted);
     void showRefused(qsizetype wanted, qsizetype added);
+    void showLost(const QList<qint16> &playlists);
     [[nodiscard]] bool readSetList(SetList &list);
     void warn(const QString &text, const QString &details = {});
 

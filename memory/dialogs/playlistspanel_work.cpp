@@ -9,11 +9,11 @@
 #include "memory/dialogs/repairdialog.h"
 #include "memory/playlistwriter.h"
 #include "memory/setlist.h"
+#include "memory/songpaths.h"
 
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHash>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -77,6 +77,8 @@ bool PlaylistsPanel::save()
                                      : nothingSaved)
              .arg(reason),
          QDir::toNativeSeparators(file));
+    if (failure == PlaylistWriter::changedMeanwhile)
+        emit outdated();
     return false;
 }
 
@@ -139,20 +141,23 @@ void PlaylistsPanel::showRefused(qsizetype wanted, qsizetype added)
                  .arg(PlaylistDocument::maxEntries));
 }
 
+void PlaylistsPanel::showLost(const QList<qint16> &playlists)
+{
+    QStringList numbers;
+    for (const qint16 number : playlists)
+        numbers.append(QString::number(number));
+    warn(tr("La memoria è cambiata: delle modifiche non salvate non tutte si possono tenere."),
+         tr("Playlist: %1").arg(numbers.join(QStringLiteral(", "))));
+}
+
 /// The ids of those \a paths, absolute, that are songs of the index.
 QList<quint32> PlaylistsPanel::idsOf(const QStringList &paths) const
 {
     const MemoryContents &contents = *m_document.contents();
-    QHash<QByteArray, qsizetype> songs;
-    songs.reserve(contents.size());
-    for (qsizetype song = contents.size() - 1; song >= 0; --song)
-        songs.insert(pathSortKey(contents.path(song)), song);
+    const SongPaths songs(contents, m_document.names());
     QList<quint32> ids;
     for (const QString &path : paths) {
-        const QString below = QDir::cleanPath(path).mid(contents.root().size());
-        qsizetype song = songs.value(pathSortKey(below), -1);
-        if (song < 0)
-            song = songs.value(pathSortKey(m_document.names().follow(below)), -1);
+        const qsizetype song = songs.find(QDir::cleanPath(path).mid(contents.root().size()));
         if (song >= 0)
             ids.append(contents.id(song));
     }
@@ -188,15 +193,14 @@ void PlaylistsPanel::addFiles(const QStringList &files, qsizetype place)
             path = isOther(path) ? sent->value(next++) : path;
         paths.removeAll(QString());
     }
-    addAt(playlistWith(number), place, idsOf(paths), files.size());
+    addAt(m_document.playlistWith(number), place, idsOf(paths), files.size());
 }
 
 /// The paths of \a files on the memory. Empty if nothing may be added now.
 std::optional<QStringList> PlaylistsPanel::transferred(const QStringList &files)
 {
-    // The transfer changes the index: what was changed before belongs to the old one.
-    if (!m_transfer || !mayDiscard())
-        return m_transfer ? std::nullopt : std::optional(QStringList());
+    if (!m_transfer)
+        return QStringList();
     const std::shared_ptr<const MemoryContents> before = m_document.contents();
     const QStringList paths = m_transfer(files);
     if (m_document.contents() == before) {
@@ -204,7 +208,7 @@ std::optional<QStringList> PlaylistsPanel::transferred(const QStringList &files)
         Run run;
         if (contents->read(before->root(), run) != MemoryContents::Outcome::Done)
             return std::nullopt;
-        setContents(contents);
+        updateContents(contents);
     }
     return m_document.contents() != nullptr ? std::optional(paths) : std::nullopt;
 }

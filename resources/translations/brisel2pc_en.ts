@@ -601,8 +601,8 @@ Options:
         <translation>the file could not be renamed</translation>
     </message>
     <message>
-        <source>nel frattempo la memoria è stata cambiata: va riletta prima di salvare</source>
-        <translation>the memory has been changed in the meantime: it must be read again before saving</translation>
+        <source>nel frattempo la memoria è stata cambiata, e ora viene letta di nuovo</source>
+        <translation>the memory has been changed in the meantime, and is read again now</translation>
     </message>
 </context>
 <context>
@@ -3323,6 +3323,14 @@ To begin, press the button above, or drag files or folders here.</translation>
     <message>
         <source>Le playlist che sono state fatte sul player</source>
         <translation>The playlists that were made on the player</translation>
+    </message>
+    <message>
+        <source>La memoria è cambiata: delle modifiche non salvate non tutte si possono tenere.</source>
+        <translation>The memory has changed: not all of the unsaved changes can be kept.</translation>
+    </message>
+    <message>
+        <source>Playlist: %1</source>
+        <translation>Playlists: %1</translation>
     </message>
 </context>
 <context>

@@ -601,8 +601,8 @@ Opzioni:
         <translation>non è stato possibile rinominare il file</translation>
     </message>
     <message>
-        <source>nel frattempo la memoria è stata cambiata: va riletta prima di salvare</source>
-        <translation>nel frattempo la memoria è stata cambiata: va riletta prima di salvare</translation>
+        <source>nel frattempo la memoria è stata cambiata, e ora viene letta di nuovo</source>
+        <translation>nel frattempo la memoria è stata cambiata, e ora viene letta di nuovo</translation>
     </message>
 </context>
 <context>
@@ -3323,6 +3323,14 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
     <message>
         <source>Le playlist che sono state fatte sul player</source>
         <translation>Le playlist che sono state fatte sul player</translation>
+    </message>
+    <message>
+        <source>La memoria è cambiata: delle modifiche non salvate non tutte si possono tenere.</source>
+        <translation>La memoria è cambiata: delle modifiche non salvate non tutte si possono tenere.</translation>
+    </message>
+    <message>
+        <source>Playlist: %1</source>
+        <translation>Playlist: %1</translation>
     </message>
 </context>
 <context>

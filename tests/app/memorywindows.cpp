@@ -174,7 +174,7 @@ std::unique_ptr<QWidget> makeRenameSongDialog()
 
 std::unique_ptr<QWidget> makeExportListDialog()
 {
-    return std::make_unique<ExportListDialog>();
+    return std::make_unique<ExportListDialog>(SetFiles::Titles);
 }
 
 std::unique_ptr<QWidget> makeRepairDialog()

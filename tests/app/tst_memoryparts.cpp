@@ -27,11 +27,25 @@ private slots:
     void removesTheChosenSong();
     void offersTheActionsInAMenu();
     void marksPlaylistsWithFaults();
+    void exportsTheListThatIsShown();
+    void keepsUnsavedChangesOverATransfer();
+    void keepsUnsavedChangesIfTheIndexIsWrittenElsewhere();
     void transfersTheSongsOfTheTable();
     void transfersNothingFromAnEmptyTable();
     void transfersDroppedFiles();
 
 private:
+    /// Copies the songs of the table to the memory.
+    void transfer()
+    {
+        m_sample->script.expect("brisel::TransferPlanDialog", [](QWidget *dialog) {
+            DialogScript::click(dialog, u"copyPushButton"_qs);
+        });
+        m_sample->script.expectMessage(u"Trasferimento"_qs,
+                                       u"Tutti i file sono stati copiati correttamente"_qs,
+                                       QMessageBox::Ok);
+        button("transferPushButton")->click();
+    }
     QPushButton *button(const char *name) const { return find<QPushButton>(name); }
     QAction *action(const QString &text) const
     {
@@ -153,14 +167,57 @@ void TestMemoryParts::transfersTheSongsOfTheTable()
 {
     m_sample->import({u"new.mid"_qs});
     open();
-    m_sample->script.expect("brisel::TransferPlanDialog", [](QWidget *dialog) {
-        DialogScript::click(dialog, u"copyPushButton"_qs);
-    });
-    m_sample->script.expectMessage(
-        u"Trasferimento"_qs, u"Tutti i file sono stati copiati correttamente"_qs, QMessageBox::Ok);
-    button("transferPushButton")->click();
+    transfer();
     QVERIFY(m_memory->has(u"songs/new.mid"_qs));
     QCOMPARE(m_window->contents()->size(), 5);
+}
+
+void TestMemoryParts::exportsTheListThatIsShown()
+{
+    open();
+    find<QComboBox>("listComboBox")->setCurrentIndex(4);
+    m_sample->script.expect("brisel::ExportListDialog", [](QWidget *dialog) {
+        QCOMPARE(dialog->findChild<QComboBox *>(u"orderComboBox"_qs)->currentIndex(), 1);
+        QCOMPARE(dialog->findChild<QComboBox *>(u"songsComboBox"_qs)->currentIndex(), 1);
+        dialog->close();
+    });
+    for (QAction *action : find<QToolBar>("memoryActionsToolBar")->actions()) {
+        if (action->text().remove(u'&') == u"Esporta elenco..."_qs)
+            action->trigger();
+    }
+    QVERIFY(m_sample->script.isDone());
+}
+
+void TestMemoryParts::keepsUnsavedChangesOverATransfer()
+{
+    m_sample->import({u"new.mid"_qs});
+    openWithChange();
+    transfer();
+    QCOMPARE(m_window->contents()->size(), 5);
+    QVERIFY(playlists().isModified());
+    button("savePushButton")->click();
+    QCOMPARE(playlist(), HandMadeSet::one() + HandMadeSet::three());
+}
+
+void TestMemoryParts::keepsUnsavedChangesIfTheIndexIsWrittenElsewhere()
+{
+    openWithChange();
+    // Before the window has seen it, the memory gets an index without the song 1, "TWO".
+    const QByteArray paths = m_memory->read(u"index.id2"_qs);
+    m_memory->write(u"index.id2"_qs, paths.first(64) + paths.sliced(128));
+    m_memory->write(u"title.id2"_qs,
+                    HandMadeSet::four() + HandMadeSet::one() + HandMadeSet::three());
+    m_sample->script.expectMessage(
+        u"Playlist"_qs,
+        u"Le playlist non sono state salvate: nel frattempo la memoria è stata cambiata, e ora "
+        u"viene letta di nuovo."_qs,
+        QMessageBox::Ok);
+    QVERIFY(!playlists().save());
+    QCOMPARE(m_window->contents()->size(), 3);
+    QCOMPARE(playlist(), HandMadeSet::one());
+    QVERIFY(playlists().isModified());
+    button("savePushButton")->click();
+    QCOMPARE(playlist(), HandMadeSet::one() + HandMadeSet::three());
 }
 
 void TestMemoryParts::transfersNothingFromAnEmptyTable()

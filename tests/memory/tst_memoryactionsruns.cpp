@@ -59,6 +59,7 @@ private slots:
     void showsThatNothingWasChecked();
     void exportsAList();
     void exportsAPageOfMp3s();
+    void proposesTheListThatIsShown();
     void exportsNothingAfterCancel();
     void pullsTheMemoryOut();
     void saysThatTheMemoryIsStillMounted();
@@ -306,6 +307,19 @@ void TestMemoryActionsRuns::exportsAPageOfMp3s()
     QVERIFY(page.startsWith("<!DOCTYPE html>"));
     QVERIFY(page.contains("/BASI/D.MP3"));
     QVERIFY(!page.contains("/A.MID"));
+}
+
+void TestMemoryActionsRuns::proposesTheListThatIsShown()
+{
+    m_actions->setList(SetFiles::Artists3);
+    DialogScript script;
+    script.expect("brisel::ExportListDialog", [](QWidget *dialog) {
+        QCOMPARE(dialog->findChild<QComboBox *>(u"orderComboBox"_qs)->currentIndex(), 1);
+        QCOMPARE(dialog->findChild<QComboBox *>(u"songsComboBox"_qs)->currentIndex(), 1);
+        dialog->close();
+    });
+    trigger(u"Esporta elenco..."_qs);
+    QVERIFY(script.isDone());
 }
 
 void TestMemoryActionsRuns::exportsNothingAfterCancel()

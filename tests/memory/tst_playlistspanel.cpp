@@ -201,8 +201,8 @@ void TestPlaylistsPanel::showsWhyNothingWasSaved()
     DialogScript script;
     script.expectMessage(
         u"Playlist"_qs,
-        u"Le playlist non sono state salvate: nel frattempo la memoria è stata cambiata: va "
-        "riletta prima di salvare."_qs,
+        u"Le playlist non sono state salvate: nel frattempo la memoria è stata cambiata, e "
+        "ora viene letta di nuovo."_qs,
         QMessageBox::Ok);
     QVERIFY(!open.panel.save());
     QVERIFY(script.isDone());
