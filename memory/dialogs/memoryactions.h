@@ -56,6 +56,9 @@ public:
     /// Update, rebuild, check, export and safe removal.
     QList<QAction *> memoryActions() const;
 
+    /// Returns true until the outcome of a safe removal is known: nothing may be opened on the
+    /// memory.
+    [[nodiscard]] bool isPullingOut() const { return m_safeRemoval->isWorking(); }
     /// For tests: replaces the desktop's service. Null for none.
     void setUnmountService(std::unique_ptr<UnmountService> service);
 

@@ -184,7 +184,7 @@ void MemoryWindow::clear()
 
 void MemoryWindow::readAgain()
 {
-    if (!m_isThere)
+    if (!m_isThere || m_actions->isPullingOut())
         return;
     if (RunGuard::isActive()) { // another part of the program may be writing there
         m_retry.start();
@@ -210,7 +210,7 @@ void MemoryWindow::readAgain()
     showState();
 }
 
-/// A portion of the look leaves time for the user. A run has the processor for itself.
+/// A portion of the look leaves time for the user. During a run the look pauses.
 void MemoryWindow::look()
 {
     constexpr int portion = 10; // milliseconds
@@ -237,8 +237,9 @@ void MemoryWindow::showState()
         isDone ? tr("%n song, indice del %1", "", static_cast<int>(m_contents->size()))
                      .arg(QLocale().toString(date, QLocale::ShortFormat))
                : QString());
-    m_ui->splitter->setEnabled(m_isThere);
-    m_ui->transferPushButton->setEnabled(m_isThere && m_readOnlyReason.isEmpty());
+    const bool mayUse = m_isThere && !m_actions->isPullingOut();
+    m_ui->splitter->setEnabled(mayUse);
+    m_ui->transferPushButton->setEnabled(mayUse && m_readOnlyReason.isEmpty());
     showSpace();
 }
 
@@ -267,6 +268,8 @@ QString MemoryWindow::stateText() const
         return tr("Nessuna memoria è collegata al computer");
     if (!m_isThere)
         return tr("La memoria non è più presente");
+    if (m_actions->isPullingOut())
+        return tr("Preparo la rimozione della memoria...");
     QStringList texts;
     switch (m_outcome) {
     case Outcome::NotPrepared:

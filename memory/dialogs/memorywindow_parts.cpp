@@ -37,7 +37,10 @@ void MemoryWindow::joinActions()
     m_ui->buttonLayout->insertWidget(0, memoryBar, 1);
     m_actions->setMayWrite([this] { return m_playlists->mayDiscard(); });
     connect(m_actions, &MemoryActions::changed, this, &MemoryWindow::readAgain);
-    connect(m_actions, &MemoryActions::aboutToUnmount, this, &MemoryWindow::clear);
+    connect(m_actions, &MemoryActions::aboutToUnmount, this, [this] {
+        clear();
+        showState();
+    });
     connect(m_player, &PlayerView::choiceChanged, this, &MemoryWindow::passChoice);
     connect(m_folders, &FoldersView::choiceChanged, this, &MemoryWindow::passChoice);
     connect(m_ui->tabWidget, &QTabWidget::currentChanged, this, &MemoryWindow::passChoice);

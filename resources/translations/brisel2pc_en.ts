@@ -2925,6 +2925,10 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>&amp;Aggiungi le song scelte</source>
         <translation>&amp;Add the chosen songs</translation>
     </message>
+    <message>
+        <source>Preparo la rimozione della memoria...</source>
+        <translation>Preparing the removal of the memory...</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MidiPlayer</name>

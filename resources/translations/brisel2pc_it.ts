@@ -2925,6 +2925,10 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>&amp;Aggiungi le song scelte</source>
         <translation>&amp;Aggiungi le song scelte</translation>
     </message>
+    <message>
+        <source>Preparo la rimozione della memoria...</source>
+        <translation>Preparo la rimozione della memoria...</translation>
+    </message>
 </context>
 <context>
     <name>brisel::MidiPlayer</name>

@@ -1,3 +1,4 @@
+#include "memory/dialogs/memoryactions.h"
 #include "tests/app/memorywindowtest.h"
 #include "tests/testprogram.h"
 
@@ -10,6 +11,18 @@
 #include <QUrl>
 
 using namespace brisel;
+
+namespace
+{
+
+/// A service that has not answered yet.
+class WaitingService : public UnmountService
+{
+public:
+    void unmount(const QString & /*root*/) override {}
+};
+
+} // namespace
 
 /// The lists, the actions and the playlists of the memory window together, through the real main
 /// window.
@@ -30,6 +43,7 @@ private slots:
     void exportsTheListThatIsShown();
     void keepsUnsavedChangesOverATransfer();
     void keepsUnsavedChangesIfTheIndexIsWrittenElsewhere();
+    void leavesAMemoryAloneThatIsPulledOut();
     void transfersTheSongsOfTheTable();
     void transfersNothingFromAnEmptyTable();
     void transfersDroppedFiles();
@@ -47,13 +61,18 @@ private:
         button("transferPushButton")->click();
     }
     QPushButton *button(const char *name) const { return find<QPushButton>(name); }
-    QAction *action(const QString &text) const
+    QAction *actionOf(const char *toolBar, const QString &text) const
     {
-        for (QAction *action : find<QToolBar>("songActionsToolBar")->actions()) {
+        for (QAction *action : find<QToolBar>(toolBar)->actions()) {
             if (action->text().remove(u'&') == text)
                 return action;
         }
-        return nullptr;
+        qFatal("no action %s", qPrintable(text));
+    }
+    QAction *action(const QString &text) const { return actionOf("songActionsToolBar", text); }
+    QAction *memoryAction(const QString &text) const
+    {
+        return actionOf("memoryActionsToolBar", text);
     }
     void choose(int row) const { songs()->setCurrentIndex(songs()->model()->index(row, 0)); }
     QByteArray playlist() const { return m_memory->read(u"playlist/play0007.dat"_qs); }
@@ -172,6 +191,28 @@ void TestMemoryParts::transfersTheSongsOfTheTable()
     QCOMPARE(m_window->contents()->size(), 5);
 }
 
+void TestMemoryParts::leavesAMemoryAloneThatIsPulledOut()
+{
+    m_memory->addPlaylist(HandMadeSet::one());
+    open();
+    auto service = std::make_unique<WaitingService>();
+    UnmountService &answer = *service;
+    m_window->findChild<MemoryActions *>()->setUnmountService(std::move(service));
+    memoryAction(u"Rimozione sicura"_qs)->trigger();
+    QCOMPARE(text("stateLabel"), u"Preparo la rimozione della memoria..."_qs);
+    QVERIFY(!button("transferPushButton")->isEnabled());
+    QVERIFY(!find<QWidget>("splitter")->isEnabled());
+    m_window->readAgain();
+    QVERIFY(QTest::qWaitForWindowActive(m_sample->window.get()));
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    QCOMPARE(m_window->contents()->size(), 0);
+    m_sample->script.expect("QMessageBox", [](QWidget *dialog) { dialog->close(); });
+    emit answer.finished(SafeRemoval::Outcome::Busy, {});
+    QCOMPARE(m_window->contents()->size(), 4);
+    QVERIFY(button("transferPushButton")->isEnabled());
+}
+
 void TestMemoryParts::exportsTheListThatIsShown()
 {
     open();
@@ -181,10 +222,7 @@ void TestMemoryParts::exportsTheListThatIsShown()
         QCOMPARE(dialog->findChild<QComboBox *>(u"songsComboBox"_qs)->currentIndex(), 1);
         dialog->close();
     });
-    for (QAction *action : find<QToolBar>("memoryActionsToolBar")->actions()) {
-        if (action->text().remove(u'&') == u"Esporta elenco..."_qs)
-            action->trigger();
-    }
+    memoryAction(u"Esporta elenco..."_qs)->trigger();
     QVERIFY(m_sample->script.isDone());
 }
 
