@@ -96,7 +96,7 @@ bool SongRecord::read(const QByteArray &file, qsizetype offset, SongRecord &reco
     record.id = be32At(file, offset);
     record.title = fieldAt(file, offset + titleAt, titleWidth);
     record.bpm = byteAt(file, offset + bpmAt);
-    record.type = byteAt(file, offset + typeAt) & 7;
+    record.type = typeOf(byteAt(file, offset + typeAt));
     record.flag = (byteAt(file, offset + typeAt) >> 3) & 1;
     return true;
 }

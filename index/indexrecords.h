@@ -45,6 +45,10 @@ struct SongRecord {
     static constexpr int bpmAt = 62;
     static constexpr int typeAt = 63; ///< bits 0-2 type, bits 3-7 flag
 
+    /// The parts of the byte at typeAt. The flag of songs with markers is 1.
+    static constexpr quint8 typeOf(quint8 byte) { return byte & 7; }
+    static constexpr bool hasMarkers(quint8 byte) { return byte >> 3 == 1; }
+
     explicit SongRecord(const SongInfoIndex &song);
     SongRecord() = default;
 

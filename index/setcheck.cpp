@@ -122,8 +122,8 @@ void SetCheck::checkList(std::size_t list, const SetFiles &files, const IdTable 
         const bool isWanted =
             !SetFiles::isMp3Only(list) ||
             (title >= 0 &&
-             (byteAt(files.lists.at(SetFiles::Titles).content, title + SongRecord::typeAt) & 7) ==
-                 SongInfoIndex::Mp3);
+             SongRecord::typeOf(byteAt(files.lists.at(SetFiles::Titles).content,
+                                       title + SongRecord::typeAt)) == SongInfoIndex::Mp3);
         if (isWanted != walk.met.at(position)) {
             m_isSound = false;
             m_unsure[position] = true;

@@ -40,6 +40,14 @@ int compareTexts(const QString &a, const QString &b)
 
 } // namespace
 
+QString SongInfoIndex::typeName(quint8 type)
+{
+    static const QStringList names{QStringLiteral("MIDI"), QStringLiteral("MP3"),
+                                   QStringLiteral("ZB3"), QStringLiteral("ZB4"),
+                                   QStringLiteral("ZB5")};
+    return names.value(type, QStringLiteral("?"));
+}
+
 void SongInfoIndex::setPath(const QString &newPath)
 {
     path = newPath;

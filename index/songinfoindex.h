@@ -32,6 +32,9 @@ public:
     /// The player's numbers of the formats.
     enum Type : quint8 { Midi = 0, Mp3 = 1, Zb3 = 2, Zb4 = 3, Zb5 = 4 };
 
+    /// The name of a Type; "?" for other numbers.
+    static QString typeName(quint8 type);
+
     /// Sets the path and its sort key.
     void setPath(const QString &newPath);
 

@@ -206,14 +206,12 @@ quint8 MemoryContents::bpm(qsizetype position) const
 
 quint8 MemoryContents::type(qsizetype position) const
 {
-    constexpr quint8 typeBits = 7;
-    return byteAt(record(position), SongRecord::typeAt) & typeBits;
+    return SongRecord::typeOf(byteAt(record(position), SongRecord::typeAt));
 }
 
 bool MemoryContents::hasMarkers(qsizetype position) const
 {
-    constexpr int flagShift = 3;
-    return byteAt(record(position), SongRecord::typeAt) >> flagShift == 1;
+    return SongRecord::hasMarkers(byteAt(record(position), SongRecord::typeAt));
 }
 
 } // namespace brisel

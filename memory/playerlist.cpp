@@ -239,18 +239,12 @@ quint8 PlayerList::bpm(const Song &song) const
 
 QString PlayerList::format(const Song &song) const
 {
-    static const std::array<QString, 5> formats{QStringLiteral("MIDI"), QStringLiteral("MP3"),
-                                                QStringLiteral("ZB3"), QStringLiteral("ZB4"),
-                                                QStringLiteral("ZB5")};
-    constexpr quint8 typeBits = 7;
-    const std::size_t type = byteOf(song, SongRecord::typeAt) & typeBits;
-    return type < formats.size() ? formats.at(type) : QStringLiteral("?");
+    return SongInfoIndex::typeName(SongRecord::typeOf(byteOf(song, SongRecord::typeAt)));
 }
 
 bool PlayerList::hasMarkers(const Song &song) const
 {
-    constexpr int flagShift = 3;
-    return byteOf(song, SongRecord::typeAt) >> flagShift == 1;
+    return SongRecord::hasMarkers(byteOf(song, SongRecord::typeAt));
 }
 
 quint32 PlayerList::id(const Song &song) const

@@ -3,6 +3,7 @@
 #include "base/bytes.h"
 #include "base/songsuffix.h"
 #include "index/indexrecords.h"
+#include "index/songinfoindex.h"
 #include "library/dialogs/celltext.h"
 #include "memory/songdrag.h"
 
@@ -23,11 +24,7 @@ const QString entryDragType = QStringLiteral("application/x-brisel2pc-playlist-e
 
 QString formatOf(const QByteArray &record)
 {
-    constexpr quint8 typeBits = 7;
-    static const QStringList names{QStringLiteral("MIDI"), QStringLiteral("MP3"),
-                                   QStringLiteral("ZB3"), QStringLiteral("ZB4"),
-                                   QStringLiteral("ZB5")};
-    return names.value(byteAt(record, SongRecord::typeAt) & typeBits);
+    return SongInfoIndex::typeName(SongRecord::typeOf(byteAt(record, SongRecord::typeAt)));
 }
 
 QStringList droppedPaths(const QMimeData &data)
