@@ -27,6 +27,7 @@ JOBS = [
     # The graphics beside an MP3 are never copied over older ones.
     Job("copy", "copy {m}/BASI {s}/Greens02.mid {s}/Cucaracha.mp3 {s}/SCALADO.MID", again=(0, 1)),
     Job("list", "list {m} {m}/LISTS/LIST.TXT"),
+    Job("playlists", "playlists {m}"),
     Job("update", "update {m}", "changed"),
     Job("rebuild", "index {m}", "changed"),
 ]
@@ -99,8 +100,22 @@ def date_files(memory):
             os.utime(os.path.join(folder, name), (1700000000, 1700000000))
 
 
-def playlist(ids):
-    return b"".join(i.to_bytes(4, "big") + bytes(RECORD_SIZE - 4) for i in ids)
+def records(path):
+    """The records of an index file or playlist, in order."""
+    with open(path, "rb") as file:
+        content = file.read()
+    return [content[at:at + RECORD_SIZE] for at in range(0, len(content), RECORD_SIZE)]
+
+
+def put_playlist(memory, number, ids, has_paths):
+    """Writes the playlist of these songs, with a path file or without."""
+    songs = {record[:4]: record for record in records(os.path.join(memory, "title.id2"))}
+    paths = {record[:4]: record[4:50] for record in records(os.path.join(memory, "index.id2"))}
+    keys = [i.to_bytes(4, "big") for i in ids]
+    name = os.path.join(memory, f"playlist/play{number:04}")
+    put_file(name + ".dat", b"".join(songs[key] for key in keys))
+    if has_paths:
+        put_file(name + ".pts", b"".join(paths[key].ljust(RECORD_SIZE, b"\0") for key in keys))
 
 
 def make_memories(work, makesamples, worker):
@@ -116,8 +131,8 @@ def make_memories(work, makesamples, worker):
     run_worker(worker, ["index", indexed], work)
     put_file(os.path.join(indexed, "playlist/playlist.dat"),
              b"\1" + bytes(31) + b"\2" + bytes(31))
-    put_file(os.path.join(indexed, "playlist/play0001.dat"), playlist([3, 1, 8]))
-    put_file(os.path.join(indexed, "playlist/play0002.dat"), playlist([9, 2, 4, 6]))
+    put_playlist(indexed, 1, [3, 1, 8], has_paths=True)
+    put_playlist(indexed, 2, [9, 2, 4, 6], has_paths=False)
     date_files(indexed)
 
     changed = os.path.join(work, "changed")

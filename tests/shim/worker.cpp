@@ -1,9 +1,12 @@
 #include "app/startup.h"
 #include "base/filelot.h"
+#include "base/memoryidentity.h"
 #include "base/settingsstore.h"
 #include "db/database.h"
 #include "index/index.h"
 #include "library/filecopier.h"
+#include "memory/playlistdocument.h"
+#include "memory/playlistwriter.h"
 #include "songfile/metasong.h"
 #include "tests/scriptedindex.h"
 #include "tests/scriptedrun.h"
@@ -14,6 +17,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 
 using namespace brisel;
 
@@ -83,6 +87,22 @@ bool runIndex(bool (Index::*run)(const QString &), const QString &root)
     return (index.*run)(root);
 }
 
+/// Adds the first song of the index at the start of each playlist, as the memory window does.
+bool savePlaylists(const QStringList &paths)
+{
+    ScriptedRun run;
+    const auto contents = std::make_shared<MemoryContents>();
+    if (contents->read(paths.at(0), run) != MemoryContents::Outcome::Done)
+        return false;
+    PlaylistDocument document;
+    document.setContents(contents);
+    for (qsizetype playlist = 0; playlist < document.count(); ++playlist) {
+        if (document.add(playlist, 0, {contents->id(0)}) != 1)
+            return false;
+    }
+    return PlaylistWriter(document, run).save(MemoryIdentity(paths.at(0)));
+}
+
 bool buildIndex(const QStringList &paths)
 {
     return runIndex(&Index::createIndex, paths.at(0));
@@ -106,7 +126,8 @@ int main(int argc, char **argv)
                             {"catalogue", openCatalogue}, {"settings", saveSettings},
                             {"list", saveList},           {"index", buildIndex},
                             {"update", updateIndex},      {"synchronise", synchroniseSongs},
-                            {"edit", editSongs},          {"restore", restoreSongs}};
+                            {"edit", editSongs},          {"restore", restoreSongs},
+                            {"playlists", savePlaylists}};
     const QStringList arguments = QCoreApplication::arguments();
     for (const Job &job : jobs) {
         if (arguments.value(1) == QLatin1StringView(job.name))
