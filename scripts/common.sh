@@ -12,8 +12,9 @@ build_packages="ca-certificates cmake g++ ninja-build \
 run_packages="xvfb"
 # The library of the benchmarks, and the peers.
 bench_packages="libbenchmark-dev liblhasa-dev libtag1-dev pkg-config"
-# Independent readers of songs that tests use for comparison, and checkers of the desktop files.
-check_packages="$bench_packages midicsv id3v2 python3-mutagen \
+# Independent readers of songs that tests use for comparison, a message bus, and checkers of the desktop
+# files.
+check_packages="$bench_packages midicsv id3v2 python3-mutagen dbus-daemon \
     appstream desktop-file-utils libxml2-utils shared-mime-info"
 lint_packages="clang-14 clang-format-14 clang-tidy-14 shellcheck"
 fuzz_packages="clang-14 libclang-rt-14-dev"
