@@ -69,7 +69,9 @@ void PlayerView::setContents(std::shared_ptr<const MemoryContents> contents)
 {
     if (contents == nullptr)
         contents = std::make_shared<MemoryContents>();
+    const QByteArray path = currentPath();
     reset([&] { m_model->setContents(std::move(contents)); });
+    chooseByPath(path);
     showJumps();
     showCount();
     m_reading.start();
@@ -139,13 +141,47 @@ void PlayerView::reset(const std::function<void()> &change)
         view->expandAll();
     if (count == 0)
         return;
+    chooseFirst([&](const PlayerList::Song &song) { return list.id(song) == id; }, isGroup);
+}
+
+/// Makes the first song current of which \a isWanted returns true, or its group.
+void PlayerView::chooseFirst(const std::function<bool(const PlayerList::Song &)> &isWanted,
+                             bool isGroup)
+{
+    const PlayerList &list = m_model->list();
     for (qsizetype shown = 0; shown < list.size(); ++shown) {
-        if (list.id(list.song(shown)) != id)
+        if (!isWanted(list.song(shown)))
             continue;
         const QModelIndex song = m_model->indexOf(shown);
-        view->setCurrentIndex(isGroup && song.parent().isValid() ? song.parent() : song);
+        m_ui->songsTreeView->setCurrentIndex(isGroup && song.parent().isValid() ? song.parent()
+                                                                                : song);
         return;
     }
+}
+
+/// The path of the current song, or of the first one of the current group, in the bytes of the
+/// index; empty if there is none.
+QByteArray PlayerView::currentPath() const
+{
+    const PlayerList &list = m_model->list();
+    const auto [number, count] = m_model->songsOf(m_ui->songsTreeView->currentIndex());
+    const qsizetype position = count > 0 ? list.song(number).position : -1;
+    return position < 0 ? QByteArray() : list.contents().pathBytes(position);
+}
+
+/// A rebuild gives the ids to other songs.
+void PlayerView::chooseByPath(const QByteArray &path)
+{
+    if (path.isEmpty() || currentPath() == path)
+        return;
+    const PlayerList &list = m_model->list();
+    const QModelIndex current = m_ui->songsTreeView->currentIndex();
+    const bool isGroup = list.isGrouped() && current.isValid() && !current.parent().isValid();
+    chooseFirst(
+        [&](const PlayerList::Song &song) {
+            return song.position >= 0 && list.contents().pathBytes(song.position) == path;
+        },
+        isGroup);
 }
 
 void PlayerView::readSomeTexts()

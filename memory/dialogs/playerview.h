@@ -57,6 +57,9 @@ private:
     void showCount();
     void jump(const PlayerList::Jump &jump);
     void reset(const std::function<void()> &change);
+    void chooseFirst(const std::function<bool(const PlayerList::Song &)> &isWanted, bool isGroup);
+    QByteArray currentPath() const;
+    void chooseByPath(const QByteArray &path);
     void readSomeTexts();
 
     std::unique_ptr<Ui::PlayerView> m_ui;

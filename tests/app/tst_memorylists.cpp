@@ -33,6 +33,7 @@ private slots:
     void searchesByKeys();
     void opensGroupsWithFewSongs();
     void keepsTheCurrentSong();
+    void keepsTheCurrentSongOverARebuild();
     void choosesSongs();
     void dragsSongs();
     void asksForAMenu();
@@ -250,6 +251,20 @@ void TestMemoryLists::keepsTheCurrentSong()
     m_window->readAgain();
     QCOMPARE(field()->text(), u"anna"_qs);
     QCOMPARE(column(songs(), 0), QStringList({u"POP"_qs, u"ROCK"_qs}));
+}
+
+void TestMemoryLists::keepsTheCurrentSongOverARebuild()
+{
+    open();
+    songs()->setCurrentIndex(songs()->model()->index(2, 0));
+    QCOMPARE(current(), u"THREE"_qs);
+    // "TWO", in the last record, and "THREE" exchange their ids.
+    m_memory->patch(u"title.id2"_qs, 2 * 64, Sample::hex("00000001"));
+    m_memory->patch(u"title.id2"_qs, 3 * 64, Sample::hex("00000003"));
+    m_memory->patch(u"index.id2"_qs, 1 * 64, Sample::hex("00000003"));
+    m_memory->patch(u"index.id2"_qs, 2 * 64, Sample::hex("00000001"));
+    m_window->readAgain();
+    QCOMPARE(current(), u"THREE"_qs);
 }
 
 void TestMemoryLists::choosesSongs()
