@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/fileidentity.h"
+#include "base/memoryidentity.h"
 
 #include <QList>
 #include <QString>
@@ -26,6 +27,7 @@ struct PlannedCopies {
     QStringList files;
     QStringList places = {}; ///< of each file
     QString folder = {};     ///< that the places are in; empty without a plan
+    MemoryIdentity memory = {};
     QList<Replacement> replacements = {};
     QList<Rename> renames = {};
 };

@@ -76,6 +76,11 @@ Transfer::Transfer(const TransferPlan &plan) : m_copies(plan.copies()), m_chosen
 
 Transfer::Outcome Transfer::run(Run &run)
 {
+    // The user agreed to a plan for one memory.
+    if (!m_copies.folder.isEmpty() && !m_copies.memory.isThere()) {
+        run.report().add(RunReport::Step::Copy, getRoot(m_chosen), MemoryReason::gone);
+        return Outcome::Failed;
+    }
     const FolderLock lock(getRootDrivePath(m_chosen), FolderLock::Kind::Exclusive);
     if (lock.isBusy()) {
         run.report().add(RunReport::Step::Copy, getRoot(m_chosen), MemoryReason::inUse);

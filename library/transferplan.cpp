@@ -39,6 +39,7 @@ Transfer::Outcome TransferPlan::run(Run &run)
         return outcome;
     m_folder = folder;
     m_root = getRoot(folder);
+    m_memory = MemoryIdentity(m_root);
     m_present = fileKind(folder) == FileKind::Folder ? folder : m_root;
     m_room = std::make_unique<CopyRoom>(m_present);
     m_places->begin(m_root);
@@ -234,6 +235,7 @@ PlannedCopies TransferPlan::copies() const
 {
     PlannedCopies copies;
     copies.folder = m_folder;
+    copies.memory = m_memory;
     for (const ComingNames::Rename &rename : m_names->folders())
         copies.renames.append({rename.from, rename.to});
     for (qsizetype i = 0; i < m_songs.size(); ++i) {

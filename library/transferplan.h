@@ -99,6 +99,7 @@ private:
     QString m_folder;
     QString m_present; ///< the folder, or the memory if the folder is missing
     QString m_root;
+    MemoryIdentity m_memory;
     QSet<QString> m_sources; ///< identities
     QList<Song> m_songs;
     QList<QList<CopyRoom::Need>> m_needs; ///< of each song

@@ -44,6 +44,7 @@ private slots:
     void refusesFoldersAsTheTransferDoes();
     void copiesWhatIsTickedWithoutQuestions();
     void asksAboutWhatHasChangedSince();
+    void copiesNothingToAnotherMemory();
     void asksForOtherLongNames();
     void measuresTheFirstLot();
 
@@ -299,6 +300,17 @@ void TestTransferPlan::asksAboutWhatHasChangedSince()
     QCOMPARE(Transfer(*m_plan).run(*m_run), Transfer::Outcome::Done);
     QCOMPARE(m_run->asked, QStringList({stick(u"songs/new.mid"_qs), stick(u"songs/other.mid"_qs)}));
     QCOMPARE(fileContent(stick(u"songs/new.mid"_qs)), smallMidi("Appeared"));
+}
+
+void TestTransferPlan::copiesNothingToAnotherMemory()
+{
+    QCOMPARE(makePlan({song(u"new.mid"_qs)}), Transfer::Outcome::Done);
+    QVERIFY(QDir().rename(stick(), m_volumes->filePath(u"PULLED"_qs)));
+    QVERIFY(QDir().mkdir(stick()));
+    QCOMPARE(Transfer(*m_plan).run(*m_run), Transfer::Outcome::Failed);
+    QVERIFY2(m_run->report().text().contains(MemoryReason::gone.text()),
+             qPrintable(m_run->report().text()));
+    QVERIFY(QDir(stick()).isEmpty());
 }
 
 void TestTransferPlan::asksForOtherLongNames()
