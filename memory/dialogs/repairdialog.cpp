@@ -23,6 +23,7 @@ void SongChoiceModel::search(const QString &text)
 {
     const QStringList words = lowerCased(text).split(u' ', Qt::SkipEmptyParts);
     beginResetModel();
+    m_isSearched = !words.isEmpty();
     m_rows.clear();
     QSet<qsizetype> guessed;
     for (const EntryGuess &guess : std::as_const(m_guesses)) {
@@ -35,6 +36,11 @@ void SongChoiceModel::search(const QString &text)
             m_rows.append(EntryGuess{song, QString()});
     }
     endResetModel();
+}
+
+bool SongChoiceModel::isFirstLikely() const
+{
+    return !m_rows.isEmpty() && (m_isSearched || !m_rows.constFirst().why.isEmpty());
 }
 
 bool SongChoiceModel::matches(qsizetype song, const QStringList &words) const
@@ -120,25 +126,36 @@ RepairDialog::RepairDialog(const MemoryContents &contents, const QString &title,
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_table, &QTableView::doubleClicked, this, &QDialog::accept);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &RepairDialog::updateOk);
     retranslate();
     search();
     m_table->resizeColumnsToContents();
-    m_table->setFocus();
+    if (m_model->isFirstLikely())
+        m_table->setFocus();
+    else
+        m_search->setFocus();
     resize(size);
 }
 
 std::optional<qsizetype> RepairDialog::song() const
 {
-    const QModelIndex current = m_table->currentIndex();
-    return current.isValid() ? std::optional(m_model->songAt(current.row())) : std::nullopt;
+    // With the focus, the table makes a row current that nobody has chosen.
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    return rows.isEmpty() ? std::nullopt : std::optional(m_model->songAt(rows.constFirst().row()));
 }
 
 void RepairDialog::search()
 {
     m_model->search(m_search->text());
-    if (m_model->rowCount() > 0)
+    if (m_model->isFirstLikely())
         m_table->setCurrentIndex(m_model->index(0, 0));
-    m_buttons->button(QDialogButtonBox::Ok)->setEnabled(m_model->rowCount() > 0);
+    updateOk();
+}
+
+void RepairDialog::updateOk()
+{
+    m_buttons->button(QDialogButtonBox::Ok)->setEnabled(song().has_value());
 }
 
 void RepairDialog::changeEvent(QEvent *event)

@@ -35,6 +35,8 @@ public:
     void setGuesses(const QList<EntryGuess> &guesses) { m_guesses = guesses; }
     /// Shows the guesses, then the other songs; only those with all words of \a text.
     void search(const QString &text);
+    /// Returns true if the first song is a guess, or was searched for.
+    bool isFirstLikely() const;
     qsizetype songAt(int row) const { return m_rows.at(row).song; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -48,6 +50,7 @@ private:
     const MemoryContents &m_contents;
     QList<EntryGuess> m_guesses;
     QList<EntryGuess> m_rows;
+    bool m_isSearched = false; ///< for words
 };
 
 /// Asks which song an entry of a playlist means: the guesses come first, then all songs.
@@ -69,6 +72,7 @@ protected:
 private:
     void retranslate();
     void search();
+    void updateOk();
 
     const QString m_title;
     SongChoiceModel *m_model;

@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
@@ -34,8 +33,6 @@ private slots:
     void undoesAndRedoes();
     void showsThePlaylistThatUndoChanges();
     void addsSongsAtTheEnd();
-    void repairsAnEntryByAGuess();
-    void repairsAnEntryByASearch();
     void savesAndStaysSaved();
     void showsWhyNothingWasSaved();
     void showsThatARunPreventsASave();
@@ -131,49 +128,6 @@ void TestPlaylistsPanel::addsSongsAtTheEnd()
                          QMessageBox::Ok);
     open.panel.addSongs({9});
     QVERIFY(script.isDone());
-}
-
-void TestPlaylistsPanel::repairsAnEntryByAGuess()
-{
-    const OpenPanel open(volare + songRecord("00000077", "NESSUNO", "5002"));
-    open.table()->selectRow(1);
-    DialogScript script;
-    script.expect("brisel::RepairDialog", [](QWidget *dialog) {
-        QCOMPARE(dialog->windowTitle(), u"Ripara playlist"_qs);
-        QCOMPARE(dialog->findChild<QLabel *>()->text(),
-                 u"Quale song deve suonare al posto di \"NESSUNO\"?"_qs);
-        const auto *table = dialog->findChild<QTableView *>(u"songsTableView"_qs);
-        QCOMPARE(table->model()->index(0, 3).data().toString(),
-                 u"ha lo stesso titolo, tempo e formato"_qs);
-        QCOMPARE(table->model()->rowCount(), 3);
-        QTest::keyClick(dialog, Qt::Key_Return);
-    });
-    open.click("repair");
-    QVERIFY(script.isDone());
-    QCOMPARE(open.nameOf(0), u"Playlist 7 * (2)"_qs);
-    QCOMPARE(open.titles(), u"VOLARE NESSUNO"_qs);
-}
-
-void TestPlaylistsPanel::repairsAnEntryByASearch()
-{
-    const OpenPanel open(deadSong);
-    open.table()->selectRow(0);
-    DialogScript script;
-    script.expect("brisel::RepairDialog", [](QWidget *dialog) {
-        auto *search = dialog->findChild<QLineEdit *>(u"searchLineEdit"_qs);
-        DialogScript::type(search, u"modugno azz"_qs);
-        const auto *table = dialog->findChild<QTableView *>(u"songsTableView"_qs);
-        QCOMPARE(table->model()->rowCount(), 1);
-        QTest::keyClick(dialog, Qt::Key_Return);
-    });
-    open.click("repair");
-    QCOMPARE(open.titles(), u"AZZURRO"_qs);
-    open.table()->selectRow(0);
-    script.expect("brisel::RepairDialog",
-                  [](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
-    open.click("repair");
-    QVERIFY(script.isDone());
-    QCOMPARE(open.titles(), u"AZZURRO"_qs);
 }
 
 void TestPlaylistsPanel::savesAndStaysSaved()
