@@ -109,7 +109,7 @@ public:
     const GivenNames &names() const { return m_names; }
 
 signals:
-    /// All playlists are others.
+    /// All playlists were replaced.
     void replaced();
     /// A playlist was changed; \a entries should be selected.
     void changed(qsizetype playlist, const QList<qsizetype> &entries);
