@@ -314,10 +314,10 @@ void PlaylistsPanel::selectEntries(const QList<qsizetype> &entries)
         m_table->scrollTo(m_table->currentIndex());
 }
 
-/// Undo may change a playlist that is not shown.
+/// Undo may change a playlist that is not shown; none is shown while changes are taken over.
 void PlaylistsPanel::showChange(qsizetype changed, const QList<qsizetype> &entries)
 {
-    if (!entries.isEmpty() && changed != playlist()) {
+    if (playlist() >= 0 && changed != playlist()) {
         m_list->setCurrentIndex(m_playlists->index(static_cast<int>(changed)));
         selectEntries(entries);
     }

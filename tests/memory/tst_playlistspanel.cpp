@@ -32,6 +32,7 @@ private slots:
     void movesAndRemovesByKeys();
     void undoesAndRedoes();
     void showsThePlaylistThatUndoChanges();
+    void showsThePlaylistThatUndoEmpties();
     void addsSongsAtTheEnd();
     void savesAndStaysSaved();
     void showsWhyNothingWasSaved();
@@ -115,6 +116,27 @@ void TestPlaylistsPanel::showsThePlaylistThatUndoChanges()
     QCOMPARE(open.list()->currentIndex().row(), 0);
     QCOMPARE(open.titles(), u"VOLARE AZZURRO"_qs);
     QVERIFY(open.table()->selectionModel()->isRowSelected(1));
+}
+
+/// No entry can be selected then.
+void TestPlaylistsPanel::showsThePlaylistThatUndoEmpties()
+{
+    OpenPanel open(QByteArray(""));
+    const auto showOther = [&open] {
+        open.list()->setCurrentIndex(open.list()->model()->index(1, 0));
+    };
+    open.panel.addSongs({9});
+    showOther();
+    open.click("undo");
+    QCOMPARE(open.list()->currentIndex().row(), 0);
+    open.click("redo");
+    open.table()->selectRow(0);
+    open.click("remove");
+    open.click("undo");
+    showOther();
+    open.click("redo");
+    QCOMPARE(open.list()->currentIndex().row(), 0);
+    QCOMPARE(open.titles(), QString());
 }
 
 void TestPlaylistsPanel::addsSongsAtTheEnd()

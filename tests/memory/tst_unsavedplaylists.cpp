@@ -59,6 +59,7 @@ private slots:
     void areLostAfterAPartlySavedChange();
     void areShownIfTheyAreLost();
     void outlastAnotherReading();
+    void leaveTheShownPlaylist();
 };
 
 void TestUnsavedPlaylists::followTheSongsOfARebuiltIndex()
@@ -195,6 +196,19 @@ void TestUnsavedPlaylists::outlastAnotherReading()
     QVERIFY(open.panel.save());
     QCOMPARE(open.memory.read(songsOf7), newVolare + newAzzurro + newNessuno);
     QVERIFY(script.isDone());
+}
+
+/// Changed playlists are not shown only because the memory was read again.
+void TestUnsavedPlaylists::leaveTheShownPlaylist()
+{
+    OpenPanel open(volare + azzurro);
+    open.panel.addSongs({9});
+    open.list()->setCurrentIndex(open.list()->model()->index(1, 0));
+    rebuildIndex(open.memory);
+    open.memory.write(songsOf7, newVolare + newAzzurro);
+    open.panel.updateContents(readContents(open.memory));
+    QVERIFY(open.panel.isModified());
+    QCOMPARE(open.list()->currentIndex().row(), 1);
 }
 
 BRISEL_TEST(QApplication, TestUnsavedPlaylists)
