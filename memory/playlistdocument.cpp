@@ -339,10 +339,12 @@ bool PlaylistDocument::needsPathFile(qsizetype playlist) const
     return list.records.needPathFile(list.entries) || list.records.needPathFile(list.saved);
 }
 
-void PlaylistDocument::setSongsFileOnDisk(qsizetype playlist, const QByteArray &content)
+void PlaylistDocument::setHalfSaved(qsizetype playlist, const QByteArray &songs,
+                                    const QByteArray &paths)
 {
     List &list = m_lists[playlist];
-    list.files.songs = content;
+    list.files.songs = songs;
+    list.files.paths = paths;
     list.isHalfSaved = true;
     updateModified(playlist);
 }

@@ -95,13 +95,13 @@ public:
     QByteArray pathsFile(qsizetype playlist) const;
     /// The songs file as it was read or last written.
     const QByteArray &songsFileOnDisk(qsizetype playlist) const;
-    /// The path file that was read; null if there was none.
+    /// The path file as it was read or last written; null if there is none.
     const QByteArray &pathsFileOnDisk(qsizetype playlist) const;
     /// Returns true if the playlist had or has entries for which the path file is needed to find
     /// their songs, or a path file that does not fit.
     bool needsPathFile(qsizetype playlist) const;
-    /// The songs file on the memory is now \a content, by a save that was not finished.
-    void setSongsFileOnDisk(qsizetype playlist, const QByteArray &content);
+    /// A save that was not finished has left these files on the memory.
+    void setHalfSaved(qsizetype playlist, const QByteArray &songs, const QByteArray &paths);
     /// Both files were written as they are now.
     void setSaved(qsizetype playlist);
 

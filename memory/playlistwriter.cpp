@@ -132,12 +132,17 @@ PlaylistWriter::Playlist PlaylistWriter::playlistOf(qsizetype number) const
 {
     const QString folder = m_document.contents()->root() + u'/';
     const qint16 name = m_document.number(number);
-    return {number,
-            m_document.songsFile(number),
-            m_document.pathsFile(number),
-            folder + Playlists::songsFileName(name),
-            folder + Playlists::pathsFileName(name),
-            m_document.needsPathFile(number)};
+    Playlist playlist{number,
+                      m_document.songsFile(number),
+                      m_document.pathsFile(number),
+                      folder + Playlists::songsFileName(name),
+                      folder + Playlists::pathsFileName(name),
+                      {},
+                      m_document.needsPathFile(number)};
+    const QByteArray &old = m_document.pathsFileOnDisk(number);
+    if (playlist.isInSteps && old.size() >= IndexRecord::size)
+        playlist.unfit = unfitPaths(old, m_document.songsFileOnDisk(number), playlist.songs);
+    return playlist;
 }
 
 bool PlaylistWriter::stage(FileLot &lot, const QString &path, const QByteArray &content)
@@ -167,12 +172,8 @@ bool PlaylistWriter::saveLot(const QList<Playlist> &lot, const MemoryIdentity &i
     for (const Playlist &playlist : lot) {
         if (!isStaged || !playlist.isInSteps)
             continue;
-        const QByteArray old = m_document.pathsFileOnDisk(playlist.number);
-        isStaged =
-            stage(paths, playlist.pathsPath, playlist.paths) &&
-            (old.size() < IndexRecord::size ||
-             stage(unfit, playlist.pathsPath,
-                   unfitPaths(old, m_document.songsFileOnDisk(playlist.number), playlist.songs)));
+        isStaged = stage(paths, playlist.pathsPath, playlist.paths) &&
+                   (playlist.unfit.isEmpty() || stage(unfit, playlist.pathsPath, playlist.unfit));
     }
     if (!identity.isThere())
         return fail(MemoryReason::gone);
@@ -188,6 +189,16 @@ bool PlaylistWriter::saveLot(const QList<Playlist> &lot, const MemoryIdentity &i
     return true;
 }
 
+/// The path file of \a playlist after a failure. One that can't be read counts as unfit, so that
+/// the next save neither trusts it nor puts an older one back.
+QByteArray PlaylistWriter::pathsLeft(const Playlist &playlist) const
+{
+    const QByteArray &old = m_document.pathsFileOnDisk(playlist.number);
+    if (isWholeFile(playlist.pathsPath, playlist.paths))
+        return playlist.paths;
+    return playlist.unfit.isEmpty() || isWholeFile(playlist.pathsPath, old) ? old : playlist.unfit;
+}
+
 /// After a failure: a playlist whose songs file was not written gets its old path file again. A
 /// file can have its new content although the flush of its name failed.
 bool PlaylistWriter::cleanUp(const QList<Playlist> &playlists)
@@ -197,12 +208,11 @@ bool PlaylistWriter::cleanUp(const QList<Playlist> &playlists)
     for (const Playlist &playlist : playlists) {
         const QByteArray &old = m_document.pathsFileOnDisk(playlist.number);
         if (isWholeFile(playlist.songsPath, playlist.songs)) {
-            m_document.setSongsFileOnDisk(playlist.number, playlist.songs);
+            m_document.setHalfSaved(playlist.number, playlist.songs, pathsLeft(playlist));
             continue;
         }
         (void)fail(whyUnwritable(playlist.songsPath, playlist.songs.size()), playlist.songsPath);
-        if (playlist.isInSteps && old.size() >= IndexRecord::size &&
-            !isWholeFile(playlist.pathsPath, old))
+        if (!playlist.unfit.isEmpty() && !isWholeFile(playlist.pathsPath, old))
             (void)lot.write({playlist.pathsPath}, old); // without it the entries' titles decide
     }
     (void)lot.commitAll();

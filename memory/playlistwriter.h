@@ -45,6 +45,7 @@ private:
         QByteArray paths;
         QString songsPath;
         QString pathsPath;
+        QByteArray unfit;       ///< the path file while the songs file is replaced; empty for none
         bool isInSteps = false; ///< the path file is written after the songs file is on the disk
     };
 
@@ -56,6 +57,7 @@ private:
     [[nodiscard]] bool stageSongs(FileLot &lot, const QList<Playlist> &playlists);
     bool cleanUp(const QList<Playlist> &playlists);
     Playlist playlistOf(qsizetype number) const;
+    QByteArray pathsLeft(const Playlist &playlist) const;
     bool fail(const Reason &reason, const QString &file = {});
 
     PlaylistDocument &m_document;

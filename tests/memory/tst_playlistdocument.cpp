@@ -321,7 +321,7 @@ void TestPlaylistDocument::isTheSameAfterAPartlySavedChange()
     QVERIFY(open.document.isSameAs(*readContents(open.memory)));
     open.memory.write(songsOf7, azzurro);
     QVERIFY(!open.document.isSameAs(*readContents(open.memory)));
-    open.document.setSongsFileOnDisk(0, azzurro);
+    open.document.setHalfSaved(0, azzurro, open.document.pathsFileOnDisk(0));
     open.memory.write(pathsOf7, volarePath + azzurroPath + volarePath);
     QVERIFY(open.document.isModified());
     QVERIFY(open.document.isSameAs(*readContents(open.memory)));

@@ -6,8 +6,10 @@
 #include "memory/playlistdocument.h"
 #include "tests/memory/playlistmemory.h"
 #include "tests/smalldisk.h"
+#include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
+#include <QDirIterator>
 #include <QTest>
 
 #include <fcntl.h>
@@ -54,6 +56,29 @@ struct ChangedPlaylist {
     PlaylistWriter writer{document, run};
 };
 
+/// A run during which files of the memory \a root with a certain content, such as those that wait
+/// for their names, disappear.
+class LosingRun : public ScriptedRun
+{
+public:
+    explicit LosingRun(const QString &root) : m_root(root) {}
+
+    void pulse() override
+    {
+        QDirIterator files(m_root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (!lost.isEmpty() && files.hasNext()) {
+            const QString path = files.next();
+            if (fileContent(path) == lost)
+                QFile::remove(path);
+        }
+    }
+
+    QByteArray lost; ///< their content; empty for none
+
+private:
+    const QString m_root;
+};
+
 } // namespace
 
 /// What is written to the memory, and what is not.
@@ -74,6 +99,7 @@ private slots:
     void refusesAProtectedMemory();
     void losesNothingOnAFullDisk();
     void savesAgainAfterHalfASave();
+    void leavesNoPathFileOfAnOlderPlaylist();
 };
 
 void TestPlaylistWriter::writesBothFilesOfChangedPlaylists()
@@ -256,6 +282,35 @@ void TestPlaylistWriter::savesAgainAfterHalfASave()
     QVERIFY(changed.writer.save(changed.identity));
     QCOMPARE(changed.memory.read(songsOf7), ChangedPlaylist::before);
     QVERIFY(!changed.document.isModified());
+}
+
+/// Two entries without songs are swapped, and back. Neither save can be finished.
+void TestPlaylistWriter::leavesNoPathFileOfAnOlderPlaylist()
+{
+    const QByteArray otherSong = songRecord("00000778", "BELLA", "61F8");
+    const QByteArray otherPath = field("/OLD/BELLA.MID", 64);
+    const SampleMemory memory;
+    writePlaylist(memory, deadSong + otherSong, deadPath + otherPath);
+    const MemoryIdentity identity(memory.root());
+    PlaylistDocument document;
+    document.setContents(readContents(memory));
+    LosingRun run(memory.root());
+    PlaylistWriter writer(document, run);
+    document.move(0, {1}, 0);
+    run.lost = otherPath + deadPath;
+    QVERIFY(!writer.save(identity));
+    QCOMPARE(memory.read(songsOf7), otherSong + deadSong);
+    const QByteArray unfit = deadPath + otherPath + QByteArray(64, '\0');
+    QCOMPARE(memory.read(pathsOf7), unfit);
+    document.undoStack().undo();
+    run.lost = deadSong + otherSong;
+    QVERIFY(!writer.save(identity));
+    QCOMPARE(memory.read(songsOf7), otherSong + deadSong);
+    QCOMPARE(memory.read(pathsOf7), unfit);
+    run.lost.clear();
+    QVERIFY(writer.save(identity));
+    QCOMPARE(memory.read(songsOf7), deadSong + otherSong);
+    QCOMPARE(memory.read(pathsOf7), deadPath + otherPath);
 }
 
 BRISEL_TEST(QCoreApplication, TestPlaylistWriter)

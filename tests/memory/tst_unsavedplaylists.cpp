@@ -150,7 +150,7 @@ void TestUnsavedPlaylists::areLostAfterAPartlySavedChange()
     Unsaved unsaved(volare + azzurro, volarePath + azzurroPath);
     unsaved.document.remove(0, {0});
     unsaved.memory.write(songsOf7, azzurro);
-    unsaved.document.setSongsFileOnDisk(0, azzurro);
+    unsaved.document.setHalfSaved(0, azzurro, volarePath + azzurroPath);
     rebuildIndex(unsaved.memory);
     unsaved.memory.write(songsOf7, newAzzurro);
     QCOMPARE(unsaved.takeOver(), QList<qint16>{7});
