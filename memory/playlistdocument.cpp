@@ -50,15 +50,27 @@ void PlaylistDocument::setContents(std::shared_ptr<const MemoryContents> content
             list.records.setContents(*m_contents);
         return;
     }
+    setPlaylists(m_contents != nullptr ? m_contents->playlists()
+                                       : QList<MemoryContents::Playlist>());
+}
+
+void PlaylistDocument::discardChanges()
+{
+    QList<MemoryContents::Playlist> onDisk;
+    for (const List &list : std::as_const(m_lists))
+        onDisk.append(list.files);
+    setPlaylists(onDisk);
+}
+
+void PlaylistDocument::setPlaylists(const QList<MemoryContents::Playlist> &playlists)
+{
     m_undo.clear();
     m_undo.setUndoLimit(undoLimit);
     m_lists.clear();
-    if (m_contents != nullptr) {
-        for (const MemoryContents::Playlist &playlist : m_contents->playlists()) {
-            PlaylistRecords records(*m_contents, playlist, m_names);
-            const Entries entries = records.originals();
-            m_lists.append({playlist, std::move(records), entries, entries});
-        }
+    for (const MemoryContents::Playlist &playlist : playlists) {
+        PlaylistRecords records(*m_contents, playlist, m_names);
+        const Entries entries = records.originals();
+        m_lists.append({playlist, std::move(records), entries, entries});
     }
     emit replaced();
     emit modifiedChanged();

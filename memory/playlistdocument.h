@@ -38,6 +38,8 @@ public:
     /// Shows the playlists of \a contents, which may be null, and forgets all changes. If only what
     /// was written has changed, the changes can still be undone.
     void setContents(std::shared_ptr<const MemoryContents> contents);
+    /// Goes back to the playlists as they were read or last written, also in part.
+    void discardChanges();
     /// Shows the playlists of \a newer, another reading of the same memory, with the unsaved
     /// changes, which become one change of each playlist. Returns the numbers of the playlists
     /// whose changes are lost, at least in part, because they have other entries on the memory now,
@@ -131,6 +133,7 @@ private:
         mutable std::optional<qsizetype> faults = {}; ///< counted on first use
     };
 
+    void setPlaylists(const QList<MemoryContents::Playlist> &playlists);
     void push(qsizetype playlist, const Entries &after, const QList<qsizetype> &rowsBefore,
               const QList<qsizetype> &rowsAfter, bool isStep = false);
     void setEntries(qsizetype playlist, const Entries &entries, const QList<qsizetype> &rows);

@@ -95,7 +95,8 @@ bool PlaylistsPanel::mayDiscard()
     case QMessageBox::Save:
         return save();
     case QMessageBox::Discard:
-        setContents(m_document.contents());
+        m_document.discardChanges();
+        showFirst();
         return true;
     default:
         return false;

@@ -37,7 +37,6 @@ private slots:
     void savesAndStaysSaved();
     void showsWhyNothingWasSaved();
     void showsThatARunPreventsASave();
-    void showsThatSomePlaylistsWereSaved();
     void asksBeforeChangesAreLost();
     void marksMissingSongsAfterDiscardedChanges();
     void changesNothingThatIsReadOnly();
@@ -196,38 +195,6 @@ void TestPlaylistsPanel::showsThatARunPreventsASave()
     const RunGuard run;
     QVERIFY(!open.panel.save());
     QVERIFY(script.isDone());
-}
-
-/// The last playlist is not in the same lot as the others, and has a folder as its path file.
-void TestPlaylistsPanel::showsThatSomePlaylistsWereSaved()
-{
-    constexpr int playlists = 51;
-    OpenPanel open(volare);
-    QByteArray list;
-    for (int number = 1; number <= playlists; ++number) {
-        list += QByteArray(1, static_cast<char>(number)) + QByteArray(31, '\0');
-        open.memory.write(u"playlist/play%1.dat"_qs.arg(number, 4, 10, QChar(u'0')), volare);
-    }
-    open.memory.write(u"playlist/playlist.dat"_qs, list);
-    open.memory.write(u"playlist/play0051.pts/file"_qs, "x");
-    open.panel.setContents(readContents(open.memory));
-    for (int row = 0; row < playlists; ++row) {
-        open.list()->setCurrentIndex(open.list()->model()->index(row, 0));
-        open.panel.addSongs({9});
-    }
-    DialogScript script;
-    script.expect("QMessageBox", [](QWidget *widget) {
-        auto *box = qobject_cast<QMessageBox *>(widget);
-        QVERIFY2(box->text().startsWith(u"Non tutte le playlist sono state salvate: "_qs),
-                 qPrintable(box->text()));
-        box->button(QMessageBox::Ok)->click();
-    });
-    QVERIFY(!open.panel.save());
-    QVERIFY(script.isDone());
-    QCOMPARE(open.memory.read(u"playlist/play0001.dat"_qs), volare + nessuno);
-    open.panel.updateContents(readContents(open.memory));
-    QCOMPARE(open.nameOf(0), u"Playlist 1 (2)"_qs);
-    QCOMPARE(open.nameOf(playlists - 1), u"Playlist 51 * (2)"_qs);
 }
 
 void TestPlaylistsPanel::asksBeforeChangesAreLost()
