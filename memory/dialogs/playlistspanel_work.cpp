@@ -185,6 +185,9 @@ void PlaylistsPanel::addFiles(const QStringList &files, qsizetype place)
         if (isOther(file))
             others.append(file);
     }
+    const qsizetype wanted = paths.size();
+    if (wanted == 0)
+        return;
     if (!others.isEmpty()) {
         const std::optional<QStringList> sent = transferred(others);
         if (!sent.has_value())
@@ -194,7 +197,7 @@ void PlaylistsPanel::addFiles(const QStringList &files, qsizetype place)
             path = isOther(path) ? sent->value(next++) : path;
         paths.removeAll(QString());
     }
-    addAt(m_document.playlistWith(number), place, idsOf(paths), files.size());
+    addAt(m_document.playlistWith(number), place, idsOf(paths), wanted);
 }
 
 /// The paths of \a files on the memory. Empty if nothing may be added now.
