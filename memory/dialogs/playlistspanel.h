@@ -98,9 +98,10 @@ private:
     void saveClicked();
 
     void addFiles(const QStringList &files, qsizetype place);
-    std::optional<QStringList> transferred(const QStringList &files);
+    QStringList transferred(const QStringList &files, QString &failure);
     QList<quint32> idsOf(const QStringList &paths) const;
     void addAt(qsizetype playlist, qsizetype place, const QList<quint32> &ids, qsizetype wanted);
+    QString whyUnchangeable(qsizetype playlist) const;
     void showRefused(qsizetype wanted, qsizetype added);
     void showLost(const QList<qint16> &playlists);
     [[nodiscard]] bool readSetList(SetList &list);

@@ -3,6 +3,7 @@
 #include "base/run.h"
 #include "base/runguard.h"
 #include "base/songsuffix.h"
+#include "index/memoryreasons.h"
 #include "library/dialogs/plainmessage.h"
 #include "library/dialogs/windowrun.h"
 #include "memory/dialogs/playlistspanel.h"
@@ -120,26 +121,35 @@ void PlaylistsPanel::repairEntry()
 
 void PlaylistsPanel::addSongs(const QList<quint32> &ids)
 {
-    addAt(playlist(), playlist() < 0 ? 0 : m_document.size(playlist()), ids, ids.size());
+    if (mayChange())
+        addAt(playlist(), m_document.size(playlist()), ids, ids.size());
+    else
+        warn(tr("Scegli prima una playlist che si può modificare."), m_readOnly);
 }
 
 /// Adds those of \a wanted songs that have \a ids.
 void PlaylistsPanel::addAt(qsizetype playlist, qsizetype place, const QList<quint32> &ids,
                            qsizetype wanted)
 {
-    const qsizetype added = mayChange(playlist) ? m_document.add(playlist, place, ids) : 0;
-    if (added < wanted)
+    if (const qsizetype added = m_document.add(playlist, place, ids); added < wanted)
         showRefused(wanted, added);
 }
 
 void PlaylistsPanel::showRefused(qsizetype wanted, qsizetype added)
 {
-    if (!mayChange())
-        warn(tr("Scegli prima una playlist che si può modificare."), m_readOnly);
-    else
-        warn(tr("Song aggiunte alla playlist: %1 di %2.").arg(added).arg(wanted),
-             tr("Una playlist ha al massimo %1 song, e solo quelle dell'indice della memoria.")
-                 .arg(PlaylistDocument::maxEntries));
+    warn(tr("Song aggiunte alla playlist: %1 di %2.").arg(added).arg(wanted),
+         tr("Una playlist ha al massimo %1 song, e solo quelle dell'indice della memoria.")
+             .arg(PlaylistDocument::maxEntries));
+}
+
+/// Empty if \a playlist, which was there before, can be changed.
+QString PlaylistsPanel::whyUnchangeable(qsizetype playlist) const
+{
+    if (!m_readOnly.isEmpty())
+        return m_readOnly;
+    if (playlist < 0)
+        return tr("la playlist non è più sulla memoria");
+    return m_document.isEditable(playlist) ? QString() : tr("la playlist non si può modificare");
 }
 
 void PlaylistsPanel::showLost(const QList<qint16> &playlists)
@@ -188,33 +198,43 @@ void PlaylistsPanel::addFiles(const QStringList &files, qsizetype place)
     const qsizetype wanted = paths.size();
     if (wanted == 0)
         return;
+    QString failure;
     if (!others.isEmpty()) {
-        const std::optional<QStringList> sent = transferred(others);
-        if (!sent.has_value())
-            return;
+        const QStringList sent = transferred(others, failure);
         qsizetype next = 0;
         for (QString &path : paths)
-            path = isOther(path) ? sent->value(next++) : path;
+            path = isOther(path) ? sent.value(next++) : path;
         paths.removeAll(QString());
     }
-    addAt(m_document.playlistWith(number), place, idsOf(paths), wanted);
+    const qsizetype target = m_document.playlistWith(number);
+    if (failure.isEmpty())
+        failure = whyUnchangeable(target);
+    if (failure.isEmpty())
+        addAt(target, place, idsOf(paths), wanted);
+    else
+        warn(tr("Le song non sono state aggiunte alla playlist: %1.").arg(failure));
 }
 
-/// The paths of \a files on the memory. Empty if nothing may be added now.
-std::optional<QStringList> PlaylistsPanel::transferred(const QStringList &files)
+/// The paths of \a files on the memory. Sets \a failure if the memory can't be read afterwards.
+QStringList PlaylistsPanel::transferred(const QStringList &files, QString &failure)
 {
     if (!m_transfer)
-        return QStringList();
+        return {};
     const std::shared_ptr<const MemoryContents> before = m_document.contents();
+    const MemoryIdentity memory = m_identity;
     const QStringList paths = m_transfer(files);
+    bool isRead =
+        m_document.contents() != nullptr && m_document.contents()->root() == before->root();
     if (m_document.contents() == before) {
         auto contents = std::make_shared<MemoryContents>();
         Run run;
-        if (contents->read(before->root(), run) != MemoryContents::Outcome::Done)
-            return std::nullopt;
-        updateContents(contents);
+        isRead = contents->read(before->root(), run) == MemoryContents::Outcome::Done;
+        if (isRead)
+            updateContents(contents);
     }
-    return m_document.contents() != nullptr ? std::optional(paths) : std::nullopt;
+    if (!isRead)
+        failure = memory.isThere() ? tr("la memoria non si legge") : MemoryReason::gone.text();
+    return paths;
 }
 
 bool PlaylistsPanel::readSetList(SetList &list)

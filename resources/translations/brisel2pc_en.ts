@@ -3336,6 +3336,22 @@ To begin, press the button above, or drag files or folders here.</translation>
         <source>Playlist: %1</source>
         <translation>Playlists: %1</translation>
     </message>
+    <message>
+        <source>la playlist non è più sulla memoria</source>
+        <translation>the playlist is not on the memory any more</translation>
+    </message>
+    <message>
+        <source>la playlist non si può modificare</source>
+        <translation>the playlist can&apos;t be changed</translation>
+    </message>
+    <message>
+        <source>Le song non sono state aggiunte alla playlist: %1.</source>
+        <translation>The songs have not been added to the playlist: %1.</translation>
+    </message>
+    <message>
+        <source>la memoria non si legge</source>
+        <translation>the memory can&apos;t be read</translation>
+    </message>
 </context>
 <context>
     <name>brisel::PreviewDialog</name>

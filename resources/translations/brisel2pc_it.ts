@@ -3336,6 +3336,22 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
         <source>Playlist: %1</source>
         <translation>Playlist: %1</translation>
     </message>
+    <message>
+        <source>la playlist non è più sulla memoria</source>
+        <translation>la playlist non è più sulla memoria</translation>
+    </message>
+    <message>
+        <source>la playlist non si può modificare</source>
+        <translation>la playlist non si può modificare</translation>
+    </message>
+    <message>
+        <source>Le song non sono state aggiunte alla playlist: %1.</source>
+        <translation>Le song non sono state aggiunte alla playlist: %1.</translation>
+    </message>
+    <message>
+        <source>la memoria non si legge</source>
+        <translation>la memoria non si legge</translation>
+    </message>
 </context>
 <context>
     <name>brisel::PreviewDialog</name>

@@ -26,6 +26,8 @@ private slots:
     void transfersSongsOnly();
     void keepsTheOrderOfDroppedFiles();
     void addsToTheSamePlaylistAfterATransfer();
+    void showsWhyNothingIsAddedAfterATransfer_data();
+    void showsWhyNothingIsAddedAfterATransfer();
 };
 
 void TestPlaylistDrops::takesDroppedSongs()
@@ -200,6 +202,64 @@ void TestPlaylistDrops::addsToTheSamePlaylistAfterATransfer()
     QCOMPARE(open.list()->model()->rowCount(), 0);
     open.panel.updateContents(readContents(open.memory));
     QCOMPARE(open.list()->currentIndex().row(), 1);
+}
+
+void TestPlaylistDrops::showsWhyNothingIsAddedAfterATransfer_data()
+{
+    QTest::addColumn<std::function<void(OpenPanel &)>>("change");
+    QTest::addColumn<QString>("reason");
+    const auto row = [](const char *tag, const std::function<void(OpenPanel &)> &change,
+                        const QString &reason) { QTest::newRow(tag) << change << reason; };
+    const auto forget = [](OpenPanel &open) {
+        open.panel.updateContents(std::make_shared<MemoryContents>());
+    };
+    row(
+        "gone, seen",
+        [forget](OpenPanel &open) {
+            QVERIFY(QDir().rename(open.memory.root(), open.memory.root() + u'2'));
+            forget(open);
+        },
+        u"la memoria non è più presente"_qs);
+    row(
+        "gone, not seen",
+        [](OpenPanel &open) {
+            QVERIFY(QDir().rename(open.memory.root(), open.memory.root() + u'2'));
+        },
+        u"la memoria non è più presente"_qs);
+    row("not read", forget, u"la memoria non si legge"_qs);
+    row(
+        "not readable", [](OpenPanel &open) { open.memory.remove(u"index.id2"_qs); },
+        u"la memoria non si legge"_qs);
+    row(
+        "protected",
+        [](OpenPanel &open) { open.panel.setReadOnly(u"la memoria è protetta da scrittura"_qs); },
+        u"la memoria è protetta da scrittura"_qs);
+    row(
+        "not listed",
+        [](OpenPanel &open) { open.memory.write(u"playlist/playlist.dat"_qs, listRecord("0800")); },
+        u"la playlist non è più sulla memoria"_qs);
+    row(
+        "without its file", [](OpenPanel &open) { open.memory.remove(songsOf7); },
+        u"la playlist non si può modificare"_qs);
+}
+
+/// The current playlist has nothing to do with it.
+void TestPlaylistDrops::showsWhyNothingIsAddedAfterATransfer()
+{
+    QFETCH(std::function<void(OpenPanel &)>, change);
+    QFETCH(QString, reason);
+    OpenPanel open(volare);
+    open.panel.setTransfer([&](const QStringList &) {
+        change(open);
+        return QStringList(open.memory.path(u"NESSUNO.ZB3"_qs));
+    });
+    DialogScript script;
+    script.expectMessage(u"Playlist"_qs,
+                         u"Le song non sono state aggiunte alla playlist: %1."_qs.arg(reason),
+                         QMessageBox::Ok);
+    open.dropFiles({u"/somewhere/NESSUNO.ZB3"_qs}, 0);
+    QTRY_VERIFY(script.isDone());
+    QVERIFY(!open.panel.isModified());
 }
 
 BRISEL_TEST(QApplication, TestPlaylistDrops)
