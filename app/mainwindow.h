@@ -95,7 +95,8 @@ public:
     /// copies what the user leaves ticked. A no-op without files and during a run. Returns true if
     /// all of that was copied and the index is up to date.
     bool transferByPlan(const QString &folder);
-    /// Transfers \a files to the memory \a root. Returns the paths of those that are there now.
+    /// Transfers \a files to the memory \a root. Returns their paths there: one for each file,
+    /// empty for those that are not there; none if nothing was transferred.
     QStringList sendToMemory(const QString &root, const QStringList &files);
     /// Copies the picked files into \a destDir and counts in \a copied the songs that are there
     /// afterwards. Returns true if none failed and the user did not interrupt.

@@ -2,12 +2,9 @@
 
 #include "app/libraryrun.h"
 #include "app/mainwindow.h"
-#include "base/filecomparison.h"
 #include "index/recentmemories.h"
-#include "library/songplaces.h"
 #include "memory/dialogs/memorywindow.h"
 
-#include <QFileInfo>
 #include <QMessageBox>
 
 namespace brisel
@@ -57,18 +54,7 @@ QStringList MainWindow::sendToMemory(const QString &root, const QStringList &fil
     Transfer transfer(files, root);
     (void)send(run, transfer, root); // the user knows what failed
     setPhase(phase);
-    const Transfer::Destination destination = Transfer::destinationOf(root);
-    SongPlaces places;
-    places.begin(root);
-    QStringList paths;
-    for (const QString &file : files) {
-        const QString place =
-            places.placeOf(file, destination.folder + u'/' + QFileInfo(file).fileName(), run);
-        // Another song stays there if it was not to be replaced.
-        if (haveSameContent(file, place, [] { return !Run::isEnding(); }))
-            paths.append(place);
-    }
-    return paths;
+    return transfer.placesThere(run);
 }
 
 } // namespace brisel

@@ -61,6 +61,7 @@ void FileCopier::begin(const QStringList &files, const QString &destDir)
     m_isMeasured = false;
     m_speed = 0;
     m_shortage.clear();
+    m_placed = QList<PlacedSong>(files.size());
     m_sources.clear();
     m_memories = PulledMemories();
     m_destination = destDir;
@@ -81,9 +82,7 @@ bool FileCopier::copyEach(const QStringList &files)
             return false;
         }
         showSpace(processed);
-        const QString &place = m_places.at(processed);
-        ++processed;
-        if (copyOne(source, place)) {
+        if (copyOne(source, processed++)) {
             m_run.setStep(processed);
             m_run.processEvents();
         }
@@ -95,8 +94,10 @@ bool FileCopier::copyEach(const QStringList &files)
 }
 
 /// Returns false if the song is not copied: it exists, is not wanted, or its memory was removed.
-bool FileCopier::copyOne(const QString &source, const QString &place)
+bool FileCopier::copyOne(const QString &source, qsizetype number)
 {
+    PlacedSong &placed = m_placed[number];
+    const QString place = placed.place = m_places.at(number);
     if (!pulledMemory(source).isEmpty()) {
         finishLot();
         note(source, MemoryReason::gone);
@@ -106,16 +107,19 @@ bool FileCopier::copyOne(const QString &source, const QString &place)
     if (fileKind(source) != FileKind::Missing && CopyChecks::isSamePath(source, place)) {
         m_run.report().count(RunReport::Success::Copied);
         ++m_copied;
+        placed.state = PlacedSong::State::There;
         return false;
     }
     debug() << "Copying file:" << source << "to:" << place;
     if (m_lot.isFull() || m_lot.holds(place))
         finishLot();
-    if (!mayCopyTo(source, place))
+    if (!mayCopyTo(source, place)) {
+        placed.state = PlacedSong::State::Kept;
         return false;
+    }
     if (!m_firstLot.isValid())
         m_firstLot.start();
-    copySong({source, place});
+    copySong({source, place, number});
     return true;
 }
 
@@ -250,6 +254,7 @@ void FileCopier::copySong(Song song)
         ++m_errors;
         return;
     }
+    song.isThere = true;
     song.companion = m_graphics.companionOf(song.source);
     if (!song.companion.isEmpty()) {
         song.companionPlace = graphicsPath(song.place);
@@ -330,6 +335,7 @@ void FileCopier::finishFile(Song &song, const QString &source, const QString &pl
     if (isThere && addToList(source, place))
         return;
     noteCopy(isThere ? CopyResult::SourceFailed : CopyResult::TargetFailed, source, place);
+    song.isThere = song.isThere && source != song.source;
     song.hasFailed = true;
 }
 
@@ -341,6 +347,8 @@ bool FileCopier::addToList(const QString &source, const QString &place)
 
 void FileCopier::finishSong(const Song &song)
 {
+    if (song.isThere)
+        m_placed[song.number].state = PlacedSong::State::There;
     if (song.hasFailed) {
         ++m_errors;
         return;

@@ -4,6 +4,7 @@
 #include "base/filelot.h"
 #include "base/graphicsfiles.h"
 #include "base/run.h"
+#include "library/placedsong.h"
 #include "library/pulledmemories.h"
 #include "library/songplaces.h"
 
@@ -58,6 +59,8 @@ public:
 
     /// The number of songs in the folder after the last call; 0 if it was interrupted.
     int copied() const { return m_copied; }
+    /// What became of each file of the last call. A later file may have replaced a copy.
+    const QList<PlacedSong> &placed() const { return m_placed; }
     /// A text with the room that the last call needed and the free room; empty if there was enough.
     const QString &shortage() const { return m_shortage; }
     /// The bytes per second that the first lot of the last call was written with; 0 if unknown.
@@ -68,16 +71,18 @@ private:
     struct Song {
         QString source;
         QString place;
+        qsizetype number = 0; ///< among the files of this run
         QString companion = {};
         QString companionPlace = {};
         bool isStaged = false;
         bool isCompanionStaged = false;
+        bool isThere = false; ///< the song itself, whatever became of its graphics
         bool hasFailed = false;
     };
 
     void begin(const QStringList &files, const QString &destDir);
     bool copyEach(const QStringList &files);
-    bool copyOne(const QString &source, const QString &place);
+    bool copyOne(const QString &source, qsizetype number);
     bool mayCopyTo(const QString &source, const QString &place);
     void findPlaces(const QStringList &files);
     bool hasRoom(const QStringList &files);
@@ -116,6 +121,7 @@ private:
     bool m_isMeasured = false;
     qint64 m_speed = 0;
     QList<Song> m_staged; ///< the songs in the lot
+    QList<PlacedSong> m_placed;
     int m_copied = 0;
     int m_errors = 0;
 };

@@ -1,10 +1,12 @@
 #include "library/transfer.h"
 
+#include "base/filecomparison.h"
 #include "base/filefailure.h"
 #include "base/fileidentity.h"
 #include "base/flushing.h"
 #include "base/folderlock.h"
 #include "base/memoryidentity.h"
+#include "index/givennames.h"
 #include "index/index.h"
 #include "index/indexset.h"
 #include "index/memoryreasons.h"
@@ -15,6 +17,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
 
 #include <utility>
 
@@ -109,6 +112,7 @@ bool Transfer::send(Run &run, const QString &folder)
         copier.setPlaces(m_copies.places);
     }
     const bool areAllCopied = copier.copyFiles(m_copies.files, folder);
+    m_placed = copier.placed();
     m_shortage = copier.shortage();
     m_speed = copier.speed();
     run.end();
@@ -121,6 +125,47 @@ bool Transfer::send(Run &run, const QString &folder)
     }
     // The player can't use the copied songs without the index.
     return updateIndex(run, folder) && areAllCopied;
+}
+
+QStringList Transfer::placesThere(Run &run) const
+{
+    GivenNames names;
+    names.setRoot(getRoot(m_chosen));
+    (void)names.load(); // without them only songs that the index renamed are not found
+    QStringList places(m_placed.size());
+    QList<qsizetype> unsure;
+    QSet<QString> taken;
+    for (qsizetype file = m_placed.size() - 1; file >= 0; --file) {
+        const PlacedSong &song = m_placed.at(file);
+        if (song.state == PlacedSong::State::Missing)
+            continue;
+        places[file] = names.placeOf(song.place);
+        // Of two copies in one place, the last one is there.
+        if (song.state == PlacedSong::State::Kept || taken.contains(song.place.toLower()))
+            unsure.prepend(file);
+        else
+            taken.insert(song.place.toLower());
+    }
+    if (!unsure.isEmpty())
+        compare(run, unsure, places);
+    return places;
+}
+
+/// Clears the \a places of those \a files that have another content.
+void Transfer::compare(Run &run, const QList<qsizetype> &files, QStringList &places) const
+{
+    run.begin({tr("Trasferimento"), tr("Confronto delle song..."), int(files.size())});
+    const auto mayGoOn = [&run] {
+        run.processEvents();
+        return run.mayGoOn();
+    };
+    int done = 0;
+    for (const qsizetype file : files) {
+        if (!mayGoOn() || !haveSameContent(m_copies.files.at(file), places.at(file), mayGoOn))
+            places[file].clear();
+        run.setStep(++done);
+    }
+    run.end();
 }
 
 void Transfer::answerAsPlanned(Run &run) const

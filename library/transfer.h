@@ -1,9 +1,11 @@
 #pragma once
 
 #include "base/run.h"
+#include "library/placedsong.h"
 #include "library/plannedcopies.h"
 
 #include <QCoreApplication>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -51,6 +53,11 @@ public:
 
     [[nodiscard]] Outcome run(Run &run);
 
+    /// The paths of the files on the memory after run(): one for each file, empty for those that
+    /// are not there; none if nothing was to be copied at all. A file whose place was not to be
+    /// replaced is compared with what is there, in a stage of \a run that can be interrupted.
+    [[nodiscard]] QStringList placesThere(Run &run) const;
+
     /// A text with the room that the copies needed and the free room; empty if there was enough.
     const QString &shortage() const { return m_shortage; }
     /// See FileCopier::speed().
@@ -59,9 +66,11 @@ public:
 private:
     void answerAsPlanned(Run &run) const;
     bool send(Run &run, const QString &folder);
+    void compare(Run &run, const QList<qsizetype> &files, QStringList &places) const;
 
     const PlannedCopies m_copies; ///< only the files if there was no plan
     const QString m_chosen;
+    QList<PlacedSong> m_placed; ///< of each file
     QString m_shortage;
     qint64 m_speed = 0;
 };

@@ -805,6 +805,10 @@ Options:
         <source>Aggiornamento database...</source>
         <translation>Updating database...</translation>
     </message>
+    <message>
+        <source>Confronto delle song...</source>
+        <translation>Comparing the songs...</translation>
+    </message>
 </context>
 <context>
     <name>TransferPlan</name>

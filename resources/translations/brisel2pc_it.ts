@@ -805,6 +805,10 @@ Opzioni:
         <source>Aggiornamento database...</source>
         <translation>Aggiornamento database...</translation>
     </message>
+    <message>
+        <source>Confronto delle song...</source>
+        <translation>Confronto delle song...</translation>
+    </message>
 </context>
 <context>
     <name>TransferPlan</name>

@@ -1,5 +1,8 @@
+#include "base/folderlock.h"
+#include "index/dialogs/rundialog.h"
 #include "memory/dialogs/memoryactions.h"
 #include "tests/app/memorywindowtest.h"
+#include "tests/testfiles.h"
 #include "tests/testprogram.h"
 
 #include <QAction>
@@ -47,6 +50,8 @@ private slots:
     void transfersTheSongsOfTheTable();
     void transfersNothingFromAnEmptyTable();
     void transfersDroppedFiles();
+    void keepsTheOrderOfFilesWithoutARefusedOne();
+    void writesNothingToAMemoryInUse();
 
 private:
     /// Copies the songs of the table to the memory.
@@ -59,6 +64,33 @@ private:
                                        u"Tutti i file sono stati copiati correttamente"_qs,
                                        QMessageBox::Ok);
         button("transferPushButton")->click();
+    }
+    /// Makes a song on the computer.
+    QString makeSong(const QString &name, const QByteArray &title) const
+    {
+        makeFile(m_sample->at(name), Sample::midiSong(title, "X", "POP"));
+        return m_sample->at(name);
+    }
+    /// Drops files on the playlist, before its first song.
+    void dropFiles(const QStringList &paths) const
+    {
+        QList<QUrl> urls;
+        for (const QString &path : paths)
+            urls.append(QUrl::fromLocalFile(path));
+        QMimeData data;
+        data.setUrls(urls);
+        find<QTableView>("entriesTableView")
+            ->model()
+            ->dropMimeData(&data, Qt::CopyAction, 0, 0, {});
+    }
+    /// Of the songs of the playlist.
+    QStringList titles() const
+    {
+        const QAbstractItemModel *entries = find<QTableView>("entriesTableView")->model();
+        QStringList texts;
+        for (int row = 0; row < entries->rowCount(); ++row)
+            texts.append(entries->index(row, 1).data().toString());
+        return texts;
     }
     QPushButton *button(const char *name) const { return find<QPushButton>(name); }
     QAction *actionOf(const char *toolBar, const QString &text) const
@@ -271,22 +303,47 @@ void TestMemoryParts::transfersDroppedFiles()
 {
     openWithChange();
     button("undoPushButton")->click();
-    const QString song = m_sample->at(u"dropped.mid"_qs);
-    QFile file(song);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(Sample::midiSong("DROPPED", "X", "POP"));
-    file.close();
+    const QString song = makeSong(u"dropped.mid"_qs, "DROPPED");
     m_sample->script.expectMessage(
         u"Trasferimento"_qs, u"Tutti i file sono stati copiati correttamente"_qs, QMessageBox::Ok);
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(song)});
-    auto *table = find<QTableView>("entriesTableView");
-    table->model()->dropMimeData(&data, Qt::CopyAction, 0, 0, {});
+    dropFiles({song});
     QTRY_COMPARE(m_window->contents()->size(), 5);
     QTRY_VERIFY(playlists().isModified());
     button("savePushButton")->click();
     QCOMPARE(playlist().size(), 128);
     QCOMPARE(playlist().mid(4, 7), QByteArray("DROPPED"));
+}
+
+/// Another song with the name of the second file stays on the memory.
+void TestMemoryParts::keepsTheOrderOfFilesWithoutARefusedOne()
+{
+    m_memory->write(u"songs/second.mid"_qs, Sample::midiSong("OTHER", "X", "POP"));
+    openWithChange();
+    button("undoPushButton")->click();
+    m_sample->script.expect("NoCopyrightDialog", [](QWidget *dialog) {
+        DialogScript::click(dialog, u"noPushButton"_qs);
+    });
+    m_sample->script.expectMessage(
+        u"Trasferimento"_qs, u"Tutti i file sono stati copiati correttamente"_qs, QMessageBox::Ok);
+    m_sample->script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 3 di 4."_qs,
+                                   QMessageBox::Ok);
+    dropFiles({makeSong(u"first.mid"_qs, "FIRST"), makeSong(u"second.mid"_qs, "SECOND"),
+               m_memory->path(u"A.MID"_qs), makeSong(u"third.mid"_qs, "THIRD")});
+    QTRY_VERIFY(m_sample->script.isDone());
+    QCOMPARE(titles(), QStringList({u"FIRST"_qs, u"ONE"_qs, u"THIRD"_qs, u"ONE"_qs}));
+}
+
+void TestMemoryParts::writesNothingToAMemoryInUse()
+{
+    openWithChange();
+    button("undoPushButton")->click();
+    const FolderLock lock(m_memory->root(), FolderLock::Kind::Shared);
+    m_sample->script.expectMessage(u"Trasferimento"_qs, RunDialog::inUseText(), QMessageBox::Ok);
+    m_sample->script.expectMessage(u"Playlist"_qs, u"Song aggiunte alla playlist: 0 di 1."_qs,
+                                   QMessageBox::Ok);
+    dropFiles({makeSong(u"dropped.mid"_qs, "DROPPED")});
+    QTRY_VERIFY(m_sample->script.isDone());
+    QVERIFY(!QFileInfo::exists(m_memory->path(u"songs"_qs)));
 }
 
 BRISEL_TEST(QApplication, TestMemoryParts)

@@ -32,6 +32,9 @@ private slots:
     void indexesNothingAfterAnInterruption();
     void indexesNothingInTheFolderOfAPulledMemory();
     void copiesNothingThatTheIndexWouldLackRoomFor();
+    void findsTheSongsThatAreThere();
+    void comparesNothingAfterAnInterruption();
+    void findsSongsThatTheIndexRenames();
 
 private:
     std::unique_ptr<QTemporaryDir> m_volumes;
@@ -217,6 +220,74 @@ void TestTransfer::copiesNothingThatTheIndexWouldLackRoomFor()
     QCOMPARE(transfer.run(run), Transfer::Outcome::Failed);
     QVERIFY(!transfer.shortage().isEmpty());
     QVERIFY(!QFile::exists(stick + u"/songs/one.mid"_qs));
+}
+
+/// The answers are No to two songs that have the names of others, and Yes to the last one.
+void TestTransfer::findsTheSongsThatAreThere()
+{
+    const QTemporaryDir home;
+    const QString stick = m_volumes->filePath(u"STICK"_qs);
+    makeFile(stick + u"/songs/same.mid"_qs, smallMidi("Same"));
+    makeFile(stick + u"/songs/other.mid"_qs, smallMidi("Othe1"));
+    QStringList files;
+    for (const auto &[name, title] :
+         {std::pair(u"1/twice.mid"_qs, "First"), //
+          std::pair(u"same.mid"_qs, "Same"), std::pair(u"other.mid"_qs, "Othe2"),
+          std::pair(u"2/twice.mid"_qs, "Second")}) {
+        files.append(home.filePath(name));
+        makeFile(files.constLast(), smallMidi(title));
+    }
+    files.insert(1, home.filePath(u"missing.mid"_qs));
+    ScriptedRun run(RunReport::Operation::Transfer);
+    run.answers = {Run::Answer::No, Run::Answer::No, Run::Answer::Yes};
+    Transfer transfer(files, stick);
+    QCOMPARE(transfer.placesThere(run), QStringList());
+    QCOMPARE(transfer.run(run), Transfer::Outcome::Failed);
+    run.stages.clear();
+    run.steps.clear();
+    QCOMPARE(transfer.placesThere(run),
+             QStringList({QString(), QString(), stick + u"/songs/same.mid"_qs, QString(),
+                          stick + u"/songs/twice.mid"_qs}));
+    QCOMPARE(run.stages, QStringList(u"Trasferimento"_qs));
+    QCOMPARE(run.steps, QList<int>({1, 2, 3}));
+}
+
+void TestTransfer::comparesNothingAfterAnInterruption()
+{
+    const QTemporaryDir home;
+    const QString stick = m_volumes->filePath(u"STICK"_qs);
+    QStringList files;
+    for (const QString &name : {u"one.mid"_qs, u"two.mid"_qs, u"new.mid"_qs}) {
+        files.append(home.filePath(name));
+        makeFile(files.constLast(), smallMidi("Song"));
+        if (name != u"new.mid"_qs)
+            makeFile(stick + u"/songs/"_qs + name, smallMidi("Song"));
+    }
+    ScriptedRun run(RunReport::Operation::Transfer);
+    Transfer transfer(files, stick);
+    QCOMPARE(transfer.run(run), Transfer::Outcome::Done);
+    run.onEvents = [&run] { run.isStopped = true; };
+    const int rounds = run.eventRounds;
+    QCOMPARE(transfer.placesThere(run),
+             QStringList({QString(), QString(), stick + u"/songs/new.mid"_qs}));
+    QVERIFY(run.eventRounds > rounds);
+}
+
+void TestTransfer::findsSongsThatTheIndexRenames()
+{
+    const QTemporaryDir home;
+    const QString stick = m_volumes->filePath(u"STICK"_qs);
+    const QString song = home.filePath(u"A song with a long name.mid"_qs);
+    makeFile(song, smallMidi("Song"));
+    QVERIFY(QDir().mkdir(stick));
+    ScriptedRun run(RunReport::Operation::Transfer);
+    run.answers = {Run::Answer::Yes};
+    Transfer transfer({song}, stick);
+    QCOMPARE(transfer.run(run), Transfer::Outcome::Done);
+    const QStringList names = QDir(stick + u"/songs"_qs).entryList(QDir::Files);
+    QCOMPARE(names.size(), 1);
+    QVERIFY(names.constFirst() != u"A song with a long name.mid"_qs);
+    QCOMPARE(transfer.placesThere(run), QStringList(stick + u"/songs/"_qs + names.constFirst()));
 }
 
 BRISEL_TEST(QCoreApplication, TestTransfer)
