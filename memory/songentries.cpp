@@ -5,61 +5,41 @@
 #include "index/indexrecords.h"
 #include "index/songinfoindex.h"
 #include "memory/memorycontents.h"
-
-#include <QDir>
-#include <QFileInfo>
-#include <QHash>
+#include "memory/songfiles.h"
 
 #include <algorithm>
 
 namespace brisel
 {
 
-namespace
+SongEntries::SongEntries(const MemoryContents &contents, SongFiles &files)
+    : m_contents(contents), m_files(files)
 {
-
-/// Returns true if only the file at \a path, \a below the root, can be meant by a path that has '?'
-/// in place of some of its characters.
-bool isOnlyFile(const QString &path, const QString &below)
-{
-    const QString folder = below.left(below.lastIndexOf(u'/') + 1);
-    const QByteArray key = pathSortKey(below);
-    if (!key.contains('?') || pathFromBytes(pathBytes(folder)) != folder)
-        return false;
-    const QStringList names =
-        QDir(QFileInfo(path).path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
-    return std::count_if(names.cbegin(), names.cend(), [&](const QString &name) {
-               return pathSortKey(folder + name) == key;
-           }) == 1;
-}
-
-} // namespace
-
-SongEntries::SongEntries(const MemoryContents &contents) : m_contents(contents)
-{
-    m_byKey.reserve(contents.size());
-    for (qsizetype position = 0; position < contents.size(); ++position)
-        m_byKey.insert(pathSortKey(contents.path(position)), position);
+    m_indexed.reserve(contents.size());
+    for (qsizetype position = 0; position < contents.size(); ++position) {
+        const QString path = contents.path(position);
+        if (!m_indexed.contains(path))
+            m_paths.insert(pathSortKey(path), path);
+        m_indexed.insert(path, position);
+    }
 }
 
 void SongEntries::add(const QString &path)
 {
-    if (!path.startsWith(m_contents.root() + u'/') || m_byPath.contains(path))
+    const QString &root = m_contents.root();
+    if (!path.startsWith(root + u'/') || m_byPath.contains(path))
         return;
-    const QString below = path.mid(m_contents.root().size());
-    const QList<qsizetype> positions = m_byKey.values(pathSortKey(below));
-    QHash<QString, bool> looked; // a damaged index may have one path many times
-    for (const qsizetype position : positions) {
-        const QString known = m_contents.path(position);
-        auto isMeant = looked.constFind(known);
-        if (isMeant == looked.constEnd())
-            isMeant = looked.insert(known, known == below ||
-                                               isSameFile(m_contents.root() + known, path) ||
-                                               (positions.size() == 1 && isOnlyFile(path, below)));
-        if (!*isMeant)
+    const QString below = path.mid(root.size());
+    const QStringList paths = m_paths.values(pathSortKey(below));
+    for (const QString &known : paths) {
+        if (known != below && !isSameFile(root + known, path) &&
+            m_files.find(root + known).path != path)
             continue;
-        m_byPath.insert(path, position);
-        m_songs.insert(position);
+        const QList<qsizetype> positions = m_indexed.values(known);
+        for (const qsizetype position : positions) {
+            m_byPath.insert(path, position);
+            m_songs.insert(position);
+        }
     }
 }
 

@@ -9,17 +9,18 @@ namespace brisel
 {
 
 class MemoryContents;
+class SongFiles;
 
 /// The entries of playlists that name certain songs of a memory, as far as its index knows these.
 /// An entry names a song if it has the song's id and, if the index has one, its title.
 class SongEntries
 {
 public:
-    /// For songs of \a contents, which must outlive this.
-    explicit SongEntries(const MemoryContents &contents);
+    /// For songs of \a contents and their files \a files, which must both outlive this.
+    SongEntries(const MemoryContents &contents, SongFiles &files);
 
-    /// Adds the song at the absolute path \a path, if the index has it. To be called while the file
-    /// exists, because the index may have its name in other letters.
+    /// Adds the song at the absolute path \a path, of the index or of a file, if the index has it.
+    /// To be called while the file exists, because the index may have its name in other letters.
     void add(const QString &path);
     /// Takes the song at \a path, which was added, out again.
     void remove(const QString &path);
@@ -36,9 +37,11 @@ private:
     [[nodiscard]] bool isOne(const QByteArray &songs, qsizetype entry) const;
 
     const MemoryContents &m_contents;
-    QMultiHash<QByteArray, qsizetype> m_byKey; ///< positions by the sort keys of their paths
-    QMultiHash<QString, qsizetype> m_byPath;   ///< positions of the songs by absolute path
-    QSet<qsizetype> m_songs;                   ///< their positions
+    SongFiles &m_files;
+    QMultiHash<QByteArray, QString> m_paths;  ///< of the index, each once, by sort key
+    QMultiHash<QString, qsizetype> m_indexed; ///< positions by the paths of the index
+    QMultiHash<QString, qsizetype> m_byPath;  ///< positions of the songs by absolute path
+    QSet<qsizetype> m_songs;                  ///< their positions
 };
 
 } // namespace brisel

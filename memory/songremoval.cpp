@@ -79,10 +79,11 @@ SongRemoval::Outcome SongRemoval::run(Run &run)
         run.report().add(RunReport::Step::Delete, m_claim.root(), *refusal);
         return Outcome::Refused;
     }
-    SongEntries entries(contents);
+    SongFiles files(m_claim.root(), contents);
+    SongEntries entries(contents, files);
     for (const QString &path : m_files)
         entries.add(path);
-    removeFiles(run);
+    removeFiles(run, files);
     const QSet<QString> gone(m_gone.cbegin(), m_gone.cend());
     for (const QString &path : m_files) {
         if (!gone.contains(path))
@@ -104,61 +105,72 @@ bool SongRemoval::follow(Run &run, const MemoryContents &contents, const SongEnt
     return false;
 }
 
-void SongRemoval::removeFiles(Run &run)
+void SongRemoval::removeFiles(Run &run, SongFiles &files)
 {
+    QList<SongFiles::Place> places;
+    for (const QString &path : m_files)
+        places.append(files.find(path));
     run.begin({tr("Rimozione dalla memoria"), tr("Rimuovo le song..."),
                static_cast<int>(m_files.size())});
-    int done = 0;
-    for (const QString &path : m_files) {
+    for (qsizetype done = 0; done < m_files.size(); ++done) {
+        const QString &path = m_files.at(done);
         run.processEvents();
         m_isInterrupted = m_isInterrupted || !run.mayGoOn();
         if (m_isInterrupted)
             run.report().add(RunReport::Step::Delete, path, Run::interrupted);
-        else
-            removeSong(run, path);
-        run.setStep(++done);
+        else if (removeSong(run, path, places.at(done)))
+            m_gone.append(path);
+        run.setStep(static_cast<int>(done) + 1);
     }
     m_hasFailed = !flush(run) || m_hasFailed;
     run.end();
 }
 
-void SongRemoval::removeSong(Run &run, const QString &path)
+/// Returns true if the song \a path, whose file is \a place, is gone.
+bool SongRemoval::removeSong(Run &run, const QString &path, const SongFiles::Place &place)
 {
-    if (removeFile(run, path) && hasSuffix(path, mp3Suffix))
-        removeGraphicsOf(run, path);
+    const bool isSong = isSongSuffix(QFileInfo(path).suffix());
+    if (!isSong && !hasSuffix(path, graphicsSuffix))
+        return fail(run, path, notASong);
+    if (!m_claim.isSame())
+        return fail(run, path, MemoryReason::gone);
+    if (place.problem && *place.problem != FileReason::missing)
+        return fail(run, path, *place.problem);
+    if (!place.problem && !removeFile(run, place.path))
+        return false;
+    if (isSong)
+        run.report().count(RunReport::Success::Deleted);
+    if (hasSuffix(path, mp3Suffix))
+        removeGraphicsOf(run, place.problem ? path : place.path);
+    return true;
 }
 
 /// Through a handle of the folder, because its path may become that of a folder elsewhere.
 bool SongRemoval::removeFile(Run &run, const QString &path)
 {
-    std::optional<Reason> failure;
-    const bool isSong = isSongSuffix(QFileInfo(path).suffix());
     const QString folder = QFileInfo(path).path();
     const QString way = wayBelow(m_claim.root(), folder);
-    if (!isSong && !hasSuffix(path, graphicsSuffix)) {
-        failure = notASong;
-    } else if (!m_claim.isSame()) {
-        failure = MemoryReason::gone;
-    } else if (way.isNull() && entryExists(folder)) {
-        failure = outside;
-    } else if (!way.isNull()) {
+    if (!m_claim.isSame())
+        return fail(run, path, MemoryReason::gone);
+    if (way.isNull() && entryExists(folder))
+        return fail(run, path, outside);
+    if (!way.isNull()) {
         const FolderHandle handle(m_claim.root(), way);
         const bool isRemoved = handle.isOpen() && handle.remove(QFileInfo(path).fileName());
-        if (!isRemoved && entryExists(path))
-            failure = SongDeletion::whyNotDeleted(path);
         m_folders.insert(way);
+        if (!isRemoved && entryExists(path))
+            return fail(run, path, SongDeletion::whyNotDeleted(path));
     }
-    if (!failure) {
-        m_gone.append(path);
-        if (isSong)
-            run.report().count(RunReport::Success::Deleted);
-        return true;
-    }
+    return true;
+}
+
+bool SongRemoval::fail(Run &run, const QString &path, const Reason &reason)
+{
     m_hasFailed = true;
-    if (*failure == MemoryReason::gone)
-        run.report().addShared(RunReport::Step::Delete, m_claim.root(), *failure);
+    if (reason == MemoryReason::gone)
+        run.report().addShared(RunReport::Step::Delete, m_claim.root(), reason);
     else
-        run.report().add(RunReport::Step::Delete, path, *failure);
+        run.report().add(RunReport::Step::Delete, path, reason);
     return false;
 }
 

@@ -3,6 +3,7 @@
 #include "base/graphicsfiles.h"
 #include "base/run.h"
 #include "memory/songentries.h"
+#include "memory/songfiles.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -35,18 +36,21 @@ public:
     static constexpr Reason outside{QT_TRANSLATE_NOOP("RunReport", "si trova fuori dalla memoria")};
     static constexpr Reason notASong{QT_TRANSLATE_NOOP("RunReport", "non è una song")};
 
-    /// For the songs or graphics files \a files, absolute paths on the memory.
+    /// For the songs or graphics files \a files, absolute paths on the memory as in its index or of
+    /// the files themselves: see SongFiles.
     SongRemoval(MemoryClaim &claim, QStringList files);
 
     /// Deletes what \a files name: of a link the link itself, and nothing outside of the memory.
     /// The graphics file of an MP3 stays if there is another MP3 with its name.
-    /// The report counts the songs that are gone, also those whose files were missing before.
+    /// The report counts the songs that are gone, also those whose files were missing before. A
+    /// song whose file can't be determined stays, with its entries.
     [[nodiscard]] Outcome run(Run &run);
 
 private:
-    void removeFiles(Run &run);
-    void removeSong(Run &run, const QString &path);
+    void removeFiles(Run &run, SongFiles &files);
+    bool removeSong(Run &run, const QString &path, const SongFiles::Place &place);
     bool removeFile(Run &run, const QString &path);
+    bool fail(Run &run, const QString &path, const Reason &reason);
     void removeGraphicsOf(Run &run, const QString &song);
     [[nodiscard]] QStringList mp3sNamedLike(const QString &song);
     [[nodiscard]] bool flush(Run &run) const;

@@ -15,6 +15,7 @@
 #include "memory/dialogs/memoryactions.h"
 #include "memory/dialogs/renamesongdialog.h"
 #include "memory/memoryclaim.h"
+#include "memory/songfiles.h"
 #include "memory/songremoval.h"
 #include "memory/songrename.h"
 
@@ -114,7 +115,8 @@ void MemoryActions::removeSongs()
         return;
     claim.mark();
     const MemoryContents contents = contentsNow(task->root);
-    SongEntries entries(contents);
+    SongFiles files(task->root, contents);
+    SongEntries entries(contents, files);
     for (const QString &path : task->files)
         entries.add(path);
     if (!isRemovalWanted(*task, entries.playlists()))

@@ -604,6 +604,10 @@ Options:
         <source>nel frattempo la memoria è stata cambiata, e ora viene letta di nuovo</source>
         <translation>the memory has been changed in the meantime, and is read again now</translation>
     </message>
+    <message>
+        <source>più file o più song hanno questo percorso</source>
+        <translation>more than one file or song has this path</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>

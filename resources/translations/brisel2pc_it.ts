@@ -604,6 +604,10 @@ Opzioni:
         <source>nel frattempo la memoria è stata cambiata, e ora viene letta di nuovo</source>
         <translation>nel frattempo la memoria è stata cambiata, e ora viene letta di nuovo</translation>
     </message>
+    <message>
+        <source>più file o più song hanno questo percorso</source>
+        <translation>più file o più song hanno questo percorso</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>

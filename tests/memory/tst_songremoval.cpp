@@ -9,6 +9,7 @@
 #include "memory/memorycontents.h"
 #include "tests/index/handmadeset.h"
 #include "tests/index/setreader.h"
+#include "tests/memory/removesongs.h"
 #include "tests/scriptedindex.h"
 #include "tests/scriptedrun.h"
 #include "tests/smalldisk.h"
@@ -75,12 +76,8 @@ private slots:
 private:
     SongRemoval::Outcome remove(const SampleMemory &memory, const QStringList &names)
     {
-        QStringList files;
-        for (const QString &name : names)
-            files.append(memory.path(name));
-        MemoryClaim claim(memory.root());
         m_run.emplace();
-        return SongRemoval(claim, files).run(*m_run);
+        return removeSongs(memory, names, *m_run);
     }
     QString report() const { return m_run->report().text(); }
 
@@ -200,7 +197,8 @@ void TestSongRemoval::countsPlaylists()
     ScriptedRun run;
     MemoryContents contents;
     QCOMPARE(contents.read(memory.root(), run), MemoryContents::Outcome::Done);
-    SongEntries entries(contents);
+    SongFiles entriesFiles(memory.root(), contents);
+    SongEntries entries(contents, entriesFiles);
     entries.add(memory.path(u"BASI/B.MP3"_qs));
     entries.add(u"/elsewhere/CARD/A.MID"_qs);
     QCOMPARE(entries.playlists(), 1);
@@ -321,12 +319,14 @@ void TestSongRemoval::findsSongsInOtherLetters()
     ScriptedRun run;
     MemoryContents contents;
     QCOMPARE(contents.read(memory.root(), run), MemoryContents::Outcome::Done);
-    SongEntries entries(contents);
+    SongFiles entriesFiles(memory.root(), contents);
+    SongEntries entries(contents, entriesFiles);
     entries.add(memory.path(u"a.mid"_qs));
     QCOMPARE(entries.playlists(), 1);
     memory.remove(u"a.mid"_qs);
     memory.write(u"a.mid"_qs, "another song");
-    SongEntries others(contents);
+    SongFiles othersFiles(memory.root(), contents);
+    SongEntries others(contents, othersFiles);
     others.add(memory.path(u"a.mid"_qs));
     QCOMPARE(others.playlists(), 0);
 }
@@ -342,7 +342,8 @@ void TestSongRemoval::findsSongsThatTheCodePageLacks()
         ScriptedRun run;
         MemoryContents contents;
         (void)contents.read(memory.root(), run);
-        SongEntries entries(contents);
+        SongFiles entriesFiles(memory.root(), contents);
+        SongEntries entries(contents, entriesFiles);
         entries.add(memory.path(name));
         return entries.playlists();
     };
