@@ -11,10 +11,11 @@
 namespace brisel
 {
 
-CopyBack::CopyBack(QString root, QStringList files, QString folder)
-    : m_root(std::move(root)), m_files(std::move(files)), m_folder(std::move(folder))
+CopyBack::CopyBack(QString root, QStringList files, QString folder, const MemoryContents &contents)
+    : m_root(std::move(root)), m_paths(std::move(files)), m_files(m_root, contents),
+      m_folder(std::move(folder))
 {
-    m_files.removeDuplicates();
+    m_paths.removeDuplicates();
 }
 
 CopyBack::Outcome CopyBack::run(Run &run)
@@ -29,19 +30,35 @@ CopyBack::Outcome CopyBack::run(Run &run)
         run.report().add(RunReport::Step::Copy, m_root, MemoryReason::inUse);
         return Outcome::InUse;
     }
-    run.begin({tr("Copia sul computer"), tr("Copio le song..."), static_cast<int>(m_files.size())});
+    const QStringList files = findFiles(run);
+    const bool areAllFound = files.size() == m_paths.size();
+    run.begin({tr("Copia sul computer"), tr("Copio le song..."), static_cast<int>(files.size())});
     FileCopier copier(run);
     copier.setNumbered();
-    const bool isDone = copier.copyFiles(m_files, m_folder);
+    const bool isDone = copier.copyFiles(files, m_folder);
     m_shortage = copier.shortage();
     const bool isInterrupted = !run.mayGoOn();
     run.end();
     if (!m_shortage.isEmpty())
         return Outcome::NoRoom;
     // The interruption may have come after the last song.
-    if (isDone || (copier.copied() == m_files.size() && run.report().isEmpty()))
+    if (areAllFound && (isDone || (copier.copied() == files.size() && run.report().isEmpty())))
         return Outcome::Done;
     return isInterrupted ? Outcome::Interrupted : Outcome::Failed;
+}
+
+/// Reports the songs whose files can't be determined.
+QStringList CopyBack::findFiles(Run &run)
+{
+    QStringList files;
+    for (const QString &path : std::as_const(m_paths)) {
+        const SongFiles::Place place = m_files.find(path);
+        if (place.problem)
+            run.report().add(RunReport::Step::Copy, path, *place.problem);
+        else
+            files.append(place.path);
+    }
+    return files;
 }
 
 } // namespace brisel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/run.h"
+#include "memory/songfiles.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -25,16 +26,21 @@ public:
         Failed, ///< not all songs were copied: see the report
     };
 
-    /// For \a files, absolute paths on the memory \a root.
-    CopyBack(QString root, QStringList files, QString folder);
+    /// For \a files, absolute paths on the memory \a root, as in its index or of the files
+    /// themselves (see SongFiles). \a contents are those of its index, empty if it has none; only
+    /// read here.
+    CopyBack(QString root, QStringList files, QString folder, const MemoryContents &contents);
 
     [[nodiscard]] Outcome run(Run &run);
     /// A text with the room that was needed and the free room, after NoRoom.
     const QString &shortage() const { return m_shortage; }
 
 private:
+    [[nodiscard]] QStringList findFiles(Run &run);
+
     const QString m_root;
-    QStringList m_files; ///< each once
+    QStringList m_paths; ///< each once
+    SongFiles m_files;
     const QString m_folder;
     QString m_shortage;
 };

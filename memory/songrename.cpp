@@ -33,10 +33,16 @@ QString shown(const QString &character)
 
 } // namespace
 
-SongRename::SongRename(const QString &root, const MemoryContents &contents, const QString &path)
-    : m_root(root), m_contents(contents), m_folder(QFileInfo(path).path()),
-      m_name(QFileInfo(path).fileName()), m_companion(LongNames(m_folder).companionOf(m_name))
+SongRename::SongRename(const QString &root, const MemoryContents &contents, const QString &path,
+                       const SongFiles::Place &place)
+    : m_root(root), m_contents(contents),
+      m_folder(QFileInfo(place.problem ? path : place.path).path()),
+      m_name(QFileInfo(place.problem ? path : place.path).fileName()), m_obstacle(place.problem),
+      m_companion(LongNames(m_folder).companionOf(m_name))
 {
+    const QString folder = m_folder.mid(m_root.size());
+    if (!m_obstacle && pathFromBytes(pathBytes(folder)) != folder)
+        m_obstacle = unknownFolder;
     const QStringList entries = QDir(m_folder).entryList(
         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
     for (const QString &entry : entries) {
@@ -119,8 +125,11 @@ SongRename::Outcome SongRename::run(Run &run, MemoryClaim &claim, const QString 
     const QString path = m_folder + u'/' + m_name;
     run.report().addOperation(RunReport::Operation::Renaming);
     std::optional<Reason> refusal = claim.refusal();
+    if (!refusal)
+        refusal = m_obstacle;
     if (!refusal && !problem(base).isEmpty())
         refusal = invalidName;
+    QString now;
     bool isFlushed = false;
     if (!refusal) {
         GivenNames given;
@@ -129,7 +138,8 @@ SongRename::Outcome SongRename::run(Run &run, MemoryClaim &claim, const QString 
         MemoryRenames renames;
         renames.setRoot(m_root, given);
         renames.setMustStoreNames();
-        if (!rename(renames, newName(base)))
+        now = rename(renames, newName(base));
+        if (now == m_name)
             refusal = entryExists(path) ? unchangeable : FileReason::missing;
         isFlushed = renames.flush();
     }
@@ -137,27 +147,35 @@ SongRename::Outcome SongRename::run(Run &run, MemoryClaim &claim, const QString 
         run.report().add(RunReport::Step::Rename, path, *refusal);
         return Outcome::Refused;
     }
-    run.report().count(RunReport::Success::Renamed);
+    const bool hasNewName = now == newName(base);
+    if (hasNewName)
+        run.report().count(RunReport::Success::Renamed);
+    else
+        run.report().add(RunReport::Step::Rename, m_folder + u'/' + now, keptBetween);
     if (!isFlushed)
         run.report().add(RunReport::Step::Rename, path, FileReason::unwritable);
-    return updateAfterChange(run, m_root) && isFlushed ? Outcome::Done : Outcome::Failed;
+    return updateAfterChange(run, m_root) && isFlushed && hasNewName ? Outcome::Done
+                                                                     : Outcome::Failed;
 }
 
+/// Returns the name that the song has afterwards.
+///
 /// Where names that differ only in letter case are one, such a change needs a name in between. It
 /// is stored like the others.
-bool SongRename::rename(MemoryRenames &renames, const QString &to) const
+QString SongRename::rename(MemoryRenames &renames, const QString &to) const
 {
     LongNames names(m_folder);
     if (!isSameFile(m_folder + u'/' + m_name, m_folder + u'/' + to))
-        return names.rename(renames, m_name, to);
+        return names.rename(renames, m_name, to) ? to : m_name;
     QString between;
     for (int number = 1; between.isEmpty() || m_taken.contains(foldedText(between)); ++number)
         between = QStringLiteral("REN%1").arg(number) + suffix();
     if (!names.rename(renames, m_name, between))
-        return false;
+        return m_name;
+    if (LongNames(m_folder).rename(renames, between, to))
+        return to;
     // If it keeps the name in between, the index must follow it there.
-    return LongNames(m_folder).rename(renames, between, to) ||
-           !LongNames(m_folder).rename(renames, between, m_name);
+    return LongNames(m_folder).rename(renames, between, m_name) ? m_name : between;
 }
 
 } // namespace brisel

@@ -171,6 +171,10 @@ void MemoryActions::renameSong()
     claim.mark();
     const MemoryContents contents = contentsNow(task->root);
     SongRename rename(task->root, contents, task->files.first());
+    if (rename.obstacle()) {
+        showRefusal(title, *rename.obstacle());
+        return;
+    }
     RenameSongDialog dialog(rename, m_window);
     if (dialog.exec() != QDialog::Accepted)
         return;
@@ -197,7 +201,7 @@ void MemoryActions::copySongs()
     keepFolder(Settings::copyBackFolder, folder);
     keepMemory(task->root);
     WindowRun run(m_window, RunReport::Operation::CopyBack);
-    CopyBack copy(task->root, task->files, folder);
+    CopyBack copy(task->root, task->files, folder, contentsNow(task->root));
     switch (copy.run(run)) {
     case CopyBack::Outcome::Done:
         QMessageBox::information(

@@ -608,6 +608,14 @@ Options:
         <source>più file o più song hanno questo percorso</source>
         <translation>more than one file or song has this path</translation>
     </message>
+    <message>
+        <source>la song ha ora questo nome</source>
+        <translation>the song has this name now</translation>
+    </message>
+    <message>
+        <source>una cartella del percorso ha un carattere che Brisel non conosce</source>
+        <translation>a folder of the path has a character that Brisel does not know</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>

@@ -608,6 +608,14 @@ Opzioni:
         <source>più file o più song hanno questo percorso</source>
         <translation>più file o più song hanno questo percorso</translation>
     </message>
+    <message>
+        <source>la song ha ora questo nome</source>
+        <translation>la song ha ora questo nome</translation>
+    </message>
+    <message>
+        <source>una cartella del percorso ha un carattere che Brisel non conosce</source>
+        <translation>una cartella del percorso ha un carattere che Brisel non conosce</translation>
+    </message>
 </context>
 <context>
     <name>SongDeletion</name>

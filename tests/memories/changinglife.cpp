@@ -123,7 +123,10 @@ void ChangingLife::copySongsBack()
     const QTemporaryDir folder;
     ScriptedRun run;
     note(u"copy back "_qs + paths.join(u", "_qs));
-    if (CopyBack(m_memory.root(), paths, folder.path()).run(run) != CopyBack::Outcome::Done)
+    MemoryContents contents;
+    (void)contents.read(m_memory.root(), run);
+    CopyBack copy(m_memory.root(), paths, folder.path(), contents);
+    if (copy.run(run) != CopyBack::Outcome::Done)
         fail(u"songs were not copied"_qs);
     paths.removeDuplicates();
     QList<QByteArray> wanted;

@@ -4,6 +4,7 @@
 #include "index/memoryreasons.h"
 #include "library/filecopier.h"
 #include "tests/index/handmadeset.h"
+#include "tests/memory/readmemory.h"
 #include "tests/scriptedrun.h"
 #include "tests/smalldisk.h"
 #include "tests/testfiles.h"
@@ -45,7 +46,7 @@ private:
         QStringList files;
         for (const QString &name : names)
             files.append(memory.path(name));
-        return CopyBack(memory.root(), files, m_folder.path()).run(run);
+        return CopyBack(memory.root(), files, m_folder.path(), *contentsOf(memory)).run(run);
     }
     QString path(const QString &name) const { return m_folder.filePath(name); }
     QStringList names() const
@@ -141,7 +142,7 @@ void TestCopyBack::refusesTheMemoryItself()
     QVERIFY(QFile::link(memory.path(u"BASI"_qs), path(u"link"_qs)));
     for (const QString &folder : {memory.root(), memory.path(u"BASI"_qs),
                                   memory.path(u"BASI/../BASI/"_qs), path(u"link"_qs)}) {
-        QCOMPARE(CopyBack(memory.root(), {memory.path(u"A.MID"_qs)}, folder).run(run),
+        QCOMPARE(CopyBack(memory.root(), {memory.path(u"A.MID"_qs)}, folder, {}).run(run),
                  Outcome::OnMemory);
     }
     QVERIFY(!memory.has(u"BASI/A.MID"_qs));
@@ -151,9 +152,9 @@ void TestCopyBack::refusesAMissingFolder()
 {
     const HandMadeSet memory;
     ScriptedRun run;
-    QCOMPARE(CopyBack(memory.root(), {memory.path(u"A.MID"_qs)}, path(u"missing"_qs)).run(run),
+    QCOMPARE(CopyBack(memory.root(), {memory.path(u"A.MID"_qs)}, path(u"missing"_qs), {}).run(run),
              Outcome::NoFolder);
-    QCOMPARE(CopyBack(memory.root(), {memory.path(u"A.MID"_qs)}, QString()).run(run),
+    QCOMPARE(CopyBack(memory.root(), {memory.path(u"A.MID"_qs)}, QString(), {}).run(run),
              Outcome::NoFolder);
 }
 
@@ -177,7 +178,7 @@ void TestCopyBack::needsRoomForAll()
         QSKIP("only root can mount a file system");
     ScriptedRun run;
     CopyBack copyBack(memory.root(), {memory.path(u"A.MID"_qs), memory.path(u"LARGE.MID"_qs)},
-                      m_folder.path());
+                      m_folder.path(), {});
     QCOMPARE(copyBack.run(run), Outcome::NoRoom);
     QVERIFY(names().isEmpty());
     QVERIFY2(copyBack.shortage().contains(u"20"_qs), qPrintable(copyBack.shortage()));

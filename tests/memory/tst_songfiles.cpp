@@ -1,9 +1,8 @@
 #include "memory/songfiles.h"
 
 #include "base/filefailure.h"
-#include "memory/memorycontents.h"
-#include "tests/index/handmadeset.h"
 #include "tests/index/setreader.h"
+#include "tests/memory/readmemory.h"
 #include "tests/memory/removesongs.h"
 #include "tests/scriptedindex.h"
 #include "tests/scriptedrun.h"
@@ -54,16 +53,9 @@ private:
         memory.write(u"playlist/playlist.dat"_qs, field("\x07", 32));
         memory.write(songs, memory.read(u"title.id2"_qs));
     }
-    static MemoryContents contentsOf(const SampleMemory &memory)
-    {
-        ScriptedRun run;
-        MemoryContents contents;
-        (void)contents.read(memory.root(), run);
-        return contents;
-    }
     static SongFiles::Place find(const SampleMemory &memory, const QString &name)
     {
-        return SongFiles(memory.root(), contentsOf(memory)).find(memory.path(name));
+        return SongFiles(memory.root(), *contentsOf(memory)).find(memory.path(name));
     }
     Outcome remove(const SampleMemory &memory, const QStringList &names)
     {
@@ -178,7 +170,7 @@ void TestSongFiles::findsNothingOnAMissingMemory()
 {
     const SampleMemory memory;
     fill(memory, {u"A.MID"_qs});
-    SongFiles files(memory.root(), contentsOf(memory));
+    SongFiles files(memory.root(), *contentsOf(memory));
     QVERIFY(QDir(memory.root()).removeRecursively());
     QCOMPARE(files.find(memory.path(u"A.MID"_qs)).problem, FileReason::unreachable);
 }
@@ -203,12 +195,12 @@ void TestSongFiles::readsEachFolderOnce()
     for (auto file = files.cbegin(); file != files.cend(); ++file)
         memory.write(file.key(), file.value());
     memory.write(u"index.id2"_qs, paths);
-    const MemoryContents contents = contentsOf(memory);
-    QCOMPARE(contents.size(), songCount);
+    const auto contents = contentsOf(memory);
+    QCOMPARE(contents->size(), songCount);
     QElapsedTimer timer;
     timer.start();
-    SongFiles places(memory.root(), contents);
-    SongEntries entries(contents, places);
+    SongFiles places(memory.root(), *contents);
+    SongEntries entries(*contents, places);
     for (const QString &name : std::as_const(names)) {
         entries.add(memory.path(name));
         entries.add(memory.path(u"????.MID"_qs));

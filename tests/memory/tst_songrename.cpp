@@ -46,6 +46,9 @@ private slots:
     void letsPlaylistsFollowAnUntitledSong();
     void followsAccents();
     void followsCharactersThatTheCodePageLacks();
+    void findsTheFileByThePathOfTheIndex();
+    void renamesNothingThatIsUnclear();
+    void renamesNothingBelowAnUnknownFolder();
     void keepsTheLinkFromTheFirstName();
     void changesOnlyLetterCase();
     void saysWhatIsWrong_data();
@@ -148,6 +151,46 @@ void TestSongRename::followsCharactersThatTheCodePageLacks()
     QCOMPARE(rename(memory, u"\u042F.MID"_qs, u"JA"_qs), Outcome::Done);
     QCOMPARE(SetReader(memory).playlist(songsOfSeven), QList<QByteArray>{"/JA.MID"});
     QVERIFY(m_run->report().isEmpty());
+}
+
+void TestSongRename::findsTheFileByThePathOfTheIndex()
+{
+    const HandMadeSet memory;
+    memory.write(u"POP/\u042F.MID"_qs, midiSong("Ja", "Anna", "Pop"));
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
+    memory.addPlaylist(songRecord("00000008", "JA", "7800"));
+    QCOMPARE(rename(memory, u"POP/?.MID"_qs, u"JA"_qs), Outcome::Done);
+    QVERIFY(memory.has(u"POP/JA.MID"_qs));
+    QCOMPARE(SetReader(memory).playlist(songsOfSeven), QList<QByteArray>{"/POP/JA.MID"});
+    QVERIFY(QFile::rename(memory.path(u"BASI/B.MP3"_qs), memory.path(u"BASI/b.mp3"_qs)));
+    QCOMPARE(rename(memory, u"BASI/B.MP3"_qs, u"NEW"_qs), Outcome::Done);
+    QVERIFY(memory.has(u"BASI/NEW.mp3"_qs));
+}
+
+void TestSongRename::renamesNothingThatIsUnclear()
+{
+    const HandMadeSet memory;
+    memory.write(u"\u042F.MID"_qs, "a song");
+    memory.write(u"\u0416.MID"_qs, "another song");
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
+    QCOMPARE(rename(memory, u"?.MID"_qs, u"NEW"_qs), Outcome::Refused);
+    QVERIFY(report().contains(SongFiles::unclear.text()));
+    QVERIFY(memory.has(u"\u042F.MID"_qs));
+    QVERIFY(memory.has(u"\u0416.MID"_qs));
+}
+
+/// The given names could not lead a playlist there from the path of the index.
+void TestSongRename::renamesNothingBelowAnUnknownFolder()
+{
+    const HandMadeSet memory;
+    memory.write(u"\u042F/A.MID"_qs, "a song");
+    QVERIFY(ScriptedIndex().updateIndex(memory.root()));
+    for (const QString &path : {u"?/A.MID"_qs, u"\u042F/A.MID"_qs}) {
+        QCOMPARE(rename(memory, path, u"NEW"_qs), Outcome::Refused);
+        QVERIFY(report().contains(
+            u"una cartella del percorso ha un carattere che Brisel non conosce"_qs));
+        QVERIFY(memory.has(u"\u042F/A.MID"_qs));
+    }
 }
 
 void TestSongRename::keepsTheLinkFromTheFirstName()
