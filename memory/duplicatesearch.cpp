@@ -1,6 +1,9 @@
 #include "memory/duplicatesearch.h"
 
+#include "base/fileidentity.h"
+
 #include <QElapsedTimer>
+#include <QSet>
 
 #include <algorithm>
 
@@ -66,12 +69,16 @@ QList<QList<MemoryLook::SongFile>> DuplicateSearch::duplicates() const
     QList<QList<MemoryLook::SongFile>> all;
     for (const QByteArray &checksum : m_order) {
         const QList<qsizetype> same = m_contents.value(checksum);
-        if (same.size() < 2)
-            continue;
         QList<MemoryLook::SongFile> files;
-        for (const qsizetype file : same)
-            files.append(m_files.at(file));
-        all.append(files);
+        QSet<QString> identities;
+        for (const qsizetype file : same) {
+            const QString identity = fileIdentity(m_root + m_files.at(file).path);
+            if (!identity.isEmpty() && !identities.contains(identity))
+                files.append(m_files.at(file));
+            identities.insert(identity);
+        }
+        if (files.size() > 1)
+            all.append(files);
     }
     return all;
 }

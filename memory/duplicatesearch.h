@@ -29,7 +29,8 @@ public:
     qint64 bytesRead() const { return m_bytesRead; }
 
     /// The paths below the root, of each content that occurs more than once, in the order of the
-    /// songs. A file that can't be read completely is not among them.
+    /// songs. A file that can't be read completely is not among them, nor the second name of one
+    /// file.
     QList<QList<MemoryLook::SongFile>> duplicates() const;
 
 private:

@@ -153,7 +153,7 @@ void MemoryLook::lookAt(const FolderEntry &entry)
     } else if (mayBeSong) {
         if (hasSuffix(entry.name, u"mp3"))
             m_mp3s.insert(lowerCased(withoutSuffix(entry.name)));
-        lookAtSong(path);
+        lookAtSong(path, entry.isLink);
     } else if (hasSuffix(entry.name, u"cdg")) {
         m_graphics.append(entry.name);
     }
@@ -168,7 +168,7 @@ void MemoryLook::lookAtOther(const QString &path, const FolderEntry &entry)
            entry.kind == FileKind::Unreachable ? Detail::UnreadableFile : Detail::NoFile, path);
 }
 
-void MemoryLook::lookAtSong(const QString &path)
+void MemoryLook::lookAtSong(const QString &path, bool isLink)
 {
     reportLongNames(path);
     const QString full = m_root + path;
@@ -179,7 +179,7 @@ void MemoryLook::lookAtSong(const QString &path)
     if (!isReadable || !isLongEnough)
         report(Kind::Unreadable, isReadable ? Detail::ShortFile : Detail::UnreadableFile, path,
                state.size);
-    if (isReadable)
+    if (isReadable && !isLink)
         m_songs.append({path, state.size});
     if (position < 0)
         return;

@@ -69,7 +69,8 @@ public:
     bool work(int milliseconds);
     [[nodiscard]] bool isDone() const { return m_isDone; }
 
-    /// Complete only if isDone(). The songs that were met, in the order of the walk.
+    /// Complete only if isDone(). The songs that were met, in the order of the walk. Links are left
+    /// out: their removal frees no room, and that of their targets leaves them without a file.
     const QList<SongFile> &songs() const { return m_songs; }
     const QList<Finding> &findings() const { return m_findings; }
     FileMarks marks(qsizetype position) const { return m_marks.at(position); }
@@ -81,7 +82,7 @@ private:
     void enterFolder(const QString &folder);
     void leaveFolder();
     void lookAt(const FolderEntry &entry);
-    void lookAtSong(const QString &path);
+    void lookAtSong(const QString &path, bool isLink);
     void lookAtOther(const QString &path, const FolderEntry &entry);
     void lookAtUnmet(qsizetype position);
     void compareDate(qsizetype position, qint64 modified);

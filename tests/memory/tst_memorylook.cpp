@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace brisel;
 
@@ -33,6 +34,7 @@ private slots:
     void findsEverythingWithoutAnIndex();
     void worksInSmallSteps();
     void findsDuplicatesByContent();
+    void takesNoOtherNameOfAFileForACopy();
     void readsOnlyFilesOfOneSize();
 
 private:
@@ -55,6 +57,20 @@ private:
     static QString line(Kind kind, Detail detail, const QString &path)
     {
         return u"%1 %2 %3"_qs.arg(int(kind)).arg(int(detail)).arg(path);
+    }
+
+    /// The paths of each group of duplicates.
+    static QStringList groupsOf(const DuplicateSearch &search)
+    {
+        QStringList groups;
+        const QList<QList<MemoryLook::SongFile>> duplicates = search.duplicates();
+        for (const QList<MemoryLook::SongFile> &group : duplicates) {
+            QStringList paths;
+            for (const MemoryLook::SongFile &file : group)
+                paths.append(file.path);
+            groups.append(paths.join(u' '));
+        }
+        return groups;
     }
 
     std::unique_ptr<HandMadeSet> m_memory;
@@ -228,15 +244,27 @@ void TestMemoryLook::findsDuplicatesByContent()
     while (search.work(0)) {
     }
     QCOMPARE(search.bytesRead(), search.bytes());
-    QStringList groups;
-    const QList<QList<MemoryLook::SongFile>> duplicates = search.duplicates();
-    for (const QList<MemoryLook::SongFile> &group : duplicates) {
-        QStringList paths;
-        for (const MemoryLook::SongFile &file : group)
-            paths.append(file.path);
-        groups.append(paths.join(u' '));
-    }
-    QCOMPARE(groups, QStringList({u"/C.KAR /BASI/C2.KAR"_qs, u"/E.MP3 /G.MP3"_qs}));
+    QCOMPARE(groupsOf(search), QStringList({u"/C.KAR /BASI/C2.KAR"_qs, u"/E.MP3 /G.MP3"_qs}));
+}
+
+/// The removal of such a copy would leave a link without its file, or free no room.
+void TestMemoryLook::takesNoOtherNameOfAFileForACopy()
+{
+    QVERIFY(QFile::link(u"C.KAR"_qs, m_memory->path(u"A.KAR"_qs)));
+    QVERIFY(QFile::link(u"BASI"_qs, m_memory->path(u"AAA"_qs)));
+    QCOMPARE(::link(QFile::encodeName(m_memory->path(u"A.MID"_qs)).constData(),
+                    QFile::encodeName(m_memory->path(u"H.MID"_qs)).constData()),
+             0);
+    const auto groups = [this] {
+        DuplicateSearch search(m_memory->root(), lookedAt(*m_memory).songs());
+        while (search.work(1)) {
+        }
+        return groupsOf(search);
+    };
+    QCOMPARE(groups(), QStringList());
+    m_memory->write(u"I.KAR"_qs, m_memory->read(u"C.KAR"_qs));
+    m_memory->write(u"J.MID"_qs, m_memory->read(u"A.MID"_qs));
+    QCOMPARE(groups(), QStringList({u"/A.MID /J.MID"_qs, u"/C.KAR /I.KAR"_qs}));
 }
 
 void TestMemoryLook::readsOnlyFilesOfOneSize()
