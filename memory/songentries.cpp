@@ -66,15 +66,14 @@ int SongEntries::playlists() const
         [this](const MemoryContents::Playlist &playlist) { return countIn(playlist.songs) > 0; }));
 }
 
-QByteArray SongEntries::without(const QByteArray &records, const QByteArray &songs) const
+QList<quint32> SongEntries::others(const QByteArray &songs) const
 {
-    QByteArray left;
-    left.reserve(records.size());
-    for (qsizetype at = 0; fits(records, at, IndexRecord::size); at += IndexRecord::size) {
-        if (!isOne(songs, at / IndexRecord::size))
-            left += records.mid(at, IndexRecord::size);
+    QList<quint32> others;
+    for (qsizetype entry = 0; entry < songs.size() / IndexRecord::size; ++entry) {
+        if (!isOne(songs, entry))
+            others.append(static_cast<quint32>(entry));
     }
-    return left;
+    return others;
 }
 
 bool SongEntries::isOne(const QByteArray &songs, qsizetype entry) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QMultiHash>
 #include <QSet>
 #include <QString>
@@ -25,13 +26,15 @@ public:
     /// Takes the song at \a path, which was added, out again.
     void remove(const QString &path);
 
+    /// Returns true if the index has none of the songs.
+    [[nodiscard]] bool isEmpty() const { return m_songs.isEmpty(); }
     /// The number of entries of the songs file \a songs that name one of the songs.
     [[nodiscard]] qsizetype countIn(const QByteArray &songs) const;
     /// The number of playlists that have such an entry.
     [[nodiscard]] int playlists() const;
-    /// The records of \a records, the songs or the path file of a playlist whose songs file is
-    /// \a songs, without those of such entries; only whole records.
-    [[nodiscard]] QByteArray without(const QByteArray &records, const QByteArray &songs) const;
+    /// The numbers of all other entries of the songs file \a songs, from 0; half a record at its
+    /// end is none.
+    [[nodiscard]] QList<quint32> others(const QByteArray &songs) const;
 
 private:
     [[nodiscard]] bool isOne(const QByteArray &songs, qsizetype entry) const;

@@ -7,6 +7,7 @@
 #include "base/graphicsfiles.h"
 #include "base/lettercase.h"
 #include "base/songsuffix.h"
+#include "index/givennames.h"
 #include "index/index.h"
 #include "index/indexset.h"
 #include "index/memoryreasons.h"
@@ -15,6 +16,7 @@
 #include "memory/indexafterchange.h"
 #include "memory/memoryclaim.h"
 #include "memory/memorycontents.h"
+#include "memory/playlistrecords.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -227,7 +229,8 @@ bool SongRemoval::flush(Run &run) const
 }
 
 /// Takes the entries of the songs that are gone out of the playlists and their path files; all
-/// other entries stay as they are.
+/// other entries stay as they are. Path records that may belong to other entries are not kept: with
+/// fewer entries the path file could seem to belong to the playlist.
 bool SongRemoval::removeEntries(Run &run, const MemoryContents &contents,
                                 const SongEntries &gone) const
 {
@@ -242,17 +245,17 @@ bool SongRemoval::removeEntries(Run &run, const MemoryContents &contents,
             left += staged;
         staged.clear();
     };
+    GivenNames names;
+    names.setRoot(m_claim.root());
+    (void)names.load(); // on failure a path file may count as one of another state
     for (const MemoryContents::Playlist &playlist : contents.playlists()) {
+        const QString path = set.filePath(Playlists::songsFileName(playlist.number));
+        if (playlist.state == MemoryContents::Playlist::State::Unreadable && !gone.isEmpty())
+            left.append(path);
         if (gone.countIn(playlist.songs) == 0)
             continue;
-        const QString path = set.filePath(Playlists::songsFileName(playlist.number));
-        const QString paths = set.filePath(Playlists::pathsFileName(playlist.number));
-        // In this order: a path file with more records than the playlist has does not count.
-        const bool isStaged = playlist.isWritable && m_claim.isSame() &&
-                              lot.write({path}, gone.without(playlist.songs, playlist.songs)) &&
-                              (playlist.paths.isNull() ||
-                               lot.write({paths}, gone.without(playlist.paths, playlist.songs)));
-        (isStaged ? staged : left).append(path);
+        const PlaylistRecords records(contents, playlist, names);
+        (stage(lot, playlist, records, gone) ? staged : left).append(path);
         if (lot.isFull())
             commit();
         run.pulse();
@@ -261,6 +264,20 @@ bool SongRemoval::removeEntries(Run &run, const MemoryContents &contents,
     for (const QString &path : std::as_const(left))
         run.report().addMessage(Index::tr("Playlist non aggiornata: ") + path);
     return left.isEmpty();
+}
+
+bool SongRemoval::stage(FileLot &lot, const MemoryContents::Playlist &playlist,
+                        const PlaylistRecords &records, const SongEntries &gone) const
+{
+    const QString folder = m_claim.root() + u'/';
+    const PlaylistRecords::Entries others = gone.others(playlist.songs);
+    // In this order: a path file with more records than the playlist has does not count.
+    return playlist.isWritable && m_claim.isSame() &&
+           lot.write({folder + Playlists::songsFileName(playlist.number)},
+                     records.songsFile(others)) &&
+           (playlist.paths.isNull() ||
+            lot.write({folder + Playlists::pathsFileName(playlist.number)},
+                      records.pathsFile(others)));
 }
 
 } // namespace brisel

@@ -2,6 +2,7 @@
 
 #include "base/graphicsfiles.h"
 #include "base/run.h"
+#include "memory/memorycontents.h"
 #include "memory/songentries.h"
 #include "memory/songfiles.h"
 
@@ -14,7 +15,9 @@
 namespace brisel
 {
 
+class FileLot;
 class MemoryClaim;
+class PlaylistRecords;
 
 /// Removes songs from a memory, with their graphics files and their entries in the playlists, and
 /// brings the index up to date.
@@ -58,6 +61,8 @@ private:
                               const SongEntries &gone) const;
     [[nodiscard]] bool removeEntries(Run &run, const MemoryContents &contents,
                                      const SongEntries &gone) const;
+    [[nodiscard]] bool stage(FileLot &lot, const MemoryContents::Playlist &playlist,
+                             const PlaylistRecords &records, const SongEntries &gone) const;
 
     MemoryClaim &m_claim;
     QStringList m_files;     ///< each once

@@ -2,20 +2,19 @@
 
 #include "base/filedescriptor.h"
 #include "base/filefailure.h"
-#include "index/indexset.h"
 #include "index/memoryreasons.h"
 #include "library/songdeletion.h"
 #include "memory/memoryclaim.h"
 #include "memory/memorycontents.h"
 #include "tests/index/handmadeset.h"
 #include "tests/index/setreader.h"
+#include "tests/memory/cutreplacement.h"
 #include "tests/memory/removesongs.h"
 #include "tests/scriptedindex.h"
 #include "tests/scriptedrun.h"
 #include "tests/smalldisk.h"
 #include "tests/testprogram.h"
 
-#include <QCryptographicHash>
 #include <QTest>
 
 #include <optional>
@@ -53,6 +52,7 @@ private slots:
     void takesEntriesOut();
     void leavesNothingBehindTheLastEntry();
     void keepsOtherBytesOfThePlaylists();
+    void keepsNoPathOfAnotherEntry();
     void keepsEntriesWithAnotherTitle();
     void countsPlaylists();
     void keepsEntriesOfSongsThatStay();
@@ -72,6 +72,7 @@ private slots:
     void removesItsMark();
     void refusesAReadOnlyMemory();
     void reportsAnUnwritablePlaylist();
+    void reportsAnUnreadablePlaylist();
 
 private:
     SongRemoval::Outcome remove(const SampleMemory &memory, const QStringList &names)
@@ -176,6 +177,26 @@ void TestSongRemoval::keepsOtherBytesOfThePlaylists()
     QCOMPARE(memory.read(removalPaths), pathField("/GONE.MID") + pathField("/A.MID"));
     QCOMPARE(memory.read(u"playlist/playlist.dat"_qs), list);
     QCOMPARE(memory.read(u"playlist/play0008.dat"_qs), HandMadeSet::one() + "tail");
+}
+
+/// The player has moved the first entry behind the second one, and does not know path files.
+/// Without the entry that shows it, the path of the removed song would become that of the dead
+/// entry.
+void TestSongRemoval::keepsNoPathOfAnotherEntry()
+{
+    const HandMadeSet memory;
+    const QByteArray dead = songRecord("00000063", "GONE", "1234");
+    memory.addPlaylist(HandMadeSet::two() + dead + HandMadeSet::one());
+    memory.write(removalPaths,
+                 pathField("/GONE.MID") + pathField("/BASI/B.MP3") + pathField("/A.MID"));
+    QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
+    QCOMPARE(memory.read(removalSongs), dead + HandMadeSet::one());
+    QCOMPARE(memory.read(removalPaths), QByteArray(64, '\0') + pathField("/A.MID"));
+    // Another song gets the path, and the same title.
+    memory.write(u"BASI/B.MP3"_qs, mp3Song("Gone", "Bruno", "Rock"));
+    memory.write(u"X.MP3"_qs, mp3Song("Gone", "Bruno", "Rock"));
+    QVERIFY(ScriptedIndex().createIndex(memory.root()));
+    QVERIFY(!SetReader(memory).playlist(removalSongs).contains("/BASI/B.MP3"));
 }
 
 /// Such an entry may mean another song: docs/formats/playlists.md, "What an entry means".
@@ -374,24 +395,7 @@ void TestSongRemoval::finishesAReplacementThatWasCut()
 {
     const HandMadeSet memory;
     memory.addPlaylist(HandMadeSet::two() + HandMadeSet::one());
-    ScriptedRun run;
-    IndexSet set(run);
-    set.setRoot(memory.root());
-    QByteArray mark = "brisel2pc swap 1\n";
-    const auto stage = [&](const QString &name) {
-        const QByteArray content = memory.read(name);
-        memory.write(u".brisel2pc/"_qs + name.section(u'/', -1), content);
-        mark += QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex() + ' ' +
-                QByteArray::number(content.size()) + ' ' + name.toLatin1() + '\n';
-    };
-    for (const QString &name : IndexSet::names())
-        stage(name);
-    stage(songsOf7);
-    memory.write(u".brisel2pc/swap"_qs,
-                 mark + "end " + QCryptographicHash::hash(mark, QCryptographicHash::Sha1).toHex() +
-                     '\n');
-    for (const QString &name : IndexSet::names())
-        memory.remove(name);
+    cutReplacement(memory, songsOf7);
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
     QCOMPARE(memory.read(songsOf7), HandMadeSet::one());
     QCOMPARE(SetReader(memory).songCount(), 3);
@@ -460,6 +464,23 @@ void TestSongRemoval::reportsAnUnwritablePlaylist()
     QVERIFY(!memory.has(u"A.MID"_qs));
     QVERIFY(report().contains(u"Playlist non aggiornata: "_qs + memory.path(removalSongs)));
     QCOMPARE(SetReader(memory).songCount(), 3);
+}
+
+/// Its entries are not known.
+void TestSongRemoval::reportsAnUnreadablePlaylist()
+{
+    const HandMadeSet memory;
+    memory.addPlaylist({});
+    memory.remove(removalSongs);
+    memory.write(removalSongs + u"/x"_qs, "x");
+    const QString line = u"Playlist non aggiornata: "_qs + memory.path(removalSongs);
+    QCOMPARE(remove(memory, {u"A.MID"_qs}), Outcome::Failed);
+    QVERIFY2(report().contains(line), qPrintable(report()));
+    QVERIFY(!memory.has(u"A.MID"_qs));
+    // No entry can name what is not in the index.
+    memory.write(u"ALONE.cdg"_qs, "graphics");
+    (void)remove(memory, {u"ALONE.cdg"_qs});
+    QVERIFY2(!report().contains(line), qPrintable(report()));
 }
 
 BRISEL_TEST(QCoreApplication, TestSongRemoval)
