@@ -35,6 +35,7 @@ void MemoryClaim::prepare()
     Run run;
     IndexSet set(run);
     set.setRoot(m_root);
+    m_mayHaveRecovered = !set.isComplete();
     set.recover();
 }
 

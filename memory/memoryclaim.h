@@ -28,6 +28,9 @@ public:
     /// that count. Does nothing the second time, nor if the memory can't be changed. To be called
     /// before the contents are read that a change is based on.
     void prepare();
+    /// Returns true if prepare() found an incomplete index, which it may have replaced, and the
+    /// playlists with it.
+    [[nodiscard]] bool mayHaveRecovered() const { return m_mayHaveRecovered; }
     /// Prepares the memory, and writes the mark by which the memory is recognised, if that is
     /// possible. To be called before the user is asked. A run of the index removes the mark;
     /// afterwards the claim is not the same any more.
@@ -42,6 +45,7 @@ private:
     const FolderLock m_lock;
     MemoryIdentity m_identity;
     bool m_isPrepared = false;
+    bool m_mayHaveRecovered = false;
     bool m_isMarked = false;
 };
 

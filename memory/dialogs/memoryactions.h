@@ -21,6 +21,7 @@ namespace brisel
 class MemoryClaim;
 class Reason;
 class Run;
+class SongEntries;
 
 /// What the user can do with a memory and the songs on it, as actions for menus and buttons: they
 /// ask, work with a progress dialog, and show what went wrong.
@@ -90,7 +91,9 @@ private:
     [[nodiscard]] bool isExchanged(const Task &task, const QString &title);
     [[nodiscard]] bool refuses(const MemoryClaim &claim, const QString &title);
     void showRefusal(const QString &title, const Reason &reason);
-    [[nodiscard]] bool isRemovalWanted(const Task &task, int playlists);
+    [[nodiscard]] bool isRemovalWanted(const Task &task, const QString &playlists);
+    static QString playlistsText(const MemoryContents &contents, const SongEntries &entries);
+    void showRecovery(const MemoryClaim &claim);
 
     void removeSongs();
     void renameSong();

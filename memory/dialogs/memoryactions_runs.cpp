@@ -57,6 +57,26 @@ MemoryContents contentsNow(const QString &root)
     return contents;
 }
 
+/// Empty if something may have been copied.
+QString whyNothingCopied(const CopyBack &copy, CopyBack::Outcome outcome)
+{
+    switch (outcome) {
+    case CopyBack::Outcome::NoFolder:
+        return MemoryActions::tr("Il percorso di destinazione non esiste");
+    case CopyBack::Outcome::OnMemory:
+        return MemoryActions::tr("La cartella è sulla memoria stessa: sceglierne una del computer");
+    case CopyBack::Outcome::InUse:
+        return RunDialog::inUseText();
+    case CopyBack::Outcome::NoRoom:
+        return copy.shortage();
+    case CopyBack::Outcome::Done:
+    case CopyBack::Outcome::Interrupted:
+    case CopyBack::Outcome::Failed:
+        break;
+    }
+    return {};
+}
+
 } // namespace
 
 void MemoryActions::showReport(const Run &run)
@@ -119,8 +139,10 @@ void MemoryActions::removeSongs()
     SongEntries entries(contents, files);
     for (const QString &path : task->files)
         entries.add(path);
-    if (!isRemovalWanted(*task, entries.playlists()))
+    if (!isRemovalWanted(*task, playlistsText(contents, entries))) {
+        showRecovery(claim);
         return;
+    }
     keepMemory(task->root);
     {
         WindowRun run(m_window, RunReport::Operation::Deletion);
@@ -136,23 +158,46 @@ void MemoryActions::removeSongs()
     emit changed();
 }
 
-bool MemoryActions::isRemovalWanted(const Task &task, int playlists)
+/// The claim may have finished a replacement of the index before the question that was declined.
+void MemoryActions::showRecovery(const MemoryClaim &claim)
+{
+    if (claim.mayHaveRecovered())
+        emit changed();
+}
+
+/// What the removal of the songs means for the playlists, and which of them are not known.
+QString MemoryActions::playlistsText(const MemoryContents &contents, const SongEntries &entries)
+{
+    using Playlist = MemoryContents::Playlist;
+    const QList<Playlist> &all = contents.playlists();
+    const auto unread = std::count_if(all.cbegin(), all.cend(), [](const Playlist &playlist) {
+        return playlist.state == Playlist::State::Unreadable;
+    });
+    QStringList lines;
+    if (const int playlists = entries.playlists(); playlists > 0)
+        lines.append(tr("%n playlist le contengono, e le perderanno.", "", playlists));
+    else if (unread == 0 || entries.isEmpty())
+        lines.append(tr("Nessuna playlist le contiene."));
+    if (unread > 0 && !entries.isEmpty())
+        lines.append(tr("%n playlist non si possono leggere: forse le contengono.", "",
+                        static_cast<int>(unread)));
+    return lines.join(u'\n');
+}
+
+bool MemoryActions::isRemovalWanted(const Task &task, const QString &playlists)
 {
     const int count = static_cast<int>(task.files.size());
     QMessageBox box(QMessageBox::Question, tr("Rimuovi dalla memoria"),
                     areSongs(task.files) ? tr("Rimuovere %n song dalla memoria?", "", count)
                                          : tr("Rimuovere %n file dalla memoria?", "", count),
                     QMessageBox::Yes | QMessageBox::No, m_window);
-    const QString named = playlists == 0
-                              ? tr("Nessuna playlist le contiene.")
-                              : tr("%n playlist le contengono, e le perderanno.", "", playlists);
     const QString lost = task.lastCopies == 0
                              ? QString()
                              : tr("Di %n song sono scelte tutte le copie: non ne resterà nessuna.",
                                   "", task.lastCopies) +
                                    u'\n';
-    setPlainTexts(box,
-                  lost + named + u'\n' + tr("I file vengono cancellati e non si possono riavere."));
+    setPlainTexts(box, lost + playlists + u'\n' +
+                           tr("I file vengono cancellati e non si possono riavere."));
     box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }
@@ -176,8 +221,10 @@ void MemoryActions::renameSong()
         return;
     }
     RenameSongDialog dialog(rename, m_window);
-    if (dialog.exec() != QDialog::Accepted)
+    if (dialog.exec() != QDialog::Accepted) {
+        showRecovery(claim);
         return;
+    }
     keepMemory(task->root);
     {
         WindowRun run(m_window, RunReport::Operation::Renaming);
@@ -202,30 +249,16 @@ void MemoryActions::copySongs()
     keepMemory(task->root);
     WindowRun run(m_window, RunReport::Operation::CopyBack);
     CopyBack copy(task->root, task->files, folder, contentsNow(task->root));
-    switch (copy.run(run)) {
-    case CopyBack::Outcome::Done:
-        QMessageBox::information(
-            m_window, title,
-            tr("%n song copiate", "", run.report().counted(RunReport::Success::Copied)));
-        break;
-    case CopyBack::Outcome::NoFolder:
-        QMessageBox::warning(m_window, title, tr("Il percorso di destinazione non esiste"));
-        break;
-    case CopyBack::Outcome::OnMemory:
-        QMessageBox::warning(m_window, title,
-                             tr("La cartella è sulla memoria stessa: sceglierne una del computer"));
-        break;
-    case CopyBack::Outcome::InUse:
-        QMessageBox::warning(m_window, title, RunDialog::inUseText());
-        break;
-    case CopyBack::Outcome::NoRoom:
-        QMessageBox::warning(m_window, title, copy.shortage());
-        break;
-    case CopyBack::Outcome::Interrupted:
-    case CopyBack::Outcome::Failed:
+    const CopyBack::Outcome outcome = copy.run(run);
+    const int count = run.report().counted(RunReport::Success::Copied);
+    if (outcome == CopyBack::Outcome::Done)
+        QMessageBox::information(m_window, title,
+                                 areSongs(task->files) ? tr("%n song copiate", "", count)
+                                                       : tr("%n file copiati", "", count));
+    else if (const QString reason = whyNothingCopied(copy, outcome); !reason.isEmpty())
+        QMessageBox::warning(m_window, title, reason);
+    else
         showFailure(title, run);
-        break;
-    }
 }
 
 void MemoryActions::runIndex(bool isRebuild)

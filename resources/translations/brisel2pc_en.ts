@@ -2751,6 +2751,20 @@ To begin, press the button above, or drag files or folders here.</translation>
             <numerusform>Remove %n files from the memory?</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n playlist non si possono leggere: forse le contengono.</source>
+        <translation>
+            <numerusform>%n playlist can&apos;t be read: it may contain them.</numerusform>
+            <numerusform>%n playlists can&apos;t be read: they may contain them.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file copiati</source>
+        <translation>
+            <numerusform>%n file copied</numerusform>
+            <numerusform>%n files copied</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>

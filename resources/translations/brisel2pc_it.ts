@@ -2751,6 +2751,20 @@ Per cominciare premi il pulsante qui sopra, oppure trascina qui file o cartelle.
             <numerusform>Rimuovere %n file dalla memoria?</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n playlist non si possono leggere: forse le contengono.</source>
+        <translation>
+            <numerusform>%n playlist non si può leggere: forse le contiene.</numerusform>
+            <numerusform>%n playlist non si possono leggere: forse le contengono.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file copiati</source>
+        <translation>
+            <numerusform>%n file copiato</numerusform>
+            <numerusform>%n file copiati</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>brisel::MemoryCheck</name>
