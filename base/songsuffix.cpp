@@ -12,4 +12,10 @@ bool isSongSuffix(QStringView suffix)
     });
 }
 
+bool hasSuffix(QStringView name, QStringView suffix)
+{
+    const qsizetype point = name.lastIndexOf(u'.');
+    return point >= 0 && name.sliced(point + 1).compare(suffix, Qt::CaseInsensitive) == 0;
+}
+
 } // namespace brisel

@@ -5,6 +5,7 @@
 #include "base/lettercase.h"
 #include "base/songsuffix.h"
 #include "index/longnames.h"
+#include "index/songfolders.h"
 #include "index/songinfoindex.h"
 #include "index/workfolder.h"
 
@@ -30,26 +31,6 @@ QString withoutSuffix(const QString &name)
 {
     const qsizetype dot = name.lastIndexOf(u'.');
     return dot < 0 ? name : name.left(dot);
-}
-
-bool hasSuffix(const QString &name, QStringView suffix)
-{
-    return QStringView(name)
-               .sliced(name.lastIndexOf(u'.') + 1)
-               .compare(suffix, Qt::CaseInsensitive) == 0;
-}
-
-bool isSong(const QString &name)
-{
-    const qsizetype dot = name.lastIndexOf(u'.');
-    return dot >= 0 && isSongSuffix(QStringView(name).sliced(dot + 1));
-}
-
-/// The player has its own data in these folders.
-bool isReserved(const QString &name)
-{
-    return name.compare(QStringLiteral("sfx"), Qt::CaseInsensitive) == 0 ||
-           name.compare(QStringLiteral("bridge"), Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
@@ -112,7 +93,7 @@ void MemoryLook::enterFolder(const QString &folder)
         report(Kind::Unreadable, Detail::UnreadableFolder,
                below.isEmpty() ? QStringLiteral("/") : below);
     for (const FolderEntry &entry : std::as_const(found.unnamed)) {
-        if (entry.kind == FileKind::Folder || isSong(entry.name))
+        if (entry.kind == FileKind::Folder || SongFolders::isSong(entry.name))
             report(Kind::Unreadable, Detail::InvalidName, below + u'/' + entry.name);
     }
     m_entries = std::move(found.entries);
@@ -140,8 +121,9 @@ void MemoryLook::lookAt(const FolderEntry &entry)
     const QString full = m_folder + u'/' + entry.name;
     const QString path = full.mid(m_root.size());
     const bool isFolder = entry.kind == FileKind::Folder;
-    const bool mayBeSong = !isFolder && isSong(entry.name);
-    if (isFolder ? isReserved(entry.name) : !mayBeSong && entry.kind != FileKind::Regular)
+    const bool mayBeSong = !isFolder && SongFolders::isSong(entry.name);
+    if (isFolder ? SongFolders::isPlayersFolder(entry.name)
+                 : !mayBeSong && entry.kind != FileKind::Regular)
         return;
     if ((entry.isLink || isFolder) && leavesRoot(full, m_root)) {
         if (isFolder || mayBeSong)

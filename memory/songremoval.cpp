@@ -33,11 +33,6 @@ namespace
 const QString mp3Suffix = QStringLiteral("mp3");
 const QString graphicsSuffix = QStringLiteral("cdg");
 
-bool hasSuffix(const QString &path, const QString &suffix)
-{
-    return QFileInfo(path).suffix().compare(suffix, Qt::CaseInsensitive) == 0;
-}
-
 QString baseName(const QString &path)
 {
     return QFileInfo(path).completeBaseName();

@@ -85,7 +85,7 @@ MemoryReader::MemoryReader(const QString &root) : m_root(root)
 
 QString MemoryReader::pathOf(quint32 id) const
 {
-    for (const PlacedSong &song : m_songs) {
+    for (const IndexedSong &song : m_songs) {
         if (song.id == id)
             return song.path;
     }
@@ -124,7 +124,7 @@ void MemoryReader::readPaths()
     checkRecords(name, bytes);
     QTextCodec *codec = QTextCodec::codecForName("IBM 850");
     for (const QByteArray &record : recordsOf(bytes)) {
-        PlacedSong song;
+        IndexedSong song;
         song.id = big32(record, 0);
         song.path = codec->toUnicode(textAt(record, 4, 46));
         song.modified = QString::fromLatin1(record.mid(50, 14));

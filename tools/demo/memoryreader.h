@@ -24,7 +24,7 @@ struct SongGroup {
 };
 
 /// A song's place on the memory.
-struct PlacedSong {
+struct IndexedSong {
     quint32 id = 0;
     QString path;     ///< from the memory's root, starting with "/"
     QString modified; ///< 14 digits: date and time
@@ -42,8 +42,8 @@ public:
     QList<ListedSong> playlist(int number);
 
     const QStringList &faults() const { return m_faults; }
-    const QList<PlacedSong> &songs() const { return m_songs; }
-    const QList<PlacedSong> &folderOrder() const { return m_folderOrder; }
+    const QList<IndexedSong> &songs() const { return m_songs; }
+    const QList<IndexedSong> &folderOrder() const { return m_folderOrder; }
     const QList<ListedSong> &titles() const { return m_titles; }
     const QList<SongGroup> &artists() const { return m_artists; }
     const QList<SongGroup> &genres() const { return m_genres; }
@@ -65,8 +65,8 @@ private:
 
     QString m_root;
     QStringList m_faults;
-    QList<PlacedSong> m_songs;
-    QList<PlacedSong> m_folderOrder;
+    QList<IndexedSong> m_songs;
+    QList<IndexedSong> m_folderOrder;
     QList<ListedSong> m_titles;
     QList<SongGroup> m_artists;
     QList<SongGroup> m_genres;

@@ -220,7 +220,7 @@ void MemoryTour::listIndex()
                        .arg(memory.genres().size())
                        .arg(memory.mp3Titles().size()));
     narrator.print(QStringLiteral("by folder:"));
-    for (const PlacedSong &song : memory.folderOrder().mid(0, listed))
+    for (const IndexedSong &song : memory.folderOrder().mid(0, listed))
         narrator.print(
             QStringLiteral("  %1  %2  %3").arg(song.id, 3).arg(song.modified, song.path));
     listTitles(memory);
