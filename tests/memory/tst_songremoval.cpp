@@ -369,14 +369,14 @@ void TestSongRemoval::findsSongsThatTheCodePageLacks()
         return entries.playlists();
     };
     memory.write(u"playlist/playlist.dat"_qs, field("\x07", 32));
-    memory.write(songsOf7, memory.read(u"title.id2"_qs));
+    memory.write(removalSongs, memory.read(u"title.id2"_qs));
     QCOMPARE(playlists(u"POP/\u042F.MID"_qs), 1);
     // Another file could be meant.
     memory.write(u"POP/\u0416.MID"_qs, "a song");
     QCOMPARE(playlists(u"POP/\u042F.MID"_qs), 0);
     QCOMPARE(playlists(u"POP/\u0416.MID"_qs), 0);
     QCOMPARE(remove(memory, {u"\u042F1.MID"_qs}), Outcome::Done);
-    QCOMPARE(memory.read(songsOf7).size(), 2 * 64);
+    QCOMPARE(memory.read(removalSongs).size(), 2 * 64);
 }
 
 void TestSongRemoval::refusesABusyMemory()
@@ -395,9 +395,9 @@ void TestSongRemoval::finishesAReplacementThatWasCut()
 {
     const HandMadeSet memory;
     memory.addPlaylist(HandMadeSet::two() + HandMadeSet::one());
-    cutReplacement(memory, songsOf7);
+    cutReplacement(memory, removalSongs);
     QCOMPARE(remove(memory, {u"BASI/B.MP3"_qs}), Outcome::Done);
-    QCOMPARE(memory.read(songsOf7), HandMadeSet::one());
+    QCOMPARE(memory.read(removalSongs), HandMadeSet::one());
     QCOMPARE(SetReader(memory).songCount(), 3);
     QCOMPARE(SetReader(memory).pathOf(7), QByteArray("/BASI/D.MP3"));
 }
