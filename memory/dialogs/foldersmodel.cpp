@@ -118,7 +118,7 @@ QString FoldersModel::noteOf(std::size_t group, const Line &line)
         break;
     }
     if (group == duplicatesGroup)
-        return tr("ha lo stesso contenuto di %1").arg(line.twin);
+        return tr("uguale a %1").arg(line.twin);
     if (group == static_cast<std::size_t>(MemoryLook::Kind::WorkFolder))
         return tr("qui il programma tiene i nomi abbreviati e ciò che serve a finire un "
                   "aggiornamento interrotto; Brisel non la usa");

@@ -1484,8 +1484,8 @@ Select a destination folder for the backup or press &apos;Proceed without backup
         <translation>it leads out of the memory</translation>
     </message>
     <message>
-        <source>ha lo stesso contenuto di %1</source>
-        <translation>it has the same content as %1</translation>
+        <source>uguale a %1</source>
+        <translation>same as %1</translation>
     </message>
     <message>
         <source>qui il programma tiene i nomi abbreviati e ciò che serve a finire un aggiornamento interrotto; Brisel non la usa</source>

@@ -1484,8 +1484,8 @@ Selezionare una cartella di destinazione per il backup oppure premere &apos;Pros
         <translation>porta fuori dalla memoria</translation>
     </message>
     <message>
-        <source>ha lo stesso contenuto di %1</source>
-        <translation>ha lo stesso contenuto di %1</translation>
+        <source>uguale a %1</source>
+        <translation>uguale a %1</translation>
     </message>
     <message>
         <source>qui il programma tiene i nomi abbreviati e ciò che serve a finire un aggiornamento interrotto; Brisel non la usa</source>

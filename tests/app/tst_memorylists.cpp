@@ -359,8 +359,7 @@ void TestMemoryLists::findsDuplicates()
     const QModelIndex duplicates = group(folders(), 1);
     QCOMPARE(column(folders(), 0, duplicates), QStringList({u"/A.MID"_qs, u"/X.MID"_qs}));
     QCOMPARE(column(folders(), 2, duplicates),
-             QStringList(
-                 {u"ha lo stesso contenuto di /X.MID"_qs, u"ha lo stesso contenuto di /A.MID"_qs}));
+             QStringList({u"uguale a /X.MID"_qs, u"uguale a /A.MID"_qs}));
 }
 
 void TestMemoryLists::keepsACopyOfDuplicates()
