@@ -142,7 +142,7 @@ std::unique_ptr<QWidget> makeMemoryWindow()
     for (int i = 0; i < rounds && folders->model()->rowCount() == 0; ++i)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     auto *bar = window->findChild<QProgressBar *>(QStringLiteral("spaceProgressBar"));
-    const QStringList space{QStringLiteral("12,1 GB"), QStringLiteral("14,9 GB")};
+    const QStringList space{QStringLiteral("12 GB"), QStringLiteral("15 GB")};
     bar->setFormat(QCoreApplication::translate("brisel::MemoryWindow", "%1 liberi di %2")
                        .arg(space.at(0), space.at(1)));
     bar->setValue(180);
