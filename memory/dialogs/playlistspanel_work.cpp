@@ -222,7 +222,7 @@ QStringList PlaylistsPanel::transferred(const QStringList &files, QString &failu
         return {};
     const std::shared_ptr<const MemoryContents> before = m_document.contents();
     const MemoryIdentity memory = m_identity;
-    const QStringList paths = m_transfer(files);
+    QStringList paths = m_transfer(files);
     bool isRead =
         m_document.contents() != nullptr && m_document.contents()->root() == before->root();
     if (m_document.contents() == before) {
