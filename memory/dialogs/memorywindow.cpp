@@ -71,7 +71,11 @@ MemoryWindow::MemoryWindow(QWidget *parent)
     chooseFirst();
 }
 
-MemoryWindow::~MemoryWindow() = default;
+// The lists are children, outlive the members, and are laid out once more when they are hidden.
+MemoryWindow::~MemoryWindow()
+{
+    endLook();
+}
 
 void MemoryWindow::noteWriteProtection()
 {
