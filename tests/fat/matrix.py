@@ -25,7 +25,7 @@ def chosen(everything, name):
 def make_bases(place, fats):
     """The memories as images, written by the real kernel."""
     steps = []
-    for fat, tree in itertools.product(fats, ("indexed", "changed")):
+    for fat, tree in itertools.product(fats, memory.MEMORIES):
         image = place.base_image(fat, tree)
         memory.make_image(fat, image)
         fill = booting.fill_command(os.path.join(place.work, tree), fat.is_used)

@@ -13,9 +13,13 @@ RECORD_SIZE = 64
 class Job:
     name: str
     arguments: str  # of brisel_worker; {m} is the memory and {s} the folder of the sample songs
-    memory: str = "indexed"  # or "changed": songs were added, removed and given long names
+    memory: str = "indexed"  # or another one of MEMORIES
     again: tuple = (0,)  # the exit codes allowed when the job runs a second time
 
+
+# In "changed", songs were added, removed and given long names; "listed" has playlists as the player
+# writes them, with a path file and without.
+MEMORIES = ("indexed", "changed", "listed")
 
 # "songs" is like a synchronisation: all songs are saved in one lot.
 JOBS = [
@@ -27,7 +31,7 @@ JOBS = [
     # The graphics beside an MP3 are never copied over older ones.
     Job("copy", "copy {m}/BASI {s}/Greens02.mid {s}/Cucaracha.mp3 {s}/SCALADO.MID", again=(0, 1)),
     Job("list", "list {m} {m}/LISTS/LIST.TXT"),
-    Job("playlists", "playlists {m}"),
+    Job("playlists", "playlists {m}", "listed"),
     Job("update", "update {m}", "changed"),
     Job("rebuild", "index {m}", "changed"),
 ]
@@ -100,6 +104,10 @@ def date_files(memory):
             os.utime(os.path.join(folder, name), (1700000000, 1700000000))
 
 
+def playlist(ids):
+    return b"".join(i.to_bytes(4, "big") + bytes(RECORD_SIZE - 4) for i in ids)
+
+
 def records(path):
     """The records of an index file or playlist, in order."""
     with open(path, "rb") as file:
@@ -119,7 +127,7 @@ def put_playlist(memory, number, ids, has_paths):
 
 
 def make_memories(work, makesamples, worker):
-    """Makes the two memories and the sample songs in the folder "work", outside of FAT."""
+    """Makes the memories and the sample songs in the folder "work", outside of FAT."""
     samples = os.path.join(work, "samples")
     subprocess.run([makesamples, samples], check=True, stdout=subprocess.DEVNULL)
     indexed = os.path.join(work, "indexed")
@@ -131,9 +139,15 @@ def make_memories(work, makesamples, worker):
     run_worker(worker, ["index", indexed], work)
     put_file(os.path.join(indexed, "playlist/playlist.dat"),
              b"\1" + bytes(31) + b"\2" + bytes(31))
-    put_playlist(indexed, 1, [3, 1, 8], has_paths=True)
-    put_playlist(indexed, 2, [9, 2, 4, 6], has_paths=False)
+    put_file(os.path.join(indexed, "playlist/play0001.dat"), playlist([3, 1, 8]))
+    put_file(os.path.join(indexed, "playlist/play0002.dat"), playlist([9, 2, 4, 6]))
     date_files(indexed)
+
+    listed = os.path.join(work, "listed")
+    shutil.copytree(indexed, listed)
+    put_playlist(listed, 1, [3, 1, 8], has_paths=True)
+    put_playlist(listed, 2, [9, 2, 4, 6], has_paths=False)
+    date_files(listed)
 
     changed = os.path.join(work, "changed")
     shutil.copytree(indexed, changed)
